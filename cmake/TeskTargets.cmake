@@ -1,0 +1,58 @@
+# The project's few kinds of target, so that every folder declares them the same way.
+
+add_library(tesk_options INTERFACE)
+target_include_directories(tesk_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(tesk_options INTERFACE -Wall -Wextra -Wshadow -Wnon-virtual-dtor
+                                              -Woverloaded-virtual)
+target_compile_definitions(tesk_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS)
+if(TESK_WERROR)
+  target_compile_options(tesk_options INTERFACE -Werror)
+endif()
+if(TESK_SANITIZE)
+  target_compile_options(tesk_options INTERFACE -fsanitize=address,undefined
+                                                -fno-sanitize-recover=undefined)
+  target_link_options(tesk_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(TESK_FUZZ)
+  target_compile_options(tesk_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# tesk_library(NAME SOURCES a.cpp b.cpp LINKS other...): a static library of one folder.
+function(tesk_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC tesk_options ${ARG_LINKS})
+endfunction()
+
+# tesk_program(NAME SOURCES main.cpp LINKS tesk_x...): a program in bin/.
+function(tesk_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE tesk_options ${ARG_LINKS})
+endfunction()
+
+# tesk_test(frame_test tesk_switcher): builds frame_test.cpp of the current folder with
+# GoogleTest and registers it.  It runs without a display.
+function(tesk_test name)
+  add_executable(${name} ${name}.cpp)
+  target_link_libraries(${name} PRIVATE tesk_options ${ARGN} tesk_test_support GTest::gmock)
+  target_compile_definitions(${name} PRIVATE TESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 120
+                       ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()
+
+# tesk_fuzz(frame_fuzz tesk_switcher): builds frame_fuzz.cpp of the current folder.  With
+# TESK_FUZZ it is a libFuzzer program; otherwise, and in the test suite, it replays the files
+# of corpus/<name>/ once each, so that the harness and what it found before cannot rot.
+function(tesk_fuzz name)
+  add_executable(${name} ${name}.cpp)
+  target_link_libraries(${name} PRIVATE tesk_options ${ARGN})
+  if(TESK_FUZZ)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  else()
+    target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/fuzz/replay_main.cpp)
+    add_test(NAME ${name}_replay COMMAND ${name} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
+    set_tests_properties(${name}_replay PROPERTIES TIMEOUT 120)
+  endif()
+endfunction()
