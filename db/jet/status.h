@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef DB_JET_STATUS_H_
+#define DB_JET_STATUS_H_
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+namespace jet {
+
+// The engine's error numbers.  They are the ones that users of Jet databases know from the
+// engine's published error list, each with the meaning it has there.
+enum class ErrorNumber : int {
+  None = 0,
+  ObjectExists = 3010,       // a table or index of that name is there already
+  UpdateWithoutEdit = 3020,  // Set or Update without AddNew or Edit before
+  NoCurrentRecord = 3021,    // before the first, past the last, deleted, or no match
+  DuplicateKey = 3022,       // a unique index would get the same key twice
+  FileNotFound = 3024,
+  DiskFull = 3026,    // the disk, the quota or the format's own size limit is reached
+  ReadOnly = 3027,    // the database was opened, or can only be opened, for reading
+  DiskError = 3043,   // the operating system failed a read or a write
+  Damaged = 3049,     // the file contradicts itself; the status names the page
+  CannotOpen = 3051,  // no permission, or another program has the file
+  NullKey = 3058,     // a required index field is null
+  NoSuchTable = 3078,
+  InvalidName = 3125,   // a table, field or index to create has a name it cannot have
+  ValueTooLong = 3163,  // the text has more characters than the field
+  RecordTooLarge = 3047,
+  TooManyFields = 3190,  // a table to create has none or more than 255
+  RequiredField = 3314,  // the field's definition does not allow null
+  ZeroLength = 3315,     // the field's definition does not allow ""
+  NoSuchItem = 3265,     // a field or index of that name is not there
+  Unsupported = 3251,    // a healthy file that asks for what this engine does not do
+  UnknownFormat = 3343,  // not a Jet database, or of another version
+  TypeMismatch = 3421,   // the value does not fit the field's type
+};
+
+inline constexpr std::uint32_t kNoPage = 0xFFFFFFFF;
+
+// The outcome of an operation of this library.  It must be looked at.
+class [[nodiscard]] Status {
+ public:
+  // Success.
+  Status() = default;
+
+  // A failure.  `text` is one sentence without its full stop, in UTF-8; `page` is the page of
+  // the file where it went wrong, when it has one.
+  Status(ErrorNumber number, std::string text, std::uint32_t page = kNoPage)
+      : number_(number), text_(std::move(text)), page_(page) {}
+
+  bool ok() const { return number_ == ErrorNumber::None; }
+  ErrorNumber Error() const { return number_; }
+
+  // 0 on success.
+  int Number() const { return static_cast<int>(number_); }
+
+  // The sentence alone, and the page or kNoPage.
+  const std::string& Text() const { return text_; }
+  std::uint32_t Page() const { return page_; }
+
+  // The sentence and, where it has one, " (page 17)".
+  std::string Description() const {
+    return page_ == kNoPage ? text_ : text_ + " (page " + std::to_string(page_) + ")";
+  }
+
+ private:
+  ErrorNumber number_ = ErrorNumber::None;
+  std::string text_;
+  std::uint32_t page_ = kNoPage;
+};
+
+}  // namespace jet
+
+#endif  // DB_JET_STATUS_H_
