@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+
+#include "db/database_files.h"
+
+#include <system_error>
+#include <utility>
+
+#include "db/file_copy.h"
+#include "db/schema.h"
+
+namespace db {
+
+model::Status NotOpen() {
+  return jet::Status(jet::ErrorNumber::NoCurrentRecord, "The configuration database is not open");
+}
+
+DatabaseFiles::DatabaseFiles(std::filesystem::path mainFile, std::filesystem::path workingCopy)
+    : mainFile_(std::move(mainFile)), workingCopy_(std::move(workingCopy)) {}
+
+DatabaseFiles::~DatabaseFiles() { Close(); }
+
+model::Status DatabaseFiles::Open() {
+  Close();
+  std::error_code ignored;  // a file that cannot be seen fails to be copied, and says why
+  if (!std::filesystem::exists(mainFile_, ignored)) {
+    if (model::Status status = CreateDatabase(mainFile_); !status.ok()) return status;
+  }
+  if (model::Status status = RemoveFile(workingCopy_); !status.ok()) return status;
+  if (model::Status status = CopyFile(mainFile_, workingCopy_); !status.ok()) return status;
+  return OpenWorkingCopy();
+}
+
+model::Status DatabaseFiles::OpenWorkingCopy() {
+  std::unique_ptr<jet::Database> database;
+  if (jet::Status status = jet::Database::Open(workingCopy_, jet::Access::ReadWrite, &database);
+      !status.ok()) {
+    return status;
+  }
+  model::Status status = OpenTables(*database);
+  if (status.ok()) {
+    database_ = std::move(database);
+  } else {
+    Close();
+  }
+  return status;
+}
+
+model::Status DatabaseFiles::OpenTables(jet::Database& database) {
+  if (jet::Status status = database.OpenTable(kStationsTable, &stations_); !status.ok()) {
+    return status;
+  }
+  if (jet::Status status = stations_->SetIndex(kStationNumIndex); !status.ok()) return status;
+  // To the last record and back: a table whose end cannot be reached is found out here.
+  if (jet::Status status = stations_->MoveLast(); !status.ok()) return status;
+  if (jet::Status status = stations_->MoveFirst(); !status.ok()) return status;
+  if (jet::Status status = database.OpenTable(kDbInfoTable, &dbInfo_); !status.ok()) return status;
+  if (jet::Status status = dbInfo_->MoveLast(); !status.ok()) return status;
+  return dbInfo_->MoveFirst();
+}
+
+model::Status DatabaseFiles::SaveAndClose() {
+  if (!IsOpen()) {
+    // What was begun of the copy is of no use to anybody; if it cannot be deleted, the next
+    // start does.
+    (void)RemoveFile(workingCopy_);
+    return {};
+  }
+  Close();
+  if (model::Status status = ReplaceFile(workingCopy_, mainFile_); !status.ok()) {
+    // Of two failures the operator needs the first; views that find no open database say so.
+    (void)OpenWorkingCopy();
+    return status;
+  }
+  (void)RemoveFile(workingCopy_);  // everything is saved; the next start deletes it
+  return {};
+}
+
+void DatabaseFiles::Close() {
+  stations_.reset();
+  dbInfo_.reset();
+  database_.reset();
+}
+
+}  // namespace db

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef DB_DATABASE_FILES_H_
+#define DB_DATABASE_FILES_H_
+
+#include <filesystem>
+#include <memory>
+
+#include "db/jet/database.h"
+#include "db/jet/record_set.h"
+#include "model/status.h"
+
+namespace db {
+
+inline constexpr char kMainFile[] = "Tesk.mdb";
+inline constexpr char kWorkingCopy[] = "WorkingDb.md$";
+
+// What an operation reports that needs the database when it is not open.
+model::Status NotOpen();
+
+// The database of a run.  The main file is never edited: it is copied to a working copy, which
+// every change goes to at once, and the copy replaces it when the run ends as it should.  After
+// a crash the main file is what it was at the start.
+class DatabaseFiles {
+ public:
+  DatabaseFiles(std::filesystem::path mainFile, std::filesystem::path workingCopy);
+  ~DatabaseFiles();
+  DatabaseFiles(const DatabaseFiles&) = delete;
+  DatabaseFiles& operator=(const DatabaseFiles&) = delete;
+
+  // Creates the main file with the default contents when there is none, replaces a stale
+  // working copy by a fresh one, opens it and both tables, each on its first record.
+  model::Status Open();
+
+  // Closes the database, replaces the main file by the working copy and deletes the copy.  When
+  // the main file cannot be replaced it is as it was, and the working copy is open again.
+  // Does nothing but delete a working copy left by a failed Open() when there is no open
+  // database.
+  model::Status SaveAndClose();
+
+  bool IsOpen() const { return database_ != nullptr; }
+
+  // The database; null when it is not open.
+  jet::Database* Database() const { return database_.get(); }
+
+  // The shared record sets; null when the database is not open.  Stations are in the order of
+  // their numbers, and whoever walks them goes back to where he found them (KeepPosition).
+  jet::RecordSet* Stations() const { return stations_.get(); }
+  jet::RecordSet* DbInfo() const { return dbInfo_.get(); }
+
+ private:
+  model::Status OpenWorkingCopy();
+  model::Status OpenTables(jet::Database& database);
+  void Close();
+
+  const std::filesystem::path mainFile_;
+  const std::filesystem::path workingCopy_;
+  std::unique_ptr<jet::Database> database_;
+  std::unique_ptr<jet::RecordSet> stations_;
+  std::unique_ptr<jet::RecordSet> dbInfo_;
+};
+
+}  // namespace db
+
+#endif  // DB_DATABASE_FILES_H_

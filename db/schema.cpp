@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: MIT
+
+#include "db/schema.h"
+
+#include <array>
+#include <memory>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace db {
+
+namespace {
+
+using jet::FieldType;
+
+constexpr int kStations = 64;       // stations, and as many further channels
+constexpr int kInactive = 254;      // opto type: does nothing
+constexpr int kInputsPerUnit = 8;   // inputs of one HRJ unit
+constexpr int kOutputsPerUnit = 2;  // outputs of one QDV unit
+
+jet::FieldSpec IntegerField(std::string name) {
+  return {.name = std::move(name), .type = FieldType::Integer};
+}
+
+jet::FieldSpec TextField(std::string name, int size) {
+  return {.name = std::move(name), .type = FieldType::Text, .size = size, .allowZeroLength = true};
+}
+
+jet::FieldSpec MemoField(std::string name) {
+  return {.name = std::move(name), .type = FieldType::Memo, .allowZeroLength = true};
+}
+
+// Sets fields one after the other and keeps the first failure.
+class RecordWriter {
+ public:
+  explicit RecordWriter(jet::RecordSet& records) : records_(records), status_(records.AddNew()) {}
+
+  void Set(std::string_view field, const jet::Value& value) {
+    if (status_.ok()) status_ = records_.Set(field, value);
+  }
+
+  jet::Status Update() { return status_.ok() ? records_.Update() : status_; }
+
+ private:
+  jet::RecordSet& records_;
+  jet::Status status_;
+};
+
+std::string ThreeDigits(int number) {
+  std::string digits = std::to_string(number);
+  return std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits;
+}
+
+// All flags clear but one (from 1).
+std::string OnlyFlag(int member) {
+  std::string flags(kFlags, '0');
+  flags[static_cast<std::size_t>(member) - 1] = '1';
+  return flags;
+}
+
+jet::Status AddDbInfo(jet::Database& database) {
+  std::unique_ptr<jet::RecordSet> records;
+  if (jet::Status status = database.OpenTable(kDbInfoTable, &records); !status.ok()) return status;
+  RecordWriter record(*records);
+  record.Set("DbaseVer", "Version 2.12 - 04/17/2002");
+  record.Set("StationCount", kStations);
+  record.Set("ChannelCount", kStations);
+  record.Set("LabelCount", 2 * kStations);
+  record.Set("ButtonCount", kButtons);
+  record.Set("ChkBoxCount", 64);
+  record.Set("InCount", 64);
+  record.Set("OutCount", 64);
+  record.Set("RelayCount", 64);
+  record.Set("OptoCount", 64);
+  return record.Update();
+}
+
+// Texts of a station's own position (number 1..64).
+void SetStationTexts(RecordWriter& record, int number) {
+  const std::string digits = ThreeDigits(number);
+  const int unit = (number - 1) / kInputsPerUnit + 1;
+  const int channel = (number - 1) % kInputsPerUnit + 1;
+  const int outputUnit = (number + 1) / kOutputsPerUnit;
+  record.Set("Hidden", 0);
+  record.Set("Label", "Sta. " + digits);
+  record.Set("Notes", "Notes for Station " + digits);
+  record.Set("SysOutput", "QDV(" + std::to_string(outputUnit) + ") - " +
+                              (number % kOutputsPerUnit == 1 ? "Ch A" : "Ch B"));
+  record.Set("SysInput", "HRJ(" + std::to_string(unit) + ") - Ch " + std::to_string(channel));
+}
+
+// Texts of a further channel (number 1..64, stored as record 65..128).
+void SetChannelTexts(RecordWriter& record, int number) {
+  const std::string digits = ThreeDigits(number);
+  record.Set("Hidden", 1);
+  record.Set("Label", "Ext. " + digits);
+  record.Set("Notes", "Notes for Channel " + digits);
+  record.Set("SysOutput", "Virtual Output " + digits);
+  record.Set("SysInput", "Virtual Input " + digits);
+}
+
+jet::Status AddStation(jet::RecordSet& records, int stationNum,
+                       const std::array<std::string, 3 * kButtons>& buttonFields) {
+  const bool extension = stationNum > kStations;
+  const int number = extension ? stationNum - kStations : stationNum;
+  const std::string ownFlag = OnlyFlag(number);
+
+  RecordWriter record(records);
+  record.Set("StationNum", stationNum);
+  if (extension) {
+    SetChannelTexts(record, number);
+  } else {
+    SetStationTexts(record, number);
+  }
+  record.Set("InLabel", "Inpt " + ThreeDigits(number));
+  record.Set("Inhibits", ownFlag);  // nobody hears himself
+  record.Set("Relays", std::string(kFlags, '0'));
+  record.Set("OptoType", kInactive);
+  record.Set("OptoChannel", number);
+  record.Set("OptoFirst", number);
+  record.Set("OptoStations", ownFlag);
+  for (int button = 1; button <= kButtons; ++button) {
+    const std::string* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
+    record.Set(fields[0], 0);
+    record.Set(fields[1], button);
+    record.Set(fields[2], OnlyFlag(button));
+  }
+  return record.Update();
+}
+
+jet::Status AddStations(jet::Database& database) {
+  std::unique_ptr<jet::RecordSet> records;
+  if (jet::Status status = database.OpenTable(kStationsTable, &records); !status.ok()) {
+    return status;
+  }
+  std::array<std::string, 3 * kButtons> buttonFields;
+  for (int button = 1; button <= kButtons; ++button) {
+    std::string* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
+    fields[0] = ButtonField(button, "Type");
+    fields[1] = ButtonField(button, "First");
+    fields[2] = ButtonField(button, "Prog");
+  }
+  for (int stationNum = 1; stationNum <= 2 * kStations; ++stationNum) {
+    if (jet::Status status = AddStation(*records, stationNum, buttonFields); !status.ok()) {
+      return status;
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string ButtonField(int button, const char* suffix) {
+  return "B" + std::to_string(button) + " " + suffix;
+}
+
+jet::TableSpec DbInfoSpec() {
+  jet::TableSpec table{.name = kDbInfoTable, .fields = {TextField("DbaseVer", 64)}};
+  for (const char* count : {"StationCount", "ChannelCount", "LabelCount", "ButtonCount",
+                            "ChkBoxCount", "InCount", "OutCount", "RelayCount", "OptoCount"}) {
+    table.fields.push_back(IntegerField(count));
+  }
+  return table;
+}
+
+jet::TableSpec StationsSpec() {
+  jet::TableSpec table{.name = kStationsTable,
+                       .fields = {
+                           IntegerField("StationNum"),
+                           IntegerField("Hidden"),
+                           TextField("Label", 8),
+                           TextField("Notes", 128),
+                           TextField("InLabel", 8),
+                           TextField("SysOutput", 20),
+                           TextField("SysInput", 20),
+                           MemoField("Inhibits"),
+                           MemoField("Relays"),
+                           IntegerField("OptoType"),
+                           IntegerField("OptoChannel"),
+                           IntegerField("OptoFirst"),
+                           MemoField("OptoStations"),
+                       }};
+  for (int button = 1; button <= kButtons; ++button) {
+    table.fields.push_back(IntegerField(ButtonField(button, "Type")));
+    table.fields.push_back(IntegerField(ButtonField(button, "First")));
+    table.fields.push_back(MemoField(ButtonField(button, "Prog")));
+  }
+  return table;
+}
+
+model::Status CreateTables(jet::Database& database) {
+  // One write of the whole file instead of thousands of single pages.
+  jet::Database::Batch batch(database);
+  if (jet::Status status = database.CreateTable(DbInfoSpec()); !status.ok()) return status;
+  if (jet::Status status = AddDbInfo(database); !status.ok()) return status;
+  const std::array<jet::IndexSpec, 2> indexes{
+      jet::IndexSpec{
+          .name = kStationNumIndex, .fields = {"StationNum"}, .primary = true, .unique = true},
+      jet::IndexSpec{.name = "Label", .fields = {"Label"}},
+  };
+  if (jet::Status status = database.CreateTable(StationsSpec(), indexes); !status.ok()) {
+    return status;
+  }
+  if (jet::Status status = AddStations(database); !status.ok()) return status;
+  return batch.Commit();
+}
+
+model::Status CreateDatabase(const std::filesystem::path& path) {
+  std::unique_ptr<jet::Database> database;
+  if (jet::Status status = jet::Database::Create(path, &database); !status.ok()) return status;
+  return CreateTables(*database);
+}
+
+}  // namespace db

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+//
+// The two tables of the configuration database and what a new one holds.
+//
+// "DbInfo" has exactly one record: the version text of the layout and the system's counts.
+// "Stations" has one record per label position, 1 to 64 for the stations, 65 to 128 for the
+// further channels: labels, notes, inhibits, relays, the programming of 32 buttons and of one
+// opto input.
+
+#ifndef DB_SCHEMA_H_
+#define DB_SCHEMA_H_
+
+#include <filesystem>
+#include <string>
+
+#include "db/jet/database.h"
+#include "model/status.h"
+
+namespace db {
+
+inline constexpr char kDbInfoTable[] = "DbInfo";
+inline constexpr char kStationsTable[] = "Stations";
+inline constexpr char kStationNumIndex[] = "StationNum";
+
+// Buttons per station, and characters of a flag string, in a new database.
+inline constexpr int kButtons = 32;
+inline constexpr int kFlags = 64;
+
+// The name of a button's field, for example "B1 Type" for (1, "Type").  Buttons count from 1.
+std::string ButtonField(int button, const char* suffix);
+
+jet::TableSpec DbInfoSpec();
+jet::TableSpec StationsSpec();
+
+// Fills a database that has no tables with both, their indexes and the default records.
+model::Status CreateTables(jet::Database& database);
+
+// Creates the database file `path` with the default contents, replacing a file of that name.
+// On a failure the file is left as far as it got.
+model::Status CreateDatabase(const std::filesystem::path& path);
+
+}  // namespace db
+
+#endif  // DB_SCHEMA_H_

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+
+#include "db/database_files.h"
+
+#include <gtest/gtest.h>
+
+#include "db/schema.h"
+#include "tests/support/temporary_folder.h"
+
+namespace db {
+namespace {
+
+namespace fs = std::filesystem;
+using test::ReadFile;
+using test::WriteFile;
+
+class DatabaseFilesTest : public testing::Test {
+ protected:
+  void SetLabel(DatabaseFiles& files, const char* label) {
+    ASSERT_TRUE(files.Stations()->Edit().ok());
+    ASSERT_TRUE(files.Stations()->Set("Label", label).ok());
+    ASSERT_TRUE(files.Stations()->Update().ok());
+  }
+
+  static std::string Label(DatabaseFiles& files) {
+    jet::Value value;
+    EXPECT_TRUE(files.Stations()->Get("Label", &value).ok());
+    return value.Text();
+  }
+
+  test::TemporaryFolder folder_;
+  const fs::path main_ = folder_ / kMainFile;
+  const fs::path copy_ = folder_ / kWorkingCopy;
+};
+
+TEST_F(DatabaseFilesTest, FirstStartCreatesTheDatabaseAndItsCopy) {
+  DatabaseFiles files(main_, copy_);
+  const model::Status status = files.Open();
+  ASSERT_TRUE(status.ok()) << status.Description();
+  EXPECT_TRUE(fs::exists(main_));
+  EXPECT_EQ(ReadFile(main_), ReadFile(copy_));
+  EXPECT_EQ(Label(files), "Sta. 001");
+  jet::Value count;
+  ASSERT_TRUE(files.DbInfo()->Get("LabelCount", &count).ok());
+  EXPECT_EQ(count.Int(), 128);
+}
+
+TEST_F(DatabaseFilesTest, StationsAreInTheOrderOfTheirNumbers) {
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_EQ(files.Stations()->IndexName(), "StationNum");
+}
+
+TEST_F(DatabaseFilesTest, ChangesReachTheMainFileAtTheEndOnly) {
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  const std::string before = ReadFile(main_);
+  SetLabel(files, "Studio 1");
+  EXPECT_EQ(ReadFile(main_), before);
+  EXPECT_NE(ReadFile(copy_), before);
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  EXPECT_FALSE(files.IsOpen());
+  EXPECT_FALSE(fs::exists(copy_));
+  EXPECT_NE(ReadFile(main_), before);
+
+  DatabaseFiles again(main_, copy_);
+  ASSERT_TRUE(again.Open().ok());
+  EXPECT_EQ(Label(again), "Studio 1");
+}
+
+TEST_F(DatabaseFilesTest, ACrashLosesTheRunAndNothingElse) {
+  {
+    DatabaseFiles crashed(main_, copy_);
+    ASSERT_TRUE(crashed.Open().ok());
+    SetLabel(crashed, "lost");
+  }
+  ASSERT_TRUE(fs::exists(copy_));
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_EQ(Label(files), "Sta. 001");
+}
+
+TEST_F(DatabaseFilesTest, AForeignFileIsRefusedAndNotTouched) {
+  WriteFile(main_, "this is no database");
+  DatabaseFiles files(main_, copy_);
+  const model::Status status = files.Open();
+  EXPECT_EQ(status.Number(), 3343);
+  EXPECT_FALSE(files.IsOpen());
+  EXPECT_EQ(files.Stations(), nullptr);
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(ReadFile(main_), "this is no database");
+  EXPECT_FALSE(fs::exists(copy_));
+}
+
+TEST_F(DatabaseFilesTest, AnotherSoftwaresDatabaseWithoutTheTablesIsRefused) {
+  WriteFile(main_, ReadFile(std::string(TESK_TEST_DATA) + "/mdb/adox_jet4.mdb"));
+  DatabaseFiles files(main_, copy_);
+  EXPECT_EQ(files.Open().Number(), 3078);
+  EXPECT_FALSE(files.IsOpen());
+}
+
+TEST_F(DatabaseFilesTest, EditsAJet3FileAsJet3) {
+  WriteFile(main_, ReadFile(std::string(TESK_TEST_DATA) + "/mdb/tesk_jet3.mdb"));
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_EQ(files.Database()->Version(), 3);
+  SetLabel(files, "Studio 1");
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  DatabaseFiles again(main_, copy_);
+  ASSERT_TRUE(again.Open().ok());
+  EXPECT_EQ(again.Database()->Version(), 3);
+  EXPECT_EQ(Label(again), "Studio 1");
+}
+
+TEST_F(DatabaseFilesTest, AFailedCopyBackLeavesEverythingAndCanBeTriedAgain) {
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  const std::string before = ReadFile(main_);
+  SetLabel(files, "Studio 1");
+  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
+  const model::Status status = files.SaveAndClose();
+  EXPECT_EQ(status.Number(), 3026) << status.Description();
+  EXPECT_EQ(ReadFile(main_), before);
+  ASSERT_TRUE(files.IsOpen());
+  EXPECT_EQ(Label(files), "Studio 1");
+  SetLabel(files, "Studio 2");
+
+  fs::remove(folder_ / "Tesk.mdb.new");
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  DatabaseFiles again(main_, copy_);
+  ASSERT_TRUE(again.Open().ok());
+  EXPECT_EQ(Label(again), "Studio 2");
+}
+
+TEST_F(DatabaseFilesTest, AMissingFolderIsAnError) {
+  DatabaseFiles files(folder_ / "missing/Tesk.mdb", folder_ / "missing/WorkingDb.md$");
+  EXPECT_FALSE(files.Open().ok());
+  EXPECT_TRUE(files.SaveAndClose().ok());
+}
+
+}  // namespace
+}  // namespace db
