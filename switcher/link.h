@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef SWITCHER_LINK_H_
+#define SWITCHER_LINK_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/status.h"
+#include "model/system_model.h"
+#include "switcher/decoder.h"
+#include "switcher/serial_port.h"
+
+namespace switcher {
+
+// What the link shows and asks for; the main window implements it.
+class LinkDisplay {
+ public:
+  virtual ~LinkDisplay() = default;
+
+  // The text of the status bar's first panel.
+  virtual void ShowLinkText(std::string_view text) = 0;
+
+  // Bytes wait to be decoded: let the decode timer run.
+  virtual void StartDecodeTimer() = 0;
+
+  // A whole message with this unknown code stands in front of the receive buffer and blocks
+  // it; nothing when the way is free again.  Told on a change only.
+  virtual void ShowBlockedCode(std::optional<std::uint8_t> code) = 0;
+};
+
+// The link to the switcher: the receive buffer, the poll, and the state of the link.
+//
+// Every event is a function; the timers that call PollTick() every second and DecodeTick()
+// every 5 ms while there is work belong to the main window.
+class Link : public SerialPortEvents {
+ public:
+  // The most that is kept of what was received and not decoded.  Beyond it the newest bytes
+  // are dropped.
+  static constexpr std::size_t kRxLimit = std::size_t{1} << 20;
+
+  // All must outlive the link.
+  Link(model::SystemModel& model, SerialPort& port, Decoder& decoder, LinkDisplay& display);
+  ~Link() override;
+  Link(const Link&) = delete;
+  Link& operator=(const Link&) = delete;
+
+  // Opens the port ComPort for the first time and shows "Not Connected - COM " and its number.
+  // When that fails the text stays as it is, and the poll tries again quietly.
+  model::Status OpenPort();
+
+  // Polls the switcher and watches for its answers.  While the port is closed, tries to open
+  // it, without a report; when it is back, the whole map is asked for again.
+  void PollTick();
+
+  // Decodes at most one message.  Returns false when the receive buffer was empty, that is,
+  // when there was no work.
+  bool DecodeTick();
+
+  // Takes note that the switcher answered (true) or is gone (false), and shows a change.
+  void SetLinkState(bool connected);
+
+  // Takes at most one message off the receive buffer and decodes it.
+  void DecodeSwitcherMessage();
+
+  // The bytes received and not decoded yet.
+  const Bytes& RxBuffer() const { return rxBuffer_; }
+
+  void DataReceived() override;
+  void OutputDrained() override;
+  void PortLost() override;
+
+ private:
+  bool Reopen();
+  void ShowBlockedCode(std::optional<std::uint8_t> code);
+  std::string NotConnectedText() const;
+
+  model::SystemModel& model_;
+  SerialPort& port_;
+  Decoder& decoder_;
+  LinkDisplay& display_;
+  Bytes rxBuffer_;
+  std::optional<std::uint8_t> blockedCode_;
+};
+
+}  // namespace switcher
+
+#endif  // SWITCHER_LINK_H_

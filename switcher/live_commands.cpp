@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/live_commands.h"
+
+#include "switcher/messages/gain.h"
+#include "switcher/messages/take.h"
+#include "switcher/send.h"
+
+namespace switcher {
+
+void LiveCommands::SendTake(int destination, int source, std::uint8_t action) {
+  Send(EncodeTake({.destination = destination, .source = source, .action = action}),
+       "Error Sending Take Command");
+}
+
+void LiveCommands::SendGain(int channel, int gain) {
+  Send(EncodeGain({.input = channel, .step = gain}), "Error Sending Gain Command");
+}
+
+void LiveCommands::Send(std::span<const std::uint8_t> message, std::string_view failureLine) {
+  model_.SendBusy = true;
+  if (const model::Status status = WriteMessage(port_, message); !status.ok()) {
+    // SendBusy stays set: the line is in an unknown state until it has drained.
+    reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
+                   ErrorText(failureLine, status));
+    return;
+  }
+  port_.SetSendThreshold(1);
+}
+
+}  // namespace switcher

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/messages/gain.h"
+
+#include "switcher/frame.h"
+
+namespace switcher {
+
+namespace {
+constexpr std::size_t kLength = 5;
+}  // namespace
+
+Bytes EncodeGain(const Gain& gain) {
+  WireWriter writer(kGainCode);
+  writer.PutByte(gain.input & 0x3F);
+  writer.PutByte(gain.step & 0x7F);
+  return writer.Finish();
+}
+
+std::optional<Gain> ParseGain(std::span<const std::uint8_t> message) {
+  if (message.size() != kLength || message[0] != kGainCode) return std::nullopt;
+  WireReader reader(message.subspan(1));
+  Gain gain;
+  reader.GetByte(&gain.input);
+  reader.GetByte(&gain.step);
+  if (reader.GetRaw() != reader.Checksum() || reader.GetRaw() != kEndOfMessage) {
+    return std::nullopt;
+  }
+  return gain;
+}
+
+}  // namespace switcher

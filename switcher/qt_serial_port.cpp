@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/qt_serial_port.h"
+
+#include <QDeadlineTimer>
+#include <QMetaObject>
+#include <QThread>
+#include <utility>
+
+#ifdef Q_OS_UNIX
+#include <sys/ioctl.h>
+#endif
+
+namespace switcher {
+
+namespace {
+
+// What may stand between a sender and the wire.  Small, so that a progress bar tells the truth
+// and a cancelled download really stops; 256 bytes last 44 ms at 57600 baud.
+constexpr int kOutputLimit = 256;
+
+// A line that takes no byte for so long takes none at all.
+constexpr int kStallMilliseconds = 2000;
+
+// Bytes that the operating system holds and the line has not sent.  A pseudo terminal has none;
+// neither has a platform that does not tell.
+int KernelQueue([[maybe_unused]] const QSerialPort& port) {
+#ifdef Q_OS_UNIX
+  int queued = 0;
+  if (ioctl(port.handle(), TIOCOUTQ, &queued) == 0) return queued;
+#endif
+  return 0;
+}
+
+}  // namespace
+
+QtSerialPort::QtSerialPort(DeviceName deviceName, QObject* parent)
+    : QObject(parent), deviceName_(std::move(deviceName)) {
+  setObjectName(QStringLiteral("MSComm1"));
+  connect(&port_, &QSerialPort::readyRead, this, &QtSerialPort::OnReadyRead);
+  connect(&port_, &QSerialPort::bytesWritten, this, &QtSerialPort::OnBytesWritten);
+  connect(&port_, &QSerialPort::errorOccurred, this, &QtSerialPort::OnError);
+}
+
+QtSerialPort::~QtSerialPort() {
+  port_.disconnect(this);
+  Close();
+}
+
+model::Status QtSerialPort::Open(int number) {
+  Close();
+  number_ = number;
+  sendThreshold_ = 0;
+  opening_ = true;
+  port_.setPortName(deviceName_(number));
+  port_.setBaudRate(QSerialPort::Baud57600);
+  port_.setDataBits(QSerialPort::Data8);
+  port_.setParity(QSerialPort::NoParity);
+  port_.setStopBits(QSerialPort::OneStop);
+  port_.setFlowControl(QSerialPort::NoFlowControl);
+  const bool opened = port_.open(QIODevice::ReadWrite);
+  opening_ = false;
+  if (!opened) return {kPortUnavailable, port_.errorString().toStdString()};
+  return {};
+}
+
+void QtSerialPort::Close() {
+  if (port_.isOpen()) port_.close();
+}
+
+Bytes QtSerialPort::Read() {
+  const QByteArray data = port_.readAll();
+  return {data.begin(), data.end()};
+}
+
+model::Status QtSerialPort::Write(std::uint8_t byte) {
+  if (!port_.isOpen()) return {kPortNotOpen, "The serial port is not open"};
+
+  writing_ = true;
+  const bool room = WaitForRoom();
+  const bool written = room && port_.putChar(static_cast<char>(byte));
+  writing_ = false;
+
+  if (std::exchange(readDeferred_, false)) {
+    QMetaObject::invokeMethod(this, &QtSerialPort::OnReadyRead, Qt::QueuedConnection);
+  }
+  if (std::exchange(lostDeferred_, false)) {
+    QMetaObject::invokeMethod(this, &QtSerialPort::TellLost, Qt::QueuedConnection);
+    return {kPortWriteFailed, "The serial device has gone"};
+  }
+  if (!room) return {kPortWriteFailed, "The serial line has taken no byte for two seconds"};
+  if (!written) return {kPortWriteFailed, port_.errorString().toStdString()};
+  return {};
+}
+
+// Waits until the output is below its limit.  False when the line stalls or the device goes.
+bool QtSerialPort::WaitForRoom() {
+  int pending = PendingOutput();
+  QDeadlineTimer stall(kStallMilliseconds);
+  while (pending >= kOutputLimit) {
+    if (port_.bytesToWrite() > 0) {
+      port_.waitForBytesWritten(20);
+    } else {
+      QThread::msleep(2);  // all of it is with the operating system; look again later
+    }
+    if (!port_.isOpen()) return false;
+    const int left = PendingOutput();
+    if (left < pending) {
+      stall.setRemainingTime(kStallMilliseconds);
+    } else if (stall.hasExpired()) {
+      return false;
+    }
+    pending = left;
+  }
+  return true;
+}
+
+int QtSerialPort::PendingOutput() const {
+  return static_cast<int>(port_.bytesToWrite()) + KernelQueue(port_);
+}
+
+void QtSerialPort::SetSendThreshold(int threshold) {
+  sendThreshold_ = threshold;
+  if (threshold == 1 && port_.bytesToWrite() == 0) {
+    QMetaObject::invokeMethod(this, &QtSerialPort::TellDrained, Qt::QueuedConnection);
+  }
+}
+
+void QtSerialPort::OnReadyRead() {
+  if (writing_) {
+    readDeferred_ = true;
+    return;
+  }
+  if (events_ != nullptr && port_.bytesAvailable() > 0) events_->DataReceived();
+}
+
+void QtSerialPort::OnBytesWritten() {
+  if (!writing_) TellDrained();
+}
+
+void QtSerialPort::TellDrained() {
+  if (sendThreshold_ == 1 && port_.bytesToWrite() == 0 && events_ != nullptr) {
+    events_->OutputDrained();
+  }
+}
+
+void QtSerialPort::OnError(QSerialPort::SerialPortError error) {
+  if (opening_ || !port_.isOpen() || error == QSerialPort::NoError ||
+      error == QSerialPort::TimeoutError) {
+    return;
+  }
+  // A device that has gone reports this error again at every turn of the event loop until the
+  // port is closed.
+  port_.close();
+  if (writing_) {
+    lostDeferred_ = true;
+    return;
+  }
+  TellLost();
+}
+
+void QtSerialPort::TellLost() {
+  if (events_ != nullptr) events_->PortLost();
+}
+
+}  // namespace switcher

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef SWITCHER_SEND_H_
+#define SWITCHER_SEND_H_
+
+#include <cstdint>
+#include <span>
+
+#include "model/status.h"
+#include "switcher/serial_port.h"
+
+namespace switcher {
+
+// The title of every report of a failed transmission.
+inline constexpr char kSendErrorTitle[] = "Serial Communications Error";
+
+// Writes a message to the port, one write per byte, and stops at the first that fails; what
+// was written by then stays written.
+model::Status WriteMessage(SerialPort& port, std::span<const std::uint8_t> message);
+
+}  // namespace switcher
+
+#endif  // SWITCHER_SEND_H_

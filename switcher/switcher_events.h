@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+//
+// What the decoders announce.  Lower folders know these interfaces only; the program implements
+// them with calls to the open views and to the gateway.
+
+#ifndef SWITCHER_SWITCHER_EVENTS_H_
+#define SWITCHER_SWITCHER_EVENTS_H_
+
+#include <string_view>
+
+#include "switcher/decode_status.h"
+
+namespace switcher {
+
+class SwitcherEvents {
+ public:
+  virtual ~SwitcherEvents() = default;
+
+  // Row `output` (from 1) of CrosspointMap holds an accepted report.  `mode` is the status
+  // value of the row: 0 ordinary, 1 priority.
+  virtual void CrosspointRowChanged(int output, int mode) = 0;
+
+  // InputGains holds an accepted report.
+  virtual void GainsChanged() = 0;
+
+  // QdvTally holds an accepted report.
+  virtual void TallyChanged() = 0;
+};
+
+// Takes note of every message received while a retrieval runs.
+class MessageHistory {
+ public:
+  virtual ~MessageHistory() = default;
+
+  // `description` names the message ("Output 5 Crosspoint Map"), `byteCount` is its length from
+  // code to end byte.
+  virtual void UpdateStatus(std::string_view description, int byteCount, DecodeStatus status) = 0;
+};
+
+}  // namespace switcher
+
+#endif  // SWITCHER_SWITCHER_EVENTS_H_

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/live_commands.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/fake_serial_port.h"
+#include "tests/support/recording_reporter.h"
+
+namespace switcher {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class LiveCommandsTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(port_.Open(1).ok()); }
+
+  model::SystemModel model_;
+  test::FakeSerialPort port_;
+  test::RecordingReporter reporter_;
+  LiveCommands commands_{model_, port_, reporter_};
+};
+
+TEST_F(LiveCommandsTest, TakeIsWrittenAndTheSendEventArmed) {
+  commands_.SendTake(200, 130, 0x86);
+  EXPECT_EQ(port_.TakeWritten(), "FD 06 01 01 01 47 01 4E FF");
+  EXPECT_TRUE(model_.SendBusy);
+  EXPECT_EQ(port_.sendThreshold, 1);
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(LiveCommandsTest, GainIsWrittenAndTheSendEventArmed) {
+  commands_.SendGain(5, 100);
+  EXPECT_EQ(port_.TakeWritten(), "E3 05 64 69 FF");
+  EXPECT_TRUE(model_.SendBusy);
+  EXPECT_EQ(port_.sendThreshold, 1);
+}
+
+TEST_F(LiveCommandsTest, FailedTakeIsReportedAndStaysBusy) {
+  port_.writesUntilFailure = 3;
+  commands_.SendTake(1, 1, 0x02);
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00");
+  EXPECT_TRUE(model_.SendBusy);
+  EXPECT_EQ(port_.sendThreshold, 0);
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("critical|Serial Communications Error|Error Sending Take Command"
+                          "\r\rError # 8020 - The line takes no bytes"));
+}
+
+TEST_F(LiveCommandsTest, FailedGainIsReported) {
+  port_.Close();
+  commands_.SendGain(0, 1);
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("critical|Serial Communications Error|Error Sending Gain Command"
+                          "\r\rError # 8018 - The port is not open"));
+}
+
+}  // namespace
+}  // namespace switcher

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/table_senders.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/fake_serial_port.h"
+#include "tests/support/recording_reporter.h"
+#include "tests/support/temporary_folder.h"
+
+namespace switcher {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class SendInhibitsTest : public testing::Test {
+ protected:
+  SendInhibitsTest() { model_.ChannelCount = 16; }
+
+  void SetUp() override {
+    ASSERT_TRUE(port_.Open(1).ok());
+    ASSERT_TRUE(files_.Open().ok());
+  }
+
+  void SetInhibits(int stationNum, const jet::Value& inhibits) {
+    jet::RecordSet& stations = *files_.Stations();
+    ASSERT_TRUE(stations.Seek(stationNum).ok());
+    ASSERT_TRUE(stations.Edit().ok());
+    ASSERT_TRUE(stations.Set("Inhibits", inhibits).ok());
+    ASSERT_TRUE(stations.Update().ok());
+  }
+
+  int CurrentStation() {
+    jet::Value number;
+    EXPECT_TRUE(files_.Stations()->Get("StationNum", &number).ok());
+    return number.Int();
+  }
+
+  model::SystemModel model_;
+  test::TemporaryFolder folder_;
+  db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
+  test::FakeSerialPort port_;
+  test::RecordingReporter reporter_;
+  TableSenders senders_{model_, files_, port_, reporter_};
+};
+
+TEST_F(SendInhibitsTest, OneStationIsOneMessage) {
+  SetInhibits(2, "1000000100000001");
+  senders_.SendInhibits(2);
+  EXPECT_EQ(port_.TakeWritten(), "F5 01 00 01 01 00 01 02 FF");
+  EXPECT_TRUE(model_.SendBusy);
+  EXPECT_EQ(port_.sendThreshold, 1);
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(SendInhibitsTest, AllStationsUpToTheChannelCount) {
+  model_.ChannelCount = 8;
+  senders_.SendInhibits(9999);
+  EXPECT_EQ(port_.TakeWritten(),
+            "F5 00 00 01 00 01 FF "
+            "F5 01 00 02 00 03 FF "
+            "F5 02 00 04 00 06 FF "
+            "F5 03 00 08 00 0B FF "
+            "F5 04 00 10 00 14 FF "
+            "F5 05 00 20 00 25 FF "
+            "F5 06 00 40 00 46 FF "
+            "F5 07 00 00 01 07 FF");
+}
+
+TEST_F(SendInhibitsTest, AStationWithoutARecordIsSkipped) {
+  model_.ChannelCount = 8;
+  ASSERT_TRUE(files_.Stations()->Seek(3).ok());
+  ASSERT_TRUE(files_.Stations()->Delete().ok());
+  senders_.SendInhibits(3);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  senders_.SendInhibits(9999);
+  EXPECT_EQ(port_.TakeWritten().substr(0, 3 * 14 + 2),
+            "F5 00 00 01 00 01 FF F5 01 00 02 00 03 FF F5");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(SendInhibitsTest, NullAndShortTextsInhibitNothing) {
+  SetInhibits(1, jet::Value());
+  senders_.SendInhibits(1);
+  EXPECT_EQ(port_.TakeWritten(), "F5 00 00 00 00 00 00 00 FF");
+  SetInhibits(1, "01");
+  senders_.SendInhibits(1);
+  EXPECT_EQ(port_.TakeWritten(), "F5 00 00 02 00 00 00 02 FF");
+}
+
+TEST_F(SendInhibitsTest, TheRecordSetStandsWhereItStood) {
+  ASSERT_TRUE(files_.Stations()->Seek(42).ok());
+  senders_.SendInhibits(9999);
+  EXPECT_EQ(CurrentStation(), 42);
+}
+
+TEST_F(SendInhibitsTest, AFailingLineIsReportedAndEndsTheSending) {
+  port_.writesUntilFailure = 12;
+  ASSERT_TRUE(files_.Stations()->Seek(42).ok());
+  senders_.SendInhibits(9999);
+  EXPECT_EQ(port_.TakeWritten(), "F5 00 00 01 00 00 00 01 FF F5 01 00");
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("critical|Serial Communications Error|Error Sending Inhibits Table"
+                          "\r\rError # 8020 - The line takes no bytes"));
+  EXPECT_TRUE(model_.SendBusy);
+  EXPECT_EQ(port_.sendThreshold, 0);
+  EXPECT_EQ(CurrentStation(), 42);
+}
+
+TEST_F(SendInhibitsTest, WithoutADatabaseNothingIsSent) {
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  senders_.SendInhibits(9999);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("critical|Serial Communications Error|Error Sending Inhibits Table"
+                          "\r\rError # 3021 - The configuration database is not open"));
+}
+
+}  // namespace
+}  // namespace switcher
