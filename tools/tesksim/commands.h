@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+//
+// What can be asked of the simulator while it runs: one command a line, one line of answer.
+
+#ifndef TESKSIM_COMMANDS_H_
+#define TESKSIM_COMMANDS_H_
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "model/status.h"
+#include "tools/tesksim/clock.h"
+#include "tools/tesksim/simulator.h"
+
+namespace tesksim {
+
+// The terminal and the program, as far as commands reach them.
+class TerminalControl {
+ public:
+  virtual ~TerminalControl() = default;
+
+  // Takes the device away from the console.  Fails when it is away already.
+  virtual model::Status Unplug() = 0;
+
+  // Brings a device back.  Fails when there is one, or when none can be had.
+  virtual model::Status Replug() = 0;
+
+  // Where to connect, as it was printed at the start: "/dev/pts/7".
+  virtual std::string Where() const = 0;
+
+  // Ends the program once the answer has been written.
+  virtual void Quit() = 0;
+};
+
+class Commands {
+ public:
+  // Both must outlive the commands.
+  Commands(Simulator& simulator, TerminalControl& terminal)
+      : simulator_(simulator), terminal_(terminal) {}
+
+  // Carries out one line, without its line end, at `now`.  The answer is one line without its
+  // end: "ok", "ok" and what was asked for, or "error" and the reason.
+  std::string Execute(std::string_view line, Time now);
+
+  // All commands with their arguments and what they do, for people: one line each, with line
+  // ends.
+  static std::string Help();
+
+ private:
+  using Words = std::span<const std::string_view>;  // the arguments, without the command
+
+  struct Command {
+    std::string_view name;
+    std::string_view arguments;
+    std::string_view help;
+    std::size_t fewest;  // arguments
+    std::size_t most;
+    std::string (Commands::*run)(Words words);
+  };
+  static const Command kCommands[];
+
+  // Null when there is no such command.
+  static const Command* Find(std::string_view name);
+
+  bool IsChannel(std::string_view word, int* channel);
+  std::string NoChannel(std::string_view what);
+
+  std::string Make(Words words);
+  std::string Break(Words words);
+  std::string Row(Words words);
+  std::string SendRow(Words words);
+  std::string Map(Words words);
+  std::string Tally(Words words);
+  std::string SendTally(Words words);
+  std::string Gain(Words words);
+  std::string SendGains(Words words);
+  std::string Inhibit(Words words);
+  std::string Inhibits(Words words);
+  std::string Silence(Words words);
+  std::string Unplug(Words words);
+  std::string Replug(Words words);
+  std::string Raw(Words words);
+  std::string ShowStats(Words words);
+  std::string LogMessages(Words words);
+  std::string ShowHelp(Words words);
+  std::string Quit(Words words);
+  std::string SetFault(const FaultSetting& setting, Words words, Time now);
+
+  Simulator& simulator_;
+  TerminalControl& terminal_;
+};
+
+}  // namespace tesksim
+
+#endif  // TESKSIM_COMMANDS_H_

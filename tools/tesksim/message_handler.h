@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef TESKSIM_MESSAGE_HANDLER_H_
+#define TESKSIM_MESSAGE_HANDLER_H_
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace tesksim {
+
+// What the switcher made of a message.
+struct Outcome {
+  enum class Result {
+    Done,
+    Refused,    // understood, and not done: inhibited, or outside the system
+    Malformed,  // wrong length, checksum or end byte
+  };
+  Result result = Result::Malformed;
+  std::string text;   // what it says: "output 6 source 8 action 3"
+  int answerRow = 0;  // the output whose map row answers the message; 0 for none
+};
+
+// Acts on the messages of one kind.  One class, in a file of its own, for each kind; what it
+// keeps for itself alone is its member, what others need is in SwitcherState.
+class MessageHandler {
+ public:
+  virtual ~MessageHandler() = default;
+
+  // Whether messages with this code are this handler's.
+  virtual bool Handles(std::uint8_t code) const = 0;
+
+  // Checks a message, code to end byte, and does what it says.
+  virtual Outcome Accept(std::span<const std::uint8_t> message) = 0;
+};
+
+}  // namespace tesksim
+
+#endif  // TESKSIM_MESSAGE_HANDLER_H_

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+
+#include "tools/tesksim/messages/gain.h"
+
+#include "switcher/frame.h"
+#include "switcher/messages/gain.h"
+
+namespace tesksim {
+
+bool GainHandler::Handles(std::uint8_t code) const { return code == switcher::kGainCode; }
+
+Outcome GainHandler::Accept(std::span<const std::uint8_t> message) {
+  const auto gain = switcher::ParseGain(message);
+  if (!gain.has_value()) return {};
+  const int input = gain->input + 1;
+  Outcome outcome{.result = Outcome::Result::Refused,
+                  .text = "input " + std::to_string(input) + " step " + std::to_string(gain->step)};
+  if (!state_.HasChannel(input)) return outcome;
+  state_.gains[static_cast<std::size_t>(gain->input)] = static_cast<std::int16_t>(gain->step);
+  outcome.result = Outcome::Result::Done;
+  return outcome;
+}
+
+}  // namespace tesksim

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef TESKSIM_OPTIONS_H_
+#define TESKSIM_OPTIONS_H_
+
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tools/tesksim/faults.h"
+#include "tools/tesksim/simulator.h"
+
+namespace tesksim {
+
+// The command line.
+struct Options {
+  Simulator::Options simulator;
+  std::string link;    // the symbolic link to make; empty for none
+  std::string device;  // the serial device to use; empty for a pseudo terminal
+  std::vector<std::pair<const FaultSetting*, int>> faults;
+  bool silence = false;
+  bool log = false;
+  bool help = false;
+};
+
+// Reads the arguments, without the program's name.  Returns what is wrong with them, as a
+// sentence for the user; empty when nothing is.
+std::string ParseOptions(std::span<const char* const> arguments, Options* options);
+
+// The text of --help.
+std::string HelpText();
+
+}  // namespace tesksim
+
+#endif  // TESKSIM_OPTIONS_H_
