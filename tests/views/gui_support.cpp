@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+
+#include "tests/views/gui_support.h"
+
+#include <QSettings>
+
+#include "views/console_style.h"
+
+namespace test {
+namespace {
+
+QtMessageHandler previousHandler = nullptr;
+
+void WithoutPlatform(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  if (message.startsWith(QLatin1String("This plugin does not support"))) return;
+  previousHandler(type, context, message);
+}
+
+}  // namespace
+
+GuiApplication::GuiApplication(int& argc, char** argv) : application_(argc, argv) {
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_.path());
+  QApplication::setStyle(new views::ConsoleStyle(QStringLiteral("Fusion")));
+  previousHandler = qInstallMessageHandler(WithoutPlatform);
+}
+
+}  // namespace test

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_MAIN_VIEW_H_
+#define VIEWS_MAIN_VIEW_H_
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include "config/window_settings.h"
+#include "views/placement.h"
+
+namespace views {
+
+// What the three main views have in common: a form in a sub-window of the main window whose
+// place is kept in the settings.
+//
+// Shown for the first time, the form takes its place from the settings; closed, it leaves its
+// place there, unless it is minimised.
+class MainView : public QWidget {
+  Q_OBJECT
+
+ public:
+  // `name` is the fixed name of the form, `settingsPrefix` begins its keys ("Xmap").
+  // `settings` must outlive the view.
+  MainView(const QString& name, const QString& title, const QString& settingsPrefix,
+           config::WindowSettings& settings, QWidget* parent = nullptr);
+
+  // Puts the form where the settings say.
+  void RestorePlacement();
+
+ protected:
+  // The outer frame of the form, in its parent's coordinates: the sub-window, or the widget
+  // itself while it is in none.
+  QRect FormGeometry() const;
+
+  // The form's outer size has changed.
+  virtual void FormResized() {}
+
+  bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QWidget* Form();
+  const QWidget* Form() const;
+
+  Placement placement_;
+  QPointer<QWidget> watched_;  // the sub-window whose size is followed
+  bool wasRestored_ = false;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_MAIN_VIEW_H_
