@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/console.h"
+
+#include <QApplication>
+#include <QDir>
+
+#include "app/about_dialog.h"
+#include "app/mdi_arrangement.h"
+#include "app/start_up.h"
+#include "config/configuration.h"
+#include "config/ini_file.h"
+#include "config/serial_devices.h"
+#include "views/xmap_legend.h"
+
+namespace app {
+
+namespace {
+
+using Icon = model::ErrorReporter::Icon;
+
+}  // namespace
+
+Console::Console(const QString& folder)
+    : folder_(folder),
+      placement_(settings_, QStringLiteral("Main")),
+      files_(File(db::kMainFile), File(db::kWorkingCopy)),
+      window_(commands_),
+      port_([this](int number) {
+        config::IniFile settings;
+        // Without its file the port has the platform's own name.
+        (void)config::IniFile::Load(File(config::kConfigurationFile), &settings);
+        return QString::fromStdString(config::SerialDevice(settings, number));
+      }),
+      liveCommands_(model_, port_, boxes_),
+      tables_(model_, files_, port_, boxes_),
+      views_(window_.Area(), {.model = model_,
+                              .stations = [this] { return files_.Stations(); },
+                              .commands = liveCommands_,
+                              .inhibits = *this,
+                              .poll = *this,
+                              .settings = settings_,
+                              .reporter = boxes_}),
+      viewMenu_(window_.ViewMenu(), views_, window_),
+      decoder_(model_, views_),
+      link_(model_, port_, decoder_, window_) {
+  ConnectCommands();
+  ConnectTimers();
+
+  StatusBar& status = window_.Status();
+  auto* const legend = new views::XmapLegend(&status);
+  legend->setObjectName(QStringLiteral("aidLegend"));
+  status.SetLegend(legend);
+  connect(&views_, &OpenViews::ReadoutChanged, &status, &StatusBar::SetReadout);
+  connect(&views_, &OpenViews::XmapLoaded, &status, &StatusBar::WantLegend);
+
+  window_.SetCloseHandler([this] { return ShutDown(); });
+  connect(&termination_, &Termination::Requested, this, [this] {
+    terminating_ = true;
+    window_.close();
+  });
+}
+
+Console::~Console() = default;
+
+std::filesystem::path Console::File(const char* name) const {
+  return QDir(folder_).filePath(QLatin1String(name)).toStdU16String();
+}
+
+void Console::Start() {
+  const QRect place = placement_.Stored();
+  window_.move(place.topLeft());
+  window_.resize(place.size());
+  placement_.SetRestored(place);
+  config::IniFile settings;
+  if (const auto status = config::IniFile::Load(File(config::kConfigurationFile), &settings);
+      !status.ok()) {
+    model::ReportError(boxes_, "Reading Configuration File", status);
+  }
+  StartUp(model_, files_, listener_, link_, boxes_).Run(folder_.toStdString(), settings);
+  window_.PollTimer().start();
+  window_.DecodeTimer().start();
+  views_.ShowButtons();
+  views_.ShowAlphas();
+  views_.ShowXmap();
+  window_.show();
+  boxes_.ShowOver(&window_);
+}
+
+void Console::ConnectCommands() {
+  QMdiArea& area = window_.Area();
+  commands_.Set(QStringLiteral("ID_Contents"), [this] { ShowContents(); });
+  commands_.Set(QStringLiteral("ID_About"), [this] { ShowAbout(); });
+  commands_.Set(QStringLiteral("ID_Exit"), [this] { window_.close(); });
+  commands_.Set(QStringLiteral("ID_XpointMap"), [this] { views_.ShowXmap(); });
+  commands_.Set(QStringLiteral("ID_StationAlphas"), [this] { views_.ShowAlphas(); });
+  commands_.Set(QStringLiteral("ID_ButtonProgramming"), [this] { views_.ShowButtons(); });
+  commands_.Set(QStringLiteral("ID_Cascade"), [&area] { Cascade(area); });
+  commands_.Set(QStringLiteral("ID_TileHorizontal"), [&area] { TileHorizontal(area); });
+  commands_.Set(QStringLiteral("ID_TileVertical"), [&area] { TileVertical(area); });
+  commands_.Set(QStringLiteral("ID_ArrangeIcons"), [&area] { ArrangeIcons(area); });
+  window_.UpdateCommands();
+  connect(&views_, &OpenViews::QdvStatusRequested, this,
+          [this] { commands_.Run(QStringLiteral("ID_QDVStatus")); });
+}
+
+void Console::ConnectTimers() {
+  connect(&window_.PollTimer(), &QTimer::timeout, this, [this] { link_.PollTick(); });
+  connect(&window_.DecodeTimer(), &QTimer::timeout, this, [this] {
+    if (!link_.DecodeTick()) window_.DecodeTimer().stop();
+  });
+}
+
+void Console::SetPolling(bool on) {
+  if (on) {
+    window_.PollTimer().start();
+  } else {
+    window_.PollTimer().stop();
+  }
+}
+
+void Console::ShowAbout() {
+  auto* const about = new AboutDialog(model_, &window_);
+  about->setAttribute(Qt::WA_DeleteOnClose);
+  about->open();
+}
+
+void Console::ShowContents() {
+  if (StartHelpViewer()) return;
+  if (help_ == nullptr) help_ = new HelpWindow;
+  help_->show();
+  help_->raise();
+  help_->activateWindow();
+}
+
+// The shut-down, in its order.  False when the database could not be saved: the program then
+// goes on, and closing tries again.
+bool Console::ShutDown() {
+  if (ended_) return true;
+  if (!window_.isMinimized()) {
+    // The full screen is a way of looking, not a place.
+    placement_.Save(window_.isFullScreen() ? window_.normalGeometry()
+                                           : QRect(window_.pos(), window_.size()));
+  }
+  if (const model::Status status = files_.SaveAndClose(); !status.ok()) {
+    boxes_.Show(Icon::Critical, "Database Error",
+                model::ErrorText("Error Saving Database File", status));
+    terminating_ = false;
+    return false;
+  }
+  if (port_.IsOpen()) port_.Close();
+  window_.PollTimer().stop();
+  window_.DecodeTimer().stop();
+
+  if (const model::Status status = WriteSettings(); !status.ok()) {
+    model::ReportError(boxes_, "Writing Configuration File", status);
+  }
+  listener_.Stop();
+  views_.CloseAll();
+  ended_ = true;
+  EndProgram();
+  return true;
+}
+
+// A file that cannot be read is not written either: what it holds would be lost.
+model::Status Console::WriteSettings() const {
+  const std::filesystem::path path = File(config::kConfigurationFile);
+  config::IniFile file;
+  if (model::Status status = config::IniFile::Load(path, &file); !status.ok()) return status;
+  config::WriteConfiguration(model_, port_.Number(), file);
+  return file.Save(path);
+}
+
+// The last reports are read before the program ends, unless the system wants it gone.
+void Console::EndProgram() {
+  if (terminating_ || boxes_.IsEmpty()) {
+    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    return;
+  }
+  connect(&boxes_, &MessageBoxes::Emptied, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+  boxes_.ShowOver(nullptr);
+}
+
+}  // namespace app

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_CONSOLE_H_
+#define APP_CONSOLE_H_
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include "app/command_table.h"
+#include "app/help_window.h"
+#include "app/main_window.h"
+#include "app/message_boxes.h"
+#include "app/open_views.h"
+#include "app/termination.h"
+#include "app/view_menu.h"
+#include "config/window_settings.h"
+#include "db/database_files.h"
+#include "gateway/listener.h"
+#include "model/system_model.h"
+#include "switcher/decoder.h"
+#include "switcher/link.h"
+#include "switcher/live_commands.h"
+#include "switcher/qt_serial_port.h"
+#include "switcher/table_senders.h"
+#include "views/inhibit_sender.h"
+#include "views/placement.h"
+#include "views/poll_switch.h"
+
+namespace app {
+
+// The program: owns every part and connects them.  What a part does is written in the part.
+class Console : public QObject, private views::InhibitSender, private views::PollSwitch {
+  Q_OBJECT
+
+ public:
+  // `folder` is the program's folder.
+  explicit Console(const QString& folder);
+  ~Console() override;
+
+  // Starts the program: the main window's place, the start-up loader, the three main views.
+  void Start();
+
+ private:
+  void ConnectCommands();
+  void ConnectTimers();
+  void ShowAbout();
+  void ShowContents();
+  bool ShutDown();
+  model::Status WriteSettings() const;
+  void EndProgram();
+  std::filesystem::path File(const char* name) const;
+
+  void SendInhibits(int station) override { tables_.SendInhibits(station); }
+  void SetPolling(bool on) override;
+
+  const QString folder_;
+  model::SystemModel model_;
+  MessageBoxes boxes_;
+  config::WindowSettings settings_;
+  views::Placement placement_;
+  CommandTable commands_;
+  db::DatabaseFiles files_;
+  gateway::Listener listener_;
+  MainWindow window_;
+  switcher::QtSerialPort port_;
+  switcher::LiveCommands liveCommands_;
+  switcher::TableSenders tables_;
+  OpenViews views_;
+  ViewMenu viewMenu_;
+  switcher::Decoder decoder_;
+  switcher::Link link_;
+  Termination termination_;
+  QPointer<HelpWindow> help_;
+  bool terminating_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace app
+
+#endif  // APP_CONSOLE_H_

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_MAIN_WINDOW_H_
+#define APP_MAIN_WINDOW_H_
+
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QTimer>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "app/command_table.h"
+#include "app/status_bar.h"
+#include "switcher/link.h"
+
+namespace app {
+
+// frmMain: the frame with its menus, tool bar, child windows, status bar and the two timers
+// that carry the traffic.  It does nothing by itself: commands run through the command table,
+// closing asks the program.
+class MainWindow : public QMainWindow, public switcher::LinkDisplay {
+  Q_OBJECT
+
+ public:
+  // `commands` must outlive the window.
+  explicit MainWindow(const CommandTable& commands);
+
+  // Asked when the window is to close: whether it may.
+  void SetCloseHandler(std::function<bool()> mayClose) { mayClose_ = std::move(mayClose); }
+
+  // Greys out the commands that have no operation.
+  void UpdateCommands();
+
+  QMdiArea& Area() { return *area_; }
+  StatusBar& Status() { return *statusBar_; }
+
+  // tmrPoll, once a second.
+  QTimer& PollTimer() { return pollTimer_; }
+
+  // tmrDecodeTCP, every 5 ms while there is work.
+  QTimer& DecodeTimer() { return decodeTimer_; }
+
+  // The menu for the aids of the map.
+  QMenu& ViewMenu() { return *viewMenu_; }
+
+  void ShowLinkText(std::string_view text) override;
+  void StartDecodeTimer() override;
+  void ShowBlockedCode(std::optional<std::uint8_t> code) override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void AddCommands();
+  void BuildMenus();
+  void BuildToolBar();
+  void FillWindowList();
+  QAction* CommandAction(const char* id) const;
+  QMenu* AddMenu(const char* id);
+
+  const CommandTable& commands_;
+  std::function<bool()> mayClose_;
+  QMdiArea* area_;
+  StatusBar* statusBar_;
+  QMenu* viewMenu_ = nullptr;
+  QMenu* windowMenu_ = nullptr;
+  QList<QAction*> windowList_;
+  QTimer pollTimer_;
+  QTimer decodeTimer_;
+};
+
+}  // namespace app
+
+#endif  // APP_MAIN_WINDOW_H_

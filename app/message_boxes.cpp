@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/message_boxes.h"
+
+#include <QApplication>
+#include <QMetaObject>
+#include <algorithm>
+
+namespace app {
+
+namespace {
+
+QString ToQString(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+}  // namespace
+
+MessageBoxes::MessageBoxes(QObject* parent) : QObject(parent) {}
+
+void MessageBoxes::ShowOver(QWidget* window) {
+  window_ = window;
+  started_ = true;
+  ShowNext();
+}
+
+void MessageBoxes::Show(Icon icon, std::string_view title, std::string_view text) {
+  Report report{.icon = icon == Icon::Critical ? QMessageBox::Critical : QMessageBox::Warning,
+                .title = ToQString(title),
+                .text = ToQString(text)};
+  const auto same = std::find_if(reports_.begin(), reports_.end(), [&](const Report& other) {
+    return other.title == report.title && other.text == report.text;
+  });
+  if (same != reports_.end()) {
+    ++same->count;
+    ShowCount();
+    return;
+  }
+  reports_.push_back(std::move(report));
+  // From the event loop: the handler that reports runs to its end first.
+  QMetaObject::invokeMethod(this, &MessageBoxes::ShowNext, Qt::QueuedConnection);
+}
+
+void MessageBoxes::ShowNext() {
+  if (!started_ || box_ != nullptr || reports_.empty()) return;
+  const Report& report = reports_.front();
+  QWidget* const dialog = QApplication::activeModalWidget();
+  box_ = new QMessageBox(report.icon, report.title, QString(), QMessageBox::Ok,
+                         dialog != nullptr ? dialog : window_.data());
+  box_->setAttribute(Qt::WA_DeleteOnClose);
+  box_->setTextFormat(Qt::PlainText);
+  // A selectable text shows a carriage return as a line break, which a plain label does not.
+  box_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  box_->setText(report.text);
+  box_->setEscapeButton(QMessageBox::Ok);
+  ShowCount();
+  connect(box_, &QMessageBox::finished, this, &MessageBoxes::OnClosed);
+  box_->open();
+}
+
+void MessageBoxes::OnClosed() {
+  box_ = nullptr;
+  reports_.pop_front();
+  if (reports_.empty()) {
+    Q_EMIT Emptied();
+  } else {
+    QMetaObject::invokeMethod(this, &MessageBoxes::ShowNext, Qt::QueuedConnection);
+  }
+}
+
+void MessageBoxes::ShowCount() {
+  if (box_ == nullptr || reports_.front().count < 2) return;
+  box_->setInformativeText(tr("Reported %1 times").arg(reports_.front().count));
+}
+
+}  // namespace app

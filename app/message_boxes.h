@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_MESSAGE_BOXES_H_
+#define APP_MESSAGE_BOXES_H_
+
+#include <QMessageBox>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <deque>
+
+#include "model/error_reporter.h"
+
+namespace app {
+
+// Shows reports as message boxes, one at a time and in their order, without ever holding up
+// whoever reports.  A report that equals one which shows or waits is folded into it and
+// counted, so that no storm of reports can bury the operator.
+class MessageBoxes : public QObject, public model::ErrorReporter {
+  Q_OBJECT
+
+ public:
+  explicit MessageBoxes(QObject* parent = nullptr);
+
+  // Begins to show what was and will be reported, over `window` or over the modal dialog that
+  // is open then; null when there is no window (any more).
+  void ShowOver(QWidget* window);
+
+  void Show(Icon icon, std::string_view title, std::string_view text) override;
+
+  // Nothing shows and nothing waits.
+  bool IsEmpty() const { return reports_.empty(); }
+
+ Q_SIGNALS:
+  // The last box was closed.
+  void Emptied();
+
+ private:
+  struct Report {
+    QMessageBox::Icon icon;
+    QString title;
+    QString text;
+    int count = 1;
+  };
+
+  void ShowNext();
+  void OnClosed();
+  void ShowCount();
+
+  std::deque<Report> reports_;  // the first one shows as soon as boxes are shown at all
+  QPointer<QWidget> window_;
+  QPointer<QMessageBox> box_;
+  bool started_ = false;
+};
+
+}  // namespace app
+
+#endif  // APP_MESSAGE_BOXES_H_

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/status_bar.h"
+
+#include <QFontMetrics>
+
+namespace app {
+
+namespace {
+
+constexpr int kNoteMilliseconds = 5000;
+
+// Room for "Out 064  Sta. 064  <  In 064  Inpt 064: Priority crosspoint".
+constexpr int kReadoutCharacters = 60;
+
+// A label that gives way when the window is narrow, instead of widening it.
+class ElidedLabel : public QLabel {
+ public:
+  using QLabel::QLabel;
+
+  QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+};
+
+}  // namespace
+
+StatusBar::StatusBar(QWidget* parent)
+    : QStatusBar(parent),
+      link_(new QLabel(this)),
+      blocked_(new QLabel(this)),
+      readout_(new ElidedLabel(this)),
+      note_(new ElidedLabel(this)) {
+  setObjectName(QStringLiteral("sbStatusBar"));
+  link_->setObjectName(QStringLiteral("sbStatusBar_1"));
+  blocked_->setObjectName(QStringLiteral("aidBlockedCode"));
+  readout_->setObjectName(QStringLiteral("aidReadout"));
+  note_->setObjectName(QStringLiteral("aidNote"));
+  for (QLabel* const label : {link_, blocked_, readout_, note_}) {
+    label->setTextFormat(Qt::PlainText);
+    label->setContentsMargins(6, 0, 6, 0);
+  }
+  link_->setAccessibleName(tr("Link to the switcher"));
+  readout_->setAccessibleName(tr("Current crosspoint"));
+
+  addWidget(link_);
+  addWidget(blocked_);
+  addWidget(readout_, 1);
+  addWidget(note_);
+  blocked_->hide();
+  note_->hide();
+
+  noteTime_.setSingleShot(true);
+  noteTime_.setInterval(kNoteMilliseconds);
+  connect(&noteTime_, &QTimer::timeout, note_, &QLabel::hide);
+}
+
+void StatusBar::SetLinkText(const QString& text) {
+  link_->setText(text);
+  link_->setMinimumWidth(link_->sizeHint().width());
+  UpdateLegend();
+}
+
+void StatusBar::SetLegend(QWidget* legend) {
+  legend_ = legend;
+  // Without a minimum of its own it would keep the window from becoming narrow.
+  legend_->setMinimumWidth(1);
+  addPermanentWidget(legend_);
+  UpdateLegend();
+}
+
+void StatusBar::WantLegend(bool wanted) {
+  legendWanted_ = wanted;
+  UpdateLegend();
+}
+
+void StatusBar::UpdateLegend() {
+  if (legend_ == nullptr) return;
+  const int readout = kReadoutCharacters * fontMetrics().averageCharWidth();
+  const int needed = link_->sizeHint().width() + legend_->sizeHint().width() + readout;
+  legend_->setVisible(legendWanted_ && width() >= needed);
+}
+
+void StatusBar::resizeEvent(QResizeEvent* event) {
+  QStatusBar::resizeEvent(event);
+  UpdateLegend();
+}
+
+void StatusBar::SetReadout(const QString& text) {
+  readout_->setText(text);
+  readout_->setToolTip(text);
+}
+
+void StatusBar::ShowNote(const QString& text) {
+  note_->setText(text);
+  note_->show();
+  noteTime_.start();
+}
+
+void StatusBar::SetBlockedCode(std::optional<std::uint8_t> code) {
+  blocked_->setVisible(code.has_value());
+  if (!code.has_value()) return;
+  blocked_->setText(tr("⚠ Receiving blocked by unknown code 0x%1")
+                        .arg(static_cast<int>(*code), 2, 16, QLatin1Char('0')));
+  blocked_->setToolTip(
+      tr("The switcher sent a message that this console does not know. Nothing that it sends is "
+         "read until the link is opened anew: unplug the serial line and plug it in, or restart "
+         "the console."));
+}
+
+}  // namespace app

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_STATUS_BAR_H_
+#define APP_STATUS_BAR_H_
+
+#include <QLabel>
+#include <QStatusBar>
+#include <QTimer>
+#include <cstdint>
+#include <optional>
+
+namespace app {
+
+// sbStatusBar: the link text in the first panel, which nothing ever covers, and aids beside it.
+class StatusBar : public QStatusBar {
+  Q_OBJECT
+
+ public:
+  explicit StatusBar(QWidget* parent = nullptr);
+
+  // The first panel, sbStatusBar_1.  Never elided.
+  void SetLinkText(const QString& text);
+
+  // What the cell under the operator's hand says; empty for nothing.
+  void SetReadout(const QString& text);
+
+  // A note that goes away by itself after five seconds.
+  void ShowNote(const QString& text);
+
+  // Says that an unknown message code holds up all decoding; nothing takes it away.
+  void SetBlockedCode(std::optional<std::uint8_t> code);
+
+  // Takes over the legend of the map.  It stands at the right end while it is wanted and there
+  // is room for it: a narrow window shows the link and the readout first.
+  void SetLegend(QWidget* legend);
+  void WantLegend(bool wanted);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void UpdateLegend();
+
+  QLabel* link_;
+  QLabel* blocked_;
+  QLabel* readout_;
+  QLabel* note_;
+  QWidget* legend_ = nullptr;
+  bool legendWanted_ = false;
+  QTimer noteTime_;
+};
+
+}  // namespace app
+
+#endif  // APP_STATUS_BAR_H_

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_VIEW_MENU_H_
+#define APP_VIEW_MENU_H_
+
+#include <QMenu>
+#include <QObject>
+
+#include "app/open_views.h"
+
+namespace app {
+
+// Fills the View menu: helps for reading the crosspoint map, and the full screen.  They change
+// looks only.
+class ViewMenu : public QObject {
+  Q_OBJECT
+
+ public:
+  // All must outlive the object.
+  ViewMenu(QMenu& menu, OpenViews& views, QWidget& window);
+
+ private:
+  void AddMapAction(const char* name, const QString& caption, const QKeySequence& shortcut,
+                    void (*operation)(views::XmapView&));
+  void Update();
+
+  QMenu& menu_;
+  OpenViews& views_;
+  QList<QAction*> mapActions_;
+  QAction* crosshair_;
+};
+
+}  // namespace app
+
+#endif  // APP_VIEW_MENU_H_

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/app_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace app {
+namespace {
+
+void WriteFile(const QString& path, const char* text) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(text);
+}
+
+QByteArray ReadFile(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
+}
+
+class AppFolderTest : public testing::Test {
+ protected:
+  QTemporaryDir root_;
+  QString user_ = root_.filePath(QStringLiteral("user/data"));
+};
+
+TEST_F(AppFolderTest, IsTheProgramsOwnWhereItCanBeWritten) {
+  EXPECT_EQ(AppFolder(root_.path(), user_), root_.path());
+  EXPECT_FALSE(QDir(user_).exists());
+}
+
+TEST_F(AppFolderTest, IsTheUsersWhereTheProgramsCannotBeWritten) {
+  // A folder that nobody can write, not even the superuser: there is none.
+  EXPECT_EQ(AppFolder(root_.filePath(QStringLiteral("missing")), user_), user_);
+  EXPECT_TRUE(QDir(user_).exists());
+}
+
+TEST_F(AppFolderTest, TheUserFolderTakesOverWhatTheProgramFolderHolds) {
+  WriteFile(root_.filePath(QStringLiteral("Tesk.mdb")), "database");
+  WriteFile(root_.filePath(QStringLiteral("Orvotesk.ini")), "settings");
+  WriteFile(root_.filePath(QStringLiteral("WorkingDb.md$")), "stale");
+  PrepareUserFolder(root_.path(), user_);
+  EXPECT_EQ(ReadFile(user_ + QStringLiteral("/Tesk.mdb")), "database");
+  EXPECT_EQ(ReadFile(user_ + QStringLiteral("/Orvotesk.ini")), "settings");
+  EXPECT_EQ(ReadFile(user_ + QStringLiteral("/WorkingDb.md$")), "(none)");
+}
+
+TEST_F(AppFolderTest, TheUsersOwnFilesAreNotReplaced) {
+  WriteFile(root_.filePath(QStringLiteral("Tesk.mdb")), "database");
+  QDir().mkpath(user_);
+  WriteFile(user_ + QStringLiteral("/Tesk.mdb"), "mine");
+  PrepareUserFolder(root_.path(), user_);
+  EXPECT_EQ(ReadFile(user_ + QStringLiteral("/Tesk.mdb")), "mine");
+}
+
+TEST_F(AppFolderTest, ACopyOfAReadOnlyFileCanBeWritten) {
+  const QString original = root_.filePath(QStringLiteral("Tesk.mdb"));
+  WriteFile(original, "database");
+  QFile::setPermissions(original, QFile::ReadOwner | QFile::ReadOther);
+  PrepareUserFolder(root_.path(), user_);
+  EXPECT_TRUE(QFile::permissions(user_ + QStringLiteral("/Tesk.mdb")) & QFile::WriteOwner);
+}
+
+}  // namespace
+}  // namespace app
