@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+
+#include "tests/end_to_end/console_process.h"
+
+#include <QDir>
+#include <QProcessEnvironment>
+#include <QThread>
+
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+
+#include <csignal>
+#endif
+
+namespace test {
+
+namespace {
+
+constexpr int kStartMilliseconds = 30000;
+constexpr int kEndMilliseconds = 20000;
+
+QString ToQString(const std::filesystem::path& path) {
+  return QString::fromStdString(path.string());
+}
+
+QJsonObject Request(const char* command, const char* object) {
+  return {{QStringLiteral("do"), QLatin1String(command)},
+          {QStringLiteral("object"), QLatin1String(object)}};
+}
+
+}  // namespace
+
+ConsoleFolder::ConsoleFolder() {
+  namespace fs = std::filesystem;
+  for (const auto& folder : {Program(), Home()}) fs::create_directories(folder);
+  // Also for consoles that run as another user.
+  fs::permissions(root_.Path(),
+                  fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
+  fs::permissions(Home(), fs::perms::all);
+  fs::copy_file(TESK_CONSOLE_PROGRAM, Program() / "teskctl");
+}
+
+void ConsoleFolder::WriteSettings(const std::string& device, const std::string& more) const {
+  WriteFile(Program() / "Orvotesk.ini", "[CONFIGURATION]\r\nCOM Port=1\r\n" + more +
+                                            "\r\n[SERIAL DEVICES]\r\nCOM1=" + device + "\r\n");
+}
+
+ConsoleProcess::ConsoleProcess(const ConsoleFolder& folder,
+                               const std::vector<std::string>& prefix) {
+  static int started = 0;
+  const QString socket = ToQString(folder.Home() / ("pilot" + std::to_string(++started)));
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  for (const char* const name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"}) {
+    environment.insert(QLatin1String(name), ToQString(folder.Home()));
+  }
+  environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+  environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
+                     QFileInfo(QStringLiteral(TESK_CONSOLE_PROGRAM)).path());
+  environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"),
+                     QStringLiteral("teskpilot:") + socket);
+  process_.setProcessEnvironment(environment);
+  process_.setProcessChannelMode(QProcess::ForwardedChannels);
+#ifdef Q_OS_LINUX
+  // A test that is killed takes its consoles along.
+  process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+#endif
+  QStringList command;
+  for (const std::string& word : prefix) command.append(QString::fromStdString(word));
+  command.append(ToQString(folder / "teskctl"));
+  const QString program = command.takeFirst();
+  process_.start(program, command);
+  // The first answer comes from the event loop: by then the start-up is through.
+  up_ = process_.waitForStarted() && pilot_.Connect(socket, kStartMilliseconds) &&
+        Ask({{QStringLiteral("do"), QStringLiteral("boxes")}}).value(QLatin1String("ok")).toBool();
+}
+
+ConsoleProcess::~ConsoleProcess() {
+  if (process_.state() != QProcess::NotRunning) Kill();
+}
+
+QJsonObject ConsoleProcess::Ask(const QJsonObject& request) { return pilot_.Ask(request); }
+
+QJsonValue ConsoleProcess::Property(const char* object, const char* property) {
+  QJsonObject request = Request("get", object);
+  request.insert(QStringLiteral("property"), QLatin1String(property));
+  return Ask(request).value(QLatin1String("value"));
+}
+
+int ConsoleProcess::Mark(int output, int input) {
+  QJsonObject request = Request("invoke", "msfgXmap");
+  request.insert(QStringLiteral("method"), QStringLiteral("cellMark"));
+  request.insert(QStringLiteral("args"), QJsonArray{output + 1, input + 1});
+  return Ask(request).value(QLatin1String("value")).toInt(-1);
+}
+
+std::string ConsoleProcess::CellText(int row, int column) {
+  QJsonObject request = Request("invoke", "msfgXmap");
+  request.insert(QStringLiteral("method"), QStringLiteral("cellText"));
+  request.insert(QStringLiteral("args"), QJsonArray{row, column});
+  return Ask(request).value(QLatin1String("value")).toString().toStdString();
+}
+
+void ConsoleProcess::Use(const char* tool, int output, int input) {
+  QJsonObject request = Request("invoke", "msfgXmap");
+  request.insert(QStringLiteral("method"), QStringLiteral("selectCell"));
+  request.insert(QStringLiteral("args"), QJsonArray{output + 1, input + 1});
+  Ask(request);
+  Trigger(tool, "frmXmap");
+}
+
+void ConsoleProcess::Trigger(const char* action, const char* window) {
+  QJsonObject request = Request("trigger", action);
+  request.insert(QStringLiteral("window"), QLatin1String(window));
+  Ask(request);
+}
+
+void ConsoleProcess::Keys(const char* object, const char* sequence) {
+  QJsonObject request = Request("keys", object);
+  request.insert(QStringLiteral("sequence"), QLatin1String(sequence));
+  Ask(request);
+}
+
+void ConsoleProcess::CloseWindow(const char* object) { Ask(Request("close", object)); }
+
+std::vector<Box> ConsoleProcess::Boxes() {
+  std::vector<Box> boxes;
+  const QJsonArray shown = Ask({{QStringLiteral("do"), QStringLiteral("boxes")}})
+                               .value(QLatin1String("value"))
+                               .toArray();
+  for (const QJsonValue& box : shown) {
+    const auto text = [&box](const char* key) {
+      return box.toObject().value(QLatin1String(key)).toString().toStdString();
+    };
+    boxes.push_back({text("icon"), text("title"), text("text"), text("more")});
+  }
+  return boxes;
+}
+
+void ConsoleProcess::CloseBox() { Ask({{QStringLiteral("do"), QStringLiteral("closeBox")}}); }
+
+void ConsoleProcess::Grab(const char* object, const std::string& file) {
+  QJsonObject request = Request("grab", object);
+  request.insert(QStringLiteral("file"), QString::fromStdString(file));
+  Ask(request);
+}
+
+bool ConsoleProcess::WaitFor(const std::function<bool()>& condition,
+                             std::chrono::milliseconds within) {
+  const auto deadline = std::chrono::steady_clock::now() + within;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    QThread::msleep(10);
+  }
+  return true;
+}
+
+std::optional<int> ConsoleProcess::Terminate() {
+  process_.terminate();
+  return WaitForEnd();
+}
+
+std::optional<int> ConsoleProcess::WaitForEnd() {
+  if (process_.state() != QProcess::NotRunning && !process_.waitForFinished(kEndMilliseconds)) {
+    return std::nullopt;
+  }
+  if (process_.exitStatus() != QProcess::NormalExit) return std::nullopt;
+  return process_.exitCode();
+}
+
+void ConsoleProcess::Kill() {
+  process_.kill();
+  process_.waitForFinished(kEndMilliseconds);
+}
+
+}  // namespace test

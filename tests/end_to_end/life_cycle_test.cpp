@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: MIT
+//
+// Start, end and start again: what the console keeps.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "db/database_files.h"
+#include "tests/end_to_end/console_process.h"
+#include "tests/support/simulator_process.h"
+
+namespace test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+class LifeCycleTest : public testing::Test {
+ protected:
+  void SetUp() override { folder_.WriteSettings(line_); }
+
+  // The stored inhibits of a station, read from the file that a run left.
+  std::string StoredInhibits(int stationNum) {
+    const TemporaryFolder copy;
+    db::DatabaseFiles files(folder_ / "Tesk.mdb", copy / "WorkingDb.md$");
+    EXPECT_TRUE(files.Open().ok());
+    EXPECT_TRUE(files.Stations()->Seek(stationNum).ok());
+    jet::Value inhibits;
+    EXPECT_TRUE(files.Stations()->Get("Inhibits", &inhibits).ok());
+    return inhibits.Text();
+  }
+
+  int argc_ = 0;
+  QCoreApplication application_{argc_, nullptr};
+  ConsoleFolder folder_;
+  std::string line_ = folder_ / "line";
+  SimulatorProcess simulator_{{"--log", "--link", line_}};
+};
+
+TEST_F(LifeCycleTest, FirstStartCreatesEverythingAndTheEndTidiesUp) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_TRUE(fs::exists(folder_ / "Tesk.mdb"));
+  EXPECT_TRUE(fs::exists(folder_ / "WorkingDb.md$"));
+  console.Trigger("ID_Exit");
+  EXPECT_EQ(console.WaitForEnd(), 0);
+  EXPECT_FALSE(fs::exists(folder_ / "WorkingDb.md$"));
+  EXPECT_EQ(ReadFile(folder_ / "Orvotesk.ini"),
+            "[CONFIGURATION]\r\nCOM Port=1\r\nApp Path=" + folder_.Program().string() +
+                "\\\r\nDownload Interval=50\r\nDemo Mode=0\r\nIP Port=1250\r\n"
+                "Softpanel Support=No\r\n\r\n[SERIAL DEVICES]\r\nCOM1=" +
+                line_ + "\r\n");
+}
+
+TEST_F(LifeCycleTest, AnEditIsKeptWhenTheConsoleIsClosed) {
+  {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    console.Use("ID_ToggleInhibit", 6, 8);
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
+    EXPECT_EQ(console.Terminate(), 0);
+  }
+  EXPECT_EQ(StoredInhibits(6).substr(0, 10), "0000010100");
+  ConsoleProcess again(folder_);
+  ASSERT_TRUE(again.IsUp());
+  EXPECT_EQ(again.Mark(6, 8), 2);
+}
+
+TEST_F(LifeCycleTest, AKilledConsoleLeavesTheDatabaseAsItWas) {
+  {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    EXPECT_EQ(console.Terminate(), 0);
+  }
+  const std::string before = ReadFile(folder_ / "Tesk.mdb");
+  {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    console.Use("ID_ToggleInhibit", 6, 8);
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
+    console.Kill();
+  }
+  EXPECT_EQ(ReadFile(folder_ / "Tesk.mdb"), before);
+  EXPECT_TRUE(fs::exists(folder_ / "WorkingDb.md$"));
+  ConsoleProcess again(folder_);
+  ASSERT_TRUE(again.IsUp());
+  EXPECT_EQ(again.Mark(6, 8), 0);
+}
+
+TEST_F(LifeCycleTest, WindowsComeBackWhereTheyWere) {
+  const auto geometry = [](ConsoleProcess& console, const char* object) {
+    return console.Property(object, "geometry");
+  };
+  QJsonValue main;
+  {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    EXPECT_EQ(console.Property("frmMain", "size"), QJsonValue(QJsonArray{433, 433}));
+    EXPECT_EQ(console.Property("frmMain", "pos"), QJsonValue(QJsonArray{67, 67}));
+    QJsonObject resize{{QStringLiteral("do"), QStringLiteral("set")},
+                       {QStringLiteral("object"), QStringLiteral("frmMain")},
+                       {QStringLiteral("property"), QStringLiteral("size")},
+                       {QStringLiteral("value"), QJsonArray{800, 600}}};
+    EXPECT_TRUE(console.Ask(resize).value(QLatin1String("ok")).toBool());
+    main = geometry(console, "frmMain");
+    EXPECT_EQ(console.Terminate(), 0);
+  }
+  const std::string stored = ReadFile(folder_.Home() / "Orvo" / "Orvo Intercom Control.conf");
+  EXPECT_THAT(stored, HasSubstr("[Settings]"));
+  EXPECT_THAT(stored, HasSubstr("MainLeft=1000\n"));
+  EXPECT_THAT(stored, HasSubstr("MainWidth=12000\n"));
+  EXPECT_THAT(stored, HasSubstr("MainHeight=9000\n"));
+  EXPECT_THAT(stored, HasSubstr("XmapLeft=500\n"));
+  EXPECT_THAT(stored, HasSubstr("XmapWidth=10000\n"));
+  EXPECT_THAT(stored, HasSubstr("ButnsHeight=6100\n"));
+  EXPECT_THAT(stored, HasSubstr("AlphasTop=300\n"));
+  ConsoleProcess again(folder_);
+  ASSERT_TRUE(again.IsUp());
+  EXPECT_EQ(geometry(again, "frmMain"), main);
+}
+
+TEST_F(LifeCycleTest, AViewThatWasClosedOpensAgain) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  const auto visible = [&](const char* object) {
+    return console
+        .Ask({{QStringLiteral("do"), QStringLiteral("find")},
+              {QStringLiteral("object"), QLatin1String(object)}})
+        .value(QLatin1String("value"))
+        .toObject()
+        .value(QLatin1String("visible"))
+        .toBool();
+  };
+  for (const auto& [command, view] :
+       {std::pair{"ID_XpointMap", "frmXmap"}, std::pair{"ID_StationAlphas", "frmAlphas"},
+        std::pair{"ID_ButtonProgramming", "frmButtons"}}) {
+    EXPECT_TRUE(visible(view)) << view;
+    console.CloseWindow(view);
+    EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return !visible(view); })) << view;
+    console.Trigger(command);
+    EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return visible(view); })) << view;
+  }
+  // A map opened anew shows what is known.
+  EXPECT_EQ(console.Mark(1, 1), 2);
+}
+
+TEST_F(LifeCycleTest, ASecondConsoleInTheSameFolderSaysSoAndEnds) {
+  ConsoleProcess first(folder_);
+  ASSERT_TRUE(first.IsUp());
+  const std::string copy = ReadFile(folder_ / "WorkingDb.md$");
+  {
+    ConsoleProcess second(folder_);
+    ASSERT_TRUE(second.IsUp());
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !second.Boxes().empty(); }));
+    EXPECT_EQ(second.Boxes()[0],
+              (Box{"exclamation", "Orvo Intercom Control",
+                   "Orvo Intercom Control is already running in this folder.", ""}));
+    second.CloseBox();
+    EXPECT_EQ(second.WaitForEnd(), 1);
+  }
+  EXPECT_EQ(ReadFile(folder_ / "WorkingDb.md$"), copy);
+}
+
+TEST_F(LifeCycleTest, AFailedCopyBackKeepsTheProgramAndTheWork) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  console.Use("ID_ToggleInhibit", 6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
+  // The disk is full where the copy is written.
+  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
+  console.Trigger("ID_Exit");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_EQ(console.Boxes()[0].title, "Database Error");
+  EXPECT_THAT(console.Boxes()[0].text, HasSubstr("Error Saving Database File\r\rError # 3026 - "));
+  console.CloseBox();
+  EXPECT_EQ(console.Mark(6, 8), 2);
+  EXPECT_EQ(StoredInhibits(6).substr(0, 10), "0000010000");
+
+  console.Trigger("ID_Exit");
+  EXPECT_EQ(console.WaitForEnd(), 0);
+  EXPECT_EQ(StoredInhibits(6).substr(0, 10), "0000010100");
+}
+
+// A console that was installed for all users: its folder cannot be written.
+TEST_F(LifeCycleTest, WithoutTheRightToWriteItsFolderItUsesTheUsers) {
+  // The superuser may write everywhere and becomes somebody else for this.
+  std::vector<std::string> asNobody;
+  if (geteuid() == 0) asNobody = {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+  fs::permissions(folder_.Program(), fs::perms::owner_read | fs::perms::owner_exec |
+                                         fs::perms::others_read | fs::perms::others_exec);
+  fs::permissions(folder_ / "Orvotesk.ini", fs::perms::all);
+  const std::string settings = ReadFile(folder_ / "Orvotesk.ini");
+  ConsoleProcess console(folder_, asNobody);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_EQ(console.Terminate(), 0);
+  EXPECT_FALSE(fs::exists(folder_ / "Tesk.mdb"));
+  EXPECT_EQ(ReadFile(folder_ / "Orvotesk.ini"), settings);
+  const fs::path user = folder_.Home() / "Orvo" / "Orvo Intercom Control";
+  EXPECT_TRUE(fs::exists(user / "Tesk.mdb"));
+  EXPECT_THAT(ReadFile(user / "Orvotesk.ini"), HasSubstr("App Path=" + user.string() + "\\\r\n"));
+  EXPECT_THAT(ReadFile(user / "Orvotesk.ini"), HasSubstr("COM1=" + line_));
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+//
+// The main job, with the real console on the real simulated switcher: bytes on the line to
+// marks on the screen, and back.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/end_to_end/console_process.h"
+#include "tests/support/simulator_process.h"
+
+namespace test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using namespace std::chrono_literals;
+
+constexpr int kNone = 0;
+constexpr int kCrosspoint = 1;
+constexpr int kInhibit = 2;
+constexpr int kPriority = 3;
+
+constexpr char kConnected[] = "Connected - COM 1  (57600, 8, N, 1)";
+constexpr char kNotConnected[] = "Not Connected - COM 1";
+
+class LiveMapTest : public testing::Test {
+ protected:
+  // Starts the console and waits until it has the whole map: only then does it ask for the
+  // tally.
+  void Start() {
+    console_ = std::make_unique<ConsoleProcess>(folder_);
+    ASSERT_TRUE(console_->IsUp());
+    ASSERT_TRUE(simulator_.WaitForLine("rx poll tally"));
+  }
+
+  void SetUp() override { folder_.WriteSettings(line_); }
+
+  // The mark of a crosspoint becomes `mark`.
+  void ExpectMark(int output, int input, int mark) {
+    EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return console_->Mark(output, input) == mark; }))
+        << "output " << output << " input " << input << " shows " << console_->Mark(output, input);
+  }
+
+  void ExpectLinkText(const char* text) {
+    EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return console_->LinkText() == text; }))
+        << console_->LinkText();
+  }
+
+  int argc_ = 0;
+  QCoreApplication application_{argc_, nullptr};
+  ConsoleFolder folder_;
+  std::string line_ = folder_ / "line";
+  SimulatorProcess simulator_{{"--log", "--link", line_}};
+  std::unique_ptr<ConsoleProcess> console_;
+};
+
+TEST_F(LiveMapTest, MapFillsFromTheWire) {
+  EXPECT_THAT(simulator_.Command("make 1 2"), StartsWith("ok"));
+  EXPECT_THAT(simulator_.Command("make 64 63"), StartsWith("ok"));
+  EXPECT_THAT(simulator_.Command("make 5 9 priority"), StartsWith("ok"));
+  Start();
+  EXPECT_EQ(console_->LinkText(), kConnected);
+  ExpectMark(1, 2, kCrosspoint);
+  ExpectMark(64, 63, kCrosspoint);
+  ExpectMark(5, 9, kPriority);
+  EXPECT_EQ(console_->Mark(1, 3), kNone);
+  EXPECT_EQ(console_->Mark(1, 1), kInhibit);
+  EXPECT_EQ(console_->CellText(2, 0), "Sta. 001");
+  EXPECT_EQ(console_->CellText(2, 1), "01");
+  EXPECT_EQ(console_->CellText(0, 3), "I\rn\rp\rt\r \r0\r0\r2\r");
+  EXPECT_TRUE(console_->Boxes().empty());
+}
+
+TEST_F(LiveMapTest, ATakeGoesOutComesBackAndShows) {
+  Start();
+  console_->Use("ID_Take", 6, 8);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 3"));
+  ExpectMark(6, 8, kCrosspoint);
+
+  // The switcher releases the other source; a second take of the same crosspoint sends nothing.
+  console_->Use("ID_Take", 6, 9);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 9 action 3"));
+  ExpectMark(6, 9, kCrosspoint);
+  ExpectMark(6, 8, kNone);
+  console_->Use("ID_Take", 6, 9);
+  console_->Use("ID_Take", 7, 9);
+  const auto next = simulator_.WaitForLine("rx take");
+  ASSERT_TRUE(next);
+  EXPECT_THAT(*next, HasSubstr("output 7 source 9 action 3"));
+}
+
+TEST_F(LiveMapTest, SumsCallsAndListensAreMadeAndBroken) {
+  Start();
+  console_->Use("ID_Sum", 2, 10);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 2 source 10 action 2"));
+  ExpectMark(2, 10, kCrosspoint);
+  console_->Use("ID_Listen", 2, 11);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 2 source 11 action 2"));
+  ExpectMark(2, 11, kCrosspoint);
+  console_->Use("ID_Sum", 2, 10);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 2 source 10 action 0"));
+  ExpectMark(2, 10, kNone);
+
+  console_->Use("ID_Call", 3, 20);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 3 source 20 action 134"));
+  ExpectMark(3, 20, kPriority);
+  console_->Use("ID_Call", 3, 20);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 3 source 20 action 132"));
+  ExpectMark(3, 20, kNone);
+  console_->Use("ID_PriorityListen", 4, 20);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 4 source 20 action 138"));
+  ExpectMark(4, 20, kPriority);
+  console_->Use("ID_PriorityListen", 4, 20);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 4 source 20 action 136"));
+  ExpectMark(4, 20, kNone);
+}
+
+TEST_F(LiveMapTest, AnInhibitedCrosspointIsRefusedAndNothingIsSent) {
+  Start();
+  console_->Use("ID_ToggleInhibit", 6, 8);
+  ExpectMark(6, 8, kInhibit);
+  console_->Use("ID_Take", 6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console_->Boxes().empty(); }));
+  EXPECT_EQ(console_->Boxes()[0], (Box{"exclamation", "Control Error",
+                                       "Action Not Allowed On Inhibited Crosspoint", ""}));
+  console_->CloseBox();
+  console_->Use("ID_ToggleInhibit", 6, 8);
+  ExpectMark(6, 8, kNone);
+  console_->Use("ID_Take", 6, 8);
+  const auto take = simulator_.WaitForLine("rx take");
+  ASSERT_TRUE(take);
+  EXPECT_THAT(*take, HasSubstr("output 6 source 8"));
+  ExpectMark(6, 8, kCrosspoint);
+
+  console_->Use("ID_ToggleInhibit", 6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console_->Boxes().empty(); }));
+  EXPECT_EQ(console_->Boxes()[0].text, "Inhibit Not Possible With Existing Crosspoint");
+}
+
+TEST_F(LiveMapTest, InhibitsReachTheSwitcherWhenSent) {
+  Start();
+  console_->Use("ID_ToggleInhibit", 6, 8);
+  ExpectMark(6, 8, kInhibit);
+  console_->Trigger("ID_SendInhibits", "frmXmap");
+  EXPECT_TRUE(simulator_.WaitForLine("rx inhibits output 64"));
+  EXPECT_THAT(simulator_.Command("inhibits 6"), HasSubstr("6 8"));
+  EXPECT_THAT(simulator_.Command("inhibits 64"), HasSubstr("64"));
+  // The poll goes on afterwards.
+  EXPECT_TRUE(simulator_.WaitForLine("rx poll keep-alive"));
+}
+
+TEST_F(LiveMapTest, ACrosspointReportedOnAnInhibitedCellIsShownAndWarnedOf) {
+  Start();
+  simulator_.Command("make 3 3");
+  simulator_.Command("send-row 3");
+  ExpectMark(3, 3, kCrosspoint);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console_->Boxes().empty(); }));
+  EXPECT_EQ(console_->Boxes()[0],
+            (Box{"exclamation", "Synchronization Warning",
+                 "Crosspoint selection received for Inhibited Crosspoint.\n", ""}));
+}
+
+TEST_F(LiveMapTest, RefreshAsksForTheWholeMapAgain) {
+  Start();
+  simulator_.Command("make 10 11");
+  EXPECT_EQ(console_->Mark(10, 11), kNone);
+  console_->Trigger("ID_RefreshMap", "frmXmap");
+  EXPECT_TRUE(simulator_.WaitForLine("rx poll map"));
+  ExpectMark(10, 11, kCrosspoint);
+}
+
+TEST_F(LiveMapTest, SilenceLosesTheLinkAndAnAnswerBringsItBack) {
+  Start();
+  ASSERT_TRUE(simulator_.WaitForLine("rx poll keep-alive"));
+  simulator_.Command("silence on");
+  ExpectLinkText(kNotConnected);
+  simulator_.Command("silence off");
+  ExpectLinkText(kConnected);
+}
+
+TEST_F(LiveMapTest, APulledLineComesBackWithAFreshMap) {
+  Start();
+  simulator_.Command("unplug");
+  ExpectLinkText(kNotConnected);
+  simulator_.Command("make 12 13");
+  simulator_.Command("replug");
+  EXPECT_TRUE(simulator_.WaitForLine("rx poll map"));
+  ExpectLinkText(kConnected);
+  ExpectMark(12, 13, kCrosspoint);
+  EXPECT_TRUE(console_->Boxes().empty());
+}
+
+TEST_F(LiveMapTest, ALinePulledInTheMiddleOfAMessageLosesNothingElse) {
+  Start();
+  simulator_.Command("raw F3 00 00 00 00");
+  simulator_.Command("unplug");
+  ExpectLinkText(kNotConnected);
+  simulator_.Command("make 1 2");
+  simulator_.Command("replug");
+  ExpectMark(1, 2, kCrosspoint);
+}
+
+TEST_F(LiveMapTest, NoiseAndBrokenMessagesAreOutlived) {
+  simulator_.Command("make 20 21");
+  simulator_.Command("data-noise 200");
+  simulator_.Command("bad-checksum 7");
+  Start();
+  console_->Use("ID_Take", 30, 31);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 30 source 31"));
+  // Rows that were hit are missing; on a quiet line a refresh brings them.
+  simulator_.Command("bad-checksum 0");
+  simulator_.Command("data-noise 0");
+  console_->Trigger("ID_RefreshMap", "frmXmap");
+  ExpectMark(20, 21, kCrosspoint);
+  ExpectMark(30, 31, kCrosspoint);
+  EXPECT_TRUE(console_->Boxes().empty());
+}
+
+TEST_F(LiveMapTest, AnUnknownCodeIsNamedInTheStatusBar) {
+  Start();
+  simulator_.Command("raw E0 00 FF");
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] {
+    return console_->Property("aidBlockedCode", "text")
+        .toString()
+        .contains(QStringLiteral("0xe0"), Qt::CaseInsensitive);
+  }));
+  // The line opened anew frees the way.
+  simulator_.Command("unplug");
+  ExpectLinkText(kNotConnected);
+  simulator_.Command("make 7 8");
+  simulator_.Command("replug");
+  ExpectMark(7, 8, kCrosspoint);
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# Fails when a source file includes a folder that it must not know.  Each line names a folder
+# and what it may include besides itself.
+set -u
+cd "$1" || exit 2
+
+allowed() {
+  case "$1" in
+    model) echo "" ;;
+    db/jet) echo "" ;;
+    config) echo "model" ;;
+    db) echo "db/jet model" ;;
+    switcher) echo "db db/jet model" ;;
+    gateway) echo "switcher db db/jet model" ;;
+    views/rules) echo "switcher db db/jet model" ;;
+    views) echo "views/rules gateway switcher db db/jet config model" ;;
+    app) echo "views views/rules gateway switcher db db/jet config model" ;;
+  esac
+}
+
+folders="model db/jet config db switcher gateway views/rules views app"
+
+# folder_of PATH: the longest folder of the list that the path is in.
+folder_of() {
+  for folder in db/jet views/rules $folders; do
+    case "$1" in "$folder"/*) echo "$folder"; return ;; esac
+  done
+}
+
+failed=0
+for folder in $folders; do
+  files=$(find "$folder" -name '*.h' -o -name '*.cpp')
+  for file in $files; do
+    [ "$(folder_of "$file")" = "$folder" ] || continue
+    while read -r include; do
+      target=$(folder_of "$include")
+      [ -n "$target" ] || { echo "$file includes $include, which is in no folder of the program"; failed=1; continue; }
+      case " $folder $(allowed "$folder") " in
+        *" $target "*) ;;
+        *) echo "$file must not include $include"; failed=1 ;;
+      esac
+    done < <(sed -n 's/^#include "\(.*\/.*\)"$/\1/p' "$file")
+    case "$folder" in
+      model | db/jet | db | views/rules)
+        if grep -nE '^#include <(Q|qt)' "$file"; then echo "$file must not know the toolkit"; failed=1; fi ;;
+      config | switcher | gateway)
+        if grep -nE '^#include <Q(Widget|Application|MessageBox|Dialog|Painter)' "$file"; then
+          echo "$file must not know windows"; failed=1
+        fi ;;
+    esac
+  done
+done
+
+# Every test that is written is run.
+for test in $(find tests -name '*_test.cpp'); do
+  name=$(basename "$test" .cpp)
+  grep -qE "tesk_test\($name[ )]" "$(dirname "$test")/CMakeLists.txt" ||
+    { echo "$test is not registered"; failed=1; }
+done
+exit $failed
