@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+//
+// The console as a process, beside an empty window of the same toolkit:
+//   start     from starting the process until its event loop answers with the window shown
+//   memory    resident after the start
+//   idle      CPU time of ten seconds with the link up and nothing happening
+// The console has an existing database and a simulated switcher on its line.
+//
+// startup_bench [RUNS]: medians over RUNS starts (default 9).
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QThread>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "tests/end_to_end/console_process.h"
+#include "tests/support/simulator_process.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+struct Sample {
+  double startMilliseconds = 0;
+  double residentMegabytes = 0;
+};
+
+double ResidentMegabytes(qint64 process) {
+  std::ifstream status("/proc/" + std::to_string(process) + "/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("VmRSS:")) return std::stod(line.substr(6)) / 1024;
+  }
+  return 0;
+}
+
+// CPU time of a process so far, in milliseconds.
+double CpuMilliseconds(qint64 process) {
+  double sum = 0;
+  for (const auto& thread :
+       std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task")) {
+    std::ifstream stat(thread.path() / "schedstat");
+    double nanoseconds = 0;
+    stat >> nanoseconds;
+    sum += nanoseconds;
+  }
+  return sum / 1e6;
+}
+
+Sample StartOnce(const test::ConsoleFolder& folder) {
+  const auto start = Clock::now();
+  test::ConsoleProcess console(folder);
+  Sample sample;
+  sample.startMilliseconds =
+      std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+  QThread::msleep(300);
+  sample.residentMegabytes = ResidentMegabytes(console.Id());
+  console.Terminate();
+  return sample;
+}
+
+Sample Median(std::vector<Sample> samples) {
+  const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
+  Sample median;
+  std::nth_element(samples.begin(), middle, samples.end(), [](const auto& a, const auto& b) {
+    return a.startMilliseconds < b.startMilliseconds;
+  });
+  median.startMilliseconds = middle->startMilliseconds;
+  std::nth_element(samples.begin(), middle, samples.end(), [](const auto& a, const auto& b) {
+    return a.residentMegabytes < b.residentMegabytes;
+  });
+  median.residentMegabytes = middle->residentMegabytes;
+  return median;
+}
+
+// The folder with another program in the console's place.
+void PutEmptyWindow(const test::ConsoleFolder& folder) {
+  namespace fs = std::filesystem;
+  fs::copy_file(fs::path(TESK_EMPTY_WINDOW), folder / "teskctl",
+                fs::copy_options::overwrite_existing);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 9;
+
+  const test::ConsoleFolder folder;
+  const std::string line = folder / "line";
+  folder.WriteSettings(line);
+  test::SimulatorProcess simulator({"--log", "--link", line});
+  const test::ConsoleFolder emptyFolder;
+  PutEmptyWindow(emptyFolder);
+
+  StartOnce(folder);  // creates the database
+  StartOnce(emptyFolder);
+  std::vector<Sample> console;
+  std::vector<Sample> empty;
+  for (int run = 0; run < runs; ++run) {
+    console.push_back(StartOnce(folder));
+    empty.push_back(StartOnce(emptyFolder));
+  }
+  const Sample ours = Median(console);
+  const Sample floor = Median(empty);
+
+  test::ConsoleProcess idle(folder);
+  simulator.WaitForLine("rx poll tally");
+  QThread::sleep(3);
+  const double before = CpuMilliseconds(idle.Id());
+  QThread::sleep(10);
+  const double idleMilliseconds = CpuMilliseconds(idle.Id()) - before;
+  idle.Terminate();
+
+  std::printf("%-34s %10s %12s %8s %8s\n", "", "console", "empty window", "ratio", "aim");
+  std::printf("%-34s %7.0f ms %9.0f ms %8.1f %8s\n", "start to shown window",
+              ours.startMilliseconds, floor.startMilliseconds,
+              ours.startMilliseconds / floor.startMilliseconds, "150 ms");
+  std::printf("%-34s %7.1f MB %9.1f MB %8.1f %8s\n", "resident after the start",
+              ours.residentMegabytes, floor.residentMegabytes,
+              ours.residentMegabytes / floor.residentMegabytes, "60 MB");
+  std::printf("%-34s %7.1f ms %12s %8s %8s\n", "CPU in 10 s, link up and idle", idleMilliseconds,
+              "", "", "asleep");
+  return 0;
+}
