@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Builds everything and runs the whole test suite: the format of the sources, the suite under
+# the address and undefined-behaviour sanitizers, and the suite as it is shipped.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+# shellcheck source=tools/setup/packages.sh
+. tools/setup/packages.sh
+# shellcheck disable=SC2086
+need $build_packages $run_packages $test_packages
+
+jobs=$(nproc)
+
+echo "== Format"
+git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
+
+echo "== Build for release"
+cmake --preset release -DTESK_WERROR=ON
+cmake --build --preset release
+
+echo "== Build with sanitizers"
+cmake --preset asan -DTESK_WERROR=ON
+cmake --build --preset asan
+
+echo "== Suite under the sanitizers"
+ctest --preset asan -j "$jobs" --output-on-failure
+
+echo "== Suite as shipped"
+ctest --preset release -j "$jobs" --output-on-failure
