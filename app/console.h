@@ -21,16 +21,16 @@
 #include "switcher/decoder.h"
 #include "switcher/link.h"
 #include "switcher/live_commands.h"
+#include "switcher/poll_switch.h"
 #include "switcher/qt_serial_port.h"
 #include "switcher/table_senders.h"
 #include "views/inhibit_sender.h"
 #include "views/placement.h"
-#include "views/poll_switch.h"
 
 namespace app {
 
 // The program: owns every part and connects them.  What a part does is written in the part.
-class Console : public QObject, private views::InhibitSender, private views::PollSwitch {
+class Console : public QObject, private views::InhibitSender, private switcher::PollSwitch {
   Q_OBJECT
 
  public:

@@ -416,7 +416,7 @@ void XmapView::RefreshMap() {
 
 void XmapView::SendInhibits() {
   {
-    const PollPause pause(services_.poll);
+    const switcher::PollPause pause(services_.poll);
     services_.inhibits.SendInhibits(model::kAll);
   }
   Q_EMIT InhibitsSent();
