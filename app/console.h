@@ -13,6 +13,7 @@
 #include "app/message_boxes.h"
 #include "app/open_views.h"
 #include "app/termination.h"
+#include "app/transfers.h"
 #include "app/view_menu.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
@@ -70,6 +71,7 @@ class Console : public QObject, private views::InhibitSender, private switcher::
   ViewMenu viewMenu_;
   switcher::Decoder decoder_;
   switcher::Link link_;
+  Transfers transfers_;
   Termination termination_;
   QPointer<HelpWindow> help_;
   bool terminating_ = false;

@@ -55,6 +55,8 @@ void MessageBoxes::ShowNext() {
   box_->setEscapeButton(QMessageBox::Ok);
   ShowCount();
   connect(box_, &QMessageBox::finished, this, &MessageBoxes::OnClosed);
+  // A dialog that goes takes the box over it along, read or not.
+  connect(box_, &QObject::destroyed, this, &MessageBoxes::ShowNext, Qt::QueuedConnection);
   box_->open();
 }
 

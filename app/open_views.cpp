@@ -58,6 +58,17 @@ void OpenViews::ShowButtons() {
   });
 }
 
+void OpenViews::ShowAllInPlace() {
+  ShowButtons();
+  ShowAlphas();
+  ShowXmap();
+  for (const QString& name : {kButtons, kAlphas, kXmap}) {
+    QMdiSubWindow* const window = Find(name);
+    if (window->isMaximized()) window->showNormal();
+    qobject_cast<views::MainView*>(window->widget())->RestorePlacement();
+  }
+}
+
 views::MainView* OpenViews::LoadXmap() {
   auto* const view = new views::XmapView(services_);
   connect(view, &views::XmapView::ReadoutChanged, this, &OpenViews::ReadoutChanged);

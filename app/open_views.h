@@ -29,6 +29,10 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void ShowAlphas();
   void ShowButtons();
 
+  // Shows the three main views, each in the place that the settings say, also where it was open
+  // in another.
+  void ShowAllInPlace();
+
   // Whether a view of that name is loaded, compared without regard to case.
   bool IsOpen(const QString& name) const { return Find(name) != nullptr; }
 

@@ -141,5 +141,20 @@ TEST_F(MessageBoxesTest, AReportDuringADialogStandsOverIt) {
   EXPECT_EQ(Showing()[0]->parentWidget(), &dialog);
 }
 
+TEST_F(MessageBoxesTest, AReportOutlivesTheDialogThatItStandsOver) {
+  boxes_.ShowOver(&window_);
+  auto* const dialog = new QDialog(&window_);
+  dialog->open();
+  boxes_.Show(Icon::Critical, "a", "1");
+  ASSERT_EQ(Showing().size(), 1);
+  delete dialog;
+  const auto boxes = Showing();
+  ASSERT_EQ(boxes.size(), 1);
+  EXPECT_EQ(boxes[0]->text(), QStringLiteral("1"));
+  EXPECT_EQ(boxes[0]->parentWidget(), &window_);
+  Press(Qt::Key_Return);
+  EXPECT_TRUE(boxes_.IsEmpty());
+}
+
 }  // namespace
 }  // namespace app
