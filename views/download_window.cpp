@@ -39,7 +39,7 @@ void DownloadWindow::LayOut() {
   text_->setObjectName(QStringLiteral("lblDownloadText"));
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
-  text_->setFixedWidth(kTextCharacters * fontMetrics().averageCharWidth());
+  text_->setMinimumWidth(kTextCharacters * fontMetrics().averageCharWidth());
   status_->setObjectName(QStringLiteral("lblDownloadStatus"));
   status_->setTextFormat(Qt::PlainText);
   status_->hide();
@@ -57,12 +57,12 @@ void DownloadWindow::LayOut() {
   layout->addWidget(text_);
   layout->addWidget(status_);
   layout->addWidget(bar_);
+  layout->addSpacing(layout->spacing());
   layout->addStretch();
   auto* const buttons = new QDialogButtonBox(this);
   buttons->addButton(go_, QDialogButtonBox::AcceptRole);
   buttons->addButton(cancel_, QDialogButtonBox::RejectRole);
   layout->addWidget(buttons);
-  layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void DownloadWindow::MakeTimers(int spacingMilliseconds) {
@@ -83,6 +83,8 @@ void DownloadWindow::MakeTimers(int spacingMilliseconds) {
 }
 
 void DownloadWindow::ShowProgressBar(int maximum) {
+  // The window stays as large as the explanation made it.
+  setFixedSize(size());
   text_->hide();
   go_->hide();
   // A range of nothing would show a bar that runs to and fro.

@@ -5,6 +5,8 @@
 #include <QHeaderView>
 #include <QScrollBar>
 
+#include <algorithm>
+
 #include "views/icon.h"
 
 namespace views {
@@ -15,6 +17,22 @@ enum Column { kDescription, kSize, kStatus, kColumnCount };
 
 constexpr int kSizeWidth = 90;
 constexpr int kStatusWidth = 110;
+
+// Wider than the signs, which stand in the middle of it, apart from the sizes.
+constexpr QSize kSignRoom(26, 16);
+
+// The width of the widest word with its sign, in a font.
+int WordWidth(const QFontMetrics& metrics) {
+  using switcher::DecodeStatus;
+  int width = 0;
+  for (const DecodeStatus status :
+       {DecodeStatus::Ok, DecodeStatus::ChecksumFailed, DecodeStatus::WrongSize,
+        DecodeStatus::WrongChannel, DecodeStatus::MissingEnd}) {
+    width =
+        std::max(width, metrics.horizontalAdvance(QString::fromUtf8(switcher::StatusWord(status))));
+  }
+  return kSignRoom.width() + width + 5 * metrics.averageCharWidth() / 2;
+}
 
 }  // namespace
 
@@ -30,14 +48,16 @@ MessageList::MessageList(QWidget* parent)
   setRootIsDecorated(false);
   setUniformRowHeights(true);
   setAlternatingRowColors(true);
+  setIconSize(kSignRoom);
   setSelectionMode(QAbstractItemView::ExtendedSelection);
   // A list to read: Tab goes on to the buttons.
   setTabKeyNavigation(false);
   header()->setSectionsMovable(false);
   header()->setStretchLastSection(false);
   header()->setSectionResizeMode(kDescription, QHeaderView::Stretch);
+  header()->setMinimumSectionSize(kSizeWidth);
   header()->resizeSection(kSize, kSizeWidth);
-  header()->resizeSection(kStatus, kStatusWidth);
+  header()->resizeSection(kStatus, std::max(kStatusWidth, WordWidth(fontMetrics())));
 }
 
 void MessageList::AddMessage(const QString& description, int byteCount,
