@@ -101,8 +101,11 @@ TEST(KeptState, ComesBackAsItWas) {
 
 TEST(KeptState, ATruncatedTextIsNone) {
   const std::string text = WriteState(SwitcherState(kSmall));
-  for (std::size_t size = 0; size < text.size(); ++size) {
+  for (std::size_t size = 0; size < text.size(); size += 13) {
     ASSERT_NE(Complaint(text.substr(0, size)), "") << size;
+  }
+  for (std::size_t missing = 1; missing < 40; ++missing) {
+    ASSERT_NE(Complaint(text.substr(0, text.size() - missing)), "") << missing;
   }
 }
 
