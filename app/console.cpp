@@ -44,7 +44,7 @@ Console::Console(const QString& folder)
       viewMenu_(window_.ViewMenu(), views_, window_),
       decoder_(model_, files_, boxes_, views_),
       link_(model_, port_, decoder_, window_),
-      transfers_(window_, views_, {.model = model_, .tables = tables_, .poll = *this},
+      transfers_(window_, views_, boxes_, {.model = model_, .tables = tables_, .poll = *this},
                  {.model = model_,
                   .decoder = decoder_,
                   .port = port_,
@@ -61,6 +61,7 @@ Console::Console(const QString& folder)
   connect(&views_, &OpenViews::ReadoutChanged, &status, &StatusBar::SetReadout);
   connect(&views_, &OpenViews::XmapLoaded, &status, &StatusBar::WantLegend);
 
+  connect(&views_, &OpenViews::UnsentChanged, &status, &StatusBar::SetUnsent);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
 
   window_.SetCloseHandler([this] { return ShutDown(); });

@@ -88,6 +88,7 @@ views::MainView* OpenViews::LoadXmap() {
 void OpenViews::SetInhibitsUnsent(bool unsent) {
   inhibitsUnsent_ = unsent;
   if (views::XmapView* const xmap = Xmap()) xmap->SetInhibitsUnsent(unsent);
+  Q_EMIT UnsentChanged(unsent ? tr("inhibits") : QString());
 }
 
 views::XmapView* OpenViews::Xmap() const {

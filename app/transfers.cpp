@@ -11,9 +11,14 @@ bool IsShown(const QDialog* dialog) { return dialog != nullptr && dialog->isVisi
 
 }  // namespace
 
-Transfers::Transfers(QWidget& window, OpenViews& views, const views::DownloadServices& download,
+Transfers::Transfers(QWidget& window, OpenViews& views, const MessageBoxes& boxes,
+                     const views::DownloadServices& download,
                      const views::RetrievalServices& retrieval)
-    : window_(window), views_(views), downloadServices_(download), retrievalServices_(retrieval) {
+    : window_(window),
+      views_(views),
+      boxes_(boxes),
+      downloadServices_(download),
+      retrievalServices_(retrieval) {
   retrievalServices_.closeViews = [&views] { views.CloseAll(); };
 }
 
@@ -30,6 +35,7 @@ void Transfers::SendData() {
   connect(download_, &views::DownloadWindow::Cancelled, this, [this](const QString& notSent) {
     Q_EMIT NoteRequested(tr("Cancelled. Stages not sent: %1").arg(notSent));
   });
+  connect(download_, &views::DownloadWindow::Passed, this, &Transfers::OnTablePassed);
   download_->open();
 }
 
@@ -38,7 +44,15 @@ void Transfers::RetrieveData() {
   retrieval_ = new views::RetrievalWindow(retrievalServices_, &window_);
   retrieval_->setAttribute(Qt::WA_DeleteOnClose);
   connect(retrieval_, &QDialog::finished, &views_, &OpenViews::ShowAllInPlace);
+  // What was edited here is overwritten by what the switcher holds.
+  connect(retrieval_, &views::RetrievalWindow::Retrieved, &views_,
+          [this] { views_.SetInhibitsUnsent(false); });
   retrieval_->open();
+}
+
+void Transfers::OnTablePassed(const QString& name) {
+  // A table that failed has left its report there.
+  if (name == QLatin1String("Inhibits") && boxes_.IsEmpty()) views_.SetInhibitsUnsent(false);
 }
 
 void Transfers::CancelNow() {

@@ -111,7 +111,9 @@ void Download::SendNext() {
 }
 
 void Download::EndStage() {
-  const bool pauses = stages_[current_].pauses && model_.DownloadInterval > 0;
+  const DownloadStage& stage = stages_[current_];
+  if (stage.sendNext) display_.TablePassed(stage.name);
+  const bool pauses = stage.pauses && model_.DownloadInterval > 0;
   ++current_;
   if (pauses) {
     state_ = State::Pausing;

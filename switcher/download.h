@@ -43,6 +43,9 @@ class DownloadDisplay {
   // SendNext() is to come once, from the next turn of the event loop.
   virtual void RequestTurn() = 0;
 
+  // A stage that sends a table is through, whether it got there or not.
+  virtual void TablePassed(std::string_view name) = 0;
+
   // `notSent` names the tables that a cancelled download left out; empty when there are none.
   virtual void Close(std::string_view notSent) = 0;
 };

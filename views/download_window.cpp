@@ -108,6 +108,10 @@ void DownloadWindow::ShowPosition(int position) { bar_->setValue(position); }
 
 void DownloadWindow::ShowCancelling() { cancel_->setEnabled(false); }
 
+void DownloadWindow::TablePassed(std::string_view name) {
+  Q_EMIT Passed(QString::fromUtf8(name));
+}
+
 void DownloadWindow::Close(std::string_view notSent) {
   delayTimer_.stop();
   spacingTimer_.stop();

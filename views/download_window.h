@@ -39,6 +39,9 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void reject() override { download_.Cancel(); }
 
  Q_SIGNALS:
+  // A table is through, whether it got there or not; a failure has been reported by then.  The
+  // name is that of the status line.
+  void Passed(const QString& name);
   // The download was cancelled with these tables not sent.
   void Cancelled(const QString& notSent);
 
@@ -54,6 +57,7 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void StartDelayTimer() override { delayTimer_.start(); }
   void StartSpacingTimer() override { spacingTimer_.start(); }
   void RequestTurn() override { turnTimer_.start(); }
+  void TablePassed(std::string_view name) override;
   void Close(std::string_view notSent) override;
 
   QLabel* text_;

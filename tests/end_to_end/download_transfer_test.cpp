@@ -145,8 +145,13 @@ TEST_F(DownloadTest, WhatTheOperatorSetUpArrives) {
            "0000000000000000000000000000000000000000100000000000000000000000");
   StartSimulator({"--baud", "0"});
   StartConsole();
+  EXPECT_FALSE(console_->IsShown("aidUnsent"));
+  console_->Use("ID_ToggleInhibit", 10, 10);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("aidUnsent"); }));
+  EXPECT_EQ(Text("aidUnsent"), "Unsent: inhibits");
   BeginDownload();
   ASSERT_TRUE(WaitForTheEnd());
+  EXPECT_FALSE(console_->IsShown("aidUnsent"));
   ASSERT_TRUE(simulator_->WaitForLine("rx buttons station 64"));
   EXPECT_EQ(simulator_->Command("label out 2"), "ok out 2 \"{IC     \" hidden");
   EXPECT_EQ(simulator_->Command("label in 3"), "ok in 3 \"CAM 1   \"");
