@@ -23,7 +23,7 @@ using testing::IsEmpty;
 
 class OpenViewsTest : public testing::Test,
                       private views::InhibitSender,
-                      private views::PollSwitch {
+                      private switcher::PollSwitch {
  protected:
   OpenViewsTest() {
     model_.ApplyFixedValues();
