@@ -46,6 +46,7 @@ class QtSerialPort : public QObject, public SerialPort {
   SerialPortEvents* events_ = nullptr;
   int number_ = 0;
   int sendThreshold_ = 0;
+  int idleErrors_ = 0;  // without a byte read or written in between
   bool opening_ = false;
   bool writing_ = false;       // inside Write(): no handler may run
   bool readDeferred_ = false;  // bytes arrived meanwhile
