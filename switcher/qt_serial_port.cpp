@@ -68,6 +68,7 @@ model::Status QtSerialPort::Open(int number) {
   number_ = number;
   sendThreshold_ = 0;
   idleErrors_ = 0;
+  stalledAt_ = 0;
   opening_ = true;
   port_.setPortName(deviceName_(number));
   port_.setBaudRate(QSerialPort::Baud57600);
@@ -110,9 +111,13 @@ model::Status QtSerialPort::Write(std::uint8_t byte) {
   return {};
 }
 
-// Waits until the output is below its limit.  False when the line stalls or the device goes.
+// Waits until the output is below its limit.  False when the line stalls or the device goes.  A
+// line that has stalled is not waited for again until it moves: each command would hold up the
+// operator for as long again.
 bool QtSerialPort::WaitForRoom() {
   int pending = PendingOutput();
+  if (stalledAt_ > 0 && pending >= stalledAt_) return false;
+  stalledAt_ = 0;
   QDeadlineTimer stall(kStallMilliseconds);
   while (pending >= kOutputLimit) {
     if (port_.bytesToWrite() > 0) {
@@ -125,6 +130,7 @@ bool QtSerialPort::WaitForRoom() {
     if (left < pending) {
       stall.setRemainingTime(kStallMilliseconds);
     } else if (stall.hasExpired()) {
+      stalledAt_ = left;
       return false;
     }
     pending = left;

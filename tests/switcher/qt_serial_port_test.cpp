@@ -260,6 +260,15 @@ TEST_F(QtSerialPortTest, ALineThatTakesNothingIsAWriteError) {
   EXPECT_GE(took, 2s);
   EXPECT_LT(took, 4s);
   EXPECT_TRUE(port_.IsOpen());
+
+  // The next command is told at once, and works when the line takes bytes again.
+  const auto again = std::chrono::steady_clock::now();
+  EXPECT_EQ(port_.Write(0x55).Number(), kPortWriteFailed);
+  EXPECT_LT(std::chrono::steady_clock::now() - again, 1s);
+  EXPECT_TRUE(WaitFor([&] {
+    pty_.Receive();
+    return port_.Write(0x55).ok();
+  }));
 }
 
 TEST_F(QtSerialPortTest, AVanishingDeviceIsToldOnceAndCostsNothing) {
