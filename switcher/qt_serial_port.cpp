@@ -60,7 +60,7 @@ QtSerialPort::QtSerialPort(DeviceName deviceName, QObject* parent)
 
 QtSerialPort::~QtSerialPort() {
   port_.disconnect(this);
-  Close();
+  QtSerialPort::Close();
 }
 
 model::Status QtSerialPort::Open(int number) {
