@@ -415,11 +415,12 @@ void XmapView::RefreshMap() {
 }
 
 void XmapView::SendInhibits() {
+  bool sent = false;
   {
     const PollPause pause(services_.poll);
-    services_.inhibits.SendInhibits(model::kAll);
+    sent = services_.inhibits.SendInhibits(model::kAll);
   }
-  Q_EMIT InhibitsSent();
+  if (sent) Q_EMIT InhibitsSent();
 }
 
 model::Status XmapView::WithStations(const std::function<model::Status(jet::RecordSet&)>& work) {

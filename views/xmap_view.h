@@ -90,7 +90,7 @@ class XmapView : public MainView {
   void RefreshRequested();
   // An inhibit was stored in the database, and is not in the switcher yet.
   void InhibitsEdited();
-  // The inhibits were handed to the line.
+  // All inhibits were handed to the line.
   void InhibitsSent();
   void ReadoutChanged(const QString& readout);
   void ZoomChanged(int percent);

@@ -169,8 +169,9 @@ std::string XmapConsole::Row(int row) {
   return marks;
 }
 
-void XmapConsole::SendInhibits(int output) {
+bool XmapConsole::SendInhibits(int output) {
   traffic.push_back("inhibits " + std::to_string(output));
+  return inhibitsGoOut;
 }
 
 void XmapConsole::SetPolling(bool on) { traffic.emplace_back(on ? "poll on" : "poll off"); }

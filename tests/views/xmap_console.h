@@ -74,9 +74,10 @@ class XmapConsole : private views::InhibitSender, private views::PollSwitch {
   QPointer<QMdiSubWindow> subWindow;
   QPointer<views::XmapView> view;
   bool databaseIsOpen = true;
+  bool inhibitsGoOut = true;  // else sending them fails
 
  private:
-  void SendInhibits(int output) override;
+  bool SendInhibits(int output) override;
   void SetPolling(bool on) override;
   void CreateStations(int channels);
 };

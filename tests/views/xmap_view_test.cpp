@@ -586,6 +586,16 @@ TEST(XmapView, SendInhibitsPausesThePoll) {
   EXPECT_EQ(sent.count(), 1);
 }
 
+TEST(XmapView, InhibitsThatCouldNotBeSentStayUnsent) {
+  XmapConsole console(8);
+  console.inhibitsGoOut = false;
+  XmapView& view = console.Open();
+  QSignalSpy sent(&view, &XmapView::InhibitsSent);
+  console.ClickTool("ID_SendInhibits");
+  EXPECT_THAT(console.traffic, ElementsAre("poll off", "inhibits 9999", "poll on"));
+  EXPECT_EQ(sent.count(), 0);
+}
+
 TEST(XmapView, RefreshAsksForTheMap) {
   XmapConsole console(8);
   XmapView& view = console.Open();
