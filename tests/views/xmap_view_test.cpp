@@ -488,7 +488,9 @@ TEST(XmapView, FailedLineIsReportedByTheCommand) {
   XmapConsole console(8);
   console.Open();
   console.port.Close();
+  const QImage before = Viewport(console).grab().toImage();
   console.ClickTool("ID_Take");
+  EXPECT_EQ(Viewport(console).grab().toImage(), before) << "no outline: no answer will come";
   EXPECT_THAT(console.reporter.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Take Command\r\r"
                           "Error # 8018 - The port is not open"));
