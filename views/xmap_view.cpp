@@ -410,10 +410,8 @@ void XmapView::ToggleInhibit() {
   }
 }
 
-void XmapView::RefreshMap() {
-  services_.model.XmapComplete = false;
-  Q_EMIT RefreshRequested();
-}
+// The next poll asks for the whole map.
+void XmapView::RefreshMap() { services_.model.XmapComplete = false; }
 
 void XmapView::SendInhibits() {
   bool sent = false;

@@ -86,8 +86,6 @@ class XmapView : public MainView {
  Q_SIGNALS:
   // The tool for the QDV status was clicked.
   void QdvStatusRequested();
-  // The whole map is being asked for again.
-  void RefreshRequested();
   // An inhibit was stored in the database, and is not in the switcher yet.
   void InhibitsEdited();
   // All inhibits were handed to the line.

@@ -600,12 +600,10 @@ TEST(XmapView, InhibitsThatCouldNotBeSentStayUnsent) {
 
 TEST(XmapView, RefreshAsksForTheMap) {
   XmapConsole console(8);
-  XmapView& view = console.Open();
-  QSignalSpy asked(&view, &XmapView::RefreshRequested);
+  console.Open();
   console.model.XmapComplete = true;
   console.ClickTool("ID_RefreshMap");
   EXPECT_FALSE(console.model.XmapComplete);
-  EXPECT_EQ(asked.count(), 1);
   EXPECT_EQ(console.port.TakeWritten(), "") << "the next poll asks";
 }
 
