@@ -1041,6 +1041,16 @@ TEST(XmapView, FindFollowsNewLabels) {
   EXPECT_EQ(count->text(), QStringLiteral("1 found"));
 }
 
+TEST(XmapView, NewLabelsDoNotScrollTheMapAway) {
+  XmapConsole console(64);
+  XmapView& view = console.Open();
+  view.ShowFind(QStringLiteral("sta. 001"));
+  QScrollBar& scrollBar = *static_cast<QTableView&>(console.Grid()).verticalScrollBar();
+  scrollBar.setValue(400);
+  view.UpdateXmapAlphas();
+  EXPECT_EQ(scrollBar.value(), 400);
+}
+
 TEST(XmapView, GoToTakesTwoNumbers) {
   XmapConsole console(64);
   XmapView& view = console.Open();
