@@ -176,4 +176,17 @@ bool XmapConsole::SendInhibits(int output) {
 
 void XmapConsole::SetPolling(bool on) { traffic.emplace_back(on ? "poll on" : "poll off"); }
 
+QList<QAction*> BandActions(const views::XmapView& view) {
+  return view.findChild<QToolBar*>(QStringLiteral("XptmapButtons"))->actions();
+}
+
+QColor PixelOf(QWidget& widget, const QPoint& point) {
+  const QImage image = widget.grab().toImage();
+  return image.pixelColor((QPointF(point) * image.devicePixelRatio()).toPoint());
+}
+
+QWidget& Viewport(XmapConsole& console) {
+  return *static_cast<QTableView&>(console.Grid()).viewport();
+}
+
 }  // namespace test
