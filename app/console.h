@@ -51,7 +51,7 @@ class Console : public QObject, private views::InhibitSender, private views::Pol
   void EndProgram();
   std::filesystem::path File(const char* name) const;
 
-  void SendInhibits(int station) override { tables_.SendInhibits(station); }
+  bool SendInhibits(int station) override { return tables_.SendInhibits(station); }
   void SetPolling(bool on) override;
 
   const QString folder_;

@@ -9,7 +9,7 @@
 
 namespace switcher {
 
-void TableSenders::SendInhibits(int station) {
+bool TableSenders::SendInhibits(int station) {
   model_.SendBusy = true;
   const bool all = station == model::kAll;
   const model::Status status =
@@ -17,9 +17,10 @@ void TableSenders::SendInhibits(int station) {
   if (!status.ok()) {
     reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
                    ErrorText("Error Sending Inhibits Table", status));
-    return;
+    return false;
   }
   port_.SetSendThreshold(1);
+  return true;
 }
 
 model::Status TableSenders::SendInhibitRows(int first, int last) {

@@ -23,8 +23,8 @@ class TableSenders {
   // Sends the inhibit row of output `station` (from 1), or with model::kAll those of outputs 1
   // to ChannelCount.  An output without a record is skipped.  Each record is read before the
   // first byte of its message is written, and the stations' record set stands where it stood.
-  // Reports a failure to the operator; what was sent by then stays sent.
-  void SendInhibits(int station);
+  // Reports a failure to the operator and returns false; what was sent by then stays sent.
+  bool SendInhibits(int station);
 
  private:
   model::Status SendInhibitRows(int first, int last);

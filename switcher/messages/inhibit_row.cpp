@@ -23,7 +23,7 @@ Bytes EncodeInhibitRow(int output, std::string_view inhibits, int channelCount) 
 DecodeStatus ParseInhibitRow(std::span<const std::uint8_t> message, int channelCount,
                              InhibitRow* row) {
   row->output = RowNumber(message);
-  const std::size_t required = static_cast<std::size_t>(2 * (channelCount / 8) + 5);
+  const std::size_t required = 2 * static_cast<std::size_t>(channelCount / 8) + 5;
   if (message.size() != required || channelCount % 8 != 0) return DecodeStatus::WrongSize;
   if (row->output > channelCount) return DecodeStatus::WrongChannel;
 
