@@ -113,6 +113,8 @@ TEST_F(SendInhibitsTest, WithoutADatabaseNothingIsSent) {
   ASSERT_TRUE(files_.SaveAndClose().ok());
   EXPECT_FALSE(senders_.SendInhibits(9999));
   EXPECT_EQ(port_.TakeWritten(), "");
+  // The line is free: the poll goes on when the port says so.
+  EXPECT_EQ(port_.sendThreshold, 1);
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Inhibits Table"
                           "\r\rError # 3021 - The configuration database is not open"));
