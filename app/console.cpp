@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QScreen>
 
 #include "app/about_dialog.h"
 #include "app/mdi_arrangement.h"
@@ -18,6 +19,16 @@ namespace app {
 namespace {
 
 using Icon = model::ErrorReporter::Icon;
+
+// The largest main window: all screens together, and no less than this many pixels each way.
+// The picture of a window takes memory, and a mistyped setting must not ask for more than there
+// is.
+constexpr int kLeastLimit = 8192;
+
+QSize Bounded(const QSize& size) {
+  const QSize screens = QGuiApplication::primaryScreen()->virtualSize();
+  return size.boundedTo(screens.expandedTo(QSize(kLeastLimit, kLeastLimit)));
+}
 
 }  // namespace
 
@@ -68,10 +79,11 @@ std::filesystem::path Console::File(const char* name) const {
 }
 
 void Console::Start() {
-  const QRect place = placement_.Stored();
+  QRect place = placement_.Stored();
+  place.setSize(Bounded(place.size()));
   window_.move(place.topLeft());
   window_.resize(place.size());
-  placement_.SetRestored(place);
+  placement_.SetRestored(window_.Place());
   config::IniFile settings;
   if (const auto status = config::IniFile::Load(File(config::kConfigurationFile), &settings);
       !status.ok()) {
@@ -137,11 +149,7 @@ void Console::ShowContents() {
 // goes on, and closing tries again.
 bool Console::ShutDown() {
   if (ended_) return true;
-  if (!window_.isMinimized()) {
-    // The full screen is a way of looking, not a place.
-    placement_.Save(window_.isFullScreen() ? window_.normalGeometry()
-                                           : QRect(window_.pos(), window_.size()));
-  }
+  if (!window_.isMinimized()) placement_.Save(window_.Place());
   if (const model::Status status = files_.SaveAndClose(); !status.ok()) {
     boxes_.Show(Icon::Critical, "Database Error",
                 model::ErrorText("Error Saving Database File", status));

@@ -98,11 +98,7 @@ TEST_F(LifeCycleTest, WindowsComeBackWhereTheyWere) {
     ASSERT_TRUE(console.IsUp());
     EXPECT_EQ(console.Property("frmMain", "size"), QJsonValue(QJsonArray{433, 433}));
     EXPECT_EQ(console.Property("frmMain", "pos"), QJsonValue(QJsonArray{67, 67}));
-    QJsonObject resize{{QStringLiteral("do"), QStringLiteral("set")},
-                       {QStringLiteral("object"), QStringLiteral("frmMain")},
-                       {QStringLiteral("property"), QStringLiteral("size")},
-                       {QStringLiteral("value"), QJsonArray{800, 600}}};
-    EXPECT_TRUE(console.Ask(resize).value(QLatin1String("ok")).toBool());
+    console.SetSize("frmMain", 800, 600);
     main = geometry(console, "frmMain");
     EXPECT_EQ(console.Terminate(), 0);
   }
@@ -118,6 +114,48 @@ TEST_F(LifeCycleTest, WindowsComeBackWhereTheyWere) {
   ConsoleProcess again(folder_);
   ASSERT_TRUE(again.IsUp());
   EXPECT_EQ(geometry(again, "frmMain"), main);
+}
+
+// The place of the main window as it is stored: "left top width height".
+std::string StoredMainPlace(const ConsoleFolder& folder) {
+  const std::string stored = ReadFile(folder.Home() / "Orvo" / "Orvo Intercom Control.conf");
+  std::string place;
+  for (const std::string key : {"MainLeft=", "MainTop=", "MainWidth=", "MainHeight="}) {
+    const auto start = stored.find(key);
+    if (start == std::string::npos) return stored;
+    if (!place.empty()) place += ' ';
+    place += stored.substr(start + key.size(), stored.find('\n', start) - start - key.size());
+  }
+  return place;
+}
+
+TEST_F(LifeCycleTest, AMinimisedMainWindowKeepsTheStoredPlace) {
+  for (const bool minimised : {false, true}) {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    console.SetSize("frmMain", minimised ? 700 : 600, 500);
+    if (minimised) {
+      console.Ask({{QStringLiteral("do"), QStringLiteral("invoke")},
+                   {QStringLiteral("object"), QStringLiteral("frmMain")},
+                   {QStringLiteral("method"), QStringLiteral("showMinimized")}});
+      EXPECT_TRUE(console.Property("frmMain", "minimized").toBool());
+    }
+    console.Trigger("ID_Exit");
+    EXPECT_EQ(console.WaitForEnd(), 0);
+    EXPECT_EQ(StoredMainPlace(folder_), "1000 1000 9000 7500") << minimised;
+  }
+}
+
+TEST_F(LifeCycleTest, TheFullScreenIsNotStoredAsAPlace) {
+  for (int run = 0; run < 2; ++run) {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    console.Trigger("aidFullScreen");
+    ASSERT_TRUE(ConsoleProcess::WaitFor(
+        [&] { return console.Property("frmMain", "fullScreen").toBool(); }));
+    EXPECT_EQ(console.Terminate(), 0);
+    EXPECT_EQ(StoredMainPlace(folder_), "1000 1000 6500 6500") << run;
+  }
 }
 
 TEST_F(LifeCycleTest, AViewThatWasClosedOpensAgain) {
