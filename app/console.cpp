@@ -68,11 +68,15 @@ Console::Console(const QString& folder)
   window_.SetCloseHandler([this] { return ShutDown(); });
   connect(&termination_, &Termination::Requested, this, [this] {
     terminating_ = true;
-    window_.close();
+    if (ended_) {
+      EndProgram();  // only the last reports stood in the way
+    } else {
+      window_.close();
+    }
   });
 }
 
-Console::~Console() = default;
+Console::~Console() { delete help_.data(); }
 
 std::filesystem::path Console::File(const char* name) const {
   return QDir(folder_).filePath(QLatin1String(name)).toStdU16String();
@@ -140,6 +144,7 @@ void Console::ShowAbout() {
 void Console::ShowContents() {
   if (StartHelpViewer()) return;
   if (help_ == nullptr) help_ = new HelpWindow;
+  if (help_->isMinimized()) help_->showNormal();
   help_->show();
   help_->raise();
   help_->activateWindow();

@@ -138,6 +138,35 @@ TEST_F(BadInputTest, JunkInTheSettingsFileIsKept) {
   EXPECT_THAT(settings, HasSubstr("[CONFIGURATION]\nCOM Port=1\n"));
 }
 
+TEST_F(BadInputTest, SettingsThatCannotBeWrittenAreSaidBeforeTheEnd) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_EQ(AllBoxes(console).size(), 1U);  // no serial device
+  fs::remove(folder_ / "Orvotesk.ini");
+  fs::create_directory(folder_ / "Orvotesk.ini");
+  console.Trigger("ID_Exit");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  const auto boxes = console.Boxes();
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].icon, "critical");
+  EXPECT_EQ(boxes[0].title, "Error Processing");
+  EXPECT_THAT(boxes[0].text, StartsWith("Error in Writing Configuration File\rError # 75 - "));
+  EXPECT_FALSE(fs::exists(folder_ / "WorkingDb.md$"));
+  console.CloseBox();
+  EXPECT_EQ(console.WaitForEnd(), 0);
+}
+
+TEST_F(BadInputTest, AReportThatNobodyReadsDoesNotHoldUpTheSystem) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_EQ(AllBoxes(console).size(), 1U);  // no serial device
+  fs::remove(folder_ / "Orvotesk.ini");
+  fs::create_directory(folder_ / "Orvotesk.ini");
+  console.Trigger("ID_Exit");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_EQ(console.Terminate(), 0);
+}
+
 TEST_F(BadInputTest, JunkInTheWindowPlacesIsOutlivedAndKept) {
   const fs::path places = folder_.Home() / "Orvo" / "Orvo Intercom Control.conf";
   fs::create_directories(places.parent_path());
