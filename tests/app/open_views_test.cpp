@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/open_views.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QSettings>
+#include <QSignalSpy>
+
+#include "tests/support/fake_serial_port.h"
+#include "tests/support/recording_reporter.h"
+
+namespace app {
+namespace {
+
+class OpenViewsTest : public testing::Test,
+                      private views::InhibitSender,
+                      private views::PollSwitch {
+ protected:
+  OpenViewsTest() {
+    QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
+              QStringLiteral("Orvo Intercom Control"))
+        .clear();
+    area_.resize(900, 700);
+    area_.show();
+  }
+
+  void SendInhibits(int /*station*/) override {}
+  void SetPolling(bool /*on*/) override {}
+
+  // The sub-window that holds the form of that name.
+  QMdiSubWindow* Frame(const char* name) {
+    for (QMdiSubWindow* const window : area_.subWindowList()) {
+      if (!window->isHidden() && window->widget()->objectName() == QLatin1String(name)) {
+        return window;
+      }
+    }
+    return nullptr;
+  }
+
+  static void Settle() {
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+
+  struct View {
+    const char* name;
+    void (OpenViews::*show)();
+    QRect firstPlace;
+  };
+  const View list_[3] = {
+      {"frmButtons", &OpenViews::ShowButtons, QRect(0, 0, 593, 407)},
+      {"frmAlphas", &OpenViews::ShowAlphas, QRect(20, 20, 667, 600)},
+      {"frmXmap", &OpenViews::ShowXmap, QRect(33, 33, 667, 600)},
+  };
+
+  model::SystemModel model_;  // without channels no station is asked for
+  test::FakeSerialPort port_;
+  test::RecordingReporter reporter_;
+  switcher::LiveCommands commands_{model_, port_, reporter_};
+  config::WindowSettings settings_;
+  QMdiArea area_;
+  OpenViews views_{area_,
+                   {.model = model_,
+                    .stations = [] { return nullptr; },
+                    .commands = commands_,
+                    .inhibits = *this,
+                    .poll = *this,
+                    .settings = settings_,
+                    .reporter = reporter_}};
+};
+
+TEST_F(OpenViewsTest, EachOpensOnceInTheStoredPlace) {
+  for (const View& view : list_) {
+    EXPECT_EQ(Frame(view.name), nullptr);
+    (views_.*view.show)();
+    ASSERT_NE(Frame(view.name), nullptr) << view.name;
+    EXPECT_EQ(Frame(view.name)->geometry(), view.firstPlace) << view.name;
+    EXPECT_EQ(area_.activeSubWindow(), Frame(view.name));
+    (views_.*view.show)();
+  }
+  EXPECT_EQ(area_.subWindowList().size(), 3);
+}
+
+TEST_F(OpenViewsTest, NamesAreComparedWithoutRegardToCase) {
+  EXPECT_FALSE(views_.IsOpen(QStringLiteral("frmAlphas")));
+  views_.ShowAlphas();
+  EXPECT_TRUE(views_.IsOpen(QStringLiteral("frmAlphas")));
+  EXPECT_TRUE(views_.IsOpen(QStringLiteral("FRMALPHAS")));
+  EXPECT_FALSE(views_.IsOpen(QStringLiteral("frmAlpha")));
+  EXPECT_FALSE(views_.IsOpen(QStringLiteral("frmXmap")));
+}
+
+TEST_F(OpenViewsTest, AViewThatWasClosedIsNotOpenAndComesBackWhereItWas) {
+  for (const View& view : list_) {
+    (views_.*view.show)();
+    Frame(view.name)->setGeometry(60, 75, 450, 300);
+    Frame(view.name)->close();
+    EXPECT_FALSE(views_.IsOpen(QLatin1String(view.name))) << view.name;
+    (views_.*view.show)();  // also before the closed one has gone
+    EXPECT_EQ(Frame(view.name)->geometry(), QRect(60, 75, 450, 300)) << view.name;
+    Settle();
+    EXPECT_TRUE(views_.IsOpen(QLatin1String(view.name))) << view.name;
+  }
+}
+
+TEST_F(OpenViewsTest, AMinimisedViewIsOpenAndComesUpAsItWas) {
+  for (const View& view : list_) {
+    (views_.*view.show)();
+    Frame(view.name)->setGeometry(60, 75, 450, 300);
+    Frame(view.name)->showMinimized();
+    EXPECT_TRUE(views_.IsOpen(QLatin1String(view.name))) << view.name;
+    (views_.*view.show)();
+    EXPECT_FALSE(Frame(view.name)->isMinimized()) << view.name;
+    EXPECT_EQ(Frame(view.name)->geometry(), QRect(60, 75, 450, 300)) << view.name;
+  }
+}
+
+TEST_F(OpenViewsTest, ClosingAllStoresEveryPlace) {
+  for (const View& view : list_) {
+    (views_.*view.show)();
+    Frame(view.name)->setGeometry(60, 75, 450, 300);
+  }
+  views_.CloseAll();
+  Settle();
+  EXPECT_TRUE(area_.subWindowList().isEmpty());
+  for (const char* const prefix : {"Butns", "Alphas", "Xmap"}) {
+    const QString key = QLatin1String(prefix);
+    EXPECT_EQ(settings_.Text(key + QStringLiteral("Left")), QStringLiteral("900")) << prefix;
+    EXPECT_EQ(settings_.Text(key + QStringLiteral("Top")), QStringLiteral("1125")) << prefix;
+    EXPECT_EQ(settings_.Text(key + QStringLiteral("Width")), QStringLiteral("6750")) << prefix;
+    EXPECT_EQ(settings_.Text(key + QStringLiteral("Height")), QStringLiteral("4500")) << prefix;
+  }
+}
+
+TEST_F(OpenViewsTest, ARowThatArrivesWithoutAMapIsNobodysBusiness) {
+  views_.CrosspointRowChanged(1, 0);
+  EXPECT_TRUE(reporter_.reports.empty());
+}
+
+TEST_F(OpenViewsTest, TheMapIsToldOfWhenItComesAndGoes) {
+  QSignalSpy loaded(&views_, &OpenViews::XmapLoaded);
+  views_.ShowXmap();
+  ASSERT_EQ(loaded.count(), 1);
+  EXPECT_TRUE(loaded[0][0].toBool());
+  EXPECT_NE(views_.Xmap(), nullptr);
+  Frame("frmXmap")->close();
+  EXPECT_EQ(views_.Xmap(), nullptr);
+  Settle();
+  ASSERT_EQ(loaded.count(), 2);
+  EXPECT_FALSE(loaded[1][0].toBool());
+}
+
+}  // namespace
+}  // namespace app
