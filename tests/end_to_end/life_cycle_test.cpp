@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <csignal>
+
 #include "db/database_files.h"
 #include "tests/end_to_end/console_process.h"
 #include "tests/support/simulator_process.h"
@@ -65,6 +67,21 @@ TEST_F(LifeCycleTest, AnEditIsKeptWhenTheConsoleIsClosed) {
   ConsoleProcess again(folder_);
   ASSERT_TRUE(again.IsUp());
   EXPECT_EQ(again.Mark(6, 8), 2);
+}
+
+TEST_F(LifeCycleTest, WhateverTheSystemEndsItWithTheWorkIsKept) {
+  int input = 10;
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    console.Use("ID_ToggleInhibit", 6, input);
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, input) == 2; }));
+    ASSERT_EQ(kill(static_cast<pid_t>(console.Id()), signal), 0);
+    EXPECT_EQ(console.WaitForEnd(), 0) << signal;
+    EXPECT_EQ(StoredInhibits(6)[static_cast<std::size_t>(input) - 1], '1') << signal;
+    EXPECT_FALSE(fs::exists(folder_ / "WorkingDb.md$"));
+    ++input;
+  }
 }
 
 TEST_F(LifeCycleTest, AKilledConsoleLeavesTheDatabaseAsItWas) {
