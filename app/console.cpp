@@ -82,7 +82,8 @@ std::filesystem::path Console::File(const char* name) const {
   return QDir(folder_).filePath(QLatin1String(name)).toStdU16String();
 }
 
-void Console::Start() {
+void Console::Start(const model::Status& prepared) {
+  if (!prepared.ok()) model::ReportError(boxes_, "Preparing User Folder", prepared);
   QRect place = placement_.Stored();
   place.setSize(Bounded(place.size()));
   window_.move(place.topLeft());

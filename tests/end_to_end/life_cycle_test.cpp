@@ -257,5 +257,23 @@ TEST_F(LifeCycleTest, WithoutTheRightToWriteItsFolderItUsesTheUsers) {
   EXPECT_THAT(ReadFile(user / "Orvotesk.ini"), HasSubstr("COM1=" + line_));
 }
 
+TEST_F(LifeCycleTest, ADatabaseThatTheUserMayNotReadIsSaid) {
+  std::vector<std::string> asNobody;
+  if (geteuid() == 0) asNobody = {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+  WriteFile(folder_ / "Tesk.mdb", "of the house");
+  fs::permissions(folder_ / "Tesk.mdb", fs::perms::none);
+  fs::permissions(folder_.Program(), fs::perms::owner_read | fs::perms::owner_exec |
+                                         fs::perms::others_read | fs::perms::others_exec);
+  fs::permissions(folder_ / "Orvotesk.ini", fs::perms::all);
+  ConsoleProcess console(folder_, asNobody);
+  ASSERT_TRUE(console.IsUp());
+  const auto boxes = console.Boxes();
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].title, "Error Processing");
+  EXPECT_THAT(boxes[0].text,
+              HasSubstr("Error in Preparing User Folder\rError # 75 - Cannot copy "));
+  EXPECT_EQ(console.Terminate(), 0);
+}
+
 }  // namespace
 }  // namespace test
