@@ -39,7 +39,8 @@ class Console : public QObject, private views::InhibitSender, private views::Pol
   ~Console() override;
 
   // Starts the program: the main window's place, the start-up loader, the three main views.
-  void Start();
+  // `prepared` is how the folder was prepared; a failure is reported first.
+  void Start(const model::Status& prepared);
 
  private:
   void ConnectCommands();

@@ -15,6 +15,7 @@ namespace {
 using jet::FieldType;
 
 constexpr int kStations = 64;       // stations, and as many further channels
+constexpr int kTalk = 0;            // button type
 constexpr int kInactive = 254;      // opto type: does nothing
 constexpr int kInputsPerUnit = 8;   // inputs of one HRJ unit
 constexpr int kOutputsPerUnit = 2;  // outputs of one QDV unit
@@ -100,8 +101,15 @@ void SetChannelTexts(RecordWriter& record, int number) {
   record.Set("SysInput", "Virtual Input " + digits);
 }
 
+// The names of one button's fields.
+struct ButtonFields {
+  std::string type;
+  std::string first;
+  std::string prog;
+};
+
 jet::Status AddStation(jet::RecordSet& records, int stationNum,
-                       const std::array<std::string, 3 * kButtons>& buttonFields) {
+                       const std::vector<ButtonFields>& buttons) {
   const bool extension = stationNum > kStations;
   const int number = extension ? stationNum - kStations : stationNum;
   const std::string ownFlag = OnlyFlag(number);
@@ -120,11 +128,12 @@ jet::Status AddStation(jet::RecordSet& records, int stationNum,
   record.Set("OptoChannel", number);
   record.Set("OptoFirst", number);
   record.Set("OptoStations", ownFlag);
-  for (int button = 1; button <= kButtons; ++button) {
-    const std::string* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
-    record.Set(fields[0], 0);
-    record.Set(fields[1], button);
-    record.Set(fields[2], OnlyFlag(button));
+  int button = 0;
+  for (const ButtonFields& fields : buttons) {
+    ++button;
+    record.Set(fields.type, kTalk);
+    record.Set(fields.first, button);
+    record.Set(fields.prog, OnlyFlag(button));
   }
   return record.Update();
 }
@@ -134,15 +143,14 @@ jet::Status AddStations(jet::Database& database) {
   if (jet::Status status = database.OpenTable(kStationsTable, &records); !status.ok()) {
     return status;
   }
-  std::array<std::string, 3 * kButtons> buttonFields;
+  std::vector<ButtonFields> buttons;
   for (int button = 1; button <= kButtons; ++button) {
-    std::string* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
-    fields[0] = ButtonField(button, "Type");
-    fields[1] = ButtonField(button, "First");
-    fields[2] = ButtonField(button, "Prog");
+    buttons.push_back({.type = ButtonField(button, "Type"),
+                       .first = ButtonField(button, "First"),
+                       .prog = ButtonField(button, "Prog")});
   }
   for (int stationNum = 1; stationNum <= 2 * kStations; ++stationNum) {
-    if (jet::Status status = AddStation(*records, stationNum, buttonFields); !status.ok()) {
+    if (jet::Status status = AddStation(*records, stationNum, buttons); !status.ok()) {
       return status;
     }
   }
