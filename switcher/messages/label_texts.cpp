@@ -24,6 +24,7 @@ DecodeStatus ParseLabelTexts(std::span<const std::uint8_t> message, int labelCou
   WireReader reader(message.subspan(1));
   LabelTexts received;
   reader.GetByte(&received.selector);
+  received.selector &= 0x7F;
   received.labels.assign(static_cast<std::size_t>(labelCount), std::string(kLabelLength, ' '));
   for (std::string& label : received.labels) {
     for (char& character : label) {

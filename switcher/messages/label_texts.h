@@ -32,7 +32,8 @@ struct LabelTexts {
 Bytes EncodeLabelTexts(const LabelTexts& texts);
 
 // Reads the label texts of a system of `labelCount` labels.  The checks come in this order:
-// length, checksum, end byte.  *texts is filled only for Ok.
+// length, checksum, end byte.  *texts is filled only for Ok.  Of a selector above seven bits the
+// low seven count.
 DecodeStatus ParseLabelTexts(std::span<const std::uint8_t> message, int labelCount,
                              LabelTexts* texts);
 

@@ -101,6 +101,9 @@ TEST(LabelTextsMessage, WholeBytesTravelAndAreSummed) {
 
 TEST(LabelTextsMessage, SelectorHasSevenBits) {
   EXPECT_EQ(Hex(EncodeLabelTexts({.selector = 0x94, .labels = {}})), "F9 14 14 FF");
+  LabelTexts back;
+  ASSERT_EQ(ParseLabelTexts(FromHex("F9 94 14 FF"), 0, &back), DecodeStatus::Ok);
+  EXPECT_EQ(back.selector, 20);
 }
 
 TEST(LabelTextsMessage, SizeBySystem) {

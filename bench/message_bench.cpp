@@ -1,0 +1,320 @@
+// SPDX-License-Identifier: MIT
+//
+// The messages of the switcher's line: how long each takes to build and to parse, and how long
+// the line takes for it at 5760 bytes a second.
+//
+//   Build/…    the values to the bytes
+//   Parse/…    the bytes, checked, to the values
+//   Read/…     a record of the database to the bytes that the console sends
+//   Store/…    the bytes, as received, into the database
+//
+// The number behind a name is the size of the system in channels.  At the end stands how many
+// times as long the line takes.
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "db/jet/database.h"
+#include "db/schema.h"
+#include "switcher/decoder.h"
+#include "switcher/messages/button_data.h"
+#include "switcher/messages/crosspoint_row.h"
+#include "switcher/messages/gain.h"
+#include "switcher/messages/gain_report.h"
+#include "switcher/messages/inhibit_row.h"
+#include "switcher/messages/label_order.h"
+#include "switcher/messages/label_texts.h"
+#include "switcher/messages/opto_data.h"
+#include "switcher/messages/relay_row.h"
+#include "switcher/messages/take.h"
+#include "switcher/messages/tally.h"
+#include "switcher/table_reader.h"
+
+namespace switcher {
+namespace {
+
+constexpr double kLineBytesPerSecond = 5760;
+constexpr int kButtons = 32;
+constexpr int kOptos = 64;
+constexpr int kRelays = 64;
+
+void Require(bool holds) {
+  if (!holds) throw std::logic_error("a message was refused");
+}
+
+// `count` members, every third on.
+std::vector<std::uint8_t> Members(int count) {
+  std::vector<std::uint8_t> members;
+  for (int i = 0; i < count; ++i) members.push_back(i % 3 == 0 ? 1 : 0);
+  return members;
+}
+
+std::string FlagText(int count) {
+  std::string text;
+  for (const std::uint8_t member : Members(count)) text += member != 0 ? '1' : '0';
+  return text;
+}
+
+// The values of every message, for a system of so many channels.
+struct Values {
+  explicit Values(int channels)
+      : row{.output = channels, .status = 0, .sources = Members(channels)},
+        steps(static_cast<std::size_t>(channels), 100),
+        flags(FlagText(channels)),
+        relays(FlagText(kRelays)) {
+    for (int label = channels; label >= 1; --label) {
+      order.stations.push_back(label);
+      texts.labels.push_back("Sta. " + std::to_string(1000 + label).substr(1));
+    }
+    buttons.station = channels;
+    for (int button = 1; button <= kButtons; ++button) {
+      buttons.buttons.push_back({.type = 254, .first = button, .targets = Members(channels)});
+    }
+    for (int opto = 1; opto <= kOptos; ++opto) {
+      optos.optos.push_back(
+          {.type = 254, .channel = opto, .first = opto, .stations = Members(kOptos)});
+    }
+  }
+
+  CrosspointRow row;
+  std::vector<std::int16_t> steps;
+  TallyValues tally{};
+  LabelOrder order{.selector = kOutputLabels, .stations = {}};
+  LabelTexts texts{.selector = kOutputLabels, .labels = {}};
+  std::string flags;
+  std::string relays;
+  ButtonData buttons;
+  OptoData optos;
+};
+
+// One kind of message.
+struct Kind {
+  const char* name;
+  Bytes (*build)(const Values& values, int channels);
+  void (*parse)(const Bytes& message, int channels);
+};
+
+template <typename Value, typename Parse>
+void Accept(Parse parse) {
+  Value value{};
+  Require(parse(&value) == DecodeStatus::Ok);
+  benchmark::DoNotOptimize(value);
+}
+
+template <typename Value>
+void AcceptOptional(const std::optional<Value>& value) {
+  Require(value.has_value());
+  benchmark::DoNotOptimize(*value);
+}
+
+const Kind kKinds[] = {
+    {"Take",
+     [](const Values&, int channels) {
+       return EncodeTake({channels, channels, 3});
+     },
+     [](const Bytes& message, int) { AcceptOptional(ParseTake(message)); }},
+    {"Gain", [](const Values&, int) { return EncodeGain({.input = 5, .step = 100}); },
+     [](const Bytes& message, int) { AcceptOptional(ParseGain(message)); }},
+    {"CrosspointRow", [](const Values& values, int) { return EncodeCrosspointRow(values.row); },
+     [](const Bytes& message, int channels) {
+       Accept<CrosspointRow>([&](auto* row) { return ParseCrosspointRow(message, channels, row); });
+     }},
+    {"GainReport", [](const Values& values, int) { return EncodeGainReport(values.steps); },
+     [](const Bytes& message, int channels) {
+       Accept<std::vector<std::int16_t>>(
+           [&](auto* steps) { return ParseGainReport(message, channels, steps); });
+     }},
+    {"Tally", [](const Values& values, int) { return EncodeTally(values.tally); },
+     [](const Bytes& message, int) {
+       Accept<TallyValues>([&](auto* tally) { return ParseTally(message, tally); });
+     }},
+    {"LabelOrder", [](const Values& values, int) { return EncodeLabelOrder(values.order); },
+     [](const Bytes& message, int channels) {
+       AcceptOptional(ParseLabelOrder(message, channels));
+     }},
+    {"LabelTexts", [](const Values& values, int) { return EncodeLabelTexts(values.texts); },
+     [](const Bytes& message, int channels) {
+       Accept<LabelTexts>([&](auto* texts) { return ParseLabelTexts(message, channels, texts); });
+     }},
+    {"InhibitRow",
+     [](const Values& values, int channels) {
+       return EncodeInhibitRow(channels, values.flags, channels);
+     },
+     [](const Bytes& message, int channels) {
+       Accept<InhibitRow>([&](auto* row) { return ParseInhibitRow(message, channels, row); });
+     }},
+    {"RelayRow",
+     [](const Values& values, int channels) {
+       return EncodeRelayRow(channels, values.relays, kRelays);
+     },
+     [](const Bytes& message, int channels) {
+       Accept<RelayRow>([&](auto* row) { return ParseRelayRow(message, channels, kRelays, row); });
+     }},
+    {"ButtonData", [](const Values& values, int) { return EncodeButtonData(values.buttons); },
+     [](const Bytes& message, int channels) {
+       Accept<ButtonData>([&](auto* data) {
+         return ParseButtonData(message, channels, kButtons, channels / 8, data);
+       });
+     }},
+    {"OptoData", [](const Values& values, int) { return EncodeOptoData(values.optos); },
+     [](const Bytes& message, int) {
+       Accept<OptoData>([&](auto* data) { return ParseOptoData(message, kOptos, data); });
+     }},
+};
+
+// Notes the size of the message that each turn handled.
+void Report(benchmark::State& state, std::size_t bytes) {
+  state.counters["bytes"] = static_cast<double>(bytes);
+}
+
+void Build(benchmark::State& state, const Kind& kind) {
+  const int channels = static_cast<int>(state.range(0));
+  const Values values(channels);
+  for (auto _ : state) benchmark::DoNotOptimize(kind.build(values, channels));
+  Report(state, kind.build(values, channels).size());
+}
+
+void Parse(benchmark::State& state, const Kind& kind) {
+  const int channels = static_cast<int>(state.range(0));
+  const Bytes message = kind.build(Values(channels), channels);
+  for (auto _ : state) kind.parse(message, channels);
+  Report(state, message.size());
+}
+
+// A database in memory whose records have everything, and a decoder that writes into it.
+class StoredSystem : private SwitcherEvents, private model::ErrorReporter {
+ public:
+  explicit StoredSystem(int channels) {
+    model.ApplyFixedValues();
+    model.ChannelCount = static_cast<std::int16_t>(channels);
+    model.StationCount = model.ChannelCount;
+    model.LabelCount = model.ChannelCount;
+    Require(jet::Database::CreateInMemory(&database).ok());
+    Require(db::CreateTables(*database).ok());
+    std::unique_ptr<jet::RecordSet> stations;
+    Require(database->OpenTable(db::kStationsTable, &stations).ok());
+    for (int station = stations->RecordCount() + 1; station <= channels; ++station) {
+      Require(stations->AddNew().ok() && stations->Set("StationNum", station).ok() &&
+              stations->Update().ok());
+    }
+  }
+
+  void Decode(const Bytes& message) { decoder.Decode(message); }
+  bool Changed() const { return changed; }
+
+  model::SystemModel model;
+  std::unique_ptr<jet::Database> database;
+
+ private:
+  void CrosspointRowChanged(int /*output*/, int /*mode*/) override {}
+  void GainsChanged() override {}
+  void TallyChanged() override {}
+  void LabelsChanged(int /*selector*/) override { changed = true; }
+  void InhibitsChanged(int /*output*/) override { changed = true; }
+  void RelaysChanged(int /*output*/) override { changed = true; }
+  void ButtonsChanged(int /*station*/) override { changed = true; }
+  void OptosChanged() override { changed = true; }
+  void Show(Icon /*icon*/, std::string_view /*title*/, std::string_view text) override {
+    throw std::logic_error(std::string(text));
+  }
+
+  bool changed = false;
+  Decoder decoder{model, [this] { return database.get(); }, *this, *this};
+};
+
+Bytes ReadTable(StoredSystem& system, std::string_view name) {
+  const int last = system.model.ChannelCount;
+  if (name == "LabelTexts") {
+    LabelMessages messages;
+    Require(ReadLabels(*system.database, system.model, kOutputLabels, &messages).ok());
+    return messages.texts;
+  }
+  if (name == "OptoData") {
+    Bytes message;
+    Require(ReadOptos(*system.database, system.model, &message).ok());
+    return message;
+  }
+  const auto read = name == "InhibitRow" ? ReadInhibits
+                    : name == "RelayRow" ? ReadRelays
+                                         : ReadButtons;
+  std::optional<Bytes> message;
+  Require(read(*system.database, system.model, last, &message).ok() && message.has_value());
+  return *message;
+}
+
+void Read(benchmark::State& state, const Kind& kind) {
+  const int channels = static_cast<int>(state.range(0));
+  StoredSystem system(channels);
+  system.Decode(kind.build(Values(channels), channels));
+  for (auto _ : state) benchmark::DoNotOptimize(ReadTable(system, kind.name));
+  Report(state, ReadTable(system, kind.name).size());
+}
+
+void Store(benchmark::State& state, const Kind& kind) {
+  const int channels = static_cast<int>(state.range(0));
+  StoredSystem system(channels);
+  const Bytes message = kind.build(Values(channels), channels);
+  for (auto _ : state) system.Decode(message);
+  if (!system.Changed()) state.SkipWithError("nothing was stored");
+  Report(state, message.size());
+}
+
+bool IsTable(std::string_view name) {
+  for (const char* const table :
+       {"LabelTexts", "InhibitRow", "RelayRow", "ButtonData", "OptoData"}) {
+    if (name == table) return true;
+  }
+  return false;
+}
+
+void Register(const char* what, void (*run)(benchmark::State&, const Kind&), const Kind& kind) {
+  benchmark::RegisterBenchmark((std::string(what) + "/" + kind.name).c_str(), run, kind)
+      ->Arg(64)
+      ->Arg(256);
+}
+
+// Prints as usual, and at the end the time of each message against the line's.
+class LineReporter : public benchmark::ConsoleReporter {
+ public:
+  LineReporter() : ConsoleReporter(OO_Tabular) {}
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+      const auto bytes = run.counters.find("bytes");
+      if (run.error_occurred || bytes == run.counters.end()) continue;
+      const double line = bytes->second / kLineBytesPerSecond * 1e9;
+      lines_ += run.benchmark_name() + ": line " + std::to_string(std::lround(line / 1000)) +
+                " us, " + std::to_string(std::lround(line / run.GetAdjustedCPUTime())) +
+                " times as long\n";
+    }
+  }
+  void Finalize() override {
+    ConsoleReporter::Finalize();
+    GetOutputStream() << '\n' << lines_;
+  }
+
+ private:
+  std::string lines_;
+};
+
+}  // namespace
+}  // namespace switcher
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  for (const switcher::Kind& kind : switcher::kKinds) {
+    switcher::Register("Build", switcher::Build, kind);
+    switcher::Register("Parse", switcher::Parse, kind);
+    if (!switcher::IsTable(kind.name)) continue;
+    switcher::Register("Read", switcher::Read, kind);
+    switcher::Register("Store", switcher::Store, kind);
+  }
+  switcher::LineReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  benchmark::Shutdown();
+}
