@@ -39,6 +39,9 @@ class RecordWriter {
   void Set(std::string_view field, const jet::Value& value) {
     if (status_.ok()) status_ = records_.Set(field, value);
   }
+  void Set(int field, const jet::Value& value) {
+    if (status_.ok()) status_ = records_.Set(field, value);
+  }
 
   jet::Status Update() { return status_.ok() ? records_.Update() : status_; }
 
@@ -101,7 +104,7 @@ void SetChannelTexts(RecordWriter& record, int number) {
 }
 
 jet::Status AddStation(jet::RecordSet& records, int stationNum,
-                       const std::array<std::string, 3 * kButtons>& buttonFields) {
+                       const std::array<int, 3 * kButtons>& buttonFields) {
   const bool extension = stationNum > kStations;
   const int number = extension ? stationNum - kStations : stationNum;
   const std::string ownFlag = OnlyFlag(number);
@@ -121,7 +124,7 @@ jet::Status AddStation(jet::RecordSet& records, int stationNum,
   record.Set("OptoFirst", number);
   record.Set("OptoStations", ownFlag);
   for (int button = 1; button <= kButtons; ++button) {
-    const std::string* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
+    const int* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
     record.Set(fields[0], 0);
     record.Set(fields[1], button);
     record.Set(fields[2], OnlyFlag(button));
@@ -134,12 +137,12 @@ jet::Status AddStations(jet::Database& database) {
   if (jet::Status status = database.OpenTable(kStationsTable, &records); !status.ok()) {
     return status;
   }
-  std::array<std::string, 3 * kButtons> buttonFields;
+  std::array<int, 3 * kButtons> buttonFields{};
   for (int button = 1; button <= kButtons; ++button) {
-    std::string* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
-    fields[0] = ButtonField(button, "Type");
-    fields[1] = ButtonField(button, "First");
-    fields[2] = ButtonField(button, "Prog");
+    int* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
+    fields[0] = records->FieldIndex(ButtonField(button, "Type"));
+    fields[1] = records->FieldIndex(ButtonField(button, "First"));
+    fields[2] = records->FieldIndex(ButtonField(button, "Prog"));
   }
   for (int stationNum = 1; stationNum <= 2 * kStations; ++stationNum) {
     if (jet::Status status = AddStation(*records, stationNum, buttonFields); !status.ok()) {

@@ -175,6 +175,44 @@ bool FitsLeaf(const EntryList& entries, std::size_t begin, std::size_t end, std:
   return whole - shared * (end - begin - 1) <= room;
 }
 
+namespace {
+
+// Replaces the `removed` entries (0 or 1) from `position` by `entry`, which is empty for none.
+Status Splice(Pager& pager, const IndexPage& leaf, int position, int removed, ByteView entry) {
+  const Format& format = pager.GetFormat();
+  PageEditor editor;
+  Status status = pager.Edit(leaf.Number(), &editor);
+  if (!status.ok()) return status;
+  const std::uint32_t begin = position == 0 ? 0 : leaf.End(position - 1);
+  const std::uint32_t end = removed == 0 ? begin : leaf.End(position);
+  const auto newEnd = static_cast<std::uint32_t>(begin + entry.size());
+  const std::uint32_t rest = leaf.StoredBytes() - end;
+
+  std::array<std::uint8_t, 4096> mask{};
+  const auto mark = [&mask](std::uint32_t at) {
+    mask[at / 8] |= static_cast<std::uint8_t>(1U << (at % 8));
+  };
+  for (int i = 0; i < position; ++i) mark(leaf.End(i));
+  if (!entry.empty()) mark(newEnd);
+  for (int i = position + removed; i < leaf.Count(); ++i) mark(leaf.End(i) - end + newEnd);
+
+  if (rest != 0) editor.Move(format.entriesAt + newEnd, format.entriesAt + end, rest);
+  editor.Put(format.entriesAt + begin, entry);
+  editor.Put(format.maskAt, ByteView(mask).first(format.entriesAt - format.maskAt));
+  editor.PutU16(2, format.EntryArea() - newEnd - rest);
+  return {};
+}
+
+}  // namespace
+
+Status InsertIntoLeaf(Pager& pager, const IndexPage& leaf, int position, ByteView entry) {
+  return Splice(pager, leaf, position, 0, entry);
+}
+
+Status RemoveFromLeaf(Pager& pager, const IndexPage& leaf, int position) {
+  return Splice(pager, leaf, position, 1, {});
+}
+
 Status WriteIndexPage(Pager& pager, std::uint32_t page, const IndexPageHead& head,
                       const EntryList& entries, std::size_t begin, std::size_t end,
                       std::uint32_t prefix) {

@@ -94,6 +94,26 @@ void Pager::RollBack(std::size_t undoCount) {
   ++rollbacks_;
 }
 
+// What pages held that were appended since the outermost change began is not needed once the
+// changes within it are over: undone, that change drops the pages.
+void Pager::ForgetUndoOfNewPages(std::size_t undoCount) {
+  std::size_t bytesKept = undoBytes_.size();
+  for (std::size_t i = undoCount; i < undo_.size(); ++i) bytesKept -= undo_[i].length;
+  std::size_t from = bytesKept;
+  std::size_t kept = undoCount;
+  for (std::size_t i = undoCount; i < undo_.size(); ++i) {
+    const Undo undo = undo_[i];
+    if (undo.length == 0 || undo.page < writtenPageCount_) {
+      std::memmove(undoBytes_.data() + bytesKept, undoBytes_.data() + from, undo.length);
+      bytesKept += undo.length;
+      undo_[kept++] = undo;
+    }
+    from += undo.length;
+  }
+  undo_.resize(kept);
+  undoBytes_.resize(bytesKept);
+}
+
 std::vector<std::uint32_t> Pager::PagesToWrite() const {
   std::vector<std::uint32_t> pages = owed_;
   for (const std::uint32_t page : dirty_) {
@@ -184,8 +204,9 @@ Change::~Change() {
 Status Change::Commit() {
   open_ = false;
   ++pager_.version_;
-  if (--pager_.openChanges_ > 0) return {};
-  return pager_.WriteChange();
+  if (--pager_.openChanges_ == 0) return pager_.WriteChange();
+  if (pager_.openChanges_ == 1) pager_.ForgetUndoOfNewPages(undoCount_);
+  return {};
 }
 
 }  // namespace jet
