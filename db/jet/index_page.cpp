@@ -188,17 +188,19 @@ Status Splice(Pager& pager, const IndexPage& leaf, int position, int removed, By
   const auto newEnd = static_cast<std::uint32_t>(begin + entry.size());
   const std::uint32_t rest = leaf.StoredBytes() - end;
 
-  std::array<std::uint8_t, 4096> mask{};
+  std::array<std::uint8_t, 512> mask{};
   const auto mark = [&mask](std::uint32_t at) {
     mask[at / 8] |= static_cast<std::uint8_t>(1U << (at % 8));
   };
-  for (int i = 0; i < position; ++i) mark(leaf.End(i));
+  // Bits of entries before the place stay; the byte that they share with it is made again.
+  for (int i = position; i-- > 0 && leaf.End(i) / 8 >= begin / 8;) mark(leaf.End(i));
   if (!entry.empty()) mark(newEnd);
   for (int i = position + removed; i < leaf.Count(); ++i) mark(leaf.End(i) - end + newEnd);
 
   if (rest != 0) editor.Move(format.entriesAt + newEnd, format.entriesAt + end, rest);
   editor.Put(format.entriesAt + begin, entry);
-  editor.Put(format.maskAt, ByteView(mask).first(format.entriesAt - format.maskAt));
+  const std::uint32_t maskEnd = std::max(leaf.StoredBytes(), newEnd + rest) / 8 + 1;
+  editor.Put(format.maskAt + begin / 8, ByteView(mask).subspan(begin / 8, maskEnd - begin / 8));
   editor.PutU16(2, format.EntryArea() - newEnd - rest);
   return {};
 }

@@ -22,7 +22,7 @@ Status Pager::Load(std::uint32_t page, const std::uint8_t** bytes) {
   }
   const std::uint32_t first = page / kChunkPages * kChunkPages;
   const std::uint32_t count = std::min(kChunkPages, pageCount_ - first);
-  auto chunk = std::make_unique<std::uint8_t[]>(kChunkPages * format_.pageSize);
+  auto chunk = std::make_unique_for_overwrite<std::uint8_t[]>(kChunkPages * format_.pageSize);
   const std::uint64_t offset = std::uint64_t{first} * format_.pageSize;
   Status status = file_->Read(offset, {chunk.get(), count * format_.pageSize});
   if (!status.ok()) return Status(status.Error(), status.Text(), page);
@@ -62,7 +62,8 @@ Status Pager::Append(std::uint32_t* page) {
     return Status(ErrorNumber::DiskFull, "The database has reached its largest size");
   }
   if (pageCount_ % kChunkPages == 0) {
-    chunks_.push_back(std::make_unique<std::uint8_t[]>(kChunkPages * format_.pageSize));
+    chunks_.push_back(
+        std::make_unique_for_overwrite<std::uint8_t[]>(kChunkPages * format_.pageSize));
   } else {
     const std::uint8_t* bytes = nullptr;  // the chunk of the new page must be in memory
     Status status = Read(pageCount_ - 1, &bytes);
