@@ -63,6 +63,8 @@ Status IndexPage::Load(Pager& pager, std::uint32_t page, std::uint32_t table) {
   const std::uint32_t area = format_->EntryArea();
   const std::uint8_t* mask = bytes_ + format_->maskAt;
   const std::uint32_t maskBytes = format_->entriesAt - format_->maskAt;
+  std::uint32_t begin = 0;
+  std::uint32_t shortest = area;
   for (std::uint32_t at = 0; at < maskBytes; at += 8) {
     std::uint64_t word = 0;
     if (at + 8 <= maskBytes) {
@@ -73,19 +75,18 @@ Status IndexPage::Load(Pager& pager, std::uint32_t page, std::uint32_t table) {
       }
     }
     for (; word != 0; word &= word - 1) {
-      ends_[count_++] = static_cast<std::uint16_t>(at * 8 + std::countr_zero(word));
+      const std::uint32_t end = at * 8 + std::countr_zero(word);
+      const std::uint32_t length = end - begin + (count_ == 0 ? 0 : prefix_);
+      shortest = std::min(shortest, length);
+      ends_[count_++] = static_cast<std::uint16_t>(end);
+      begin = end;
     }
   }
   if (count_ == 0) return {};
   if (ends_[count_ - 1] > area) return damaged("an entry reaches past the page");
   if (ends_[0] < prefix_) return damaged("the shared beginning is longer than an entry");
   const std::size_t least = kEntryPointer + 1 + (IsLeaf() ? 0 : kChildPointer);
-  std::uint32_t begin = 0;
-  for (int i = 0; i < count_; ++i) {
-    const std::uint32_t stored = ends_[i] - begin;
-    if (stored + (i == 0 ? 0 : prefix_) < least) return damaged("an entry is too short");
-    begin = ends_[i];
-  }
+  if (shortest < least) return damaged("an entry is too short");
   return {};
 }
 
