@@ -139,7 +139,8 @@ class Editor {
 
   void Run() {
     for (const std::string& name : database_.TableNames()) {
-      Open table{.name = name};
+      Open table;
+      table.name = name;
       if (!database_.OpenTable(name, &table.records).ok()) continue;
       table.expected = table.records->RecordCount();
       tables_.push_back(std::move(table));
@@ -223,8 +224,8 @@ class Editor {
   void SetIndex(Open& table) {
     const std::vector<std::string> names = IndexNames(database_, table.name);
     const std::size_t choice = Next() % (names.size() + 1);
-    const jet::Status status = table.records->SetIndex(choice == 0 ? "" : names[choice - 1]);
-    if (status.ok()) Require((choice == 0) == table.records->IndexName().empty());
+    const std::string name = choice == 0 ? "" : names[choice - 1];
+    if (table.records->SetIndex(name).ok()) Require(table.records->IndexName() == name);
   }
 
   bool Change(jet::RecordSet& records) {
