@@ -40,6 +40,9 @@ class RecordWriter {
   void Set(std::string_view field, const jet::Value& value) {
     if (status_.ok()) status_ = records_.Set(field, value);
   }
+  void Set(int field, const jet::Value& value) {
+    if (status_.ok()) status_ = records_.Set(field, value);
+  }
 
   jet::Status Update() { return status_.ok() ? records_.Update() : status_; }
 
@@ -101,15 +104,16 @@ void SetChannelTexts(RecordWriter& record, int number) {
   record.Set("SysInput", "Virtual Input " + digits);
 }
 
-// The names of one button's fields.
-struct ButtonFields {
-  std::string type;
-  std::string first;
-  std::string prog;
+// What every station has for a button: its fields by index, and the flags.
+struct DefaultButton {
+  int type = 0;
+  int first = 0;
+  int prog = 0;
+  jet::Value flags;
 };
+using DefaultButtons = std::array<DefaultButton, kButtons>;
 
-jet::Status AddStation(jet::RecordSet& records, int stationNum,
-                       const std::vector<ButtonFields>& buttons) {
+jet::Status AddStation(jet::RecordSet& records, int stationNum, const DefaultButtons& buttons) {
   const bool extension = stationNum > kStations;
   const int number = extension ? stationNum - kStations : stationNum;
   const std::string ownFlag = OnlyFlag(number);
@@ -128,12 +132,11 @@ jet::Status AddStation(jet::RecordSet& records, int stationNum,
   record.Set("OptoChannel", number);
   record.Set("OptoFirst", number);
   record.Set("OptoStations", ownFlag);
-  int button = 0;
-  for (const ButtonFields& fields : buttons) {
-    ++button;
+  for (int button = 1; button <= kButtons; ++button) {
+    const DefaultButton& fields = buttons[static_cast<std::size_t>(button - 1)];
     record.Set(fields.type, kTalk);
     record.Set(fields.first, button);
-    record.Set(fields.prog, OnlyFlag(button));
+    record.Set(fields.prog, fields.flags);
   }
   return record.Update();
 }
@@ -143,11 +146,13 @@ jet::Status AddStations(jet::Database& database) {
   if (jet::Status status = database.OpenTable(kStationsTable, &records); !status.ok()) {
     return status;
   }
-  std::vector<ButtonFields> buttons;
+  DefaultButtons buttons;
   for (int button = 1; button <= kButtons; ++button) {
-    buttons.push_back({.type = ButtonField(button, "Type"),
-                       .first = ButtonField(button, "First"),
-                       .prog = ButtonField(button, "Prog")});
+    buttons[static_cast<std::size_t>(button - 1)] = {
+        .type = records->FieldIndex(ButtonField(button, "Type")),
+        .first = records->FieldIndex(ButtonField(button, "First")),
+        .prog = records->FieldIndex(ButtonField(button, "Prog")),
+        .flags = OnlyFlag(button)};
   }
   for (int stationNum = 1; stationNum <= 2 * kStations; ++stationNum) {
     if (jet::Status status = AddStation(*records, stationNum, buttons); !status.ok()) {

@@ -75,6 +75,7 @@ class Pager {
   std::uint8_t* Writable(std::uint32_t page) const;
   void Remember(std::uint32_t page, std::uint32_t offset, std::uint32_t length);
   void RollBack(std::size_t undoCount);
+  void ForgetUndoOfNewPages(std::size_t undoCount);
   Status WriteChange();
   void ForgetChange();
   Status WritePages(const std::vector<std::uint32_t>& pages, std::size_t* tried);

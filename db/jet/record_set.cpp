@@ -224,6 +224,7 @@ Status RecordSet::Update() {
     return Status(ErrorNumber::UpdateWithoutEdit, "AddNew or Edit must come before Update");
   }
   std::vector<FieldChange> changes;
+  changes.reserve(pending_.size());
   for (std::size_t i = 0; i < pending_.size(); ++i) {
     const Pending& pending = pending_[i];
     if (!pending.isSet) continue;

@@ -168,6 +168,7 @@ Status Table::CountRows(std::uint32_t* count) {
       const std::uint8_t* bytes = nullptr;
       std::uint32_t slots = 0;
       status = SlotsOf(page, &bytes, &slots);
+      if (!status.ok()) break;
       for (std::uint32_t i = 0; i < slots; ++i) {
         if ((GetU16(bytes + format_.slotsAt + 2 * i) & kSlotDeleted) == 0) ++rows;
       }
