@@ -101,6 +101,10 @@ std::string Problems(jet::Database& database) {
   return text;
 }
 
+std::uint32_t PageCount(const jet::Database& database) {
+  return database.GetStore().GetPager().PageCount();
+}
+
 std::vector<std::uint8_t> Page(const jet::Database& database, std::uint32_t number) {
   jet::Pager& pager = database.GetStore().GetPager();
   const std::uint8_t* bytes = nullptr;

@@ -54,6 +54,8 @@ std::vector<int> Ints(jet::RecordSet& records, std::string_view field);
 // The problems that the audit finds, one a line; its notes are left out.
 std::string Problems(jet::Database& database);
 
+std::uint32_t PageCount(const jet::Database& database);
+
 // The bytes of page `number`.
 std::vector<std::uint8_t> Page(const jet::Database& database, std::uint32_t number);
 
