@@ -56,6 +56,12 @@ Status Pager::Edit(std::uint32_t page, PageEditor* editor) {
   return {};
 }
 
+void Pager::OnUndo(std::function<void()> action) {
+  assert(openChanges_ > 0);
+  undoActions_.push_back(std::move(action));
+  undo_.push_back({kNoPage, 0, 0});
+}
+
 Status Pager::Append(std::uint32_t* page) {
   assert(openChanges_ > 0);
   if ((std::uint64_t{pageCount_} + 1) * format_.pageSize > format_.maxFileSize) {
@@ -79,7 +85,10 @@ Status Pager::Append(std::uint32_t* page) {
 void Pager::RollBack(std::size_t undoCount) {
   while (undo_.size() > undoCount) {
     const Undo& undo = undo_.back();
-    if (undo.length == 0) {
+    if (undo.page == kNoPage) {
+      undoActions_.back()();
+      undoActions_.pop_back();
+    } else if (undo.length == 0) {
       pageCount_ = undo.page;
       chunks_.resize((pageCount_ + kChunkPages - 1) / kChunkPages);
       isDirty_.resize(pageCount_);
@@ -133,6 +142,7 @@ void Pager::ForgetChange() {
   dirty_.clear();
   undo_.clear();
   undoBytes_.clear();
+  undoActions_.clear();
 }
 
 Status Pager::WriteChange() {

@@ -57,6 +57,7 @@ Status TableWriter::Insert(std::span<const FieldChange> fields, RowPointer* row)
   if (status.ok()) status = ApplyIndexes(place);
   if (status.ok()) status = SetRowCount(count + 1);
   if (status.ok()) status = PutAutoNumber();
+  if (status.ok()) table_.NoteNewTenant(place);
   if (status.ok()) status = change.Commit();
   if (!status.ok()) return status;
   table_.rowCount_ = count + 1;
@@ -116,7 +117,6 @@ Status TableWriter::Delete(RowPointer row) {
   if (status.ok()) status = change.Commit();
   if (!status.ok()) return status;
   table_.rowCount_ = count - 1;
-  table_.deleted_[row.Packed()] = ++table_.deletions_;
   return {};
 }
 
