@@ -17,8 +17,9 @@ Pager::Pager(std::unique_ptr<PageFile> file, const Format& format, std::uint32_t
 
 Status Pager::Load(std::uint32_t page, const std::uint8_t** bytes) {
   if (page >= pageCount_) {
-    return Status(ErrorNumber::Damaged, "The file points to page " + std::to_string(page) +
-                                            " but has only " + std::to_string(pageCount_));
+    return Status(ErrorNumber::Damaged,
+                  "The file points past its end: it has " + std::to_string(pageCount_) + " pages",
+                  page);
   }
   const std::uint32_t first = page / kChunkPages * kChunkPages;
   const std::uint32_t count = std::min(kChunkPages, pageCount_ - first);

@@ -216,6 +216,7 @@ Status Table::ReadRow(RowPointer row, RowView* view, RowPointer* place) {
   Status status = FindRow(store_.GetPager(), row, &slot, &bytes);
   if (!status.ok()) return status;
   if (place != nullptr) *place = row;
+  std::uint32_t page = row.page;
   if (slot.IsOverflow()) {
     if (slot.Length() < 4) return BadRow(row, "is too short for a pointer");
     const RowPointer target = RowPointer::Unpack(GetU32(bytes + slot.begin));
@@ -225,10 +226,12 @@ Status Table::ReadRow(RowPointer row, RowView* view, RowPointer* place) {
       return BadRow(row, "points to what is no moved row of its table");
     }
     if (place != nullptr) *place = target;
+    page = target.page;
   }
   if (!view->Parse(format_, def_, {bytes + slot.begin, slot.Length()})) {
     return BadRow(row, "is too short for its own tables");
   }
+  view->SetPage(page);
   return {};
 }
 
@@ -239,10 +242,13 @@ Status Table::ReadContent(const RowView& row, int column, Bytes* scratch, bool* 
   *present = field == RowView::Field::Present;
   if (field == RowView::Field::Bad) {
     return Status(ErrorNumber::Damaged,
-                  "The place of field \"" + definition.name + "\" in its row is impossible");
+                  "The place of field \"" + definition.name + "\" in its row is impossible",
+                  row.Page());
   }
   if (*present && definition.IsLongValue()) {
-    return ReadLongValue(store_.GetPager(), *content, scratch, content);
+    Status status = ReadLongValue(store_.GetPager(), *content, scratch, content);
+    if (status.ok() || status.Page() != kNoPage) return status;
+    return Status(status.Error(), status.Text(), row.Page());
   }
   return {};
 }
