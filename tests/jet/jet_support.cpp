@@ -5,7 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <iostream>
 #include <ostream>
+#include <random>
 
 #include "db/jet/audit.h"
 #include "db/jet/store.h"
@@ -15,6 +18,18 @@
 namespace test {
 
 namespace fs = std::filesystem;
+
+std::uint32_t Seed() {
+  static const std::uint32_t seed = [] {
+    const char* given = std::getenv("TESK_SEED");
+    const std::uint32_t drawn = given == nullptr
+                                    ? std::random_device()()
+                                    : static_cast<std::uint32_t>(std::strtoul(given, nullptr, 10));
+    std::cout << "TESK_SEED=" << drawn << std::endl;
+    return drawn;
+  }();
+  return seed;
+}
 
 const std::vector<std::string>& SampleNames() {
   static const std::vector<std::string> names = [] {

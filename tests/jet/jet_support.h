@@ -32,6 +32,10 @@ MATCHER_P2(Fails, number, text, "") {
   return arg.Number() == number && arg.Description() == text;
 }
 
+// For tests that draw at random: TESK_SEED of the environment or a number by chance, the same
+// for the whole run.  It is printed once.
+std::uint32_t Seed();
+
 // The sample files, by name without folder and ".mdb".
 const std::vector<std::string>& SampleNames();
 std::filesystem::path SamplePath(std::string_view name);

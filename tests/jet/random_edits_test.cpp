@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <random>
@@ -20,20 +18,10 @@ namespace {
 
 using jet::FieldType;
 using test::IsOk;
-
-std::uint32_t Seed() {
-  static const std::uint32_t seed = [] {
-    const char* given = std::getenv("TESK_SEED");
-    return given == nullptr ? std::random_device()()
-                            : static_cast<std::uint32_t>(std::strtoul(given, nullptr, 10));
-  }();
-  return seed;
-}
+using test::Seed;
 
 class RandomEditsTest : public testing::Test {
  protected:
-  void SetUp() override { std::cout << "TESK_SEED=" << Seed() << std::endl; }
-
   void CreateTable(jet::Database& database, const std::string& name, bool compressed) {
     const jet::TableSpec table = {name,
                                   {{.name = "Num", .type = FieldType::Integer},
