@@ -32,6 +32,14 @@ MATCHER_P2(Fails, number, text, "") {
   return arg.Number() == number && arg.Description() == text;
 }
 
+// How many times a test that can be repeated at will is: less in a build for finding mistakes,
+// which is slow.
+#ifdef NDEBUG
+constexpr int Repeated(int times) { return times; }
+#else
+constexpr int Repeated(int times) { return times / 4; }
+#endif
+
 // For tests that draw at random: TESK_SEED of the environment or a number by chance, the same
 // for the whole run.  It is printed once.
 std::uint32_t Seed();

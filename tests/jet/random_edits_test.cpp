@@ -97,7 +97,7 @@ TEST_F(RandomEditsTest, OfTablesCreatedHere) {
     models.push_back(std::make_unique<test::TableModel>(
         *database, name, "Num", others, Seed() + static_cast<std::uint32_t>(models.size())));
   }
-  Run(disk, models, std::move(database), 8, 3000);
+  Run(disk, models, std::move(database), 8, test::Repeated(3000));
 }
 
 class RandomEditsOfSampleTest : public RandomEditsTest,
@@ -109,7 +109,7 @@ TEST_P(RandomEditsOfSampleTest, OfItsStations) {
   Models models;
   models.push_back(std::make_unique<test::TableModel>(*database, "Stations", "StationNum",
                                                       std::vector<std::string>{"Label"}, Seed()));
-  Run(disk, models, std::move(database), 4, 1000);
+  Run(disk, models, std::move(database), 4, test::Repeated(1000));
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, RandomEditsOfSampleTest,
