@@ -46,8 +46,12 @@ Status ReadLongValueHead(ByteView field, LongValueHead* head) {
 }
 
 Status LongValueRows::Next(RowPointer* row, ByteView* part, bool* done) {
-  *done = rest_ == 0 || (head_.kind == LongValueHead::kSingle && steps_ > 0);
-  if (*done) return {};
+  const bool isChain = head_.kind == LongValueHead::kChain;
+  *done = rest_ == 0 || (!isChain && steps_ > 0);
+  if (*done) {
+    // A chain that goes on has come by a circle to the parts that it ends with.
+    return isChain && next_ ? Damaged(next_, "follows the end of its value") : Status();
+  }
   *row = next_;
   if (!*row) return Status(ErrorNumber::Damaged, "A long value ends before its length");
   if (*row == remembered_) return Damaged(*row, "is met twice in its chain");

@@ -17,8 +17,9 @@ Pager::Pager(std::unique_ptr<PageFile> file, const Format& format, std::uint32_t
 
 Status Pager::Load(std::uint32_t page, const std::uint8_t** bytes) {
   if (page >= pageCount_) {
-    return Status(ErrorNumber::Damaged, "The file points to page " + std::to_string(page) +
-                                            " but has only " + std::to_string(pageCount_));
+    return Status(ErrorNumber::Damaged,
+                  "The file points past its end: it has " + std::to_string(pageCount_) + " pages",
+                  page);
   }
   const std::uint32_t first = page / kChunkPages * kChunkPages;
   const std::uint32_t count = std::min(kChunkPages, pageCount_ - first);
@@ -56,6 +57,12 @@ Status Pager::Edit(std::uint32_t page, PageEditor* editor) {
   return {};
 }
 
+void Pager::OnUndo(std::function<void()> action) {
+  assert(openChanges_ > 0);
+  undoActions_.push_back(std::move(action));
+  undo_.push_back({kNoPage, 0, 0});
+}
+
 Status Pager::Append(std::uint32_t* page) {
   assert(openChanges_ > 0);
   if ((std::uint64_t{pageCount_} + 1) * format_.pageSize > format_.maxFileSize) {
@@ -80,7 +87,10 @@ Status Pager::Append(std::uint32_t* page) {
 void Pager::RollBack(std::size_t undoCount) {
   while (undo_.size() > undoCount) {
     const Undo& undo = undo_.back();
-    if (undo.length == 0) {
+    if (undo.page == kNoPage) {
+      undoActions_.back()();
+      undoActions_.pop_back();
+    } else if (undo.length == 0) {
       pageCount_ = undo.page;
       chunks_.resize((pageCount_ + kChunkPages - 1) / kChunkPages);
       isDirty_.resize(pageCount_);
@@ -154,6 +164,7 @@ void Pager::ForgetChange() {
   dirty_.clear();
   undo_.clear();
   undoBytes_.clear();
+  undoActions_.clear();
 }
 
 Status Pager::WriteChange() {

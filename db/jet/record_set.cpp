@@ -71,6 +71,8 @@ Status RecordSet::SetIndex(std::string_view indexName) {
   CancelUpdate();
   int order = RecordCursor::kStorageOrder;
   if (!indexName.empty()) {
+    Status status = cursor_->GetTable().Refresh();
+    if (!status.ok()) return status;
     const LogicalIndex* index = cursor_->GetTable().Def().FindIndex(indexName);
     if (index == nullptr) {
       return Status(ErrorNumber::NoSuchItem, "Table \"" + cursor_->GetTable().Name() +

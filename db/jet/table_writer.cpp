@@ -57,6 +57,7 @@ Status TableWriter::Insert(std::span<const FieldChange> fields, RowPointer* row)
   if (status.ok()) status = ApplyIndexes(place);
   if (status.ok()) status = SetRowCount(count + 1);
   if (status.ok()) status = PutAutoNumber();
+  if (status.ok()) table_.NoteNewTenant(place);
   if (status.ok()) status = change.Commit();
   if (!status.ok()) return status;
   table_.rowCount_ = count + 1;
@@ -116,7 +117,6 @@ Status TableWriter::Delete(RowPointer row) {
   if (status.ok()) status = change.Commit();
   if (!status.ok()) return status;
   table_.rowCount_ = count - 1;
-  table_.deleted_[row.Packed()] = ++table_.deletions_;
   return {};
 }
 
@@ -137,6 +137,7 @@ Status TableWriter::LoadOldRow(RowPointer row) {
   if (!status.ok()) return status;
   oldRow_.assign(view.Bytes().begin(), view.Bytes().end());
   (void)old_.Parse(format_, def_, oldRow_);  // parsed before
+  old_.SetPage(oldPlace_.page);
   return {};
 }
 
@@ -220,7 +221,8 @@ Status TableWriter::BuildNewRow(bool hasOld) {
       if (old == RowView::Field::Bad) {
         return Status(ErrorNumber::Damaged,
                       "The row cannot be written again: the place of field \"" +
-                          def_.columns[i].name + "\" is impossible");
+                          def_.columns[i].name + "\" is impossible",
+                      oldPlace_.page);
       }
       field.present = old == RowView::Field::Present;
     }
