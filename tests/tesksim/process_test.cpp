@@ -219,6 +219,101 @@ TEST(Process, AMapOf256ChannelsComesAtThePaceOfTheLine) {
   EXPECT_LE(took, onTheLine * 1.2);  // a busy machine may hold it up; the line may not be beaten
 }
 
+TEST(Process, ARetrievalComesWholeAtThePaceOfTheLine) {
+  SimulatorProcess simulator({"--channels", "64", "--stations", "16"});
+  ConsolePort port(simulator.Terminal());
+  port.Send("ED");
+  ASSERT_EQ(port.Receive(1), "EB");
+
+  // Labels, inhibits and relays of 64 outputs, optos, buttons of 16 stations.
+  constexpr std::size_t kBytes = 2 * 1028 + 64 * (21 + 21) + 1411 + 16 * 261;
+  const auto start = steady_clock::now();
+  port.Send("E7");
+  const std::string received = port.Receive(kBytes);
+  const double took = std::chrono::duration<double>(steady_clock::now() - start).count();
+  EXPECT_EQ(received.size(), kBytes * 3 - 1);
+  EXPECT_THAT(received, StartsWith("F9 14 53 74 61 2E 20 30 30 31 53 74 61 2E 20 30 30 32 "));
+  // The last checksum: the station 15, the first stations 1 to 32 and two groups of 255.
+  EXPECT_THAT(received, HasSubstr(" FF FB 0F 00 00 00 01 00 00 00 02 00 "));
+  EXPECT_THAT(received, EndsWith(" 00 00 00 00 00 00 00 00 1D FF"));
+  const double onTheLine = static_cast<double>(kBytes + 1) / 5760.0;
+  RecordProperty("percent_of_line_time", std::to_string(took / onTheLine * 100));
+  EXPECT_GE(took, onTheLine * 0.999);
+  EXPECT_LE(took, onTheLine * 1.2);
+  EXPECT_EQ(port.Receive(1, milliseconds(100)), "");  // nothing more
+}
+
+TEST(Process, ASpoiledMessageOfARetrieval) {
+  SimulatorProcess simulator({"--channels", "8", "--stations", "1", "--labels", "1", "--baud", "0",
+                              "--spoil", "inhibits:1:checksum"});
+  EXPECT_EQ(simulator.Command("spoil label-texts 10 drop"),
+            "ok inhibits 1 checksum, label-texts 10 drop");
+  ConsolePort port(simulator.Terminal());
+  port.Send("E7");
+  EXPECT_EQ(port.Receive(12 + 7), "F9 14 53 74 61 2E 20 30 30 31 1B FF F5 00 00 01 00 00 FF");
+}
+
+TEST(Process, KeepsItsStateAcrossRuns) {
+  test::TemporaryFolder folder;
+  const std::string kept = (folder / "kept").string();
+  {
+    SimulatorProcess simulator({"--channels", "8", "--state", kept});
+    EXPECT_FALSE(fs::exists(kept));
+    EXPECT_EQ(simulator.Command("label out 1 MIC"), "ok out 1 \"MIC     \"");
+    // A table from the console, too: output 2 is inhibited from 1.  Both are in the file before
+    // the program ends.
+    ConsolePort(simulator.Terminal()).Send("F5 01 00 01 00 02 FF");
+    const auto deadline = steady_clock::now() + kPatience;
+    while (test::ReadFile(kept).find("\noutput 2 inhibits 1\n") == std::string::npos) {
+      ASSERT_LT(steady_clock::now(), deadline);
+      usleep(20'000);
+    }
+    EXPECT_THAT(test::ReadFile(kept), HasSubstr("\nout 1 \"MIC     \"\n"));
+    EXPECT_EQ(simulator.Command("relay 8 64 on"), "ok output 8 relays 64");
+    EXPECT_EQ(simulator.Command("save"), "ok");
+    EXPECT_THAT(test::ReadFile(kept), HasSubstr("\noutput 8 relays 64\n"));
+    EXPECT_EQ(simulator.Command("make 6 8"), "ok output 6 status 0 sources 8");
+    EXPECT_EQ(simulator.Command("quit"), "ok");  // within a second of the change
+    EXPECT_EQ(simulator.WaitForEnd(), 0);
+  }
+  SimulatorProcess again({"--state", kept});
+  EXPECT_EQ(again.Command("label out 1"), "ok out 1 \"MIC     \"");
+  EXPECT_EQ(again.Command("inhibits 2"), "ok output 2 inhibits 1");
+  EXPECT_EQ(again.Command("relays 8"), "ok output 8 relays 64");
+  EXPECT_EQ(again.Command("row 6"), "ok output 6 status 0 sources 8");
+  EXPECT_EQ(again.Command("map"), "ok channels 8 crosspoints 1 priority 0 outputs-in-use 1");
+}
+
+TEST(Process, ASignalKeepsTheStateToo) {
+  test::TemporaryFolder folder;
+  const std::string kept = (folder / "kept").string();
+  SimulatorProcess simulator({"--channels", "8", "--state", kept});
+  EXPECT_EQ(simulator.Command("gain 8 127"), "ok input 8 step 127");
+  kill(simulator.Id(), SIGTERM);
+  EXPECT_EQ(simulator.WaitForEnd(), 0);
+  EXPECT_THAT(test::ReadFile(kept), HasSubstr("\ninput 8 gain 127\n"));
+}
+
+TEST(Process, AStateFileThatIsNoneEndsWithOneAndStays) {
+  test::TemporaryFolder folder;
+  const std::string kept = (folder / "kept").string();
+  test::WriteFile(kept, "tesksim state 1\nsystem");
+  EXPECT_EQ(SimulatorProcess({"--state", kept}).WaitForEnd(), 1);
+  EXPECT_EQ(test::ReadFile(kept), "tesksim state 1\nsystem");
+  EXPECT_EQ(SimulatorProcess({"--database", kept}).WaitForEnd(), 1);
+  EXPECT_EQ(test::ReadFile(kept), "tesksim state 1\nsystem");
+}
+
+TEST(Process, AStateThatCannotBeKeptEndsWithOne) {
+  test::TemporaryFolder folder;
+  SimulatorProcess simulator({"--state", (folder / "nowhere" / "kept").string()});
+  EXPECT_THAT(simulator.Command("save"), StartsWith("error cannot write "));
+  EXPECT_EQ(simulator.Command("save " + (folder / "copy").string()), "ok");
+  EXPECT_THAT(test::ReadFile(folder / "copy"), EndsWith("\nend\n"));
+  EXPECT_EQ(simulator.Command("quit"), "ok");
+  EXPECT_EQ(simulator.WaitForEnd(), 1);
+}
+
 TEST(Process, WhatItReadsIsPacedToo) {
   SimulatorProcess simulator({"--channels", "16", "--log"});
   ConsolePort port(simulator.Terminal());
