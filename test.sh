@@ -12,7 +12,8 @@ need $build_packages $run_packages $test_packages
 jobs=$(nproc)
 
 echo "== Format"
-git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
+find . -path ./build -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 |
+  xargs -0 clang-format --dry-run --Werror
 
 echo "== Build for release"
 cmake --preset release -DTESK_WERROR=ON

@@ -11,22 +11,36 @@
 
 namespace app {
 
-QString AppFolder(const QString& programFolder, const QString& userFolder) {
+namespace {
+
+// The error number of a file that cannot be copied.
+constexpr int kFileAccess = 75;
+
+}  // namespace
+
+QString AppFolder(const QString& programFolder, const QString& userFolder,
+                  model::Status* prepared) {
+  *prepared = {};
   if (QFileInfo(programFolder).isWritable()) return programFolder;
-  PrepareUserFolder(programFolder, userFolder);
+  *prepared = PrepareUserFolder(programFolder, userFolder);
   return userFolder;
 }
 
-void PrepareUserFolder(const QString& programFolder, const QString& userFolder) {
+model::Status PrepareUserFolder(const QString& programFolder, const QString& userFolder) {
+  model::Status status;
   QDir().mkpath(userFolder);
   for (const char* const name : {db::kMainFile, config::kConfigurationFile}) {
-    const QString original = QDir(programFolder).filePath(QLatin1String(name));
+    QFile original(QDir(programFolder).filePath(QLatin1String(name)));
     const QString copy = QDir(userFolder).filePath(QLatin1String(name));
-    if (!QFile::exists(original) || QFile::exists(copy)) continue;
-    if (QFile::copy(original, copy)) {
+    if (!original.exists() || QFile::exists(copy)) continue;
+    if (original.copy(copy)) {
       QFile::setPermissions(copy, QFile::permissions(copy) | QFile::ReadOwner | QFile::WriteOwner);
+    } else if (status.ok()) {
+      status = {kFileAccess, "Cannot copy " + original.fileName().toStdString() + ": " +
+                                 original.errorString().toStdString()};
     }
   }
+  return status;
 }
 
 }  // namespace app

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QScreen>
 
 #include "app/about_dialog.h"
 #include "app/mdi_arrangement.h"
@@ -18,6 +19,16 @@ namespace app {
 namespace {
 
 using Icon = model::ErrorReporter::Icon;
+
+// The largest main window: all screens together, and no less than this many pixels each way.
+// The picture of a window takes memory, and a mistyped setting must not ask for more than there
+// is.
+constexpr int kLeastLimit = 8192;
+
+QSize Bounded(const QSize& size) {
+  const QSize screens = QGuiApplication::primaryScreen()->virtualSize();
+  return size.boundedTo(screens.expandedTo(QSize(kLeastLimit, kLeastLimit)));
+}
 
 }  // namespace
 
@@ -44,7 +55,7 @@ Console::Console(const QString& folder)
       viewMenu_(window_.ViewMenu(), views_, window_),
       decoder_(model_, files_, boxes_, views_),
       link_(model_, port_, decoder_, window_),
-      transfers_(window_, views_, boxes_, {.model = model_, .tables = tables_, .poll = *this},
+      transfers_(window_, views_, {.model = model_, .tables = tables_, .poll = *this},
                  {.model = model_,
                   .decoder = decoder_,
                   .port = port_,
@@ -67,21 +78,27 @@ Console::Console(const QString& folder)
   window_.SetCloseHandler([this] { return ShutDown(); });
   connect(&termination_, &Termination::Requested, this, [this] {
     terminating_ = true;
-    window_.close();
+    if (ended_) {
+      EndProgram();  // only the last reports stood in the way
+    } else {
+      window_.close();
+    }
   });
 }
 
-Console::~Console() = default;
+Console::~Console() { delete help_.data(); }
 
 std::filesystem::path Console::File(const char* name) const {
   return QDir(folder_).filePath(QLatin1String(name)).toStdU16String();
 }
 
-void Console::Start() {
-  const QRect place = placement_.Stored();
+void Console::Start(const model::Status& prepared) {
+  if (!prepared.ok()) model::ReportError(boxes_, "Preparing User Folder", prepared);
+  QRect place = placement_.Stored();
+  place.setSize(Bounded(place.size()));
   window_.move(place.topLeft());
   window_.resize(place.size());
-  placement_.SetRestored(place);
+  placement_.SetRestored(window_.Place());
   config::IniFile settings;
   if (const auto status = config::IniFile::Load(File(config::kConfigurationFile), &settings);
       !status.ok()) {
@@ -143,6 +160,7 @@ void Console::ShowAbout() {
 void Console::ShowContents() {
   if (StartHelpViewer()) return;
   if (help_ == nullptr) help_ = new HelpWindow;
+  if (help_->isMinimized()) help_->showNormal();
   help_->show();
   help_->raise();
   help_->activateWindow();
@@ -153,11 +171,7 @@ void Console::ShowContents() {
 bool Console::ShutDown() {
   if (ended_) return true;
   transfers_.CancelNow();
-  if (!window_.isMinimized()) {
-    // The full screen is a way of looking, not a place.
-    placement_.Save(window_.isFullScreen() ? window_.normalGeometry()
-                                           : QRect(window_.pos(), window_.size()));
-  }
+  if (!window_.isMinimized()) placement_.Save(window_.Place());
   if (const model::Status status = files_.SaveAndClose(); !status.ok()) {
     boxes_.Show(Icon::Critical, "Database Error",
                 model::ErrorText("Error Saving Database File", status));

@@ -40,7 +40,8 @@ class Console : public QObject, private views::InhibitSender, private switcher::
   ~Console() override;
 
   // Starts the program: the main window's place, the start-up loader, the three main views.
-  void Start();
+  // `prepared` is how the folder was prepared; a failure is reported first.
+  void Start(const model::Status& prepared);
 
  private:
   void ConnectCommands();
@@ -52,7 +53,7 @@ class Console : public QObject, private views::InhibitSender, private switcher::
   void EndProgram();
   std::filesystem::path File(const char* name) const;
 
-  void SendInhibits(int station) override { tables_.SendInhibits(station); }
+  bool SendInhibits(int station) override { return tables_.SendInhibits(station); }
   void SetPolling(bool on) override;
 
   const QString folder_;

@@ -10,6 +10,7 @@
 #else
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -44,10 +45,28 @@ InstanceLock::~InstanceLock() {
 
 #else
 
-InstanceLock::Result InstanceLock::Take(const QString& folder) {
+namespace {
+
+// Opens the file that the lock is held on, making it if need be.  Another user's file may be
+// there to be read only; that is enough, save on network drives, where a lock takes the right
+// to write.
+int OpenLockFile(const QString& folder) {
   const QByteArray name = QFile::encodeName(LockFile(folder));
-  handle_ = open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  for (const int flags : {O_RDWR | O_CREAT, O_RDWR, O_RDONLY}) {
+    const int handle = open(name.constData(), flags | O_CLOEXEC, 0666);
+    if (handle >= 0) return handle;
+  }
+  return -1;
+}
+
+}  // namespace
+
+InstanceLock::Result InstanceLock::Take(const QString& folder) {
+  handle_ = OpenLockFile(folder);
   if (handle_ < 0) return Result::NoLocks;
+  // Whoever may use the folder is to see the lock, however cautious the umask of the first one
+  // was.  Only the owner of the file can do this, and it is done once.
+  (void)fchmod(handle_, 0666);
   if (flock(handle_, LOCK_EX | LOCK_NB) == 0) return Result::Taken;
   return errno == EWOULDBLOCK ? Result::HeldByAnother : Result::NoLocks;
 }

@@ -31,15 +31,16 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationName(QStringLiteral("Orvo Intercom Control"));
   QApplication::setStyle(new views::ConsoleStyle);
 
-  const QString folder =
-      app::AppFolder(QCoreApplication::applicationDirPath(),
-                     QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+  model::Status prepared;
+  const QString folder = app::AppFolder(
+      QCoreApplication::applicationDirPath(),
+      QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation), &prepared);
   app::InstanceLock lock;
   if (lock.Take(folder) == app::InstanceLock::Result::HeldByAnother) return SayItRuns();
 
   // The program ends when its shut-down is through, not when a window happens to be the last.
   QApplication::setQuitOnLastWindowClosed(false);
   app::Console console(folder);
-  console.Start();
+  console.Start(prepared);
   return QApplication::exec();
 }

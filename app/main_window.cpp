@@ -181,6 +181,25 @@ void MainWindow::ShowBlockedCode(std::optional<std::uint8_t> code) {
   statusBar_->SetBlockedCode(code);
 }
 
+QRect MainWindow::Place() const {
+  if (!isFullScreen()) return {pos(), size()};
+  return {normalGeometry().topLeft() - frame_, normalGeometry().size()};
+}
+
+void MainWindow::MeasureFrame() {
+  if (!isFullScreen()) frame_ = geometry().topLeft() - pos();
+}
+
+void MainWindow::moveEvent(QMoveEvent* event) {
+  QMainWindow::moveEvent(event);
+  MeasureFrame();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  MeasureFrame();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!mayClose_ || mayClose_()); }
 
 }  // namespace app

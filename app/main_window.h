@@ -32,6 +32,11 @@ class MainWindow : public QMainWindow, public switcher::LinkDisplay {
   // Greys out the commands that have no operation.
   void UpdateCommands();
 
+  // The place of the window: the corner of its frame and its size without the frame, as they
+  // are given to move() and resize().  Of a full screen the place that it goes back to: it is a
+  // way of looking, not a place.
+  QRect Place() const;
+
   QMdiArea& Area() { return *area_; }
   StatusBar& Status() { return *statusBar_; }
 
@@ -50,6 +55,8 @@ class MainWindow : public QMainWindow, public switcher::LinkDisplay {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void AddCommands();
@@ -58,6 +65,7 @@ class MainWindow : public QMainWindow, public switcher::LinkDisplay {
   void FillWindowList();
   QAction* CommandAction(const char* id) const;
   QMenu* AddMenu(const char* id);
+  void MeasureFrame();
 
   const CommandTable& commands_;
   std::function<bool()> mayClose_;
@@ -66,6 +74,7 @@ class MainWindow : public QMainWindow, public switcher::LinkDisplay {
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;
   QList<QAction*> windowList_;
+  QPoint frame_;  // from the corner of the frame to that of the window; a full screen has none
   QTimer pollTimer_;
   QTimer decodeTimer_;
 };

@@ -55,7 +55,7 @@ void MessageBoxes::ShowNext() {
   box_->setEscapeButton(QMessageBox::Ok);
   ShowCount();
   connect(box_, &QMessageBox::finished, this, &MessageBoxes::OnClosed);
-  // A dialog that goes takes the box over it along, read or not.
+  // A box that goes away unread, with the dialog it stands over, is shown again.
   connect(box_, &QObject::destroyed, this, &MessageBoxes::ShowNext, Qt::QueuedConnection);
   box_->open();
 }

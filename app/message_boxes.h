@@ -14,8 +14,8 @@
 namespace app {
 
 // Shows reports as message boxes, one at a time and in their order, without ever holding up
-// whoever reports.  A report that equals one which shows or waits is folded into it and
-// counted, so that no storm of reports can bury the operator.
+// whoever reports; each stays until it was read.  A report that equals one which shows or waits is
+// folded into it and counted, so that no storm of reports can bury the operator.
 class MessageBoxes : public QObject, public model::ErrorReporter {
   Q_OBJECT
 

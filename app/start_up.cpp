@@ -15,8 +15,9 @@ using Icon = model::ErrorReporter::Icon;
 
 constexpr char kCommErrorTitle[] = "Comm Error";
 
-// What a missing, null or unreadable count reports itself as; nobody sees more than that it
-// failed.
+// Reads a count as the nearest whole number, halves to the even neighbour.  False, and *number
+// as it was, when it is missing, null, no number, unreadable or outside [least, greatest]: all
+// of these are shown with the same text.
 bool ReadNumber(const jet::RecordSet* records, std::string_view field, int least, int greatest,
                 std::int16_t* number) {
   if (records == nullptr) return false;

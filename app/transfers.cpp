@@ -11,14 +11,9 @@ bool IsShown(const QDialog* dialog) { return dialog != nullptr && dialog->isVisi
 
 }  // namespace
 
-Transfers::Transfers(QWidget& window, OpenViews& views, const MessageBoxes& boxes,
-                     const views::DownloadServices& download,
+Transfers::Transfers(QWidget& window, OpenViews& views, const views::DownloadServices& download,
                      const views::RetrievalServices& retrieval)
-    : window_(window),
-      views_(views),
-      boxes_(boxes),
-      downloadServices_(download),
-      retrievalServices_(retrieval) {
+    : window_(window), views_(views), downloadServices_(download), retrievalServices_(retrieval) {
   retrievalServices_.closeViews = [&views] { views.CloseAll(); };
 }
 
@@ -35,7 +30,9 @@ void Transfers::SendData() {
   connect(download_, &views::DownloadWindow::Cancelled, this, [this](const QString& notSent) {
     Q_EMIT NoteRequested(tr("Cancelled. Stages not sent: %1").arg(notSent));
   });
-  connect(download_, &views::DownloadWindow::Passed, this, &Transfers::OnTablePassed);
+  connect(download_, &views::DownloadWindow::Sent, &views_, [this](const QString& table) {
+    if (table == QLatin1String("Inhibits")) views_.SetInhibitsUnsent(false);
+  });
   download_->open();
 }
 
@@ -48,11 +45,6 @@ void Transfers::RetrieveData() {
   connect(retrieval_, &views::RetrievalWindow::Retrieved, &views_,
           [this] { views_.SetInhibitsUnsent(false); });
   retrieval_->open();
-}
-
-void Transfers::OnTablePassed(const QString& name) {
-  // A table that failed has left its report there.
-  if (name == QLatin1String("Inhibits") && boxes_.IsEmpty()) views_.SetInhibitsUnsent(false);
 }
 
 void Transfers::CancelNow() {

@@ -6,7 +6,6 @@
 #include <QObject>
 #include <QPointer>
 
-#include "app/message_boxes.h"
 #include "app/open_views.h"
 #include "views/download_window.h"
 #include "views/retrieval_window.h"
@@ -21,8 +20,8 @@ class Transfers : public QObject {
  public:
   // All that is referred to must outlive the object.  The retrieval's closeViews need not be
   // set.
-  Transfers(QWidget& window, OpenViews& views, const MessageBoxes& boxes,
-            const views::DownloadServices& download, const views::RetrievalServices& retrieval);
+  Transfers(QWidget& window, OpenViews& views, const views::DownloadServices& download,
+            const views::RetrievalServices& retrieval);
 
   // Closes what is still open.
   ~Transfers() override;
@@ -42,11 +41,8 @@ class Transfers : public QObject {
   void NoteRequested(const QString& note);
 
  private:
-  void OnTablePassed(const QString& name);
-
   QWidget& window_;
   OpenViews& views_;
-  const MessageBoxes& boxes_;
   const views::DownloadServices downloadServices_;
   views::RetrievalServices retrievalServices_;
   QPointer<views::DownloadWindow> download_;

@@ -21,13 +21,20 @@ DatabaseFiles::~DatabaseFiles() { Close(); }
 
 model::Status DatabaseFiles::Open() {
   Close();
-  std::error_code ignored;  // a file that cannot be seen fails to be copied, and says why
-  if (!std::filesystem::exists(mainFile_, ignored)) {
+  copyIsOurs_ = false;
+  copyHoldsTheRun_ = false;
+  // Only what surely is not there is created: a file that cannot be seen at this moment would
+  // be lost.  Copying it fails, and says why.
+  std::error_code unseen;
+  if (!std::filesystem::exists(mainFile_, unseen) && !unseen) {
     if (model::Status status = CreateDatabase(mainFile_); !status.ok()) return status;
   }
   if (model::Status status = RemoveFile(workingCopy_); !status.ok()) return status;
+  copyIsOurs_ = true;
   if (model::Status status = CopyFile(mainFile_, workingCopy_); !status.ok()) return status;
-  return OpenWorkingCopy();
+  model::Status status = OpenWorkingCopy();
+  copyHoldsTheRun_ = status.ok();
+  return status;
 }
 
 model::Status DatabaseFiles::OpenWorkingCopy() {
@@ -59,19 +66,20 @@ model::Status DatabaseFiles::OpenTables(jet::Database& database) {
 }
 
 model::Status DatabaseFiles::SaveAndClose() {
-  if (!IsOpen()) {
-    // What was begun of the copy is of no use to anybody; if it cannot be deleted, the next
-    // start does.
-    (void)RemoveFile(workingCopy_);
-    return {};
+  if (copyHoldsTheRun_) {
+    const jet::Bookmark station = IsOpen() ? stations_->Mark() : jet::Bookmark();
+    Close();
+    if (model::Status status = ReplaceFile(workingCopy_, mainFile_); !status.ok()) {
+      // Of two failures the operator needs the first; views that find no open database say so.
+      if (OpenWorkingCopy().ok()) (void)stations_->GoTo(station);
+      return status;
+    }
+    copyHoldsTheRun_ = false;
   }
-  Close();
-  if (model::Status status = ReplaceFile(workingCopy_, mainFile_); !status.ok()) {
-    // Of two failures the operator needs the first; views that find no open database say so.
-    (void)OpenWorkingCopy();
-    return status;
-  }
-  (void)RemoveFile(workingCopy_);  // everything is saved; the next start deletes it
+  // Everything is saved, or what was begun of the copy is of no use to anybody.  If it cannot
+  // be deleted, the next start does.
+  if (copyIsOurs_) (void)RemoveFile(workingCopy_);
+  copyIsOurs_ = false;
   return {};
 }
 

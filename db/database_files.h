@@ -33,9 +33,10 @@ class DatabaseFiles {
   model::Status Open();
 
   // Closes the database, replaces the main file by the working copy and deletes the copy.  When
-  // the main file cannot be replaced it is as it was, and the working copy is open again.
-  // Does nothing but delete a working copy left by a failed Open() when there is no open
-  // database.
+  // the main file cannot be replaced it is as it was, and the working copy is open again with
+  // the same station current.  It may be called again then, also when the copy could not be
+  // opened: the copy is kept until the main file holds its contents.
+  // After a failed Open() it does nothing but delete what that has made of a working copy.
   model::Status SaveAndClose();
 
   bool IsOpen() const { return database_ != nullptr; }
@@ -58,6 +59,8 @@ class DatabaseFiles {
   std::unique_ptr<jet::Database> database_;
   std::unique_ptr<jet::RecordSet> stations_;
   std::unique_ptr<jet::RecordSet> dbInfo_;
+  bool copyIsOurs_ = false;       // made, or begun, by Open() and not deleted since
+  bool copyHoldsTheRun_ = false;  // it was opened, and its changes are not in the main file
 };
 
 }  // namespace db

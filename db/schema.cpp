@@ -6,7 +6,6 @@
 #include <memory>
 #include <system_error>
 #include <utility>
-#include <vector>
 
 namespace db {
 
@@ -15,6 +14,7 @@ namespace {
 using jet::FieldType;
 
 constexpr int kStations = 64;       // stations, and as many further channels
+constexpr int kTalk = 0;            // button type
 constexpr int kInactive = 254;      // opto type: does nothing
 constexpr int kInputsPerUnit = 8;   // inputs of one HRJ unit
 constexpr int kOutputsPerUnit = 2;  // outputs of one QDV unit
@@ -37,6 +37,9 @@ class RecordWriter {
   explicit RecordWriter(jet::RecordSet& records) : records_(records), status_(records.AddNew()) {}
 
   void Set(std::string_view field, const jet::Value& value) {
+    if (status_.ok()) status_ = records_.Set(field, value);
+  }
+  void Set(int field, const jet::Value& value) {
     if (status_.ok()) status_ = records_.Set(field, value);
   }
 
@@ -100,8 +103,16 @@ void SetChannelTexts(RecordWriter& record, int number) {
   record.Set("SysInput", "Virtual Input " + digits);
 }
 
-jet::Status AddStation(jet::RecordSet& records, int stationNum,
-                       const std::array<std::string, 3 * kButtons>& buttonFields) {
+// What every station has for a button: its fields by index, and the flags.
+struct DefaultButton {
+  int type = 0;
+  int first = 0;
+  int prog = 0;
+  jet::Value flags;
+};
+using DefaultButtons = std::array<DefaultButton, kButtons>;
+
+jet::Status AddStation(jet::RecordSet& records, int stationNum, const DefaultButtons& buttons) {
   const bool extension = stationNum > kStations;
   const int number = extension ? stationNum - kStations : stationNum;
   const std::string ownFlag = OnlyFlag(number);
@@ -121,10 +132,10 @@ jet::Status AddStation(jet::RecordSet& records, int stationNum,
   record.Set("OptoFirst", number);
   record.Set("OptoStations", ownFlag);
   for (int button = 1; button <= kButtons; ++button) {
-    const std::string* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
-    record.Set(fields[0], 0);
-    record.Set(fields[1], button);
-    record.Set(fields[2], OnlyFlag(button));
+    const DefaultButton& fields = buttons[static_cast<std::size_t>(button - 1)];
+    record.Set(fields.type, kTalk);
+    record.Set(fields.first, button);
+    record.Set(fields.prog, fields.flags);
   }
   return record.Update();
 }
@@ -134,15 +145,16 @@ jet::Status AddStations(jet::Database& database) {
   if (jet::Status status = database.OpenTable(kStationsTable, &records); !status.ok()) {
     return status;
   }
-  std::array<std::string, 3 * kButtons> buttonFields;
+  DefaultButtons buttons;
   for (int button = 1; button <= kButtons; ++button) {
-    std::string* const fields = &buttonFields[static_cast<std::size_t>(3 * (button - 1))];
-    fields[0] = ButtonField(button, "Type");
-    fields[1] = ButtonField(button, "First");
-    fields[2] = ButtonField(button, "Prog");
+    buttons[static_cast<std::size_t>(button - 1)] = {
+        .type = records->FieldIndex(ButtonField(button, "Type")),
+        .first = records->FieldIndex(ButtonField(button, "First")),
+        .prog = records->FieldIndex(ButtonField(button, "Prog")),
+        .flags = OnlyFlag(button)};
   }
   for (int stationNum = 1; stationNum <= 2 * kStations; ++stationNum) {
-    if (jet::Status status = AddStation(*records, stationNum, buttonFields); !status.ok()) {
+    if (jet::Status status = AddStation(*records, stationNum, buttons); !status.ok()) {
       return status;
     }
   }

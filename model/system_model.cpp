@@ -26,14 +26,6 @@ void SystemModel::ResetLevels() {
   InputGains.fill(kInitialGain);
 }
 
-std::filesystem::path SystemModel::FilePath(std::string_view fileName) const {
-  std::string folder = AppPath;
-  if (!folder.empty() && folder.back() == '\\') folder.pop_back();
-  if (!folder.empty() && folder.back() == ':') folder += '/';  // "C:" alone is not the root
-  return std::filesystem::path(std::u8string(folder.begin(), folder.end())) /
-         std::filesystem::path(std::u8string(fileName.begin(), fileName.end()));
-}
-
 std::string ToAppPath(std::string_view folder) {
   std::string path(folder);
   if (path.empty() || path.back() != '\\') path += '\\';

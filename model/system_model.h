@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -52,7 +51,8 @@ struct SystemModel {
   // [0] connected, [1] answered since the last keep-alive poll, [2] unanswered polls in a row.
   std::array<std::uint8_t, 3> LinkStatus{};
 
-  // Settings.  AppPath, in UTF-8, ends in one backslash on every platform; FilePath() drops it.
+  // Settings.  AppPath, in UTF-8, ends in one backslash on every platform: it is what is shown
+  // and stored, and no path to open a file by.
   std::string AppPath;
   std::int16_t ComPort = 1;           // 1..4
   std::int16_t DownloadInterval = 0;  // milliseconds
@@ -78,9 +78,6 @@ struct SystemModel {
 
   // No tally point responding, every gain at kInitialGain.
   void ResetLevels();
-
-  // The path of a file in the program's folder, for opening it.
-  std::filesystem::path FilePath(std::string_view fileName) const;
 };
 
 // The AppPath of a folder (UTF-8): the folder and one backslash, unless it ends in one.

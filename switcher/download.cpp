@@ -2,6 +2,7 @@
 
 #include "switcher/download.h"
 
+#include <optional>
 #include <span>
 
 namespace switcher {
@@ -89,8 +90,8 @@ void Download::Proceed() {
 }
 
 bool Download::SendMessage() {
-  const DownloadStage& stage = stages_[current_];
-  return stage.sendNext && stage.sendNext();
+  std::optional<Transmission>& table = stages_[current_].table;
+  return table && table->Step();
 }
 
 void Download::SendNext() {
@@ -112,7 +113,7 @@ void Download::SendNext() {
 
 void Download::EndStage() {
   const DownloadStage& stage = stages_[current_];
-  if (stage.sendNext) display_.TablePassed(stage.name);
+  if (stage.table && !stage.table->Failed()) display_.TableSent(stage.name);
   const bool pauses = stage.pauses && model_.DownloadInterval > 0;
   ++current_;
   if (pauses) {

@@ -2,7 +2,6 @@
 
 #include "switcher/download_plan.h"
 
-#include <memory>
 #include <utility>
 
 #include "switcher/messages/label_order.h"
@@ -14,18 +13,12 @@ namespace {
 constexpr int kPauses = 4;
 constexpr char kButtonProgramming[] = "Button Programming Sta ";
 
-std::function<bool()> Steps(Transmission transmission) {
-  // A std::function wants to be copied; a transmission is one thing.
-  return
-      [shared = std::make_shared<Transmission>(std::move(transmission))] { return shared->Step(); };
-}
-
 }  // namespace
 
 std::vector<DownloadStage> PlanDownload(const model::SystemModel& model, TableSenders& tables) {
   std::vector<DownloadStage> stages;
-  const auto add = [&stages](const char* name, Transmission transmission) {
-    stages.push_back({.name = name, .sendNext = Steps(std::move(transmission))});
+  const auto add = [&stages](const char* name, Transmission table) {
+    stages.push_back({.name = name, .table = std::move(table)});
   };
   if (model.DownloadMode == 0) {
     add("Optos", tables.Optos());
@@ -37,7 +30,7 @@ std::vector<DownloadStage> PlanDownload(const model::SystemModel& model, TableSe
   }
   for (int station = 1; station <= model.StationCount; ++station) {
     stages.push_back({.name = kButtonProgramming + std::to_string(station),
-                      .sendNext = Steps(tables.Buttons(station)),
+                      .table = tables.Buttons(station),
                       .buttonStation = station,
                       .pauses = true});
   }
@@ -58,7 +51,7 @@ int EstimateDownloadBytes(const model::SystemModel& model) {
 std::string NameTables(std::span<const DownloadStage> stages) {
   std::string names;
   for (const DownloadStage& stage : stages) {
-    if (!stage.sendNext) continue;
+    if (!stage.table) continue;
     if (!names.empty()) names += ", ";
     names += stage.name;
     if (stage.buttonStation == 0) continue;

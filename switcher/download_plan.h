@@ -3,7 +3,7 @@
 #ifndef SWITCHER_DOWNLOAD_PLAN_H_
 #define SWITCHER_DOWNLOAD_PLAN_H_
 
-#include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -18,9 +18,8 @@ struct DownloadStage {
   // What the status line names it.
   std::string name;
 
-  // Sends the stage's next message and says whether more are to come.  Empty for a stage that
-  // sends nothing.
-  std::function<bool()> sendNext = nullptr;
+  // The table that the stage sends; none for a pause.
+  std::optional<Transmission> table = std::nullopt;
 
   // The button programming of this station (from 1); 0 for any other stage.
   int buttonStation = 0;

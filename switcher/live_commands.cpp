@@ -8,24 +8,25 @@
 
 namespace switcher {
 
-void LiveCommands::SendTake(int destination, int source, std::uint8_t action) {
-  Send(EncodeTake({.destination = destination, .source = source, .action = action}),
-       "Error Sending Take Command");
+bool LiveCommands::SendTake(int destination, int source, std::uint8_t action) {
+  return Send(EncodeTake({.destination = destination, .source = source, .action = action}),
+              "Error Sending Take Command");
 }
 
-void LiveCommands::SendGain(int channel, int gain) {
-  Send(EncodeGain({.input = channel, .step = gain}), "Error Sending Gain Command");
+bool LiveCommands::SendGain(int channel, int gain) {
+  return Send(EncodeGain({.input = channel, .step = gain}), "Error Sending Gain Command");
 }
 
-void LiveCommands::Send(std::span<const std::uint8_t> message, std::string_view failureLine) {
+bool LiveCommands::Send(std::span<const std::uint8_t> message, std::string_view failureLine) {
   model_.SendBusy = true;
   if (const model::Status status = WriteMessage(port_, message); !status.ok()) {
     // SendBusy stays set: the line is in an unknown state until it has drained.
     reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
                    ErrorText(failureLine, status));
-    return;
+    return false;
   }
   port_.SetSendThreshold(1);
+  return true;
 }
 
 }  // namespace switcher

@@ -14,7 +14,8 @@
 namespace switcher {
 
 // The commands that act on the running switcher at once.  Each writes its message, sets
-// SendBusy until the output has drained, and reports a failure to the operator itself.
+// SendBusy until the output has drained, and reports a failure to the operator itself; it then
+// returns false.
 class LiveCommands {
  public:
   // All must outlive the object.
@@ -23,13 +24,13 @@ class LiveCommands {
 
   // Makes or breaks the crosspoint of an output and an input channel, both from 1 and at most
   // 256.  `action` is a TakeAction, or what a panel asked for.
-  void SendTake(int destination, int source, std::uint8_t action);
+  bool SendTake(int destination, int source, std::uint8_t action);
 
   // Sets the gain of input `channel` (0-based, 0..63) to `gain` (0..127).
-  void SendGain(int channel, int gain);
+  bool SendGain(int channel, int gain);
 
  private:
-  void Send(std::span<const std::uint8_t> message, std::string_view failureLine);
+  bool Send(std::span<const std::uint8_t> message, std::string_view failureLine);
 
   model::SystemModel& model_;
   SerialPort& port_;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #ifdef Q_OS_UNIX
+#include <poll.h>
 #include <sys/ioctl.h>
 #endif
 
@@ -22,6 +23,10 @@ constexpr int kOutputLimit = 256;
 // A line that takes no byte for so long takes none at all.
 constexpr int kStallMilliseconds = 2000;
 
+// So many errors without a byte in between mean that the device does not work any more, although
+// it is there.
+constexpr int kMostIdleErrors = 50;
+
 // Bytes that the operating system holds and the line has not sent.  A pseudo terminal has none;
 // neither has a platform that does not tell.
 int KernelQueue([[maybe_unused]] const QSerialPort& port) {
@@ -30,6 +35,17 @@ int KernelQueue([[maybe_unused]] const QSerialPort& port) {
   if (ioctl(port.handle(), TIOCOUTQ, &queued) == 0) return queued;
 #endif
   return 0;
+}
+
+// Whether the device is still at the other end of the line.  A platform that does not tell has
+// lost it.
+bool IsPresent([[maybe_unused]] const QSerialPort& port) {
+#ifdef Q_OS_UNIX
+  pollfd device{.fd = port.handle(), .events = 0, .revents = 0};
+  return poll(&device, 1, 0) == 0;  // else it has hung up
+#else
+  return false;
+#endif
 }
 
 }  // namespace
@@ -44,13 +60,15 @@ QtSerialPort::QtSerialPort(DeviceName deviceName, QObject* parent)
 
 QtSerialPort::~QtSerialPort() {
   port_.disconnect(this);
-  Close();
+  QtSerialPort::Close();
 }
 
 model::Status QtSerialPort::Open(int number) {
   Close();
   number_ = number;
   sendThreshold_ = 0;
+  idleErrors_ = 0;
+  stalledAt_ = 0;
   opening_ = true;
   port_.setPortName(deviceName_(number));
   port_.setBaudRate(QSerialPort::Baud57600);
@@ -93,9 +111,13 @@ model::Status QtSerialPort::Write(std::uint8_t byte) {
   return {};
 }
 
-// Waits until the output is below its limit.  False when the line stalls or the device goes.
+// Waits until the output is below its limit.  False when the line stalls or the device goes.  A
+// line that has stalled is not waited for again until it moves: each command would hold up the
+// operator for as long again.
 bool QtSerialPort::WaitForRoom() {
   int pending = PendingOutput();
+  if (stalledAt_ > 0 && pending >= stalledAt_) return false;
+  stalledAt_ = 0;
   QDeadlineTimer stall(kStallMilliseconds);
   while (pending >= kOutputLimit) {
     if (port_.bytesToWrite() > 0) {
@@ -108,6 +130,7 @@ bool QtSerialPort::WaitForRoom() {
     if (left < pending) {
       stall.setRemainingTime(kStallMilliseconds);
     } else if (stall.hasExpired()) {
+      stalledAt_ = left;
       return false;
     }
     pending = left;
@@ -127,6 +150,7 @@ void QtSerialPort::SetSendThreshold(int threshold) {
 }
 
 void QtSerialPort::OnReadyRead() {
+  idleErrors_ = 0;
   if (writing_) {
     readDeferred_ = true;
     return;
@@ -135,6 +159,7 @@ void QtSerialPort::OnReadyRead() {
 }
 
 void QtSerialPort::OnBytesWritten() {
+  idleErrors_ = 0;
   if (!writing_) TellDrained();
 }
 
@@ -147,6 +172,13 @@ void QtSerialPort::TellDrained() {
 void QtSerialPort::OnError(QSerialPort::SerialPortError error) {
   if (opening_ || !port_.isOpen() || error == QSerialPort::NoError ||
       error == QSerialPort::TimeoutError) {
+    return;
+  }
+  // A sender that waits for room takes in what arrives meanwhile.  When the event loop then
+  // wakes the port for these bytes there is nothing left to be read, which the toolkit takes for
+  // an error.  It may have stopped listening to the device; this makes it listen again.
+  if (IsPresent(port_) && ++idleErrors_ <= kMostIdleErrors) {
+    port_.setReadBufferSize(port_.readBufferSize());
     return;
   }
   // A device that has gone reports this error again at every turn of the event loop until the

@@ -46,6 +46,8 @@ class QtSerialPort : public QObject, public SerialPort {
   SerialPortEvents* events_ = nullptr;
   int number_ = 0;
   int sendThreshold_ = 0;
+  int idleErrors_ = 0;  // without a byte read or written in between
+  int stalledAt_ = 0;   // so much output stood when the line stalled; 0: it moves
   bool opening_ = false;
   bool writing_ = false;       // inside Write(): no handler may run
   bool readDeferred_ = false;  // bytes arrived meanwhile

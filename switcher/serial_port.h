@@ -53,7 +53,8 @@ class SerialPort {
   // Hands one byte to the line.  The output buffer is small: when it is full, Write() waits for
   // room at the pace of the line.  Bytes that arrive meanwhile are kept; DataReceived() comes
   // after the caller has returned to the event loop.  Fails when the port is not open, the
-  // device has gone, or the line has taken no byte for two seconds.
+  // device has gone, or the line has taken no byte for two seconds; then also at once, until the
+  // line takes a byte again.
   virtual model::Status Write(std::uint8_t byte) = 0;
 
   // 1 asks for one OutputDrained() when the output is empty (at the next turn of the event loop

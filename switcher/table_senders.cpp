@@ -76,9 +76,10 @@ Transmission TableSenders::Rows(std::string_view failureLine, int first, int las
           }};
 }
 
-void TableSenders::Run(Transmission transmission) {
+bool TableSenders::Run(Transmission transmission) {
   while (transmission.Step()) {
   }
+  return !transmission.Failed();
 }
 
 }  // namespace switcher

@@ -45,12 +45,13 @@ class TableSenders {
   // All optos, in one message.
   Transmission Optos();
 
-  // The same, each at once and to its end.  A failure is reported to the operator.
-  void SendLabels(int selector) { Run(Labels(selector)); }
-  void SendInhibits(int station) { Run(Inhibits(station)); }
-  void SendRelays(int station) { Run(Relays(station)); }
-  void SendButtons(int station) { Run(Buttons(station)); }
-  void SendOptos() { Run(Optos()); }
+  // The same, each at once and to its end.  A failure is reported to the operator; then they
+  // return false.
+  bool SendLabels(int selector) { return Run(Labels(selector)); }
+  bool SendInhibits(int station) { return Run(Inhibits(station)); }
+  bool SendRelays(int station) { return Run(Relays(station)); }
+  bool SendButtons(int station) { return Run(Buttons(station)); }
+  bool SendOptos() { return Run(Optos()); }
 
  private:
   friend class Transmission;
@@ -60,7 +61,7 @@ class TableSenders {
 
   // One message for each station of first..last that has a record.
   Transmission Rows(std::string_view failureLine, int first, int last, ReadStation read);
-  static void Run(Transmission transmission);
+  static bool Run(Transmission transmission);
 
   model::SystemModel& model_;
   db::DatabaseFiles& files_;

@@ -31,26 +31,31 @@ model::Status WriteTable(SerialPort& port, std::span<const std::uint8_t> message
 bool Transmission::Step() {
   if (ended_) return false;
   senders_->model_.SendBusy = true;
+  Bytes message;
   bool more = false;
-  const model::Status status = SendNext(&more);
+  model::Status status = Read(&message, &more);
+  const bool wasRead = status.ok();
+  if (wasRead && !message.empty()) {
+    status = WriteTable(senders_->port_, message, senders_->progress_);
+  }
   if (status.ok() && more) return true;
+
   ended_ = true;
-  if (status.ok()) {
-    senders_->port_.SetSendThreshold(1);
-  } else {
+  failed_ = !status.ok();
+  // Only a port that failed has nothing to tell any more: whatever the database did, the line
+  // drains, and the poll goes on then.
+  if (status.ok() || !wasRead) senders_->port_.SetSendThreshold(1);
+  if (failed_) {
     senders_->reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
                              ErrorText(failureLine_, status));
   }
   return false;
 }
 
-model::Status Transmission::SendNext(bool* more) {
+model::Status Transmission::Read(Bytes* message, bool* more) {
   jet::Database* const database = senders_->files_.Database();
   if (database == nullptr) return db::NotOpen();
-  Bytes message;
-  if (model::Status status = readNext_(*database, &message, more); !status.ok()) return status;
-  if (message.empty()) return {};
-  return WriteTable(senders_->port_, message, senders_->progress_);
+  return readNext_(*database, message, more);
 }
 
 }  // namespace switcher

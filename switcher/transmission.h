@@ -27,9 +27,12 @@ class Transmission {
   // output has drained.
   //
   // A failure is reported to the operator and ends the transmission; what was sent by then
-  // stays sent, and SendBusy stays set.  After the end: does nothing and returns false.  A
-  // transmission that was begun is to be stepped to its end.
+  // stays sent.  When it was the port that failed, SendBusy stays set.  After the end: does
+  // nothing and returns false.  A transmission that was begun is to be stepped to its end.
   bool Step();
+
+  // Whether a failure has ended it.
+  bool Failed() const { return failed_; }
 
  private:
   friend class TableSenders;
@@ -42,12 +45,14 @@ class Transmission {
   Transmission(TableSenders& senders, std::string_view failureLine, ReadNext readNext)
       : senders_(&senders), failureLine_(failureLine), readNext_(std::move(readNext)) {}
 
-  model::Status SendNext(bool* more);
+  // *message is empty when there is none.
+  model::Status Read(Bytes* message, bool* more);
 
   TableSenders* senders_;
   std::string_view failureLine_;  // a literal
   ReadNext readNext_;
   bool ended_ = false;
+  bool failed_ = false;
 };
 
 }  // namespace switcher

@@ -108,9 +108,7 @@ void DownloadWindow::ShowPosition(int position) { bar_->setValue(position); }
 
 void DownloadWindow::ShowCancelling() { cancel_->setEnabled(false); }
 
-void DownloadWindow::TablePassed(std::string_view name) {
-  Q_EMIT Passed(QString::fromUtf8(name));
-}
+void DownloadWindow::TableSent(std::string_view name) { Q_EMIT Sent(QString::fromUtf8(name)); }
 
 void DownloadWindow::Close(std::string_view notSent) {
   delayTimer_.stop();

@@ -39,9 +39,8 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void reject() override { download_.Cancel(); }
 
  Q_SIGNALS:
-  // A table is through, whether it got there or not; a failure has been reported by then.  The
-  // name is that of the status line.
-  void Passed(const QString& name);
+  // A table has been sent without a failure.  The name is that of its status line.
+  void Sent(const QString& table);
   // The download was cancelled with these tables not sent.
   void Cancelled(const QString& notSent);
 
@@ -57,7 +56,7 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void StartDelayTimer() override { delayTimer_.start(); }
   void StartSpacingTimer() override { spacingTimer_.start(); }
   void RequestTurn() override { turnTimer_.start(); }
-  void TablePassed(std::string_view name) override;
+  void TableSent(std::string_view name) override;
   void Close(std::string_view notSent) override;
 
   QLabel* text_;

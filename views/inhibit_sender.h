@@ -11,8 +11,8 @@ class InhibitSender {
   virtual ~InhibitSender() = default;
 
   // Sends the inhibits of one output (from 1), or of all with model::kAll.  Reports a failure
-  // to the operator itself.
-  virtual void SendInhibits(int output) = 0;
+  // to the operator itself; then returns false.
+  virtual bool SendInhibits(int output) = 0;
 };
 
 }  // namespace views

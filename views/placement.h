@@ -24,7 +24,7 @@ class Placement {
   // What the stored place came to: where the window stands after it was put there.
   void SetRestored(const QRect& geometry) { restored_ = geometry; }
 
-  // Stores where the window stands now.
+  // Stores where the window stands now.  May be called again when the window lives on.
   void Save(const QRect& geometry);
 
  private:

@@ -50,8 +50,11 @@ void XmapFind::Open(const QString& text, const QString& prompt) {
   field_->setMinimumWidth(fontMetrics().horizontalAdvance(prompt) + kFieldMargin);
   field_->setAccessibleName(prompt);
   setAccessibleName(prompt);
-  field_->setText(text);
-  Search();
+  if (field_->text() == text) {
+    Search();
+  } else {
+    field_->setText(text);  // searches
+  }
   adjustSize();
   show();
   raise();
@@ -68,7 +71,7 @@ void XmapFind::Close() {
 }
 
 void XmapFind::LabelsChanged() {
-  if (!isHidden()) Search();
+  if (!isHidden()) LightMatches();
 }
 
 bool XmapFind::Matches(const std::string& label, int channel) const {
@@ -79,6 +82,11 @@ bool XmapFind::Matches(const std::string& label, int channel) const {
 }
 
 void XmapFind::Search() {
+  LightMatches();
+  if (!matches_.empty()) Q_EMIT FirstMatch(matches_.front().output, matches_.front().input);
+}
+
+void XmapFind::LightMatches() {
   matches_.clear();
   at_ = -1;
   rules::ChannelSet outputs;
@@ -97,7 +105,6 @@ void XmapFind::Search() {
   }
   ShowCount();
   Q_EMIT MatchesChanged(outputs, inputs);
-  if (!matches_.empty()) Q_EMIT FirstMatch(matches_.front().output, matches_.front().input);
 }
 
 void XmapFind::ShowCount() {

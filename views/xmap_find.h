@@ -35,7 +35,7 @@ class XmapFind : public QFrame {
   // Closes and puts out the lights; does nothing when it is closed.
   void Close();
 
-  // Searches again; call after the labels have changed.
+  // Lights what matches now; call after the labels have changed.  The map does not scroll.
   void LabelsChanged();
 
  Q_SIGNALS:
@@ -61,7 +61,9 @@ class XmapFind : public QFrame {
   };
 
   void Open(const QString& text, const QString& prompt);
+  // A new text: lights its matches and brings the first one into sight.
   void Search();
+  void LightMatches();
   void Step(int by);
   void GoTo();
   bool Matches(const std::string& label, int channel) const;

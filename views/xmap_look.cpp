@@ -10,7 +10,6 @@
 namespace views {
 namespace {
 
-constexpr int kManyChannels = 100;
 constexpr double kHeaderPointSize = 8;
 constexpr double kLeastContrast = 2.5;
 
@@ -32,7 +31,7 @@ double Luminance(const QColor& colour) {
 
 XmapMetrics MetricsFor(int channelCount, int zoom) {
   XmapMetrics metrics;
-  metrics.cellWidth = Zoomed(channelCount >= kManyChannels ? 350 : 300, zoom);
+  metrics.cellWidth = Zoomed(channelCount >= rules::kManyChannels ? 350 : 300, zoom);
   metrics.cellHeight = Zoomed(300, zoom);
   metrics.labelWidth = Zoomed(1000, zoom);
   metrics.labelHeight = Zoomed(1800, zoom);

@@ -367,16 +367,17 @@ void XmapView::PerformAction(int action) {
     case ActionDecision::Kind::Inhibited:
       ShowRefusal("Action Not Allowed On Inhibited Crosspoint");
       break;
-    case ActionDecision::Kind::Send:
-      services_.commands.SendTake(decision.output, decision.input,
-                                  static_cast<std::uint8_t>(decision.code));
+    case ActionDecision::Kind::Send: {
+      const bool sent = services_.commands.SendTake(decision.output, decision.input,
+                                                    static_cast<std::uint8_t>(decision.code));
       if (services_.model.DemoMode == 1) {
         grid_.DrawAction(decision);
         model_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(decision.output)));
-      } else {
+      } else if (sent) {
         pending_.Sent({decision.output, decision.input});
       }
       break;
+    }
   }
 }
 
@@ -409,17 +410,16 @@ void XmapView::ToggleInhibit() {
   }
 }
 
-void XmapView::RefreshMap() {
-  services_.model.XmapComplete = false;
-  Q_EMIT RefreshRequested();
-}
+// The next poll asks for the whole map.
+void XmapView::RefreshMap() { services_.model.XmapComplete = false; }
 
 void XmapView::SendInhibits() {
+  bool sent = false;
   {
     const switcher::PollPause pause(services_.poll);
-    services_.inhibits.SendInhibits(model::kAll);
+    sent = services_.inhibits.SendInhibits(model::kAll);
   }
-  Q_EMIT InhibitsSent();
+  if (sent) Q_EMIT InhibitsSent();
 }
 
 model::Status XmapView::WithStations(const std::function<model::Status(jet::RecordSet&)>& work) {

@@ -86,11 +86,9 @@ class XmapView : public MainView {
  Q_SIGNALS:
   // The tool for the QDV status was clicked.
   void QdvStatusRequested();
-  // The whole map is being asked for again.
-  void RefreshRequested();
   // An inhibit was stored in the database, and is not in the switcher yet.
   void InhibitsEdited();
-  // The inhibits were handed to the line.
+  // All inhibits were handed to the line.
   void InhibitsSent();
   void ReadoutChanged(const QString& readout);
   void ZoomChanged(int percent);

@@ -18,7 +18,8 @@ class Bookmark {
 
   // The same place of the same table.  The order that was in force does not matter.
   friend bool operator==(const Bookmark& a, const Bookmark& b) {
-    return a.place_ == b.place_ && a.table_ == b.table_ && a.row_ == b.row_;
+    return a.place_ == b.place_ && a.table_ == b.table_ && a.row_ == b.row_ &&
+           (a.row_ == 0 || a.tenant_ == b.tenant_);
   }
 
  private:
@@ -33,11 +34,11 @@ class Bookmark {
   };
 
   Place place_ = Place::Nowhere;
-  std::uint32_t table_ = 0;  // definition page
-  std::uint32_t row_ = 0;    // page << 8 | slot of the record; 0 for none
-  std::uint64_t taken_ = 0;  // deletions the table had seen when the record was found
-  std::int32_t order_ = -1;  // real index the key belongs to, or -1
-  std::string key_;          // entry of the record in that index
+  std::uint32_t table_ = 0;   // definition page
+  std::uint32_t row_ = 0;     // page << 8 | slot of the record; 0 for none
+  std::uint64_t tenant_ = 0;  // of the row's place, when the record was found there
+  std::int32_t order_ = -1;   // real index the key belongs to, or -1
+  std::string key_;           // entry of the record in that index
 };
 
 }  // namespace jet

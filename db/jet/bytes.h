@@ -58,8 +58,9 @@ inline void PutU32BigEndian(std::uint8_t* p, std::uint32_t value) {
 }
 
 inline void AppendU16(Bytes* bytes, std::uint32_t value) {
-  bytes->push_back(static_cast<std::uint8_t>(value));
-  bytes->push_back(static_cast<std::uint8_t>(value >> 8));
+  const std::uint8_t two[] = {static_cast<std::uint8_t>(value),
+                              static_cast<std::uint8_t>(value >> 8)};
+  bytes->insert(bytes->end(), two, two + 2);
 }
 
 inline void AppendU32(Bytes* bytes, std::uint32_t value) {

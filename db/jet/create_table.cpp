@@ -100,7 +100,6 @@ Status PlanTable(const Format& format, const TableSpec& spec, std::span<const In
     }
     return -1;
   };
-  std::uint32_t fixed = 0;
   for (const FieldSpec& field : spec.fields) {
     ColumnPlan column;
     status = PlanField(format, field, &column);
@@ -109,7 +108,6 @@ Status PlanTable(const Format& format, const TableSpec& spec, std::span<const In
       return Status(ErrorNumber::ObjectExists,
                     "Table \"" + spec.name + "\" has field \"" + column.name + "\" twice");
     }
-    if ((column.flags & kColumnFixed) != 0) fixed += column.length;
     plan->columns.push_back(std::move(column));
   }
   if (indexes.size() > kMaxRealIndexes) {

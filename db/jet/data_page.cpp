@@ -8,16 +8,18 @@ namespace jet {
 
 Status CountSlots(const Format& format, const std::uint8_t* bytes, std::uint32_t page,
                   std::uint32_t* count) {
+  *count = 0;
   if (bytes[0] != kDataPage) {
     return Status(ErrorNumber::Damaged,
                   "A data page is expected but the page has type " + std::to_string(bytes[0]),
                   page);
   }
-  *count = GetU16(bytes + format.slotCountAt);
-  if (*count > kMaxSlots || format.slotsAt + 2 * *count > format.pageSize) {
-    return Status(ErrorNumber::Damaged, "The page cannot have " + std::to_string(*count) + " rows",
+  const std::uint32_t slots = GetU16(bytes + format.slotCountAt);
+  if (slots > kMaxSlots || format.slotsAt + 2 * slots > format.pageSize) {
+    return Status(ErrorNumber::Damaged, "The page cannot have " + std::to_string(slots) + " rows",
                   page);
   }
+  *count = slots;
   return {};
 }
 
@@ -42,15 +44,19 @@ Status DataPage::Open(Pager& pager, std::uint32_t page, DataPage* dataPage) {
   const std::uint8_t* bytes = dataPage->editor_.Data();
   status = CountSlots(format, bytes, page, &dataPage->count_);
   if (!status.ok()) return status;
-  dataPage->lowest_ = format.pageSize;
-  for (std::uint32_t i = 0; i < dataPage->count_; ++i) {
-    Slot slot;
-    if (!ReadSlot(format, bytes, dataPage->count_, i, &slot)) {
+  // As ReadSlot checks them, one after the other.
+  const std::uint32_t least = format.slotsAt + 2 * dataPage->count_;
+  std::uint32_t lowest = format.pageSize;
+  for (std::uint32_t at = format.slotsAt; at < least; at += 2) {
+    const std::uint32_t begin = GetU16(bytes + at) & kSlotOffset;
+    if (begin < least || begin > lowest) {
+      const std::uint32_t row = (at - format.slotsAt) / 2;
       return Status(ErrorNumber::Damaged,
-                    "The offset of row " + std::to_string(i) + " is impossible", page);
+                    "The offset of row " + std::to_string(row) + " is impossible", page);
     }
-    dataPage->lowest_ = slot.begin;
+    lowest = begin;
   }
+  dataPage->lowest_ = lowest;
   return {};
 }
 
@@ -98,13 +104,14 @@ std::uint8_t DataPage::Insert(ByteView row, std::uint16_t flags) {
   if (count_ < kMaxSlots) {
     lowest_ -= length;
     ++count_;
-    editor_.PutU16(format_->slotsAt + 2 * index, lowest_);
+    editor_.PutU16(format_->slotsAt + 2 * index, lowest_ | flags);
     editor_.PutU16(format_->slotCountAt, count_);
     PutFree();
-  } else {
-    for (index = 0; !GetSlot(static_cast<std::uint8_t>(index)).IsDead();) ++index;
-    Resize(static_cast<std::uint8_t>(index), length);
+    editor_.Put(lowest_, row);
+    return static_cast<std::uint8_t>(index);
   }
+  for (index = 0; !GetSlot(static_cast<std::uint8_t>(index)).IsDead();) ++index;
+  Resize(static_cast<std::uint8_t>(index), length);
   const auto slot = static_cast<std::uint8_t>(index);
   SetFlags(slot, flags);
   Write(slot, row);

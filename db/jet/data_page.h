@@ -27,7 +27,7 @@ struct Slot {
   bool IsDead() const { return flags == (kSlotDeleted | kSlotOverflow); }
 };
 
-// The number of slots of a data page, checked against its size.
+// The number of slots of a data page, checked against its size; 0 with an error.
 Status CountSlots(const Format& format, const std::uint8_t* bytes, std::uint32_t page,
                   std::uint32_t* count);
 

@@ -63,6 +63,8 @@ Status IndexPage::Load(Pager& pager, std::uint32_t page, std::uint32_t table) {
   const std::uint32_t area = format_->EntryArea();
   const std::uint8_t* mask = bytes_ + format_->maskAt;
   const std::uint32_t maskBytes = format_->entriesAt - format_->maskAt;
+  std::uint32_t begin = 0;
+  std::uint32_t shortest = area;
   for (std::uint32_t at = 0; at < maskBytes; at += 8) {
     std::uint64_t word = 0;
     if (at + 8 <= maskBytes) {
@@ -73,19 +75,18 @@ Status IndexPage::Load(Pager& pager, std::uint32_t page, std::uint32_t table) {
       }
     }
     for (; word != 0; word &= word - 1) {
-      ends_[count_++] = static_cast<std::uint16_t>(at * 8 + std::countr_zero(word));
+      const std::uint32_t end = at * 8 + std::countr_zero(word);
+      const std::uint32_t length = end - begin + (count_ == 0 ? 0 : prefix_);
+      shortest = std::min(shortest, length);
+      ends_[count_++] = static_cast<std::uint16_t>(end);
+      begin = end;
     }
   }
   if (count_ == 0) return {};
   if (ends_[count_ - 1] > area) return damaged("an entry reaches past the page");
   if (ends_[0] < prefix_) return damaged("the shared beginning is longer than an entry");
   const std::size_t least = kEntryPointer + 1 + (IsLeaf() ? 0 : kChildPointer);
-  std::uint32_t begin = 0;
-  for (int i = 0; i < count_; ++i) {
-    const std::uint32_t stored = ends_[i] - begin;
-    if (stored + (i == 0 ? 0 : prefix_) < least) return damaged("an entry is too short");
-    begin = ends_[i];
-  }
+  if (shortest < least) return damaged("an entry is too short");
   return {};
 }
 
@@ -173,6 +174,46 @@ bool FitsLeaf(const EntryList& entries, std::size_t begin, std::size_t end, std:
                CommonPrefix(a.first(a.size() - kEntryPointer), b.first(b.size() - kEntryPointer)));
   *prefix = shared;
   return whole - shared * (end - begin - 1) <= room;
+}
+
+namespace {
+
+// Replaces the `removed` entries (0 or 1) from `position` by `entry`, which is empty for none.
+Status Splice(Pager& pager, const IndexPage& leaf, int position, int removed, ByteView entry) {
+  const Format& format = pager.GetFormat();
+  PageEditor editor;
+  Status status = pager.Edit(leaf.Number(), &editor);
+  if (!status.ok()) return status;
+  const std::uint32_t begin = position == 0 ? 0 : leaf.End(position - 1);
+  const std::uint32_t end = removed == 0 ? begin : leaf.End(position);
+  const auto newEnd = static_cast<std::uint32_t>(begin + entry.size());
+  const std::uint32_t rest = leaf.StoredBytes() - end;
+
+  std::array<std::uint8_t, 512> mask{};
+  const auto mark = [&mask](std::uint32_t at) {
+    mask[at / 8] |= static_cast<std::uint8_t>(1U << (at % 8));
+  };
+  // Bits of entries before the place stay; the byte that they share with it is made again.
+  for (int i = position; i-- > 0 && leaf.End(i) / 8 >= begin / 8;) mark(leaf.End(i));
+  if (!entry.empty()) mark(newEnd);
+  for (int i = position + removed; i < leaf.Count(); ++i) mark(leaf.End(i) - end + newEnd);
+
+  if (rest != 0) editor.Move(format.entriesAt + newEnd, format.entriesAt + end, rest);
+  editor.Put(format.entriesAt + begin, entry);
+  const std::uint32_t maskEnd = std::max(leaf.StoredBytes(), newEnd + rest) / 8 + 1;
+  editor.Put(format.maskAt + begin / 8, ByteView(mask).subspan(begin / 8, maskEnd - begin / 8));
+  editor.PutU16(2, format.EntryArea() - newEnd - rest);
+  return {};
+}
+
+}  // namespace
+
+Status InsertIntoLeaf(Pager& pager, const IndexPage& leaf, int position, ByteView entry) {
+  return Splice(pager, leaf, position, 0, entry);
+}
+
+Status RemoveFromLeaf(Pager& pager, const IndexPage& leaf, int position) {
+  return Splice(pager, leaf, position, 1, {});
 }
 
 Status WriteIndexPage(Pager& pager, std::uint32_t page, const IndexPageHead& head,

@@ -46,6 +46,8 @@ class IndexPage {
   std::uint32_t PrefixLength() const { return prefix_; }
   std::uint32_t StoredFreeBytes() const { return GetU16(bytes_ + 2); }
   std::uint32_t StoredBytes() const { return count_ == 0 ? 0 : ends_[count_ - 1]; }
+  // Where the stored bytes of entry `index` end, counted from the first entry's beginning.
+  std::uint32_t End(int index) const { return ends_[index]; }
 
   // Entry `index` whole; of a node without its child.
   void Entry(int index, Bytes* entry) const;
@@ -109,6 +111,12 @@ struct IndexPageHead {
 // length of the shared beginning to store them with: none while they fit whole.
 bool FitsLeaf(const EntryList& entries, std::size_t begin, std::size_t end, std::uint32_t room,
               std::uint32_t* prefix);
+
+// Puts `entry` before entry `position` of a leaf, or takes that entry out; the other entries
+// keep their bytes.  The leaf must be loaded again.
+// REQUIRES: PrefixLength() == 0, and for the first that the entry fits.
+Status InsertIntoLeaf(Pager& pager, const IndexPage& leaf, int position, ByteView entry);
+Status RemoveFromLeaf(Pager& pager, const IndexPage& leaf, int position);
 
 // Writes a leaf (level 0) or a node.  A node's entries bear their children and have no prefix.
 // REQUIRES: the entries fit.

@@ -75,6 +75,15 @@ Status IndexWriter::Insert(ByteView entry) {
   if (position < leaf.Count() && leaf.Compare(position, entry) == 0) {
     return Status(ErrorNumber::Damaged, "Index: the record is entered already", leaf.Number());
   }
+  const bool appended = position == leaf.Count();
+  bool done = true;
+  if (leaf.PrefixLength() == 0 &&
+      leaf.StoredBytes() + entry.size() <= pager_.GetFormat().EntryArea()) {
+    if (appended) status = PutSeparator(path, entry, &done);
+    if (!status.ok()) return status;
+    return done ? InsertIntoLeaf(pager_, leaf, position, entry) : Rebuild({}, entry);
+  }
+
   EntryList entries;
   entries.Reserve(leaf.Count() + 1, pager_.GetFormat().EntryArea() + entry.size());
   Bytes whole;
@@ -83,10 +92,8 @@ Status IndexWriter::Insert(ByteView entry) {
     leaf.Entry(i, &whole);
     entries.Add(whole);
   }
-  const bool appended = position == leaf.Count();
   if (appended) entries.Add(entry);
 
-  bool done = true;
   std::uint32_t prefix = 0;
   if (FitsLeaf(entries, 0, entries.Count(), pager_.GetFormat().EntryArea(), &prefix)) {
     if (appended) {
@@ -109,9 +116,19 @@ Status IndexWriter::Remove(ByteView entry) {
   const int position = leaf.LowerBound(entry);
   const bool found = position < leaf.Count() && leaf.Compare(position, entry) == 0;
   if (!found || (leaf.Count() == 1 && !path.empty())) return Rebuild(entry, {});
+  Bytes whole;
+  if (leaf.PrefixLength() == 0) {
+    bool done = true;
+    if (position == leaf.Count() - 1 && position > 0) {
+      leaf.Entry(position - 1, &whole);
+      status = PutSeparator(path, whole, &done);
+      if (!status.ok()) return status;
+    }
+    return done ? RemoveFromLeaf(pager_, leaf, position) : Rebuild(entry, {});
+  }
+
   EntryList entries;
   entries.Reserve(leaf.Count(), pager_.GetFormat().EntryArea());
-  Bytes whole;
   for (int i = 0; i < leaf.Count(); ++i) {
     if (i == position) continue;
     leaf.Entry(i, &whole);

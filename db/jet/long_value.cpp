@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::uint32_t kLengthMask = 0x3FFFFFFF;
 constexpr std::uint32_t kNextBytes = 4;  // row pointer at the head of each part of a chain
-constexpr int kPagesTried = 16;          // of those that may have room
 
 void AppendHead(std::uint32_t length, std::uint8_t kind, RowPointer row, Bytes* field) {
   AppendU32(field, length | (std::uint32_t{kind} << 30));
@@ -47,8 +46,12 @@ Status ReadLongValueHead(ByteView field, LongValueHead* head) {
 }
 
 Status LongValueRows::Next(RowPointer* row, ByteView* part, bool* done) {
-  *done = rest_ == 0 || (head_.kind == LongValueHead::kSingle && steps_ > 0);
-  if (*done) return {};
+  const bool isChain = head_.kind == LongValueHead::kChain;
+  *done = rest_ == 0 || (!isChain && steps_ > 0);
+  if (*done) {
+    // A chain that goes on has come by a circle to the parts that it ends with.
+    return isChain && next_ ? Damaged(next_, "follows the end of its value") : Status();
+  }
   *row = next_;
   if (!*row) return Status(ErrorNumber::Damaged, "A long value ends before its length");
   if (*row == remembered_) return Damaged(*row, "is met twice in its chain");
@@ -104,53 +107,9 @@ Status ReadLongValue(Pager& pager, ByteView field, Bytes* scratch, ByteView* val
   return {};
 }
 
-Status LongValueWriter::NewPage(DataPage* page, std::uint32_t* number) {
-  Status status = allocator_.Allocate(number);
-  if (!status.ok()) return status;
-  status = DataPage::Format(pager_, *number, kLongValueOwner, page);
-  if (!status.ok()) return status;
-  UsageMap owned;
-  status = UsageMap::Open(pager_, column_.ownedMap, &owned);
-  if (!status.ok()) return status;
-  return owned.Add(*number, allocator_);
-}
-
-// A page of the column that has room for a row, an old or a new one.
-Status LongValueWriter::FindRoom(std::uint32_t length, DataPage* page, std::uint32_t* number) {
-  UsageMap owned;
-  UsageMap free;
-  Status status = UsageMap::Open(pager_, column_.ownedMap, &owned);
-  if (status.ok()) status = UsageMap::Open(pager_, column_.freeMap, &free);
-  if (!status.ok()) return status;
-  *number = 0;
-  for (int tried = 0; tried < kPagesTried; ++tried) {
-    status = free.Next(*number + 1, number);
-    if (!status.ok()) return status;
-    if (*number == kNoPage) break;
-    const std::uint8_t* bytes = nullptr;
-    status = pager_.Read(*number, &bytes);
-    if (!status.ok()) return status;
-    bool isOurs = false;
-    status = owned.Contains(*number, &isOurs);
-    if (!status.ok()) return status;
-    if (!isOurs || bytes[0] != kDataPage || PageOwner(bytes) != kLongValueOwner) continue;
-    if (!DataPage::Open(pager_, *number, page).ok()) continue;
-    if (page->Fits(length)) return {};
-    if (page->FreeBytes() < pager_.GetFormat().pageSize / 16) {
-      status = free.Remove(*number);
-      if (!status.ok()) return status;
-    }
-  }
-  status = NewPage(page, number);
-  if (!status.ok() || !column_.freeMap) return status;
-  status = UsageMap::Open(pager_, column_.freeMap, &free);
-  if (!status.ok()) return status;
-  return free.Add(*number, allocator_);
-}
-
 Status LongValueWriter::StoreRow(ByteView content, RowPointer* row) {
   DataPage page;
-  Status status = FindRoom(static_cast<std::uint32_t>(content.size()), &page, &row->page);
+  Status status = Space().FindRoom(static_cast<std::uint32_t>(content.size()), &page, &row->page);
   if (!status.ok()) return status;
   row->slot = page.Insert(content);
   return {};
@@ -161,7 +120,7 @@ Status LongValueWriter::StoreChain(ByteView content, RowPointer* first) {
   const std::size_t partSize = pager_.GetFormat().chainPart;
   std::vector<std::pair<std::uint32_t, DataPage>> pages((content.size() + partSize - 1) / partSize);
   for (auto& [number, page] : pages) {
-    Status status = NewPage(&page, &number);
+    Status status = Space().NewPage(&page, &number);
     if (!status.ok()) return status;
   }
   Bytes row;

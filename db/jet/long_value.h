@@ -10,6 +10,7 @@
 
 #include "db/jet/bytes.h"
 #include "db/jet/format.h"
+#include "db/jet/free_space.h"
 #include "db/jet/page_allocator.h"
 #include "db/jet/pager.h"
 #include "db/jet/status.h"
@@ -71,10 +72,11 @@ class LongValueWriter {
   Status Release(ByteView field);
 
  private:
+  FreeSpace Space() const {
+    return {pager_, allocator_, column_.ownedMap, column_.freeMap, kLongValueOwner};
+  }
   Status StoreRow(ByteView content, RowPointer* row);
   Status StoreChain(ByteView content, RowPointer* first);
-  Status NewPage(DataPage* page, std::uint32_t* number);
-  Status FindRoom(std::uint32_t length, DataPage* page, std::uint32_t* number);
   Status ReleaseRow(RowPointer row);
 
   Pager& pager_;

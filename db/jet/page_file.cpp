@@ -2,6 +2,7 @@
 
 #include "db/jet/page_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -141,13 +142,13 @@ Status MemoryPageFile::Read(std::uint64_t offset, std::span<std::uint8_t> bytes)
   if (offset > content_.size() || content_.size() - offset < bytes.size()) {
     return Status(ErrorNumber::DiskError, "The file ends before the bytes to be read");
   }
-  std::memcpy(bytes.data(), content_.data() + offset, bytes.size());
+  std::copy_n(content_.begin() + static_cast<std::ptrdiff_t>(offset), bytes.size(), bytes.begin());
   return {};
 }
 
 Status MemoryPageFile::Write(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
   if (content_.size() < offset + bytes.size()) content_.resize(offset + bytes.size());
-  std::memcpy(content_.data() + offset, bytes.data(), bytes.size());
+  std::copy(bytes.begin(), bytes.end(), content_.begin() + static_cast<std::ptrdiff_t>(offset));
   return {};
 }
 

@@ -17,12 +17,13 @@ Pager::Pager(std::unique_ptr<PageFile> file, const Format& format, std::uint32_t
 
 Status Pager::Load(std::uint32_t page, const std::uint8_t** bytes) {
   if (page >= pageCount_) {
-    return Status(ErrorNumber::Damaged, "The file points to page " + std::to_string(page) +
-                                            " but has only " + std::to_string(pageCount_));
+    return Status(ErrorNumber::Damaged,
+                  "The file points past its end: it has " + std::to_string(pageCount_) + " pages",
+                  page);
   }
   const std::uint32_t first = page / kChunkPages * kChunkPages;
   const std::uint32_t count = std::min(kChunkPages, pageCount_ - first);
-  auto chunk = std::make_unique<std::uint8_t[]>(kChunkPages * format_.pageSize);
+  auto chunk = std::make_unique_for_overwrite<std::uint8_t[]>(kChunkPages * format_.pageSize);
   const std::uint64_t offset = std::uint64_t{first} * format_.pageSize;
   Status status = file_->Read(offset, {chunk.get(), count * format_.pageSize});
   if (!status.ok()) return Status(status.Error(), status.Text(), page);
@@ -56,13 +57,20 @@ Status Pager::Edit(std::uint32_t page, PageEditor* editor) {
   return {};
 }
 
+void Pager::OnUndo(std::function<void()> action) {
+  assert(openChanges_ > 0);
+  undoActions_.push_back(std::move(action));
+  undo_.push_back({kNoPage, 0, 0});
+}
+
 Status Pager::Append(std::uint32_t* page) {
   assert(openChanges_ > 0);
   if ((std::uint64_t{pageCount_} + 1) * format_.pageSize > format_.maxFileSize) {
     return Status(ErrorNumber::DiskFull, "The database has reached its largest size");
   }
   if (pageCount_ % kChunkPages == 0) {
-    chunks_.push_back(std::make_unique<std::uint8_t[]>(kChunkPages * format_.pageSize));
+    chunks_.push_back(
+        std::make_unique_for_overwrite<std::uint8_t[]>(kChunkPages * format_.pageSize));
   } else {
     const std::uint8_t* bytes = nullptr;  // the chunk of the new page must be in memory
     Status status = Read(pageCount_ - 1, &bytes);
@@ -79,7 +87,10 @@ Status Pager::Append(std::uint32_t* page) {
 void Pager::RollBack(std::size_t undoCount) {
   while (undo_.size() > undoCount) {
     const Undo& undo = undo_.back();
-    if (undo.length == 0) {
+    if (undo.page == kNoPage) {
+      undoActions_.back()();
+      undoActions_.pop_back();
+    } else if (undo.length == 0) {
       pageCount_ = undo.page;
       chunks_.resize((pageCount_ + kChunkPages - 1) / kChunkPages);
       isDirty_.resize(pageCount_);
@@ -92,6 +103,26 @@ void Pager::RollBack(std::size_t undoCount) {
   }
   ++version_;
   ++rollbacks_;
+}
+
+// What pages held that were appended since the outermost change began is not needed once the
+// changes within it are over: undone, that change drops the pages.
+void Pager::ForgetUndoOfNewPages(std::size_t undoCount) {
+  std::size_t bytesKept = undoBytes_.size();
+  for (std::size_t i = undoCount; i < undo_.size(); ++i) bytesKept -= undo_[i].length;
+  std::size_t from = bytesKept;
+  std::size_t kept = undoCount;
+  for (std::size_t i = undoCount; i < undo_.size(); ++i) {
+    const Undo undo = undo_[i];
+    if (undo.length == 0 || undo.page < writtenPageCount_) {
+      std::memmove(undoBytes_.data() + bytesKept, undoBytes_.data() + from, undo.length);
+      bytesKept += undo.length;
+      undo_[kept++] = undo;
+    }
+    from += undo.length;
+  }
+  undo_.resize(kept);
+  undoBytes_.resize(bytesKept);
 }
 
 std::vector<std::uint32_t> Pager::PagesToWrite() const {
@@ -133,6 +164,7 @@ void Pager::ForgetChange() {
   dirty_.clear();
   undo_.clear();
   undoBytes_.clear();
+  undoActions_.clear();
 }
 
 Status Pager::WriteChange() {
@@ -184,8 +216,9 @@ Change::~Change() {
 Status Change::Commit() {
   open_ = false;
   ++pager_.version_;
-  if (--pager_.openChanges_ > 0) return {};
-  return pager_.WriteChange();
+  if (--pager_.openChanges_ == 0) return pager_.WriteChange();
+  if (pager_.openChanges_ == 1) pager_.ForgetUndoOfNewPages(undoCount_);
+  return {};
 }
 
 }  // namespace jet

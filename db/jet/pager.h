@@ -8,6 +8,7 @@
 #include <cassert>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
@@ -54,6 +55,9 @@ class Pager {
 
   // A page to be changed.  REQUIRES: a Change is open.
   Status Edit(std::uint32_t page, PageEditor* editor);
+  // Has `action` called when what was done since is undone, in the order of undoing: the last
+  // one first.  It must not touch the pages.  REQUIRES: a Change is open.
+  void OnUndo(std::function<void()> action);
   // Adds a page of zeros at the end.  DiskFull when the format allows no more.
   // REQUIRES: a Change is open.
   Status Append(std::uint32_t* page);
@@ -64,7 +68,8 @@ class Pager {
 
   static constexpr std::uint32_t kChunkPages = 16;  // read in one go
 
-  // What a range of a page held before it was changed.  For an appended page: length 0.
+  // What a range of a page held before it was changed.  For an appended page: length 0.  For an
+  // action of OnUndo: page kNoPage.
   struct Undo {
     std::uint32_t page;
     std::uint32_t offset;
@@ -75,6 +80,7 @@ class Pager {
   std::uint8_t* Writable(std::uint32_t page) const;
   void Remember(std::uint32_t page, std::uint32_t offset, std::uint32_t length);
   void RollBack(std::size_t undoCount);
+  void ForgetUndoOfNewPages(std::size_t undoCount);
   Status WriteChange();
   void ForgetChange();
   Status WritePages(const std::vector<std::uint32_t>& pages, std::size_t* tried);
@@ -90,6 +96,7 @@ class Pager {
   std::vector<std::uint32_t> owed_;  // pages that differ in the file since a failed write
   std::vector<Undo> undo_;
   Bytes undoBytes_;
+  std::vector<std::function<void()>> undoActions_;
   int openChanges_ = 0;
   std::uint64_t version_ = 1;
   std::uint64_t rollbacks_ = 0;

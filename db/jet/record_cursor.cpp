@@ -18,7 +18,8 @@ RecordCursor::RecordCursor(std::shared_ptr<Store> store, std::shared_ptr<Table> 
                            std::vector<RowPointer> rows)
     : RecordCursor(std::move(store), std::move(table)) {
   rows_ = std::move(rows);
-  rowsTaken_ = table_->Deletions();
+  rowsTenants_.reserve(rows_->size());
+  for (const RowPointer row : *rows_) rowsTenants_.push_back(table_->TenantAt(row));
 }
 
 Status RecordCursor::NoRecord() {
@@ -29,15 +30,29 @@ bool RecordCursor::Bof() const { return at_.place_ == Place::Before || at_.place
 
 bool RecordCursor::Eof() const { return at_.place_ == Place::After || at_.place_ == Place::Empty; }
 
-// Whether the row that was found when at_.taken_ was set is still the same row.
-bool RecordCursor::IsThere(RowPointer row) const {
-  return table_->Refresh().ok() && !table_->WasDeletedSince(row, at_.taken_) && table_->HasRow(row);
+// Whether the record that was found at `row` as its `tenant` still is.
+bool RecordCursor::IsThere(RowPointer row, std::uint64_t tenant) const {
+  return table_->Refresh().ok() && table_->TenantAt(row) == tenant && table_->HasRow(row);
+}
+
+// Whether the index of the order is: its creation may have been dropped.
+bool RecordCursor::OrderIsThere() const {
+  if (order_ == kStorageOrder) return true;
+  const std::vector<RealIndex>& indexes = table_->Def().realIndexes;
+  return static_cast<std::size_t>(order_) < indexes.size() && Index() == orderIndex_;
+}
+
+Status RecordCursor::Refresh() const {
+  Status status = table_->Refresh();
+  if (!status.ok() || OrderIsThere()) return status;
+  return Status(ErrorNumber::NoSuchItem,
+                "The index that orders table \"" + table_->Name() + "\" is not there any more");
 }
 
 bool RecordCursor::HasRow() const {
   if (at_.place_ != Place::Record) return false;
   if (thereVersion_ != pager_.Version()) {
-    isThere_ = IsThere(Row());
+    isThere_ = IsThere(Row(), at_.tenant_);
     thereVersion_ = pager_.Version();
   }
   return isThere_;
@@ -57,7 +72,7 @@ Status RecordCursor::ReadRow(const RowView** view) const {
 void RecordCursor::PutRow(RowPointer row) {
   at_.place_ = Place::Record;
   at_.row_ = row.Packed();
-  at_.taken_ = table_->Deletions();
+  at_.tenant_ = table_->TenantAt(row);
   at_.order_ = order_;
   viewVersion_ = 0;
   isThere_ = true;
@@ -76,7 +91,7 @@ Status RecordCursor::Leave(bool forward) {
 }
 
 Status RecordCursor::MoveToEnd(bool first) {
-  Status status = table_->Refresh();
+  Status status = Refresh();
   if (!status.ok()) return status;
   if (rows_) {
     rowsAt_ = first ? static_cast<std::size_t>(-1) : rows_->size();
@@ -116,7 +131,7 @@ Status RecordCursor::Step(bool forward) {
   if (at_.row_ == 0 || (at_.place_ != Place::Record && at_.place_ != Place::Nowhere)) {
     return NoRecord();
   }
-  Status status = table_->Refresh();
+  Status status = Refresh();
   if (!status.ok()) return status;
   if (rows_) {
     if (rowsAt_ >= rows_->size() || (*rows_)[rowsAt_] != Row()) rowsAt_ = FindInRows();
@@ -144,8 +159,7 @@ Status RecordCursor::StepRows(bool forward) {
   do {
     rowsAt_ += forward ? 1 : static_cast<std::size_t>(-1);
     if (rowsAt_ >= count) return Leave(forward);
-  } while (table_->WasDeletedSince((*rows_)[rowsAt_], rowsTaken_) ||
-           !table_->HasRow((*rows_)[rowsAt_]));
+  } while (!IsThere((*rows_)[rowsAt_], rowsTenants_[rowsAt_]));
   PutRow((*rows_)[rowsAt_]);
   return {};
 }
@@ -221,6 +235,12 @@ Status RecordCursor::RefreshKey() {
   return {};
 }
 
+// For a later move.  Without its index there will be none, and it will say so.
+Status RecordCursor::KeepKey() {
+  const bool hasKey = order_ != kStorageOrder && Refresh().ok();
+  return hasKey ? RefreshKey() : Status();
+}
+
 Status RecordCursor::SetOrder(int order) {
   if (rows_) {
     return Status(ErrorNumber::Unsupported, "A sorted query has no other order");
@@ -234,6 +254,7 @@ Status RecordCursor::SetOrder(int order) {
   Status status = table_->EnsureIndexesChecked();
   if (!status.ok()) return status;
   order_ = order;
+  orderIndex_ = Index();
   index_ = std::make_unique<IndexCursor>(pager_, table_->Def().page, Index().root);
   indexVersion_ = 0;
   return RefreshKey();
@@ -241,7 +262,7 @@ Status RecordCursor::SetOrder(int order) {
 
 Status RecordCursor::Seek(const Value& value, bool* found) {
   *found = false;
-  Status status = table_->Refresh();
+  Status status = Refresh();
   if (!status.ok()) return status;
   const IndexColumn& first = Index().columns.front();
   const Column& column = table_->Def().columns[first.column];
@@ -304,7 +325,7 @@ Status RecordCursor::Restore(const Bookmark& bookmark) {
   viewVersion_ = 0;
   thereVersion_ = 0;
   if (place == Place::Record) {
-    if (HasRow()) return order_ == kStorageOrder ? Status() : RefreshKey();
+    if (HasRow()) return KeepKey();
     at_.place_ = Place::Nowhere;
     return NoRecord();
   }
@@ -324,7 +345,7 @@ Status RecordCursor::Land(RowPointer row) {
   PutRow(row);
   keyVersion_ = 0;
   indexVersion_ = 0;
-  return order_ == kStorageOrder ? Status() : RefreshKey();
+  return KeepKey();
 }
 
 void RecordCursor::Forget() { at_.place_ = Place::Nowhere; }

@@ -79,11 +79,15 @@ class RecordCursor {
   Status Leave(bool forward);
   void PutRow(RowPointer row);
   void StandNowhere();
-  bool IsThere(RowPointer row) const;
+  bool IsThere(RowPointer row, std::uint64_t tenant) const;
+  Status Refresh() const;
 
+  // The index of the order.  REQUIRES: Refresh() was a success.
   const RealIndex& Index() const { return table_->Def().realIndexes[order_]; }
+  bool OrderIsThere() const;
   // Brings at_.key_ up to date with the row, if there is one.
   Status RefreshKey();
+  Status KeepKey();
   std::size_t FindInRows() const;
   Status SeekByValue(int column, const Value& value, bool* found);
 
@@ -92,9 +96,10 @@ class RecordCursor {
   Pager& pager_;
 
   int order_ = kStorageOrder;
+  RealIndex orderIndex_;  // as it was when the order was set
   std::optional<std::vector<RowPointer>> rows_;
   std::size_t rowsAt_ = 0;
-  std::uint64_t rowsTaken_ = 0;  // deletions when rows_ was made
+  std::vector<std::uint64_t> rowsTenants_;  // of rows_
 
   Bookmark at_;
   std::uint64_t keyVersion_ = 0;  // of the pager when at_.key_ was the row's key

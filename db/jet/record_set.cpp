@@ -71,6 +71,8 @@ Status RecordSet::SetIndex(std::string_view indexName) {
   CancelUpdate();
   int order = RecordCursor::kStorageOrder;
   if (!indexName.empty()) {
+    Status status = cursor_->GetTable().Refresh();
+    if (!status.ok()) return status;
     const LogicalIndex* index = cursor_->GetTable().Def().FindIndex(indexName);
     if (index == nullptr) {
       return Status(ErrorNumber::NoSuchItem, "Table \"" + cursor_->GetTable().Name() +
@@ -224,6 +226,7 @@ Status RecordSet::Update() {
     return Status(ErrorNumber::UpdateWithoutEdit, "AddNew or Edit must come before Update");
   }
   std::vector<FieldChange> changes;
+  changes.reserve(pending_.size());
   for (std::size_t i = 0; i < pending_.size(); ++i) {
     const Pending& pending = pending_[i];
     if (!pending.isSet) continue;

@@ -10,6 +10,7 @@
 
 #include "db/jet/bytes.h"
 #include "db/jet/format.h"
+#include "db/jet/status.h"
 #include "db/jet/table_def.h"
 
 namespace jet {
@@ -26,6 +27,10 @@ class RowView {
   // False when the row is too short for its own tables.
   bool Parse(const Format& format, const TableDef& def, ByteView row);
 
+  // The page that the row stands on, for those who report what is wrong with it.
+  std::uint32_t Page() const { return page_; }
+  void SetPage(std::uint32_t page) { page_ = page; }
+
   // The raw bytes of a column.  Columns that were added after the row was written are null.
   // For a Boolean Present means true and Null false.
   Field Get(const Column& column, ByteView* bytes) const;
@@ -36,6 +41,7 @@ class RowView {
   std::uint32_t VariableOffset(std::uint32_t index) const;
 
   ByteView row_;
+  std::uint32_t page_ = kNoPage;
   bool isJet4_ = true;
   std::uint32_t columnCount_ = 0;
   std::uint32_t variableCount_ = 0;

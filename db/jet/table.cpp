@@ -42,11 +42,15 @@ Status Table::Load(Store& store, std::string name, std::uint32_t page,
 }
 
 Status Table::Refresh() {
-  if (rollbacksSeen_ == store_.GetPager().Rollbacks() && !isGone_) return {};
-  rowsCounted_ = false;
-  indexesChecked_ = false;
-  Status status = Reload();
-  isGone_ = !status.ok();
+  if (rollbacksSeen_ != store_.GetPager().Rollbacks() && !isGone_) {
+    rowsCounted_ = false;
+    indexesChecked_ = false;
+    rollbacksSeen_ = store_.GetPager().Rollbacks();
+    TableDef def;
+    // Another table may have taken the page since.
+    isGone_ = !ReadDefinition(&def).ok() || !HasColumnsOf(def);
+    if (!isGone_) UseDefinition(std::move(def));
+  }
   if (!isGone_) return {};
   return Status(ErrorNumber::NoSuchTable, "Table \"" + name_ + "\" is not there any more");
 }
@@ -54,25 +58,34 @@ Status Table::Refresh() {
 Status Table::Reload() {
   rollbacksSeen_ = store_.GetPager().Rollbacks();
   TableDef def;
-  Status status = ReadTableDef(store_.GetPager(), page_, &def);
+  Status status = ReadDefinition(&def);
+  if (status.ok()) UseDefinition(std::move(def));
+  return status;
+}
+
+Status Table::ReadDefinition(TableDef* def) const {
+  Status status = ReadTableDef(store_.GetPager(), page_, def);
   if (!status.ok()) return status;
   for (const Property& property : properties_) {
-    const int column = property.owner.empty() ? -1 : def.FindColumn(property.owner);
+    const int column = property.owner.empty() ? -1 : def->FindColumn(property.owner);
     if (column < 0) continue;
     if (EqualNoCase(property.name, kAllowZeroLength)) {
-      def.columns[column].hasAllowZeroLength = true;
-      def.columns[column].allowZeroLength = property.IsTrue();
+      def->columns[column].hasAllowZeroLength = true;
+      def->columns[column].allowZeroLength = property.IsTrue();
     } else if (EqualNoCase(property.name, kRequired)) {
-      def.columns[column].required = property.IsTrue();
+      def->columns[column].required = property.IsTrue();
     }
   }
+  return {};
+}
+
+void Table::UseDefinition(TableDef def) {
   def_ = std::move(def);
   columnsByName_.clear();
   columnsByName_.reserve(def_.columns.size());
   for (std::size_t i = 0; i < def_.columns.size(); ++i) {
     columnsByName_.emplace(def_.columns[i].name, static_cast<int>(i));
   }
-  return {};
 }
 
 std::size_t Table::NameHash::operator()(std::string_view name) const {
@@ -87,6 +100,13 @@ std::size_t Table::NameHash::operator()(std::string_view name) const {
 int Table::FindColumn(std::string_view name) const {
   const auto found = columnsByName_.find(name);
   return found == columnsByName_.end() ? -1 : found->second;
+}
+
+bool Table::HasColumnsOf(const TableDef& def) const {
+  return std::equal(def_.columns.begin(), def_.columns.end(), def.columns.begin(),
+                    def.columns.end(), [](const Column& a, const Column& b) {
+                      return a.name == b.name && a.type == b.type && a.length == b.length;
+                    });
 }
 
 bool Table::OwnsPage(const std::uint8_t* bytes) const {
@@ -168,6 +188,7 @@ Status Table::CountRows(std::uint32_t* count) {
       const std::uint8_t* bytes = nullptr;
       std::uint32_t slots = 0;
       status = SlotsOf(page, &bytes, &slots);
+      if (!status.ok()) break;
       for (std::uint32_t i = 0; i < slots; ++i) {
         if ((GetU16(bytes + format_.slotsAt + 2 * i) & kSlotDeleted) == 0) ++rows;
       }
@@ -196,6 +217,7 @@ Status Table::ReadRow(RowPointer row, RowView* view, RowPointer* place) {
   Status status = FindRow(store_.GetPager(), row, &slot, &bytes);
   if (!status.ok()) return status;
   if (place != nullptr) *place = row;
+  std::uint32_t page = row.page;
   if (slot.IsOverflow()) {
     if (slot.Length() < 4) return BadRow(row, "is too short for a pointer");
     const RowPointer target = RowPointer::Unpack(GetU32(bytes + slot.begin));
@@ -205,10 +227,12 @@ Status Table::ReadRow(RowPointer row, RowView* view, RowPointer* place) {
       return BadRow(row, "points to what is no moved row of its table");
     }
     if (place != nullptr) *place = target;
+    page = target.page;
   }
   if (!view->Parse(format_, def_, {bytes + slot.begin, slot.Length()})) {
     return BadRow(row, "is too short for its own tables");
   }
+  view->SetPage(page);
   return {};
 }
 
@@ -219,10 +243,13 @@ Status Table::ReadContent(const RowView& row, int column, Bytes* scratch, bool* 
   *present = field == RowView::Field::Present;
   if (field == RowView::Field::Bad) {
     return Status(ErrorNumber::Damaged,
-                  "The place of field \"" + definition.name + "\" in its row is impossible");
+                  "The place of field \"" + definition.name + "\" in its row is impossible",
+                  row.Page());
   }
   if (*present && definition.IsLongValue()) {
-    return ReadLongValue(store_.GetPager(), *content, scratch, content);
+    Status status = ReadLongValue(store_.GetPager(), *content, scratch, content);
+    if (status.ok() || status.Page() != kNoPage) return status;
+    return Status(status.Error(), status.Text(), row.Page());
   }
   return {};
 }
@@ -264,10 +291,16 @@ Status Table::AppendRowKey(const RealIndex& index, const RowView& row, Bytes* ke
   return {};
 }
 
-bool Table::WasDeletedSince(RowPointer row, std::uint64_t seen) const {
-  if (deletions_ == seen) return false;
-  const auto found = deleted_.find(row.Packed());
-  return found != deleted_.end() && found->second > seen;
+std::uint64_t Table::TenantAt(RowPointer row) const {
+  const auto found = tenants_->find(row.Packed());
+  return found == tenants_->end() ? 0 : found->second;
+}
+
+void Table::NoteNewTenant(RowPointer row) {
+  store_.GetPager().OnUndo([tenants = tenants_, packed = row.Packed(), before = TenantAt(row)] {
+    (*tenants)[packed] = before;
+  });
+  (*tenants_)[row.Packed()] = ++lastTenant_;
 }
 
 }  // namespace jet

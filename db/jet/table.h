@@ -54,8 +54,8 @@ class Table {
   const std::string& Name() const { return name_; }
   const TableDef& Def() const { return def_; }
   const std::vector<Property>& Properties() const { return properties_; }
-  // Reads the definition again if it must be.  NoSuchTable when the table is gone because its
-  // creation was dropped.
+  // Reads the definition again if it must be.  NoSuchTable, from then on for ever, when the
+  // table is gone because its creation was dropped.
   Status Refresh();
   // The definition has changed.
   Status Reload();
@@ -92,10 +92,9 @@ class Table {
   Status Update(RowPointer row, std::span<const FieldChange> fields);
   Status Delete(RowPointer row);
 
-  // How many deletions the table has seen, and whether the row at `row` was deleted after the
-  // first `seen` of them.
-  std::uint64_t Deletions() const { return deletions_; }
-  bool WasDeletedSince(RowPointer row, std::uint64_t seen) const;
+  // Tells records apart that stand at one place one after the other: grows with each that is
+  // put there while the database is open, and goes back with a change that is dropped.
+  std::uint64_t TenantAt(RowPointer row) const;
 
   // Compares every index with the rows, once, and in a database open for writing rebuilds
   // those that are wrong; otherwise, and where that cannot be done, Damaged.
@@ -108,7 +107,10 @@ class Table {
 
   Table(Store& store, std::string name, std::uint32_t page, std::vector<Property> properties);
 
-  Status ReadDefinition();
+  Status ReadDefinition(TableDef* def) const;
+  void UseDefinition(TableDef def);
+  void NoteNewTenant(RowPointer row);
+  bool HasColumnsOf(const TableDef& def) const;
   bool OwnsPage(const std::uint8_t* bytes) const;
   Status SlotsOf(std::uint32_t page, const std::uint8_t** bytes, std::uint32_t* count);
 
@@ -137,8 +139,10 @@ class Table {
   std::uint32_t rowCount_ = 0;
   bool indexesChecked_ = false;
 
-  std::uint64_t deletions_ = 0;
-  std::unordered_map<std::uint32_t, std::uint64_t> deleted_;  // packed row -> its deletion
+  // By packed row.  Shared with the undo actions of changes, which may outlive the table.
+  using Tenants = std::unordered_map<std::uint32_t, std::uint64_t>;
+  const std::shared_ptr<Tenants> tenants_ = std::make_shared<Tenants>();
+  std::uint64_t lastTenant_ = 0;
   Bytes scratch_;
 };
 

@@ -52,6 +52,8 @@ struct Column {
 struct IndexColumn {
   int column = 0;  // into TableDef::columns
   bool ascending = true;
+
+  friend bool operator==(const IndexColumn&, const IndexColumn&) = default;
 };
 
 // An index tree.
@@ -65,6 +67,8 @@ struct RealIndex {
   bool IsUnique() const { return (flags & kIndexUnique) != 0; }
   bool IgnoresNulls() const { return (flags & kIndexIgnoreNulls) != 0; }
   bool IsRequired() const { return (flags & kIndexRequired) != 0; }
+
+  friend bool operator==(const RealIndex&, const RealIndex&) = default;
 };
 
 // A name for an index tree; several may share one.

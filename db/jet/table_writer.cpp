@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 
+#include "db/jet/free_space.h"
 #include "db/jet/index_cursor.h"
 #include "db/jet/index_writer.h"
 #include "db/jet/key_codec.h"
@@ -15,7 +16,6 @@ namespace jet {
 namespace {
 
 constexpr std::uint32_t kPointerBytes = 4;
-constexpr int kPagesTried = 16;  // of those that may have room
 
 }  // namespace
 
@@ -57,6 +57,7 @@ Status TableWriter::Insert(std::span<const FieldChange> fields, RowPointer* row)
   if (status.ok()) status = ApplyIndexes(place);
   if (status.ok()) status = SetRowCount(count + 1);
   if (status.ok()) status = PutAutoNumber();
+  if (status.ok()) table_.NoteNewTenant(place);
   if (status.ok()) status = change.Commit();
   if (!status.ok()) return status;
   table_.rowCount_ = count + 1;
@@ -116,7 +117,6 @@ Status TableWriter::Delete(RowPointer row) {
   if (status.ok()) status = change.Commit();
   if (!status.ok()) return status;
   table_.rowCount_ = count - 1;
-  table_.deleted_[row.Packed()] = ++table_.deletions_;
   return {};
 }
 
@@ -137,6 +137,7 @@ Status TableWriter::LoadOldRow(RowPointer row) {
   if (!status.ok()) return status;
   oldRow_.assign(view.Bytes().begin(), view.Bytes().end());
   (void)old_.Parse(format_, def_, oldRow_);  // parsed before
+  old_.SetPage(oldPlace_.page);
   return {};
 }
 
@@ -220,7 +221,8 @@ Status TableWriter::BuildNewRow(bool hasOld) {
       if (old == RowView::Field::Bad) {
         return Status(ErrorNumber::Damaged,
                       "The row cannot be written again: the place of field \"" +
-                          def_.columns[i].name + "\" is impossible");
+                          def_.columns[i].name + "\" is impossible",
+                      oldPlace_.page);
       }
       field.present = old == RowView::Field::Present;
     }
@@ -275,41 +277,10 @@ Status TableWriter::ReleaseOldValues() {
   return {};
 }
 
-// A page of the table that has room for a row, an old or a new one.
-Status TableWriter::FindRoom(std::uint32_t length, DataPage* page, std::uint32_t* number) {
-  UsageMap owned;
-  UsageMap free;
-  Status status = UsageMap::Open(pager_, def_.ownedMap, &owned);
-  if (status.ok()) status = UsageMap::Open(pager_, def_.freeMap, &free);
-  if (!status.ok()) return status;
-  *number = 0;
-  for (int tried = 0; tried < kPagesTried; ++tried) {
-    bool isOurs = false;
-    status = free.Next(*number + 1, number);
-    if (!status.ok()) return status;
-    if (*number == kNoPage) break;
-    status = owned.Contains(*number, &isOurs);
-    if (!status.ok()) return status;
-    if (!isOurs || !DataPage::Open(pager_, *number, page).ok() || page->Owner() != def_.page) {
-      continue;
-    }
-    if (page->Fits(length)) return {};
-    if (page->FreeBytes() < format_.pageSize / 16) {
-      status = free.Remove(*number);
-      if (!status.ok()) return status;
-    }
-  }
-  status = allocator_.Allocate(number);
-  if (status.ok()) status = DataPage::Format(pager_, *number, def_.page, page);
-  if (status.ok()) status = owned.Add(*number, allocator_);
-  if (!status.ok() || !def_.freeMap) return status;
-  status = UsageMap::Open(pager_, def_.freeMap, &free);
-  return status.ok() ? free.Add(*number, allocator_) : status;
-}
-
 Status TableWriter::PlaceNew(std::uint16_t flags, RowPointer* place) {
   DataPage page;
-  Status status = FindRoom(static_cast<std::uint32_t>(row_.size()), &page, &place->page);
+  FreeSpace space(pager_, allocator_, def_.ownedMap, def_.freeMap, def_.page);
+  Status status = space.FindRoom(static_cast<std::uint32_t>(row_.size()), &page, &place->page);
   if (status.ok()) place->slot = page.Insert(row_, flags);
   return status;
 }

@@ -63,7 +63,6 @@ class TableWriter {
   Status BuildNewRow(bool hasOld);
   Status StoreLongValues(bool hasOld);
   Status ReleaseOldValues();
-  Status FindRoom(std::uint32_t length, DataPage* page, std::uint32_t* number);
   Status PlaceNew(std::uint16_t flags, RowPointer* place);
   Status PlaceUpdated(RowPointer home);
   Status MarkRoom(std::uint32_t page);

@@ -178,8 +178,15 @@ void AppendPlainAscii(std::string_view text, Bytes* stored) {
   const std::size_t before = stored->size();
   stored->resize(before + 2 * text.size());
   std::uint8_t* out = stored->data() + before;
-  for (const char c : text) {
-    *out++ = static_cast<std::uint8_t>(c);
+  std::size_t i = 0;
+  for (; i + 4 <= text.size(); i += 4, out += 8) {  // four at a time, spread by halves
+    std::uint64_t wide = GetU32(reinterpret_cast<const std::uint8_t*>(text.data() + i));
+    wide = (wide | wide << 16) & 0x0000FFFF0000FFFF;
+    wide = (wide | wide << 8) & 0x00FF00FF00FF00FF;
+    PutU64(out, wide);
+  }
+  for (; i < text.size(); ++i) {
+    *out++ = static_cast<std::uint8_t>(text[i]);
     *out++ = 0;
   }
 }

@@ -33,7 +33,7 @@ bool IsNumber(const Value& value) {
 bool WholeNumber(const Value& value, double* number) {
   if (!IsNumber(value)) return false;
   *number = value.Real();
-  return std::trunc(*number) == *number;
+  return value.GetKind() == Value::Kind::Int || std::trunc(*number) == *number;
 }
 
 Status EncodeInteger(const Column& column, const Value& value, double least, double most,
@@ -44,9 +44,9 @@ Status EncodeInteger(const Column& column, const Value& value, double least, dou
     return Mismatch(column, "a number outside its range");
   }
   const auto bits = static_cast<std::uint32_t>(static_cast<std::int64_t>(number));
-  for (std::size_t i = 0; i < size; ++i) {
-    content->push_back(static_cast<std::uint8_t>(bits >> (8 * i)));
-  }
+  std::uint8_t bytes[4];
+  PutU32(bytes, bits);
+  content->insert(content->end(), bytes, bytes + size);
   return {};
 }
 

@@ -11,7 +11,7 @@ namespace switcher {
 DecodeStatus ParseCrosspointRow(std::span<const std::uint8_t> message, int channelCount,
                                 CrosspointRow* row) {
   row->output = RowNumber(message);
-  const std::size_t required = static_cast<std::size_t>(2 * (channelCount / 8) + 7);
+  const std::size_t required = 2 * static_cast<std::size_t>(channelCount / 8) + 7;
   if (message.size() != required || channelCount % 8 != 0) return DecodeStatus::WrongSize;
   if (row->output > channelCount) return DecodeStatus::WrongChannel;
 

@@ -3,6 +3,7 @@
 #include "app/instance_lock.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -62,6 +63,35 @@ TEST(InstanceLock, DiesWithAKilledProcess) {
   EXPECT_EQ(third.Take(folder.path()), InstanceLock::Result::Taken);
   close(ready[0]);
   close(ready[1]);
+}
+
+// Another user of the folder must not take the file that he may not write for a folder that
+// cannot be locked.
+TEST(InstanceLock, KeepsAnotherUserOut) {
+  const QTemporaryDir folder;
+  ASSERT_EQ(chmod(folder.path().toLocal8Bit().constData(), 0777), 0);
+  const mode_t umaskBefore = umask(077);
+  InstanceLock first;
+  const InstanceLock::Result taken = first.Take(folder.path());
+  umask(umaskBefore);
+  ASSERT_EQ(taken, InstanceLock::Result::Taken);
+  const QString file = folder.filePath(QStringLiteral("WorkingDb.lock"));
+  for (const mode_t mode : {0666, 0444}) {
+    if (mode != 0666) {
+      ASSERT_EQ(chmod(file.toLocal8Bit().constData(), mode), 0);
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+      // The superuser may write everything and becomes somebody else for this.
+      if (geteuid() == 0 && seteuid(65534) != 0) _exit(99);
+      InstanceLock second;
+      _exit(static_cast<int>(second.Take(folder.path())));
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), static_cast<int>(InstanceLock::Result::HeldByAnother)) << mode;
+  }
 }
 
 TEST(InstanceLock, AFolderThatDoesNotExistHasNone) {

@@ -141,18 +141,21 @@ TEST_F(MessageBoxesTest, AReportDuringADialogStandsOverIt) {
   EXPECT_EQ(Showing()[0]->parentWidget(), &dialog);
 }
 
-TEST_F(MessageBoxesTest, AReportOutlivesTheDialogThatItStandsOver) {
+TEST_F(MessageBoxesTest, ABoxThatGoesWithItsDialogIsShownAgain) {
   boxes_.ShowOver(&window_);
   auto* const dialog = new QDialog(&window_);
   dialog->open();
   boxes_.Show(Icon::Critical, "a", "1");
+  boxes_.Show(Icon::Critical, "b", "2");
   ASSERT_EQ(Showing().size(), 1);
   delete dialog;
-  const auto boxes = Showing();
-  ASSERT_EQ(boxes.size(), 1);
-  EXPECT_EQ(boxes[0]->text(), QStringLiteral("1"));
-  EXPECT_EQ(boxes[0]->parentWidget(), &window_);
+  ASSERT_EQ(Showing().size(), 1);
+  EXPECT_EQ(Showing()[0]->text(), QStringLiteral("1"));
+  EXPECT_EQ(Showing()[0]->parentWidget(), &window_);
   Press(Qt::Key_Return);
+  EXPECT_EQ(Showing()[0]->text(), QStringLiteral("2"));
+  Press(Qt::Key_Return);
+  EXPECT_EQ(Showing().size(), 0);
   EXPECT_TRUE(boxes_.IsEmpty());
 }
 

@@ -1,112 +1,155 @@
 // SPDX-License-Identifier: MIT
-//
-// Tables from the switcher, as they reach the open map.
 
 #include "app/open_views.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QTableView>
+#include <QCoreApplication>
+#include <QSettings>
+#include <QSignalSpy>
 
-#include "switcher/decoder.h"
-#include "switcher/live_commands.h"
 #include "tests/support/fake_serial_port.h"
-#include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
-#include "tests/support/small_database.h"
 
 namespace app {
 namespace {
-
-using testing::IsEmpty;
 
 class OpenViewsTest : public testing::Test,
                       private views::InhibitSender,
                       private switcher::PollSwitch {
  protected:
   OpenViewsTest() {
-    model_.ApplyFixedValues();
-    model_.ChannelCount = 8;
-    model_.LabelCount = 8;
-    model_.AllocateMap();
-    for (int station = 1; station <= 8; ++station) {
-      database_.AddStation(
-          station, {{"Hidden", 0}, {"Label", "out"}, {"InLabel", "in"}, {"Inhibits", "00000000"}});
-    }
+    QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
+              QStringLiteral("Orvo Intercom Control"))
+        .clear();
+    area_.resize(900, 700);
+    area_.show();
   }
 
-  // The grid cell of the map: row and column 0 are the labels, 1 the numbers.
-  QString CellText(int row, int column) {
-    QString text;
-    EXPECT_TRUE(QMetaObject::invokeMethod(Grid(), "cellText", Q_RETURN_ARG(QString, text),
-                                          Q_ARG(int, row), Q_ARG(int, column)));
-    return text;
-  }
-  int CellMark(int row, int column) {
-    int mark = -1;
-    EXPECT_TRUE(QMetaObject::invokeMethod(Grid(), "cellMark", Q_RETURN_ARG(int, mark),
-                                          Q_ARG(int, row), Q_ARG(int, column)));
-    return mark;
-  }
-  QTableView* Grid() { return views_.Xmap()->findChild<QTableView*>(QStringLiteral("msfgXmap")); }
-
-  void Decode(std::string_view hex) { decoder_.Decode(test::FromHex(hex)); }
-
-  void SendInhibits(int /*output*/) override {}
+  bool SendInhibits(int /*station*/) override { return true; }
   void SetPolling(bool /*on*/) override {}
 
-  model::SystemModel model_;
-  test::SmallDatabase database_;
+  // The sub-window that holds the form of that name.
+  QMdiSubWindow* Frame(const char* name) {
+    for (QMdiSubWindow* const window : area_.subWindowList()) {
+      if (!window->isHidden() && window->widget()->objectName() == QLatin1String(name)) {
+        return window;
+      }
+    }
+    return nullptr;
+  }
+
+  static void Settle() {
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+
+  struct View {
+    const char* name;
+    void (OpenViews::*show)();
+    QRect firstPlace;
+  };
+  const View list_[3] = {
+      {"frmButtons", &OpenViews::ShowButtons, QRect(0, 0, 593, 407)},
+      {"frmAlphas", &OpenViews::ShowAlphas, QRect(20, 20, 667, 600)},
+      {"frmXmap", &OpenViews::ShowXmap, QRect(33, 33, 667, 600)},
+  };
+
+  model::SystemModel model_;  // without channels no station is asked for
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
-  config::WindowSettings settings_;
   switcher::LiveCommands commands_{model_, port_, reporter_};
+  config::WindowSettings settings_;
   QMdiArea area_;
   OpenViews views_{area_,
                    {.model = model_,
-                    .stations = [this] { return database_.Files().Stations(); },
+                    .stations = [] { return nullptr; },
                     .commands = commands_,
                     .inhibits = *this,
                     .poll = *this,
                     .settings = settings_,
                     .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
 };
 
-constexpr char kOutputLabels[] =
-    "F9 14 61 20 20 20 20 20 20 20 62 20 20 20 20 20 20 20 63 20 20 20 20 20 20 20 "
-    "64 20 20 20 20 20 20 20 65 20 20 20 20 20 20 20 66 20 20 20 20 20 20 20 "
-    "67 20 20 20 20 20 20 20 68 20 20 20 20 20 20 20 38 FF";
-
-TEST_F(OpenViewsTest, AnAcceptedLabelTableReachesTheOpenMap) {
-  views_.ShowXmap();
-  ASSERT_EQ(CellText(3, 0), QStringLiteral("out"));
-  Decode(kOutputLabels);
-  EXPECT_EQ(CellText(2, 0), QStringLiteral("a"));
-  EXPECT_EQ(CellText(9, 0), QStringLiteral("h"));
-  EXPECT_EQ(CellText(0, 2), QStringLiteral("i\rn\r"));  // upright
-  EXPECT_THAT(reporter_.reports, IsEmpty());
+TEST_F(OpenViewsTest, EachOpensOnceInTheStoredPlace) {
+  for (const View& view : list_) {
+    EXPECT_EQ(Frame(view.name), nullptr);
+    (views_.*view.show)();
+    ASSERT_NE(Frame(view.name), nullptr) << view.name;
+    EXPECT_EQ(Frame(view.name)->geometry(), view.firstPlace) << view.name;
+    EXPECT_EQ(area_.activeSubWindow(), Frame(view.name));
+    (views_.*view.show)();
+  }
+  EXPECT_EQ(area_.subWindowList().size(), 3);
 }
 
-TEST_F(OpenViewsTest, AnAcceptedInhibitRowReachesTheOpenMap) {
-  views_.ShowXmap();
-  ASSERT_EQ(CellMark(3, 2), 0);
-  Decode("F5 01 00 01 00 02 FF");
-  EXPECT_EQ(CellMark(3, 2), 2);
-  Decode("F5 01 00 00 00 02 FF");  // refused: its checksum
-  EXPECT_EQ(CellMark(3, 2), 2);
-  Decode("F5 01 00 00 00 01 FF");
-  EXPECT_EQ(CellMark(3, 2), 0);
-  EXPECT_THAT(reporter_.reports, IsEmpty());
+TEST_F(OpenViewsTest, NamesAreComparedWithoutRegardToCase) {
+  EXPECT_FALSE(views_.IsOpen(QStringLiteral("frmAlphas")));
+  views_.ShowAlphas();
+  EXPECT_TRUE(views_.IsOpen(QStringLiteral("frmAlphas")));
+  EXPECT_TRUE(views_.IsOpen(QStringLiteral("FRMALPHAS")));
+  EXPECT_FALSE(views_.IsOpen(QStringLiteral("frmAlpha")));
+  EXPECT_FALSE(views_.IsOpen(QStringLiteral("frmXmap")));
 }
 
-TEST_F(OpenViewsTest, WithoutAMapTablesAreStoredAllTheSame) {
-  Decode(kOutputLabels);
-  Decode("F5 01 00 01 00 02 FF");
-  EXPECT_EQ(database_.Field(8, "Label"), "h");
-  EXPECT_EQ(database_.Field(2, "Inhibits"), "10000000");
-  EXPECT_THAT(reporter_.reports, IsEmpty());
+TEST_F(OpenViewsTest, AViewThatWasClosedIsNotOpenAndComesBackWhereItWas) {
+  for (const View& view : list_) {
+    (views_.*view.show)();
+    Frame(view.name)->setGeometry(60, 75, 450, 300);
+    Frame(view.name)->close();
+    EXPECT_FALSE(views_.IsOpen(QLatin1String(view.name))) << view.name;
+    (views_.*view.show)();  // also before the closed one has gone
+    EXPECT_EQ(Frame(view.name)->geometry(), QRect(60, 75, 450, 300)) << view.name;
+    Settle();
+    EXPECT_TRUE(views_.IsOpen(QLatin1String(view.name))) << view.name;
+  }
+}
+
+TEST_F(OpenViewsTest, AMinimisedViewIsOpenAndComesUpAsItWas) {
+  for (const View& view : list_) {
+    (views_.*view.show)();
+    Frame(view.name)->setGeometry(60, 75, 450, 300);
+    Frame(view.name)->showMinimized();
+    EXPECT_TRUE(views_.IsOpen(QLatin1String(view.name))) << view.name;
+    (views_.*view.show)();
+    EXPECT_FALSE(Frame(view.name)->isMinimized()) << view.name;
+    EXPECT_EQ(Frame(view.name)->geometry(), QRect(60, 75, 450, 300)) << view.name;
+  }
+}
+
+TEST_F(OpenViewsTest, ClosingAllStoresEveryPlace) {
+  for (const View& view : list_) {
+    (views_.*view.show)();
+    Frame(view.name)->setGeometry(60, 75, 450, 300);
+  }
+  views_.CloseAll();
+  Settle();
+  EXPECT_TRUE(area_.subWindowList().isEmpty());
+  for (const char* const prefix : {"Butns", "Alphas", "Xmap"}) {
+    const QString key = QLatin1String(prefix);
+    EXPECT_EQ(settings_.Text(key + QStringLiteral("Left")), QStringLiteral("900")) << prefix;
+    EXPECT_EQ(settings_.Text(key + QStringLiteral("Top")), QStringLiteral("1125")) << prefix;
+    EXPECT_EQ(settings_.Text(key + QStringLiteral("Width")), QStringLiteral("6750")) << prefix;
+    EXPECT_EQ(settings_.Text(key + QStringLiteral("Height")), QStringLiteral("4500")) << prefix;
+  }
+}
+
+TEST_F(OpenViewsTest, ARowThatArrivesWithoutAMapIsNobodysBusiness) {
+  views_.CrosspointRowChanged(1, 0);
+  EXPECT_TRUE(reporter_.reports.empty());
+}
+
+TEST_F(OpenViewsTest, TheMapIsToldOfWhenItComesAndGoes) {
+  QSignalSpy loaded(&views_, &OpenViews::XmapLoaded);
+  views_.ShowXmap();
+  ASSERT_EQ(loaded.count(), 1);
+  EXPECT_TRUE(loaded[0][0].toBool());
+  EXPECT_NE(views_.Xmap(), nullptr);
+  Frame("frmXmap")->close();
+  EXPECT_EQ(views_.Xmap(), nullptr);
+  Settle();
+  ASSERT_EQ(loaded.count(), 2);
+  EXPECT_FALSE(loaded[1][0].toBool());
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ class StartUpTest : public testing::Test {
         .Run(folder_.Path().string(), config::IniFile(settings));
   }
 
-  void SetCount(std::string_view field, int value) {
+  void SetCount(std::string_view field, const jet::Value& value) {
     db::DatabaseFiles files(folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$");
     ASSERT_TRUE(files.Open().ok());
     ASSERT_TRUE(files.DbInfo()->Edit().ok());
@@ -155,6 +155,69 @@ TEST_F(StartUpTest, CountsOfButtonsAndBoxesAreFixedWhateverTheDatabaseSays) {
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
+TEST_F(StartUpTest, EveryCountIsReadFromItsOwnField) {
+  SetCount("StationCount", 10);
+  SetCount("ChannelCount", 16);
+  SetCount("LabelCount", 30);
+  SetCount("InCount", -4);
+  SetCount("OutCount", 32767);
+  Run();
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+  EXPECT_EQ(model_.StationCount, 10);
+  EXPECT_EQ(model_.ChannelCount, 16);
+  EXPECT_EQ(model_.LabelCount, 30);
+  EXPECT_EQ(model_.InCount, -4);
+  EXPECT_EQ(model_.OutCount, 32767);
+  EXPECT_EQ(model_.CrosspointMap.Size(), 16);
+  EXPECT_EQ(model_.ChannelStatus.Size(), 16);
+}
+
+TEST_F(StartUpTest, ACountThatIsNullIsReportedAndLeftAsItWas) {
+  SetCount("LabelCount", jet::Value());
+  SetCount("InCount", 20);
+  model_.LabelCount = 7;
+  Run();
+  EXPECT_THAT(reporter_.reports, ElementsAre(kIpPortText));
+  EXPECT_EQ(model_.LabelCount, 7);
+  EXPECT_EQ(model_.InCount, 20);
+}
+
+TEST_F(StartUpTest, WithoutARecordOfCountsEachOfThemIsReported) {
+  {
+    db::DatabaseFiles files(folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$");
+    ASSERT_TRUE(files.Open().ok());
+    ASSERT_TRUE(files.DbInfo()->Delete().ok());
+    ASSERT_TRUE(files.SaveAndClose().ok());
+  }
+  Run();
+  EXPECT_EQ(reporter_.reports, std::vector<std::string>(7, kIpPortText));
+  EXPECT_TRUE(files_.IsOpen());
+}
+
+// The gateway comes before the database, the database before the serial port.
+TEST_F(StartUpTest, FailuresAreReportedInTheOrderOfTheSteps) {
+  test::WriteFile(folder_ / "Tesk.mdb", "junk");
+  port_.unavailable = true;
+  Run("[CONFIGURATION]\nSoftpanel Support=Yes\nIP Port=70000\n");
+  ASSERT_EQ(reporter_.reports.size(), 10U);
+  EXPECT_THAT(reporter_.reports[0], StartsWith("critical|Comm Error|The IP Port: 70000 is"));
+  EXPECT_THAT(reporter_.reports[1], StartsWith("critical|Database Error|"));
+  for (std::size_t i = 2; i < 9; ++i) {
+    EXPECT_EQ(reporter_.reports[i], reporter_.reports[0]) << i;
+  }
+  EXPECT_THAT(reporter_.reports[9], StartsWith("critical|Comm Error|Comm: 1 is"));
+}
+
+TEST_F(StartUpTest, WithoutPanelSupportThePortIsGivenBack) {
+  QTcpServer free;
+  ASSERT_TRUE(free.listen(QHostAddress::Any, 0));
+  const int port = free.serverPort();
+  free.close();
+  ASSERT_TRUE(listener_.Start(port).ok());
+  Run("[CONFIGURATION]\nSoftpanel Support=No\n");
+  EXPECT_FALSE(listener_.IsListening());
+}
+
 TEST_F(StartUpTest, NoChannelsAreNoFailure) {
   SetCount("ChannelCount", 0);
   Run();
@@ -179,10 +242,18 @@ TEST_F(StartUpTest, RunningAgainDiscardsTheMap) {
   Run();
   model_.CrosspointMap.At(1, 2) = 1;
   model_.XmapComplete = model_.TallySeen = true;
+  model_.RetrieveActive = model_.SendBusy = model_.TallyViewOpen = true;
   model_.LinkStatus = {1, 1, 2};
+  model_.ChannelStatus[1] = 1;
+  model_.InputGains[63] = 1;
+  model_.QdvTally[63] = 1;
   Run();
   EXPECT_EQ(model_.CrosspointMap.At(1, 2), 0);
-  EXPECT_FALSE(model_.XmapComplete || model_.TallySeen);
+  EXPECT_EQ(model_.ChannelStatus[1], 0);
+  EXPECT_EQ(model_.InputGains[63], 64);
+  EXPECT_EQ(model_.QdvTally[63], 0);
+  EXPECT_FALSE(model_.XmapComplete || model_.TallySeen || model_.RetrieveActive);
+  EXPECT_FALSE(model_.SendBusy || model_.TallyViewOpen);
   EXPECT_EQ(model_.LinkStatus[0] + model_.LinkStatus[1] + model_.LinkStatus[2], 0);
 }
 

@@ -56,7 +56,7 @@ class ViewsInPlaceTest : public testing::Test,
     EXPECT_EQ(area_.activeSubWindow(), Frame("frmXmap"));
   }
 
-  void SendInhibits(int /*output*/) override {}
+  bool SendInhibits(int /*output*/) override { return true; }
   void SetPolling(bool /*on*/) override {}
 
   model::SystemModel model_;

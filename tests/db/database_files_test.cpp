@@ -132,6 +132,81 @@ TEST_F(DatabaseFilesTest, AFailedCopyBackLeavesEverythingAndCanBeTriedAgain) {
   EXPECT_EQ(Label(again), "Studio 2");
 }
 
+TEST_F(DatabaseFilesTest, AFailedCopyBackKeepsTheCurrentStation) {
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  ASSERT_TRUE(files.Stations()->Seek(17).ok());
+  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
+  ASSERT_FALSE(files.SaveAndClose().ok());
+  EXPECT_EQ(Label(files), "Sta. 017");
+}
+
+TEST_F(DatabaseFilesTest, ACopyThatCannotEvenBeOpenedAgainIsStillSavedLater) {
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  SetLabel(files, "Studio 1");
+  // Out of sight for a while, as on a network drive that stutters.
+  fs::rename(copy_, folder_ / "away");
+  EXPECT_EQ(files.SaveAndClose().Number(), 3024);
+  EXPECT_FALSE(files.IsOpen());
+  fs::rename(folder_ / "away", copy_);
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  EXPECT_FALSE(fs::exists(copy_));
+  DatabaseFiles again(main_, copy_);
+  ASSERT_TRUE(again.Open().ok());
+  EXPECT_EQ(Label(again), "Studio 1");
+}
+
+TEST_F(DatabaseFilesTest, AnEarlierRunsCopyIsNotDeletedByARunThatNeverGotThatFar) {
+  WriteFile(copy_, "all that is left of a crashed run");
+  fs::create_symlink(folder_ / "missing/Tesk.mdb", main_);
+  DatabaseFiles files(main_, copy_);
+  EXPECT_FALSE(files.Open().ok());
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(ReadFile(copy_), "all that is left of a crashed run");
+}
+
+TEST_F(DatabaseFilesTest, AMainFileThatCannotBeSeenIsNotReplacedByANewOne) {
+  fs::create_symlink("Tesk.mdb", main_);  // leads to itself: nobody can say what is there
+  DatabaseFiles files(main_, copy_);
+  const model::Status status = files.Open();
+  EXPECT_FALSE(status.ok());
+  EXPECT_NE(status.Description().find("Cannot copy Tesk.mdb"), std::string::npos)
+      << status.Description();
+  EXPECT_TRUE(fs::is_symlink(main_));
+}
+
+TEST_F(DatabaseFilesTest, TablesWithoutARecordAreOpenedAllTheSame) {
+  {
+    DatabaseFiles files(main_, copy_);
+    ASSERT_TRUE(files.Open().ok());
+    for (jet::RecordSet* const records : {files.Stations(), files.DbInfo()}) {
+      while (records->RecordCount() > 0) {
+        ASSERT_TRUE(records->MoveFirst().ok());
+        ASSERT_TRUE(records->Delete().ok());
+      }
+    }
+    ASSERT_TRUE(files.SaveAndClose().ok());
+  }
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_TRUE(files.Stations()->Bof() && files.Stations()->Eof());
+  EXPECT_TRUE(files.DbInfo()->Bof() && files.DbInfo()->Eof());
+}
+
+TEST_F(DatabaseFilesTest, BothTablesStandOnTheirFirstRecord) {
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  jet::Value number;
+  ASSERT_TRUE(files.Stations()->Get("StationNum", &number).ok());
+  EXPECT_EQ(number.Int(), 1);
+  EXPECT_EQ(files.Stations()->RecordCount(), 128);
+  EXPECT_EQ(files.DbInfo()->RecordCount(), 1);
+  jet::Value version;
+  ASSERT_TRUE(files.DbInfo()->Get("DbaseVer", &version).ok());
+  EXPECT_EQ(version.Text(), "Version 2.12 - 04/17/2002");
+}
+
 TEST_F(DatabaseFilesTest, AMissingFolderIsAnError) {
   DatabaseFiles files(folder_ / "missing/Tesk.mdb", folder_ / "missing/WorkingDb.md$");
   EXPECT_FALSE(files.Open().ok());

@@ -138,5 +138,52 @@ TEST_F(BadInputTest, JunkInTheSettingsFileIsKept) {
   EXPECT_THAT(settings, HasSubstr("[CONFIGURATION]\nCOM Port=1\n"));
 }
 
+TEST_F(BadInputTest, SettingsThatCannotBeWrittenAreSaidBeforeTheEnd) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_EQ(AllBoxes(console).size(), 1U);  // no serial device
+  fs::remove(folder_ / "Orvotesk.ini");
+  fs::create_directory(folder_ / "Orvotesk.ini");
+  console.Trigger("ID_Exit");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  const auto boxes = console.Boxes();
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].icon, "critical");
+  EXPECT_EQ(boxes[0].title, "Error Processing");
+  EXPECT_THAT(boxes[0].text, StartsWith("Error in Writing Configuration File\rError # 75 - "));
+  EXPECT_FALSE(fs::exists(folder_ / "WorkingDb.md$"));
+  console.CloseBox();
+  EXPECT_EQ(console.WaitForEnd(), 0);
+}
+
+TEST_F(BadInputTest, AReportThatNobodyReadsDoesNotHoldUpTheSystem) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_EQ(AllBoxes(console).size(), 1U);  // no serial device
+  fs::remove(folder_ / "Orvotesk.ini");
+  fs::create_directory(folder_ / "Orvotesk.ini");
+  console.Trigger("ID_Exit");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_EQ(console.Terminate(), 0);
+}
+
+TEST_F(BadInputTest, JunkInTheWindowPlacesIsOutlivedAndKept) {
+  const fs::path places = folder_.Home() / "Orvo" / "Orvo Intercom Control.conf";
+  fs::create_directories(places.parent_path());
+  WriteFile(places,
+            "[Settings]\nMainLeft=junk\nMainWidth=1e9\nMainHeight=99999999\n"
+            "ButnsWidth=-5\nXmapWidth=1e9\nXmapHeight=1e9\n");
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_EQ(console.Property("frmMain", "size"), QJsonValue(QJsonArray{8192, 8192}));
+  EXPECT_EQ(console.Mark(1, 1), 2);
+  EXPECT_EQ(console.Terminate(), 0);
+  const std::string stored = ReadFile(places);
+  for (const char* const line : {"MainLeft=junk\n", "MainTop=1000\n", "MainWidth=1e9\n",
+                                 "MainHeight=99999999\n", "ButnsWidth=-5\n", "XmapWidth=1e9\n"}) {
+    EXPECT_THAT(stored, HasSubstr(line));
+  }
+}
+
 }  // namespace
 }  // namespace test

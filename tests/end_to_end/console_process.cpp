@@ -86,6 +86,13 @@ QJsonValue ConsoleProcess::Property(const char* object, const char* property) {
   return Ask(request).value(QLatin1String("value"));
 }
 
+void ConsoleProcess::SetSize(const char* object, int width, int height) {
+  QJsonObject request = Request("set", object);
+  request.insert(QStringLiteral("property"), QStringLiteral("size"));
+  request.insert(QStringLiteral("value"), QJsonArray{width, height});
+  Ask(request);
+}
+
 int ConsoleProcess::Mark(int output, int input) {
   QJsonObject request = Request("invoke", "msfgXmap");
   request.insert(QStringLiteral("method"), QStringLiteral("cellMark"));

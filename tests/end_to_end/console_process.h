@@ -63,6 +63,7 @@ class ConsoleProcess {
 
   std::string LinkText() { return Property("sbStatusBar_1", "text").toString().toStdString(); }
   QJsonValue Property(const char* object, const char* property);
+  void SetSize(const char* object, int width, int height);
 
   // Cells of the map in the grid's own coordinates: output + 1, input + 1.
   int Mark(int output, int input);

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <csignal>
+
 #include "db/database_files.h"
 #include "tests/end_to_end/console_process.h"
 #include "tests/support/simulator_process.h"
@@ -67,6 +69,21 @@ TEST_F(LifeCycleTest, AnEditIsKeptWhenTheConsoleIsClosed) {
   EXPECT_EQ(again.Mark(6, 8), 2);
 }
 
+TEST_F(LifeCycleTest, WhateverTheSystemEndsItWithTheWorkIsKept) {
+  int input = 10;
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    console.Use("ID_ToggleInhibit", 6, input);
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, input) == 2; }));
+    ASSERT_EQ(kill(static_cast<pid_t>(console.Id()), signal), 0);
+    EXPECT_EQ(console.WaitForEnd(), 0) << signal;
+    EXPECT_EQ(StoredInhibits(6)[static_cast<std::size_t>(input) - 1], '1') << signal;
+    EXPECT_FALSE(fs::exists(folder_ / "WorkingDb.md$"));
+    ++input;
+  }
+}
+
 TEST_F(LifeCycleTest, AKilledConsoleLeavesTheDatabaseAsItWas) {
   {
     ConsoleProcess console(folder_);
@@ -98,11 +115,7 @@ TEST_F(LifeCycleTest, WindowsComeBackWhereTheyWere) {
     ASSERT_TRUE(console.IsUp());
     EXPECT_EQ(console.Property("frmMain", "size"), QJsonValue(QJsonArray{433, 433}));
     EXPECT_EQ(console.Property("frmMain", "pos"), QJsonValue(QJsonArray{67, 67}));
-    QJsonObject resize{{QStringLiteral("do"), QStringLiteral("set")},
-                       {QStringLiteral("object"), QStringLiteral("frmMain")},
-                       {QStringLiteral("property"), QStringLiteral("size")},
-                       {QStringLiteral("value"), QJsonArray{800, 600}}};
-    EXPECT_TRUE(console.Ask(resize).value(QLatin1String("ok")).toBool());
+    console.SetSize("frmMain", 800, 600);
     main = geometry(console, "frmMain");
     EXPECT_EQ(console.Terminate(), 0);
   }
@@ -118,6 +131,48 @@ TEST_F(LifeCycleTest, WindowsComeBackWhereTheyWere) {
   ConsoleProcess again(folder_);
   ASSERT_TRUE(again.IsUp());
   EXPECT_EQ(geometry(again, "frmMain"), main);
+}
+
+// The place of the main window as it is stored: "left top width height".
+std::string StoredMainPlace(const ConsoleFolder& folder) {
+  const std::string stored = ReadFile(folder.Home() / "Orvo" / "Orvo Intercom Control.conf");
+  std::string place;
+  for (const std::string key : {"MainLeft=", "MainTop=", "MainWidth=", "MainHeight="}) {
+    const auto start = stored.find(key);
+    if (start == std::string::npos) return stored;
+    if (!place.empty()) place += ' ';
+    place += stored.substr(start + key.size(), stored.find('\n', start) - start - key.size());
+  }
+  return place;
+}
+
+TEST_F(LifeCycleTest, AMinimisedMainWindowKeepsTheStoredPlace) {
+  for (const bool minimised : {false, true}) {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    console.SetSize("frmMain", minimised ? 700 : 600, 500);
+    if (minimised) {
+      console.Ask({{QStringLiteral("do"), QStringLiteral("invoke")},
+                   {QStringLiteral("object"), QStringLiteral("frmMain")},
+                   {QStringLiteral("method"), QStringLiteral("showMinimized")}});
+      EXPECT_TRUE(console.Property("frmMain", "minimized").toBool());
+    }
+    console.Trigger("ID_Exit");
+    EXPECT_EQ(console.WaitForEnd(), 0);
+    EXPECT_EQ(StoredMainPlace(folder_), "1000 1000 9000 7500") << minimised;
+  }
+}
+
+TEST_F(LifeCycleTest, TheFullScreenIsNotStoredAsAPlace) {
+  for (int run = 0; run < 2; ++run) {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    console.Trigger("aidFullScreen");
+    ASSERT_TRUE(ConsoleProcess::WaitFor(
+        [&] { return console.Property("frmMain", "fullScreen").toBool(); }));
+    EXPECT_EQ(console.Terminate(), 0);
+    EXPECT_EQ(StoredMainPlace(folder_), "1000 1000 6500 6500") << run;
+  }
 }
 
 TEST_F(LifeCycleTest, AViewThatWasClosedOpensAgain) {
@@ -200,6 +255,24 @@ TEST_F(LifeCycleTest, WithoutTheRightToWriteItsFolderItUsesTheUsers) {
   EXPECT_TRUE(fs::exists(user / "Tesk.mdb"));
   EXPECT_THAT(ReadFile(user / "Orvotesk.ini"), HasSubstr("App Path=" + user.string() + "\\\r\n"));
   EXPECT_THAT(ReadFile(user / "Orvotesk.ini"), HasSubstr("COM1=" + line_));
+}
+
+TEST_F(LifeCycleTest, ADatabaseThatTheUserMayNotReadIsSaid) {
+  std::vector<std::string> asNobody;
+  if (geteuid() == 0) asNobody = {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+  WriteFile(folder_ / "Tesk.mdb", "of the house");
+  fs::permissions(folder_ / "Tesk.mdb", fs::perms::none);
+  fs::permissions(folder_.Program(), fs::perms::owner_read | fs::perms::owner_exec |
+                                         fs::perms::others_read | fs::perms::others_exec);
+  fs::permissions(folder_ / "Orvotesk.ini", fs::perms::all);
+  ConsoleProcess console(folder_, asNobody);
+  ASSERT_TRUE(console.IsUp());
+  const auto boxes = console.Boxes();
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].title, "Error Processing");
+  EXPECT_THAT(boxes[0].text,
+              HasSubstr("Error in Preparing User Folder\rError # 75 - Cannot copy "));
+  EXPECT_EQ(console.Terminate(), 0);
 }
 
 }  // namespace

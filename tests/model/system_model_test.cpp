@@ -56,13 +56,6 @@ TEST(SystemModel, AppPathEndsInOneBackslash) {
   EXPECT_EQ(ToAppPath("C:\\"), "C:\\");
 }
 
-TEST(SystemModel, OpeningAFileDropsTheBackslash) {
-  SystemModel model;
-  model.AppPath = "/srv/console\\";
-  EXPECT_EQ(model.FilePath("Tesk.mdb"), "/srv/console/Tesk.mdb");
-  EXPECT_EQ(model.FilePath("WorkingDb.md$"), "/srv/console/WorkingDb.md$");
-}
-
 TEST(OneBasedMatrix, RowIsTheInputsOfOneOutput) {
   OneBasedMatrix<std::uint8_t> map(3);
   map.At(2, 3) = 1;

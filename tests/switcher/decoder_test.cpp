@@ -176,10 +176,19 @@ TEST_F(TallyDecoderTest, HistoryOfARetrievalNamesEveryMessage) {
   EXPECT_THAT(Decode(Tally("02")), ElementsAre("QDV Responding Tally Info|131|Failed Csum"));
   EXPECT_THAT(Decode("E4 00 FF"), ElementsAre("QDV Responding Tally Info|3|Size Error"));
   EXPECT_THAT(Decode("E2 00 FF"), ElementsAre("DCA Gain Settings|3|Size Error"));
+  EXPECT_THAT(Decode("E2 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 64 64 FF"),
+              ElementsAre("DCA Gain Settings|19|OK", "gains"));
+  EXPECT_THAT(Decode("E2 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 64 63 FF"),
+              ElementsAre("DCA Gain Settings|19|Failed Csum"));
+  EXPECT_THAT(Decode("E2 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 64 64 00"),
+              ElementsAre("DCA Gain Settings|19|Missing EOM"));
 }
 
 TEST_F(TallyDecoderTest, NothingIsLoggedOutsideARetrieval) {
   EXPECT_THAT(Decode(Tally("01")), ElementsAre("tally"));
+  EXPECT_THAT(Decode("F3 04 00 00 00 00 00 00 00 04 FF"), ElementsAre("row 5 mode 0"));
+  EXPECT_THAT(Decode("F3 04 FF"), IsEmpty());
+  EXPECT_THAT(Decode("E2 00 FF"), IsEmpty());
 }
 
 TEST_F(DecoderTest, EmptyAndForeignMessagesDoNothing) {

@@ -93,7 +93,7 @@ class DownloadTest : public testing::Test, public DownloadDisplay, public PollSw
   TableSenders senders_{model_, files_, port_, reporter_};
   std::optional<Download> download_;
   std::vector<std::string> events_;
-  std::vector<std::string> passed_;
+  std::vector<std::string> sent_;
   int position_ = -1;
 
  private:
@@ -112,7 +112,7 @@ class DownloadTest : public testing::Test, public DownloadDisplay, public PollSw
     spacingPending_ = true;
   }
   void RequestTurn() override { turnPending_ = true; }
-  void TablePassed(std::string_view name) override { passed_.emplace_back(name); }
+  void TableSent(std::string_view name) override { sent_.emplace_back(name); }
   void Close(std::string_view notSent) override { Note("close " + std::string(notSent)); }
 
   bool delayPending_ = false;
@@ -169,8 +169,8 @@ TEST_F(DownloadTest, SendsEveryTableInOrderMessageByMessage) {
   expected.emplace_back("poll on");
   expected.emplace_back("close ");
   EXPECT_THAT(events_, ElementsAreArray(expected));
-  EXPECT_THAT(passed_, ElementsAre("Optos", "Output Alphas", "Input Alphas", "Inhibits", "Relays",
-                                   "Button Programming Sta 1", "Button Programming Sta 2"));
+  EXPECT_THAT(sent_, ElementsAre("Optos", "Output Alphas", "Input Alphas", "Inhibits", "Relays",
+                                 "Button Programming Sta 1", "Button Programming Sta 2"));
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
@@ -303,6 +303,8 @@ TEST_F(DownloadTest, AFailedStageIsReportedAndTheNextOneFollows) {
               ElementsAre(StartsWith("critical|Serial Communications Error|"
                                      "Error Sending Opto Programming Data\r\rError # ")));
   EXPECT_EQ(Seen("sent").front(), "sent E1 5");
+  EXPECT_THAT(sent_, ElementsAre("Output Alphas", "Input Alphas", "Inhibits", "Relays",
+                                 "Button Programming Sta 1", "Button Programming Sta 2"));
   EXPECT_EQ(Seen("sent F9").size(), 2U);
   EXPECT_EQ(Seen("sent FB 645").size(), 2U);
   EXPECT_EQ(events_.back(), "close ");

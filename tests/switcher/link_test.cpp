@@ -129,6 +129,44 @@ TEST_F(LinkTest, BeforeTheFirstTallyTheLinkIsNeverLost) {
   EXPECT_THAT(display_.texts, ElementsAre(kConnected));
 }
 
+TEST_F(LinkTest, KeepAlivesAreCountedUntilOneIsAnswered) {
+  Open();
+  model_.XmapComplete = model_.TallySeen = true;
+  port_.Deliver("EB");
+  EXPECT_THAT(model_.LinkStatus, ElementsAre(1, 1, 0));
+  Poll();
+  EXPECT_THAT(model_.LinkStatus, ElementsAre(1, 0, 1));
+  Poll();
+  EXPECT_THAT(model_.LinkStatus, ElementsAre(1, 0, 2));
+  port_.Deliver("EB");
+  EXPECT_THAT(model_.LinkStatus, ElementsAre(1, 1, 0));
+}
+
+TEST_F(LinkTest, MapPollsAreNotWatched) {
+  Open();
+  model_.TallySeen = true;
+  port_.Deliver("EB");
+  for (int second = 0; second < 5; ++second) EXPECT_EQ(Poll(), "E5");
+  EXPECT_THAT(model_.LinkStatus, ElementsAre(1, 1, 0));
+  EXPECT_THAT(display_.texts, ElementsAre(kConnected));
+}
+
+TEST_F(LinkTest, ALostLinkIsPolledOnAndComesBackWithAnAnswer) {
+  Open();
+  model_.XmapComplete = model_.TallySeen = true;
+  port_.Deliver("EB");
+  for (int second = 0; second < 20; ++second) EXPECT_EQ(Poll(), "ED");
+  EXPECT_THAT(model_.LinkStatus, ElementsAre(0, 0, 0));
+  EXPECT_THAT(display_.texts, ElementsAre(kConnected, kNotConnected));
+  port_.Deliver("EB");
+  EXPECT_THAT(display_.texts, ElementsAre(kConnected, kNotConnected, kConnected));
+  Poll();
+  Poll();
+  EXPECT_EQ(model_.LinkStatus[0], 1);
+  Poll();
+  EXPECT_EQ(model_.LinkStatus[0], 0);
+}
+
 TEST_F(LinkTest, AnyDataIsAnAnswer) {
   Open();
   port_.Deliver("F3");

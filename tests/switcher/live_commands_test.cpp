@@ -25,7 +25,7 @@ class LiveCommandsTest : public testing::Test {
 };
 
 TEST_F(LiveCommandsTest, TakeIsWrittenAndTheSendEventArmed) {
-  commands_.SendTake(200, 130, 0x86);
+  EXPECT_TRUE(commands_.SendTake(200, 130, 0x86));
   EXPECT_EQ(port_.TakeWritten(), "FD 06 01 01 01 47 01 4E FF");
   EXPECT_TRUE(model_.SendBusy);
   EXPECT_EQ(port_.sendThreshold, 1);
@@ -33,7 +33,7 @@ TEST_F(LiveCommandsTest, TakeIsWrittenAndTheSendEventArmed) {
 }
 
 TEST_F(LiveCommandsTest, GainIsWrittenAndTheSendEventArmed) {
-  commands_.SendGain(5, 100);
+  EXPECT_TRUE(commands_.SendGain(5, 100));
   EXPECT_EQ(port_.TakeWritten(), "E3 05 64 69 FF");
   EXPECT_TRUE(model_.SendBusy);
   EXPECT_EQ(port_.sendThreshold, 1);
@@ -41,7 +41,7 @@ TEST_F(LiveCommandsTest, GainIsWrittenAndTheSendEventArmed) {
 
 TEST_F(LiveCommandsTest, FailedTakeIsReportedAndStaysBusy) {
   port_.writesUntilFailure = 3;
-  commands_.SendTake(1, 1, 0x02);
+  EXPECT_FALSE(commands_.SendTake(1, 1, 0x02));
   EXPECT_EQ(port_.TakeWritten(), "FD 02 00");
   EXPECT_TRUE(model_.SendBusy);
   EXPECT_EQ(port_.sendThreshold, 0);
@@ -52,7 +52,7 @@ TEST_F(LiveCommandsTest, FailedTakeIsReportedAndStaysBusy) {
 
 TEST_F(LiveCommandsTest, FailedGainIsReported) {
   port_.Close();
-  commands_.SendGain(0, 1);
+  EXPECT_FALSE(commands_.SendGain(0, 1));
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Gain Command"
                           "\r\rError # 8018 - The port is not open"));

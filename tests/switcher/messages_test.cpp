@@ -227,6 +227,43 @@ TEST(InhibitRowMessage, RefusalsGiveNothingButTheNumber) {
   EXPECT_TRUE(row.inhibited.empty());
 }
 
+struct SizeCase {
+  int channels;
+  std::size_t row;       // 0xF3
+  std::size_t inhibits;  // 0xF5
+  std::size_t gains;     // 0xE2
+};
+
+constexpr SizeCase kSizes[] = {
+    {8, 9, 7, 11}, {16, 11, 9, 19}, {64, 23, 21, 67}, {128, 39, 37, 131}, {256, 71, 69, 259}};
+
+// A message with nothing but zeros between its code and its end byte.
+Bytes Zeros(std::uint8_t code, std::size_t length) {
+  Bytes message(length);
+  message.front() = code;
+  message.back() = 0xFF;
+  return message;
+}
+
+TEST(MessageSizes, GoByTheChannelsOfTheSystem) {
+  for (const SizeCase& size : kSizes) {
+    SCOPED_TRACE(size.channels);
+    CrosspointRow row;
+    InhibitRow inhibits;
+    std::vector<std::int16_t> steps;
+    for (const int off : {-1, 0, 1}) {
+      const DecodeStatus expected = off == 0 ? DecodeStatus::Ok : DecodeStatus::WrongSize;
+      const auto length = [off](std::size_t right) {
+        return right + static_cast<std::size_t>(off);
+      };
+      EXPECT_EQ(ParseCrosspointRow(Zeros(0xF3, length(size.row)), size.channels, &row), expected);
+      EXPECT_EQ(ParseInhibitRow(Zeros(0xF5, length(size.inhibits)), size.channels, &inhibits),
+                expected);
+      EXPECT_EQ(ParseGainReport(Zeros(0xE2, length(size.gains)), size.channels, &steps), expected);
+    }
+  }
+}
+
 TEST(StatusWord, IsTheWordOfTheHistory) {
   EXPECT_EQ(StatusWord(DecodeStatus::Ok), "OK");
   EXPECT_EQ(StatusWord(DecodeStatus::ChecksumFailed), "Failed Csum");

@@ -10,10 +10,16 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QSocketNotifier>
 #include <QTimer>
+#include <atomic>
 #include <chrono>
 #include <ctime>
+#include <functional>
+#include <memory>
+#include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include "tests/support/hex.h"
 #include "tests/support/pty.h"
@@ -48,6 +54,35 @@ class Events : public SerialPortEvents {
 
  private:
   SerialPort& port_;
+};
+
+// Something else that the event loop waits for, such as the window system.
+class EventSource {
+ public:
+  EventSource() {
+    if (pipe2(pipe_, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    notifier_ = std::make_unique<QSocketNotifier>(pipe_[0], QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] {
+      char byte = 0;
+      EXPECT_EQ(read(pipe_[0], &byte, 1), 1);
+      handler_();
+    });
+  }
+  ~EventSource() {
+    notifier_.reset();
+    close(pipe_[0]);
+    close(pipe_[1]);
+  }
+  EventSource(const EventSource&) = delete;
+  EventSource& operator=(const EventSource&) = delete;
+
+  void SetHandler(std::function<void()> handler) { handler_ = std::move(handler); }
+  void Trigger() { EXPECT_EQ(write(pipe_[1], "x", 1), 1); }
+
+ private:
+  int pipe_[2] = {-1, -1};
+  std::unique_ptr<QSocketNotifier> notifier_;
+  std::function<void()> handler_;
 };
 
 class QtSerialPortTest : public testing::Test {
@@ -176,6 +211,44 @@ TEST_F(QtSerialPortTest, ASenderWaitsForRoomAndHearsNothingMeanwhile) {
   EXPECT_EQ(wire.size(), 3 * kMessage - 1);
 }
 
+// Bytes arrive, and in the same turn of the event loop, before the port looks at them, an event
+// makes the console send more than the output holds.  The sender then takes the bytes in itself,
+// and when it is the port's turn there is nothing left to be read.  That is no loss of the line.
+TEST_F(QtSerialPortTest, BytesThatASenderTookInAreNoLossOfTheLine) {
+  // One event source is older than the port and one is younger: one of them has its turn first.
+  EventSource older;
+  Open();
+  EventSource younger;
+  constexpr std::size_t kMessage = 2000;
+  for (int round = 1; round <= 3; ++round) {
+    std::atomic<std::size_t> sent = 0;
+    std::thread farEnd;
+    const auto send = [&] {
+      if (farEnd.joinable()) return;
+      farEnd = std::thread([&] {
+        const auto deadline = std::chrono::steady_clock::now() + 5s;
+        while (sent < kMessage && std::chrono::steady_clock::now() < deadline) {
+          sent += (pty_.Receive().size() + 1) / 3;
+          std::this_thread::sleep_for(1ms);
+        }
+      });
+      for (std::size_t i = 0; i < kMessage; ++i) ASSERT_TRUE(port_.Write(0x55).ok());
+    };
+    older.SetHandler(send);
+    younger.SetHandler(send);
+    events_.received.clear();
+    pty_.Send("EB");
+    older.Trigger();
+    younger.Trigger();
+    EXPECT_TRUE(WaitFor([&] { return farEnd.joinable() && !events_.received.empty(); }));
+    EXPECT_EQ(test::Hex(events_.received), "EB");
+    EXPECT_TRUE(WaitFor([&] { return sent == kMessage; })) << "round " << round;
+    if (farEnd.joinable()) farEnd.join();
+    EXPECT_EQ(events_.lost, 0);
+    ASSERT_TRUE(port_.IsOpen());
+  }
+}
+
 TEST_F(QtSerialPortTest, ALineThatTakesNothingIsAWriteError) {
   Open();
   const auto start = std::chrono::steady_clock::now();
@@ -187,6 +260,15 @@ TEST_F(QtSerialPortTest, ALineThatTakesNothingIsAWriteError) {
   EXPECT_GE(took, 2s);
   EXPECT_LT(took, 4s);
   EXPECT_TRUE(port_.IsOpen());
+
+  // The next command is told at once, and works when the line takes bytes again.
+  const auto again = std::chrono::steady_clock::now();
+  EXPECT_EQ(port_.Write(0x55).Number(), kPortWriteFailed);
+  EXPECT_LT(std::chrono::steady_clock::now() - again, 1s);
+  EXPECT_TRUE(WaitFor([&] {
+    pty_.Receive();
+    return port_.Write(0x55).ok();
+  }));
 }
 
 TEST_F(QtSerialPortTest, AVanishingDeviceIsToldOnceAndCostsNothing) {

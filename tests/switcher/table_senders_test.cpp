@@ -48,7 +48,7 @@ class SendInhibitsTest : public testing::Test {
 
 TEST_F(SendInhibitsTest, OneStationIsOneMessage) {
   SetInhibits(2, "1000000100000001");
-  senders_.SendInhibits(2);
+  EXPECT_TRUE(senders_.SendInhibits(2));
   EXPECT_EQ(port_.TakeWritten(), "F5 01 00 01 01 00 01 02 FF");
   EXPECT_TRUE(model_.SendBusy);
   EXPECT_EQ(port_.sendThreshold, 1);
@@ -99,7 +99,7 @@ TEST_F(SendInhibitsTest, TheRecordSetStandsWhereItStood) {
 TEST_F(SendInhibitsTest, AFailingLineIsReportedAndEndsTheSending) {
   port_.writesUntilFailure = 12;
   ASSERT_TRUE(files_.Stations()->Seek(42).ok());
-  senders_.SendInhibits(9999);
+  EXPECT_FALSE(senders_.SendInhibits(9999));
   EXPECT_EQ(port_.TakeWritten(), "F5 00 00 01 00 00 00 01 FF F5 01 00");
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Inhibits Table"
@@ -111,8 +111,10 @@ TEST_F(SendInhibitsTest, AFailingLineIsReportedAndEndsTheSending) {
 
 TEST_F(SendInhibitsTest, WithoutADatabaseNothingIsSent) {
   ASSERT_TRUE(files_.SaveAndClose().ok());
-  senders_.SendInhibits(9999);
+  EXPECT_FALSE(senders_.SendInhibits(9999));
   EXPECT_EQ(port_.TakeWritten(), "");
+  // The line is free: the poll goes on when the port says so.
+  EXPECT_EQ(port_.sendThreshold, 1);
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Inhibits Table"
                           "\r\rError # 3021 - The configuration database is not open"));

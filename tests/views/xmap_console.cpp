@@ -169,10 +169,24 @@ std::string XmapConsole::Row(int row) {
   return marks;
 }
 
-void XmapConsole::SendInhibits(int output) {
+bool XmapConsole::SendInhibits(int output) {
   traffic.push_back("inhibits " + std::to_string(output));
+  return inhibitsGoOut;
 }
 
 void XmapConsole::SetPolling(bool on) { traffic.emplace_back(on ? "poll on" : "poll off"); }
+
+QList<QAction*> BandActions(const views::XmapView& view) {
+  return view.findChild<QToolBar*>(QStringLiteral("XptmapButtons"))->actions();
+}
+
+QColor PixelOf(QWidget& widget, const QPoint& point) {
+  const QImage image = widget.grab().toImage();
+  return image.pixelColor((QPointF(point) * image.devicePixelRatio()).toPoint());
+}
+
+QWidget& Viewport(XmapConsole& console) {
+  return *static_cast<QTableView&>(console.Grid()).viewport();
+}
 
 }  // namespace test

@@ -3,6 +3,9 @@
 #ifndef TESTS_VIEWS_XMAP_CONSOLE_H_
 #define TESTS_VIEWS_XMAP_CONSOLE_H_
 
+#include <QAction>
+#include <QColor>
+#include <QList>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -74,12 +77,22 @@ class XmapConsole : private views::InhibitSender, private switcher::PollSwitch {
   QPointer<QMdiSubWindow> subWindow;
   QPointer<views::XmapView> view;
   bool databaseIsOpen = true;
+  bool inhibitsGoOut = true;  // else sending them fails
 
  private:
-  void SendInhibits(int output) override;
+  bool SendInhibits(int output) override;
   void SetPolling(bool on) override;
   void CreateStations(int channels);
 };
+
+// What stands on the tool band, separators included.
+QList<QAction*> BandActions(const views::XmapView& view);
+
+// The colour of a widget at a logical point.
+QColor PixelOf(QWidget& widget, const QPoint& point);
+
+// The body of the grid, without its headers.
+QWidget& Viewport(XmapConsole& console);
 
 }  // namespace test
 

@@ -11,9 +11,6 @@ namespace {
 
 using switcher::TakeAction;
 
-// From here on numbers have three digits and columns are wider.
-constexpr int kManyChannels = 100;
-
 // The longest text of a column label, separators included.
 constexpr int kColumnTextLength = 23;
 

@@ -25,6 +25,9 @@ namespace rules {
 // Header rows above the matrix, and header columns left of it.
 inline constexpr int kFixedCells = 2;
 
+// From so many channels on, numbers have three digits and columns are wider.
+inline constexpr int kManyChannels = 100;
+
 // What a cell shows.  It is state of its own: the tools decide by it, not by the database.
 enum class Mark : std::uint8_t {
   None = 0,

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/main_window.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace app {
+namespace {
+
+using testing::ElementsAre;
+
+// Every identifier, spelt as the tool bar's definition spells it.
+constexpr const char* kHeadings[] = {"ID_File", "ID_Window", "ID_Help"};
+constexpr const char* kOperations[] = {
+    "ID_Contents",      "ID_About",
+    "ID_ViewQDVStatus", "ID_QDVStatus",
+    "ID_Exit",          "ID_XpointMap",
+    "ID_StationAlphas", "ID_ButtonProgramming",
+    "ID_RetreiveData",  "ID_SourceLevelControl",
+    "ID_SendData",      "ID_ViewSourcelevelControl",
+    "ID_Cascade",       "ID_TileHorizontal",
+    "ID_TileVertical",  "ID_ArrangeIcons",
+};
+
+class MainWindowTest : public testing::Test {
+ protected:
+  QAction* Command(const char* id) {
+    return window_.findChild<QAction*>(QLatin1String(id), Qt::FindDirectChildrenOnly);
+  }
+
+  // The names of what stands in a menu or tool bar; "-" for a separator.
+  static std::vector<std::string> Names(const QWidget& bar) {
+    std::vector<std::string> names;
+    for (const QAction* const action : bar.actions()) {
+      names.push_back(action->isSeparator() ? "-" : action->objectName().toStdString());
+    }
+    return names;
+  }
+
+  CommandTable commands_;
+  MainWindow window_{commands_};
+};
+
+TEST_F(MainWindowTest, BearsItsNameAndTitle) {
+  EXPECT_EQ(window_.objectName(), QStringLiteral("frmMain"));
+  EXPECT_EQ(window_.windowTitle(), QStringLiteral("Orvo Intercom Control"));
+}
+
+TEST_F(MainWindowTest, EveryIdentifierRunsItsOwnOperation) {
+  std::vector<std::string> run;
+  for (const char* const id : kOperations) {
+    commands_.Set(QLatin1String(id), [&run, id] { run.emplace_back(id); });
+  }
+  for (const char* const id : kOperations) {
+    QAction* const action = Command(id);
+    ASSERT_NE(action, nullptr) << id;
+    run.clear();
+    action->trigger();
+    EXPECT_THAT(run, ElementsAre(id));
+  }
+}
+
+TEST_F(MainWindowTest, ThereIsNoOtherCommand) {
+  std::set<std::string> expected(std::begin(kHeadings), std::end(kHeadings));
+  expected.insert(std::begin(kOperations), std::end(kOperations));
+  std::set<std::string> ids;
+  for (const QAction* const action : window_.findChildren<QAction*>()) {
+    const std::string name = action->objectName().toStdString();
+    if (!name.starts_with("ID_")) continue;
+    EXPECT_TRUE(ids.insert(name).second) << name;
+  }
+  EXPECT_EQ(ids, expected);
+}
+
+TEST_F(MainWindowTest, IdentifiersAreExactAndUnknownOnesDoNothing) {
+  int runs = 0;
+  commands_.Set(QStringLiteral("ID_RetreiveData"), [&runs] { ++runs; });
+  for (const char* const id : {"ID_RetrieveData", "id_retreivedata", "ID_RetreiveData ",
+                               "ID_ViewSourceLevelControl", "ID_File", ""}) {
+    commands_.Run(QLatin1String(id));
+  }
+  EXPECT_EQ(runs, 0);
+  commands_.Run(QStringLiteral("ID_RetreiveData"));
+  EXPECT_EQ(runs, 1);
+}
+
+TEST_F(MainWindowTest, HeadingsOpenMenusAndDoNothingElse) {
+  for (const char* const id : kHeadings) {
+    ASSERT_NE(Command(id), nullptr) << id;
+    EXPECT_NE(Command(id)->menu(), nullptr) << id;
+    EXPECT_FALSE(commands_.Has(QLatin1String(id)));
+  }
+  EXPECT_THAT(Names(*window_.menuBar()),
+              ElementsAre("ID_File", "", "ID_Window", "ID_Help"));  // the second is View
+}
+
+TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
+  EXPECT_THAT(Names(*Command("ID_File")->menu()),
+              ElementsAre("ID_SendData", "ID_RetreiveData", "-", "ID_Exit"));
+  EXPECT_THAT(Names(*Command("ID_Window")->menu()),
+              ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",
+                          "ID_ViewSourcelevelControl", "ID_ViewQDVStatus", "-", "ID_Cascade",
+                          "ID_TileHorizontal", "ID_TileVertical", "ID_ArrangeIcons", "-"));
+  EXPECT_THAT(Names(*Command("ID_Help")->menu()), ElementsAre("ID_Contents", "-", "ID_About"));
+}
+
+TEST_F(MainWindowTest, ToolBarHoldsTheTwinsAndTheTransfersLast) {
+  auto* const tools = window_.findChild<QToolBar*>(QStringLiteral("SSActiveToolBars1"));
+  ASSERT_NE(tools, nullptr);
+  EXPECT_THAT(Names(*tools), ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",
+                                         "-", "ID_SourceLevelControl", "ID_QDVStatus", "-",
+                                         "ID_SendData", "ID_RetreiveData", "-", "ID_Contents"));
+}
+
+TEST_F(MainWindowTest, NoTwoCommandsShareAShortcut) {
+  std::set<QString> shortcuts;
+  for (const QAction* const action : window_.findChildren<QAction*>()) {
+    const QString shortcut = action->shortcut().toString();
+    if (shortcut.isEmpty()) continue;
+    EXPECT_TRUE(shortcuts.insert(shortcut).second) << shortcut.toStdString();
+  }
+  EXPECT_EQ(shortcuts.size(), 9U);
+}
+
+TEST_F(MainWindowTest, CommandsWithoutAnOperationAreGreyAndHeadingsAreNot) {
+  commands_.Set(QStringLiteral("ID_Exit"), [] {});
+  window_.UpdateCommands();
+  EXPECT_TRUE(Command("ID_Exit")->isEnabled());
+  EXPECT_FALSE(Command("ID_SendData")->isEnabled());
+  for (const char* const id : kHeadings) EXPECT_TRUE(Command(id)->isEnabled()) << id;
+}
+
+TEST_F(MainWindowTest, TimersHaveTheirNamesAndIntervals) {
+  const auto* const poll = window_.findChild<QTimer*>(QStringLiteral("tmrPoll"));
+  ASSERT_NE(poll, nullptr);
+  EXPECT_EQ(poll->interval(), 1000);
+  EXPECT_FALSE(poll->isSingleShot());
+  const auto* const decode = window_.findChild<QTimer*>(QStringLiteral("tmrDecodeTCP"));
+  ASSERT_NE(decode, nullptr);
+  EXPECT_EQ(decode->interval(), 5);
+  EXPECT_FALSE(decode->isSingleShot());
+}
+
+TEST_F(MainWindowTest, ReceivedBytesStartTheDecodeTimer) {
+  window_.DecodeTimer().stop();
+  window_.StartDecodeTimer();
+  EXPECT_TRUE(window_.DecodeTimer().isActive());
+}
+
+TEST_F(MainWindowTest, ClosingAsksTheProgram) {
+  window_.show();
+  bool may = false;
+  window_.SetCloseHandler([&may] { return may; });
+  EXPECT_FALSE(window_.close());
+  EXPECT_TRUE(window_.isVisible());
+  may = true;
+  EXPECT_TRUE(window_.close());
+}
+
+TEST_F(MainWindowTest, OpenWindowsAreListedNumberedAndTheActiveOneChecked) {
+  window_.resize(800, 600);
+  window_.show();
+  std::vector<QMdiSubWindow*> children;
+  for (const char* const title : {"One", "Two", "Closed"}) {
+    children.push_back(window_.Area().addSubWindow(new QWidget));
+    children.back()->setWindowTitle(QLatin1String(title));
+    children.back()->show();
+  }
+  children[2]->hide();
+  children[0]->showMinimized();
+  window_.Area().setActiveSubWindow(children[1]);
+
+  QMenu* const menu = Command("ID_Window")->menu();
+  const auto fixed = static_cast<qsizetype>(Names(*menu).size());
+  for (int shown = 0; shown < 2; ++shown) Q_EMIT menu->aboutToShow();
+  const QList<QAction*> listed = menu->actions().mid(fixed);
+  ASSERT_EQ(listed.size(), 2);
+  EXPECT_EQ(listed[0]->text(), QStringLiteral("&1 One"));
+  EXPECT_EQ(listed[1]->text(), QStringLiteral("&2 Two"));
+  EXPECT_FALSE(listed[0]->isChecked());
+  EXPECT_TRUE(listed[1]->isChecked());
+
+  listed[0]->trigger();
+  EXPECT_FALSE(children[0]->isMinimized());
+  EXPECT_EQ(window_.Area().activeSubWindow(), children[0]);
+}
+
+class StatusBarTest : public MainWindowTest {
+ protected:
+  QLabel* Panel(const char* name) {
+    return window_.findChild<QStatusBar*>(QStringLiteral("sbStatusBar"))
+        ->findChild<QLabel*>(QLatin1String(name));
+  }
+};
+
+TEST_F(StatusBarTest, LinkTextIsWholeHoweverNarrowTheWindow) {
+  window_.show();
+  window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
+  window_.Status().SetReadout(QString(200, QLatin1Char('x')));
+  window_.resize(window_.minimumSizeHint());
+  const QLabel* const link = Panel("sbStatusBar_1");
+  EXPECT_EQ(link->text(), QStringLiteral("Connected - COM 1  (57600, 8, N, 1)"));
+  EXPECT_GE(link->width(), link->sizeHint().width());
+}
+
+TEST_F(StatusBarTest, NotesStandBesideTheLinkText) {
+  window_.resize(800, 600);
+  window_.show();
+  window_.ShowLinkText("Not Connected - COM 1");
+  EXPECT_FALSE(Panel("aidNote")->isVisible());
+  window_.Status().ShowNote(QStringLiteral("Inhibits sent"));
+  EXPECT_TRUE(Panel("aidNote")->isVisible());
+  EXPECT_TRUE(Panel("sbStatusBar_1")->isVisible());
+  EXPECT_EQ(Panel("sbStatusBar_1")->text(), QStringLiteral("Not Connected - COM 1"));
+}
+
+TEST_F(StatusBarTest, ABlockingCodeIsNamedUntilItIsGone) {
+  window_.resize(800, 600);
+  window_.show();
+  EXPECT_FALSE(Panel("aidBlockedCode")->isVisible());
+  window_.ShowBlockedCode(0xE0);
+  EXPECT_TRUE(Panel("aidBlockedCode")->isVisible());
+  EXPECT_TRUE(Panel("aidBlockedCode")->text().contains(QStringLiteral("0xe0")));
+  window_.ShowBlockedCode(std::nullopt);
+  EXPECT_FALSE(Panel("aidBlockedCode")->isVisible());
+}
+
+}  // namespace
+}  // namespace app

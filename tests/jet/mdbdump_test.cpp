@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+//
+// The program mdbdump as its user sees it.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "db/jet/bytes.h"
+#include "tests/jet/jet_support.h"
+#include "tests/jet/json_compare.h"
+#include "tests/jet/run_program.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using test::ProgramResult;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+ProgramResult Mdbdump(const std::vector<std::string>& arguments) {
+  return test::RunProgram(TESK_MDBDUMP_PROGRAM, arguments);
+}
+
+class MdbdumpTest : public testing::Test {
+ protected:
+  // A file of its own with these bytes.
+  std::string Write(const std::vector<std::uint8_t>& bytes) {
+    test::WriteFile(path_, std::string(bytes.begin(), bytes.end()));
+    return path_.string();
+  }
+
+  const test::TemporaryFolder folder_;
+  const std::filesystem::path path_ = folder_ / "file.mdb";
+};
+
+TEST_F(MdbdumpTest, DumpsAFile) {
+  const ProgramResult result = Mdbdump({test::SamplePath("indexTestV1997").string()});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.errors, "");
+  EXPECT_THAT(test::Differences(test::ParseJson(result.output), test::GoldenDump("indexTestV1997")),
+              IsEmpty());
+}
+
+TEST_F(MdbdumpTest, DumpsAFileWithoutTables) {
+  const ProgramResult result = Mdbdump({test::SamplePath("adox_jet4").string()});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_THAT(test::Differences(test::ParseJson(result.output), test::GoldenDump("adox_jet4")),
+              IsEmpty());
+}
+
+TEST_F(MdbdumpTest, ChecksASoundFile) {
+  const std::string file = test::SamplePath("tesk_jet4").string();
+  const ProgramResult result = Mdbdump({"--check", file});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.output, file + ": 0 problems, 0 notes\n");
+  EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(MdbdumpTest, NotesAreNoProblems) {
+  const std::string file = test::SamplePath("delColTestV2000").string();
+  const ProgramResult result = Mdbdump({file, "--check"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.output,
+            "note: table \"Table1\", index \"id2\": the definition counts 1 different keys, there "
+            "are 2 (page 24)\n" +
+                file + ": 0 problems, 1 notes\n");
+}
+
+// The index of the table loses its entries.
+TEST_F(MdbdumpTest, ChecksADamagedFile) {
+  auto bytes = test::SampleBytes("indexTestV1997");
+  int emptied = 0;
+  for (std::size_t page = 3 * 2048; page < bytes.size() && emptied == 0; page += 2048) {
+    const bool isEmpty = jet::GetU16(&bytes[page + 2]) == 1800;
+    if (bytes[page] != 4 || jet::GetU32(&bytes[page + 4]) < 6 || isEmpty) continue;
+    std::fill_n(bytes.begin() + static_cast<long>(page) + 22, 226, 0);
+    ++emptied;
+  }
+  ASSERT_EQ(emptied, 1);
+  const std::string file = Write(bytes);
+  const ProgramResult check = Mdbdump({"--check", file});
+  EXPECT_EQ(check.exitCode, 1);
+  EXPECT_THAT(check.output, HasSubstr("\nproblem: "));
+  EXPECT_THAT(check.output, HasSubstr("(page "));
+  EXPECT_THAT(check.output, testing::Not(HasSubstr(": 0 problems")));
+  EXPECT_THAT(check.output, EndsWith(" notes\n"));
+  EXPECT_EQ(check.errors, "");
+  EXPECT_EQ(Mdbdump({file}).exitCode, 0) << "the records can still be read";
+  EXPECT_EQ(test::SampleBytes("indexTestV1997").size(), test::ReadFile(path_).size());
+}
+
+TEST_F(MdbdumpTest, DumpsWhatCanBeReadOfADamagedFile) {
+  auto bytes = test::SampleBytes("tesk_jet4");
+  bytes.resize(200 * 4096);  // records and memos are lost
+  const ProgramResult result = Mdbdump({Write(bytes)});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.errors, StartsWith("mdbdump: " + path_.string() + ": table \"Stations\": "));
+  const QJsonObject dump = test::ParseJson(result.output);
+  EXPECT_TRUE(dump[QLatin1String("tables")].toObject().contains(QLatin1String("DbInfo")));
+}
+
+TEST_F(MdbdumpTest, RefusesWhatIsNoDatabase) {
+  test::WriteFile(path_, "just text");
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{path_.string()}, {"--check", path_.string()}}) {
+    const ProgramResult result = Mdbdump(arguments);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors,
+              "mdbdump: " + path_.string() + ": The file is not a Jet database (page 0)\n");
+  }
+}
+
+TEST_F(MdbdumpTest, RefusesAFileThatIsNotThere) {
+  const std::string file = (folder_ / "none.mdb").string();
+  const ProgramResult result = Mdbdump({file});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(result.errors, "mdbdump: " + file + ": \"" + file +
+                               "\" cannot be opened: No such file or directory\n");
+}
+
+TEST_F(MdbdumpTest, RefusesAFolder) {
+  const ProgramResult result = Mdbdump({folder_.Path().string()});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_THAT(result.errors, EndsWith("is not a file\n"));
+}
+
+TEST_F(MdbdumpTest, ExplainsItself) {
+  const ProgramResult help = Mdbdump({"--help"});
+  EXPECT_EQ(help.exitCode, 0);
+  EXPECT_THAT(help.output, StartsWith("Usage: mdbdump [--check] FILE\n"));
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{}, {"--check"}, {"--what", "x.mdb"}, {"a.mdb", "b.mdb"}}) {
+    const ProgramResult result = Mdbdump(arguments);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, help.output);
+  }
+}
+
+}  // namespace
