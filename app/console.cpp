@@ -54,7 +54,14 @@ Console::Console(const QString& folder)
                               .reporter = boxes_}),
       viewMenu_(window_.ViewMenu(), views_, window_),
       decoder_(model_, files_, boxes_, views_),
-      link_(model_, port_, decoder_, window_) {
+      link_(model_, port_, decoder_, window_),
+      transfers_(window_, views_, {.model = model_, .tables = tables_, .poll = *this},
+                 {.model = model_,
+                  .decoder = decoder_,
+                  .port = port_,
+                  .poll = *this,
+                  .reporter = boxes_,
+                  .closeViews = {}}) {
   ConnectCommands();
   ConnectTimers();
 
@@ -64,6 +71,9 @@ Console::Console(const QString& folder)
   status.SetLegend(legend);
   connect(&views_, &OpenViews::ReadoutChanged, &status, &StatusBar::SetReadout);
   connect(&views_, &OpenViews::XmapLoaded, &status, &StatusBar::WantLegend);
+
+  connect(&views_, &OpenViews::UnsentChanged, &status, &StatusBar::SetUnsent);
+  connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
 
   window_.SetCloseHandler([this] { return ShutDown(); });
   connect(&termination_, &Termination::Requested, this, [this] {
@@ -108,6 +118,11 @@ void Console::ConnectCommands() {
   QMdiArea& area = window_.Area();
   commands_.Set(QStringLiteral("ID_Contents"), [this] { ShowContents(); });
   commands_.Set(QStringLiteral("ID_About"), [this] { ShowAbout(); });
+  commands_.Set(QStringLiteral("ID_SendData"), [this] {
+    model_.DownloadMode = 0;
+    transfers_.SendData();
+  });
+  commands_.Set(QStringLiteral("ID_RetreiveData"), [this] { transfers_.RetrieveData(); });
   commands_.Set(QStringLiteral("ID_Exit"), [this] { window_.close(); });
   commands_.Set(QStringLiteral("ID_XpointMap"), [this] { views_.ShowXmap(); });
   commands_.Set(QStringLiteral("ID_StationAlphas"), [this] { views_.ShowAlphas(); });
@@ -155,6 +170,7 @@ void Console::ShowContents() {
 // goes on, and closing tries again.
 bool Console::ShutDown() {
   if (ended_) return true;
+  transfers_.CancelNow();
   if (!window_.isMinimized()) placement_.Save(window_.Place());
   if (const model::Status status = files_.SaveAndClose(); !status.ok()) {
     boxes_.Show(Icon::Critical, "Database Error",

@@ -13,6 +13,7 @@
 #include "app/message_boxes.h"
 #include "app/open_views.h"
 #include "app/termination.h"
+#include "app/transfers.h"
 #include "app/view_menu.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
@@ -21,16 +22,16 @@
 #include "switcher/decoder.h"
 #include "switcher/link.h"
 #include "switcher/live_commands.h"
+#include "switcher/poll_switch.h"
 #include "switcher/qt_serial_port.h"
 #include "switcher/table_senders.h"
 #include "views/inhibit_sender.h"
 #include "views/placement.h"
-#include "views/poll_switch.h"
 
 namespace app {
 
 // The program: owns every part and connects them.  What a part does is written in the part.
-class Console : public QObject, private views::InhibitSender, private views::PollSwitch {
+class Console : public QObject, private views::InhibitSender, private switcher::PollSwitch {
   Q_OBJECT
 
  public:
@@ -71,6 +72,7 @@ class Console : public QObject, private views::InhibitSender, private views::Pol
   ViewMenu viewMenu_;
   switcher::Decoder decoder_;
   switcher::Link link_;
+  Transfers transfers_;
   Termination termination_;
   QPointer<HelpWindow> help_;
   bool terminating_ = false;

@@ -58,6 +58,17 @@ void OpenViews::ShowButtons() {
   });
 }
 
+void OpenViews::ShowAllInPlace() {
+  ShowButtons();
+  ShowAlphas();
+  ShowXmap();
+  for (const QString& name : {kButtons, kAlphas, kXmap}) {
+    QMdiSubWindow* const window = Find(name);
+    if (window->isMaximized()) window->showNormal();
+    qobject_cast<views::MainView*>(window->widget())->RestorePlacement();
+  }
+}
+
 views::MainView* OpenViews::LoadXmap() {
   auto* const view = new views::XmapView(services_);
   connect(view, &views::XmapView::ReadoutChanged, this, &OpenViews::ReadoutChanged);
@@ -77,6 +88,7 @@ views::MainView* OpenViews::LoadXmap() {
 void OpenViews::SetInhibitsUnsent(bool unsent) {
   inhibitsUnsent_ = unsent;
   if (views::XmapView* const xmap = Xmap()) xmap->SetInhibitsUnsent(unsent);
+  Q_EMIT UnsentChanged(unsent ? tr("inhibits") : QString());
 }
 
 views::XmapView* OpenViews::Xmap() const {

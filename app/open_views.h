@@ -29,11 +29,18 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void ShowAlphas();
   void ShowButtons();
 
+  // Shows the three main views, each in the place that the settings say, also where it was open
+  // in another.
+  void ShowAllInPlace();
+
   // Whether a view of that name is loaded, compared without regard to case.
   bool IsOpen(const QString& name) const { return Find(name) != nullptr; }
 
   // The crosspoint map; null when it is not open.
   views::XmapView* Xmap() const;
+
+  // Whether the inhibits were edited in this run and not sent since.
+  void SetInhibitsUnsent(bool unsent);
 
   // Unloads all views; each keeps its place.
   void CloseAll();
@@ -52,6 +59,8 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void ReadoutChanged(const QString& text);
   // The map was loaded or unloaded.
   void XmapLoaded(bool loaded);
+  // The names of the tables edited in this run and not sent since; empty for none.
+  void UnsentChanged(const QString& tables);
   // The QDV status tool of a view.
   void QdvStatusRequested();
 
@@ -59,7 +68,6 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   QMdiSubWindow* Find(const QString& name) const;
   void Show(const QString& name, const std::function<views::MainView*()>& load);
   views::MainView* LoadXmap();
-  void SetInhibitsUnsent(bool unsent);
 
   QMdiArea& area_;
   const views::XmapServices services_;

@@ -28,13 +28,15 @@ StatusBar::StatusBar(QWidget* parent)
       link_(new QLabel(this)),
       blocked_(new QLabel(this)),
       readout_(new ElidedLabel(this)),
+      unsent_(new ElidedLabel(this)),
       note_(new ElidedLabel(this)) {
   setObjectName(QStringLiteral("sbStatusBar"));
   link_->setObjectName(QStringLiteral("sbStatusBar_1"));
   blocked_->setObjectName(QStringLiteral("aidBlockedCode"));
   readout_->setObjectName(QStringLiteral("aidReadout"));
+  unsent_->setObjectName(QStringLiteral("aidUnsent"));
   note_->setObjectName(QStringLiteral("aidNote"));
-  for (QLabel* const label : {link_, blocked_, readout_, note_}) {
+  for (QLabel* const label : {link_, blocked_, readout_, unsent_, note_}) {
     label->setTextFormat(Qt::PlainText);
     label->setContentsMargins(6, 0, 6, 0);
   }
@@ -44,8 +46,10 @@ StatusBar::StatusBar(QWidget* parent)
   addWidget(link_);
   addWidget(blocked_);
   addWidget(readout_, 1);
+  addWidget(unsent_);
   addWidget(note_);
   blocked_->hide();
+  unsent_->hide();
   note_->hide();
 
   noteTime_.setSingleShot(true);
@@ -75,7 +79,8 @@ void StatusBar::WantLegend(bool wanted) {
 void StatusBar::UpdateLegend() {
   if (legend_ == nullptr) return;
   const int readout = kReadoutCharacters * fontMetrics().averageCharWidth();
-  const int needed = link_->sizeHint().width() + legend_->sizeHint().width() + readout;
+  int needed = link_->sizeHint().width() + legend_->sizeHint().width() + readout;
+  if (!unsent_->isHidden()) needed += unsent_->sizeHint().width();
   legend_->setVisible(legendWanted_ && width() >= needed);
 }
 
@@ -93,6 +98,13 @@ void StatusBar::ShowNote(const QString& text) {
   note_->setText(text);
   note_->show();
   noteTime_.start();
+}
+
+void StatusBar::SetUnsent(const QString& tables) {
+  unsent_->setText(tr("Unsent: %1").arg(tables));
+  unsent_->setToolTip(tr("Edited here, and not sent to the switcher since"));
+  unsent_->setVisible(!tables.isEmpty());
+  UpdateLegend();
 }
 
 void StatusBar::SetBlockedCode(std::optional<std::uint8_t> code) {

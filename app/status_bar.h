@@ -27,6 +27,9 @@ class StatusBar : public QStatusBar {
   // A note that goes away by itself after five seconds.
   void ShowNote(const QString& text);
 
+  // Names the tables that were edited and not sent; empty for none.
+  void SetUnsent(const QString& tables);
+
   // Says that an unknown message code holds up all decoding; nothing takes it away.
   void SetBlockedCode(std::optional<std::uint8_t> code);
 
@@ -44,6 +47,7 @@ class StatusBar : public QStatusBar {
   QLabel* link_;
   QLabel* blocked_;
   QLabel* readout_;
+  QLabel* unsent_;
   QLabel* note_;
   QWidget* legend_ = nullptr;
   bool legendWanted_ = false;

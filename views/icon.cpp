@@ -41,10 +41,13 @@ class DrawingEngine : public QIconEngine {
 
   // `size` is in device pixels.
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
+    const bool selected = mode == QIcon::Selected;
     const QColor ink = QGuiApplication::palette().color(
-        mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
-    const QString key = QStringLiteral("tesk-icon/%1/%2/%3/%4x%5")
+        mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active,
+        selected ? QPalette::HighlightedText : QPalette::ButtonText);
+    const QString key = QStringLiteral("tesk-icon/%1/%2/%3/%4/%5x%6")
                             .arg(name_, badge_, ink.name(QColor::HexArgb))
+                            .arg(mode)
                             .arg(size.width())
                             .arg(size.height());
     QPixmap pixmap;
@@ -55,6 +58,11 @@ class DrawingEngine : public QIconEngine {
     if (mode == QIcon::Disabled) painter.setOpacity(0.6);  // accents do not follow the palette
     Render(drawing_, ink, painter);
     if (!badgeDrawing_.isEmpty()) Render(badgeDrawing_, ink, painter);
+    if (selected) {
+      // The accents would drown in the highlight.
+      painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+      painter.fillRect(pixmap.rect(), ink);
+    }
     painter.end();
     QPixmapCache::insert(key, pixmap);
     return pixmap;
@@ -72,7 +80,9 @@ class DrawingEngine : public QIconEngine {
  private:
   static void Render(QByteArray drawing, const QColor& ink, QPainter& painter) {
     drawing.replace("currentColor", ink.name().toLatin1());
-    QSvgRenderer(drawing).render(&painter);
+    QSvgRenderer renderer(drawing);
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    renderer.render(&painter);
   }
 
   const QString name_;

@@ -416,7 +416,7 @@ void XmapView::RefreshMap() { services_.model.XmapComplete = false; }
 void XmapView::SendInhibits() {
   bool sent = false;
   {
-    const PollPause pause(services_.poll);
+    const switcher::PollPause pause(services_.poll);
     sent = services_.inhibits.SendInhibits(model::kAll);
   }
   if (sent) Q_EMIT InhibitsSent();

@@ -12,10 +12,10 @@
 #include "model/status.h"
 #include "model/system_model.h"
 #include "switcher/live_commands.h"
+#include "switcher/poll_switch.h"
 #include "views/inhibit_sender.h"
 #include "views/main_view.h"
 #include "views/pending_crosspoints.h"
-#include "views/poll_switch.h"
 #include "views/rules/xmap_grid.h"
 #include "views/xmap_model.h"
 
@@ -33,7 +33,7 @@ struct XmapServices {
   std::function<jet::RecordSet*()> stations;  // null while the database is not open
   switcher::LiveCommands& commands;
   InhibitSender& inhibits;
-  PollSwitch& poll;
+  switcher::PollSwitch& poll;
   config::WindowSettings& settings;
   model::ErrorReporter& reporter;
 };

@@ -22,8 +22,8 @@ namespace {
 using testing::IsEmpty;
 
 class OpenMapTest : public testing::Test,
-                      private views::InhibitSender,
-                      private views::PollSwitch {
+                    private views::InhibitSender,
+                    private switcher::PollSwitch {
  protected:
   OpenMapTest() {
     model_.ApplyFixedValues();

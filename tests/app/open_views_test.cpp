@@ -16,7 +16,7 @@ namespace {
 
 class OpenViewsTest : public testing::Test,
                       private views::InhibitSender,
-                      private views::PollSwitch {
+                      private switcher::PollSwitch {
  protected:
   OpenViewsTest() {
     QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),

@@ -127,6 +127,27 @@ void ConsoleProcess::Keys(const char* object, const char* sequence) {
   Ask(request);
 }
 
+void ConsoleProcess::Click(const char* object) { Ask(Request("click", object)); }
+
+bool ConsoleProcess::IsShown(const char* object) {
+  return Ask(Request("find", object))
+      .value(QLatin1String("value"))
+      .toObject()
+      .value(QLatin1String("visible"))
+      .toBool();
+}
+
+std::vector<std::string> ConsoleProcess::Rows(const char* list) {
+  std::vector<std::string> rows;
+  const QJsonArray all = Ask(Request("rows", list)).value(QLatin1String("value")).toArray();
+  for (const QJsonValue& row : all) {
+    QStringList cells;
+    for (const QJsonValue& cell : row.toArray()) cells.append(cell.toString());
+    rows.push_back(cells.join(QLatin1Char('|')).toStdString());
+  }
+  return rows;
+}
+
 void ConsoleProcess::CloseWindow(const char* object) { Ask(Request("close", object)); }
 
 std::vector<Box> ConsoleProcess::Boxes() {

@@ -73,7 +73,13 @@ class ConsoleProcess {
   void Use(const char* tool, int output, int input);
   void Trigger(const char* action, const char* window = "frmMain");
   void Keys(const char* object, const char* sequence);
+  void Click(const char* object);
   void CloseWindow(const char* object);
+
+  // Whether a widget of that name is there and shows.
+  bool IsShown(const char* object);
+  // The rows of a list, their cells separated by "|".
+  std::vector<std::string> Rows(const char* list);
 
   std::vector<Box> Boxes();
   void CloseBox();

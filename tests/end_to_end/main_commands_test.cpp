@@ -116,9 +116,12 @@ TEST_F(CommandsTest, TheThreeViewsHaveTheirNamesCaptionsAndFirstPlaces) {
 TEST_F(CommandsTest, WhatComesLaterIsThereAndGrey) {
   ConsoleProcess console(folder_);
   ASSERT_TRUE(console.IsUp());
-  for (const char* const id : {"ID_SendData", "ID_RetreiveData", "ID_SourceLevelControl",
-                               "ID_ViewSourcelevelControl", "ID_QDVStatus", "ID_ViewQDVStatus"}) {
+  for (const char* const id : {"ID_SourceLevelControl", "ID_ViewSourcelevelControl",
+                               "ID_QDVStatus", "ID_ViewQDVStatus"}) {
     EXPECT_EQ(console.Property(id, "enabled"), QJsonValue(false)) << id;
+  }
+  for (const char* const id : {"ID_SendData", "ID_RetreiveData"}) {
+    EXPECT_EQ(console.Property(id, "enabled"), QJsonValue(true)) << id;
   }
 }
 

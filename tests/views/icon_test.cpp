@@ -130,6 +130,20 @@ TEST(Icon, DisabledIconIsFainter) {
             icon.pixmap(QSize(16, 16), 1.0).toImage());
 }
 
+TEST(Icon, ASelectedIconIsAllInTheInkOfSelections) {
+  const QImage image =
+      Icon(QStringLiteral("msg-ok")).pixmap(QSize(32, 32), 1.0, QIcon::Selected).toImage();
+  const QColor ink = QApplication::palette().color(QPalette::HighlightedText);
+  EXPECT_GT(CountPixels(image, ink), 60);
+  EXPECT_EQ(CountPixels(image, QColor(0x23, 0x9A, 0x48)), 0);
+}
+
+TEST(Icon, ItIsNotStretchedToASizeThatIsNotSquare) {
+  const QImage square = Icon(QStringLiteral("msg-ok")).pixmap(QSize(16, 16), 1.0).toImage();
+  const QImage wide = Icon(QStringLiteral("msg-ok")).pixmap(QSize(26, 16), 1.0).toImage();
+  EXPECT_EQ(wide.copy(5, 0, 16, 16), square);
+}
+
 TEST(Icon, BadgeIsLaidOver) {
   const QIcon plain = Icon(QStringLiteral("send-inhibits"));
   const QIcon badged = Icon(QStringLiteral("send-inhibits"), QStringLiteral("unsent-badge"));

@@ -19,16 +19,16 @@
 #include "db/jet/database.h"
 #include "model/system_model.h"
 #include "switcher/live_commands.h"
+#include "switcher/poll_switch.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
 #include "views/inhibit_sender.h"
-#include "views/poll_switch.h"
 #include "views/xmap_view.h"
 
 namespace test {
 
 // Settings, database, line and main window around one crosspoint map, without hardware.
-class XmapConsole : private views::InhibitSender, private views::PollSwitch {
+class XmapConsole : private views::InhibitSender, private switcher::PollSwitch {
  public:
   // A database with records for `channels` channels (at least 128 of them), the default labels
   // and no inhibits; settings of its own, which are empty.

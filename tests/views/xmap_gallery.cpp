@@ -13,6 +13,7 @@
 #include <QTest>
 #include <QToolTip>
 
+#include "tests/views/gallery_themes.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/xmap_console.h"
 #include "views/icon.h"
@@ -23,34 +24,6 @@ namespace {
 
 QString folder;
 QString theme;
-
-QPalette DarkPalette() {
-  QPalette palette(QColor(0x35, 0x35, 0x35));
-  palette.setColor(QPalette::Window, QColor(0x2D, 0x2D, 0x2D));
-  palette.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
-  palette.setColor(QPalette::AlternateBase, QColor(0x2D, 0x2D, 0x2D));
-  palette.setColor(QPalette::Text, QColor(0xEE, 0xEE, 0xEE));
-  palette.setColor(QPalette::WindowText, QColor(0xEE, 0xEE, 0xEE));
-  palette.setColor(QPalette::ButtonText, QColor(0xEE, 0xEE, 0xEE));
-  palette.setColor(QPalette::Highlight, QColor(0x2A, 0x82, 0xDA));
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::ToolTipBase, QColor(0x3A, 0x3A, 0x2C));
-  palette.setColor(QPalette::ToolTipText, QColor(0xEE, 0xEE, 0xEE));
-  return palette;
-}
-
-QPalette ContrastPalette() {
-  QPalette palette(Qt::black);
-  palette.setColor(QPalette::Base, Qt::black);
-  palette.setColor(QPalette::Text, Qt::white);
-  palette.setColor(QPalette::WindowText, Qt::white);
-  palette.setColor(QPalette::ButtonText, Qt::yellow);
-  palette.setColor(QPalette::Highlight, QColor(0x00, 0xFF, 0xFF));
-  palette.setColor(QPalette::HighlightedText, Qt::black);
-  palette.setColor(QPalette::ToolTipBase, Qt::black);
-  palette.setColor(QPalette::ToolTipText, Qt::white);
-  return palette;
-}
 
 void Save(QWidget& widget, const QString& name) {
   QCoreApplication::sendPostedEvents();
@@ -189,9 +162,7 @@ int main(int argc, char** argv) {
   if (arguments.size() < 2) qFatal("usage: xmap_gallery FOLDER [light|dark|contrast]");
   folder = arguments[1];
   theme = arguments.value(2, QStringLiteral("light"));
-  if (theme == QLatin1String("dark")) QApplication::setPalette(DarkPalette());
-  if (theme == QLatin1String("contrast")) QApplication::setPalette(ContrastPalette());
-  QToolTip::setPalette(QApplication::palette());
+  test::ApplyTheme(theme);
   QDir().mkpath(folder);
   DrawIcons();
   DrawTip();

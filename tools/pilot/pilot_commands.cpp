@@ -2,6 +2,7 @@
 
 #include "tools/pilot/pilot_commands.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QColor>
@@ -182,6 +183,21 @@ QJsonObject Grab(QObject* object, const QJsonObject& request) {
   return Answer();
 }
 
+QJsonObject Rows(QObject* object, const QJsonObject& /*request*/) {
+  const auto* const view = qobject_cast<QAbstractItemView*>(object);
+  if (view == nullptr) return Error(QStringLiteral("not a list"));
+  const QAbstractItemModel& model = *view->model();
+  QJsonArray rows;
+  for (int row = 0; row < model.rowCount(); ++row) {
+    QJsonArray cells;
+    for (int column = 0; column < model.columnCount(); ++column) {
+      cells.append(model.index(row, column).data().toString());
+    }
+    rows.append(cells);
+  }
+  return Answer(rows);
+}
+
 QJsonObject Names(QObject* object, const QJsonObject& /*request*/) {
   QJsonArray names;
   for (const auto* const widget : object->findChildren<QWidget*>()) {
@@ -237,7 +253,7 @@ const std::map<QString, ObjectCommand>& ObjectCommands() {
       {QStringLiteral("set"), Set},          {QStringLiteral("invoke"), Invoke},
       {QStringLiteral("trigger"), Trigger},  {QStringLiteral("click"), Click},
       {QStringLiteral("close"), Close},      {QStringLiteral("grab"), Grab},
-      {QStringLiteral("names"), Names},
+      {QStringLiteral("names"), Names},      {QStringLiteral("rows"), Rows},
   };
   return commands;
 }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef VIEWS_POLL_SWITCH_H_
-#define VIEWS_POLL_SWITCH_H_
+#ifndef SWITCHER_POLL_SWITCH_H_
+#define SWITCHER_POLL_SWITCH_H_
 
-namespace views {
+namespace switcher {
 
-// The main window's poll timer, as far as a view may touch it.
+// The main window's poll timer, as far as a transmission may touch it.
 class PollSwitch {
  public:
   virtual ~PollSwitch() = default;
@@ -25,6 +25,6 @@ class PollPause {
   PollSwitch& poll_;
 };
 
-}  // namespace views
+}  // namespace switcher
 
-#endif  // VIEWS_POLL_SWITCH_H_
+#endif  // SWITCHER_POLL_SWITCH_H_

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/transfers.h"
+
+namespace app {
+
+namespace {
+
+// A window that was closed is hidden until it is deleted.
+bool IsShown(const QDialog* dialog) { return dialog != nullptr && dialog->isVisible(); }
+
+}  // namespace
+
+Transfers::Transfers(QWidget& window, OpenViews& views, const views::DownloadServices& download,
+                     const views::RetrievalServices& retrieval)
+    : window_(window), views_(views), downloadServices_(download), retrievalServices_(retrieval) {
+  retrievalServices_.closeViews = [&views] { views.CloseAll(); };
+}
+
+Transfers::~Transfers() {
+  // Before what they work with goes.
+  delete download_;
+  delete retrieval_;
+}
+
+void Transfers::SendData() {
+  if (IsShown(download_) || IsShown(retrieval_)) return;
+  download_ = new views::DownloadWindow(downloadServices_, &window_);
+  download_->setAttribute(Qt::WA_DeleteOnClose);
+  connect(download_, &views::DownloadWindow::Cancelled, this, [this](const QString& notSent) {
+    Q_EMIT NoteRequested(tr("Cancelled. Stages not sent: %1").arg(notSent));
+  });
+  connect(download_, &views::DownloadWindow::Sent, &views_, [this](const QString& table) {
+    if (table == QLatin1String("Inhibits")) views_.SetInhibitsUnsent(false);
+  });
+  download_->open();
+}
+
+void Transfers::RetrieveData() {
+  if (IsShown(download_) || IsShown(retrieval_)) return;
+  retrieval_ = new views::RetrievalWindow(retrievalServices_, &window_);
+  retrieval_->setAttribute(Qt::WA_DeleteOnClose);
+  connect(retrieval_, &QDialog::finished, &views_, &OpenViews::ShowAllInPlace);
+  // What was edited here is overwritten by what the switcher holds.
+  connect(retrieval_, &views::RetrievalWindow::Retrieved, &views_,
+          [this] { views_.SetInhibitsUnsent(false); });
+  retrieval_->open();
+}
+
+void Transfers::CancelNow() {
+  if (IsShown(download_)) download_->CancelNow();
+  if (IsShown(retrieval_)) retrieval_->CancelNow();
+}
+
+}  // namespace app

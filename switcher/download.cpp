@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/download.h"
+
+#include <optional>
+#include <span>
+
+namespace switcher {
+
+namespace {
+
+constexpr std::string_view kConfirmEverything =
+    "Preparing to Transmit System Information to the Switcher. This information Includes Alpha "
+    "Labels, Button and Relay Programming and Crosspoint Inhibits. Click 'Ok' to continue and "
+    "reprogram the existing System Information, or select 'Cancel' to abort.";
+constexpr std::string_view kConfirmButtons =
+    "Preparing to Transmit Button Programming Information to the Switcher. Click 'Ok' to "
+    "continue and reprogram the existing System Button Information, or select 'Cancel' to abort.";
+
+// The bar moves at every call behind so many.
+constexpr int kCallsBetweenSteps = 10;
+constexpr int kBytesPerStep = 10;
+
+}  // namespace
+
+Download::Download(model::SystemModel& model, TableSenders& tables, PollSwitch& poll,
+                   DownloadDisplay& display)
+    : model_(model),
+      tables_(tables),
+      poll_(poll),
+      display_(display),
+      buttonsOnly_(model.DownloadMode != 0) {}
+
+Download::~Download() {
+  if (state_ != State::Confirming && state_ != State::Ended) tables_.SetProgress(nullptr);
+}
+
+std::string_view Download::Confirmation() const {
+  return buttonsOnly_ ? kConfirmButtons : kConfirmEverything;
+}
+
+void Download::Go() {
+  if (state_ != State::Confirming) return;
+  const int total = EstimateDownloadBytes(model_);
+  maximum_ = total / kBytesPerStep;
+  display_.ShowProgressBar(maximum_);
+  display_.ShowCaption("System Download Progress (" + std::to_string(total) + " Total Bytes)");
+  display_.ShowStatus("Download Status");
+  stages_ = PlanDownload(model_, tables_);
+  running_ = true;
+  state_ = State::Delaying;
+  display_.StartDelayTimer();
+}
+
+void Download::Cancel() {
+  if (state_ == State::Confirming) {
+    state_ = State::Ended;
+    display_.Close({});
+  } else if (running_) {
+    running_ = false;
+    display_.ShowCancelling();
+  }
+}
+
+void Download::CancelNow() {
+  Cancel();
+  if (state_ == State::Ended) return;
+  if (state_ == State::Sending) {
+    while (SendMessage()) continue;
+    ++current_;
+  }
+  End();
+}
+
+void Download::DelayTick() {
+  if (state_ != State::Delaying) return;
+  poll_.SetPolling(false);
+  tables_.SetProgress(this);
+  Proceed();
+}
+
+// To the stage that comes next, or to the end of the download.
+void Download::Proceed() {
+  if (!running_ || current_ == stages_.size()) {
+    End();
+    return;
+  }
+  state_ = State::BeforeStage;
+  display_.RequestTurn();
+}
+
+bool Download::SendMessage() {
+  std::optional<Transmission>& table = stages_[current_].table;
+  return table && table->Step();
+}
+
+void Download::SendNext() {
+  if (state_ == State::BeforeStage) {
+    if (!running_) {
+      End();
+      return;
+    }
+    state_ = State::Sending;
+    display_.ShowStatus("Download Status (" + stages_[current_].name + ")");
+  }
+  if (state_ != State::Sending) return;
+  if (SendMessage()) {
+    display_.RequestTurn();
+  } else {
+    EndStage();
+  }
+}
+
+void Download::EndStage() {
+  const DownloadStage& stage = stages_[current_];
+  if (stage.table && !stage.table->Failed()) display_.TableSent(stage.name);
+  const bool pauses = stage.pauses && model_.DownloadInterval > 0;
+  ++current_;
+  if (pauses) {
+    state_ = State::Pausing;
+    display_.StartSpacingTimer();
+  } else {
+    Proceed();
+  }
+}
+
+void Download::SpacingTick() {
+  if (state_ == State::Pausing) Proceed();
+}
+
+void Download::UpdateStatus() {
+  if (calls_ < kCallsBetweenSteps) {
+    ++calls_;
+    return;
+  }
+  calls_ = 0;
+  if (position_ == maximum_) return;
+  ++position_;
+  display_.ShowPosition(position_);
+}
+
+void Download::End() {
+  const bool cancelled = !running_;
+  running_ = false;
+  // Also when it was cancelled before the first tick: the poll is on then and stays so.
+  state_ = State::Ended;
+  tables_.SetProgress(nullptr);
+  poll_.SetPolling(true);
+  display_.Close(cancelled ? NameTables(std::span(stages_).subspan(current_)) : std::string());
+}
+
+}  // namespace switcher

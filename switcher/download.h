@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef SWITCHER_DOWNLOAD_H_
+#define SWITCHER_DOWNLOAD_H_
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/system_model.h"
+#include "switcher/download_plan.h"
+#include "switcher/poll_switch.h"
+#include "switcher/send_progress.h"
+#include "switcher/table_senders.h"
+
+namespace switcher {
+
+// What a download shows, and its timers; the download window implements it.
+class DownloadDisplay {
+ public:
+  virtual ~DownloadDisplay() = default;
+
+  // Shows the progress bar, at 0, and the status line in place of the explanation.
+  virtual void ShowProgressBar(int maximum) = 0;
+
+  virtual void ShowCaption(std::string_view caption) = 0;
+
+  // These two are called while a message is written: what they show must be seen at once,
+  // without the event loop.
+  virtual void ShowStatus(std::string_view status) = 0;
+  virtual void ShowPosition(int position) = 0;
+
+  // The operator's cancelling was taken note of; the running stage is still sent.
+  virtual void ShowCancelling() = 0;
+
+  // DelayTick() is to come once, Download::kDelayMilliseconds from now.
+  virtual void StartDelayTimer() = 0;
+
+  // SpacingTick() is to come once, after DownloadInterval.
+  virtual void StartSpacingTimer() = 0;
+
+  // SendNext() is to come once, from the next turn of the event loop.
+  virtual void RequestTurn() = 0;
+
+  // A table has been sent without a failure.  The name is that of its status line.
+  virtual void TableSent(std::string_view name) = 0;
+
+  // `notSent` names the tables that a cancelled download left out; empty when there are none.
+  virtual void Close(std::string_view notSent) = 0;
+};
+
+// Sends the whole configuration to the switcher, or in its other mode the button programming of
+// all stations, table after table with pauses between them.
+//
+// Every event is a function; the timers belong to the window.  It goes back to the event loop
+// between any two messages and never inside one.
+class Download : private SendProgress {
+ public:
+  static constexpr int kDelayMilliseconds = 10;
+
+  // All must outlive the object.  The mode is the model's DownloadMode as it is now.
+  Download(model::SystemModel& model, TableSenders& tables, PollSwitch& poll,
+           DownloadDisplay& display);
+  ~Download() override;
+  Download(const Download&) = delete;
+  Download& operator=(const Download&) = delete;
+
+  // What the window says before anything happens.
+  std::string_view Confirmation() const;
+
+  // The operator said OK.  Does nothing the second time.
+  void Go();
+
+  // Before Go(), closes the window.  Afterwards the stage that is being sent is sent to its
+  // end, the others are skipped and the window closes; a second cancel adds nothing.
+  void Cancel();
+
+  // Like Cancel(), for a program that is about to end: what is left of the running stage is
+  // sent before it returns, and nothing is left to the timers.
+  void CancelNow();
+
+  void DelayTick();
+  void SpacingTick();
+  void SendNext();
+
+ private:
+  enum class State { Confirming, Delaying, BeforeStage, Sending, Pausing, Ended };
+
+  void UpdateStatus() override;
+  bool SendMessage();
+  void Proceed();
+  void EndStage();
+  void End();
+
+  model::SystemModel& model_;
+  TableSenders& tables_;
+  PollSwitch& poll_;
+  DownloadDisplay& display_;
+  const bool buttonsOnly_;
+  State state_ = State::Confirming;
+  bool running_ = false;  // from OK until the end or Cancel
+  std::vector<DownloadStage> stages_;
+  std::size_t current_ = 0;  // the stage that is sent or comes next
+  int calls_ = 0;            // progress calls since the bar last moved
+  int position_ = 0;
+  int maximum_ = 0;
+};
+
+}  // namespace switcher
+
+#endif  // SWITCHER_DOWNLOAD_H_

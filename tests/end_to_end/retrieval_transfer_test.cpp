@@ -1,0 +1,333 @@
+// SPDX-License-Identifier: MIT
+//
+// The whole configuration on its way back from the switcher: the real console on the real
+// simulator.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/end_to_end/console_process.h"
+#include "tests/end_to_end/system_database.h"
+#include "tests/support/simulator_process.h"
+
+namespace test {
+namespace {
+
+using testing::Contains;
+using testing::Each;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+using namespace std::chrono_literals;
+
+constexpr char kConnected[] = "Connected - COM 1  (57600, 8, N, 1)";
+
+class RetrievalTransferTest : public testing::TestWithParam<int> {
+ protected:
+  void SetUp() override { folder_.WriteSettings(line_); }
+
+  // A switcher that holds pattern 2 and a console whose database holds pattern 1, both of so
+  // many channels.
+  void StartBoth(int channels, std::vector<std::string> options) {
+    CreateSystem(database_, channels, 1);
+    CreateSystem(held_, channels, 2);
+    options.insert(options.end(), {"--database", held_.string(), "--log", "--link", line_});
+    simulator_ = std::make_unique<SimulatorProcess>(options);
+    StartConsole();
+  }
+
+  void StartConsole() {
+    console_ = std::make_unique<ConsoleProcess>(folder_);
+    ASSERT_TRUE(console_->IsUp());
+    ASSERT_TRUE(simulator_->WaitForLine("rx poll tally", 60s));
+  }
+
+  std::string Caption() {
+    return console_->Property("frmSysInfo", "windowTitle").toString().toStdString();
+  }
+
+  void OpenRetrieval() {
+    console_->Trigger("ID_RetreiveData");
+    ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("frmSysInfo"); }));
+  }
+
+  void BeginRetrieval() {
+    OpenRetrieval();
+    console_->Click("cmdOkSysInf");
+  }
+
+  bool WaitForCompletion() {
+    return ConsoleProcess::WaitFor(
+        [this] { return Caption().starts_with("Retrieval Completed ("); }, 120s);
+  }
+
+  std::vector<std::string> History() { return console_->Rows("lstMsgHistory"); }
+
+  bool WaitForRow(const std::string& row) {
+    return ConsoleProcess::WaitFor(
+        [&] {
+          const auto rows = History();
+          return std::find(rows.begin(), rows.end(), row) != rows.end();
+        },
+        60s);
+  }
+
+  void CloseRetrieval() {
+    console_->Click("cmdCancelSysInf");
+    ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return !console_->IsShown("frmSysInfo"); }));
+  }
+
+  int argc_ = 0;
+  QCoreApplication application_{argc_, nullptr};
+  ConsoleFolder folder_;
+  std::filesystem::path database_ = folder_ / "Tesk.mdb";
+  std::filesystem::path held_ = folder_.Home() / "Held.mdb";
+  std::string line_ = folder_ / "line";
+  std::unique_ptr<SimulatorProcess> simulator_;
+  std::unique_ptr<ConsoleProcess> console_;
+};
+
+TEST_P(RetrievalTransferTest, TheDatabaseThenHoldsTheSwitchersTables) {
+  const int channels = GetParam();
+  StartBoth(channels, {"--baud", "0"});
+  const std::vector<std::string> held = ReadTables(held_, channels);
+  ASSERT_NE(ReadTables(database_, channels), held);
+  BeginRetrieval();
+  ASSERT_TRUE(WaitForCompletion());
+  // Answers to the last polls may have been on their way.
+  auto rows = History();
+  std::erase_if(rows, [](const std::string& row) {
+    return row.find(" Crosspoint Map|") != std::string::npos || row.starts_with("QDV ") ||
+           row.starts_with("DCA ");
+  });
+  // Two labels, two rows for each output, the optos, the stations.
+  EXPECT_EQ(rows.size(), static_cast<std::size_t>(2 + 2 * channels + 1 + channels));
+  EXPECT_THAT(rows, Each(EndsWith(" Bytes|OK")));
+  EXPECT_THAT(rows.back(), StartsWith("Station " + std::to_string(channels) + " Button Data|"));
+  CloseRetrieval();
+  EXPECT_THAT(console_->Boxes(), IsEmpty());
+  EXPECT_EQ(console_->Terminate(), 0);
+  EXPECT_EQ(ReadTables(database_, channels), held);
+}
+
+INSTANTIATE_TEST_SUITE_P(Channels, RetrievalTransferTest, testing::Values(16, 64, 128, 256));
+
+// The rest needs no particular size.
+using RetrievalTest = RetrievalTransferTest;
+
+TEST_F(RetrievalTest, TheViewsCloseAndComeBackInTheirPlacesWithWhatIsNew) {
+  StartBoth(16, {"--baud", "0"});
+  simulator_->Command("label out 1 NEWS 1");
+  simulator_->Command("inhibits 3 5 6");
+  const QJsonValue place = console_->Property("frmXmap", "size");
+  OpenRetrieval();
+  EXPECT_TRUE(console_->IsShown("frmXmap"));
+  console_->Click("cmdOkSysInf");
+  EXPECT_FALSE(console_->IsShown("frmXmap"));
+  EXPECT_FALSE(console_->IsShown("frmAlphas"));
+  EXPECT_FALSE(console_->IsShown("frmButtons"));
+  ASSERT_TRUE(WaitForCompletion());
+  EXPECT_FALSE(console_->IsShown("frmXmap"));
+  CloseRetrieval();
+  EXPECT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("frmXmap"); }));
+  EXPECT_TRUE(console_->IsShown("frmAlphas"));
+  EXPECT_TRUE(console_->IsShown("frmButtons"));
+  EXPECT_EQ(console_->Property("frmXmap", "size"), place);
+  EXPECT_EQ(console_->CellText(2, 0), "NEWS 1");
+  EXPECT_EQ(console_->Mark(3, 4), 0);
+  EXPECT_EQ(console_->Mark(3, 5), 2);
+  EXPECT_EQ(console_->Mark(3, 6), 2);
+  EXPECT_TRUE(simulator_->WaitForLine("rx poll keep-alive"));
+}
+
+TEST_F(RetrievalTest, ARestartKeepsEverything) {
+  StartBoth(64, {"--baud", "0"});
+  simulator_->Command("label out 7 {WINGS");
+  BeginRetrieval();
+  ASSERT_TRUE(WaitForCompletion());
+  CloseRetrieval();
+  EXPECT_EQ(console_->Terminate(), 0);
+  EXPECT_EQ(ReadField(database_, 7, "Hidden"), "1");
+  EXPECT_EQ(ReadField(database_, 7, "Label"), "{WINGS");
+  const std::vector<std::string> stored = ReadTables(database_, 64);
+  StartConsole();
+  EXPECT_EQ(console_->CellText(8, 0), "{WINGS");
+  EXPECT_EQ(console_->Terminate(), 0);
+  EXPECT_EQ(ReadTables(database_, 64), stored);
+}
+
+TEST_F(RetrievalTest, ADownloadAndARetrievalGiveTheSameDatabase) {
+  CreateSystem(database_, 64, 1);
+  SetField(database_, 9, "Label", "MIC");
+  SetField(database_, 9, "Hidden", 1);
+  const std::vector<std::string> before = ReadTables(database_, 64);
+  simulator_ = std::make_unique<SimulatorProcess>(
+      std::vector<std::string>{"--baud", "0", "--log", "--link", line_});
+  StartConsole();
+  console_->Trigger("ID_SendData");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("cmdDownGo"); }));
+  console_->Click("cmdDownGo");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return !console_->IsShown("frmDownProg"); }, 60s));
+  BeginRetrieval();
+  ASSERT_TRUE(WaitForCompletion());
+  EXPECT_THAT(History(), Each(EndsWith(" Bytes|OK")));
+  CloseRetrieval();
+  EXPECT_EQ(console_->Terminate(), 0);
+  EXPECT_EQ(ReadTables(database_, 64), before);
+}
+
+TEST_F(RetrievalTest, BrokenMessagesAreListedWithTheirWordAndNotWritten) {
+  StartBoth(16, {"--baud", "0"});
+  for (const char* const harm :
+       {"spoil label-texts 20 checksum", "spoil inhibits 4 length", "spoil relays 5 checksum",
+        "spoil relays 6 number", "spoil optos length", "spoil buttons 7 checksum"}) {
+    ASSERT_THAT(simulator_->Command(harm), StartsWith("ok"));
+  }
+  const std::vector<std::string> before = ReadTables(database_, 16);
+  const std::vector<std::string> held = ReadTables(held_, 16);
+  BeginRetrieval();
+  ASSERT_TRUE(WaitForCompletion());
+  const auto rows = History();
+  EXPECT_THAT(rows[0], StartsWith("Alpha Labels|1028 Bytes|Failed Csum"));
+  EXPECT_THAT(rows, Contains("Output 4 Inhibit Map|8 Bytes|Size Error"));
+  EXPECT_THAT(rows, Contains("Output 5 Relay Assignments|21 Bytes|Failed Csum"));
+  EXPECT_THAT(rows, Contains("Output 17 Relay Assignments|21 Bytes|Channel Error"));
+  EXPECT_THAT(rows, Contains("Opto Programming Data|1410 Bytes|Size Error"));
+  EXPECT_THAT(rows, Contains(HasSubstr("Station 7 Button Data|261 Bytes|Failed Csum")));
+  CloseRetrieval();
+  EXPECT_EQ(console_->Terminate(), 0);
+
+  // Each line is the switcher's, but for those of the refused messages.
+  const std::vector<std::string> after = ReadTables(database_, 16);
+  ASSERT_EQ(after.size(), held.size());
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    const std::string& line = after[i];
+    const std::string field = line.substr(0, line.find('='));
+    const bool refused = field.ends_with(" Label") || field == "4 Inhibits" ||
+                         field == "5 Relays" || field == "6 Relays" ||
+                         field.find(" Opto") != std::string::npos || field.starts_with("7 B");
+    EXPECT_EQ(line, refused ? before[i] : held[i]);
+  }
+}
+
+TEST_F(RetrievalTest, AMissingEndSpoilsTwoMessagesAndTheRestGoesOn) {
+  StartBoth(16, {"--baud", "0"});
+  ASSERT_THAT(simulator_->Command("spoil relays 3 end"), StartsWith("ok"));
+  BeginRetrieval();
+  ASSERT_TRUE(WaitForCompletion());
+  const auto rows = History();
+  EXPECT_THAT(rows, Not(Contains(StartsWith("Output 4 Inhibit Map"))));
+  EXPECT_THAT(rows, Contains(StartsWith("Output 3 Relay Assignments|29 Bytes|Size Error")));
+  EXPECT_THAT(rows, Contains("Output 4 Relay Assignments|21 Bytes|OK"));
+}
+
+TEST_F(RetrievalTest, ARefusedLastMessageEndsItToo) {
+  StartBoth(16, {"--baud", "0"});
+  ASSERT_THAT(simulator_->Command("spoil buttons 16 checksum"), StartsWith("ok"));
+  BeginRetrieval();
+  ASSERT_TRUE(WaitForCompletion());
+  EXPECT_EQ(History().back(), "Station 16 Button Data|261 Bytes|Failed Csum");
+}
+
+TEST_F(RetrievalTest, WithoutTheLastMessageItWaitsUntilTheOperatorCancels) {
+  StartBoth(16, {"--baud", "0"});
+  ASSERT_THAT(simulator_->Command("spoil buttons 16 drop"), StartsWith("ok"));
+  BeginRetrieval();
+  ASSERT_TRUE(WaitForRow("Station 15 Button Data|261 Bytes|OK"));
+  EXPECT_THAT(Caption(), StartsWith("Retrieving System Data ( "));
+  // No poll while it waits.
+  ASSERT_TRUE(simulator_->WaitForLine("rx poll tables"));
+  EXPECT_EQ(simulator_->WaitForLine("rx poll", 2500ms), std::nullopt);
+  console_->Click("cmdCancelSysInf");
+  EXPECT_EQ(Caption(), "Retrieve System Data");
+  EXPECT_FALSE(History().empty());
+  EXPECT_TRUE(simulator_->WaitForLine("rx poll keep-alive"));
+
+  // Once more, and now all of it comes.
+  simulator_->Command("spoil none");
+  console_->Click("cmdOkSysInf");
+  ASSERT_TRUE(WaitForCompletion());
+  CloseRetrieval();
+}
+
+TEST_F(RetrievalTest, CancelBeforeTheRequestSendsNothing) {
+  StartBoth(16, {});
+  OpenRetrieval();
+  CloseRetrieval();
+  BeginRetrieval();
+  console_->Click("cmdCancelSysInf");
+  CloseRetrieval();
+  EXPECT_TRUE(simulator_->WaitForLine("rx poll keep-alive"));
+  EXPECT_THAT(simulator_->Command("stats"), HasSubstr(" table-polls 0 "));
+  EXPECT_TRUE(console_->IsShown("frmXmap"));
+}
+
+TEST_F(RetrievalTest, APulledCableLeavesItWaitingAndCancelBringsTheLinkBack) {
+  StartBoth(64, {});
+  BeginRetrieval();
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return History().size() > 20; }, 60s));
+  simulator_->Command("unplug");
+  EXPECT_TRUE(
+      ConsoleProcess::WaitFor([this] { return console_->LinkText() == "Not Connected - COM 1"; }));
+  EXPECT_THAT(Caption(), StartsWith("Retrieving System Data ( "));
+  simulator_->Command("replug");
+  console_->Click("cmdCancelSysInf");
+  EXPECT_EQ(Caption(), "Retrieve System Data");
+  EXPECT_TRUE(ConsoleProcess::WaitFor([this] { return console_->LinkText() == kConnected; }));
+  CloseRetrieval();
+  EXPECT_TRUE(console_->IsShown("frmXmap"));
+  EXPECT_THAT(console_->Boxes(), IsEmpty());
+  EXPECT_EQ(console_->Terminate(), 0);
+}
+
+TEST_F(RetrievalTest, NoiseBetweenMessagesIsOutlived) {
+  StartBoth(16, {"--baud", "0"});
+  simulator_->Command("data-noise 50");
+  BeginRetrieval();
+  ASSERT_TRUE(WaitForCompletion());
+  simulator_->Command("data-noise 0");
+  CloseRetrieval();
+  EXPECT_EQ(console_->Terminate(), 0);
+  EXPECT_EQ(ReadTables(database_, 16), ReadTables(held_, 16));
+}
+
+// Nothing comes past an unknown code until the line is opened anew.
+TEST_F(RetrievalTest, ABlockedLineLeavesItWaitingAndTheNextOneBringsAll) {
+  StartBoth(16, {"--baud", "0"});
+  OpenRetrieval();
+  simulator_->Command("raw E0 00 FF");
+  console_->Click("cmdOkSysInf");
+  ASSERT_TRUE(simulator_->WaitForLine("tx table buttons 16"));
+  EXPECT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("aidBlockedCode"); }));
+  EXPECT_THAT(History(), IsEmpty());
+  EXPECT_EQ(Caption(), "Retrieve System Data");
+  console_->Click("cmdCancelSysInf");
+  simulator_->Command("unplug");
+  EXPECT_TRUE(
+      ConsoleProcess::WaitFor([this] { return console_->LinkText() == "Not Connected - COM 1"; }));
+  simulator_->Command("replug");
+  EXPECT_TRUE(ConsoleProcess::WaitFor([this] { return console_->LinkText() == kConnected; }));
+  console_->Click("cmdOkSysInf");
+  ASSERT_TRUE(WaitForCompletion());
+  CloseRetrieval();
+  EXPECT_EQ(console_->Terminate(), 0);
+  EXPECT_EQ(ReadTables(database_, 16), ReadTables(held_, 16));
+}
+
+TEST_F(RetrievalTest, ClosingTheMainWindowEndsTheProgram) {
+  StartBoth(64, {});
+  BeginRetrieval();
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return History().size() > 5; }, 60s));
+  console_->CloseWindow("frmMain");
+  EXPECT_EQ(console_->WaitForEnd(), 0);
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "WorkingDb.md$"));
+  // What had come is kept.
+  EXPECT_EQ(ReadField(database_, 1, "Label"), ReadField(held_, 1, "Label"));
+  StartConsole();
+  EXPECT_TRUE(console_->IsShown("frmXmap"));
+}
+
+}  // namespace
+}  // namespace test
