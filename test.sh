@@ -9,7 +9,8 @@ cd "$(dirname "$0")"
 # shellcheck disable=SC2086
 need $build_packages $run_packages $test_packages
 
-jobs=$(nproc)
+# Most of a test of the whole program is waiting for the line.
+jobs=$((2 * $(nproc)))
 
 echo "== Format"
 find . -path ./build -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 |
