@@ -1,30 +1,41 @@
 // SPDX-License-Identifier: MIT
 //
 // Feeds arbitrary bytes to the simulated switcher as a console's stream.  The first byte sets
-// the size of the matrix, the second one the pauses, the rest is what arrives.  Whatever comes:
+// the size of the system, the second one the pauses, the rest is what arrives.  Whatever comes:
 //
 //   - the parser gives back every byte, once and in order, however the stream is portioned;
-//   - the simulator answers in well-formed messages for its matrix and in link answers, comes
-//     to rest, and never asks to be woken without having something to do.
+//   - the simulator answers in well-formed messages for its system and in link answers, comes
+//     to rest, and never asks to be woken without having something to do;
+//   - what it then holds can be written down and read again.
 
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "switcher/frame.h"
+#include "switcher/messages/button_data.h"
 #include "switcher/messages/crosspoint_row.h"
 #include "switcher/messages/gain_report.h"
+#include "switcher/messages/inhibit_row.h"
+#include "switcher/messages/label_texts.h"
+#include "switcher/messages/opto_data.h"
+#include "switcher/messages/relay_row.h"
 #include "switcher/messages/tally.h"
+#include "tools/tesksim/kept_state.h"
 #include "tools/tesksim/simulator.h"
 #include "tools/tesksim/stream_parser.h"
 
 namespace {
 
 using switcher::Bytes;
+using switcher::DecodeStatus;
 using tesksim::Received;
+using tesksim::SystemSizes;
 using tesksim::Time;
 
 void Require(bool holds) {
@@ -43,21 +54,23 @@ void Append(std::vector<Received> more, std::vector<Received>* all) {
   }
 }
 
-std::vector<Received> Parse(std::span<const std::uint8_t> stream, std::size_t portion) {
-  tesksim::StreamParser parser;
+std::vector<Received> Parse(std::span<const std::uint8_t> stream, std::size_t portion, int labels) {
+  tesksim::StreamParser parser(labels);
   std::vector<Received> all;
   for (std::size_t first = 0; first < stream.size(); first += portion) {
     Append(parser.Feed(stream.subspan(first, std::min(portion, stream.size() - first)), Time{}),
            &all);
   }
-  if (auto rest = parser.GiveUp(); rest.has_value()) Append({*rest}, &all);
+  Append(parser.GiveUp(), &all);
+  Require(!parser.Deadline().has_value());
   return all;
 }
 
-void CheckParser(std::span<const std::uint8_t> stream) {
-  const std::vector<Received> whole = Parse(stream, std::max<std::size_t>(1, stream.size()));
-  Require(whole == Parse(stream, 1));
-  Require(whole == Parse(stream, 7));
+void CheckParser(std::span<const std::uint8_t> stream, int labels) {
+  const std::vector<Received> whole =
+      Parse(stream, std::max<std::size_t>(1, stream.size()), labels);
+  Require(whole == Parse(stream, 1, labels));
+  Require(whole == Parse(stream, 7, labels));
   Bytes joined;
   for (const Received& piece : whole) {
     joined.insert(joined.end(), piece.bytes.begin(), piece.bytes.end());
@@ -65,30 +78,68 @@ void CheckParser(std::span<const std::uint8_t> stream) {
   Require(std::equal(joined.begin(), joined.end(), stream.begin(), stream.end()));
 }
 
-void CheckMessage(const Bytes& message, int channels) {
+DecodeStatus Judge(const Bytes& message, const SystemSizes& sizes) {
   switcher::CrosspointRow row;
   switcher::TallyValues tally{};
   std::vector<std::int16_t> gains;
+  switcher::LabelTexts texts;
+  switcher::InhibitRow inhibits;
+  switcher::RelayRow relays;
+  switcher::OptoData optos;
+  switcher::ButtonData buttons;
   switch (message.front()) {
     case switcher::kCrosspointRowCode:
-      Require(switcher::ParseCrosspointRow(message, channels, &row) == switcher::DecodeStatus::Ok);
-      break;
+      return switcher::ParseCrosspointRow(message, sizes.channels, &row);
     case switcher::kTallyCode:
-      Require(switcher::ParseTally(message, &tally) == switcher::DecodeStatus::Ok);
-      break;
+      return switcher::ParseTally(message, &tally);
+    case switcher::kGainReportCode:
+      return switcher::ParseGainReport(message, sizes.channels, &gains);
+    case switcher::kAlphaLabelsCode:
+      return switcher::ParseLabelTexts(message, sizes.labels, &texts);
+    case switcher::kInhibitRowCode:
+      return switcher::ParseInhibitRow(message, sizes.channels, &inhibits);
+    case switcher::kRelayRowCode:
+      return switcher::ParseRelayRow(message, sizes.channels, 64, &relays);
+    case switcher::kOptoDataCode:
+      return switcher::ParseOptoData(message, 64, &optos);
+    case switcher::kButtonDataCode:
+      return switcher::ParseButtonData(message, sizes.stations, 32, sizes.stations / 8, &buttons);
     default:
-      Require(message.front() == switcher::kGainReportCode);
-      Require(switcher::ParseGainReport(message, channels, &gains) == switcher::DecodeStatus::Ok);
+      return DecodeStatus::WrongSize;
   }
 }
 
-void CheckOutput(Bytes output, int channels) {
-  output.erase(std::remove(output.begin(), output.end(), switcher::kLinkAnswer), output.end());
+// Takes one message off the front.  Label texts have characters of eight bits and end at their
+// length; into any other message a link answer may come.
+Bytes TakeMessage(std::span<const std::uint8_t>* output, const SystemSizes& sizes) {
+  const bool texts = output->front() == switcher::kAlphaLabelsCode;
+  const auto size = 8 * static_cast<std::size_t>(sizes.labels) + 4;
   Bytes message;
-  while (!output.empty()) {
-    Require(switcher::CutMessage(output, &message) == switcher::Cut::Message);
-    CheckMessage(message, channels);
+  for (bool ended = false; !ended;) {
+    Require(!output->empty());
+    const std::uint8_t byte = output->front();
+    *output = output->subspan(1);
+    if (texts || byte != switcher::kLinkAnswer) message.push_back(byte);
+    ended = texts ? message.size() == size : byte == switcher::kEndOfMessage;
   }
+  return message;
+}
+
+void CheckOutput(std::span<const std::uint8_t> output, const SystemSizes& sizes) {
+  while (!output.empty()) {
+    if (output.front() == switcher::kLinkAnswer) {
+      output = output.subspan(1);
+    } else {
+      Require(Judge(TakeMessage(&output, sizes), sizes) == DecodeStatus::Ok);
+    }
+  }
+}
+
+void CheckState(const tesksim::SwitcherState& state) {
+  const std::string text = tesksim::WriteState(state);
+  std::optional<tesksim::SwitcherState> read;
+  Require(tesksim::ReadState(text, &read).ok());
+  Require(tesksim::WriteState(*read) == text);
 }
 
 // Lets the simulator work until it rests or `end`; time passes as it asks for it.
@@ -110,13 +161,15 @@ void Run(tesksim::Simulator& simulator, Time* now, Time end, Bytes* output) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 2) return 0;
-  const int channels = 8 * (1 + data[0] % 32);
+  const SystemSizes sizes{.channels = 8 * (1 + data[0] % 32),
+                          .stations = 1 + 3 * (data[0] / 32),
+                          .labels = 1 + data[0] / 32};
   const std::chrono::milliseconds pause(4 * data[1]);
   const std::span<const std::uint8_t> stream(data + 2, size - 2);
-  CheckParser(stream);
+  CheckParser(stream, sizes.labels);
 
   Time now{};
-  tesksim::Simulator simulator({.channelCount = channels}, now, [](const std::string&) {});
+  tesksim::Simulator simulator(tesksim::SwitcherState(sizes), {}, now, [](const std::string&) {});
   simulator.SetLogging(true);
   Bytes output;
   constexpr std::size_t kPortion = 16;
@@ -127,6 +180,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Run(simulator, &now, Time::max(), &output);
   Require(!simulator.NextTime().has_value());
   Require(output.size() == simulator.Output().BytesSent());
-  CheckOutput(std::move(output), channels);
+  CheckOutput(output, sizes);
+  CheckState(simulator.State());
   return 0;
 }

@@ -28,17 +28,23 @@ class FakeTerminal : public TerminalControl {
     return {};
   }
   std::string Where() const override { return "/dev/pts/99"; }
+  model::Status Save(const std::string& path) override {
+    if (path == "/nowhere") return {2, "cannot write /nowhere"};
+    saved = path.empty() ? "the state file" : path;
+    return {};
+  }
   void Quit() override { ended = true; }
 
   bool plugged = true;
   bool ended = false;
+  std::string saved;
 };
 
 class CommandsTest : public testing::Test {
  protected:
   std::string Do(std::string_view command) { return commands_.Execute(command, line_.now); }
 
-  SimulatedLine line_{{.channelCount = 16}};
+  SimulatedLine line_{{.channels = 16}};
   FakeTerminal terminal_;
   Commands commands_{line_.simulator, terminal_};
 };
@@ -83,13 +89,68 @@ TEST_F(CommandsTest, Gain) {
 }
 
 TEST_F(CommandsTest, Inhibit) {
-  EXPECT_EQ(Do("inhibits 3"), "ok output 3 inhibits none");
+  EXPECT_EQ(Do("inhibits 3"), "ok output 3 inhibits 3");  // from itself, as it begins
+  EXPECT_EQ(Do("inhibits 3 none"), "ok output 3 inhibits none");
   EXPECT_EQ(Do("inhibit 3 1 on"), "ok output 3 inhibits 1");
   EXPECT_EQ(Do("inhibit 3 8 on"), "ok output 3 inhibits 1 8");
   EXPECT_EQ(Do("inhibit 3 1 off"), "ok output 3 inhibits 8");
+  EXPECT_EQ(Do("inhibits 3 16 8"), "ok output 3 inhibits 8 16");
   // A take is refused, the command is not.
   EXPECT_EQ(line_.Ask("FD 02 00 07 00 02 00 0B FF"), "F3 02 00 00 00 00 00 00 00 02 FF");
   EXPECT_EQ(Do("make 3 8"), "ok output 3 status 0 sources 8");
+}
+
+TEST_F(CommandsTest, Label) {
+  EXPECT_EQ(Do("label out 1"), "ok out 1 \"Sta. 001\"");
+  EXPECT_EQ(Do("label in 128"), "ok in 128 \"{npt 064\" hidden");
+  EXPECT_EQ(Do("label out 1 MIC"), "ok out 1 \"MIC     \"");
+  EXPECT_EQ(Do("label out 1 {IC  2"), "ok out 1 \"{IC  2  \" hidden");
+  EXPECT_EQ(Do("label in 1 \" A  B \""), "ok in 1 \" A  B   \"");
+  EXPECT_EQ(Do("label in 1 \"\""), "ok in 1 \"        \"");
+  EXPECT_EQ(Do("label in 2 \\xFF\\xe9\\\\\\\"xff"), "ok in 2 \"\\xFF\\xE9\\\\\\\"xff \"");
+  EXPECT_EQ(line_.simulator.State().inLabels[2], "\xFF\xE9\\\"xff ");
+  EXPECT_EQ(Do("label out 1"), "ok out 1 \"{IC  2  \" hidden");
+}
+
+TEST_F(CommandsTest, Relays) {
+  EXPECT_EQ(Do("relays 16"), "ok output 16 relays none");
+  EXPECT_EQ(Do("relay 16 64 on"), "ok output 16 relays 64");
+  EXPECT_EQ(Do("relay 16 1 on"), "ok output 16 relays 1 64");
+  EXPECT_EQ(Do("relay 16 64 off"), "ok output 16 relays 1");
+  EXPECT_EQ(Do("relays 16 9 8 9"), "ok output 16 relays 8 9");
+  EXPECT_EQ(Do("relays 16 none"), "ok output 16 relays none");
+}
+
+TEST_F(CommandsTest, Button) {
+  EXPECT_EQ(Do("button 64 32"), "ok station 64 button 32 type 0 first 32 members 32");
+  EXPECT_EQ(Do("button 64 32 255 7 7 256"),
+            "ok station 64 button 32 type 255 first 7 members 7 256");
+  EXPECT_EQ(Do("button 64 32 1 2 none"), "ok station 64 button 32 type 1 first 2 members none");
+  EXPECT_EQ(Do("button 64 31"), "ok station 64 button 31 type 0 first 31 members 31");
+}
+
+TEST_F(CommandsTest, Opto) {
+  EXPECT_EQ(Do("opto 64"), "ok opto 64 type 254 channel 64 first 64 members 64");
+  EXPECT_EQ(Do("opto 64 3 255 1 1 64"), "ok opto 64 type 3 channel 255 first 1 members 1 64");
+  EXPECT_EQ(Do("opto 1 0 0 0 none"), "ok opto 1 type 0 channel 0 first 0 members none");
+}
+
+TEST_F(CommandsTest, Spoil) {
+  EXPECT_EQ(Do("spoil"), "ok");
+  EXPECT_EQ(Do("spoil relays 3 checksum"), "ok relays 3 checksum");
+  EXPECT_EQ(Do("spoil label-texts 10 end"), "ok relays 3 checksum, label-texts 10 end");
+  EXPECT_EQ(Do("spoil E1 drop"), "ok relays 3 checksum, label-texts 10 end, optos drop");
+  EXPECT_EQ(Do("spoil f4 3 length"), "ok label-texts 10 end, optos drop, relays 3 length");
+  EXPECT_EQ(Do("spoil none"), "ok");
+  EXPECT_EQ(Do("spoil"), "ok");
+}
+
+TEST_F(CommandsTest, Save) {
+  EXPECT_EQ(Do("save"), "ok");
+  EXPECT_EQ(terminal_.saved, "the state file");
+  EXPECT_EQ(Do("save /tmp/a b"), "ok");
+  EXPECT_EQ(terminal_.saved, "/tmp/a b");
+  EXPECT_EQ(Do("save /nowhere"), "error cannot write /nowhere");
 }
 
 TEST_F(CommandsTest, Raw) {
@@ -132,11 +193,15 @@ TEST_F(CommandsTest, UnplugAndReplug) {
 }
 
 TEST_F(CommandsTest, Stats) {
-  line_.Ask("E5 E4 ED ED E7 00 FD 02 00 07 00 05 00 0E FF FD 02 FF F4 00 FF");
+  line_.Ask("E5 E4 ED ED 00 FD 02 00 07 00 05 00 0E FF FD 02 FF F4 00 FF");
+  line_.Ask("F5 05 00 01 01 00 00 06 FF");
   EXPECT_EQ(Do("stats"),
-            "ok rx-bytes 21 map-polls 1 tally-polls 1 keep-alives 2 table-polls 1 messages 3 "
-            "takes 1 refused 0 skipped 1 malformed 1 noise-bytes 1 tx-bytes 339 tx-messages 19 "
+            "ok rx-bytes 29 map-polls 1 tally-polls 1 keep-alives 2 table-polls 0 messages 4 "
+            "takes 1 tables 1 refused 0 malformed 2 noise-bytes 1 tx-bytes 339 tx-messages 19 "
             "tx-dropped 0");
+  line_.Ask("E7");  // two labels, two rows for each output, optos, buttons of 64 stations
+  EXPECT_THAT(Do("stats"), HasSubstr(" table-polls 1 "));
+  EXPECT_THAT(Do("stats"), HasSubstr(" tx-messages 118 "));
 }
 
 TEST_F(CommandsTest, Log) {
@@ -191,6 +256,45 @@ TEST_F(CommandsTest, WhatIsOutsideTheSystemIsRefusedAndChangesNothing) {
                               "inhibit 1 17 on",
                               "inhibit 1 1 maybe",
                               "inhibits 17",
+                              "inhibits 1 17",
+                              "inhibits 1 2 none",
+                              "inhibits 1 0",
+                              "label up 1",
+                              "label out 0",
+                              "label out 129",
+                              "label in 1 123456789",
+                              "label in 1 \"open",
+                              "label in 1 \"",
+                              "label in 1 \\x4",
+                              "label in 1 \\xGG",
+                              "label in 1 back\\",
+                              "relay 17 1 on",
+                              "relay 1 65 on",
+                              "relay 1 1 yes",
+                              "relays 17",
+                              "relays 1 65",
+                              "button 65 1",
+                              "button 1 33",
+                              "button 1 1 0",
+                              "button 1 1 0 1",
+                              "button 1 1 256 1 none",
+                              "button 1 1 0 -1 none",
+                              "button 1 1 0 1 257",
+                              "opto 65",
+                              "opto 1 1 1 1",
+                              "opto 1 1 1 1 65",
+                              "opto 1 1 256 1 none",
+                              "spoil relays",
+                              "spoil relays 3",
+                              "spoil relays checksum",
+                              "spoil relays 0 checksum",
+                              "spoil relays 3 wrong",
+                              "spoil label-texts 11 checksum",
+                              "spoil label-texts 20 number",
+                              "spoil optos 1 checksum",
+                              "spoil optos number",
+                              "spoil takes 1 drop",
+                              "spoil FD 1 drop",
                               "silence maybe",
                               "log maybe",
                               "make 1 1 urgent",
@@ -199,7 +303,12 @@ TEST_F(CommandsTest, WhatIsOutsideTheSystemIsRefusedAndChangesNothing) {
     EXPECT_THAT(Do(command), StartsWith("error "));
   }
   EXPECT_EQ(Do("map"), "ok channels 16 crosspoints 0 priority 0 outputs-in-use 0");
-  EXPECT_EQ(Do("inhibits 1"), "ok output 1 inhibits none");
+  EXPECT_EQ(Do("inhibits 1"), "ok output 1 inhibits 1");
+  EXPECT_EQ(Do("label in 1"), "ok in 1 \"Inpt 001\"");
+  EXPECT_EQ(Do("relays 1"), "ok output 1 relays none");
+  EXPECT_EQ(Do("button 1 1"), "ok station 1 button 1 type 0 first 1 members 1");
+  EXPECT_EQ(Do("opto 1"), "ok opto 1 type 254 channel 1 first 1 members 1");
+  EXPECT_EQ(Do("spoil"), "ok");
   EXPECT_EQ(line_.Answer(), "");
 }
 

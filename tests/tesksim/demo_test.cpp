@@ -27,7 +27,7 @@ int Made(const SwitcherState& state) {
 
 TEST(Demo, BeginsWithABelievableState) {
   for (std::uint32_t seed = 0; seed < 50; ++seed) {
-    SwitcherState state(64);
+    SwitcherState state({.channels = 64});
     Demo(seed).Fill(state);
     EXPECT_GE(Made(state), 16);
     EXPECT_LE(Made(state), 96);
@@ -43,7 +43,7 @@ TEST(Demo, BeginsWithABelievableState) {
 }
 
 TEST(Demo, ChangesNothingThatIsInhibited) {
-  SwitcherState state(8);
+  SwitcherState state({.channels = 8});
   for (int output = 1; output <= 8; ++output) {
     for (int input = 1; input <= 8; ++input) state.inhibits.At(output, input) = 1;
   }
@@ -53,12 +53,12 @@ TEST(Demo, ChangesNothingThatIsInhibited) {
 }
 
 TEST(Demo, SaysNothingBeforeItIsPolled) {
-  SimulatedLine line({.channelCount = 16, .demo = true});
+  SimulatedLine line({.channels = 16}, {.demo = true});
   EXPECT_TRUE(line.Run(seconds(60)).empty());
 }
 
 TEST(Demo, SaysNothingToANewConsoleBeforeThatHasPolled) {
-  SimulatedLine line({.channelCount = 16, .demo = true});
+  SimulatedLine line({.channels = 16}, {.demo = true});
   line.Send("E5");
   line.Run(seconds(10));
   line.simulator.DropLine();
@@ -66,7 +66,7 @@ TEST(Demo, SaysNothingToANewConsoleBeforeThatHasPolled) {
 }
 
 TEST(Demo, ReportsAChangedRowEveryFewSeconds) {
-  SimulatedLine line({.channelCount = 16, .demo = true});
+  SimulatedLine line({.channels = 16}, {.demo = true});
   line.Send("E5");
   EXPECT_EQ(line.Run(seconds(1)).size(), 16u * 11 + 19);
   const std::size_t bytes = line.Run(seconds(600)).size();
@@ -76,7 +76,7 @@ TEST(Demo, ReportsAChangedRowEveryFewSeconds) {
 }
 
 TEST(Demo, ASilentSwitcherReportsNoChange) {
-  SimulatedLine line({.channelCount = 16, .demo = true});
+  SimulatedLine line({.channels = 16}, {.demo = true});
   line.simulator.SetSilence(true);
   line.Send("E5");
   EXPECT_TRUE(line.Run(seconds(60)).empty());
@@ -84,7 +84,7 @@ TEST(Demo, ASilentSwitcherReportsNoChange) {
 
 TEST(Demo, TheSameSeedMakesTheSameDay) {
   const auto run = [](std::uint32_t seed) {
-    SimulatedLine line({.channelCount = 16, .seed = seed, .demo = true});
+    SimulatedLine line({.channels = 16}, {.seed = seed, .demo = true});
     line.Send("E5");
     return test::Hex(line.Run(seconds(100)));
   };

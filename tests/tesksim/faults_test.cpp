@@ -28,7 +28,7 @@ class FaultsTest : public testing::Test {
     return line_.Answer();
   }
 
-  SimulatedLine line_{{.channelCount = 16}};
+  SimulatedLine line_{{.channels = 16}};
 };
 
 TEST_F(FaultsTest, BadChecksumInEveryThirdMessage) {
@@ -134,14 +134,14 @@ TEST_F(FaultsTest, NoiseStopsWhenItIsSwitchedOff) {
 }
 
 TEST_F(FaultsTest, NoiseIsPacedLikeEverythingElse) {
-  SimulatedLine slow({.channelCount = 16, .baud = 300});
+  SimulatedLine slow({.channels = 16}, {.baud = 300});
   slow.SetFault("noise", 5000);
   EXPECT_EQ(slow.Run(seconds(10)).size(), 299u);  // 30 a second from the first one on
 }
 
 TEST_F(FaultsTest, TheSameSeedMakesTheSameFaults) {
   const auto run = [](std::uint32_t seed) {
-    SimulatedLine line({.channelCount = 16, .seed = seed});
+    SimulatedLine line({.channels = 16}, {.seed = seed});
     line.SetFault("noise", 50);
     line.SetFault("cut", 2);
     line.SetFault("bad-checksum", 3);

@@ -20,7 +20,12 @@ std::string Parse(const std::vector<const char*>& arguments, Options* options) {
 TEST(Options, Defaults) {
   Options options;
   EXPECT_EQ(Parse({}, &options), "");
-  EXPECT_EQ(options.simulator.channelCount, 64);
+  EXPECT_EQ(options.channels, std::nullopt);
+  EXPECT_EQ(options.stations, std::nullopt);
+  EXPECT_EQ(options.labels, std::nullopt);
+  EXPECT_THAT(options.stateFile, IsEmpty());
+  EXPECT_THAT(options.databaseFile, IsEmpty());
+  EXPECT_THAT(options.spoiled, IsEmpty());
   EXPECT_EQ(options.simulator.baud, 57600);
   EXPECT_EQ(options.simulator.seed, 1u);
   EXPECT_FALSE(options.simulator.demo);
@@ -34,11 +39,41 @@ TEST(Options, Defaults) {
 
 TEST(Options, All) {
   Options options;
-  EXPECT_EQ(Parse({"--channels", "256", "--baud=0", "--seed", "9", "--link", "/tmp/a b", "--demo",
-                   "--log", "--silence", "--help", "--noise", "5", "--delay=20"},
+  EXPECT_EQ(Parse({"--channels",
+                   "256",
+                   "--baud=0",
+                   "--seed",
+                   "9",
+                   "--link",
+                   "/tmp/a b",
+                   "--demo",
+                   "--log",
+                   "--silence",
+                   "--help",
+                   "--noise",
+                   "5",
+                   "--delay=20",
+                   "--stations",
+                   "1",
+                   "--labels=256",
+                   "--state",
+                   "kept",
+                   "--database=Tesk.mdb",
+                   "--spoil",
+                   "relays:3:checksum",
+                   "--spoil=optos:drop"},
                   &options),
             "");
-  EXPECT_EQ(options.simulator.channelCount, 256);
+  EXPECT_EQ(options.channels, 256);
+  EXPECT_EQ(options.stations, 1);
+  EXPECT_EQ(options.labels, 256);
+  EXPECT_EQ(options.stateFile, "kept");
+  EXPECT_EQ(options.databaseFile, "Tesk.mdb");
+  ASSERT_EQ(options.spoiled.size(), 2u);
+  EXPECT_EQ(options.spoiled[0].message, (TableMessage{0xF4, 3}));
+  EXPECT_EQ(options.spoiled[0].harm, Harm::Checksum);
+  EXPECT_EQ(options.spoiled[1].message, (TableMessage{0xE1, 0}));
+  EXPECT_EQ(options.spoiled[1].harm, Harm::Drop);
   EXPECT_EQ(options.simulator.baud, 0);
   EXPECT_EQ(options.simulator.seed, 9u);
   EXPECT_TRUE(options.simulator.demo);
@@ -76,6 +111,14 @@ TEST(Options, WrongOnesAreNamed) {
       {{"--baud", "110"}, "--baud must be 0 or 300..4000000"},
       {{"--baud", "-1"}, "--baud must be 0 or 300..4000000"},
       {{"--seed", ""}, "--seed must be a number from 0"},
+      {{"--stations", "0"}, "--stations must be 1..256"},
+      {{"--stations", "257"}, "--stations must be 1..256"},
+      {{"--labels", "0"}, "--labels must be 1..256"},
+      {{"--labels", "300"}, "--labels must be 1..256"},
+      {{"--state", ""}, "--state must be a path"},
+      {{"--database", ""}, "--database must be a path"},
+      {{"--spoil", "relays:checksum"}, "--spoil must be MESSAGE:N:HARM, as in relays:3:checksum"},
+      {{"--spoil", ""}, "--spoil must be MESSAGE:N:HARM, as in relays:3:checksum"},
       {{"--link", ""}, "--link must be a path"},
       {{"--device="}, "--device must be a path"},
       {{"--log=on"}, "--log takes no value"},
@@ -93,8 +136,10 @@ TEST(Options, WrongOnesAreNamed) {
 TEST(Options, HelpNamesEveryOptionAndFault) {
   const std::string help = HelpText();
   for (const char* option :
-       {"channels", "baud", "link", "device", "seed", "demo", "log", "silence", "help", "noise",
-        "data-noise", "bad-checksum", "cut", "missing-end", "unknown-code", "delay"}) {
+       {"channels",    "stations",     "labels", "state",      "database",     "spoil",
+        "baud",        "link",         "device", "seed",       "demo",         "log",
+        "silence",     "help",         "noise",  "data-noise", "bad-checksum", "cut",
+        "missing-end", "unknown-code", "delay"}) {
     EXPECT_THAT(help, HasSubstr("  --" + std::string(option)));
   }
   std::size_t longest = 0;

@@ -16,8 +16,9 @@ namespace tesksim {
 // A console's end of a line to a simulator, with a clock that runs only when told to.
 class SimulatedLine {
  public:
-  explicit SimulatedLine(const Simulator::Options& options)
-      : simulator(options, now, [this](const std::string& line) { log.push_back(line); }) {
+  explicit SimulatedLine(const SystemSizes& sizes, const Simulator::Options& options = {})
+      : simulator(SwitcherState(sizes), options, now,
+                  [this](const std::string& line) { log.push_back(line); }) {
     simulator.SetLogging(true);
   }
 

@@ -6,37 +6,16 @@
 #include <utility>
 #include <vector>
 
+#include "tools/tesksim/answers.h"
 #include "tools/tesksim/number.h"
+#include "tools/tesksim/state_text.h"
 
 namespace tesksim {
 
 namespace {
 
 constexpr std::size_t kLongestRaw = 4096;
-
-std::vector<std::string_view> Split(std::string_view line) {
-  constexpr std::string_view kBlanks = " \t\r";
-  std::vector<std::string_view> words;
-  for (std::size_t first = line.find_first_not_of(kBlanks); first != std::string_view::npos;) {
-    const std::size_t end = std::min(line.find_first_of(kBlanks, first), line.size());
-    words.push_back(line.substr(first, end - first));
-    first = line.find_first_not_of(kBlanks, end);
-  }
-  return words;
-}
-
-std::string OutOfRange(std::string_view what, int first, int last) {
-  return "error " + std::string(what) + " must be " + std::to_string(first) + ".." +
-         std::to_string(last);
-}
-
-std::optional<bool> ParseSwitch(std::string_view text) {
-  if (text == "on") return true;
-  if (text == "off") return false;
-  return std::nullopt;
-}
-
-constexpr char kOnOrOff[] = "error say on or off";
+constexpr std::size_t kAnyNumber = 4096;  // of arguments
 
 // The digits of the words put together, two to a byte; nothing when they are no bytes.
 std::optional<Bytes> ParseHex(std::span<const std::string_view> words) {
@@ -54,7 +33,7 @@ std::optional<Bytes> ParseHex(std::span<const std::string_view> words) {
 
 // "  name arguments      help", aligned.
 std::string HelpLine(std::string_view name, std::string_view arguments, std::string_view help) {
-  constexpr std::size_t kColumn = 30;
+  constexpr std::size_t kColumn = 40;
   std::string line = "  " + std::string(name);
   if (!arguments.empty()) line += " " + std::string(arguments);
   line.resize(std::max(line.size() + 2, kColumn), ' ');
@@ -63,7 +42,7 @@ std::string HelpLine(std::string_view name, std::string_view arguments, std::str
 
 }  // namespace
 
-// Channels and tally points count from 1.
+// Everything counts from 1.
 const Commands::Command Commands::kCommands[] = {
     {"make", "OUT IN [priority]", "make a crosspoint, even an inhibited one; sends nothing", 2, 3,
      &Commands::Make},
@@ -77,8 +56,23 @@ const Commands::Command Commands::kCommands[] = {
     {"gain", "IN [STEP]", "show or set a gain (0..127; 100 is 0 dB); sends nothing", 1, 2,
      &Commands::Gain},
     {"send-gains", "", "send the gain report", 0, 0, &Commands::SendGains},
+    {"label", "out|in N [TEXT]", "show or set a label; { first: hidden; \\xHH: any character", 2,
+     kAnyNumber, &Commands::Label},
     {"inhibit", "OUT IN on|off", "set or clear an inhibit", 3, 3, &Commands::Inhibit},
-    {"inhibits", "OUT", "show the inhibits of an output", 1, 1, &Commands::Inhibits},
+    {"inhibits", "OUT [IN...|none]", "show or set the inhibits of an output", 1, kAnyNumber,
+     &Commands::Inhibits},
+    {"relay", "OUT N on|off", "assign a relay (1..64) to an output, or take it away", 3, 3,
+     &Commands::Relay},
+    {"relays", "OUT [N...|none]", "show or set the relays of an output", 1, kAnyNumber,
+     &Commands::Relays},
+    {"button", "STA N [TYPE FIRST STA...|none]", "show or set a button (1..32) of a station", 2,
+     kAnyNumber, &Commands::Button},
+    {"opto", "N [TYPE CHANNEL FIRST STA...|none]", "show or set an opto input (1..64)", 1,
+     kAnyNumber, &Commands::Opto},
+    {"spoil", "[MESSAGE [N] HARM]|[none]", "a message of a retrieval goes out wrong (see below)", 0,
+     3, &Commands::SpoilMessage},
+    {"save", "[FILE]", "write all it holds to FILE, or to the --state file", 0, kAnyNumber,
+     &Commands::Save},
     {"raw", "HEX...", "send these bytes as they are", 1, kLongestRaw, &Commands::Raw},
     {"silence", "on|off", "act on what comes, but answer nothing", 1, 1, &Commands::Silence},
     {"unplug", "", "take the terminal away", 0, 0, &Commands::Unplug},
@@ -98,7 +92,7 @@ const Commands::Command* Commands::Find(std::string_view name) {
 }
 
 std::string Commands::Execute(std::string_view line, Time now) {
-  const std::vector<std::string_view> split = Split(line);
+  const std::vector<std::string_view> split = SplitWords(line);
   if (split.empty()) return "error no command";
   const std::string name(split.front());
   const Words words = Words(split).subspan(1);
@@ -219,23 +213,6 @@ std::string Commands::SendGains(Words) {
   return "ok";
 }
 
-std::string Commands::Inhibit(Words words) {
-  int output = 0;
-  int input = 0;
-  if (!IsChannel(words[0], &output)) return NoChannel("output");
-  if (!IsChannel(words[1], &input)) return NoChannel("input");
-  const auto on = ParseSwitch(words[2]);
-  if (!on.has_value()) return kOnOrOff;
-  simulator_.State().inhibits.At(output, input) = *on ? 1 : 0;
-  return "ok " + DescribeInhibits(simulator_.State(), output);
-}
-
-std::string Commands::Inhibits(Words words) {
-  int output = 0;
-  if (!IsChannel(words[0], &output)) return NoChannel("output");
-  return "ok " + DescribeInhibits(simulator_.State(), output);
-}
-
 std::string Commands::Raw(Words words) {
   auto bytes = ParseHex(words);
   if (!bytes.has_value()) {
@@ -278,8 +255,8 @@ std::string Commands::ShowStats(Words) {
       {"table-polls", stats.tablePolls},
       {"messages", stats.messages},
       {"takes", stats.takes},
+      {"tables", stats.tables},
       {"refused", stats.refused},
-      {"skipped", stats.skipped},
       {"malformed", stats.malformed},
       {"noise-bytes", stats.noiseBytes},
       {"tx-bytes", output.BytesSent()},

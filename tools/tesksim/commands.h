@@ -12,6 +12,7 @@
 #include "model/status.h"
 #include "tools/tesksim/clock.h"
 #include "tools/tesksim/simulator.h"
+#include "tools/tesksim/words.h"
 
 namespace tesksim {
 
@@ -28,6 +29,10 @@ class TerminalControl {
 
   // Where to connect, as it was printed at the start: "/dev/pts/7".
   virtual std::string Where() const = 0;
+
+  // Writes what the switcher holds to a file; an empty path is the file that keeps the state
+  // across runs, which fails when there is none.
+  virtual model::Status Save(const std::string& path) = 0;
 
   // Ends the program once the answer has been written.
   virtual void Quit() = 0;
@@ -48,8 +53,7 @@ class Commands {
   static std::string Help();
 
  private:
-  using Words = std::span<const std::string_view>;  // the arguments, without the command
-
+  // The words handed to a command are its arguments, without its name.
   struct Command {
     std::string_view name;
     std::string_view arguments;
@@ -77,6 +81,13 @@ class Commands {
   std::string SendGains(Words words);
   std::string Inhibit(Words words);
   std::string Inhibits(Words words);
+  std::string Label(Words words);
+  std::string Relay(Words words);
+  std::string Relays(Words words);
+  std::string Button(Words words);
+  std::string Opto(Words words);
+  std::string SpoilMessage(Words words);
+  std::string Save(Words words);
   std::string Silence(Words words);
   std::string Unplug(Words words);
   std::string Replug(Words words);

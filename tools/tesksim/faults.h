@@ -46,7 +46,7 @@ inline constexpr FaultSetting kFaultSettings[] = {
     {"missing-end", "N", "every N-th message lacks its end byte", 1'000'000, &Faults::missingEnd},
     {"unknown-code", "N", "every N-th message has the unknown code 0xE0", 1'000'000,
      &Faults::unknownCode},
-    {"delay", "MS", "what is received is acted on and answered MS milliseconds late", 60'000,
+    {"delay", "MS", "what comes is acted on and answered MS milliseconds late", 60'000,
      &Faults::delay},
 };
 

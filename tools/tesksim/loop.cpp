@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 namespace tesksim {
 
@@ -20,6 +21,9 @@ constexpr std::chrono::milliseconds kLookInterval{20};
 
 // The most that is read at a time; the pace of the line usually allows less.
 constexpr std::size_t kLargestRead = 4096;
+
+// How long after a change the state is written.
+constexpr std::chrono::seconds kWriteDelay{1};
 
 constexpr std::size_t kLongestCommand = 16384;
 
@@ -56,16 +60,18 @@ void PrintLine(const std::string& line) {
 
 }  // namespace
 
-Loop::Loop(const Options& options)
-    : simulator_(options.simulator, Clock::now(), PrintLine),
+Loop::Loop(const Options& options, StateFile file, SwitcherState state)
+    : simulator_(std::move(state), options.simulator, Clock::now(), PrintLine),
       commands_(simulator_, *this),
       terminal_(options.device),
       link_(options.link),
       linkPath_(options.link),
-      inputPacer_(options.simulator.baud) {
+      inputPacer_(options.simulator.baud),
+      stateFile_(std::move(file)) {
   for (const auto& [fault, value] : options.faults) {
     simulator_.SetFault(*fault, value, Clock::now());
   }
+  for (const SpoiledMessage& spoiled : options.spoiled) simulator_.Tables().Spoil(spoiled);
   simulator_.SetSilence(options.silence);
   simulator_.SetLogging(options.log);
 }
@@ -83,9 +89,10 @@ int Loop::Run() {
     WatchForPeer(now);
     CarryIn(now);
     CarryOut(now);
+    KeepState(now);
     Wait(waitMask);
   }
-  return 0;
+  return WriteState() ? 0 : 1;
 }
 
 model::Status Loop::Unplug() {
@@ -107,6 +114,30 @@ model::Status Loop::Replug() {
 
 std::string Loop::Where() const {
   return terminal_.Path() + (linkPath_.empty() ? "" : ", also as " + linkPath_);
+}
+
+model::Status Loop::Save(const std::string& path) {
+  if (!path.empty()) return WriteStateTo(path, simulator_.State());
+  if (!stateFile_.IsUsed()) return {ENOENT, "name a file; there is no --state"};
+  return stateFile_.Write(simulator_.State());
+}
+
+void Loop::KeepState(Time now) {
+  if (!stateFile_.IsUsed()) return;
+  if (nextWrite_.has_value() && now >= *nextWrite_) {
+    nextWrite_.reset();
+    (void)WriteState();  // it has said what is wrong; the next change tries again
+  }
+  if (simulator_.Changes() == changesSeen_ && !commandsExecuted_) return;
+  changesSeen_ = simulator_.Changes();
+  commandsExecuted_ = false;
+  if (!nextWrite_.has_value()) nextWrite_ = now + kWriteDelay;
+}
+
+bool Loop::WriteState() {
+  const model::Status status = stateFile_.Write(simulator_.State());
+  if (!status.ok()) std::fprintf(stderr, "tesksim: %s\n", status.Description().c_str());
+  return status.ok();
 }
 
 void Loop::WatchForPeer(Time now) {
@@ -191,8 +222,8 @@ void Loop::Wait(const sigset_t& mask) {
 bool Loop::WatchesLine() const { return hasPeer_ && !inputPacer_.Busy(); }
 
 std::optional<Time> Loop::NextTime() const {
-  std::optional<Time> next;
-  if (unwritten_.empty()) next = simulator_.NextTime();
+  std::optional<Time> next = nextWrite_;
+  if (unwritten_.empty()) next = Earlier(next, simulator_.NextTime());
   if (inputPacer_.Busy()) next = Earlier(next, inputPacer_.When(inputPacer_.Portion()));
   if (!hasPeer_ && terminal_.IsOpen()) next = Earlier(next, nextLook_);
   return next;
@@ -221,6 +252,7 @@ void Loop::ExecuteLines() {
       PrintLine("error the line is too long");
     } else {
       PrintLine(commands_.Execute(line, Clock::now()));
+      commandsExecuted_ = true;
     }
     inputTooLong_ = false;
   }

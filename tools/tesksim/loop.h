@@ -13,6 +13,7 @@
 #include "tools/tesksim/link_file.h"
 #include "tools/tesksim/options.h"
 #include "tools/tesksim/simulator.h"
+#include "tools/tesksim/state_file.h"
 #include "tools/tesksim/terminal.h"
 
 namespace tesksim {
@@ -24,7 +25,8 @@ namespace tesksim {
 // there is something to do.
 class Loop : private TerminalControl {
  public:
-  explicit Loop(const Options& options);
+  // Begins with `state`; what it becomes is kept in `file`.
+  Loop(const Options& options, StateFile file, SwitcherState state);
 
   // Runs until it is told to quit.  Returns the exit status of the program.
   int Run();
@@ -33,6 +35,7 @@ class Loop : private TerminalControl {
   model::Status Unplug() override;
   model::Status Replug() override;
   std::string Where() const override;
+  model::Status Save(const std::string& path) override;
   void Quit() override { quit_ = true; }
 
   void WatchForPeer(Time now);
@@ -42,6 +45,8 @@ class Loop : private TerminalControl {
   void Wait(const sigset_t& mask);
   bool WatchesLine() const;
   std::optional<Time> NextTime() const;
+  void KeepState(Time now);
+  bool WriteState();
   void ReadInput();
   void ExecuteLines();
 
@@ -59,6 +64,12 @@ class Loop : private TerminalControl {
   // The line from the console: busy while there are bytes to be read.
   LinePacer inputPacer_;
   Bytes unwritten_;  // left the simulator and not taken by the terminal yet
+
+  // The state is written a while after it has changed, so that a whole download is one write.
+  StateFile stateFile_;
+  std::uint64_t changesSeen_ = 0;
+  bool commandsExecuted_ = false;  // since the state was written; each may have changed it
+  std::optional<Time> nextWrite_;
 
   bool inputOpen_ = true;
   std::string input_;          // of the commands, not ended by a line end yet

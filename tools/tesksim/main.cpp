@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 
 #include <cstdio>
+#include <utility>
 
+#include "tools/tesksim/initial_state.h"
 #include "tools/tesksim/loop.h"
 #include "tools/tesksim/options.h"
 
@@ -17,5 +19,11 @@ int main(int argc, char** argv) {
     std::fputs(tesksim::HelpText().c_str(), stdout);
     return 0;
   }
-  return tesksim::Loop(options).Run();
+  tesksim::StateFile file(options.stateFile);
+  std::optional<tesksim::SwitcherState> state;
+  if (const auto status = tesksim::MakeInitialState(options, file, &state); !status.ok()) {
+    std::fprintf(stderr, "tesksim: %s\n", status.Description().c_str());
+    return 1;
+  }
+  return tesksim::Loop(options, std::move(file), std::move(*state)).Run();
 }

@@ -7,6 +7,8 @@
 #include <span>
 #include <string>
 
+#include "switcher/decode_status.h"
+
 namespace tesksim {
 
 // What the switcher made of a message.
@@ -17,9 +19,13 @@ struct Outcome {
     Malformed,  // wrong length, checksum or end byte
   };
   Result result = Result::Malformed;
-  std::string text;   // what it says: "output 6 source 8 action 3"
+  std::string text;   // what it says: "output 6 source 8 action 3"; if malformed: what is wrong
   int answerRow = 0;  // the output whose map row answers the message; 0 for none
 };
+
+// The outcome of a table message that failed a check: refused for a wrong number, which `text`
+// names, malformed for everything else.  REQUIRES: status is not Ok
+Outcome Rejected(switcher::DecodeStatus status, std::string text = {});
 
 // Acts on the messages of one kind.  One class, in a file of its own, for each kind; what it
 // keeps for itself alone is its member, what others need is in SwitcherState.

@@ -26,8 +26,32 @@ struct Option {
 bool SetChannels(std::string_view value, Options* options) {
   const auto channels = ParseNumber(value, 8, 256);
   if (!channels.has_value() || *channels % 8 != 0) return false;
-  options->simulator.channelCount = *channels;
+  options->channels = channels;
   return true;
+}
+
+bool SetStations(std::string_view value, Options* options) {
+  options->stations = ParseNumber(value, 1, 256);
+  return options->stations.has_value();
+}
+
+bool SetLabels(std::string_view value, Options* options) {
+  options->labels = ParseNumber(value, 1, 256);
+  return options->labels.has_value();
+}
+
+// "relays:3:checksum".
+bool AddSpoiled(std::string_view value, Options* options) {
+  std::string line(value);
+  std::replace(line.begin(), line.end(), ':', ' ');
+  const auto spoiled = ParseSpoiledMessage(SplitWords(line));
+  if (spoiled.has_value()) options->spoiled.push_back(*spoiled);
+  return spoiled.has_value();
+}
+
+bool SetPath(std::string_view value, std::string* path) {
+  *path = value;
+  return !value.empty();
 }
 
 bool SetBaud(std::string_view value, Options* options) {
@@ -49,22 +73,26 @@ constexpr Option kOptions[] = {
      "a multiple of 8 within 8..256", &SetChannels},
     {"baud", "RATE", "pace of the line in both directions (default 57600; 0: no pace)",
      "0 or 300..4000000", &SetBaud},
-    {"link", "PATH", "make a symbolic link to the terminal; it follows a replug", "a path",
+    {"stations", "N", "stations with buttons, 1..256 (default 64)", "1..256", &SetStations},
+    {"labels", "N", "labels of either kind, 1..256 (default 128)", "1..256", &SetLabels},
+    {"state", "FILE", "keep all that the switcher holds in FILE across runs", "a path",
+     [](std::string_view value, Options* options) { return SetPath(value, &options->stateFile); }},
+    {"database", "FILE", "start with the sizes and tables of a console's database", "a path",
      [](std::string_view value, Options* options) {
-       options->link = value;
-       return !value.empty();
+       return SetPath(value, &options->databaseFile);
      }},
+    {"link", "PATH", "make a symbolic link to the terminal; it follows a replug", "a path",
+     [](std::string_view value, Options* options) { return SetPath(value, &options->link); }},
     {"device", "PATH", "use this serial device (57600, 8, N, 1) instead of a pseudo terminal",
      "a path",
-     [](std::string_view value, Options* options) {
-       options->device = value;
-       return !value.empty();
-     }},
+     [](std::string_view value, Options* options) { return SetPath(value, &options->device); }},
     {"seed", "N", "seed of all that is left to chance (default 1)", "a number from 0", &SetSeed},
     {"demo", "", "begin with a believable state and change a source every few seconds", "",
      [](std::string_view, Options* options) { return options->simulator.demo = true; }},
     {"log", "", "print a line for each message received and sent", "",
      [](std::string_view, Options* options) { return options->log = true; }},
+    {"spoil", "M:N:HARM", "this message of a retrieval goes out wrong; may be given again",
+     "MESSAGE:N:HARM, as in relays:3:checksum", &AddSpoiled},
     {"silence", "", "act on what comes, but answer nothing", "",
      [](std::string_view, Options* options) { return options->silence = true; }},
     {"help", "", "print this and end", "",
@@ -135,11 +163,16 @@ std::string HelpText() {
       "Usage: tesksim [OPTION]...\n"
       "\n"
       "A simulated matrix switcher on a pseudo terminal or a serial device.  The first line it\n"
-      "prints says where to connect.  It answers polls, takes, gains and inhibits as a switcher\n"
-      "does, at the pace of its line, and misbehaves when told to.\n"
+      "prints says where to connect.  It answers polls and takes, keeps the tables it is sent and\n"
+      "gives them back on request, at the pace of its line, and misbehaves when told to.\n"
       "\n"
-      "Without --demo it begins with no crosspoint, no inhibit, no tally point responding and\n"
-      "every gain at 64 (-36 dB), and sends nothing until it is polled.\n"
+      "It begins with no crosspoint, no tally point responding, every gain at 64 (-36 dB) and the\n"
+      "tables of a console's fresh database: each output inhibited from itself, labels behind the\n"
+      "last station hidden.  It sends nothing until it is polled.\n"
+      "\n"
+      "With --state FILE it begins as it ended: everything it holds is written to FILE a second\n"
+      "after a change and at the end, as a whole.  While there is no FILE yet, --database says\n"
+      "what to start from.  A FILE that is no state file is not touched.\n"
       "\n"
       "Options:\n";
   for (const Option& option : kOptions) {
@@ -152,14 +185,20 @@ std::string HelpText() {
   text +=
       "\n"
       "Commands, one a line on the standard input, each answered with one line that begins with\n"
-      "\"ok\" or \"error\".  Channels count from 1.  The end of the input ends nothing.\n" +
+      "\"ok\" or \"error\".  Everything counts from 1.  The end of the input ends nothing.\n" +
       Commands::Help() +
+      "\n"
+      "Asked for its tables (0xE7), it sends the output labels, the input labels, for each\n"
+      "output its inhibits and its relays, the optos, and the buttons of each station.  \"spoil\"\n"
+      "makes one of these messages go out wrong.  It takes the message and what is wrong:\n  " +
+      SpoilUsage() +
+      "\n"
       "\n"
       "A pseudo terminal holds some 20 kB for whoever writes to it; a sender feels the pace of\n"
       "the line from there on.\n"
       "\n"
-      "Exit status: 0 after quit, SIGINT or SIGTERM; 1 when the terminal fails; 2 for a wrong\n"
-      "command line.\n";
+      "Exit status: 0 after quit, SIGINT or SIGTERM; 1 when the terminal or a file fails; 2 for a\n"
+      "wrong command line.\n";
   return text;
 }
 

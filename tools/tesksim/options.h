@@ -3,6 +3,7 @@
 #ifndef TESKSIM_OPTIONS_H_
 #define TESKSIM_OPTIONS_H_
 
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -10,15 +11,22 @@
 
 #include "tools/tesksim/faults.h"
 #include "tools/tesksim/simulator.h"
+#include "tools/tesksim/spoil.h"
 
 namespace tesksim {
 
 // The command line.
 struct Options {
   Simulator::Options simulator;
-  std::string link;    // the symbolic link to make; empty for none
-  std::string device;  // the serial device to use; empty for a pseudo terminal
+  std::optional<int> channels;  // as SystemSizes has them; what is not given is open
+  std::optional<int> stations;
+  std::optional<int> labels;
+  std::string stateFile;     // keeps the state across runs; empty for none
+  std::string databaseFile;  // what to start from; empty for the defaults
+  std::string link;          // the symbolic link to make; empty for none
+  std::string device;        // the serial device to use; empty for a pseudo terminal
   std::vector<std::pair<const FaultSetting*, int>> faults;
+  std::vector<SpoiledMessage> spoiled;
   bool silence = false;
   bool log = false;
   bool help = false;

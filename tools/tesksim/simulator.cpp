@@ -2,26 +2,40 @@
 
 #include "tools/tesksim/simulator.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "switcher/messages/crosspoint_row.h"
 #include "switcher/messages/gain_report.h"
 #include "switcher/messages/tally.h"
+#include "tools/tesksim/messages/buttons.h"
 #include "tools/tesksim/messages/gain.h"
 #include "tools/tesksim/messages/inhibits.h"
+#include "tools/tesksim/messages/labels.h"
+#include "tools/tesksim/messages/optos.h"
+#include "tools/tesksim/messages/relays.h"
 #include "tools/tesksim/messages/take.h"
+#include "tools/tesksim/state_text.h"
 
 namespace tesksim {
 
 namespace {
 
-// What the switcher understands.  A kind that is missing here is skipped when it comes.
+// What the switcher understands: every kind that MessageName() knows.
 std::vector<std::unique_ptr<MessageHandler>> MakeHandlers(SwitcherState& state) {
   std::vector<std::unique_ptr<MessageHandler>> handlers;
   handlers.push_back(std::make_unique<TakeHandler>(state));
   handlers.push_back(std::make_unique<GainHandler>(state));
   handlers.push_back(std::make_unique<InhibitsHandler>(state));
+  handlers.push_back(std::make_unique<RelaysHandler>(state));
+  handlers.push_back(std::make_unique<LabelsHandler>(state));
+  handlers.push_back(std::make_unique<ButtonsHandler>(state));
+  handlers.push_back(std::make_unique<OptosHandler>(state));
   return handlers;
+}
+
+bool IsTable(std::uint8_t code) {
+  return code != switcher::kTakeCode && code != switcher::kGainCode;
 }
 
 std::string Count(std::size_t bytes) {
@@ -30,16 +44,16 @@ std::string Count(std::size_t bytes) {
 
 }  // namespace
 
-Simulator::Simulator(const Options& options, Time now, Log log)
-    : state_(options.channelCount),
+Simulator::Simulator(SwitcherState state, const Options& options, Time now, Log log)
+    : state_(std::move(state)),
       handlers_(MakeHandlers(state_)),
+      parser_(state_.Sizes().labels),
       log_(std::move(log)),
       transmitter_(options.baud, options.seed, *this,
                    [this](const std::string& line) { Note(line); }),
+      retrieval_(state_, [this](const std::string& line) { Note(line); }),
       demo_(options.seed) {
-  if (!options.demo) return;
-  demo_.Fill(state_);
-  nextDemoChange_ = now + demo_.Pause();
+  if (options.demo) nextDemoChange_ = now + demo_.Pause();
 }
 
 Simulator::~Simulator() = default;
@@ -66,6 +80,7 @@ void Simulator::DropLine() {
   (void)parser_.GiveUp();  // it broke with the line; that is no fault of the console's
   requests_.clear();
   transmitter_.Clear();
+  retrieval_.Stop();
   nextMapRow_ = 0;
   polled_ = false;
 }
@@ -94,12 +109,14 @@ void Simulator::SetSilence(bool silent) {
   silent_ = silent;
   if (!silent) return;
   transmitter_.Clear();
+  retrieval_.Stop();
   nextMapRow_ = 0;
 }
 
-bool Simulator::HasNext() const { return nextMapRow_ != 0; }
+bool Simulator::HasNext() const { return retrieval_.HasNext() || nextMapRow_ != 0; }
 
 Outgoing Simulator::Next() {
+  if (retrieval_.HasNext()) return retrieval_.Next();
   if (nextMapRow_ > state_.ChannelCount()) {
     nextMapRow_ = 0;
     return GainsMessage();
@@ -109,7 +126,7 @@ Outgoing Simulator::Next() {
 
 void Simulator::Work(Time now) {
   if (const auto deadline = parser_.Deadline(); deadline.has_value() && *deadline <= now) {
-    Enqueue({*parser_.GiveUp()}, now);
+    Enqueue(parser_.GiveUp(), now);
   }
   while (!requests_.empty() && requests_.front().due <= now) {
     const Request request = std::move(requests_.front());
@@ -165,34 +182,35 @@ void Simulator::AnswerPoll(std::uint8_t poll) {
     default:
       ++stats_.tablePolls;
       Note("rx poll tables");
+      if (!silent_) retrieval_.Begin();
       break;
   }
 }
 
 void Simulator::AcceptMessage(std::span<const std::uint8_t> message) {
-  const std::string name(MessageName(message.front()));
-  for (const auto& handler : handlers_) {
-    if (!handler->Handles(message.front())) continue;
-    const Outcome outcome = handler->Accept(message);
-    switch (outcome.result) {
-      case Outcome::Result::Done:
-        if (message.front() == switcher::kTakeCode) ++stats_.takes;
-        Note("rx " + name + " " + outcome.text);
-        break;
-      case Outcome::Result::Refused:
-        ++stats_.refused;
-        Note("rx " + name + " " + outcome.text + " (refused)");
-        break;
-      case Outcome::Result::Malformed:
-        ++stats_.malformed;
-        Note("rx malformed " + name + " " + Count(message.size()));
-        break;
-    }
-    if (outcome.answerRow != 0 && !silent_) SendRow(outcome.answerRow);
-    return;
+  const std::uint8_t code = message.front();
+  const std::string name(MessageName(code));
+  const auto handler = std::find_if(handlers_.begin(), handlers_.end(),
+                                    [code](const auto& one) { return one->Handles(code); });
+  const Outcome outcome = (*handler)->Accept(message);
+  switch (outcome.result) {
+    case Outcome::Result::Done:
+      ++changes_;
+      if (code == switcher::kTakeCode) ++stats_.takes;
+      if (IsTable(code)) ++stats_.tables;
+      Note("rx " + name + " " + outcome.text);
+      break;
+    case Outcome::Result::Refused:
+      ++stats_.refused;
+      Note("rx " + name + " " + outcome.text + " (refused)");
+      break;
+    case Outcome::Result::Malformed:
+      ++stats_.malformed;
+      Note("rx malformed " + name + " " + Count(message.size()) +
+           (outcome.text.empty() ? "" : ", " + outcome.text));
+      break;
   }
-  ++stats_.skipped;
-  Note("rx skipped " + name + " " + Count(message.size()));
+  if (outcome.answerRow != 0 && !silent_) SendRow(outcome.answerRow);
 }
 
 // Somebody at the switcher changes something.  The console hears of it unless it has not asked
@@ -202,6 +220,7 @@ void Simulator::PlayDemo(Time now) {
   nextDemoChange_ = now + demo_.Pause();
   if (nextMapRow_ != 0) return;
   const std::optional<int> output = demo_.Change(state_);
+  if (output.has_value()) ++changes_;
   if (output.has_value() && polled_ && !silent_) SendRow(*output);
 }
 

@@ -13,6 +13,7 @@
 #include "tools/tesksim/clock.h"
 #include "tools/tesksim/demo.h"
 #include "tools/tesksim/message_handler.h"
+#include "tools/tesksim/retrieval.h"
 #include "tools/tesksim/stream_parser.h"
 #include "tools/tesksim/switcher_state.h"
 #include "tools/tesksim/transmitter.h"
@@ -27,9 +28,9 @@ struct Stats {
   std::uint64_t keepAlives = 0;
   std::uint64_t tablePolls = 0;
   std::uint64_t takes = 0;      // done
+  std::uint64_t tables = 0;     // table messages, accepted
   std::uint64_t messages = 0;   // well-framed, of any kind
   std::uint64_t refused = 0;    // of these: understood and not done
-  std::uint64_t skipped = 0;    // of these: of a kind that is not kept
   std::uint64_t malformed = 0;  // broken off, or wrong in length, checksum or end
   std::uint64_t noiseBytes = 0;
 };
@@ -39,20 +40,19 @@ struct Stats {
 // It says nothing until it is polled.  0xE5 starts the whole map, one row after the other and
 // then the gain report; while that is going out, more 0xE5 start nothing, because the console
 // polls every second and a map of 256 channels takes longer.  A take's row goes before the rest
-// of a map.  0xE4 brings the tally, 0xED the link answer before everything else.  0xE7 is noted
-// and not answered.
+// of a map.  0xE4 brings the tally, 0xED the link answer before everything else but inside no
+// table.  0xE7 starts the retrieval, before the rest of a map; another one starts it again.
 class Simulator : private MessageSource {
  public:
   struct Options {
-    int channelCount = 64;   // a multiple of eight within 8..256
     int baud = 57600;        // of the line to the console; 0 sends without a pace
     std::uint32_t seed = 1;  // of everything that is left to chance
-    bool demo = false;       // a believable state and activity
+    bool demo = false;       // a change every few seconds
   };
 
-  // Starts at `now`.  `log` is told of every message, "rx ..." and "tx ...", once SetLogging()
-  // has switched it on; it may be empty.
-  Simulator(const Options& options, Time now, Log log);
+  // Starts with `state` at `now`.  `log` is told of every message, "rx ..." and "tx ...", once
+  // SetLogging() has switched it on; it may be empty.
+  Simulator(SwitcherState state, const Options& options, Time now, Log log);
   ~Simulator() override;
   Simulator(const Simulator&) = delete;
   Simulator& operator=(const Simulator&) = delete;
@@ -89,6 +89,12 @@ class Simulator : private MessageSource {
   // is lost.  SendRow() and its like still send.
   void SetSilence(bool silent);
 
+  // The answer to 0xE7, for choosing messages that go out wrong.
+  Retrieval& Tables() { return retrieval_; }
+
+  // How often what it holds has been changed by a message or the demo.
+  std::uint64_t Changes() const { return changes_; }
+
   void SetLogging(bool on) { logging_ = on; }
 
   // Puts a line of the caller's into the log.
@@ -123,12 +129,14 @@ class Simulator : private MessageSource {
   Log log_;
   bool logging_ = false;
   Transmitter transmitter_;
+  Retrieval retrieval_;
   int nextMapRow_ = 0;   // the map's next output; ChannelCount() + 1: the gain report; 0: no map
   bool polled_ = false;  // since the line was last dropped
   bool silent_ = false;
   Demo demo_;
   std::optional<Time> nextDemoChange_;
   Stats stats_;
+  std::uint64_t changes_ = 0;
 };
 
 }  // namespace tesksim

@@ -2,6 +2,7 @@
 
 #include "tools/tesksim/stream_parser.h"
 
+#include <numeric>
 #include <utility>
 
 namespace tesksim {
@@ -14,17 +15,27 @@ struct MessageCode {
 };
 
 constexpr MessageCode kMessageCodes[] = {
-    {switcher::kTakeCode, "take"},           {switcher::kGainCode, "gain"},
-    {switcher::kInhibitRowCode, "inhibits"}, {switcher::kRelayRowCode, "relays"},
-    {kLabelOrderCode, "label-order"},        {switcher::kAlphaLabelsCode, "label-texts"},
-    {switcher::kButtonDataCode, "buttons"},  {switcher::kOptoDataCode, "optos"},
+    {switcher::kTakeCode, "take"},
+    {switcher::kGainCode, "gain"},
+    {switcher::kInhibitRowCode, "inhibits"},
+    {switcher::kRelayRowCode, "relays"},
+    {switcher::kLabelOrderCode, "label-order"},
+    {switcher::kAlphaLabelsCode, "label-texts"},
+    {switcher::kButtonDataCode, "buttons"},
+    {switcher::kOptoDataCode, "optos"},
 };
+
+// Whether the last byte but one is the checksum of those between it and the code.
+bool HasChecksum(const Bytes& message) {
+  const auto sum = std::accumulate(message.begin() + 1, message.end() - 2, 0U);
+  return (sum & 0x7FU) == message[message.size() - 2];
+}
 
 }  // namespace
 
 bool IsPoll(std::uint8_t byte) {
   return byte == switcher::kPollMap || byte == switcher::kPollTally ||
-         byte == switcher::kPollKeepAlive || byte == kPollTables;
+         byte == switcher::kPollKeepAlive || byte == switcher::kRetrieveRequest;
 }
 
 std::string_view MessageName(std::uint8_t code) {
@@ -34,12 +45,17 @@ std::string_view MessageName(std::uint8_t code) {
   return {};
 }
 
+std::optional<std::uint8_t> MessageCodeOf(std::string_view name) {
+  for (const MessageCode& known : kMessageCodes) {
+    if (known.name == name) return known.code;
+  }
+  return std::nullopt;
+}
+
 std::vector<Received> StreamParser::Feed(std::span<const std::uint8_t> bytes, Time now) {
   std::vector<Received> found;
   if (bytes.empty()) return found;
-  if (const auto deadline = Deadline(); deadline.has_value() && now >= *deadline) {
-    found.push_back(*GiveUp());
-  }
+  if (const auto deadline = Deadline(); deadline.has_value() && now >= *deadline) GiveUp(&found);
   for (const std::uint8_t byte : bytes) Add(byte, &found);
   lastByte_ = now;
   return found;
@@ -47,17 +63,17 @@ std::vector<Received> StreamParser::Feed(std::span<const std::uint8_t> bytes, Ti
 
 void StreamParser::Add(std::uint8_t byte, std::vector<Received>* found) {
   if (!message_.empty()) {
-    const bool eightBits = message_.front() == switcher::kAlphaLabelsCode;
-    if (byte == switcher::kEndOfMessage) {
-      message_.push_back(byte);
-      found->push_back({Received::Kind::Message, std::exchange(message_, {})});
+    if (message_.front() == switcher::kAlphaLabelsCode) {
+      AddToLabelTexts(byte, found);
       return;
     }
-    if ((byte < 0x80 || eightBits) && message_.size() < kLongestMessage) {
+    const bool ends = byte == switcher::kEndOfMessage;
+    if (ends || (byte < 0x80 && message_.size() < kLongestMessage)) {
       message_.push_back(byte);
+      if (ends) Complete(Received::Kind::Message, found);
       return;
     }
-    found->push_back(*GiveUp());
+    Complete(Received::Kind::Broken, found);
   }
   if (IsPoll(byte)) {
     found->push_back({Received::Kind::Poll, {byte}});
@@ -70,9 +86,48 @@ void StreamParser::Add(std::uint8_t byte, std::vector<Received>* found) {
   }
 }
 
-std::optional<Received> StreamParser::GiveUp() {
-  if (message_.empty()) return std::nullopt;
-  return Received{Received::Kind::Broken, std::exchange(message_, {})};
+void StreamParser::AddToLabelTexts(std::uint8_t byte, std::vector<Received>* found) {
+  message_.push_back(byte);
+  const bool ends = byte == switcher::kEndOfMessage;
+  if (message_.size() < labelMessageSize_) {
+    if (ends && firstEndByte_ == 0) firstEndByte_ = message_.size() - 1;
+  } else if (firstEndByte_ != 0 && !(ends && HasChecksum(message_))) {
+    EndAtFirstEndByte(found);
+  } else if (ends) {
+    Complete(Received::Kind::Message, found);
+  } else if (message_.size() == kLongestMessage) {
+    Complete(Received::Kind::Broken, found);
+  }
+}
+
+// What stands behind is shorter than a whole label message, so this comes to an end.
+void StreamParser::EndAtFirstEndByte(std::vector<Received>* found) {
+  const auto behind = message_.begin() + static_cast<std::ptrdiff_t>(firstEndByte_) + 1;
+  const Bytes rest(behind, message_.end());
+  message_.erase(behind, message_.end());
+  Complete(Received::Kind::Message, found);
+  for (const std::uint8_t byte : rest) Add(byte, found);
+}
+
+void StreamParser::Complete(Received::Kind kind, std::vector<Received>* found) {
+  firstEndByte_ = 0;
+  found->push_back({kind, std::exchange(message_, {})});
+}
+
+std::vector<Received> StreamParser::GiveUp() {
+  std::vector<Received> found;
+  GiveUp(&found);
+  return found;
+}
+
+void StreamParser::GiveUp(std::vector<Received>* found) {
+  while (!message_.empty()) {
+    if (firstEndByte_ != 0) {
+      EndAtFirstEndByte(found);
+    } else {
+      Complete(Received::Kind::Broken, found);
+    }
+  }
 }
 
 std::optional<Time> StreamParser::Deadline() const {

@@ -19,12 +19,6 @@ namespace tesksim {
 
 using switcher::Bytes;
 
-// To the switcher, outside any message: send all tables.
-inline constexpr std::uint8_t kPollTables = 0xE7;
-
-// To the switcher: the order of the stations in the label message that follows.
-inline constexpr std::uint8_t kLabelOrderCode = 0xF7;
-
 // Whether this byte, outside any message, asks the switcher for something: 0xE5, 0xE4, 0xED or
 // 0xE7.  0xE4 is a poll in this direction only; coming from the switcher it begins a message.
 bool IsPoll(std::uint8_t byte);
@@ -32,6 +26,9 @@ bool IsPoll(std::uint8_t byte);
 // What is sent to the switcher under a code, as one word: "take", "inhibits"; empty for a code
 // that begins no message in this direction.
 std::string_view MessageName(std::uint8_t code);
+
+// The code of a message by that word.
+std::optional<std::uint8_t> MessageCodeOf(std::string_view name);
 
 // A piece of what the console sent.
 struct Received {
@@ -51,28 +48,42 @@ struct Received {
 //
 // Every byte comes out again, once and in order.  Inside a message only the end byte has its
 // top bit set, so any other such byte means that the rest of the message is lost: it is given
-// up as broken and the byte is taken as if it stood outside.  Label texts (0xF9) are the
-// exception; their characters have eight bits.  A message is also given up when it grows beyond
-// kLongestMessage, and when its next byte does not come within kGap, so that no poll is
-// swallowed by the remains of a sender that died.
+// up as broken and the byte is taken as if it stood outside.  A message is also given up when
+// it grows beyond kLongestMessage, and when its next byte does not come within kGap, so that no
+// poll is swallowed by the remains of a sender that died.
+//
+// Label texts (0xF9) are the exception: their characters have eight bits, and one of them may be
+// 0xFF itself.  They are read by their length.  When there is no checksum and end byte at that
+// place, or nothing comes any more, the message ends at its first 0xFF after all, as any other
+// does, and what stands behind that is looked at again.
 class StreamParser {
  public:
   static constexpr std::size_t kLongestMessage = 8192;
   static constexpr std::chrono::milliseconds kGap{500};
 
+  // `labelCount` is the number of labels in the label texts.  REQUIRES: 1 <= labelCount <= 256
+  explicit StreamParser(int labelCount)
+      : labelMessageSize_(8 * static_cast<std::size_t>(labelCount) + 4) {}
+
   // What these bytes, which arrived at `now`, complete.
   std::vector<Received> Feed(std::span<const std::uint8_t> bytes, Time now);
 
-  // Gives up a message that waits for its next byte: nothing, or one Broken.
-  std::optional<Received> GiveUp();
+  // Gives up a message that waits for its next byte.  Nothing waits afterwards.
+  std::vector<Received> GiveUp();
 
   // When a waiting message is to be given up; nothing when none waits.
   std::optional<Time> Deadline() const;
 
  private:
   void Add(std::uint8_t byte, std::vector<Received>* found);
+  void AddToLabelTexts(std::uint8_t byte, std::vector<Received>* found);
+  void EndAtFirstEndByte(std::vector<Received>* found);
+  void Complete(Received::Kind kind, std::vector<Received>* found);
+  void GiveUp(std::vector<Received>* found);
 
-  Bytes message_;  // empty outside a message
+  std::size_t labelMessageSize_;
+  Bytes message_;                 // empty outside a message
+  std::size_t firstEndByte_ = 0;  // where in label texts the first 0xFF stands; 0: there is none
   Time lastByte_{};
 };
 

@@ -2,30 +2,29 @@
 
 #include "tools/tesksim/switcher_state.h"
 
-#include <algorithm>
-
 namespace tesksim {
 
 namespace {
 
 constexpr std::int16_t kInitialGain = 64;
 
-// " 1 8", or " none" when no channel passes the test.
-template <typename Test>
-std::string ChannelList(const SwitcherState& state, Test test) {
-  std::string list;
-  for (int channel = 1; channel <= state.ChannelCount(); ++channel) {
-    if (test(channel)) list += " " + std::to_string(channel);
-  }
-  return list.empty() ? " none" : list;
-}
-
 }  // namespace
 
-SwitcherState::SwitcherState(int channelCount)
-    : crosspoints(channelCount),
-      inhibits(channelCount),
-      gains(static_cast<std::size_t>(channelCount), kInitialGain) {}
+SwitcherState::SwitcherState(const SystemSizes& sizes)
+    : crosspoints(sizes.channels),
+      gains(static_cast<std::size_t>(sizes.channels), kInitialGain),
+      outLabels(sizes.labels),
+      inLabels(sizes.labels),
+      inhibits(sizes.channels),
+      relays(sizes.channels),
+      buttons(sizes.stations),
+      optos(kOptos),
+      sizes_(sizes) {
+  for (int station = 1; station <= sizes.stations; ++station) {
+    buttons[station] = model::OneBasedArray<ButtonProgram>(kButtons);
+  }
+  FillDefaultTables(*this);
+}
 
 void SwitcherState::ClearOutput(int output) {
   for (int input = 1; input <= ChannelCount(); ++input) {
@@ -41,23 +40,6 @@ switcher::CrosspointRow SwitcherState::Row(int output) const {
     if (crosspoint == Crosspoint::Priority) row.status = 1;
   }
   return row;
-}
-
-std::string DescribeRow(const SwitcherState& state, int output) {
-  const int status = state.Row(output).status;
-  std::string text = "output " + std::to_string(output) + " status " + std::to_string(status);
-  text += " sources" + ChannelList(state, [&](int input) {
-            return state.crosspoints.At(output, input) != Crosspoint::Off;
-          });
-  if (status == 0) return text;
-  return text + " priority" + ChannelList(state, [&](int input) {
-           return state.crosspoints.At(output, input) == Crosspoint::Priority;
-         });
-}
-
-std::string DescribeInhibits(const SwitcherState& state, int output) {
-  return "output " + std::to_string(output) + " inhibits" +
-         ChannelList(state, [&](int input) { return state.inhibits.At(output, input) != 0; });
 }
 
 }  // namespace tesksim

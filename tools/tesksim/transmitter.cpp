@@ -79,6 +79,8 @@ bool Transmitter::HasOutput() const {
          source_.HasNext();
 }
 
+bool Transmitter::MayInterrupt() const { return !inOnePiece_ || position_ == current_.size(); }
+
 std::size_t Transmitter::Portion() const {
   if (!waiting_.empty() || source_.HasNext()) return pacer_.Portion();
   const std::size_t left = linkAnswers_ + noiseBytes_ + (current_.size() - position_);
@@ -86,7 +88,7 @@ std::size_t Transmitter::Portion() const {
 }
 
 std::uint8_t Transmitter::NextByte() {
-  if (linkAnswers_ > 0) {
+  if (linkAnswers_ > 0 && MayInterrupt()) {
     --linkAnswers_;
     Write("tx link answer");
     return switcher::kLinkAnswer;
@@ -112,6 +114,7 @@ void Transmitter::StartMessage() {
   if (next.mayBeHarmed) harm = faults_.Harm(&next.bytes);
   ++messagesSent_;
   Write("tx " + next.text + harm);
+  inOnePiece_ = next.inOnePiece;
   current_ = std::move(next.bytes);
   position_ = 0;
 }

@@ -24,6 +24,7 @@ struct Outgoing {
   Bytes bytes;
   std::string text;
   bool mayBeHarmed = true;  // a whole message, which faults apply to
+  bool inOnePiece = false;  // no link answer may come between its bytes
 };
 
 // Gives messages one by one when the line has nothing else to carry.
@@ -51,7 +52,8 @@ class Transmitter {
   void Send(Outgoing message);
 
   // Sends the one-byte link answer before everything else, also between two bytes of a message
-  // that is on its way: the console takes it out of the stream wherever it stands.
+  // that is on its way, unless that must stay in one piece: the console takes it out of the
+  // stream wherever it stands.
   void SendLinkAnswer();
 
   // Forgets all that waits, and the rest of the message that is on its way.
@@ -73,6 +75,7 @@ class Transmitter {
 
  private:
   bool HasOutput() const;
+  bool MayInterrupt() const;
   std::size_t Portion() const;
   std::uint8_t NextByte();
   void StartMessage();
@@ -93,6 +96,7 @@ class Transmitter {
   std::deque<Outgoing> waiting_;
   std::size_t waitingBytes_ = 0;
   Bytes current_;             // the message on its way
+  bool inOnePiece_ = false;   // it is not to be interrupted
   std::size_t position_ = 0;  // its next byte
 
   std::uint64_t bytesSent_ = 0;

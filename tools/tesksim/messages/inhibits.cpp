@@ -4,6 +4,7 @@
 
 #include "switcher/frame.h"
 #include "switcher/messages/inhibit_row.h"
+#include "tools/tesksim/state_text.h"
 
 namespace tesksim {
 
@@ -11,18 +12,22 @@ bool InhibitsHandler::Handles(std::uint8_t code) const { return code == switcher
 
 Outcome InhibitsHandler::Accept(std::span<const std::uint8_t> message) {
   switcher::InhibitRow row;
-  switch (switcher::ParseInhibitRow(message, state_.ChannelCount(), &row)) {
-    case switcher::DecodeStatus::Ok:
-      break;
-    case switcher::DecodeStatus::WrongChannel:
-      return {.result = Outcome::Result::Refused, .text = "output " + std::to_string(row.output)};
-    default:
-      return {};
+  const auto status = switcher::ParseInhibitRow(message, state_.ChannelCount(), &row);
+  if (status != switcher::DecodeStatus::Ok) {
+    return Rejected(status, "output " + std::to_string(row.output));
   }
   for (int input = 1; input <= state_.ChannelCount(); ++input) {
     state_.inhibits.At(row.output, input) = row.inhibited[static_cast<std::size_t>(input - 1)];
   }
   return {.result = Outcome::Result::Done, .text = DescribeInhibits(state_, row.output)};
+}
+
+switcher::Bytes InhibitsMessage(const SwitcherState& state, int output) {
+  std::string flags;
+  for (const std::uint8_t inhibited : state.inhibits.Row(output)) {
+    flags += inhibited != 0 ? '1' : '0';
+  }
+  return switcher::EncodeInhibitRow(output, flags, state.ChannelCount());
 }
 
 }  // namespace tesksim

@@ -3,6 +3,7 @@
 #ifndef TESKSIM_MESSAGES_INHIBITS_H_
 #define TESKSIM_MESSAGES_INHIBITS_H_
 
+#include "switcher/wire.h"
 #include "tools/tesksim/message_handler.h"
 #include "tools/tesksim/switcher_state.h"
 
@@ -18,6 +19,9 @@ class InhibitsHandler : public MessageHandler {
  private:
   SwitcherState& state_;
 };
+
+// The message that reports the inhibits of an output.
+switcher::Bytes InhibitsMessage(const SwitcherState& state, int output);
 
 }  // namespace tesksim
 

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+
+#include "tools/tesksim/database_tables.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "db/jet/database.h"
+#include "db/schema.h"
+#include "model/flag_string.h"
+#include "switcher/messages/label_texts.h"
+#include "switcher/messages/opto_data.h"
+#include "switcher/stored_forms.h"
+
+namespace tesksim {
+
+namespace {
+
+// The fields of one record.  After the first one that cannot be read all are empty.
+class Record {
+ public:
+  explicit Record(const jet::RecordSet& records) : records_(records) {}
+
+  int Number(std::string_view field) { return Get(field).Int(); }
+
+  // A number as it travels: its low eight bits.
+  int Byte(std::string_view field) { return Number(field) & 0xFF; }
+
+  std::string Text(std::string_view field) { return Get(field).Text(); }
+
+  const model::Status& Outcome() const { return outcome_; }
+
+ private:
+  jet::Value Get(std::string_view field) {
+    jet::Value value;
+    if (!outcome_.ok()) return value;
+    if (const jet::Status status = records_.Get(field, &value); !status.ok()) outcome_ = status;
+    return value;
+  }
+
+  const jet::RecordSet& records_;
+  model::Status outcome_;
+};
+
+Members MembersOf(std::string_view flags, std::size_t most) {
+  Members members;
+  for (std::size_t member = 0; member < std::min(most, members.size()); ++member) {
+    members.set(member, model::FlagIsSet(flags, static_cast<int>(member) + 1));
+  }
+  return members;
+}
+
+// Everything that a console could have sent and has not.
+void ClearTables(SwitcherState& state) {
+  const std::string blank(switcher::kLabelLength, ' ');
+  for (int label = 1; label <= state.Sizes().labels; ++label) {
+    state.outLabels[label] = blank;
+    state.inLabels[label] = blank;
+  }
+  for (int output = 1; output <= state.ChannelCount(); ++output) {
+    for (int input = 1; input <= state.ChannelCount(); ++input) {
+      state.inhibits.At(output, input) = 0;
+    }
+    state.relays[output].reset();
+  }
+  for (int station = 1; station <= state.Sizes().stations; ++station) {
+    for (int button = 1; button <= kButtons; ++button) state.buttons[station][button] = {};
+  }
+  for (int opto = 1; opto <= kOptos; ++opto) state.optos[opto] = {};
+}
+
+void ReadOutput(Record& record, int output, SwitcherState& state) {
+  const std::string inhibits = record.Text("Inhibits");
+  for (int input = 1; input <= state.ChannelCount(); ++input) {
+    state.inhibits.At(output, input) = model::FlagIsSet(inhibits, input) ? 1 : 0;
+  }
+  const std::string relays = record.Text("Relays");
+  for (int relay = 1; relay <= kRelays; ++relay) {
+    state.relays[output].set(static_cast<std::size_t>(relay - 1), model::FlagIsSet(relays, relay));
+  }
+}
+
+void ReadButtons(Record& record, int station, SwitcherState& state) {
+  for (int button = 1; button <= kButtons; ++button) {
+    state.buttons[station][button] = {
+        .type = record.Byte(db::ButtonField(button, "Type")),
+        .first = record.Byte(db::ButtonField(button, "First")),
+        .members = MembersOf(record.Text(db::ButtonField(button, "Prog")), Members().size())};
+  }
+}
+
+void ReadOpto(Record& record, int opto, SwitcherState& state) {
+  state.optos[opto] = {.type = record.Byte("OptoType"),
+                       .channel = record.Byte("OptoChannel"),
+                       .first = record.Byte("OptoFirst"),
+                       .members = MembersOf(record.Text("OptoStations"), switcher::kOptoStations)};
+}
+
+// `position` is the record's place in the order of the station numbers, from 1: that of its
+// opto.
+model::Status ReadStation(const jet::RecordSet& stations, int position, SwitcherState& state) {
+  Record record(stations);
+  const int number = record.Number("StationNum");
+  if (number >= 1 && number <= state.Sizes().labels) {
+    const bool hidden = record.Number("Hidden") == 1;
+    state.outLabels[number] = switcher::WireLabel(record.Text("Label"), hidden);
+    state.inLabels[number] = switcher::WireLabel(record.Text("InLabel"), hidden);
+  }
+  if (state.HasChannel(number)) ReadOutput(record, number, state);
+  if (number >= 1 && number <= state.Sizes().stations) ReadButtons(record, number, state);
+  if (position <= kOptos) ReadOpto(record, position, state);
+  return record.Outcome();
+}
+
+model::Status ReadSizes(jet::Database& database, SystemSizes* sizes) {
+  std::unique_ptr<jet::RecordSet> info;
+  if (jet::Status status = database.OpenTable(db::kDbInfoTable, &info); !status.ok()) {
+    return status;
+  }
+  Record record(*info);
+  *sizes = {.channels = record.Number("ChannelCount"),
+            .stations = record.Number("StationCount"),
+            .labels = record.Number("LabelCount")};
+  if (!record.Outcome().ok()) return record.Outcome();
+  const auto within = [](int number, int first) { return number >= first && number <= 256; };
+  if (within(sizes->channels, 8) && sizes->channels % 8 == 0 && within(sizes->stations, 1) &&
+      within(sizes->labels, 1)) {
+    return {};
+  }
+  return {EINVAL, std::to_string(sizes->channels) + " channels, " +
+                      std::to_string(sizes->stations) + " stations, " +
+                      std::to_string(sizes->labels) +
+                      " labels are no system that can be simulated"};
+}
+
+model::Status ReadTables(jet::Database& database, SwitcherState& state) {
+  std::unique_ptr<jet::RecordSet> stations;
+  if (jet::Status status = database.OpenTable(db::kStationsTable, &stations); !status.ok()) {
+    return status;
+  }
+  if (jet::Status status = stations->SetIndex(db::kStationNumIndex); !status.ok()) return status;
+  if (jet::Status status = stations->MoveFirst(); !status.ok()) return status;
+  for (int position = 1; !stations->Eof(); ++position) {
+    if (model::Status status = ReadStation(*stations, position, state); !status.ok()) return status;
+    if (jet::Status status = stations->MoveNext(); !status.ok()) return status;
+  }
+  return {};
+}
+
+model::Status ReadAll(const std::filesystem::path& path, std::optional<SwitcherState>* state) {
+  std::unique_ptr<jet::Database> database;
+  if (jet::Status status = jet::Database::Open(path, jet::Access::ReadOnly, &database);
+      !status.ok()) {
+    return status;
+  }
+  SystemSizes sizes;
+  if (model::Status status = ReadSizes(*database, &sizes); !status.ok()) return status;
+  SwitcherState read(sizes);
+  ClearTables(read);
+  if (model::Status status = ReadTables(*database, read); !status.ok()) return status;
+  *state = std::move(read);
+  return {};
+}
+
+}  // namespace
+
+model::Status ReadDatabase(const std::filesystem::path& path, std::optional<SwitcherState>* state) {
+  const model::Status status = ReadAll(path, state);
+  if (status.ok()) return {};
+  return {status.Number(), "cannot start from " + path.string() + ": " + status.Description()};
+}
+
+}  // namespace tesksim

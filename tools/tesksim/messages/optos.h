@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef TESKSIM_MESSAGES_OPTOS_H_
+#define TESKSIM_MESSAGES_OPTOS_H_
+
+#include "switcher/wire.h"
+#include "tools/tesksim/message_handler.h"
+#include "tools/tesksim/switcher_state.h"
+
+namespace tesksim {
+
+// 0xE1: replaces the programming of all opto inputs, 64 stations for each.
+class OptosHandler : public MessageHandler {
+ public:
+  explicit OptosHandler(SwitcherState& state) : state_(state) {}
+  bool Handles(std::uint8_t code) const override;
+  Outcome Accept(std::span<const std::uint8_t> message) override;
+
+ private:
+  SwitcherState& state_;
+};
+
+// The message that reports the programming of all opto inputs.
+switcher::Bytes OptosMessage(const SwitcherState& state);
+
+}  // namespace tesksim
+
+#endif  // TESKSIM_MESSAGES_OPTOS_H_

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+
+#include "tools/tesksim/messages/relays.h"
+
+#include "switcher/frame.h"
+#include "switcher/messages/relay_row.h"
+#include "tools/tesksim/state_text.h"
+
+namespace tesksim {
+
+bool RelaysHandler::Handles(std::uint8_t code) const { return code == switcher::kRelayRowCode; }
+
+Outcome RelaysHandler::Accept(std::span<const std::uint8_t> message) {
+  switcher::RelayRow row;
+  const auto status = switcher::ParseRelayRow(message, state_.ChannelCount(), kRelays, &row);
+  if (status != switcher::DecodeStatus::Ok) {
+    return Rejected(status, "output " + std::to_string(row.output));
+  }
+  for (std::size_t relay = 0; relay < kRelays; ++relay) {
+    state_.relays[row.output].set(relay, row.relays[relay] != 0);
+  }
+  return {.result = Outcome::Result::Done, .text = DescribeRelays(state_, row.output)};
+}
+
+switcher::Bytes RelaysMessage(const SwitcherState& state, int output) {
+  std::string flags;
+  for (std::size_t relay = 0; relay < kRelays; ++relay) {
+    flags += state.relays[output].test(relay) ? '1' : '0';
+  }
+  return switcher::EncodeRelayRow(output, flags, kRelays);
+}
+
+}  // namespace tesksim

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef TESKSIM_MESSAGES_RELAYS_H_
+#define TESKSIM_MESSAGES_RELAYS_H_
+
+#include "switcher/wire.h"
+#include "tools/tesksim/message_handler.h"
+#include "tools/tesksim/switcher_state.h"
+
+namespace tesksim {
+
+// 0xF4: replaces the relays of one output.
+class RelaysHandler : public MessageHandler {
+ public:
+  explicit RelaysHandler(SwitcherState& state) : state_(state) {}
+  bool Handles(std::uint8_t code) const override;
+  Outcome Accept(std::span<const std::uint8_t> message) override;
+
+ private:
+  SwitcherState& state_;
+};
+
+// The message that reports the relays of an output.
+switcher::Bytes RelaysMessage(const SwitcherState& state, int output);
+
+}  // namespace tesksim
+
+#endif  // TESKSIM_MESSAGES_RELAYS_H_

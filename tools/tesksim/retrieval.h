@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef TESKSIM_RETRIEVAL_H_
+#define TESKSIM_RETRIEVAL_H_
+
+#include <vector>
+
+#include "tools/tesksim/spoil.h"
+#include "tools/tesksim/switcher_state.h"
+#include "tools/tesksim/transmitter.h"
+
+namespace tesksim {
+
+// The answer to 0xE7: all tables, message by message, each as the table stands when its turn
+// comes.  The output labels, the input labels; for each output its inhibits, then its relays;
+// the optos; the buttons of each station, the last station last.
+class Retrieval {
+ public:
+  // `state` must outlive the retrieval.  `log` is told of dropped messages; it may be empty.
+  Retrieval(const SwitcherState& state, Log log);
+
+  // Begins with the first message, also when it is under way already: who asks again wants all.
+  void Begin();
+
+  void Stop() { next_ = 0; }
+
+  bool HasNext() const { return next_ != 0; }
+
+  // REQUIRES: HasNext()
+  Outgoing Next();
+
+  // From now on this message goes out wrong, in this and in every retrieval; a message has one
+  // harm, the last one given.
+  void Spoil(const SpoiledMessage& spoiled);
+
+  // All messages go out as they should again.
+  void Mend() { spoiled_.clear(); }
+
+  const std::vector<SpoiledMessage>& Spoiled() const { return spoiled_; }
+
+ private:
+  int MessageCount() const;
+  TableMessage MessageAt(int index) const;
+  Bytes Encode(const TableMessage& message) const;
+  const SpoiledMessage* FindSpoiled(const TableMessage& message) const;
+  void GoTo(int index);
+
+  const SwitcherState& state_;
+  Log log_;
+  std::vector<SpoiledMessage> spoiled_;
+  int next_ = 0;  // the message to be sent next, from 1; 0: none
+};
+
+}  // namespace tesksim
+
+#endif  // TESKSIM_RETRIEVAL_H_
