@@ -26,8 +26,10 @@ milliseconds RetryDelay(int failures) {
 
 Panel::Panel(const Options& options, Task& task, Printer& printer)
     : options_(options), task_(task), printer_(printer) {
-  deadline_.setSingleShot(true);
-  retry_.setSingleShot(true);
+  for (QTimer* const timer : {&deadline_, &poll_, &retry_}) {
+    timer->setTimerType(Qt::PreciseTimer);  // others may be early
+    timer->setSingleShot(timer != &poll_);
+  }
   deadline_.setInterval(options.timeout);
   poll_.setInterval(std::chrono::duration_cast<milliseconds>(options.timeout) / 2);
   connect(&deadline_, &QTimer::timeout, this, &Panel::TimeIsOver);
