@@ -42,7 +42,7 @@ Console::Console(const QString& folder)
                               .settings = settings_,
                               .reporter = boxes_}),
       viewMenu_(window_.ViewMenu(), views_, window_),
-      decoder_(model_, views_),
+      decoder_(model_, files_, boxes_, views_),
       link_(model_, port_, decoder_, window_) {
   ConnectCommands();
   ConnectTimers();

@@ -15,6 +15,7 @@ namespace switcher {
 // Codes of the messages that the console sends.
 inline constexpr std::uint8_t kTakeCode = 0xFD;
 inline constexpr std::uint8_t kGainCode = 0xE3;
+inline constexpr std::uint8_t kLabelOrderCode = 0xF7;
 
 // Codes of the messages that the switcher sends; tables travel under them in both directions.
 inline constexpr std::uint8_t kGainReportCode = 0xE2;
@@ -27,10 +28,11 @@ inline constexpr std::uint8_t kTallyCode = 0xE4;
 inline constexpr std::uint8_t kOptoDataCode = 0xE1;
 
 // Single bytes, outside any message.
-inline constexpr std::uint8_t kPollMap = 0xE5;        // to the switcher: send the whole map
-inline constexpr std::uint8_t kPollTally = 0xE4;      // to the switcher: send the tally
-inline constexpr std::uint8_t kPollKeepAlive = 0xED;  // to the switcher: answer with 0xEB
-inline constexpr std::uint8_t kLinkAnswer = 0xEB;     // from the switcher
+inline constexpr std::uint8_t kPollMap = 0xE5;          // to the switcher: send the whole map
+inline constexpr std::uint8_t kPollTally = 0xE4;        // to the switcher: send the tally
+inline constexpr std::uint8_t kPollKeepAlive = 0xED;    // to the switcher: answer with 0xEB
+inline constexpr std::uint8_t kRetrieveRequest = 0xE7;  // to the switcher: send all tables
+inline constexpr std::uint8_t kLinkAnswer = 0xEB;       // from the switcher
 
 // Whether messages with this code come from the switcher.
 bool IsReceivedCode(std::uint8_t code);

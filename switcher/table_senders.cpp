@@ -2,40 +2,83 @@
 
 #include "switcher/table_senders.h"
 
-#include "db/keep_position.h"
-#include "db/schema.h"
-#include "switcher/messages/inhibit_row.h"
-#include "switcher/send.h"
+#include <utility>
+
+#include "switcher/table_reader.h"
 
 namespace switcher {
 
-void TableSenders::SendInhibits(int station) {
-  model_.SendBusy = true;
-  const bool all = station == model::kAll;
-  const model::Status status =
-      SendInhibitRows(all ? 1 : station, all ? model_.ChannelCount : station);
-  if (!status.ok()) {
-    reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
-                   ErrorText("Error Sending Inhibits Table", status));
-    return;
-  }
-  port_.SetSendThreshold(1);
+namespace {
+
+constexpr std::string_view kLabelsFailed = "Error Sending Alpha Table";
+// The relays fail with the same words: operators know this text for both.
+constexpr std::string_view kRowsFailed = "Error Sending Inhibits Table";
+constexpr std::string_view kButtonsFailed = "Error Sending Button Table";
+constexpr std::string_view kOptosFailed = "Error Sending Opto Programming Data";
+
+}  // namespace
+
+Transmission TableSenders::Labels(int selector) {
+  return {*this, kLabelsFailed,
+          [this, selector, texts = Bytes()](jet::Database& database, Bytes* message,
+                                            bool* more) mutable -> model::Status {
+            if (!texts.empty()) {
+              *message = std::move(texts);
+              *more = false;
+              return {};
+            }
+            LabelMessages messages;
+            model::Status status = ReadLabels(database, model_, selector, &messages);
+            *message = std::move(messages.order);
+            texts = std::move(messages.texts);
+            *more = status.ok();
+            return status;
+          }};
 }
 
-model::Status TableSenders::SendInhibitRows(int first, int last) {
-  if (!files_.IsOpen()) return db::NotOpen();
-  jet::RecordSet& stations = *files_.Stations();
-  const db::KeepPosition keep(stations);
-  if (jet::Status status = stations.SetIndex(db::kStationNumIndex); !status.ok()) return status;
-  for (int output = first; output <= last; ++output) {
-    if (jet::Status status = stations.Seek(output); !status.ok()) return status;
-    if (stations.NoMatch()) continue;
-    jet::Value inhibits;
-    if (jet::Status status = stations.Get("Inhibits", &inhibits); !status.ok()) return status;
-    const Bytes message = EncodeInhibitRow(output, inhibits.Text(), model_.ChannelCount);
-    if (model::Status status = WriteMessage(port_, message); !status.ok()) return status;
+Transmission TableSenders::Inhibits(int station) {
+  const bool all = station == model::kAll;
+  return Rows(kRowsFailed, all ? 1 : station, all ? model_.ChannelCount : station, ReadInhibits);
+}
+
+Transmission TableSenders::Relays(int station) {
+  const bool all = station == model::kAll;
+  return Rows(kRowsFailed, all ? 1 : station, all ? model_.ChannelCount : station, ReadRelays);
+}
+
+Transmission TableSenders::Buttons(int station) {
+  const bool all = station == model::kAll;
+  return Rows(kButtonsFailed, all ? 1 : station, all ? model_.StationCount : station, ReadButtons);
+}
+
+Transmission TableSenders::Optos() {
+  return {*this, kOptosFailed, [this](jet::Database& database, Bytes* message, bool* more) {
+            *more = false;
+            return ReadOptos(database, model_, message);
+          }};
+}
+
+Transmission TableSenders::Rows(std::string_view failureLine, int first, int last,
+                                ReadStation read) {
+  return {*this, failureLine,
+          [this, next = first, last, read](jet::Database& database, Bytes* message,
+                                           bool* more) mutable -> model::Status {
+            while (next <= last && message->empty()) {
+              std::optional<Bytes> row;
+              if (model::Status status = read(database, model_, next, &row); !status.ok()) {
+                return status;
+              }
+              if (row) *message = *std::move(row);
+              ++next;
+            }
+            *more = next <= last;
+            return {};
+          }};
+}
+
+void TableSenders::Run(Transmission transmission) {
+  while (transmission.Step()) {
   }
-  return {};
 }
 
 }  // namespace switcher

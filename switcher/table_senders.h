@@ -3,11 +3,16 @@
 #ifndef SWITCHER_TABLE_SENDERS_H_
 #define SWITCHER_TABLE_SENDERS_H_
 
+#include <optional>
+#include <string_view>
+
 #include "db/database_files.h"
 #include "model/error_reporter.h"
 #include "model/status.h"
 #include "model/system_model.h"
+#include "switcher/send_progress.h"
 #include "switcher/serial_port.h"
+#include "switcher/transmission.h"
 
 namespace switcher {
 
@@ -20,19 +25,48 @@ class TableSenders {
                model::ErrorReporter& reporter)
       : model_(model), files_(files), port_(port), reporter_(reporter) {}
 
-  // Sends the inhibit row of output `station` (from 1), or with model::kAll those of outputs 1
-  // to ChannelCount.  An output without a record is skipped.  Each record is read before the
-  // first byte of its message is written, and the stations' record set stands where it stood.
-  // Reports a failure to the operator; what was sent by then stays sent.
-  void SendInhibits(int station);
+  // Who is told of each value sent; null for nobody.  Must outlive the object or be taken away.
+  void SetProgress(SendProgress* progress) { progress_ = progress; }
+
+  // The labels of `selector`, kOutputLabels or kInputLabels: their order, then their texts.
+  // Both messages are read from the database before the first of them is sent, so that they
+  // belong together.
+  Transmission Labels(int selector);
+
+  // A row of an output (from 1), or with model::kAll one message for each of outputs 1 to
+  // ChannelCount.  An output without a record is skipped.
+  Transmission Inhibits(int station);
+  Transmission Relays(int station);
+
+  // The button programming of a station (from 1), or with model::kAll one message for each of
+  // stations 1 to StationCount.  A station without a record is skipped.
+  Transmission Buttons(int station);
+
+  // All optos, in one message.
+  Transmission Optos();
+
+  // The same, each at once and to its end.  A failure is reported to the operator.
+  void SendLabels(int selector) { Run(Labels(selector)); }
+  void SendInhibits(int station) { Run(Inhibits(station)); }
+  void SendRelays(int station) { Run(Relays(station)); }
+  void SendButtons(int station) { Run(Buttons(station)); }
+  void SendOptos() { Run(Optos()); }
 
  private:
-  model::Status SendInhibitRows(int first, int last);
+  friend class Transmission;
+
+  using ReadStation = model::Status (*)(jet::Database& database, const model::SystemModel& model,
+                                        int station, std::optional<Bytes>* message);
+
+  // One message for each station of first..last that has a record.
+  Transmission Rows(std::string_view failureLine, int first, int last, ReadStation read);
+  static void Run(Transmission transmission);
 
   model::SystemModel& model_;
   db::DatabaseFiles& files_;
   SerialPort& port_;
   model::ErrorReporter& reporter_;
+  SendProgress* progress_ = nullptr;
 };
 
 }  // namespace switcher

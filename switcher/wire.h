@@ -52,11 +52,12 @@ class WireWriter {
  public:
   explicit WireWriter(std::uint8_t code) : message_{code} {}
 
-  // Appends a value of one byte.  REQUIRES: 0 <= value <= 254
+  // Appends a value of one byte.  REQUIRES: 0 <= value <= 255
   void PutByte(int value);
 
   // Appends a value as a pair: its low seven bits, then its bit 7.  Bits above are not sent, but
-  // the whole value enters the checksum.  REQUIRES: value >= 0
+  // the whole value enters the checksum (which their weight leaves as it is).  A negative value
+  // goes as its low eight bits in two's complement.
   void PutPair(int value);
 
   // The message with its checksum and end byte.  The writer is spent afterwards.

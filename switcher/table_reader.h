@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+//
+// The messages of the tables, read whole from the configuration database.  A field that is null
+// counts as 0 or as a text without characters; one that the database does not have is a failure.
+
+#ifndef SWITCHER_TABLE_READER_H_
+#define SWITCHER_TABLE_READER_H_
+
+#include <optional>
+
+#include "db/jet/database.h"
+#include "model/status.h"
+#include "model/system_model.h"
+#include "switcher/wire.h"
+
+namespace switcher {
+
+// The pair of messages for the labels of `selector`: LabelCount labels in the sorted order of
+// the label, then of the station number.  Fewer records than that are a failure.
+struct LabelMessages {
+  Bytes order;
+  Bytes texts;
+};
+model::Status ReadLabels(jet::Database& database, const model::SystemModel& model, int selector,
+                         LabelMessages* messages);
+
+// The message of one output or station (from 1); none when it has no record.
+model::Status ReadInhibits(jet::Database& database, const model::SystemModel& model, int output,
+                           std::optional<Bytes>* message);
+model::Status ReadRelays(jet::Database& database, const model::SystemModel& model, int output,
+                         std::optional<Bytes>* message);
+model::Status ReadButtons(jet::Database& database, const model::SystemModel& model, int station,
+                          std::optional<Bytes>* message);
+
+// The message of all optos: opto i is the i-th record in the order of the station numbers.
+// Fewer records than OptoCount are a failure.
+model::Status ReadOptos(jet::Database& database, const model::SystemModel& model, Bytes* message);
+
+}  // namespace switcher
+
+#endif  // SWITCHER_TABLE_READER_H_

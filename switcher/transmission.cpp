@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/transmission.h"
+
+#include "switcher/frame.h"
+#include "switcher/send.h"
+#include "switcher/table_senders.h"
+
+namespace switcher {
+
+namespace {
+
+// Writes a message of tables, telling of each value.
+model::Status WriteTable(SerialPort& port, std::span<const std::uint8_t> message,
+                         SendProgress* progress) {
+  constexpr std::size_t kBehindValues = 2;  // checksum and end byte
+  const std::size_t width = message.front() == kAlphaLabelsCode ? 1 : 2;
+  const std::size_t end = message.size() - kBehindValues;
+  if (model::Status status = WriteMessage(port, message.first(1)); !status.ok()) return status;
+  for (std::size_t value = 1; value < end; value += width) {
+    if (model::Status status = WriteMessage(port, message.subspan(value, width)); !status.ok()) {
+      return status;
+    }
+    if (progress != nullptr) progress->UpdateStatus();
+  }
+  return WriteMessage(port, message.subspan(end));
+}
+
+}  // namespace
+
+bool Transmission::Step() {
+  if (ended_) return false;
+  senders_->model_.SendBusy = true;
+  bool more = false;
+  const model::Status status = SendNext(&more);
+  if (status.ok() && more) return true;
+  ended_ = true;
+  if (status.ok()) {
+    senders_->port_.SetSendThreshold(1);
+  } else {
+    senders_->reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
+                             ErrorText(failureLine_, status));
+  }
+  return false;
+}
+
+model::Status Transmission::SendNext(bool* more) {
+  jet::Database* const database = senders_->files_.Database();
+  if (database == nullptr) return db::NotOpen();
+  Bytes message;
+  if (model::Status status = readNext_(*database, &message, more); !status.ok()) return status;
+  if (message.empty()) return {};
+  return WriteTable(senders_->port_, message, senders_->progress_);
+}
+
+}  // namespace switcher

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef SWITCHER_TRANSMISSION_H_
+#define SWITCHER_TRANSMISSION_H_
+
+#include <functional>
+#include <string_view>
+
+#include "db/jet/database.h"
+#include "model/status.h"
+#include "switcher/wire.h"
+
+namespace switcher {
+
+class TableSenders;
+
+// One table on its way to the switcher, message by message.  Made by TableSenders, which must
+// outlive it.
+class Transmission {
+ public:
+  Transmission(Transmission&&) = default;
+  Transmission& operator=(Transmission&&) = default;
+
+  // Sends the next message and says whether there may be more.  It has been read from the
+  // database whole before its first byte is handed to the port; the shared record set of the
+  // stations is not touched.  Sets SendBusy, and at the end asks the port to tell when its
+  // output has drained.
+  //
+  // A failure is reported to the operator and ends the transmission; what was sent by then
+  // stays sent, and SendBusy stays set.  After the end: does nothing and returns false.  A
+  // transmission that was begun is to be stepped to its end.
+  bool Step();
+
+ private:
+  friend class TableSenders;
+
+  // Reads the next message: *message stays empty when none is left, *more is false when none
+  // follows it.
+  using ReadNext =
+      std::function<model::Status(jet::Database& database, Bytes* message, bool* more)>;
+
+  Transmission(TableSenders& senders, std::string_view failureLine, ReadNext readNext)
+      : senders_(&senders), failureLine_(failureLine), readNext_(std::move(readNext)) {}
+
+  model::Status SendNext(bool* more);
+
+  TableSenders* senders_;
+  std::string_view failureLine_;  // a literal
+  ReadNext readNext_;
+  bool ended_ = false;
+};
+
+}  // namespace switcher
+
+#endif  // SWITCHER_TRANSMISSION_H_
