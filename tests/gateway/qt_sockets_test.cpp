@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "gateway/listener.h"
+#include "gateway/qt_sockets.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 namespace gateway {
 namespace {
 
-class ListenerTest : public testing::Test {
+class QtSocketsTest : public testing::Test {
  protected:
   // A port that was free a moment ago.
   static int FreePort() {
@@ -25,7 +25,7 @@ class ListenerTest : public testing::Test {
   Listener listener_;
 };
 
-TEST_F(ListenerTest, HoldsThePort) {
+TEST_F(QtSocketsTest, HoldsThePort) {
   const int port = FreePort();
   ASSERT_TRUE(listener_.Start(port).ok());
   EXPECT_TRUE(listener_.IsListening());
@@ -36,7 +36,7 @@ TEST_F(ListenerTest, HoldsThePort) {
   EXPECT_FALSE(second.IsListening());
 }
 
-TEST_F(ListenerTest, GivesThePortBack) {
+TEST_F(QtSocketsTest, GivesThePortBack) {
   const int port = FreePort();
   ASSERT_TRUE(listener_.Start(port).ok());
   listener_.Stop();
@@ -44,7 +44,7 @@ TEST_F(ListenerTest, GivesThePortBack) {
   EXPECT_TRUE(second.Start(port).ok());
 }
 
-TEST_F(ListenerTest, PortsThatDoNotExistAreErrors) {
+TEST_F(QtSocketsTest, PortsThatDoNotExistAreErrors) {
   EXPECT_FALSE(listener_.Start(0).ok());
   EXPECT_FALSE(listener_.Start(-1).ok());
   EXPECT_FALSE(listener_.Start(65536).ok());
@@ -52,7 +52,7 @@ TEST_F(ListenerTest, PortsThatDoNotExistAreErrors) {
   EXPECT_FALSE(listener_.IsListening());
 }
 
-TEST_F(ListenerTest, TurnsAPanelAwayAtOnce) {
+TEST_F(QtSocketsTest, TurnsAPanelAwayAtOnce) {
   const int port = FreePort();
   ASSERT_TRUE(listener_.Start(port).ok());
   QTcpSocket panel;
