@@ -22,6 +22,10 @@ constexpr int kBufferSize = 32767;
 // After a failed accept, such as for lack of files, the listener rests so long.
 constexpr std::chrono::milliseconds kAcceptRest{500};
 
+// Connections that may wait to be accepted: all panels of a house come back at once when the
+// console starts.
+constexpr int kBacklog = 128;
+
 // A peer that has gone without closing, because its power or its cable has, is found out within
 // a minute; by itself the system would take hours.
 void WatchPeer(QTcpSocket& socket) {
@@ -102,6 +106,7 @@ model::Status QtClientSocket::LastError() const {
 }
 
 Listener::Listener(QObject* parent) : QObject(parent) {
+  server_.setListenBacklogSize(kBacklog);
   connect(&server_, &QTcpServer::newConnection, this, &Listener::AcceptAll);
   // The server stops accepting for good when it fails once; files may become free again.
   connect(&server_, &QTcpServer::acceptError, this, [this] {
