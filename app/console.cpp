@@ -42,10 +42,19 @@ Console::Console(const QString& folder)
                               .settings = settings_,
                               .reporter = boxes_}),
       viewMenu_(window_.ViewMenu(), views_, window_),
-      decoder_(model_, views_),
+      panels_({.model = model_,
+               .files = files_,
+               .commands = liveCommands_,
+               .timer = panelPause_,
+               .display = window_,
+               .reporter = boxes_}),
+      forwarding_(views_, panels_),
+      decoder_(model_, files_, boxes_, forwarding_),
       link_(model_, port_, decoder_, window_) {
   ConnectCommands();
   ConnectTimers();
+  listener_.SetAcceptHandler(
+      [this](std::unique_ptr<gateway::ClientSocket> client) { panels_.Accept(std::move(client)); });
 
   StatusBar& status = window_.Status();
   auto* const legend = new views::XmapLegend(&status);
@@ -78,6 +87,7 @@ void Console::Start() {
     model::ReportError(boxes_, "Reading Configuration File", status);
   }
   StartUp(model_, files_, listener_, link_, boxes_).Run(folder_.toStdString(), settings);
+  if (listener_.IsListening()) window_.ShowPanels({});
   window_.PollTimer().start();
   window_.DecodeTimer().start();
   views_.ShowButtons();
@@ -107,7 +117,8 @@ void Console::ConnectCommands() {
 void Console::ConnectTimers() {
   connect(&window_.PollTimer(), &QTimer::timeout, this, [this] { link_.PollTick(); });
   connect(&window_.DecodeTimer(), &QTimer::timeout, this, [this] {
-    if (!link_.DecodeTick()) window_.DecodeTimer().stop();
+    const bool worked = panels_.DecodeTick([this] { return link_.DecodeTick(); });
+    if (!worked) window_.DecodeTimer().stop();
   });
 }
 
@@ -156,6 +167,7 @@ bool Console::ShutDown() {
     model::ReportError(boxes_, "Writing Configuration File", status);
   }
   listener_.Stop();
+  panels_.CloseAll();
   views_.CloseAll();
   ended_ = true;
   EndProgram();

@@ -94,4 +94,12 @@ void OpenViews::CrosspointRowChanged(int output, int mode) {
   if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmap(output, mode);
 }
 
+void OpenViews::LabelsChanged(int /*selector*/) {
+  if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapAlphas();
+}
+
+void OpenViews::InhibitsChanged(int /*output*/) {
+  if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapInhibits();
+}
+
 }  // namespace app

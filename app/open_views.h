@@ -41,6 +41,11 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void CrosspointRowChanged(int output, int mode) override;
   void GainsChanged() override {}
   void TallyChanged() override {}
+  void LabelsChanged(int selector) override;
+  void InhibitsChanged(int output) override;
+  void RelaysChanged(int /*output*/) override {}
+  void ButtonsChanged(int /*station*/) override {}
+  void OptosChanged() override {}
 
  Q_SIGNALS:
   // What the current cell of the map says; empty without a map.

@@ -45,6 +45,11 @@ class ToView : public switcher::SwitcherEvents {
   void CrosspointRowChanged(int output, int mode) override { view_.UpdateXmap(output, mode); }
   void GainsChanged() override {}
   void TallyChanged() override {}
+  void LabelsChanged(int) override {}
+  void InhibitsChanged(int) override {}
+  void RelaysChanged(int) override {}
+  void ButtonsChanged(int) override {}
+  void OptosChanged() override {}
 
  private:
   views::XmapView& view_;
@@ -164,7 +169,9 @@ void DecodeRow(benchmark::State& state) {
   const int channels = static_cast<int>(state.range(0));
   OpenMap map(channels);
   ToView events(map.View());
-  switcher::Decoder decoder(map.Model(), events);
+  test::RecordingReporter reporter;
+  switcher::Decoder decoder(
+      map.Model(), [] { return nullptr; }, reporter, events);
   const switcher::Bytes messages[] = {RowMessage(channels, 3, true),
                                       RowMessage(channels, 3, false)};
   std::size_t next = 0;

@@ -16,6 +16,8 @@ std::string_view StatusWord(DecodeStatus status) {
       return "Channel Error";
     case DecodeStatus::MissingEnd:
       return "Missing EOM";
+    case DecodeStatus::NotStored:
+      break;
   }
   return "";
 }

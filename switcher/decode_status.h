@@ -14,10 +14,11 @@ enum class DecodeStatus : int {
   WrongSize = 2,       // the length is not the one this message must have
   WrongChannel = 3,    // an output, station or channel number outside the system
   MissingEnd = 4,      // the byte behind the checksum is not 0xFF
+  NotStored = 5,       // all checks passed, but the database could not take the table
 };
 
 // The word shown for a status: "OK", "Failed Csum", "Size Error", "Channel Error" or
-// "Missing EOM"; empty for any other number.
+// "Missing EOM"; empty for NotStored, which has a report of its own, and any other number.
 std::string_view StatusWord(DecodeStatus status);
 
 }  // namespace switcher

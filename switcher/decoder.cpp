@@ -7,11 +7,26 @@
 #include <vector>
 
 #include "switcher/frame.h"
+#include "switcher/messages/button_data.h"
 #include "switcher/messages/crosspoint_row.h"
 #include "switcher/messages/gain_report.h"
+#include "switcher/messages/inhibit_row.h"
+#include "switcher/messages/label_texts.h"
+#include "switcher/messages/opto_data.h"
+#include "switcher/messages/relay_row.h"
 #include "switcher/messages/tally.h"
+#include "switcher/send.h"
+#include "switcher/station_records.h"
 
 namespace switcher {
+
+namespace {
+
+constexpr std::string_view kChannelNotFound =
+    "Error in format of received Alpha Label message (Channel Not Found).\n"
+    "This message only partially saved.";
+
+}  // namespace
 
 void Decoder::Decode(std::span<const std::uint8_t> message) {
   if (message.empty()) return;
@@ -22,15 +37,30 @@ void Decoder::Decode(std::span<const std::uint8_t> message) {
     case kCrosspointRowCode:
       DecodeCrosspointRow(message);
       break;
+    case kAlphaLabelsCode:
+      DecodeLabels(message);
+      break;
+    case kButtonDataCode:
+      DecodeButtonData(message);
+      break;
+    case kRelayRowCode:
+      DecodeRelayRow(message);
+      break;
+    case kInhibitRowCode:
+      DecodeInhibitRow(message);
+      break;
     case kTallyCode:
       DecodeTally(message);
+      break;
+    case kOptoDataCode:
+      DecodeOptoData(message);
       break;
     default:
       break;
   }
 }
 
-void Decoder::DecodeCrosspointRow(std::span<const std::uint8_t> message) {
+void Decoder::DecodeCrosspointRow(Message message) {
   CrosspointRow row;
   const DecodeStatus status = ParseCrosspointRow(message, model_.ChannelCount, &row);
 
@@ -50,7 +80,7 @@ void Decoder::DecodeCrosspointRow(std::span<const std::uint8_t> message) {
   if (row.output == model_.ChannelCount) model_.XmapComplete = true;
 }
 
-void Decoder::DecodeGainReport(std::span<const std::uint8_t> message) {
+void Decoder::DecodeGainReport(Message message) {
   std::vector<std::int16_t> steps;
   const DecodeStatus status = ParseGainReport(message, model_.ChannelCount, &steps);
   if (status == DecodeStatus::Ok) {
@@ -61,7 +91,7 @@ void Decoder::DecodeGainReport(std::span<const std::uint8_t> message) {
   if (status == DecodeStatus::Ok) events_.GainsChanged();
 }
 
-void Decoder::DecodeTally(std::span<const std::uint8_t> message) {
+void Decoder::DecodeTally(Message message) {
   const DecodeStatus status = ParseTally(message, &model_.QdvTally);
   const bool accepted = status == DecodeStatus::Ok;
   if (accepted) model_.TallySeen = true;
@@ -69,8 +99,92 @@ void Decoder::DecodeTally(std::span<const std::uint8_t> message) {
   if (accepted) events_.TallyChanged();
 }
 
-void Decoder::TellHistory(std::string_view description, std::span<const std::uint8_t> message,
-                          DecodeStatus status) {
+void Decoder::DecodeLabels(Message message) {
+  LabelTexts texts;
+  Stored stored = Stored::Nothing;
+  DecodeStatus status = StoreTable(
+      ParseLabelTexts(message, model_.LabelCount, &texts), "Error Storing Alpha Table",
+      [&texts](jet::Database& database, Stored* result) {
+        return StoreLabels(database, texts, result);
+      },
+      &stored);
+  if (status == DecodeStatus::Ok && stored != Stored::All) {
+    reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle, kChannelNotFound);
+    status = DecodeStatus::WrongChannel;
+  }
+  TellHistory("Alpha Labels", message, status);
+  if (stored != Stored::Nothing) events_.LabelsChanged(texts.selector);
+}
+
+void Decoder::DecodeInhibitRow(Message message) {
+  InhibitRow row;
+  Stored stored = Stored::Nothing;
+  const DecodeStatus status = StoreTable(
+      ParseInhibitRow(message, model_.ChannelCount, &row), "Error Storing Inhibits Table",
+      [&row](jet::Database& database, Stored* result) {
+        return StoreFlags(database, row.output, kInhibitsField, row.inhibited, result);
+      },
+      &stored);
+  TellHistory("Output " + std::to_string(row.output) + " Inhibit Map", message, status);
+  if (stored != Stored::Nothing) events_.InhibitsChanged(row.output);
+}
+
+void Decoder::DecodeRelayRow(Message message) {
+  RelayRow row;
+  Stored stored = Stored::Nothing;
+  const DecodeStatus status = StoreTable(
+      ParseRelayRow(message, model_.ChannelCount, model_.RelayCount, &row),
+      "Error Storing Relays Table",
+      [&row](jet::Database& database, Stored* result) {
+        return StoreFlags(database, row.output, kRelaysField, row.relays, result);
+      },
+      &stored);
+  TellHistory("Output " + std::to_string(row.output) + " Relay Assignments", message, status);
+  if (stored != Stored::Nothing) events_.RelaysChanged(row.output);
+}
+
+void Decoder::DecodeButtonData(Message message) {
+  ButtonData data;
+  Stored stored = Stored::Nothing;
+  const DecodeStatus status = StoreTable(
+      ParseButtonData(message, model_.StationCount, model_.ButtonCount, model_.StationCount / 8,
+                      &data),
+      "Error Storing Button Table",
+      [&data](jet::Database& database, Stored* result) {
+        return StoreButtons(database, data, result);
+      },
+      &stored);
+  TellHistory("Station " + std::to_string(data.station) + " Button Data", message, status);
+  if (stored != Stored::Nothing) events_.ButtonsChanged(data.station);
+}
+
+void Decoder::DecodeOptoData(Message message) {
+  OptoData data;
+  Stored stored = Stored::Nothing;
+  const DecodeStatus status = StoreTable(
+      ParseOptoData(message, model_.OptoCount, &data), "Error Storing Opto Programming Data",
+      [&data](jet::Database& database, Stored* result) {
+        return StoreOptos(database, data, result);
+      },
+      &stored);
+  TellHistory("Opto Programming Data", message, status);
+  if (stored != Stored::Nothing) events_.OptosChanged();
+}
+
+DecodeStatus Decoder::StoreTable(DecodeStatus checked, std::string_view failureLine,
+                                 const Store& store, Stored* stored) {
+  *stored = Stored::Nothing;
+  if (checked != DecodeStatus::Ok) return checked;
+  jet::Database* const database = database_();
+  const model::Status status = database != nullptr ? store(*database, stored) : db::NotOpen();
+  if (status.ok()) return DecodeStatus::Ok;
+  *stored = Stored::Nothing;
+  reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
+                 ErrorText(failureLine, status));
+  return DecodeStatus::NotStored;
+}
+
+void Decoder::TellHistory(std::string_view description, Message message, DecodeStatus status) {
   if (!model_.RetrieveActive || history_ == nullptr) return;
   history_->UpdateStatus(description, static_cast<int>(message.size()), status);
 }

@@ -4,36 +4,72 @@
 #define SWITCHER_DECODER_H_
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 
+#include "db/database_files.h"
+#include "model/error_reporter.h"
+#include "model/status.h"
 #include "model/system_model.h"
 #include "switcher/decode_status.h"
 #include "switcher/switcher_events.h"
+#include "switcher/table_writer.h"
 
 namespace switcher {
 
-// Checks whole messages from the switcher and writes what they carry into the model.
+// Checks whole messages from the switcher and writes what they carry into the model (map, gains,
+// tally) or into the configuration database (labels, inhibits, relays, buttons, optos).
+//
+// Of a table that fails its checks nothing is written, and of one that the database cannot take
+// nothing either.  A station without a record is passed over in silence, except by the labels.
 class Decoder {
  public:
-  // Both must outlive the decoder.
-  Decoder(model::SystemModel& model, SwitcherEvents& events) : model_(model), events_(events) {}
+  // The open database; null when there is none.
+  using Database = std::function<jet::Database*()>;
+
+  // All must outlive the decoder.
+  Decoder(model::SystemModel& model, db::DatabaseFiles& files, model::ErrorReporter& reporter,
+          SwitcherEvents& events)
+      : Decoder(
+            model, [&files] { return files.Database(); }, reporter, events) {}
+
+  // The same with a database from elsewhere.
+  Decoder(model::SystemModel& model, Database database, model::ErrorReporter& reporter,
+          SwitcherEvents& events)
+      : model_(model), database_(std::move(database)), reporter_(reporter), events_(events) {}
 
   // Who is told of each message while RetrieveActive is set; null for nobody.
   void SetHistory(MessageHistory* history) { history_ = history; }
 
   // Decodes one message, code to end byte, by its code.  A message that fails its checks is
-  // told to the history and otherwise dropped.  A message with another code does nothing.
+  // told to the history and otherwise dropped.  A failure of the database, and labels for a
+  // station that has no record, are reported to the operator, once per message.  A message with
+  // another code does nothing.
   void Decode(std::span<const std::uint8_t> message);
 
  private:
-  void DecodeCrosspointRow(std::span<const std::uint8_t> message);
-  void DecodeGainReport(std::span<const std::uint8_t> message);
-  void DecodeTally(std::span<const std::uint8_t> message);
-  void TellHistory(std::string_view description, std::span<const std::uint8_t> message,
-                   DecodeStatus status);
+  using Message = std::span<const std::uint8_t>;
+  using Store = std::function<model::Status(jet::Database& database, Stored* stored)>;
+
+  void DecodeCrosspointRow(Message message);
+  void DecodeGainReport(Message message);
+  void DecodeTally(Message message);
+  void DecodeLabels(Message message);
+  void DecodeInhibitRow(Message message);
+  void DecodeRelayRow(Message message);
+  void DecodeButtonData(Message message);
+  void DecodeOptoData(Message message);
+
+  // Writes a table when its checks came to Ok and returns what came of it all; *stored says what
+  // reached the database.  A failure is reported under `failureLine`.
+  DecodeStatus StoreTable(DecodeStatus checked, std::string_view failureLine, const Store& store,
+                          Stored* stored);
+  void TellHistory(std::string_view description, Message message, DecodeStatus status);
 
   model::SystemModel& model_;
+  const Database database_;
+  model::ErrorReporter& reporter_;
   SwitcherEvents& events_;
   MessageHistory* history_ = nullptr;
 };

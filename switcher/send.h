@@ -11,7 +11,7 @@
 
 namespace switcher {
 
-// The title of every report of a failed transmission.
+// The title of every report of a failed transmission, to the switcher or from it.
 inline constexpr char kSendErrorTitle[] = "Serial Communications Error";
 
 // Writes a message to the port, one write per byte, and stops at the first that fails; what

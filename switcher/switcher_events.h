@@ -25,6 +25,19 @@ class SwitcherEvents {
 
   // QdvTally holds an accepted report.
   virtual void TallyChanged() = 0;
+
+  // The labels of `selector` (kInputLabels, or anything else for the output labels and who is
+  // hidden) hold an accepted table; all of them, or those before the first station that has no
+  // record.
+  virtual void LabelsChanged(int selector) = 0;
+
+  // The database holds an accepted table of output `output` or station `station` (from 1).
+  virtual void InhibitsChanged(int output) = 0;
+  virtual void RelaysChanged(int output) = 0;
+  virtual void ButtonsChanged(int station) = 0;
+
+  // The database holds an accepted table of the optos.
+  virtual void OptosChanged() = 0;
 };
 
 // Takes note of every message received while a retrieval runs.

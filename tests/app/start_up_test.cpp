@@ -60,10 +60,10 @@ class StartUpTest : public testing::Test {
   test::RecordingSwitcherEvents events_;
   Display display_;
   test::FakeSerialPort port_;
-  switcher::Decoder decoder_{model_, events_};
+  db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
+  switcher::Decoder decoder_{model_, files_, reporter_, events_};
   switcher::Link link_{model_, port_, decoder_, display_};
   gateway::Listener listener_;
-  db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
 };
 
 TEST_F(StartUpTest, FirstStartOnAnEmptyFolder) {

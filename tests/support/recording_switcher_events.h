@@ -10,8 +10,9 @@
 
 namespace test {
 
-// Keeps what the decoders announce, in order: "row 5 mode 0", "gains", "tally", and for the
-// history "Output 5 Crosspoint Map|11|OK".
+// Keeps what the decoders announce, in order: "row 5 mode 0", "gains", "tally", "labels 20",
+// "inhibits 5", "relays 5", "buttons 5", "optos", and for the history
+// "Output 5 Crosspoint Map|11|OK".
 class RecordingSwitcherEvents : public switcher::SwitcherEvents, public switcher::MessageHistory {
  public:
   void CrosspointRowChanged(int output, int mode) override {
@@ -19,6 +20,17 @@ class RecordingSwitcherEvents : public switcher::SwitcherEvents, public switcher
   }
   void GainsChanged() override { seen.emplace_back("gains"); }
   void TallyChanged() override { seen.emplace_back("tally"); }
+  void LabelsChanged(int selector) override {
+    seen.push_back("labels " + std::to_string(selector));
+  }
+  void InhibitsChanged(int output) override {
+    seen.push_back("inhibits " + std::to_string(output));
+  }
+  void RelaysChanged(int output) override { seen.push_back("relays " + std::to_string(output)); }
+  void ButtonsChanged(int station) override {
+    seen.push_back("buttons " + std::to_string(station));
+  }
+  void OptosChanged() override { seen.emplace_back("optos"); }
   void UpdateStatus(std::string_view description, int byteCount,
                     switcher::DecodeStatus status) override {
     seen.push_back(std::string(description) + "|" + std::to_string(byteCount) + "|" +

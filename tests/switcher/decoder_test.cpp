@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/hex.h"
+#include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
 
 namespace switcher {
@@ -45,7 +46,8 @@ class DecoderTest : public testing::Test {
 
   model::SystemModel model_;
   test::RecordingSwitcherEvents events_;
-  Decoder decoder_{model_, events_};
+  test::RecordingReporter reporter_;
+  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_};
 };
 
 TEST_F(DecoderTest, WireOutputZeroIsRowOne) {

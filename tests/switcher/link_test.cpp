@@ -7,6 +7,7 @@
 
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
+#include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
 
 namespace switcher {
@@ -51,7 +52,8 @@ class LinkTest : public testing::Test {
   model::SystemModel model_;
   test::FakeSerialPort port_;
   test::RecordingSwitcherEvents events_;
-  Decoder decoder_{model_, events_};
+  test::RecordingReporter reporter_;
+  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_};
   RecordingDisplay display_;
   Link link_{model_, port_, decoder_, display_};
 };

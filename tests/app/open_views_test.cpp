@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+//
+// Tables from the switcher, as they reach the open map.
+
+#include "app/open_views.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QTableView>
+
+#include "switcher/decoder.h"
+#include "switcher/live_commands.h"
+#include "tests/support/fake_serial_port.h"
+#include "tests/support/hex.h"
+#include "tests/support/recording_reporter.h"
+#include "tests/support/small_database.h"
+
+namespace app {
+namespace {
+
+using testing::IsEmpty;
+
+class OpenViewsTest : public testing::Test,
+                      private views::InhibitSender,
+                      private views::PollSwitch {
+ protected:
+  OpenViewsTest() {
+    model_.ApplyFixedValues();
+    model_.ChannelCount = 8;
+    model_.LabelCount = 8;
+    model_.AllocateMap();
+    for (int station = 1; station <= 8; ++station) {
+      database_.AddStation(
+          station, {{"Hidden", 0}, {"Label", "out"}, {"InLabel", "in"}, {"Inhibits", "00000000"}});
+    }
+  }
+
+  // The grid cell of the map: row and column 0 are the labels, 1 the numbers.
+  QString CellText(int row, int column) {
+    QString text;
+    EXPECT_TRUE(QMetaObject::invokeMethod(Grid(), "cellText", Q_RETURN_ARG(QString, text),
+                                          Q_ARG(int, row), Q_ARG(int, column)));
+    return text;
+  }
+  int CellMark(int row, int column) {
+    int mark = -1;
+    EXPECT_TRUE(QMetaObject::invokeMethod(Grid(), "cellMark", Q_RETURN_ARG(int, mark),
+                                          Q_ARG(int, row), Q_ARG(int, column)));
+    return mark;
+  }
+  QTableView* Grid() { return views_.Xmap()->findChild<QTableView*>(QStringLiteral("msfgXmap")); }
+
+  void Decode(std::string_view hex) { decoder_.Decode(test::FromHex(hex)); }
+
+  void SendInhibits(int /*output*/) override {}
+  void SetPolling(bool /*on*/) override {}
+
+  model::SystemModel model_;
+  test::SmallDatabase database_;
+  test::FakeSerialPort port_;
+  test::RecordingReporter reporter_;
+  config::WindowSettings settings_;
+  switcher::LiveCommands commands_{model_, port_, reporter_};
+  QMdiArea area_;
+  OpenViews views_{area_,
+                   {.model = model_,
+                    .stations = [this] { return database_.Files().Stations(); },
+                    .commands = commands_,
+                    .inhibits = *this,
+                    .poll = *this,
+                    .settings = settings_,
+                    .reporter = reporter_}};
+  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
+};
+
+constexpr char kOutputLabels[] =
+    "F9 14 61 20 20 20 20 20 20 20 62 20 20 20 20 20 20 20 63 20 20 20 20 20 20 20 "
+    "64 20 20 20 20 20 20 20 65 20 20 20 20 20 20 20 66 20 20 20 20 20 20 20 "
+    "67 20 20 20 20 20 20 20 68 20 20 20 20 20 20 20 38 FF";
+
+TEST_F(OpenViewsTest, AnAcceptedLabelTableReachesTheOpenMap) {
+  views_.ShowXmap();
+  ASSERT_EQ(CellText(3, 0), QStringLiteral("out"));
+  Decode(kOutputLabels);
+  EXPECT_EQ(CellText(2, 0), QStringLiteral("a"));
+  EXPECT_EQ(CellText(9, 0), QStringLiteral("h"));
+  EXPECT_EQ(CellText(0, 2), QStringLiteral("i\rn\r"));  // upright
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(OpenViewsTest, AnAcceptedInhibitRowReachesTheOpenMap) {
+  views_.ShowXmap();
+  ASSERT_EQ(CellMark(3, 2), 0);
+  Decode("F5 01 00 01 00 02 FF");
+  EXPECT_EQ(CellMark(3, 2), 2);
+  Decode("F5 01 00 00 00 02 FF");  // refused: its checksum
+  EXPECT_EQ(CellMark(3, 2), 2);
+  Decode("F5 01 00 00 00 01 FF");
+  EXPECT_EQ(CellMark(3, 2), 0);
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(OpenViewsTest, WithoutAMapTablesAreStoredAllTheSame) {
+  Decode(kOutputLabels);
+  Decode("F5 01 00 01 00 02 FF");
+  EXPECT_EQ(database_.Field(8, "Label"), "h");
+  EXPECT_EQ(database_.Field(2, "Inhibits"), "10000000");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+}  // namespace
+}  // namespace app
