@@ -7,33 +7,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
-#include <cstdint>
 #include <stdexcept>
 #include <utility>
-#include <vector>
-
-#include "tests/support/hex.h"
 
 namespace test {
-
-namespace {
-
-using std::chrono::milliseconds;
-using std::chrono::steady_clock;
-
-bool WaitReadable(int descriptor, steady_clock::time_point deadline) {
-  const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
-  pollfd state{.fd = descriptor, .events = POLLIN, .revents = 0};
-  return left.count() > 0 && poll(&state, 1, static_cast<int>(left.count())) > 0;
-}
-
-void CloseDescriptor(int& descriptor) {
-  if (descriptor >= 0) close(std::exchange(descriptor, -1));
-}
-
-}  // namespace
 
 FakeConsole::FakeConsole() : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   sockaddr_in address{};
@@ -48,56 +25,17 @@ FakeConsole::FakeConsole() : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXE
   port_ = ntohs(address.sin_port);
 }
 
-FakeConsole::~FakeConsole() {
+bool FakeConsole::Accept(std::chrono::milliseconds within) {
   Close();
-  StopListening();
+  pollfd state{.fd = listener_, .events = POLLIN, .revents = 0};
+  if (poll(&state, 1, static_cast<int>(within.count())) <= 0) return false;
+  const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+  Take(connection);
+  return connection >= 0;
 }
 
-bool FakeConsole::Accept(milliseconds within) {
-  Close();
-  if (!WaitReadable(listener_, steady_clock::now() + within)) return false;
-  connection_ = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
-  return connection_ >= 0;
+void FakeConsole::StopListening() {
+  if (listener_ >= 0) close(std::exchange(listener_, -1));
 }
-
-void FakeConsole::Send(std::string_view hex) const {
-  const auto bytes = FromHex(hex);
-  if (send(connection_, bytes.data(), bytes.size(), MSG_NOSIGNAL) !=
-      static_cast<ssize_t>(bytes.size())) {
-    throw std::runtime_error("the panel takes no bytes");
-  }
-}
-
-std::string FakeConsole::Receive(std::size_t count, milliseconds within) const {
-  const auto deadline = steady_clock::now() + within;
-  std::vector<std::uint8_t> received(count);
-  std::size_t size = 0;
-  while (size < count && WaitReadable(connection_, deadline)) {
-    const ssize_t n = recv(connection_, received.data() + size, count - size, 0);
-    if (n <= 0) break;
-    size += static_cast<std::size_t>(n);
-  }
-  received.resize(size);
-  return Hex(received);
-}
-
-bool FakeConsole::WaitForClose() const {
-  const auto deadline = steady_clock::now() + std::chrono::seconds(20);
-  std::array<std::uint8_t, 4096> dropped{};
-  while (WaitReadable(connection_, deadline)) {
-    if (recv(connection_, dropped.data(), dropped.size(), 0) <= 0) return true;
-  }
-  return false;
-}
-
-void FakeConsole::Close() { CloseDescriptor(connection_); }
-
-void FakeConsole::Reset() {
-  const linger atOnce{.l_onoff = 1, .l_linger = 0};
-  setsockopt(connection_, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
-  Close();
-}
-
-void FakeConsole::StopListening() { CloseDescriptor(listener_); }
 
 }  // namespace test

@@ -26,7 +26,7 @@ TEST(Options, Defaults) {
   EXPECT_EQ(options.host, "127.0.0.1");
   EXPECT_EQ(options.port, 1250);
   EXPECT_EQ(options.type, 30);
-  EXPECT_EQ(options.timeout, std::chrono::seconds(20));
+  EXPECT_EQ(options.timeout, std::chrono::seconds(30));
   EXPECT_EQ(options.tries, 0);
   EXPECT_FALSE(options.json);
   EXPECT_FALSE(options.help);

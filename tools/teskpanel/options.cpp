@@ -65,7 +65,7 @@ std::vector<Option> KnownOptions(Options* options) {
        Number(1, 65535, &options->port)},
       {"type", "TYPE", "what to say the panel is (default automation)", "0..127 or a name",
        [options](std::string_view value) { return SetType(value, &options->type); }},
-      {"timeout", "SECONDS", "how long to wait, each time, for the console (default 20)", "1..3600",
+      {"timeout", "SECONDS", "how long to wait, each time, for the console (default 30)", "1..3600",
        [options](std::string_view value) {
          const auto seconds = ParseNumber(value, 1, kLongestTimeout);
          options->timeout = std::chrono::seconds(seconds.value_or(1));

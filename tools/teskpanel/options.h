@@ -26,7 +26,7 @@ struct Options {
   std::string host = "127.0.0.1";
   int port = 1250;
   int type = 30;
-  std::chrono::seconds timeout{20};
+  std::chrono::seconds timeout{30};
   int tries = 0;  // 0: no end
   bool json = false;
   bool help = false;

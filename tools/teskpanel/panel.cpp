@@ -13,6 +13,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
+constexpr milliseconds kPollInterval{5000};
 constexpr milliseconds kFirstRetry{500};
 constexpr milliseconds kLongestRetry{30'000};
 
@@ -31,7 +32,7 @@ Panel::Panel(const Options& options, Task& task, Printer& printer)
     timer->setSingleShot(timer != &poll_);
   }
   deadline_.setInterval(options.timeout);
-  poll_.setInterval(std::chrono::duration_cast<milliseconds>(options.timeout) / 2);
+  poll_.setInterval(std::min(kPollInterval, milliseconds(options.timeout) / 2));
   connect(&deadline_, &QTimer::timeout, this, &Panel::TimeIsOver);
   connect(&poll_, &QTimer::timeout, this, &Panel::PollLink);
   connect(&retry_, &QTimer::timeout, this, &Panel::Connect);
