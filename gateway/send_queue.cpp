@@ -10,19 +10,21 @@
 
 namespace gateway {
 
-bool MessageId::IsTable() const {
+int MessageId::MostOvertakings() const {
+  constexpr int kOfATable = 8;
   switch (kind) {
     case Kind::CrosspointMap:
-      return count != 1;
+      return count == 1 ? 1 : kOfATable;
     case Kind::Labels:
     case Kind::StationList:
     case Kind::ButtonProgramming:
-      return true;
+      return kOfATable;
     case Kind::Other:
+      return 1;
     case Kind::KeepAlive:
-      return false;
+      return 0;
   }
-  return false;
+  return 0;
 }
 
 Message FixedMessage(MessageId id, Bytes bytes) {
@@ -94,7 +96,7 @@ void SendQueue::Append(const Message& message, int slot, bool direct) {
 
 SendQueue::Place SendQueue::PlaceOfKeepAlive() {
   const Place place = std::find_if(waiting_.begin(), waiting_.end(), [](const Item& item) {
-    return item.message.id.IsTable() && item.overtakings < kMostOvertakings;
+    return item.overtakings < item.message.id.MostOvertakings();
   });
   if (place != waiting_.end()) ++place->overtakings;
   return place;

@@ -33,8 +33,8 @@ struct MessageId {
   int first = 0;
   int count = 0;
 
-  // A table is more than one row of the map.
-  bool IsTable() const;
+  // How many keep-alive answers may go ahead of a waiting message.
+  int MostOvertakings() const;
 
   auto operator<=>(const MessageId&) const = default;
 };
@@ -56,13 +56,12 @@ Message FixedMessage(MessageId id, Bytes bytes);
 //
 // The queue stays short by two rules.  A message that still waits for a slot is replaced by a
 // newer one that says the same: the same row of the map, the same table, a keep-alive answer.
-// And a keep-alive answer goes ahead of the tables that wait, though of no table more than
-// kMostOvertakings times, so that many polls cannot hold up a table for ever.
+// And a keep-alive answer goes ahead of what else waits, though of no table more than eight times
+// and of no other message more than once, so that many polls cannot hold up anything for ever.
 class SendQueue {
  public:
   static constexpr std::size_t kPieceSize = 16384;
   static constexpr std::chrono::milliseconds kPause{75};
-  static constexpr int kMostOvertakings = 8;
 
   // The most that waits in a socket for a client that does not read.  Beyond it the client is
   // dropped.

@@ -178,8 +178,19 @@ TEST_F(SendQueueTest, AKeepAliveAnswerGoesAheadOfTables) {
   Queue().SendToClient(KeepAlive(0xF4), 2);
   Queue().SendToClient(KeepAlive(0xF4), 3);
   EXPECT_EQ(Log(),
-            "0: slot 1 01, 75: slot 1 02, 150: slot 2 F4, 225: slot 3 F4, "
+            "0: slot 1 01, 75: slot 2 F4, 150: slot 1 02, 225: slot 3 F4, "
             "300: slot 1 03, 375: slot 2 04");
+}
+
+TEST_F(SendQueueTest, KeepAliveAnswersAndRowsTakeTurns) {
+  ConnectClients(3);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  Queue().SendToClient(Row(1, {0x01}), 1);
+  Queue().SendToClient(Row(2, {0x02}), 1);
+  for (int slot = 1; slot <= 3; ++slot) Queue().SendToClient(KeepAlive(0xF4), slot);
+  EXPECT_EQ(Log(),
+            "0: slot 1 AA, 75: slot 1 F4, 150: slot 1 01, 225: slot 2 F4, 300: slot 1 02, "
+            "375: slot 3 F4");
 }
 
 TEST_F(SendQueueTest, TheWholeMapIsATable) {
