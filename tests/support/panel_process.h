@@ -40,11 +40,6 @@ class PanelProcess {
   std::string Output();
   std::string Errors();
 
-  // Sends SIGTERM.
-  void Terminate() { process_.terminate(); }
-  bool IsRunning() const { return process_.state() == QProcess::Running; }
-  qint64 Id() const { return process_.processId(); }
-
  private:
   QProcess process_;
 };
