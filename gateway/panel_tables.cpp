@@ -88,7 +88,7 @@ model::Status BuildLabelTable(jet::Database& database, const model::SystemModel&
   builder.PutPair(model.ChannelCount);
   builder.PutPair(0);
   jet::Value value;
-  const model::Status status = WalkRecords(*stations, model.ChannelCount, [&]() -> jet::Status {
+  model::Status status = WalkRecords(*stations, model.ChannelCount, [&]() -> jet::Status {
     if (jet::Status read = stations->Get(field, &value); !read.ok()) return read;
     for (const char character : PanelLabel(value.Text())) builder.PutByte(character);
     if (jet::Status read = stations->Get(switcher::kStationNumField, &value); !read.ok()) {
@@ -129,7 +129,7 @@ model::Status BuildButtonProgramming(jet::Database& database, const model::Syste
   builder.PutPair(0);
   builder.PutPair(db::kButtons);
   jet::Value value;
-  const model::Status status = WalkRecords(*stations, model.ChannelCount, [&]() -> jet::Status {
+  model::Status status = WalkRecords(*stations, model.ChannelCount, [&]() -> jet::Status {
     for (const ButtonFields& button : buttons) {
       if (jet::Status read = stations->Get(button.type, &value); !read.ok()) return read;
       builder.PutPair(PanelButtonType(value.Int()));

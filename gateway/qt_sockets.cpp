@@ -44,7 +44,7 @@ void WatchPeer(QTcpSocket& socket) {
 
 }  // namespace
 
-QtClientSocket::QtClientSocket(QTcpSocket* socket) : socket_(socket) {
+QtClientSocket::QtClientSocket(std::unique_ptr<QTcpSocket> socket) : socket_(std::move(socket)) {
   socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
   socket_->setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, kBufferSize);
   socket_->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, kBufferSize);
@@ -52,18 +52,14 @@ QtClientSocket::QtClientSocket(QTcpSocket* socket) : socket_(socket) {
   WatchPeer(*socket_);
 }
 
-// The object may go while its socket is in the middle of telling something.
-QtClientSocket::~QtClientSocket() {
-  socket_->disconnect();
-  socket_->abort();
-  socket_->deleteLater();
-}
+// Named, because a derived class is gone by now.
+QtClientSocket::~QtClientSocket() { QtClientSocket::Close(); }
 
 void QtClientSocket::SetEvents(ClientSocketEvents* events, int slot) {
-  QObject::connect(socket_, &QTcpSocket::readyRead, socket_, [this, events, slot] {
+  QObject::connect(socket_.get(), &QTcpSocket::readyRead, socket_.get(), [this, events, slot] {
     events->DataArrived(slot, static_cast<std::size_t>(socket_->bytesAvailable()));
   });
-  QObject::connect(socket_, &QTcpSocket::disconnected, socket_,
+  QObject::connect(socket_.get(), &QTcpSocket::disconnected, socket_.get(),
                    [events, slot] { events->PeerClosed(slot); });
 }
 
@@ -135,7 +131,7 @@ void Listener::AcceptAll() {
   while (QTcpSocket* const socket = server_.nextPendingConnection()) {
     // It belongs to its slot from here on, not to the server.
     socket->setParent(nullptr);
-    auto client = std::make_unique<QtClientSocket>(socket);
+    auto client = std::make_unique<QtClientSocket>(std::unique_ptr<QTcpSocket>(socket));
     if (accept_) accept_(std::move(client));
   }
 }

@@ -28,8 +28,8 @@ inline constexpr int kSocketFailed = 10054;
 // An accepted connection.
 class QtClientSocket : public ClientSocket {
  public:
-  // Takes the socket over.
-  explicit QtClientSocket(QTcpSocket* socket);
+  // REQUIRES of its end: not from within one of its own events.
+  explicit QtClientSocket(std::unique_ptr<QTcpSocket> socket);
   ~QtClientSocket() override;
   QtClientSocket(const QtClientSocket&) = delete;
   QtClientSocket& operator=(const QtClientSocket&) = delete;
@@ -44,7 +44,7 @@ class QtClientSocket : public ClientSocket {
   model::Status LastError() const override;
 
  private:
-  QTcpSocket* socket_;
+  std::unique_ptr<QTcpSocket> socket_;
 };
 
 // The listening socket of the panel gateway.

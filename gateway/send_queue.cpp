@@ -140,8 +140,8 @@ void SendQueue::SendOn() {
     if (found != places_.end() && found->second == waiting_.begin()) places_.erase(found);
     waiting_.pop_front();
     current_->bytes = current_->item.message.bytes();
-    clients_.TcpIdleTicks = 0;
   }
+  clients_.TcpIdleTicks = 0;
   SendPiece();
   pausing_ = true;
   timer_.Start(kPause, [this] { SendOn(); });

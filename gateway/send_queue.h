@@ -4,12 +4,12 @@
 #define GATEWAY_SEND_QUEUE_H_
 
 #include <chrono>
-#include <compare>
 #include <cstdint>
 #include <functional>
 #include <list>
 #include <map>
 #include <optional>
+#include <tuple>
 #include <vector>
 
 #include "gateway/client_table.h"
@@ -36,7 +36,10 @@ struct MessageId {
   // How many keep-alive answers may go ahead of a waiting message.
   int MostOvertakings() const;
 
-  auto operator<=>(const MessageId&) const = default;
+  bool operator==(const MessageId&) const = default;
+  bool operator<(const MessageId& other) const {
+    return std::tie(kind, first, count) < std::tie(other.kind, other.first, other.count);
+  }
 };
 
 // A message for panels.  Its bytes are asked for when its turn comes, so that a row of the map

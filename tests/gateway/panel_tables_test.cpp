@@ -153,8 +153,10 @@ TEST(PanelLabel, IsEightCharactersOfSevenBits) {
   EXPECT_EQ(PanelLabel(""), "        ");
   EXPECT_EQ(PanelLabel("Sta. 001"), "Sta. 001");
   EXPECT_EQ(PanelLabel("Sta. 0012"), "Sta. 001");
-  EXPECT_EQ(PanelLabel("K\xC3\xBC" "che"), "K?che   ");  // a character of two bytes in UTF-8
-  EXPECT_EQ(PanelLabel("\xC3\xBF"), "?       ");      // 0xFF in the code page
+  EXPECT_EQ(PanelLabel("K\xC3\xBC"
+                       "che"),
+            "K?che   ");                          // a character of two bytes in UTF-8
+  EXPECT_EQ(PanelLabel("\xC3\xBF"), "?       ");  // 0xFF in the code page
   EXPECT_EQ(PanelLabel("{hidden}"), "{hidden}");
 }
 

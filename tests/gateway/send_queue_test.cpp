@@ -122,6 +122,14 @@ TEST_F(SendQueueTest, EverySendResetsTheIdleCount) {
   EXPECT_EQ(Clients().TcpIdleTicks, 0);
 }
 
+TEST_F(SendQueueTest, EveryPieceResetsTheIdleCount) {
+  ConnectClients(1);
+  Queue().SendToClient(Plain(Bytes(20000, 0x11)), 1);
+  Clients().TcpIdleTicks = 100;
+  timer_.Elapse();
+  EXPECT_EQ(Clients().TcpIdleTicks, 0);
+}
+
 TEST_F(SendQueueTest, AWaitingRowIsReplacedByANewerOneOfTheSameChannel) {
   ConnectClients(2);
   Queue().SendToClient(Row(5, {0x01}), 9999);

@@ -32,7 +32,11 @@ using std::chrono::milliseconds;
 constexpr int kPanels = 8;
 constexpr int kTakenOutputs = 8;  // good panels take on the outputs 1 to 8 only
 constexpr int kChannels = 64;
+#ifdef __SANITIZE_ADDRESS__
+constexpr double kMostGrowth = 4096;  // the sanitizer keeps what was freed
+#else
 constexpr double kMostGrowth = 16;
+#endif
 constexpr milliseconds kMostHeld{1000};
 constexpr milliseconds kMostWait{10000};
 
