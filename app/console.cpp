@@ -53,7 +53,14 @@ Console::Console(const QString& folder)
                               .settings = settings_,
                               .reporter = boxes_}),
       viewMenu_(window_.ViewMenu(), views_, window_),
-      decoder_(model_, files_, boxes_, views_),
+      panels_({.model = model_,
+               .files = files_,
+               .commands = liveCommands_,
+               .timer = panelPause_,
+               .display = window_,
+               .reporter = boxes_}),
+      forwarding_(views_, panels_),
+      decoder_(model_, files_, boxes_, forwarding_),
       link_(model_, port_, decoder_, window_),
       transfers_(window_, views_, {.model = model_, .tables = tables_, .poll = *this},
                  {.model = model_,
@@ -64,6 +71,8 @@ Console::Console(const QString& folder)
                   .closeViews = {}}) {
   ConnectCommands();
   ConnectTimers();
+  listener_.SetAcceptHandler(
+      [this](std::unique_ptr<gateway::ClientSocket> client) { panels_.Accept(std::move(client)); });
 
   StatusBar& status = window_.Status();
   auto* const legend = new views::XmapLegend(&status);
@@ -105,6 +114,7 @@ void Console::Start(const model::Status& prepared) {
     model::ReportError(boxes_, "Reading Configuration File", status);
   }
   StartUp(model_, files_, listener_, link_, boxes_).Run(folder_.toStdString(), settings);
+  if (listener_.IsListening()) window_.ShowPanels({});
   window_.PollTimer().start();
   window_.DecodeTimer().start();
   views_.ShowButtons();
@@ -139,7 +149,8 @@ void Console::ConnectCommands() {
 void Console::ConnectTimers() {
   connect(&window_.PollTimer(), &QTimer::timeout, this, [this] { link_.PollTick(); });
   connect(&window_.DecodeTimer(), &QTimer::timeout, this, [this] {
-    if (!link_.DecodeTick()) window_.DecodeTimer().stop();
+    const bool worked = panels_.DecodeTick([this] { return link_.DecodeTick(); });
+    if (!worked) window_.DecodeTimer().stop();
   });
 }
 
@@ -186,6 +197,7 @@ bool Console::ShutDown() {
     model::ReportError(boxes_, "Writing Configuration File", status);
   }
   listener_.Stop();
+  panels_.CloseAll();
   views_.CloseAll();
   ended_ = true;
   EndProgram();

@@ -12,12 +12,14 @@
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/open_views.h"
+#include "app/panel_forwarding.h"
 #include "app/termination.h"
 #include "app/transfers.h"
 #include "app/view_menu.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
-#include "gateway/listener.h"
+#include "gateway/panel_gateway.h"
+#include "gateway/qt_sockets.h"
 #include "model/system_model.h"
 #include "switcher/decoder.h"
 #include "switcher/link.h"
@@ -64,12 +66,15 @@ class Console : public QObject, private views::InhibitSender, private switcher::
   CommandTable commands_;
   db::DatabaseFiles files_;
   gateway::Listener listener_;
+  gateway::QtPauseTimer panelPause_;
   MainWindow window_;
   switcher::QtSerialPort port_;
   switcher::LiveCommands liveCommands_;
   switcher::TableSenders tables_;
   OpenViews views_;
   ViewMenu viewMenu_;
+  gateway::PanelGateway panels_;
+  PanelForwarding forwarding_;
   switcher::Decoder decoder_;
   switcher::Link link_;
   Transfers transfers_;

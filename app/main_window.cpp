@@ -200,6 +200,16 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
   MeasureFrame();
 }
 
+void MainWindow::ShowPanels(const std::vector<std::string>& panels) {
+  QStringList lines;
+  for (const std::string& panel : panels) lines.append(QString::fromStdString(panel));
+  statusBar_->SetPanels(lines);
+}
+
+void MainWindow::ShowPanelNote(const std::string& note) {
+  statusBar_->ShowNote(QString::fromStdString(note));
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!mayClose_ || mayClose_()); }
 
 }  // namespace app

@@ -8,10 +8,13 @@
 #include <QTimer>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/command_table.h"
 #include "app/status_bar.h"
+#include "gateway/panel_gateway.h"
 #include "switcher/link.h"
 
 namespace app {
@@ -19,7 +22,9 @@ namespace app {
 // frmMain: the frame with its menus, tool bar, child windows, status bar and the two timers
 // that carry the traffic.  It does nothing by itself: commands run through the command table,
 // closing asks the program.
-class MainWindow : public QMainWindow, public switcher::LinkDisplay {
+class MainWindow : public QMainWindow,
+                   public switcher::LinkDisplay,
+                   public gateway::GatewayDisplay {
   Q_OBJECT
 
  public:
@@ -52,6 +57,8 @@ class MainWindow : public QMainWindow, public switcher::LinkDisplay {
   void ShowLinkText(std::string_view text) override;
   void StartDecodeTimer() override;
   void ShowBlockedCode(std::optional<std::uint8_t> code) override;
+  void ShowPanels(const std::vector<std::string>& panels) override;
+  void ShowPanelNote(const std::string& note) override;
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -9,7 +9,7 @@
 
 #include "config/ini_file.h"
 #include "db/database_files.h"
-#include "gateway/listener.h"
+#include "gateway/qt_sockets.h"
 #include "model/error_reporter.h"
 #include "model/status.h"
 #include "model/system_model.h"

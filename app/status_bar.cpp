@@ -27,16 +27,18 @@ StatusBar::StatusBar(QWidget* parent)
     : QStatusBar(parent),
       link_(new QLabel(this)),
       blocked_(new QLabel(this)),
+      panels_(new QLabel(this)),
       readout_(new ElidedLabel(this)),
       unsent_(new ElidedLabel(this)),
       note_(new ElidedLabel(this)) {
   setObjectName(QStringLiteral("sbStatusBar"));
   link_->setObjectName(QStringLiteral("sbStatusBar_1"));
   blocked_->setObjectName(QStringLiteral("aidBlockedCode"));
+  panels_->setObjectName(QStringLiteral("aidPanels"));
   readout_->setObjectName(QStringLiteral("aidReadout"));
   unsent_->setObjectName(QStringLiteral("aidUnsent"));
   note_->setObjectName(QStringLiteral("aidNote"));
-  for (QLabel* const label : {link_, blocked_, readout_, unsent_, note_}) {
+  for (QLabel* const label : {link_, blocked_, panels_, readout_, unsent_, note_}) {
     label->setTextFormat(Qt::PlainText);
     label->setContentsMargins(6, 0, 6, 0);
   }
@@ -45,11 +47,13 @@ StatusBar::StatusBar(QWidget* parent)
 
   addWidget(link_);
   addWidget(blocked_);
+  addWidget(panels_);
   addWidget(readout_, 1);
   addWidget(unsent_);
   addWidget(note_);
   blocked_->hide();
   unsent_->hide();
+  panels_->hide();
   note_->hide();
 
   noteTime_.setSingleShot(true);
@@ -105,6 +109,13 @@ void StatusBar::SetUnsent(const QString& tables) {
   unsent_->setToolTip(tr("Edited here, and not sent to the switcher since"));
   unsent_->setVisible(!tables.isEmpty());
   UpdateLegend();
+}
+
+void StatusBar::SetPanels(const QStringList& panels) {
+  panels_->setText(tr("Panels %1").arg(panels.size()));
+  panels_->setToolTip(panels.isEmpty() ? tr("No network panel is connected")
+                                       : panels.join(QLatin1Char('\n')));
+  panels_->show();
 }
 
 void StatusBar::SetBlockedCode(std::optional<std::uint8_t> code) {

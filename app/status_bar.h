@@ -5,6 +5,7 @@
 
 #include <QLabel>
 #include <QStatusBar>
+#include <QStringList>
 #include <QTimer>
 #include <cstdint>
 #include <optional>
@@ -33,6 +34,9 @@ class StatusBar : public QStatusBar {
   // Says that an unknown message code holds up all decoding; nothing takes it away.
   void SetBlockedCode(std::optional<std::uint8_t> code);
 
+  // The panels that are connected, a line each: shown as their number.
+  void SetPanels(const QStringList& panels);
+
   // Takes over the legend of the map.  It stands at the right end while it is wanted and there
   // is room for it: a narrow window shows the link and the readout first.
   void SetLegend(QWidget* legend);
@@ -46,6 +50,7 @@ class StatusBar : public QStatusBar {
 
   QLabel* link_;
   QLabel* blocked_;
+  QLabel* panels_;
   QLabel* readout_;
   QLabel* unsent_;
   QLabel* note_;

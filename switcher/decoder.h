@@ -42,6 +42,11 @@ class Decoder {
   // Who is told of each message while RetrieveActive is set; null for nobody.
   void SetHistory(MessageHistory* history) { history_ = history; }
 
+  // Tells `history` no more; does nothing when another has taken its place.
+  void EndHistory(const MessageHistory* history) {
+    if (history_ == history) history_ = nullptr;
+  }
+
   // Decodes one message, code to end byte, by its code.  A message that fails its checks is
   // told to the history and otherwise dropped.  A failure of the database, and labels for a
   // station that has no record, are reported to the operator, once per message.  A message with

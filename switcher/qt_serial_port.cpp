@@ -82,7 +82,15 @@ model::Status QtSerialPort::Open(int number) {
   return {};
 }
 
+// What a sender has handed over still goes out: closing drops whatever stands in the buffer, and
+// a message without its end is none.
 void QtSerialPort::Close() {
+  if (!port_.isOpen()) return;
+  writing_ = true;
+  (void)WaitForOutputBelow(1);
+  writing_ = false;
+  readDeferred_ = false;
+  lostDeferred_ = false;
   if (port_.isOpen()) port_.close();
 }
 
@@ -95,7 +103,7 @@ model::Status QtSerialPort::Write(std::uint8_t byte) {
   if (!port_.isOpen()) return {kPortNotOpen, "The serial port is not open"};
 
   writing_ = true;
-  const bool room = WaitForRoom();
+  const bool room = WaitForOutputBelow(kOutputLimit);
   const bool written = room && port_.putChar(static_cast<char>(byte));
   writing_ = false;
 
@@ -111,15 +119,15 @@ model::Status QtSerialPort::Write(std::uint8_t byte) {
   return {};
 }
 
-// Waits until the output is below its limit.  False when the line stalls or the device goes.  A
-// line that has stalled is not waited for again until it moves: each command would hold up the
-// operator for as long again.
-bool QtSerialPort::WaitForRoom() {
+// Waits until fewer than `limit` bytes wait to be sent.  False when the line stalls or the device
+// goes.  A line that has stalled is not waited for again until it moves: each command would hold
+// up the operator for as long again.
+bool QtSerialPort::WaitForOutputBelow(int limit) {
   int pending = PendingOutput();
   if (stalledAt_ > 0 && pending >= stalledAt_) return false;
   stalledAt_ = 0;
   QDeadlineTimer stall(kStallMilliseconds);
-  while (pending >= kOutputLimit) {
+  while (pending >= limit) {
     if (port_.bytesToWrite() > 0) {
       port_.waitForBytesWritten(20);
     } else {

@@ -34,7 +34,7 @@ class QtSerialPort : public QObject, public SerialPort {
 
  private:
   int PendingOutput() const;
-  bool WaitForRoom();
+  bool WaitForOutputBelow(int limit);
   void OnReadyRead();
   void OnBytesWritten();
   void OnError(QSerialPort::SerialPortError error);

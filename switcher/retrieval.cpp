@@ -25,7 +25,7 @@ Retrieval::Retrieval(model::SystemModel& model, Decoder& decoder, SerialPort& po
   decoder_.SetHistory(this);
 }
 
-Retrieval::~Retrieval() { decoder_.SetHistory(nullptr); }
+Retrieval::~Retrieval() { decoder_.EndHistory(this); }
 
 void Retrieval::Go() {
   if (model_.RetrieveActive) return;

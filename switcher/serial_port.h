@@ -41,6 +41,8 @@ class SerialPort {
 
   // Opens port `number` (1 for COM1).  The number stays set when opening fails.
   virtual model::Status Open(int number) = 0;
+
+  // Sends what the output buffer holds, unless the line has stalled, and closes the port.
   virtual void Close() = 0;
   virtual bool IsOpen() const = 0;
 

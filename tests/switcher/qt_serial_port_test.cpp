@@ -167,6 +167,16 @@ TEST_F(QtSerialPortTest, WritesByteByByteAndTellsWhenDrained) {
   EXPECT_EQ(pty_.Receive(), "FD 0A 11 FF");
 }
 
+TEST_F(QtSerialPortTest, ClosingSendsWhatWasHandedOver) {
+  Open();
+  for (const std::uint8_t byte : {0xF5, 0x00, 0x00, 0x01, 0x01, 0x01, 0xFF}) {
+    ASSERT_TRUE(port_.Write(byte).ok());
+  }
+  port_.Close();
+  EXPECT_FALSE(port_.IsOpen());
+  EXPECT_EQ(pty_.Receive(), "F5 00 00 01 01 01 FF");
+}
+
 TEST_F(QtSerialPortTest, ThresholdArmedOnADrainedOutputTellsAtOnce) {
   Open();
   port_.SetSendThreshold(1);

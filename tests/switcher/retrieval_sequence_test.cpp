@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
@@ -191,6 +193,17 @@ TEST_F(RetrievalTest, OkWhileWaitingDoesNothing) {
   Begin();
   retrieval_.Go();
   EXPECT_THAT(TakeSeen(), IsEmpty());
+}
+
+TEST_F(RetrievalTest, AnEarlierRetrievalThatGoesLateTakesNoMessagesAway) {
+  auto earlier = std::make_unique<Retrieval>(model_, decoder_, port_, *this, reporter_, *this);
+  Retrieval later(model_, decoder_, port_, *this, reporter_, *this);
+  earlier.reset();
+  later.Go();
+  seen_.clear();
+  decoder_.Decode(test::FromHex("E4 00 FF"));
+  EXPECT_EQ(seen_, (std::vector<std::string>{"row QDV Responding Tally Info|3|Size Error",
+                                             "caption Retrieving System Data ( 3 Bytes)"}));
 }
 
 TEST_F(RetrievalTest, SilenceIsSpokenOfFromTenSecondsOn) {

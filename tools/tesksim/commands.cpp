@@ -6,11 +6,13 @@
 #include <utility>
 #include <vector>
 
+#include "tools/command_line/number.h"
 #include "tools/tesksim/answers.h"
-#include "tools/tesksim/number.h"
 #include "tools/tesksim/state_text.h"
 
 namespace tesksim {
+
+using command_line::ParseNumber;
 
 namespace {
 

@@ -5,10 +5,12 @@
 #include <cerrno>
 #include <utility>
 
-#include "tools/tesksim/number.h"
+#include "tools/command_line/number.h"
 #include "tools/tesksim/state_text.h"
 
 namespace tesksim {
+
+using command_line::ParseNumber;
 
 namespace {
 

@@ -7,21 +7,16 @@
 #include <optional>
 #include <string_view>
 
+#include "tools/command_line/number.h"
+#include "tools/command_line/option.h"
 #include "tools/tesksim/commands.h"
-#include "tools/tesksim/number.h"
 
 namespace tesksim {
 
 namespace {
 
-// One option.  `set` takes the value ("" for an option without one) and says whether it will do.
-struct Option {
-  std::string_view name;
-  std::string_view argument;  // empty: takes no value
-  std::string_view help;
-  std::string_view expected;  // what the value must be, for a complaint
-  bool (*set)(std::string_view value, Options* options);
-};
+using command_line::Option;
+using command_line::ParseNumber;
 
 bool SetChannels(std::string_view value, Options* options) {
   const auto channels = ParseNumber(value, 8, 256);
@@ -68,89 +63,62 @@ bool SetSeed(std::string_view value, Options* options) {
   return true;
 }
 
-constexpr Option kOptions[] = {
-    {"channels", "N", "size of the matrix, 8..256 in steps of 8 (default 64)",
-     "a multiple of 8 within 8..256", &SetChannels},
-    {"baud", "RATE", "pace of the line in both directions (default 57600; 0: no pace)",
-     "0 or 300..4000000", &SetBaud},
-    {"stations", "N", "stations with buttons, 1..256 (default 64)", "1..256", &SetStations},
-    {"labels", "N", "labels of either kind, 1..256 (default 128)", "1..256", &SetLabels},
-    {"state", "FILE", "keep all that the switcher holds in FILE across runs", "a path",
-     [](std::string_view value, Options* options) { return SetPath(value, &options->stateFile); }},
-    {"database", "FILE", "start with the sizes and tables of a console's database", "a path",
-     [](std::string_view value, Options* options) {
-       return SetPath(value, &options->databaseFile);
-     }},
-    {"link", "PATH", "make a symbolic link to the terminal; it follows a replug", "a path",
-     [](std::string_view value, Options* options) { return SetPath(value, &options->link); }},
-    {"device", "PATH", "use this serial device (57600, 8, N, 1) instead of a pseudo terminal",
-     "a path",
-     [](std::string_view value, Options* options) { return SetPath(value, &options->device); }},
-    {"seed", "N", "seed of all that is left to chance (default 1)", "a number from 0", &SetSeed},
-    {"demo", "", "begin with a believable state and change a source every few seconds", "",
-     [](std::string_view, Options* options) { return options->simulator.demo = true; }},
-    {"log", "", "print a line for each message received and sent", "",
-     [](std::string_view, Options* options) { return options->log = true; }},
-    {"spoil", "M:N:HARM", "this message of a retrieval goes out wrong; may be given again",
-     "MESSAGE:N:HARM, as in relays:3:checksum", &AddSpoiled},
-    {"silence", "", "act on what comes, but answer nothing", "",
-     [](std::string_view, Options* options) { return options->silence = true; }},
-    {"help", "", "print this and end", "",
-     [](std::string_view, Options* options) { return options->help = true; }},
-};
-
-// "  --name ARGUMENT     help", aligned.
-std::string HelpLine(std::string_view name, std::string_view argument, std::string_view help) {
-  constexpr std::size_t kColumn = 24;
-  std::string line = "  --" + std::string(name);
-  if (!argument.empty()) line += " " + std::string(argument);
-  line.resize(std::max(line.size() + 2, kColumn), ' ');
-  return line + std::string(help) + "\n";
+std::vector<Option> GeneralOptions(Options* options) {
+  const auto path = [](std::string* place) {
+    return [place](std::string_view value) { return SetPath(value, place); };
+  };
+  const auto flag = [](bool* place) { return [place](std::string_view) { return *place = true; }; };
+  const auto with = [options](bool (*set)(std::string_view, Options*)) {
+    return [options, set](std::string_view value) { return set(value, options); };
+  };
+  return {
+      {"channels", "N", "size of the matrix, 8..256 in steps of 8 (default 64)",
+       "a multiple of 8 within 8..256", with(&SetChannels)},
+      {"baud", "RATE", "pace of the line in both directions (default 57600; 0: no pace)",
+       "0 or 300..4000000", with(&SetBaud)},
+      {"stations", "N", "stations with buttons, 1..256 (default 64)", "1..256", with(&SetStations)},
+      {"labels", "N", "labels of either kind, 1..256 (default 128)", "1..256", with(&SetLabels)},
+      {"state", "FILE", "keep all that the switcher holds in FILE across runs", "a path",
+       path(&options->stateFile)},
+      {"database", "FILE", "start with the sizes and tables of a console's database", "a path",
+       path(&options->databaseFile)},
+      {"link", "PATH", "make a symbolic link to the terminal; it follows a replug", "a path",
+       path(&options->link)},
+      {"device", "PATH", "use this serial device (57600, 8, N, 1) instead of a pseudo terminal",
+       "a path", path(&options->device)},
+      {"seed", "N", "seed of all that is left to chance (default 1)", "a number from 0",
+       with(&SetSeed)},
+      {"demo", "", "begin with a believable state and change a source every few seconds", "",
+       flag(&options->simulator.demo)},
+      {"log", "", "print a line for each message received and sent", "", flag(&options->log)},
+      {"spoil", "M:N:HARM", "this message of a retrieval goes out wrong; may be given again",
+       "MESSAGE:N:HARM, as in relays:3:checksum", with(&AddSpoiled)},
+      {"silence", "", "act on what comes, but answer nothing", "", flag(&options->silence)},
+      {"help", "", "print this and end", "", flag(&options->help)},
+  };
 }
 
-const FaultSetting* FindFault(std::string_view name) {
-  const auto* const found = std::find_if(std::begin(kFaultSettings), std::end(kFaultSettings),
-                                         [&](const FaultSetting& s) { return s.name == name; });
-  return found == std::end(kFaultSettings) ? nullptr : found;
-}
-
-const Option* FindOption(std::string_view name) {
-  const auto* const found = std::find_if(std::begin(kOptions), std::end(kOptions),
-                                         [&](const Option& option) { return option.name == name; });
-  return found == std::end(kOptions) ? nullptr : found;
+std::vector<Option> FaultOptions(Options* options) {
+  std::vector<Option> faults;
+  for (const FaultSetting& fault : kFaultSettings) {
+    const auto set = [&fault, options](std::string_view value) {
+      const auto number = ParseNumber(value, 0, fault.limit);
+      if (number.has_value()) options->faults.emplace_back(&fault, *number);
+      return number.has_value();
+    };
+    faults.push_back({std::string(fault.name), std::string(fault.argument), std::string(fault.help),
+                      "0.." + std::to_string(fault.limit), set});
+  }
+  return faults;
 }
 
 }  // namespace
 
 std::string ParseOptions(std::span<const char* const> arguments, Options* options) {
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string_view argument = arguments[i];
-    if (!argument.starts_with("--")) return "what is \"" + std::string(argument) + "\"?";
-    const std::size_t equals = argument.find('=');
-    const std::string_view name = argument.substr(2, equals == argument.npos ? equals : equals - 2);
-    const std::string shown = "--" + std::string(name);
-
-    const FaultSetting* const fault = FindFault(name);
-    const Option* const option = FindOption(name);
-    if (fault == nullptr && option == nullptr) return "unknown option " + shown;
-
-    const bool takesValue = fault != nullptr || !option->argument.empty();
-    std::string_view value;
-    if (equals != argument.npos) {
-      if (!takesValue) return shown + " takes no value";
-      value = argument.substr(equals + 1);
-    } else if (takesValue) {
-      if (i + 1 == arguments.size()) return shown + " needs a value";
-      value = arguments[++i];
-    }
-
-    if (fault != nullptr) {
-      const auto number = ParseNumber(value, 0, fault->limit);
-      if (!number.has_value()) return shown + " must be 0.." + std::to_string(fault->limit);
-      options->faults.emplace_back(fault, *number);
-    } else if (!option->set(value, options)) {
-      return shown + " must be " + std::string(option->expected);
-    }
+  std::vector<Option> known = GeneralOptions(options);
+  for (Option& fault : FaultOptions(options)) known.push_back(std::move(fault));
+  if (std::string problem = command_line::ParseOptions(arguments, known); !problem.empty()) {
+    return problem;
   }
   if (!options->link.empty() && !options->device.empty()) {
     return "--link names a pseudo terminal, and --device uses none";
@@ -175,13 +143,10 @@ std::string HelpText() {
       "what to start from.  A FILE that is no state file is not touched.\n"
       "\n"
       "Options:\n";
-  for (const Option& option : kOptions) {
-    text += HelpLine(option.name, option.argument, option.help);
-  }
+  Options unused;
+  for (const Option& option : GeneralOptions(&unused)) text += command_line::HelpLine(option);
   text += "\nFaults, also as options (0: none, the default):\n";
-  for (const FaultSetting& fault : kFaultSettings) {
-    text += HelpLine(fault.name, fault.argument, fault.help);
-  }
+  for (const Option& option : FaultOptions(&unused)) text += command_line::HelpLine(option);
   text +=
       "\n"
       "Commands, one a line on the standard input, each answered with one line that begins with\n"

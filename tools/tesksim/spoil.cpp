@@ -7,10 +7,12 @@
 
 #include "switcher/frame.h"
 #include "switcher/messages/label_order.h"
-#include "tools/tesksim/number.h"
+#include "tools/command_line/number.h"
 #include "tools/tesksim/stream_parser.h"
 
 namespace tesksim {
+
+using command_line::ParseNumber;
 
 namespace {
 

@@ -6,9 +6,11 @@
 #include <cstdio>
 
 #include "switcher/messages/label_texts.h"
-#include "tools/tesksim/number.h"
+#include "tools/command_line/number.h"
 
 namespace tesksim {
+
+using command_line::ParseNumber;
 
 namespace {
 

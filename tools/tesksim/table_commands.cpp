@@ -5,12 +5,14 @@
 #include <utility>
 
 #include "switcher/messages/opto_data.h"
+#include "tools/command_line/number.h"
 #include "tools/tesksim/answers.h"
 #include "tools/tesksim/commands.h"
-#include "tools/tesksim/number.h"
 #include "tools/tesksim/state_text.h"
 
 namespace tesksim {
+
+using command_line::ParseNumber;
 
 namespace {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef TESKSIM_NUMBER_H_
-#define TESKSIM_NUMBER_H_
+#ifndef TOOLS_COMMAND_LINE_NUMBER_H_
+#define TOOLS_COMMAND_LINE_NUMBER_H_
 
 #include <charconv>
 #include <optional>
 #include <string_view>
 
-namespace tesksim {
+namespace command_line {
 
 // A decimal number within first..last, and nothing else in `text`.
 inline std::optional<int> ParseNumber(std::string_view text, int first, int last) {
@@ -18,6 +18,6 @@ inline std::optional<int> ParseNumber(std::string_view text, int first, int last
   return number;
 }
 
-}  // namespace tesksim
+}  // namespace command_line
 
-#endif  // TESKSIM_NUMBER_H_
+#endif  // TOOLS_COMMAND_LINE_NUMBER_H_

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+
+#include "gateway/client_table.h"
+
+#include <utility>
+
+#include "gateway/connection_type.h"
+
+namespace gateway {
+
+int ClientTable::FreeSlot() {
+  for (int slot = 1; slot <= SocketCount(); ++slot) {
+    if (IsConnected(slot)) continue;
+    // A connection that has gone without a word ends here at the latest.
+    if (Connection(slot).Connected) PeerClosed(slot);
+    return slot;
+  }
+  if (SocketCount() < kMaxClients) {
+    slots_.emplace_back();
+    return SocketCount();
+  }
+  const int slot = LongestUnidentified();
+  if (slot > 0) Drop(slot, "it did not say what it is, and all connections are taken");
+  return slot;
+}
+
+int ClientTable::LongestUnidentified() const {
+  int longest = 0;
+  for (int slot = 1; slot <= SocketCount(); ++slot) {
+    if (Connection(slot).Identified) continue;
+    if (longest == 0 || ConnectionNumber(slot) < ConnectionNumber(longest)) longest = slot;
+  }
+  return longest;
+}
+
+int ClientTable::Accept(std::unique_ptr<ClientSocket> socket) {
+  const int slot = FreeSlot();
+  if (slot == 0) {
+    socket->Close();
+    return 0;
+  }
+  Slot& taken = At(slot);
+  taken.socket = std::move(socket);
+  taken.socket->SetEvents(this, slot);
+  taken.number = ++accepted_;
+  ++clientCount_;
+  ClientConnection& connection = taken.connection;
+  connection.Connected = true;
+  connection.KeepAliveCount = 0;
+  connection.PeerIP = taken.socket->PeerAddress();
+  connection.Identified = false;
+  events_.ClientsChanged();
+  return slot;
+}
+
+void ClientTable::Identify(std::span<const std::uint8_t> frame, int slot) {
+  if (!ChecksumMatches(frame)) return;
+  ClientConnection& connection = Connection(slot);
+  connection.ConnType = frame[1];
+  connection.Identified = IsAcceptedType(connection.ConnType);
+  events_.ClientsChanged();
+}
+
+void ClientTable::DataArrived(int slot, std::size_t byteCount) {
+  ClientSocket& socket = Socket(slot);
+  ClientConnection& connection = Connection(slot);
+  bool arrived = false;
+  for (;;) {
+    const ClientSocket::ReadResult result = socket.Read(byteCount + 1, &connection.RxData);
+    if (result == ClientSocket::ReadResult::Data) {
+      arrived = true;
+      TcpIdleTicks = 0;
+      if (connection.RxData.size() <= kRxLimit) continue;
+      Drop(slot, "it sends faster than it is served");
+      return;
+    }
+    if (result == ClientSocket::ReadResult::Failed) {
+      model::ReportError(reporter_, "Error Interpreting TCP Message Data", socket.LastError());
+    }
+    if (result == ClientSocket::ReadResult::WouldBlock && arrived) events_.BytesWait();
+    return;
+  }
+}
+
+void ClientTable::PeerClosed(int slot) {
+  if (!Connection(slot).Connected) return;
+  Close(slot);
+  events_.ClientsChanged();
+}
+
+void ClientTable::Drop(int slot, const std::string& reason) {
+  events_.ClientDropped(slot, reason);
+  PeerClosed(slot);
+}
+
+void ClientTable::CloseAll() {
+  for (int slot = 1; slot <= SocketCount(); ++slot) PeerClosed(slot);
+}
+
+// The pending flags keep their values.
+void ClientTable::Close(int slot) {
+  --clientCount_;
+  ClientConnection& connection = Connection(slot);
+  connection.Connected = false;
+  connection.RxData.clear();
+  connection.RxData.shrink_to_fit();
+  connection.PeerIP.clear();
+  connection.KeepAliveCount = 0;
+  connection.ConnType = 0;
+  connection.Identified = false;
+  Socket(slot).Close();
+  events_.ClientClosed(slot);
+}
+
+}  // namespace gateway

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef GATEWAY_CLIENT_TABLE_H_
+#define GATEWAY_CLIENT_TABLE_H_
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "gateway/client_socket.h"
+#include "model/error_reporter.h"
+
+namespace gateway {
+
+// What is kept of the client of one slot.
+struct ClientConnection {
+  bool Identified = false;  // it answered the connection request with an accepted type
+  bool Connected = false;
+  bool AlphasPending = false;    // a label table was requested and has not gone out
+  bool Option20Pending = false;  // set by a request; nothing clears or reads it
+  bool ButtonsPending = false;   // station programming was requested and has not gone out
+  std::string PeerIP;
+  int ConnType = 0;
+  Bytes RxData;            // received and not decoded yet
+  int KeepAliveCount = 0;  // set to 0 by accepting and by keep-alives; nothing counts it up
+};
+
+// What the table tells.
+class ClientTableEvents {
+ public:
+  virtual ~ClientTableEvents() = default;
+
+  // Bytes wait to be decoded: let the decode timer run.
+  virtual void BytesWait() = 0;
+
+  // A client came, said what it is, or went.
+  virtual void ClientsChanged() = 0;
+
+  // The connection of `slot` has ended.
+  virtual void ClientClosed(int slot) = 0;
+
+  // The client of `slot` is about to be dropped by the console; `reason` completes "Panel
+  // 10.0.0.7 was dropped: ".
+  virtual void ClientDropped(int slot, const std::string& reason) = 0;
+};
+
+// The slots of the panel gateway, from 1.  A slot is made when all others are taken and never
+// goes away; a new client gets the lowest that is free.
+class ClientTable : public ClientSocketEvents {
+ public:
+  // The most clients at a time, so that a flood of connections can use up neither the process's
+  // files nor, by the pause that every slot costs, the time of the others.
+  static constexpr int kMaxClients = 128;
+
+  // The most that is kept of what a client sent and that is not decoded.  Beyond it the client
+  // is dropped.
+  static constexpr std::size_t kRxLimit = std::size_t{256} << 10;
+
+  // Both must outlive the table.
+  ClientTable(ClientTableEvents& events, model::ErrorReporter& reporter)
+      : events_(events), reporter_(reporter) {}
+  ClientTable(const ClientTable&) = delete;
+  ClientTable& operator=(const ClientTable&) = delete;
+
+  // Gives a new connection the lowest free slot and returns it.  When all slots are taken, the
+  // client that has been unidentified the longest makes room; when there is none, the new
+  // connection is closed and the result is 0.
+  int Accept(std::unique_ptr<ClientSocket> socket);
+
+  // The connection reply, type byte to terminator.  Ignored when its checksum is wrong.
+  void Identify(std::span<const std::uint8_t> frame, int slot);
+
+  // Ends the connection of a slot because of what its client does.
+  void Drop(int slot, const std::string& reason);
+
+  // Closes all connections.
+  void CloseAll();
+
+  // The highest slot made so far, and the number of clients that are connected.
+  int SocketCount() const { return static_cast<int>(slots_.size()); }
+  int ClientCount() const { return clientCount_; }
+
+  // REQUIRES of all below: 1 <= slot <= SocketCount()
+  ClientConnection& Connection(int slot) { return At(slot).connection; }
+  const ClientConnection& Connection(int slot) const { return At(slot).connection; }
+  ClientSocket& Socket(int slot) { return *At(slot).socket; }
+  bool IsConnected(int slot) const { return At(slot).socket->IsConnected(); }
+
+  // Tells the clients apart that one slot has had: the number of its connection, from 1.
+  std::uint64_t ConnectionNumber(int slot) const { return At(slot).number; }
+
+  // Decode ticks since data arrived or a message was sent.
+  int TcpIdleTicks = 0;
+
+  void DataArrived(int slot, std::size_t byteCount) override;
+  void PeerClosed(int slot) override;
+
+ private:
+  struct Slot {
+    std::unique_ptr<ClientSocket> socket;
+    ClientConnection connection;
+    std::uint64_t number = 0;
+  };
+
+  Slot& At(int slot) { return slots_[static_cast<std::size_t>(slot - 1)]; }
+  const Slot& At(int slot) const { return slots_[static_cast<std::size_t>(slot - 1)]; }
+  int FreeSlot();
+  int LongestUnidentified() const;
+  void Close(int slot);
+
+  ClientTableEvents& events_;
+  model::ErrorReporter& reporter_;
+  std::vector<Slot> slots_;
+  int clientCount_ = 0;
+  std::uint64_t accepted_ = 0;
+};
+
+}  // namespace gateway
+
+#endif  // GATEWAY_CLIENT_TABLE_H_

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+
+#include "gateway/panel_frame.h"
+
+#include <utility>
+
+namespace gateway {
+
+int TcpChecksum(std::span<const std::uint8_t> frame) {
+  int sum = 0;
+  for (std::size_t i = 1; i + 2 < frame.size(); ++i) sum = (sum + frame[i]) & 0x7F;
+  return sum;
+}
+
+bool ChecksumMatches(std::span<const std::uint8_t> frame) {
+  return frame.size() >= 2 && frame[frame.size() - 2] == TcpChecksum(frame);
+}
+
+int PairValue(std::uint8_t low, std::uint8_t high) { return low + 128 * high; }
+
+void FrameBuilder::PutByte(int value) { frame_.push_back(static_cast<std::uint8_t>(value & 0x7F)); }
+
+void FrameBuilder::PutPair(int value) {
+  PutByte(value);
+  PutByte(value >> 7);
+}
+
+Bytes FrameBuilder::Finish() {
+  frame_.push_back(0);
+  frame_.push_back(kTerminator);
+  frame_[frame_.size() - 2] = static_cast<std::uint8_t>(TcpChecksum(frame_));
+  return std::move(frame_);
+}
+
+}  // namespace gateway

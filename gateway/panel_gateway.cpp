@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+
+#include "gateway/panel_gateway.h"
+
+#include <utility>
+
+#include "gateway/connection_type.h"
+
+namespace gateway {
+
+namespace {
+
+// Its checksum is that of no data bytes.
+Bytes ConnectionRequest() { return {kConnectionType, 0x00, 0x00, kTerminator}; }
+
+}  // namespace
+
+PanelGateway::PanelGateway(const Services& services)
+    : display_(services.display),
+      clients_(*this, services.reporter),
+      queue_(clients_, services.timer, services.reporter),
+      senders_(services.model, services.files, clients_, queue_, services.reporter),
+      protocol_(services.model, clients_, queue_, senders_, services.commands, services.reporter) {}
+
+void PanelGateway::Accept(std::unique_ptr<ClientSocket> socket) {
+  const int slot = clients_.Accept(std::move(socket));
+  if (slot != 0) queue_.SendToClient(FixedMessage({}, ConnectionRequest()), slot);
+}
+
+bool PanelGateway::DecodeTick(const std::function<bool()>& decodeSwitcher) {
+  protocol_.CountTick();
+  const bool switcherWorked = decodeSwitcher();
+  const bool clientsWorked = protocol_.DecodeClients();
+  return switcherWorked || clientsWorked;
+}
+
+void PanelGateway::ForwardCrosspointRow(int output) {
+  if (clients_.ClientCount() > 0) senders_.SendCrosspointMapToClients(output, 1, model::kAll);
+}
+
+void PanelGateway::ForwardLabels(int kind) {
+  if (clients_.ClientCount() > 0) senders_.SendAlphaTableToClients(kind, model::kAll);
+}
+
+void PanelGateway::ForwardProgramming() {
+  if (clients_.ClientCount() > 0) senders_.SendStationProgrammingToClients(model::kAll);
+}
+
+void PanelGateway::CloseAll() {
+  clients_.CloseAll();
+  queue_.Clear();
+}
+
+void PanelGateway::ClientsChanged() {
+  std::vector<std::string> panels;
+  for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
+    const ClientConnection& client = clients_.Connection(slot);
+    if (!client.Connected) continue;
+    std::string line = client.PeerIP;
+    if (client.Identified) line.append("  ").append(ConnectionTypeName(client.ConnType));
+    panels.push_back(std::move(line));
+  }
+  display_.ShowPanels(panels);
+}
+
+void PanelGateway::ClientDropped(int slot, const std::string& reason) {
+  display_.ShowPanelNote("Panel " + clients_.Connection(slot).PeerIP + " was dropped: " + reason);
+}
+
+}  // namespace gateway

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef GATEWAY_PANEL_GATEWAY_H_
+#define GATEWAY_PANEL_GATEWAY_H_
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "db/database_files.h"
+#include "gateway/client_table.h"
+#include "gateway/panel_protocol.h"
+#include "gateway/panel_senders.h"
+#include "gateway/pause_timer.h"
+#include "gateway/send_queue.h"
+#include "model/error_reporter.h"
+#include "model/system_model.h"
+#include "switcher/live_commands.h"
+
+namespace gateway {
+
+// What the gateway shows and asks for; the main window implements it.
+class GatewayDisplay {
+ public:
+  virtual ~GatewayDisplay() = default;
+
+  // Bytes wait to be decoded: let the decode timer run.
+  virtual void StartDecodeTimer() = 0;
+
+  // The panels that are connected, each as its address and what it said it is.
+  virtual void ShowPanels(const std::vector<std::string>& panels) = 0;
+
+  // Something that the operator may want to know but need not act on.
+  virtual void ShowPanelNote(const std::string& note) = 0;
+};
+
+// The gateway between network panels and the switcher: their connections, what they ask for,
+// and what all of them are told.
+class PanelGateway : private ClientTableEvents {
+ public:
+  // What the gateway works on.  All must outlive it.
+  struct Services {
+    const model::SystemModel& model;
+    const db::DatabaseFiles& files;
+    switcher::LiveCommands& commands;
+    PauseTimer& timer;
+    GatewayDisplay& display;
+    model::ErrorReporter& reporter;
+  };
+
+  explicit PanelGateway(const Services& services);
+
+  // Takes a new connection and asks the client what it is.
+  void Accept(std::unique_ptr<ClientSocket> socket);
+
+  // One tick of the decode timer: `decodeSwitcher` decodes at most one message of the switcher
+  // and says whether there was work, then at most one frame of every client is decoded.
+  // False when there was no work at all.
+  bool DecodeTick(const std::function<bool()>& decodeSwitcher);
+
+  // The rows, labels and programming for all panels, when there is any.
+  void ForwardCrosspointRow(int output);
+  void ForwardLabels(int kind);
+  void ForwardProgramming();
+
+  // Closes all connections and sends nothing any more.
+  void CloseAll();
+
+  ClientTable& Clients() { return clients_; }
+  SendQueue& Queue() { return queue_; }
+  PanelSenders& Senders() { return senders_; }
+  PanelProtocol& Protocol() { return protocol_; }
+
+ private:
+  void BytesWait() override { display_.StartDecodeTimer(); }
+  void ClientsChanged() override;
+  void ClientClosed(int slot) override { queue_.Forget(slot); }
+  void ClientDropped(int slot, const std::string& reason) override;
+
+  GatewayDisplay& display_;
+  ClientTable clients_;
+  SendQueue queue_;
+  PanelSenders senders_;
+  PanelProtocol protocol_;
+};
+
+}  // namespace gateway
+
+#endif  // GATEWAY_PANEL_GATEWAY_H_

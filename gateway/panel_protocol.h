@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef GATEWAY_PANEL_PROTOCOL_H_
+#define GATEWAY_PANEL_PROTOCOL_H_
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "gateway/client_table.h"
+#include "gateway/panel_senders.h"
+#include "gateway/send_queue.h"
+#include "model/error_reporter.h"
+#include "model/system_model.h"
+#include "switcher/live_commands.h"
+
+namespace gateway {
+
+// What a take frame asks for.
+struct PanelTake {
+  int destination = 1;  // output channel, from 1
+  int source = 1;       // input channel, from 1
+  std::uint8_t action = 0;
+
+  bool operator==(const PanelTake&) const = default;
+};
+
+// Reads a whole take frame; none when its checksum or its length is wrong, or a byte that is no
+// data stands among its data.
+std::optional<PanelTake> ParseTakeFrame(std::span<const std::uint8_t> frame);
+
+// The action byte for a panel's command code; 0 for every code that is not known.
+std::uint8_t ActionOfCommand(int code);
+
+// Takes frames off the clients' receive buffers and does what they ask for.
+class PanelProtocol {
+ public:
+  // After so many decode ticks without traffic the receive buffers are emptied.
+  static constexpr int kIdleTicks = 201;
+
+  // All must outlive the object.
+  PanelProtocol(const model::SystemModel& model, ClientTable& clients, SendQueue& queue,
+                PanelSenders& senders, switcher::LiveCommands& commands,
+                model::ErrorReporter& reporter);
+
+  // Decodes at most one frame of every client that has sent something, in ascending order, and
+  // empties the receive buffers when they have been idle for too long.  To be called once per
+  // decode tick, behind CountTick().  False when there was no work.
+  bool DecodeClients();
+
+  // Notes that a decode tick begins.
+  void CountTick() { ++clients_.TcpIdleTicks; }
+
+  // Takes at most one frame off the slot's RxData and handles it.  Bytes that cannot begin a
+  // frame are dropped, one per call.
+  // REQUIRES: the slot's RxData is not empty
+  void DecodeClientMessage(int slot);
+
+ private:
+  void DecodeIdentified(int slot, std::size_t end);
+  void Answer(int slot, std::uint8_t byte);
+  void AnswerPoll(int slot);
+  void HandleTake(std::span<const std::uint8_t> frame);
+  void HandleServiceRequest(std::span<const std::uint8_t> frame, int slot);
+  bool IsLinkUp() const { return model_.LinkStatus[0] == 1; }
+
+  const model::SystemModel& model_;
+  ClientTable& clients_;
+  SendQueue& queue_;
+  PanelSenders& senders_;
+  switcher::LiveCommands& commands_;
+  model::ErrorReporter& reporter_;
+};
+
+}  // namespace gateway
+
+#endif  // GATEWAY_PANEL_PROTOCOL_H_

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+
+#include "gateway/qt_sockets.h"
+
+#include <QHostAddress>
+#include <algorithm>
+#include <utility>
+
+#ifdef Q_OS_LINUX
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#endif
+
+namespace gateway {
+
+namespace {
+
+// The size of the buffers of a client socket.
+constexpr int kBufferSize = 32767;
+
+// After a failed accept, such as for lack of files, the listener rests so long.
+constexpr std::chrono::milliseconds kAcceptRest{500};
+
+// Connections that may wait to be accepted: all panels of a house come back at once when the
+// console starts.
+constexpr int kBacklog = 128;
+
+// A peer that has gone without closing, because its power or its cable has, is found out within
+// a minute; by itself the system would take hours.
+void WatchPeer(QTcpSocket& socket) {
+  socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+#ifdef Q_OS_LINUX
+  const auto set = [&](int option, int value) {
+    // Where it is refused, the system's own patience applies.
+    (void)setsockopt(static_cast<int>(socket.socketDescriptor()), IPPROTO_TCP, option, &value,
+                     sizeof value);
+  };
+  set(TCP_KEEPIDLE, 30);
+  set(TCP_KEEPINTVL, 10);
+  set(TCP_KEEPCNT, 3);
+#endif
+}
+
+}  // namespace
+
+QtClientSocket::QtClientSocket(std::unique_ptr<QTcpSocket> socket) : socket_(std::move(socket)) {
+  socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+  socket_->setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, kBufferSize);
+  socket_->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, kBufferSize);
+  socket_->setReadBufferSize(kBufferSize);
+  WatchPeer(*socket_);
+}
+
+// Named, because a derived class is gone by now.
+QtClientSocket::~QtClientSocket() { QtClientSocket::Close(); }
+
+void QtClientSocket::SetEvents(ClientSocketEvents* events, int slot) {
+  QObject::connect(socket_.get(), &QTcpSocket::readyRead, socket_.get(), [this, events, slot] {
+    events->DataArrived(slot, static_cast<std::size_t>(socket_->bytesAvailable()));
+  });
+  QObject::connect(socket_.get(), &QTcpSocket::disconnected, socket_.get(),
+                   [events, slot] { events->PeerClosed(slot); });
+}
+
+bool QtClientSocket::IsConnected() const {
+  return socket_->state() == QAbstractSocket::ConnectedState;
+}
+
+std::string QtClientSocket::PeerAddress() const {
+  return socket_->peerAddress().toString().toStdString();
+}
+
+ClientSocket::ReadResult QtClientSocket::Read(std::size_t atMost, Bytes* bytes) {
+  const std::size_t before = bytes->size();
+  bytes->resize(before + atMost);
+  const qint64 read =
+      socket_->read(reinterpret_cast<char*>(bytes->data() + before), static_cast<qint64>(atMost));
+  bytes->resize(before + static_cast<std::size_t>(std::max<qint64>(read, 0)));
+  if (read > 0) return ReadResult::Data;
+  if (!IsConnected()) return ReadResult::Closed;
+  return read == 0 ? ReadResult::WouldBlock : ReadResult::Failed;
+}
+
+model::Status QtClientSocket::Write(std::span<const std::uint8_t> bytes) {
+  const auto size = static_cast<qint64>(bytes.size());
+  const qint64 taken = socket_->write(reinterpret_cast<const char*>(bytes.data()), size);
+  return taken == size ? model::Status() : LastError();
+}
+
+std::size_t QtClientSocket::Unsent() const {
+  return static_cast<std::size_t>(socket_->bytesToWrite());
+}
+
+void QtClientSocket::Close() {
+  socket_->disconnect();
+  socket_->abort();
+}
+
+model::Status QtClientSocket::LastError() const {
+  return {kSocketFailed, socket_->errorString().toStdString()};
+}
+
+Listener::Listener(QObject* parent) : QObject(parent) {
+  server_.setListenBacklogSize(kBacklog);
+  connect(&server_, &QTcpServer::newConnection, this, &Listener::AcceptAll);
+  // The server stops accepting for good when it fails once; files may become free again.
+  connect(&server_, &QTcpServer::acceptError, this, [this] {
+    QTimer::singleShot(kAcceptRest, &server_, [this] {
+      if (server_.isListening()) server_.resumeAccepting();
+    });
+  });
+}
+
+model::Status Listener::Start(int port) {
+  Stop();
+  if (port < 1 || port > 65535) {
+    return {kPortInUse, "There is no IP port " + std::to_string(port)};
+  }
+  if (!server_.listen(QHostAddress::AnyIPv4, static_cast<quint16>(port))) {
+    return {kPortInUse, server_.errorString().toStdString()};
+  }
+  return {};
+}
+
+void Listener::Stop() {
+  if (server_.isListening()) server_.close();
+}
+
+void Listener::AcceptAll() {
+  while (QTcpSocket* const socket = server_.nextPendingConnection()) {
+    // It belongs to its slot from here on, not to the server.
+    socket->setParent(nullptr);
+    auto client = std::make_unique<QtClientSocket>(std::unique_ptr<QTcpSocket>(socket));
+    if (accept_) accept_(std::move(client));
+  }
+}
+
+QtPauseTimer::QtPauseTimer() {
+  timer_.setSingleShot(true);
+  timer_.setTimerType(Qt::PreciseTimer);
+  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
+    const auto handler = std::exchange(handler_, nullptr);
+    if (handler) handler();
+  });
+}
+
+void QtPauseTimer::Start(std::chrono::milliseconds pause, std::function<void()> handler) {
+  handler_ = std::move(handler);
+  timer_.start(pause);
+}
+
+}  // namespace gateway

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: MIT
+//
+// Takes arbitrary bytes for what three panels send.  The first byte says how large the system is
+// and whether the link is up; then come steps: a byte that names a panel and what it does, for
+// data followed by a length and so many bytes.  Whatever comes, receive buffers and queue stay
+// within their bounds, every tick with bytes to decode shortens a buffer or waits for the end of
+// a frame, what goes to a panel is whole frames, and what goes to the switcher is takes of
+// channels that are there.
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "gateway/panel_gateway.h"
+#include "switcher/messages/take.h"
+#include "tests/support/fake_client_socket.h"
+#include "tests/support/fake_pause_timer.h"
+#include "tests/support/small_database.h"
+
+namespace {
+
+using gateway::Bytes;
+
+void Require(bool condition) {
+  if (!condition) std::abort();
+}
+
+// The same for all inputs: panels only read it.
+db::DatabaseFiles& Database() {
+  static const std::unique_ptr<test::SmallDatabase> database = [] {
+    auto made = std::make_unique<test::SmallDatabase>();
+    for (int station = 1; station <= 120; ++station) {
+      made->AddStation(station, {{"Label", "Sta"}, {"B1 Type", 254}, {"B1 Prog", "0101"}});
+    }
+    return made;
+  }();
+  return database->Files();
+}
+
+class NullReporter : public model::ErrorReporter {
+ public:
+  void Show(Icon, std::string_view, std::string_view text) override { Require(!text.empty()); }
+};
+
+class NullDisplay : public gateway::GatewayDisplay {
+ public:
+  void StartDecodeTimer() override {}
+  void ShowPanels(const std::vector<std::string>& panels) override {
+    Require(panels.size() <= 128);
+  }
+  void ShowPanelNote(const std::string& note) override { Require(!note.empty()); }
+};
+
+// Keeps the bytes of a line, for taking messages off them.
+class Line : public switcher::SerialPort {
+ public:
+  void SetEvents(switcher::SerialPortEvents*) override {}
+  model::Status Open(int) override { return {}; }
+  void Close() override {}
+  bool IsOpen() const override { return true; }
+  int Number() const override { return 1; }
+  Bytes Read() override { return {}; }
+  model::Status Write(std::uint8_t byte) override {
+    written.push_back(byte);
+    return {};
+  }
+  void SetSendThreshold(int) override {}
+
+  Bytes written;
+};
+
+class PanelFuzz {
+ public:
+  explicit PanelFuzz(std::uint8_t setup) {
+    model_.ChannelCount = static_cast<std::int16_t>((setup & 0x0F) * 8);
+    model_.AllocateMap();
+    model_.LinkStatus[0] = (setup & 0x80) != 0 ? 1 : 0;
+    for (int channel = 1; channel <= model_.ChannelCount; ++channel) {
+      model_.CrosspointMap.At(channel, model_.ChannelCount + 1 - channel) = 1;
+    }
+  }
+
+  void Step(std::uint8_t what, const Bytes& data) {
+    std::shared_ptr<test::FakePeer>& peer = peers_[what % 3];
+    switch (what / 3 % 8) {
+      case 0:
+        if (peer != nullptr && peer->connected) peer->Close();
+        peer = nullptr;
+        break;
+      case 1:
+        timer_.Elapse();
+        break;
+      case 2:
+        gateway_.ForwardCrosspointRow(1 + what % std::max<int>(model_.ChannelCount, 1));
+        break;
+      case 3:
+        for (int tick = 0; tick < 210; ++tick) Tick();
+        break;
+      default:
+        Deliver(peer, data);
+        break;
+    }
+    Tick();
+    Check();
+  }
+
+  // Without more data the buffers run dry: bytes go one by one, and the flush ends the rest.
+  void Finish(std::size_t inputSize) {
+    std::size_t ticks = 0;
+    while (gateway_.DecodeTick([] { return false; })) {
+      Require(++ticks < 2 * inputSize + 1000);
+      timer_.ElapseAll();
+    }
+    timer_.ElapseAll();
+    Check();
+    Require(gateway_.Queue().Size() == 0);
+  }
+
+ private:
+  void Deliver(std::shared_ptr<test::FakePeer>& peer, const Bytes& data) {
+    if (peer == nullptr || !peer->connected) {
+      peer = std::make_shared<test::FakePeer>();
+      gateway_.Accept(std::make_unique<test::FakeClientSocket>(peer));
+    }
+    if (!data.empty()) peer->Send(data);
+  }
+
+  void Tick() {
+    gateway::ClientTable& clients = gateway_.Clients();
+    std::vector<std::size_t> before;
+    for (int slot = 1; slot <= clients.SocketCount(); ++slot) {
+      before.push_back(clients.Connection(slot).RxData.size());
+    }
+    const bool worked = gateway_.DecodeTick([] { return false; });
+    Require(worked ==
+            std::any_of(before.begin(), before.end(), [](auto size) { return size > 0; }));
+    for (int slot = 1; slot <= clients.SocketCount(); ++slot) {
+      const Bytes& left = clients.Connection(slot).RxData;
+      if (left.empty() || left.size() < before[static_cast<std::size_t>(slot - 1)]) continue;
+      Require(left.front() >= 0x80);
+      Require(std::find(left.begin(), left.end(), 0xFF) == left.end());
+    }
+  }
+
+  void Check() {
+    Require(gateway_.Clients().SocketCount() <= 3);
+    for (int slot = 1; slot <= gateway_.Clients().SocketCount(); ++slot) {
+      Require(gateway_.Clients().Connection(slot).RxData.size() <= 262144);
+    }
+    // Per slot: every row, the map, two label tables, programming twice, an answer, a request.
+    Require(gateway_.Queue().Size() <= 3U * (static_cast<unsigned>(model_.ChannelCount) + 10));
+    CheckTakes();
+  }
+
+  void CheckTakes() {
+    Require(line_.written.size() % 9 == 0);
+    for (std::size_t i = 0; i < line_.written.size(); i += 9) {
+      const auto take = switcher::ParseTake(std::span(line_.written).subspan(i, 9));
+      Require(take.has_value());
+      Require(take->destination <= model_.ChannelCount && take->source <= model_.ChannelCount);
+    }
+    line_.written.clear();
+  }
+
+  model::SystemModel model_;
+  NullReporter reporter_;
+  NullDisplay display_;
+  Line line_;
+  test::FakePauseTimer timer_;
+  switcher::LiveCommands commands_{model_, line_, reporter_};
+  std::shared_ptr<test::FakePeer> peers_[3];
+  gateway::PanelGateway gateway_{{.model = model_,
+                                  .files = Database(),
+                                  .commands = commands_,
+                                  .timer = timer_,
+                                  .display = display_,
+                                  .reporter = reporter_}};
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  PanelFuzz fuzz(data[0]);
+  for (std::size_t at = 1; at < size;) {
+    const std::uint8_t what = data[at++];
+    Bytes bytes;
+    if (what / 3 % 8 > 3 && at < size) {
+      const std::size_t length = std::min<std::size_t>(data[at], size - at - 1);
+      ++at;
+      bytes.assign(data + at, data + at + length);
+      at += length;
+    }
+    fuzz.Step(what, bytes);
+  }
+  fuzz.Finish(size);
+  return 0;
+}

@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+
+#include "gateway/panel_gateway.h"
+
+#include <random>
+
+#include "switcher/decoder.h"
+#include "switcher/link.h"
+#include "tests/gateway/gateway_fixture.h"
+#include "tests/support/hex.h"
+
+namespace gateway {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Le;
+
+using PanelGatewayTest = GatewayTest;
+
+TEST_F(PanelGatewayTest, TheTickServesTheSwitcherFirstAndThenThePanels) {
+  const auto panel = ConnectPanel();
+  panel->Send("FE 20 00 05 00 07 00 2C FF");
+  std::string writtenBefore;
+  EXPECT_TRUE(gateway_.DecodeTick([&] {
+    writtenBefore = port_.TakeWritten();
+    return true;
+  }));
+  EXPECT_EQ(writtenBefore, "");
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
+}
+
+TEST_F(PanelGatewayTest, ATickHasWorkWhenEitherSideHas) {
+  const auto panel = ConnectPanel();
+  EXPECT_FALSE(gateway_.DecodeTick([] { return false; }));
+  EXPECT_TRUE(gateway_.DecodeTick([] { return true; }));
+  panel->Send("41");
+  EXPECT_TRUE(gateway_.DecodeTick([] { return false; }));
+  EXPECT_FALSE(gateway_.DecodeTick([] { return false; }));
+}
+
+TEST_F(PanelGatewayTest, EveryTickCounts) {
+  Clients().TcpIdleTicks = 0;
+  gateway_.DecodeTick([] { return true; });
+  gateway_.DecodeTick([] { return false; });
+  EXPECT_EQ(Clients().TcpIdleTicks, 2);
+}
+
+TEST_F(PanelGatewayTest, RowsGoToEverySlotIdentifiedOrNot) {
+  const auto panel = ConnectPanel();
+  const auto stranger = Connect();
+  stranger->TakeWritten();
+  model_.CrosspointMap.At(2, 1) = 1;
+  gateway_.ForwardCrosspointRow(2);
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 01 00 01 00 00 00 00 03 FF");
+  EXPECT_EQ(stranger->TakeWritten(), "F6 00 01 00 01 00 01 00 00 00 00 03 FF");
+}
+
+TEST_F(PanelGatewayTest, WithoutPanelsNothingIsBuiltOrWaitedFor) {
+  const auto panel = ConnectPanel();
+  panel->Close();
+  gateway_.ForwardCrosspointRow(2);
+  gateway_.ForwardLabels(20);  // there are no stations: it would be reported
+  gateway_.ForwardProgramming();
+  EXPECT_FALSE(timer_.IsRunning());
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(PanelGatewayTest, LabelsAndProgrammingGoToAll) {
+  AddStations();
+  const auto first = ConnectPanel();
+  const auto second = ConnectPanel();
+  gateway_.ForwardLabels(20);
+  gateway_.ForwardLabels(10);
+  gateway_.ForwardProgramming();
+  std::string order;
+  for (;;) {
+    for (const auto& [name, peer] : {std::pair{"1", first}, {"2", second}}) {
+      const std::string frame = peer->TakeWritten();
+      if (!frame.empty()) order += std::string(name) + ": " + frame.substr(0, 5) + "; ";
+    }
+    if (!timer_.IsRunning()) break;
+    timer_.Elapse();
+  }
+  EXPECT_EQ(order,
+            "1: FC 14; 2: FC 14; 1: FC 0A; 2: FC 0A; 1: FB 00; 2: FB 00; 1: FD 00; 2: FD 00; ");
+}
+
+TEST_F(PanelGatewayTest, RandomBytesMakeNoTakeAndNoReport) {
+  const auto panel = ConnectPanel();
+  const auto stranger = Connect();
+  std::mt19937 random(20020417);
+  for (int round = 0; round < 2000; ++round) {
+    Bytes noise(1 + random() % 64);
+    // A lone take code waits for its end and is reported as such: that is another test.
+    for (std::uint8_t& byte : noise) {
+      do byte = static_cast<std::uint8_t>(random());
+      while (byte == 0xFE);
+    }
+    panel->Send(noise);
+    stranger->Send(noise);
+    Ticks(30);
+    timer_.Elapse();
+    ASSERT_THAT(Queue().Size(), Le(8U));
+  }
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(PanelGatewayTest, AnEndlessFrameIsBoundedAndTheOthersAreServed) {
+  const auto hostile = ConnectPanel();
+  const auto panel = ConnectPanel();
+  Bytes chunk(4096, 0x11);
+  chunk[0] = 0x80;
+  int rounds = 0;
+  while (Connection(1).Connected && rounds < 1000) {
+    hostile->Send(chunk);
+    panel->Send("F5");
+    Tick();
+    timer_.ElapseAll();
+    ++rounds;
+    ASSERT_LE(Connection(1).RxData.size(), 262144U);
+  }
+  EXPECT_EQ(rounds, 65);
+  EXPECT_EQ(panel->TakeWritten().size(), 3U * 65 - 1);
+  EXPECT_EQ(Clients().ClientCount(), 1);
+}
+
+TEST_F(PanelGatewayTest, ThousandsOfConnectionsLeaveNothingBehind) {
+  const auto panel = ConnectPanel();
+  for (int i = 0; i < 5000; ++i) {
+    auto peer = std::make_shared<test::FakePeer>();
+    gateway_.Accept(std::make_unique<test::FakeClientSocket>(peer));
+    peer->Close();
+  }
+  EXPECT_EQ(Clients().SocketCount(), 2);
+  EXPECT_EQ(Clients().ClientCount(), 1);
+  EXPECT_THAT(Queue().Size(), Le(1U));
+  gateway_.ForwardCrosspointRow(1);
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 00 00 00 00 00 01 FF");
+}
+
+TEST_F(PanelGatewayTest, RequestsThatPourInDoNotStarveTheOthers) {
+  AddStations();
+  const auto greedy = ConnectPanel();
+  const auto panel = ConnectPanel();
+  for (int i = 0; i < 200; ++i) {
+    greedy->Send("F2 00 47 00 00 00 00 00 00 47 FF");
+    Tick();
+  }
+  timer_.now = 0;
+  gateway_.ForwardCrosspointRow(1);
+  while (panel->written.empty() && timer_.IsRunning()) timer_.Elapse();
+  EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 00 00 00 00 00 01 FF");
+  EXPECT_LE(timer_.now, 10 * 75);
+}
+
+TEST_F(PanelGatewayTest, ARowFromTheSwitcherReachesThePanelsAndATakeTheSwitcher) {
+  class ToPanels : public switcher::SwitcherEvents {
+   public:
+    explicit ToPanels(PanelGateway& gateway) : gateway_(gateway) {}
+    void CrosspointRowChanged(int output, int) override { gateway_.ForwardCrosspointRow(output); }
+    void GainsChanged() override {}
+    void TallyChanged() override {}
+    void LabelsChanged(int) override {}
+    void InhibitsChanged(int) override {}
+    void RelaysChanged(int) override {}
+    void ButtonsChanged(int) override {}
+    void OptosChanged() override {}
+
+   private:
+    PanelGateway& gateway_;
+  };
+  class NoDisplay : public switcher::LinkDisplay {
+   public:
+    void ShowLinkText(std::string_view) override {}
+    void StartDecodeTimer() override {}
+    void ShowBlockedCode(std::optional<std::uint8_t>) override {}
+  };
+  ToPanels events(gateway_);
+  NoDisplay display;
+  switcher::Decoder decoder(model_, database_.Files(), reporter_, events);
+  switcher::Link link(model_, port_, decoder, display);
+
+  const auto panel = ConnectPanel();
+  port_.Deliver("F3 04 00 01 00 05 00 0A FF F3 00 00 00 00 00 00 00 FF");
+  EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 04 00 02 00 01 00 00 02 00 0A FF");
+  gateway_.DecodeTick([&] { return link.DecodeTick(); });
+  EXPECT_EQ(panel->TakeWritten(), "");
+  timer_.Elapse();
+  EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 00 00 00 00 00 01 FF");
+}
+
+}  // namespace
+}  // namespace gateway

@@ -1,0 +1,446 @@
+// SPDX-License-Identifier: MIT
+
+#include "gateway/panel_protocol.h"
+
+#include "tests/gateway/gateway_fixture.h"
+#include "tests/support/hex.h"
+
+namespace gateway {
+namespace {
+
+using test::FromHex;
+using test::Hex;
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr char kTakeReport[] =
+    "critical|Error Processing|Error in Error Processing Take Command"
+    "\rError # 9 - The end of the frame has not arrived";
+
+class PanelProtocolTest : public GatewayTest {
+ protected:
+  // What is left of the panel's bytes, and what the switcher's line was sent, after one tick.
+  std::string LeftAfterTick(int slot = 1) {
+    Tick();
+    return Hex(Connection(slot).RxData);
+  }
+
+  // What a service request is answered with.  Everything asked for has gone out.
+  std::string Request(test::FakePeer& panel, std::string_view frame) {
+    panel.Send(frame);
+    Tick();
+    timer_.ElapseAll();
+    return panel.TakeWritten();
+  }
+};
+
+TEST(ParseTakeFrame, Literal) {
+  const auto take = ParseTakeFrame(FromHex("FE 20 00 05 00 07 00 2C FF"));
+  ASSERT_TRUE(take);
+  EXPECT_EQ(*take, (PanelTake{.destination = 6, .source = 8, .action = 0}));
+  EXPECT_EQ(ParseTakeFrame(FromHex("FE 25 02 7F 01 00 01 28 FF")),
+            (PanelTake{.destination = 256, .source = 129, .action = 142}));
+  EXPECT_EQ(ParseTakeFrame(FromHex("FE 24 00 00 02 7F 7F 24 FF")),
+            (PanelTake{.destination = 257, .source = 16384, .action = 2}));
+}
+
+TEST(ParseTakeFrame, Refusals) {
+  for (const char* const frame : {
+           "",                               // nothing
+           "FE FF",                          //
+           "FE 20 00 05 00 07 00 2D FF",     // checksum
+           "FE 20 00 05 00 07 2C FF",        // short
+           "FE 20 00 05 00 07 00 00 2C FF",  // long
+           "FE 20 00 85 00 07 00 2C FF",     // a byte that is no data
+           "FE 24 00 05 FE 01 00 28 FF",     // another frame's start inside
+       }) {
+    EXPECT_FALSE(ParseTakeFrame(FromHex(frame))) << frame;
+  }
+}
+
+TEST(ActionOfCommand, KnownCodesAndTheFallback) {
+  EXPECT_EQ(ActionOfCommand(32), 0);
+  EXPECT_EQ(ActionOfCommand(33), 136);
+  EXPECT_EQ(ActionOfCommand(36), 2);
+  EXPECT_EQ(ActionOfCommand(37), 138);
+  EXPECT_EQ(ActionOfCommand(161), 132);
+  EXPECT_EQ(ActionOfCommand(165), 134);
+  EXPECT_EQ(ActionOfCommand(289), 140);
+  EXPECT_EQ(ActionOfCommand(293), 142);
+  for (const int other : {0, 1, 31, 34, 35, 38, 160, 162, 288, 290, 16383}) {
+    EXPECT_EQ(ActionOfCommand(other), 0) << other;
+  }
+}
+
+TEST_F(PanelProtocolTest, ATakeReachesTheSwitcher) {
+  const auto panel = ConnectPanel();
+  panel->Send("FE 20 00 05 00 07 00 2C FF");
+  EXPECT_EQ(LeftAfterTick(), "");
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
+  panel->Send("FE 22 00 05 00 07 00 2E FF");  // 34 is the same as 32
+  Tick();
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
+  panel->Send("FE 24 00 05 00 07 00 30 FF");
+  Tick();
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 07 00 05 00 0E FF");
+  panel->Send("FE 25 01 07 00 00 00 2D FF");  // 165, a call
+  Tick();
+  EXPECT_EQ(port_.TakeWritten(), "FD 06 01 00 00 07 00 0D FF");
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten(), "");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, ATakeOutsideTheSystemIsIgnored) {
+  const auto panel = ConnectPanel();
+  panel->Send("FE 20 00 08 00 07 00 2F FF");  // destination 9 of 8
+  panel->Send("FE 20 00 07 00 08 00 2F FF");  // source 9 of 8
+  panel->Send("FE 20 00 00 02 07 00 29 FF");  // destination 257, which eight bits make 1
+  panel->Send("FE 20 00 07 00 07 02 30 FF");  // source 264, which eight bits make 8
+  Ticks(4);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(Connection(1).RxData, IsEmpty());
+  panel->Send("FE 20 00 07 00 07 00 2E FF");
+  Tick();
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 07 00 0E FF");
+}
+
+TEST_F(PanelProtocolTest, ABadTakeIsIgnoredSilently) {
+  const auto panel = ConnectPanel();
+  panel->Send("FE 20 00 05 00 07 00 2D FF");
+  panel->Send("FE 20 00 05 00 07 00 00 2C FF");
+  panel->Send("FE 20 05 07 2C FF");
+  Ticks(3);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(Connection(1).RxData, IsEmpty());
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, ATakeWithoutItsEndIsReportedWithEveryTick) {
+  const auto panel = ConnectPanel();
+  panel->Send("FE 20 00 05");
+  EXPECT_EQ(LeftAfterTick(), "FE 20 00 05");
+  Ticks(2);
+  EXPECT_THAT(reporter_.reports, ElementsAre(kTakeReport, kTakeReport, kTakeReport));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  panel->Send("00 07 00 2C FF");
+  Tick();
+  EXPECT_THAT(reporter_.reports, SizeIs(3));
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
+}
+
+TEST_F(PanelProtocolTest, TheFlushEndsATakeWithoutItsEnd) {
+  const auto panel = ConnectPanel();
+  panel->Send("FE 20 00 05");
+  Ticks(200);
+  EXPECT_THAT(reporter_.reports, SizeIs(200));
+  EXPECT_EQ(Hex(Connection(1).RxData), "FE 20 00 05");
+  EXPECT_TRUE(Tick());
+  EXPECT_THAT(Connection(1).RxData, IsEmpty());
+  EXPECT_EQ(Clients().TcpIdleTicks, 0);
+  EXPECT_FALSE(Tick());
+  EXPECT_THAT(reporter_.reports, SizeIs(201));
+  EXPECT_THAT(reporter_.reports, Each(kTakeReport));
+}
+
+TEST_F(PanelProtocolTest, TheFlushEmptiesEverySlot) {
+  const auto first = ConnectPanel();
+  const auto second = ConnectPanel();
+  first->Send("F2 00 01");
+  second->Send("80 11 22");
+  Ticks(201);
+  EXPECT_THAT(Connection(1).RxData, IsEmpty());
+  EXPECT_THAT(Connection(2).RxData, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, DataAndSendsPutTheFlushOff) {
+  const auto first = ConnectPanel();
+  const auto second = ConnectPanel();
+  first->Send("F2 00 01");
+  Ticks(200);
+  second->Send("F4");
+  Ticks(200);
+  EXPECT_EQ(Hex(Connection(1).RxData), "F2 00 01");
+  gateway_.ForwardCrosspointRow(1);
+  Ticks(200);
+  EXPECT_EQ(Hex(Connection(1).RxData), "F2 00 01");
+  Tick();
+  EXPECT_THAT(Connection(1).RxData, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, BytesThatCannotBeginAFrameGoOnePerTick) {
+  const auto panel = ConnectPanel();
+  panel->Send("41 42 F4");
+  Connection(1).KeepAliveCount = 7;
+  EXPECT_EQ(LeftAfterTick(), "42 F4");
+  EXPECT_EQ(LeftAfterTick(), "F4");
+  EXPECT_EQ(Connection(1).KeepAliveCount, 7);
+  EXPECT_EQ(LeftAfterTick(), "");
+  EXPECT_EQ(Connection(1).KeepAliveCount, 0);
+}
+
+TEST_F(PanelProtocolTest, OneFramePerTickAndSlot) {
+  const auto first = ConnectPanel();
+  const auto second = ConnectPanel();
+  first->Send("FE 20 00 00 00 00 00 20 FF FE 20 00 00 00 01 00 21 FF");
+  second->Send("FE 20 00 00 00 02 00 22 FF");
+  Tick();
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 00 00 00 00 00 FF FD 00 00 02 00 00 00 02 FF");
+  Tick();
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 01 00 00 00 01 FF");
+  EXPECT_FALSE(Tick());
+}
+
+TEST_F(PanelProtocolTest, OtherTypesLoseOneByteAndResynchronise) {
+  const auto panel = ConnectPanel();
+  panel->Send("F6 00 FF");
+  EXPECT_EQ(LeftAfterTick(), "00 FF");
+  EXPECT_EQ(LeftAfterTick(), "FF");
+  EXPECT_EQ(LeftAfterTick(), "");
+  panel->Send("82 F1 FB FC FF");
+  EXPECT_EQ(LeftAfterTick(), "F1 FB FC FF");
+  EXPECT_EQ(LeftAfterTick(), "FB FC FF");
+  EXPECT_EQ(LeftAfterTick(), "FC FF");
+  EXPECT_EQ(LeftAfterTick(), "FF");
+  EXPECT_EQ(LeftAfterTick(), "");
+}
+
+TEST_F(PanelProtocolTest, DiscardedFramesGoWhole) {
+  const auto panel = ConnectPanel();
+  panel->Send("80 01 02 03 FF FD 04 FF 41");
+  EXPECT_EQ(LeftAfterTick(), "FD 04 FF 41");
+  EXPECT_EQ(LeftAfterTick(), "41");
+  panel->Send("80 01 02");
+  Tick();
+  EXPECT_EQ(LeftAfterTick(), "80 01 02");
+  EXPECT_EQ(LeftAfterTick(), "80 01 02");
+  panel->Send("FF F4");
+  EXPECT_EQ(LeftAfterTick(), "F4");
+}
+
+TEST_F(PanelProtocolTest, RequestsAndRepliesWithoutTheirEndWaitSilently) {
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 01");
+  EXPECT_EQ(LeftAfterTick(), "F2 00 01");
+  panel->Send("00 00 00 00 00 00 01 FF 81 33");
+  EXPECT_EQ(LeftAfterTick(), "81 33");
+  EXPECT_EQ(LeftAfterTick(), "81 33");
+  EXPECT_EQ(Connection(1).ConnType, 53);
+  panel->Send("33 FF");
+  EXPECT_EQ(LeftAfterTick(), "");
+  EXPECT_EQ(Connection(1).ConnType, 51);
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, UnidentifiedClientsAreNotServed) {
+  const auto peer = Connect();
+  peer->TakeWritten();
+  peer->Send("F5 F4 F2 00 07 00 00 00 00 00 00 07 FF FE 20 00 05 00 07 00 2C FF FF 41");
+  EXPECT_EQ(LeftAfterTick(),
+            "F4 F2 00 07 00 00 00 00 00 00 07 FF FE 20 00 05 00 07 00 2C FF FF 41");
+  EXPECT_EQ(LeftAfterTick(), "F2 00 07 00 00 00 00 00 00 07 FF FE 20 00 05 00 07 00 2C FF FF 41");
+  EXPECT_EQ(LeftAfterTick(), "FE 20 00 05 00 07 00 2C FF FF 41");
+  EXPECT_EQ(LeftAfterTick(), "FF 41");
+  EXPECT_EQ(LeftAfterTick(), "41");
+  EXPECT_EQ(LeftAfterTick(), "");
+  timer_.ElapseAll();
+  EXPECT_EQ(peer->TakeWritten(), "");
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_FALSE(Connection(1).AlphasPending);
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, AnUnidentifiedFrameWithoutItsEndGoesByteByByte) {
+  const auto peer = Connect();
+  peer->Send("FE 20 F2");
+  EXPECT_EQ(LeftAfterTick(), "20 F2");
+  EXPECT_EQ(LeftAfterTick(), "F2");
+  EXPECT_EQ(LeftAfterTick(), "");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, TypesLookedAtBeforeIdentification) {
+  const auto peer = Connect();
+  peer->Send("F6 80 01 FF 81 35 35 FF");
+  EXPECT_EQ(LeftAfterTick(), "80 01 FF 81 35 35 FF");
+  EXPECT_EQ(LeftAfterTick(), "81 35 35 FF");
+  EXPECT_EQ(LeftAfterTick(), "");
+  EXPECT_TRUE(Connection(1).Identified);
+}
+
+TEST_F(PanelProtocolTest, ARefusedClientGetsNoService) {
+  const auto peer = Connect();
+  peer->TakeWritten();
+  peer->Send("81 14 14 FF F5 FE 20 00 05 00 07 00 2C FF F2 00 07 00 00 00 00 00 00 07 FF");
+  Ticks(5);
+  timer_.ElapseAll();
+  EXPECT_THAT(Connection(1).RxData, IsEmpty());
+  EXPECT_EQ(peer->TakeWritten(), "");
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+TEST_F(PanelProtocolTest, PollsAreAnsweredByTheStateOfTheLink) {
+  const auto panel = ConnectPanel();
+  Connection(1).KeepAliveCount = 3;
+  panel->Send("F5");
+  Tick();
+  EXPECT_EQ(panel->TakeWritten(), "F4");
+  EXPECT_EQ(Connection(1).KeepAliveCount, 0);
+  timer_.ElapseAll();
+  model_.LinkStatus[0] = 0;
+  Connection(1).KeepAliveCount = 3;
+  panel->Send("F5");
+  Tick();
+  EXPECT_EQ(panel->TakeWritten(), "F1");
+  EXPECT_EQ(Connection(1).KeepAliveCount, 3);
+}
+
+TEST_F(PanelProtocolTest, RequestForTheMap) {
+  const auto panel = ConnectPanel();
+  model_.CrosspointMap.At(8, 1) = 1;
+  EXPECT_EQ(Request(*panel, "F2 00 01 00 00 00 00 00 00 01 FF"),
+            "F6 00 08 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 "
+            "01 00 00 00 00 09 FF");
+}
+
+TEST_F(PanelProtocolTest, RequestForLabels) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  EXPECT_EQ(Request(*panel, "F2 00 02 00 00 00 00 00 00 02 FF"),
+            "FC 0A 08 08 00 00 00 "
+            "49 6E 20 31 20 20 20 20 00 00 49 6E 20 32 20 20 20 20 01 00 "
+            "49 6E 20 33 20 20 20 20 02 00 49 6E 20 34 20 20 20 20 03 00 "
+            "49 6E 20 35 20 20 20 20 04 00 49 6E 20 36 20 20 20 20 05 00 "
+            "49 6E 20 37 20 20 20 20 06 00 49 6E 20 38 20 20 20 20 07 00 "
+            "12 FF");
+  EXPECT_EQ(Request(*panel, "F2 00 04 00 00 00 00 00 00 04 FF").substr(0, 3 * 17),
+            "FC 14 08 08 00 00 00 53 74 61 20 31 20 20 20 00 00 ");
+}
+
+TEST_F(PanelProtocolTest, RequestForProgrammingIsTwoFrames) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 40 00 00 00 00 00 00 40 FF");
+  Tick();
+  EXPECT_EQ(panel->TakeWritten(),
+            "FB 00 08 00 00 00 01 00 02 00 03 00 04 00 05 00 06 00 07 00 08 00 2C FF");
+  EXPECT_TRUE(Connection(1).ButtonsPending);
+  timer_.Elapse();
+  const std::string buttons = panel->TakeWritten();
+  EXPECT_EQ(buttons.substr(0, 3 * 14), "FD 00 08 00 00 00 20 00 02 00 7F 7F 00 00 ");
+  EXPECT_EQ(buttons.size(), 3U * (8 + 8 * 32 * 6 + 2) - 1);
+  EXPECT_FALSE(Connection(1).ButtonsPending);
+}
+
+TEST_F(PanelProtocolTest, SeveralBitsAreAnsweredInOrder) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 7F 00 00 00 00 00 00 7F FF");
+  Tick();
+  std::string types;
+  for (;;) {
+    const std::string frame = panel->TakeWritten();
+    if (!frame.empty()) types += frame.substr(0, 5) + "; ";
+    if (!timer_.IsRunning()) break;
+    timer_.Elapse();
+  }
+  EXPECT_EQ(types, "F6 00; FC 0A; FC 14; FB 00; FD 00; ");
+}
+
+TEST_F(PanelProtocolTest, PendingFlagsAreClearedWhenTheTableHasGone) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 66 00 00 00 00 00 00 66 FF");
+  Tick();
+  EXPECT_TRUE(Connection(1).AlphasPending);  // one of the two is out
+  EXPECT_TRUE(Connection(1).Option20Pending);
+  EXPECT_TRUE(Connection(1).ButtonsPending);
+  timer_.Elapse();
+  EXPECT_FALSE(Connection(1).AlphasPending);
+  EXPECT_TRUE(Connection(1).ButtonsPending);
+  timer_.ElapseAll();
+  EXPECT_FALSE(Connection(1).ButtonsPending);
+  EXPECT_TRUE(Connection(1).Option20Pending);
+}
+
+TEST_F(PanelProtocolTest, BroadcastsLeaveThePendingFlagsAlone) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  Connection(1).AlphasPending = Connection(1).ButtonsPending = true;
+  gateway_.ForwardLabels(20);
+  gateway_.ForwardProgramming();
+  timer_.ElapseAll();
+  EXPECT_TRUE(Connection(1).AlphasPending);
+  EXPECT_TRUE(Connection(1).ButtonsPending);
+}
+
+TEST_F(PanelProtocolTest, OptionTwentyOnlySetsItsFlag) {
+  const auto panel = ConnectPanel();
+  EXPECT_EQ(Request(*panel, "F2 00 20 00 00 00 00 00 00 20 FF"), "");
+  EXPECT_TRUE(Connection(1).Option20Pending);
+}
+
+TEST_F(PanelProtocolTest, UnusedBitsDoNothing) {
+  const auto panel = ConnectPanel();
+  EXPECT_EQ(Request(*panel, "F2 00 18 00 00 00 00 00 00 18 FF"), "");
+  EXPECT_EQ(Request(*panel, "F2 7F 00 7F 7F 7F 7F 7F 7F 79 FF"), "");
+}
+
+TEST_F(PanelProtocolTest, NothingIsRequestedWhileTheLinkIsDown) {
+  const auto panel = ConnectPanel();
+  model_.LinkStatus[0] = 0;
+  EXPECT_EQ(Request(*panel, "F2 00 07 00 00 00 00 00 00 07 FF"), "");
+  EXPECT_EQ(Request(*panel, "F2 00 60 00 00 00 00 00 00 60 FF"), "");
+  EXPECT_FALSE(Connection(1).AlphasPending);
+  EXPECT_FALSE(Connection(1).Option20Pending);
+  EXPECT_FALSE(Connection(1).ButtonsPending);
+}
+
+TEST_F(PanelProtocolTest, BadRequestsAreIgnored) {
+  const auto panel = ConnectPanel();
+  EXPECT_EQ(Request(*panel, "F2 00 01 00 00 00 00 00 00 02 FF"), "");
+  EXPECT_EQ(Request(*panel, "F2 00 01 00 00 00 00 00 01 FF"), "");
+  EXPECT_EQ(Request(*panel, "F2 00 01 00 00 00 00 00 00 00 01 FF"), "");
+  EXPECT_EQ(Request(*panel, "F2 FF"), "");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, ATableThatCannotBeReadIsReported) {
+  const auto panel = ConnectPanel();
+  EXPECT_EQ(Request(*panel, "F2 00 02 00 00 00 00 00 00 02 FF"), "");  // no stations at all
+  EXPECT_TRUE(Connection(1).AlphasPending);
+  EXPECT_EQ(Request(*panel, "F2 00 40 00 00 00 00 00 00 40 FF"), "");
+  ASSERT_THAT(reporter_.reports, SizeIs(2));
+  EXPECT_THAT(reporter_.reports,
+              Each(testing::StartsWith("critical|Error Processing|Error in Error Sending Alpha "
+                                       "Table\rError # 3021 - ")));
+}
+
+TEST_F(PanelProtocolTest, WithoutADatabaseTablesAreReported) {
+  const auto panel = ConnectPanel();
+  ASSERT_TRUE(database_.Files().SaveAndClose().ok());
+  EXPECT_EQ(Request(*panel, "F2 00 04 00 00 00 00 00 00 04 FF"), "");
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("critical|Error Processing|Error in Error Sending Alpha Table"
+                          "\rError # 3021 - The configuration database is not open"));
+}
+
+TEST_F(PanelProtocolTest, ChannelsThatAreNotThereAreReported) {
+  gateway_.Senders().SendCrosspointMapToClients(9, 1, 9999);
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("critical|Error Processing|Error in Error Sending Crosspoint Map"
+                          "\rError # 9 - There is no such channel"));
+}
+
+TEST_F(PanelProtocolTest, TheOperatorsRecordStaysTheCurrentOne) {
+  AddStations();
+  database_.GoTo(5);
+  const auto panel = ConnectPanel();
+  Request(*panel, "F2 00 46 00 00 00 00 00 00 46 FF");
+  EXPECT_EQ(database_.CurrentStation(), 5);
+}
+
+}  // namespace
+}  // namespace gateway

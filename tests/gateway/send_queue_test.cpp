@@ -1,0 +1,343 @@
+// SPDX-License-Identifier: MIT
+
+#include "gateway/send_queue.h"
+
+#include "tests/gateway/gateway_fixture.h"
+#include "tests/support/hex.h"
+
+namespace gateway {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Kind = MessageId::Kind;
+
+Message Plain(const Bytes& bytes) { return FixedMessage({}, bytes); }
+Message Table(int kind, const Bytes& bytes) {
+  return FixedMessage({.kind = Kind::Labels, .first = kind, .count = 0}, bytes);
+}
+Message Row(int channel, const Bytes& bytes) {
+  return FixedMessage({.kind = Kind::CrosspointMap, .first = channel, .count = 1}, bytes);
+}
+Message KeepAlive(std::uint8_t answer) {
+  return FixedMessage({.kind = Kind::KeepAlive, .first = 0, .count = 0}, {answer});
+}
+
+class SendQueueTest : public GatewayTest {
+ protected:
+  // So many connected clients that have nothing to read any more.
+  void ConnectClients(int count) {
+    for (int i = 0; i < count; ++i) {
+      peers_.push_back(Connect());
+      peers_.back()->TakeWritten();
+    }
+    timer_.now = 0;
+  }
+
+  // Lets all pauses pass; "0: slot 1 AA, 75: slot 2 AA": when who was sent what.
+  std::string Log() {
+    std::string log;
+    for (;;) {
+      for (std::size_t i = 0; i < peers_.size(); ++i) {
+        const std::string written = peers_[i]->TakeWritten();
+        if (written.empty()) continue;
+        if (!log.empty()) log += ", ";
+        log += std::to_string(timer_.now) + ": slot " + std::to_string(i + 1) + " " + written;
+      }
+      if (!timer_.IsRunning()) return log;
+      timer_.Elapse();
+    }
+  }
+
+  std::vector<std::shared_ptr<test::FakePeer>> peers_;
+};
+
+TEST_F(SendQueueTest, TheFirstMessageGoesAtOnceAndTheNextAfterThePause) {
+  ConnectClients(2);
+  Queue().SendToClient(Plain({0xAA}), 2);
+  Queue().SendToClient(Plain({0xBB}), 1);
+  Queue().SendToClient(Plain({0xCC}), 2);
+  EXPECT_EQ(Log(), "0: slot 2 AA, 75: slot 1 BB, 150: slot 2 CC");
+  EXPECT_EQ(timer_.now, 225);
+}
+
+TEST_F(SendQueueTest, ToAllInAscendingOrder) {
+  ConnectClients(3);
+  Queue().SendToClient(Plain({0xAA}), 9999);
+  Queue().SendToClient(Plain({0xBB}), 9999);
+  EXPECT_EQ(Log(),
+            "0: slot 1 AA, 75: slot 2 AA, 150: slot 3 AA, "
+            "225: slot 1 BB, 300: slot 2 BB, 375: slot 3 BB");
+}
+
+TEST_F(SendQueueTest, SlotsWithoutAConnectionCostThePause) {
+  ConnectClients(5);
+  peers_[0]->Close();
+  peers_[2]->Close();
+  peers_[3]->Close();
+  Queue().SendToClient(Plain({0xAA}), 9999);
+  EXPECT_EQ(Log(), "75: slot 2 AA, 300: slot 5 AA");
+  EXPECT_EQ(timer_.now, 375);
+}
+
+TEST_F(SendQueueTest, LongMessagesGoInPieces) {
+  ConnectClients(2);
+  Bytes message(16384, 0x11);
+  message.resize(2 * 16384, 0x22);
+  message.push_back(0x33);
+  Queue().SendToClient(Plain(message), 1);
+  Queue().SendToClient(Plain({0xAA}), 2);
+  EXPECT_EQ(peers_[0]->written, Bytes(16384, 0x11));
+  peers_[0]->written.clear();
+  timer_.Elapse();
+  EXPECT_EQ(peers_[0]->written, Bytes(16384, 0x22));
+  peers_[0]->written.clear();
+  EXPECT_EQ(Log(), "150: slot 1 33, 225: slot 2 AA");
+}
+
+TEST_F(SendQueueTest, AMessageOfExactlyOnePieceIsOnePiece) {
+  ConnectClients(1);
+  Queue().SendToClient(Plain(Bytes(16384, 0x11)), 1);
+  EXPECT_EQ(peers_[0]->TakeWritten().size(), 3U * 16384 - 1);
+  timer_.Elapse();
+  EXPECT_FALSE(timer_.IsRunning());
+}
+
+TEST_F(SendQueueTest, ALongMessageToNobodyCostsAllItsPauses) {
+  ConnectClients(1);
+  peers_[0]->Close();
+  Queue().SendToClient(Plain(Bytes(16385, 0x11)), 9999);
+  EXPECT_EQ(Log(), "");
+  EXPECT_EQ(timer_.now, 150);
+}
+
+TEST_F(SendQueueTest, EverySendResetsTheIdleCount) {
+  ConnectClients(2);
+  Clients().TcpIdleTicks = 100;
+  Queue().SendToClient(Plain({0xAA}), 9999);
+  EXPECT_EQ(Clients().TcpIdleTicks, 0);
+  Clients().TcpIdleTicks = 100;
+  timer_.Elapse();
+  EXPECT_EQ(Clients().TcpIdleTicks, 0);
+}
+
+TEST_F(SendQueueTest, EveryPieceResetsTheIdleCount) {
+  ConnectClients(1);
+  Queue().SendToClient(Plain(Bytes(20000, 0x11)), 1);
+  Clients().TcpIdleTicks = 100;
+  timer_.Elapse();
+  EXPECT_EQ(Clients().TcpIdleTicks, 0);
+}
+
+TEST_F(SendQueueTest, AWaitingRowIsReplacedByANewerOneOfTheSameChannel) {
+  ConnectClients(2);
+  Queue().SendToClient(Row(5, {0x01}), 9999);
+  Queue().SendToClient(Row(6, {0x02}), 9999);
+  Queue().SendToClient(Row(5, {0x03}), 9999);  // slot 1 has been sent the first already
+  EXPECT_EQ(Log(), "0: slot 1 01, 75: slot 2 03, 150: slot 1 02, 225: slot 2 02, 300: slot 1 03");
+}
+
+TEST_F(SendQueueTest, RowsOfTheMapSayWhatHoldsWhenTheirTurnComes) {
+  ConnectClients(1);
+  PanelSenders& senders = gateway_.Senders();
+  Queue().SendToClient(Plain({0xAA}), 1);
+  senders.SendCrosspointMapToClients(2, 1, 1);
+  model_.CrosspointMap.At(2, 3) = 1;
+  EXPECT_EQ(Log(), "0: slot 1 AA, 75: slot 1 F6 00 01 00 01 00 01 00 00 02 00 05 FF");
+}
+
+TEST_F(SendQueueTest, AWaitingTableIsReplacedByANewerOne) {
+  ConnectClients(1);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  for (std::uint8_t i = 1; i <= 100; ++i) {
+    Queue().SendToClient(Table(10, {i}), 1);
+    Queue().SendToClient(Table(20, {i}), 1);
+  }
+  EXPECT_EQ(Queue().Size(), 2U);
+  EXPECT_EQ(Log(), "0: slot 1 AA, 75: slot 1 64, 150: slot 1 64");
+}
+
+TEST_F(SendQueueTest, MessagesThatBelongTogetherStayTogether) {
+  ConnectClients(1);
+  const auto pair = [](std::uint8_t first, std::uint8_t second) {
+    return std::vector<Message>{
+        FixedMessage({.kind = Kind::StationList, .first = 0, .count = 0}, {first}),
+        FixedMessage({.kind = Kind::ButtonProgramming, .first = 0, .count = 0}, {second})};
+  };
+  Queue().SendToClient(pair(0x01, 0x02), 1);  // the first of them is out
+  Queue().SendToClient(pair(0x03, 0x04), 1);
+  Queue().SendToClient(pair(0x05, 0x06), 1);
+  EXPECT_EQ(Log(), "0: slot 1 01, 75: slot 1 02, 150: slot 1 05, 225: slot 1 06");
+}
+
+TEST_F(SendQueueTest, ToAllThePartsGoOneAfterTheOther) {
+  ConnectClients(2);
+  Queue().SendToClient({Plain({0x01}), Plain({0x02})}, 9999);
+  EXPECT_EQ(Log(), "0: slot 1 01, 75: slot 2 01, 150: slot 1 02, 225: slot 2 02");
+}
+
+TEST_F(SendQueueTest, AKeepAliveAnswerGoesAheadOfTables) {
+  ConnectClients(3);
+  Queue().SendToClient(Row(1, {0x01}), 1);
+  Queue().SendToClient(Row(2, {0x02}), 1);
+  Queue().SendToClient(Table(10, {0x03}), 1);
+  Queue().SendToClient(Table(20, {0x04}), 2);
+  Queue().SendToClient(KeepAlive(0xF4), 2);
+  Queue().SendToClient(KeepAlive(0xF4), 3);
+  EXPECT_EQ(Log(),
+            "0: slot 1 01, 75: slot 2 F4, 150: slot 1 02, 225: slot 3 F4, "
+            "300: slot 1 03, 375: slot 2 04");
+}
+
+TEST_F(SendQueueTest, KeepAliveAnswersAndRowsTakeTurns) {
+  ConnectClients(3);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  Queue().SendToClient(Row(1, {0x01}), 1);
+  Queue().SendToClient(Row(2, {0x02}), 1);
+  for (int slot = 1; slot <= 3; ++slot) Queue().SendToClient(KeepAlive(0xF4), slot);
+  EXPECT_EQ(Log(),
+            "0: slot 1 AA, 75: slot 1 F4, 150: slot 1 01, 225: slot 2 F4, 300: slot 1 02, "
+            "375: slot 3 F4");
+}
+
+TEST_F(SendQueueTest, TheWholeMapIsATable) {
+  ConnectClients(2);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  gateway_.Senders().SendCrosspointMapToClients(1, 8, 1);
+  Queue().SendToClient(KeepAlive(0xF4), 2);
+  timer_.Elapse();
+  EXPECT_EQ(peers_[1]->TakeWritten(), "F4");
+}
+
+TEST_F(SendQueueTest, AKeepAliveAnswerDoesNotCutIntoATable) {
+  ConnectClients(1);
+  Bytes message(16384, 0x11);
+  message.push_back(0x22);
+  Queue().SendToClient(Table(10, message), 1);
+  peers_[0]->written.clear();
+  Queue().SendToClient(KeepAlive(0xF4), 1);
+  EXPECT_EQ(Log(), "75: slot 1 22, 150: slot 1 F4");
+}
+
+TEST_F(SendQueueTest, OneKeepAliveAnswerWaitsPerSlotAndItIsTheLatest) {
+  ConnectClients(2);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  for (int i = 0; i < 50; ++i) {
+    Queue().SendToClient(KeepAlive(0xF4), 1);
+    Queue().SendToClient(KeepAlive(0xF4), 2);
+  }
+  Queue().SendToClient(KeepAlive(0xF1), 2);
+  EXPECT_EQ(Log(), "0: slot 1 AA, 75: slot 1 F4, 150: slot 2 F1");
+}
+
+TEST_F(SendQueueTest, PollsCannotHoldUpATableForEver) {
+  ConnectClients(2);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  Queue().SendToClient(Table(10, {0x10}), 2);
+  for (int i = 0; i < 12; ++i) {
+    Queue().SendToClient(KeepAlive(0xF4), 1);
+    timer_.Elapse();
+  }
+  EXPECT_EQ(peers_[0]->TakeWritten(), "AA F4 F4 F4 F4 F4 F4 F4 F4 F4 F4 F4");
+  EXPECT_EQ(peers_[1]->TakeWritten(), "10");
+}
+
+TEST_F(SendQueueTest, WhatWasForAClientThatWentIsForgotten) {
+  ConnectClients(2);
+  Queue().SendToClient(Plain({0xAA}), 2);
+  Queue().SendToClient(Table(10, {0x10}), 1);
+  Queue().SendToClient(Table(20, {0x20}), 2);
+  peers_[0]->Close();
+  EXPECT_EQ(Log(), "0: slot 2 AA, 75: slot 2 20");
+}
+
+TEST_F(SendQueueTest, TheRestOfATableIsForgottenWithItsClient) {
+  ConnectClients(2);
+  Queue().SendToClient(Table(10, Bytes(100000, 0x10)), 1);
+  Queue().SendToClient(Plain({0xAA}), 2);
+  peers_[0]->written.clear();
+  peers_[0]->Close();
+  EXPECT_EQ(Log(), "75: slot 2 AA");
+}
+
+TEST_F(SendQueueTest, ANewClientOfASlotGetsNothingOfTheFormerOnes) {
+  ConnectClients(2);
+  Queue().SendToClient(Plain({0xAA}), 2);
+  Queue().SendToClient(Row(5, {0x05}), 9999);
+  Queue().SendToClient(Table(10, {0x10}), 1);
+  peers_[0]->Close();
+  peers_[0] = std::make_shared<test::FakePeer>();
+  gateway_.Accept(std::make_unique<test::FakeClientSocket>(peers_[0]));
+  EXPECT_EQ(Log(), "0: slot 2 AA, 150: slot 2 05, 225: slot 1 81 00 00 FF");
+}
+
+TEST_F(SendQueueTest, ANewClientIsAskedFirstAndThenToldTheRow) {
+  ConnectClients(2);
+  Queue().SendToClient(Plain({0xAA}), 2);
+  Queue().SendToClient(Row(5, {0x05}), 9999);
+  peers_[0]->Close();
+  peers_[0] = std::make_shared<test::FakePeer>();
+  gateway_.Accept(std::make_unique<test::FakeClientSocket>(peers_[0]));
+  Queue().SendToClient(Row(5, {0x06}), 9999);
+  EXPECT_EQ(Log(), "0: slot 2 AA, 75: slot 2 06, 150: slot 1 81 00 00 FF, 225: slot 1 06");
+}
+
+TEST_F(SendQueueTest, TheQueueStaysBoundedWhileRowsPourIn) {
+  ConnectClients(4);
+  for (int round = 0; round < 100; ++round) {
+    for (int channel = 1; channel <= 8; ++channel) {
+      gateway_.ForwardCrosspointRow(channel);
+      Queue().SendToClient(KeepAlive(0xF4), 1 + round % 4);
+    }
+  }
+  EXPECT_LE(Queue().Size(), 4U * 8 + 4);
+}
+
+TEST_F(SendQueueTest, AClientThatDoesNotReadIsDropped) {
+  ConnectClients(2);
+  peers_[0]->reads = false;
+  for (int i = 0; i < 64; ++i) {
+    Queue().SendToClient(Plain(Bytes(16384, 0x11)), 1);
+    timer_.ElapseAll();
+  }
+  EXPECT_EQ(peers_[0]->unsent, 1048576U);
+  EXPECT_FALSE(peers_[0]->closedByConsole);
+  Queue().SendToClient(Plain({0x22}), 1);
+  Queue().SendToClient(Plain({0x33}), 1);
+  Queue().SendToClient(Plain({0xAA}), 2);
+  EXPECT_TRUE(peers_[0]->closedByConsole);
+  EXPECT_EQ(Clients().ClientCount(), 1);
+  timer_.ElapseAll();
+  EXPECT_EQ(peers_[1]->TakeWritten(), "AA");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+  EXPECT_THAT(display_.notes,
+              ElementsAre("Panel 10.0.0.7 was dropped: it does not read what it is sent"));
+}
+
+TEST_F(SendQueueTest, AFailedWriteIsReportedAndTheOthersGoOn) {
+  ConnectClients(2);
+  peers_[0]->failsWrites = true;
+  Queue().SendToClient(Plain(Bytes(40000, 0x11)), 1);
+  Queue().SendToClient(Plain({0xAA}), 2);
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("critical|Error Processing|Error in Error Sending Message to IP"
+                          "\rError # 10054 - The connection is broken"));
+  EXPECT_EQ(Log(), "75: slot 2 AA");
+}
+
+TEST_F(SendQueueTest, WhatIsPendingForASlot) {
+  ConnectClients(2);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  Queue().SendToClient(Table(10, {0x10}), 9999);
+  EXPECT_FALSE(Queue().IsPending(1, Kind::Labels));
+  Queue().SendToClient(Table(20, {0x20}), 1);
+  EXPECT_TRUE(Queue().IsPending(1, Kind::Labels));
+  EXPECT_FALSE(Queue().IsPending(2, Kind::Labels));
+  EXPECT_FALSE(Queue().IsPending(1, Kind::ButtonProgramming));
+  timer_.ElapseAll();
+  EXPECT_FALSE(Queue().IsPending(1, Kind::Labels));
+}
+
+}  // namespace
+}  // namespace gateway

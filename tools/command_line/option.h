@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+//
+// The options of a program: "--name", "--name VALUE" or "--name=VALUE".
+
+#ifndef TOOLS_COMMAND_LINE_OPTION_H_
+#define TOOLS_COMMAND_LINE_OPTION_H_
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace command_line {
+
+// One option that a program knows.
+struct Option {
+  std::string name;      // without its dashes
+  std::string argument;  // as the help shows it; empty: takes no value
+  std::string help;
+  std::string expected;  // what the value must be, for a complaint
+
+  // Takes the value ("" for an option without one) and says whether it will do.
+  std::function<bool(std::string_view value)> set;
+};
+
+// Reads the arguments, without the program's name, and sets the options among them, first to
+// last.  What is no option goes to *words in its order; without `words` it is refused.  Returns
+// what is wrong, as a sentence for the user; empty when nothing is.
+std::string ParseOptions(std::span<const char* const> arguments, std::span<const Option> known,
+                         std::vector<std::string>* words = nullptr);
+
+// The option's line in a help text: "  --name ARGUMENT     help", aligned, with its line end.
+std::string HelpLine(const Option& option);
+
+}  // namespace command_line
+
+#endif  // TOOLS_COMMAND_LINE_OPTION_H_

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+
+#include "tools/teskpanel/printer.h"
+
+#include <span>
+#include <utility>
+
+#include "tools/teskpanel/json_line.h"
+
+namespace teskpanel {
+
+namespace {
+
+struct NamedType {
+  int type;
+  std::string_view name;
+};
+
+constexpr NamedType kButtonTypes[] = {
+    {kTalkButton, "talk"},         {kListenButton, "listen"}, {kPriorityListenButton, "priority"},
+    {kExternalButton, "external"}, {kGroupButton, "group"},   {kInactiveButton, "inactive"},
+};
+
+std::string ButtonTypeName(int type) {
+  for (const NamedType& known : kButtonTypes) {
+    if (known.type == type) return std::string(known.name);
+  }
+  return "type-" + std::to_string(type);
+}
+
+std::string_view KindName(LabelKind kind) {
+  return kind == LabelKind::Station ? "output" : "input";
+}
+
+std::string List(std::span<const int> numbers) {
+  std::string text;
+  for (const int number : numbers) text += " " + std::to_string(number);
+  return text;
+}
+
+// In quotes, with what a terminal would act on as \xHH.
+std::string Quoted(std::string_view text) {
+  static constexpr char kDigits[] = "0123456789ABCDEF";
+  std::string quoted = "\"";
+  for (const char character : text) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte < 0x20 || byte >= 0x7F) {
+      quoted += "\\x";
+      quoted += kDigits[byte >> 4];
+      quoted += kDigits[byte & 15];
+    } else {
+      if (character == '"' || character == '\\') quoted += '\\';
+      quoted += character;
+    }
+  }
+  return quoted + "\"";
+}
+
+std::string_view LinkText(bool up) {
+  return up ? "the switcher is connected" : "the switcher is not connected";
+}
+
+}  // namespace
+
+bool Printer::Shows(const MapRow& row) const {
+  return json_ || !row.inputs.empty() || row.status != 0;
+}
+
+bool Printer::Shows(const Button& button) const {
+  return json_ || button.type != kInactiveButton || !button.stations.empty();
+}
+
+void Printer::Row(const MapRow& row) {
+  if (json_) {
+    PrintLine(JsonLine("row")
+                  .Number("output", row.output)
+                  .Number("status", row.status)
+                  .Numbers("inputs", row.inputs)
+                  .Finish());
+    return;
+  }
+  std::string line = "output " + std::to_string(row.output) + ":";
+  line += row.inputs.empty() ? " nothing" : List(row.inputs);
+  if (row.status != 0) line += " (status " + std::to_string(row.status) + ")";
+  PrintLine(line);
+}
+
+void Printer::LabelText(LabelKind kind, const Label& label) {
+  const std::string_view name = KindName(kind);
+  if (json_) {
+    PrintLine(JsonLine("label")
+                  .Text("kind", name)
+                  .Number("station", label.station)
+                  .Text("text", label.text)
+                  .Finish());
+    return;
+  }
+  PrintLine(std::string(name) + " " + std::to_string(label.station) + ": " + Quoted(label.text));
+}
+
+void Printer::ButtonProgram(int station, int number, const Button& button) {
+  if (json_) {
+    PrintLine(JsonLine("button")
+                  .Number("station", station)
+                  .Number("button", number)
+                  .Text("type", ButtonTypeName(button.type))
+                  .Number("first", button.first)
+                  .Numbers("stations", button.stations)
+                  .Finish());
+    return;
+  }
+  std::string line = "station " + std::to_string(station) + " button " + std::to_string(number) +
+                     ": " + ButtonTypeName(button.type);
+  if (button.first != 0) line += ", first " + std::to_string(button.first);
+  if (!button.stations.empty()) line += ", stations" + List(button.stations);
+  PrintLine(line);
+}
+
+void Printer::Take(int output, int input, bool made) {
+  if (json_) {
+    PrintLine(JsonLine("take")
+                  .Number("output", output)
+                  .Number("input", input)
+                  .Flag("made", made)
+                  .Finish());
+    return;
+  }
+  PrintLine("output " + std::to_string(output) + (made ? " hears" : " does not hear") + " input " +
+            std::to_string(input));
+}
+
+void Printer::Connected(std::string_view where, bool linkUp) {
+  if (json_) {
+    PrintLine(JsonLine("connected").Text("to", where).Flag("link", linkUp).Finish());
+    return;
+  }
+  PrintLine("connected to " + std::string(where) + "; " + std::string(LinkText(linkUp)));
+}
+
+void Printer::Disconnected(std::string_view reason, int retryMilliseconds) {
+  if (json_) {
+    PrintLine(JsonLine("disconnected")
+                  .Text("reason", reason)
+                  .Number("retry_ms", retryMilliseconds)
+                  .Finish());
+    return;
+  }
+  PrintLine("not connected: " + std::string(reason) + "; next try in " +
+            std::to_string(retryMilliseconds) + " ms");
+}
+
+void Printer::Link(bool up) {
+  PrintLine(json_ ? JsonLine("link").Flag("up", up).Finish() : std::string(LinkText(up)));
+}
+
+void Printer::Summary(std::string_view text) {
+  if (!json_) PrintLine(text);
+}
+
+std::string Printer::TakeText() { return std::exchange(text_, {}); }
+
+void Printer::PrintLine(std::string_view line) {
+  text_ += line;
+  text_ += '\n';
+}
+
+}  // namespace teskpanel

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef TESKPANEL_TAKE_TASK_H_
+#define TESKPANEL_TAKE_TASK_H_
+
+#include "tools/teskpanel/printer.h"
+#include "tools/teskpanel/take_action.h"
+#include "tools/teskpanel/task.h"
+
+namespace teskpanel {
+
+// Takes a crosspoint and waits until it stands as asked.
+//
+// A take is not answered; what the switcher made of it comes as a row of the map.  So the map is
+// asked for first: it says whether the channels exist and how the crosspoint stands.  When it
+// stands as asked already, no row may come, and the task ends when the console has read the take.
+class TakeTask : public Task {
+ public:
+  // Channels count from 1.  `printer` must outlive the task.
+  TakeTask(int output, int input, const TakeAction& action, Printer& printer)
+      : output_(output), input_(input), action_(action), printer_(printer) {}
+
+  void OnServed(Session& session, bool linkUp) override;
+  void OnLinkAnswer(Session& session, bool linkUp) override;
+  void OnMap(Session& session, const CrosspointMap& map) override;
+  Outcome TimeIsOver() const override;
+
+ private:
+  bool HasChannels(const CrosspointMap& map);
+  bool StandsAsAsked(const MapRow& row) const;
+  void EndConfirmed();
+
+  const int output_;
+  const int input_;
+  const TakeAction action_;
+  Printer& printer_;
+  bool sent_ = false;
+  bool stoodBefore_ = false;
+};
+
+}  // namespace teskpanel
+
+#endif  // TESKPANEL_TAKE_TASK_H_
