@@ -5,6 +5,14 @@
 #include <QFile>
 #include <QSaveFile>
 #include <algorithm>
+#include <cerrno>
+#include <system_error>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
 
 namespace config {
 
@@ -53,6 +61,17 @@ std::string_view ValueOf(std::string_view line) {
 
 model::Status Failure(const QFileDevice& file) {
   return {kFileAccess, file.errorString().toStdString()};
+}
+
+// As far as the system can tell.  QSaveFile does this itself and says nothing when it fails: the
+// old settings would be given up for ones that are not on the disk.
+bool BringToDisk(const QFileDevice& file) {
+#ifdef _WIN32
+  return _commit(file.handle()) == 0;
+#else
+  // Some file systems have no such operation.
+  return fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
+#endif
 }
 
 QString FileName(const std::filesystem::path& path) {
@@ -165,8 +184,12 @@ model::Status IniFile::Save(const std::filesystem::path& path) const {
   const bool written = file.open(QIODevice::WriteOnly) &&
                        file.write(text.data(), static_cast<qint64>(text.size())) ==
                            static_cast<qint64>(text.size()) &&
-                       file.commit();
-  return written ? model::Status() : Failure(file);
+                       file.flush();
+  if (written && !BringToDisk(file)) {
+    return {kFileAccess, std::generic_category().message(errno)};
+  }
+  if (written && file.commit()) return {};
+  return Failure(file);
 }
 
 }  // namespace config

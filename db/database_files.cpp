@@ -22,19 +22,25 @@ DatabaseFiles::~DatabaseFiles() { Close(); }
 model::Status DatabaseFiles::Open() {
   Close();
   copyIsOurs_ = false;
-  copyHoldsTheRun_ = false;
   // Only what surely is not there is created: a file that cannot be seen at this moment would
   // be lost.  Copying it fails, and says why.
   std::error_code unseen;
   if (!std::filesystem::exists(mainFile_, unseen) && !unseen) {
-    if (model::Status status = CreateDatabase(mainFile_); !status.ok()) return status;
+    if (model::Status status = CreateMainFile(); !status.ok()) return status;
   }
   if (model::Status status = RemoveFile(workingCopy_); !status.ok()) return status;
   copyIsOurs_ = true;
   if (model::Status status = CopyFile(mainFile_, workingCopy_); !status.ok()) return status;
-  model::Status status = OpenWorkingCopy();
-  copyHoldsTheRun_ = status.ok();
-  return status;
+  return OpenWorkingCopy();
+}
+
+// It gets its name when it is whole: what a crash or a full disk leaves of it must not be taken
+// for the house's database at the next start.
+model::Status DatabaseFiles::CreateMainFile() const {
+  const std::filesystem::path beside = Beside(mainFile_);
+  if (model::Status status = CreateDatabase(beside); !status.ok()) return status;
+  if (model::Status status = BringToDisk(beside); !status.ok()) return status;
+  return PutInPlace(mainFile_);
 }
 
 model::Status DatabaseFiles::OpenWorkingCopy() {
@@ -66,16 +72,14 @@ model::Status DatabaseFiles::OpenTables(jet::Database& database) {
 }
 
 model::Status DatabaseFiles::SaveAndClose() {
-  if (copyHoldsTheRun_) {
-    const jet::Bookmark station = IsOpen() ? stations_->Mark() : jet::Bookmark();
-    Close();
-    if (model::Status status = ReplaceFile(workingCopy_, mainFile_); !status.ok()) {
-      // Of two failures the operator needs the first; views that find no open database say so.
-      if (OpenWorkingCopy().ok()) (void)stations_->GoTo(station);
-      return status;
-    }
-    copyHoldsTheRun_ = false;
+  if (IsOpen()) {
+    // Pages that a failed write left behind are in memory only: closed now, they would be lost.
+    if (model::Status status = database_->Settle(); !status.ok()) return status;
+    // Every write is with the operating system when it returns, so the copy is copied while it is
+    // open: when that fails the program goes on with it as if nothing had been.
+    if (model::Status status = ReplaceFile(workingCopy_, mainFile_); !status.ok()) return status;
   }
+  Close();
   // Everything is saved, or what was begun of the copy is of no use to anybody.  If it cannot
   // be deleted, the next start does.
   if (copyIsOurs_) (void)RemoveFile(workingCopy_);

@@ -29,13 +29,14 @@ class DatabaseFiles {
   DatabaseFiles& operator=(const DatabaseFiles&) = delete;
 
   // Creates the main file with the default contents when there is none, replaces a stale
-  // working copy by a fresh one, opens it and both tables, each on its first record.
+  // working copy by a fresh one, opens it and both tables, each on its first record.  The main
+  // file is created beside its name and gets it when it is whole; what a failure leaves there is
+  // replaced by the next attempt.
   model::Status Open();
 
-  // Closes the database, replaces the main file by the working copy and deletes the copy.  When
-  // the main file cannot be replaced it is as it was, and the working copy is open again with
-  // the same station current.  It may be called again then, also when the copy could not be
-  // opened: the copy is kept until the main file holds its contents.
+  // Replaces the main file by the working copy, closes the database and deletes the copy.  When
+  // the main file cannot be replaced it is as it was, the database stays open as it is, and this
+  // may be called again.
   // After a failed Open() it does nothing but delete what that has made of a working copy.
   model::Status SaveAndClose();
 
@@ -50,6 +51,7 @@ class DatabaseFiles {
   jet::RecordSet* DbInfo() const { return dbInfo_.get(); }
 
  private:
+  model::Status CreateMainFile() const;
   model::Status OpenWorkingCopy();
   model::Status OpenTables(jet::Database& database);
   void Close();
@@ -59,8 +61,7 @@ class DatabaseFiles {
   std::unique_ptr<jet::Database> database_;
   std::unique_ptr<jet::RecordSet> stations_;
   std::unique_ptr<jet::RecordSet> dbInfo_;
-  bool copyIsOurs_ = false;       // made, or begun, by Open() and not deleted since
-  bool copyHoldsTheRun_ = false;  // it was opened, and its changes are not in the main file
+  bool copyIsOurs_ = false;  // made, or begun, by Open() and not deleted since
 };
 
 }  // namespace db

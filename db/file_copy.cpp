@@ -89,6 +89,19 @@ model::Status WriteCopy(const fs::path& from, const fs::path& to) {
   return {};
 }
 
+// What a link leads to, over several links if need be.  The last one need not be there: a drive
+// that is away is no reason to put a file in the link's place.
+fs::path Target(fs::path path) {
+  constexpr int kMostLinks = 40;  // as the system follows
+  std::error_code error;
+  for (int links = 0; links < kMostLinks && fs::is_symlink(path, error); ++links) {
+    const fs::path next = fs::read_symlink(path, error);
+    if (error) break;
+    path = path.parent_path() / next;
+  }
+  return path;
+}
+
 }  // namespace
 
 model::Status CopyFile(const fs::path& from, const fs::path& to) {
@@ -101,27 +114,37 @@ model::Status CopyFile(const fs::path& from, const fs::path& to) {
 }
 
 model::Status ReplaceFile(const fs::path& from, const fs::path& to) {
-  // A link stays a link: what it leads to is replaced.
+  const fs::path beside = Beside(to);
   std::error_code error;
-  fs::path target = fs::canonical(to, error);
-  if (error) target = to;
-  const fs::perms permissions = fs::status(target, error).permissions();
-  fs::path beside = target;
-  beside += ".new";
-
+  const fs::file_status replaced = fs::status(to, error);
   model::Status status = WriteCopy(from, beside);
-  if (status.ok() && fs::exists(target, error)) {
-    fs::permissions(beside, permissions, error);
+  if (status.ok() && fs::exists(replaced)) {
+    fs::permissions(beside, replaced.permissions(), error);
     if (error) status = Failure("write", beside, error);
   }
-  if (status.ok()) {
-    fs::rename(beside, target, error);
-    if (error) status = Failure("replace", target, error);
-  }
-  if (!status.ok()) {
-    fs::remove(beside, error);  // what cannot be removed is overwritten the next time
-    return status;
-  }
+  if (status.ok()) status = PutInPlace(to);
+  if (!status.ok()) fs::remove(beside, error);  // what cannot be removed is overwritten next time
+  return status;
+}
+
+fs::path Beside(const fs::path& to) {
+  fs::path beside = Target(to);
+  beside += ".new";
+  return beside;
+}
+
+model::Status BringToDisk(const fs::path& path) {
+  const File file(std::fopen(path.string().c_str(), "r+b"));
+  if (!file || !BringToDisk(file.get())) return Failure("write", path, LastError());
+  return {};
+}
+
+model::Status PutInPlace(const fs::path& to) {
+  const fs::path beside = Beside(to);
+  const fs::path target = Target(to);
+  std::error_code error;
+  fs::rename(beside, target, error);
+  if (error) return Failure("replace", target, error);
   BringFolderToDisk(target.parent_path());
   return {};
 }

@@ -99,7 +99,13 @@ Status Database::OpenOrdered(std::string_view name, std::span<const std::string_
   return status;
 }
 
+Status Database::Settle() { return store_->GetPager().Settle(); }
+
 Database::Batch::Batch(Database& database) : store_(database.store_) { store_->BeginBatch(); }
+
+Database::Batch::Batch(const RecordSet& records) : store_(records.cursor_->ShareStore()) {
+  store_->BeginBatch();
+}
 
 Database::Batch::~Batch() {
   if (open_) store_->DropBatch();

@@ -97,6 +97,8 @@ class Database {
   class Batch {
    public:
     explicit Batch(Database& database);
+    // In the database of these records.
+    explicit Batch(const RecordSet& records);
     ~Batch();
     Batch(const Batch&) = delete;
     Batch& operator=(const Batch&) = delete;
@@ -109,6 +111,11 @@ class Database {
     std::shared_ptr<Store> store_;
     bool open_ = true;
   };
+
+  // Puts the file in order where a failed write has left it other than what the record sets
+  // show, as the next write does.  Before this has succeeded, the file of a database that had a
+  // write fail may be damaged.  REQUIRES: no batch is open.
+  Status Settle();
 
   // The engine's inside, for the audit and the tools of this library.
   Store& GetStore() const { return *store_; }

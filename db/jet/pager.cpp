@@ -157,6 +157,23 @@ Status Pager::WritePages(const std::vector<std::uint32_t>& pages, std::size_t* t
   return {};
 }
 
+// Takes away what a failed write may have left behind the last page.  Half a page there, and the
+// file could only be read when it is opened again.
+Status Pager::CutFile() {
+  Status status = file_->Truncate(std::uint64_t{pageCount_} * format_.pageSize);
+  isCutOwed_ = !status.ok();
+  return status;
+}
+
+Status Pager::Settle() {
+  assert(openChanges_ == 0);
+  std::size_t tried = 0;
+  Status status = WritePages(owed_, &tried);
+  if (status.ok()) owed_.clear();
+  if (status.ok() && isCutOwed_) status = CutFile();
+  return status;
+}
+
 void Pager::ForgetChange() {
   for (const std::uint32_t page : dirty_) {
     if (page < pageCount_) isDirty_[page] = 0;
@@ -171,6 +188,7 @@ Status Pager::WriteChange() {
   std::vector<std::uint32_t> pages = PagesToWrite();
   std::size_t tried = 0;
   Status status = WritePages(pages, &tried);
+  if (status.ok() && isCutOwed_) status = CutFile();
   if (status.ok()) {
     writtenPageCount_ = pageCount_;
     owed_.clear();
@@ -180,7 +198,7 @@ Status Pager::WriteChange() {
     pages.resize(tried);
     std::erase_if(pages, [this](std::uint32_t page) { return page >= pageCount_; });
     Status back;
-    if (grew) back = file_->Truncate(std::uint64_t{pageCount_} * format_.pageSize);
+    if (grew) back = CutFile();
     std::size_t restored = 0;
     const Status rewritten = WritePages(pages, &restored);
     if (!rewritten.ok()) owed_.insert(owed_.end(), pages.begin(), pages.end());

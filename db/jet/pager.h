@@ -62,6 +62,10 @@ class Pager {
   // REQUIRES: a Change is open.
   Status Append(std::uint32_t* page);
 
+  // Puts the file in order where a failed write has left it other than the pages in memory.
+  // REQUIRES: no Change is open.
+  Status Settle();
+
  private:
   friend class Change;
   friend class PageEditor;
@@ -83,6 +87,7 @@ class Pager {
   void ForgetUndoOfNewPages(std::size_t undoCount);
   Status WriteChange();
   void ForgetChange();
+  Status CutFile();
   Status WritePages(const std::vector<std::uint32_t>& pages, std::size_t* tried);
   std::vector<std::uint32_t> PagesToWrite() const;
 
@@ -94,6 +99,7 @@ class Pager {
   std::vector<std::uint8_t> isDirty_;  // by page
   std::vector<std::uint32_t> dirty_;
   std::vector<std::uint32_t> owed_;  // pages that differ in the file since a failed write
+  bool isCutOwed_ = false;           // what it appended may still be in the file
   std::vector<Undo> undo_;
   Bytes undoBytes_;
   std::vector<std::function<void()>> undoActions_;

@@ -286,7 +286,11 @@ Status RecordCursor::Seek(const Value& value, bool* found) {
   return status;
 }
 
+// The definition is read anew before the search, which holds on to the column, not by its first
+// move.
 Status RecordCursor::Find(int column, const Value& value, bool* found) {
+  *found = false;
+  if (Status status = Refresh(); !status.ok()) return status;
   return SeekByValue(column, value, found);
 }
 

@@ -32,6 +32,7 @@ class RecordCursor {
 
   Table& GetTable() const { return *table_; }
   Store& GetStore() const { return *store_; }
+  const std::shared_ptr<Store>& ShareStore() const { return store_; }
   bool IsSortedQuery() const { return rows_.has_value(); }
 
   // As the operations of RecordSet of these names.

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "db/jet/record_cursor.h"
+#include "db/jet/record_order.h"
 #include "db/jet/store.h"
 #include "db/jet/table.h"
 #include "db/jet/value_codec.h"
@@ -158,6 +159,25 @@ Status RecordSet::Get(int index, Value* value) const {
   const RowView* row = nullptr;
   Status status = cursor_->ReadRow(&row);
   return status.ok() ? table.ReadValue(*row, index, value) : status;
+}
+
+Status RecordSet::OrderKey(std::string_view field, std::string* key) const {
+  key->clear();
+  const int index = FieldIndex(field);
+  if (index < 0) return NoSuchField(field);
+  const RowView* row = nullptr;
+  Status status = cursor_->ReadRow(&row);
+  if (!status.ok()) return status;
+  Table& table = cursor_->GetTable();
+  Bytes scratch;
+  bool present = false;
+  ByteView content;
+  status = table.ReadContent(*row, index, &scratch, &present, &content);
+  if (!status.ok()) return status;
+  Bytes bytes;
+  AppendOrder(table.GetFormat(), table.Def().columns[index], present ? &content : nullptr, &bytes);
+  key->assign(bytes.begin(), bytes.end());
+  return {};
 }
 
 Status RecordSet::CheckChangeable() const {

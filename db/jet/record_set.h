@@ -103,6 +103,12 @@ class RecordSet {
   Status Get(std::string_view field, Value* value) const;
   Status Get(int index, Value* value) const;
 
+  // Replaces *key by bytes that order, compared as std::string does, as a sorted query orders
+  // the field's value in the current record: see Database::OpenOrdered.  Values that are equal
+  // to such a query have equal bytes.  Of a change that is begun nothing is seen.
+  // NoCurrentRecord without a record, NoSuchItem, Damaged.
+  Status OrderKey(std::string_view field, std::string* key) const;
+
   // A change: AddNew or Edit, any number of Set, then Update.  Beginning again drops what was
   // begun.
   Status AddNew();
