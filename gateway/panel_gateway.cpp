@@ -24,7 +24,11 @@ PanelGateway::PanelGateway(const Services& services)
 
 void PanelGateway::Accept(std::unique_ptr<ClientSocket> socket) {
   const int slot = clients_.Accept(std::move(socket));
-  if (slot != 0) queue_.SendToClient(FixedMessage({}, ConnectionRequest()), slot);
+  if (slot == 0) return;
+  queue_.SendToClient(
+      FixedMessage({.kind = MessageId::Kind::ConnectionRequest, .first = 0, .count = 0},
+                   ConnectionRequest()),
+      slot);
 }
 
 bool PanelGateway::DecodeTick(const std::function<bool()>& decodeSwitcher) {
@@ -61,6 +65,11 @@ void PanelGateway::ClientsChanged() {
     panels.push_back(std::move(line));
   }
   display_.ShowPanels(panels);
+}
+
+void PanelGateway::ClientClosed(int slot) {
+  queue_.Forget(slot);
+  senders_.Forget(slot);
 }
 
 void PanelGateway::ClientDropped(int slot, const std::string& reason) {

@@ -75,7 +75,7 @@ class PanelGateway : private ClientTableEvents {
  private:
   void BytesWait() override { display_.StartDecodeTimer(); }
   void ClientsChanged() override;
-  void ClientClosed(int slot) override { queue_.Forget(slot); }
+  void ClientClosed(int slot) override;
   void ClientDropped(int slot, const std::string& reason) override;
 
   GatewayDisplay& display_;

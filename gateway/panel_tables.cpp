@@ -60,11 +60,16 @@ model::Status WalkRecords(jet::RecordSet& stations, int count, Put put) {
 
 }  // namespace
 
-model::Status BuildCrosspointMap(const model::SystemModel& model, int first, int count,
-                                 Bytes* frame) {
+model::Status CheckChannels(const model::SystemModel& model, int first, int count) {
   if (first < 1 || count < 0 || first - 1 + count > model.CrosspointMap.Size()) {
     return {kOutOfRange, "There is no such channel"};
   }
+  return {};
+}
+
+model::Status BuildCrosspointMap(const model::SystemModel& model, int first, int count,
+                                 Bytes* frame) {
+  if (model::Status status = CheckChannels(model, first, count); !status.ok()) return status;
   FrameBuilder builder(kCrosspointMapType);
   builder.PutByte(0);
   builder.PutPair(count);

@@ -21,6 +21,7 @@ int MessageId::MostOvertakings() const {
       return kOfATable;
     case Kind::Other:
       return 1;
+    case Kind::ConnectionRequest:
     case Kind::KeepAlive:
       return 0;
   }
@@ -84,8 +85,7 @@ void SendQueue::Append(const Message& message, int slot, bool direct) {
       former != places_.end() && former->second->connection != ConnectionOf(slot)) {
     Remove(former->second);
   }
-  const Place place =
-      message.id.kind == MessageId::Kind::KeepAlive ? PlaceOfKeepAlive() : waiting_.end();
+  const Place place = message.id.IsUrgent() ? PlaceOfUrgent() : waiting_.end();
   const Place added = waiting_.insert(place, Item{.slot = slot,
                                                   .connection = ConnectionOf(slot),
                                                   .direct = direct,
@@ -94,7 +94,7 @@ void SendQueue::Append(const Message& message, int slot, bool direct) {
   if (canBeReplaced) places_[key] = added;
 }
 
-SendQueue::Place SendQueue::PlaceOfKeepAlive() {
+SendQueue::Place SendQueue::PlaceOfUrgent() {
   const Place place = std::find_if(waiting_.begin(), waiting_.end(), [](const Item& item) {
     return item.overtakings < item.message.id.MostOvertakings();
   });
@@ -108,11 +108,23 @@ SendQueue::Place SendQueue::Remove(Place place) {
   return waiting_.erase(place);
 }
 
+// Whether it is meant for the client of a slot, and for no other.
+bool SendQueue::IsAnswer(const Item& item, int slot) const {
+  return item.direct && item.slot == slot && item.connection != 0 &&
+         item.connection == ConnectionOf(slot);
+}
+
 bool SendQueue::IsPending(int slot, MessageId::Kind kind) const {
   const auto isIt = [&](const Item& item) {
-    return item.direct && item.slot == slot && item.message.id.kind == kind;
+    return item.message.id.kind == kind && IsAnswer(item, slot);
   };
   return (current_ && isIt(current_->item)) || std::any_of(waiting_.begin(), waiting_.end(), isIt);
+}
+
+bool SendQueue::IsPending(int slot, MessageId id) const {
+  if (current_ && current_->item.message.id == id && IsAnswer(current_->item, slot)) return true;
+  const auto found = places_.find({slot, id});
+  return found != places_.end() && IsAnswer(*found->second, slot);
 }
 
 void SendQueue::Forget(int slot) {
@@ -130,20 +142,28 @@ void SendQueue::Clear() {
   waiting_.clear();
 }
 
+// Makes the message that has waited the longest the current one, if it has anything to say.
+void SendQueue::TakeNext() {
+  Item item = std::move(waiting_.front());
+  const auto found = places_.find({item.slot, item.message.id});
+  if (found != places_.end() && found->second == waiting_.begin()) places_.erase(found);
+  waiting_.pop_front();
+  Bytes bytes = item.message.bytes();
+  if (!bytes.empty()) {
+    current_.emplace(Current{.item = std::move(item), .bytes = std::move(bytes), .sent = 0});
+  }
+}
+
 // Goes on with the message that is going out, or with the next one.
 void SendQueue::SendOn() {
   pausing_ = false;
-  if (!current_) {
+  while (!current_) {
     if (waiting_.empty()) return;
-    current_.emplace(Current{.item = std::move(waiting_.front()), .bytes = {}, .sent = 0});
-    const auto found = places_.find({current_->item.slot, current_->item.message.id});
-    if (found != places_.end() && found->second == waiting_.begin()) places_.erase(found);
-    waiting_.pop_front();
-    current_->bytes = current_->item.message.bytes();
+    TakeNext();
   }
   clients_.TcpIdleTicks = 0;
+  pausing_ = true;  // already, for what is sent when this message has gone out
   SendPiece();
-  pausing_ = true;
   timer_.Start(kPause, [this] { SendOn(); });
 }
 

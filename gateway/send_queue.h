@@ -22,6 +22,7 @@ namespace gateway {
 struct MessageId {
   enum class Kind : std::uint8_t {
     Other,  // never replaces another
+    ConnectionRequest,
     KeepAlive,
     CrosspointMap,  // first channel, count
     Labels,         // kind
@@ -33,7 +34,10 @@ struct MessageId {
   int first = 0;
   int count = 0;
 
-  // How many keep-alive answers may go ahead of a waiting message.
+  // Whether it goes ahead of what else waits.
+  bool IsUrgent() const { return kind == Kind::ConnectionRequest || kind == Kind::KeepAlive; }
+
+  // How many urgent messages may go ahead of it while it waits.
   int MostOvertakings() const;
 
   bool operator==(const MessageId&) const = default;
@@ -42,8 +46,9 @@ struct MessageId {
   }
 };
 
-// A message for panels.  Its bytes are asked for when its turn comes, so that a row of the map
-// that had to wait says what holds then.
+// A message for panels.  Its bytes are asked for when its turn comes, for each slot, so that a row
+// of the map that had to wait says what holds then.  Without any it is passed over, and costs no
+// pause.
 struct Message {
   MessageId id;
   std::function<Bytes()> bytes;
@@ -57,10 +62,13 @@ Message FixedMessage(MessageId id, Bytes bytes);
 // anybody.  A slot without a connection costs the pauses, too.  The pauses are a timer's: no
 // call waits.
 //
-// The queue stays short by two rules.  A message that still waits for a slot is replaced by a
-// newer one that says the same: the same row of the map, the same table, a keep-alive answer.
-// And a keep-alive answer goes ahead of what else waits, though of no table more than eight times
-// and of no other message more than once, so that many polls cannot hold up anything for ever.
+// The queue stays short: a message that still waits for a slot is replaced by a newer one that
+// says the same, that is, the same row of the map, the same table, a keep-alive answer.
+//
+// Urgent messages go ahead of what else waits: a keep-alive answer, and the question what it is
+// to a client that has just come, for which nothing can wait yet.  No table is overtaken more than
+// eight times and no other message more than once, so that neither polls nor connections, however
+// many, can hold up anything for ever.
 class SendQueue {
  public:
   static constexpr std::size_t kPieceSize = 16384;
@@ -88,8 +96,10 @@ class SendQueue {
   // when all of them can.
   void SendToClient(const std::vector<Message>& messages, int slot);
 
-  // Whether a message of this kind for this slot alone is waiting or has not gone out whole.
+  // Whether a message of this kind, or this very message, for the client of this slot alone is
+  // waiting or has not gone out whole.
   bool IsPending(int slot, MessageId::Kind kind) const;
+  bool IsPending(int slot, MessageId id) const;
 
   // The connection of a slot has ended: what was meant for it alone is forgotten.
   void Forget(int slot);
@@ -122,11 +132,13 @@ class SendQueue {
 
   std::vector<int> SlotsOf(int slot) const;
   std::uint64_t ConnectionOf(int slot) const;
+  bool IsAnswer(const Item& item, int slot) const;
   bool CanReplace(const std::vector<Message>& messages, int slot) const;
   void Replace(const Message& message, int slot, bool direct);
   void Append(const Message& message, int slot, bool direct);
-  Place PlaceOfKeepAlive();
+  Place PlaceOfUrgent();
   Place Remove(Place place);
+  void TakeNext();
   void SendOn();
   void SendPiece();
   Delivery Deliver(std::span<const std::uint8_t> piece);

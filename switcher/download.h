@@ -43,8 +43,9 @@ class DownloadDisplay {
   // SendNext() is to come once, from the next turn of the event loop.
   virtual void RequestTurn() = 0;
 
-  // A table has been sent without a failure.  The name is that of its status line.
-  virtual void TableSent(std::string_view name) = 0;
+  // A table has been sent without a failure: of one station (from 1), or of all with
+  // model::kAll.
+  virtual void TableSent(Table table, int station) = 0;
 
   // `notSent` names the tables that a cancelled download left out; empty when there are none.
   virtual void Close(std::string_view notSent) = 0;

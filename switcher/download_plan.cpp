@@ -17,21 +17,22 @@ constexpr char kButtonProgramming[] = "Button Programming Sta ";
 
 std::vector<DownloadStage> PlanDownload(const model::SystemModel& model, TableSenders& tables) {
   std::vector<DownloadStage> stages;
-  const auto add = [&stages](const char* name, Transmission table) {
-    stages.push_back({.name = name, .table = std::move(table)});
+  const auto add = [&stages](const char* name, Table content, Transmission table) {
+    stages.push_back({.name = name, .table = std::move(table), .content = content});
   };
   if (model.DownloadMode == 0) {
-    add("Optos", tables.Optos());
-    add("Output Alphas", tables.Labels(kOutputLabels));
-    add("Input Alphas", tables.Labels(kInputLabels));
-    add("Inhibits", tables.Inhibits(model::kAll));
-    add("Relays", tables.Relays(model::kAll));
+    add("Optos", Table::Optos, tables.Optos());
+    add("Output Alphas", Table::OutputLabels, tables.Labels(kOutputLabels));
+    add("Input Alphas", Table::InputLabels, tables.Labels(kInputLabels));
+    add("Inhibits", Table::Inhibits, tables.Inhibits(model::kAll));
+    add("Relays", Table::Relays, tables.Relays(model::kAll));
     for (int i = 0; i < kPauses; ++i) stages.push_back({.name = "Pause", .pauses = true});
   }
   for (int station = 1; station <= model.StationCount; ++station) {
     stages.push_back({.name = kButtonProgramming + std::to_string(station),
                       .table = tables.Buttons(station),
-                      .buttonStation = station,
+                      .content = Table::Buttons,
+                      .station = station,
                       .pauses = true});
   }
   return stages;
@@ -54,10 +55,10 @@ std::string NameTables(std::span<const DownloadStage> stages) {
     if (!stage.table) continue;
     if (!names.empty()) names += ", ";
     names += stage.name;
-    if (stage.buttonStation == 0) continue;
+    if (stage.content != Table::Buttons) continue;
     // The stations' button programming comes last and in their order.
-    const int last = stages.back().buttonStation;
-    if (last != stage.buttonStation) names += " to " + std::to_string(last);
+    const int last = stages.back().station;
+    if (last != stage.station) names += " to " + std::to_string(last);
     break;
   }
   return names;

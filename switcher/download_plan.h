@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "model/system_model.h"
+#include "switcher/table.h"
 #include "switcher/table_senders.h"
 
 namespace switcher {
@@ -21,8 +22,9 @@ struct DownloadStage {
   // The table that the stage sends; none for a pause.
   std::optional<Transmission> table = std::nullopt;
 
-  // The button programming of this station (from 1); 0 for any other stage.
-  int buttonStation = 0;
+  // What of which table that is: of one station (from 1), or of all with model::kAll.
+  Table content = Table::Optos;
+  int station = model::kAll;
 
   // A pause follows.
   bool pauses = false;
