@@ -7,12 +7,15 @@
 
 #include <algorithm>
 
+#include "views/programming/target_boxes.h"
+
 namespace views {
 namespace {
 
 constexpr int kFrameWidth = 2;
 constexpr int kTitleHeight = 24;
 constexpr int kToolNarrowing = 4;
+constexpr int kBoxSpacing = 3;
 
 // Whether the widget is or belongs to a tool bar of a child window, not of the main window.
 bool InChildToolBar(const QWidget* widget) {
@@ -34,6 +37,12 @@ int ConsoleStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_ToolBarItemSpacing:
       if (InChildToolBar(widget)) return 0;
       break;
+    case PM_CheckBoxLabelSpacing:
+      if (widget != nullptr &&
+          qobject_cast<const TargetBoxes*>(widget->parentWidget()) != nullptr) {
+        return kBoxSpacing;
+      }
+      break;
     default:
       break;
   }
@@ -47,6 +56,13 @@ QSize ConsoleStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
     size.rwidth() -= kToolNarrowing;
   }
   return size;
+}
+
+int ConsoleStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                            QStyleHintReturn* returned) const {
+  if (hint == SH_Slider_AbsoluteSetButtons) return Qt::NoButton;
+  if (hint == SH_Slider_PageSetButtons) return Qt::LeftButton;
+  return QProxyStyle::styleHint(hint, option, widget, returned);
 }
 
 }  // namespace views

@@ -9,8 +9,11 @@ namespace views {
 
 // The look of the console: another style with thin frames around the child windows and no
 // margins around their tool bars, so that title bar, tool bar and frame of a child window fit
-// into the 52 pixels that the crosspoint grid leaves them, and narrower tools, so that all
-// tools of the grid fit into the width that it has at first.
+// into the 52 pixels that the crosspoint grid leaves them, narrower tools, so that all tools of the
+// grid fit into the width that it has at first, and boxes of targets that stand close to their
+// captions, so that eight of them fit into the first width of the programming view.  A click beside
+// the handle of a slider moves it by a page, and no button makes it jump to the pointer: a gain
+// must not leap.
 class ConsoleStyle : public QProxyStyle {
   Q_OBJECT
 
@@ -23,6 +26,8 @@ class ConsoleStyle : public QProxyStyle {
                   const QWidget* widget) const override;
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                          const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override;
 };
 
 }  // namespace views

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include "config/window_settings.h"
+#include "switcher/table.h"
 #include "views/placement.h"
 
 namespace views {
@@ -28,6 +29,17 @@ class MainView : public QWidget {
 
   // Puts the form where the settings say.
   void RestorePlacement();
+
+ Q_SIGNALS:
+  // The tool for the QDV status was clicked.
+  void QdvStatusRequested();
+  // What a table holds of a station or output (from 1), or of all with model::kAll, was stored
+  // in the database and is not in the switcher yet.
+  void TableEdited(switcher::Table table, int station);
+  // The same was handed to the line.
+  void TableSent(switcher::Table table, int station);
+  // Something to say in passing.
+  void NoteRequested(const QString& note);
 
  protected:
   // The outer frame of the form, in its parent's coordinates: the sub-window, or the widget

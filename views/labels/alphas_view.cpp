@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/labels/alphas_view.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "switcher/messages/label_order.h"
+#include "views/icon.h"
+#include "views/labels/label_find.h"
+#include "views/labels/label_messages.h"
+#include "views/labels/labels_grid.h"
+#include "views/rules/label_paste.h"
+#include "views/tool_band.h"
+
+namespace views {
+namespace {
+
+using rules::LabelColumn;
+using switcher::Table;
+
+constexpr int kFindMargin = 6;
+
+constexpr Tool kDownload = {"ID_DownloadAlphas", "Download Labels",
+                            "Send Station And Input Labels To Switcher", "download-alphas"};
+constexpr Tool kQdvStatus = {"ID_QDVStatus", "QDV Status",
+                             "Click To Display Current QDV Output Module Status", "qdv-status",
+                             true};
+
+bool Changes(const rules::RecordChange& change, LabelColumn column) {
+  return std::any_of(change.changes.begin(), change.changes.end(),
+                     [column](const rules::LabelChange& each) { return each.column == column; });
+}
+
+}  // namespace
+
+AlphasView::AlphasView(const Services& services, QWidget* parent)
+    : MainView(QStringLiteral("frmAlphas"), QStringLiteral("Station Labels"),
+               QStringLiteral("Alphas"), services.settings, parent),
+      services_(services) {
+  setWindowIcon(Icon(QStringLiteral("station-labels")));
+  tools_ = new ToolBand(QStringLiteral("AlphasButtons"), tr("Label tools"), *this);
+  tools_->Add(kDownload, [this] { DownloadLabels(); });
+  tools_->Add(kQdvStatus, [this] { Q_EMIT QdvStatusRequested(); });
+  SetupAlphaView();
+  find_ = new LabelFind(model_, this);
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(tools_);
+  layout->addWidget(grid_);
+  setFocusProxy(grid_);
+  ConnectGrid();
+  UpdateLabels();
+  grid_->setCurrentIndex(model_.index(0, static_cast<int>(LabelColumn::StationLabel)));
+}
+
+void AlphasView::SetupAlphaView() {
+  grid_ = new LabelsGrid(
+      model_, [this] { return StoreRow(); }, this);
+  grid_->setAccessibleName(windowTitle());
+}
+
+void AlphasView::ConnectGrid() {
+  connect(grid_, &LabelsGrid::HeaderClicked, this, &AlphasView::SortBy);
+  connect(grid_, &LabelsGrid::StoreRequested, this, &AlphasView::StoreRow);
+  connect(grid_, &LabelsGrid::DropRequested, &model_, &LabelsModel::DropEdit);
+  connect(grid_, &LabelsGrid::CopyRequested, this, &AlphasView::Copy);
+  connect(grid_, &LabelsGrid::PasteRequested, this, &AlphasView::Paste);
+  connect(grid_, &LabelsGrid::MenuRequested, this, &AlphasView::ShowMenu);
+  connect(
+      grid_, &LabelsGrid::TextRefused, this,
+      [this](const QModelIndex& index, const rules::TextCheck& check) {
+        Refuse(CellRefusalText(model_.StationText(index.row()), LabelsModel::Column(index), check));
+      });
+  connect(grid_, &LabelsGrid::TextTaken, this,
+          [this](const QModelIndex& index, const QString& text) {
+            const QString note =
+                LabelNote(model_.StationText(index.row()), LabelsModel::Column(index), text);
+            if (!note.isEmpty()) Q_EMIT NoteRequested(note);
+          });
+  connect(grid_, &LabelsGrid::Full, this, [this](LabelColumn column) {
+    Q_EMIT NoteRequested(tr("%1 takes %2 characters")
+                             .arg(QString::fromLatin1(rules::Spec(column).caption))
+                             .arg(rules::Spec(column).maxLength));
+  });
+  connect(find_, &LabelFind::FirstMatch, grid_,
+          [this](const QModelIndex& index) { grid_->scrollTo(index); });
+  connect(find_, &LabelFind::Chosen, grid_, &QAbstractItemView::setCurrentIndex);
+  connect(find_, &LabelFind::Closed, this, [this] { grid_->setFocus(Qt::OtherFocusReason); });
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](const QWidget* /*from*/, const QWidget* to) { FocusMoved(to); });
+}
+
+// Who goes to another view leaves the row.  The tools of this one store it where they need it;
+// boxes, menus and other programs are not meant.  On the way to another view the focus may be
+// nowhere.
+void AlphasView::FocusMoved(const QWidget* to) {
+  if (to == nullptr || to->window() != window()) return;
+  const bool isHere = to == this || to == parentWidget() || isAncestorOf(to);
+  if (wasHere_ && !isHere) StoreRow();
+  wasHere_ = isHere;
+}
+
+void AlphasView::UpdateLabels() {
+  std::vector<rules::LabelRecord> records;
+  const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
+    return rules::ReadLabelRecords(stations, &records);
+  });
+  if (status.ok() || !records.empty()) {
+    const bool sameRows = model_.HasSameStations(records);
+    if (!sameRows) grid_->CommitEditor();
+    const QModelIndex current = grid_->currentIndex();
+    const int column = current.column();
+    const std::optional<jet::Value> station =
+        current.isValid()
+            ? std::optional(model_.Records()[static_cast<std::size_t>(current.row())].Station())
+            : std::nullopt;
+    const QPoint scrolled(grid_->horizontalScrollBar()->value(),
+                          grid_->verticalScrollBar()->value());
+    model_.SetRecords(std::move(records));
+    if (!sameRows && station) {
+      const auto& rows = model_.Records();
+      const auto row = std::find_if(rows.begin(), rows.end(), [&](const rules::LabelRecord& each) {
+        return each.Station() == *station;
+      });
+      if (row != rows.end()) {
+        grid_->setCurrentIndex(model_.index(static_cast<int>(row - rows.begin()), column));
+      }
+      grid_->horizontalScrollBar()->setValue(scrolled.x());
+      grid_->verticalScrollBar()->setValue(scrolled.y());
+    }
+    find_->Refresh();
+  }
+  const std::string failure = status.ok() ? std::string() : status.Description();
+  if (!failure.empty() && failure != reportedFailure_) {
+    ShowFailure(services_, "Error Reading Station Labels", status);
+  }
+  reportedFailure_ = failure;
+}
+
+bool AlphasView::StoreRow() {
+  if (!grid_->CommitEditor()) return false;
+  if (!model_.HasEdit()) return true;
+  const rules::RecordChange change = model_.Edit();
+  rules::LabelRecord stored;
+  const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
+    return rules::StoreLabelRecord(stations, change, &stored);
+  });
+  if (!status.ok()) {
+    ShowFailure(services_, "Error Storing Station Labels", status);
+    return false;
+  }
+  model_.RecordsStored({stored});
+  Announce({change});
+  return true;
+}
+
+// The hidden flag is a mark in both label tables.
+void AlphasView::Announce(const std::vector<rules::RecordChange>& changes) {
+  if (changes.empty()) return;
+  find_->Refresh();
+  for (const rules::RecordChange& change : changes) {
+    const int station = change.station.Int();
+    const bool hidden = Changes(change, LabelColumn::Hidden);
+    if (hidden || Changes(change, LabelColumn::StationLabel)) {
+      Q_EMIT TableEdited(Table::OutputLabels, station);
+    }
+    if (hidden || Changes(change, LabelColumn::InputLabel)) {
+      Q_EMIT TableEdited(Table::InputLabels, station);
+    }
+  }
+  Q_EMIT LabelsChanged();
+}
+
+void AlphasView::SortBy(int column) {
+  const bool descending = column == model_.SortColumn() && model_.SortOrder() == Qt::AscendingOrder;
+  if (StoreRow()) {
+    model_.sort(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    find_->Refresh();
+  }
+  grid_->ShowSortOrder();
+}
+
+void AlphasView::Copy() {
+  const QRect block = grid_->Block();
+  if (block.isEmpty()) return;
+  rules::TextBlock cells;
+  for (int row = block.top(); row <= block.bottom(); ++row) {
+    std::vector<std::string>& texts = cells.emplace_back();
+    for (int column = block.left(); column <= block.right(); ++column) {
+      texts.push_back(model_.Text(row, static_cast<LabelColumn>(column)));
+    }
+  }
+  QGuiApplication::clipboard()->setText(QString::fromStdString(rules::WriteBlock(cells)));
+}
+
+void AlphasView::Paste() {
+  const QRect at = grid_->Block();
+  if (at.isEmpty() || !StoreRow()) return;
+  const rules::TextBlock block =
+      rules::ParseBlock(QGuiApplication::clipboard()->text().toStdString());
+  const rules::PastePlan plan =
+      rules::PlanPaste(block, model_.Records(), static_cast<std::size_t>(at.top()),
+                       static_cast<LabelColumn>(at.left()));
+  if (!plan.refusal.ok()) {
+    const int row = std::min(static_cast<int>(plan.refusal.row), model_.rowCount() - 1);
+    Refuse(PasteRefusalText(model_.StationText(row), plan.refusal));
+    return;
+  }
+  std::vector<rules::LabelRecord> stored;
+  const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
+    return rules::StoreLabelRecords(stations, plan.changes, &stored);
+  });
+  if (!status.ok()) {
+    ShowFailure(services_, "Error Storing Station Labels", status);
+    return;
+  }
+  model_.RecordsStored(stored);
+  std::size_t columns = 1;
+  for (const std::vector<std::string>& row : block) columns = std::max(columns, row.size());
+  grid_->SelectBlock(
+      QRect(at.left(), at.top(), static_cast<int>(columns), static_cast<int>(block.size())));
+  for (const rules::RecordChange& change : plan.changes) {
+    for (const rules::LabelChange& each : change.changes) {
+      const QString note =
+          LabelNote(QString::number(change.station.Int()), each.column,
+                    QString::fromStdString(rules::CellText(each.column, each.value)));
+      if (!note.isEmpty()) Q_EMIT NoteRequested(note);
+    }
+  }
+  Announce(plan.changes);
+}
+
+// Two messages, each of which reports its own failure: a table that cannot be read does not keep
+// the other one from the switcher.
+void AlphasView::DownloadLabels() {
+  if (!StoreRow()) return;
+  bool outputsSent = false;
+  bool inputsSent = false;
+  {
+    const switcher::PollPause pause(services_.poll);
+    outputsSent = services_.tables.SendLabels(switcher::kOutputLabels);
+    inputsSent = services_.tables.SendLabels(switcher::kInputLabels);
+  }
+  if (outputsSent) Q_EMIT TableSent(Table::OutputLabels, model::kAll);
+  if (inputsSent) Q_EMIT TableSent(Table::InputLabels, model::kAll);
+}
+
+void AlphasView::Refuse(const QString& text) { ShowRefusal(services_, text.toStdString()); }
+
+void AlphasView::ShowFind() {
+  find_->OpenFind();
+  PlaceFind();
+}
+
+void AlphasView::PlaceFind() {
+  const QRect body = grid_->viewport()->geometry().translated(grid_->pos());
+  find_->move(std::max(0, body.right() - find_->width() - kFindMargin), body.top() + kFindMargin);
+}
+
+void AlphasView::ShowMenu(const QPoint& globalPosition) {
+  auto* const menu = new QMenu(this);
+  menu->setObjectName(QStringLiteral("aidAlphasMenu"));
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const auto add = [menu](const char* name, const QString& text, const QKeySequence& keys) {
+    // The keys work in the grid anyway; here they are only named.
+    QAction* const action = menu->addAction(text + u'\t' + keys.toString(QKeySequence::NativeText));
+    action->setObjectName(QString::fromLatin1(name));
+    return action;
+  };
+  connect(add("aidCopy", tr("&Copy"), QKeySequence::Copy), &QAction::triggered, this,
+          &AlphasView::Copy);
+  connect(add("aidPaste", tr("&Paste"), QKeySequence::Paste), &QAction::triggered, this,
+          &AlphasView::Paste);
+  connect(add("aidFind", tr("&Find…"), QKeySequence::Find), &QAction::triggered, this,
+          &AlphasView::ShowFind);
+  if (const int column = grid_->currentIndex().column(); column >= 0) {
+    QAction* const sort = menu->addAction(
+        tr("&Sort by “%1”").arg(model_.headerData(column, Qt::Horizontal).toString()));
+    sort->setObjectName(QStringLiteral("aidSort"));
+    connect(sort, &QAction::triggered, this, [this, column] { SortBy(column); });
+  }
+  menu->addSeparator();
+  menu->addActions(tools_->actions());
+  menu->popup(globalPosition);
+}
+
+bool AlphasView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride &&
+      static_cast<QKeyEvent*>(event)->matches(QKeySequence::Find)) {
+    // The main window finds channels with this key; in this view it finds labels.
+    event->accept();
+    return true;
+  }
+  return MainView::event(event);
+}
+
+void AlphasView::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Find)) {
+    ShowFind();
+    event->accept();
+  } else {
+    MainView::keyPressEvent(event);
+  }
+}
+
+void AlphasView::resizeEvent(QResizeEvent* event) {
+  MainView::resizeEvent(event);
+  PlaceFind();
+}
+
+void AlphasView::closeEvent(QCloseEvent* event) {
+  if (StoreRow()) {
+    MainView::closeEvent(event);
+  } else {
+    event->ignore();
+  }
+}
+
+}  // namespace views

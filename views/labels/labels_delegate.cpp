@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/labels/labels_delegate.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+#include "views/find_field.h"
+#include "views/labels/label_editors.h"
+#include "views/labels/labels_model.h"
+
+namespace views {
+
+namespace {
+
+constexpr int kFrameWidth = 2;  // of the match that the search has gone to
+
+}  // namespace
+
+using rules::LabelColumn;
+
+LabelsDelegate::LabelsDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
+
+void LabelsDelegate::Forget(const QWidget* editor) {
+  if (editor_ == editor) editor_ = nullptr;
+}
+
+rules::TextCheck LabelsDelegate::CheckEditor() const {
+  const auto* const field = qobject_cast<const QLineEdit*>(editor_.data());
+  if (field == nullptr || !field->isModified()) return {};
+  const QString text = field->text();
+  if (text == index_.data(Qt::EditRole).toString()) return {};
+  return rules::CheckText(LabelsModel::Column(index_), text.toStdString());
+}
+
+void LabelsDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  if (index.data(LabelsModel::MatchRole).toBool()) {
+    option->backgroundBrush = kMatchGround;
+    option->palette.setColor(QPalette::Text, kMatchInk);
+    // What is selected has a frame instead: its ground says that it matches.
+    option->state &= ~QStyle::State_Selected;
+  }
+}
+
+void LabelsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                           const QModelIndex& index) const {
+  QStyledItemDelegate::paint(painter, option, index);
+  const bool isChosen = (option.state & QStyle::State_Selected) != 0;
+  if (isChosen && index.data(LabelsModel::MatchRole).toBool()) {
+    painter->save();
+    painter->setPen(QPen(kMatchInk, kFrameWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
+    painter->restore();
+  }
+  if (!index.data(LabelsModel::DuplicateRole).toBool()) return;
+  QStyleOptionViewItem cell = option;
+  initStyleOption(&cell, index);
+  const QWidget* const widget = cell.widget;
+  const QStyle* const style = widget != nullptr ? widget->style() : QApplication::style();
+  const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
+  const QRect text = style->subElementRect(QStyle::SE_ItemViewItemText, &cell, widget)
+                         .adjusted(margin, 0, -margin, 0);
+  const int width = std::min(text.width(), cell.fontMetrics.horizontalAdvance(cell.text));
+  const int baseline =
+      text.top() + (text.height() - cell.fontMetrics.height()) / 2 + cell.fontMetrics.ascent();
+  const bool isSelected = (cell.state & QStyle::State_Selected) != 0;
+  painter->save();
+  QPen pen(cell.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text), 1,
+           Qt::DotLine);
+  pen.setCosmetic(true);
+  painter->setPen(pen);
+  painter->drawLine(text.left(), baseline + 2, text.left() + width - 1, baseline + 2);
+  painter->restore();
+}
+
+QWidget* LabelsDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
+                                      const QModelIndex& index) const {
+  const LabelColumn column = LabelsModel::Column(index);
+  index_ = index;
+  if (column == LabelColumn::Hidden) {
+    auto* const choice = new HiddenEditor(parent);
+    connect(choice, &QComboBox::activated, this, &LabelsDelegate::ChoiceMade);
+    editor_ = choice;
+  } else {
+    auto* const field = new LabelTextEditor(index.data(Qt::EditRole).toString(),
+                                            rules::Spec(column).maxLength, parent);
+    QFont font = index.data(Qt::FontRole).value<QFont>();
+    font.setItalic(false);
+    field->setFont(font);
+    connect(field, &QLineEdit::inputRejected, this, [this, column] { Q_EMIT Full(column); });
+    editor_ = field;
+  }
+  editor_->setObjectName(QStringLiteral("edtLabel"));
+  editor_->setAccessibleName(QString::fromLatin1(rules::Spec(column).caption));
+  return editor_;
+}
+
+// A text is in the editor from its start: what is typed must survive the database being read
+// anew behind it.
+void LabelsDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+  if (auto* const field = qobject_cast<QLineEdit*>(editor)) {
+    if (!field->isModified()) field->selectAll();
+    return;
+  }
+  auto* const choice = qobject_cast<QComboBox*>(editor);
+  if (choice == nullptr || choice->property("filled").toBool()) return;
+  choice->setProperty("filled", true);
+  const QVariant flag = index.data(Qt::EditRole);
+  choice->setCurrentIndex(flag.isValid() ? flag.toInt() : -1);
+}
+
+void LabelsDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
+                                  const QModelIndex& index) const {
+  if (const auto* const choice = qobject_cast<QComboBox*>(editor)) {
+    if (choice->currentIndex() >= 0) model->setData(index, choice->currentIndex());
+    return;
+  }
+  const auto* const field = qobject_cast<QLineEdit*>(editor);
+  if (field == nullptr || !field->isModified()) return;
+  const QString text = field->text();
+  if (text == index.data(Qt::EditRole).toString()) return;
+  if (model->setData(index, text)) Q_EMIT TextTaken(index, text);
+}
+
+void LabelsDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                          const QModelIndex& /*index*/) const {
+  editor->setGeometry(option.rect);
+}
+
+bool LabelsDelegate::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != editor_) return QStyledItemDelegate::eventFilter(watched, event);
+  if (event->type() == QEvent::FocusOut) return false;
+  if (event->type() != QEvent::KeyPress) return QStyledItemDelegate::eventFilter(watched, event);
+  switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      Q_EMIT EnterPressed();
+      return true;
+    case Qt::Key_Tab:
+      Q_EMIT TabPressed(1);
+      return true;
+    case Qt::Key_Backtab:
+      Q_EMIT TabPressed(-1);
+      return true;
+    default:
+      return QStyledItemDelegate::eventFilter(watched, event);
+  }
+}
+
+}  // namespace views

@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/labels/labels_grid.h"
+
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <utility>
+
+#include "views/labels/labels_delegate.h"
+#include "views/labels/labels_model.h"
+#include "views/labels/labels_row_header.h"
+#include "views/twips.h"
+
+namespace views {
+namespace {
+
+constexpr int kSmallestRowHeight = 20;
+constexpr int kRowPadding = 6;
+constexpr double kHeaderFontScale = 0.88;
+
+// Asks before the current cell moves.
+class GuardedSelection : public QItemSelectionModel {
+ public:
+  GuardedSelection(QAbstractItemModel& model, std::function<bool(const QModelIndex&)> mayMoveTo,
+                   QObject* parent)
+      : QItemSelectionModel(&model, parent), mayMoveTo_(std::move(mayMoveTo)) {}
+
+  void setCurrentIndex(const QModelIndex& index, SelectionFlags command) override {
+    if (mayMoveTo_(index)) QItemSelectionModel::setCurrentIndex(index, command);
+  }
+
+ private:
+  const std::function<bool(const QModelIndex&)> mayMoveTo_;
+};
+
+}  // namespace
+
+LabelsGrid::LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidget* parent)
+    : QTableView(parent),
+      model_(model),
+      storeRow_(std::move(storeRow)),
+      delegate_(new LabelsDelegate(this)) {
+  setObjectName(QStringLiteral("jgAlphas"));
+  setFrameShape(QFrame::NoFrame);
+  setVerticalHeader(new LabelsRowHeader(this));
+  setModel(&model);
+  QItemSelectionModel* const before = selectionModel();
+  setSelectionModel(new GuardedSelection(
+      model, [this](const QModelIndex& index) { return MayMoveTo(index); }, this));
+  delete before;
+  setItemDelegate(delegate_);
+  setSelectionMode(ContiguousSelection);
+  setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+  setAlternatingRowColors(true);
+  setWordWrap(false);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setContextMenuPolicy(Qt::DefaultContextMenu);
+
+  QHeaderView* const header = horizontalHeader();
+  // A click on the header sorts; it does not select the column as well.
+  disconnect(header, &QHeaderView::sectionPressed, this, nullptr);
+  disconnect(header, &QHeaderView::sectionEntered, this, nullptr);
+  header->setSectionsClickable(true);
+  header->setSortIndicatorShown(true);
+  header->setHighlightSections(false);
+  // The captions fit into the widths beside the arrow.
+  QFont font = header->font();
+  font.setPointSizeF(font.pointSizeF() * kHeaderFontScale);
+  header->setFont(font);
+  connect(header, &QHeaderView::sectionClicked, this, &LabelsGrid::HeaderClicked);
+  for (std::size_t i = 0; i < rules::kLabelColumns.size(); ++i) {
+    header->resizeSection(static_cast<int>(i), ToPixels(rules::kLabelColumns[i].twips));
+  }
+  ShowSortOrder();
+  SetRowHeight();
+
+  connect(&model, &LabelsModel::MarkChanged, verticalHeader()->viewport(),
+          qOverload<>(&QWidget::update));
+  // Laid out before anything is painted: a sort is one repaint.
+  connect(&model, &QAbstractItemModel::layoutChanged, this, [this] {
+    verticalHeader()->doItemsLayout();
+    horizontalHeader()->doItemsLayout();
+    executeDelayedItemsLayout();
+  });
+  connect(delegate_, &LabelsDelegate::EnterPressed, this, &LabelsGrid::StoreRequested);
+  connect(delegate_, &LabelsDelegate::ChoiceMade, this, [this] { CommitEditor(); });
+  connect(delegate_, &LabelsDelegate::TabPressed, this, &LabelsGrid::Walk);
+  connect(delegate_, &LabelsDelegate::Full, this, &LabelsGrid::Full);
+  connect(delegate_, &LabelsDelegate::TextTaken, this, &LabelsGrid::TextTaken);
+}
+
+void LabelsGrid::SetRowHeight() {
+  verticalHeader()->setDefaultSectionSize(
+      std::max(kSmallestRowHeight, fontMetrics().height() + kRowPadding));
+}
+
+void LabelsGrid::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange) SetRowHeight();
+}
+
+void LabelsGrid::ShowSortOrder() {
+  horizontalHeader()->setSortIndicator(model_.SortColumn(), model_.SortOrder());
+}
+
+bool LabelsGrid::CommitEditor() {
+  QWidget* const editor = delegate_->Editor();
+  if (editor == nullptr) return true;
+  const rules::TextCheck check = delegate_->CheckEditor();
+  if (!check.ok()) {
+    Q_EMIT TextRefused(delegate_->EditedIndex(), check);
+    return false;
+  }
+  commitData(editor);
+  closeEditor(editor, QAbstractItemDelegate::NoHint);
+  return true;
+}
+
+bool LabelsGrid::MayMoveTo(const QModelIndex& index) {
+  if (index == currentIndex()) return true;
+  moveRefused_ =
+      !CommitEditor() || (model_.HasEdit() && index.row() != model_.EditedRow() && !storeRow_());
+  return !moveRefused_;
+}
+
+// A cell that was not left is still the selected one.
+void LabelsGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) {
+  if (!moveRefused_) QTableView::setSelection(rect, command);
+}
+
+bool LabelsGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+  const bool wasOpen = delegate_->Editor() != nullptr;
+  const bool opened = QTableView::edit(index, trigger, event);
+  if (!wasOpen && delegate_->Editor() != nullptr) model_.SetRowOfEditor(index.row());
+  if (opened && !wasOpen && (trigger == DoubleClicked || trigger == EditKeyPressed)) {
+    if (auto* const choice = qobject_cast<QComboBox*>(delegate_->Editor())) choice->showPopup();
+  }
+  return opened;
+}
+
+void LabelsGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  delegate_->Forget(editor);
+  model_.SetRowOfEditor(-1);
+  QTableView::closeEditor(editor, hint);
+}
+
+void LabelsGrid::Walk(int step) {
+  if (!CommitEditor()) return;
+  const int columns = model_.columnCount();
+  const int cells = model_.rowCount() * columns;
+  int cell = currentIndex().row() * columns + currentIndex().column();
+  QModelIndex next;
+  do {
+    cell += step;
+    if (cell < 0 || cell >= cells) return;
+    next = model_.index(cell / columns, cell % columns);
+  } while ((next.flags() & Qt::ItemIsEditable) == 0);
+  selectionModel()->setCurrentIndex(next, QItemSelectionModel::ClearAndSelect);
+  if (currentIndex() == next) QTableView::edit(next);
+}
+
+QRect LabelsGrid::Block() const {
+  QModelIndexList cells = selectionModel()->selectedIndexes();
+  if (cells.isEmpty() && currentIndex().isValid()) cells.append(currentIndex());
+  QRect block;
+  for (const QModelIndex& cell : cells) block |= QRect(cell.column(), cell.row(), 1, 1);
+  return block;
+}
+
+void LabelsGrid::SelectBlock(const QRect& block) {
+  selectionModel()->select(QItemSelection(model_.index(block.top(), block.left()),
+                                          model_.index(block.bottom(), block.right())),
+                           QItemSelectionModel::ClearAndSelect);
+}
+
+void LabelsGrid::keyPressEvent(QKeyEvent* event) {
+  moveRefused_ = false;
+  if (event->matches(QKeySequence::Copy)) {
+    Q_EMIT CopyRequested();
+  } else if (event->matches(QKeySequence::Paste)) {
+    Q_EMIT PasteRequested();
+  } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+    Q_EMIT MenuRequested(CurrentPlace());
+  } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    Q_EMIT StoreRequested();
+  } else if (event->key() == Qt::Key_Escape && model_.HasEdit()) {
+    Q_EMIT DropRequested();
+  } else {
+    QTableView::keyPressEvent(event);
+  }
+}
+
+void LabelsGrid::mousePressEvent(QMouseEvent* event) {
+  // Before the toolkit selects anything.
+  moveRefused_ = false;
+  const QModelIndex pressed = indexAt(event->pos());
+  if (pressed.isValid() && !MayMoveTo(pressed)) {
+    if (QWidget* const editor = delegate_->Editor()) editor->setFocus();
+    return;
+  }
+  QTableView::mousePressEvent(event);
+}
+
+// A drag over other rows selects only when there is nothing to be stored first.
+void LabelsGrid::mouseMoveEvent(QMouseEvent* event) {
+  const bool leaves = model_.HasEdit() && indexAt(event->pos()).row() != model_.EditedRow();
+  if (event->buttons() == Qt::NoButton || !leaves) QTableView::mouseMoveEvent(event);
+}
+
+void LabelsGrid::contextMenuEvent(QContextMenuEvent* event) {
+  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+  Q_EMIT MenuRequested(byKey ? CurrentPlace() : event->globalPos());
+}
+
+QPoint LabelsGrid::CurrentPlace() const {
+  return viewport()->mapToGlobal(visualRect(currentIndex()).center());
+}
+
+}  // namespace views

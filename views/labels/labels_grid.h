@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_LABELS_LABELS_GRID_H_
+#define VIEWS_LABELS_LABELS_GRID_H_
+
+#include <QItemSelectionModel>
+#include <QRect>
+#include <QTableView>
+
+#include <functional>
+
+#include "views/rules/label_rules.h"
+
+namespace views {
+
+class LabelsDelegate;
+class LabelsModel;
+
+// The grid "jgAlphas": moves, editors and keys.  A row with values that are not stored is left
+// only when they could be stored.
+class LabelsGrid : public QTableView {
+  Q_OBJECT
+
+ public:
+  // `storeRow` stores the row being edited; false when that failed.  `model` must outlive the
+  // grid.
+  LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidget* parent);
+
+  // Takes the text of the open editor, if there is one, into the row and closes it.  False when
+  // the column cannot hold the text: TextRefused tells, and the editor stays.
+  bool CommitEditor();
+
+  // The selected block; the current cell when nothing is selected.  Empty without a cell.
+  QRect Block() const;
+  // Selects a block, without moving the current cell.
+  void SelectBlock(const QRect& block);
+
+  // The arrow in the header.
+  void ShowSortOrder();
+
+ Q_SIGNALS:
+  void HeaderClicked(int column);
+  void TextRefused(const QModelIndex& index, const rules::TextCheck& check);
+  void TextTaken(const QModelIndex& index, const QString& text);
+  void Full(rules::LabelColumn column);
+  void StoreRequested();
+  void DropRequested();
+  void CopyRequested();
+  void PasteRequested();
+  void MenuRequested(const QPoint& globalPosition);
+
+ protected:
+  bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  bool MayMoveTo(const QModelIndex& index);
+  // To the next cell that can be edited, in either direction, and edits it.
+  void Walk(int step);
+  // The middle of the current cell, on the screen.
+  QPoint CurrentPlace() const;
+  void SetRowHeight();
+
+  LabelsModel& model_;
+  const std::function<bool()> storeRow_;
+  LabelsDelegate* delegate_;
+  bool moveRefused_ = false;  // of the last key or click
+};
+
+}  // namespace views
+
+#endif  // VIEWS_LABELS_LABELS_GRID_H_

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_LABELS_LABELS_MODEL_H_
+#define VIEWS_LABELS_LABELS_MODEL_H_
+
+#include <QAbstractTableModel>
+#include <QFont>
+#include <QPersistentModelIndex>
+
+#include <array>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "views/rules/label_records.h"
+#include "views/rules/label_rules.h"
+
+namespace views {
+
+// The stations as the grid shows them: what is stored, in the order that the operator chose, and
+// over it the new values of the one row that is being edited.  It reads and writes no database.
+class LabelsModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  enum Role {
+    DuplicateRole = Qt::UserRole,  // bool: another station has the same label
+    MatchRole,                     // bool: the search found it
+    EditedRole,  // bool, of a row's header: it has values that are not stored, or an editor
+  };
+
+  explicit LabelsModel(QObject* parent = nullptr);
+
+  int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+  int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+  // The edit value of "Hidden" is 0 or 1, or invalid when neither is stored; of a text, the text.
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  QVariant headerData(int section, Qt::Orientation orientation,
+                      int role = Qt::DisplayRole) const override;
+
+  // Puts a new value into the row being edited; false, and nothing changes, when that is another
+  // row or the column cannot take it.  The value that is stored takes the edit back.
+  bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+
+  // Orders the rows as the database does by what is stored, equal ones by their stations.
+  void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+  int SortColumn() const { return sortColumn_; }
+  Qt::SortOrder SortOrder() const { return sortOrder_; }
+
+  // Replaces what is stored.  The rows are put in order again, unless one is being edited: then
+  // they stay where they are.  The edit is kept as long as its station is there.
+  void SetRecords(std::vector<rules::LabelRecord> records);
+
+  // Whether these records are of the stations that the model has: SetRecords then keeps what
+  // refers to rows, such as an open editor.
+  bool HasSameStations(const std::vector<rules::LabelRecord>& records) const;
+
+  // What is stored, row by row.
+  const std::vector<rules::LabelRecord>& Records() const { return rows_; }
+
+  // The row being edited.
+  bool HasEdit() const { return edit_.has_value(); }
+  int EditedRow() const;  // -1 without one
+  // REQUIRES: HasEdit()
+  const rules::RecordChange& Edit() const { return *edit_; }
+  void DropEdit();
+  // An editor was opened in a row, or, with -1, closed.
+  void SetRowOfEditor(int row);
+
+  // These records were stored.  No row changes its place; the edit of one of them is over.
+  void RecordsStored(const std::vector<rules::LabelRecord>& records);
+
+  static rules::LabelColumn Column(const QModelIndex& index) {
+    return static_cast<rules::LabelColumn>(index.column());
+  }
+  // The station of a row in words: its number, or "" without one.
+  QString StationText(int row) const;
+  // What a cell shows.
+  std::string Text(int row, rules::LabelColumn column) const;
+
+  // The cells that the search found.
+  void SetMatches(const std::vector<QModelIndex>& matches);
+
+ Q_SIGNALS:
+  // EditedRole of some row is another.  Not headerDataChanged, which lays the whole grid out anew.
+  void MarkChanged();
+
+ private:
+  using Stations = std::vector<QString>;
+
+  const jet::Value& ShownValue(int row, rules::LabelColumn column) const;
+  bool IsHidden(int row) const;
+  QString DuplicateTip(int row, rules::LabelColumn column) const;
+  // The stations that show this label; null when it is none that counts.
+  const Stations* Namesakes(int row, rules::LabelColumn column) const;
+  void FindDuplicates();
+  void Put(rules::LabelColumn column, const jet::Value& value, int row);
+  void RowChanged();
+  bool ComesBefore(const rules::LabelRecord& a, const rules::LabelRecord& b) const;
+  void SortRows();
+
+  std::vector<rules::LabelRecord> rows_;  // as they are shown
+  int sortColumn_ = 0;
+  Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
+  std::optional<rules::RecordChange> edit_;
+  std::string editedKey_;  // the order key of the edited station
+  QPersistentModelIndex rowOfEditor_;
+  std::array<std::unordered_map<std::string, Stations>, rules::kLabelColumnCount> namesakes_;
+  std::vector<bool> matches_;  // by row and column
+  QFont labelFont_;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_LABELS_LABELS_MODEL_H_

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/levels/band_scroll_bar.h"
+
+#include <QWheelEvent>
+
+namespace views {
+
+BandScrollBar::BandScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {}
+
+void BandScrollBar::Turn(int angle) {
+  // The wheel turned back acts at once.
+  if ((angle > 0) != (turned_ > 0)) turned_ = 0;
+  turned_ += angle;
+  const int notches = turned_ / QWheelEvent::DefaultDeltasPerStep;
+  turned_ -= notches * QWheelEvent::DefaultDeltasPerStep;
+  setValue(value() - notches * singleStep());
+}
+
+void BandScrollBar::wheelEvent(QWheelEvent* event) {
+  Turn(event->angleDelta().y());
+  event->accept();
+}
+
+}  // namespace views

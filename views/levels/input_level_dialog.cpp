@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/levels/input_level_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "views/icon.h"
+#include "views/levels/level_scale.h"
+#include "views/rules/levels.h"
+#include "views/rules/xmap_records.h"
+
+namespace views {
+namespace {
+
+constexpr int kPerBand = 16;
+constexpr int kBands = model::kLevelCount / kPerBand;
+constexpr int kVisibleBands = 2;
+
+// 2640 and 40 twips in pixels.
+constexpr int kBandHeight = 176;
+constexpr int kPanelOffset = 3;
+
+}  // namespace
+
+InputLevelDialog::InputLevelDialog(const Services& services, QWidget* parent)
+    : QDialog(parent), services_(services) {
+  setObjectName(QStringLiteral("frmInptLevel"));
+  setWindowTitle(QString::fromLatin1(rules::kLevelsCaption));
+  setWindowIcon(Icon(QStringLiteral("input-levels")));
+  LayOut(MakeSliders());
+  Update_GainMap();
+  UpdateLabels();
+}
+
+// A slider that loses the focus says so: not to a dialog of which half is gone.
+InputLevelDialog::~InputLevelDialog() { hide(); }
+
+QWidget* InputLevelDialog::MakeSliders() {
+  auto* const window = new QWidget(this);
+  panel_ = new QWidget(window);
+  panel_->setObjectName(QStringLiteral("pctSliders"));
+  auto* const bands = new QVBoxLayout(panel_);
+  bands->setContentsMargins(0, kPanelOffset, 0, 0);
+  bands->setSpacing(0);
+  for (int first = 0; first < model::kLevelCount; first += kPerBand) {
+    auto* const band = new QWidget(panel_);
+    band->setFixedHeight(kBandHeight);
+    auto* const row = new QHBoxLayout(band);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    for (int index = first; index < first + kPerBand; ++index) {
+      auto* const strip = new LevelStrip(index, band);
+      strips_[static_cast<std::size_t>(index)] = strip;
+      if (index == first) row->addWidget(new LevelScale(strip->Slider(), band));
+      row->addWidget(strip);
+      connect(&strip->Slider(), &QSlider::valueChanged, this, [this, index] { Moved(index); });
+      connect(&strip->Slider(), &LevelSlider::Released, this, [this, index] { LetGo(index); });
+      connect(&strip->Slider(), &LevelSlider::Entered, this, [this, index] { ScrollTo(index); });
+    }
+    bands->addWidget(band);
+  }
+  panel_->move(0, -kPanelOffset);
+  FitSliders();
+  return window;
+}
+
+void InputLevelDialog::FitSliders() {
+  panel_->resize(panel_->layout()->sizeHint());
+  panel_->parentWidget()->setFixedSize(panel_->width(), kVisibleBands * kBandHeight);
+}
+
+void InputLevelDialog::LayOut(QWidget* sliders) {
+  scroll_ = new BandScrollBar(this);
+  scroll_->setObjectName(QStringLiteral("VScroll1"));
+  scroll_->setAccessibleName(tr("Bands of sliders"));
+  scroll_->setRange(0, kBands - kVisibleBands);
+  scroll_->setPageStep(kVisibleBands);
+  connect(scroll_, &QScrollBar::valueChanged, this,
+          [this](int value) { panel_->move(0, -(value * kBandHeight + kPanelOffset)); });
+
+  auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QPushButton* const close = buttons->button(QDialogButtonBox::Close);
+  close->setObjectName(QStringLiteral("cmdClose"));
+  // A key pressed before anybody has looked must not change a gain.
+  close->setFocus();
+  close->installEventFilter(this);
+
+  auto* const row = new QHBoxLayout;
+  row->addWidget(sliders);
+  row->addWidget(scroll_);
+  auto* const layout = new QVBoxLayout(this);
+  layout->addLayout(row);
+  layout->addWidget(buttons);
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void InputLevelDialog::Update_GainMap() {
+  for (int index = 0; index < model::kLevelCount; ++index) {
+    // Reports come late for a hand that moves: the slider would jump back from under it, and the
+    // next move would start from there.
+    if (!Strip(index).Slider().IsHeld()) ShowGain(index);
+  }
+}
+
+void InputLevelDialog::ShowGain(int index) {
+  const UpdatingFlag::Scope refreshing(refreshing_);
+  const int gain = services_.model.InputGains[static_cast<std::size_t>(index)];
+  Strip(index).Slider().setValue(rules::SliderValue(gain));
+  Strip(index).ShowLevel();
+}
+
+void InputLevelDialog::UpdateLabels() {
+  std::vector<std::optional<std::string>> labels;
+  const int count = std::clamp<int>(services_.model.ChannelCount, 0, model::kLevelCount);
+  if (count > 0) {
+    const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
+      return rules::ReadTexts(stations, "InLabel", count, &labels);
+    });
+    if (!status.ok()) ShowFailure(services_, "Error Reading Input Labels", status);
+  }
+  labels.resize(model::kLevelCount);
+  for (int index = 0; index < model::kLevelCount; ++index) {
+    const std::string label = labels[static_cast<std::size_t>(index)].value_or(std::string());
+    Strip(index).SetLabel(QString::fromStdString(label));
+  }
+}
+
+void InputLevelDialog::Moved(int index) {
+  if (refreshing_.IsSet()) return;
+  LevelStrip& strip = Strip(index);
+  const int value = strip.Slider().value();
+  const int gain = rules::GainOf(value);
+  services_.model.InputGains[static_cast<std::size_t>(index)] = static_cast<std::int16_t>(gain);
+  strip.ShowLevel();
+  setWindowTitle(QString::fromStdString(rules::MovingCaption(index, value)));
+  ScrollTo(index);
+  // A failure has been reported, and the model keeps what the operator wants.
+  (void)services_.commands.SendGain(index, gain);
+}
+
+void InputLevelDialog::LetGo(int index) {
+  setWindowTitle(QString::fromLatin1(rules::kLevelsCaption));
+  if (!Strip(index).Slider().IsHeld()) ShowGain(index);
+}
+
+void InputLevelDialog::ScrollTo(int index) {
+  const int band = index / kPerBand;
+  scroll_->setValue(std::clamp(scroll_->value(), band - (kVisibleBands - 1), band));
+}
+
+void InputLevelDialog::GoToNeighbour(int distance) {
+  for (int index = 0; index < model::kLevelCount; ++index) {
+    if (!Strip(index).Slider().hasFocus()) continue;
+    const int other = index + distance;
+    if (other >= 0 && other < model::kLevelCount) {
+      Strip(other).Slider().setFocus(Qt::OtherFocusReason);
+    }
+    return;
+  }
+}
+
+void InputLevelDialog::changeEvent(QEvent* event) {
+  QDialog::changeEvent(event);
+  if (event->type() == QEvent::FontChange) FitSliders();
+}
+
+// An arrow on a button goes to the next widget, here a slider, which the next arrow would move.
+bool InputLevelDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) {
+    auto* const key = static_cast<QKeyEvent*>(event);
+    if (key->key() >= Qt::Key_Left && key->key() <= Qt::Key_Down) {
+      keyPressEvent(key);
+      return true;
+    }
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+// A slider that has the focus keeps the arrows and page keys without Ctrl to itself.
+void InputLevelDialog::keyPressEvent(QKeyEvent* event) {
+  const bool control = event->modifiers().testFlag(Qt::ControlModifier);
+  switch (event->key()) {
+    case Qt::Key_Left:
+      if (control) GoToNeighbour(-1);
+      break;
+    case Qt::Key_Right:
+      if (control) GoToNeighbour(1);
+      break;
+    case Qt::Key_Up:
+    case Qt::Key_PageUp:
+      if (control) {
+        GoToNeighbour(-kPerBand);
+      } else {
+        scroll_->triggerAction(QAbstractSlider::SliderSingleStepSub);
+      }
+      break;
+    case Qt::Key_Down:
+    case Qt::Key_PageDown:
+      if (control) {
+        GoToNeighbour(kPerBand);
+      } else {
+        scroll_->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+      }
+      break;
+    default:
+      QDialog::keyPressEvent(event);
+      break;
+  }
+}
+
+void InputLevelDialog::wheelEvent(QWheelEvent* event) {
+  scroll_->Turn(event->angleDelta().y());
+  event->accept();
+}
+
+}  // namespace views

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_LEVELS_INPUT_LEVEL_DIALOG_H_
+#define VIEWS_LEVELS_INPUT_LEVEL_DIALOG_H_
+
+#include <QDialog>
+#include <array>
+
+#include "model/system_model.h"
+#include "views/levels/band_scroll_bar.h"
+#include "views/levels/level_strip.h"
+#include "views/services.h"
+#include "views/updating_flag.h"
+
+namespace views {
+
+// The input levels "frmInptLevel": a slider for the gain of each of the 64 inputs, in four bands
+// of which two show.  Every change by the operator is sent to the switcher at once.
+//
+// Keys: Tab walks through the sliders, Ctrl and an arrow goes to the neighbour in that direction;
+// arrows and page keys move the slider.  While no slider has the focus they scroll the bands.
+class InputLevelDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit InputLevelDialog(const Services& services, QWidget* parent = nullptr);
+  ~InputLevelDialog() override;
+
+  // Shows all gains from the model.  Sends nothing.  A slider that the operator has in hand
+  // stays where it is until it is let go of, and then shows what the model holds.
+  void Update_GainMap();
+
+  // Shows the input labels from the database; a failure is reported, and the labels that could
+  // not be read are empty.
+  void UpdateLabels();
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  // `index` counts inputs and sliders from 0.
+  LevelStrip& Strip(int index) { return *strips_[static_cast<std::size_t>(index)]; }
+  QWidget* MakeSliders();
+  void FitSliders();
+  void LayOut(QWidget* sliders);
+  void ShowGain(int index);
+  void Moved(int index);
+  void LetGo(int index);
+  void ScrollTo(int index);
+  // Gives the focus to the slider `distance` further than the one that has it, if there is one.
+  void GoToNeighbour(int distance);
+
+  const Services services_;
+  std::array<LevelStrip*, model::kLevelCount> strips_{};
+  QWidget* panel_ = nullptr;  // carries the sliders, and moves within its parent
+  BandScrollBar* scroll_ = nullptr;
+  UpdatingFlag refreshing_;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_LEVELS_INPUT_LEVEL_DIALOG_H_

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/levels/level_strip.h"
+
+#include <QEvent>
+#include <QFontInfo>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "views/rules/levels.h"
+
+namespace views {
+namespace {
+
+constexpr double kLabelSize = 0.88;        // of the font
+constexpr char kWideLabel[] = "Inpt 000";  // wider ones are cut: all must fit into 940 pixels
+
+constexpr int kSpace = 6;          // between two strips
+constexpr int kLowestSlider = 60;  // what a large font leaves of it
+
+QLabel* NewText(const QString& name, int index, LevelStrip* strip) {
+  auto* const label = new QLabel(strip);
+  label->setObjectName(name + QString::number(index));
+  label->setTextFormat(Qt::PlainText);
+  label->setAlignment(Qt::AlignCenter);
+  // Long texts are cut, they do not make the strip wider.
+  label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  return label;
+}
+
+}  // namespace
+
+LevelStrip::LevelStrip(int index, QWidget* parent)
+    : QWidget(parent),
+      slider_(new LevelSlider(this)),
+      level_(NewText(QStringLiteral("lblLevel_"), index, this)),
+      label_(NewText(QStringLiteral("lblInptName_"), index, this)) {
+  QLabel* const number = NewText(QStringLiteral("lblInptNumber_"), index, this);
+  number->setText(QStringLiteral("%1").arg(index + 1, 2, 10, QLatin1Char('0')));
+  slider_->setObjectName(QStringLiteral("Slider1_%1").arg(index));
+  slider_->setAccessibleName(tr("Input %1 level").arg(index + 1));
+  slider_->setMinimumHeight(kLowestSlider);
+  slider_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, kSpace);
+  layout->setSpacing(0);
+  layout->addWidget(number);
+  layout->addWidget(slider_, 1);
+  layout->addWidget(level_);
+  layout->addWidget(label_);
+}
+
+void LevelStrip::SetLabel(const QString& label) {
+  fullLabel_ = label;
+  ElideLabel();
+}
+
+void LevelStrip::ShowLevel() {
+  const int value = slider_->value();
+  slider_->setToolTip(QString::fromStdString(rules::LevelTip(value)));
+  level_->setText(QString::fromStdString(rules::LevelText(value)));
+}
+
+QSize LevelStrip::sizeHint() const {
+  const QFontMetrics metrics(LabelFont());
+  const int level = metrics.horizontalAdvance(
+      QString::fromStdString(rules::LevelText(rules::kLargestSliderValue)));
+  const int label = metrics.horizontalAdvance(QLatin1String(kWideLabel));
+  return {std::max(level, label) + kSpace, QWidget::sizeHint().height()};
+}
+
+void LevelStrip::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange) ElideLabel();
+}
+
+void LevelStrip::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  ElideLabel();
+}
+
+QFont LevelStrip::LabelFont() const {
+  QFont small = font();
+  // A font whose size is given in pixels has none in points of its own.
+  small.setPointSizeF(QFontInfo(small).pointSizeF() * kLabelSize);
+  return small;
+}
+
+void LevelStrip::ElideLabel() {
+  level_->setFont(LabelFont());
+  label_->setFont(LabelFont());
+  const QString shown =
+      QFontMetrics(LabelFont()).elidedText(fullLabel_, Qt::ElideRight, width() - kSpace / 2);
+  label_->setText(shown);
+  label_->setToolTip(shown == fullLabel_ ? QString() : fullLabel_);
+}
+
+}  // namespace views

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_PROGRAMMING_BUTTON_PAGE_H_
+#define VIEWS_PROGRAMMING_BUTTON_PAGE_H_
+
+#include <QString>
+#include <QWidget>
+#include <vector>
+
+#include "views/rules/operations.h"
+
+class QLabel;
+class QPushButton;
+
+namespace views {
+
+// A page of sixteen buttons of a station's panel in two rows, each with its number over it and
+// its operation under it.  Buttons that no station has are drawn, but do nothing.
+class ButtonPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  static constexpr int kButtons = 16;
+
+  // Buttons `first` and on, counted from 1; a station has `buttonCount`.
+  ButtonPage(int first, int buttonCount, QWidget* parent = nullptr);
+
+  // Captions a button of this page, counted from 1 over all pages.
+  void SetCaption(int button, const QString& caption);
+
+  // Shows the operation of a button of this page.
+  void SetOperation(int button, const rules::Operation& operation);
+
+ Q_SIGNALS:
+  void Clicked(int button);
+
+ private:
+  struct Key {
+    QLabel* number;
+    QPushButton* button;
+    QLabel* type;
+  };
+
+  Key MakeKey(int button, bool isThere);
+  void AddNotes(int buttonCount);
+  void Speak(int button);
+  const Key& KeyOf(int button) const { return keys_[static_cast<std::size_t>(button - first_)]; }
+
+  const int first_;
+  std::vector<Key> keys_;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_PROGRAMMING_BUTTON_PAGE_H_

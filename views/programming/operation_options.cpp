@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/programming/operation_options.h"
+
+#include <QButtonGroup>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QRadioButton>
+
+#include <utility>
+
+#include "views/rules/operations.h"
+
+namespace views {
+namespace {
+
+constexpr int kMargin = 4;
+constexpr int kSmallestHeight = 20;
+
+}  // namespace
+
+OperationOptions::OperationOptions(const QString& name, const QString& optionName, QWidget* parent)
+    : QGroupBox(QStringLiteral("Operation"), parent), group_(new QButtonGroup(this)) {
+  setObjectName(name);
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  for (const rules::Operation& operation : rules::AllOperations()) {
+    auto* const option = new QRadioButton(QString::fromLatin1(operation.option), this);
+    option->setObjectName(optionName + u'_' + QString::number(operation.code));
+    option->setMinimumHeight(kSmallestHeight);
+    option->installEventFilter(this);
+    group_->addButton(option);
+    row->addWidget(option);
+    options_[operation.code] = option;
+    Connect(*option, operation.code);
+  }
+  row->addStretch();
+}
+
+void OperationOptions::Connect(QRadioButton& option, int code) {
+  // A click on an option that is not selected ticks it first; a screen reader only ticks it.
+  connect(&option, &QRadioButton::toggled, this, [this, code](bool checked) {
+    if (isSelecting_ || !checked) return;
+    Q_EMIT Chosen(code);
+    announced_ = code;
+  });
+  connect(&option, &QRadioButton::clicked, this, [this, code] {
+    if (std::exchange(announced_, std::nullopt) != code) Q_EMIT Chosen(code);
+  });
+}
+
+void OperationOptions::Select(int code) {
+  isSelecting_ = true;
+  announced_.reset();
+  if (const auto found = options_.find(code); found != options_.end()) {
+    found->second->setChecked(true);
+  } else if (QAbstractButton* const selected = group_->checkedButton()) {
+    // The last one of a group that is exclusive cannot be cleared.
+    group_->setExclusive(false);
+    selected->setChecked(false);
+    group_->setExclusive(true);
+  }
+  isSelecting_ = false;
+  KeepReachable();
+}
+
+// In a group of options only the selected one is reached with Tab: without it, none would be.
+void OperationOptions::KeepReachable() {
+  if (group_->checkedButton() != nullptr) return;
+  for (const auto& [code, option] : options_) option->setFocusPolicy(Qt::StrongFocus);
+}
+
+bool OperationOptions::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusOut) KeepReachable();
+  return QGroupBox::eventFilter(watched, event);
+}
+
+}  // namespace views

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/programming/opto_page.h"
+
+#include <QComboBox>
+#include <QVBoxLayout>
+#include <cstdio>
+#include <vector>
+
+#include "views/fixed_font.h"
+#include "views/programming/operation_options.h"
+#include "views/programming/target_boxes.h"
+#include "views/rules/operations.h"
+
+namespace views {
+namespace {
+
+constexpr std::string_view kReadLine = "Error Reading Opto Programming Data";
+constexpr std::string_view kStoreLine = "Error Storing Opto Programming Data";
+
+constexpr double kBoxPointSize = 7.5;  // eight captions fit into the first width of the view
+constexpr int kMargin = 4;
+constexpr int kChannelLetters = 10;  // as in "Channel 01"
+
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// The captions of the boxes before a record was read.
+std::vector<std::string> DesignCaptions() {
+  std::vector<std::string> captions;
+  for (int target = 1; target <= rules::kOptoTargets; ++target) {
+    char caption[16];
+    std::snprintf(caption, sizeof caption, "Sta. %02d", target);
+    captions.emplace_back(caption);
+  }
+  return captions;
+}
+
+bool Shows(const QComboBox& list, const std::vector<std::string>& items) {
+  if (list.count() != static_cast<int>(items.size())) return false;
+  for (int index = 0; index < list.count(); ++index) {
+    if (list.itemText(index) != Text(items[static_cast<std::size_t>(index)])) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* parent)
+    : QWidget(parent),
+      report_(services.reporter),
+      services_(WithReporter(services, report_)),
+      updating_(updating),
+      channel_(new QComboBox(this)),
+      operation_(new OperationOptions(QStringLiteral("frOptoButType"),
+                                      QStringLiteral("optOptoType"), this)),
+      targets_(new TargetBoxes(QStringLiteral("frOptoStations"), QStringLiteral("ckOptoStationSel"),
+                               rules::kOptoTargets, this)) {
+  channel_->setObjectName(QStringLiteral("cmbOptoChan"));
+  channel_->setToolTip(QStringLiteral(
+      "Click To Select A Switcher Input Or Output Channel To Be Associated With The Current Opto"));
+  channel_->setAccessibleName(QStringLiteral("Select Opto Channel"));
+  channel_->setAccessibleDescription(channel_->toolTip());
+  // One width for every list: the navigation frame stays as it is.
+  channel_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  channel_->setMinimumContentsLength(kChannelLetters);
+  channel_->hide();
+
+  targets_->SetBoxFont(FixedFont(kBoxPointSize));
+  targets_->SetCaptions(DesignCaptions());
+
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  column->addWidget(operation_);
+  column->addWidget(targets_);
+  column->addStretch();
+
+  connect(targets_, &TargetBoxes::Toggled, this,
+          [this](int index, bool checked) { StoreTarget(index + 1, checked); });
+  connect(operation_, &OperationOptions::Chosen, this, &OptoPage::StoreOperation);
+  connect(channel_, &QComboBox::currentIndexChanged, this,
+          [this](int index) { StoreChannel(index + 1); });
+}
+
+rules::OptoProgram OptoPage::Read() {
+  rules::OptoProgram opto;
+  const model::Status status = WithStations(
+      services_, [&opto](jet::RecordSet& stations) { return rules::ReadOpto(stations, &opto); });
+  if (!status.ok()) ShowFailure(services_, kReadLine, status);
+  return opto;
+}
+
+void OptoPage::CaptionFrame() {
+  const OneReport::Scope scope(report_);
+  ShowFrameCaption(rules::OptoCaptionAtOpening(Read().type));
+}
+
+void OptoPage::FillChannelList() {
+  const OneReport::Scope scope(report_);
+  ShowChannelList(Read());
+}
+
+void OptoPage::SelectChannel() {
+  const OneReport::Scope scope(report_);
+  ShowChannel(Read().channel);
+}
+
+void OptoPage::UpdateOptoCheckboxLabels() {
+  const OneReport::Scope scope(report_);
+  ShowTargetCaptions(Read().type);
+}
+
+void OptoPage::UpdateOptoSelections() {
+  const OneReport::Scope scope(report_);
+  ShowTargets(Read());
+}
+
+void OptoPage::UpdateOptoOptionButtons() {
+  const OneReport::Scope scope(report_);
+  const rules::OptoProgram opto = Read();
+  operation_->Select(opto.type);
+  if (!updating_.IsSet()) ShowOperation(opto);
+}
+
+void OptoPage::ShowFrameCaption(std::string_view caption) {
+  // Setting it paints the frame and all in it, even when it is the same.
+  if (const QString title = Text(caption); targets_->title() != title) targets_->setTitle(title);
+}
+
+void OptoPage::ShowTargetCaptions(int type) {
+  std::vector<std::string> captions;
+  const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
+    return rules::ReadOptoTargetCaptions(stations, type, &captions);
+  });
+  if (!status.ok()) ShowFailure(services_, kReadLine, status);
+  targets_->SetCaptions(captions);
+}
+
+void OptoPage::ShowTargets(const rules::OptoProgram& opto) {
+  targets_->SetSpokenName(
+      tr("Target %1 of opto %2").arg(QStringLiteral("%1"), QString::number(opto.stationNum)));
+  targets_->SetFlags(opto.targets);
+}
+
+void OptoPage::ShowChannelList(const rules::OptoProgram& opto) {
+  std::vector<std::string> captions;
+  const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
+    return rules::ReadOptoChannelCaptions(stations, opto.type, &captions);
+  });
+  if (!status.ok()) ShowFailure(services_, kReadLine, status);
+  if (!Shows(*channel_, captions)) {
+    const UpdatingFlag::Scope updating(updating_);
+    QStringList items;
+    for (const std::string& caption : captions) items.append(Text(caption));
+    channel_->clear();
+    channel_->addItems(items);
+  }
+  ShowChannel(opto.channel);
+}
+
+void OptoPage::ShowChannel(int channel) {
+  const UpdatingFlag::Scope updating(updating_);
+  channel_->setCurrentIndex(channel >= 1 && channel <= channel_->count() ? channel - 1 : -1);
+}
+
+void OptoPage::ShowOperation(const rules::OptoProgram& opto) {
+  ShowFrameCaption(rules::OperationOf(opto.type).optoTargets);
+  ShowTargetCaptions(opto.type);
+  ShowChannelList(opto);
+}
+
+bool OptoPage::Store(const Edit& edit, rules::OptoEdit* done) {
+  *done = rules::OptoEdit::None;
+  const model::Status status =
+      WithStations(services_, [&](jet::RecordSet& stations) { return edit(stations, done); });
+  if (!status.ok()) ShowFailure(services_, kStoreLine, status);
+  return status.ok();
+}
+
+void OptoPage::StoreTarget(int target, bool selected) {
+  if (updating_.IsSet()) return;
+  const OneReport::Scope scope(report_, OneReport::Cause::Operator);
+  rules::OptoEdit done;
+  const bool isStored = Store(
+      [=](jet::RecordSet& stations, rules::OptoEdit* edit) {
+        return rules::StoreOptoTarget(stations, target, selected, edit);
+      },
+      &done);
+  const rules::OptoProgram opto = Read();
+  if (!isStored) targets_->SetFlags(opto.targets);
+  // The captions stay: the operator may be about to tick another target in place of this one.
+  operation_->Select(opto.type);
+  if (done == rules::OptoEdit::MadeInactive) {
+    Q_EMIT NoteRequested(tr("Opto %1 has no target left and is inactive now").arg(opto.stationNum));
+  }
+  if (done != rules::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
+}
+
+void OptoPage::StoreOperation(int code) {
+  if (updating_.IsSet()) return;
+  const OneReport::Scope scope(report_, OneReport::Cause::Operator);
+  rules::OptoEdit done;
+  const bool isStored =
+      Store([=](jet::RecordSet& stations,
+                rules::OptoEdit* edit) { return rules::StoreOptoType(stations, code, edit); },
+            &done);
+  const rules::OptoProgram opto = Read();
+  if (isStored) {
+    ShowOperation(opto);
+  } else {
+    operation_->Select(opto.type);
+  }
+  if (done != rules::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
+}
+
+void OptoPage::StoreChannel(int channel) {
+  // Below 1 when the list has lost its selection, which is no choice.
+  if (updating_.IsSet() || channel < 1) return;
+  const OneReport::Scope scope(report_, OneReport::Cause::Operator);
+  rules::OptoEdit done;
+  const bool isStored =
+      Store([=](jet::RecordSet& stations,
+                rules::OptoEdit* edit) { return rules::StoreOptoChannel(stations, channel, edit); },
+            &done);
+  const rules::OptoProgram opto = Read();
+  if (!isStored) ShowChannel(opto.channel);
+  if (done != rules::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
+}
+
+}  // namespace views

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_PROGRAMMING_STATION_NAVIGATOR_H_
+#define VIEWS_PROGRAMMING_STATION_NAVIGATOR_H_
+
+#include <QGroupBox>
+#include <array>
+
+#include "views/rules/station_navigation.h"
+
+class QComboBox;
+class QLabel;
+class QToolButton;
+
+namespace views {
+
+// The frame "frNavControls": six commands that go from station to station, and between them the
+// selector of what is edited of it.  Page Up and Page Down go to the previous and the next
+// station while the focus is in the frame.
+class StationNavigator : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  // What there is to select.
+  enum class Selector : std::uint8_t { None, Button, OptoChannel };
+
+  // The selector of the optos' channels becomes part of the frame.
+  explicit StationNavigator(QComboBox& optoChannels, QWidget* parent = nullptr);
+
+  // The selector of the station's buttons, "cmbButton"; without items at first.
+  QComboBox& ButtonSelector() const { return *buttons_; }
+
+  // Shows a selector and the frame's caption.
+  void Show(Selector selector, const QString& caption);
+
+ Q_SIGNALS:
+  void MoveRequested(rules::Movement movement);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void AddCommand(int index);
+  void LayOut();
+
+  static constexpr int kCommands = 6;
+
+  std::array<QToolButton*, kCommands> commands_{};
+  QLabel* prompt_;
+  QComboBox* buttons_;
+  QComboBox& optoChannels_;
+  Selector selector_ = Selector::None;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_PROGRAMMING_STATION_NAVIGATOR_H_

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/programming/target_boxes.h"
+
+#include <QCheckBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <QLabel>
+
+#include <algorithm>
+
+#include "model/flag_string.h"
+#include "views/plain_caption.h"
+#include "views/programming/focus_grid.h"
+
+namespace views {
+namespace {
+
+constexpr int kColumns = 8;
+constexpr int kSmallestHeight = 20;  // of a box, as a target for the pointer
+constexpr int kCountMargin = 4;
+constexpr int kMargin = 4;
+constexpr qreal kFontScale = 0.9;  // eight captions fit into the first width of the view
+
+}  // namespace
+
+TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count, QWidget* parent)
+    : QGroupBox(parent), count_(new QLabel(this)) {
+  setObjectName(name);
+  count_->setObjectName(QStringLiteral("aid") + name + QStringLiteral("Count"));
+  auto* const grid = new QGridLayout(this);
+  grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  grid->setSpacing(0);
+  auto* const keys = new FocusGrid(kColumns, *this);
+  for (int index = 0; index < count; ++index) {
+    auto* const box = new QCheckBox(this);
+    box->setObjectName(boxName + u'_' + QString::number(index));
+    box->setMinimumHeight(kSmallestHeight);
+    connect(box, &QCheckBox::toggled, this, [this, index](bool checked) {
+      if (isFilling_) return;
+      ShowCount();
+      Q_EMIT Toggled(index, checked);
+    });
+    grid->addWidget(box, index / kColumns, index % kColumns);
+    keys->Add(*box);
+    boxes_.push_back(box);
+  }
+  for (int column = 0; column < kColumns; ++column) grid->setColumnStretch(column, 1);
+  FitFont();
+  ShowCount();
+}
+
+void TargetBoxes::SetBoxFont(const QFont& font) {
+  boxFont_ = font;
+  FitFont();
+}
+
+void TargetBoxes::FitFont() {
+  if (boxFont_) {
+    for (QCheckBox* const box : boxes_) box->setFont(*boxFont_);
+    return;
+  }
+  QFont small = font();
+  if (small.pixelSize() > 0) {
+    small.setPixelSize(qRound(small.pixelSize() * kFontScale));
+  } else {
+    small.setPointSizeF(small.pointSizeF() * kFontScale);
+  }
+  for (QCheckBox* const box : boxes_) box->setFont(small);
+}
+
+void TargetBoxes::SetCaptions(const std::vector<std::string>& captions) {
+  const std::size_t count = std::min(captions.size(), boxes_.size());
+  for (std::size_t index = 0; index < count; ++index) {
+    const QString caption = PlainCaption(QString::fromStdString(captions[index]));
+    if (boxes_[index]->text() == caption) continue;
+    boxes_[index]->setText(caption);
+    SpeakOf(static_cast<int>(index));
+  }
+}
+
+void TargetBoxes::SetSpokenName(const QString& pattern) {
+  if (spokenName_ == pattern) return;
+  spokenName_ = pattern;
+  for (int index = 0; index < Count(); ++index) SpeakOf(index);
+}
+
+void TargetBoxes::SpeakOf(int index) {
+  if (spokenName_.isEmpty()) return;
+  QCheckBox& box = *boxes_[static_cast<std::size_t>(index)];
+  box.setAccessibleName(spokenName_.arg(index + 1) + QStringLiteral(": ") +
+                        SpokenCaption(box.text()));
+}
+
+void TargetBoxes::SetFlags(std::string_view flags) {
+  isFilling_ = true;
+  for (int index = 0; index < Count(); ++index) {
+    boxes_[static_cast<std::size_t>(index)]->setChecked(model::FlagIsSet(flags, index + 1));
+  }
+  isFilling_ = false;
+  ShowCount();
+}
+
+void TargetBoxes::resizeEvent(QResizeEvent* event) {
+  QGroupBox::resizeEvent(event);
+  PlaceCount();
+}
+
+void TargetBoxes::changeEvent(QEvent* event) {
+  QGroupBox::changeEvent(event);
+  if (event->type() == QEvent::FontChange) FitFont();
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) PlaceCount();
+}
+
+void TargetBoxes::ShowCount() {
+  const auto ticked = std::ranges::count_if(boxes_, &QCheckBox::isChecked);
+  const QString text = tr("%1 of %2").arg(ticked).arg(Count());
+  if (count_->text() == text) return;
+  count_->setText(text);
+  PlaceCount();
+}
+
+void TargetBoxes::PlaceCount() {
+  count_->adjustSize();
+  count_->move(width() - count_->width() - kCountMargin, 0);
+}
+
+}  // namespace views

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/rules/export_sheets.h"
+
+#include <array>
+#include <map>
+#include <utility>
+
+#include "model/flag_string.h"
+#include "views/rules/button_program.h"
+#include "views/rules/operations.h"
+
+namespace rules {
+namespace {
+
+constexpr int kManyTargets = 10;
+
+constexpr std::array kLabelFields{"Label", "InLabel", "Hidden", "SysInput", "SysOutput", "Notes"};
+
+model::Status ReadLabelRow(const jet::RecordSet& stations, std::vector<std::string>* row) {
+  jet::Value value;
+  if (const jet::Status read = stations.Get("StationNum", &value); !read.ok()) return read;
+  row->push_back(std::to_string(value.Int()));
+  for (const std::string_view field : kLabelFields) {
+    if (const jet::Status read = stations.Get(field, &value); !read.ok()) return read;
+    row->push_back(field == "Hidden" ? (value.Int() == 1 ? "Yes" : "No") : value.Text());
+  }
+  return {};
+}
+
+const char* WordOf(Mark mark) {
+  switch (mark) {
+    case Mark::Crosspoint:
+      return "crosspoint";
+    case Mark::Priority:
+      return "priority";
+    case Mark::Inhibit:
+      return "inhibit";
+    default:
+      return "";
+  }
+}
+
+// The captions of targets by the operation's code, each read once: every button asks for them.
+class TargetLabels {
+ public:
+  TargetLabels(jet::RecordSet& stations, int count) : stations_(stations), count_(count) {}
+
+  model::Status Of(int type, const std::vector<std::string>** labels) {
+    auto [entry, isNew] = labels_.try_emplace(OperationOf(type).targets);
+    model::Status status;
+    if (isNew) status = ReadTargetCaptions(stations_, type, count_, &entry->second);
+    // Fewer stations than targets are no failure: those that are missing have their numbers.
+    if (!status.ok() && stations_.Eof()) status = {};
+    *labels = &entry->second;
+    return status;
+  }
+
+ private:
+  jet::RecordSet& stations_;
+  const int count_;
+  std::map<TargetKind, std::vector<std::string>> labels_;
+};
+
+std::string Join(const std::string& flags, const std::vector<std::string>& labels) {
+  std::string joined;
+  int count = 0;
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    if (!model::FlagIsSet(flags, static_cast<int>(i) + 1)) continue;
+    if (count++ != 0) joined += ", ";
+    joined += labels[i];
+  }
+  // A key sheet has no room for many: the number tells that there are more.
+  return count < kManyTargets ? joined : "(" + std::to_string(count) + ") " + joined;
+}
+
+void AppendCsv(const std::vector<std::string>& row, std::string* csv) {
+  bool isFirst = true;
+  for (const std::string& text : row) {
+    if (!std::exchange(isFirst, false)) *csv += ',';
+    if (text.find_first_of(",\"\r\n") == std::string::npos) {
+      *csv += text;
+      continue;
+    }
+    *csv += '"';
+    for (const char character : text) {
+      if (character == '"') *csv += '"';
+      *csv += character;
+    }
+    *csv += '"';
+  }
+  *csv += "\r\n";
+}
+
+}  // namespace
+
+model::Status ReadLabelSheet(jet::RecordSet& stations, Sheet* sheet) {
+  sheet->captions = {"Station",      "Station Label", "Input Label",  "Hidden",
+                     "System Input", "System Output", "Station Notes"};
+  sheet->rows.clear();
+  if (const jet::Status moved = stations.MoveFirst(); !moved.ok()) return moved;
+  while (!stations.Eof()) {
+    std::vector<std::string> row;
+    if (model::Status read = ReadLabelRow(stations, &row); !read.ok()) return read;
+    sheet->rows.push_back(std::move(row));
+    if (const jet::Status moved = stations.MoveNext(); !moved.ok()) return moved;
+  }
+  return {};
+}
+
+Sheet MapSheet(const XmapGrid& grid) {
+  Sheet sheet;
+  sheet.captions = {"Output", "Label"};
+  for (int input = 1; input <= grid.ChannelCount(); ++input) {
+    sheet.captions.push_back(grid.Number(input) + " " + grid.InputLabel(input));
+  }
+  for (int output = 1; output <= grid.ChannelCount(); ++output) {
+    std::vector<std::string> row{grid.Number(output), grid.OutputLabel(output)};
+    for (const Mark mark : grid.Marks(output)) row.emplace_back(WordOf(mark));
+    sheet.rows.push_back(std::move(row));
+  }
+  return sheet;
+}
+
+model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& model,
+                            std::vector<KeySheet>* sheets) {
+  sheets->clear();
+  TargetLabels labels(stations, model.ChkBoxCount);
+  for (int station = 1; station <= model.StationCount; ++station) {
+    if (const jet::Status found = stations.Seek(station); !found.ok()) return found;
+    if (stations.NoMatch()) continue;
+    const jet::Bookmark place = stations.Mark();
+    KeySheet sheet{.station = station};
+    jet::Value value;
+    if (const jet::Status read = stations.Get("Label", &value); !read.ok()) return read;
+    sheet.label = value.Text();
+    if (const jet::Status read = stations.Get("InLabel", &value); !read.ok()) return read;
+    sheet.inputLabel = value.Text();
+    std::vector<std::string> captions;
+    if (model::Status read = ReadButtonCaptions(stations, model.ButtonCount, &captions);
+        !read.ok()) {
+      return read;
+    }
+    for (int button = 1; button <= model.ButtonCount; ++button) {
+      if (const jet::Status moved = stations.GoTo(place); !moved.ok()) return moved;
+      ButtonProgram program;
+      if (model::Status read = ReadButton(stations, button, &program); !read.ok()) return read;
+      const std::vector<std::string>* targets = nullptr;
+      if (model::Status read = labels.Of(program.type, &targets); !read.ok()) return read;
+      sheet.keys.push_back({.type = program.type,
+                            .caption = captions[static_cast<std::size_t>(button - 1)],
+                            .targets = Join(program.targets, *targets)});
+    }
+    sheets->push_back(std::move(sheet));
+  }
+  return {};
+}
+
+Sheet ProgrammingSheet(const std::vector<KeySheet>& sheets) {
+  Sheet sheet;
+  sheet.captions = {"Station", "Station Label", "Button", "Operation", "First Target", "Targets"};
+  for (const KeySheet& station : sheets) {
+    int button = 0;
+    for (const KeyLegend& key : station.keys) {
+      sheet.rows.push_back({std::to_string(station.station), station.label,
+                            std::to_string(++button), OperationOf(key.type).label, key.caption,
+                            key.targets});
+    }
+  }
+  return sheet;
+}
+
+std::string ToCsv(const Sheet& sheet) {
+  std::string csv = "\xEF\xBB\xBF";
+  AppendCsv(sheet.captions, &csv);
+  for (const std::vector<std::string>& row : sheet.rows) AppendCsv(row, &csv);
+  return csv;
+}
+
+}  // namespace rules

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+//
+// What is exported for people and spreadsheets: labels, crosspoint map, button programming.
+//
+// All texts are UTF-8.  The readers move in `stations`: the caller holds a db::KeepPosition.  On a
+// failure a sheet holds what was read before it.
+
+#ifndef VIEWS_RULES_EXPORT_SHEETS_H_
+#define VIEWS_RULES_EXPORT_SHEETS_H_
+
+#include <string>
+#include <vector>
+
+#include "db/jet/record_set.h"
+#include "model/status.h"
+#include "model/system_model.h"
+#include "views/rules/xmap_grid.h"
+
+namespace rules {
+
+// A table of texts; every row has as many as there are captions.
+struct Sheet {
+  std::vector<std::string> captions;
+  std::vector<std::vector<std::string>> rows;
+};
+
+// A row for every record: number, labels, "No" or "Yes" for hidden, system input and output,
+// notes.
+model::Status ReadLabelSheet(jet::RecordSet& stations, Sheet* sheet);
+
+// A row for every output, a column for every input after the two for the output itself:
+// "crosspoint", "priority", "inhibit", or nothing.
+Sheet MapSheet(const XmapGrid& grid);
+
+// What a button does, in words.
+struct KeyLegend {
+  int type = 0;         // the operation's code
+  std::string caption;  // the label of its first target, or "NONE"
+  // The labels of all targets, separated by ", ", from ten targets on after "(10) ".
+  std::string targets;
+};
+
+// The keys of a station's panel; element k is button k + 1.
+struct KeySheet {
+  int station = 0;
+  std::string label = {};
+  std::string inputLabel = {};
+  std::vector<KeyLegend> keys = {};
+};
+
+// The keys of stations 1 to StationCount; a station without a record has no sheet.
+model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& model,
+                            std::vector<KeySheet>* sheets);
+
+// A row for every key: station, its label, button, operation, first target, all targets.
+Sheet ProgrammingSheet(const std::vector<KeySheet>& sheets);
+
+// The sheet as comma-separated values, which spreadsheets open: lines end in CR LF, a text with
+// a comma, a quote or a line break stands in quotes, a byte order mark tells that it is UTF-8.
+std::string ToCsv(const Sheet& sheet);
+
+}  // namespace rules
+
+#endif  // VIEWS_RULES_EXPORT_SHEETS_H_

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/rules/label_records.h"
+
+#include "db/jet/database.h"
+#include "db/schema.h"
+
+namespace rules {
+namespace {
+
+jet::Status ReadRecord(const jet::RecordSet& stations, LabelRecord* record) {
+  jet::Status first;
+  for (std::size_t i = 0; i < kLabelColumns.size(); ++i) {
+    LabelRecord::Field& field = record->fields[i];
+    jet::Status read = stations.Get(kLabelColumns[i].field, &field.value);
+    if (read.ok()) read = stations.OrderKey(kLabelColumns[i].field, &field.orderKey);
+    field.isReadable = read.ok();
+    if (!read.ok()) field.value.SetNull();
+    if (first.ok()) first = read;
+  }
+  return first;
+}
+
+jet::Status Store(jet::RecordSet& stations, const RecordChange& change) {
+  // The console's own set is in the order of the numbers; another one is searched.
+  jet::Status status = stations.IndexName() == db::kStationNumIndex
+                           ? stations.Seek(change.station)
+                           : stations.FindFirst(Spec(LabelColumn::Station).field, change.station);
+  if (status.ok()) status = stations.Edit();
+  for (const LabelChange& each : change.changes) {
+    if (status.ok()) status = stations.Set(Spec(each.column).field, each.value);
+  }
+  if (status.ok()) status = stations.Update();
+  if (!status.ok()) stations.CancelUpdate();
+  return status;
+}
+
+}  // namespace
+
+std::string CellText(LabelColumn column, const jet::Value& value) {
+  if (column == LabelColumn::Hidden) return HiddenText(value);
+  return value.GetKind() == jet::Value::Kind::Int ? std::to_string(value.Int()) : value.Text();
+}
+
+model::Status ReadLabelRecords(jet::RecordSet& stations, std::vector<LabelRecord>* records) {
+  records->clear();
+  jet::Status first = stations.MoveFirst();
+  jet::Status moved = first;
+  while (moved.ok() && stations.HasRecord()) {
+    const jet::Status read = ReadRecord(stations, &records->emplace_back());
+    if (first.ok()) first = read;
+    moved = stations.MoveNext();
+  }
+  return first.ok() ? moved : first;
+}
+
+model::Status StoreLabelRecord(jet::RecordSet& stations, const RecordChange& change,
+                               LabelRecord* stored) {
+  const jet::Status status = Store(stations, change);
+  // A field that cannot be read was reported when the grid read it.
+  if (status.ok()) (void)ReadRecord(stations, stored);
+  return status;
+}
+
+model::Status StoreLabelRecords(jet::RecordSet& stations, std::span<const RecordChange> changes,
+                                std::vector<LabelRecord>* stored) {
+  stored->clear();
+  jet::Database::Batch batch(stations);
+  for (const RecordChange& change : changes) {
+    const jet::Status status = Store(stations, change);
+    if (!status.ok()) return status;
+    (void)ReadRecord(stations, &stored->emplace_back());
+  }
+  return batch.Commit();
+}
+
+}  // namespace rules

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/rules/operations.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+
+#include "model/flag_string.h"
+#include "views/rules/xmap_records.h"
+
+namespace rules {
+namespace {
+
+constexpr char kStationsOfButton[] = "Station(s) To Be Called Upon Button Press";
+constexpr char kSourceOfButton[] = "Source To Be Monitored Upon Button Press";
+constexpr char kStationsOfOpto[] = "Station(s) To Be Called When OPTO Is Activated";
+constexpr char kSourceOfOpto[] = "Source To Be Monitored When OPTO Is Activated";
+
+constexpr Operation kOperations[] = {
+    {kTalk, "TALK", "Talk", 0x80FF80, TargetKind::Stations, kStationsOfButton, kStationsOfOpto},
+    {kListen, "LISTEN", "Listen", 0xFFFF80, TargetKind::Sources, kSourceOfButton, kSourceOfOpto},
+    {kPriorityListen, "P-LSTN", "P-Listen", 0xFF8080, TargetKind::Sources, kSourceOfButton,
+     kSourceOfOpto},
+    {kExternal, "EXTRN", "External", 0xFF80FF, TargetKind::Channels,
+     "External Switcher Destinatons", "External Channel To Be Called When OPTO Is Activated"},
+    {kInactive, "NULL", "Inactive", 0x808080, TargetKind::Channels, "Button Specified Inactive",
+     "OPTO Specified Inactive"},
+    {kGroup, "GROUP", "Group", 0x8080FF, TargetKind::Stations, kStationsOfButton, kStationsOfOpto},
+};
+
+const Operation* Find(int code) {
+  const auto* const found = std::ranges::find(kOperations, code, &Operation::code);
+  return found == std::end(kOperations) ? nullptr : found;
+}
+
+std::string Numbered(const char* format, int number) {
+  char text[16];
+  std::snprintf(text, sizeof text, format, number);
+  return text;
+}
+
+}  // namespace
+
+std::span<const Operation> AllOperations() { return kOperations; }
+
+const Operation& OperationOf(int code) {
+  const Operation* const found = Find(code);
+  return found != nullptr ? *found : *Find(kInactive);
+}
+
+bool IsOperation(int code) { return Find(code) != nullptr; }
+
+model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
+                                 std::vector<std::string>* captions) {
+  captions->clear();
+  captions->reserve(static_cast<std::size_t>(count));
+  const TargetKind targets = OperationOf(code).targets;
+  std::vector<std::optional<std::string>> labels;
+  model::Status status;
+  if (targets != TargetKind::Channels) {
+    status =
+        ReadTexts(stations, targets == TargetKind::Stations ? "Label" : "InLabel", count, &labels);
+  }
+  labels.resize(static_cast<std::size_t>(count));
+  const char* const format = targets == TargetKind::Channels ? "Chan %02d" : "Sta. %03d";
+  for (int target = 1; target <= count; ++target) {
+    captions->push_back(
+        std::move(labels[static_cast<std::size_t>(target - 1)]).value_or(Numbered(format, target)));
+  }
+  return status;
+}
+
+int FirstTarget(std::string_view flags, int count) {
+  for (int target = 1; target <= count; ++target) {
+    if (model::FlagIsSet(flags, target)) return target;
+  }
+  return 0;
+}
+
+}  // namespace rules

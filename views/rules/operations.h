@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+//
+// What a panel's button or an opto input does: its operation, stored as a code in "Bn Type" and
+// "OptoType".
+
+#ifndef VIEWS_RULES_OPERATIONS_H_
+#define VIEWS_RULES_OPERATIONS_H_
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "db/jet/record_set.h"
+#include "model/status.h"
+
+namespace rules {
+
+inline constexpr int kTalk = 0;
+inline constexpr int kListen = 1;
+inline constexpr int kPriorityListen = 2;
+inline constexpr int kExternal = 3;
+inline constexpr int kInactive = 254;
+inline constexpr int kGroup = 255;
+
+// In the place of a code that cannot be read; no operation's.
+inline constexpr int kNoType = -1;
+
+// What the targets of an operation are.
+enum class TargetKind : std::uint8_t {
+  Stations,  // by their output label, "Label"
+  Sources,   // by their input label, "InLabel"
+  Channels,  // by number: external channels, and what an inactive button or opto shows
+};
+
+struct Operation {
+  int code;
+  const char* label;     // on a button's type label: "TALK"
+  const char* option;    // on its option: "Talk"
+  std::uint32_t colour;  // of the type label, 0xRRGGBB
+  TargetKind targets;
+  const char* buttonTargets;  // the caption over a button's targets
+  const char* optoTargets;    // the caption over an opto's targets
+};
+
+// The operations in the order of their options.
+std::span<const Operation> AllOperations();
+
+// The operation of a stored code.  A code outside the table is shown as "NULL" and has the
+// targets of an inactive one, but is no option and stays what it is.
+const Operation& OperationOf(int code);
+
+// Whether the code is in the table.
+bool IsOperation(int code);
+
+// The captions of targets 1 to `count` for an operation's code, as UTF-8: the labels of the
+// first `count` stations, or "Chan 01" and so on.  A null label, or a station that is not there,
+// gives "Sta. 001" and so on.  Moves in `stations`: the caller holds a db::KeepPosition.  On a
+// failure *captions holds `count` captions all the same.
+model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
+                                 std::vector<std::string>* captions);
+
+// The lowest target that is set in a flag string, from 1, looking at the first `count`
+// characters; 0 when there is none.
+int FirstTarget(std::string_view flags, int count);
+
+}  // namespace rules
+
+#endif  // VIEWS_RULES_OPERATIONS_H_

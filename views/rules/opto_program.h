@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+//
+// What an opto input does, as the current record of the stations has it: opto k is programmed in
+// the record at position k.
+
+#ifndef VIEWS_RULES_OPTO_PROGRAM_H_
+#define VIEWS_RULES_OPTO_PROGRAM_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "db/jet/record_set.h"
+#include "model/status.h"
+#include "views/rules/operations.h"
+
+namespace rules {
+
+// Targets and channels that an opto can have, however many stations there are.
+inline constexpr int kOptoTargets = 64;
+inline constexpr int kOptoChannels = 64;
+
+struct OptoProgram {
+  int stationNum = 0;        // of the record, which is the number of the opto
+  int type = kNoType;        // the code of its operation; it may be one outside the table
+  int channel = 0;           // from 1; it may be one that is not there
+  std::string targets = {};  // a flag string of "0" and "1" alone
+};
+
+// Reads the current record.  A null number reads as 0, which is also how it is sent; null
+// targets are none.  On a failure *opto holds what could be read, and its defaults.
+model::Status ReadOpto(const jet::RecordSet& stations, OptoProgram* opto);
+
+// The caption over the targets when the view opens.  It is another one than after a click on an
+// operation, Operation::optoTargets, for a code outside the table.
+std::string_view OptoCaptionAtOpening(int type);
+
+// The captions of all targets for an operation's code, as UTF-8: see ReadTargetCaptions.  That
+// the stations end before the targets do is no failure here.  Moves in `stations`: the caller
+// holds a db::KeepPosition.
+model::Status ReadOptoTargetCaptions(jet::RecordSet& stations, int type,
+                                     std::vector<std::string>* captions);
+
+// The same of the channels that an opto can be associated with.  They are the other side of its
+// targets: output labels for an opto that listens to sources, input labels for one that calls
+// stations, and "Channel 01" and so on for the others.
+model::Status ReadOptoChannelCaptions(jet::RecordSet& stations, int type,
+                                      std::vector<std::string>* captions);
+
+// What an edit has done to the record.
+enum class OptoEdit : std::uint8_t {
+  None,  // all of it was stored already
+  Stored,
+  MadeInactive,  // stored, and with its last target the opto has lost its operation
+};
+
+// Each of these edits the current record, and writes only what differs.  On a failure the
+// record is as before and *edit is None.
+
+// Selects or drops a target (1 to kOptoTargets).  The lowest target is stored with it; without
+// any target the opto becomes inactive, and its lowest is 1.
+model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selected, OptoEdit* edit);
+
+// Stores the code of an operation.
+model::Status StoreOptoType(jet::RecordSet& stations, int type, OptoEdit* edit);
+
+// Stores a channel (1 to kOptoChannels).
+model::Status StoreOptoChannel(jet::RecordSet& stations, int channel, OptoEdit* edit);
+
+}  // namespace rules
+
+#endif  // VIEWS_RULES_OPTO_PROGRAM_H_

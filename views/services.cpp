@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/services.h"
+
+#include "db/database_files.h"
+#include "db/keep_position.h"
+
+namespace views {
+namespace {
+
+using model::ErrorReporter;
+
+constexpr std::string_view kErrorTitle = "Control Error";
+
+}  // namespace
+
+Services WithReporter(const Services& services, model::ErrorReporter& reporter) {
+  return {.model = services.model,
+          .stations = services.stations,
+          .commands = services.commands,
+          .tables = services.tables,
+          .poll = services.poll,
+          .settings = services.settings,
+          .reporter = reporter};
+}
+
+model::Status WithStations(const Services& services,
+                           const std::function<model::Status(jet::RecordSet&)>& work) {
+  jet::RecordSet* const stations = services.stations();
+  if (stations == nullptr) return db::NotOpen();
+  const db::KeepPosition keep(*stations);
+  return work(*stations);
+}
+
+void ShowFailure(const Services& services, std::string_view line, const model::Status& status) {
+  services.reporter.Show(ErrorReporter::Icon::Critical, kErrorTitle,
+                         model::ErrorText(line, status));
+}
+
+void ShowRefusal(const Services& services, std::string_view text) {
+  services.reporter.Show(ErrorReporter::Icon::Exclamation, kErrorTitle, text);
+}
+
+}  // namespace views

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_SERVICES_H_
+#define VIEWS_SERVICES_H_
+
+#include <functional>
+#include <string_view>
+
+#include "config/window_settings.h"
+#include "db/jet/record_set.h"
+#include "model/error_reporter.h"
+#include "model/status.h"
+#include "model/system_model.h"
+#include "switcher/live_commands.h"
+#include "switcher/poll_switch.h"
+#include "views/table_sender.h"
+
+namespace views {
+
+// What the views work with.  All must outlive them.
+struct Services {
+  model::SystemModel& model;
+  std::function<jet::RecordSet*()> stations;  // the shared record set; null while not open
+  switcher::LiveCommands& commands;
+  TableSender& tables;
+  switcher::PollSwitch& poll;
+  config::WindowSettings& settings;
+  model::ErrorReporter& reporter;
+};
+
+// The same, but reporting to `reporter`, which must outlive them.
+Services WithReporter(const Services& services, model::ErrorReporter& reporter);
+
+// Runs `work` on the stations and goes back to the record they stood on.  A failure without
+// `work` having run when the database is not open.
+model::Status WithStations(const Services& services,
+                           const std::function<model::Status(jet::RecordSet&)>& work);
+
+// Reports what failed in a view: `line` names it, the usual error line follows.
+void ShowFailure(const Services& services, std::string_view line, const model::Status& status);
+
+// Tells the operator that what he asked for is not allowed.
+void ShowRefusal(const Services& services, std::string_view text);
+
+}  // namespace views
+
+#endif  // VIEWS_SERVICES_H_

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_TRANSFER_DOWNLOAD_WINDOW_H_
+#define VIEWS_TRANSFER_DOWNLOAD_WINDOW_H_
+
+#include <QDialog>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+
+#include "model/system_model.h"
+#include "switcher/download.h"
+#include "switcher/poll_switch.h"
+#include "switcher/table.h"
+#include "switcher/table_senders.h"
+
+namespace views {
+
+// What the download window works with; all must outlive the window.
+struct DownloadServices {
+  model::SystemModel& model;
+  switcher::TableSenders& tables;
+  switcher::PollSwitch& poll;
+};
+
+// frmDownProg: asks, then shows how far the tables have got on their way to the switcher.  The
+// model's DownloadMode says which tables; it is set by whoever opens the window.  Closing the
+// window is cancelling.
+class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
+  Q_OBJECT
+
+ public:
+  explicit DownloadWindow(const DownloadServices& services, QWidget* parent = nullptr);
+
+  // Cancels and closes at once, for a program that ends: the table that is being sent is sent to
+  // its end before this returns.
+  void CancelNow() { download_.CancelNow(); }
+
+  void reject() override { download_.Cancel(); }
+
+ Q_SIGNALS:
+  // A table has been sent without a failure: of one station (from 1), or of all with
+  // model::kAll.
+  void Sent(switcher::Table table, int station);
+  // The download was cancelled with these tables not sent.
+  void Cancelled(const QString& notSent);
+
+ private:
+  void LayOut();
+  void MakeTimers(int spacingMilliseconds);
+
+  void ShowProgressBar(int maximum) override;
+  void ShowCaption(std::string_view caption) override;
+  void ShowStatus(std::string_view status) override;
+  void ShowPosition(int position) override;
+  void ShowCancelling() override;
+  void StartDelayTimer() override { delayTimer_.start(); }
+  void StartSpacingTimer() override { spacingTimer_.start(); }
+  void RequestTurn() override { turnTimer_.start(); }
+  void TableSent(switcher::Table table, int station) override;
+  void Close(std::string_view notSent) override;
+
+  QLabel* text_;
+  QLabel* status_;
+  QProgressBar* bar_;
+  QPushButton* go_;
+  QPushButton* cancel_;
+  QTimer delayTimer_;
+  QTimer spacingTimer_;
+  QTimer turnTimer_;
+  switcher::Download download_;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_TRANSFER_DOWNLOAD_WINDOW_H_

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/transfer/message_list.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+
+#include <algorithm>
+
+#include "views/icon.h"
+
+namespace views {
+
+namespace {
+
+enum Column { kDescription, kSize, kStatus, kColumnCount };
+
+constexpr int kSizeWidth = 90;
+constexpr int kStatusWidth = 110;
+
+// Wider than the signs, which stand in the middle of it, apart from the sizes.
+constexpr QSize kSignRoom(26, 16);
+
+// The width of the widest word with its sign, in a font.
+int WordWidth(const QFontMetrics& metrics) {
+  using switcher::DecodeStatus;
+  int width = 0;
+  for (const DecodeStatus status :
+       {DecodeStatus::Ok, DecodeStatus::ChecksumFailed, DecodeStatus::WrongSize,
+        DecodeStatus::WrongChannel, DecodeStatus::MissingEnd}) {
+    width =
+        std::max(width, metrics.horizontalAdvance(QString::fromUtf8(switcher::StatusWord(status))));
+  }
+  return kSignRoom.width() + width + 5 * metrics.averageCharWidth() / 2;
+}
+
+}  // namespace
+
+MessageList::MessageList(QWidget* parent)
+    : QTreeWidget(parent),
+      passed_(Icon(QStringLiteral("msg-ok"))),
+      failed_(Icon(QStringLiteral("msg-fail"))) {
+  setObjectName(QStringLiteral("lstMsgHistory"));
+  setAccessibleName(tr("Messages received"));
+  setColumnCount(kColumnCount);
+  setHeaderLabels({tr("Message"), tr("Size"), tr("Status")});
+  headerItem()->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
+  setRootIsDecorated(false);
+  setUniformRowHeights(true);
+  setAlternatingRowColors(true);
+  setIconSize(kSignRoom);
+  setSelectionMode(QAbstractItemView::ExtendedSelection);
+  // A list to read: Tab goes on to the buttons.
+  setTabKeyNavigation(false);
+  header()->setSectionsMovable(false);
+  header()->setStretchLastSection(false);
+  header()->setSectionResizeMode(kDescription, QHeaderView::Stretch);
+  header()->setMinimumSectionSize(kSizeWidth);
+  header()->resizeSection(kSize, kSizeWidth);
+  header()->resizeSection(kStatus, std::max(kStatusWidth, WordWidth(fontMetrics())));
+}
+
+void MessageList::AddMessage(const QString& description, int byteCount,
+                             switcher::DecodeStatus status) {
+  const QScrollBar& bar = *verticalScrollBar();
+  const bool atEnd = bar.value() == bar.maximum();
+  const QString word = QString::fromUtf8(switcher::StatusWord(status));
+  auto* const row =
+      new QTreeWidgetItem({description, QStringLiteral("%1 Bytes").arg(byteCount), word});
+  row->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
+  if (!word.isEmpty()) {
+    row->setIcon(kStatus, status == switcher::DecodeStatus::Ok ? passed_ : failed_);
+  }
+  addTopLevelItem(row);
+  if (atEnd) scrollToBottom();
+}
+
+}  // namespace views

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+//
+// The four marks of the crosspoint map.  Each has a shape of its own, so that they can be told
+// apart without their colours.
+
+#ifndef VIEWS_XMAP_MARK_PAINTER_H_
+#define VIEWS_XMAP_MARK_PAINTER_H_
+
+#include <QColor>
+#include <QPainter>
+#include <QPixmap>
+#include <QSize>
+
+#include <array>
+
+#include "views/rules/xmap_grid.h"
+
+namespace views {
+
+// Draws a mark in the middle of a cell, grid line included in its size: crosspoint a disc,
+// inhibit a diagonal cross, priority a triangle, reserved a hollow square.  The size of the mark
+// goes by the cell's height.
+void PaintMark(QPainter& painter, const QRectF& cell, rules::Mark mark, const QColor& ink);
+
+// Marks drawn once and kept, for one cell size, device pixel ratio and kind of ground at a time.
+class MarkPixmaps {
+ public:
+  // Makes the pixmaps fit; does nothing when they do.
+  void Prepare(const QSize& cell, qreal ratio, bool darkGround);
+
+  // The pixmap of a cell with this mark on a clear ground.  REQUIRES: mark is not None
+  const QPixmap& Get(rules::Mark mark) const {
+    return pixmaps_[static_cast<std::size_t>(mark) - 1];
+  }
+
+ private:
+  QSize cell_;
+  qreal ratio_ = 0;
+  bool darkGround_ = false;
+  std::array<QPixmap, 4> pixmaps_;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_XMAP_MARK_PAINTER_H_

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/xmap/xmap_look.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "views/fixed_font.h"
+#include "views/twips.h"
+
+namespace views {
+namespace {
+
+constexpr double kHeaderPointSize = 8;
+constexpr double kLeastContrast = 2.5;
+
+int Zoomed(int twips, int zoom) {
+  return static_cast<int>(std::lround(ToPixels(twips) * zoom / 100.0));
+}
+
+double Linear(double channel) {
+  return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+// Relative luminance, 0 black to 1 white.
+double Luminance(const QColor& colour) {
+  return 0.2126 * Linear(colour.redF()) + 0.7152 * Linear(colour.greenF()) +
+         0.0722 * Linear(colour.blueF());
+}
+
+}  // namespace
+
+XmapMetrics MetricsFor(int channelCount, int zoom) {
+  XmapMetrics metrics;
+  metrics.cellWidth = Zoomed(channelCount >= rules::kManyChannels ? 350 : 300, zoom);
+  metrics.cellHeight = Zoomed(300, zoom);
+  metrics.labelWidth = Zoomed(1000, zoom);
+  metrics.labelHeight = Zoomed(1800, zoom);
+  metrics.font = FixedFont(kHeaderPointSize * zoom / 100.0);
+  return metrics;
+}
+
+double LetterPitch(double lineSpacing, int height, int letters) {
+  return std::min(lineSpacing, static_cast<double>(height) / letters);
+}
+
+QColor BandColour(int row, const QPalette& palette) {
+  return rules::XmapGrid::HasTipColour(row) ? palette.color(QPalette::Active, QPalette::ToolTipBase)
+                                            : kPlainBand;
+}
+
+bool IsDark(const QColor& ground) {
+  // At this luminance black and white are equally far away.
+  return Luminance(ground) < 0.179;
+}
+
+QColor MarkInk(rules::Mark mark, const QColor& ground) {
+  const bool dark = IsDark(ground);
+  switch (mark) {
+    case rules::Mark::Crosspoint:
+      return dark ? QColor(0x6D, 0xB9, 0xF2) : QColor(0x00, 0x60, 0xA0);
+    case rules::Mark::Inhibit:
+      return dark ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x00, 0x20);
+    case rules::Mark::Priority:
+      return dark ? QColor(0xFF, 0xB7, 0x4D) : QColor(0xA8, 0x43, 0x00);
+    case rules::Mark::Reserved:
+      return dark ? QColor(0xD3, 0xA4, 0xF5) : QColor(0x5B, 0x2A, 0x86);
+    case rules::Mark::None:
+      break;
+  }
+  return dark ? QColor(Qt::white) : QColor(Qt::black);
+}
+
+QColor StandingOut(const QColor& wanted, const QColor& ground) {
+  const double a = Luminance(wanted) + 0.05;
+  const double b = Luminance(ground) + 0.05;
+  if (std::max(a, b) / std::min(a, b) >= kLeastContrast) return wanted;
+  return IsDark(ground) ? Qt::white : Qt::black;
+}
+
+QColor Blend(const QColor& colour, const QColor& ground, double share) {
+  const auto mix = [share](int a, int b) {
+    return static_cast<int>(std::lround(a * share + b * (1 - share)));
+  };
+  return QColor(mix(colour.red(), ground.red()), mix(colour.green(), ground.green()),
+                mix(colour.blue(), ground.blue()));
+}
+
+DeviceLines::DeviceLines(const QTransform& toDevice)
+    : toDevice_(toDevice),
+      fromDevice_(toDevice.inverted()),
+      width_(std::max(1.0, std::floor(toDevice.m11()))) {}
+
+QRectF DeviceLines::RightEdge(double right, double top, double bottom) const {
+  const double edge = std::round(toDevice_.map(QPointF(right, 0)).x());
+  const double first = std::round(toDevice_.map(QPointF(0, top)).y());
+  const double last = std::round(toDevice_.map(QPointF(0, bottom)).y());
+  return fromDevice_.mapRect(QRectF(edge - width_, first, width_, last - first));
+}
+
+QRectF DeviceLines::BottomEdge(double bottom, double left, double right) const {
+  const double edge = std::round(toDevice_.map(QPointF(0, bottom)).y());
+  const double first = std::round(toDevice_.map(QPointF(left, 0)).x());
+  const double last = std::round(toDevice_.map(QPointF(right, 0)).x());
+  return fromDevice_.mapRect(QRectF(first, edge - width_, last - first, width_));
+}
+
+}  // namespace views

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_XMAP_XMAP_MODEL_H_
+#define VIEWS_XMAP_XMAP_MODEL_H_
+
+#include <QAbstractTableModel>
+
+#include "views/rules/xmap_grid.h"
+
+namespace views {
+
+// The body of the crosspoint map as a table: a row per output, a column per input.  The step
+// between its 0-based indexes and the 1-based channels stands here only.
+class XmapModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  enum Role { MarkRole = Qt::UserRole };  // int, 0 to 4
+
+  // `grid` must outlive the model and keep its size.
+  explicit XmapModel(const rules::XmapGrid& grid, QObject* parent = nullptr);
+
+  int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+  int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+
+  // MarkRole; the tip as ToolTipRole; the cell in one sentence as AccessibleTextRole.
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+  // The labels.
+  QVariant headerData(int section, Qt::Orientation orientation,
+                      int role = Qt::DisplayRole) const override;
+
+  // The channels of an index, from 1; 0 of an invalid one.
+  static int Output(const QModelIndex& index) { return index.isValid() ? index.row() + 1 : 0; }
+  static int Input(const QModelIndex& index) { return index.isValid() ? index.column() + 1 : 0; }
+
+  // The index of a crosspoint; an invalid one when there is no such crosspoint.
+  QModelIndex CellOf(int output, int input) const { return index(output - 1, input - 1); }
+
+  // Both names of a crosspoint, "Out 02  Sta. 002  <  In 04  Inpt 004", and what it shows,
+  // "Crosspoint".  REQUIRES: a valid index
+  QString Names(const QModelIndex& index) const;
+  QString Meaning(const QModelIndex& index) const;
+
+  // Call after the marks of these outputs have changed: one dataChanged for each run of rows.
+  void OutputsChanged(const rules::ChannelSet& outputs);
+
+  // Call after the labels have changed.
+  void LabelsChanged(Qt::Orientation orientation);
+
+ private:
+  const rules::XmapGrid& grid_;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_XMAP_XMAP_MODEL_H_

@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/xmap/xmap_table.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
+
+#include <algorithm>
+
+#include "views/plain_tip.h"
+#include "views/xmap/xmap_corner.h"
+#include "views/xmap/xmap_header.h"
+
+namespace views {
+namespace {
+
+using rules::kFixedCells;
+
+}  // namespace
+
+XmapTable::XmapTable(const rules::XmapGrid& grid, XmapModel& model, QWidget* parent)
+    : QTableView(parent),
+      grid_(grid),
+      model_(model),
+      rowHeader_(new XmapRowHeader(grid, this)),
+      columnHeader_(new XmapColumnHeader(grid, this)),
+      corner_(new XmapCorner(this)),
+      painter_(grid) {
+  setObjectName(QStringLiteral("msfgXmap"));
+  setLayoutDirection(Qt::LeftToRight);
+  setFrameShape(QFrame::NoFrame);
+  setVerticalHeader(rowHeader_);
+  setHorizontalHeader(columnHeader_);
+  setModel(&model);
+  setCornerButtonEnabled(false);
+  setEditTriggers(NoEditTriggers);
+  setSelectionMode(NoSelection);  // the current cell is the selected one
+  setTabKeyNavigation(false);     // Tab leaves the grid
+  setHorizontalScrollMode(ScrollPerPixel);
+  setVerticalScrollMode(ScrollPerPixel);
+  setContextMenuPolicy(Qt::DefaultContextMenu);
+  viewport()->setMouseTracking(true);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  connect(rowHeader_, &XmapHeader::ChannelPressed, this, [this](int output) {
+    setFocus(Qt::MouseFocusReason);
+    Select({output, 0});
+  });
+  connect(columnHeader_, &XmapHeader::ChannelPressed, this, [this](int input) {
+    setFocus(Qt::MouseFocusReason);
+    Select({0, input});
+  });
+  connect(rowHeader_, &XmapHeader::ChannelHovered, this, [this](int output) {
+    SetHovered(QModelIndex());
+    rowHeader_->SetHovered(HasCrosshair() ? output : 0);
+  });
+  connect(columnHeader_, &XmapHeader::ChannelHovered, this, [this](int input) {
+    SetHovered(QModelIndex());
+    columnHeader_->SetHovered(HasCrosshair() ? input : 0);
+  });
+  connect(&model, &QAbstractItemModel::headerDataChanged, this,
+          [this](Qt::Orientation orientation) {
+            (orientation == Qt::Vertical ? rowHeader_ : columnHeader_)->LabelsChanged();
+          });
+  ApplyMetrics();
+}
+
+int XmapTable::cellMark(int row, int column) const {
+  return static_cast<int>(grid_.MarkAt(row, column));
+}
+
+QString XmapTable::cellText(int row, int column) const {
+  return QString::fromStdString(grid_.CellText(row, column));
+}
+
+QColor XmapTable::cellColor(int row, int column) const {
+  const int last = grid_.ChannelCount() + kFixedCells - 1;
+  if (row < 0 || column < 0 || row > last || column > last) return {};
+  return grid_.IsCrosspoint(row, column) ? BandColour(row, palette())
+                                         : palette().color(QPalette::Active, QPalette::Button);
+}
+
+void XmapTable::selectCell(int row, int column) {
+  if (grid_.IsCrosspoint(row, column)) {
+    Select({row - 1, column - 1});
+  } else {
+    selectionModel()->clearCurrentIndex();
+  }
+}
+
+QPoint XmapTable::selectedCell() const {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return QPoint(-1, -1);
+  return QPoint(XmapModel::Input(current) + 1, XmapModel::Output(current) + 1);
+}
+
+void XmapTable::Select(const Crosspoint& crosspoint) {
+  const Crosspoint before = Selected();
+  const auto chosen = [](int wanted, int old) { return wanted >= 1 ? wanted : std::max(1, old); };
+  setCurrentIndex(model_.CellOf(chosen(crosspoint.output, before.output),
+                                chosen(crosspoint.input, before.input)));
+}
+
+void XmapTable::SetZoom(int zoom) {
+  zoom = std::clamp(zoom, kSmallestZoom, kLargestZoom);
+  if (zoom == zoom_) return;
+  zoom_ = zoom;
+  ApplyMetrics();
+  if (currentIndex().isValid()) scrollTo(currentIndex());
+}
+
+void XmapTable::ApplyMetrics() {
+  scene_.metrics = MetricsFor(grid_.ChannelCount(), zoom_);
+  setFont(scene_.metrics.font);
+  rowHeader_->SetMetrics(scene_.metrics);
+  columnHeader_->SetMetrics(scene_.metrics);
+  corner_->SetMetrics(scene_.metrics);
+  XmapTable::updateGeometries();
+  viewport()->update();
+}
+
+void XmapTable::SetCrosshair(bool visible) {
+  if (visible == HasCrosshair()) return;
+  scene_.crosshair = visible;
+  ShowPosition();
+  viewport()->update();
+}
+
+void XmapTable::SetMatches(const rules::ChannelSet& outputs, const rules::ChannelSet& inputs) {
+  rowHeader_->SetMatches(outputs);
+  columnHeader_->SetMatches(inputs);
+}
+
+void XmapTable::ShowOutput(int output) {
+  QScrollBar* const bar = verticalScrollBar();
+  const int top = (output - 1) * scene_.metrics.cellHeight;
+  const int bottom = top + scene_.metrics.cellHeight - viewport()->height();
+  bar->setValue(std::clamp(bar->value(), std::min(bottom, top), top));
+}
+
+void XmapTable::ShowInput(int input) {
+  QScrollBar* const bar = horizontalScrollBar();
+  const int left = (input - 1) * scene_.metrics.cellWidth;
+  const int right = left + scene_.metrics.cellWidth - viewport()->width();
+  bar->setValue(std::clamp(bar->value(), std::min(right, left), left));
+}
+
+void XmapTable::SetPending(const Crosspoint& crosspoint, bool pending) {
+  const bool had = std::erase(scene_.pending, crosspoint) != 0;
+  if (pending) scene_.pending.push_back(crosspoint);
+  if (had != pending) viewport()->update(scene_.CellRect(crosspoint));
+}
+
+void XmapTable::UpdateCell(const QModelIndex& index) {
+  if (!index.isValid()) return;
+  const QRect cell = CellRect(index);
+  if (!HasCrosshair()) {
+    viewport()->update(cell);
+    return;
+  }
+  // The lines before the cell belong to its neighbours.
+  viewport()->update(QRect(0, cell.top() - 1, viewport()->width(), cell.height() + 1));
+  viewport()->update(QRect(cell.left() - 1, 0, cell.width() + 1, viewport()->height()));
+}
+
+void XmapTable::ShowPosition() {
+  const Crosspoint current = HasCrosshair() ? Selected() : Crosspoint();
+  const Crosspoint hovered = HasCrosshair() ? ToCrosspoint(hovered_) : Crosspoint();
+  rowHeader_->SetCurrent(current.output);
+  columnHeader_->SetCurrent(current.input);
+  rowHeader_->SetHovered(hovered.output);
+  columnHeader_->SetHovered(hovered.input);
+}
+
+void XmapTable::SetHovered(const QModelIndex& index) {
+  if (hovered_ == index) return;
+  hovered_ = index;
+  ShowPosition();
+  Q_EMIT HoveredCellChanged();
+}
+
+void XmapTable::paintEvent(QPaintEvent* event) {
+  QPainter painter(viewport());
+  if (grid_.ChannelCount() == 0) {
+    painter.fillRect(viewport()->rect(), kGridGround);
+    painter.setPen(Qt::black);
+    painter.setFont(QGuiApplication::font());
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
+                     tr("No channels in the database"));
+    return;
+  }
+  scene_.palette = palette();
+  scene_.current = Selected();
+  scene_.hasFocus = hasFocus();
+  painter_.Paint(painter, event->region(), scene_);
+}
+
+bool XmapTable::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::Leave) SetHovered(QModelIndex());
+  if (event->type() == QEvent::ToolTip) {
+    const auto* const help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    if (index.isValid()) {
+      QToolTip::showText(help->globalPos(),
+                         PlainTip(model_.data(index, Qt::ToolTipRole).toString()), viewport(),
+                         CellRect(index));
+    } else {
+      QToolTip::hideText();
+    }
+    return true;
+  }
+  return QTableView::viewportEvent(event);
+}
+
+void XmapTable::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) viewport()->update();
+}
+
+void XmapTable::focusInEvent(QFocusEvent* event) {
+  // Not the base class's, which would make a cell current where none is.
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+  QAbstractScrollArea::focusInEvent(event);
+  UpdateCell(currentIndex());
+}
+
+void XmapTable::focusOutEvent(QFocusEvent* event) {
+  QTableView::focusOutEvent(event);
+  UpdateCell(currentIndex());
+}
+
+void XmapTable::mousePressEvent(QMouseEvent* event) {
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (index.isValid()) setCurrentIndex(index);
+  event->accept();
+}
+
+void XmapTable::mouseMoveEvent(QMouseEvent* event) {
+  SetHovered(indexAt(event->position().toPoint()));
+  event->accept();
+}
+
+void XmapTable::mouseReleaseEvent(QMouseEvent* event) { event->accept(); }
+
+void XmapTable::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+
+void XmapTable::wheelEvent(QWheelEvent* event) {
+  if ((event->modifiers() & Qt::ControlModifier) == 0) {
+    QTableView::wheelEvent(event);
+    return;
+  }
+  if (const int delta = event->angleDelta().y(); delta != 0) Q_EMIT ZoomStepped(delta > 0 ? 1 : -1);
+  event->accept();
+}
+
+void XmapTable::keyPressEvent(QKeyEvent* event) {
+  struct MoveKey {
+    int key;
+    CursorAction action;
+  };
+  static constexpr MoveKey kMoves[] = {
+      {Qt::Key_Up, MoveUp},         {Qt::Key_Down, MoveDown},        {Qt::Key_Left, MoveLeft},
+      {Qt::Key_Right, MoveRight},   {Qt::Key_Home, MoveHome},        {Qt::Key_End, MoveEnd},
+      {Qt::Key_PageUp, MovePageUp}, {Qt::Key_PageDown, MovePageDown}};
+  const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+  for (const MoveKey& move : kMoves) {
+    if (event->key() != move.key || (modifiers & Qt::AltModifier) != 0) continue;
+    if (const QModelIndex index = moveCursor(move.action, modifiers); index.isValid()) {
+      setCurrentIndex(index);
+    }
+    event->accept();
+    return;
+  }
+  if (event->matches(QKeySequence::Copy)) {
+    if (currentIndex().isValid()) {
+      QGuiApplication::clipboard()->setText(
+          model_.data(currentIndex(), Qt::AccessibleTextRole).toString());
+    }
+    event->accept();
+    return;
+  }
+  if (event->key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier) {
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    contextMenuEvent(&menu);
+    event->accept();
+    return;
+  }
+  // Enter and Space end here: nothing is sent by accident.
+  const bool idle = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
+                    event->key() == Qt::Key_Space;
+  const bool plain = modifiers == Qt::NoModifier || modifiers == Qt::ShiftModifier;
+  const QString text = event->text();
+  if (idle) {
+    event->accept();
+  } else if (plain && !text.isEmpty() && text.at(0).isPrint()) {
+    Q_EMIT TextTyped(text);
+    event->accept();
+  } else {
+    event->ignore();
+  }
+}
+
+void XmapTable::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  if (event->reason() == QContextMenuEvent::Mouse) {
+    const QPoint position = viewport()->mapFromGlobal(event->globalPos());
+    if (indexAt(position).isValid()) Q_EMIT MenuRequested(event->globalPos());
+    return;
+  }
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return;
+  scrollTo(current);
+  Q_EMIT MenuRequested(viewport()->mapToGlobal(CellRect(current).center()));
+}
+
+void XmapTable::scrollContentsBy(int dx, int dy) {
+  QTableView::scrollContentsBy(dx, dy);
+  UpdateOrigin();
+  if (viewport()->underMouse()) {
+    SetHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())));
+  }
+}
+
+void XmapTable::updateGeometries() {
+  QTableView::updateGeometries();
+  corner_->setGeometry(0, 0, rowHeader_->width(), columnHeader_->height());
+  corner_->raise();
+  horizontalScrollBar()->setSingleStep(scene_.metrics.cellWidth);
+  verticalScrollBar()->setSingleStep(scene_.metrics.cellHeight);
+  UpdateOrigin();
+}
+
+void XmapTable::UpdateOrigin() {
+  scene_.origin = QPoint(-columnHeader_->offset(), -rowHeader_->offset());
+}
+
+QModelIndex XmapTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if ((modifiers & Qt::ControlModifier) != 0 && currentIndex().isValid()) {
+    switch (action) {
+      case MoveUp:
+        return NextMarked(currentIndex(), -1, 0);
+      case MoveDown:
+        return NextMarked(currentIndex(), 1, 0);
+      case MoveLeft:
+        return NextMarked(currentIndex(), 0, -1);
+      case MoveRight:
+        return NextMarked(currentIndex(), 0, 1);
+      default:
+        break;
+    }
+  }
+  return QTableView::moveCursor(action, modifiers);
+}
+
+QModelIndex XmapTable::NextMarked(const QModelIndex& from, int rowStep, int columnStep) const {
+  QModelIndex index = from;
+  do {
+    index = index.sibling(index.row() + rowStep, index.column() + columnStep);
+  } while (index.isValid() && model_.data(index, XmapModel::MarkRole).toInt() == 0);
+  return index;
+}
+
+void XmapTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  UpdateCell(previous);
+  UpdateCell(current);
+  ShowPosition();
+  Q_EMIT CurrentCellChanged();
+}
+
+void XmapTable::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                            const QList<int>& roles) {
+  // The base class tells assistive software, but repaints everything.
+  if (QAccessible::isActive()) QTableView::dataChanged(topLeft, bottomRight, roles);
+  viewport()->update(CellRect(topLeft) | CellRect(bottomRight));
+}
+
+}  // namespace views

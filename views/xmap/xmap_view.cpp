@@ -1,0 +1,392 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/xmap/xmap_view.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "views/icon.h"
+#include "views/rules/xmap_records.h"
+#include "views/twips.h"
+#include "views/xmap/xmap_find.h"
+#include "views/xmap/xmap_header.h"
+#include "views/xmap/xmap_table.h"
+
+namespace views {
+namespace {
+
+using model::ErrorReporter;
+using rules::ActionDecision;
+using rules::InhibitDecision;
+using rules::XmapAction;
+
+constexpr std::string_view kConflictTitle = "Synchronization Warning";
+constexpr std::string_view kConflictText =
+    "Crosspoint selection received for Inhibited Crosspoint.\n";
+
+// The grid follows the form only from this size up, and leaves it this much, all in twips.
+constexpr int kSmallestFormWidth = 1400;
+constexpr int kSmallestFormHeight = 600;
+constexpr int kBesideGrid = 80;
+constexpr int kAboveGrid = 780;
+
+constexpr int kSmallestToolBarHeight = 20;
+
+constexpr int kZoomSteps[] = {75, 100, 125, 150, 175, 200};
+constexpr int kFullSize = 100;
+
+}  // namespace
+
+// A tool of the band, in the band's order.
+struct XmapView::XmapTool {
+  Tool tool;
+  void (*run)(XmapView& view);
+  bool onBand = true;
+};
+
+const XmapView::XmapTool XmapView::kTools[] = {
+    {{"ID_Take", "&Take Pgm", "Take Current Crosspoint Selection", "take"},
+     [](XmapView& view) { view.PerformAction(static_cast<int>(XmapAction::Take)); }},
+    {{"ID_Sum", "&Sum Pgm", "Sum On or Off Current Source Selection", "sum"},
+     [](XmapView& view) { view.PerformAction(static_cast<int>(XmapAction::Sum)); }},
+    {{"ID_Call", "&Call", "Establish Or Break A Station Call", "call", true},
+     [](XmapView& view) { view.PerformAction(static_cast<int>(XmapAction::Call)); }},
+    {{"ID_Listen", "&Listen",
+      "Establish Or Break A Listen Crosspoint (Will Be Interupted By A Call)", "listen"},
+     [](XmapView& view) { view.PerformAction(static_cast<int>(XmapAction::Listen)); },
+     false},
+    {{"ID_PriorityListen", "&Priority Listen",
+      "Establish Or Break A Priority Listen (Not Interupted By A Call)", "priority-listen"},
+     [](XmapView& view) { view.PerformAction(static_cast<int>(XmapAction::PriorityListen)); }},
+    {{"ID_ToggleInhibit", "Toggle &Inhibit", "Establish Or Remove A Crosspoint Inhibit",
+      "toggle-inhibit", true},
+     [](XmapView& view) { view.ToggleInhibit(); }},
+    {{"ID_RefreshMap", "&Refresh Map", "Request An Update Of The Crosspoint Map From The Switcher",
+      "refresh-map", true},
+     [](XmapView& view) { view.RefreshMap(); }},
+    {{"ID_SendInhibits", "Sen&d Inhibits", "Send Inhibit List To Switcher", "send-inhibits"},
+     [](XmapView& view) { view.SendInhibits(); }},
+    {{"ID_QDVStatus", "QDV Status", "Click To Display Current QDV Output Module Status",
+      "qdv-status"},
+     [](XmapView& view) { Q_EMIT view.QdvStatusRequested(); }},
+};
+
+XmapView::XmapView(const Services& services, QWidget* parent)
+    : MainView(QStringLiteral("frmXmap"), QStringLiteral("Crosspoint Map"), QStringLiteral("Xmap"),
+               services.settings, parent),
+      services_(services),
+      grid_(services.model),
+      model_(grid_) {
+  grid_.Clear();
+  tools_ = new ToolBand(QStringLiteral("XptmapButtons"), tr("Crosspoint tools"), *this);
+  table_ = new XmapTable(grid_, model_, this);
+  find_ = new XmapFind(grid_, this);
+  setWindowIcon(Icon(QStringLiteral("teskctl")));
+  table_->setAccessibleName(windowTitle());
+  setFocusProxy(table_);
+  AddTools();
+
+  connect(table_, &XmapTable::CurrentCellChanged, this,
+          [this] { ShowReadoutOf(table_->currentIndex()); });
+  connect(table_, &XmapTable::HoveredCellChanged, this, [this] {
+    const QModelIndex hovered = table_->HoveredIndex();
+    ShowReadoutOf(hovered.isValid() ? hovered : table_->currentIndex());
+  });
+  const auto readAgain = [this] { ShowReadoutOf(readoutOf_); };
+  connect(&model_, &QAbstractItemModel::dataChanged, this, readAgain);
+  connect(&model_, &QAbstractItemModel::headerDataChanged, this, readAgain);
+  connect(table_, &XmapTable::TextTyped, this, &XmapView::ShowFind);
+  connect(table_, &XmapTable::ZoomStepped, this, &XmapView::StepZoom);
+  connect(table_, &XmapTable::MenuRequested, this, &XmapView::ShowMenu);
+  connect(find_, &XmapFind::MatchesChanged, table_, &XmapTable::SetMatches);
+  connect(find_, &XmapFind::FirstMatch, this, [this](int output, int input) {
+    if (output >= 1) table_->ShowOutput(output);
+    if (input >= 1) table_->ShowInput(input);
+  });
+  connect(find_, &XmapFind::Chosen, table_, [this](int output, int input) {
+    table_->Select({output, input});
+  });
+  connect(find_, &XmapFind::Closed, this, [this] { table_->setFocus(Qt::OtherFocusReason); });
+  connect(&pending_, &PendingCrosspoints::Changed, table_, &XmapTable::SetPending);
+
+  LayOut();
+  GenerateGrid();
+}
+
+XmapView::~XmapView() = default;
+
+void XmapView::AddTools() {
+  for (const XmapTool& each : kTools) {
+    const auto run = [this, run = each.run] { run(*this); };
+    const bool refreshes = std::string_view(each.tool.key) == "ID_RefreshMap";
+    if (each.onBand) {
+      tools_->Add(each.tool, run, refreshes ? QKeySequence(Qt::Key_F5) : QKeySequence());
+    } else {
+      ToolBand::MakeAction(each.tool, run, *this);
+    }
+  }
+}
+
+void XmapView::ShowMenu(const QPoint& globalPosition) {
+  auto* const menu = new QMenu(this);
+  menu->setObjectName(QStringLiteral("aidXmapMenu"));
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->addActions(tools_->actions());
+  menu->popup(globalPosition);
+}
+
+void XmapView::LayOut() {
+  const QSize form = FormGeometry().size();
+  if (ToTwips(form.width()) >= kSmallestFormWidth &&
+      ToTwips(form.height()) >= kSmallestFormHeight) {
+    table_->resize(form.width() - ToPixels(kBesideGrid), form.height() - ToPixels(kAboveGrid));
+  }
+  // The tool bar takes what the title bar and the frame leave of the room above the grid.
+  const int room = height() - table_->height();
+  const int toolBarHeight = std::clamp(room, kSmallestToolBarHeight, ToPixels(kAboveGrid));
+  tools_->setGeometry(0, 0, width(), toolBarHeight);
+  table_->move(0, toolBarHeight);
+  PlaceFind();
+}
+
+void XmapView::PlaceFind() {
+  constexpr int kMargin = 6;
+  const QRect body = table_->viewport()->geometry().translated(table_->pos());
+  find_->move(std::max(0, body.right() - find_->width() - kMargin), body.top() + kMargin);
+}
+
+bool XmapView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    // The main window has these keys, too; in the view they are the view's.
+    if (KeyCommand(*static_cast<QKeyEvent*>(event))) {
+      event->accept();
+      return true;
+    }
+  }
+  return MainView::event(event);
+}
+
+void XmapView::keyPressEvent(QKeyEvent* event) {
+  if (const std::function<void()> command = KeyCommand(*event)) {
+    command();
+    event->accept();
+  } else {
+    MainView::keyPressEvent(event);
+  }
+}
+
+std::function<void()> XmapView::KeyCommand(const QKeyEvent& key) {
+  if (key.key() == Qt::Key_Escape && !find_->isHidden()) return [this] { find_->Close(); };
+  // The plus sign needs Shift on many keyboards.
+  const Qt::KeyboardModifiers modifiers =
+      key.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
+  if (modifiers != Qt::ControlModifier) return nullptr;
+  switch (key.key()) {
+    case Qt::Key_F:
+      return [this] { ShowFind(); };
+    case Qt::Key_G:
+      return [this] { ShowGoTo(); };
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+      return [this] { ZoomIn(); };
+    case Qt::Key_Minus:
+      return [this] { ZoomOut(); };
+    case Qt::Key_0:
+      return [this] { SetZoom(kFullSize); };
+    default:
+      return nullptr;
+  }
+}
+
+void XmapView::ShowFind(const QString& text) {
+  find_->OpenFind(text);
+  PlaceFind();
+}
+
+void XmapView::ShowGoTo() {
+  find_->OpenGoTo();
+  PlaceFind();
+}
+
+int XmapView::Zoom() const { return table_->Zoom(); }
+
+void XmapView::SetZoom(int percent) {
+  const int before = Zoom();
+  table_->SetZoom(percent);
+  PlaceFind();
+  if (Zoom() != before) Q_EMIT ZoomChanged(Zoom());
+}
+
+void XmapView::StepZoom(int step) {
+  const int zoom = Zoom();
+  if (step > 0) {
+    const auto* const next = std::upper_bound(std::begin(kZoomSteps), std::end(kZoomSteps), zoom);
+    if (next != std::end(kZoomSteps)) SetZoom(*next);
+  } else {
+    const auto* const next = std::lower_bound(std::begin(kZoomSteps), std::end(kZoomSteps), zoom);
+    if (next != std::begin(kZoomSteps)) SetZoom(*std::prev(next));
+  }
+}
+
+bool XmapView::HasCrosshair() const { return table_->HasCrosshair(); }
+
+void XmapView::SetCrosshair(bool visible) { table_->SetCrosshair(visible); }
+
+void XmapView::SetInhibitsUnsent(bool unsent) {
+  findChild<QAction*>(QStringLiteral("ID_SendInhibits"))
+      ->setIcon(Icon(QStringLiteral("send-inhibits"),
+                     unsent ? QStringLiteral("unsent-badge") : QString()));
+}
+
+void XmapView::GenerateGrid() {
+  if (const model::Status status = DrawEverything(); !status.ok()) {
+    ShowFailure(services_, "Error Generating Crosspoint Grid", status);
+    return;
+  }
+  table_->selectCell(rules::kFixedCells, rules::kFixedCells);
+}
+
+model::Status XmapView::DrawEverything() {
+  model::Status read = WithStations(services_, [this](jet::RecordSet& stations) {
+    model::Status labels = DrawAlphas(stations);
+    if (!labels.ok()) return labels;
+    return DrawInhibits(stations);
+  });
+  if (read.ok()) UpdateXmap(model::kAll, 0);
+  return read;
+}
+
+model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
+  std::vector<std::optional<std::string>> labels;
+  model::Status status = rules::ReadTexts(stations, "Label", grid_.ChannelCount(), &labels);
+  grid_.UpdateOutputLabels(labels);
+  model_.LabelsChanged(Qt::Vertical);
+  if (!status.ok()) return status;
+  status = rules::ReadTexts(stations, "InLabel", grid_.ChannelCount(), &labels);
+  grid_.UpdateInputLabels(labels);
+  model_.LabelsChanged(Qt::Horizontal);
+  find_->Refresh();
+  return status;
+}
+
+model::Status XmapView::DrawInhibits(jet::RecordSet& stations) {
+  std::vector<std::optional<std::string>> texts;
+  model::Status status = rules::ReadTexts(stations, "Inhibits", grid_.ChannelCount(), &texts);
+  std::vector<std::string> inhibits;
+  inhibits.reserve(texts.size());
+  for (std::optional<std::string>& text : texts) {
+    inhibits.push_back(std::move(text).value_or(std::string()));
+  }
+  model_.OutputsChanged(grid_.UpdateXmapInhibits(inhibits));
+  return status;
+}
+
+void XmapView::UpdateXmap(int row, int mode) {
+  pending_.Reported(row);
+  const rules::MapUpdate update = grid_.UpdateXmap(row, mode);
+  model_.OutputsChanged(update.changed);
+  for (int i = 0; i < update.conflicts; ++i) {
+    services_.reporter.Show(ErrorReporter::Icon::Exclamation, kConflictTitle, kConflictText);
+  }
+}
+
+void XmapView::UpdateXmapInhibits() {
+  const model::Status status =
+      WithStations(services_, [this](jet::RecordSet& stations) { return DrawInhibits(stations); });
+  if (!status.ok()) ShowFailure(services_, "Error Reading Crosspoint Inhibits", status);
+}
+
+void XmapView::UpdateXmapAlphas() {
+  const model::Status status =
+      WithStations(services_, [this](jet::RecordSet& stations) { return DrawAlphas(stations); });
+  if (!status.ok()) ShowFailure(services_, "Error Reading Channel Labels", status);
+}
+
+void XmapView::PerformAction(int action) {
+  const QPoint cell = table_->selectedCell();
+  const ActionDecision decision = grid_.DecideAction(action, cell.y(), cell.x());
+  switch (decision.kind) {
+    case ActionDecision::Kind::Nothing:
+      break;
+    case ActionDecision::Kind::NoCell:
+      SetReadout(tr("No crosspoint selected"));
+      break;
+    case ActionDecision::Kind::Inhibited:
+      ShowRefusal(services_, "Action Not Allowed On Inhibited Crosspoint");
+      break;
+    case ActionDecision::Kind::Send: {
+      const bool sent = services_.commands.SendTake(decision.output, decision.input,
+                                                    static_cast<std::uint8_t>(decision.code));
+      if (sent) Q_EMIT TakeSent(decision.output, decision.input, static_cast<int>(decision.code));
+      if (services_.model.DemoMode == 1) {
+        grid_.DrawAction(decision);
+        model_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(decision.output)));
+      } else if (sent) {
+        pending_.Sent({decision.output, decision.input});
+      }
+      break;
+    }
+  }
+}
+
+void XmapView::ToggleInhibit() {
+  const Crosspoint cell = table_->Selected();
+  if (cell == Crosspoint()) {
+    SetReadout(tr("No crosspoint selected"));
+    return;
+  }
+  std::optional<InhibitDecision> decision;
+  std::string_view failureLine = "Error Reading Crosspoint Inhibits";
+  const model::Status status =
+      WithStations(services_, [&](jet::RecordSet& stations) -> model::Status {
+        std::optional<std::string> flags;
+        model::Status read = rules::FindInhibits(stations, cell.output, &flags);
+        if (!read.ok() || !flags) return read;
+        decision = grid_.DecideInhibit(*flags, cell.output + 1, cell.input + 1);
+        if (decision->kind != InhibitDecision::Kind::Store) return {};
+        failureLine = "Error Storing Crosspoint Inhibit";
+        return rules::StoreInhibits(stations, decision->flags);
+      });
+  if (!status.ok()) {
+    ShowFailure(services_, failureLine, status);
+  } else if (decision && decision->kind == InhibitDecision::Kind::CrosspointPresent) {
+    ShowRefusal(services_, "Inhibit Not Possible With Existing Crosspoint");
+  } else if (decision) {
+    // Drawn when it is stored, so that the grid never shows an inhibit that is not there.
+    grid_.SetMark(cell.output, cell.input, decision->mark);
+    model_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(cell.output)));
+    Q_EMIT TableEdited(switcher::Table::Inhibits, cell.output);
+  }
+}
+
+// The next poll asks for the whole map.
+void XmapView::RefreshMap() { services_.model.XmapComplete = false; }
+
+void XmapView::SendInhibits() {
+  bool sent = false;
+  {
+    const switcher::PollPause pause(services_.poll);
+    sent = services_.tables.SendInhibits(model::kAll);
+  }
+  if (sent) Q_EMIT TableSent(switcher::Table::Inhibits, model::kAll);
+}
+
+void XmapView::ShowReadoutOf(const QModelIndex& index) {
+  readoutOf_ = index;
+  SetReadout(model_.data(index, Qt::AccessibleTextRole).toString());
+}
+
+void XmapView::SetReadout(const QString& readout) {
+  if (readout == readout_) return;
+  readout_ = readout;
+  Q_EMIT ReadoutChanged(readout_);
+}
+
+}  // namespace views

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_XMAP_XMAP_VIEW_H_
+#define VIEWS_XMAP_XMAP_VIEW_H_
+
+#include <functional>
+
+#include "db/jet/record_set.h"
+#include "model/status.h"
+#include "views/main_view.h"
+#include "views/rules/xmap_grid.h"
+#include "views/services.h"
+#include "views/tool_band.h"
+#include "views/xmap/pending_crosspoints.h"
+#include "views/xmap/xmap_model.h"
+
+namespace views {
+
+class XmapFind;
+class XmapTable;
+
+// The crosspoint map "frmXmap": a row per output, a column per input, a mark in every cell that
+// holds a crosspoint or an inhibit, and the tools that make, break and inhibit them.
+//
+// Beyond its tools it helps to read the map (crosshair, readout, search, zoom, an outline while
+// the switcher has not answered).  These helps never send a byte and never store anything.
+class XmapView : public MainView {
+  Q_OBJECT
+
+ public:
+  // Builds the grid from the model and the stations.  A failure is reported and leaves the grid
+  // as far as it got.
+  explicit XmapView(const Services& services, QWidget* parent = nullptr);
+  ~XmapView() override;
+
+  // Draws the crosspoints of one output (from 1), or of all with model::kAll, from the model.
+  // `mode` is the status value of the row, 0 or 1; with model::kAll each output's ChannelStatus
+  // counts.  Each crosspoint reported for an inhibited cell is told to the operator.
+  void UpdateXmap(int row, int mode);
+
+  // Draws the inhibits of the whole map from the stations.
+  void UpdateXmapInhibits();
+
+  // Writes all labels and numbers from the stations.
+  void UpdateXmapAlphas();
+
+  // The current cell, or the one under the pointer, in words:
+  // "Out 02  Sta. 002  <  In 04  Inpt 004: Crosspoint".
+  QString Readout() const { return readout_; }
+
+  // Opens the field for finding a channel, beginning with `text`, or for going to a crosspoint.
+  void ShowFind(const QString& text = QString());
+  void ShowGoTo();
+
+  // The size of the grid in per cent, 75 to 200; steps are 75, 100, 125, 150, 175, 200.
+  int Zoom() const;
+  void SetZoom(int percent);
+  void ZoomIn() { StepZoom(1); }
+  void ZoomOut() { StepZoom(-1); }
+
+  bool HasCrosshair() const;
+  void SetCrosshair(bool visible);
+
+  // Puts the badge "not sent yet" on the tool that sends the inhibits.
+  void SetInhibitsUnsent(bool unsent);
+
+ Q_SIGNALS:
+  // The command of a crosspoint, both from 1, was handed to the line with this action byte.
+  void TakeSent(int output, int input, int action);
+  void ReadoutChanged(const QString& readout);
+  void ZoomChanged(int percent);
+
+ protected:
+  void FormResized() override { LayOut(); }
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  struct XmapTool;
+  static const XmapTool kTools[];
+
+  void AddTools();
+  // Gives the grid its size, which goes by the form's, and the tool bar the room above it.
+  void LayOut();
+  void ShowMenu(const QPoint& globalPosition);
+  // What the view itself does on a key, whatever has the focus in it; nothing for other keys.
+  std::function<void()> KeyCommand(const QKeyEvent& key);
+
+  void GenerateGrid();
+  model::Status DrawEverything();
+  model::Status DrawAlphas(jet::RecordSet& stations);
+  model::Status DrawInhibits(jet::RecordSet& stations);
+
+  void PerformAction(int action);
+  void ToggleInhibit();
+  void RefreshMap();
+  void SendInhibits();
+
+  void ShowReadoutOf(const QModelIndex& index);
+  void SetReadout(const QString& readout);
+  void StepZoom(int step);
+  void PlaceFind();
+
+  const Services services_;
+  rules::XmapGrid grid_;
+  XmapModel model_;
+  ToolBand* tools_;
+  XmapTable* table_;
+  XmapFind* find_;
+  PendingCrosspoints pending_;
+  QString readout_;
+  QPersistentModelIndex readoutOf_;  // the cell that the readout is about
+};
+
+}  // namespace views
+
+#endif  // VIEWS_XMAP_XMAP_VIEW_H_
