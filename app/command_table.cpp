@@ -44,7 +44,10 @@ void CommandTable::Set(const QString& id, Operation operation) {
 }
 
 void CommandTable::Run(const QString& id) const {
-  if (const auto entry = operations_.find(id); entry != operations_.end()) entry->second();
+  const auto entry = operations_.find(id);
+  if (entry == operations_.end()) return;
+  if (observer_) observer_(id);
+  entry->second();
 }
 
 }  // namespace app

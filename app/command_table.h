@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <span>
+#include <utility>
 
 namespace app {
 
@@ -31,6 +32,11 @@ class CommandTable {
   // Gives a command its operation.
   void Set(const QString& id, Operation operation);
 
+  // Who is told of every command that is run; null for nobody.
+  void SetObserver(std::function<void(const QString& id)> observer) {
+    observer_ = std::move(observer);
+  }
+
   // Whether the command does anything.
   bool Has(const QString& id) const { return operations_.contains(id); }
 
@@ -39,6 +45,7 @@ class CommandTable {
 
  private:
   std::map<QString, Operation> operations_;
+  std::function<void(const QString& id)> observer_;
 };
 
 }  // namespace app

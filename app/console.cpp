@@ -4,15 +4,18 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QScreen>
+#include <QSessionManager>
 
 #include "app/about_dialog.h"
 #include "app/mdi_arrangement.h"
 #include "app/start_up.h"
+#include "app/visible_place.h"
 #include "config/configuration.h"
 #include "config/ini_file.h"
 #include "config/serial_devices.h"
-#include "views/xmap_legend.h"
+#include "views/xmap/xmap_legend.h"
 
 namespace app {
 
@@ -37,22 +40,11 @@ Console::Console(const QString& folder)
       placement_(settings_, QStringLiteral("Main")),
       files_(File(db::kMainFile), File(db::kWorkingCopy)),
       window_(commands_),
-      port_([this](int number) {
-        config::IniFile settings;
-        // Without its file the port has the platform's own name.
-        (void)config::IniFile::Load(File(config::kConfigurationFile), &settings);
-        return QString::fromStdString(config::SerialDevice(settings, number));
-      }),
+      port_([this](int number) { return SerialDevice(number); }),
       liveCommands_(model_, port_, boxes_),
       tables_(model_, files_, port_, boxes_),
-      views_(window_.Area(), {.model = model_,
-                              .stations = [this] { return files_.Stations(); },
-                              .commands = liveCommands_,
-                              .inhibits = *this,
-                              .poll = *this,
-                              .settings = settings_,
-                              .reporter = boxes_}),
-      viewMenu_(window_.ViewMenu(), views_, window_),
+      views_(window_.Area(), ViewServices()),
+      viewMenu_(window_.ViewMenu(), views_, window_, [this] { log_.Show(); }),
       panels_({.model = model_,
                .files = files_,
                .commands = liveCommands_,
@@ -68,7 +60,13 @@ Console::Console(const QString& folder)
                   .port = port_,
                   .poll = *this,
                   .reporter = boxes_,
-                  .closeViews = {}}) {
+                  .closeViews = {}}),
+      aids_(model_,
+            {.isOpen = [this] { return port_.IsOpen(); },
+             .device = [this] { return QFileInfo(SerialDevice(model_.ComPort)); }},
+            window_.Status(), window_.Hints()),
+      log_(window_, views_, boxes_, commands_),
+      export_(window_.ExportMenu(), window_, ViewServices()) {
   ConnectCommands();
   ConnectTimers();
   listener_.SetAcceptHandler(
@@ -82,7 +80,11 @@ Console::Console(const QString& folder)
   connect(&views_, &OpenViews::XmapLoaded, &status, &StatusBar::WantLegend);
 
   connect(&views_, &OpenViews::UnsentChanged, &status, &StatusBar::SetUnsent);
+  connect(&views_, &OpenViews::MapReported, this,
+          [this] { aids_.MapReported(QTime::currentTime()); });
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&views_, &OpenViews::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
 
   window_.SetCloseHandler([this] { return ShutDown(); });
   connect(&termination_, &Termination::Requested, this, [this] {
@@ -93,6 +95,25 @@ Console::Console(const QString& folder)
       window_.close();
     }
   });
+  // Whoever logs out of the desktop wants what was edited kept: only the shut-down saves it.
+  connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {
+    if (!ended_ && !views_.StoreEdits()) {
+      session.cancel();
+      return;
+    }
+    terminating_ = true;
+    if (!window_.close()) session.cancel();
+  });
+}
+
+views::Services Console::ViewServices() {
+  return {.model = model_,
+          .stations = [this] { return files_.Stations(); },
+          .commands = liveCommands_,
+          .tables = *this,
+          .poll = *this,
+          .settings = settings_,
+          .reporter = boxes_};
 }
 
 Console::~Console() { delete help_.data(); }
@@ -101,13 +122,35 @@ std::filesystem::path Console::File(const char* name) const {
   return QDir(folder_).filePath(QLatin1String(name)).toStdU16String();
 }
 
-void Console::Start(const model::Status& prepared) {
-  if (!prepared.ok()) model::ReportError(boxes_, "Preparing User Folder", prepared);
-  QRect place = placement_.Stored();
-  place.setSize(Bounded(place.size()));
+QString Console::SerialDevice(int number) const {
+  config::IniFile settings;
+  // Without its file the port has the platform's own name.
+  (void)config::IniFile::Load(File(config::kConfigurationFile), &settings);
+  return QString::fromStdString(config::SerialDevice(settings, number));
+}
+
+// A place that no screen shows is kept in the settings until the window is moved: the screen may
+// be back tomorrow.
+void Console::PlaceWindow() {
+  QList<QRect> screens;
+  for (const QScreen* const screen : QGuiApplication::screens()) {
+    screens.append(screen->availableGeometry());
+  }
+  QRect stored = placement_.Stored();
+  stored.setSize(Bounded(stored.size()));
+  const QRect place = VisiblePlace(stored, screens);
   window_.move(place.topLeft());
   window_.resize(place.size());
   placement_.SetRestored(window_.Place());
+  if (place != stored) {
+    window_.Hints().Give(Hint::WindowRescued,
+                         tr("The stored place of this window is on no screen: it is shown here."));
+  }
+}
+
+void Console::Start(const model::Status& prepared) {
+  if (!prepared.ok()) model::ReportError(boxes_, "Preparing User Folder", prepared);
+  PlaceWindow();
   config::IniFile settings;
   if (const auto status = config::IniFile::Load(File(config::kConfigurationFile), &settings);
       !status.ok()) {
@@ -115,6 +158,11 @@ void Console::Start(const model::Status& prepared) {
   }
   StartUp(model_, files_, listener_, link_, boxes_).Run(folder_.toStdString(), settings);
   if (listener_.IsListening()) window_.ShowPanels({});
+  if (model_.DemoMode == 1) {
+    window_.Status().SetDemo(true);
+    window_.Hints().Give(Hint::Demo, tr("Demo mode: the map draws its own takes, whether or not a "
+                                        "switcher carries them out."));
+  }
   window_.PollTimer().start();
   window_.DecodeTimer().start();
   views_.ShowButtons();
@@ -137,6 +185,12 @@ void Console::ConnectCommands() {
   commands_.Set(QStringLiteral("ID_XpointMap"), [this] { views_.ShowXmap(); });
   commands_.Set(QStringLiteral("ID_StationAlphas"), [this] { views_.ShowAlphas(); });
   commands_.Set(QStringLiteral("ID_ButtonProgramming"), [this] { views_.ShowButtons(); });
+  for (const char* const id : {"ID_SourceLevelControl", "ID_ViewSourcelevelControl"}) {
+    commands_.Set(QLatin1String(id), [this] { views_.ShowLevels(); });
+  }
+  for (const char* const id : {"ID_QDVStatus", "ID_ViewQDVStatus"}) {
+    commands_.Set(QLatin1String(id), [this] { views_.ShowTally(); });
+  }
   commands_.Set(QStringLiteral("ID_Cascade"), [&area] { Cascade(area); });
   commands_.Set(QStringLiteral("ID_TileHorizontal"), [&area] { TileHorizontal(area); });
   commands_.Set(QStringLiteral("ID_TileVertical"), [&area] { TileVertical(area); });
@@ -144,10 +198,17 @@ void Console::ConnectCommands() {
   window_.UpdateCommands();
   connect(&views_, &OpenViews::QdvStatusRequested, this,
           [this] { commands_.Run(QStringLiteral("ID_QDVStatus")); });
+  connect(&views_, &OpenViews::SendButtonDataRequested, this, [this] {
+    model_.DownloadMode = -1;
+    transfers_.SendData();
+  });
 }
 
 void Console::ConnectTimers() {
-  connect(&window_.PollTimer(), &QTimer::timeout, this, [this] { link_.PollTick(); });
+  connect(&window_.PollTimer(), &QTimer::timeout, this, [this] {
+    link_.PollTick();
+    aids_.Tick();
+  });
   connect(&window_.DecodeTimer(), &QTimer::timeout, this, [this] {
     const bool worked = panels_.DecodeTick([this] { return link_.DecodeTick(); });
     if (!worked) window_.DecodeTimer().stop();
@@ -182,6 +243,10 @@ void Console::ShowContents() {
 bool Console::ShutDown() {
   if (ended_) return true;
   transfers_.CancelNow();
+  // What is typed and cannot be stored has been reported; the window stays, so that it can be
+  // mended or given up.  A system that ends the program does not wait for that, and all that was
+  // stored before must not be lost for it.
+  if (!views_.StoreEdits() && !terminating_) return false;
   if (!window_.isMinimized()) placement_.Save(window_.Place());
   if (const model::Status status = files_.SaveAndClose(); !status.ok()) {
     boxes_.Show(Icon::Critical, "Database Error",

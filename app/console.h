@@ -8,7 +8,10 @@
 #include <QString>
 
 #include "app/command_table.h"
+#include "app/export_menu.h"
 #include "app/help_window.h"
+#include "app/link_aids.h"
+#include "app/log_keeper.h"
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/open_views.h"
@@ -27,13 +30,13 @@
 #include "switcher/poll_switch.h"
 #include "switcher/qt_serial_port.h"
 #include "switcher/table_senders.h"
-#include "views/inhibit_sender.h"
 #include "views/placement.h"
+#include "views/table_sender.h"
 
 namespace app {
 
 // The program: owns every part and connects them.  What a part does is written in the part.
-class Console : public QObject, private views::InhibitSender, private switcher::PollSwitch {
+class Console : public QObject, private views::TableSender, private switcher::PollSwitch {
   Q_OBJECT
 
  public:
@@ -54,9 +57,17 @@ class Console : public QObject, private views::InhibitSender, private switcher::
   model::Status WriteSettings() const;
   void EndProgram();
   std::filesystem::path File(const char* name) const;
+  QString SerialDevice(int number) const;
+  void PlaceWindow();
 
-  bool SendInhibits(int station) override { return tables_.SendInhibits(station); }
+  bool SendLabels(int selector) override { return tables_.SendLabels(selector); }
+  bool SendInhibits(int output) override { return tables_.SendInhibits(output); }
+  bool SendRelays(int station) override { return tables_.SendRelays(station); }
+  bool SendButtons(int station) override { return tables_.SendButtons(station); }
+  bool SendOptos() override { return tables_.SendOptos(); }
   void SetPolling(bool on) override;
+
+  views::Services ViewServices();
 
   const QString folder_;
   model::SystemModel model_;
@@ -78,6 +89,9 @@ class Console : public QObject, private views::InhibitSender, private switcher::
   switcher::Decoder decoder_;
   switcher::Link link_;
   Transfers transfers_;
+  LinkAids aids_;
+  LogKeeper log_;
+  ExportMenu export_;
   Termination termination_;
   QPointer<HelpWindow> help_;
   bool terminating_ = false;

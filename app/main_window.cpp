@@ -9,6 +9,7 @@
 #include <QMenuBar>
 #include <QShortcut>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 #include "views/icon.h"
 
@@ -23,7 +24,10 @@ constexpr int kToolIconSize = 22;
 }  // namespace
 
 MainWindow::MainWindow(const CommandTable& commands)
-    : commands_(commands), area_(new QMdiArea(this)), statusBar_(new StatusBar(this)) {
+    : commands_(commands),
+      area_(new QMdiArea),
+      hints_(new HintStrip),
+      statusBar_(new StatusBar(this)) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(QStringLiteral("Orvo Intercom Control"));
   setWindowIcon(views::Icon(QStringLiteral("teskctl")));
@@ -31,7 +35,13 @@ MainWindow::MainWindow(const CommandTable& commands)
   area_->setObjectName(QStringLiteral("mdiArea"));
   area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-  setCentralWidget(area_);
+  auto* const centre = new QWidget;
+  auto* const layout = new QVBoxLayout(centre);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(area_, 1);
+  layout->addWidget(hints_);
+  setCentralWidget(centre);
   setStatusBar(statusBar_);
 
   pollTimer_.setParent(this);
@@ -83,6 +93,9 @@ void MainWindow::BuildMenus() {
   QMenu* const file = AddMenu("ID_File");
   file->addAction(CommandAction("ID_SendData"));
   file->addAction(CommandAction("ID_RetreiveData"));
+  file->addSeparator();
+  exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
+  exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));
   file->addSeparator();
   file->addAction(CommandAction("ID_Exit"));
 
@@ -170,7 +183,9 @@ void MainWindow::UpdateCommands() {
 }
 
 void MainWindow::ShowLinkText(std::string_view text) {
-  statusBar_->SetLinkText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+  const QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  statusBar_->SetLinkText(shown);
+  Q_EMIT LinkTextShown(shown);
 }
 
 void MainWindow::StartDecodeTimer() {
@@ -204,10 +219,12 @@ void MainWindow::ShowPanels(const std::vector<std::string>& panels) {
   QStringList lines;
   for (const std::string& panel : panels) lines.append(QString::fromStdString(panel));
   statusBar_->SetPanels(lines);
+  Q_EMIT PanelsShown(lines);
 }
 
 void MainWindow::ShowPanelNote(const std::string& note) {
   statusBar_->ShowNote(QString::fromStdString(note));
+  Q_EMIT PanelNoted(QString::fromStdString(note));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!mayClose_ || mayClose_()); }

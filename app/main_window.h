@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/command_table.h"
+#include "app/hint_strip.h"
 #include "app/status_bar.h"
 #include "gateway/panel_gateway.h"
 #include "switcher/link.h"
@@ -44,12 +45,16 @@ class MainWindow : public QMainWindow,
 
   QMdiArea& Area() { return *area_; }
   StatusBar& Status() { return *statusBar_; }
+  HintStrip& Hints() { return *hints_; }
 
   // tmrPoll, once a second.
   QTimer& PollTimer() { return pollTimer_; }
 
   // tmrDecodeTCP, every 5 ms while there is work.
   QTimer& DecodeTimer() { return decodeTimer_; }
+
+  // The menu for what can be exported.
+  QMenu& ExportMenu() { return *exportMenu_; }
 
   // The menu for the aids of the map.
   QMenu& ViewMenu() { return *viewMenu_; }
@@ -59,6 +64,12 @@ class MainWindow : public QMainWindow,
   void ShowBlockedCode(std::optional<std::uint8_t> code) override;
   void ShowPanels(const std::vector<std::string>& panels) override;
   void ShowPanelNote(const std::string& note) override;
+
+ Q_SIGNALS:
+  void LinkTextShown(const QString& text);
+  // The panels that are connected now, a line each.
+  void PanelsShown(const QStringList& panels);
+  void PanelNoted(const QString& note);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -77,7 +88,9 @@ class MainWindow : public QMainWindow,
   const CommandTable& commands_;
   std::function<bool()> mayClose_;
   QMdiArea* area_;
+  HintStrip* hints_;
   StatusBar* statusBar_;
+  QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;
   QList<QAction*> windowList_;

@@ -28,6 +28,7 @@ void MessageBoxes::Show(Icon icon, std::string_view title, std::string_view text
   Report report{.icon = icon == Icon::Critical ? QMessageBox::Critical : QMessageBox::Warning,
                 .title = ToQString(title),
                 .text = ToQString(text)};
+  Q_EMIT Reported(report.title, report.text);
   const auto same = std::find_if(reports_.begin(), reports_.end(), [&](const Report& other) {
     return other.title == report.title && other.text == report.text;
   });

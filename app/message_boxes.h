@@ -32,6 +32,8 @@ class MessageBoxes : public QObject, public model::ErrorReporter {
   bool IsEmpty() const { return reports_.empty(); }
 
  Q_SIGNALS:
+  // Something was reported, also when its box waits or is folded into another.
+  void Reported(const QString& title, const QString& text);
   // The last box was closed.
   void Emptied();
 

@@ -12,10 +12,23 @@ const QString kXmap = QStringLiteral("frmXmap");
 const QString kAlphas = QStringLiteral("frmAlphas");
 const QString kButtons = QStringLiteral("frmButtons");
 
+// A window that was closed is hidden until it is deleted.
+bool IsShown(const QDialog* dialog) { return dialog != nullptr && dialog->isVisible(); }
+
+QString NameOf(switcher::Table table, int station) {
+  const QString name = UnsentTables::NameOf(table);
+  return station == model::kAll ? name : QStringLiteral("%1 %2").arg(name).arg(station);
+}
+
 }  // namespace
 
-OpenViews::OpenViews(QMdiArea& area, const views::XmapServices& services)
+OpenViews::OpenViews(QMdiArea& area, const views::Services& services)
     : area_(area), services_(services) {}
+
+OpenViews::~OpenViews() {
+  delete levels_;
+  delete tally_;
+}
 
 QMdiSubWindow* OpenViews::Find(const QString& name) const {
   for (QMdiSubWindow* const window : area_.subWindowList()) {
@@ -45,17 +58,11 @@ void OpenViews::ShowXmap() {
 }
 
 void OpenViews::ShowAlphas() {
-  Show(kAlphas, [this] {
-    return new views::MainView(kAlphas, QStringLiteral("Station Labels"), QStringLiteral("Alphas"),
-                               services_.settings);
-  });
+  Show(kAlphas, [this] { return LoadAlphas(); });
 }
 
 void OpenViews::ShowButtons() {
-  Show(kButtons, [this] {
-    return new views::MainView(kButtons, QStringLiteral("Station Button Programming"),
-                               QStringLiteral("Butns"), services_.settings);
-  });
+  Show(kButtons, [this] { return LoadButtons(); });
 }
 
 void OpenViews::ShowAllInPlace() {
@@ -69,13 +76,35 @@ void OpenViews::ShowAllInPlace() {
   }
 }
 
+void OpenViews::ShowLevels() {
+  if (IsShown(levels_)) return;
+  levels_ = new views::InputLevelDialog(services_, area_.window());
+  levels_->setAttribute(Qt::WA_DeleteOnClose);
+  levels_->open();
+}
+
+void OpenViews::ShowTally() {
+  if (IsShown(tally_)) return;
+  tally_ = new views::TallyDialog(services_.model, tallyReportedAt_, area_.window());
+  tally_->setAttribute(Qt::WA_DeleteOnClose);
+  connect(tally_, &QDialog::finished, this, [this] { services_.model.TallyViewOpen = false; });
+  services_.model.TallyViewOpen = true;
+  tally_->open();
+}
+
+void OpenViews::Connect(views::MainView& view) {
+  connect(&view, &views::MainView::QdvStatusRequested, this, &OpenViews::QdvStatusRequested);
+  connect(&view, &views::MainView::TableEdited, this, &OpenViews::TableEdited);
+  connect(&view, &views::MainView::TableSent, this, &OpenViews::TableSent);
+  connect(&view, &views::MainView::NoteRequested, this, &OpenViews::NoteRequested);
+}
+
 views::MainView* OpenViews::LoadXmap() {
   auto* const view = new views::XmapView(services_);
+  Connect(*view);
+  connect(view, &views::XmapView::TakeSent, this, &OpenViews::TakeSent);
   connect(view, &views::XmapView::ReadoutChanged, this, &OpenViews::ReadoutChanged);
-  connect(view, &views::XmapView::QdvStatusRequested, this, &OpenViews::QdvStatusRequested);
-  connect(view, &views::XmapView::InhibitsEdited, this, [this] { SetInhibitsUnsent(true); });
-  connect(view, &views::XmapView::InhibitsSent, this, [this] { SetInhibitsUnsent(false); });
-  view->SetInhibitsUnsent(inhibitsUnsent_);
+  view->SetInhibitsUnsent(unsent_.Has(switcher::Table::Inhibits));
   connect(view, &QObject::destroyed, this, [this] {
     Q_EMIT ReadoutChanged({});
     Q_EMIT XmapLoaded(false);
@@ -85,33 +114,116 @@ views::MainView* OpenViews::LoadXmap() {
   return view;
 }
 
-void OpenViews::SetInhibitsUnsent(bool unsent) {
-  inhibitsUnsent_ = unsent;
-  if (views::XmapView* const xmap = Xmap()) xmap->SetInhibitsUnsent(unsent);
-  Q_EMIT UnsentChanged(unsent ? tr("inhibits") : QString());
+views::MainView* OpenViews::LoadAlphas() {
+  auto* const view = new views::AlphasView(services_);
+  Connect(*view);
+  // What shows labels follows a row that was stored, in this order; the optos come last.
+  connect(view, &views::AlphasView::LabelsChanged, this, [this] {
+    views::ButtonsView* const buttons = Buttons();
+    if (buttons != nullptr) {
+      buttons->UpdateButtonLabels();
+      buttons->UpdateCheckboxLabels();
+    }
+    if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapAlphas();
+    if (buttons != nullptr) {
+      buttons->UpdateOptoCheckboxLabels();
+      buttons->UpdateOptoChannels();
+    }
+  });
+  return view;
 }
 
-views::XmapView* OpenViews::Xmap() const {
-  const QMdiSubWindow* const window = Find(kXmap);
-  return window == nullptr ? nullptr : qobject_cast<views::XmapView*>(window->widget());
+views::MainView* OpenViews::LoadButtons() {
+  auto* const view = new views::ButtonsView(services_);
+  Connect(*view);
+  connect(view, &views::ButtonsView::SendButtonDataRequested, this,
+          &OpenViews::SendButtonDataRequested);
+  return view;
+}
+
+void OpenViews::TableEdited(switcher::Table table, int station) {
+  unsent_.Edited(table, station);
+  Q_EMIT TableEvent(tr("Edited: %1").arg(NameOf(table, station)));
+  ShowUnsent();
+}
+
+void OpenViews::TableSent(switcher::Table table, int station) {
+  unsent_.Sent(table, station);
+  Q_EMIT TableEvent(tr("Sent: %1").arg(NameOf(table, station)));
+  ShowUnsent();
+}
+
+void OpenViews::NothingUnsent() {
+  unsent_.Clear();
+  ShowUnsent();
+}
+
+void OpenViews::ShowUnsent() {
+  if (views::XmapView* const xmap = Xmap()) {
+    xmap->SetInhibitsUnsent(unsent_.Has(switcher::Table::Inhibits));
+  }
+  Q_EMIT UnsentChanged(unsent_.Names());
+}
+
+template <typename View>
+View* OpenViews::Loaded(const QString& name) const {
+  const QMdiSubWindow* const window = Find(name);
+  return window == nullptr ? nullptr : qobject_cast<View*>(window->widget());
+}
+
+views::XmapView* OpenViews::Xmap() const { return Loaded<views::XmapView>(kXmap); }
+views::AlphasView* OpenViews::Alphas() const { return Loaded<views::AlphasView>(kAlphas); }
+views::ButtonsView* OpenViews::Buttons() const { return Loaded<views::ButtonsView>(kButtons); }
+
+bool OpenViews::StoreEdits() {
+  views::AlphasView* const alphas = Alphas();
+  return alphas == nullptr || alphas->StoreRow();
 }
 
 void OpenViews::CloseAll() {
+  StoreEdits();
+  if (levels_ != nullptr) levels_->close();
+  if (tally_ != nullptr) tally_->close();
   for (QMdiSubWindow* const window : area_.subWindowList()) {
     if (!window->isHidden()) window->close();
   }
 }
 
 void OpenViews::CrosspointRowChanged(int output, int mode) {
+  Q_EMIT MapReported(output);
   if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmap(output, mode);
+}
+
+void OpenViews::GainsChanged() {
+  if (IsShown(levels_)) levels_->Update_GainMap();
+}
+
+void OpenViews::TallyChanged() {
+  tallyReportedAt_ = QDateTime::currentDateTime();
+  if (services_.model.TallyViewOpen && tally_ != nullptr) tally_->UpdateTally(tallyReportedAt_);
 }
 
 void OpenViews::LabelsChanged(int /*selector*/) {
   if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapAlphas();
+  if (views::AlphasView* const alphas = Alphas()) alphas->UpdateLabels();
+  if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();
+  if (IsShown(levels_)) levels_->UpdateLabels();
 }
 
 void OpenViews::InhibitsChanged(int /*output*/) {
   if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapInhibits();
+}
+
+void OpenViews::RelaysChanged(int /*output*/) {
+  if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateRelaySelections();
+}
+
+void OpenViews::ButtonsChanged(int /*station*/) {
+  if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();
+}
+
+void OpenViews::OptosChanged() {
+  if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();
 }
 
 }  // namespace app

@@ -3,15 +3,22 @@
 #ifndef APP_OPEN_VIEWS_H_
 #define APP_OPEN_VIEWS_H_
 
+#include <QDateTime>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <functional>
 
-#include "config/window_settings.h"
+#include "app/unsent_tables.h"
 #include "switcher/switcher_events.h"
-#include "views/xmap_view.h"
+#include "views/labels/alphas_view.h"
+#include "views/levels/input_level_dialog.h"
+#include "views/programming/buttons_view.h"
+#include "views/services.h"
+#include "views/tally/tally_dialog.h"
+#include "views/xmap/xmap_view.h"
 
 namespace app {
 
@@ -21,7 +28,10 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
 
  public:
   // All that is referred to must outlive the object.
-  OpenViews(QMdiArea& area, const views::XmapServices& services);
+  OpenViews(QMdiArea& area, const views::Services& services);
+
+  // Closes the dialogs that are still open.
+  ~OpenViews() override;
 
   // Shows a main view: loads it in the place that the settings say, or brings it up as it is,
   // out of its minimised state.
@@ -33,26 +43,40 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   // in another.
   void ShowAllInPlace();
 
-  // Whether a view of that name is loaded, compared without regard to case.
+  // Opens the input levels or the tally, modal over the main window; one that is open already
+  // stays as it is.  TallyViewOpen is true while the tally shows.
+  void ShowLevels();
+  void ShowTally();
+
+  // Whether a main view of that name is loaded, compared without regard to case.
   bool IsOpen(const QString& name) const { return Find(name) != nullptr; }
 
-  // The crosspoint map; null when it is not open.
+  // The main views; null for one that is not open.
   views::XmapView* Xmap() const;
+  views::AlphasView* Alphas() const;
+  views::ButtonsView* Buttons() const;
 
-  // Whether the inhibits were edited in this run and not sent since.
-  void SetInhibitsUnsent(bool unsent);
+  // A table was edited here, or handed to the line: of one station or output (from 1), or of all
+  // with model::kAll.
+  void TableEdited(switcher::Table table, int station);
+  void TableSent(switcher::Table table, int station);
+  // The database holds what the switcher holds.
+  void NothingUnsent();
 
-  // Unloads all views; each keeps its place.
+  // Stores what is typed into a view and not stored yet.  False when that failed.
+  bool StoreEdits();
+
+  // Stores what is typed, and unloads all views and dialogs; each main view keeps its place.
   void CloseAll();
 
   void CrosspointRowChanged(int output, int mode) override;
-  void GainsChanged() override {}
-  void TallyChanged() override {}
+  void GainsChanged() override;
+  void TallyChanged() override;
   void LabelsChanged(int selector) override;
   void InhibitsChanged(int output) override;
-  void RelaysChanged(int /*output*/) override {}
-  void ButtonsChanged(int /*station*/) override {}
-  void OptosChanged() override {}
+  void RelaysChanged(int output) override;
+  void ButtonsChanged(int station) override;
+  void OptosChanged() override;
 
  Q_SIGNALS:
   // What the current cell of the map says; empty without a map.
@@ -63,15 +87,36 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void UnsentChanged(const QString& tables);
   // The QDV status tool of a view.
   void QdvStatusRequested();
+  // The tool that sends all button programming.
+  void SendButtonDataRequested();
+  // The switcher reported this row of the map (from 1).
+  void MapReported(int output);
+  // The map sent the command of a crosspoint, both from 1, with this action byte.
+  void TakeSent(int output, int input, int action);
+  // The same as TableEdited() and TableSent() were told, in words.
+  void TableEvent(const QString& text);
+  // Something to say in passing.
+  void NoteRequested(const QString& note);
 
  private:
   QMdiSubWindow* Find(const QString& name) const;
   void Show(const QString& name, const std::function<views::MainView*()>& load);
+  // The loaded view of that name; null when it is not open.
+  template <typename View>
+  View* Loaded(const QString& name) const;
+
   views::MainView* LoadXmap();
+  views::MainView* LoadAlphas();
+  views::MainView* LoadButtons();
+  void Connect(views::MainView& view);
+  void ShowUnsent();
 
   QMdiArea& area_;
-  const views::XmapServices services_;
-  bool inhibitsUnsent_ = false;  // edited in this run and not sent since
+  const views::Services services_;
+  UnsentTables unsent_;
+  QPointer<views::InputLevelDialog> levels_;
+  QPointer<views::TallyDialog> tally_;
+  QDateTime tallyReportedAt_;  // null until the first report
 };
 
 }  // namespace app

@@ -4,6 +4,8 @@
 
 #include <QFontMetrics>
 
+#include "app/elided_label.h"
+
 namespace app {
 
 namespace {
@@ -13,14 +15,6 @@ constexpr int kNoteMilliseconds = 5000;
 // Room for "Out 064  Sta. 064  <  In 064  Inpt 064: Priority crosspoint".
 constexpr int kReadoutCharacters = 60;
 
-// A label that gives way when the window is narrow, instead of widening it.
-class ElidedLabel : public QLabel {
- public:
-  using QLabel::QLabel;
-
-  QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
-};
-
 }  // namespace
 
 StatusBar::StatusBar(QWidget* parent)
@@ -29,16 +23,21 @@ StatusBar::StatusBar(QWidget* parent)
       blocked_(new QLabel(this)),
       panels_(new QLabel(this)),
       readout_(new ElidedLabel(this)),
+      mapState_(new QLabel(this)),
       unsent_(new ElidedLabel(this)),
-      note_(new ElidedLabel(this)) {
+      note_(new ElidedLabel(this)),
+      demo_(new QLabel(tr("DEMO"), this)) {
   setObjectName(QStringLiteral("sbStatusBar"));
   link_->setObjectName(QStringLiteral("sbStatusBar_1"));
   blocked_->setObjectName(QStringLiteral("aidBlockedCode"));
   panels_->setObjectName(QStringLiteral("aidPanels"));
   readout_->setObjectName(QStringLiteral("aidReadout"));
+  mapState_->setObjectName(QStringLiteral("aidMapState"));
+  demo_->setObjectName(QStringLiteral("aidDemo"));
   unsent_->setObjectName(QStringLiteral("aidUnsent"));
   note_->setObjectName(QStringLiteral("aidNote"));
-  for (QLabel* const label : {link_, blocked_, panels_, readout_, unsent_, note_}) {
+  for (QLabel* const label :
+       {link_, blocked_, panels_, readout_, mapState_, unsent_, note_, demo_}) {
     label->setTextFormat(Qt::PlainText);
     label->setContentsMargins(6, 0, 6, 0);
   }
@@ -49,12 +48,20 @@ StatusBar::StatusBar(QWidget* parent)
   addWidget(blocked_);
   addWidget(panels_);
   addWidget(readout_, 1);
+  addWidget(mapState_);
   addWidget(unsent_);
   addWidget(note_);
+  addPermanentWidget(demo_);
   blocked_->hide();
   unsent_->hide();
   panels_->hide();
   note_->hide();
+  mapState_->hide();
+  demo_->hide();
+  mapState_->setToolTip(tr("When the switcher last reported a part of the crosspoint map"));
+  demo_->setToolTip(tr("Demo mode: the map draws its own takes, whatever the switcher says"));
+  // A frame makes it a badge without a colour of its own.
+  demo_->setFrameShape(QFrame::Box);
 
   noteTime_.setSingleShot(true);
   noteTime_.setInterval(kNoteMilliseconds);
@@ -84,7 +91,9 @@ void StatusBar::UpdateLegend() {
   if (legend_ == nullptr) return;
   const int readout = kReadoutCharacters * fontMetrics().averageCharWidth();
   int needed = link_->sizeHint().width() + legend_->sizeHint().width() + readout;
-  if (!unsent_->isHidden()) needed += unsent_->sizeHint().width();
+  for (const QLabel* const label : {mapState_, unsent_, demo_}) {
+    if (!label->isHidden()) needed += label->sizeHint().width();
+  }
   legend_->setVisible(legendWanted_ && width() >= needed);
 }
 
@@ -96,6 +105,17 @@ void StatusBar::resizeEvent(QResizeEvent* event) {
 void StatusBar::SetReadout(const QString& text) {
   readout_->setText(text);
   readout_->setToolTip(text);
+}
+
+void StatusBar::SetMapState(const QString& text) {
+  mapState_->setText(text);
+  mapState_->setVisible(!text.isEmpty());
+  UpdateLegend();
+}
+
+void StatusBar::SetDemo(bool demo) {
+  demo_->setVisible(demo);
+  UpdateLegend();
 }
 
 void StatusBar::ShowNote(const QString& text) {

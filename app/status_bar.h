@@ -25,6 +25,12 @@ class StatusBar : public QStatusBar {
   // What the cell under the operator's hand says; empty for nothing.
   void SetReadout(const QString& text);
 
+  // How old the map is; empty for nothing.
+  void SetMapState(const QString& text);
+
+  // Shows the badge of the demo mode.
+  void SetDemo(bool demo);
+
   // A note that goes away by itself after five seconds.
   void ShowNote(const QString& text);
 
@@ -52,8 +58,10 @@ class StatusBar : public QStatusBar {
   QLabel* blocked_;
   QLabel* panels_;
   QLabel* readout_;
+  QLabel* mapState_;
   QLabel* unsent_;
   QLabel* note_;
+  QLabel* demo_;
   QWidget* legend_ = nullptr;
   bool legendWanted_ = false;
   QTimer noteTime_;

@@ -25,25 +25,26 @@ Transfers::~Transfers() {
 
 void Transfers::SendData() {
   if (IsShown(download_) || IsShown(retrieval_)) return;
+  // What is typed belongs to what is sent.
+  if (!views_.StoreEdits()) return;
   download_ = new views::DownloadWindow(downloadServices_, &window_);
   download_->setAttribute(Qt::WA_DeleteOnClose);
   connect(download_, &views::DownloadWindow::Cancelled, this, [this](const QString& notSent) {
     Q_EMIT NoteRequested(tr("Cancelled. Stages not sent: %1").arg(notSent));
   });
-  connect(download_, &views::DownloadWindow::Sent, &views_, [this](const QString& table) {
-    if (table == QLatin1String("Inhibits")) views_.SetInhibitsUnsent(false);
-  });
+  connect(download_, &views::DownloadWindow::Sent, &views_, &OpenViews::TableSent);
   download_->open();
 }
 
 void Transfers::RetrieveData() {
   if (IsShown(download_) || IsShown(retrieval_)) return;
+  // The views are closed for it: what is typed and cannot be stored would be lost.
+  if (!views_.StoreEdits()) return;
   retrieval_ = new views::RetrievalWindow(retrievalServices_, &window_);
   retrieval_->setAttribute(Qt::WA_DeleteOnClose);
   connect(retrieval_, &QDialog::finished, &views_, &OpenViews::ShowAllInPlace);
   // What was edited here is overwritten by what the switcher holds.
-  connect(retrieval_, &views::RetrievalWindow::Retrieved, &views_,
-          [this] { views_.SetInhibitsUnsent(false); });
+  connect(retrieval_, &views::RetrievalWindow::Retrieved, &views_, &OpenViews::NothingUnsent);
   retrieval_->open();
 }
 

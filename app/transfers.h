@@ -7,8 +7,8 @@
 #include <QPointer>
 
 #include "app/open_views.h"
-#include "views/download_window.h"
-#include "views/retrieval_window.h"
+#include "views/transfer/download_window.h"
+#include "views/transfer/retrieval_window.h"
 
 namespace app {
 
@@ -26,7 +26,8 @@ class Transfers : public QObject {
   // Closes what is still open.
   ~Transfers() override;
 
-  // Opens frmDownProg, which goes by the model's DownloadMode.
+  // Opens frmDownProg, which goes by the model's DownloadMode.  Both operations first store what
+  // is typed into a view; where that fails, which is reported, they open nothing.
   void SendData();
 
   // Opens frmSysInfo.  When it closes the three main views are shown again in their stored

@@ -4,9 +4,12 @@
 
 #include <QAction>
 
+#include "views/icon.h"
+
 namespace app {
 
-ViewMenu::ViewMenu(QMenu& menu, OpenViews& views, QWidget& window)
+ViewMenu::ViewMenu(QMenu& menu, OpenViews& views, QWidget& window,
+                   const std::function<void()>& showEventLog)
     : menu_(menu), views_(views), crosshair_(new QAction(tr("&Crosshair"), &menu)) {
   crosshair_->setObjectName(QStringLiteral("aidCrosshair"));
   crosshair_->setCheckable(true);
@@ -29,6 +32,13 @@ ViewMenu::ViewMenu(QMenu& menu, OpenViews& views, QWidget& window)
   AddMapAction("aidGoTo", tr("&Go To Crosspoint…"), QKeySequence(Qt::CTRL | Qt::Key_G),
                [](views::XmapView& xmap) { xmap.ShowGoTo(); });
   menu_.addSeparator();
+
+  auto* const eventLog = new QAction(tr("&Event Log"), &menu);
+  eventLog->setObjectName(QStringLiteral("aidEventLog"));
+  eventLog->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
+  eventLog->setIcon(views::Icon(QStringLiteral("event-log")));
+  connect(eventLog, &QAction::triggered, this, showEventLog);
+  menu_.addAction(eventLog);
 
   auto* const fullScreen = new QAction(tr("F&ull Screen"), &menu);
   fullScreen->setObjectName(QStringLiteral("aidFullScreen"));

@@ -5,19 +5,21 @@
 
 #include <QMenu>
 #include <QObject>
+#include <functional>
 
 #include "app/open_views.h"
 
 namespace app {
 
-// Fills the View menu: helps for reading the crosspoint map, and the full screen.  They change
-// looks only.
+// Fills the View menu: helps for reading the crosspoint map, the event log, and the full screen.
+// They change looks only.
 class ViewMenu : public QObject {
   Q_OBJECT
 
  public:
   // All must outlive the object.
-  ViewMenu(QMenu& menu, OpenViews& views, QWidget& window);
+  ViewMenu(QMenu& menu, OpenViews& views, QWidget& window,
+           const std::function<void()>& showEventLog);
 
  private:
   void AddMapAction(const char* name, const QString& caption, const QKeySequence& shortcut,

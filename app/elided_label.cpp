@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/elided_label.h"
+
+#include <QStyle>
+#include <QStylePainter>
+
+namespace app {
+
+void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
+  QStylePainter painter(this);
+  const QRect room = contentsRect();
+  painter.drawItemText(room, Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(),
+                       fontMetrics().elidedText(text(), Qt::ElideRight, room.width()),
+                       foregroundRole());
+}
+
+}  // namespace app

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/export_menu.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QSaveFile>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "views/export/sheet_pdf.h"
+#include "views/rules/export_sheets.h"
+#include "views/rules/xmap_records.h"
+
+namespace app {
+namespace {
+
+struct Item {
+  Export what;
+  const char* name;
+  const char* caption;
+  const char* fileName;
+};
+
+constexpr Item kItems[] = {
+    {Export::MapCsv, "aidExportMapCsv", QT_TRANSLATE_NOOP("ExportMenu", "Crosspoint Map As CSV…"),
+     "map.csv"},
+    {Export::MapPdf, "aidExportMapPdf", QT_TRANSLATE_NOOP("ExportMenu", "Crosspoint Map As PDF…"),
+     "map.pdf"},
+    {Export::LabelsCsv, "aidExportLabelsCsv",
+     QT_TRANSLATE_NOOP("ExportMenu", "Station Labels As CSV…"), "labels.csv"},
+    {Export::LabelsPdf, "aidExportLabelsPdf",
+     QT_TRANSLATE_NOOP("ExportMenu", "Station Labels As PDF…"), "labels.pdf"},
+    {Export::ProgrammingCsv, "aidExportProgrammingCsv",
+     QT_TRANSLATE_NOOP("ExportMenu", "Button Programming As CSV…"), "programming.csv"},
+    {Export::KeySheetsPdf, "aidExportKeySheetsPdf",
+     QT_TRANSLATE_NOOP("ExportMenu", "Key Sheets As PDF…"), "key-sheets.pdf"},
+};
+
+// The map as it is in the model and the database, whether its view is open or not.
+model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
+  grid->Clear();
+  const int channels = grid->ChannelCount();
+  std::vector<std::optional<std::string>> texts;
+  if (model::Status read = rules::ReadTexts(stations, "Label", channels, &texts); !read.ok()) {
+    return read;
+  }
+  grid->UpdateOutputLabels(texts);
+  if (model::Status read = rules::ReadTexts(stations, "InLabel", channels, &texts); !read.ok()) {
+    return read;
+  }
+  grid->UpdateInputLabels(texts);
+  if (model::Status read = rules::ReadTexts(stations, "Inhibits", channels, &texts); !read.ok()) {
+    return read;
+  }
+  std::vector<std::string> inhibits;
+  for (std::optional<std::string>& text : texts) {
+    inhibits.push_back(std::move(text).value_or(std::string()));
+  }
+  grid->UpdateXmapInhibits(inhibits);
+  grid->UpdateXmap(model::kAll, 0);
+  return {};
+}
+
+bool WriteText(QIODevice& device, const std::string& text) {
+  return device.write(text.data(), static_cast<qint64>(text.size())) ==
+         static_cast<qint64>(text.size());
+}
+
+}  // namespace
+
+ExportMenu::ExportMenu(QMenu& menu, QWidget& window, const views::Services& services)
+    : window_(window), services_(services) {
+  for (const Item& item : kItems) {
+    auto* const action = new QAction(tr(item.caption), &menu);
+    action->setObjectName(QLatin1String(item.name));
+    connect(action, &QAction::triggered, this, [this, item] {
+      AskWhereTo(item.what, tr(item.caption).remove(u'…'), QLatin1String(item.fileName));
+    });
+    menu.addAction(action);
+  }
+}
+
+void ExportMenu::AskWhereTo(Export what, const QString& title, const QString& fileName) {
+  const QString suffix = fileName.section(u'.', -1);
+  auto* const dialog =
+      new QFileDialog(&window_, title, QString(),
+                      tr("%1 files (*.%2);;All files (*)").arg(suffix.toUpper(), suffix));
+  dialog->setObjectName(QStringLiteral("aidExportDialog"));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setDefaultSuffix(suffix);
+  dialog->selectFile(fileName);
+  connect(dialog, &QFileDialog::fileSelected, this,
+          [this, what](const QString& path) { Write(what, path); });
+  dialog->open();
+}
+
+bool ExportMenu::Write(Export what, const QString& path) {
+  rules::XmapGrid grid(services_.model);
+  rules::Sheet labels;
+  std::vector<rules::KeySheet> keys;
+  const model::Status read = views::WithStations(services_, [&](jet::RecordSet& stations) {
+    switch (what) {
+      case Export::MapCsv:
+      case Export::MapPdf:
+        return DrawMap(stations, &grid);
+      case Export::LabelsCsv:
+      case Export::LabelsPdf:
+        return rules::ReadLabelSheet(stations, &labels);
+      default:
+        return rules::ReadKeySheets(stations, services_.model, &keys);
+    }
+  });
+  if (!read.ok()) {
+    views::ShowFailure(services_, "Error Reading What Is To Be Exported", read);
+    return false;
+  }
+
+  QSaveFile file(path);
+  bool written = file.open(QIODevice::WriteOnly);
+  if (written) {
+    switch (what) {
+      case Export::MapCsv:
+        written = WriteText(file, rules::ToCsv(rules::MapSheet(grid)));
+        break;
+      case Export::MapPdf:
+        written = views::WriteMapPdf(file, tr("Crosspoint Map"), grid);
+        break;
+      case Export::LabelsCsv:
+        written = WriteText(file, rules::ToCsv(labels));
+        break;
+      case Export::LabelsPdf:
+        written = views::WriteTablePdf(file, tr("Station Labels"), labels);
+        break;
+      case Export::ProgrammingCsv:
+        written = WriteText(file, rules::ToCsv(rules::ProgrammingSheet(keys)));
+        break;
+      case Export::KeySheetsPdf:
+        written = views::WriteKeySheetsPdf(file, keys);
+        break;
+    }
+  }
+  if (!written || !file.commit()) {
+    views::ShowRefusal(
+        services_, tr("%1 could not be written: %2").arg(path, file.errorString()).toStdString());
+    return false;
+  }
+  Q_EMIT NoteRequested(tr("Written: %1").arg(path));
+  return true;
+}
+
+}  // namespace app

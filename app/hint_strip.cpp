@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/hint_strip.h"
+
+#include <QHBoxLayout>
+#include <QStyle>
+#include <QToolButton>
+
+#include "app/elided_label.h"
+
+namespace app {
+namespace {
+
+constexpr int kSideMargin = 8;
+constexpr int kVerticalMargin = 2;
+
+}  // namespace
+
+HintStrip::HintStrip(QWidget* parent)
+    : QFrame(parent), text_(new ElidedLabel(this)), close_(new QToolButton(this)) {
+  setObjectName(QStringLiteral("aidHintStrip"));
+  setAutoFillBackground(true);
+  setBackgroundRole(QPalette::ToolTipBase);
+  setFrameShape(QFrame::StyledPanel);
+  text_->setObjectName(QStringLiteral("aidHintText"));
+  text_->setTextFormat(Qt::PlainText);
+  text_->setForegroundRole(QPalette::ToolTipText);
+  close_->setObjectName(QStringLiteral("aidHintClose"));
+  close_->setAutoRaise(true);
+  close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+  close_->setToolTip(tr("Close this hint"));
+  close_->setAccessibleName(tr("Close this hint"));
+
+  auto* const layout = new QHBoxLayout(this);
+  layout->setContentsMargins(kSideMargin, kVerticalMargin, kVerticalMargin, kVerticalMargin);
+  layout->addWidget(text_, 1);
+  layout->addWidget(close_);
+  connect(close_, &QToolButton::clicked, this, &HintStrip::CloseCurrent);
+  hide();
+}
+
+void HintStrip::Give(Hint hint, const QString& text) {
+  if (closed_.contains(hint)) return;
+  hints_[hint] = text;
+  ShowCurrent();
+}
+
+void HintStrip::Withdraw(Hint hint) {
+  if (hints_.erase(hint) != 0) ShowCurrent();
+}
+
+void HintStrip::CloseCurrent() {
+  if (hints_.empty()) return;
+  closed_.insert(hints_.begin()->first);
+  hints_.erase(hints_.begin());
+  ShowCurrent();
+}
+
+void HintStrip::ShowCurrent() {
+  if (!hints_.empty()) {
+    const QString& text = hints_.begin()->second;
+    text_->setText(text);
+    text_->setToolTip(text);
+    setAccessibleName(text);
+  }
+  setVisible(!hints_.empty());
+}
+
+}  // namespace app

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_HINT_STRIP_H_
+#define APP_HINT_STRIP_H_
+
+#include <QFrame>
+#include <QString>
+#include <cstdint>
+#include <map>
+#include <set>
+
+class QToolButton;
+
+namespace app {
+
+class ElidedLabel;
+
+// What the strip has to say, the most urgent first.
+enum class Hint : std::uint8_t { PortDenied, NoSwitcher, WindowRescued, Demo };
+
+// One line under the child windows for what the operator should know and what is no error.  It
+// shows the most urgent hint and goes away when there is none.
+class HintStrip : public QFrame {
+  Q_OBJECT
+
+ public:
+  explicit HintStrip(QWidget* parent = nullptr);
+
+  // Gives a hint, unless one of that kind was closed in this run.
+  void Give(Hint hint, const QString& text);
+
+  // The hint does not hold any more.
+  void Withdraw(Hint hint);
+
+ private:
+  void CloseCurrent();
+  void ShowCurrent();
+
+  std::map<Hint, QString> hints_;
+  std::set<Hint> closed_;
+  ElidedLabel* text_;
+  QToolButton* close_;
+};
+
+}  // namespace app
+
+#endif  // APP_HINT_STRIP_H_

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_LOG_KEEPER_H_
+#define APP_LOG_KEEPER_H_
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include "app/command_table.h"
+#include "app/event_log.h"
+#include "app/event_log_window.h"
+#include "app/main_window.h"
+#include "app/message_boxes.h"
+#include "app/open_views.h"
+
+namespace app {
+
+// Writes the event log from what the parts of the program announce, and shows it.
+class LogKeeper : public QObject {
+  Q_OBJECT
+
+ public:
+  // All must outlive the object.
+  LogKeeper(MainWindow& window, OpenViews& views, MessageBoxes& boxes, CommandTable& commands);
+
+  // Closes the window of the log.
+  ~LogKeeper() override;
+
+  EventLog& Log() { return log_; }
+
+  // Opens the window of the log, or brings it up.
+  void Show();
+
+ private:
+  void NotePanels(const QStringList& panels);
+
+  EventLog log_;
+  QStringList panels_;  // as they were announced last
+  QPointer<EventLogWindow> window_;
+};
+
+}  // namespace app
+
+#endif  // APP_LOG_KEEPER_H_
