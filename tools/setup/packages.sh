@@ -1,10 +1,11 @@
-# Sourced by run.sh and test.sh: installs the Debian packages that are missing.
+# Sourced by run.sh, test.sh and packaging/make_deb.sh: installs the Debian packages that are missing.
 
 build_packages="g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev
   libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev"
 run_packages="fonts-dejavu-core fonts-liberation"
 screen_packages="tigervnc-standalone-server"
-test_packages="clang-format mdbtools"
+test_packages="clang-format mdbtools appstream desktop-file-utils man-db mandoc"
+package_packages="dpkg-dev"
 
 # need PACKAGE...: installs those that are not there, as root or with sudo.
 need() {

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+//
+// A console's entry in the user's applications menu.
+
+#ifndef TOOLS_TESKSETUP_MENU_ENTRY_H_
+#define TOOLS_TESKSETUP_MENU_ENTRY_H_
+
+#include <QByteArray>
+#include <QString>
+
+#include "model/status.h"
+#include "tools/tesksetup/console_plan.h"
+
+namespace tesksetup {
+
+// The file that the entry of a folder's console is kept in, by name.  Each folder has its own.
+QString MenuEntryName(const QString& folder);
+
+// The entry's text: `starter` (the path of this program) starts the console of the folder.
+QByteArray MenuEntry(const ConsolePlan& plan, const QString& starter);
+
+// Adds the entry to the menu, or replaces it, in `menuFolder`, which is made if need be.
+model::Status AddToMenu(const ConsolePlan& plan, const QString& starter, const QString& menuFolder);
+
+}  // namespace tesksetup
+
+#endif  // TOOLS_TESKSETUP_MENU_ENTRY_H_
