@@ -32,9 +32,9 @@
 #include "switcher/decoder.h"
 #include "switcher/messages/crosspoint_row.h"
 #include "tests/views/gui_support.h"
-#include "tests/views/xmap_console.h"
-#include "views/mark_painter.h"
-#include "views/xmap_look.h"
+#include "tests/views/xmap/xmap_console.h"
+#include "views/xmap/mark_painter.h"
+#include "views/xmap/xmap_look.h"
 
 namespace {
 

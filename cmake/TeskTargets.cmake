@@ -12,6 +12,12 @@ if(TESK_SANITIZE)
   target_compile_options(tesk_options INTERFACE -fsanitize=address,undefined
                                                 -fno-sanitize-recover=undefined)
   target_link_options(tesk_options INTERFACE -fsanitize=address,undefined)
+  # Hundreds of large programs: the quick linker, where there is one, saves minutes.
+  include(CheckLinkerFlag)
+  check_linker_flag(CXX -fuse-ld=gold TESK_HAS_GOLD)
+  if(TESK_HAS_GOLD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_link_options(tesk_options INTERFACE -fuse-ld=gold)
+  endif()
 endif()
 if(TESK_FUZZ)
   target_compile_options(tesk_options INTERFACE -fsanitize=fuzzer-no-link)
@@ -24,6 +30,13 @@ function(tesk_library name)
   target_link_libraries(${name} PUBLIC tesk_options ${ARG_LINKS})
 endfunction()
 
+# tesk_windows(NAME): the sources of this library include much of the toolkit's windows.
+function(tesk_windows name)
+  if(TESK_PRECOMPILE)
+    target_precompile_headers(${name} PRIVATE <QtWidgets/QtWidgets>)
+  endif()
+endfunction()
+
 # tesk_program(NAME SOURCES main.cpp LINKS tesk_x...): a program in bin/.
 function(tesk_program name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
@@ -31,10 +44,30 @@ function(tesk_program name)
   target_link_libraries(${name} PRIVATE tesk_options ${ARG_LINKS})
 endfunction()
 
+# tesk_gallery(NAME SOURCES main.cpp LINKS tesk_x...): a program that draws pictures for somebody
+# to look at.  The sanitizers see the same code in the tests.
+function(tesk_gallery name)
+  tesk_program(${name} ${ARGN})
+  if(TESK_SANITIZE)
+    set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL TRUE)
+  endif()
+endfunction()
+
+# What is under test is built as it is shipped; the code that tests it need not be quick, and
+# not optimising it saves minutes of every build.  Position-independent, as the toolkit wants it,
+# so that tests with and without the toolkit can use the same precompiled headers.
+function(tesk_quick_to_compile name)
+  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(${name} PRIVATE -O0 -fPIC)
+  endif()
+endfunction()
+
 # tesk_test(frame_test tesk_switcher): builds frame_test.cpp of the current folder with
 # GoogleTest and registers it.  It runs without a display.
 function(tesk_test name)
   add_executable(${name} ${name}.cpp)
+  tesk_quick_to_compile(${name})
+  target_precompile_headers(${name} REUSE_FROM tesk_test_headers)
   target_link_libraries(${name} PRIVATE tesk_options ${ARGN} tesk_test_support GTest::gmock)
   target_compile_definitions(${name} PRIVATE TESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
   add_test(NAME ${name} COMMAND ${name})

@@ -14,6 +14,7 @@
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
+#include "tests/support/recording_tables.h"
 #include "tests/support/small_database.h"
 
 namespace app {
@@ -21,9 +22,7 @@ namespace {
 
 using testing::IsEmpty;
 
-class OpenMapTest : public testing::Test,
-                    private views::InhibitSender,
-                    private switcher::PollSwitch {
+class OpenMapTest : public testing::Test {
  protected:
   OpenMapTest() {
     model_.ApplyFixedValues();
@@ -53,13 +52,11 @@ class OpenMapTest : public testing::Test,
 
   void Decode(std::string_view hex) { decoder_.Decode(test::FromHex(hex)); }
 
-  bool SendInhibits(int /*output*/) override { return true; }
-  void SetPolling(bool /*on*/) override {}
-
   model::SystemModel model_;
   test::SmallDatabase database_;
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
+  test::RecordingTables tables_;
   config::WindowSettings settings_;
   switcher::LiveCommands commands_{model_, port_, reporter_};
   QMdiArea area_;
@@ -67,8 +64,8 @@ class OpenMapTest : public testing::Test,
                    {.model = model_,
                     .stations = [this] { return database_.Files().Stations(); },
                     .commands = commands_,
-                    .inhibits = *this,
-                    .poll = *this,
+                    .tables = tables_,
+                    .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
   switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};

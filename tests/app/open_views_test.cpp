@@ -2,21 +2,24 @@
 
 #include "app/open_views.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QSlider>
+#include <QTest>
 
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
+#include "tests/support/recording_tables.h"
 
 namespace app {
 namespace {
 
-class OpenViewsTest : public testing::Test,
-                      private views::InhibitSender,
-                      private switcher::PollSwitch {
+class OpenViewsTest : public testing::Test {
  protected:
   OpenViewsTest() {
     QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
@@ -26,9 +29,6 @@ class OpenViewsTest : public testing::Test,
     area_.show();
   }
 
-  bool SendInhibits(int /*station*/) override { return true; }
-  void SetPolling(bool /*on*/) override {}
-
   // The sub-window that holds the form of that name.
   QMdiSubWindow* Frame(const char* name) {
     for (QMdiSubWindow* const window : area_.subWindowList()) {
@@ -37,6 +37,15 @@ class OpenViewsTest : public testing::Test,
       }
     }
     return nullptr;
+  }
+
+  // The dialogs of that name that show.
+  QList<QDialog*> Dialogs(const char* name) {
+    QList<QDialog*> shown;
+    for (auto* const dialog : area_.window()->findChildren<QDialog*>(QLatin1String(name))) {
+      if (dialog->isVisible()) shown.append(dialog);
+    }
+    return shown;
   }
 
   static void Settle() {
@@ -59,14 +68,15 @@ class OpenViewsTest : public testing::Test,
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   switcher::LiveCommands commands_{model_, port_, reporter_};
+  test::RecordingTables tables_;
   config::WindowSettings settings_;
   QMdiArea area_;
   OpenViews views_{area_,
                    {.model = model_,
                     .stations = [] { return nullptr; },
                     .commands = commands_,
-                    .inhibits = *this,
-                    .poll = *this,
+                    .tables = tables_,
+                    .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
 };
@@ -150,6 +160,64 @@ TEST_F(OpenViewsTest, TheMapIsToldOfWhenItComesAndGoes) {
   Settle();
   ASSERT_EQ(loaded.count(), 2);
   EXPECT_FALSE(loaded[1][0].toBool());
+}
+
+TEST_F(OpenViewsTest, TheTallyIsMarkedOpenExactlyWhileItShows) {
+  for (int times = 0; times < 2; ++times) {
+    EXPECT_FALSE(model_.TallyViewOpen);
+    views_.ShowTally();
+    EXPECT_TRUE(model_.TallyViewOpen);
+    views_.ShowTally();  // the one that is open stays
+    ASSERT_EQ(Dialogs("frmQdvTally").size(), 1);
+    if (times == 0) {
+      Dialogs("frmQdvTally")[0]->close();
+    } else {
+      QTest::keyClick(Dialogs("frmQdvTally")[0], Qt::Key_Escape);
+    }
+    EXPECT_FALSE(model_.TallyViewOpen);
+    EXPECT_TRUE(Dialogs("frmQdvTally").isEmpty());
+  }
+  // Opened again before the closed one has gone.
+  views_.ShowTally();
+  Settle();
+  EXPECT_TRUE(model_.TallyViewOpen);
+  views_.CloseAll();
+  EXPECT_FALSE(model_.TallyViewOpen);
+}
+
+TEST_F(OpenViewsTest, TheTallySaysWhenItWasReportedAlsoWhenItWasClosedThen) {
+  const auto reported = [this] {
+    return Dialogs("frmQdvTally")[0]
+        ->findChild<QLabel*>(QStringLiteral("aidLastReport"))
+        ->text()
+        .toStdString();
+  };
+  views_.ShowTally();
+  EXPECT_EQ(reported(), "No report since start");
+  views_.TallyChanged();
+  EXPECT_THAT(reported(), testing::StartsWith("Last report "));
+  const std::string first = reported();
+  views_.CloseAll();
+  Settle();
+  views_.ShowTally();
+  EXPECT_EQ(reported(), first);
+}
+
+TEST_F(OpenViewsTest, AReportOfGainsReachesTheLevelsThatAreOpen) {
+  model_.InputGains[3] = 100;
+  views_.GainsChanged();  // nobody there
+  views_.ShowLevels();
+  views_.ShowLevels();
+  ASSERT_EQ(Dialogs("frmInptLevel").size(), 1);
+  auto* const slider = Dialogs("frmInptLevel")[0]->findChild<QSlider*>(QStringLiteral("Slider1_3"));
+  EXPECT_EQ(slider->value(), 27);
+  model_.InputGains[3] = 127;
+  views_.GainsChanged();
+  EXPECT_EQ(slider->value(), 0);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  Dialogs("frmInptLevel")[0]->close();
+  views_.GainsChanged();
+  EXPECT_TRUE(Dialogs("frmInptLevel").isEmpty());
 }
 
 }  // namespace

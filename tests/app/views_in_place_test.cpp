@@ -11,14 +11,13 @@
 #include "switcher/live_commands.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
+#include "tests/support/recording_tables.h"
 #include "tests/support/small_database.h"
 
 namespace app {
 namespace {
 
-class ViewsInPlaceTest : public testing::Test,
-                         private views::InhibitSender,
-                         private switcher::PollSwitch {
+class ViewsInPlaceTest : public testing::Test {
  protected:
   ViewsInPlaceTest() {
     model_.ChannelCount = 8;
@@ -56,13 +55,11 @@ class ViewsInPlaceTest : public testing::Test,
     EXPECT_EQ(area_.activeSubWindow(), Frame("frmXmap"));
   }
 
-  bool SendInhibits(int /*output*/) override { return true; }
-  void SetPolling(bool /*on*/) override {}
-
   model::SystemModel model_;
   test::SmallDatabase database_;
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
+  test::RecordingTables tables_;
   config::WindowSettings settings_;
   switcher::LiveCommands commands_{model_, port_, reporter_};
   QMdiArea area_;
@@ -70,8 +67,8 @@ class ViewsInPlaceTest : public testing::Test,
                    {.model = model_,
                     .stations = [this] { return database_.Files().Stations(); },
                     .commands = commands_,
-                    .inhibits = *this,
-                    .poll = *this,
+                    .tables = tables_,
+                    .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
 };

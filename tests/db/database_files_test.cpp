@@ -141,14 +141,14 @@ TEST_F(DatabaseFilesTest, AFailedCopyBackKeepsTheCurrentStation) {
   EXPECT_EQ(Label(files), "Sta. 017");
 }
 
-TEST_F(DatabaseFilesTest, ACopyThatCannotEvenBeOpenedAgainIsStillSavedLater) {
+TEST_F(DatabaseFilesTest, ACopyThatCannotBeReadForAWhileIsStillSavedLater) {
   DatabaseFiles files(main_, copy_);
   ASSERT_TRUE(files.Open().ok());
   SetLabel(files, "Studio 1");
   // Out of sight for a while, as on a network drive that stutters.
   fs::rename(copy_, folder_ / "away");
   EXPECT_EQ(files.SaveAndClose().Number(), 3024);
-  EXPECT_FALSE(files.IsOpen());
+  EXPECT_EQ(Label(files), "Studio 1");
   fs::rename(folder_ / "away", copy_);
   ASSERT_TRUE(files.SaveAndClose().ok());
   EXPECT_FALSE(fs::exists(copy_));
@@ -205,6 +205,23 @@ TEST_F(DatabaseFilesTest, BothTablesStandOnTheirFirstRecord) {
   jet::Value version;
   ASSERT_TRUE(files.DbInfo()->Get("DbaseVer", &version).ok());
   EXPECT_EQ(version.Text(), "Version 2.12 - 04/17/2002");
+}
+
+TEST_F(DatabaseFilesTest, WhatACrashLeftOfANewDatabaseIsNotTakenForOne) {
+  WriteFile(folder_ / "Tesk.mdb.new", "half a database");
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_EQ(Label(files), "Sta. 001");
+  EXPECT_FALSE(fs::exists(folder_ / "Tesk.mdb.new"));
+}
+
+TEST_F(DatabaseFilesTest, ANewDatabaseIsMadeWhereALinkLeads) {
+  fs::create_directory(folder_ / "house");
+  fs::create_symlink("house/Tesk.mdb", main_);
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_TRUE(fs::is_symlink(main_));
+  EXPECT_EQ(ReadFile(folder_ / "house/Tesk.mdb"), ReadFile(copy_));
 }
 
 TEST_F(DatabaseFilesTest, AMissingFolderIsAnError) {

@@ -2,15 +2,18 @@
 
 #include "tests/end_to_end/console_process.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QProcessEnvironment>
 #include <QThread>
 
 #ifdef Q_OS_LINUX
 #include <sys/prctl.h>
+#endif
+
+#include <sys/wait.h>
 
 #include <csignal>
-#endif
 
 namespace test {
 
@@ -70,12 +73,31 @@ ConsoleProcess::ConsoleProcess(const ConsoleFolder& folder,
   const QString program = command.takeFirst();
   process_.start(program, command);
   // The first answer comes from the event loop: by then the start-up is through.
-  up_ = process_.waitForStarted() && pilot_.Connect(socket, kStartMilliseconds) &&
+  up_ = process_.waitForStarted() && Connect(socket) &&
         Ask({{QStringLiteral("do"), QStringLiteral("boxes")}}).value(QLatin1String("ok")).toBool();
+}
+
+// A console that dies at its start will never listen.
+bool ConsoleProcess::Connect(const QString& socket) {
+  constexpr int kStep = 100;
+  const QDeadlineTimer deadline(kStartMilliseconds);
+  while (!deadline.hasExpired() && Lives()) {
+    if (pilot_.Connect(socket, kStep)) return true;
+  }
+  return false;
 }
 
 ConsoleProcess::~ConsoleProcess() {
   if (process_.state() != QProcess::NotRunning) Kill();
+}
+
+bool ConsoleProcess::Lives() {
+  if (process_.state() == QProcess::NotRunning) return false;
+  // Nobody runs an event loop here, so the state is as of the last look.  It is only looked at:
+  // the end stays for who waits for it.
+  siginfo_t ended{};
+  return waitid(P_PID, static_cast<id_t>(Id()), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+         ended.si_pid == 0;
 }
 
 QJsonObject ConsoleProcess::Ask(const QJsonObject& request) { return pilot_.Ask(request); }

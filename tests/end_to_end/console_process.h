@@ -60,6 +60,8 @@ class ConsoleProcess {
 
   // Whether the console came up and answers.
   bool IsUp() const { return up_; }
+  // Whether its process is still there.
+  bool Lives();
 
   std::string LinkText() { return Property("sbStatusBar_1", "text").toString().toStdString(); }
   QJsonValue Property(const char* object, const char* property);
@@ -103,6 +105,8 @@ class ConsoleProcess {
   qint64 Id() const { return process_.processId(); }
 
  private:
+  bool Connect(const QString& socket);
+
   QProcess process_;
   pilot::Client pilot_;
   bool up_ = false;

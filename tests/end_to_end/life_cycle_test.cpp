@@ -22,16 +22,17 @@ class LifeCycleTest : public testing::Test {
  protected:
   void SetUp() override { folder_.WriteSettings(line_); }
 
-  // The stored inhibits of a station, read from the file that a run left.
-  std::string StoredInhibits(int stationNum) {
+  // A stored field of a station, read from the file that a run left.
+  std::string Stored(int stationNum, std::string_view field) {
     const TemporaryFolder copy;
     db::DatabaseFiles files(folder_ / "Tesk.mdb", copy / "WorkingDb.md$");
     EXPECT_TRUE(files.Open().ok());
     EXPECT_TRUE(files.Stations()->Seek(stationNum).ok());
-    jet::Value inhibits;
-    EXPECT_TRUE(files.Stations()->Get("Inhibits", &inhibits).ok());
-    return inhibits.Text();
+    jet::Value value;
+    EXPECT_TRUE(files.Stations()->Get(field, &value).ok());
+    return value.Text();
   }
+  std::string StoredInhibits(int stationNum) { return Stored(stationNum, "Inhibits"); }
 
   int argc_ = 0;
   QCoreApplication application_{argc_, nullptr};
@@ -67,6 +68,23 @@ TEST_F(LifeCycleTest, AnEditIsKeptWhenTheConsoleIsClosed) {
   ConsoleProcess again(folder_);
   ASSERT_TRUE(again.IsUp());
   EXPECT_EQ(again.Mark(6, 8), 2);
+}
+
+TEST_F(LifeCycleTest, ALabelThatIsBeingTypedIsKept) {
+  const auto end = [](ConsoleProcess& console, bool byOperator) {
+    if (!byOperator) return console.Terminate();
+    console.Trigger("ID_Exit");
+    return console.WaitForEnd();
+  };
+  for (const bool byOperator : {true, false}) {
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    console.Keys("jgAlphas", byOperator ? "M" : "D");
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.IsShown("edtLabel"); }));
+    console.Keys("edtLabel", "X");
+    EXPECT_EQ(end(console, byOperator), 0);
+    EXPECT_EQ(Stored(1, "Label"), byOperator ? "mx" : "dx");
+  }
 }
 
 TEST_F(LifeCycleTest, WhateverTheSystemEndsItWithTheWorkIsKept) {

@@ -142,4 +142,16 @@ std::vector<std::string> ReadTables(const fs::path& file, int channels) {
   return lines;
 }
 
+StoredTables ReadStations(const fs::path& file) {
+  OpenTables tables(file, jet::Access::ReadOnly);
+  const std::vector<std::string> fields = tables.stations->FieldNames();
+  StoredTables stored;
+  for (OpenTables::Check(tables.stations->MoveFirst()); tables.stations->HasRecord();
+       OpenTables::Check(tables.stations->MoveNext())) {
+    const std::string stationNum = tables.Text("StationNum");
+    for (const std::string& field : fields) stored[stationNum + " " + field] = tables.Text(field);
+  }
+  return stored;
+}
+
 }  // namespace test

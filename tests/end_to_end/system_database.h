@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,12 @@ std::string ReadField(const std::filesystem::path& file, int stationNum, std::st
 // Every field that travels in a system of so many channels, as lines like "3 B2 Type=255".  The
 // file stays as it is.
 std::vector<std::string> ReadTables(const std::filesystem::path& file, int channels);
+
+// What the table "Stations" holds: "6 Inhibits" -> "0000010000...".
+using StoredTables = std::map<std::string, std::string>;
+
+// Every field of every record.  The file stays as it is.
+StoredTables ReadStations(const std::filesystem::path& file);
 
 }  // namespace test
 

@@ -180,6 +180,15 @@ TEST_F(ClientTableTest, AReplyWithAWrongChecksumChangesNothing) {
   EXPECT_EQ(Connection(1).ConnType, 53);
 }
 
+TEST_F(ClientTableTest, AReplyThatSaysNothingChangesNothing) {
+  const auto peer = ConnectPanel();
+  peer->Send("81 FF 81 33 FF");  // no data: what stands before the end is no checksum of it
+  Ticks(2);
+  EXPECT_THAT(Connection(1).RxData, IsEmpty());
+  EXPECT_TRUE(Connection(1).Identified);
+  EXPECT_EQ(Connection(1).ConnType, 53);
+}
+
 TEST_F(ClientTableTest, AReplyOfAnyLengthCounts) {
   const auto peer = Connect();
   peer->Send("81 33 01 02 36 FF");

@@ -2,6 +2,8 @@
 
 #include "gateway/panel_protocol.h"
 
+#include <map>
+
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/hex.h"
 
@@ -105,6 +107,14 @@ TEST_F(PanelProtocolTest, ATakeOutsideTheSystemIsIgnored) {
   panel->Send("FE 20 00 07 00 07 00 2E FF");
   Tick();
   EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 07 00 0E FF");
+}
+
+TEST_F(PanelProtocolTest, ATakeDoesNotAskForTheLink) {
+  const auto panel = ConnectPanel();
+  model_.LinkStatus[0] = 0;
+  panel->Send("FE 20 00 05 00 07 00 2C FF");
+  Tick();
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
 }
 
 TEST_F(PanelProtocolTest, ABadTakeIsIgnoredSilently) {
@@ -349,6 +359,80 @@ TEST_F(PanelProtocolTest, SeveralBitsAreAnsweredInOrder) {
   EXPECT_EQ(types, "F6 00; FC 0A; FC 14; FB 00; FD 00; ");
 }
 
+TEST_F(PanelProtocolTest, EveryRequestIsAnsweredAlsoWhileAnAnswerStillWaits) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  for (int i = 0; i < 20; ++i) panel->Send("F2 00 47 00 00 00 00 00 00 47 FF");
+  Ticks(20);
+  EXPECT_LE(Queue().Size(), 5U);
+  EXPECT_TRUE(Connection(1).AlphasPending);
+  EXPECT_TRUE(Connection(1).ButtonsPending);
+  std::map<std::string, int> frames;
+  std::string lastType;
+  for (;;) {
+    const std::string frame = panel->TakeWritten();
+    if (!frame.empty()) {
+      const std::string type = frame.substr(0, 5);
+      ++frames[type];
+      // The list of stations and the programming stay next to each other.
+      EXPECT_EQ(type == "FD 00", lastType == "FB 00");
+      lastType = type;
+    }
+    if (!timer_.IsRunning()) break;
+    timer_.Elapse();
+  }
+  EXPECT_THAT(frames, ElementsAre(testing::Pair("F6 00", 20), testing::Pair("FB 00", 20),
+                                  testing::Pair("FC 0A", 20), testing::Pair("FC 14", 20),
+                                  testing::Pair("FD 00", 20)));
+  EXPECT_FALSE(Connection(1).AlphasPending);
+  EXPECT_FALSE(Connection(1).ButtonsPending);
+}
+
+TEST_F(PanelProtocolTest, ATableSaysWhatHoldsWhenItsTurnComes) {
+  AddStations();
+  const auto first = ConnectPanel();
+  const auto second = ConnectPanel();
+  first->Send("F2 00 04 00 00 00 00 00 00 04 FF");
+  second->Send("F2 00 44 00 00 00 00 00 00 44 FF");
+  Tick();
+  database_.Set(1, "Label", "New");
+  database_.Set(1, "B1 Type", 255);
+  timer_.ElapseAll();
+  EXPECT_EQ(first->TakeWritten().substr(0, 3 * 17),
+            "FC 14 08 08 00 00 00 53 74 61 20 31 20 20 20 00 00 ");
+  const std::string tables = second->TakeWritten();
+  EXPECT_EQ(tables.substr(0, 3 * 17), "FC 14 08 08 00 00 00 4E 65 77 20 20 20 20 20 00 00 ");
+  EXPECT_EQ(tables.substr(3 * (89 + 24), 3 * 14), "FD 00 08 00 00 00 20 00 03 00 7F 7F 00 00 ");
+}
+
+TEST_F(PanelProtocolTest, WhatAPanelAskedForGoesWithIt) {
+  AddStations();
+  auto panel = ConnectPanel();
+  for (int i = 0; i < 20; ++i) panel->Send("F2 00 47 00 00 00 00 00 00 47 FF");
+  Ticks(20);
+  panel->Close();
+  timer_.ElapseAll();
+  panel = ConnectPanel();
+  EXPECT_EQ(Request(*panel, "F2 00 04 00 00 00 00 00 00 04 FF").size(),
+            3U * (7 + 8 * 10 + 2) - 1);  // one table
+}
+
+TEST_F(PanelProtocolTest, ADroppedPanelsTablesHoldUpNoneOfTheNextOne) {
+  AddStations();
+  const auto slow = ConnectPanel();
+  slow->reads = false;
+  slow->unsent = 1048576;
+  slow->Send("F2 00 46 00 00 00 00 00 00 46 FF");  // dropped with the first of the answers
+  Tick();
+  ASSERT_FALSE(Connection(1).Connected);
+  auto panel = std::make_shared<test::FakePeer>();
+  gateway_.Accept(std::make_unique<test::FakeClientSocket>(panel));
+  panel->Send("81 35 35 FF F2 00 04 00 00 00 00 00 00 04 FF");
+  Ticks(2);
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten().substr(0, 3 * 11), "81 00 00 FF FC 14 08 08 00 00 00 ");
+}
+
 TEST_F(PanelProtocolTest, PendingFlagsAreClearedWhenTheTableHasGone) {
   AddStations();
   const auto panel = ConnectPanel();
@@ -416,6 +500,26 @@ TEST_F(PanelProtocolTest, ATableThatCannotBeReadIsReported) {
   EXPECT_THAT(reporter_.reports,
               Each(testing::StartsWith("critical|Error Processing|Error in Error Sending Alpha "
                                        "Table\rError # 3021 - ")));
+}
+
+TEST_F(PanelProtocolTest, ATableThatCannotBeReadAnyMoreHoldsUpNothing) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  panel->Send("F5 F2 00 47 00 00 00 00 00 00 47 FF");
+  Ticks(2);
+  EXPECT_EQ(panel->TakeWritten(), "F4");
+  database_.Delete(8);
+  timer_.now = 0;
+  timer_.Elapse();
+  EXPECT_EQ(panel->TakeWritten().substr(0, 5), "F6 00");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten(), "");
+  EXPECT_EQ(timer_.now, 2 * 75);
+  // Both label tables and the programming, once each.
+  EXPECT_THAT(reporter_.reports, SizeIs(3));
+  EXPECT_TRUE(Connection(1).AlphasPending);
+  EXPECT_TRUE(Connection(1).ButtonsPending);
 }
 
 TEST_F(PanelProtocolTest, WithoutADatabaseTablesAreReported) {

@@ -269,7 +269,7 @@ TEST_F(SendQueueTest, ANewClientOfASlotGetsNothingOfTheFormerOnes) {
   peers_[0]->Close();
   peers_[0] = std::make_shared<test::FakePeer>();
   gateway_.Accept(std::make_unique<test::FakeClientSocket>(peers_[0]));
-  EXPECT_EQ(Log(), "0: slot 2 AA, 150: slot 2 05, 225: slot 1 81 00 00 FF");
+  EXPECT_EQ(Log(), "0: slot 2 AA, 75: slot 1 81 00 00 FF, 225: slot 2 05");
 }
 
 TEST_F(SendQueueTest, ANewClientIsAskedFirstAndThenToldTheRow) {
@@ -280,7 +280,38 @@ TEST_F(SendQueueTest, ANewClientIsAskedFirstAndThenToldTheRow) {
   peers_[0] = std::make_shared<test::FakePeer>();
   gateway_.Accept(std::make_unique<test::FakeClientSocket>(peers_[0]));
   Queue().SendToClient(Row(5, {0x06}), 9999);
-  EXPECT_EQ(Log(), "0: slot 2 AA, 75: slot 2 06, 150: slot 1 81 00 00 FF, 225: slot 1 06");
+  EXPECT_EQ(Log(), "0: slot 2 AA, 75: slot 1 81 00 00 FF, 150: slot 2 06, 225: slot 1 06");
+}
+
+TEST_F(SendQueueTest, ANewClientIsAskedBeforeTheRowsOfTheOthers) {
+  ConnectClients(2);
+  for (int channel = 1; channel <= 8; ++channel) gateway_.ForwardCrosspointRow(channel);
+  peers_.push_back(std::make_shared<test::FakePeer>());
+  gateway_.Accept(std::make_unique<test::FakeClientSocket>(peers_.back()));
+  peers_[0]->TakeWritten();
+  timer_.Elapse();
+  EXPECT_EQ(peers_[2]->TakeWritten(), "81 00 00 FF");
+  EXPECT_EQ(timer_.now, 75);
+  EXPECT_EQ(peers_[0]->TakeWritten(), "");
+  EXPECT_EQ(peers_[1]->TakeWritten(), "");
+  timer_.Elapse();
+  EXPECT_EQ(peers_[1]->TakeWritten(), "F6 00 01 00 00 00 00 00 00 01 FF");
+}
+
+TEST_F(SendQueueTest, ConnectionsCannotHoldUpRowsForEver) {
+  ConnectClients(1);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  for (std::uint8_t channel = 1; channel <= 3; ++channel) {
+    Queue().SendToClient(Row(channel, {channel}), 1);
+  }
+  for (int i = 0; i < 6; ++i) {
+    peers_.push_back(std::make_shared<test::FakePeer>());
+    gateway_.Accept(std::make_unique<test::FakeClientSocket>(peers_.back()));
+  }
+  EXPECT_EQ(Log(),
+            "0: slot 1 AA, 75: slot 2 81 00 00 FF, 150: slot 1 01, 225: slot 3 81 00 00 FF, "
+            "300: slot 1 02, 375: slot 4 81 00 00 FF, 450: slot 1 03, 525: slot 5 81 00 00 FF, "
+            "600: slot 6 81 00 00 FF, 675: slot 7 81 00 00 FF");
 }
 
 TEST_F(SendQueueTest, TheQueueStaysBoundedWhileRowsPourIn) {

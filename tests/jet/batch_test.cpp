@@ -55,6 +55,24 @@ TEST_F(BatchTest, NothingIsWrittenBeforeTheCommit) {
   EXPECT_EQ(test::Problems(*database_), "");
 }
 
+TEST_F(BatchTest, IsOfTheDatabaseOfARecordSet) {
+  const auto before = disk_.content;
+  {
+    const Database::Batch dropped(*records_);
+    GoTo(1);
+    Rename("uno");
+    EXPECT_EQ(Text(*records_, "Name"), "uno");
+  }
+  GoTo(1);
+  EXPECT_EQ(Text(*records_, "Name"), "one");
+  EXPECT_EQ(disk_.content, before);
+  Database::Batch batch(*records_);
+  Rename("uno");
+  ASSERT_THAT(batch.Commit(), IsOk());
+  EXPECT_EQ(Text(*records_, "Name"), "uno");
+  EXPECT_NE(disk_.content, before);
+}
+
 TEST_F(BatchTest, WithoutACommitNothingHasHappened) {
   const auto before = disk_.content;
   {

@@ -151,6 +151,37 @@ TEST_F(SearchTest, OrderedByOneField) {
   EXPECT_EQ(Ints(*Ordered({"Num"}), "Num"), (Numbers{1, 2, 3, 4, 5, 6, 7, 8}));
 }
 
+TEST_F(SearchTest, OrderKeysOrderAsTheQueryDoes) {
+  AddFree(1, "Zoo");
+  AddFree(-2, "apple");
+  AddFree(3, jet::Value());
+  AddFree(4, "Äpfel");
+  AddFree(5, "Apple");
+  AddFree(6, "Жук");
+  AddFree(7, "");
+  const auto key = [this](int num, const char* field) {
+    GoTo(num);
+    std::string bytes;
+    EXPECT_THAT(records_->OrderKey(field, &bytes), IsOk());
+    return bytes;
+  };
+  EXPECT_LT(key(3, "Free"), key(7, "Free")) << "null before the empty text";
+  EXPECT_LT(key(7, "Free"), key(4, "Free"));
+  EXPECT_LT(key(4, "Free"), key(-2, "Free"));
+  EXPECT_EQ(key(-2, "Free"), key(5, "Free"));
+  EXPECT_LT(key(5, "Free"), key(1, "Free"));
+  EXPECT_LT(key(1, "Free"), key(6, "Free"));
+  EXPECT_LT(key(-2, "Num"), key(1, "Num"));
+  EXPECT_LT(key(1, "Num"), key(7, "Num"));
+
+  std::string bytes = "left over";
+  EXPECT_THAT(records_->OrderKey("None", &bytes), Fails(3265, "Table \"T\" has no field \"None\""));
+  EXPECT_EQ(bytes, "");
+  ASSERT_THAT(records_->MoveLast(), IsOk());
+  ASSERT_THAT(records_->MoveNext(), IsOk());
+  EXPECT_THAT(records_->OrderKey("Num", &bytes), Fails(3021, "There is no current record"));
+}
+
 TEST_F(SearchTest, OrderedByTwoFields) {
   Add(-5, "b");
   Add(7, "a");

@@ -108,6 +108,29 @@ TEST_F(WriteFailureTest, ThatGoesOnIsMadeGoodLater) {
   }
 }
 
+// Nothing is written after the failure: the file that is left is put in order on its own.
+TEST_F(WriteFailureTest, IsMadeGoodWithoutAnotherWrite) {
+  ASSERT_THAT(ChangeMuch(), IsOk());
+  const int writes = disk_->writes;
+  const int rounds = test::Repeated(24);
+  for (int round = 0; round < rounds; ++round) {
+    const int good = round * writes / rounds;
+    SCOPED_TRACE(good);
+    Begin();
+    disk_->writesUntilFull = good;
+    disk_->truncateFails = true;
+    EXPECT_EQ(ChangeMuch().Number(), 3026);
+    EXPECT_FALSE(database_->Settle().ok()) << "the disk is full still";
+    disk_->writesUntilFull = -1;
+    disk_->truncateFails = false;
+    EXPECT_THAT(database_->Settle(), IsOk());
+    EXPECT_EQ(disk_->content, before_);
+    const auto reopened = test::Open(*disk_);
+    ExpectOld(*reopened);
+    ASSERT_FALSE(HasFailure());
+  }
+}
+
 TEST_F(WriteFailureTest, OfOneRecordLeavesTheChangeOpen) {
   ASSERT_THAT(records_->Seek(3), IsOk());
   ASSERT_THAT(records_->Edit(), IsOk());

@@ -15,6 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
+using testing::Pair;
 using testing::StartsWith;
 
 // A download with everything around it.  What the operator and the switcher see is kept in
@@ -93,7 +94,7 @@ class DownloadTest : public testing::Test, public DownloadDisplay, public PollSw
   TableSenders senders_{model_, files_, port_, reporter_};
   std::optional<Download> download_;
   std::vector<std::string> events_;
-  std::vector<std::string> sent_;
+  std::vector<std::pair<Table, int>> sent_;
   int position_ = -1;
 
  private:
@@ -112,7 +113,7 @@ class DownloadTest : public testing::Test, public DownloadDisplay, public PollSw
     spacingPending_ = true;
   }
   void RequestTurn() override { turnPending_ = true; }
-  void TableSent(std::string_view name) override { sent_.emplace_back(name); }
+  void TableSent(Table table, int station) override { sent_.emplace_back(table, station); }
   void Close(std::string_view notSent) override { Note("close " + std::string(notSent)); }
 
   bool delayPending_ = false;
@@ -169,8 +170,10 @@ TEST_F(DownloadTest, SendsEveryTableInOrderMessageByMessage) {
   expected.emplace_back("poll on");
   expected.emplace_back("close ");
   EXPECT_THAT(events_, ElementsAreArray(expected));
-  EXPECT_THAT(sent_, ElementsAre("Optos", "Output Alphas", "Input Alphas", "Inhibits", "Relays",
-                                 "Button Programming Sta 1", "Button Programming Sta 2"));
+  EXPECT_THAT(sent_, ElementsAre(Pair(Table::Optos, 9999), Pair(Table::OutputLabels, 9999),
+                                 Pair(Table::InputLabels, 9999), Pair(Table::Inhibits, 9999),
+                                 Pair(Table::Relays, 9999), Pair(Table::Buttons, 1),
+                                 Pair(Table::Buttons, 2)));
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
@@ -303,8 +306,9 @@ TEST_F(DownloadTest, AFailedStageIsReportedAndTheNextOneFollows) {
               ElementsAre(StartsWith("critical|Serial Communications Error|"
                                      "Error Sending Opto Programming Data\r\rError # ")));
   EXPECT_EQ(Seen("sent").front(), "sent E1 5");
-  EXPECT_THAT(sent_, ElementsAre("Output Alphas", "Input Alphas", "Inhibits", "Relays",
-                                 "Button Programming Sta 1", "Button Programming Sta 2"));
+  EXPECT_THAT(sent_, ElementsAre(Pair(Table::OutputLabels, 9999), Pair(Table::InputLabels, 9999),
+                                 Pair(Table::Inhibits, 9999), Pair(Table::Relays, 9999),
+                                 Pair(Table::Buttons, 1), Pair(Table::Buttons, 2)));
   EXPECT_EQ(Seen("sent F9").size(), 2U);
   EXPECT_EQ(Seen("sent FB 645").size(), 2U);
   EXPECT_EQ(events_.back(), "close ");

@@ -45,5 +45,11 @@ TEST(ConsoleStyle, MainWindowKeepsItsToolBarMargins) {
   }
 }
 
+TEST(ConsoleStyle, AClickBesideTheHandleOfASliderIsAPage) {
+  const QStyle* const style = QApplication::style();
+  EXPECT_EQ(style->styleHint(QStyle::SH_Slider_PageSetButtons), Qt::LeftButton);
+  EXPECT_EQ(style->styleHint(QStyle::SH_Slider_AbsoluteSetButtons), Qt::NoButton);
+}
+
 }  // namespace
 }  // namespace views

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/event_log.h"
+
+#include <gtest/gtest.h>
+
+#include <QClipboard>
+#include <QFile>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "app/event_log_window.h"
+
+namespace app {
+namespace {
+
+using Kind = EventLog::Kind;
+
+QDateTime At(int second) { return {QDate(2026, 11, 21), QTime(12, 3, second)}; }
+
+class EventLogTest : public testing::Test {
+ protected:
+  EventLogTest() {
+    log_.Add(Kind::Link, QStringLiteral("Connected - COM 1"), At(1));
+    log_.Add(Kind::Command, QStringLiteral("ID_SendData"), At(2));
+    log_.Add(Kind::Report, QStringLiteral("Comm Error: line 1\r\rline 2"), At(3));
+  }
+
+  QString Shown(int row, int column) {
+    const QAbstractItemModel& model = *List().model();
+    return model.index(row, column).data().toString();
+  }
+  QTableView& List() { return *window_->findChild<QTableView*>(QStringLiteral("aidLogLines")); }
+  void Filter(const char* text) {
+    window_->findChild<QLineEdit*>(QStringLiteral("aidLogFilter"))->setText(QLatin1String(text));
+  }
+  void Click(const char* name) {
+    QTest::mouseClick(window_->findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
+  }
+  void Open() {
+    window_ = new EventLogWindow(log_);
+    window_->show();
+    window_->activateWindow();  // only the active window has its shortcuts
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window_));
+  }
+  ~EventLogTest() override { delete window_; }
+
+  EventLog log_;
+  QPointer<EventLogWindow> window_;
+};
+
+TEST_F(EventLogTest, ShowsTimeKindAndText) {
+  Open();
+  EXPECT_EQ(List().model()->rowCount(), 3);
+  EXPECT_EQ(Shown(0, 0), QStringLiteral("12:03:01"));
+  EXPECT_EQ(Shown(0, 1), QStringLiteral("Link"));
+  EXPECT_EQ(Shown(0, 2), QStringLiteral("Connected - COM 1"));
+  EXPECT_EQ(Shown(2, 2), QStringLiteral("Comm Error: line 1 line 2"));
+}
+
+TEST_F(EventLogTest, KeepsFiveThousandLines) {
+  for (int i = 0; i < 5000; ++i) log_.Add(Kind::Map, QString::number(i), At(4));
+  EXPECT_EQ(log_.rowCount(), 5000);
+  EXPECT_EQ(log_.Line(0), QStringLiteral("2026-11-21 12:03:04.000\tMap\t0"));
+  EXPECT_EQ(log_.Line(4999), QStringLiteral("2026-11-21 12:03:04.000\tMap\t4999"));
+}
+
+TEST_F(EventLogTest, FilterShowsTheLinesWithAWord) {
+  Open();
+  Filter("id_send");
+  ASSERT_EQ(List().model()->rowCount(), 1);
+  EXPECT_EQ(Shown(0, 2), QStringLiteral("ID_SendData"));
+  log_.Add(Kind::Command, QStringLiteral("ID_SendInhibits"), At(5));
+  log_.Add(Kind::Map, QStringLiteral("Output 1 reported"), At(6));
+  EXPECT_EQ(List().model()->rowCount(), 2);
+}
+
+TEST_F(EventLogTest, CopiesWhatIsSelectedElseAllThatIsShown) {
+  Open();
+  Click("aidLogCopy");
+  EXPECT_EQ(QGuiApplication::clipboard()->text(),
+            QStringLiteral("2026-11-21 12:03:01.000\tLink\tConnected - COM 1\n"
+                           "2026-11-21 12:03:02.000\tCommand\tID_SendData\n"
+                           "2026-11-21 12:03:03.000\tReport\tComm Error: line 1 line 2\n"));
+  List().selectRow(1);
+  QTest::keySequence(&List(), QKeySequence::Copy);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(),
+            QStringLiteral("2026-11-21 12:03:02.000\tCommand\tID_SendData\n"));
+}
+
+TEST_F(EventLogTest, SavesWhatIsShown) {
+  Open();
+  Filter("link");
+  const QTemporaryDir folder;
+  ASSERT_TRUE(window_->SaveTo(folder.filePath(QStringLiteral("events.txt"))));
+  QFile file(folder.filePath(QStringLiteral("events.txt")));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), QByteArray("2026-11-21 12:03:01.000\tLink\tConnected - COM 1\n"));
+}
+
+TEST_F(EventLogTest, SaysWhyItCouldNotBeSaved) {
+  Open();
+  EXPECT_FALSE(window_->SaveTo(QStringLiteral("/nowhere/events.txt")));
+  EXPECT_TRUE(window_->findChild<QLabel*>(QStringLiteral("aidLogSaid"))
+                  ->text()
+                  .startsWith(QStringLiteral("Not saved: ")));
+}
+
+TEST_F(EventLogTest, FollowsTheNewestLineUnlessScrolledUp) {
+  for (int i = 0; i < 200; ++i) log_.Add(Kind::Map, QString::number(i), At(4));
+  Open();
+  QScrollBar& bar = *List().verticalScrollBar();
+  ASSERT_GT(bar.maximum(), 0);
+  EXPECT_EQ(bar.value(), bar.maximum());
+  log_.Add(Kind::Map, QStringLiteral("newest"), At(5));
+  EXPECT_EQ(bar.value(), bar.maximum());
+  bar.setValue(3);
+  log_.Add(Kind::Map, QStringLiteral("newer still"), At(5));
+  EXPECT_EQ(bar.value(), 3);
+}
+
+TEST_F(EventLogTest, EscapeCloses) {
+  Open();
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Escape);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(window_, nullptr);
+}
+
+}  // namespace
+}  // namespace app

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/export_menu.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include "tests/views/view_console.h"
+
+namespace app {
+namespace {
+
+class ExportMenuTest : public testing::Test {
+ protected:
+  QByteArray Written(Export what, const char* name) {
+    const QString path = folder_.filePath(QLatin1String(name));
+    EXPECT_TRUE(export_.Write(what, path));
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+
+  test::ViewConsole console_{8};
+  QMenu menu_;
+  ExportMenu export_{menu_, *console_.window, console_.Services()};
+  QTemporaryDir folder_;
+};
+
+TEST_F(ExportMenuTest, LabelsStandInTheirFile) {
+  console_.SetField(1, "Label", "Studio A");
+  console_.GoToStation(5);
+  const QByteArray csv = Written(Export::LabelsCsv, "labels.csv");
+  EXPECT_TRUE(
+      csv.startsWith("\xEF\xBB\xBFStation,Station Label,Input Label,Hidden,System Input,"
+                     "System Output,Station Notes\r\n"
+                     "1,Studio A,Inpt 001,No,HRJ(1) - Ch 1,QDV(1) - Ch A,"
+                     "Notes for Station 001\r\n"))
+      << csv.left(300).constData();
+  EXPECT_EQ(csv.count('\n'), 129);
+  EXPECT_EQ(console_.CurrentStation(), 5);
+}
+
+TEST_F(ExportMenuTest, TheMapIsThatOfTheSwitcher) {
+  console_.model.CrosspointMap.At(2, 3) = 1;
+  console_.model.CrosspointMap.At(4, 1) = 1;
+  console_.model.ChannelStatus[4] = 1;
+  console_.SetField(1, "Inhibits", "01000000");
+  const QByteArray csv = Written(Export::MapCsv, "map.csv");
+  EXPECT_TRUE(csv.contains("\r\n01,Sta. 001,,inhibit,,,,,,\r\n")) << csv.constData();
+  EXPECT_TRUE(csv.contains("\r\n02,Sta. 002,,,crosspoint,,,,,\r\n")) << csv.constData();
+  EXPECT_TRUE(csv.contains("\r\n04,Sta. 004,priority,,,,,,,\r\n")) << csv.constData();
+}
+
+TEST_F(ExportMenuTest, EveryKeyHasItsLine) {
+  const QByteArray csv = Written(Export::ProgrammingCsv, "programming.csv");
+  EXPECT_EQ(csv.count('\n'), 1 + 64 * 32);
+  EXPECT_TRUE(csv.contains("\r\n64,Sta. 064,32,TALK,Sta. 032,Sta. 032\r\n"));
+}
+
+TEST_F(ExportMenuTest, DocumentsHaveTheirPages) {
+  const auto pages = [](const QByteArray& pdf) { return pdf.count("/Type /Page\n"); };
+  for (const auto& [what, count] : {std::pair(Export::LabelsPdf, 4), std::pair(Export::MapPdf, 1),
+                                    std::pair(Export::KeySheetsPdf, 64)}) {
+    const QByteArray pdf = Written(what, "document.pdf");
+    EXPECT_TRUE(pdf.startsWith("%PDF-"));
+    EXPECT_EQ(pages(pdf), count) << static_cast<int>(what);
+  }
+}
+
+TEST_F(ExportMenuTest, AFileThatCannotBeWrittenIsReported) {
+  EXPECT_FALSE(export_.Write(Export::LabelsCsv, QStringLiteral("/nowhere/labels.csv")));
+  ASSERT_EQ(console_.reporter.reports.size(), 1U);
+  EXPECT_THAT(
+      console_.reporter.reports[0],
+      testing::StartsWith("exclamation|Control Error|/nowhere/labels.csv could not be written: "));
+}
+
+TEST_F(ExportMenuTest, WithoutADatabaseNothingIsWritten) {
+  console_.databaseIsOpen = false;
+  const QString path = folder_.filePath(QStringLiteral("labels.csv"));
+  EXPECT_FALSE(export_.Write(Export::LabelsCsv, path));
+  EXPECT_FALSE(QFile::exists(path));
+  EXPECT_EQ(console_.reporter.reports.size(), 1U);
+}
+
+TEST_F(ExportMenuTest, SaysWhatWasWritten) {
+  QSignalSpy notes(&export_, &ExportMenu::NoteRequested);
+  Written(Export::LabelsCsv, "labels.csv");
+  ASSERT_EQ(notes.count(), 1);
+  EXPECT_EQ(notes[0][0].toString(),
+            QStringLiteral("Written: ") + folder_.filePath(QStringLiteral("labels.csv")));
+}
+
+}  // namespace
+}  // namespace app

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/hint_strip.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QTest>
+#include <QToolButton>
+
+#include "app/port_access.h"
+
+namespace app {
+namespace {
+
+class HintStripTest : public testing::Test {
+ protected:
+  HintStripTest() { window_.show(); }
+
+  // What the operator reads; empty while there is no strip.
+  QString Text() {
+    if (strip_->isHidden()) return {};
+    return strip_->findChild<QLabel*>(QStringLiteral("aidHintText"))->text();
+  }
+  void Close() {
+    QTest::mouseClick(strip_->findChild<QToolButton*>(QStringLiteral("aidHintClose")),
+                      Qt::LeftButton);
+  }
+
+  QWidget window_;
+  HintStrip* strip_ = new HintStrip(&window_);
+};
+
+TEST_F(HintStripTest, ShowsTheMostUrgentFirst) {
+  EXPECT_EQ(Text(), QString());
+  strip_->Give(Hint::Demo, QStringLiteral("demo"));
+  EXPECT_EQ(Text(), QStringLiteral("demo"));
+  strip_->Give(Hint::PortDenied, QStringLiteral("denied"));
+  EXPECT_EQ(Text(), QStringLiteral("denied"));
+  strip_->Give(Hint::NoSwitcher, QStringLiteral("none"));
+  EXPECT_EQ(Text(), QStringLiteral("denied"));
+  strip_->Withdraw(Hint::PortDenied);
+  EXPECT_EQ(Text(), QStringLiteral("none"));
+  strip_->Withdraw(Hint::NoSwitcher);
+  strip_->Withdraw(Hint::Demo);
+  EXPECT_EQ(Text(), QString());
+}
+
+TEST_F(HintStripTest, ClosedHintsDoNotComeBack) {
+  strip_->Give(Hint::NoSwitcher, QStringLiteral("none"));
+  strip_->Give(Hint::Demo, QStringLiteral("demo"));
+  Close();
+  EXPECT_EQ(Text(), QStringLiteral("demo"));
+  strip_->Give(Hint::NoSwitcher, QStringLiteral("none, again"));
+  EXPECT_EQ(Text(), QStringLiteral("demo"));
+  Close();
+  EXPECT_EQ(Text(), QString());
+}
+
+TEST_F(HintStripTest, LongHintsDoNotWidenTheWindow) {
+  strip_->Give(Hint::PortDenied, QString(500, QLatin1Char('x')));
+  EXPECT_LT(strip_->minimumSizeHint().width(), 100);
+}
+
+TEST(PortAccess, DeniedNamesTheGroupToJoin) {
+  EXPECT_EQ(DeniedPortText(QStringLiteral("/dev/ttyUSB0"), QStringLiteral("dialout")),
+            QStringLiteral("You may not open /dev/ttyUSB0. Have your user added to the group "
+                           "“dialout”, log out and log in again."));
+  EXPECT_EQ(DeniedPortText(QStringLiteral("/dev/ttyUSB0"), QString()),
+            QStringLiteral("You may not open /dev/ttyUSB0: its rights forbid it."));
+}
+
+TEST(PortAccess, IsNoMatterForADeviceThatIsMissingOrOpens) {
+  EXPECT_FALSE(PortAccessHint(QFileInfo(QStringLiteral("/nowhere/ttyUSB7"))).has_value());
+  EXPECT_FALSE(PortAccessHint(QFileInfo(QStringLiteral("/dev/null"))).has_value());
+}
+
+}  // namespace
+}  // namespace app

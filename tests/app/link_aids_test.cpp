@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/link_aids.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+
+namespace app {
+namespace {
+
+class LinkAidsTest : public testing::Test {
+ protected:
+  LinkAidsTest() { model_.ComPort = 2; }
+
+  QString Hint() {
+    return hints_.isHidden() ? QString()
+                             : hints_.findChild<QLabel*>(QStringLiteral("aidHintText"))->text();
+  }
+  QString MapState() {
+    const auto* const label = status_.findChild<QLabel*>(QStringLiteral("aidMapState"));
+    return label->isHidden() ? QString() : label->text();
+  }
+  void Ticks(int count) {
+    for (int i = 0; i < count; ++i) aids_.Tick();
+  }
+
+  model::SystemModel model_;
+  StatusBar status_;
+  HintStrip hints_;
+  LinkAids aids_{model_,
+                 {.isOpen = [] { return true; }, .device = [] { return QFileInfo(); }},
+                 status_,
+                 hints_};
+};
+
+TEST_F(LinkAidsTest, SaysAfterFiveSecondsThatNoSwitcherAnswers) {
+  Ticks(4);
+  EXPECT_EQ(Hint(), QString());
+  Ticks(1);
+  EXPECT_EQ(Hint(), QStringLiteral("No switcher found on COM 2. Help ▸ Contents shows how to try "
+                                   "the simulated one."));
+  model_.LinkStatus[0] = 1;
+  Ticks(1);
+  EXPECT_EQ(Hint(), QString());
+}
+
+TEST_F(LinkAidsTest, IsQuietAboutASwitcherThatWasThere) {
+  model_.LinkStatus[0] = 1;
+  Ticks(1);
+  model_.LinkStatus[0] = 0;
+  Ticks(20);
+  EXPECT_EQ(Hint(), QString());
+}
+
+TEST_F(LinkAidsTest, TellsTheAgeOfTheMap) {
+  Ticks(1);
+  EXPECT_EQ(MapState(), QString()) << "nothing was ever reported";
+  model_.LinkStatus[0] = 1;
+  Ticks(1);
+  EXPECT_EQ(MapState(), QStringLiteral("Map requesting…"));
+  aids_.MapReported(QTime(12, 3, 43));
+  EXPECT_EQ(MapState(), QStringLiteral("Map requesting…")) << "more rows are to come";
+  model_.XmapComplete = true;
+  aids_.MapReported(QTime(12, 3, 44));
+  EXPECT_EQ(MapState(), QStringLiteral("Map 12:03:44"));
+  model_.LinkStatus[0] = 0;
+  model_.XmapComplete = false;
+  Ticks(1);
+  EXPECT_EQ(MapState(), QStringLiteral("Map 12:03:44")) << "what is shown is that old";
+}
+
+}  // namespace
+}  // namespace app

@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: MIT
+//
+// The real console on a disk that fails in the middle of the run: the operator is told what
+// happened, nothing is lost that was there, and when the disk works again closing saves it all.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "db/database_files.h"
+#include "tests/end_to_end/operator_edits.h"
+#include "tests/faults/fault_plan.h"
+#include "tests/support/database_check.h"
+#include "tests/support/simulator_process.h"
+
+namespace test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr int kForGood = 1 << 30;
+
+struct DiskError {
+  int error;
+  const char* report;  // as the box tells it
+};
+
+// Full, broken, turned read-only by the system after an error.
+constexpr DiskError kErrors[] = {
+    {ENOSPC, "3026 - "},
+    {EIO, "3043 - "},
+    {EROFS, "3051 - "},
+};
+
+class ConsoleFaultsTest : public testing::Test {
+ protected:
+  void SetUp() override { folder_.WriteSettings(line_); }
+
+  std::unique_ptr<ConsoleProcess> Start() {
+    return std::make_unique<ConsoleProcess>(folder_, plan_.Prefix());
+  }
+
+  // A folder with a database, as earlier runs leave it.
+  void RunOnce() {
+    const auto console = Start();
+    ASSERT_TRUE(console->IsUp());
+    ASSERT_EQ(console->Terminate(), 0);
+    tables_ = ReadStations(main_);
+  }
+
+  // The box that shows, closed as soon as it was read.
+  static Box ReadBox(ConsoleProcess& console) {
+    if (!ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); })) return {};
+    Box box = console.Boxes()[0];
+    console.CloseBox();
+    return box;
+  }
+
+  static void ReadBoxes(ConsoleProcess& console) {
+    while (!console.Boxes().empty()) console.CloseBox();
+  }
+
+  bool Edit(ConsoleProcess& console) {
+    return Edits()[random_() % Edits().size()].make(console, random_, tables_);
+  }
+
+  // Closes the console, which has a working disk again: everything is saved.
+  void EndAndLook(ConsoleProcess& console) {
+    plan_.Lift();
+    console.Trigger("ID_Exit");
+    ASSERT_EQ(console.WaitForEnd(), 0);
+    EXPECT_EQ(WhatIsWrong(main_), "");
+    EXPECT_EQ(ReadStations(main_), tables_);
+    EXPECT_FALSE(fs::exists(copy_));
+  }
+
+  int argc_ = 0;
+  QCoreApplication application_{argc_, nullptr};
+  ConsoleFolder folder_;
+  const fs::path main_ = folder_ / db::kMainFile;
+  const fs::path copy_ = folder_ / db::kWorkingCopy;
+  const std::string line_ = folder_.Home() / "line";
+  SimulatorProcess simulator_{{"--log", "--link", line_}};
+  faults::FaultPlan plan_{folder_.Program()};
+  std::mt19937 random_{5};
+  StoredTables tables_;
+};
+
+// While the first database is made, at its beginning, in its middle, and at the renaming.
+TEST_F(ConsoleFaultsTest, ADatabaseThatCannotBeCreatedIsSaidAndLeavesNoHalfOne) {
+  RunOnce();
+  fs::remove(main_);
+  plan_.Restart();
+  ASSERT_EQ(Start()->Terminate(), 0);
+  const auto calls = plan_.Calls();
+  for (const auto& [error, report] : kErrors) {
+    for (const char* const place : {"open Tesk.mdb.new", "write Tesk.mdb.new", "rename Tesk.mdb"}) {
+      SCOPED_TRACE(testing::Message() << place << ", errno " << error);
+      const auto at = std::find(calls.begin(), calls.end(), place);
+      ASSERT_NE(at, calls.end());
+      fs::remove(main_);
+      plan_.Restart();
+      plan_.Fail(static_cast<int>(at - calls.begin()) + 1, kForGood, error);
+      const auto console = Start();
+      ASSERT_TRUE(console->IsUp());
+      const Box box = ReadBox(*console);
+      EXPECT_EQ(box.icon, "critical");
+      EXPECT_EQ(box.title, "Database Error");
+      EXPECT_THAT(box.text,
+                  StartsWith("Error Opening Database File\r\rError #  " + std::string(report)));
+      ReadBoxes(*console);
+      EXPECT_FALSE(fs::exists(main_));
+      plan_.Lift();
+      EXPECT_EQ(console->Terminate(), 0);
+      EXPECT_FALSE(fs::exists(main_));
+      ASSERT_FALSE(HasFailure());
+    }
+  }
+  const auto console = Start();
+  ASSERT_TRUE(console->IsUp());
+  EXPECT_TRUE(console->Boxes().empty());
+  EndAndLook(*console);
+}
+
+TEST_F(ConsoleFaultsTest, AWorkingCopyThatCannotBeMadeIsSaidAndTheDatabaseStays) {
+  RunOnce();
+  const std::string before = ReadFile(main_);
+  for (const auto& [error, report] : kErrors) {
+    SCOPED_TRACE(error);
+    plan_.Restart();
+    // Where nothing could be told of a lock, the program runs all the same.
+    plan_.Fail(1, kForGood, error);
+    const auto console = Start();
+    ASSERT_TRUE(console->IsUp());
+    const Box box = ReadBox(*console);
+    EXPECT_EQ(box.title, "Database Error");
+    EXPECT_THAT(box.text,
+                StartsWith("Error Opening Database File\r\rError #  " + std::string(report)));
+    ReadBoxes(*console);
+    plan_.Lift();
+    EXPECT_EQ(console->Terminate(), 0);
+    EXPECT_EQ(ReadFile(main_), before);
+    EXPECT_FALSE(fs::exists(copy_));
+  }
+}
+
+// In each call of an edit, once and for good.
+TEST_F(ConsoleFaultsTest, AnEditThatCannotBeStoredIsSaidAndNotShown) {
+  RunOnce();
+  const std::string before = ReadFile(main_);
+  const auto console = Start();
+  ASSERT_TRUE(console->IsUp());
+  ASSERT_TRUE(Edit(*console));
+  int failures = 0;
+  for (const auto& [error, report] : kErrors) {
+    for (const int last : {0, kForGood}) {
+      for (int call = 1;; ++call) {
+        SCOPED_TRACE(testing::Message()
+                     << "call " << call << (last == 0 ? "" : " and on") << ", errno " << error);
+        plan_.Restart();
+        plan_.Fail(call, std::max(call, last), error);
+        ASSERT_EQ(console->Mark(6, 8), 0);
+        console->Use("ID_ToggleInhibit", 6, 8);
+        ASSERT_TRUE(ConsoleProcess::WaitFor(
+            [&] { return console->Mark(6, 8) == 2 || !console->Boxes().empty(); }));
+        const int count = plan_.Count();
+        plan_.Lift();
+        if (count < call) {
+          // It was stored; and is taken back.
+          ASSERT_GT(call, 1);
+          console->Use("ID_ToggleInhibit", 6, 8);
+          ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console->Mark(6, 8) == 0; }));
+          break;
+        }
+        ++failures;
+        const Box box = ReadBox(*console);
+        EXPECT_EQ(box.title, "Control Error");
+        EXPECT_THAT(box.text, StartsWith("Error Storing Crosspoint Inhibit\r\rError # " +
+                                         std::string(report)));
+        EXPECT_EQ(console->Mark(6, 8), 0);
+        ASSERT_FALSE(HasFailure());
+      }
+    }
+  }
+  EXPECT_GE(failures, 6);
+  EXPECT_EQ(ReadFile(main_), before);
+  ASSERT_TRUE(Edit(*console)) << "the disk works";
+  EndAndLook(*console);
+}
+
+// The last write of the run failed, and nothing was written after it.
+TEST_F(ConsoleFaultsTest, ClosedOnABrokenDiskTheConsoleStaysAndSavesEverythingLater) {
+  RunOnce();
+  const auto console = Start();
+  ASSERT_TRUE(console->IsUp());
+  const std::string before = ReadFile(main_);
+  for (int i = 0; i < 5; ++i) ASSERT_TRUE(Edit(*console));
+  plan_.Restart();
+  plan_.Fail(1, kForGood, EIO);
+  console->Use("ID_ToggleInhibit", 6, 8);
+  EXPECT_EQ(ReadBox(*console).title, "Control Error");
+  console->Trigger("ID_Exit");
+  const Box box = ReadBox(*console);
+  EXPECT_EQ(box.title, "Database Error");
+  EXPECT_THAT(box.text, StartsWith("Error Saving Database File\r\rError # 3043 - "));
+  EXPECT_EQ(ReadFile(main_), before);
+  EndAndLook(*console);
+}
+
+// In each call of the copy-back, once and for good: the console stays, with the work.
+TEST_F(ConsoleFaultsTest, EveryFailureToSaveIsSaidAndSavingAgainWorks) {
+  RunOnce();
+  const std::string before = ReadFile(main_);
+  plan_.Restart();
+  const auto console = Start();
+  ASSERT_TRUE(console->IsUp());
+  for (int i = 0; i < 3; ++i) ASSERT_TRUE(Edit(*console));
+  int failures = 0;
+  for (int call = 1;; ++call) {
+    const auto& [error, report] = kErrors[call % 3];
+    SCOPED_TRACE(testing::Message() << "call " << call << ", errno " << error);
+    plan_.Restart();
+    plan_.Fail(call, failures % 2 == 0 ? call : kForGood, error);
+    console->Trigger("ID_Exit");
+    const Box box = ReadBox(*console);
+    ASSERT_GE(plan_.Count(), call);
+    const std::string last = plan_.Calls()[static_cast<std::size_t>(call) - 1];
+    SCOPED_TRACE(last);
+    ++failures;
+    EXPECT_EQ(box.title, "Database Error");
+    EXPECT_THAT(box.text,
+                StartsWith("Error Saving Database File\r\rError # " + std::string(report)));
+    EXPECT_EQ(ReadFile(main_), before);
+    plan_.Lift();
+    EXPECT_TRUE(Edit(*console)) << "the work goes on";
+    ASSERT_FALSE(HasFailure());
+    if (last == "rename Tesk.mdb") break;
+  }
+  EXPECT_GE(failures, 10);
+  EndAndLook(*console);
+}
+
+TEST_F(ConsoleFaultsTest, SettingsThatCannotBeWrittenAreSaidAndStayAsTheyWere) {
+  RunOnce();
+  folder_.WriteSettings(line_);
+  const std::string before = ReadFile(folder_ / "Orvotesk.ini");
+  plan_.Restart();
+  ASSERT_EQ(Start()->Terminate(), 0);
+  const auto calls = plan_.Calls();
+  int failures = 0;
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    if (!calls[i].starts_with("write #") && !calls[i].starts_with("write Orvotesk.ini") &&
+        calls[i] != "rename Orvotesk.ini") {
+      continue;
+    }
+    SCOPED_TRACE(calls[i]);
+    ++failures;
+    folder_.WriteSettings(line_);
+    plan_.Restart();
+    plan_.Fail(static_cast<int>(i) + 1, kForGood, ENOSPC);
+    const auto console = Start();
+    ASSERT_TRUE(console->IsUp());
+    console->Trigger("ID_Exit");
+    const Box box = ReadBox(*console);
+    EXPECT_EQ(box.title, "Error Processing");
+    EXPECT_THAT(box.text, StartsWith("Error in Writing Configuration File\rError # 75 - "));
+    EXPECT_EQ(console->WaitForEnd(), 0);
+    EXPECT_EQ(ReadFile(folder_ / "Orvotesk.ini"), before);
+    EXPECT_EQ(ReadStations(main_), tables_);
+  }
+  EXPECT_GE(failures, 2);
+  plan_.Restart();
+  ASSERT_EQ(Start()->Terminate(), 0);
+  EXPECT_THAT(ReadFile(folder_ / "Orvotesk.ini"), HasSubstr("Download Interval=50\r\n"));
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: MIT
+//
+// console_soak [MINUTES]: the real console on a simulated switcher, an operator who never rests,
+// eight panels as they should be and ten kinds of hostile peers, for MINUTES (default 3).  Ends
+// with 0 when
+//   - no panel was ever cut off, and in the end each knows the map that the switcher has,
+//   - no crosspoint was made that no panel had asked for,
+//   - the console's event loop never took longer than a second to answer,
+//   - its memory did not grow by more than 16 MB after the first third of the time,
+//   - with the hostile peers gone it has as many files open as before they came,
+//   - the operator never waited for half a minute, and the database holds what was edited,
+//   - no poll of a panel waited longer than ten seconds for its answer,
+//   - at most two message boxes show, and the console ends as it should.
+
+#include <QCoreApplication>
+#include <QTcpServer>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "tests/end_to_end/console_process.h"
+#include "tests/soak/good_panel.h"
+#include "tests/soak/hostile_peers.h"
+#include "tests/soak/operator.h"
+#include "tests/support/simulator_process.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+constexpr int kPanels = 8;
+constexpr int kTakenOutputs = 8;  // good panels take on the outputs 1 to 8 only
+constexpr int kChannels = 64;
+#ifdef __SANITIZE_ADDRESS__
+constexpr double kMostGrowth = 4096;  // the sanitizer keeps what was freed
+#else
+constexpr double kMostGrowth = 16;
+#endif
+constexpr milliseconds kMostHeld{1000};
+constexpr milliseconds kMostWait{10000};
+
+double ResidentMegabytes(qint64 process) {
+  std::ifstream status("/proc/" + std::to_string(process) + "/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("VmRSS:")) return std::stod(line.substr(6)) / 1024;
+  }
+  return 0;
+}
+
+// Files, sockets and all else that takes a handle.
+int OpenHandles(qint64 process) {
+  const std::filesystem::directory_iterator handles("/proc/" + std::to_string(process) + "/fd");
+  return static_cast<int>(std::distance(begin(handles), end(handles)));
+}
+
+class Soak {
+ public:
+  bool Start() {
+    QTcpServer server;
+    if (!server.listen(QHostAddress::Any, 0)) return false;
+    port_ = server.serverPort();
+    server.close();
+    folder_.WriteSettings(line_,
+                          "Softpanel Support=Yes\r\nIP Port=" + std::to_string(port_) + "\r\n");
+    console_ = std::make_unique<test::ConsoleProcess>(folder_);
+    if (!console_->IsUp() || !simulator_.WaitForLine("rx poll tally")) return false;
+    operator_ =
+        std::make_unique<soak::Operator>(*console_, test::ReadStations(folder_ / "Tesk.mdb"));
+    for (int i = 0; i < kPanels; ++i) panels_.push_back(std::make_unique<soak::GoodPanel>(port_));
+    if (!Settle()) return false;
+    // What the first round opens for good belongs to the console.
+    while (operator_->Rounds() == 0 && operator_->Stuck().empty()) Step();
+    handles_ = OpenHandles(console_->Id());
+    return true;
+  }
+
+  void Run(Clock::duration time) {
+    soak::HostilePeers hostile(port_);
+    const auto start = Clock::now();
+    auto nextTake = start;
+    auto nextLook = start;
+    double early = 0;
+    while (Clock::now() - start < time) {
+      Step();
+      const auto now = Clock::now();
+      if (now >= nextTake) {
+        nextTake = now + milliseconds(5000);
+        Take();
+      }
+      if (now < nextLook) continue;
+      nextLook = now + std::chrono::seconds(10);
+      resident_ = ResidentMegabytes(console_->Id());
+      if (now - start < time / 3 || early == 0) early = resident_;
+      growth_ = resident_ - early;
+      std::printf(
+          "%4.0f s  %6d hostile connections  %s  operator's round %d  %.1f MB  %d handles  "
+          "answers within %lld ms\n",
+          std::chrono::duration<double>(now - start).count(), hostile.Connections(),
+          Shown().c_str(), operator_->Rounds(), resident_, OpenHandles(console_->Id()),
+          static_cast<long long>(held_.count()));
+      std::fflush(stdout);
+    }
+  }
+
+  // The panels come to know the switcher's map.
+  bool Settle() {
+    const auto start = Clock::now();
+    while (Clock::now() - start < std::chrono::seconds(120)) {
+      Step();
+      if (Differences(false) == 0) return true;
+    }
+    return false;
+  }
+
+  int Verdict() {
+    int failures = 0;
+    const auto fail = [&](const char* what) {
+      std::printf("FAILED: %s\n", what);
+      ++failures;
+    };
+    if (cutOff_) fail("a panel was cut off");
+    if (!Settle()) {
+      Differences(true);
+      fail("a panel does not know the map");
+    }
+    for (int output = kTakenOutputs + 1; output <= kChannels; ++output) {
+      if (Truth(output) != "none") fail("a crosspoint that nobody asked for");
+    }
+    if (received_ != takes_) fail("a take did not reach the switcher");
+    if (simulator_.WaitForLine("rx take", milliseconds(500))) fail("a take that nobody asked for");
+    if (held_ > kMostHeld) fail("the console did not answer for more than a second");
+    if (growth_ > kMostGrowth) fail("the console's memory grows");
+    if (!operator_->Stuck().empty()) {
+      std::printf("the operator: %s\n", operator_->Stuck().c_str());
+      fail("the operator could not go on");
+    }
+    if (!HandlesComeBack()) fail("the console's open files grow");
+    const auto boxes = console_->Boxes();
+    for (const test::Box& box : boxes) {
+      std::printf("box: %s | %s | %s\n", box.title.c_str(), box.text.c_str(), box.more.c_str());
+    }
+    if (boxes.size() > 2) fail("a stack of boxes");
+    milliseconds longest{0};
+    for (const auto& panel : panels_) longest = std::max(longest, panel->LongestAnswer());
+    if (longest > kMostWait) fail("a poll was not answered in time");
+    panels_.clear();
+    // The report that shows is read before a console ends.
+    for (std::size_t i = 0; i < boxes.size(); ++i) console_->CloseBox();
+    if (console_->Terminate() != 0) fail("the console did not end as it should");
+    if (test::ReadStations(folder_ / "Tesk.mdb") != operator_->Tables()) {
+      fail("the database does not hold what the operator edited");
+    }
+    std::printf("%d rounds of the operator, %d handles before and after, %+.1f MB\n",
+                operator_->Rounds(), handles_, growth_);
+    std::printf("%d takes, polls answered within %lld ms, console within %lld ms, %.1f MB\n",
+                takes_, static_cast<long long>(longest.count()),
+                static_cast<long long>(held_.count()), resident_);
+    return failures == 0 ? 0 : 1;
+  }
+
+ private:
+  std::string Shown() {
+    const auto asked = Clock::now();
+    const std::string text = console_->Property("aidPanels", "text").toString().toStdString();
+    held_ = std::max(held_, std::chrono::duration_cast<milliseconds>(Clock::now() - asked));
+    return text;
+  }
+
+  // The connections of peers that have gone are closed from the event loop; a window of the
+  // operator may just be opening.
+  bool HandlesComeBack() {
+    const auto start = Clock::now();
+    int now = 0;
+    while (Clock::now() - start < std::chrono::seconds(30)) {
+      Step();
+      now = OpenHandles(console_->Id());
+      if (now == handles_) return true;
+    }
+    std::printf("%d handles before, %d after\n", handles_, now);
+    return false;
+  }
+
+  void Step() {
+    for (const auto& panel : panels_) cutOff_ = !panel->Step() || cutOff_;
+    if (operator_->Stuck().empty()) operator_->Step();
+    Shown();
+    std::this_thread::sleep_for(milliseconds(5));
+  }
+
+  void Take() {
+    soak::GoodPanel& panel = *panels_[random_() % panels_.size()];
+    const int output = 1 + static_cast<int>(random_() % kTakenOutputs);
+    const int input = 1 + static_cast<int>(random_() % kChannels);
+    panel.Take(output, input, random_() % 4 != 0);
+    ++takes_;
+    if (simulator_.WaitForLine("rx take")) ++received_;
+  }
+
+  // The sources of an output as the switcher has them.
+  std::string Truth(int output) {
+    const std::string row = simulator_.Command("row " + std::to_string(output));
+    const auto at = row.find("sources ");
+    return at == std::string::npos ? row : row.substr(at + 8);
+  }
+
+  int Differences(bool print) {
+    int count = 0;
+    for (int output = 1; output <= kChannels; ++output) {
+      const std::string truth = Truth(output);
+      for (const auto& panel : panels_) {
+        if (panel->Row(output) == truth) continue;
+        ++count;
+        if (print) {
+          std::printf("output %d: %s, a panel has %s\n", output, truth.c_str(),
+                      panel->Row(output).c_str());
+        }
+      }
+    }
+    return count;
+  }
+
+  int port_ = 0;
+  test::ConsoleFolder folder_;
+  const std::string line_ = folder_ / "line";
+  test::SimulatorProcess simulator_{{"--log", "--link", line_}};
+  std::unique_ptr<test::ConsoleProcess> console_;
+  std::unique_ptr<soak::Operator> operator_;
+  std::vector<std::unique_ptr<soak::GoodPanel>> panels_;
+  std::mt19937 random_{4};
+  int takes_ = 0;
+  int received_ = 0;  // by the switcher, as many as were looked for
+  bool cutOff_ = false;
+  milliseconds held_{0};
+  double resident_ = 0;
+  double growth_ = 0;
+  int handles_ = 0;  // before the hostile peers came
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  const double minutes = argc > 1 ? std::atof(argv[1]) : 3;
+  Soak soak;
+  if (!soak.Start()) {
+    std::printf("FAILED: the console does not come up\n");
+    return 1;
+  }
+  soak.Run(std::chrono::duration_cast<Clock::duration>(
+      std::chrono::duration<double>(std::max(minutes, 0.1) * 60)));
+  return soak.Verdict();
+}

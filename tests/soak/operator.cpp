@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+
+#include "tests/soak/operator.h"
+
+#include <utility>
+
+namespace soak {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kBetweenTasks{200};
+constexpr std::chrono::seconds kPatience{30};
+
+bool Always() { return true; }
+
+}  // namespace
+
+Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
+    : console_(console), tables_(std::move(tables)) {
+  AddEdits(5);
+  tasks_.push_back(
+      {"send the inhibits", [this] { console_.Trigger("ID_SendInhibits", "frmXmap"); }, Always});
+  AddTrigger("about", "ID_About", "frmTeskAbout");
+  AddClose("close about", "frmTeskAbout");
+  for (const auto& [command, view] :
+       {std::pair{"ID_XpointMap", "frmXmap"}, std::pair{"ID_StationAlphas", "frmAlphas"},
+        std::pair{"ID_ButtonProgramming", "frmButtons"}}) {
+    AddClose("close a view", view);
+    AddTrigger("open a view", command, view);
+  }
+  for (const char* const arrangement : {"ID_Cascade", "ID_TileHorizontal", "ID_TileVertical"}) {
+    AddTrigger("arrange the windows", arrangement, "frmXmap");
+  }
+  AddEdits(5);
+  AddTrigger("open the download", "ID_SendData", "frmDownProg");
+  tasks_.push_back({"begin the download", [this] { console_.Click("cmdDownGo"); }, Always});
+  tasks_.push_back({"cancel the download", [this] { console_.Click("cmdDownCancel"); },
+                    [this] { return !console_.IsShown("frmDownProg"); }});
+  AddTrigger("open the retrieval", "ID_RetreiveData", "frmSysInfo");
+  AddClose("close the retrieval", "frmSysInfo");
+}
+
+void Operator::AddTrigger(const char* name, const char* action, const char* shows) {
+  tasks_.push_back({name, [this, action] { console_.Trigger(action); },
+                    [this, shows] { return console_.IsShown(shows); }});
+}
+
+void Operator::AddClose(const char* name, const char* window) {
+  tasks_.push_back({name, [this, window] { console_.CloseWindow(window); },
+                    [this, window] { return !console_.IsShown(window); }});
+}
+
+void Operator::AddEdits(int count) {
+  for (int i = 0; i < count; ++i) {
+    for (const test::OperatorEdit& edit : test::Edits()) {
+      tasks_.push_back({edit.name,
+                        [this, &edit] {
+                          if (!edit.make(console_, random_, tables_)) stuck_ = edit.name;
+                        },
+                        Always});
+    }
+  }
+}
+
+void Operator::Step() {
+  const auto now = Clock::now();
+  const Task& task = tasks_[task_];
+  if (!busy_) {
+    if (now - begun_ < kBetweenTasks) return;
+    begun_ = now;
+    busy_ = true;
+    task.begin();
+    return;
+  }
+  if (!task.isDone()) {
+    if (now - begun_ > kPatience) stuck_ = task.name;
+    return;
+  }
+  busy_ = false;
+  begun_ = now;
+  if (++task_ < tasks_.size()) return;
+  task_ = 0;
+  ++rounds_;
+}
+
+}  // namespace soak

@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+//
+// The programming view by keys alone, its layout, and what it paints.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTabWidget>
+#include <QTest>
+#include <map>
+
+#include "tests/views/programming/buttons_console.h"
+
+namespace views {
+namespace {
+
+using test::ButtonsConsole;
+using test::Flags;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::string Focus() {
+  const QWidget* const focus = QApplication::focusWidget();
+  return focus == nullptr ? "nothing" : focus->objectName().toStdString();
+}
+
+void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+}
+
+// Presses Tab until the focus is on a control of that name; false when it never comes.
+bool TabTo(const std::string& name) {
+  for (int i = 0; i < 80; ++i) {
+    if (Focus() == name) return true;
+    Press(Qt::Key_Tab);
+  }
+  return false;
+}
+
+TEST(ButtonsByKeys, AStationIsProgrammedWithoutAMouse) {
+  ButtonsConsole console;
+  console.Open();
+  ASSERT_TRUE(TabTo("cmdNext"));
+  Press(Qt::Key_PageDown);
+  Press(Qt::Key_PageDown);
+  EXPECT_EQ(console.CurrentStation(), 3);
+  Press(Qt::Key_PageUp);
+  EXPECT_EQ(console.CurrentStation(), 2);
+  Press(Qt::Key_Space);
+  EXPECT_EQ(console.CurrentStation(), 3);
+  ASSERT_TRUE(TabTo("cmdButton_0"));
+  Press(Qt::Key_Down);
+  Press(Qt::Key_Right);
+  EXPECT_EQ(Focus(), "cmdButton_9");
+  Press(Qt::Key_Return);
+  EXPECT_EQ(console.Tab(), 5);
+  EXPECT_EQ(Focus(), "ckStationSel_0");
+  Press(Qt::Key_Space);
+  Press(Qt::Key_End);
+  Press(Qt::Key_Space);
+  EXPECT_EQ(console.Text(3, "B10 Prog"), Flags({1, 8, 10}));
+  Press(Qt::Key_Backtab);
+  EXPECT_EQ(Focus(), "optButType_0");
+  Press(Qt::Key_Right);
+  EXPECT_EQ(Focus(), "optButType_1");
+  EXPECT_EQ(console.Number(3, "B10 Type"), 1);
+  Press(Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(console.Tab(), 6);
+  ASSERT_TRUE(TabTo("ckRelaySel_0"));
+  Press(Qt::Key_Right);
+  Press(Qt::Key_Space);
+  EXPECT_EQ(console.Text(3, "Relays"), Flags({2}));
+  for (int i = 0; i < 9; ++i) Press(Qt::Key_PageUp, Qt::ControlModifier);
+  EXPECT_EQ(console.Tab(), 1);
+}
+
+TEST(ButtonsByKeys, PageKeysGoToStationsAlsoFromTheSelector) {
+  ButtonsConsole console;
+  console.Open();
+  console.GoToTab(5);
+  console.Find<QWidget>(QStringLiteral("cmbButton")).setFocus();
+  Press(Qt::Key_PageDown);
+  EXPECT_EQ(console.CurrentStation(), 2);
+  EXPECT_EQ(console.Find<QComboBox>(QStringLiteral("cmbButton")).currentIndex(), 0);
+  Press(Qt::Key_Down);
+  EXPECT_EQ(console.Find<QComboBox>(QStringLiteral("cmbButton")).currentIndex(), 1);
+  EXPECT_EQ(console.CurrentStation(), 2);
+}
+
+TEST(ButtonsByKeys, TabGoesInReadingOrderAndAround) {
+  ButtonsConsole console;
+  console.Open();
+  console.GoToTab(5);
+  console.Find<QWidget>(QStringLiteral("cmdFirst")).setFocus();
+  std::vector<std::string> order;
+  do {
+    order.push_back(Focus());
+    Press(Qt::Key_Tab);
+  } while (Focus() != "cmdFirst" && order.size() < 60);
+  EXPECT_THAT(order, ElementsAre("cmdFirst", "cmdBack10", "cmdPrev", "cmbButton", "cmdNext",
+                                 "cmdFwd10", "cmdLast", "txtStaLabel", "txtInptLabel",
+                                 "txtPortNmbr", "qt_tabwidget_tabbar", "optButType_0",
+                                 "ckStationSel_0", "btnSendButtonData", "btnSendSingleStation",
+                                 "btnSendOptoData", "btnQDVStatus"));
+}
+
+TEST(ButtonsLook, EverythingFitsIntoItsFirstSize) {
+  ButtonsConsole console;
+  console.Open();
+  EXPECT_EQ(console.subWindow->size(), QSize(593, 407));
+  for (const int tab : {1, 2, 3, 4, 5, 6}) {
+    console.GoToTab(tab);
+    QCoreApplication::sendPostedEvents();
+    auto* const page = static_cast<QScrollArea*>(
+        console.Find<QTabWidget>(QStringLiteral("SSActiveTabs1")).currentWidget());
+    EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0) << tab;
+    EXPECT_EQ(page->verticalScrollBar()->maximum(), 0) << tab;
+  }
+}
+
+TEST(ButtonsLook, TheFieldsStandBesideTheNavigation) {
+  ButtonsConsole console;
+  console.Open();
+  QCoreApplication::sendPostedEvents();
+  int right = console.Find<QWidget>(QStringLiteral("frNavControls")).geometry().right();
+  for (const char* const name : {"txtStaLabel", "txtInptLabel", "txtPortNmbr"}) {
+    const auto& field = console.Find<QWidget>(QString::fromLatin1(name));
+    const int left = field.mapTo(console.view, QPoint()).x();
+    EXPECT_GT(left, right) << name;
+    EXPECT_GE(field.width(), 36) << name;
+    right = left + field.width();
+  }
+  EXPECT_LE(right, console.view->width());
+}
+
+TEST(ButtonsLook, TheFieldsStandUnderTheNavigationInANarrowView) {
+  ButtonsConsole console;
+  console.Open();
+  console.subWindow->resize(433, 433);
+  QCoreApplication::sendPostedEvents();
+  const auto& frame = console.Find<QWidget>(QStringLiteral("frNavControls"));
+  EXPECT_LE(frame.geometry().right(), console.view->width());
+  for (const char* const name : {"txtStaLabel", "txtInptLabel", "txtPortNmbr"}) {
+    const auto& field = console.Find<QWidget>(QString::fromLatin1(name));
+    const QPoint at = field.mapTo(console.view, QPoint());
+    EXPECT_GT(at.y(), frame.geometry().bottom()) << name;
+    EXPECT_LE(at.x() + field.width(), console.view->width()) << name;
+  }
+  EXPECT_LE(console.view->minimumSizeHint().width(), 433);
+}
+
+TEST(ButtonsLook, WideLabelsAreShownWhole) {
+  ButtonsConsole console;
+  console.SetField(1, "Label", "WWWWWWWW");
+  console.Open();
+  const auto& button = console.Find<QPushButton>("cmdButton", 0);
+  EXPECT_GT(button.width(), button.fontMetrics().horizontalAdvance(QStringLiteral("WWWWWWWW")));
+}
+
+// How often each widget is painted.
+class Paints : public QObject {
+ public:
+  explicit Paints(QWidget& view) {
+    for (QWidget* const widget : view.findChildren<QWidget*>()) widget->installEventFilter(this);
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++counts_[watched];
+    return false;
+  }
+  void Clear() {
+    QCoreApplication::sendPostedEvents();
+    QTest::qWait(1);
+    counts_.clear();
+  }
+  // Those that were painted more often than once.
+  std::vector<std::string> Repeated() {
+    QCoreApplication::sendPostedEvents();
+    QTest::qWait(1);
+    std::vector<std::string> repeated;
+    for (const auto& [widget, count] : counts_) {
+      if (count > 1) {
+        repeated.push_back(widget->metaObject()->className() +
+                           (" " + widget->objectName().toStdString()));
+      }
+    }
+    return repeated;
+  }
+  bool WasPainted(const QObject& widget) const {
+    const auto found = counts_.find(&widget);
+    return found != counts_.end();
+  }
+
+ private:
+  std::map<const QObject*, int> counts_;
+};
+
+TEST(ButtonsLook, EachChangeIsPaintedOnce) {
+  ButtonsConsole console;
+  for (int n = 1; n <= 32; ++n) {
+    const std::string field = "B" + std::to_string(n);
+    console.SetField(2, field + " Type", n % 2 == 0 ? 1 : 3);
+    console.SetField(2, field + " First", 33 - n);
+  }
+  console.SetField(2, "B2 Prog", Flags({1, 2, 3}));
+  console.Open();
+  Paints paints(*console.view);
+  paints.Clear();
+  console.Find<QAbstractButton>(QStringLiteral("cmdNext")).click();
+  EXPECT_THAT(paints.Repeated(), IsEmpty()) << "a station, on the page of its buttons";
+  EXPECT_TRUE(paints.WasPainted(console.Find<QLabel>("lblBtype", 15)));
+
+  console.GoToTab(5);
+  paints.Clear();
+  console.Find<QAbstractButton>(QStringLiteral("cmdPrev")).click();
+  EXPECT_THAT(paints.Repeated(), IsEmpty()) << "a station, on the page that edits";
+  EXPECT_TRUE(paints.WasPainted(console.Find<QCheckBox>("ckStationSel", 63)));
+
+  paints.Clear();
+  console.Find<QComboBox>(QStringLiteral("cmbButton")).setCurrentIndex(1);
+  EXPECT_THAT(paints.Repeated(), IsEmpty()) << "a button";
+  EXPECT_TRUE(paints.WasPainted(console.Find<QCheckBox>("ckStationSel", 1)));
+
+  paints.Clear();
+  console.Find<QAbstractButton>("ckStationSel", 40).click();
+  EXPECT_THAT(paints.Repeated(), IsEmpty()) << "a target";
+  EXPECT_TRUE(paints.WasPainted(console.Find<QCheckBox>("ckStationSel", 40)));
+  EXPECT_FALSE(paints.WasPainted(console.Find<QCheckBox>("ckStationSel", 50)));
+
+  paints.Clear();
+  console.Find<QAbstractButton>("optButType", 2).click();
+  EXPECT_THAT(paints.Repeated(), IsEmpty()) << "an operation";
+  EXPECT_THAT(console.reporter.reports, IsEmpty());
+}
+
+}  // namespace
+}  // namespace views

@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/rules/button_program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/small_database.h"
+#include "views/rules/operations.h"
+
+namespace rules {
+namespace {
+
+using testing::ElementsAre;
+
+const std::string kNone(64, '0');
+
+std::string With(int target) {
+  std::string flags = kNone;
+  flags[static_cast<std::size_t>(target - 1)] = '1';
+  return flags;
+}
+
+class ButtonProgramTest : public testing::Test {
+ protected:
+  ButtonProgramTest() {
+    database_.AddStation(1, {{"Label", "Studio A"},
+                             {"InLabel", "Mic 1"},
+                             {"Relays", kNone},
+                             {"B1 Type", 0},
+                             {"B1 First", 5},
+                             {"B1 Prog", With(5)}});
+    database_.AddStation(5, {{"Label", "Prod"}, {"InLabel", "Cam 5"}});
+    database_.AddStation(9, {{"InLabel", "Cam 9"}});
+    database_.AddStation(69, {{"Label", "Ext. 005"}, {"InLabel", "Line 5"}});
+    database_.GoTo(1);
+  }
+
+  jet::RecordSet& Stations() { return *database_.Files().Stations(); }
+  void Set(const char* field, const jet::Value& value) { database_.Set(1, field, value); }
+  std::string Field(const char* field) { return database_.Field(1, field); }
+
+  // Every test ends on the record where it began.
+  void TearDown() override {
+    if (Stations().HasRecord()) {
+      EXPECT_EQ(database_.CurrentStation(), 1);
+    }
+  }
+
+  std::string Chosen() {
+    std::string caption;
+    EXPECT_TRUE(ReadChosenCaption(Stations(), 1, &caption).ok());
+    return caption;
+  }
+  std::string Edited() {
+    std::string caption;
+    EXPECT_TRUE(ReadEditedCaption(Stations(), 1, 64, &caption).ok());
+    return caption;
+  }
+
+  test::SmallDatabase database_;
+};
+
+TEST_F(ButtonProgramTest, IsReadAndNullIsNothing) {
+  ButtonProgram program;
+  ASSERT_TRUE(ReadButton(Stations(), 1, &program).ok());
+  EXPECT_EQ(program.type, 0);
+  EXPECT_EQ(program.first, 5);
+  EXPECT_EQ(program.targets, With(5));
+  ASSERT_TRUE(ReadButton(Stations(), 2, &program).ok());
+  EXPECT_EQ(program.type, 0);
+  EXPECT_EQ(program.first, 0);
+  EXPECT_EQ(program.targets, "");
+  Set("B1 Prog",
+      "1x\xC3\xBC"
+      "1");
+  ASSERT_TRUE(ReadButton(Stations(), 1, &program).ok());
+  EXPECT_EQ(program.targets, "1001");
+}
+
+TEST_F(ButtonProgramTest, CaptionsAreTheLabelsOfTheFirstTargets) {
+  Set("B2 Type", 3);
+  Set("B2 First", 5);
+  Set("B3 First", 9);
+  Set("B4 First", 7);
+  Set("B5 Type", 1);
+  Set("B5 First", 5);
+  Set("B6 Type", 3);
+  Set("B6 First", 0);
+  Set("B7 Type", 254);
+  Set("B7 First", 1);
+  Set("B8 First", -3);
+  std::vector<std::string> captions;
+  ASSERT_TRUE(ReadButtonCaptions(Stations(), 9, &captions).ok());
+  EXPECT_THAT(captions, ElementsAre("Prod", "Ext. 005", "NONE", "NONE", "Prod", "NONE", "Studio A",
+                                    "NONE", "NONE"));
+}
+
+TEST_F(ButtonProgramTest, TypesAreRead) {
+  Set("B2 Type", 255);
+  Set("B3 Type", 77);
+  std::vector<int> types;
+  ASSERT_TRUE(ReadButtonTypes(Stations(), 4, &types).ok());
+  EXPECT_THAT(types, ElementsAre(0, 255, 77, 0));
+}
+
+TEST_F(ButtonProgramTest, TheCaptionOfAChosenOperation) {
+  for (const int type : {0, 255}) {
+    Set("B1 Type", type);
+    EXPECT_EQ(Chosen(), "Prod") << type;
+  }
+  for (const int type : {1, 2}) {
+    Set("B1 Type", type);
+    EXPECT_EQ(Chosen(), "Cam 5") << type;
+  }
+  Set("B1 Type", 3);
+  EXPECT_EQ(Chosen(), "Ext. 005");
+  for (const int type : {254, 77}) {
+    Set("B1 Type", type);
+    EXPECT_EQ(Chosen(), "INACTIVE") << type;
+  }
+  Set("B1 Type", 0);
+  for (const int first : {0, 7, 9}) {
+    Set("B1 First", first);
+    EXPECT_EQ(Chosen(), "NONE") << first;
+  }
+  Set("B1 Type", 1);
+  Set("B1 First", 9);
+  EXPECT_EQ(Chosen(), "Cam 9");
+}
+
+TEST_F(ButtonProgramTest, TargetsAreStoredWithTheLowest) {
+  bool isInactive = true;
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 3, true, 64, &isInactive).ok());
+  EXPECT_FALSE(isInactive);
+  EXPECT_EQ(Field("B1 Prog"), "0010100000000000000000000000000000000000000000000000000000000000");
+  EXPECT_EQ(Field("B1 First"), "3");
+  EXPECT_EQ(Edited(), "NONE") << "there is no station 3";
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 3, false, 64, &isInactive).ok());
+  EXPECT_EQ(Field("B1 Prog"), With(5));
+  EXPECT_EQ(Field("B1 First"), "5");
+  EXPECT_EQ(Field("B1 Type"), "0");
+  EXPECT_EQ(Edited(), "Prod");
+  Set("B1 Type", 3);
+  EXPECT_EQ(Edited(), "Ext. 005");
+  Set("B1 Type", 1);
+  EXPECT_EQ(Edited(), "Prod");
+}
+
+TEST_F(ButtonProgramTest, TheLastTargetTakenMakesItInactive) {
+  bool isInactive = false;
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 5, false, 64, &isInactive).ok());
+  EXPECT_TRUE(isInactive);
+  EXPECT_EQ(Field("B1 Prog"), kNone);
+  EXPECT_EQ(Field("B1 First"), "1");
+  EXPECT_EQ(Field("B1 Type"), "254");
+  EXPECT_EQ(Edited(), "NONE");
+}
+
+TEST_F(ButtonProgramTest, WhatIsStoredIsWellFormed) {
+  bool isInactive = false;
+  Set("B1 Prog", jet::Value());
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 64, true, 64, &isInactive).ok());
+  EXPECT_EQ(Field("B1 Prog"), With(64));
+  EXPECT_EQ(Field("B1 First"), "64");
+  Set("B1 Prog", "x1");
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 3, true, 64, &isInactive).ok());
+  EXPECT_EQ(Field("B1 Prog"), "011" + std::string(61, '0'));
+  Set("B1 Prog", kNone + "1?");
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 1, true, 64, &isInactive).ok());
+  EXPECT_EQ(Field("B1 Prog"), With(1) + "1?");
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 1, false, 64, &isInactive).ok());
+  EXPECT_EQ(Field("B1 Prog"), kNone + "1?");
+  EXPECT_EQ(Field("B1 Type"), "254") << "a target beyond the boxes is no target";
+}
+
+TEST_F(ButtonProgramTest, AnotherTypeIsStored) {
+  bool changed = false;
+  ASSERT_TRUE(StoreType(Stations(), 1, 2, &changed).ok());
+  EXPECT_TRUE(changed);
+  EXPECT_EQ(Field("B1 Type"), "2");
+  ASSERT_TRUE(StoreType(Stations(), 1, 2, &changed).ok());
+  EXPECT_FALSE(changed);
+  ASSERT_TRUE(StoreType(Stations(), 2, 0, &changed).ok());
+  EXPECT_TRUE(changed) << "null is no operation yet";
+  EXPECT_EQ(Field("B2 Type"), "0");
+}
+
+TEST_F(ButtonProgramTest, OnlyAButtonWithoutTargetsIsMadeInactive) {
+  bool changed = true;
+  ASSERT_TRUE(StoreInactive(Stations(), 1, &changed).ok());
+  EXPECT_FALSE(changed);
+  EXPECT_EQ(Field("B1 Type"), "0");
+  Set("B1 Prog", kNone);
+  Set("B1 Type", 1);
+  ASSERT_TRUE(StoreInactive(Stations(), 1, &changed).ok());
+  EXPECT_TRUE(changed);
+  EXPECT_EQ(Field("B1 Type"), "254");
+  EXPECT_EQ(Field("B1 First"), "1");
+  ASSERT_TRUE(StoreInactive(Stations(), 1, &changed).ok());
+  EXPECT_FALSE(changed) << "it is already";
+  ASSERT_TRUE(StoreInactive(Stations(), 2, &changed).ok());
+  EXPECT_TRUE(changed);
+  EXPECT_EQ(Field("B2 Type"), "254");
+  EXPECT_EQ(Field("B2 Prog"), "null");
+}
+
+TEST_F(ButtonProgramTest, RelaysAreStored) {
+  ASSERT_TRUE(StoreRelay(Stations(), 64, true, 64).ok());
+  EXPECT_EQ(Field("Relays"), With(64));
+  ASSERT_TRUE(StoreRelay(Stations(), 64, false, 64).ok());
+  EXPECT_EQ(Field("Relays"), kNone);
+  Set("Relays", "1z");
+  std::string relays;
+  ASSERT_TRUE(ReadRelays(Stations(), &relays).ok());
+  EXPECT_EQ(relays, "10");
+  ASSERT_TRUE(StoreRelay(Stations(), 3, true, 64).ok());
+  EXPECT_EQ(Field("Relays"), "101" + std::string(61, '0'));
+}
+
+TEST_F(ButtonProgramTest, WithoutARecordEverythingFailsAndNothingBreaks) {
+  ASSERT_TRUE(Stations().MoveLast().ok());
+  ASSERT_TRUE(Stations().MoveNext().ok());
+  bool flag = true;
+  ButtonProgram program;
+  std::vector<std::string> captions;
+  std::vector<int> types;
+  EXPECT_EQ(ReadButton(Stations(), 1, &program).Number(), 3021);
+  EXPECT_EQ(ReadButtonCaptions(Stations(), 3, &captions).Number(), 3021);
+  EXPECT_THAT(captions, ElementsAre("NONE", "NONE", "NONE"));
+  EXPECT_EQ(ReadButtonTypes(Stations(), 2, &types).Number(), 3021);
+  EXPECT_THAT(types, ElementsAre(kNoType, kNoType));
+  EXPECT_EQ(StoreTarget(Stations(), 1, 1, true, 64, &flag).Number(), 3021);
+  EXPECT_EQ(StoreType(Stations(), 1, 1, &flag).Number(), 3021);
+  EXPECT_EQ(StoreInactive(Stations(), 1, &flag).Number(), 3021);
+  EXPECT_EQ(StoreRelay(Stations(), 1, true, 64).Number(), 3021);
+  EXPECT_FALSE(flag);
+}
+
+TEST(ButtonProgramFields, ThatAreLackingFailAlone) {
+  test::SmallDatabase database(test::StationsWithout("B2 Type"));
+  database.AddStation(1, {{"Label", "A"}, {"B1 First", 1}, {"B2 First", 1}, {"B3 First", 1}});
+  jet::RecordSet& stations = *database.Files().Stations();
+  ASSERT_TRUE(stations.MoveFirst().ok());
+  std::vector<std::string> captions;
+  EXPECT_EQ(ReadButtonCaptions(stations, 3, &captions).Number(), 3265);
+  EXPECT_THAT(captions, ElementsAre("A", "NONE", "A"));
+  std::vector<int> types;
+  EXPECT_EQ(ReadButtonTypes(stations, 3, &types).Number(), 3265);
+  EXPECT_THAT(types, ElementsAre(0, kNoType, 0));
+  bool isInactive = false;
+  EXPECT_EQ(StoreTarget(stations, 2, 1, false, 64, &isInactive).Number(), 3265);
+  EXPECT_FALSE(isInactive);
+  EXPECT_FALSE(stations.IsChanging());
+  EXPECT_EQ(database.Field(1, "B2 First"), "1") << "stored whole or not at all";
+}
+
+}  // namespace
+}  // namespace rules

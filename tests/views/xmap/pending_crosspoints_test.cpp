@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/xmap/pending_crosspoints.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <string>
+
+#include "model/system_model.h"
+
+namespace views {
+namespace {
+
+using testing::ElementsAre;
+
+class PendingCrosspointsTest : public testing::Test {
+ protected:
+  PendingCrosspointsTest() {
+    QObject::connect(&pending_, &PendingCrosspoints::Changed,
+                     [this](const Crosspoint& crosspoint, bool pending) {
+                       seen_.push_back((pending ? "+" : "-") + std::to_string(crosspoint.output) +
+                                       "," + std::to_string(crosspoint.input));
+                     });
+  }
+
+  PendingCrosspoints pending_;
+  std::vector<std::string> seen_;
+};
+
+TEST_F(PendingCrosspointsTest, ReportOfTheRowEndsIt) {
+  pending_.Sent({2, 3});
+  pending_.Sent({2, 4});
+  pending_.Sent({5, 3});
+  pending_.Reported(7);
+  pending_.Reported(2);
+  EXPECT_THAT(seen_, ElementsAre("+2,3", "+2,4", "+5,3", "-2,3", "-2,4"));
+  pending_.Reported(2);
+  pending_.Reported(model::kAll);
+  EXPECT_EQ(seen_.back(), "-5,3");
+  EXPECT_EQ(seen_.size(), 6U);
+}
+
+TEST_F(PendingCrosspointsTest, EachIsGivenUpAfterThreeSeconds) {
+  pending_.Sent({1, 1});
+  QTest::qWait(1000);
+  pending_.Sent({2, 2});
+  QTest::qWait(500);
+  pending_.Sent({1, 1});  // again: three seconds from now
+  QTest::qWait(1400);
+  EXPECT_THAT(seen_, ElementsAre("+1,1", "+2,2", "+1,1")) << "after 2.9 s";
+  QTest::qWait(1250);
+  EXPECT_THAT(seen_, ElementsAre("+1,1", "+2,2", "+1,1", "-2,2")) << "after 4.15 s";
+  QTest::qWait(500);
+  EXPECT_EQ(seen_.back(), "-1,1") << "after 4.65 s";
+}
+
+}  // namespace
+}  // namespace views
