@@ -284,10 +284,10 @@ TEST_F(RetrievalTest, APulledCableLeavesItWaitingAndCancelBringsTheLinkBack) {
 
 TEST_F(RetrievalTest, NoiseBetweenMessagesIsOutlived) {
   StartBoth(16, {"--baud", "0"});
-  simulator_->Command("data-noise 50");
+  simulator_->Command("gap-noise 50");
   BeginRetrieval();
   ASSERT_TRUE(WaitForCompletion());
-  simulator_->Command("data-noise 0");
+  simulator_->Command("gap-noise 0");
   CloseRetrieval();
   EXPECT_EQ(console_->Terminate(), 0);
   EXPECT_EQ(ReadTables(database_, 16), ReadTables(held_, 16));

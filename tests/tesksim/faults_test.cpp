@@ -125,6 +125,24 @@ TEST_F(FaultsTest, NoiseGetsIntoMessagesAndAddsToThem) {
   EXPECT_GT(end - start + 1, 131);
 }
 
+TEST_F(FaultsTest, GapNoiseKeepsOutOfMessages) {
+  line_.SetFault("gap-noise", 1000);
+  line_.simulator.SendTally();
+  line_.simulator.SendTally();
+  const Bytes received = line_.Run(seconds(1));
+  EXPECT_GT(received.size(), 2u * 131 + 500);
+  auto from = received.begin();
+  for (int tally = 0; tally < 2; ++tally) {
+    const auto start = std::find(from, received.end(), 0xE4);
+    const auto end = std::find(start, received.end(), 0xFF);
+    ASSERT_NE(end, received.end());
+    EXPECT_EQ(end - start + 1, 131);
+    from = end + 1;
+  }
+  const auto high = [](std::uint8_t byte) { return byte >= 0x80; };
+  EXPECT_EQ(std::count_if(received.begin(), received.end(), high), 4);
+}
+
 TEST_F(FaultsTest, NoiseStopsWhenItIsSwitchedOff) {
   line_.SetFault("noise", 1000);
   EXPECT_FALSE(line_.Run(seconds(1)).empty());

@@ -136,10 +136,10 @@ TEST(Options, WrongOnesAreNamed) {
 TEST(Options, HelpNamesEveryOptionAndFault) {
   const std::string help = HelpText();
   for (const char* option :
-       {"channels",    "stations",     "labels", "state",      "database",     "spoil",
-        "baud",        "link",         "device", "seed",       "demo",         "log",
-        "silence",     "help",         "noise",  "data-noise", "bad-checksum", "cut",
-        "missing-end", "unknown-code", "delay"}) {
+       {"channels", "stations",    "labels",       "state",      "database",  "spoil",
+        "baud",     "link",        "device",       "seed",       "demo",      "log",
+        "silence",  "help",        "noise",        "data-noise", "gap-noise", "bad-checksum",
+        "cut",      "missing-end", "unknown-code", "delay"}) {
     EXPECT_THAT(help, HasSubstr("  --" + std::string(option)));
   }
   std::size_t longest = 0;

@@ -20,6 +20,7 @@ using switcher::Bytes;
 struct Faults {
   int noise = 0;        // random bytes a second
   int dataNoise = 0;    // the same, only bytes that a receiver drops between messages
+  int gapNoise = 0;     // the same as dataNoise, and never inside a message
   int badChecksum = 0;  // every n-th message
   int cut = 0;          // every n-th message
   int missingEnd = 0;   // every n-th message
@@ -40,6 +41,8 @@ inline constexpr FaultSetting kFaultSettings[] = {
     {"noise", "RATE", "line noise towards the console: random bytes a second", 5000,
      &Faults::noise},
     {"data-noise", "RATE", "the same, of bytes below 0x80 only", 5000, &Faults::dataNoise},
+    {"gap-noise", "RATE", "the same, of bytes below 0x80 between messages", 5000,
+     &Faults::gapNoise},
     {"bad-checksum", "N", "every N-th message has a wrong checksum", 1'000'000,
      &Faults::badChecksum},
     {"cut", "N", "every N-th message breaks off before its end", 1'000'000, &Faults::cut},

@@ -39,6 +39,7 @@ void Transmitter::SendLinkAnswer() {
 void Transmitter::Clear() {
   linkAnswers_ = 0;
   noiseBytes_ = 0;
+  gapBytes_ = 0;
   waiting_.clear();
   waitingBytes_ = 0;
   current_.clear();
@@ -75,15 +76,15 @@ void Transmitter::SetFault(const FaultSetting& setting, int value, Time now) {
 }
 
 bool Transmitter::HasOutput() const {
-  return linkAnswers_ > 0 || noiseBytes_ > 0 || position_ < current_.size() || !waiting_.empty() ||
+  return linkAnswers_ > 0 || noiseBytes_ > 0 || gapBytes_ > 0 || !InGap() || !waiting_.empty() ||
          source_.HasNext();
 }
 
-bool Transmitter::MayInterrupt() const { return !inOnePiece_ || position_ == current_.size(); }
+bool Transmitter::MayInterrupt() const { return !inOnePiece_ || InGap(); }
 
 std::size_t Transmitter::Portion() const {
   if (!waiting_.empty() || source_.HasNext()) return pacer_.Portion();
-  const std::size_t left = linkAnswers_ + noiseBytes_ + (current_.size() - position_);
+  const std::size_t left = linkAnswers_ + noiseBytes_ + gapBytes_ + (current_.size() - position_);
   return std::min(left, pacer_.Portion());
 }
 
@@ -97,7 +98,11 @@ std::uint8_t Transmitter::NextByte() {
     --noiseBytes_;
     return NoiseByte();
   }
-  if (position_ == current_.size()) StartMessage();
+  if (gapBytes_ > 0 && InGap()) {
+    --gapBytes_;
+    return static_cast<std::uint8_t>(random_.Below(128));
+  }
+  if (InGap()) StartMessage();
   return current_[position_++];
 }
 
@@ -121,14 +126,17 @@ void Transmitter::StartMessage() {
 
 void Transmitter::MakeNoise(Time now) {
   while (nextNoise_.has_value() && *nextNoise_ <= now) {
-    if (noiseBytes_ < kMostNoise) ++noiseBytes_;
+    const int loud = Settings().noise + Settings().dataNoise;
+    std::size_t& waiting =
+        random_.Below(loud + Settings().gapNoise) < loud ? noiseBytes_ : gapBytes_;
+    if (waiting < kMostNoise) ++waiting;
     ScheduleNoise(*nextNoise_);
   }
 }
 
 // The gaps between the bytes are those of a chance that has no memory.
 void Transmitter::ScheduleNoise(Time from) {
-  const int rate = Settings().noise + Settings().dataNoise;
+  const int rate = Settings().noise + Settings().dataNoise + Settings().gapNoise;
   if (rate == 0) return;
   const double seconds = -std::log(random_.Fraction()) / rate;
   nextNoise_ = from + std::chrono::nanoseconds(static_cast<std::int64_t>(seconds * 1e9));

@@ -82,6 +82,7 @@ class Transmitter {
   void MakeNoise(Time now);
   void ScheduleNoise(Time from);
   std::uint8_t NoiseByte();
+  bool InGap() const { return position_ == current_.size(); }
   void Write(const std::string& line) const;
 
   LinePacer pacer_;
@@ -92,6 +93,7 @@ class Transmitter {
 
   std::size_t linkAnswers_ = 0;  // waiting
   std::size_t noiseBytes_ = 0;   // waiting
+  std::size_t gapBytes_ = 0;     // noise waiting for the end of the message on its way
   std::optional<Time> nextNoise_;
   std::deque<Outgoing> waiting_;
   std::size_t waitingBytes_ = 0;
