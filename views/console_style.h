@@ -14,6 +14,10 @@ namespace views {
 // captions, so that eight of them fit into the first width of the programming view.  A click beside
 // the handle of a slider moves it by a page, and no button makes it jump to the pointer: a gain
 // must not leap.
+//
+// Fusion tells the focus by a tint and a box by a shade, which dark colours swallow: over it, both
+// get a line.  The picture of the menu item that is lit is in the ink of its text, and a
+// placeholder that a desktop's colours leave dark on dark is one that can be read.
 class ConsoleStyle : public QProxyStyle {
   Q_OBJECT
 
@@ -22,12 +26,21 @@ class ConsoleStyle : public QProxyStyle {
   ConsoleStyle() = default;
   explicit ConsoleStyle(const QString& baseStyle) : QProxyStyle(baseStyle) {}
 
+  using QProxyStyle::polish;
+  void polish(QPalette& palette) override;
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override;
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                          const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* returned) const override;
+
+ private:
+  bool IsOverFusion() const;
 };
 
 }  // namespace views

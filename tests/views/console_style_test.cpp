@@ -9,10 +9,122 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPainter>
+#include <QStyleOption>
 #include <QToolBar>
+#include <algorithm>
+
+#include "views/contrast.h"
 
 namespace views {
 namespace {
+
+// What can be told from its surroundings without being read.
+constexpr double kVisible = 3;
+
+QPalette Light() { return QApplication::style()->standardPalette(); }
+
+// As a dark desktop gives it that says nothing of placeholders.
+QPalette Dark() {
+  QPalette palette(QColor(0x31, 0x36, 0x3B), QColor(0x2A, 0x2E, 0x32));
+  palette.setColor(QPalette::Base, QColor(0x1B, 0x1E, 0x20));
+  palette.setColor(QPalette::Highlight, QColor(0x3D, 0xAE, 0xE9));
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    palette.setColor(role, QColor(0xFC, 0xFC, 0xFC));
+  }
+  palette.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+  return palette;
+}
+
+QImage Drawn(QStyle::PrimitiveElement element, const QPalette& palette, QStyle::State state) {
+  QImage image(24, 24, QImage::Format_RGB32);
+  image.fill(palette.color(QPalette::Window));
+  QStyleOptionFocusRect focus;
+  focus.backgroundColor = palette.color(QPalette::Window);
+  QStyleOptionButton box;
+  QStyleOption& option =
+      element == QStyle::PE_FrameFocusRect ? static_cast<QStyleOption&>(focus) : box;
+  option.rect = QRect(4, 4, 16, 16);
+  option.palette = palette;
+  option.state = state;
+  QPainter painter(&image);
+  QApplication::style()->drawPrimitive(element, &option, &painter);
+  return image;
+}
+
+// The largest contrast to the window of what stands on the way from the left edge to the middle.
+double EdgeContrast(const QImage& image, const QPalette& palette) {
+  double largest = 1;
+  for (int x = 0; x < 8; ++x) {
+    largest = std::max(largest, Contrast(image.pixelColor(x, 12), palette.color(QPalette::Window)));
+  }
+  return largest;
+}
+
+TEST(ConsoleStyle, ABoxThatIsNotTickedIsSeenInEveryTheme) {
+  for (const QPalette& palette : {Light(), Dark()}) {
+    for (const auto element : {QStyle::PE_IndicatorCheckBox, QStyle::PE_IndicatorRadioButton}) {
+      EXPECT_GE(
+          EdgeContrast(Drawn(element, palette, QStyle::State_Enabled | QStyle::State_Off), palette),
+          kVisible)
+          << element << " on " << palette.color(QPalette::Window).name().toStdString();
+    }
+  }
+}
+
+TEST(ConsoleStyle, TheFocusIsSeenInEveryThemeOnceKeysAreUsed) {
+  const auto state = QStyle::State_Enabled | QStyle::State_HasFocus;
+  for (const QPalette& palette : {Light(), Dark()}) {
+    EXPECT_GE(EdgeContrast(Drawn(QStyle::PE_FrameFocusRect, palette,
+                                 state | QStyle::State_KeyboardFocusChange),
+                           palette),
+              kVisible);
+    EXPECT_EQ(EdgeContrast(Drawn(QStyle::PE_FrameFocusRect, palette, state), palette), 1);
+  }
+}
+
+TEST(ConsoleStyle, APlaceholderCanBeReadOnADarkGround) {
+  QPalette palette = Dark();
+  QApplication::style()->polish(palette);
+  const QColor ink = palette.color(QPalette::PlaceholderText);
+  const QColor ground = palette.color(QPalette::Base);
+  EXPECT_GE(Contrast(Blend(ink, ground, ink.alphaF()), ground), 4.5);
+  QPalette light = Light();
+  const QColor before = light.color(QPalette::PlaceholderText);
+  QApplication::style()->polish(light);
+  EXPECT_EQ(light.color(QPalette::PlaceholderText), before);
+}
+
+TEST(ConsoleStyle, TheLitMenuItemHasItsPictureForTheHighlight) {
+  QPixmap plain(16, 16);
+  plain.fill(Qt::red);
+  QPixmap selected(16, 16);
+  selected.fill(Qt::green);
+  QStyleOptionMenuItem item;
+  item.icon.addPixmap(plain, QIcon::Normal);
+  item.icon.addPixmap(plain, QIcon::Active);
+  item.icon.addPixmap(selected, QIcon::Selected);
+  item.rect = QRect(0, 0, 200, 24);
+  item.palette = Light();
+  item.menuItemType = QStyleOptionMenuItem::Normal;
+  item.maxIconWidth = 20;
+  for (const bool lit : {false, true}) {
+    item.state = QStyle::State_Enabled;
+    if (lit) item.state |= QStyle::State_Selected;
+    QImage image(item.rect.size(), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    QApplication::style()->drawControl(QStyle::CE_MenuItem, &item, &painter);
+    int red = 0;
+    int green = 0;
+    for (int x = 0; x < image.width(); ++x) {
+      red += image.pixelColor(x, 12) == QColor(Qt::red) ? 1 : 0;
+      green += image.pixelColor(x, 12) == QColor(Qt::green) ? 1 : 0;
+    }
+    EXPECT_EQ(red, lit ? 0 : 16);
+    EXPECT_EQ(green, lit ? 16 : 0);
+  }
+}
 
 // What a child window's title bar, tool bar and frame take of its height.
 TEST(ConsoleStyle, ChildWindowKeepsItsFurnitureWithin52Pixels) {

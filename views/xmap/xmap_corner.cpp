@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QToolTip>
 
+#include "views/contrast.h"
 #include "views/xmap/mark_painter.h"
 #include "views/xmap/xmap_legend.h"
 

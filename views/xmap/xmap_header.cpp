@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "views/contrast.h"
 #include "views/find_field.h"
 
 namespace views {

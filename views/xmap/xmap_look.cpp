@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/contrast.h"
 #include "views/fixed_font.h"
 #include "views/twips.h"
 
@@ -16,16 +17,6 @@ constexpr double kLeastContrast = 2.5;
 
 int Zoomed(int twips, int zoom) {
   return static_cast<int>(std::lround(ToPixels(twips) * zoom / 100.0));
-}
-
-double Linear(double channel) {
-  return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-// Relative luminance, 0 black to 1 white.
-double Luminance(const QColor& colour) {
-  return 0.2126 * Linear(colour.redF()) + 0.7152 * Linear(colour.greenF()) +
-         0.0722 * Linear(colour.blueF());
 }
 
 }  // namespace
@@ -72,18 +63,8 @@ QColor MarkInk(rules::Mark mark, const QColor& ground) {
 }
 
 QColor StandingOut(const QColor& wanted, const QColor& ground) {
-  const double a = Luminance(wanted) + 0.05;
-  const double b = Luminance(ground) + 0.05;
-  if (std::max(a, b) / std::min(a, b) >= kLeastContrast) return wanted;
+  if (Contrast(wanted, ground) >= kLeastContrast) return wanted;
   return IsDark(ground) ? Qt::white : Qt::black;
-}
-
-QColor Blend(const QColor& colour, const QColor& ground, double share) {
-  const auto mix = [share](int a, int b) {
-    return static_cast<int>(std::lround(a * share + b * (1 - share)));
-  };
-  return QColor(mix(colour.red(), ground.red()), mix(colour.green(), ground.green()),
-                mix(colour.blue(), ground.blue()));
 }
 
 DeviceLines::DeviceLines(const QTransform& toDevice)

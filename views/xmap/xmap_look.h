@@ -49,9 +49,6 @@ QColor MarkInk(rules::Mark mark, const QColor& ground);
 // `wanted` where it stands out from the ground, else black or white, whichever does.
 QColor StandingOut(const QColor& wanted, const QColor& ground);
 
-// `share` (0 to 1) of `colour` over `ground`.
-QColor Blend(const QColor& colour, const QColor& ground, double share);
-
 // Grid lines as rectangles that cover whole device pixels, so that they are equally wide at
 // every device pixel ratio.
 class DeviceLines {

@@ -104,10 +104,6 @@ TEST(XmapLook, HighlightThatDoesNotStandOutGivesWay) {
   EXPECT_EQ(StandingOut(QColor(40, 40, 40), Qt::black), QColor(Qt::white));
 }
 
-TEST(XmapLook, BlendMixesChannelByChannel) {
-  EXPECT_EQ(Blend(QColor(100, 0, 200), QColor(0, 100, 200), 0.35), QColor(35, 65, 200));
-}
-
 // At every ratio, lines are whole device pixels, as wide as their neighbours, and end where the
 // cell ends.
 TEST(XmapLook, GridLinesAreWholeDevicePixels) {
