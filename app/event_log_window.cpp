@@ -11,12 +11,14 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSaveFile>
+#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "views/icon.h"
+#include "views/on_screen.h"
 
 namespace app {
 namespace {
@@ -35,7 +37,7 @@ EventLogWindow::EventLogWindow(EventLog& log, QWidget* parent)
   setWindowTitle(tr("Event Log"));
   setWindowIcon(views::Icon(QStringLiteral("event-log")));
   setAttribute(Qt::WA_DeleteOnClose);
-  resize(kSize);
+  resize(views::SizeOnScreen(kSize, screen()->availableSize()));
   Build();
 }
 

@@ -3,23 +3,31 @@
 #include "app/help_window.h"
 
 #include <QProcess>
+#include <QScreen>
 #include <QShortcut>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include "views/on_screen.h"
 
 // The pages stand in a library, whose resources have to be asked for.  The macro declares the
 // function that it calls where it stands, hence outside any namespace.
 static void LoadPages() { Q_INIT_RESOURCE(help); }
 
 namespace app {
+namespace {
+
+constexpr QSize kSize(720, 640);
+
+}  // namespace
 
 HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   LoadPages();
   setObjectName(QStringLiteral("frmHelp"));
   setWindowTitle(tr("Orvo Intercom Control Help"));
   setAttribute(Qt::WA_DeleteOnClose);
-  resize(720, 640);
+  resize(views::SizeOnScreen(kSize, screen()->availableSize()));
 
   auto* const pages = new QTextBrowser(this);
   pages->setObjectName(QStringLiteral("aidHelpPages"));

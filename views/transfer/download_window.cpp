@@ -47,11 +47,9 @@ void DownloadWindow::LayOut() {
   bar_->setAccessibleName(tr("Download progress"));
   bar_->hide();
   go_->setObjectName(QStringLiteral("cmdDownGo"));
-  go_->setAutoDefault(false);
   cancel_->setObjectName(QStringLiteral("cmdDownCancel"));
-  // The other one reprograms a live switcher.
+  // The other one reprograms a live switcher: Enter is for it only where it has the focus.
   cancel_->setDefault(true);
-  cancel_->setFocus();
 
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(text_);
@@ -63,6 +61,8 @@ void DownloadWindow::LayOut() {
   buttons->addButton(go_, QDialogButtonBox::AcceptRole);
   buttons->addButton(cancel_, QDialogButtonBox::RejectRole);
   layout->addWidget(buttons);
+  // Only now: on the way into the box a button loses the focus.
+  cancel_->setFocus();
 }
 
 void DownloadWindow::MakeTimers(int spacingMilliseconds) {

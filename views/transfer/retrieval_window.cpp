@@ -3,9 +3,11 @@
 #include "views/transfer/retrieval_window.h"
 
 #include <QDialogButtonBox>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "views/icon.h"
+#include "views/on_screen.h"
 
 namespace views {
 
@@ -43,11 +45,10 @@ void RetrievalWindow::LayOut() {
   silence_->setObjectName(QStringLiteral("aidSilence"));
   silence_->setTextFormat(Qt::PlainText);
   ok_->setObjectName(QStringLiteral("cmdOkSysInf"));
-  ok_->setAutoDefault(false);
   cancel_->setObjectName(QStringLiteral("cmdCancelSysInf"));
-  // The other one overwrites the computer's own tables.
+  // The other one overwrites the computer's own tables: Enter is for it only where it has the
+  // focus.
   cancel_->setDefault(true);
-  cancel_->setFocus();
 
   auto* const buttons = new QDialogButtonBox(this);
   buttons->addButton(ok_, QDialogButtonBox::AcceptRole);
@@ -58,6 +59,8 @@ void RetrievalWindow::LayOut() {
   layout->addWidget(history_, 1);
   layout->addWidget(silence_);
   layout->addWidget(buttons);
+  // Only now: on the way into the box a button loses the focus.
+  cancel_->setFocus();
 }
 
 void RetrievalWindow::MakeTimers() {
@@ -77,7 +80,11 @@ void RetrievalWindow::ShowHistory() {
   text_->hide();
   history_->show();
   const int rowHeight = fontMetrics().height() + 4;
-  resize(width(), height() - text_->height() + kHistoryRows * rowHeight);
+  const QRect room = screen()->availableGeometry();
+  resize(SizeOnScreen(QSize(width(), height() - text_->height() + kHistoryRows * rowHeight),
+                      room.size()));
+  // It grows downwards, and its buttons stand at the bottom.
+  move(CornerOnScreen(frameGeometry(), room));
 }
 
 void RetrievalWindow::SetWaiting(bool waiting) {

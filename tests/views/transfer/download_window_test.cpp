@@ -105,6 +105,7 @@ TEST_F(DownloadWindowTest, AsksFirst) {
   EXPECT_FALSE(Child<QLabel>("lblDownloadStatus")->isVisible());
   EXPECT_TRUE(Child<QPushButton>("cmdDownCancel")->isDefault());
   EXPECT_FALSE(Child<QPushButton>("cmdDownGo")->isDefault());
+  EXPECT_EQ(QApplication::focusWidget(), Child<QPushButton>("cmdDownCancel"));
   EXPECT_EQ(Child<QTimer>("tmrSpacing")->interval(), 1);
   EXPECT_EQ(Child<QTimer>("tmrDelayStart")->interval(), 10);
   EXPECT_TRUE(Child<QTimer>("tmrDelayStart")->isSingleShot());
@@ -130,6 +131,15 @@ TEST_F(DownloadWindowTest, EnterAndEscapeCancel) {
   }
   EXPECT_THAT(polling_, IsEmpty());
   EXPECT_TRUE(notSent_.isEmpty());
+}
+
+TEST_F(DownloadWindowTest, EnterIsForTheButtonThatHasTheFocus) {
+  Open();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+  ASSERT_EQ(QApplication::focusWidget(), Child<QPushButton>("cmdDownGo"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  ASSERT_TRUE(WaitForTheEnd());
+  EXPECT_THAT(polling_, ElementsAre(false, true));
 }
 
 TEST_F(DownloadWindowTest, OkShowsBarStatusAndCaption) {

@@ -8,6 +8,7 @@
 #include <QAbstractItemModelTester>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -116,6 +117,7 @@ TEST_F(RetrievalWindowTest, AsksFirst) {
   EXPECT_FALSE(List().isVisible());
   EXPECT_TRUE(Child<QPushButton>("cmdCancelSysInf")->isDefault());
   EXPECT_FALSE(Child<QPushButton>("cmdOkSysInf")->isDefault());
+  EXPECT_EQ(QApplication::focusWidget(), Child<QPushButton>("cmdCancelSysInf"));
   EXPECT_EQ(Child<QTimer>("tmrDelayStart")->interval(), 500);
   EXPECT_FALSE(Child<QTimer>("tmrDelayStart")->isActive());
 }
@@ -132,6 +134,22 @@ TEST_F(RetrievalWindowTest, EnterAndEscapeAndCancelCloseIt) {
   EXPECT_EQ(viewsClosed_, 0);
   EXPECT_THAT(polling_, IsEmpty());
   EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+TEST_F(RetrievalWindowTest, EnterIsForTheButtonThatHasTheFocus) {
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+  ASSERT_EQ(QApplication::focusWidget(), Child<QPushButton>("cmdOkSysInf"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(viewsClosed_, 1);
+  EXPECT_TRUE(Child<QTimer>("tmrDelayStart")->isActive());
+}
+
+TEST_F(RetrievalWindowTest, ItsButtonsStayOnTheScreenWhenTheListComes) {
+  const QRect room = window_->screen()->availableGeometry();
+  window_->move(window_->x(), room.bottom() - window_->height());
+  Click("cmdOkSysInf");
+  EXPECT_GE(window_->frameGeometry().top(), room.top());
+  EXPECT_LE(window_->frameGeometry().bottom(), room.bottom());
 }
 
 TEST_F(RetrievalWindowTest, OkAsksTheSwitcherAfterHalfASecond) {
