@@ -29,6 +29,7 @@ constexpr int kVisibleBands = 2;
 // 2640 and 40 twips in pixels.
 constexpr int kBandHeight = 176;
 constexpr int kPanelOffset = 3;
+constexpr int kNarrowestStrip = 36;  // "−36 dB"
 
 }  // namespace
 
@@ -61,7 +62,10 @@ QWidget* InputLevelDialog::MakeSliders() {
     for (int index = first; index < first + kPerBand; ++index) {
       auto* const strip = new LevelStrip(index, band);
       strips_[static_cast<std::size_t>(index)] = strip;
-      if (index == first) row->addWidget(new LevelScale(strip->Slider(), band));
+      if (index == first) {
+        scale_ = new LevelScale(strip->Slider(), band);
+        row->addWidget(scale_);
+      }
       row->addWidget(strip);
       connect(&strip->Slider(), &QSlider::valueChanged, this, [this, index] { Moved(index); });
       connect(&strip->Slider(), &LevelSlider::Released, this, [this, index] { LetGo(index); });
@@ -70,11 +74,22 @@ QWidget* InputLevelDialog::MakeSliders() {
     bands->addWidget(band);
   }
   panel_->move(0, -kPanelOffset);
-  FitSliders();
   return window;
 }
 
+void InputLevelDialog::FitInto(int width) {
+  largestWidth_ = width;
+  FitSliders();
+}
+
 void InputLevelDialog::FitSliders() {
+  const QMargins margins = layout()->contentsMargins();
+  const int beside = scale_->sizeHint().width() + layout()->spacing() +
+                     scroll_->sizeHint().width() + margins.left() + margins.right();
+  for (LevelStrip* const strip : strips_) {
+    strip->SetLargestWidth(std::max(kNarrowestStrip, (largestWidth_ - beside) / kPerBand));
+  }
+  panel_->layout()->activate();
   panel_->resize(panel_->layout()->sizeHint());
   panel_->parentWidget()->setFixedSize(panel_->width(), kVisibleBands * kBandHeight);
 }
@@ -103,6 +118,7 @@ void InputLevelDialog::LayOut(QWidget* sliders) {
   layout->addLayout(row);
   layout->addWidget(buttons);
   layout->setSizeConstraint(QLayout::SetFixedSize);
+  FitSliders();
 }
 
 void InputLevelDialog::Update_GainMap() {

@@ -14,6 +14,8 @@
 
 namespace views {
 
+class LevelScale;
+
 // The input levels "frmInptLevel": a slider for the gain of each of the 64 inputs, in four bands
 // of which two show.  Every change by the operator is sent to the switcher at once.
 //
@@ -25,6 +27,10 @@ class InputLevelDialog : public QDialog {
  public:
   explicit InputLevelDialog(const Services& services, QWidget* parent = nullptr);
   ~InputLevelDialog() override;
+
+  // Makes the sliders so narrow that the dialog is no wider than that, as far as they can be; what
+  // then is too narrow for a label cuts it.
+  void FitInto(int width);
 
   // Shows all gains from the model.  Sends nothing.  A slider that the operator has in hand
   // stays where it is until it is let go of, and then shows what the model holds.
@@ -56,6 +62,8 @@ class InputLevelDialog : public QDialog {
   const Services services_;
   std::array<LevelStrip*, model::kLevelCount> strips_{};
   QWidget* panel_ = nullptr;  // carries the sliders, and moves within its parent
+  int largestWidth_ = QWIDGETSIZE_MAX;
+  LevelScale* scale_ = nullptr;  // one of its bands
   BandScrollBar* scroll_ = nullptr;
   UpdatingFlag refreshing_;
 };

@@ -13,7 +13,7 @@ namespace views {
 namespace {
 
 constexpr double kLabelSize = 0.88;        // of the font
-constexpr char kWideLabel[] = "Inpt 000";  // wider ones are cut: all must fit into 940 pixels
+constexpr char kWideLabel[] = "Inpt 000";  // wider ones are cut: 16 must fit on a screen
 
 constexpr int kSpace = 6;          // between two strips
 constexpr int kLowestSlider = 60;  // what a large font leaves of it
@@ -62,12 +62,18 @@ void LevelStrip::ShowLevel() {
   level_->setText(QString::fromStdString(rules::LevelText(value)));
 }
 
+void LevelStrip::SetLargestWidth(int width) {
+  if (width == largestWidth_) return;
+  largestWidth_ = width;
+  updateGeometry();
+}
+
 QSize LevelStrip::sizeHint() const {
   const QFontMetrics metrics(LabelFont());
   const int level = metrics.horizontalAdvance(
       QString::fromStdString(rules::LevelText(rules::kLargestSliderValue)));
   const int label = metrics.horizontalAdvance(QLatin1String(kWideLabel));
-  return {std::max(level, label) + kSpace, QWidget::sizeHint().height()};
+  return {std::min(std::max(level, label) + kSpace, largestWidth_), QWidget::sizeHint().height()};
 }
 
 void LevelStrip::changeEvent(QEvent* event) {

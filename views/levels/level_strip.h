@@ -26,6 +26,9 @@ class LevelStrip : public QWidget {
   // Writes the level that the slider stands at below it and into its tip.
   void ShowLevel();
 
+  // How wide it may become at most; its texts are cut where that is too narrow for them.
+  void SetLargestWidth(int width);
+
   QSize sizeHint() const override;
 
  protected:
@@ -40,6 +43,7 @@ class LevelStrip : public QWidget {
   QLabel* level_;
   QLabel* label_;
   QString fullLabel_;
+  int largestWidth_ = QWIDGETSIZE_MAX;
 };
 
 }  // namespace views

@@ -54,6 +54,30 @@ TEST_F(InputLevelDialogTest, OpensWithTheGainsOfTheModelAndSendsNothing) {
   EXPECT_THAT(console_.reporter.reports, IsEmpty());
 }
 
+TEST_F(InputLevelDialogTest, FitsIntoANarrowScreenWhateverTheFont) {
+  for (const double size : {1.0, 1.25, 1.5}) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() * size);
+    views::InputLevelDialog& dialog = console_.Open();
+    dialog.FitInto(800);
+    dialog.setFont(font);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.width() <= 800; })) << size;
+    for (int k = 0; k < 64; ++k) EXPECT_GE(console_.Slider(k).width(), 36) << size;
+    delete &dialog;
+  }
+}
+
+// 1920 x 1080 pixels at 200 %, less what a desktop puts around a window.
+TEST_F(InputLevelDialogTest, LabelsAreWholeOnAScreenOf960Pixels) {
+  views::InputLevelDialog& dialog = console_.Open();
+  dialog.FitInto(944);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.width() <= 944; }));
+  for (int k = 0; k < 64; ++k) {
+    EXPECT_EQ(console_.Label("lblInptName", k),
+              QStringLiteral("Inpt %1").arg(k + 1, 3, 10, QLatin1Char('0')).toStdString());
+  }
+}
+
 TEST_F(InputLevelDialogTest, AMovedSliderIsSentShownAndKept) {
   console_.Open();
   console_.Slider(0).setValue(0);
