@@ -2,7 +2,10 @@
 
 #include "app/open_views.h"
 
+#include <QScreen>
+
 #include "views/main_view.h"
+#include "views/on_screen.h"
 
 namespace app {
 
@@ -41,8 +44,9 @@ QMdiSubWindow* OpenViews::Find(const QString& name) const {
 
 void OpenViews::Show(const QString& name, const std::function<views::MainView*()>& load) {
   QMdiSubWindow* window = Find(name);
+  views::MainView* view = nullptr;  // when it is a new one
   if (window == nullptr) {
-    views::MainView* const view = load();
+    view = load();
     window = area_.addSubWindow(view);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(view->windowIcon());
@@ -51,6 +55,8 @@ void OpenViews::Show(const QString& name, const std::function<views::MainView*()
   }
   window->show();
   area_.setActiveSubWindow(window);
+  // By itself a new window would give the focus to its first tool, and the first tools send.
+  if (view != nullptr) view->setFocus(Qt::ActiveWindowFocusReason);
 }
 
 void OpenViews::ShowXmap() {
@@ -80,6 +86,8 @@ void OpenViews::ShowLevels() {
   if (IsShown(levels_)) return;
   levels_ = new views::InputLevelDialog(services_, area_.window());
   levels_->setAttribute(Qt::WA_DeleteOnClose);
+  const QSize screen = levels_->screen()->availableSize();
+  levels_->FitInto(views::SizeOnScreen(screen, screen).width());
   levels_->open();
 }
 

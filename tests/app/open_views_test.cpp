@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QLabel>
 #include <QSettings>
 #include <QSignalSpy>
@@ -91,6 +91,19 @@ TEST_F(OpenViewsTest, EachOpensOnceInTheStoredPlace) {
     (views_.*view.show)();
   }
   EXPECT_EQ(area_.subWindowList().size(), 3);
+}
+
+TEST_F(OpenViewsTest, ANewViewHasTheFocusWhereNothingIsSent) {
+  area_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&area_));
+  for (const View& view : list_) {
+    (views_.*view.show)();
+    const QWidget* const focus = QApplication::focusWidget();
+    ASSERT_NE(focus, nullptr) << view.name;
+    EXPECT_TRUE(Frame(view.name)->isAncestorOf(focus)) << view.name;
+    EXPECT_FALSE(focus->inherits("QAbstractButton"))
+        << view.name << ": " << focus->objectName().toStdString();
+  }
 }
 
 TEST_F(OpenViewsTest, NamesAreComparedWithoutRegardToCase) {

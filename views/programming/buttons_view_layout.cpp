@@ -119,6 +119,9 @@ void ButtonsView::AddPages() {
   tabs_->addTab(Scrolled(PageWith({relays_})), QStringLiteral("Relay Assignments"));
   tabs_->addTab(Scrolled(optos_), QStringLiteral("Opto Assignments"));
 
+  // Not the first tool, which sends.
+  setFocusProxy(tabs_);
+
   connect(navigator_, &StationNavigator::MoveRequested, this, &ButtonsView::Move);
   connect(tabs_, &QTabWidget::currentChanged, this, &ButtonsView::ChangeTab);
   connect(options_, &OperationOptions::Chosen, this, &ButtonsView::ChooseType);

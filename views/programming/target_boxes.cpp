@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
+#include <QStyleOption>
 
 #include <algorithm>
 
@@ -99,6 +100,12 @@ void TargetBoxes::SetFlags(std::string_view flags) {
   }
   isFilling_ = false;
   ShowCount();
+}
+
+// The box that is reached with Tab has the focus in the frame's stead; the title has not.
+void TargetBoxes::initStyleOption(QStyleOptionGroupBox* option) const {
+  QGroupBox::initStyleOption(option);
+  option->state &= ~QStyle::State_HasFocus;
 }
 
 void TargetBoxes::resizeEvent(QResizeEvent* event) {

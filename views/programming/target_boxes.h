@@ -46,6 +46,7 @@ class TargetBoxes : public QGroupBox {
   void Toggled(int index, bool checked);
 
  protected:
+  void initStyleOption(QStyleOptionGroupBox* option) const override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 

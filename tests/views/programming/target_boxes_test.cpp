@@ -64,6 +64,18 @@ class Boxes : public testing::Test {
   std::vector<std::pair<int, bool>> toggled_;
 };
 
+TEST_F(Boxes, TheTitleDoesNotLookFocused) {
+  const auto title = [this] {
+    return frame_.grab(QRect(0, 0, frame_.width(), Box(0).y())).toImage();
+  };
+  frame_.setTitle(QStringLiteral("Stations"));
+  before_.setFocus(Qt::TabFocusReason);
+  const QImage before = title();
+  Press(Qt::Key_Tab);
+  ASSERT_TRUE(Box(0).hasFocus());
+  EXPECT_EQ(title(), before);
+}
+
 TEST_F(Boxes, StandInRowsOfEight) {
   EXPECT_EQ(frame_.objectName(), QLatin1String("frStations"));
   EXPECT_EQ(frame_.Count(), 64);
