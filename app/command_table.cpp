@@ -21,7 +21,7 @@ constexpr Command kCommands[] = {
     {"ID_StationAlphas", "Station &Labels", "Show the station labels", "station-labels", "Ctrl+2"},
     {"ID_ButtonProgramming", "&Button Programming", "Show the station button programming",
      "button-programming", "Ctrl+3"},
-    {"ID_ViewSourcelevelControl", "Input Le&vels…", "Set the gain of every input", "input-levels",
+    {"ID_ViewSourcelevelControl", "&Input Levels…", "Set the gain of every input", "input-levels",
      "Ctrl+4"},
     {"ID_SourceLevelControl", "Input Levels…", "Set the gain of every input", "input-levels", ""},
     {"ID_ViewQDVStatus", "&QDV Status…", "Show which QDV output modules respond", "qdv-status",

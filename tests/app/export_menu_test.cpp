@@ -5,10 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAction>
+#include <QDialog>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include "tests/views/mnemonics.h"
 #include "tests/views/view_console.h"
 
 namespace app {
@@ -29,6 +32,19 @@ class ExportMenuTest : public testing::Test {
   ExportMenu export_{menu_, *console_.window, console_.Services()};
   QTemporaryDir folder_;
 };
+
+TEST_F(ExportMenuTest, EveryItemHasAMnemonicOfItsOwn) {
+  EXPECT_EQ(menu_.actions().size(), 6);
+  test::ExpectMnemonics(menu_);
+}
+
+TEST_F(ExportMenuTest, TheDialogBearsTheCaptionOfItsItem) {
+  menu_.actions().first()->trigger();
+  auto* const dialog = console_.window->findChild<QDialog*>(QStringLiteral("aidExportDialog"));
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Crosspoint Map As CSV"));
+  dialog->close();
+}
 
 TEST_F(ExportMenuTest, LabelsStandInTheirFile) {
   console_.SetField(1, "Label", "Studio A");

@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/views/mnemonics.h"
+
 namespace app {
 namespace {
 
@@ -113,6 +115,26 @@ TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
                           "ID_ViewSourcelevelControl", "ID_ViewQDVStatus", "-", "ID_Cascade",
                           "ID_TileHorizontal", "ID_TileVertical", "ID_ArrangeIcons", "-"));
   EXPECT_THAT(Names(*Command("ID_Help")->menu()), ElementsAre("ID_Contents", "-", "ID_About"));
+}
+
+TEST_F(MainWindowTest, EveryMenuItemHasAMnemonicOfItsOwn) {
+  test::ExpectMnemonics(*window_.menuBar());
+  for (const char* const id : kHeadings) test::ExpectMnemonics(*Command(id)->menu());
+}
+
+// What the tool bar offers to the mouse alone, a menu offers to keys.
+TEST_F(MainWindowTest, EveryToolIsInAMenuToo) {
+  QStringList operations;
+  for (const char* const id : kHeadings) {
+    for (const QAction* const action : Command(id)->menu()->actions()) {
+      operations.append(action->text().remove(u'&'));
+    }
+  }
+  for (const QAction* const tool :
+       window_.findChild<QToolBar*>(QStringLiteral("SSActiveToolBars1"))->actions()) {
+    if (tool->isSeparator()) continue;
+    EXPECT_TRUE(operations.contains(tool->text().remove(u'&'))) << tool->text().toStdString();
+  }
 }
 
 TEST_F(MainWindowTest, ToolBarHoldsTheTwinsAndTheTransfersLast) {
