@@ -11,6 +11,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "app/focus_in_sight.h"
 #include "views/icon.h"
 
 namespace app {
@@ -43,6 +44,7 @@ MainWindow::MainWindow(const CommandTable& commands)
   layout->addWidget(hints_);
   setCentralWidget(centre);
   setStatusBar(statusBar_);
+  new FocusInSight(*area_, this);
 
   pollTimer_.setParent(this);
   pollTimer_.setObjectName(QStringLiteral("tmrPoll"));

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/focus_in_sight.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QItemSelectionModel>
+#include <QScrollBar>
+#include <algorithm>
+
+namespace app {
+namespace {
+
+// How far to move so that `low` to `high` lies within 0 to `room`; its beginning comes first.
+int Way(int low, int high, int room) {
+  if (low < 0) return low;
+  return high > room ? std::min(low, high - room) : 0;
+}
+
+}  // namespace
+
+FocusInSight::FocusInSight(QMdiArea& area, QObject* parent) : QObject(parent), area_(area) {
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](QWidget* /*from*/, QWidget* to) { Follow(to); });
+}
+
+void FocusInSight::Follow(QWidget* focus) {
+  disconnect(cells_);
+  if (focus == nullptr || !area_.isAncestorOf(focus)) return;
+  auto* const grid = qobject_cast<QAbstractItemView*>(focus);
+  if (grid == nullptr) {
+    Show(*focus, focus->rect());
+    return;
+  }
+  const auto showCell = [this, grid] {
+    if (grid->currentIndex().isValid()) {
+      Show(*grid->viewport(), grid->visualRect(grid->currentIndex()));
+    }
+  };
+  // Once the grid has scrolled for itself.
+  cells_ = connect(grid->selectionModel(), &QItemSelectionModel::currentChanged, grid, showCell,
+                   Qt::QueuedConnection);
+  showCell();
+}
+
+void FocusInSight::Show(const QWidget& widget, const QRect& part) {
+  if (QApplication::mouseButtons() != Qt::NoButton) return;
+  const QRect there(widget.mapTo(area_.viewport(), part.topLeft()), part.size());
+  const QSize room = area_.viewport()->size();
+  QScrollBar& across = *area_.horizontalScrollBar();
+  QScrollBar& down = *area_.verticalScrollBar();
+  across.setValue(across.value() + Way(there.left(), there.right() + 1, room.width()));
+  down.setValue(down.value() + Way(there.top(), there.bottom() + 1, room.height()));
+}
+
+}  // namespace app

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_FOCUS_IN_SIGHT_H_
+#define APP_FOCUS_IN_SIGHT_H_
+
+#include <QMdiArea>
+#include <QObject>
+#include <QRect>
+#include <QWidget>
+
+namespace app {
+
+// Scrolls the area of the child windows where keys lead out of it.  The windows may be larger than
+// the area: without this a control or a cell could have the focus where nobody sees it.  What the
+// mouse does moves nothing: the target would slip away from under the pointer.
+class FocusInSight : public QObject {
+  Q_OBJECT
+
+ public:
+  // Works for as long as it lives, which `area` must outlive.
+  explicit FocusInSight(QMdiArea& area, QObject* parent = nullptr);
+
+ private:
+  void Follow(QWidget* focus);
+  // Scrolls until `part` of the widget is seen, or as much of it as there is room for.
+  void Show(const QWidget& widget, const QRect& part);
+
+  QMdiArea& area_;
+  QMetaObject::Connection cells_;  // of the grid that has the focus
+};
+
+}  // namespace app
+
+#endif  // APP_FOCUS_IN_SIGHT_H_
