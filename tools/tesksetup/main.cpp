@@ -18,6 +18,7 @@
 #include "tools/tesksetup/console_folder.h"
 #include "tools/tesksetup/menu_entry.h"
 #include "tools/tesksetup/set_up_dialog.h"
+#include "views/console_style.h"
 
 namespace {
 
@@ -120,6 +121,7 @@ int main(int argc, char** argv) {
 
   int programOnly = 1;
   const QApplication application(programOnly, argv);
+  QApplication::setStyle(new views::ConsoleStyle);
   if (!failure.isEmpty()) {
     std::fprintf(stderr, "tesksetup: %s\n", qPrintable(failure));
     QMessageBox box(QMessageBox::Critical,

@@ -113,8 +113,9 @@ void SetUpDialog::BuildForm(const QStringList& devices) {
   panelsLine->addWidget(panels_);
   panelsLine->addWidget(port_);
   panelsLine->addStretch();
-  panelsNote_ = NewNote("lblPanelsNote", this);
-  panelsNote_->setText(
+  // To be read before the box is ticked.
+  auto* const panelsNote = NewNote("lblPanelsNote", this);
+  panelsNote->setText(
       tr("Whoever reaches the port can take any crosspoint: let the firewall "
          "admit the network of the panels only. Each console of this machine "
          "needs a port of its own."));
@@ -128,7 +129,7 @@ void SetUpDialog::BuildForm(const QStringList& devices) {
   form->addRow(tr("&Serial device:"), device_);
   form->addRow(QString(), deviceNote_);
   form->addRow(QString(), panelsLine);
-  form->addRow(QString(), panelsNote_);
+  form->addRow(QString(), panelsNote);
 
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   setUp_ = buttons->addButton(tr("Set &Up"), QDialogButtonBox::AcceptRole);
@@ -216,7 +217,6 @@ void SetUpDialog::ShowDevice() {
 
 void SetUpDialog::ShowPanels() {
   port_->setEnabled(panels_->isChecked());
-  panelsNote_->setEnabled(panels_->isChecked());
   Judge();
 }
 

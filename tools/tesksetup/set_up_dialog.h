@@ -56,7 +56,6 @@ class SetUpDialog : public QDialog {
   QLabel* deviceNote_ = nullptr;
   QCheckBox* panels_ = nullptr;
   QLineEdit* port_ = nullptr;
-  QLabel* panelsNote_ = nullptr;
   QPushButton* setUp_ = nullptr;
   bool folderIsChosen_ = false;  // no longer follows the name
 };
