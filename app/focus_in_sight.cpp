@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QItemSelectionModel>
+#include <QMdiSubWindow>
 #include <QScrollBar>
 #include <algorithm>
 
@@ -27,6 +28,10 @@ FocusInSight::FocusInSight(QMdiArea& area, QObject* parent) : QObject(parent), a
 void FocusInSight::Follow(QWidget* focus) {
   disconnect(cells_);
   if (focus == nullptr || !area_.isAncestorOf(focus)) return;
+  // The window that comes up shows its title first.
+  QMdiSubWindow* const window = area_.currentSubWindow();
+  if (window != window_ && window != nullptr) Show(*window, window->rect());
+  window_ = window;
   auto* const grid = qobject_cast<QAbstractItemView*>(focus);
   if (grid == nullptr) {
     Show(*focus, focus->rect());

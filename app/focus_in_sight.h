@@ -5,6 +5,7 @@
 
 #include <QMdiArea>
 #include <QObject>
+#include <QPointer>
 #include <QRect>
 #include <QWidget>
 
@@ -26,7 +27,8 @@ class FocusInSight : public QObject {
   void Show(const QWidget& widget, const QRect& part);
 
   QMdiArea& area_;
-  QMetaObject::Connection cells_;  // of the grid that has the focus
+  QPointer<QMdiSubWindow> window_;  // in which the focus was last
+  QMetaObject::Connection cells_;   // of the grid that has the focus
 };
 
 }  // namespace app

@@ -72,6 +72,20 @@ TEST_F(FocusInSightTest, TheCellThatKeysLeadToIsSeen) {
   }
 }
 
+TEST_F(FocusInSightTest, AWindowThatComesUpShowsItsTitle) {
+  auto* const form = new QWidget;
+  auto* const field = new QPushButton(form);
+  field->setGeometry(10, 60, 60, 24);
+  QMdiSubWindow* const other = area_.addSubWindow(form);
+  other->setGeometry(40, 30, 500, 400);
+  other->show();
+  area_.verticalScrollBar()->setValue(80);
+  area_.setActiveSubWindow(other);
+  field->setFocus(Qt::ShortcutFocusReason);
+  EXPECT_TRUE(IsSeen(*other, QRect(0, 0, 100, 20)));
+  EXPECT_TRUE(IsSeen(*field));
+}
+
 TEST_F(FocusInSightTest, TheMouseMovesNothing) {
   QTest::mousePress(near_, Qt::LeftButton);
   far_->setFocus(Qt::MouseFocusReason);
