@@ -18,6 +18,14 @@ int Way(int low, int high, int room) {
   return high > room ? std::min(low, high - room) : 0;
 }
 
+// The child window that the widget stands in.
+QMdiSubWindow* WindowOf(QWidget* widget) {
+  while (widget != nullptr && qobject_cast<QMdiSubWindow*>(widget) == nullptr) {
+    widget = widget->parentWidget();
+  }
+  return static_cast<QMdiSubWindow*>(widget);
+}
+
 }  // namespace
 
 FocusInSight::FocusInSight(QMdiArea& area, QObject* parent) : QObject(parent), area_(area) {
@@ -29,7 +37,7 @@ void FocusInSight::Follow(QWidget* focus) {
   disconnect(cells_);
   if (focus == nullptr || !area_.isAncestorOf(focus)) return;
   // The window that comes up shows its title first.
-  QMdiSubWindow* const window = area_.currentSubWindow();
+  QMdiSubWindow* const window = WindowOf(focus);
   if (window != window_ && window != nullptr) Show(*window, window->rect());
   window_ = window;
   auto* const grid = qobject_cast<QAbstractItemView*>(focus);

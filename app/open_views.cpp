@@ -56,7 +56,7 @@ void OpenViews::Show(const QString& name, const std::function<views::MainView*()
   window->show();
   area_.setActiveSubWindow(window);
   // By itself a new window would give the focus to its first tool, and the first tools send.
-  if (view != nullptr) view->setFocus(Qt::ActiveWindowFocusReason);
+  if (view != nullptr) view->FirstFocus().setFocus(Qt::ActiveWindowFocusReason);
 }
 
 void OpenViews::ShowXmap() {

@@ -30,6 +30,9 @@ class MainView : public QWidget {
   // Puts the form where the settings say.
   void RestorePlacement();
 
+  // What has the focus when the view comes up: nothing that sends.
+  virtual QWidget& FirstFocus() { return *this; }
+
  Q_SIGNALS:
   // The tool for the QDV status was clicked.
   void QdvStatusRequested();

@@ -79,9 +79,12 @@ TEST_F(FocusInSightTest, AWindowThatComesUpShowsItsTitle) {
   QMdiSubWindow* const other = area_.addSubWindow(form);
   other->setGeometry(40, 30, 500, 400);
   other->show();
+  field->setFocus();
+  near_->setFocus();
+  area_.setActiveSubWindow(area_.subWindowList().first());
   area_.verticalScrollBar()->setValue(80);
+  ASSERT_FALSE(IsSeen(*other, QRect(0, 0, 100, 20)));
   area_.setActiveSubWindow(other);
-  field->setFocus(Qt::ShortcutFocusReason);
   EXPECT_TRUE(IsSeen(*other, QRect(0, 0, 100, 20)));
   EXPECT_TRUE(IsSeen(*field));
 }

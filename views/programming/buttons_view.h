@@ -73,6 +73,7 @@ class ButtonsView : public MainView {
   void UpdateStation();
 
   QSize minimumSizeHint() const override;
+  QWidget& FirstFocus() override;
 
  Q_SIGNALS:
   // The tool that sends all button programming was clicked.

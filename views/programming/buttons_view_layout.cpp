@@ -119,9 +119,6 @@ void ButtonsView::AddPages() {
   tabs_->addTab(Scrolled(PageWith({relays_})), QStringLiteral("Relay Assignments"));
   tabs_->addTab(Scrolled(optos_), QStringLiteral("Opto Assignments"));
 
-  // Not the first tool, which sends.
-  setFocusProxy(tabs_);
-
   connect(navigator_, &StationNavigator::MoveRequested, this, &ButtonsView::Move);
   connect(tabs_, &QTabWidget::currentChanged, this, &ButtonsView::ChangeTab);
   connect(options_, &OperationOptions::Chosen, this, &ButtonsView::ChooseType);
@@ -160,6 +157,7 @@ void ButtonsView::LayOut() {
   station_->setSpacing(kMargin);
   station_->addWidget(navigator_);
   station_->addWidget(fields_, 1);
+  station_->addStretch();
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(kMargin);
@@ -167,6 +165,9 @@ void ButtonsView::LayOut() {
   column->addLayout(station_);
   column->addWidget(tabs_, 1);
 }
+
+// Not as a focus proxy: Tab would go around between the tabs and their page.
+QWidget& ButtonsView::FirstFocus() { return *tabs_->tabBar(); }
 
 QSize ButtonsView::minimumSizeHint() const {
   return {navigator_->width() + 2 * kMargin, MainView::minimumSizeHint().height()};

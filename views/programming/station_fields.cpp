@@ -10,6 +10,7 @@ namespace views {
 namespace {
 
 constexpr int kLabelWidth = 66;
+constexpr int kLargestWidth = 360;  // of all; the labels have eight characters
 constexpr int kPortWidth = 36;
 constexpr int kSpacing = 4;
 
@@ -30,6 +31,7 @@ StationFields::StationFields(QWidget* parent) : QWidget(parent) {
   port_ = AddField(*grid, "txtPortNmbr", "lblPortNmbr", "Port", "",
                    "RS-485 Serial Control Port Associated With This Station");
   grid->setRowStretch(2, 1);
+  setMaximumWidth(kLargestWidth);
 }
 
 StationFields::Field StationFields::AddField(QGridLayout& grid, const char* name,

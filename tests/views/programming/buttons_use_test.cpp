@@ -158,6 +158,15 @@ TEST(ButtonsLook, TheFieldsStandUnderTheNavigationInANarrowView) {
   EXPECT_LE(console.view->minimumSizeHint().width(), 433);
 }
 
+TEST(ButtonsLook, TheFieldsKeepTogetherInAWideView) {
+  ButtonsConsole console;
+  console.Open();
+  console.subWindow->resize(1900, 407);
+  QCoreApplication::sendPostedEvents();
+  const auto& port = console.Find<QWidget>(QStringLiteral("txtPortNmbr"));
+  EXPECT_LE(port.mapTo(console.view, QPoint()).x() + port.width(), 380 + 360 + 12);
+}
+
 TEST(ButtonsLook, WideLabelsAreShownWhole) {
   ButtonsConsole console;
   console.SetField(1, "Label", "WWWWWWWW");
