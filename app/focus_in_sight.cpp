@@ -7,6 +7,7 @@
 #include <QItemSelectionModel>
 #include <QMdiSubWindow>
 #include <QScrollBar>
+#include <QStyle>
 #include <algorithm>
 
 namespace app {
@@ -36,9 +37,12 @@ FocusInSight::FocusInSight(QMdiArea& area, QObject* parent) : QObject(parent), a
 void FocusInSight::Follow(QWidget* focus) {
   disconnect(cells_);
   if (focus == nullptr || !area_.isAncestorOf(focus)) return;
-  // The window that comes up shows its title first.
+  // The window that comes up shows where its title begins.
   QMdiSubWindow* const window = WindowOf(focus);
-  if (window != window_ && window != nullptr) Show(*window, window->rect());
+  if (window != window_ && window != nullptr) {
+    const int height = window->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, window);
+    Show(*window, QRect(0, 0, height, height));
+  }
   window_ = window;
   auto* const grid = qobject_cast<QAbstractItemView*>(focus);
   if (grid == nullptr) {

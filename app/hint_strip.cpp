@@ -3,6 +3,7 @@
 #include "app/hint_strip.h"
 
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QStyle>
 #include <QToolButton>
 
@@ -28,7 +29,10 @@ HintStrip::HintStrip(QWidget* parent)
   close_->setObjectName(QStringLiteral("aidHintClose"));
   close_->setAutoRaise(true);
   close_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
-  close_->setToolTip(tr("Close this hint"));
+  // Tab stays within a child window and does not come here.
+  const QKeySequence keys(Qt::SHIFT | Qt::Key_Escape);
+  close_->setShortcut(keys);
+  close_->setToolTip(tr("Close this hint (%1)").arg(keys.toString(QKeySequence::NativeText)));
   close_->setAccessibleName(tr("Close this hint"));
 
   auto* const layout = new QHBoxLayout(this);

@@ -58,8 +58,20 @@ MainWindow::MainWindow(const CommandTable& commands)
   BuildMenus();
   BuildToolBar();
 
-  auto* const next = new QShortcut(Qt::CTRL | Qt::Key_F6, this);
-  connect(next, &QShortcut::activated, area_, &QMdiArea::activateNextSubWindow);
+  AddWindowKeys();
+}
+
+// By itself the area has no keys for the next window nor for the menu with which a window is
+// moved, resized and maximised without a mouse.
+void MainWindow::AddWindowKeys() {
+  const auto add = [this](QKeyCombination keys, auto operation) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, area_, operation);
+  };
+  add(Qt::CTRL | Qt::Key_F6, [this] { area_->activateNextSubWindow(); });
+  add(Qt::CTRL | Qt::Key_F4, [this] { area_->closeActiveSubWindow(); });
+  add(Qt::ALT | Qt::Key_Minus, [this] {
+    if (QMdiSubWindow* const active = area_->activeSubWindow()) active->showSystemMenu();
+  });
 }
 
 void MainWindow::AddCommands() {

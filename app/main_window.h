@@ -78,6 +78,7 @@ class MainWindow : public QMainWindow,
 
  private:
   void AddCommands();
+  void AddWindowKeys();
   void BuildMenus();
   void BuildToolBar();
   void FillWindowList();

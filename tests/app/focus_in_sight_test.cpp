@@ -83,10 +83,22 @@ TEST_F(FocusInSightTest, AWindowThatComesUpShowsItsTitle) {
   near_->setFocus();
   area_.setActiveSubWindow(area_.subWindowList().first());
   area_.verticalScrollBar()->setValue(80);
-  ASSERT_FALSE(IsSeen(*other, QRect(0, 0, 100, 20)));
+  ASSERT_FALSE(IsSeen(*other, QRect(0, 0, 20, 20)));
   area_.setActiveSubWindow(other);
-  EXPECT_TRUE(IsSeen(*other, QRect(0, 0, 100, 20)));
+  EXPECT_TRUE(IsSeen(*other, QRect(0, 0, 20, 20)));
   EXPECT_TRUE(IsSeen(*field));
+}
+
+TEST_F(FocusInSightTest, AWindowWhoseTitleIsSeenStaysWhereItIs) {
+  auto* const form = new QWidget;
+  auto* const field = new QPushButton(form);
+  field->setGeometry(10, 10, 60, 24);
+  QMdiSubWindow* const other = area_.addSubWindow(form);
+  other->setGeometry(40, 30, 500, 400);
+  other->show();
+  field->setFocus();
+  EXPECT_EQ(area_.horizontalScrollBar()->value(), 0);
+  EXPECT_EQ(area_.verticalScrollBar()->value(), 0);
 }
 
 TEST_F(FocusInSightTest, TheMouseMovesNothing) {

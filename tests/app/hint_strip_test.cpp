@@ -57,6 +57,17 @@ TEST_F(HintStripTest, ClosedHintsDoNotComeBack) {
   EXPECT_EQ(Text(), QString());
 }
 
+TEST_F(HintStripTest, KeysCloseAHintTooWhereverTheFocusIs) {
+  auto* const elsewhere = new QWidget(&window_);
+  elsewhere->show();
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  elsewhere->setFocus();
+  strip_->Give(Hint::Demo, QStringLiteral("demo"));
+  QTest::keyClick(elsewhere, Qt::Key_Escape, Qt::ShiftModifier);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Text().isEmpty(); }));
+}
+
 TEST_F(HintStripTest, LongHintsDoNotWidenTheWindow) {
   strip_->Give(Hint::PortDenied, QString(500, QLatin1Char('x')));
   EXPECT_LT(strip_->minimumSizeHint().width(), 100);

@@ -10,6 +10,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTest>
 #include <QToolBar>
 #include <set>
 #include <string>
@@ -188,6 +189,20 @@ TEST_F(MainWindowTest, ClosingAsksTheProgram) {
   EXPECT_TRUE(window_.isVisible());
   may = true;
   EXPECT_TRUE(window_.close());
+}
+
+TEST_F(MainWindowTest, AWindowIsManagedByKeys) {
+  QMdiSubWindow* const child = window_.Area().addSubWindow(new QWidget);
+  window_.show();
+  child->show();
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  QTest::keyClick(&window_, Qt::Key_Minus, Qt::AltModifier);
+  ASSERT_TRUE(child->systemMenu()->isVisible());
+  child->systemMenu()->close();
+  QTest::keyClick(&window_, Qt::Key_F4, Qt::ControlModifier);
+  EXPECT_FALSE(child->isVisible());
+  QTest::keyClick(&window_, Qt::Key_Minus, Qt::AltModifier);  // nothing to manage any more
 }
 
 TEST_F(MainWindowTest, OpenWindowsAreListedNumberedAndTheActiveOneChecked) {

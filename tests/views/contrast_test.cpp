@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "views/find_field.h"
+
 namespace views {
 namespace {
 
@@ -17,6 +19,8 @@ TEST(Contrast, GoesFromOneToTwentyOne) {
 TEST(Contrast, BlendMixesChannelByChannel) {
   EXPECT_EQ(Blend(QColor(100, 0, 200), QColor(0, 100, 200), 0.35), QColor(35, 65, 200));
 }
+
+TEST(Contrast, WhatWasFoundCanBeRead) { EXPECT_GE(Contrast(kMatchInk, kMatchGround), 4.5); }
 
 }  // namespace
 }  // namespace views

@@ -45,6 +45,8 @@ MessageList::MessageList(QWidget* parent)
   setColumnCount(kColumnCount);
   setHeaderLabels({tr("Message"), tr("Size"), tr("Status")});
   headerItem()->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
+  // Apart from the size that ends where it would begin.
+  headerItem()->setTextAlignment(kStatus, Qt::AlignCenter);
   setRootIsDecorated(false);
   setUniformRowHeights(true);
   setAlternatingRowColors(true);

@@ -17,8 +17,10 @@
 #include <QTabWidget>
 #include <QTest>
 #include <map>
+#include <set>
 
 #include "tests/views/programming/buttons_console.h"
+#include "views/contrast.h"
 
 namespace views {
 namespace {
@@ -165,6 +167,24 @@ TEST(ButtonsLook, TheFieldsKeepTogetherInAWideView) {
   QCoreApplication::sendPostedEvents();
   const auto& port = console.Find<QWidget>(QStringLiteral("txtPortNmbr"));
   EXPECT_LE(port.mapTo(console.view, QPoint()).x() + port.width(), 380 + 360 + 12);
+}
+
+TEST(ButtonsLook, TypesCanBeReadInADarkTheme) {
+  ButtonsConsole console;
+  const int codes[] = {0, 1, 2, 3, 254, 255};
+  for (int n = 1; n <= 6; ++n) console.SetField(1, "B" + std::to_string(n) + " Type", codes[n - 1]);
+  console.Open();
+  QPalette dark(QColor(0x31, 0x36, 0x3B), QColor(0x2A, 0x2E, 0x32));
+  dark.setColor(QPalette::WindowText, Qt::white);
+  console.view->setPalette(dark);
+  std::set<QRgb> grounds;
+  for (int index = 0; index < 6; ++index) {
+    const QPalette colours = console.Find<QLabel>("lblBtype", index).palette();
+    const QColor ground = colours.color(QPalette::Window);
+    EXPECT_GE(Contrast(colours.color(QPalette::WindowText), ground), 4.5) << codes[index];
+    grounds.insert(ground.rgb());
+  }
+  EXPECT_EQ(grounds.size(), 6U);
 }
 
 TEST(ButtonsLook, WideLabelsAreShownWhole) {
