@@ -102,13 +102,14 @@ int Figures::Finish() const {
   for (const Line& line : lines_) {
     if (line.verdict == kMissed) result = std::max(result, 1);
     if (line.verdict == kNoResult) result = 2;
-    std::string text = line.what + ": " + line.value + " " + line.unit;
+    std::string text = line.what + ":";
+    if (!line.value.empty()) text += " " + line.value + " " + line.unit;
     if (!line.otherName.empty()) {
       text +=
           "; " + line.otherName + " " + line.otherValue + " " + line.unit + ", ratio " + line.ratio;
     }
     if (!line.limit.empty()) text += "; limit " + line.limit;
-    if (!line.verdict.empty()) text += ": " + line.verdict;
+    if (!line.verdict.empty()) text += (line.value.empty() ? " " : ": ") + line.verdict;
     std::printf("%s\n", text.c_str());
   }
   return Append() ? result : 2;
