@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "gateway/panel_tables.h"
 #include "switcher/decoder.h"
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/hex.h"
@@ -118,6 +119,58 @@ TEST_F(PanelPageTest, EveryFrameIsInAConversation) {
   for (const Turn& turn : Conversation()) types[turn.who].push_back(turn.bytes.substr(0, 2));
   EXPECT_THAT(types["panel"], testing::IsSupersetOf({"81", "F5", "F2", "FE"}));
   EXPECT_THAT(types["console"], testing::IsSupersetOf({"81", "F4", "F6", "FC", "FB", "FD"}));
+}
+
+// The frame that a row of the table of lengths is about, with no crosspoint made and no button that
+// acts on anything.
+class PanelPageLengths : public testing::Test {
+ protected:
+  PanelPageLengths() {
+    for (int station = 1; station <= 256; ++station) database_.AddStation(station, {});
+  }
+
+  Bytes FrameOfRow(const std::string& name, int channels) {
+    model_.ChannelCount = static_cast<std::int16_t>(channels);
+    model_.AllocateMap();
+    jet::Database& database = *database_.Files().Database();
+    Bytes frame;
+    bool built = true;
+    if (name == "one row of the map") {
+      built = BuildCrosspointMap(model_, 1, 1, &frame).ok();
+    } else if (name == "the whole map") {
+      built = BuildCrosspointMap(model_, 1, channels, &frame).ok();
+    } else if (name == "labels") {
+      built = BuildLabelTable(database, model_, kStationLabels, &frame).ok();
+    } else if (name == "list of stations") {
+      frame = BuildStationList(model_);
+    } else if (name == "button programming") {
+      built = BuildButtonProgramming(database, model_, &frame).ok();
+    } else {
+      ADD_FAILURE() << name;
+    }
+    EXPECT_TRUE(built) << name;
+    return frame;
+  }
+
+  model::SystemModel model_;
+  test::SmallDatabase database_;
+};
+
+TEST_F(PanelPageLengths, AreThoseOfThePage) {
+  int compared = 0;
+  for (const auto& row : test::PageTable("panel-format.md", "## To the panel")) {
+    ASSERT_EQ(row.size(), 6U) << row.front();
+    if (row[0] == "0x81" || row[0] == "0xF4, 0xF1") continue;  // in the conversation
+    std::size_t column = 3;
+    for (const int channels : {16, 64, 256}) {
+      const Bytes frame = FrameOfRow(row[1], channels);
+      const std::string cell = row[column++];
+      EXPECT_EQ(std::to_string(frame.size()), cell.substr(0, cell.find(' '))) << row[1];
+      EXPECT_EQ("0x" + test::Hex(Bytes{frame.front()}), row[0]) << row[1];
+      ++compared;
+    }
+  }
+  EXPECT_EQ(compared, 15);
 }
 
 }  // namespace

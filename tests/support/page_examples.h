@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The blocks of bytes in the documents, so that a test can hold the program against them.
+// The blocks of bytes and the tables in the documents, so that a test can hold the program against
+// them.
 
 #ifndef TESTS_SUPPORT_PAGE_EXAMPLES_H_
 #define TESTS_SUPPORT_PAGE_EXAMPLES_H_
@@ -15,6 +16,10 @@ namespace test {
 // the fences and without empty lines.  Throws std::runtime_error when the page cannot be read or
 // has no such block.
 std::vector<std::string> PageLines(std::string_view page, std::string_view kind);
+
+// The cells of the first table below that heading ("## Lengths") of a page of docs/, row by row,
+// without its head.  Throws std::runtime_error when there is none.
+std::vector<std::vector<std::string>> PageTable(std::string_view page, std::string_view heading);
 
 }  // namespace test
 

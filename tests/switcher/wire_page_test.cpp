@@ -246,5 +246,73 @@ TEST(WirePageTest, EveryMessageHasAnExample) {
                                           0xFB, 0xFD));
 }
 
+// A system of the table of lengths.
+struct Size {
+  int channels;
+  int labels;
+};
+constexpr Size kSizes[] = {{16, 128}, {64, 128}, {256, 256}};
+
+// The 32 buttons of a station, each with so many members.
+ButtonData Buttons(int members) {
+  ButtonData data{.station = 1, .buttons = {}};
+  data.buttons.resize(32);
+  for (ButtonData::Button& button : data.buttons) {
+    button.targets.assign(static_cast<std::size_t>(members), 0);
+  }
+  return data;
+}
+
+OptoData Optos() {
+  OptoData data;
+  data.optos.resize(64);
+  for (OptoData::Opto& opto : data.optos) opto.stations.assign(64, 0);
+  return data;
+}
+
+// The message that a row of the table is about.
+Bytes MessageOfRow(const std::string& name, const Size& size) {
+  const auto channels = static_cast<std::size_t>(size.channels);
+  const std::vector<int> stations(static_cast<std::size_t>(size.labels), 1);
+  const std::vector<std::string> labels(static_cast<std::size_t>(size.labels), "12345678");
+  if (name == "take") return EncodeTake({.destination = 1, .source = 1, .action = 3});
+  if (name == "gain") return EncodeGain({.input = 0, .step = 100});
+  if (name == "crosspoints of one output") {
+    return EncodeCrosspointRow(
+        {.output = 1, .status = 0, .sources = std::vector<std::uint8_t>(channels)});
+  }
+  if (name == "QDV tally") return EncodeTally({});
+  if (name == "gain steps") return EncodeGainReport(std::vector<std::int16_t>(channels));
+  if (name == "order of the labels")
+    return EncodeLabelOrder({.selector = 20, .stations = stations});
+  if (name == "label texts") return EncodeLabelTexts({.selector = 20, .labels = labels});
+  if (name == "inhibits of one output") {
+    return EncodeInhibitRow(1, std::string(channels, '0'), size.channels);
+  }
+  if (name == "relays of one output") return EncodeRelayRow(1, std::string(64, '0'), 64);
+  // A stored text has 64 members, or as many as there are stations beyond.
+  if (name == "buttons, to the switcher") {
+    return EncodeButtonData(Buttons(std::max(64, size.channels)));
+  }
+  if (name == "buttons, from the switcher") return EncodeButtonData(Buttons(size.channels));
+  if (name == "optos") return EncodeOptoData(Optos());
+  ADD_FAILURE() << name;
+  return {};
+}
+
+TEST(WirePageTest, TheLengthsAreThoseOfThePage) {
+  std::set<std::string> codes;
+  for (const auto& row : test::PageTable("wire-format.md", "## Lengths")) {
+    ASSERT_EQ(row.size(), 6U) << row.front();
+    codes.insert(row[0]);
+    for (std::size_t i = 0; i < std::size(kSizes); ++i) {
+      const Bytes message = MessageOfRow(row[1], kSizes[i]);
+      EXPECT_EQ(std::to_string(message.size()), row[3 + i]) << row[1];
+      EXPECT_EQ("0x" + test::Hex(Bytes{message.front()}), row[0]) << row[1];
+    }
+  }
+  EXPECT_EQ(codes.size(), 11U);
+}
+
 }  // namespace
 }  // namespace switcher
