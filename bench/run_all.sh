@@ -49,6 +49,22 @@ machine() {
     "$(sed -n 's/^CMAKE_BUILD_TYPE:STRING=//p' "$cache"), load $load at the start"
 }
 
+# "85 figures, 61 of them with a limit: all held."
+summary() {
+  awk -F '\t' '
+    $8 != "" { limits++ }
+    $8 == "missed" { missed++ }
+    $8 == "no result" { failed++ }
+    END {
+      printf "%d figures, %d of them with a limit: ", NR, limits
+      if (missed + failed == 0) printf "all held"
+      if (missed) printf "%d missed", missed
+      if (missed && failed) printf ", "
+      if (failed) printf "%d without a result", failed
+      print "."
+    }' "$figures"
+}
+
 # Reads a line of figures (see bench/figures.h) into its fields.
 read_figure() {
   # Tabs that follow each other are one to read: they get something between them.
@@ -60,7 +76,7 @@ read_figure() {
   [ -z "$other" ] || compared="$other $other_value $unit"
 }
 
-headings=("What" "Figure" "Compared with" "Ratio" "Limit" "")
+headings=("What" "Figure" "Compared with" "Ratio" "Limit" "Result")
 
 print_text() {
   local width=(0 0 0 0 0 0) cells i row
@@ -74,6 +90,7 @@ print_text() {
     done
   done < <(table_rows)
   machine
+  summary
   echo
   while IFS=$'\x1f' read -r -a cells; do
     row=
@@ -85,7 +102,7 @@ print_text() {
 }
 
 print_markdown() {
-  machine
+  echo "Taken on: $(machine)."
   echo
   printf '| %s ' "${headings[@]}"
   printf '|\n|---|---|---|---|---|---|\n'
@@ -96,7 +113,14 @@ print_markdown() {
 
 put_into_readme() {
   local begin='<!-- figures: bench/run_all.sh --readme -->' end='<!-- end of figures -->'
-  print_markdown >"$runs/table.md"
+  {
+    echo "<details>"
+    echo "<summary>$(summary)</summary>"
+    echo
+    print_markdown
+    echo
+    echo "</details>"
+  } >"$runs/table.md"
   awk -v begin="$begin" -v end="$end" -v table="$runs/table.md" '
     $0 == end { inside = 0; places++ }
     !inside { print }
@@ -140,7 +164,7 @@ done
 
 case $layout in
   text) print_text ;;
-  markdown) print_markdown ;;
+  markdown) summary; echo; print_markdown ;;
   readme) put_into_readme ;;
 esac
 awk -F '\t' '$8 == "missed" || $8 == "no result" { print $8 ": " $1 }' "$figures" >&2
