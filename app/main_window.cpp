@@ -62,13 +62,12 @@ MainWindow::MainWindow(const CommandTable& commands)
 }
 
 // By itself the area has no keys for the next window nor for the menu with which a window is
-// moved, resized and maximised without a mouse.
+// moved, resized and maximised without a mouse; that menu brings the desktop's key for closing.
 void MainWindow::AddWindowKeys() {
   const auto add = [this](QKeyCombination keys, auto operation) {
     connect(new QShortcut(keys, this), &QShortcut::activated, area_, operation);
   };
-  add(Qt::CTRL | Qt::Key_F6, [this] { area_->activateNextSubWindow(); });
-  add(Qt::CTRL | Qt::Key_F4, [this] { area_->closeActiveSubWindow(); });
+  add(Qt::CTRL | Qt::Key_F6, &QMdiArea::activateNextSubWindow);
   add(Qt::ALT | Qt::Key_Minus, [this] {
     if (QMdiSubWindow* const active = area_->activeSubWindow()) active->showSystemMenu();
   });

@@ -200,7 +200,7 @@ TEST_F(MainWindowTest, AWindowIsManagedByKeys) {
   QTest::keyClick(&window_, Qt::Key_Minus, Qt::AltModifier);
   ASSERT_TRUE(child->systemMenu()->isVisible());
   child->systemMenu()->close();
-  QTest::keyClick(&window_, Qt::Key_F4, Qt::ControlModifier);
+  QTest::keySequence(&window_, QKeySequence::Close);
   EXPECT_FALSE(child->isVisible());
   QTest::keyClick(&window_, Qt::Key_Minus, Qt::AltModifier);  // nothing to manage any more
 }
