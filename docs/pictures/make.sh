@@ -15,7 +15,7 @@ cp "$bin/teskctl" "$bin/tesksetup" "$work"
 printf '[CONFIGURATION]\r\nCOM Port=1\r\nSoftpanel Support=No\r\n\r\n[SERIAL DEVICES]\r\nCOM1=%s\r\n' \
   "$work/line" >"$work/Orvotesk.ini"
 # Places and sizes in twips, fifteen to a pixel.
-cat >"$work/user/Orvo/Orvo Intercom Control.conf" <<E2
+cat >"$work/user/Orvo/Orvo Intercom Control.conf" <<EOF
 [Settings]
 MainLeft=0
 MainTop=0
@@ -24,7 +24,7 @@ MainHeight=12000
 XmapLeft=0
 XmapTop=0
 XmapWidth=9150
-XmapHeight=10350
+XmapHeight=10800
 ButnsLeft=9150
 ButnsTop=0
 ButnsWidth=9990
@@ -32,14 +32,14 @@ ButnsHeight=6150
 AlphasLeft=9150
 AlphasTop=6150
 AlphasWidth=9990
-AlphasHeight=4200
-E2
+AlphasHeight=4650
+EOF
 
 export HOME=$work/user XDG_CONFIG_HOME=$work/user XDG_DATA_HOME=$work/user \
   XDG_RUNTIME_DIR=$work/user LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen QT_PLUGIN_PATH=$bin
 chmod 700 "$work/user"
 
-simulator= console= dialog=
+simulator='' console='' dialog=''
 cleanup() {
   for process in $dialog $console $simulator; do
     kill "$process" 2>/dev/null && wait "$process" 2>/dev/null
@@ -246,7 +246,7 @@ wait_for gone aidNote
 picture sbStatusBar link-down -crop 700x+0+0
 close frmMain
 wait "$console"
-console=
+console=''
 
 # --- Setting up another console.
 
