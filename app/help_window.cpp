@@ -44,6 +44,26 @@ constexpr double kQuietShare = 0.7;
 constexpr double kLineShare = 0.3;
 constexpr double kHeadingShare = 0.08;
 
+// Where the dialogs, by their names, and the message boxes, by their titles, are explained.
+struct Explained {
+  const char* what;
+  const char* place;
+};
+constexpr Explained kExplained[] = {
+    {"frmInptLevel", "levels.html#set"},
+    {"frmQdvTally", "levels.html#tally"},
+    {"frmDownProg", "transfer.html#send"},
+    {"frmSysInfo", "transfer.html#retrieve"},
+    {"frmTeskAbout", "commands.html#help"},
+    {"aidExportDialog", "export.html#export"},
+    {"Comm Error", "messages.html#comm"},
+    {"Database Error", "messages.html#database"},
+    {"Error Processing", "messages.html#processing"},
+    {"Serial Communications Error", "messages.html#serial"},
+    {"Control Error", "messages.html#control"},
+    {"Synchronization Warning", "messages.html#sync"},
+};
+
 }  // namespace
 
 QStringList ManualPages() {
@@ -53,6 +73,17 @@ QStringList ManualPages() {
           QStringLiteral("export.html"),   QStringLiteral("link.html"),
           QStringLiteral("set-up.html"),   QStringLiteral("commands.html"),
           QStringLiteral("messages.html"), QStringLiteral("errors.html")};
+}
+
+QString ManualPlace(const QWidget* dialog) {
+  if (dialog == nullptr) return {};
+  for (const Explained& each : kExplained) {
+    const QLatin1String what(each.what);
+    if (dialog->objectName() == what || dialog->windowTitle() == what) {
+      return QLatin1String(each.place);
+    }
+  }
+  return {};
 }
 
 QString ManualStyle(const QPalette& palette) {
@@ -94,7 +125,7 @@ HelpWindow::HelpWindow(QWidget* parent)
   pages_->setFrameShape(QFrame::NoFrame);
   pages_->document()->setDocumentMargin(kMargin);
   pages_->document()->setDefaultStyleSheet(ManualStyle(palette()));
-  pages_->setSource(QUrl(QLatin1String(kFolder) + ManualPages().front()));
+  ShowPlace(ManualPages().front());
 
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -103,6 +134,10 @@ HelpWindow::HelpWindow(QWidget* parent)
   layout->addWidget(pages_, 1);
   AddKeys();
   pages_->setFocus();
+}
+
+void HelpWindow::ShowPlace(const QString& place) {
+  pages_->setSource(QUrl(QLatin1String(kFolder) + place));
 }
 
 QWidget* HelpWindow::MakeTools() {

@@ -20,6 +20,10 @@ QStringList ManualPages();
 // The style of the manual's pages in a theme, as a style sheet of their documents.
 QString ManualStyle(const QPalette& palette);
 
+// The place of the manual that a dialog or message box is explained at, as a link between its
+// pages; empty when it has none, or for no dialog.
+QString ManualPlace(const QWidget* dialog);
+
 // The manual that ships with the program, in a window of its own: the way back and forth between
 // its pages, and a field that finds a text in all of them.
 class HelpWindow : public QWidget {
@@ -27,6 +31,9 @@ class HelpWindow : public QWidget {
 
  public:
   explicit HelpWindow(QWidget* parent = nullptr);
+
+  // Goes to a place, as ManualPlace names it.
+  void ShowPlace(const QString& place);
 
  protected:
   void changeEvent(QEvent* event) override;

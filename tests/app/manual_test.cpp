@@ -14,6 +14,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QRegularExpression>
+#include <QTest>
 #include <QTextBrowser>
 #include <algorithm>
 #include <memory>
@@ -209,6 +210,61 @@ TEST_F(CommandsOfTheManualTest, HasEveryToolOfTheWindows) {
   }
   EXPECT_THAT(tools, SizeIs(15));
   EXPECT_TRUE(tools.contains(QStringLiteral("ID_Listen")));
+}
+
+// What F1 shows in a dialog of that command; the dialog is closed again.
+TEST_F(CommandsOfTheManualTest, IsToBeHadInTheDialogs) {
+  ASSERT_NE(main_, nullptr);
+  struct Case {
+    const char* command;
+    const char* page;
+    const char* place;
+  };
+  // The box of the line that is not there comes first.
+  for (const Case& each : {Case{nullptr, "messages.html", "comm"},
+                           Case{"ID_ViewSourcelevelControl", "levels.html", "set"},
+                           Case{"ID_ViewQDVStatus", "levels.html", "tally"},
+                           Case{"ID_SendData", "transfer.html", "send"},
+                           Case{"ID_RetreiveData", "transfer.html", "retrieve"},
+                           Case{"ID_About", "commands.html", "help"}}) {
+    if (each.command != nullptr) {
+      main_->findChild<QAction*>(QLatin1String(each.command))->trigger();
+    }
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
+    QWidget* const dialog = QApplication::activeModalWidget();
+    dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+    QTest::keyClick(dialog, Qt::Key_F1);
+    const QTextBrowser* shown = nullptr;
+    for (const QWidget* const window : QApplication::topLevelWidgets()) {
+      if (window == &window_ || window->objectName() != QStringLiteral("frmHelp")) continue;
+      shown = window->findChild<QTextBrowser*>(QStringLiteral("aidHelpPages"));
+    }
+    ASSERT_NE(shown, nullptr) << each.page;
+    EXPECT_EQ(shown->source().fileName(), QLatin1String(each.page));
+    EXPECT_EQ(shown->source().fragment(), QLatin1String(each.place));
+    EXPECT_TRUE(Values(QLatin1String(each.page), "name").contains(QLatin1String(each.place)));
+    dialog->close();
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; }));
+  }
+}
+
+// Every title that a box can have leads to its part of the messages.
+TEST_F(ManualTest, EveryBoxLeadsToItsMessages) {
+  for (const char* const title :
+       {"Comm Error", "Database Error", "Error Processing", "Serial Communications Error",
+        "Control Error", "Synchronization Warning"}) {
+    QWidget box;
+    box.setWindowTitle(QLatin1String(title));
+    const QString place = app::ManualPlace(&box);
+    EXPECT_EQ(place.section(u'#', 0, 0), QStringLiteral("messages.html")) << title;
+    const QString heading = QStringLiteral("<a name=\"%1\"></a>%2</h2>")
+                                .arg(place.section(u'#', 1), QLatin1String(title));
+    EXPECT_TRUE(Source(QStringLiteral("messages.html")).contains(heading)) << title;
+  }
+  EXPECT_EQ(app::ManualPlace(nullptr), QString());
+  const QWidget other;
+  EXPECT_EQ(app::ManualPlace(&other), QString());
 }
 
 TEST_F(CommandsOfTheManualTest, ACommandThatIsNotThereIsMissed) {
