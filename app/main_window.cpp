@@ -3,7 +3,9 @@
 #include "app/main_window.h"
 
 #include <QAction>
+#include <QChildEvent>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -238,6 +240,14 @@ void MainWindow::ShowPanels(const std::vector<std::string>& panels) {
 void MainWindow::ShowPanelNote(const std::string& note) {
   statusBar_->ShowNote(QString::fromStdString(note));
   Q_EMIT PanelNoted(QString::fromStdString(note));
+}
+
+// A dialog keeps out the keys of this window; the manual is to be had in it all the same.
+void MainWindow::childEvent(QChildEvent* event) {
+  QMainWindow::childEvent(event);
+  if (!event->polished()) return;
+  auto* const dialog = qobject_cast<QDialog*>(event->child());
+  if (dialog != nullptr) dialog->addAction(CommandAction("ID_Contents"));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!mayClose_ || mayClose_()); }
