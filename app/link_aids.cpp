@@ -3,7 +3,6 @@
 #include "app/link_aids.h"
 
 #include <QCoreApplication>
-#include <optional>
 #include <utility>
 
 #include "app/port_access.h"
@@ -27,8 +26,6 @@ void LinkAids::MapReported(QTime time) {
 }
 
 void LinkAids::Tick() {
-  // A port that could not be opened at start leaves the link's own text empty.
-  status_.SetClosedPort(port_.isOpen() ? std::nullopt : std::optional<int>(model_.ComPort));
   ShowMapState();
   ShowHints();
 }
