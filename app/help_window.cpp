@@ -121,7 +121,8 @@ HelpWindow::HelpWindow(QWidget* parent)
   setWindowTitle(tr("Orvo Intercom Control Help"));
   setWindowIcon(views::Icon(QStringLiteral("contents")));
   setAttribute(Qt::WA_DeleteOnClose);
-  resize(views::SizeOnScreen(kSize, screen()->availableSize()));
+  // A page keeps its width for its pictures, and scrolls where it is too high for the screen.
+  resize(kSize.width(), views::SizeOnScreen(kSize, screen()->availableSize()).height());
 
   pages_->setObjectName(QStringLiteral("aidHelpPages"));
   pages_->setFrameShape(QFrame::NoFrame);

@@ -32,7 +32,8 @@ HintStrip::HintStrip(QWidget* parent)
   // Tab stays within a child window and does not come here.
   const QKeySequence keys(Qt::SHIFT | Qt::Key_Escape);
   close_->setShortcut(keys);
-  close_->setToolTip(tr("Close this hint (%1)").arg(keys.toString(QKeySequence::NativeText)));
+  close_->setToolTip(tr("Close this hint") +
+                     QStringLiteral(" (%1)").arg(keys.toString(QKeySequence::NativeText)));
   close_->setAccessibleName(tr("Close this hint"));
 
   auto* const layout = new QHBoxLayout(this);
