@@ -3,6 +3,7 @@
 #include "app/link_aids.h"
 
 #include <QCoreApplication>
+#include <optional>
 #include <utility>
 
 #include "app/port_access.h"
@@ -26,6 +27,8 @@ void LinkAids::MapReported(QTime time) {
 }
 
 void LinkAids::Tick() {
+  // A port that could not be opened at start leaves the link's own text empty.
+  status_.SetClosedPort(port_.isOpen() ? std::nullopt : std::optional<int>(model_.ComPort));
   ShowMapState();
   ShowHints();
 }

@@ -20,6 +20,7 @@ constexpr int kReadoutCharacters = 60;
 StatusBar::StatusBar(QWidget* parent)
     : QStatusBar(parent),
       link_(new QLabel(this)),
+      closedPort_(new QLabel(this)),
       blocked_(new QLabel(this)),
       panels_(new QLabel(this)),
       readout_(new ElidedLabel(this)),
@@ -29,6 +30,7 @@ StatusBar::StatusBar(QWidget* parent)
       demo_(new QLabel(tr("DEMO"), this)) {
   setObjectName(QStringLiteral("sbStatusBar"));
   link_->setObjectName(QStringLiteral("sbStatusBar_1"));
+  closedPort_->setObjectName(QStringLiteral("aidClosedPort"));
   blocked_->setObjectName(QStringLiteral("aidBlockedCode"));
   panels_->setObjectName(QStringLiteral("aidPanels"));
   readout_->setObjectName(QStringLiteral("aidReadout"));
@@ -37,7 +39,7 @@ StatusBar::StatusBar(QWidget* parent)
   unsent_->setObjectName(QStringLiteral("aidUnsent"));
   note_->setObjectName(QStringLiteral("aidNote"));
   for (QLabel* const label :
-       {link_, blocked_, panels_, readout_, mapState_, unsent_, note_, demo_}) {
+       {link_, closedPort_, blocked_, panels_, readout_, mapState_, unsent_, note_, demo_}) {
     label->setTextFormat(Qt::PlainText);
     label->setContentsMargins(6, 0, 6, 0);
   }
@@ -45,6 +47,7 @@ StatusBar::StatusBar(QWidget* parent)
   readout_->setAccessibleName(tr("Current crosspoint"));
 
   addWidget(link_);
+  addWidget(closedPort_);
   addWidget(blocked_);
   addWidget(panels_);
   addWidget(readout_, 1);
@@ -52,12 +55,16 @@ StatusBar::StatusBar(QWidget* parent)
   addWidget(unsent_);
   addWidget(note_);
   addPermanentWidget(demo_);
+  closedPort_->hide();
   blocked_->hide();
   unsent_->hide();
   panels_->hide();
   note_->hide();
   mapState_->hide();
   demo_->hide();
+  closedPort_->setToolTip(
+      tr("The serial port cannot be used now. It is tried again every second, and the link comes "
+         "up by itself when it can."));
   mapState_->setToolTip(tr("When the switcher last reported a part of the crosspoint map"));
   demo_->setToolTip(tr("Demo mode: the map draws its own takes, whatever the switcher says"));
   // A frame makes it a badge without a colour of its own.
@@ -91,7 +98,7 @@ void StatusBar::UpdateLegend() {
   if (legend_ == nullptr) return;
   const int readout = kReadoutCharacters * fontMetrics().averageCharWidth();
   int needed = link_->sizeHint().width() + legend_->sizeHint().width() + readout;
-  for (const QLabel* const label : {mapState_, unsent_, demo_}) {
+  for (const QLabel* const label : {closedPort_, mapState_, unsent_, demo_}) {
     if (!label->isHidden()) needed += label->sizeHint().width();
   }
   legend_->setVisible(legendWanted_ && width() >= needed);
@@ -136,6 +143,12 @@ void StatusBar::SetPanels(const QStringList& panels) {
   panels_->setToolTip(panels.isEmpty() ? tr("No network panel is connected")
                                        : panels.join(QLatin1Char('\n')));
   panels_->show();
+}
+
+void StatusBar::SetClosedPort(std::optional<int> number) {
+  if (number.has_value()) closedPort_->setText(tr("COM %1 is not open").arg(*number));
+  closedPort_->setVisible(number.has_value());
+  UpdateLegend();
 }
 
 void StatusBar::SetBlockedCode(std::optional<std::uint8_t> code) {

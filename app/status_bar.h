@@ -37,6 +37,9 @@ class StatusBar : public QStatusBar {
   // Names the tables that were edited and not sent; empty for none.
   void SetUnsent(const QString& tables);
 
+  // Says that the port of that number is closed; without a number nothing.
+  void SetClosedPort(std::optional<int> number);
+
   // Says that an unknown message code holds up all decoding; nothing takes it away.
   void SetBlockedCode(std::optional<std::uint8_t> code);
 
@@ -55,6 +58,7 @@ class StatusBar : public QStatusBar {
   void UpdateLegend();
 
   QLabel* link_;
+  QLabel* closedPort_;
   QLabel* blocked_;
   QLabel* panels_;
   QLabel* readout_;

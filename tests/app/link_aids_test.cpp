@@ -26,10 +26,11 @@ class LinkAidsTest : public testing::Test {
   }
 
   model::SystemModel model_;
+  bool isOpen_ = true;
   StatusBar status_;
   HintStrip hints_;
   LinkAids aids_{model_,
-                 {.isOpen = [] { return true; }, .device = [] { return QFileInfo(); }},
+                 {.isOpen = [this] { return isOpen_; }, .device = [] { return QFileInfo(); }},
                  status_,
                  hints_};
 };
@@ -43,6 +44,20 @@ TEST_F(LinkAidsTest, SaysAfterFiveSecondsThatNoSwitcherAnswers) {
   model_.LinkStatus[0] = 1;
   Ticks(1);
   EXPECT_EQ(Hint(), QString());
+}
+
+TEST_F(LinkAidsTest, SaysThatThePortIsClosedWhileItIs) {
+  const auto* const panel = status_.findChild<QLabel*>(QStringLiteral("aidClosedPort"));
+  ASSERT_NE(panel, nullptr);
+  Ticks(1);
+  EXPECT_TRUE(panel->isHidden());
+  isOpen_ = false;
+  Ticks(1);
+  EXPECT_FALSE(panel->isHidden());
+  EXPECT_EQ(panel->text(), QStringLiteral("COM 2 is not open"));
+  isOpen_ = true;
+  Ticks(1);
+  EXPECT_TRUE(panel->isHidden());
 }
 
 TEST_F(LinkAidsTest, IsQuietAboutASwitcherThatWasThere) {
