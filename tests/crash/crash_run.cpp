@@ -54,7 +54,7 @@ constexpr int kMostEditingCalls = 60;
 
 // Whether it was killed.  Who dies is there for another moment.
 bool IsGone(ConsoleProcess& console) {
-  return ConsoleProcess::WaitFor([&] { return !console.Lives(); }, std::chrono::seconds(5));
+  return ConsoleProcess::WaitFor([&] { return !console.Lives(); });
 }
 
 class CrashRun {
