@@ -66,7 +66,8 @@ Console::Console(const QString& folder)
              .device = [this] { return QFileInfo(SerialDevice(model_.ComPort)); }},
             window_.Status(), window_.Hints()),
       log_(window_, views_, boxes_, commands_),
-      export_(window_.ExportMenu(), window_, ViewServices()) {
+      export_(window_.ExportMenu(), window_, ViewServices(),
+              [this] { return views_.StoreEdits(); }) {
   ConnectCommands();
   ConnectTimers();
   listener_.SetAcceptHandler(
