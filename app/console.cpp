@@ -37,6 +37,7 @@ QSize Bounded(const QSize& size) {
 
 Console::Console(const QString& folder)
     : folder_(folder),
+      settings_(QFileInfo(folder).canonicalFilePath()),
       placement_(settings_, QStringLiteral("Main")),
       files_(File(db::kMainFile), File(db::kWorkingCopy)),
       window_(commands_),
