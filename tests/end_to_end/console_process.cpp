@@ -188,6 +188,8 @@ std::vector<std::string> ConsoleProcess::Rows(const char* list) {
 
 void ConsoleProcess::CloseWindow(const char* object) { Ask(Request("close", object)); }
 
+void ConsoleProcess::LogOut() { Ask({{QStringLiteral("do"), QStringLiteral("logOut")}}); }
+
 std::vector<Box> ConsoleProcess::Boxes() {
   std::vector<Box> boxes;
   const QJsonArray shown = Ask({{QStringLiteral("do"), QStringLiteral("boxes")}})

@@ -81,6 +81,8 @@ class ConsoleProcess {
   // One after the other, with nothing in between.
   void ClickTogether(const std::vector<const char*>& objects);
   void CloseWindow(const char* object);
+  // Asks the console to save what there is, as the desktop does when its user logs out.
+  void LogOut();
 
   // Whether a widget of that name is there and shows.
   bool IsShown(const char* object);
