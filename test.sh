@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds everything and runs the whole test suite: the format of the sources, the suite under
-# the address and undefined-behaviour sanitizers, and the suite as it is shipped.
+# Builds everything and tests it: the format of the sources, the whole suite under the address and
+# undefined-behaviour sanitizers, and the programs as they are shipped, in use with each other.
+# A release build of everything and `ctest --preset release` test the single units as shipped, too.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -16,20 +17,20 @@ echo "== Format"
 find . -path ./build -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 |
   xargs -0 clang-format --dry-run --Werror
 
-echo "== Build for release"
-cmake --preset release -DTESK_WERROR=ON
-cmake --build --preset release
-cmake --preset asan -DTESK_WERROR=ON
-
-# The suite leaves the processors idle most of the time, and the compiler gives way to it.
-echo "== Suite as shipped; the build with sanitizers goes on behind it"
-nice -n 19 cmake --build --preset asan >build/asan-build.log 2>&1 &
-sanitized=$!
-trap 'kill "$sanitized" 2>/dev/null || true' EXIT
-ctest --preset release -j "$jobs" --output-on-failure
-
 echo "== Build with sanitizers"
-wait "$sanitized" || { cat build/asan-build.log; exit 1; }
+cmake --preset asan -DTESK_WERROR=ON
+cmake --build --preset asan
+cmake --preset release -DTESK_WERROR=ON
 
-echo "== Suite under the sanitizers"
+# The suite leaves the processors idle much of the time, and the compiler gives way to it.
+echo "== Suite under the sanitizers; the build for release goes on behind it"
+nice -n 19 cmake --build --preset release --target programs >build/release-build.log 2>&1 &
+release=$!
+trap 'kill "$release" 2>/dev/null || true' EXIT
 ctest --preset asan -j "$jobs" --output-on-failure
+
+echo "== Build for release"
+wait "$release" || { cat build/release-build.log; exit 1; }
+
+echo "== Programs as shipped"
+ctest --preset release -j "$jobs" -L program --output-on-failure

@@ -3,8 +3,7 @@
 // The programming view with 64 stations, from the click to the pixels.
 //
 //   Open            the view made, shown and painted
-//   ChangeStation   to the next station and back, all that is shown of it differs, and painted;
-//                   by tab: a page of buttons, the selected button, the relays
+//   ChangeStation   to the next station and back, all that is shown of it differs, and painted
 //   ChangeTab       to the page that edits and back, and painted
 //   SelectButton    another button selected on the page that edits, and painted
 //   ToggleTarget    a target ticked or cleared, stored and painted
@@ -13,12 +12,11 @@
 // The view is painted as on a screen, into its window's backing store, without a display server
 // behind it.
 
-#include <benchmark/benchmark.h>
-
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QCoreApplication>
 
+#include "bench/suite.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/programming/buttons_console.h"
 
@@ -63,12 +61,11 @@ void Open(benchmark::State& state) {
     state.ResumeTiming();
   }
 }
-BENCHMARK(Open)->Unit(benchmark::kMillisecond);
 
-void ChangeStation(benchmark::State& state) {
+void ChangeStation(benchmark::State& state, int tab) {
   TwoStations console;
   console.Open();
-  console.GoToTab(static_cast<int>(state.range(0)));
+  console.GoToTab(tab);
   Paint();
   bool forward = true;
   for (auto _ : state) {
@@ -77,12 +74,6 @@ void ChangeStation(benchmark::State& state) {
   }
   if (console.CurrentStation() != (forward ? 1 : 2)) state.SkipWithError("did not move");
 }
-BENCHMARK(ChangeStation)
-    ->ArgName("tab")
-    ->Arg(kButtonTab)
-    ->Arg(kEditTab)
-    ->Arg(kRelayTab)
-    ->Unit(benchmark::kMillisecond);
 
 void ChangeTab(benchmark::State& state) {
   TwoStations console;
@@ -95,7 +86,6 @@ void ChangeTab(benchmark::State& state) {
     Paint();
   }
 }
-BENCHMARK(ChangeTab)->Unit(benchmark::kMillisecond);
 
 void SelectButton(benchmark::State& state) {
   TwoStations console;
@@ -109,7 +99,6 @@ void SelectButton(benchmark::State& state) {
     Paint();
   }
 }
-BENCHMARK(SelectButton)->Unit(benchmark::kMillisecond);
 
 void ToggleTarget(benchmark::State& state) {
   TwoStations console;
@@ -118,7 +107,6 @@ void ToggleTarget(benchmark::State& state) {
   Paint();
   for (auto _ : state) console.Click("ckStationSel_20");
 }
-BENCHMARK(ToggleTarget)->Unit(benchmark::kMillisecond);
 
 void ChooseType(benchmark::State& state) {
   TwoStations console;
@@ -131,14 +119,27 @@ void ChooseType(benchmark::State& state) {
     console.Click(listens ? "optButType_1" : "optButType_3");
   }
 }
-BENCHMARK(ChooseType)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const test::GuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  bench::Suite suite(&argc, argv);
+  const auto add = [&suite](const char* what, const bench::Suite::Function& run) {
+    suite.Measure({.what = what, .run = run, .limit = bench::kViewMilliseconds});
+  };
+  add("programming: the view opened", Open);
+  add("programming: another station, page of buttons",
+      [](auto& state) { ChangeStation(state, kButtonTab); });
+  add("programming: another station, page that edits",
+      [](auto& state) { ChangeStation(state, kEditTab); });
+  add("programming: another station, page of relays",
+      [](auto& state) { ChangeStation(state, kRelayTab); });
+  add("programming: another page", ChangeTab);
+  add("programming: another button", SelectButton);
+  add("programming: a target ticked and stored", ToggleTarget);
+  add("programming: an operation chosen and stored", ChooseType);
+  suite.Run();
+  return suite.Finish();
 }

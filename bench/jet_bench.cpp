@@ -3,17 +3,16 @@
 // The database engine beside SQLite (journal and sync off) and beside mdb-export, on the
 // configuration database with its default records: 128 stations of 109 fields.
 //
-//   Create        a new file with both tables, indexes and all records
+//   Create        a new file with both tables, indexes and all records; the one of the last round
+//                 is removed outside the measured time
 //   Read          the file opened, every field of every station in the order of their numbers
 //   Seek          a station by its number, one field read
 //   UpdateNumber  a station by its number, a number in it changed and written
 //   UpdateLabel   the same with a text that has an index
 //   Export        a process that prints both tables: mdbdump, and mdb-export once per table
 //
-// At the end stands a table of both figures, CPU time and for Export wall time, and how many
-// times as long the engine takes.
+// CPU time, for Export wall time.
 
-#include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sqlite3.h>
@@ -24,11 +23,11 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "bench/suite.h"
 #include "db/jet/database.h"
 #include "db/schema.h"
 #include "tests/support/temporary_folder.h"
@@ -201,6 +200,9 @@ std::uint64_t SumOfStations() {
 void CreateJet(benchmark::State& state) {
   const std::filesystem::path path = TheFiles().New("new.mdb");
   for (auto _ : state) {
+    state.PauseTiming();
+    std::filesystem::remove(path);
+    state.ResumeTiming();
     if (!db::CreateDatabase(path).ok()) state.SkipWithError("not created");
   }
   state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(path));
@@ -383,64 +385,32 @@ void ExportMdbTools(benchmark::State& state) {
   }
 }
 
-BENCHMARK(CreateJet)->Unit(benchmark::kMicrosecond);
-BENCHMARK(CreateSqlite)->Unit(benchmark::kMicrosecond);
-BENCHMARK(ReadJet)->Unit(benchmark::kMicrosecond);
-BENCHMARK(ReadSqlite)->Unit(benchmark::kMicrosecond);
-BENCHMARK(SeekJet)->Unit(benchmark::kMicrosecond);
-BENCHMARK(SeekSqlite)->Unit(benchmark::kMicrosecond);
-BENCHMARK(UpdateNumberJet)->Unit(benchmark::kMicrosecond);
-BENCHMARK(UpdateNumberSqlite)->Unit(benchmark::kMicrosecond);
-BENCHMARK(ExportJet)->Unit(benchmark::kMicrosecond)->UseRealTime();
-BENCHMARK(ExportMdbTools)->Unit(benchmark::kMicrosecond)->UseRealTime();
-// Last: they change the labels.
-BENCHMARK(UpdateLabelJet)->Unit(benchmark::kMicrosecond);
-BENCHMARK(UpdateLabelSqlite)->Unit(benchmark::kMicrosecond);
-
-// Prints as usual and keeps the times for the table.
-class RatioReporter : public benchmark::ConsoleReporter {
- public:
-  RatioReporter() : ConsoleReporter(OO_Tabular) {}
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      if (run.error_occurred) continue;
-      // CPU time, which other programs on the machine hardly change; for processes wall time.
-      const bool isProcess = !run.run_name.time_type.empty();
-      times_[run.run_name.function_name] =
-          isProcess ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
-    }
-  }
-  void Finalize() override {
-    ConsoleReporter::Finalize();
-    std::printf("\n%-14s %12s %12s %8s\n", "microseconds", "engine", "other", "ratio");
-    for (const char* what : {"Create", "Read", "Seek", "UpdateNumber", "UpdateLabel"}) {
-      PrintRatio(what, std::string(what) + "Jet", std::string(what) + "Sqlite");
-    }
-    PrintRatio("Export", "ExportJet", "ExportMdbTools");
-  }
-
- private:
-  void PrintRatio(const char* what, const std::string& engine, const std::string& other) const {
-    const auto own = times_.find(engine);
-    const auto others = times_.find(other);
-    if (own == times_.end() || others == times_.end()) return;
-    std::printf("%-14s %12.2f %12.2f %8.2f\n", what, own->second, others->second,
-                own->second / others->second);
-  }
-
-  std::map<std::string, double> times_;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
+  bench::Suite suite(&argc, argv);
   if (TheFiles().stations.size() != kStations || !Sqlite(TheFiles().sqlite).CreateTables()) {
     std::fprintf(stderr, "the databases cannot be made\n");
-    return 1;
+    return 2;
   }
-  RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  benchmark::Shutdown();
+  constexpr auto kMicroseconds = benchmark::kMicrosecond;
+  constexpr auto kMilliseconds = benchmark::kMillisecond;
+  const auto add = [&suite](const char* what, benchmark::TimeUnit unit,
+                            const bench::Suite::Function& engine,
+                            const bench::Suite::Function& sqlite) {
+    suite.Compare({.what = what, .run = engine, .unit = unit},
+                  {.name = "SQLite", .run = sqlite, .ratioLimit = 2});
+  };
+  add("database: created with all default rows", kMilliseconds, CreateJet, CreateSqlite);
+  add("database: opened, every field of 128 stations read", kMilliseconds, ReadJet, ReadSqlite);
+  add("database: a station found by its number", kMicroseconds, SeekJet, SeekSqlite);
+  add("database: a number of a station updated", kMicroseconds, UpdateNumberJet,
+      UpdateNumberSqlite);
+  suite.Compare({.what = "database: printed by mdbdump (wall)", .run = ExportJet},
+                {.name = "mdb-export", .run = ExportMdbTools, .ratioLimit = 1},
+                bench::Suite::Clock::Wall);
+  // Last: it changes the labels.
+  add("database: an indexed label updated", kMicroseconds, UpdateLabelJet, UpdateLabelSqlite);
+  suite.Run();
+  return suite.Finish();
 }

@@ -9,14 +9,13 @@
 //   Store     one label edited, stored and painted
 //   Paste     a block of all labels stored and painted
 
-#include <benchmark/benchmark.h>
-
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScrollBar>
 #include <string>
 
+#include "bench/suite.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/labels/labels_console.h"
 
@@ -37,7 +36,7 @@ class OpenLabels : public LabelsConsole {
   static void Paint() { QCoreApplication::sendPostedEvents(); }
 };
 
-void BM_Open(benchmark::State& state) {
+void Open(benchmark::State& state) {
   LabelsConsole console(static_cast<int>(state.range(0)));
   for (auto _ : state) {
     console.Open();
@@ -48,7 +47,7 @@ void BM_Open(benchmark::State& state) {
   }
 }
 
-void BM_Sort(benchmark::State& state) {
+void Sort(benchmark::State& state) {
   OpenLabels console(state);
   for (auto _ : state) {
     console.ClickHeader(test::kLabel);
@@ -57,7 +56,7 @@ void BM_Sort(benchmark::State& state) {
   if (!console.reporter.reports.empty()) state.SkipWithError("not sorted");
 }
 
-void BM_Scroll(benchmark::State& state) {
+void Scroll(benchmark::State& state) {
   OpenLabels console(state);
   QScrollBar& bar = *console.Grid().verticalScrollBar();
   int step = bar.pageStep();
@@ -68,7 +67,7 @@ void BM_Scroll(benchmark::State& state) {
   }
 }
 
-void BM_Refresh(benchmark::State& state) {
+void Refresh(benchmark::State& state) {
   OpenLabels console(state);
   bool turn = false;
   for (auto _ : state) {
@@ -81,7 +80,7 @@ void BM_Refresh(benchmark::State& state) {
   }
 }
 
-void BM_Store(benchmark::State& state) {
+void Store(benchmark::State& state) {
   OpenLabels console(state);
   bool turn = false;
   for (auto _ : state) {
@@ -93,7 +92,7 @@ void BM_Store(benchmark::State& state) {
   }
 }
 
-void BM_Paste(benchmark::State& state) {
+void Paste(benchmark::State& state) {
   OpenLabels console(state);
   QString blocks[2];
   for (int i = 0; i < console.Grid().model()->rowCount(); ++i) {
@@ -110,17 +109,25 @@ void BM_Paste(benchmark::State& state) {
   if (!console.reporter.reports.empty()) state.SkipWithError("not pasted");
 }
 
-BENCHMARK(BM_Open)->Arg(128)->Arg(256)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Sort)->Arg(128)->Arg(256)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Scroll)->Arg(128)->Arg(256)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Refresh)->Arg(128)->Arg(256)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Store)->Arg(128)->Arg(256)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Paste)->Arg(128)->Arg(256)->Unit(benchmark::kMillisecond);
-
 }  // namespace
 
 int main(int argc, char** argv) {
   const test::GuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
+  bench::Suite suite(&argc, argv);
+  const auto add = [&suite](const std::string& what, const bench::Suite::Function& run) {
+    // A system of 64 stations has 128 records; the figure of twice as many says how it grows.
+    suite.Measure({.what = "labels: " + what + ", 128 records",
+                   .run = run,
+                   .size = 128,
+                   .limit = bench::kViewMilliseconds});
+    suite.Measure({.what = "labels: " + what + ", 256 records", .run = run, .size = 256});
+  };
+  add("the view opened", Open);
+  add("sorted", Sort);
+  add("a page scrolled", Scroll);
+  add("all rows read anew", Refresh);
+  add("a label edited and stored", Store);
+  add("all labels pasted and stored", Paste);
+  suite.Run();
+  return suite.Finish();
 }

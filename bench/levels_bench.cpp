@@ -7,16 +7,15 @@
 //   MoveSlider     one step of a slider, sent
 //   DragSlider     a slider through its whole range and back, 254 steps, each sent and painted
 //   DragOnTheLine  the same as fast as it goes, on a line of 57600 baud that takes 256 bytes
-//                  ahead: the counters are milliseconds of real time
+//                  ahead; the longest step, in real time
 //   OpenTally      the dialog made, shown and painted
 //   UpdateTally    a report that changes all 64 lamps
-
-#include <benchmark/benchmark.h>
 
 #include <QElapsedTimer>
 #include <QThread>
 #include <algorithm>
 
+#include "bench/suite.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/levels/levels_console.h"
 #include "views/tally/tally_dialog.h"
@@ -112,7 +111,7 @@ void DragSlider(benchmark::State& state) {
   }
 }
 
-void DragOnTheLine(benchmark::State& state) {
+double DragOnTheLine(int drags) {
   test::LevelsConsole console;
   console.SetGain(0, 127);
   PacedPort port;
@@ -129,19 +128,12 @@ void DragOnTheLine(benchmark::State& state) {
   console.dialog->open();
   QTest::qWait(100);
   double longest = 0;
-  double total = 0;
-  for (auto _ : state) {
-    QElapsedTimer clock;
-    clock.start();
+  for (int drag = 0; drag < drags; ++drag) {
     longest = std::max(longest, Drag(console.Slider(0)));
-    total = std::max(total, static_cast<double>(clock.nsecsElapsed()) / 1e6);
-    state.PauseTiming();
     port.TakeWritten();
     QTest::qWait(100);
-    state.ResumeTiming();
   }
-  state.counters["longest_step"] = longest;
-  state.counters["whole_drag"] = total;
+  return longest;
 }
 
 void OpenTally(benchmark::State& state) {
@@ -170,20 +162,26 @@ void UpdateTally(benchmark::State& state) {
   }
 }
 
-BENCHMARK(OpenLevels)->Unit(benchmark::kMillisecond);
-BENCHMARK(UpdateGainMap)->Unit(benchmark::kMillisecond);
-BENCHMARK(MoveSlider)->Unit(benchmark::kMillisecond);
-BENCHMARK(DragSlider)->Unit(benchmark::kMillisecond);
-BENCHMARK(DragOnTheLine)->Unit(benchmark::kMillisecond)->Iterations(10);
-BENCHMARK(OpenTally)->Unit(benchmark::kMillisecond);
-BENCHMARK(UpdateTally)->Unit(benchmark::kMillisecond);
-
 }  // namespace
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const test::GuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
+  bench::Suite suite(&argc, argv);
+  const auto add = [&suite](const char* what, const bench::Suite::Function& run) {
+    suite.Measure({.what = what, .run = run, .limit = bench::kViewMilliseconds});
+  };
+  add("levels: the dialog opened", OpenLevels);
+  add("levels: a report that changes all 64", UpdateGainMap);
+  add("levels: one step of a slider, sent", MoveSlider);
+  add("levels: a slider up and down, 254 steps, each sent", DragSlider);
+  add("tally: the dialog opened", OpenTally);
+  add("tally: a report that changes all 64", UpdateTally);
+  suite.Run();
+  suite.AllFigures().Add(
+      {.what = "levels: the longest step of a drag at the pace of the line (wall)",
+       .value = DragOnTheLine(suite.Quick() ? 3 : 10),
+       .unit = "ms",
+       .limit = bench::kViewMilliseconds});
+  return suite.Finish();
 }

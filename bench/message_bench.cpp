@@ -8,17 +8,15 @@
 //   Read/…     a record of the database to the bytes that the console sends
 //   Store/…    the bytes, as received, into the database
 //
-// The number behind a name is the size of the system in channels.  At the end stands how many
-// times as long the line takes.
+// The table of figures has, of each, the message that takes the greatest part of the time that the
+// line takes for it.
 
-#include <benchmark/benchmark.h>
-
-#include <cmath>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
 
+#include "bench/suite.h"
 #include "db/jet/database.h"
 #include "db/schema.h"
 #include "switcher/decoder.h"
@@ -272,49 +270,69 @@ bool IsTable(std::string_view name) {
   return false;
 }
 
-void Register(const char* what, void (*run)(benchmark::State&, const Kind&), const Kind& kind) {
-  benchmark::RegisterBenchmark((std::string(what) + "/" + kind.name).c_str(), run, kind)
-      ->Arg(64)
-      ->Arg(256);
+// What is done with a message: a function of the message's kind.
+struct Work {
+  const char* name;
+  void (*run)(benchmark::State& state, const Kind& kind);
+  bool tablesOnly;
+};
+
+constexpr Work kWork[] = {
+    {"build", Build, false},
+    {"parse", Parse, false},
+    {"read from the database", Read, true},
+    {"store in the database", Store, true},
+};
+
+std::string NameOf(const Work& work, const Kind& kind, int channels) {
+  return std::string(work.name) + ": " + kind.name + ", " + std::to_string(channels) + " channels";
 }
 
-// Prints as usual, and at the end the time of each message against the line's.
-class LineReporter : public benchmark::ConsoleReporter {
- public:
-  LineReporter() : ConsoleReporter(OO_Tabular) {}
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      const auto bytes = run.counters.find("bytes");
-      if (run.error_occurred || bytes == run.counters.end()) continue;
-      const double line = bytes->second / kLineBytesPerSecond * 1e9;
-      lines_ += run.benchmark_name() + ": line " + std::to_string(std::lround(line / 1000)) +
-                " us, " + std::to_string(std::lround(line / run.GetAdjustedCPUTime())) +
-                " times as long\n";
-    }
-  }
-  void Finalize() override {
-    ConsoleReporter::Finalize();
-    GetOutputStream() << '\n' << lines_;
-  }
+bool AppliesTo(const Work& work, const Kind& kind) {
+  return !work.tablesOnly || IsTable(kind.name);
+}
 
- private:
-  std::string lines_;
-};
+// The message that takes the greatest part of its time on the line.
+void AddCostliest(bench::Suite& suite, const Work& work, int channels) {
+  bench::Figure costliest;
+  for (const Kind& kind : kKinds) {
+    if (!AppliesTo(work, kind)) continue;
+    const std::optional<double> time = suite.TimeOf(NameOf(work, kind, channels));
+    if (!time) continue;
+    const auto bytes = static_cast<double>(kind.build(Values(channels), channels).size());
+    const double line = bytes / kLineBytesPerSecond * 1e6;
+    if (costliest.other && *time / line <= costliest.value / costliest.other->value) continue;
+    costliest = {.what = std::string("messages: the costliest to ") + work.name + ", " +
+                         std::to_string(channels) + " channels (" + kind.name + ")",
+                 .value = *time,
+                 .unit = "µs",
+                 .other = bench::Other{.name = "the line", .value = line},
+                 .ratioLimit = 0.01};
+  }
+  if (costliest.other) suite.AllFigures().Add(costliest);
+}
 
 }  // namespace
 }  // namespace switcher
 
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  for (const switcher::Kind& kind : switcher::kKinds) {
-    switcher::Register("Build", switcher::Build, kind);
-    switcher::Register("Parse", switcher::Parse, kind);
-    if (!switcher::IsTable(kind.name)) continue;
-    switcher::Register("Read", switcher::Read, kind);
-    switcher::Register("Store", switcher::Store, kind);
+  bench::Suite suite(&argc, argv);
+  constexpr int kSizes[] = {64, 256};
+  for (const switcher::Work& work : switcher::kWork) {
+    for (const switcher::Kind& kind : switcher::kKinds) {
+      if (!switcher::AppliesTo(work, kind)) continue;
+      for (const int channels : kSizes) {
+        suite.MeasureOnly(
+            {.what = switcher::NameOf(work, kind, channels),
+             .run = [&work, &kind](benchmark::State& state) { work.run(state, kind); },
+             .size = channels,
+             .unit = benchmark::kMicrosecond});
+      }
+    }
   }
-  switcher::LineReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  benchmark::Shutdown();
+  suite.Run();
+  for (const switcher::Work& work : switcher::kWork) {
+    for (const int channels : kSizes) switcher::AddCostliest(suite, work, channels);
+  }
+  return suite.Finish();
 }

@@ -10,13 +10,12 @@
 //
 // The database is in memory: what the disk takes is not in the figures.
 
-#include <benchmark/benchmark.h>
-
 #include <QCoreApplication>
 #include <QPaintEvent>
 #include <iterator>
 #include <vector>
 
+#include "bench/suite.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/programming/opto_console.h"
 
@@ -100,18 +99,20 @@ void ClickTarget(benchmark::State& state) {
   counter.Report(state);
 }
 
-BENCHMARK(OpenPage)->Unit(benchmark::kMillisecond);
-BENCHMARK(ChangeOpto)->Unit(benchmark::kMillisecond);
-BENCHMARK(ChangeLikeOpto)->Unit(benchmark::kMillisecond);
-BENCHMARK(ClickOperation)->Unit(benchmark::kMillisecond);
-BENCHMARK(ClickTarget)->Unit(benchmark::kMillisecond);
-
 }  // namespace
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const test::GuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
+  bench::Suite suite(&argc, argv);
+  const auto add = [&suite](const char* what, const bench::Suite::Function& run) {
+    suite.Measure({.what = what, .run = run, .limit = bench::kViewMilliseconds});
+  };
+  add("optos: the page opened", OpenPage);
+  add("optos: another opto, everything different", ChangeOpto);
+  add("optos: another opto of the same operation", ChangeLikeOpto);
+  add("optos: an operation chosen and stored", ClickOperation);
+  add("optos: a target ticked and stored", ClickTarget);
+  suite.Run();
+  return suite.Finish();
 }

@@ -15,21 +15,20 @@
 //                  way of the question and of its answer is in it: the loop is held for less.
 //   take to wire   from the last byte of a panel's take to its last byte on the line
 //
-// panel_bench [ROUNDS] measures ROUNDS rows and takes (default 40).
+// Forty rows and takes are measured, five with --quick.
 
-#include <benchmark/benchmark.h>
 #include <poll.h>
 
 #include <QCoreApplication>
 #include <QTcpServer>
 #include <algorithm>
 #include <atomic>
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "bench/suite.h"
 #include "bench/switcher_line.h"
 #include "gateway/panel_gateway.h"
 #include "gateway/panel_tables.h"
@@ -156,13 +155,6 @@ void Requests(benchmark::State& state) {
   }
 }
 
-BENCHMARK(MapRow)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
-BENCHMARK(Map)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
-BENCHMARK(Labels)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
-BENCHMARK(StationList)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
-BENCHMARK(Buttons)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
-BENCHMARK(Requests)->Arg(64)->Arg(256)->Unit(benchmark::kMillisecond);
-
 // The console with its line and its panels.
 class House {
  public:
@@ -244,13 +236,15 @@ double Greatest(const std::vector<double>& values) {
   return *std::max_element(values.begin(), values.end());
 }
 
-void Print(const std::string& what, const std::vector<double>& times, const char* aim) {
-  std::printf("%-34s %8.2f ms %8.2f ms %8s\n", what.c_str(), Median(times), Greatest(times), aim);
-  std::fflush(stdout);
+constexpr double kAddedMilliseconds = 6;  // on top of the pauses; a tick of 5 ms is in it
+constexpr double kHeldMilliseconds = 10;
+
+void AddTime(bench::Figures& figures, const std::string& what, double time, double limit) {
+  figures.Add({.what = "panels: " + what + " (wall)", .value = time, .unit = "ms", .limit = limit});
 }
 
 // How long a row takes to the first panel and, on top of the pauses, to the last.
-void MeasureRows(House& house, int rounds) {
+void MeasureRows(House& house, int rounds, bench::Figures& figures) {
   std::vector<double> first;
   std::vector<double> last;
   for (int round = 0; round < rounds; ++round) {
@@ -262,35 +256,34 @@ void MeasureRows(House& house, int rounds) {
     std::this_thread::sleep_for(milliseconds(90 + round % 7));
     house.Drain();
   }
-  const std::size_t count = house.panels.size();
-  Print("row to panel 1 of " + std::to_string(count), first, "6 ms");
-  if (count == 1) return;
-  Print("row to panel " + std::to_string(count) + ", less " + std::to_string(75 * (count - 1)) +
-            " ms",
-        last, "6 ms");
+  const std::string count = std::to_string(house.panels.size());
+  AddTime(figures, "a row to panel 1 of " + count + ", median", Median(first), kAddedMilliseconds);
+  if (house.panels.size() == 1) return;
+  AddTime(figures, "a row to panel " + count + ", added to the pauses, median", Median(last),
+          kAddedMilliseconds);
 }
 
-void MeasureTakes(House& house, int rounds) {
+void MeasureTakes(House& house, int rounds, bench::Figures& figures) {
+  const std::string what = "a panel's take to the line, median";
   std::vector<double> times;
   for (int round = 0; round < rounds; ++round) {
     house.panels[0].Send("FE 24 00 05 00 07 00 30 FF");
     const auto sent = Clock::now();
     const auto arrived = house.line.WaitForTake(milliseconds(2000));
     if (!arrived) {
-      std::printf("a take was lost\n");
+      figures.AddMissing(what, "a take was lost");
       return;
     }
     times.push_back(Milliseconds(*arrived - sent));
     std::this_thread::sleep_for(milliseconds(20 + round % 7));
   }
-  Print("take to wire", times, "6 ms");
+  AddTime(figures, what, Median(times), kAddedMilliseconds);
 }
 
 // The times in which the console's event loop answers.
-std::vector<double> Answers(House& house) {
-  constexpr milliseconds kTime{4000};
+std::vector<double> Answers(House& house, milliseconds duration) {
   std::vector<double> times;
-  for (const auto start = Clock::now(); Clock::now() - start < kTime;) {
+  for (const auto start = Clock::now(); Clock::now() - start < duration;) {
     const auto asked = Clock::now();
     (void)house.console->Property("sbStatusBar_1", "text");
     times.push_back(Milliseconds(Clock::now() - asked));
@@ -298,7 +291,7 @@ std::vector<double> Answers(House& house) {
   return times;
 }
 
-void MeasureHolding(House& house) {
+void MeasureHolding(House& house, milliseconds duration, bench::Figures& figures) {
   std::atomic<bool> ending = false;
   std::thread traffic([&] {
     for (int round = 0; !ending; ++round) {
@@ -313,36 +306,61 @@ void MeasureHolding(House& house) {
       std::this_thread::sleep_for(milliseconds(10));
     }
   });
-  const std::vector<double> times = Answers(house);
+  const std::vector<double> times = Answers(house, duration);
   ending = true;
   traffic.join();
-  Print("held with " + std::to_string(house.panels.size()) + " busy panels", times, "10 ms");
+  AddTime(figures,
+          "event loop held, busy panels: " + std::to_string(house.panels.size()) + ", longest",
+          Greatest(times), kHeldMilliseconds);
+}
+
+void AddFrames(bench::Suite& suite) {
+  constexpr auto kMicroseconds = benchmark::kMicrosecond;
+  for (const int channels : {64, 256}) {
+    const auto add = [&suite, channels](const std::string& what, const bench::Suite::Function& run,
+                                        benchmark::TimeUnit unit) {
+      suite.Measure({.what = "panels: " + what + ", " + std::to_string(channels) + " channels",
+                     .run = run,
+                     .size = channels,
+                     .unit = unit});
+    };
+    add("a row of the map as a frame", MapRow, kMicroseconds);
+    add("the map as a frame", Map, kMicroseconds);
+    add("the labels as a frame", Labels, kMicroseconds);
+    add("the list of stations as a frame", StationList, kMicroseconds);
+    add("the button programming as a frame", Buttons, kMicroseconds);
+    add("500 requests for everything, from one panel", Requests, benchmark::kMillisecond);
+  }
+}
+
+void MeasureConsole(bench::Figures& figures, bool quick) {
+  const int rounds = quick ? 5 : 40;
+  const milliseconds duration{quick ? 1000 : 4000};
+  House house;
+  if (!house.line.IsUp()) {
+    figures.AddMissing("panels", "the console does not come up");
+    return;
+  }
+  AddTime(figures, "event loop held with nothing to do, longest",
+          Greatest(Answers(house, duration)), kHeldMilliseconds);
+  for (const std::size_t count : {1U, 4U, 16U}) {
+    if (!house.Fill(count)) {
+      figures.AddMissing("panels", "a panel was not served");
+      return;
+    }
+    MeasureRows(house, rounds, figures);
+    if (count == 1) MeasureTakes(house, rounds, figures);
+    MeasureHolding(house, duration, figures);
+  }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-
-  const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 40;
-  House house;
-  if (!house.line.IsUp()) {
-    std::printf("the console does not come up\n");
-    return 1;
-  }
-  std::printf("\n%-34s %11s %11s %8s\n", "", "median", "longest", "aim");
-  Print("held with nothing to do", Answers(house), "10 ms");
-  for (const std::size_t count : {1U, 4U, 16U}) {
-    if (!house.Fill(count)) {
-      std::printf("a panel was not served\n");
-      return 1;
-    }
-    MeasureRows(house, rounds);
-    if (count == 1) MeasureTakes(house, rounds);
-    MeasureHolding(house);
-  }
-  return 0;
+  bench::Suite suite(&argc, argv);
+  AddFrames(suite);
+  suite.Run();
+  MeasureConsole(suite.AllFigures(), suite.Quick());
+  return suite.Finish();
 }

@@ -3,10 +3,9 @@
 // The console as a process, beside an empty window of the same toolkit:
 //   start     from starting the process until its event loop answers with the window shown
 //   memory    resident after the start
-//   idle      CPU time of ten seconds with the link up and nothing happening
-// The console has an existing database and a simulated switcher on its line.
-//
-// startup_bench [RUNS]: medians over RUNS starts (default 9).
+//   idle      CPU time of ten seconds with the link up and nothing happening, for each second
+// The console has an existing database and a simulated switcher on its line.  Medians of nine
+// starts, three with --quick.
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -15,17 +14,20 @@
 #include <QThread>
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <fstream>
 #include <string>
 #include <vector>
 
+#include "bench/figures.h"
 #include "tests/end_to_end/console_process.h"
 #include "tests/support/simulator_process.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+constexpr int kIdleSeconds = 10;
+constexpr char kEmptyWindow[] = "an empty Qt window";
 
 struct Sample {
   double startMilliseconds = 0;
@@ -90,7 +92,8 @@ void PutEmptyWindow(const test::ConsoleFolder& folder) {
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
-  const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 9;
+  bench::Figures figures(&argc, argv);
+  const int runs = figures.Quick() ? 3 : 9;
 
   const test::ConsoleFolder folder;
   const std::string line = folder / "line";
@@ -114,18 +117,24 @@ int main(int argc, char** argv) {
   simulator.WaitForLine("rx poll tally");
   QThread::sleep(3);
   const double before = CpuMilliseconds(idle.Id());
-  QThread::sleep(10);
+  QThread::sleep(kIdleSeconds);
   const double idleMilliseconds = CpuMilliseconds(idle.Id()) - before;
   idle.Terminate();
 
-  std::printf("%-34s %10s %12s %8s %8s\n", "", "console", "empty window", "ratio", "aim");
-  std::printf("%-34s %7.0f ms %9.0f ms %8.1f %8s\n", "start to shown window",
-              ours.startMilliseconds, floor.startMilliseconds,
-              ours.startMilliseconds / floor.startMilliseconds, "150 ms");
-  std::printf("%-34s %7.1f MB %9.1f MB %8.1f %8s\n", "resident after the start",
-              ours.residentMegabytes, floor.residentMegabytes,
-              ours.residentMegabytes / floor.residentMegabytes, "60 MB");
-  std::printf("%-34s %7.1f ms %12s %8s %8s\n", "CPU in 10 s, link up and idle", idleMilliseconds,
-              "", "", "asleep");
-  return 0;
+  figures.Add({.what = "console: start to shown window, with a database (wall)",
+               .value = ours.startMilliseconds,
+               .unit = "ms",
+               .limit = 150,
+               .other = bench::Other{.name = kEmptyWindow, .value = floor.startMilliseconds}});
+  figures.Add({.what = "console: resident after the start",
+               .value = ours.residentMegabytes,
+               .unit = "MB",
+               .limit = 60,
+               .other = bench::Other{.name = kEmptyWindow, .value = floor.residentMegabytes}});
+  // Asleep but for the poll and what it makes the console look at.
+  figures.Add({.what = "console: CPU of an idle second, link up",
+               .value = idleMilliseconds / kIdleSeconds,
+               .unit = "ms",
+               .limit = 1});
+  return figures.Finish();
 }

@@ -9,12 +9,8 @@
 //   RowPaint      one row painted
 //   StockRepaint  the same matrix in a plain table view: marks as decorations, default headers
 //
-// At the end stands how many times the plain table view takes as long for a full repaint.
-//
 // The view is painted as on a screen, into its window's backing store, without a display
 // server behind it.
-
-#include <benchmark/benchmark.h>
 
 #include <QAbstractTableModel>
 #include <QCoreApplication>
@@ -25,10 +21,10 @@
 #include <QTableView>
 #include <QTest>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
+#include "bench/suite.h"
 #include "switcher/decoder.h"
 #include "switcher/messages/crosspoint_row.h"
 #include "tests/views/gui_support.h"
@@ -245,43 +241,39 @@ void RowPaint(benchmark::State& state) {
   map.Report(state);
 }
 
-BENCHMARK(DecodeRow)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
-BENCHMARK(RefreshMap)->Arg(64)->Arg(256)->Unit(benchmark::kMillisecond);
-BENCHMARK(FullRepaint)->Arg(64)->Arg(256)->Unit(benchmark::kMillisecond);
-BENCHMARK(ScrolledPaint)->Arg(64)->Arg(256)->Unit(benchmark::kMillisecond);
-BENCHMARK(RowPaint)->Arg(64)->Arg(256)->Unit(benchmark::kMicrosecond);
-BENCHMARK(StockRepaint)->Arg(64)->Arg(256)->Unit(benchmark::kMillisecond);
-
-// Prints as usual and keeps the times for the ratios.
-class RatioReporter : public benchmark::ConsoleReporter {
- public:
-  RatioReporter() : ConsoleReporter(OO_Tabular) {}
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) times_[run.benchmark_name()] = run.GetAdjustedCPUTime();
-  }
-  void Finalize() override {
-    ConsoleReporter::Finalize();
-    for (const char* const size : {"64", "256"}) {
-      const auto own = times_.find(std::string("FullRepaint/") + size);
-      const auto stock = times_.find(std::string("StockRepaint/") + size);
-      if (own == times_.end() || stock == times_.end()) continue;
-      GetOutputStream() << "StockRepaint / FullRepaint at " << size
-                        << " channels: " << stock->second / own->second << '\n';
-    }
-  }
-
- private:
-  std::map<std::string, double> times_;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const test::GuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  benchmark::Shutdown();
+  bench::Suite suite(&argc, argv);
+  constexpr auto kMicroseconds = benchmark::kMicrosecond;
+  for (const int channels : {64, 256}) {
+    const std::string size = ", " + std::to_string(channels) + " channels";
+    // A row has to be done before the next tick decodes another.
+    suite.Measure({.what = "map: a row decoded, the view updated and painted" + size,
+                   .run = DecodeRow,
+                   .size = channels,
+                   .unit = kMicroseconds,
+                   .limit = 5000});
+    suite.Measure({.what = "map: a row painted" + size,
+                   .run = RowPaint,
+                   .size = channels,
+                   .unit = kMicroseconds});
+    suite.Measure({.what = "map: all rows refreshed and painted" + size,
+                   .run = RefreshMap,
+                   .size = channels,
+                   .limit = channels == 64 ? 2 : 16});
+    suite.Compare({.what = "map: painted whole, 1920 × 1000" + size,
+                   .run = FullRepaint,
+                   .size = channels,
+                   .limit = 8},
+                  {.name = "a plain QTableView", .run = StockRepaint});
+    suite.Measure({.what = "map: painted whole in the far corner" + size,
+                   .run = ScrolledPaint,
+                   .size = channels,
+                   .limit = 8});
+  }
+  suite.Run();
+  return suite.Finish();
 }

@@ -23,11 +23,13 @@ if(TESK_FUZZ)
   target_compile_options(tesk_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# tesk_library(NAME SOURCES a.cpp b.cpp LINKS other...): a static library of one folder.
+# tesk_library(NAME [MOC] SOURCES a.cpp b.cpp LINKS other...): a static library of one folder.
+# With MOC the toolkit's generators look through it, for signals and for resource files.
 function(tesk_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC tesk_options ${ARG_LINKS})
+  set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC} AUTORCC ${ARG_MOC})
 endfunction()
 
 # tesk_windows(NAME): the sources of this library include much of the toolkit's windows.
@@ -37,11 +39,16 @@ function(tesk_windows name)
   endif()
 endfunction()
 
-# tesk_program(NAME SOURCES main.cpp LINKS tesk_x...): a program in bin/.
+# All programs and the tests that run them, without the tests of single units.
+add_custom_target(programs)
+
+# tesk_program(NAME [MOC] SOURCES main.cpp LINKS tesk_x...): a program in bin/.
 function(tesk_program name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE tesk_options ${ARG_LINKS})
+  set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
+  add_dependencies(programs ${name})
 endfunction()
 
 # tesk_gallery(NAME SOURCES main.cpp LINKS tesk_x...): a program that draws pictures for somebody
@@ -62,18 +69,46 @@ function(tesk_quick_to_compile name)
   endif()
 endfunction()
 
+# tesk_test_library(tesk_x_support SOURCES a.cpp LINKS tesk_x...): what tests of windows share.
+function(tesk_test_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  tesk_library(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS})
+  tesk_quick_to_compile(${name})
+  target_precompile_headers(${name} REUSE_FROM tesk_window_test_headers)
+endfunction()
+
 # tesk_test(frame_test tesk_switcher): builds frame_test.cpp of the current folder with
 # GoogleTest and registers it.  It runs without a display.
 function(tesk_test name)
+  tesk_test_with_headers(${name} tesk_test_headers ${ARGN})
+endfunction()
+
+# tesk_window_test(find_field_test tesk_x): the same for a test of windows, which has
+# tesk_views_test_support besides what it names.
+function(tesk_window_test name)
+  tesk_test_with_headers(${name} tesk_window_test_headers tesk_views_test_support ${ARGN})
+endfunction()
+
+function(tesk_test_with_headers name headers)
   add_executable(${name} ${name}.cpp)
+  if(TESK_TESTS_WHOLE_PROGRAMS)
+    add_dependencies(programs ${name})
+  endif()
   tesk_quick_to_compile(${name})
-  target_precompile_headers(${name} REUSE_FROM tesk_test_headers)
+  target_precompile_headers(${name} REUSE_FROM ${headers})
   target_link_libraries(${name} PRIVATE tesk_options ${ARGN} tesk_test_support GTest::gmock)
   target_compile_definitions(${name} PRIVATE TESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300
                        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
+
+# tesk_tests_whole_programs(): the tests of this folder run programs as they are shipped, and
+# ctest -L program picks them.
+macro(tesk_tests_whole_programs)
+  set(TESK_TESTS_WHOLE_PROGRAMS TRUE)
+  set_directory_properties(PROPERTIES LABELS program)
+endmacro()
 
 # tesk_fuzz(frame_fuzz tesk_switcher): builds frame_fuzz.cpp of the current folder.  With
 # TESK_FUZZ it is a libFuzzer program; otherwise, and in the test suite, it replays the files
