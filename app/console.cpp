@@ -235,6 +235,8 @@ void Console::ShowAbout() {
 void Console::ShowContents() {
   if (StartHelpViewer()) return;
   if (help_ == nullptr) help_ = new HelpWindow;
+  const QString place = ManualPlace(QApplication::activeModalWidget());
+  if (!place.isEmpty()) help_->ShowPlace(place);
   if (help_->isMinimized()) help_->showNormal();
   help_->show();
   help_->raise();

@@ -3,7 +3,9 @@
 #include "app/main_window.h"
 
 #include <QAction>
+#include <QChildEvent>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -238,6 +240,14 @@ void MainWindow::ShowPanelDropped(const std::string& address, gateway::DropReaso
   const QString note = text.arg(QString::fromStdString(address));
   statusBar_->ShowNote(note);
   Q_EMIT PanelNoted(note);
+}
+
+// A dialog keeps out the keys of this window; the manual is to be had in it all the same.
+void MainWindow::childEvent(QChildEvent* event) {
+  QMainWindow::childEvent(event);
+  if (!event->polished()) return;
+  auto* const dialog = qobject_cast<QDialog*>(event->child());
+  if (dialog != nullptr) dialog->addAction(CommandAction("ID_Contents"));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!mayClose_ || mayClose_()); }

@@ -72,6 +72,7 @@ class MainWindow : public QMainWindow,
   void PanelNoted(const QString& note);
 
  protected:
+  void childEvent(QChildEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void moveEvent(QMoveEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

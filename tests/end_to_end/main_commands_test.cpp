@@ -81,7 +81,7 @@ TEST_F(CommandsTest, WithoutAViewerContentsShowsTheManual) {
     ASSERT_TRUE(WaitForVisible(console, "frmHelp", true));
     EXPECT_TRUE(console.Property("aidHelpPages", "plainText")
                     .toString()
-                    .contains(QStringLiteral("Take Pgm")));
+                    .contains(QStringLiteral("Make a crosspoint")));
     if (times == 0) {
       console.CloseWindow("frmHelp");
       ASSERT_TRUE(WaitForVisible(console, "frmHelp", false));

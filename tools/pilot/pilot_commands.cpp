@@ -176,12 +176,16 @@ QJsonObject Close(QObject* object, const QJsonObject& /*request*/) {
   return Answer();
 }
 
+QJsonObject SavePicture(QWidget& widget, const QJsonObject& request) {
+  const QString file = TextOf(request, "file");
+  if (!widget.grab().save(file)) return Error(QStringLiteral("cannot write ") + file);
+  return Answer();
+}
+
 QJsonObject Grab(QObject* object, const QJsonObject& request) {
   auto* const widget = qobject_cast<QWidget*>(object);
   if (widget == nullptr) return Error(QStringLiteral("not a widget"));
-  const QString file = TextOf(request, "file");
-  if (!widget->grab().save(file)) return Error(QStringLiteral("cannot write ") + file);
-  return Answer();
+  return SavePicture(*widget, request);
 }
 
 QJsonObject Rows(QObject* object, const QJsonObject& /*request*/) {
@@ -219,11 +223,19 @@ QJsonObject Keys(const QJsonObject& request) {
   return Answer();
 }
 
+// The message boxes that show.
+QList<QMessageBox*> ShownBoxes() {
+  QList<QMessageBox*> shown;
+  for (QWidget* const window : QApplication::topLevelWidgets()) {
+    auto* const box = qobject_cast<QMessageBox*>(window);
+    if (box != nullptr && box->isVisible()) shown.append(box);
+  }
+  return shown;
+}
+
 QJsonObject Boxes() {
   QJsonArray boxes;
-  for (QWidget* const window : QApplication::topLevelWidgets()) {
-    const auto* const box = qobject_cast<QMessageBox*>(window);
-    if (box == nullptr || !box->isVisible()) continue;
+  for (const QMessageBox* const box : ShownBoxes()) {
     boxes.append(QJsonObject{
         {QStringLiteral("title"), box->windowTitle()},
         {QStringLiteral("text"), box->text()},
@@ -237,13 +249,16 @@ QJsonObject Boxes() {
 }
 
 QJsonObject CloseBox() {
-  for (QWidget* const window : QApplication::topLevelWidgets()) {
-    auto* const box = qobject_cast<QMessageBox*>(window);
-    if (box == nullptr || !box->isVisible()) continue;
-    QTest::keyClick(box, Qt::Key_Return);
-    return Answer();
-  }
-  return Error(QStringLiteral("no message box shows"));
+  const QList<QMessageBox*> boxes = ShownBoxes();
+  if (boxes.isEmpty()) return Error(QStringLiteral("no message box shows"));
+  QTest::keyClick(boxes.front(), Qt::Key_Return);
+  return Answer();
+}
+
+QJsonObject GrabBox(const QJsonObject& request) {
+  const QList<QMessageBox*> boxes = ShownBoxes();
+  if (boxes.isEmpty()) return Error(QStringLiteral("no message box shows"));
+  return SavePicture(*boxes.front(), request);
 }
 
 // As the toolkit does when the desktop's session manager asks programs to save what they have.
@@ -277,6 +292,7 @@ QJsonObject Execute(const QJsonObject& request) {
   if (command == QLatin1String("boxes")) return Boxes();
   if (command == QLatin1String("closeBox")) return CloseBox();
   if (command == QLatin1String("logOut")) return LogOut();
+  if (command == QLatin1String("grabBox")) return GrabBox(request);
   const auto entry = ObjectCommands().find(command);
   if (entry == ObjectCommands().end()) return Error(QStringLiteral("unknown: ") + command);
   QObject* const object = Find(request);

@@ -7,36 +7,15 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
-#include <QDir>
 #include <QMenu>
-#include <QPainter>
 #include <QTest>
 
-#include "tests/views/gallery_themes.h"
-#include "tests/views/gui_support.h"
+#include "tests/views/gallery.h"
 #include "tests/views/labels/labels_console.h"
 
 namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace): the columns
-
-QString folder;
-QString theme;
-
-void Save(QWidget& widget, const QString& name) {
-  QCoreApplication::sendPostedEvents();
-  const QString file = QStringLiteral("%1/%2-%3.png").arg(folder, theme, name);
-  if (!widget.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
-}
-
-// The window and what stands over it, as on a screen.
-void SaveWithPopup(QWidget& window, QWidget& popup, const QString& name) {
-  QPixmap picture = window.grab();
-  QPainter painter(&picture);
-  painter.drawPixmap(window.mapFromGlobal(popup.mapToGlobal(QPoint())), popup.grab());
-  painter.end();
-  picture.save(QStringLiteral("%1/%2-%3.png").arg(folder, theme, name));
-}
 
 void Draw() {
   LabelsConsole console;
@@ -95,13 +74,4 @@ void Draw() {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  const test::GuiApplication application(argc, argv);
-  const QStringList arguments = QApplication::arguments();
-  if (arguments.size() < 2) qFatal("usage: labels_gallery FOLDER [light|dark|contrast]");
-  folder = arguments[1];
-  theme = arguments.value(2, QStringLiteral("light"));
-  test::ApplyTheme(theme);
-  QDir().mkpath(folder);
-  Draw();
-}
+int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }

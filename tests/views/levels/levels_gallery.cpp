@@ -5,23 +5,14 @@
 //   levels_gallery FOLDER [light|dark|contrast]
 
 #include <QApplication>
-#include <QDir>
 
-#include "tests/views/gallery_themes.h"
-#include "tests/views/gui_support.h"
+#include "tests/views/gallery.h"
 #include "tests/views/levels/levels_console.h"
 #include "views/tally/tally_dialog.h"
 
 namespace {
 
-QString folder;
-QString theme;
-
-void Save(QWidget& widget, const QString& name) {
-  QCoreApplication::sendPostedEvents();
-  const QString file = QStringLiteral("%1/%2-%3.png").arg(folder, theme, name);
-  if (!widget.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
-}
+using test::Save;
 
 void DrawLevels() {
   test::LevelsConsole console;
@@ -54,16 +45,11 @@ void DrawTally() {
   Save(dark, QStringLiteral("tally-old"));
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  const test::GuiApplication application(argc, argv);
-  const QStringList arguments = QApplication::arguments();
-  if (arguments.size() < 2) qFatal("usage: levels_gallery FOLDER [light|dark|contrast]");
-  folder = arguments[1];
-  theme = arguments.value(2, QStringLiteral("light"));
-  test::ApplyTheme(theme);
-  QDir().mkpath(folder);
+void Draw() {
   DrawLevels();
   DrawTally();
 }
+
+}  // namespace
+
+int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }

@@ -5,24 +5,15 @@
 //   buttons_gallery FOLDER [light|dark|contrast]
 
 #include <QApplication>
-#include <QDir>
 #include <QPushButton>
 #include <QTest>
 
-#include "tests/views/gallery_themes.h"
-#include "tests/views/gui_support.h"
+#include "tests/views/gallery.h"
 #include "tests/views/programming/buttons_console.h"
 
 namespace {
 
-QString folder;
-QString theme;
-
-void Save(QWidget& widget, const char* name) {
-  QCoreApplication::sendPostedEvents();
-  const QString file = QStringLiteral("%1/%2-%3.png").arg(folder, theme, QString::fromLatin1(name));
-  if (!widget.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
-}
+using test::Save;
 
 // A station as it is in use: every operation, wide labels, buttons without targets.
 void Fill(test::ButtonsConsole& console) {
@@ -43,42 +34,33 @@ void Fill(test::ButtonsConsole& console) {
 void Draw() {
   test::ButtonsConsole plain;
   plain.Open();
-  Save(*plain.subWindow, "default");
+  Save(*plain.subWindow, QStringLiteral("default"));
   plain.GoToTab(5);
-  Save(*plain.subWindow, "default-edit");
+  Save(*plain.subWindow, QStringLiteral("default-edit"));
 
   test::ButtonsConsole console;
   Fill(console);
   console.Open();
   console.Find<QPushButton>("cmdButton", 1).setFocus(Qt::TabFocusReason);
-  Save(*console.subWindow, "page1");
+  Save(*console.subWindow, QStringLiteral("page1"));
   console.GoToTab(3);
-  Save(*console.subWindow, "page3");
+  Save(*console.subWindow, QStringLiteral("page3"));
   console.GoToTab(1);
   console.Find<QPushButton>("cmdButton", 1).click();
-  Save(*console.subWindow, "edit");
+  Save(*console.subWindow, QStringLiteral("edit"));
   console.GoToTab(6);
-  Save(*console.subWindow, "relays");
+  Save(*console.subWindow, QStringLiteral("relays"));
   console.GoToTab(7);
-  Save(*console.subWindow, "optos");
+  Save(*console.subWindow, QStringLiteral("optos"));
   console.subWindow->resize(900, 560);
   console.GoToTab(1);
-  Save(*console.subWindow, "page1-wide");
+  Save(*console.subWindow, QStringLiteral("page1-wide"));
   console.GoToTab(5);
-  Save(*console.subWindow, "edit-wide");
+  Save(*console.subWindow, QStringLiteral("edit-wide"));
   console.subWindow->resize(433, 433);
-  Save(*console.subWindow, "edit-small");
+  Save(*console.subWindow, QStringLiteral("edit-small"));
 }
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  const test::GuiApplication application(argc, argv);
-  const QStringList arguments = QApplication::arguments();
-  if (arguments.size() < 2) qFatal("usage: buttons_gallery FOLDER [light|dark|contrast]");
-  folder = arguments[1];
-  theme = arguments.value(2, QStringLiteral("light"));
-  test::ApplyTheme(theme);
-  QDir().mkpath(folder);
-  Draw();
-}
+int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }

@@ -5,23 +5,14 @@
 //   opto_gallery FOLDER [light|dark|contrast]
 
 #include <QAbstractItemView>
-#include <QDir>
 #include <QTest>
 
-#include "tests/views/gallery_themes.h"
-#include "tests/views/gui_support.h"
+#include "tests/views/gallery.h"
 #include "tests/views/programming/opto_console.h"
 
 namespace {
 
-QString folder;
-QString theme;
-
-void Save(QWidget& widget, const QString& name) {
-  QCoreApplication::sendPostedEvents();
-  const QString file = QStringLiteral("%1/%2-%3.png").arg(folder, theme, name);
-  if (!widget.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
-}
+using test::Save;
 
 void Draw() {
   test::OptoConsole console;
@@ -61,13 +52,4 @@ void Draw() {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  const test::GuiApplication application(argc, argv);
-  const QStringList arguments = QApplication::arguments();
-  if (arguments.size() < 2) qFatal("usage: opto_gallery FOLDER [light|dark|contrast]");
-  folder = arguments[1];
-  theme = arguments.value(2, QStringLiteral("light"));
-  test::ApplyTheme(theme);
-  QDir().mkpath(folder);
-  Draw();
-}
+int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }

@@ -6,7 +6,6 @@
 //   transfer_gallery FOLDER [light|dark|contrast]
 
 #include <QApplication>
-#include <QDir>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -17,21 +16,13 @@
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
 #include "tests/support/temporary_folder.h"
-#include "tests/views/gallery_themes.h"
-#include "tests/views/gui_support.h"
+#include "tests/views/gallery.h"
 #include "views/transfer/download_window.h"
 #include "views/transfer/retrieval_window.h"
 
 namespace {
 
-QString folder;
-QString theme;
-
-void Save(QWidget& window, const QString& name) {
-  QTest::qWait(1);
-  const QString file = QStringLiteral("%1/%2-%3.png").arg(folder, theme, name);
-  if (!window.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
-}
+using test::Save;
 
 // A default system without hardware.
 class Gallery : public switcher::PollSwitch {
@@ -120,18 +111,13 @@ class Gallery : public switcher::PollSwitch {
   switcher::TableSenders senders_{model_, files_, port_, reporter_};
 };
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  const test::GuiApplication application(argc, argv);
-  const QStringList arguments = QApplication::arguments();
-  if (arguments.size() < 2) qFatal("usage: transfer_gallery FOLDER [light|dark|contrast]");
-  folder = arguments[1];
-  theme = arguments.value(2, QStringLiteral("light"));
-  test::ApplyTheme(theme);
-  QDir().mkpath(folder);
+void Draw() {
   Gallery gallery;
   gallery.DrawDownload(0, QStringLiteral("download"));
   gallery.DrawDownload(-1, QStringLiteral("buttons"));
   gallery.DrawRetrieval();
 }
+
+}  // namespace
+
+int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }

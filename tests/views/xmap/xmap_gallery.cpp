@@ -6,15 +6,13 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QMenu>
 #include <QPainter>
 #include <QStatusBar>
 #include <QTest>
 #include <QToolTip>
 
-#include "tests/views/gallery_themes.h"
-#include "tests/views/gui_support.h"
+#include "tests/views/gallery.h"
 #include "tests/views/xmap/xmap_console.h"
 #include "views/icon.h"
 #include "views/xmap/xmap_legend.h"
@@ -22,23 +20,8 @@
 
 namespace {
 
-QString folder;
-QString theme;
-
-void Save(QWidget& widget, const QString& name) {
-  QCoreApplication::sendPostedEvents();
-  const QString file = QStringLiteral("%1/%2-%3.png").arg(folder, theme, name);
-  if (!widget.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
-}
-
-// The window and what stands over it, as on a screen.
-void SaveWithPopup(QWidget& window, QWidget& popup, const QString& name) {
-  QPixmap picture = window.grab();
-  QPainter painter(&picture);
-  painter.drawPixmap(window.mapFromGlobal(popup.mapToGlobal(QPoint())), popup.grab());
-  painter.end();
-  picture.save(QStringLiteral("%1/%2-%3.png").arg(folder, theme, name));
-}
+using test::Save;
+using test::SaveWithPopup;
 
 // A map as it looks on a busy afternoon.
 void Fill(test::XmapConsole& console) {
@@ -151,20 +134,15 @@ void DrawIcons() {
       .paint(&painter, QRect(picture.deviceIndependentSize().width() - 40,
                              picture.deviceIndependentSize().height() - 40, 32, 32));
   painter.end();
-  picture.save(QStringLiteral("%1/%2-icons.png").arg(folder, theme));
+  Save(picture, QStringLiteral("icons"));
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  const test::GuiApplication application(argc, argv);
-  const QStringList arguments = QApplication::arguments();
-  if (arguments.size() < 2) qFatal("usage: xmap_gallery FOLDER [light|dark|contrast]");
-  folder = arguments[1];
-  theme = arguments.value(2, QStringLiteral("light"));
-  test::ApplyTheme(theme);
-  QDir().mkpath(folder);
+void Draw() {
   DrawIcons();
   DrawTip();
   DrawMaps();
 }
+
+}  // namespace
+
+int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }
