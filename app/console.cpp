@@ -37,6 +37,7 @@ QSize Bounded(const QSize& size) {
 
 Console::Console(const QString& folder)
     : folder_(folder),
+      settings_(QFileInfo(folder).canonicalFilePath()),
       placement_(settings_, QStringLiteral("Main")),
       files_(File(db::kMainFile), File(db::kWorkingCopy)),
       window_(commands_),
@@ -65,8 +66,9 @@ Console::Console(const QString& folder)
             {.isOpen = [this] { return port_.IsOpen(); },
              .device = [this] { return QFileInfo(SerialDevice(model_.ComPort)); }},
             window_.Status(), window_.Hints()),
-      log_(window_, views_, boxes_, commands_),
-      export_(window_.ExportMenu(), window_, ViewServices()) {
+      log_(window_, views_, transfers_, boxes_, commands_),
+      export_(window_.ExportMenu(), window_, ViewServices(),
+              [this] { return views_.StoreEdits(); }) {
   ConnectCommands();
   ConnectTimers();
   listener_.SetAcceptHandler(
@@ -85,6 +87,7 @@ Console::Console(const QString& folder)
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&views_, &OpenViews::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
 
   window_.SetCloseHandler([this] { return ShutDown(); });
   connect(&termination_, &Termination::Requested, this, [this] {
@@ -256,6 +259,7 @@ bool Console::ShutDown() {
     terminating_ = false;
     return false;
   }
+  log_.Note(tr("Database saved"));
   if (port_.IsOpen()) port_.Close();
   window_.PollTimer().stop();
   window_.DecodeTimer().stop();

@@ -44,15 +44,17 @@ model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
   grid->Clear();
   const int channels = grid->ChannelCount();
   std::vector<std::optional<std::string>> texts;
-  if (model::Status read = rules::ReadTexts(stations, "Label", channels, &texts); !read.ok()) {
+  if (model::Status read = rules::ReadTextsThere(stations, "Label", channels, &texts); !read.ok()) {
     return read;
   }
   grid->UpdateOutputLabels(texts);
-  if (model::Status read = rules::ReadTexts(stations, "InLabel", channels, &texts); !read.ok()) {
+  if (model::Status read = rules::ReadTextsThere(stations, "InLabel", channels, &texts);
+      !read.ok()) {
     return read;
   }
   grid->UpdateInputLabels(texts);
-  if (model::Status read = rules::ReadTexts(stations, "Inhibits", channels, &texts); !read.ok()) {
+  if (model::Status read = rules::ReadTextsThere(stations, "Inhibits", channels, &texts);
+      !read.ok()) {
     return read;
   }
   std::vector<std::string> inhibits;
@@ -71,8 +73,9 @@ bool WriteText(QIODevice& device, const std::string& text) {
 
 }  // namespace
 
-ExportMenu::ExportMenu(QMenu& menu, QWidget& window, const views::Services& services)
-    : window_(window), services_(services) {
+ExportMenu::ExportMenu(QMenu& menu, QWidget& window, const views::Services& services,
+                       std::function<bool()> storeEdits)
+    : window_(window), services_(services), storeEdits_(std::move(storeEdits)) {
   for (const Item& item : kItems) {
     auto* const action = new QAction(tr(item.caption), &menu);
     action->setObjectName(QLatin1String(item.name));
@@ -85,6 +88,8 @@ ExportMenu::ExportMenu(QMenu& menu, QWidget& window, const views::Services& serv
 }
 
 void ExportMenu::AskWhereTo(Export what, const QString& title, const QString& fileName) {
+  // What is typed belongs to what is exported.
+  if (!storeEdits_()) return;
   const QString suffix = fileName.section(u'.', -1);
   auto* const dialog =
       new QFileDialog(&window_, title, QString(),

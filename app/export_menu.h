@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QString>
 #include <cstdint>
+#include <functional>
 
 #include "views/services.h"
 
@@ -27,8 +28,10 @@ class ExportMenu : public QObject {
   Q_OBJECT
 
  public:
-  // Fills `menu`.  All must outlive the object.
-  ExportMenu(QMenu& menu, QWidget& window, const views::Services& services);
+  // Fills `menu`.  `storeEdits` stores what is typed into a view and not stored yet, before
+  // anything is exported; false when that failed, and nothing is.  All must outlive the object.
+  ExportMenu(QMenu& menu, QWidget& window, const views::Services& services,
+             std::function<bool()> storeEdits);
 
   // Writes a file, replacing it only when all of it could be written.  A failure is reported.
   bool Write(Export what, const QString& path);
@@ -41,6 +44,7 @@ class ExportMenu : public QObject {
 
   QWidget& window_;
   const views::Services services_;
+  const std::function<bool()> storeEdits_;
 };
 
 }  // namespace app

@@ -6,8 +6,8 @@ namespace app {
 
 using Kind = EventLog::Kind;
 
-LogKeeper::LogKeeper(MainWindow& window, OpenViews& views, MessageBoxes& boxes,
-                     CommandTable& commands) {
+LogKeeper::LogKeeper(MainWindow& window, OpenViews& views, Transfers& transfers,
+                     MessageBoxes& boxes, CommandTable& commands) {
   connect(&window, &MainWindow::LinkTextShown, this,
           [this](const QString& text) { log_.Add(Kind::Link, text); });
   connect(&window, &MainWindow::PanelsShown, this, &LogKeeper::NotePanels);
@@ -23,8 +23,9 @@ LogKeeper::LogKeeper(MainWindow& window, OpenViews& views, MessageBoxes& boxes,
   });
   connect(&views, &OpenViews::TableEvent, this,
           [this](const QString& text) { log_.Add(Kind::Table, text); });
-  connect(&views, &OpenViews::NoteRequested, this,
-          [this](const QString& note) { log_.Add(Kind::Note, note); });
+  connect(&views, &OpenViews::NoteRequested, this, &LogKeeper::Note);
+  connect(&transfers, &Transfers::Happened, this,
+          [this](const QString& text) { log_.Add(Kind::Table, text); });
   connect(&boxes, &MessageBoxes::Reported, this, [this](const QString& title, const QString& text) {
     log_.Add(Kind::Report, QStringLiteral("%1: %2").arg(title, text));
   });

@@ -13,6 +13,7 @@
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/open_views.h"
+#include "app/transfers.h"
 
 namespace app {
 
@@ -22,12 +23,16 @@ class LogKeeper : public QObject {
 
  public:
   // All must outlive the object.
-  LogKeeper(MainWindow& window, OpenViews& views, MessageBoxes& boxes, CommandTable& commands);
+  LogKeeper(MainWindow& window, OpenViews& views, Transfers& transfers, MessageBoxes& boxes,
+            CommandTable& commands);
 
   // Closes the window of the log.
   ~LogKeeper() override;
 
   EventLog& Log() { return log_; }
+
+  // Notes what belongs to none of the parts.
+  void Note(const QString& text) { log_.Add(EventLog::Kind::Note, text); }
 
   // Opens the window of the log, or brings it up.
   void Show();

@@ -237,9 +237,22 @@ void MainWindow::ShowPanels(const std::vector<std::string>& panels) {
   Q_EMIT PanelsShown(lines);
 }
 
-void MainWindow::ShowPanelNote(const std::string& note) {
-  statusBar_->ShowNote(QString::fromStdString(note));
-  Q_EMIT PanelNoted(QString::fromStdString(note));
+void MainWindow::ShowPanelDropped(const std::string& address, gateway::DropReason reason) {
+  QString text;
+  switch (reason) {
+    case gateway::DropReason::Unidentified:
+      text = tr("Panel %1 was dropped: it did not say what it is, and all connections are taken");
+      break;
+    case gateway::DropReason::SendsTooFast:
+      text = tr("Panel %1 was dropped: it sends faster than it is served");
+      break;
+    case gateway::DropReason::DoesNotRead:
+      text = tr("Panel %1 was dropped: it does not read what it is sent");
+      break;
+  }
+  const QString note = text.arg(QString::fromStdString(address));
+  statusBar_->ShowNote(note);
+  Q_EMIT PanelNoted(note);
 }
 
 // A dialog keeps out the keys of this window; the manual is to be had in it all the same.

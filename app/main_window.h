@@ -63,7 +63,7 @@ class MainWindow : public QMainWindow,
   void StartDecodeTimer() override;
   void ShowBlockedCode(std::optional<std::uint8_t> code) override;
   void ShowPanels(const std::vector<std::string>& panels) override;
-  void ShowPanelNote(const std::string& note) override;
+  void ShowPanelDropped(const std::string& address, gateway::DropReason reason) override;
 
  Q_SIGNALS:
   void LinkTextShown(const QString& text);

@@ -161,6 +161,10 @@ void OpenViews::TableSent(switcher::Table table, int station) {
   ShowUnsent();
 }
 
+void OpenViews::TableFailed(switcher::Table table, int station) {
+  Q_EMIT TableEvent(tr("Not sent: %1").arg(NameOf(table, station)));
+}
+
 void OpenViews::NothingUnsent() {
   unsent_.Clear();
   ShowUnsent();

@@ -60,6 +60,8 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   // with model::kAll.
   void TableEdited(switcher::Table table, int station);
   void TableSent(switcher::Table table, int station);
+  // A table could not be sent.
+  void TableFailed(switcher::Table table, int station);
   // The database holds what the switcher holds.
   void NothingUnsent();
 
@@ -93,7 +95,7 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void MapReported(int output);
   // The map sent the command of a crosspoint, both from 1, with this action byte.
   void TakeSent(int output, int input, int action);
-  // The same as TableEdited() and TableSent() were told, in words.
+  // The same as TableEdited(), TableSent() and TableFailed() were told, in words.
   void TableEvent(const QString& text);
   // Something to say in passing.
   void NoteRequested(const QString& note);

@@ -29,10 +29,21 @@ void Transfers::SendData() {
   if (!views_.StoreEdits()) return;
   download_ = new views::DownloadWindow(downloadServices_, &window_);
   download_->setAttribute(Qt::WA_DeleteOnClose);
+  connect(download_, &views::DownloadWindow::Begun, this, [this] {
+    Q_EMIT Happened(downloadServices_.model.DownloadMode == 0
+                        ? tr("Download begun")
+                        : tr("Download of the buttons begun"));
+  });
+  connect(download_, &views::DownloadWindow::Finished, this, [this](int failures) {
+    Q_EMIT Happened(failures == 0 ? tr("Download finished")
+                                  : tr("Download finished, tables not sent: %1").arg(failures));
+  });
   connect(download_, &views::DownloadWindow::Cancelled, this, [this](const QString& notSent) {
+    Q_EMIT Happened(tr("Download cancelled, stages not sent: %1").arg(notSent));
     Q_EMIT NoteRequested(tr("Cancelled. Stages not sent: %1").arg(notSent));
   });
   connect(download_, &views::DownloadWindow::Sent, &views_, &OpenViews::TableSent);
+  connect(download_, &views::DownloadWindow::Failed, &views_, &OpenViews::TableFailed);
   download_->open();
 }
 
@@ -45,6 +56,14 @@ void Transfers::RetrieveData() {
   connect(retrieval_, &QDialog::finished, &views_, &OpenViews::ShowAllInPlace);
   // What was edited here is overwritten by what the switcher holds.
   connect(retrieval_, &views::RetrievalWindow::Retrieved, &views_, &OpenViews::NothingUnsent);
+  connect(retrieval_, &views::RetrievalWindow::Begun, this,
+          [this] { Q_EMIT Happened(tr("Retrieval begun")); });
+  connect(retrieval_, &views::RetrievalWindow::Finished, this, [this](bool refused) {
+    Q_EMIT Happened(refused ? tr("Retrieval finished, some tables were refused")
+                            : tr("Retrieval finished"));
+  });
+  connect(retrieval_, &views::RetrievalWindow::Cancelled, this,
+          [this] { Q_EMIT Happened(tr("Retrieval cancelled")); });
   retrieval_->open();
 }
 

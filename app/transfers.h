@@ -38,6 +38,8 @@ class Transfers : public QObject {
   void CancelNow();
 
  Q_SIGNALS:
+  // A download or a retrieval has begun, or how it ended, in words.
+  void Happened(const QString& text);
   // Something to say in passing.
   void NoteRequested(const QString& note);
 

@@ -123,7 +123,7 @@ class NoDisplay : public gateway::GatewayDisplay {
  public:
   void StartDecodeTimer() override {}
   void ShowPanels(const std::vector<std::string>&) override {}
-  void ShowPanelNote(const std::string&) override {}
+  void ShowPanelDropped(const std::string&, gateway::DropReason) override {}
 };
 
 // What one panel can make the console do that asks as fast as it is heard, fifteen ticks to every

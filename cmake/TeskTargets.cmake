@@ -99,7 +99,7 @@ function(tesk_test_with_headers name headers)
   target_link_libraries(${name} PRIVATE tesk_options ${ARGN} tesk_test_support GTest::gmock)
   target_compile_definitions(${name} PRIVATE TESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 120
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300
                        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
 
@@ -121,6 +121,6 @@ function(tesk_fuzz name)
   else()
     target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/fuzz/replay_main.cpp)
     add_test(NAME ${name}_replay COMMAND ${name} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
-    set_tests_properties(${name}_replay PROPERTIES TIMEOUT 120)
+    set_tests_properties(${name}_replay PROPERTIES TIMEOUT 300)
   endif()
 endfunction()

@@ -8,12 +8,20 @@
 
 namespace config {
 
-// Where windows stood last: section "Settings" of the user's own settings store, under the
-// program's title.  Keys are a prefix ("Main", "Butns", "Alphas", "Xmap") and "Left", "Top",
+// Where the windows of a console stood last: section "Settings" of the user's own settings
+// store, under the program's title.  A user may have several consoles, each in a folder of its
+// own: the first one has that store, with what it held before, and the others have stores of
+// their own, under the title and a number that stands for the folder.  Each names its folder.
+//
+// Keys are a prefix ("Main", "Butns", "Alphas", "Xmap") and "Left", "Top",
 // "Width" or "Height"; values are decimal texts in twips (15 to a pixel).
 class WindowSettings {
  public:
+  // Those of no console in particular.
   WindowSettings();
+
+  // Those of the console in this folder.
+  explicit WindowSettings(const QString& folder);
 
   // The stored text; the default of a key that is not stored ("1000" for "MainLeft").  A key
   // that is not one of the sixteen has the default "0".

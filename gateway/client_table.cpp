@@ -20,7 +20,7 @@ int ClientTable::FreeSlot() {
     return SocketCount();
   }
   const int slot = LongestUnidentified();
-  if (slot > 0) Drop(slot, "it did not say what it is, and all connections are taken");
+  if (slot > 0) Drop(slot, DropReason::Unidentified);
   return slot;
 }
 
@@ -71,7 +71,7 @@ void ClientTable::DataArrived(int slot, std::size_t byteCount) {
       arrived = true;
       TcpIdleTicks = 0;
       if (connection.RxData.size() <= kRxLimit) continue;
-      Drop(slot, "it sends faster than it is served");
+      Drop(slot, DropReason::SendsTooFast);
       return;
     }
     if (result == ClientSocket::ReadResult::Failed) {
@@ -88,7 +88,7 @@ void ClientTable::PeerClosed(int slot) {
   events_.ClientsChanged();
 }
 
-void ClientTable::Drop(int slot, const std::string& reason) {
+void ClientTable::Drop(int slot, DropReason reason) {
   events_.ClientDropped(slot, reason);
   PeerClosed(slot);
 }

@@ -26,6 +26,13 @@ struct ClientConnection {
   int KeepAliveCount = 0;  // set to 0 by accepting and by keep-alives; nothing counts it up
 };
 
+// Why the console drops a client.
+enum class DropReason : std::uint8_t {
+  Unidentified,  // it did not say what it is, and all connections are taken
+  SendsTooFast,  // it sends faster than it is served
+  DoesNotRead,   // it does not read what it is sent
+};
+
 // What the table tells.
 class ClientTableEvents {
  public:
@@ -40,9 +47,8 @@ class ClientTableEvents {
   // The connection of `slot` has ended.
   virtual void ClientClosed(int slot) = 0;
 
-  // The client of `slot` is about to be dropped by the console; `reason` completes "Panel
-  // 10.0.0.7 was dropped: ".
-  virtual void ClientDropped(int slot, const std::string& reason) = 0;
+  // The client of `slot` is about to be dropped by the console.
+  virtual void ClientDropped(int slot, DropReason reason) = 0;
 };
 
 // The slots of the panel gateway, from 1.  A slot is made when all others are taken and never
@@ -72,7 +78,7 @@ class ClientTable : public ClientSocketEvents {
   void Identify(std::span<const std::uint8_t> frame, int slot);
 
   // Ends the connection of a slot because of what its client does.
-  void Drop(int slot, const std::string& reason);
+  void Drop(int slot, DropReason reason);
 
   // Closes all connections.
   void CloseAll();

@@ -72,8 +72,8 @@ void PanelGateway::ClientClosed(int slot) {
   senders_.Forget(slot);
 }
 
-void PanelGateway::ClientDropped(int slot, const std::string& reason) {
-  display_.ShowPanelNote("Panel " + clients_.Connection(slot).PeerIP + " was dropped: " + reason);
+void PanelGateway::ClientDropped(int slot, DropReason reason) {
+  display_.ShowPanelDropped(clients_.Connection(slot).PeerIP, reason);
 }
 
 }  // namespace gateway

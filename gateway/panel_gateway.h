@@ -31,8 +31,8 @@ class GatewayDisplay {
   // The panels that are connected, each as its address and what it said it is.
   virtual void ShowPanels(const std::vector<std::string>& panels) = 0;
 
-  // Something that the operator may want to know but need not act on.
-  virtual void ShowPanelNote(const std::string& note) = 0;
+  // The console drops a panel: the operator may want to know but need not act on it.
+  virtual void ShowPanelDropped(const std::string& address, DropReason reason) = 0;
 };
 
 // The gateway between network panels and the switcher: their connections, what they ask for,
@@ -76,7 +76,7 @@ class PanelGateway : private ClientTableEvents {
   void BytesWait() override { display_.StartDecodeTimer(); }
   void ClientsChanged() override;
   void ClientClosed(int slot) override;
-  void ClientDropped(int slot, const std::string& reason) override;
+  void ClientDropped(int slot, DropReason reason) override;
 
   GatewayDisplay& display_;
   ClientTable clients_;

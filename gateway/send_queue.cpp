@@ -189,7 +189,7 @@ SendQueue::Delivery SendQueue::Deliver(std::span<const std::uint8_t> piece) {
   }
   ClientSocket& socket = clients_.Socket(slot);
   if (socket.Unsent() + piece.size() > kUnsentLimit) {
-    clients_.Drop(slot, "it does not read what it is sent");
+    clients_.Drop(slot, DropReason::DoesNotRead);
     return Delivery::Failed;
   }
   if (const model::Status status = socket.Write(piece); !status.ok()) {

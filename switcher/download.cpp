@@ -113,7 +113,11 @@ void Download::SendNext() {
 
 void Download::EndStage() {
   const DownloadStage& stage = stages_[current_];
-  if (stage.table && !stage.table->Failed()) display_.TableSent(stage.content, stage.station);
+  if (stage.table && stage.table->Failed()) {
+    display_.TableFailed(stage.content, stage.station);
+  } else if (stage.table) {
+    display_.TableSent(stage.content, stage.station);
+  }
   const bool pauses = stage.pauses && model_.DownloadInterval > 0;
   ++current_;
   if (pauses) {

@@ -47,6 +47,9 @@ class DownloadDisplay {
   // model::kAll.
   virtual void TableSent(Table table, int station) = 0;
 
+  // The same of a table that could not be sent, which has been reported.
+  virtual void TableFailed(Table table, int station) = 0;
+
   // `notSent` names the tables that a cancelled download left out; empty when there are none.
   virtual void Close(std::string_view notSent) = 0;
 };

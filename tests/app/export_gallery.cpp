@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
   console.SetField(1, "B7 Type", 254);
   console.SetField(1, "Notes", "a \"long\" note, " + std::string(100, 'x'));
   QMenu menu;
-  app::ExportMenu exports(menu, *console.window, console.Services());
+  app::ExportMenu exports(menu, *console.window, console.Services(), [] { return true; });
   struct File {
     app::Export what;
     const char* name;

@@ -29,7 +29,12 @@ class ExportMenuTest : public testing::Test {
 
   test::ViewConsole console_{8};
   QMenu menu_;
-  ExportMenu export_{menu_, *console_.window, console_.Services()};
+  bool isStored_ = true;
+  int stored_ = 0;
+  ExportMenu export_{menu_, *console_.window, console_.Services(), [this] {
+                       ++stored_;
+                       return isStored_;
+                     }};
   QTemporaryDir folder_;
 };
 
@@ -69,6 +74,44 @@ TEST_F(ExportMenuTest, TheMapIsThatOfTheSwitcher) {
   EXPECT_TRUE(csv.contains("\r\n01,Sta. 001,,inhibit,,,,,,\r\n")) << csv.constData();
   EXPECT_TRUE(csv.contains("\r\n02,Sta. 002,,,crosspoint,,,,,\r\n")) << csv.constData();
   EXPECT_TRUE(csv.contains("\r\n04,Sta. 004,priority,,,,,,,\r\n")) << csv.constData();
+}
+
+TEST_F(ExportMenuTest, ChannelsWithoutARecordHaveTheirNumbers) {
+  test::ViewConsole large(200);
+  ExportMenu exports(menu_, *large.window, large.Services(), [] { return true; });
+  ASSERT_TRUE(large.stations->Seek(131).ok());
+  while (large.stations->HasRecord()) {
+    ASSERT_TRUE(large.stations->Delete().ok());
+    ASSERT_TRUE(large.stations->MoveNext().ok());
+  }
+  const QString path = folder_.filePath(QStringLiteral("map.csv"));
+  ASSERT_TRUE(exports.Write(Export::MapCsv, path));
+  EXPECT_TRUE(large.reporter.reports.empty());
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray csv = file.readAll();
+  EXPECT_EQ(csv.count('\n'), 1 + 200);
+  EXPECT_TRUE(csv.contains("\r\n131,Sta. 131,"));
+  EXPECT_TRUE(csv.contains("\r\n200,Sta. 200,"));
+  EXPECT_TRUE(csv.contains(",200 Sta. 200\r\n"));
+}
+
+TEST_F(ExportMenuTest, WhatIsTypedIsStoredFirst) {
+  const auto dialogs = [this] {
+    return console_.window->findChildren<QWidget*>(QStringLiteral("aidExportDialog")).size();
+  };
+  for (QAction* const action : menu_.actions()) {
+    isStored_ = false;
+    stored_ = 0;
+    action->trigger();
+    EXPECT_EQ(stored_, 1) << action->objectName().toStdString();
+    EXPECT_EQ(dialogs(), 0) << "it could not be stored";
+    isStored_ = true;
+    action->trigger();
+    EXPECT_EQ(stored_, 2);
+    ASSERT_EQ(dialogs(), 1);
+    delete console_.window->findChild<QWidget*>(QStringLiteral("aidExportDialog"));
+  }
 }
 
 TEST_F(ExportMenuTest, EveryKeyHasItsLine) {

@@ -143,7 +143,7 @@ TEST(ManualMessagesTest, TheSearchFindsTheTexts) {
         "Action Not Allowed On Inhibited Crosspoint", "Error Reading Station Record",
         "Writing Configuration File", "Error Processing Take Command",
         // Notes, hints, the status bar, a window.
-        "it does not read what it is sent",
+        "Panel %1 was dropped: it does not read what it is sent",
         "Button %1 of station %2 has no target and is stored as inactive", "Unsent: %1",
         "Map requesting…", "DEMO", "No data for %1 s", "Failed Csum",
         "The serial line has taken no byte for two seconds", "Cannot copy ", "Reported %1 times",

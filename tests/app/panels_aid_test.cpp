@@ -40,7 +40,7 @@ TEST_F(PanelsAidTest, CountsThePanelsAndListsThem) {
 
 TEST_F(PanelsAidTest, ANoteNeverCoversTheLinkText) {
   window_.ShowLinkText("Not Connected - COM 1");
-  window_.ShowPanelNote("Panel 10.0.0.7 was dropped: it does not read what it is sent");
+  window_.ShowPanelDropped("10.0.0.7", gateway::DropReason::DoesNotRead);
   auto* const link = window_.findChild<QLabel*>(QStringLiteral("sbStatusBar_1"));
   auto* const note = window_.findChild<QLabel*>(QStringLiteral("aidNote"));
   EXPECT_TRUE(link->isVisible());

@@ -54,7 +54,13 @@ constexpr int kMostEditingCalls = 60;
 
 // Whether it was killed.  Who dies is there for another moment.
 bool IsGone(ConsoleProcess& console) {
-  return ConsoleProcess::WaitFor([&] { return !console.Lives(); }, std::chrono::seconds(5));
+  return ConsoleProcess::WaitFor([&] { return !console.Lives(); });
+}
+
+// What a console stores of a hidden station's label, which travels with a mark for its first
+// character: its own when the others are the same, else what came.
+std::string HiddenLabel(const std::string& stored, const std::string& held) {
+  return stored.substr(1) == held.substr(1) ? stored : "{" + held.substr(1);
 }
 
 class CrashRun {
@@ -197,9 +203,14 @@ bool CrashRun::Receive(ConsoleProcess& console) {
   }
   console.Click("cmdCancelSysInf");
   if (!wait([&] { return console.IsShown("frmXmap"); })) return false;
+  bool hidden = false;
   for (const std::string& line : receivedTables_) {
     const auto equals = line.find('=');
-    operated_[line.substr(0, equals)] = line.substr(equals + 1);
+    const std::string field = line.substr(0, equals);
+    const std::string value = line.substr(equals + 1);
+    if (field.ends_with(" Hidden")) hidden = value == "1";
+    std::string& stored = operated_[field];
+    stored = field.ends_with("Label") && hidden ? HiddenLabel(stored, value) : value;
   }
   return true;
 }

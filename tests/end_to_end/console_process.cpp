@@ -19,8 +19,8 @@ namespace test {
 
 namespace {
 
-constexpr int kStartMilliseconds = 30000;
-constexpr int kEndMilliseconds = 20000;
+constexpr int kStartMilliseconds = 120000;
+constexpr int kEndMilliseconds = 120000;
 
 QString ToQString(const std::filesystem::path& path) {
   return QString::fromStdString(path.string());
@@ -108,11 +108,15 @@ QJsonValue ConsoleProcess::Property(const char* object, const char* property) {
   return Ask(request).value(QLatin1String("value"));
 }
 
-void ConsoleProcess::SetSize(const char* object, int width, int height) {
+void ConsoleProcess::Set(const char* object, const char* property, const QJsonValue& value) {
   QJsonObject request = Request("set", object);
-  request.insert(QStringLiteral("property"), QStringLiteral("size"));
-  request.insert(QStringLiteral("value"), QJsonArray{width, height});
+  request.insert(QStringLiteral("property"), QLatin1String(property));
+  request.insert(QStringLiteral("value"), value);
   Ask(request);
+}
+
+void ConsoleProcess::SetSize(const char* object, int width, int height) {
+  Set(object, "size", QJsonArray{width, height});
 }
 
 int ConsoleProcess::Mark(int output, int input) {
@@ -149,7 +153,19 @@ void ConsoleProcess::Keys(const char* object, const char* sequence) {
   Ask(request);
 }
 
+void ConsoleProcess::Type(const char* object, const std::string& text) {
+  QJsonObject request = Request("keys", object);
+  request.insert(QStringLiteral("text"), QString::fromStdString(text));
+  Ask(request);
+}
+
 void ConsoleProcess::Click(const char* object) { Ask(Request("click", object)); }
+
+void ConsoleProcess::ClickTogether(const std::vector<const char*>& objects) {
+  std::vector<QJsonObject> requests;
+  for (const char* const object : objects) requests.push_back(Request("click", object));
+  pilot_.AskTogether(requests);
+}
 
 bool ConsoleProcess::IsShown(const char* object) {
   return Ask(Request("find", object))
@@ -171,6 +187,8 @@ std::vector<std::string> ConsoleProcess::Rows(const char* list) {
 }
 
 void ConsoleProcess::CloseWindow(const char* object) { Ask(Request("close", object)); }
+
+void ConsoleProcess::LogOut() { Ask({{QStringLiteral("do"), QStringLiteral("logOut")}}); }
 
 std::vector<Box> ConsoleProcess::Boxes() {
   std::vector<Box> boxes;

@@ -65,6 +65,7 @@ class ConsoleProcess {
 
   std::string LinkText() { return Property("sbStatusBar_1", "text").toString().toStdString(); }
   QJsonValue Property(const char* object, const char* property);
+  void Set(const char* object, const char* property, const QJsonValue& value);
   void SetSize(const char* object, int width, int height);
 
   // Cells of the map in the grid's own coordinates: output + 1, input + 1.
@@ -75,8 +76,13 @@ class ConsoleProcess {
   void Use(const char* tool, int output, int input);
   void Trigger(const char* action, const char* window = "frmMain");
   void Keys(const char* object, const char* sequence);
+  void Type(const char* object, const std::string& text);
   void Click(const char* object);
+  // One after the other, with nothing in between.
+  void ClickTogether(const std::vector<const char*>& objects);
   void CloseWindow(const char* object);
+  // Asks the console to save what there is, as the desktop does when its user logs out.
+  void LogOut();
 
   // Whether a widget of that name is there and shows.
   bool IsShown(const char* object);
@@ -93,7 +99,7 @@ class ConsoleProcess {
 
   // Waits until `condition` holds; whether it did in time.
   static bool WaitFor(const std::function<bool()>& condition,
-                      std::chrono::milliseconds within = std::chrono::seconds(20));
+                      std::chrono::milliseconds within = std::chrono::seconds(60));
 
   // Asks it to end as the system does, and waits.  Its exit code; nothing when it did not end.
   std::optional<int> Terminate();

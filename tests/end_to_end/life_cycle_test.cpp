@@ -102,6 +102,39 @@ TEST_F(LifeCycleTest, WhateverTheSystemEndsItWithTheWorkIsKept) {
   }
 }
 
+// The toolkit's own signal for it is raised; there is no desktop that would say it.
+TEST_F(LifeCycleTest, LoggingOutKeepsTheWorkAndEndsTheConsole) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  console.Use("ID_ToggleInhibit", 6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
+  console.Keys("jgAlphas", "M");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.IsShown("edtLabel"); }));
+  console.LogOut();
+  EXPECT_EQ(console.WaitForEnd(), 0);
+  EXPECT_EQ(StoredInhibits(6).substr(0, 10), "0000010100");
+  EXPECT_EQ(Stored(1, "Label"), "m");
+  EXPECT_FALSE(fs::exists(folder_ / "WorkingDb.md$"));
+  EXPECT_THAT(ReadFile(folder_ / "Orvotesk.ini"), HasSubstr("Download Interval=50\r\n"));
+}
+
+TEST_F(LifeCycleTest, LoggingOutOnAFullDiskKeepsTheConsoleAndTheWork) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  console.Use("ID_ToggleInhibit", 6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
+  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
+  console.LogOut();
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_THAT(console.Boxes()[0].text, HasSubstr("Error Saving Database File\r\rError # 3026 - "));
+  console.CloseBox();
+  EXPECT_EQ(console.Mark(6, 8), 2);
+  EXPECT_TRUE(console.Lives());
+  console.LogOut();
+  EXPECT_EQ(console.WaitForEnd(), 0);
+  EXPECT_EQ(StoredInhibits(6).substr(0, 10), "0000010100");
+}
+
 TEST_F(LifeCycleTest, AKilledConsoleLeavesTheDatabaseAsItWas) {
   {
     ConsoleProcess console(folder_);

@@ -4,11 +4,13 @@
 
 #include <array>
 
+#include "tests/end_to_end/label_edits.h"
+#include "tests/end_to_end/programming_edits.h"
+
 namespace test {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience{5};
 constexpr int kChannels = 64;
 
 // As the map numbers its marks.
@@ -31,7 +33,7 @@ bool ToggleInhibit(ConsoleProcess& console, std::mt19937& random, StoredTables& 
     if (console.Mark(output, input) != before) continue;
     console.Use("ID_ToggleInhibit", output, input);
     const bool ended = ConsoleProcess::WaitFor(
-        [&] { return !console.Lives() || console.Mark(output, input) == after; }, kPatience);
+        [&] { return !console.Lives() || console.Mark(output, input) == after; });
     if (!ended || !console.Lives()) return false;
     flag = flag == '1' ? '0' : '1';
     return true;
@@ -39,7 +41,18 @@ bool ToggleInhibit(ConsoleProcess& console, std::mt19937& random, StoredTables& 
   return false;
 }
 
-constexpr std::array kEdits{OperatorEdit{"toggle an inhibit", ToggleInhibit}};
+constexpr std::array kEdits{
+    OperatorEdit{"toggle an inhibit", ToggleInhibit},
+    OperatorEdit{"toggle a target of a button", ToggleTarget},
+    OperatorEdit{"take all targets of a button", ClearTargets},
+    OperatorEdit{"choose the operation of a button", ChooseOperation},
+    OperatorEdit{"toggle a relay", ToggleRelay},
+    OperatorEdit{"toggle a target of an opto", ToggleOptoTarget},
+    OperatorEdit{"choose the operation of an opto", ChooseOptoOperation},
+    OperatorEdit{"type a station label", TypeStationLabel},
+    OperatorEdit{"type an input label", TypeInputLabel},
+    OperatorEdit{"hide a station", ToggleHidden},
+};
 
 }  // namespace
 

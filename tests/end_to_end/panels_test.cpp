@@ -274,7 +274,7 @@ TEST_F(PanelsTest, ManyPanelsTakeAtTheSameTime) {
 TEST_F(PanelsTest, AnInhibitedTakeIsNotConfirmed) {
   Start();
   simulator_.Command("inhibit 6 8 on");
-  Run({"--timeout", "3", "take", "6", "8"}, kNotConfirmed);
+  Run({"--timeout", "8", "take", "6", "8"}, kNotConfirmed);
   EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 2"));
   ExpectMark(6, 8, kNoMark);
 }

@@ -51,7 +51,9 @@ class NullDisplay : public gateway::GatewayDisplay {
   void ShowPanels(const std::vector<std::string>& panels) override {
     Require(panels.size() <= 128);
   }
-  void ShowPanelNote(const std::string& note) override { Require(!note.empty()); }
+  void ShowPanelDropped(const std::string& address, gateway::DropReason /*reason*/) override {
+    Require(!address.empty());
+  }
 };
 
 // Keeps the bytes of a line, for taking messages off them.

@@ -144,8 +144,7 @@ TEST_F(ClientTableTest, AFullReceiveBufferEndsTheConnection) {
   EXPECT_THAT(Connection(1).RxData, IsEmpty());
   EXPECT_EQ(Clients().ClientCount(), 0);
   EXPECT_THAT(reporter_.reports, IsEmpty());
-  EXPECT_THAT(display_.notes,
-              ElementsAre("Panel 10.0.0.7 was dropped: it sends faster than it is served"));
+  EXPECT_THAT(display_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::SendsTooFast)));
 }
 
 TEST_F(ClientTableTest, IdentificationByAcceptedTypes) {

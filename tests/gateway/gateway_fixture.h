@@ -25,11 +25,13 @@ class RecordingDisplay : public GatewayDisplay {
  public:
   void StartDecodeTimer() override { ++timerStarts; }
   void ShowPanels(const std::vector<std::string>& shown) override { panels = shown; }
-  void ShowPanelNote(const std::string& note) override { notes.push_back(note); }
+  void ShowPanelDropped(const std::string& address, gateway::DropReason reason) override {
+    dropped.emplace_back(address, reason);
+  }
 
   int timerStarts = 0;
   std::vector<std::string> panels;
-  std::vector<std::string> notes;
+  std::vector<std::pair<std::string, gateway::DropReason>> dropped;
 };
 
 // The gateway of a system of eight channels between fake panels and a fake line, with the link

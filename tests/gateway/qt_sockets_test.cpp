@@ -241,8 +241,8 @@ TEST_F(QtSocketsTest, APanelThatDoesNotReadIsDroppedAndTheOthersAreServed) {
     Gateway().Queue().SendToClient(FixedMessage({}, Bytes(16384, 0x11)), 2);
   }
   EXPECT_TRUE(WaitFor([&] { return Gateway().Clients().ClientCount() == 1; }));
-  EXPECT_THAT(display_.notes, testing::ElementsAre(
-                                  "Panel 127.0.0.1 was dropped: it does not read what it is sent"));
+  EXPECT_THAT(display_.dropped,
+              testing::ElementsAre(std::pair("127.0.0.1", DropReason::DoesNotRead)));
   Gateway().ForwardCrosspointRow(1);
   EXPECT_EQ(Receive(*panel, 11), "F6 00 01 00 00 00 00 00 00 01 FF");
 }

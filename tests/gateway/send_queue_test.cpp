@@ -342,8 +342,7 @@ TEST_F(SendQueueTest, AClientThatDoesNotReadIsDropped) {
   timer_.ElapseAll();
   EXPECT_EQ(peers_[1]->TakeWritten(), "AA");
   EXPECT_THAT(reporter_.reports, IsEmpty());
-  EXPECT_THAT(display_.notes,
-              ElementsAre("Panel 10.0.0.7 was dropped: it does not read what it is sent"));
+  EXPECT_THAT(display_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::DoesNotRead)));
 }
 
 TEST_F(SendQueueTest, AFailedWriteIsReportedAndTheOthersGoOn) {

@@ -5,11 +5,12 @@
 // with 0 when
 //   - no panel was ever cut off, and in the end each knows the map that the switcher has,
 //   - no crosspoint was made that no panel had asked for,
-//   - the console's event loop never took longer than a second to answer,
-//   - its memory did not grow by more than 16 MB after the first third of the time,
+//   - the console's event loop never took longer than a second to answer (five under the
+//     address sanitizer),
+//   - its memory did not grow by more than 8 MB after the first third of the time,
 //   - with the hostile peers gone it has as many files open as before they came,
-//   - the operator never waited for half a minute, and the database holds what was edited,
-//   - no poll of a panel waited longer than ten seconds for its answer,
+//   - the operator never waited for a minute, and the database holds what was edited,
+//   - no poll of a panel waited longer than twenty seconds for its answer (two minutes),
 //   - at most two message boxes show, and the console ends as it should.
 
 #include <QCoreApplication>
@@ -36,13 +37,21 @@ using std::chrono::milliseconds;
 constexpr int kPanels = 8;
 constexpr int kTakenOutputs = 8;  // good panels take on the outputs 1 to 8 only
 constexpr int kChannels = 64;
+// Ten seconds of hostile peers leave more behind when each of them leaves 4 kB.
+constexpr double kMostGrowth = 8;
 #ifdef __SANITIZE_ADDRESS__
-constexpr double kMostGrowth = 4096;  // the sanitizer keeps what was freed
-#else
-constexpr double kMostGrowth = 16;
+// The sanitizer keeps what was freed, and the places in the program where that was done: so
+// little of both that the console's own growth is seen.  Other options may overrule these.
+constexpr char kSanitizerOptions[] = "quarantine_size_mb=8:malloc_context_size=2:";
 #endif
+// A busy machine is slow, and the answer to a poll stands behind what other panels are sent.
+#ifdef __SANITIZE_ADDRESS__
+constexpr milliseconds kMostHeld{5000};
+constexpr milliseconds kMostWait{120000};
+#else
 constexpr milliseconds kMostHeld{1000};
-constexpr milliseconds kMostWait{10000};
+constexpr milliseconds kMostWait{20000};
+#endif
 
 double ResidentMegabytes(qint64 process) {
   std::ifstream status("/proc/" + std::to_string(process) + "/status");
@@ -133,7 +142,7 @@ class Soak {
     }
     if (received_ != takes_) fail("a take did not reach the switcher");
     if (simulator_.WaitForLine("rx take", milliseconds(500))) fail("a take that nobody asked for");
-    if (held_ > kMostHeld) fail("the console did not answer for more than a second");
+    if (held_ > kMostHeld) fail("the console did not answer in time");
     if (growth_ > kMostGrowth) fail("the console's memory grows");
     if (!operator_->Stuck().empty()) {
       std::printf("the operator: %s\n", operator_->Stuck().c_str());
@@ -244,6 +253,9 @@ class Soak {
 }  // namespace
 
 int main(int argc, char** argv) {
+#ifdef __SANITIZE_ADDRESS__
+  qputenv("ASAN_OPTIONS", kSanitizerOptions + qgetenv("ASAN_OPTIONS"));
+#endif
   const QCoreApplication application(argc, argv);
   const double minutes = argc > 1 ? std::atof(argv[1]) : 3;
   Soak soak;

@@ -11,7 +11,7 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr milliseconds kBetweenTasks{200};
-constexpr std::chrono::seconds kPatience{30};
+constexpr std::chrono::seconds kPatience{60};
 
 bool Always() { return true; }
 
@@ -19,7 +19,7 @@ bool Always() { return true; }
 
 Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
     : console_(console), tables_(std::move(tables)) {
-  AddEdits(5);
+  AddEdits(2);
   tasks_.push_back(
       {"send the inhibits", [this] { console_.Trigger("ID_SendInhibits", "frmXmap"); }, Always});
   AddTrigger("about", "ID_About", "frmTeskAbout");
@@ -33,7 +33,12 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   for (const char* const arrangement : {"ID_Cascade", "ID_TileHorizontal", "ID_TileVertical"}) {
     AddTrigger("arrange the windows", arrangement, "frmXmap");
   }
-  AddEdits(5);
+  AddEdits(2);
+  for (const auto& [command, window] : {std::pair{"ID_SourceLevelControl", "frmInptLevel"},
+                                        std::pair{"ID_QDVStatus", "frmQdvTally"}}) {
+    AddTrigger("open the levels or the tally", command, window);
+    AddClose("close the levels or the tally", window);
+  }
   AddTrigger("open the download", "ID_SendData", "frmDownProg");
   tasks_.push_back({"begin the download", [this] { console_.Click("cmdDownGo"); }, Always});
   tasks_.push_back({"cancel the download", [this] { console_.Click("cmdDownCancel"); },

@@ -27,7 +27,7 @@ class Operator {
   void Step();
 
   int Rounds() const { return rounds_; }
-  // What took longer than half a minute, "" when nothing did.
+  // What took longer than a minute, "" when nothing did.
   const std::string& Stuck() const { return stuck_; }
   // What the database is to hold when the console has ended.
   const test::StoredTables& Tables() const { return tables_; }

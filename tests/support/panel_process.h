@@ -16,7 +16,7 @@ namespace test {
 // REQUIRES: a QCoreApplication
 class PanelProcess {
  public:
-  static constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(30);
+  static constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(60);
 
   // Starts it with "--port" and the port in front of the arguments.  Its output goes to
   // `outputFile` when one is given.

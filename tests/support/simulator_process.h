@@ -22,7 +22,7 @@ namespace test {
 // goes to the test's.
 class SimulatorProcess {
  public:
-  static constexpr std::chrono::seconds kPatience{20};
+  static constexpr std::chrono::seconds kPatience{60};
 
   // Starts it and waits until it says where to connect, or ends.
   explicit SimulatorProcess(const std::vector<std::string>& arguments = {});

@@ -15,7 +15,7 @@ namespace test {
 // One end of a TCP connection in the hands of a test.  Every wait has a deadline.
 class SocketPeer {
  public:
-  static constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(20);
+  static constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(60);
 
   SocketPeer() = default;
   ~SocketPeer() { Close(); }

@@ -95,6 +95,7 @@ class DownloadTest : public testing::Test, public DownloadDisplay, public PollSw
   std::optional<Download> download_;
   std::vector<std::string> events_;
   std::vector<std::pair<Table, int>> sent_;
+  std::vector<std::pair<Table, int>> failed_;
   int position_ = -1;
 
  private:
@@ -114,6 +115,7 @@ class DownloadTest : public testing::Test, public DownloadDisplay, public PollSw
   }
   void RequestTurn() override { turnPending_ = true; }
   void TableSent(Table table, int station) override { sent_.emplace_back(table, station); }
+  void TableFailed(Table table, int station) override { failed_.emplace_back(table, station); }
   void Close(std::string_view notSent) override { Note("close " + std::string(notSent)); }
 
   bool delayPending_ = false;
@@ -306,6 +308,7 @@ TEST_F(DownloadTest, AFailedStageIsReportedAndTheNextOneFollows) {
               ElementsAre(StartsWith("critical|Serial Communications Error|"
                                      "Error Sending Opto Programming Data\r\rError # ")));
   EXPECT_EQ(Seen("sent").front(), "sent E1 5");
+  EXPECT_THAT(failed_, ElementsAre(Pair(Table::Optos, 9999)));
   EXPECT_THAT(sent_, ElementsAre(Pair(Table::OutputLabels, 9999), Pair(Table::InputLabels, 9999),
                                  Pair(Table::Inhibits, 9999), Pair(Table::Relays, 9999),
                                  Pair(Table::Buttons, 1), Pair(Table::Buttons, 2)));

@@ -33,7 +33,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr seconds kPatience{20};
+constexpr seconds kPatience{60};
 
 // A console's serial port: opens the terminal with the settings of the line.
 class ConsolePort {

@@ -9,7 +9,8 @@
 namespace pilot {
 
 namespace {
-constexpr int kAnswerMilliseconds = 10000;
+// The first answer waits for the console's start, which takes its time on a busy machine.
+constexpr int kAnswerMilliseconds = 120000;
 }  // namespace
 
 bool Client::Connect(const QString& socketName, int milliseconds) {
@@ -22,14 +23,28 @@ bool Client::Connect(const QString& socketName, int milliseconds) {
   return false;
 }
 
-QJsonObject Client::Ask(const QJsonObject& request) {
-  socket_.write(QJsonDocument(request).toJson(QJsonDocument::Compact) + '\n');
+QJsonObject Client::Ask(const QJsonObject& request) { return AskTogether({request}).front(); }
+
+std::vector<QJsonObject> Client::AskTogether(const std::vector<QJsonObject>& requests) {
+  QByteArray lines;
+  for (const QJsonObject& request : requests) {
+    lines += QJsonDocument(request).toJson(QJsonDocument::Compact) + '\n';
+  }
+  if (socket_.state() == QLocalSocket::ConnectedState) socket_.write(lines);
+  std::vector<QJsonObject> answers;
+  for (std::size_t i = 0; i < requests.size(); ++i) answers.push_back(WaitForAnswer());
+  return answers;
+}
+
+QJsonObject Client::WaitForAnswer() {
   const QDeadlineTimer deadline(kAnswerMilliseconds);
   while (!socket_.canReadLine() && !deadline.hasExpired() &&
          socket_.state() == QLocalSocket::ConnectedState) {
     socket_.waitForReadyRead(100);
   }
   if (!socket_.canReadLine()) {
+    // An answer that comes after all is not to be taken for that of the next request.
+    socket_.abort();
     return {{QStringLiteral("ok"), false}, {QStringLiteral("error"), QStringLiteral("no answer")}};
   }
   return QJsonDocument::fromJson(socket_.readLine()).object();

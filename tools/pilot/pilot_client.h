@@ -7,6 +7,7 @@
 #include <QJsonValue>
 #include <QLocalSocket>
 #include <QString>
+#include <vector>
 
 namespace pilot {
 
@@ -16,10 +17,17 @@ class Client {
   // Connects; tries again until `milliseconds` have gone, since the console may still start.
   bool Connect(const QString& socketName, int milliseconds);
 
-  // Sends a request and waits for the answer; {"ok":false,…} when none comes within ten seconds.
+  // Sends a request and waits for the answer; {"ok":false,…} when the console ends or does not
+  // answer for two minutes: the connection is given up then.
   QJsonObject Ask(const QJsonObject& request);
 
+  // Sends requests that the console carries out one after the other, nothing else in between,
+  // and waits for their answers.
+  std::vector<QJsonObject> AskTogether(const std::vector<QJsonObject>& requests);
+
  private:
+  QJsonObject WaitForAnswer();
+
   QLocalSocket socket_;
 };
 

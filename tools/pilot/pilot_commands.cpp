@@ -13,6 +13,7 @@
 #include <QPixmap>
 #include <QPoint>
 #include <QRect>
+#include <QSessionManager>
 #include <QSize>
 #include <QTest>
 #include <QWidget>
@@ -260,6 +261,16 @@ QJsonObject GrabBox(const QJsonObject& request) {
   return SavePicture(*boxes.front(), request);
 }
 
+// As the toolkit does when the desktop's session manager asks programs to save what they have.
+QJsonObject LogOut() {
+  auto* const session = qApp->findChild<QSessionManager*>();
+  if (session == nullptr) return Error(QStringLiteral("no session manager"));
+  // From the event loop, so that the answer does not wait for what the program does.
+  QMetaObject::invokeMethod(
+      qApp, [session] { Q_EMIT qApp->commitDataRequest(*session); }, Qt::QueuedConnection);
+  return Answer();
+}
+
 using ObjectCommand = QJsonObject (*)(QObject*, const QJsonObject&);
 
 const std::map<QString, ObjectCommand>& ObjectCommands() {
@@ -280,6 +291,7 @@ QJsonObject Execute(const QJsonObject& request) {
   if (command == QLatin1String("keys")) return Keys(request);
   if (command == QLatin1String("boxes")) return Boxes();
   if (command == QLatin1String("closeBox")) return CloseBox();
+  if (command == QLatin1String("logOut")) return LogOut();
   if (command == QLatin1String("grabBox")) return GrabBox(request);
   const auto entry = ObjectCommands().find(command);
   if (entry == ObjectCommands().end()) return Error(QStringLiteral("unknown: ") + command);

@@ -272,8 +272,7 @@ bool WriteKeySheetsPdf(QIODevice& device, const std::vector<rules::KeySheet>& sh
   Document document(device, QStringLiteral("Key Sheets"));
   if (!document.IsOpen()) return false;
   for (const rules::KeySheet& sheet : sheets) {
-    const qreal top =
-        document.BeginPage(QStringLiteral("%1  %2").arg(sheet.station).arg(Text(sheet.label)));
+    const qreal top = document.BeginPage(Text(rules::TitleOf(sheet)));
     const qreal width = document.Width() / kKeysPerRow;
     for (std::size_t i = 0; i < sheet.keys.size(); ++i) {
       const auto column = static_cast<qreal>(i % kKeysPerRow);

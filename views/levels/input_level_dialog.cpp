@@ -17,7 +17,7 @@
 #include "views/icon.h"
 #include "views/levels/level_scale.h"
 #include "views/rules/levels.h"
-#include "views/rules/xmap_records.h"
+#include "views/rules/operations.h"
 
 namespace views {
 namespace {
@@ -137,18 +137,17 @@ void InputLevelDialog::ShowGain(int index) {
 }
 
 void InputLevelDialog::UpdateLabels() {
-  std::vector<std::optional<std::string>> labels;
+  std::vector<std::string> labels;
   const int count = std::clamp<int>(services_.model.ChannelCount, 0, model::kLevelCount);
   if (count > 0) {
     const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-      return rules::ReadTexts(stations, "InLabel", count, &labels);
+      return rules::ReadTargetCaptions(stations, rules::kListen, count, &labels);
     });
     if (!status.ok()) ShowFailure(services_, "Error Reading Input Labels", status);
   }
   labels.resize(model::kLevelCount);
   for (int index = 0; index < model::kLevelCount; ++index) {
-    const std::string label = labels[static_cast<std::size_t>(index)].value_or(std::string());
-    Strip(index).SetLabel(QString::fromStdString(label));
+    Strip(index).SetLabel(QString::fromStdString(labels[static_cast<std::size_t>(index)]));
   }
 }
 

@@ -151,11 +151,7 @@ void ButtonsView::UpdateCheckboxLabels() {
   const int type = StoredType();
   std::vector<std::string> captions;
   Read([&](jet::RecordSet& stations) {
-    model::Status status =
-        rules::ReadTargetCaptions(stations, type, services_.model.ChkBoxCount, &captions);
-    // Fewer stations than boxes is how some systems are: those boxes have their numbers.
-    const bool fewer = status.Number() == static_cast<int>(jet::ErrorNumber::NoCurrentRecord);
-    return fewer ? model::Status() : status;
+    return rules::ReadTargetCaptions(stations, type, services_.model.ChkBoxCount, &captions);
   });
   targets_->SetCaptions(captions);
 }

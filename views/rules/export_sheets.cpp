@@ -50,8 +50,6 @@ class TargetLabels {
     auto [entry, isNew] = labels_.try_emplace(OperationOf(type).targets);
     model::Status status;
     if (isNew) status = ReadTargetCaptions(stations_, type, count_, &entry->second);
-    // Fewer stations than targets are no failure: those that are missing have their numbers.
-    if (!status.ok() && stations_.Eof()) status = {};
     *labels = &entry->second;
     return status;
   }
@@ -154,6 +152,12 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
     sheets->push_back(std::move(sheet));
   }
   return {};
+}
+
+std::string TitleOf(const KeySheet& sheet) {
+  std::string title = std::to_string(sheet.station) + "  " + sheet.label;
+  if (!sheet.inputLabel.empty()) title += "  (" + sheet.inputLabel + ")";
+  return title;
 }
 
 Sheet ProgrammingSheet(const std::vector<KeySheet>& sheets) {

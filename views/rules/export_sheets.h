@@ -52,6 +52,10 @@ struct KeySheet {
 model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& model,
                             std::vector<KeySheet>* sheets);
 
+// What stands at the head of a station's sheet: its number, its label and, in brackets, that of
+// its input.
+std::string TitleOf(const KeySheet& sheet);
+
 // A row for every key: station, its label, button, operation, first target, all targets.
 Sheet ProgrammingSheet(const std::vector<KeySheet>& sheets);
 

@@ -59,8 +59,8 @@ model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
   std::vector<std::optional<std::string>> labels;
   model::Status status;
   if (targets != TargetKind::Channels) {
-    status =
-        ReadTexts(stations, targets == TargetKind::Stations ? "Label" : "InLabel", count, &labels);
+    status = ReadTextsThere(stations, targets == TargetKind::Stations ? "Label" : "InLabel", count,
+                            &labels);
   }
   labels.resize(static_cast<std::size_t>(count));
   const char* const format = targets == TargetKind::Channels ? "Chan %02d" : "Sta. %03d";

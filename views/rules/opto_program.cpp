@@ -62,12 +62,6 @@ int WithChannelsAsTargets(TargetKind targets) {
   return targets == TargetKind::Stations ? kListen : kTalk;
 }
 
-// A database with few stations is a small system, and no damaged one.
-model::Status WithoutEndOfStations(model::Status status) {
-  constexpr int kEnd = static_cast<int>(jet::ErrorNumber::NoCurrentRecord);
-  return status.Number() == kEnd ? model::Status() : std::move(status);
-}
-
 }  // namespace
 
 model::Status ReadOpto(const jet::RecordSet& stations, OptoProgram* opto) {
@@ -90,15 +84,14 @@ std::string_view OptoCaptionAtOpening(int type) {
 
 model::Status ReadOptoTargetCaptions(jet::RecordSet& stations, int type,
                                      std::vector<std::string>* captions) {
-  return WithoutEndOfStations(ReadTargetCaptions(stations, type, kOptoTargets, captions));
+  return ReadTargetCaptions(stations, type, kOptoTargets, captions);
 }
 
 model::Status ReadOptoChannelCaptions(jet::RecordSet& stations, int type,
                                       std::vector<std::string>* captions) {
   const TargetKind targets = OperationOf(type).targets;
   if (targets != TargetKind::Channels) {
-    return WithoutEndOfStations(
-        ReadTargetCaptions(stations, WithChannelsAsTargets(targets), kOptoChannels, captions));
+    return ReadTargetCaptions(stations, WithChannelsAsTargets(targets), kOptoChannels, captions);
   }
   captions->clear();
   for (int channel = 1; channel <= kOptoChannels; ++channel) {

@@ -24,6 +24,15 @@ model::Status ReadTexts(jet::RecordSet& stations, std::string_view field, int co
   return {};
 }
 
+model::Status ReadTextsThere(jet::RecordSet& stations, std::string_view field, int count,
+                             std::vector<std::optional<std::string>>* texts) {
+  constexpr int kEnd = static_cast<int>(jet::ErrorNumber::NoCurrentRecord);
+  model::Status status = ReadTexts(stations, field, count, texts);
+  if (status.Number() != kEnd) return status;
+  texts->resize(static_cast<std::size_t>(count));
+  return {};
+}
+
 model::Status FindInhibits(jet::RecordSet& stations, int output,
                            std::optional<std::string>* flags) {
   flags->reset();

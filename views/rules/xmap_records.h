@@ -21,6 +21,11 @@ namespace rules {
 model::Status ReadTexts(jet::RecordSet& stations, std::string_view field, int count,
                         std::vector<std::optional<std::string>>* texts);
 
+// The same for a table that may have fewer records: a small system is no damaged one, and the
+// texts that it does not have are empty optionals.
+model::Status ReadTextsThere(jet::RecordSet& stations, std::string_view field, int count,
+                             std::vector<std::optional<std::string>>* texts);
+
 // The inhibit flags of an output, found by its StationNum; the record is then the current one.
 // *flags is empty when there is no such record, which is no failure; a null field reads as "".
 model::Status FindInhibits(jet::RecordSet& stations, int output, std::optional<std::string>* flags);

@@ -83,6 +83,8 @@ void DownloadWindow::MakeTimers(int spacingMilliseconds) {
 }
 
 void DownloadWindow::ShowProgressBar(int maximum) {
+  begun_ = true;
+  Q_EMIT Begun();
   // The window stays as large as the explanation made it.
   setFixedSize(size());
   text_->hide();
@@ -110,11 +112,20 @@ void DownloadWindow::ShowCancelling() { cancel_->setEnabled(false); }
 
 void DownloadWindow::TableSent(switcher::Table table, int station) { Q_EMIT Sent(table, station); }
 
+void DownloadWindow::TableFailed(switcher::Table table, int station) {
+  ++failures_;
+  Q_EMIT Failed(table, station);
+}
+
 void DownloadWindow::Close(std::string_view notSent) {
   delayTimer_.stop();
   spacingTimer_.stop();
   turnTimer_.stop();
-  if (!notSent.empty()) Q_EMIT Cancelled(QString::fromUtf8(notSent));
+  if (!notSent.empty()) {
+    Q_EMIT Cancelled(QString::fromUtf8(notSent));
+  } else if (begun_) {
+    Q_EMIT Finished(failures_);
+  }
   done(QDialog::Accepted);
 }
 

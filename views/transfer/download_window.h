@@ -40,9 +40,15 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void reject() override { download_.Cancel(); }
 
  Q_SIGNALS:
+  // The operator has confirmed.
+  void Begun();
   // A table has been sent without a failure: of one station (from 1), or of all with
   // model::kAll.
   void Sent(switcher::Table table, int station);
+  // The same of a table that could not be sent.
+  void Failed(switcher::Table table, int station);
+  // The download has come to its end, with so many tables that could not be sent.
+  void Finished(int failures);
   // The download was cancelled with these tables not sent.
   void Cancelled(const QString& notSent);
 
@@ -59,8 +65,11 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void StartSpacingTimer() override { spacingTimer_.start(); }
   void RequestTurn() override { turnTimer_.start(); }
   void TableSent(switcher::Table table, int station) override;
+  void TableFailed(switcher::Table table, int station) override;
   void Close(std::string_view notSent) override;
 
+  bool begun_ = false;
+  int failures_ = 0;
   QLabel* text_;
   QLabel* status_;
   QProgressBar* bar_;

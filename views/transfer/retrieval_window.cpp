@@ -91,10 +91,16 @@ void RetrievalWindow::SetWaiting(bool waiting) {
   ok_->setEnabled(!waiting);
   if (waiting) {
     secondTimer_.start();
-  } else {
-    secondTimer_.stop();
-    if (retrieval_.IsCompleted() && !retrieval_.HasRefusals()) Q_EMIT Retrieved();
+    Q_EMIT Begun();
+    return;
   }
+  secondTimer_.stop();
+  if (!retrieval_.IsCompleted()) {
+    Q_EMIT Cancelled();
+    return;
+  }
+  if (!retrieval_.HasRefusals()) Q_EMIT Retrieved();
+  Q_EMIT Finished(retrieval_.HasRefusals());
 }
 
 void RetrievalWindow::AddMessage(std::string_view description, int byteCount,

@@ -43,6 +43,12 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
   void reject() override { retrieval_.Cancel(); }
 
  Q_SIGNALS:
+  // The operator has confirmed: the tables are asked for.
+  void Begun();
+  // The last table has come; `refused` tells whether one did not pass its checks.
+  void Finished(bool refused);
+  // The wait was ended before.
+  void Cancelled();
   // All tables have come, and none was refused.
   void Retrieved();
 

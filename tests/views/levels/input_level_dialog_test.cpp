@@ -275,6 +275,19 @@ TEST_F(InputLevelDialogTest, GainsOutOfRangeStandAtTheEnds) {
   EXPECT_EQ(Sent(), "");
 }
 
+TEST_F(InputLevelDialogTest, AnInputWithoutARecordHasItsNumber) {
+  ASSERT_TRUE(console_.stations->Seek(62).ok());
+  while (console_.stations->HasRecord()) {
+    ASSERT_TRUE(console_.stations->Delete().ok());
+    ASSERT_TRUE(console_.stations->MoveNext().ok());
+  }
+  console_.Open();
+  EXPECT_EQ(console_.Label("lblInptName", 60), "Inpt 061");
+  EXPECT_EQ(console_.Label("lblInptName", 61), "Sta. 062");
+  EXPECT_EQ(console_.Label("lblInptName", 63), "Sta. 064");
+  EXPECT_THAT(console_.reporter.reports, testing::IsEmpty());
+}
+
 TEST_F(InputLevelDialogTest, LabelsAreReadAndTheCurrentRecordStays) {
   console_.SetField(1, "InLabel", "CAM 1");
   console_.SetField(2, "InLabel", jet::Value());
@@ -286,7 +299,7 @@ TEST_F(InputLevelDialogTest, LabelsAreReadAndTheCurrentRecordStays) {
             "\xE2\x88\x92"
             "36 dB");
   EXPECT_EQ(console_.Label("lblInptName", 0), "CAM 1");
-  EXPECT_EQ(console_.Label("lblInptName", 1), "");
+  EXPECT_EQ(console_.Label("lblInptName", 1), "Sta. 002") << "as the programming shows it";
   EXPECT_EQ(console_.Label("lblInptName", 2), "Inpt 003");
   EXPECT_EQ(console_.Label("lblInptNumber", 63), "64");
   // One that is too wide is cut and stands whole in its tip.

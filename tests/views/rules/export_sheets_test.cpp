@@ -63,6 +63,9 @@ TEST_F(ExportSheetsTest, KeysTellWhatTheyDo) {
   EXPECT_EQ(sheets[0].station, 1);
   EXPECT_EQ(sheets[1].station, 3);
   EXPECT_EQ(sheets[0].label, "Studio A");
+  EXPECT_EQ(TitleOf(sheets[0]), "1  Studio A  (Mic, 1)");
+  sheets[0].inputLabel.clear();
+  EXPECT_EQ(TitleOf(sheets[0]), "1  Studio A");
   ASSERT_THAT(sheets[0].keys, SizeIs(32));
   EXPECT_EQ(sheets[0].keys[0].caption, "Régie");
   EXPECT_EQ(sheets[0].keys[2].type, 3);

@@ -85,7 +85,7 @@ TEST_F(TargetCaptionsTest, AreNumbersOfChannelsForTheOthers) {
 
 TEST_F(TargetCaptionsTest, OfStationsThatAreNotThereAreTheirNumbers) {
   EXPECT_THAT(Captions(0, 5), ElementsAre("Studio A", "Sta. 002", "Régie", "Sta. 004", "Sta. 005"));
-  EXPECT_FALSE(status_.ok()) << "the stations end before the targets do";
+  EXPECT_TRUE(status_.ok()) << "a small system is no damaged one";
 }
 
 TEST(FirstTarget, IsTheLowestThatIsSet) {
