@@ -134,20 +134,18 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
     sheet.label = value.Text();
     if (const jet::Status read = stations.Get("InLabel", &value); !read.ok()) return read;
     sheet.inputLabel = value.Text();
-    std::vector<std::string> captions;
-    if (model::Status read = ReadButtonCaptions(stations, model.ButtonCount, &captions);
-        !read.ok()) {
-      return read;
-    }
     for (int button = 1; button <= model.ButtonCount; ++button) {
       if (const jet::Status moved = stations.GoTo(place); !moved.ok()) return moved;
       ButtonProgram program;
       if (model::Status read = ReadButton(stations, button, &program); !read.ok()) return read;
+      KeyLegend key{.type = program.type};
+      if (model::Status read = ReadChosenCaption(stations, button, &key.caption); !read.ok()) {
+        return read;
+      }
       const std::vector<std::string>* targets = nullptr;
       if (model::Status read = labels.Of(program.type, &targets); !read.ok()) return read;
-      sheet.keys.push_back({.type = program.type,
-                            .caption = captions[static_cast<std::size_t>(button - 1)],
-                            .targets = Join(program.targets, *targets)});
+      key.targets = Join(program.targets, *targets);
+      sheet.keys.push_back(std::move(key));
     }
     sheets->push_back(std::move(sheet));
   }

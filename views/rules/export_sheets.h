@@ -35,7 +35,7 @@ Sheet MapSheet(const XmapGrid& grid);
 // What a button does, in words.
 struct KeyLegend {
   int type = 0;         // the operation's code
-  std::string caption;  // the label of its first target, or "NONE"
+  std::string caption;  // the label of its first target, as ReadChosenCaption() has it
   // The labels of all targets, separated by ", ", from ten targets on after "(10) ".
   std::string targets;
 };

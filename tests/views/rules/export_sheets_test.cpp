@@ -34,7 +34,10 @@ class ExportSheetsTest : public testing::Test {
                              {"B2 Prog", "101"},
                              {"B3 Type", 3},
                              {"B3 First", 2},
-                             {"B3 Prog", "01"}});
+                             {"B3 Prog", "01"},
+                             {"B4 Type", 254},
+                             {"B4 First", 1},
+                             {"B4 Prog", "1"}});
     database_.AddStation(3, {{"Hidden", 1}, {"Label", "Régie"}, {"InLabel", "Inpt 003"}});
     database_.AddStation(66, {{"Label", "Ext. 002"}});
   }
@@ -68,6 +71,8 @@ TEST_F(ExportSheetsTest, KeysTellWhatTheyDo) {
   EXPECT_EQ(TitleOf(sheets[0]), "1  Studio A");
   ASSERT_THAT(sheets[0].keys, SizeIs(32));
   EXPECT_EQ(sheets[0].keys[0].caption, "Régie");
+  EXPECT_EQ(sheets[0].keys[1].caption, "Mic, 1") << "who listens, listens to an input";
+  EXPECT_EQ(sheets[0].keys[3].caption, "INACTIVE");
   EXPECT_EQ(sheets[0].keys[2].type, 3);
   EXPECT_EQ(sheets[0].keys[2].caption, "Ext. 002");
   EXPECT_EQ(sheets[0].keys[2].targets, "Chan 02");
