@@ -12,7 +12,7 @@
 
 #include "views/export/sheet_pdf.h"
 #include "views/rules/export_sheets.h"
-#include "views/rules/xmap_records.h"
+#include "views/rules/station_texts.h"
 
 namespace app {
 namespace {
@@ -44,16 +44,17 @@ model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
   grid->Clear();
   const int channels = grid->ChannelCount();
   std::vector<std::optional<std::string>> texts;
-  if (model::Status read = rules::ReadTextsThere(stations, "Label", channels, &texts); !read.ok()) {
+  if (model::Status read = rules::ReadAvailableStationTexts(stations, "Label", channels, &texts);
+      !read.ok()) {
     return read;
   }
   grid->UpdateOutputLabels(texts);
-  if (model::Status read = rules::ReadTextsThere(stations, "InLabel", channels, &texts);
+  if (model::Status read = rules::ReadAvailableStationTexts(stations, "InLabel", channels, &texts);
       !read.ok()) {
     return read;
   }
   grid->UpdateInputLabels(texts);
-  if (model::Status read = rules::ReadTextsThere(stations, "Inhibits", channels, &texts);
+  if (model::Status read = rules::ReadAvailableStationTexts(stations, "Inhibits", channels, &texts);
       !read.ok()) {
     return read;
   }

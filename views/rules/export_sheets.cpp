@@ -138,7 +138,8 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
       if (const jet::Status moved = stations.GoTo(place); !moved.ok()) return moved;
       ButtonProgram program;
       if (model::Status read = ReadButton(stations, button, &program); !read.ok()) return read;
-      KeyLegend key{.type = program.type};
+      KeyLegend key;
+      key.type = program.type;
       if (model::Status read = ReadChosenCaption(stations, button, &key.caption); !read.ok()) {
         return read;
       }

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "model/flag_string.h"
-#include "views/rules/xmap_records.h"
+#include "views/rules/station_texts.h"
 
 namespace rules {
 namespace {
@@ -59,8 +59,8 @@ model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
   std::vector<std::optional<std::string>> labels;
   model::Status status;
   if (targets != TargetKind::Channels) {
-    status = ReadTextsThere(stations, targets == TargetKind::Stations ? "Label" : "InLabel", count,
-                            &labels);
+    status = ReadAvailableStationTexts(
+        stations, targets == TargetKind::Stations ? "Label" : "InLabel", count, &labels);
   }
   labels.resize(static_cast<std::size_t>(count));
   const char* const format = targets == TargetKind::Channels ? "Chan %02d" : "Sta. %03d";

@@ -13,7 +13,8 @@
 #include <string_view>
 
 #include "views/icon.h"
-#include "views/rules/xmap_records.h"
+#include "views/rules/inhibit_records.h"
+#include "views/rules/station_texts.h"
 #include "views/twips.h"
 #include "views/xmap/xmap_find.h"
 #include "views/xmap/xmap_header.h"
@@ -265,11 +266,11 @@ model::Status XmapView::DrawEverything() {
 
 model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
   std::vector<std::optional<std::string>> labels;
-  model::Status status = rules::ReadTexts(stations, "Label", grid_.ChannelCount(), &labels);
+  model::Status status = rules::ReadStationTexts(stations, "Label", grid_.ChannelCount(), &labels);
   grid_.UpdateOutputLabels(labels);
   model_.LabelsChanged(Qt::Vertical);
   if (!status.ok()) return status;
-  status = rules::ReadTexts(stations, "InLabel", grid_.ChannelCount(), &labels);
+  status = rules::ReadStationTexts(stations, "InLabel", grid_.ChannelCount(), &labels);
   grid_.UpdateInputLabels(labels);
   model_.LabelsChanged(Qt::Horizontal);
   find_->Refresh();
@@ -278,7 +279,8 @@ model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
 
 model::Status XmapView::DrawInhibits(jet::RecordSet& stations) {
   std::vector<std::optional<std::string>> texts;
-  model::Status status = rules::ReadTexts(stations, "Inhibits", grid_.ChannelCount(), &texts);
+  model::Status status =
+      rules::ReadStationTexts(stations, "Inhibits", grid_.ChannelCount(), &texts);
   std::vector<std::string> inhibits;
   inhibits.reserve(texts.size());
   for (std::optional<std::string>& text : texts) {

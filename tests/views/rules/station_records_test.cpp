@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-
-#include "views/rules/xmap_records.h"
+//
+// Texts and inhibits read from the table of stations.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,13 +9,15 @@
 
 #include "db/jet/database.h"
 #include "db/schema.h"
+#include "views/rules/inhibit_records.h"
+#include "views/rules/station_texts.h"
 
 namespace rules {
 namespace {
 
 using testing::ElementsAre;
 
-class XmapRecordsTest : public testing::Test {
+class StationRecordsTest : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(jet::Database::CreateInMemory(&database_).ok());
@@ -45,31 +47,31 @@ class XmapRecordsTest : public testing::Test {
   std::unique_ptr<jet::RecordSet> stations_;
 };
 
-TEST_F(XmapRecordsTest, TextsComeInTheOrderOfTheIndex) {
+TEST_F(StationRecordsTest, TextsComeInTheOrderOfTheIndex) {
   std::vector<std::optional<std::string>> texts;
-  ASSERT_TRUE(ReadTexts(*stations_, "Label", 3, &texts).ok());
+  ASSERT_TRUE(ReadStationTexts(*stations_, "Label", 3, &texts).ok());
   EXPECT_THAT(texts, ElementsAre("two", std::nullopt, "seven"));
-  ASSERT_TRUE(ReadTexts(*stations_, "Inhibits", 2, &texts).ok());
+  ASSERT_TRUE(ReadStationTexts(*stations_, "Inhibits", 2, &texts).ok());
   EXPECT_THAT(texts, ElementsAre(std::nullopt, "1"));
-  ASSERT_TRUE(ReadTexts(*stations_, "Label", 0, &texts).ok());
+  ASSERT_TRUE(ReadStationTexts(*stations_, "Label", 0, &texts).ok());
   EXPECT_THAT(texts, ElementsAre());
 }
 
-TEST_F(XmapRecordsTest, MissingRecordsAreAFailureAfterWhatWasRead) {
+TEST_F(StationRecordsTest, MissingRecordsAreAFailureAfterWhatWasRead) {
   std::vector<std::optional<std::string>> texts;
-  const model::Status status = ReadTexts(*stations_, "Label", 4, &texts);
+  const model::Status status = ReadStationTexts(*stations_, "Label", 4, &texts);
   EXPECT_FALSE(status.ok());
   EXPECT_EQ(status.Number(), 3021);
   EXPECT_THAT(texts, ElementsAre("two", std::nullopt, "seven"));
 }
 
-TEST_F(XmapRecordsTest, MissingFieldIsAFailure) {
+TEST_F(StationRecordsTest, MissingFieldIsAFailure) {
   std::vector<std::optional<std::string>> texts;
-  EXPECT_EQ(ReadTexts(*stations_, "NoSuchField", 1, &texts).Number(), 3265);
+  EXPECT_EQ(ReadStationTexts(*stations_, "NoSuchField", 1, &texts).Number(), 3265);
   EXPECT_THAT(texts, ElementsAre());
 }
 
-TEST_F(XmapRecordsTest, InhibitsAreFoundByNumber) {
+TEST_F(StationRecordsTest, InhibitsAreFoundByNumber) {
   std::optional<std::string> flags;
   ASSERT_TRUE(FindInhibits(*stations_, 7, &flags).ok());
   EXPECT_EQ(flags, "0100");
@@ -79,16 +81,16 @@ TEST_F(XmapRecordsTest, InhibitsAreFoundByNumber) {
   EXPECT_EQ(flags, std::nullopt);
 }
 
-TEST_F(XmapRecordsTest, InhibitsAreStoredInTheRecordFound) {
+TEST_F(StationRecordsTest, InhibitsAreStoredInTheRecordFound) {
   std::optional<std::string> flags;
   ASSERT_TRUE(FindInhibits(*stations_, 4, &flags).ok());
   ASSERT_TRUE(StoreInhibits(*stations_, "0110").ok());
   std::vector<std::optional<std::string>> texts;
-  ASSERT_TRUE(ReadTexts(*stations_, "Inhibits", 3, &texts).ok());
+  ASSERT_TRUE(ReadStationTexts(*stations_, "Inhibits", 3, &texts).ok());
   EXPECT_THAT(texts, ElementsAre(std::nullopt, "0110", "0100"));
 }
 
-TEST_F(XmapRecordsTest, StoringWithoutARecordFails) {
+TEST_F(StationRecordsTest, StoringWithoutARecordFails) {
   std::optional<std::string> flags;
   ASSERT_TRUE(FindInhibits(*stations_, 3, &flags).ok());
   EXPECT_EQ(StoreInhibits(*stations_, "1").Number(), 3021);
