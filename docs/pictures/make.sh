@@ -35,8 +35,14 @@ AlphasWidth=9990
 AlphasHeight=4650
 EOF
 
+# A screen as in a control room.
+cat >"$work/screen.json" <<EOF
+{"synchronousWindowSystemEvents": false, "windowFrameMargins": false, "screens": [{"name": "desk",
+ "x": 0, "y": 0, "width": 1920, "height": 1080, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]}
+EOF
+
 export HOME=$work/user XDG_CONFIG_HOME=$work/user XDG_DATA_HOME=$work/user \
-  XDG_RUNTIME_DIR=$work/user LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen QT_PLUGIN_PATH=$bin
+  XDG_RUNTIME_DIR=$work/user LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen:configfile=$work/screen.json QT_PLUGIN_PATH=$bin
 chmod 700 "$work/user"
 
 simulator='' console='' dialog=''

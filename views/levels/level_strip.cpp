@@ -13,7 +13,8 @@ namespace views {
 namespace {
 
 constexpr double kLabelSize = 0.88;        // of the font
-constexpr char kWideLabel[] = "Inpt 000";  // wider ones are cut: 16 must fit on a screen
+constexpr char kWideLabel[] = "Inpt 000";  // 16 of them must fit on a screen
+constexpr int kCondensed = 80;             // per cent of the width of a wider label
 
 constexpr int kSpace = 6;          // between two strips
 constexpr int kLowestSlider = 60;  // what a large font leaves of it
@@ -93,11 +94,14 @@ QFont LevelStrip::LabelFont() const {
   return small;
 }
 
+// A label is condensed before it is cut: eight capitals are wider than a strip.
 void LevelStrip::ElideLabel() {
-  level_->setFont(LabelFont());
-  label_->setFont(LabelFont());
-  const QString shown =
-      QFontMetrics(LabelFont()).elidedText(fullLabel_, Qt::ElideRight, width() - kSpace / 2);
+  const int room = width() - kSpace / 2;
+  QFont font = LabelFont();
+  level_->setFont(font);
+  if (QFontMetrics(font).horizontalAdvance(fullLabel_) > room) font.setStretch(kCondensed);
+  label_->setFont(font);
+  const QString shown = QFontMetrics(font).elidedText(fullLabel_, Qt::ElideRight, room);
   label_->setText(shown);
   label_->setToolTip(shown == fullLabel_ ? QString() : fullLabel_);
 }
