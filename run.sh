@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
 # Builds the console and opens it on a simulated switcher.  On a machine without a display its
 # screen is served over VNC on the loopback address, and a picture is saved when the map is
 # complete.

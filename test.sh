@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
 # Builds everything and tests it: the format of the sources, the whole suite under the address and
 # undefined-behaviour sanitizers, and the programs as they are shipped, in use with each other.
 # A release build of everything and `ctest --preset release` test the single units as shipped, too.

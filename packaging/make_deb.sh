@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
 # Builds the Debian package of the console and says how to install it.
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -1,13 +1,20 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
 # Makes the pictures of the manual (app/help/pictures) and of the README (console.png beside this
 # script) from the real console on a simulated switcher with the house of house.txt.  Takes the
-# programs of build/release and, from Debian, imagemagick and poppler-utils.
+# programs of build/release.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
 bin=$root/build/release/bin
 into=$root/app/help/pictures
 work=$root/build/pictures
+
+# shellcheck source=tools/setup/packages.sh
+. "$root/tools/setup/packages.sh"
+# shellcheck disable=SC2086
+need $run_packages $picture_packages
 
 rm -rf "$work"
 mkdir -p "$into" "$work/user/Orvo" "$work/raw"

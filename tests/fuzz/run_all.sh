@@ -21,6 +21,10 @@ for target in "${targets[@]}"; do
   grep -qx "$target" <<<"$known" || { echo "no such target: $target" >&2; exit 2; }
 done
 
+# shellcheck source=tools/setup/packages.sh
+. tools/setup/packages.sh
+# shellcheck disable=SC2086
+need $build_packages $fuzz_packages
 cmake --preset fuzz
 cmake --build --preset fuzz --target "${targets[@]}"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The console's own tables, made here, against the file that a prototype made and three other
+// The console's own tables, made here, against the file that an early version made and three other
 // readers agreed on.
 
 #include <gtest/gtest.h>

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
 # check_installation.sh CMAKE BUILD SOURCE: installs into a folder of its own and fails when a file
 # is missing or there is one too many, when the desktop would refuse an entry, or when a manual page
 # and the program's own help do not name the same options, commands and exit codes.

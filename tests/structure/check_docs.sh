@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
 # Fails when a document names a file of the sources, or links to one, that is not there.
 set -u
 cd "$1" || exit 2

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
 # Fails when a source file includes a folder that it must not know.  Each line names a folder
 # and what it may include besides itself.
 set -u

@@ -1,4 +1,6 @@
-# Sourced by run.sh, test.sh and packaging/make_deb.sh: installs the Debian packages that are missing.
+# SPDX-License-Identifier: MIT
+#
+# Sourced by the scripts that build or run something: installs the Debian packages that they miss.
 
 build_packages="g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev
   libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev"
@@ -6,6 +8,8 @@ run_packages="fonts-dejavu-core fonts-liberation"
 screen_packages="tigervnc-standalone-server"
 test_packages="clang-format mdbtools appstream desktop-file-utils man-db mandoc"
 package_packages="dpkg-dev"
+fuzz_packages="clang libclang-rt-dev"
+picture_packages="imagemagick poppler-utils"
 
 # need PACKAGE...: installs those that are not there, as root or with sudo.
 need() {

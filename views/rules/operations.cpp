@@ -29,6 +29,10 @@ constexpr Operation kOperations[] = {
     {kGroup, "GROUP", "Group", 0x8080FF, TargetKind::Stations, kStationsOfButton, kStationsOfOpto},
 };
 
+// What a code outside the table is shown as.
+constexpr const Operation& kOther = kOperations[4];
+static_assert(kOther.code == kInactive);
+
 const Operation* Find(int code) {
   const auto* const found = std::ranges::find(kOperations, code, &Operation::code);
   return found == std::end(kOperations) ? nullptr : found;
@@ -46,7 +50,7 @@ std::span<const Operation> AllOperations() { return kOperations; }
 
 const Operation& OperationOf(int code) {
   const Operation* const found = Find(code);
-  return found != nullptr ? *found : *Find(kInactive);
+  return found != nullptr ? *found : kOther;
 }
 
 bool IsOperation(int code) { return Find(code) != nullptr; }
