@@ -267,6 +267,16 @@ TEST(XmapGrid, InhibitsAreDrawnInRecordOrder) {
   EXPECT_EQ(f.Row(4), "........");
 }
 
+TEST(XmapGrid, ALongCharacterIsOneInhibitThatIsClear) {
+  Fixture f(8);
+  f.grid.UpdateXmapInhibits(std::vector<std::string>{"10é10001", "€1",
+                                                     "\xF0\x9D\x84\x9E"
+                                                     "1"});
+  EXPECT_EQ(f.Row(1), "2..2...2");
+  EXPECT_EQ(f.Row(2), ".2......");
+  EXPECT_EQ(f.Row(3), "..2.....") << "it counts as the two characters that the database keeps";
+}
+
 TEST(XmapGrid, InhibitsReplaceEveryMarkButKeepOnlyOrdinaryOnes) {
   Fixture f(8);
   for (int o = 1; o <= 2; ++o) {
@@ -398,6 +408,17 @@ TEST(XmapGrid, InhibitIsSetInATextThatIsTooShort) {
   Fixture f(8);
   EXPECT_EQ(f.grid.DecideInhibit("1", 2, 4).flags, "101");
   EXPECT_EQ(f.grid.DecideInhibit("", 2, 2).flags, "1");
+}
+
+TEST(XmapGrid, InhibitsBesideALongCharacterAreKept) {
+  Fixture f(8);
+  EXPECT_EQ(f.grid.DecideInhibit("10é10001", 2, 4).flags, "10110001") << "in its place";
+  EXPECT_EQ(f.grid.DecideInhibit("10é10001", 2, 3).flags, "11é10001") << "before it";
+  EXPECT_EQ(f.grid.DecideInhibit("10é10001", 2, 6).flags, "10011001") << "behind it";
+  f.grid.SetMark(1, 4, Mark::Inhibit);
+  const InhibitDecision cleared = f.grid.DecideInhibit("10é10001", 2, 5);
+  EXPECT_EQ(cleared.flags, "10000001");
+  EXPECT_EQ(cleared.mark, Mark::None);
 }
 
 TEST(XmapGrid, InhibitIsClearedTogetherWithItsMark) {
