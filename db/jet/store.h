@@ -70,7 +70,6 @@ class Store {
   double Now() const;
   void SetNow(double days) { fixedNow_ = days; }
 
-  bool InBatch() const { return batch_ != nullptr; }
   void BeginBatch();
   Status CommitBatch();
   void DropBatch();
@@ -79,7 +78,6 @@ class Store {
   Store(std::unique_ptr<PageFile> file, const Header& header, bool writable);
 
   Status ReadCatalog();
-  Status ProtectUsedPages();
 
   const Header header_;
   const bool writable_;

@@ -219,10 +219,8 @@ void XmapView::ShowGoTo() {
 int XmapView::Zoom() const { return table_->Zoom(); }
 
 void XmapView::SetZoom(int percent) {
-  const int before = Zoom();
   table_->SetZoom(percent);
   PlaceFind();
-  if (Zoom() != before) Q_EMIT ZoomChanged(Zoom());
 }
 
 void XmapView::StepZoom(int step) {
