@@ -10,6 +10,7 @@
 #include "views/rules/label_records.h"
 #include "views/rules/label_rules.h"
 #include "views/rules/operations.h"
+#include "views/rules/station_navigation.h"
 
 namespace rules {
 namespace {
@@ -124,7 +125,7 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
   sheets->clear();
   TargetLabels labels(stations, model.ChkBoxCount);
   for (int station = 1; station <= model.StationCount; ++station) {
-    if (const jet::Status found = stations.Seek(station); !found.ok()) return found;
+    if (model::Status found = FindStation(stations, station); !found.ok()) return found;
     if (stations.NoMatch()) continue;
     const jet::Bookmark place = stations.Mark();
     KeySheet sheet{.station = station};
