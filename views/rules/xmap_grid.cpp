@@ -153,11 +153,12 @@ bool XmapGrid::UpdateRow(int output, int mode, int* conflicts) {
   return changed;
 }
 
-ChannelSet XmapGrid::UpdateXmapInhibits(std::span<const std::string> inhibits) {
+ChannelSet XmapGrid::UpdateXmapInhibits(std::span<const std::optional<std::string>> inhibits) {
   ChannelSet changed;
   const int rows = std::min(ChannelCount(), static_cast<int>(inhibits.size()));
   for (int output = 1; output <= rows; ++output) {
-    const std::string flags = switcher::PlainFlags(inhibits[static_cast<std::size_t>(output - 1)]);
+    const std::optional<std::string>& text = inhibits[static_cast<std::size_t>(output - 1)];
+    const std::string flags = text ? switcher::PlainFlags(*text) : std::string();
     for (int input = 1; input <= ChannelCount(); ++input) {
       const Mark shown = marks_.At(output, input);
       Mark mark = shown == Mark::Crosspoint ? Mark::Crosspoint : Mark::None;

@@ -124,10 +124,11 @@ class XmapGrid {
   // made, all marks but inhibits go.  An output that does not exist changes nothing.
   MapUpdate UpdateXmap(int output, int mode);
 
-  // Draws the inhibits: text r of `inhibits`, as the database has it, belongs to output r + 1;
-  // outputs without a text stay as they are.  A set flag puts Inhibit, whatever was there;
+  // Draws the inhibits: element r of `inhibits`, the text as the database has it, belongs to
+  // output r + 1, and null is a text without inhibits; outputs without an element stay as they
+  // are.  A set flag puts Inhibit, whatever was there;
   // elsewhere all marks but Crosspoint go, Priority too.  Returns the outputs that look different.
-  ChannelSet UpdateXmapInhibits(std::span<const std::string> inhibits);
+  ChannelSet UpdateXmapInhibits(std::span<const std::optional<std::string>> inhibits);
 
   // Takes over the labels of the outputs or of the inputs and writes the numbers: element r
   // belongs to channel r + 1; a label that is null is "Sta. " and the number.  Channels without

@@ -276,14 +276,9 @@ model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
 }
 
 model::Status XmapView::DrawInhibits(jet::RecordSet& stations) {
-  std::vector<std::optional<std::string>> texts;
+  std::vector<std::optional<std::string>> inhibits;
   model::Status status =
-      rules::ReadStationTexts(stations, "Inhibits", grid_.ChannelCount(), &texts);
-  std::vector<std::string> inhibits;
-  inhibits.reserve(texts.size());
-  for (std::optional<std::string>& text : texts) {
-    inhibits.push_back(std::move(text).value_or(std::string()));
-  }
+      rules::ReadStationTexts(stations, "Inhibits", grid_.ChannelCount(), &inhibits);
   model_.OutputsChanged(grid_.UpdateXmapInhibits(inhibits));
   return status;
 }
