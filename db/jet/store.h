@@ -70,8 +70,12 @@ class Store {
   double Now() const;
   void SetNow(double days) { fixedNow_ = days; }
 
+  // Keeps all changes from now on in memory; nothing while a batch is open.
   void BeginBatch();
+  // Writes what the batch changed and ends it.  DiskError or DiskFull when a write fails: then all
+  // of it is dropped.  Success without a batch.
   Status CommitBatch();
+  // Ends the batch, if one is open, with everything as it was before it.
   void DropBatch();
 
  private:
