@@ -75,9 +75,7 @@ Console::Console(const QString& folder)
       [this](std::unique_ptr<gateway::ClientSocket> client) { panels_.Accept(std::move(client)); });
 
   StatusBar& status = window_.Status();
-  auto* const legend = new views::XmapLegend(&status);
-  legend->setObjectName(QStringLiteral("aidLegend"));
-  status.SetLegend(legend);
+  status.SetLegend(new views::XmapLegend(&status));
   connect(&views_, &OpenViews::ReadoutChanged, &status, &StatusBar::SetReadout);
   connect(&views_, &OpenViews::XmapLoaded, &status, &StatusBar::WantLegend);
 

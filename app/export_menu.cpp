@@ -58,11 +58,7 @@ model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
       !read.ok()) {
     return read;
   }
-  std::vector<std::string> inhibits;
-  for (std::optional<std::string>& text : texts) {
-    inhibits.push_back(std::move(text).value_or(std::string()));
-  }
-  grid->UpdateXmapInhibits(inhibits);
+  grid->UpdateXmapInhibits(texts);
   grid->UpdateXmap(model::kAll, 0);
   return {};
 }

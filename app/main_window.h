@@ -43,6 +43,7 @@ class MainWindow : public QMainWindow,
   // way of looking, not a place.
   QRect Place() const;
 
+  // The parts of the window; they live as long as it does.
   QMdiArea& Area() { return *area_; }
   StatusBar& Status() { return *statusBar_; }
   HintStrip& Hints() { return *hints_; }
@@ -66,9 +67,11 @@ class MainWindow : public QMainWindow,
   void ShowPanelDropped(const std::string& address, gateway::DropReason reason) override;
 
  Q_SIGNALS:
+  // The text of the serial link in the status bar, each time it is shown.
   void LinkTextShown(const QString& text);
   // The panels that are connected now, a line each.
   void PanelsShown(const QStringList& panels);
+  // What the status bar says of a panel that was dropped.
   void PanelNoted(const QString& note);
 
  protected:

@@ -70,7 +70,6 @@ class PanelGateway : private ClientTableEvents {
   ClientTable& Clients() { return clients_; }
   SendQueue& Queue() { return queue_; }
   PanelSenders& Senders() { return senders_; }
-  PanelProtocol& Protocol() { return protocol_; }
 
  private:
   void BytesWait() override { display_.StartDecodeTimer(); }

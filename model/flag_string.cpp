@@ -9,14 +9,6 @@ bool FlagIsSet(std::string_view flags, int member) {
          flags[static_cast<std::size_t>(member) - 1] == '1';
 }
 
-std::string WithFlag(std::string_view flags, int member, bool set) {
-  std::string changed(flags);
-  const auto length = static_cast<std::size_t>(member);
-  if (changed.size() < length) changed.resize(length, '0');
-  changed[length - 1] = set ? '1' : '0';
-  return changed;
-}
-
 int FlagGroup(std::string_view flags, int first) {
   int value = 0;
   for (int i = 0; i < 8; ++i) {

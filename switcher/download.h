@@ -84,8 +84,12 @@ class Download : private SendProgress {
   // sent before it returns, and nothing is left to the timers.
   void CancelNow();
 
+  // What the display's timers and turns come back with; without one that was asked for they do
+  // nothing.  The delay after Go() is over: stops the poll and begins the first stage.
   void DelayTick();
+  // The pause after a stage is over: begins the next one, or ends the download.
   void SpacingTick();
+  // Sends one message of the stage, and asks for the next turn or ends the stage.
   void SendNext();
 
  private:

@@ -51,9 +51,9 @@ class FieldReader {
   jet::Status status_;
 };
 
-// Goes to the record of a station; a null *stations when there is none.
-model::Status FindStation(jet::Database& database, int station,
-                          std::unique_ptr<jet::RecordSet>* stations) {
+// Opens the stations at the record of one; a null *stations when there is none.
+model::Status OpenAtStation(jet::Database& database, int station,
+                            std::unique_ptr<jet::RecordSet>* stations) {
   if (model::Status status = OpenStations(database, stations); !status.ok()) return status;
   if (jet::Status status = (*stations)->Seek(station); !status.ok()) return status;
   if ((*stations)->NoMatch()) stations->reset();
@@ -66,7 +66,9 @@ model::Status ReadRow(jet::Database& database, int output, const char* field, En
                       std::optional<Bytes>* message) {
   message->reset();
   std::unique_ptr<jet::RecordSet> stations;
-  if (model::Status status = FindStation(database, output, &stations); !status.ok()) return status;
+  if (model::Status status = OpenAtStation(database, output, &stations); !status.ok()) {
+    return status;
+  }
   if (stations == nullptr) return {};
   FieldReader reader(*stations);
   const std::string flags = PlainFlags(reader.Text(field));
@@ -121,7 +123,9 @@ model::Status ReadButtons(jet::Database& database, const model::SystemModel& mod
                           std::optional<Bytes>* message) {
   message->reset();
   std::unique_ptr<jet::RecordSet> stations;
-  if (model::Status status = FindStation(database, station, &stations); !status.ok()) return status;
+  if (model::Status status = OpenAtStation(database, station, &stations); !status.ok()) {
+    return status;
+  }
   if (stations == nullptr) return {};
   FieldReader reader(*stations);
   ButtonData data{.station = station, .buttons = {}};

@@ -58,7 +58,6 @@ class DataPage {
   static Status Format(Pager& pager, std::uint32_t page, std::uint32_t owner, DataPage* dataPage);
 
   std::uint32_t Owner() const { return PageOwner(editor_.Data()); }
-  std::uint32_t SlotCount() const { return count_; }
   std::uint32_t FreeBytes() const { return lowest_ - format_->slotsAt - 2 * count_; }
   Slot GetSlot(std::uint8_t index) const;
   bool HasLiveRows() const;  // or targets of overflow pointers

@@ -18,13 +18,11 @@ constexpr char kSignature[] = "\0\1\0\0Standard Jet DB";  // with the closing 0:
 constexpr std::size_t kSignatureBytes = 0x13;
 
 constexpr std::size_t kVersionAt = 0x14;
-constexpr std::size_t kSortOrder3At = 0x3A;
 constexpr std::size_t kCodePageAt = 0x3C;
 constexpr std::size_t kEncodingKeyAt = 0x3E;
 constexpr std::size_t kPasswordAt = 0x42;
 constexpr std::size_t kBuildAt = 0x6A;
 constexpr std::size_t kSortOrder4At = 0x6E;
-constexpr std::size_t kSortVersionAt = 0x71;
 constexpr std::size_t kCreatedAt = 0x72;
 
 std::array<std::uint8_t, kMaskedBytes4> MakeMask() {
@@ -85,8 +83,6 @@ Status ReadHeader(PageFile& file, Header* header) {
   MaskHeader(format, bytes.data());
   header->format = &format;
   header->codePage = GetU16(&bytes[kCodePageAt]);
-  header->sortOrder = GetU16(&bytes[format.IsJet4() ? kSortOrder4At : kSortOrder3At]);
-  header->sortVersion = format.IsJet4() ? bytes[kSortVersionAt] : 0;
   header->pageCount = static_cast<std::uint32_t>(size / format.pageSize);
   header->hasPartialPage = size % format.pageSize != 0;
   if (GetU32(&bytes[kEncodingKeyAt]) != 0) {

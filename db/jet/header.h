@@ -20,13 +20,8 @@ inline constexpr std::size_t kHeaderBytes = 0x9C;
 struct Header {
   const Format* format = nullptr;
   std::uint16_t codePage = 0;
-  std::uint16_t sortOrder = 0;
-  std::uint8_t sortVersion = 0;
   std::uint32_t pageCount = 0;  // whole pages
   bool hasPartialPage = false;  // the file's length is not a multiple of the page size
-
-  // Whether the file's texts are ordered by the general sort order known here.
-  bool HasGeneralSortOrder() const { return sortOrder == kGeneralSortOrder && sortVersion == 0; }
 };
 
 // XORs the masked region of a header that begins at bytes[0]; its own inverse.

@@ -24,9 +24,12 @@ inline constexpr std::size_t kChildPointer = 4;
 
 // -1, 0 or 1; a longer string with an equal beginning is greater.
 int CompareBytes(ByteView a, ByteView b);
+// Whether the first bytes are these; anything starts with an empty string.
 bool StartsWith(ByteView bytes, ByteView beginning);
 
+// Ends an entry with its row.
 void AppendRowPointer(Bytes* entry, RowPointer row);
+// The row of an entry of a leaf.  REQUIRES: kEntryPointer bytes or more.
 RowPointer EntryRow(ByteView entry);
 
 // A page taken apart.  Refers to the page's bytes: valid until they change.
@@ -72,18 +75,21 @@ class IndexPage {
   std::array<std::uint16_t, kMaxEntries> ends_;
 };
 
-// A sorted list of entries, in one piece of memory.
+// A sorted list of entries, in one piece of memory.  Entries count from 0.
 class EntryList {
  public:
   std::size_t Count() const { return ends_.size(); }
+  // Valid until the list changes.  REQUIRES: i < Count()
   ByteView operator[](std::size_t i) const {
     const std::size_t begin = i == 0 ? 0 : ends_[i - 1];
     return {bytes_.data() + begin, ends_[i] - begin};
   }
+  // Puts an entry at the end.  REQUIRES: it is not one of this list.
   void Add(ByteView entry) {
     Append(&bytes_, entry);
     ends_.push_back(bytes_.size());
   }
+  // Makes room for `count` entries of together `bytes` bytes.
   void Reserve(std::size_t count, std::size_t bytes) {
     ends_.reserve(count);
     bytes_.reserve(bytes);

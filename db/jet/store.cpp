@@ -16,7 +16,6 @@ Header NewFileHeader() {
   Header header;
   header.format = &kJet4;
   header.codePage = kWesternCodePage;
-  header.sortOrder = kGeneralSortOrder;
   return header;
 }
 

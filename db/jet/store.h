@@ -70,16 +70,18 @@ class Store {
   double Now() const;
   void SetNow(double days) { fixedNow_ = days; }
 
-  bool InBatch() const { return batch_ != nullptr; }
+  // Keeps all changes from now on in memory; nothing while a batch is open.
   void BeginBatch();
+  // Writes what the batch changed and ends it.  DiskError or DiskFull when a write fails: then all
+  // of it is dropped.  Success without a batch.
   Status CommitBatch();
+  // Ends the batch, if one is open, with everything as it was before it.
   void DropBatch();
 
  private:
   Store(std::unique_ptr<PageFile> file, const Header& header, bool writable);
 
   Status ReadCatalog();
-  Status ProtectUsedPages();
 
   const Header header_;
   const bool writable_;

@@ -24,8 +24,20 @@ class TableWriter {
  public:
   explicit TableWriter(Table& table);
 
+  // All of them: ReadOnly; Damaged where the table or an index of it contradicts itself;
+  // Unsupported for what this engine cannot keep up; DiskError and DiskFull from the writing.
+  //
+  // Insert and Update besides: RequiredField, RecordTooLarge, and NullKey or DuplicateKey when an
+  // index refuses the new key.
+
+  // Adds a row with these fields; the others are null, an automatic number is the next one.
+  // *row is where it is, and is unchanged on an error.
   Status Insert(std::span<const FieldChange> fields, RowPointer* row);
+  // Changes these fields of a row, which keeps its pointer.  Those that have the value already
+  // are passed over, and without any other nothing is written.
   Status Update(RowPointer row, std::span<const FieldChange> fields);
+  // Takes the row, its long values and its index entries away.  Of this and Update:
+  // NoCurrentRecord when the row has been deleted.
   Status Delete(RowPointer row);
 
  private:

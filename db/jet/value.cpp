@@ -30,12 +30,6 @@ Value Value::FromBytes(std::span<const std::uint8_t> bytes) {
   return value;
 }
 
-Value Value::FromGuid(std::span<const std::uint8_t> bytes) {
-  Value value;
-  value.SetContent(Kind::Guid)->assign(bytes.begin(), bytes.end());
-  return value;
-}
-
 int Value::Int(int otherwise) const {
   switch (kind_) {
     case Kind::Bool:

@@ -47,8 +47,6 @@ class Value {
   // Days since 1899-12-30 00:00; the fraction is the time of day.
   static Value FromDate(double days);
   static Value FromBytes(std::span<const std::uint8_t> bytes);
-  // REQUIRES: 16 bytes.
-  static Value FromGuid(std::span<const std::uint8_t> bytes);
 
   Kind GetKind() const { return kind_; }
   bool IsNull() const { return kind_ == Kind::Null; }

@@ -68,8 +68,6 @@ void FaultPlan::Fail(int first, int last, int error, bool halves) {
   Arm(first, last, error, halves);
 }
 
-void FaultPlan::FailFromNow(int error) { Arm(Count() + 1, kLast, error, true); }
-
 void FaultPlan::KillAt(int call, bool halves) { Arm(call, kLast, kKill, halves); }
 
 void FaultPlan::SlowDown(std::chrono::microseconds by) {

@@ -34,8 +34,6 @@ class FaultPlan {
   // The calls `first` to `last` fail with an errno.  With `halves`, the first half of what a
   // failing write is to write reaches the file.
   void Fail(int first, int last, int error, bool halves = true);
-  // All calls from now on fail.
-  void FailFromNow(int error);
   // The process dies in that call (SIGKILL), after the first half of a write when `halves`.
   void KillAt(int call, bool halves);
   // Every call takes longer.

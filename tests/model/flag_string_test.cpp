@@ -20,17 +20,6 @@ TEST(FlagString, MembersOutsideTheTextAreClear) {
   EXPECT_FALSE(FlagIsSet("", 1));
 }
 
-TEST(FlagString, ChangingAMemberKeepsItsNeighbours) {
-  EXPECT_EQ(WithFlag("0000", 3, true), "0010");
-  EXPECT_EQ(WithFlag("1111", 1, false), "0111");
-  EXPECT_EQ(WithFlag("1x1", 1, true), "1x1");
-}
-
-TEST(FlagString, AShortTextIsFilledUpFirst) {
-  EXPECT_EQ(WithFlag("1", 4, true), "1001");
-  EXPECT_EQ(WithFlag("", 2, false), "00");
-}
-
 TEST(FlagString, GroupHasItsFirstMemberInBitZero) {
   EXPECT_EQ(FlagGroup("10000001", 1), 129);
   EXPECT_EQ(FlagGroup("0000000011000000", 9), 3);

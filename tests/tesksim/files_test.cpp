@@ -162,6 +162,23 @@ TEST_F(FilesTest, AFreshDatabaseHoldsTheDefaults) {
   EXPECT_EQ(Start({"--labels", "64", "--database", database_}), "--labels says 64, the file 128");
 }
 
+TEST_F(FilesTest, ALongCharacterIsOneMember) {
+  MakeDatabase([](jet::RecordSet&, jet::RecordSet& stations) {
+    Change(stations, "Inhibits", "10é01");
+    Change(stations, "Relays", "0€1");
+    Change(stations, "OptoStations", "é1");
+    Change(stations, "B1 Prog", "1é01");
+  });
+  ASSERT_EQ(Start({"--database", database_}), "");
+  EXPECT_EQ(DescribeInhibits(*state_, 1), "output 1 inhibits 1 5");
+  EXPECT_EQ(DescribeRelays(*state_, 1), "output 1 relays 3");
+  EXPECT_TRUE(state_->optos[1].members.test(1));
+  EXPECT_EQ(state_->optos[1].members.count(), 1u);
+  EXPECT_TRUE(state_->buttons[1][1].members.test(0));
+  EXPECT_TRUE(state_->buttons[1][1].members.test(3));
+  EXPECT_EQ(state_->buttons[1][1].members.count(), 2u);
+}
+
 TEST_F(FilesTest, TheTablesOfADatabase) {
   MakeDatabase([](jet::RecordSet& info, jet::RecordSet& stations) {
     Change(info, "ChannelCount", 16);

@@ -23,12 +23,21 @@ class Printer {
   bool Shows(const MapRow& row) const;
   bool Shows(const Button& button) const;
 
+  // A line each; outputs, inputs, stations and buttons count from 1.
+
+  // The inputs that an output hears now.
   void Row(const MapRow& row);
+  // The label of a station, for the output or for the input.
   void LabelText(LabelKind kind, const Label& label);
+  // What button `number` of a station does.
   void ButtonProgram(int station, int number, const Button& button);
+  // A crosspoint that is there now, or is gone.
   void Take(int output, int input, bool made);
+  // The console was reached at `where`; `linkUp`: the switcher is connected to it.
   void Connected(std::string_view where, bool linkUp);
+  // The console is out of reach; it is tried again in so many milliseconds.
   void Disconnected(std::string_view reason, int retryMilliseconds);
+  // The console's connection to the switcher came or went.
   void Link(bool up);
 
   // A line for people that says how much there was.

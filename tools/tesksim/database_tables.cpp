@@ -32,6 +32,9 @@ class Record {
 
   std::string Text(std::string_view field) { return Get(field).Text(); }
 
+  // A flag string, counted as the console counts it when it sends it.
+  std::string Flags(std::string_view field) { return switcher::PlainFlags(Text(field)); }
+
   const model::Status& Outcome() const { return outcome_; }
 
  private:
@@ -74,11 +77,11 @@ void ClearTables(SwitcherState& state) {
 }
 
 void ReadOutput(Record& record, int output, SwitcherState& state) {
-  const std::string inhibits = record.Text("Inhibits");
+  const std::string inhibits = record.Flags("Inhibits");
   for (int input = 1; input <= state.ChannelCount(); ++input) {
     state.inhibits.At(output, input) = model::FlagIsSet(inhibits, input) ? 1 : 0;
   }
-  const std::string relays = record.Text("Relays");
+  const std::string relays = record.Flags("Relays");
   for (int relay = 1; relay <= kRelays; ++relay) {
     state.relays[output].set(static_cast<std::size_t>(relay - 1), model::FlagIsSet(relays, relay));
   }
@@ -89,7 +92,7 @@ void ReadButtons(Record& record, int station, SwitcherState& state) {
     state.buttons[station][button] = {
         .type = record.Byte(db::ButtonField(button, "Type")),
         .first = record.Byte(db::ButtonField(button, "First")),
-        .members = MembersOf(record.Text(db::ButtonField(button, "Prog")), Members().size())};
+        .members = MembersOf(record.Flags(db::ButtonField(button, "Prog")), Members().size())};
   }
 }
 
@@ -97,7 +100,7 @@ void ReadOpto(Record& record, int opto, SwitcherState& state) {
   state.optos[opto] = {.type = record.Byte("OptoType"),
                        .channel = record.Byte("OptoChannel"),
                        .first = record.Byte("OptoFirst"),
-                       .members = MembersOf(record.Text("OptoStations"), switcher::kOptoStations)};
+                       .members = MembersOf(record.Flags("OptoStations"), switcher::kOptoStations)};
 }
 
 // `position` is the record's place in the order of the station numbers, from 1: that of its

@@ -39,14 +39,22 @@ class LabelsGrid : public QTableView {
   void ShowSortOrder();
 
  Q_SIGNALS:
+  // The caption of a column (from 0) was clicked; the order is still what it was.
   void HeaderClicked(int column);
+  // The text in the editor of this cell cannot be held there, and why; the editor stays open.
   void TextRefused(const QModelIndex& index, const rules::TextCheck& check);
+  // A text went from the editor into the row being edited; it is not stored yet.
   void TextTaken(const QModelIndex& index, const QString& text);
+  // The editor of a column refused a character: it holds as many as the column takes.
   void Full(rules::LabelColumn column);
+  // Enter, in the grid or in an editor: the row being edited is to be stored.
   void StoreRequested();
+  // Escape outside an editor: the row being edited is to get its stored values back.
   void DropRequested();
+  // The keys of the clipboard: for Block().
   void CopyRequested();
   void PasteRequested();
+  // The context menu is to open here, for the pointer or, by key, for the current cell.
   void MenuRequested(const QPoint& globalPosition);
 
  protected:

@@ -40,7 +40,7 @@ OperationOptions::OperationOptions(const QString& name, const QString& optionNam
 void OperationOptions::Connect(QRadioButton& option, int code) {
   // A click on an option that is not selected ticks it first; a screen reader only ticks it.
   connect(&option, &QRadioButton::toggled, this, [this, code](bool checked) {
-    if (isSelecting_ || !checked) return;
+    if (selecting_.IsSet() || !checked) return;
     Q_EMIT Chosen(code);
     announced_ = code;
   });
@@ -50,7 +50,7 @@ void OperationOptions::Connect(QRadioButton& option, int code) {
 }
 
 void OperationOptions::Select(int code) {
-  isSelecting_ = true;
+  const UpdatingFlag::Scope selecting(selecting_);
   announced_.reset();
   if (const auto found = options_.find(code); found != options_.end()) {
     found->second->setChecked(true);
@@ -60,7 +60,6 @@ void OperationOptions::Select(int code) {
     selected->setChecked(false);
     group_->setExclusive(true);
   }
-  isSelecting_ = false;
   KeepReachable();
 }
 

@@ -7,6 +7,8 @@
 #include <map>
 #include <optional>
 
+#include "views/updating_flag.h"
+
 class QButtonGroup;
 class QRadioButton;
 
@@ -39,7 +41,7 @@ class OperationOptions : public QGroupBox {
   std::map<int, QRadioButton*> options_;
   QButtonGroup* group_;
   std::optional<int> announced_;  // told of by its tick; a click may follow
-  bool isSelecting_ = false;
+  UpdatingFlag selecting_;
 };
 
 }  // namespace views

@@ -38,7 +38,7 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
     box->setObjectName(boxName + u'_' + QString::number(index));
     box->setMinimumHeight(kSmallestHeight);
     connect(box, &QCheckBox::toggled, this, [this, index](bool checked) {
-      if (isFilling_) return;
+      if (filling_.IsSet()) return;
       ShowCount();
       Q_EMIT Toggled(index, checked);
     });
@@ -94,11 +94,12 @@ void TargetBoxes::SpeakOf(int index) {
 }
 
 void TargetBoxes::SetFlags(std::string_view flags) {
-  isFilling_ = true;
-  for (int index = 0; index < Count(); ++index) {
-    boxes_[static_cast<std::size_t>(index)]->setChecked(model::FlagIsSet(flags, index + 1));
+  {
+    const UpdatingFlag::Scope filling(filling_);
+    for (int index = 0; index < Count(); ++index) {
+      boxes_[static_cast<std::size_t>(index)]->setChecked(model::FlagIsSet(flags, index + 1));
+    }
   }
-  isFilling_ = false;
   ShowCount();
 }
 

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "views/updating_flag.h"
+
 class QCheckBox;
 class QLabel;
 
@@ -60,7 +62,7 @@ class TargetBoxes : public QGroupBox {
   QLabel* count_;
   std::optional<QFont> boxFont_;
   QString spokenName_;
-  bool isFilling_ = false;
+  UpdatingFlag filling_;
 };
 
 }  // namespace views

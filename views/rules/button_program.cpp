@@ -2,7 +2,6 @@
 
 #include "views/rules/button_program.h"
 
-#include <initializer_list>
 #include <string_view>
 #include <utility>
 
@@ -12,6 +11,7 @@
 #include "switcher/stored_forms.h"
 #include "views/rules/operations.h"
 #include "views/rules/station_navigation.h"
+#include "views/rules/store_fields.h"
 #include "views/rules/target_flags.h"
 
 namespace rules {
@@ -26,18 +26,6 @@ constexpr int kFirstOfNone = 1;
 
 // External switcher destinations are numbered after the stations.
 constexpr int kBeforeExternal = 64;
-
-using Change = std::pair<std::string, jet::Value>;
-
-model::Status Store(jet::RecordSet& stations, std::initializer_list<Change> changes) {
-  jet::Status status = stations.Edit();
-  for (const auto& [field, value] : changes) {
-    if (status.ok()) status = stations.Set(field, value);
-  }
-  if (status.ok()) status = stations.Update();
-  if (!status.ok()) stations.CancelUpdate();
-  return status;
-}
 
 model::Status ReadNumber(const jet::RecordSet& stations, int button, const char* suffix,
                          int* number) {
@@ -148,8 +136,8 @@ model::Status StoreTarget(jet::RecordSet& stations, int button, int target, bool
   const std::string text = WithMember(stored.Text(), target, set, targetCount);
   const int first = FirstTarget(switcher::PlainFlags(text), targetCount);
   const std::string firstField = db::ButtonField(button, kFirst);
-  if (first != 0) return Store(stations, {{progField, text}, {firstField, first}});
-  model::Status status = Store(
+  if (first != 0) return StoreFields(stations, {{progField, text}, {firstField, first}});
+  model::Status status = StoreFields(
       stations,
       {{progField, text}, {firstField, kFirstOfNone}, {db::ButtonField(button, kType), kInactive}});
   *isInactive = status.ok();
@@ -162,7 +150,7 @@ model::Status StoreType(jet::RecordSet& stations, int button, int type, bool* ch
   jet::Value stored;
   if (const jet::Status status = stations.Get(field, &stored); !status.ok()) return status;
   if (!stored.IsNull() && stored.Int() == type) return {};
-  model::Status status = Store(stations, {{field, type}});
+  model::Status status = StoreFields(stations, {{field, type}});
   *changed = status.ok();
   return status;
 }
@@ -173,8 +161,8 @@ model::Status StoreInactive(jet::RecordSet& stations, int button, bool* changed)
   if (model::Status status = ReadButton(stations, button, &program); !status.ok()) return status;
   if (program.targets.find('1') != std::string::npos) return {};
   if (program.type == kInactive && program.first == kFirstOfNone) return {};
-  model::Status status = Store(stations, {{db::ButtonField(button, kFirst), kFirstOfNone},
-                                          {db::ButtonField(button, kType), kInactive}});
+  model::Status status = StoreFields(stations, {{db::ButtonField(button, kFirst), kFirstOfNone},
+                                                {db::ButtonField(button, kType), kInactive}});
   *changed = status.ok();
   return status;
 }
@@ -191,8 +179,8 @@ model::Status StoreRelay(jet::RecordSet& stations, int relay, bool set, int rela
   if (const jet::Status status = stations.Get(switcher::kRelaysField, &stored); !status.ok()) {
     return status;
   }
-  return Store(stations,
-               {{switcher::kRelaysField, WithMember(stored.Text(), relay, set, relayCount)}});
+  return StoreFields(stations,
+                     {{switcher::kRelaysField, WithMember(stored.Text(), relay, set, relayCount)}});
 }
 
 }  // namespace rules

@@ -27,6 +27,8 @@ struct ButtonProgram {
   std::string targets;  // a flag string of "0" and "1" alone
 };
 
+// Reads what is stored of a button.  On a failure, the first field that cannot be read, *program
+// holds what was read before it.
 model::Status ReadButton(const jet::RecordSet& stations, int button, ButtonProgram* program);
 
 // The operation codes of buttons 1 to `count`; kNoType for one that cannot be read.  On a failure,

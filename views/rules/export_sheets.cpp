@@ -2,28 +2,28 @@
 
 #include "views/rules/export_sheets.h"
 
-#include <array>
 #include <map>
 #include <utility>
 
 #include "model/flag_string.h"
 #include "views/rules/button_program.h"
+#include "views/rules/label_records.h"
+#include "views/rules/label_rules.h"
 #include "views/rules/operations.h"
+#include "views/rules/station_navigation.h"
 
 namespace rules {
 namespace {
 
 constexpr int kManyTargets = 10;
 
-constexpr std::array kLabelFields{"Label", "InLabel", "Hidden", "SysInput", "SysOutput", "Notes"};
-
 model::Status ReadLabelRow(const jet::RecordSet& stations, std::vector<std::string>* row) {
-  jet::Value value;
-  if (const jet::Status read = stations.Get("StationNum", &value); !read.ok()) return read;
-  row->push_back(std::to_string(value.Int()));
-  for (const std::string_view field : kLabelFields) {
-    if (const jet::Status read = stations.Get(field, &value); !read.ok()) return read;
-    row->push_back(field == "Hidden" ? (value.Int() == 1 ? "Yes" : "No") : value.Text());
+  for (std::size_t i = 0; i < kLabelColumns.size(); ++i) {
+    jet::Value value;
+    if (const jet::Status read = stations.Get(kLabelColumns[i].field, &value); !read.ok()) {
+      return read;
+    }
+    row->push_back(CellText(static_cast<LabelColumn>(i), value));
   }
   return {};
 }
@@ -93,8 +93,8 @@ void AppendCsv(const std::vector<std::string>& row, std::string* csv) {
 }  // namespace
 
 model::Status ReadLabelSheet(jet::RecordSet& stations, Sheet* sheet) {
-  sheet->captions = {"Station",      "Station Label", "Input Label",  "Hidden",
-                     "System Input", "System Output", "Station Notes"};
+  sheet->captions.clear();
+  for (const LabelColumnSpec& column : kLabelColumns) sheet->captions.emplace_back(column.caption);
   sheet->rows.clear();
   if (const jet::Status moved = stations.MoveFirst(); !moved.ok()) return moved;
   while (!stations.Eof()) {
@@ -125,7 +125,7 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
   sheets->clear();
   TargetLabels labels(stations, model.ChkBoxCount);
   for (int station = 1; station <= model.StationCount; ++station) {
-    if (const jet::Status found = stations.Seek(station); !found.ok()) return found;
+    if (model::Status found = FindStation(stations, station); !found.ok()) return found;
     if (stations.NoMatch()) continue;
     const jet::Bookmark place = stations.Mark();
     KeySheet sheet{.station = station};

@@ -24,8 +24,8 @@ struct Sheet {
   std::vector<std::vector<std::string>> rows;
 };
 
-// A row for every record: number, labels, "No" or "Yes" for hidden, system input and output,
-// notes.
+// A row for every record, in the set's order, with the columns and texts of the grid of station
+// labels.
 model::Status ReadLabelSheet(jet::RecordSet& stations, Sheet* sheet);
 
 // A row for every output, a column for every input after the two for the output itself:

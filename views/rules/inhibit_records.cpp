@@ -2,30 +2,27 @@
 
 #include "views/rules/inhibit_records.h"
 
+#include "switcher/station_records.h"
+#include "views/rules/station_navigation.h"
+#include "views/rules/store_fields.h"
+
 namespace rules {
-namespace {
-
-constexpr std::string_view kInhibits = "Inhibits";
-
-}  // namespace
 
 model::Status FindInhibits(jet::RecordSet& stations, int output,
                            std::optional<std::string>* flags) {
   flags->reset();
-  if (const jet::Status found = stations.FindFirst("StationNum", output); !found.ok()) return found;
+  if (model::Status found = FindStation(stations, output); !found.ok()) return found;
   if (stations.NoMatch()) return {};
   jet::Value value;
-  if (const jet::Status read = stations.Get(kInhibits, &value); !read.ok()) return read;
+  if (const jet::Status read = stations.Get(switcher::kInhibitsField, &value); !read.ok()) {
+    return read;
+  }
   *flags = value.Text();
   return {};
 }
 
 model::Status StoreInhibits(jet::RecordSet& stations, std::string_view flags) {
-  if (const jet::Status begun = stations.Edit(); !begun.ok()) return begun;
-  jet::Status stored = stations.Set(kInhibits, flags);
-  if (stored.ok()) stored = stations.Update();
-  if (!stored.ok()) stations.CancelUpdate();
-  return stored;
+  return StoreFields(stations, {{switcher::kInhibitsField, flags}});
 }
 
 }  // namespace rules

@@ -3,7 +3,7 @@
 #include "views/rules/label_records.h"
 
 #include "db/jet/database.h"
-#include "db/schema.h"
+#include "views/rules/station_navigation.h"
 
 namespace rules {
 namespace {
@@ -21,11 +21,8 @@ jet::Status ReadRecord(const jet::RecordSet& stations, LabelRecord* record) {
   return first;
 }
 
-jet::Status Store(jet::RecordSet& stations, const RecordChange& change) {
-  // The console's own set is in the order of the numbers; another one is searched.
-  jet::Status status = stations.IndexName() == db::kStationNumIndex
-                           ? stations.Seek(change.station)
-                           : stations.FindFirst(Spec(LabelColumn::Station).field, change.station);
+model::Status Store(jet::RecordSet& stations, const RecordChange& change) {
+  model::Status status = FindStation(stations, change.station);
   if (status.ok()) status = stations.Edit();
   for (const LabelChange& each : change.changes) {
     if (status.ok()) status = stations.Set(Spec(each.column).field, each.value);
@@ -56,7 +53,7 @@ model::Status ReadLabelRecords(jet::RecordSet& stations, std::vector<LabelRecord
 
 model::Status StoreLabelRecord(jet::RecordSet& stations, const RecordChange& change,
                                LabelRecord* stored) {
-  const jet::Status status = Store(stations, change);
+  model::Status status = Store(stations, change);
   // A field that cannot be read was reported when the grid read it.
   if (status.ok()) (void)ReadRecord(stations, stored);
   return status;
@@ -67,7 +64,7 @@ model::Status StoreLabelRecords(jet::RecordSet& stations, std::span<const Record
   stored->clear();
   jet::Database::Batch batch(stations);
   for (const RecordChange& change : changes) {
-    const jet::Status status = Store(stations, change);
+    model::Status status = Store(stations, change);
     if (!status.ok()) return status;
     (void)ReadRecord(stations, &stored->emplace_back());
   }

@@ -3,19 +3,15 @@
 #include "views/rules/opto_program.h"
 
 #include <cstdio>
-#include <span>
+#include <utility>
 
 #include "switcher/station_records.h"
 #include "switcher/stored_forms.h"
+#include "views/rules/store_fields.h"
 #include "views/rules/target_flags.h"
 
 namespace rules {
 namespace {
-
-struct FieldValue {
-  std::string_view field;
-  jet::Value value;
-};
 
 // Reads a number, unless *status tells of a failure already and this one fails, too.
 void ReadNumber(const jet::RecordSet& stations, std::string_view field, int* number,
@@ -28,31 +24,9 @@ void ReadNumber(const jet::RecordSet& stations, std::string_view field, int* num
   }
 }
 
-// One change of the record for all the fields, so that none is stored without the others.
-model::Status Store(jet::RecordSet& stations, std::span<const FieldValue> fields, bool* stored) {
-  *stored = false;
-  bool differs = false;
-  for (const FieldValue& field : fields) {
-    jet::Value before;
-    if (const jet::Status read = stations.Get(field.field, &before); !read.ok()) return read;
-    differs = differs || !(before == field.value);
-  }
-  if (!differs) return {};
-  jet::Status status = stations.Edit();
-  for (const FieldValue& field : fields) {
-    if (status.ok()) status = stations.Set(field.field, field.value);
-  }
-  if (status.ok()) status = stations.Update();
-  if (!status.ok()) stations.CancelUpdate();
-  *stored = status.ok();
-  return status;
-}
-
-model::Status StoreNumber(jet::RecordSet& stations, std::string_view field, int number,
-                          OptoEdit* edit) {
+model::Status StoreNumber(jet::RecordSet& stations, const char* field, int number, OptoEdit* edit) {
   bool stored = false;
-  const FieldValue fields[] = {{field, number}};
-  model::Status status = Store(stations, fields, &stored);
+  model::Status status = StoreFields(stations, {{field, number}}, &stored);
   *edit = stored ? OptoEdit::Stored : OptoEdit::None;
   return status;
 }
@@ -114,12 +88,13 @@ model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selecte
   const int first = FirstTarget(targets, kOptoTargets);
   const bool isInactive = first == 0;
   const bool wasInactive = type.Int() == kInactive;
-  const FieldValue fields[] = {
-      {switcher::kOptoStationsField, std::move(targets)},
-      {switcher::kOptoFirstField, isInactive ? 1 : first},
-      {switcher::kOptoTypeField, isInactive ? jet::Value(kInactive) : type}};
   bool stored = false;
-  model::Status status = Store(stations, fields, &stored);
+  model::Status status =
+      StoreFields(stations,
+                  {{switcher::kOptoStationsField, std::move(targets)},
+                   {switcher::kOptoFirstField, isInactive ? 1 : first},
+                   {switcher::kOptoTypeField, isInactive ? jet::Value(kInactive) : type}},
+                  &stored);
   if (stored) {
     *edit = isInactive && !wasInactive ? OptoEdit::MadeInactive : OptoEdit::Stored;
   }

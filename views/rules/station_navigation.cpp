@@ -54,7 +54,7 @@ model::Status GoToLast(jet::RecordSet& stations, int stationCount) {
 
 }  // namespace
 
-model::Status FindStation(jet::RecordSet& stations, int stationNum) {
+model::Status FindStation(jet::RecordSet& stations, const jet::Value& stationNum) {
   // The same record either way: the numbers are unique.
   if (stations.IndexName() == db::kStationNumIndex) return stations.Seek(stationNum);
   return stations.FindFirst(switcher::kStationNumField, stationNum);

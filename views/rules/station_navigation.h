@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// How the programming view goes from station to station.
+// From station to station, and to the station of a number.
 
 #ifndef VIEWS_RULES_STATION_NAVIGATION_H_
 #define VIEWS_RULES_STATION_NAVIGATION_H_
@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "db/jet/record_set.h"
+#include "db/jet/value.h"
 #include "model/status.h"
 
 namespace rules {
@@ -22,7 +23,7 @@ model::Status MoveStation(jet::RecordSet& stations, Movement movement, int stati
 
 // Makes the station of this number the current record; no current record when there is none of
 // it, which NoMatch() tells and is no failure.
-model::Status FindStation(jet::RecordSet& stations, int stationNum);
+model::Status FindStation(jet::RecordSet& stations, const jet::Value& stationNum);
 
 }  // namespace rules
 

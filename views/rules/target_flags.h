@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Flag strings as the programming views edit them: the targets of a button or an opto, the
-// relays of a station.  A character counts as the database counts it.
+// Flag strings as the views edit them: the targets of a button or an opto, the relays of a
+// station, the inhibits of an output.  A character counts as the database counts it.
 
 #ifndef VIEWS_RULES_TARGET_FLAGS_H_
 #define VIEWS_RULES_TARGET_FLAGS_H_

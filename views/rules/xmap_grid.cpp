@@ -5,6 +5,8 @@
 #include <algorithm>
 
 #include "model/flag_string.h"
+#include "switcher/stored_forms.h"
+#include "views/rules/target_flags.h"
 
 namespace rules {
 namespace {
@@ -151,11 +153,12 @@ bool XmapGrid::UpdateRow(int output, int mode, int* conflicts) {
   return changed;
 }
 
-ChannelSet XmapGrid::UpdateXmapInhibits(std::span<const std::string> inhibits) {
+ChannelSet XmapGrid::UpdateXmapInhibits(std::span<const std::optional<std::string>> inhibits) {
   ChannelSet changed;
   const int rows = std::min(ChannelCount(), static_cast<int>(inhibits.size()));
   for (int output = 1; output <= rows; ++output) {
-    const std::string& flags = inhibits[static_cast<std::size_t>(output - 1)];
+    const std::optional<std::string>& text = inhibits[static_cast<std::size_t>(output - 1)];
+    const std::string flags = text ? switcher::PlainFlags(*text) : std::string();
     for (int input = 1; input <= ChannelCount(); ++input) {
       const Mark shown = marks_.At(output, input);
       Mark mark = shown == Mark::Crosspoint ? Mark::Crosspoint : Mark::None;
@@ -217,17 +220,17 @@ void XmapGrid::DrawAction(const ActionDecision& action) {
   model_.CrosspointMap.At(action.output, action.input) = action.made ? 1 : 0;
 }
 
-InhibitDecision XmapGrid::DecideInhibit(std::string_view flags, int row, int column) const {
+InhibitDecision XmapGrid::DecideInhibit(std::string_view text, int row, int column) const {
   const int input = column - 1;
   const Mark shown = MarkAt(row, column);
   InhibitDecision decision;
-  if (model::FlagIsSet(flags, input)) {
-    decision.flags = model::WithFlag(flags, input, false);
+  if (model::FlagIsSet(switcher::PlainFlags(text), input)) {
+    decision.flags = WithMember(text, input, false, input);
     decision.mark = shown == Mark::Inhibit ? Mark::None : shown;
   } else if (shown == Mark::Crosspoint || shown == Mark::Priority || shown == Mark::Reserved) {
     decision.kind = InhibitDecision::Kind::CrosspointPresent;
   } else {
-    decision.flags = model::WithFlag(flags, input, true);
+    decision.flags = WithMember(text, input, true, input);
     decision.mark = Mark::Inhibit;
   }
   return decision;

@@ -124,10 +124,11 @@ class XmapGrid {
   // made, all marks but inhibits go.  An output that does not exist changes nothing.
   MapUpdate UpdateXmap(int output, int mode);
 
-  // Draws the inhibits: text r of `inhibits` belongs to output r + 1; outputs without a text
-  // stay as they are.  A set flag puts Inhibit, whatever was there; elsewhere all marks but
-  // Crosspoint go, Priority too.  Returns the outputs that look different.
-  ChannelSet UpdateXmapInhibits(std::span<const std::string> inhibits);
+  // Draws the inhibits: element r of `inhibits`, the text as the database has it, belongs to
+  // output r + 1, and null is a text without inhibits; outputs without an element stay as they
+  // are.  A set flag puts Inhibit, whatever was there;
+  // elsewhere all marks but Crosspoint go, Priority too.  Returns the outputs that look different.
+  ChannelSet UpdateXmapInhibits(std::span<const std::optional<std::string>> inhibits);
 
   // Takes over the labels of the outputs or of the inputs and writes the numbers: element r
   // belongs to channel r + 1; a label that is null is "Sta. " and the number.  Channels without
@@ -141,9 +142,10 @@ class XmapGrid {
   // Takes a sent action for done, as in demo mode: its mark, and its entry in CrosspointMap.
   void DrawAction(const ActionDecision& action);
 
-  // What toggling the inhibit of a cell is to do, given the "Inhibits" text of its output.
+  // What toggling the inhibit of a cell is to do, given the "Inhibits" text of its output as the
+  // database has it.  A text that ends before the cell's input is filled up with "0".
   // REQUIRES: IsCrosspoint(row, column)
-  InhibitDecision DecideInhibit(std::string_view flags, int row, int column) const;
+  InhibitDecision DecideInhibit(std::string_view text, int row, int column) const;
 
   // Whether the cell is one of the matrix, not of the header.
   bool IsCrosspoint(int row, int column) const;

@@ -31,7 +31,7 @@ constexpr Entry kEntries[] = {
 }  // namespace
 
 XmapLegend::XmapLegend(QWidget* parent) : QWidget(parent) {
-  setObjectName(QStringLiteral("aidXmapLegend"));
+  setObjectName(QStringLiteral("aidLegend"));
   QStringList names;
   for (const Entry& entry : kEntries) names.append(tr(entry.name));
   setAccessibleName(tr("Marks of the crosspoint map: %1").arg(names.join(QStringLiteral(", "))));

@@ -219,10 +219,8 @@ void XmapView::ShowGoTo() {
 int XmapView::Zoom() const { return table_->Zoom(); }
 
 void XmapView::SetZoom(int percent) {
-  const int before = Zoom();
   table_->SetZoom(percent);
   PlaceFind();
-  if (Zoom() != before) Q_EMIT ZoomChanged(Zoom());
 }
 
 void XmapView::StepZoom(int step) {
@@ -278,14 +276,9 @@ model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
 }
 
 model::Status XmapView::DrawInhibits(jet::RecordSet& stations) {
-  std::vector<std::optional<std::string>> texts;
+  std::vector<std::optional<std::string>> inhibits;
   model::Status status =
-      rules::ReadStationTexts(stations, "Inhibits", grid_.ChannelCount(), &texts);
-  std::vector<std::string> inhibits;
-  inhibits.reserve(texts.size());
-  for (std::optional<std::string>& text : texts) {
-    inhibits.push_back(std::move(text).value_or(std::string()));
-  }
+      rules::ReadStationTexts(stations, "Inhibits", grid_.ChannelCount(), &inhibits);
   model_.OutputsChanged(grid_.UpdateXmapInhibits(inhibits));
   return status;
 }

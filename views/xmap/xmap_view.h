@@ -68,7 +68,6 @@ class XmapView : public MainView {
   // The command of a crosspoint, both from 1, was handed to the line with this action byte.
   void TakeSent(int output, int input, int action);
   void ReadoutChanged(const QString& readout);
-  void ZoomChanged(int percent);
 
  protected:
   void FormResized() override { LayOut(); }

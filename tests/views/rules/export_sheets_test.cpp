@@ -39,7 +39,7 @@ class ExportSheetsTest : public testing::Test {
                              {"B4 First", 1},
                              {"B4 Prog", "1"}});
     database_.AddStation(3, {{"Hidden", 1}, {"Label", "Régie"}, {"InLabel", "Inpt 003"}});
-    database_.AddStation(66, {{"Label", "Ext. 002"}});
+    database_.AddStation(66, {{"Hidden", 2}, {"Label", "Ext. 002"}});
   }
 
   jet::RecordSet& Stations() { return *database_.Files().Stations(); }
@@ -57,6 +57,15 @@ TEST_F(ExportSheetsTest, LabelsAreARowForEveryRecord) {
   EXPECT_THAT(sheet.rows[0], ElementsAre("1", "Studio A", "Mic, 1", "No", "HRJ(1) - Ch 1",
                                          "QDV(1) - Ch A", "the \"red\" one"));
   EXPECT_THAT(sheet.rows[1], ElementsAre("3", "Régie", "Inpt 003", "Yes", "", "", ""));
+}
+
+TEST_F(ExportSheetsTest, HiddenIsWhatTheGridShows) {
+  database_.AddStation(67, {{"Hidden", jet::Value()}});
+  Sheet sheet;
+  ASSERT_TRUE(ReadLabelSheet(Stations(), &sheet).ok());
+  ASSERT_THAT(sheet.rows, SizeIs(4));
+  EXPECT_THAT(sheet.rows[2], ElementsAre("66", "Ext. 002", "", "2", "", "", ""));
+  EXPECT_THAT(sheet.rows[3], ElementsAre("67", "", "", "", "", "", ""));
 }
 
 TEST_F(ExportSheetsTest, KeysTellWhatTheyDo) {

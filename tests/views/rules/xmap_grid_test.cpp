@@ -14,7 +14,7 @@ namespace {
 using switcher::TakeAction;
 using testing::IsEmpty;
 
-using Labels = std::vector<std::optional<std::string>>;
+using Texts = std::vector<std::optional<std::string>>;
 
 // A matrix of the given size with nothing made, and its empty grid.
 struct Fixture {
@@ -71,8 +71,8 @@ TEST(XmapGrid, BandsOfTwoRowsTakeTurns) {
 
 TEST(XmapGrid, NumbersHaveTwoDigitsUpTo99Channels) {
   Fixture f(99);
-  f.grid.UpdateOutputLabels(Labels(99, "x"));
-  f.grid.UpdateInputLabels(Labels(99, "y"));
+  f.grid.UpdateOutputLabels(Texts(99, "x"));
+  f.grid.UpdateInputLabels(Texts(99, "y"));
   EXPECT_EQ(f.grid.CellText(2, 1), "01");
   EXPECT_EQ(f.grid.CellText(100, 1), "99");
   EXPECT_EQ(f.grid.CellText(1, 2), "01");
@@ -82,8 +82,8 @@ TEST(XmapGrid, NumbersHaveTwoDigitsUpTo99Channels) {
 
 TEST(XmapGrid, NumbersHaveThreeDigitsFrom100Channels) {
   Fixture f(100);
-  f.grid.UpdateOutputLabels(Labels(100, "x"));
-  f.grid.UpdateInputLabels(Labels(100, "y"));
+  f.grid.UpdateOutputLabels(Texts(100, "x"));
+  f.grid.UpdateInputLabels(Texts(100, "y"));
   EXPECT_EQ(f.grid.CellText(2, 1), "001");
   EXPECT_EQ(f.grid.CellText(101, 1), "100");
   EXPECT_EQ(f.grid.CellText(1, 101), "100");
@@ -91,7 +91,7 @@ TEST(XmapGrid, NumbersHaveThreeDigitsFrom100Channels) {
 
 TEST(XmapGrid, OutputLabelsStandAtTheirRows) {
   Fixture f(8);
-  Labels labels(8, "Sta. 001");
+  Texts labels(8, "Sta. 001");
   labels[1] = "";
   labels[6] = std::nullopt;
   f.grid.UpdateOutputLabels(labels);
@@ -105,7 +105,7 @@ TEST(XmapGrid, OutputLabelsStandAtTheirRows) {
 
 TEST(XmapGrid, NullLabelsAbove99ChannelsHaveThreeDigits) {
   Fixture f(104);
-  Labels labels(104, "x");
+  Texts labels(104, "x");
   labels[6] = std::nullopt;
   f.grid.UpdateOutputLabels(labels);
   f.grid.UpdateInputLabels(labels);
@@ -115,7 +115,7 @@ TEST(XmapGrid, NullLabelsAbove99ChannelsHaveThreeDigits) {
 
 TEST(XmapGrid, ColumnLabelsAreWrittenDownwards) {
   Fixture f(8);
-  Labels labels(8, "Inpt 001");
+  Texts labels(8, "Inpt 001");
   labels[1] = "";
   labels[2] = std::nullopt;
   labels[3] = "ABCDEFGHIJKL";
@@ -131,7 +131,7 @@ TEST(XmapGrid, ColumnLabelsAreWrittenDownwards) {
 
 TEST(XmapGrid, ColumnLabelsAbove99ChannelsAreIndented) {
   Fixture f(100);
-  Labels labels(100, "Inpt 001");
+  Texts labels(100, "Inpt 001");
   labels[1] = "AB";
   f.grid.UpdateInputLabels(labels);
   EXPECT_EQ(f.grid.CellText(0, 2), " I\r n\r p\r t\r  \r 0\r 0\r 1") << "23 of 24 characters";
@@ -140,13 +140,13 @@ TEST(XmapGrid, ColumnLabelsAbove99ChannelsAreIndented) {
 
 TEST(XmapGrid, LabelsThatWereNotReadStayAsTheyAre) {
   Fixture f(8);
-  f.grid.UpdateOutputLabels(Labels(3, "first"));
+  f.grid.UpdateOutputLabels(Texts(3, "first"));
   EXPECT_EQ(f.grid.CellText(4, 0), "first");
   EXPECT_EQ(f.grid.CellText(4, 1), "03");
   EXPECT_EQ(f.grid.CellText(5, 0), "");
   EXPECT_EQ(f.grid.CellText(5, 1), "");
-  f.grid.UpdateOutputLabels(Labels(8, "second"));
-  f.grid.UpdateOutputLabels(Labels(1, "third"));
+  f.grid.UpdateOutputLabels(Texts(8, "second"));
+  f.grid.UpdateOutputLabels(Texts(1, "third"));
   EXPECT_EQ(f.grid.CellText(2, 0), "third");
   EXPECT_EQ(f.grid.CellText(9, 0), "second");
   EXPECT_EQ(f.grid.CellText(9, 1), "08");
@@ -259,7 +259,7 @@ TEST(XmapGrid, LargestMatrixIsDrawnToItsLastCell) {
 
 TEST(XmapGrid, InhibitsAreDrawnInRecordOrder) {
   Fixture f(8);
-  const std::vector<std::string> inhibits{"10000000", "01000001", "", "0000000011111"};
+  const Texts inhibits{"10000000", "01000001", std::nullopt, "0000000011111"};
   EXPECT_THAT(Numbers(f.grid.UpdateXmapInhibits(inhibits)), testing::ElementsAre(1, 2));
   EXPECT_EQ(f.Row(1), "2.......");
   EXPECT_EQ(f.Row(2), ".2.....2");
@@ -267,12 +267,22 @@ TEST(XmapGrid, InhibitsAreDrawnInRecordOrder) {
   EXPECT_EQ(f.Row(4), "........");
 }
 
+TEST(XmapGrid, ALongCharacterIsOneInhibitThatIsClear) {
+  Fixture f(8);
+  f.grid.UpdateXmapInhibits(Texts{"10é10001", "€1",
+                                  "\xF0\x9D\x84\x9E"
+                                  "1"});
+  EXPECT_EQ(f.Row(1), "2..2...2");
+  EXPECT_EQ(f.Row(2), ".2......");
+  EXPECT_EQ(f.Row(3), "..2.....") << "it counts as the two characters that the database keeps";
+}
+
 TEST(XmapGrid, InhibitsReplaceEveryMarkButKeepOnlyOrdinaryOnes) {
   Fixture f(8);
   for (int o = 1; o <= 2; ++o) {
     for (int mark = 0; mark <= 4; ++mark) f.grid.SetMark(o, mark + 1, static_cast<Mark>(mark));
   }
-  f.grid.UpdateXmapInhibits(std::vector<std::string>{"11111000", "00000000"});
+  f.grid.UpdateXmapInhibits(Texts{"11111000", "00000000"});
   EXPECT_EQ(f.Row(1), "22222...");
   EXPECT_EQ(f.Row(2), ".1......") << "priority and reserved marks go, ordinary ones stay";
 }
@@ -280,13 +290,13 @@ TEST(XmapGrid, InhibitsReplaceEveryMarkButKeepOnlyOrdinaryOnes) {
 TEST(XmapGrid, InhibitsBeyondTheRecordsReadStay) {
   Fixture f(8);
   f.grid.SetMark(2, 1, Mark::Inhibit);
-  f.grid.UpdateXmapInhibits(std::vector<std::string>{"00000000"});
+  f.grid.UpdateXmapInhibits(Texts{"00000000"});
   EXPECT_EQ(f.Row(2), "2.......");
 }
 
 TEST(XmapGrid, MoreInhibitRecordsThanOutputs) {
   Fixture f(8);
-  f.grid.UpdateXmapInhibits(std::vector<std::string>(128, std::string(64, '1')));
+  f.grid.UpdateXmapInhibits(Texts(128, std::string(64, '1')));
   EXPECT_EQ(f.Row(8), "22222222");
 }
 
@@ -400,6 +410,17 @@ TEST(XmapGrid, InhibitIsSetInATextThatIsTooShort) {
   EXPECT_EQ(f.grid.DecideInhibit("", 2, 2).flags, "1");
 }
 
+TEST(XmapGrid, InhibitsBesideALongCharacterAreKept) {
+  Fixture f(8);
+  EXPECT_EQ(f.grid.DecideInhibit("10é10001", 2, 4).flags, "10110001") << "in its place";
+  EXPECT_EQ(f.grid.DecideInhibit("10é10001", 2, 3).flags, "11é10001") << "before it";
+  EXPECT_EQ(f.grid.DecideInhibit("10é10001", 2, 6).flags, "10011001") << "behind it";
+  f.grid.SetMark(1, 4, Mark::Inhibit);
+  const InhibitDecision cleared = f.grid.DecideInhibit("10é10001", 2, 5);
+  EXPECT_EQ(cleared.flags, "10000001");
+  EXPECT_EQ(cleared.mark, Mark::None);
+}
+
 TEST(XmapGrid, InhibitIsClearedTogetherWithItsMark) {
   Fixture f(8);
   f.grid.SetMark(1, 3, Mark::Inhibit);
@@ -441,7 +462,7 @@ TEST(XmapGrid, InhibitMarkWithoutItsFlagStoresTheFlag) {
 TEST(XmapGrid, ClearForgetsEverything) {
   Fixture f(8);
   f.grid.SetMark(1, 1, Mark::Priority);
-  f.grid.UpdateOutputLabels(Labels(8, "x"));
+  f.grid.UpdateOutputLabels(Texts(8, "x"));
   f.grid.Clear();
   EXPECT_EQ(f.Row(1), "........");
   EXPECT_THAT(f.grid.CellText(2, 0), IsEmpty());

@@ -206,6 +206,7 @@ TEST(XmapView, AidsSendAndStoreNothing) {
 
 TEST(XmapLegend, SaysWhatTheMarksMean) {
   const XmapLegend legend;
+  EXPECT_EQ(legend.objectName(), QStringLiteral("aidLegend"));
   EXPECT_EQ(legend.accessibleName(),
             QStringLiteral("Marks of the crosspoint map: Crosspoint, Inhibited, Priority "
                            "crosspoint, Reserved mark"));

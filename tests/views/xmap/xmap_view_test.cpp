@@ -336,6 +336,18 @@ TEST(XmapView, InhibitsAreDrawnAgain) {
   EXPECT_EQ(console.Row(3), "1.......") << "the ordinary one stays";
 }
 
+TEST(XmapView, InhibitsBesideALongCharacterOfAForeignDatabase) {
+  XmapConsole console(8);
+  console.SetField(2, "Inhibits", "10é10001");
+  console.Open();
+  EXPECT_EQ(console.Row(3), "2..2...2");
+  console.SelectCell(3, 4);
+  console.ClickTool("ID_ToggleInhibit");
+  EXPECT_EQ(console.Row(3), "2.22...2");
+  EXPECT_EQ(console.Text(2, "Inhibits"), "10110001");
+  EXPECT_TRUE(console.reporter.reports.empty());
+}
+
 TEST(XmapView, LabelsAreWrittenAgain) {
   XmapConsole console(8);
   XmapView& view = console.Open();

@@ -496,11 +496,11 @@ TEST(XmapView, ZoomGoesInSteps) {
   XmapConsole console(8);
   XmapView& view = console.Open();
   const auto& table = static_cast<QTableView&>(console.Grid());
-  QSignalSpy changed(&view, &XmapView::ZoomChanged);
   EXPECT_EQ(view.Zoom(), 100);
-  for (int i = 0; i < 9; ++i) console.PressKey(Qt::Key_Plus, Qt::ControlModifier);
-  EXPECT_EQ(view.Zoom(), 200);
-  EXPECT_EQ(changed.count(), 4);
+  for (const int zoom : {125, 150, 175, 200, 200}) {
+    console.PressKey(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(view.Zoom(), zoom);
+  }
   EXPECT_EQ(table.columnWidth(7), 40);
   EXPECT_EQ(table.horizontalHeader()->height(), 280);
   console.PressKey(Qt::Key_0, Qt::ControlModifier);
