@@ -151,6 +151,7 @@ TEST_F(DownloadWindowTest, AnEnterThatIsHeldDoesNotCancel) {
   // The key goes to whatever has the focus, pressed again and again.
   for (int times = 0; times < 3; ++times) {
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
     QApplication::sendEvent(QApplication::focusWidget(), &held);
   }
   EXPECT_TRUE(Child<QPushButton>("cmdDownCancel")->isEnabled());
@@ -163,6 +164,7 @@ TEST_F(DownloadWindowTest, AnEnterThatOpenedItAndIsHeldDoesNotCloseIt) {
   // The key goes to whatever has the focus, pressed again and again.
   for (int times = 0; times < 3; ++times) {
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
     QApplication::sendEvent(QApplication::focusWidget(), &held);
   }
   ASSERT_NE(window_, nullptr);

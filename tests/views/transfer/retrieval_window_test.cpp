@@ -152,6 +152,7 @@ TEST_F(RetrievalWindowTest, AnEnterThatIsHeldDoesNotCancel) {
   // The key goes to whatever has the focus, pressed again and again.
   for (int times = 0; times < 3; ++times) {
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
     QApplication::sendEvent(QApplication::focusWidget(), &held);
   }
   EXPECT_TRUE(Child<QTimer>("tmrDelayStart")->isActive());
