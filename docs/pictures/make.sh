@@ -48,7 +48,7 @@ chmod 700 "$work/user"
 simulator='' console='' dialog=''
 cleanup() {
   for process in $dialog $console $simulator; do
-    kill "$process" 2>/dev/null && wait "$process" 2>/dev/null
+    kill "$process" 2>/dev/null && wait "$process" 2>/dev/null || true
   done
   return 0
 }

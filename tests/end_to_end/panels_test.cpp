@@ -144,7 +144,14 @@ class PanelsTest : public testing::Test {
     ASSERT_TRUE(peer.Connect(port_));
     ASSERT_EQ(peer.Receive(4), "81 00 00 FF");
     ASSERT_TRUE(peer.Send("81 1E 1E FF F5"));
-    ASSERT_EQ(peer.Receive(1), "F4");
+    ASSERT_TRUE(IsAnswered(peer));
+  }
+
+  // Whether the answer to a keep-alive comes; rows that the switcher reports may come ahead of it.
+  static bool IsAnswered(const SocketPeer& peer) {
+    std::string byte = peer.Receive(1);
+    while (byte != "F4" && !byte.empty()) byte = peer.Receive(1);
+    return byte == "F4";
   }
 
   void ExpectMark(int output, int input, int mark) {
@@ -291,7 +298,7 @@ TEST_F(PanelsTest, ATakeOutsideTheSystemReachesNobody) {
                 " FE 24 00 00 02 01 00 27 FF"
                 " FE 24 00 00 00 00 02 26 FF"
                 " F5"));
-  EXPECT_EQ(peer.Receive(1), "F4");
+  EXPECT_TRUE(IsAnswered(peer));
   Run({"take", "2", "3"});
   const auto take = simulator_.WaitForLine("rx take");
   ASSERT_TRUE(take);
@@ -308,7 +315,7 @@ TEST_F(PanelsTest, AnUnacceptedTypeIsNotServed) {
   EXPECT_EQ(peer.Receive(1, 500ms), "");
   // The same connection may say something better.
   ASSERT_TRUE(peer.Send("81 32 32 FF FE 24 00 06 00 08 00 32 FF F5"));
-  EXPECT_EQ(peer.Receive(1), "F4");
+  EXPECT_TRUE(IsAnswered(peer));
   const auto take = simulator_.WaitForLine("rx take");
   ASSERT_TRUE(take);
   EXPECT_THAT(*take, HasSubstr("output 7 source 9 action 2"));
