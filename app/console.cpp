@@ -251,13 +251,14 @@ bool Console::ShutDown() {
   // stored before must not be lost for it.
   if (!views_.StoreEdits() && !terminating_) return false;
   if (!window_.isMinimized()) placement_.Save(window_.Place());
+  const bool hasDatabase = files_.IsOpen();
   if (const model::Status status = files_.SaveAndClose(); !status.ok()) {
     boxes_.Show(Icon::Critical, "Database Error",
                 model::ErrorText("Error Saving Database File", status));
     terminating_ = false;
     return false;
   }
-  log_.Note(tr("Database saved"));
+  if (hasDatabase) log_.Note(tr("Database saved"));
   if (port_.IsOpen()) port_.Close();
   window_.PollTimer().stop();
   window_.DecodeTimer().stop();

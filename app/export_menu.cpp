@@ -25,18 +25,18 @@ struct Item {
 };
 
 constexpr Item kItems[] = {
-    {Export::MapCsv, "aidExportMapCsv", QT_TRANSLATE_NOOP("ExportMenu", "Crosspoint Map As &CSV…"),
-     "map.csv"},
-    {Export::MapPdf, "aidExportMapPdf", QT_TRANSLATE_NOOP("ExportMenu", "Crosspoint &Map As PDF…"),
-     "map.pdf"},
+    {Export::MapCsv, "aidExportMapCsv",
+     QT_TRANSLATE_NOOP("app::ExportMenu", "Crosspoint Map As &CSV…"), "map.csv"},
+    {Export::MapPdf, "aidExportMapPdf",
+     QT_TRANSLATE_NOOP("app::ExportMenu", "Crosspoint &Map As PDF…"), "map.pdf"},
     {Export::LabelsCsv, "aidExportLabelsCsv",
-     QT_TRANSLATE_NOOP("ExportMenu", "Station &Labels As CSV…"), "labels.csv"},
+     QT_TRANSLATE_NOOP("app::ExportMenu", "Station &Labels As CSV…"), "labels.csv"},
     {Export::LabelsPdf, "aidExportLabelsPdf",
-     QT_TRANSLATE_NOOP("ExportMenu", "&Station Labels As PDF…"), "labels.pdf"},
+     QT_TRANSLATE_NOOP("app::ExportMenu", "&Station Labels As PDF…"), "labels.pdf"},
     {Export::ProgrammingCsv, "aidExportProgrammingCsv",
-     QT_TRANSLATE_NOOP("ExportMenu", "&Button Programming As CSV…"), "programming.csv"},
+     QT_TRANSLATE_NOOP("app::ExportMenu", "&Button Programming As CSV…"), "programming.csv"},
     {Export::KeySheetsPdf, "aidExportKeySheetsPdf",
-     QT_TRANSLATE_NOOP("ExportMenu", "&Key Sheets As PDF…"), "key-sheets.pdf"},
+     QT_TRANSLATE_NOOP("app::ExportMenu", "&Key Sheets As PDF…"), "key-sheets.pdf"},
 };
 
 // The map as it is in the model and the database, whether its view is open or not.

@@ -37,6 +37,14 @@ FocusInSight::FocusInSight(QMdiArea& area, QObject* parent) : QObject(parent), a
 void FocusInSight::Follow(QWidget* focus) {
   disconnect(cells_);
   if (focus == nullptr || !area_.isAncestorOf(focus)) return;
+  // Once the grid has scrolled for itself.
+  if (const auto* const grid = qobject_cast<QAbstractItemView*>(focus); grid != nullptr) {
+    cells_ = connect(grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
+                     &FocusInSight::ShowFocus, Qt::QueuedConnection);
+  }
+  // It merely comes back, from another program or a box: what the user looked at stays.
+  if (focus == focus_) return;
+  focus_ = focus;
   // The window that comes up shows where its title begins.
   QMdiSubWindow* const window = WindowOf(focus);
   if (window != window_ && window != nullptr) {
@@ -44,20 +52,17 @@ void FocusInSight::Follow(QWidget* focus) {
     Show(*window, QRect(0, 0, height, height));
   }
   window_ = window;
-  auto* const grid = qobject_cast<QAbstractItemView*>(focus);
+  ShowFocus();
+}
+
+void FocusInSight::ShowFocus() {
+  if (focus_ == nullptr) return;
+  const auto* const grid = qobject_cast<QAbstractItemView*>(focus_.data());
   if (grid == nullptr) {
-    Show(*focus, focus->rect());
-    return;
+    Show(*focus_, focus_->rect());
+  } else if (grid->currentIndex().isValid()) {
+    Show(*grid->viewport(), grid->visualRect(grid->currentIndex()));
   }
-  const auto showCell = [this, grid] {
-    if (grid->currentIndex().isValid()) {
-      Show(*grid->viewport(), grid->visualRect(grid->currentIndex()));
-    }
-  };
-  // Once the grid has scrolled for itself.
-  cells_ = connect(grid->selectionModel(), &QItemSelectionModel::currentChanged, grid, showCell,
-                   Qt::QueuedConnection);
-  showCell();
 }
 
 void FocusInSight::Show(const QWidget& widget, const QRect& part) {

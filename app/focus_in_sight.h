@@ -23,11 +23,14 @@ class FocusInSight : public QObject {
 
  private:
   void Follow(QWidget* focus);
+  // The current cell when it is a grid.
+  void ShowFocus();
   // Scrolls until `part` of the widget is seen, or as much of it as there is room for.
   void Show(const QWidget& widget, const QRect& part);
 
   QMdiArea& area_;
   QPointer<QMdiSubWindow> window_;  // in which the focus was last
+  QPointer<QWidget> focus_;         // what had it there
   QMetaObject::Connection cells_;   // of the grid that has the focus
 };
 

@@ -15,11 +15,11 @@
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <functional>
 
 #include "views/contrast.h"
 #include "views/icon.h"
 #include "views/on_screen.h"
-#include "views/xmap/xmap_look.h"
 
 // The pages stand in a library, whose resources have to be asked for.  The macro declares the
 // function that it calls where it stands, hence outside any namespace.

@@ -255,12 +255,25 @@ void MainWindow::ShowPanelDropped(const std::string& address, gateway::DropReaso
   Q_EMIT PanelNoted(note);
 }
 
-// A dialog keeps out the keys of this window; the manual is to be had in it all the same.
 void MainWindow::childEvent(QChildEvent* event) {
   QMainWindow::childEvent(event);
-  if (!event->polished()) return;
-  auto* const dialog = qobject_cast<QDialog*>(event->child());
-  if (dialog != nullptr) dialog->addAction(CommandAction("ID_Contents"));
+  if (event->polished()) OfferManual(event->child());
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ChildPolished) {
+    OfferManual(static_cast<QChildEvent*>(event)->child());
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+// A dialog keeps out the keys of this window; the manual is to be had in it all the same, and in
+// the boxes over it.
+void MainWindow::OfferManual(QObject* child) {
+  auto* const dialog = qobject_cast<QDialog*>(child);
+  if (dialog == nullptr) return;
+  dialog->addAction(CommandAction("ID_Contents"));
+  dialog->installEventFilter(this);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!mayClose_ || mayClose_()); }

@@ -75,6 +75,7 @@ class MainWindow : public QMainWindow,
   void PanelNoted(const QString& note);
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void childEvent(QChildEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void moveEvent(QMoveEvent* event) override;
@@ -86,6 +87,7 @@ class MainWindow : public QMainWindow,
   void BuildMenus();
   void BuildToolBar();
   void FillWindowList();
+  void OfferManual(QObject* child);
   QAction* CommandAction(const char* id) const;
   QMenu* AddMenu(const char* id);
   void MeasureFrame();

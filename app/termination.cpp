@@ -31,7 +31,11 @@ extern "C" void OnSignal(int /*number*/) {
 }  // namespace
 
 Termination::Termination(QObject* parent) : QObject(parent) {
-  if (pipe2(wakeUp.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+  if (pipe(wakeUp.data()) != 0) return;
+  for (const int end : wakeUp) {
+    fcntl(end, F_SETFD, FD_CLOEXEC);
+    fcntl(end, F_SETFL, O_NONBLOCK);
+  }
   auto* const notifier = new QSocketNotifier(wakeUp[0], QSocketNotifier::Read, this);
   connect(notifier, &QSocketNotifier::activated, this, &Termination::OnRequest);
   for (const int number : kSignals) std::signal(number, OnSignal);

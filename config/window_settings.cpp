@@ -3,7 +3,6 @@
 #include "config/window_settings.h"
 
 #include <QCryptographicHash>
-#include <QDir>
 
 #include "config/profile_number.h"
 
@@ -32,46 +31,31 @@ int DefaultOf(const QString& key) {
   return 0;
 }
 
-const QString kFolderKey = QStringLiteral("Console/Folder");
-
-QString Organization() { return QStringLiteral("Orvo"); }
-QString Title() { return QStringLiteral("Orvo Intercom Control"); }
-
-// The folder of the console whose store it is; empty when it is nobody's.
-QString FolderOf(const QSettings& store) { return store.value(kFolderKey).toString(); }
-
-bool IsFree(const QString& owner) { return owner.isEmpty() || !QDir(owner).exists(); }
-
-// The name of the store of the console in this folder.
-QString StoreOf(const QString& folder) {
-  const auto ownerOf = [](const QString& name) {
-    return FolderOf(QSettings(QSettings::NativeFormat, QSettings::UserScope, Organization(), name));
-  };
+// The section of the console in this folder.
+QString SectionOf(const QString& folder) {
+  if (folder.isEmpty()) return {};
   constexpr int kDigits = 8;
   const QByteArray hash = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1);
-  const QString own = Title() + u' ' + QString::fromLatin1(hash.toHex().left(kDigits));
-  if (ownerOf(own) == folder) return own;
-  const QString owner = ownerOf(Title());
-  return owner == folder || IsFree(owner) ? Title() : own;
+  return QStringLiteral("Console ") + QString::fromLatin1(hash.toHex().left(kDigits));
 }
 
-QString InSection(const QString& key) { return QStringLiteral("Settings/") + key; }
+QString KeyIn(const QString& section, const QString& key) { return section + u'/' + key; }
+
+QString SharedKey(const QString& key) { return KeyIn(QStringLiteral("Settings"), key); }
 
 }  // namespace
 
-WindowSettings::WindowSettings()
-    : store_(QSettings::NativeFormat, QSettings::UserScope, Organization(), Title()) {}
-
 WindowSettings::WindowSettings(const QString& folder)
-    : store_(QSettings::NativeFormat, QSettings::UserScope, Organization(), StoreOf(folder)) {
-  if (FolderOf(store_) == folder) return;
-  store_.setValue(kFolderKey, folder);
-  // At once: another console that starts must see whose it is.
-  store_.sync();
-}
+    : store_(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
+             QStringLiteral("Orvo Intercom Control")),
+      folder_(folder),
+      own_(SectionOf(folder)) {}
 
 QString WindowSettings::Text(const QString& key) const {
-  return store_.value(InSection(key), QString::number(DefaultOf(key))).toString();
+  if (const QString own = KeyIn(own_, key); !own_.isEmpty() && store_.contains(own)) {
+    return store_.value(own).toString();
+  }
+  return store_.value(SharedKey(key), QString::number(DefaultOf(key))).toString();
 }
 
 int WindowSettings::Twips(const QString& key) const {
@@ -79,7 +63,11 @@ int WindowSettings::Twips(const QString& key) const {
 }
 
 void WindowSettings::SetText(const QString& key, const QString& text) {
-  store_.setValue(InSection(key), text);
+  store_.setValue(SharedKey(key), text);
+  if (own_.isEmpty()) return;
+  store_.setValue(KeyIn(own_, key), text);
+  // For whoever reads the file: the section's number says nothing.
+  store_.setValue(KeyIn(own_, QStringLiteral("Folder")), folder_);
 }
 
 }  // namespace config

@@ -8,33 +8,35 @@
 
 namespace config {
 
-// Where the windows of a console stood last: section "Settings" of the user's own settings
-// store, under the program's title.  A user may have several consoles, each in a folder of its
-// own: the first one has that store, with what it held before, and the others have stores of
-// their own, under the title and a number that stands for the folder.  Each names its folder.
+// Where the windows of a console stood last, in the user's own settings store, under the program's
+// title.  Section "Settings" has what was stored last by any of the user's consoles.  The console
+// of a folder keeps its own places beside it, in a section of the folder: consoles in several
+// folders leave one another's windows alone, and a console of a new, moved or unknown folder
+// starts with what was stored last.
 //
 // Keys are a prefix ("Main", "Butns", "Alphas", "Xmap") and "Left", "Top",
 // "Width" or "Height"; values are decimal texts in twips (15 to a pixel).
 class WindowSettings {
  public:
-  // Those of no console in particular.
-  WindowSettings();
-
-  // Those of the console in this folder.
+  // Those of the console in this folder; with an empty one section "Settings" only.
   explicit WindowSettings(const QString& folder);
 
-  // The stored text; the default of a key that is not stored ("1000" for "MainLeft").  A key
-  // that is not one of the sixteen has the default "0".
+  // The text that this console stored last, or any console when this one stored none; else the
+  // default of the key ("1000" for "MainLeft").  A key that is not one of the sixteen has the
+  // default "0".
   QString Text(const QString& key) const;
 
   // The number that the text begins with; a text that begins with none is 0.  Within +-1000000,
   // far beyond any screen.
   int Twips(const QString& key) const;
 
+  // Stores the text for this console and as what was stored last.
   void SetText(const QString& key, const QString& text);
 
  private:
   QSettings store_;
+  const QString folder_;
+  const QString own_;  // the section of the folder; empty without one
 };
 
 }  // namespace config

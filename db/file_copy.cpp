@@ -16,6 +16,7 @@
 #include <unistd.h>
 #endif
 
+#include "db/jet/open_stream.h"
 #include "db/jet/status.h"
 
 namespace db {
@@ -71,9 +72,9 @@ void BringFolderToDisk([[maybe_unused]] const fs::path& folder) {
 }
 
 model::Status WriteCopy(const fs::path& from, const fs::path& to) {
-  const File source(std::fopen(from.string().c_str(), "rb"));
+  const File source(jet::OpenStream(from, "rb"));
   if (!source) return Failure("read", from, LastError());
-  File copy(std::fopen(to.string().c_str(), "wb"));
+  File copy(jet::OpenStream(to, "wb"));
   if (!copy) return Failure("write", to, LastError());
   std::vector<char> block(std::size_t{1} << 16);
   for (;;) {
@@ -134,7 +135,7 @@ fs::path Beside(const fs::path& to) {
 }
 
 model::Status BringToDisk(const fs::path& path) {
-  const File file(std::fopen(path.string().c_str(), "r+b"));
+  const File file(jet::OpenStream(path, "r+b"));
   if (!file || !BringToDisk(file.get())) return Failure("write", path, LastError());
   return {};
 }

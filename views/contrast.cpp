@@ -19,6 +19,11 @@ double Luminance(const QColor& colour) {
          0.0722 * Linear(colour.blueF());
 }
 
+bool IsDark(const QColor& ground) {
+  // At this luminance black and white are equally far away.
+  return Luminance(ground) < 0.179;
+}
+
 double Contrast(const QColor& a, const QColor& b) {
   const double one = Luminance(a) + 0.05;
   const double other = Luminance(b) + 0.05;

@@ -10,6 +10,9 @@ namespace views {
 // Relative luminance, 0 black to 1 white.
 double Luminance(const QColor& colour);
 
+// Whether dark ink is hard to read on this colour.
+bool IsDark(const QColor& ground);
+
 // How far two colours stand apart: 1 the same, 21 black and white.
 double Contrast(const QColor& a, const QColor& b);
 

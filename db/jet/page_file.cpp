@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <string>
 #include <system_error>
+
+#include "db/jet/open_stream.h"
 
 namespace jet {
 namespace {
@@ -36,15 +37,6 @@ Status SystemError(int error, const char* tried) {
     default:
       return Status(ErrorNumber::DiskError, text);
   }
-}
-
-std::FILE* OpenStream(const std::filesystem::path& path, const char* mode) {
-#ifdef _WIN32  // the narrow form would lose characters of the path
-  const std::wstring wide(mode, mode + std::strlen(mode));
-  return _wfopen(path.c_str(), wide.c_str());
-#else
-  return std::fopen(path.c_str(), mode);
-#endif
 }
 
 // Unbuffered, so that a write that has returned is with the operating system.

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QScrollBar>
@@ -106,6 +107,29 @@ TEST_F(FocusInSightTest, TheMouseMovesNothing) {
   far_->setFocus(Qt::MouseFocusReason);
   EXPECT_FALSE(IsSeen(*far_));
   QTest::mouseRelease(near_, Qt::LeftButton);
+}
+
+// Whoever looked elsewhere with the scroll bars and answers a box looks there still.
+TEST_F(FocusInSightTest, AFocusThatComesBackMovesNothing) {
+  grid_->setCurrentCell(30, 3);
+  for (QWidget* const focus : {static_cast<QWidget*>(far_), static_cast<QWidget*>(grid_)}) {
+    focus->setFocus(Qt::TabFocusReason);
+    area_.horizontalScrollBar()->setValue(0);
+    area_.verticalScrollBar()->setValue(0);
+    QDialog box(&area_);
+    const QPushButton answer(&box);
+    box.open();
+    ASSERT_TRUE(QTest::qWaitFor([&answer] { return answer.hasFocus(); }));
+    box.close();
+    area_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([focus] { return focus->hasFocus(); }));
+    EXPECT_EQ(area_.horizontalScrollBar()->value(), 0);
+    EXPECT_EQ(area_.verticalScrollBar()->value(), 0);
+  }
+  // What keys lead to then is seen.
+  QTest::keyClick(grid_, Qt::Key_Down);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(CellIsSeen());
 }
 
 TEST_F(FocusInSightTest, WhatIsSeenStaysWhereItIs) {

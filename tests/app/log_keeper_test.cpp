@@ -70,7 +70,7 @@ class LogKeeperTest : public testing::Test {
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
-  config::WindowSettings settings_;
+  config::WindowSettings settings_{QString()};
   switcher::LiveCommands live_{model_, port_, reporter_};
   switcher::TableSenders senders_{model_, database_.Files(), port_, reporter_};
   MessageBoxes boxes_;

@@ -8,12 +8,14 @@
 #include <gtest/gtest.h>
 
 #include <QRegularExpression>
+#include <QWidget>
 #include <algorithm>
 #include <filesystem>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "app/help_window.h"
 #include "gateway/panel_tables.h"
 #include "gateway/qt_sockets.h"
 #include "switcher/serial_port.h"
@@ -165,6 +167,50 @@ TEST(ManualMessagesTest, DoesNotSayWhatItDoesNotHave) {
   EXPECT_FALSE(Says(manual, QStringLiteral("No data for %1 minutes")));
   EXPECT_TRUE(Says(manual, QStringLiteral("Error Sending\r\rTake &Command")));
   EXPECT_TRUE(Says(manual, QStringLiteral("No data for %1 s")));
+}
+
+// The titles of the message boxes: written where the box is shown, or a constant of that file or
+// of another one.
+std::set<std::string> BoxTitles() {
+  QString all;
+  for (const fs::path& path : Sources())
+    all += QString::fromStdString(test::ReadFile(path)) + u'\n';
+  const QRegularExpression shown(
+      QStringLiteral(R"re(Show\([\w:]*Icon::\w+,\s*(?:"([^"]+)"|(k\w+)))re"));
+  std::set<std::string> titles;
+  for (auto each = shown.globalMatch(all); each.hasNext();) {
+    const QRegularExpressionMatch match = each.next();
+    if (match.captured(2).isEmpty()) {
+      titles.insert(match.captured(1).toStdString());
+      continue;
+    }
+    const QRegularExpression constant(
+        QStringLiteral(R"re(\b%1(?:\[\])? = "([^"]+)")re").arg(match.captured(2)));
+    const QRegularExpressionMatch value = constant.match(all);
+    EXPECT_TRUE(value.hasMatch()) << match.captured(2).toStdString();
+    titles.insert(value.captured(1).toStdString());
+  }
+  return titles;
+}
+
+// The key for the manual leads from each box to what is said about it.
+TEST(ManualMessagesTest, EveryBoxHasItsPlace) {
+  std::set<std::string> titles = BoxTitles();
+  // Shown before there is a console.
+  EXPECT_EQ(titles.erase("Orvo Intercom Control"), 1U);
+  EXPECT_THAT(titles,
+              ElementsAre("Comm Error", "Control Error", "Database Error", "Error Processing",
+                          "Serial Communications Error", "Synchronization Warning"));
+  for (const std::string& title : titles) {
+    QWidget box;
+    box.setWindowTitle(QString::fromStdString(title));
+    const QStringList place = app::ManualPlace(&box).split(u'#');
+    ASSERT_EQ(place.size(), 2) << title;
+    EXPECT_TRUE(app::ManualPages().contains(place[0])) << title;
+    const std::string page =
+        test::ReadFile(fs::path(TESK_SOURCE) / "app" / "help" / place[0].toStdString());
+    EXPECT_NE(page.find("<a name=\"" + place[1].toStdString() + "\">"), std::string::npos) << title;
+  }
 }
 
 TEST(ManualMessagesTest, HasEveryErrorNumber) {

@@ -69,7 +69,7 @@ class OpenViewsTest : public testing::Test {
   test::RecordingReporter reporter_;
   switcher::LiveCommands commands_{model_, port_, reporter_};
   test::RecordingTables tables_;
-  config::WindowSettings settings_;
+  config::WindowSettings settings_{QString()};
   QMdiArea area_;
   OpenViews views_{area_,
                    {.model = model_,

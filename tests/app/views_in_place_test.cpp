@@ -60,7 +60,7 @@ class ViewsInPlaceTest : public testing::Test {
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
-  config::WindowSettings settings_;
+  config::WindowSettings settings_{QString()};
   switcher::LiveCommands commands_{model_, port_, reporter_};
   QMdiArea area_;
   OpenViews views_{area_,

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 namespace config {
@@ -20,7 +21,7 @@ class WindowSettingsTest : public testing::Test {
 };
 
 TEST_F(WindowSettingsTest, FirstStartHasTheDefaults) {
-  const WindowSettings settings;
+  const WindowSettings settings{QString()};
   EXPECT_EQ(settings.Twips(QStringLiteral("MainLeft")), 1000);
   EXPECT_EQ(settings.Twips(QStringLiteral("MainTop")), 1000);
   EXPECT_EQ(settings.Twips(QStringLiteral("MainWidth")), 6500);
@@ -41,90 +42,119 @@ TEST_F(WindowSettingsTest, FirstStartHasTheDefaults) {
 
 TEST_F(WindowSettingsTest, TextIsKeptAsItIsAcrossRuns) {
   {
-    WindowSettings settings;
+    WindowSettings settings{QString()};
     settings.SetText(QStringLiteral("XmapLeft"), QStringLiteral("6507.5"));
   }
-  const WindowSettings settings;
+  const WindowSettings settings{QString()};
   EXPECT_EQ(settings.Text(QStringLiteral("XmapLeft")), QStringLiteral("6507.5"));
   EXPECT_EQ(settings.Twips(QStringLiteral("XmapLeft")), 6508);
 }
 
 TEST_F(WindowSettingsTest, JunkIsANumberAllTheSame) {
-  WindowSettings settings;
+  WindowSettings settings{QString()};
   settings.SetText(QStringLiteral("XmapLeft"), QStringLiteral("junk"));
   settings.SetText(QStringLiteral("XmapTop"), QStringLiteral("1e30"));
   EXPECT_EQ(settings.Twips(QStringLiteral("XmapLeft")), 0);
   EXPECT_EQ(settings.Twips(QStringLiteral("XmapTop")), 1000000);
 }
 
-// A console's folder, and the places as the console there keeps them.
+// The user's file itself, as it was and as it is left.
+class SettingsFileTest : public WindowSettingsTest {
+ protected:
+  QString Path() const {
+    return folder_.filePath(QStringLiteral("Orvo/Orvo Intercom Control.conf"));
+  }
+  QByteArray Bytes() const {
+    QFile file(Path());
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+  void Write(const QByteArray& bytes) {
+    ASSERT_TRUE(QDir(folder_.path()).mkpath(QStringLiteral("Orvo")));
+    QFile file(Path());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+  }
+};
+
+TEST_F(SettingsFileTest, AnOldFileIsRead) {
+  Write("[Settings]\nMainLeft=1500\nXmapWidth=9000\n");
+  const WindowSettings settings(QStringLiteral("/srv/north"));
+  EXPECT_EQ(settings.Text(QStringLiteral("MainLeft")), QStringLiteral("1500"));
+  EXPECT_EQ(settings.Text(QStringLiteral("XmapWidth")), QStringLiteral("9000"));
+  EXPECT_EQ(settings.Text(QStringLiteral("MainTop")), QStringLiteral("1000"));
+}
+
+TEST_F(SettingsFileTest, AConsoleStoresForItselfAndForNewOnes) {
+  Write("[Settings]\nMainTop=1700\n");
+  WindowSettings(QStringLiteral("/srv/north"))
+      .SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
+  EXPECT_EQ(Bytes(),
+            "[Console%2046ec0c57]\nFolder=/srv/north\nMainLeft=1600\n\n"
+            "[Settings]\nMainLeft=1600\nMainTop=1700\n");
+}
+
+TEST_F(SettingsFileTest, AConsoleOfNoFolderStoresForNewOnesOnly) {
+  WindowSettings(QString()).SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
+  EXPECT_EQ(Bytes(), "[Settings]\nMainLeft=1600\n");
+}
+
+// The places as the consoles of several folders keep them.
 class ConsolePlacesTest : public WindowSettingsTest {
  protected:
-  QString Folder(const char* name) {
-    const QDir root(folder_.path());
-    EXPECT_TRUE(root.mkpath(QLatin1String(name)));
-    return root.filePath(QLatin1String(name));
-  }
   static void Keep(const QString& folder, const char* left) {
     WindowSettings(folder).SetText(QStringLiteral("MainLeft"), QLatin1String(left));
   }
   static QString Kept(const QString& folder) {
     return WindowSettings(folder).Text(QStringLiteral("MainLeft"));
   }
+
+  const QString kFirst = QStringLiteral("/srv/north");
+  const QString kSecond = QStringLiteral("/srv/south");
+  const QString kThird = QStringLiteral("/srv/west");
 };
 
-TEST_F(ConsolePlacesTest, EachConsoleHasItsOwn) {
-  const QString first = Folder("first");
-  const QString second = Folder("second");
-  const QString third = Folder("third");
-  Keep(first, "1100");
-  EXPECT_EQ(Kept(second), QStringLiteral("1000")) << "not those of another console";
-  Keep(second, "1200");
-  Keep(third, "1300");
-  EXPECT_EQ(Kept(first), QStringLiteral("1100"));
-  EXPECT_EQ(Kept(second), QStringLiteral("1200"));
-  EXPECT_EQ(Kept(third), QStringLiteral("1300"));
+TEST_F(ConsolePlacesTest, EachConsoleKeepsItsOwn) {
+  Keep(kFirst, "1100");
+  Keep(kSecond, "1200");
+  Keep(kThird, "1300");
+  EXPECT_EQ(Kept(kFirst), QStringLiteral("1100"));
+  EXPECT_EQ(Kept(kSecond), QStringLiteral("1200"));
+  EXPECT_EQ(Kept(kThird), QStringLiteral("1300"));
 }
 
 TEST_F(ConsolePlacesTest, ConsolesThatRunAtTheSameTimeDoNotOverwriteOneAnother) {
-  const QString first = Folder("first");
-  const QString second = Folder("second");
   {
-    WindowSettings one(first);
-    WindowSettings other(second);
+    WindowSettings one(kFirst);
+    WindowSettings other(kSecond);
     one.SetText(QStringLiteral("MainLeft"), QStringLiteral("1100"));
     other.SetText(QStringLiteral("MainLeft"), QStringLiteral("1200"));
     one.SetText(QStringLiteral("MainTop"), QStringLiteral("1110"));
+    other.SetText(QStringLiteral("MainTop"), QStringLiteral("1210"));
+    EXPECT_EQ(one.Text(QStringLiteral("MainLeft")), QStringLiteral("1100"));
+    EXPECT_EQ(other.Text(QStringLiteral("MainLeft")), QStringLiteral("1200"));
   }
-  EXPECT_EQ(Kept(first), QStringLiteral("1100"));
-  EXPECT_EQ(WindowSettings(first).Text(QStringLiteral("MainTop")), QStringLiteral("1110"));
-  EXPECT_EQ(Kept(second), QStringLiteral("1200"));
-  EXPECT_EQ(WindowSettings(second).Text(QStringLiteral("MainTop")), QStringLiteral("1000"));
+  EXPECT_EQ(Kept(kFirst), QStringLiteral("1100"));
+  EXPECT_EQ(WindowSettings(kFirst).Text(QStringLiteral("MainTop")), QStringLiteral("1110"));
+  EXPECT_EQ(Kept(kSecond), QStringLiteral("1200"));
+  EXPECT_EQ(WindowSettings(kSecond).Text(QStringLiteral("MainTop")), QStringLiteral("1210"));
 }
 
-TEST_F(ConsolePlacesTest, TheFirstOneTakesOverWhatWasKeptBefore) {
-  {
-    WindowSettings before;
-    before.SetText(QStringLiteral("MainLeft"), QStringLiteral("1500"));
-  }
-  const QString first = Folder("first");
-  const QString second = Folder("second");
-  EXPECT_EQ(Kept(first), QStringLiteral("1500"));
-  EXPECT_EQ(Kept(second), QStringLiteral("1000"));
-  Keep(first, "1600");
-  EXPECT_EQ(WindowSettings().Text(QStringLiteral("MainLeft")), QStringLiteral("1600"))
-      << "under the program's title";
+TEST_F(ConsolePlacesTest, ANewFolderStartsWithWhatWasStoredLast) {
+  Keep(kFirst, "1100");
+  EXPECT_EQ(Kept(kSecond), QStringLiteral("1100"));
+  Keep(kFirst, "1150");
+  EXPECT_EQ(Kept(kSecond), QStringLiteral("1150")) << "it has stored none of its own";
+  Keep(kSecond, "1200");
+  EXPECT_EQ(Kept(kThird), QStringLiteral("1200"));
+  EXPECT_EQ(Kept(kFirst), QStringLiteral("1150"));
 }
 
-TEST_F(ConsolePlacesTest, AConsoleThatWasMovedTakesItsPlacesAlong) {
-  const QString first = Folder("first");
-  const QString second = Folder("second");
-  Keep(first, "1100");
-  Keep(second, "1200");
-  const QString moved = folder_.filePath(QStringLiteral("moved"));
-  ASSERT_TRUE(QDir().rename(first, moved));
-  EXPECT_EQ(Kept(second), QStringLiteral("1200")) << "it keeps its own";
-  EXPECT_EQ(Kept(moved), QStringLiteral("1100"));
+TEST_F(ConsolePlacesTest, AConsoleThatWasMovedStartsWithWhatWasStoredLast) {
+  Keep(kSecond, "1200");
+  Keep(kFirst, "1100");
+  EXPECT_EQ(Kept(QStringLiteral("/srv/moved")), QStringLiteral("1100"));
+  EXPECT_EQ(Kept(kSecond), QStringLiteral("1200")) << "it keeps its own";
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ class MainViewTest : public testing::Test {
     return settings_.Text(QStringLiteral("Alphas") + QLatin1String(side)).toStdString();
   }
 
-  config::WindowSettings settings_;
+  config::WindowSettings settings_{QString()};
   QMainWindow window_;
   QMdiArea* area_ = new QMdiArea;
   CountingView* view_ = nullptr;

@@ -28,7 +28,7 @@ class PlacementTest : public testing::Test {
     return texts.join(QLatin1Char(' ')).toStdString();
   }
 
-  config::WindowSettings settings_;
+  config::WindowSettings settings_{QString()};
   Placement placement_{settings_, QStringLiteral("Main")};
 };
 

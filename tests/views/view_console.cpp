@@ -31,7 +31,7 @@ std::string ThreeDigits(int number) {
 }  // namespace
 
 ViewConsole::ViewConsole(int channels) {
-  settings = std::make_unique<config::WindowSettings>();
+  settings = std::make_unique<config::WindowSettings>(QString());
   QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
             QStringLiteral("Orvo Intercom Control"))
       .clear();

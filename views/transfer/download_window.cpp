@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "views/icon.h"
+#include "views/transfer/held_enter.h"
 
 namespace views {
 
@@ -50,6 +51,7 @@ void DownloadWindow::LayOut() {
   cancel_->setObjectName(QStringLiteral("cmdDownCancel"));
   // The other one reprograms a live switcher: Enter is for it only where it has the focus.
   cancel_->setDefault(true);
+  new HeldEnter(*this, *cancel_);
 
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(text_);

@@ -8,6 +8,7 @@
 
 #include "views/icon.h"
 #include "views/on_screen.h"
+#include "views/transfer/held_enter.h"
 
 namespace views {
 
@@ -49,6 +50,7 @@ void RetrievalWindow::LayOut() {
   // The other one overwrites the computer's own tables: Enter is for it only where it has the
   // focus.
   cancel_->setDefault(true);
+  new HeldEnter(*this, *cancel_);
 
   auto* const buttons = new QDialogButtonBox(this);
   buttons->addButton(ok_, QDialogButtonBox::AcceptRole);

@@ -40,11 +40,6 @@ QColor BandColour(int row, const QPalette& palette) {
                                             : kPlainBand;
 }
 
-bool IsDark(const QColor& ground) {
-  // At this luminance black and white are equally far away.
-  return Luminance(ground) < 0.179;
-}
-
 QColor MarkInk(rules::Mark mark, const QColor& ground) {
   const bool dark = IsDark(ground);
   switch (mark) {

@@ -40,9 +40,6 @@ inline constexpr QColor kGridLine{0xC8, 0xC8, 0xC8};
 // The ground of the body cells of a grid row.  REQUIRES: row >= 2
 QColor BandColour(int row, const QPalette& palette);
 
-// Whether dark ink is hard to read on this colour.
-bool IsDark(const QColor& ground);
-
 // The ink of a mark on a ground, light or dark.
 QColor MarkInk(rules::Mark mark, const QColor& ground);
 

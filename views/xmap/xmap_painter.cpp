@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "views/contrast.h"
+
 namespace views {
 namespace {
 

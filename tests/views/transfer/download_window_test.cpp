@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QKeyEvent>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
@@ -140,6 +141,34 @@ TEST_F(DownloadWindowTest, EnterIsForTheButtonThatHasTheFocus) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   ASSERT_TRUE(WaitForTheEnd());
   EXPECT_THAT(polling_, ElementsAre(false, true));
+}
+
+TEST_F(DownloadWindowTest, AnEnterThatIsHeldDoesNotCancel) {
+  Open();
+  Child<QPushButton>("cmdDownGo")->setFocus();
+  QTest::keyPress(QApplication::focusWidget(), Qt::Key_Return);
+  ASSERT_FALSE(Child<QPushButton>("cmdDownGo")->isVisible());
+  // The key goes to whatever has the focus, pressed again and again.
+  for (int times = 0; times < 3; ++times) {
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QApplication::sendEvent(QApplication::focusWidget(), &held);
+  }
+  EXPECT_TRUE(Child<QPushButton>("cmdDownCancel")->isEnabled());
+  ASSERT_TRUE(WaitForTheEnd());
+  EXPECT_TRUE(notSent_.isEmpty());
+}
+
+TEST_F(DownloadWindowTest, AnEnterThatOpenedItAndIsHeldDoesNotCloseIt) {
+  Open();
+  // The key goes to whatever has the focus, pressed again and again.
+  for (int times = 0; times < 3; ++times) {
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QApplication::sendEvent(QApplication::focusWidget(), &held);
+  }
+  ASSERT_NE(window_, nullptr);
+  EXPECT_TRUE(window_->isVisible());
 }
 
 TEST_F(DownloadWindowTest, OkShowsBarStatusAndCaption) {

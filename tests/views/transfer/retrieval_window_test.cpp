@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModelTester>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
@@ -142,6 +143,24 @@ TEST_F(RetrievalWindowTest, EnterIsForTheButtonThatHasTheFocus) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   EXPECT_EQ(viewsClosed_, 1);
   EXPECT_TRUE(Child<QTimer>("tmrDelayStart")->isActive());
+}
+
+TEST_F(RetrievalWindowTest, AnEnterThatIsHeldDoesNotCancel) {
+  Child<QPushButton>("cmdOkSysInf")->setFocus();
+  QTest::keyPress(QApplication::focusWidget(), Qt::Key_Return);
+  ASSERT_FALSE(Child<QPushButton>("cmdOkSysInf")->isEnabled());
+  // The key goes to whatever has the focus, pressed again and again.
+  for (int times = 0; times < 3; ++times) {
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QApplication::sendEvent(QApplication::focusWidget(), &held);
+  }
+  EXPECT_TRUE(Child<QTimer>("tmrDelayStart")->isActive());
+  EXPECT_TRUE(window_->isVisible());
+  // Pressed anew it cancels.
+  Child<QPushButton>("cmdCancelSysInf")->setFocus();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  EXPECT_FALSE(Child<QTimer>("tmrDelayStart")->isActive());
 }
 
 TEST_F(RetrievalWindowTest, ItsButtonsStayOnTheScreenWhenTheListComes) {
