@@ -40,7 +40,8 @@ std::string WithoutSpaces(std::string label) {
   return label;
 }
 
-QFont FixedFont() {
+// As large as all else, in the desktop's fixed family.
+QFont LabelFont() {
   QFont font = QGuiApplication::font();
   font.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
   font.setStyleHint(QFont::Monospace);
@@ -50,7 +51,7 @@ QFont FixedFont() {
 
 }  // namespace
 
-LabelsModel::LabelsModel(QObject* parent) : QAbstractTableModel(parent), labelFont_(FixedFont()) {}
+LabelsModel::LabelsModel(QObject* parent) : QAbstractTableModel(parent), labelFont_(LabelFont()) {}
 
 int LabelsModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(rows_.size());
