@@ -52,10 +52,9 @@ WindowSettings::WindowSettings(const QString& folder)
       own_(SectionOf(folder)) {}
 
 QString WindowSettings::Text(const QString& key) const {
-  if (const QString own = KeyIn(own_, key); !own_.isEmpty() && store_.contains(own)) {
-    return store_.value(own).toString();
-  }
-  return store_.value(SharedKey(key), QString::number(DefaultOf(key))).toString();
+  const QVariant shared = store_.value(SharedKey(key), QString::number(DefaultOf(key)));
+  if (own_.isEmpty()) return shared.toString();
+  return store_.value(KeyIn(own_, key), shared).toString();
 }
 
 int WindowSettings::Twips(const QString& key) const {
