@@ -23,7 +23,7 @@
 namespace app {
 namespace {
 
-constexpr QSize kSize(720, 420);
+constexpr QSize kLogSize(720, 420);
 
 }  // namespace
 
@@ -37,7 +37,7 @@ EventLogWindow::EventLogWindow(EventLog& log, QWidget* parent)
   setWindowTitle(tr("Event Log"));
   setWindowIcon(views::Icon(QStringLiteral("event-log")));
   setAttribute(Qt::WA_DeleteOnClose);
-  resize(views::SizeOnScreen(kSize, screen()->availableSize()));
+  resize(views::SizeOnScreen(kLogSize, screen()->availableSize()));
   Build();
 }
 

@@ -29,7 +29,7 @@ namespace app {
 namespace {
 
 // A page with its largest picture, without a scroll bar at the bottom.
-constexpr QSize kSize(820, 720);
+constexpr QSize kHelpSize(820, 720);
 constexpr int kMargin = 20;
 constexpr int kToolMargin = 4;
 constexpr int kFieldCharacters = 28;
@@ -122,7 +122,7 @@ HelpWindow::HelpWindow(QWidget* parent)
   setWindowIcon(views::Icon(QStringLiteral("contents")));
   setAttribute(Qt::WA_DeleteOnClose);
   // A page keeps its width for its pictures, and scrolls where it is too high for the screen.
-  resize(kSize.width(), views::SizeOnScreen(kSize, screen()->availableSize()).height());
+  resize(kHelpSize.width(), views::SizeOnScreen(kHelpSize, screen()->availableSize()).height());
 
   pages_->setObjectName(QStringLiteral("aidHelpPages"));
   pages_->setFrameShape(QFrame::NoFrame);

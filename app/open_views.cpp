@@ -9,14 +9,13 @@
 
 namespace app {
 
+using views::IsShown;
+
 namespace {
 
 const QString kXmap = QStringLiteral("frmXmap");
 const QString kAlphas = QStringLiteral("frmAlphas");
 const QString kButtons = QStringLiteral("frmButtons");
-
-// A window that was closed is hidden until it is deleted.
-bool IsShown(const QDialog* dialog) { return dialog != nullptr && dialog->isVisible(); }
 
 QString NameOf(switcher::Table table, int station) {
   const QString name = UnsentTables::NameOf(table);

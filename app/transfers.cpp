@@ -2,14 +2,11 @@
 
 #include "app/transfers.h"
 
+#include "views/on_screen.h"
+
 namespace app {
 
-namespace {
-
-// A window that was closed is hidden until it is deleted.
-bool IsShown(const QDialog* dialog) { return dialog != nullptr && dialog->isVisible(); }
-
-}  // namespace
+using views::IsShown;
 
 Transfers::Transfers(QWidget& window, OpenViews& views, const views::DownloadServices& download,
                      const views::RetrievalServices& retrieval)

@@ -8,11 +8,18 @@ target_compile_definitions(tesk_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_KE
 if(TESK_WERROR)
   target_compile_options(tesk_options INTERFACE -Werror)
 endif()
+
+# What the product is built with besides.  Its tests do without the checks for undefined
+# behaviour, which double the time that their many assertions take to compile.
+add_library(tesk_product_options INTERFACE)
+target_link_libraries(tesk_product_options INTERFACE tesk_options)
 if(TESK_SANITIZE)
-  target_compile_options(tesk_options INTERFACE -fsanitize=address,undefined
-                                                -fno-sanitize-recover=undefined)
+  target_compile_options(tesk_options INTERFACE -fsanitize=address)
+  target_compile_definitions(tesk_options INTERFACE TESK_SANITIZED)
+  target_compile_options(tesk_product_options INTERFACE -fsanitize=undefined
+                                                        -fno-sanitize-recover=undefined)
   target_link_options(tesk_options INTERFACE -fsanitize=address,undefined)
-  # Hundreds of large programs: the quick linker, where there is one, saves minutes.
+  # Large programs: the quick linker, where there is one, saves time.
   include(CheckLinkerFlag)
   check_linker_flag(CXX -fuse-ld=gold TESK_HAS_GOLD)
   if(TESK_HAS_GOLD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
@@ -23,38 +30,56 @@ if(TESK_FUZZ)
   target_compile_options(tesk_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# tesk_compile_together(TARGET): with TESK_UNITY the sources of a folder are compiled together, so
+# that what they all include is read once.  A main function stays alone: who brings another one
+# leaves it in its library.
+function(tesk_compile_together target)
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ${TESK_UNITY} UNITY_BUILD_MODE GROUP)
+  get_target_property(sources ${target} SOURCES)
+  foreach(source ${sources})
+    get_filename_component(folder ${source} DIRECTORY)
+    if(source MATCHES "main\\.cpp$")
+      set_source_files_properties(${source} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+    else()
+      set_source_files_properties(${source} PROPERTIES UNITY_GROUP "of_${folder}")
+    endif()
+  endforeach()
+endfunction()
+
 # tesk_library(NAME [MOC] SOURCES a.cpp b.cpp LINKS other...): a static library of one folder.
 # With MOC the toolkit's generators look through it, for signals and for resource files.
 function(tesk_library name)
   cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
-  target_link_libraries(${name} PUBLIC tesk_options ${ARG_LINKS})
+  target_link_libraries(${name} PRIVATE tesk_product_options PUBLIC tesk_options ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC} AUTORCC ${ARG_MOC})
+  tesk_compile_together(${name})
 endfunction()
 
-# tesk_windows(NAME): the sources of this library include much of the toolkit's windows.
-function(tesk_windows name)
-  if(TESK_PRECOMPILE)
-    target_precompile_headers(${name} PRIVATE <QtWidgets/QtWidgets>)
-  endif()
-endfunction()
-
-# All programs and the tests that run them, without the tests of single units.
+# All programs, without tests and benchmarks.
 add_custom_target(programs)
 
 # tesk_program(NAME [MOC] SOURCES main.cpp LINKS tesk_x...): a program in bin/.
 function(tesk_program name)
   cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE tesk_options ${ARG_LINKS})
+  target_link_libraries(${name} PRIVATE tesk_product_options ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
   add_dependencies(programs ${name})
+endfunction()
+
+# tesk_tool(NAME SOURCES main.cpp LINKS tesk_x...): a program in bin/ for those who work on this
+# one: a gallery, a long run, a benchmark.
+function(tesk_tool name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE tesk_options ${ARG_LINKS})
 endfunction()
 
 # tesk_gallery(NAME SOURCES main.cpp LINKS tesk_x...): a program that draws pictures for somebody
 # to look at.  The sanitizers see the same code in the tests.
 function(tesk_gallery name)
-  tesk_program(${name} ${ARGN})
+  tesk_tool(${name} ${ARGN})
   if(TESK_SANITIZE)
     set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL TRUE)
   endif()
@@ -67,59 +92,72 @@ function(tesk_quick_to_compile name)
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(${name} PRIVATE -O0 -fPIC)
   endif()
+  tesk_compile_together(${name})
 endfunction()
 
-# tesk_test_library(tesk_x_support SOURCES a.cpp LINKS tesk_x...): what tests of windows share.
+# tesk_test_library(tesk_x_support [WINDOWS] SOURCES a.cpp LINKS tesk_x...): what tests share.
+# With WINDOWS the toolkit's headers are read once for it and for the tests of windows.
 function(tesk_test_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
-  tesk_library(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS})
+  cmake_parse_arguments(ARG "WINDOWS" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC tesk_options ${ARG_LINKS})
   tesk_quick_to_compile(${name})
-  target_precompile_headers(${name} REUSE_FROM tesk_window_test_headers)
-endfunction()
-
-# tesk_test(frame_test tesk_switcher): builds frame_test.cpp of the current folder with
-# GoogleTest and registers it.  It runs without a display.
-function(tesk_test name)
-  tesk_test_with_headers(${name} tesk_test_headers ${ARGN})
-endfunction()
-
-# tesk_window_test(find_field_test tesk_x): the same for a test of windows, which has
-# tesk_views_test_support besides what it names.
-function(tesk_window_test name)
-  tesk_test_with_headers(${name} tesk_window_test_headers tesk_views_test_support ${ARGN})
-endfunction()
-
-function(tesk_test_with_headers name headers)
-  add_executable(${name} ${name}.cpp)
-  if(TESK_TESTS_WHOLE_PROGRAMS)
-    add_dependencies(programs ${name})
+  if(ARG_WINDOWS)
+    target_precompile_headers(${name} REUSE_FROM tesk_window_test_headers)
   endif()
-  tesk_quick_to_compile(${name})
-  target_precompile_headers(${name} REUSE_FROM ${headers})
-  target_link_libraries(${name} PRIVATE tesk_options ${ARGN} tesk_test_support GTest::gmock)
-  target_compile_definitions(${name} PRIVATE TESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
-  add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300
-                       ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
 
-# tesk_tests_whole_programs(): the tests of this folder run programs as they are shipped, and
-# ctest -L program picks them.
-macro(tesk_tests_whole_programs)
-  set(TESK_TESTS_WHOLE_PROGRAMS TRUE)
-  set_directory_properties(PROPERTIES LABELS program)
-endmacro()
+# tesk_tests(NAME [WINDOWS] [PROGRAMS] [TWICE_THE_PIXELS Suite...] SOURCES a_test.cpp...
+#            LINKS tesk_x...)
+# The tests of a folder: one program NAME_tests, and each of its suites a test NAME.Suite.  They run
+# without a display.
+#   WINDOWS           they have tesk_views_test_support, and the toolkit's headers are read once
+#   PROGRAMS          they run whole programs: ctest -L program picks them, each case of them is a
+#                     test of its own, because most of its time is waiting
+#   TWICE_THE_PIXELS  these suites run again on a screen with twice the pixels
+function(tesk_tests name)
+  cmake_parse_arguments(ARG "WINDOWS;PROGRAMS" "" "TWICE_THE_PIXELS;SOURCES;LINKS" ${ARGN})
+  set(program ${name}_tests)
+  set(headers tesk_test_headers)
+  if(ARG_WINDOWS)
+    set(headers tesk_window_test_headers)
+    list(APPEND ARG_LINKS tesk_views_test_support)
+  endif()
+  add_executable(${program} ${ARG_SOURCES})
+  tesk_quick_to_compile(${program})
+  target_precompile_headers(${program} REUSE_FROM ${headers})
+  target_link_libraries(${program} PRIVATE tesk_options ${ARG_LINKS} tesk_test_support GTest::gmock)
+  target_compile_definitions(${program} PRIVATE TESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+
+  # Which suites there are only the program knows, once it is built: ctest asks it.
+  set(list ${CMAKE_CURRENT_BINARY_DIR}/${name}_cases.cmake)
+  file(GENERATE OUTPUT ${list} CONTENT "
+set(cmake [==[${CMAKE_COMMAND}]==])
+set(name ${name})
+set(program [==[$<TARGET_FILE:${program}>]==])
+set(whole_programs ${ARG_PROGRAMS})
+set(twice_the_pixels ${ARG_TWICE_THE_PIXELS})
+include([==[${CMAKE_SOURCE_DIR}/cmake/ListCases.cmake]==])
+")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${list})
+endfunction()
+
+# tesk_program_test(NAME COMMAND...): a test that runs whole programs and is no program of suites.
+function(tesk_program_test name)
+  add_test(NAME ${name} COMMAND ${ARGN})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 900 LABELS program COST 100)
+endfunction()
 
 # tesk_fuzz(frame_fuzz tesk_switcher): builds frame_fuzz.cpp of the current folder.  With
 # TESK_FUZZ it is a libFuzzer program; otherwise, and in the test suite, it replays the files
 # of corpus/<name>/ once each, so that the harness and what it found before cannot rot.
 function(tesk_fuzz name)
   add_executable(${name} ${name}.cpp)
-  target_link_libraries(${name} PRIVATE tesk_options ${ARGN})
+  target_link_libraries(${name} PRIVATE tesk_product_options ${ARGN})
   if(TESK_FUZZ)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
   else()
-    target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/fuzz/replay_main.cpp)
+    target_link_libraries(${name} PRIVATE tesk_fuzz_replay)
     add_test(NAME ${name}_replay COMMAND ${name} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
     set_tests_properties(${name}_replay PROPERTIES TIMEOUT 300)
   endif()

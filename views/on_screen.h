@@ -5,6 +5,7 @@
 
 #include <QRect>
 #include <QSize>
+#include <QWidget>
 
 namespace views {
 
@@ -15,6 +16,10 @@ QSize SizeOnScreen(const QSize& wanted, const QSize& room);
 // Where to move a window with its frame, so that it sticks out of the screen's room no further
 // than it has to; its upper left comes first.
 QPoint CornerOnScreen(const QRect& frame, const QRect& room);
+
+// Whether a window that deletes itself when it is closed is still there: a closed one is hidden
+// until then.
+inline bool IsShown(const QWidget* window) { return window != nullptr && window->isVisible(); }
 
 }  // namespace views
 

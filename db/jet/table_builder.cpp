@@ -14,9 +14,7 @@ namespace jet {
 namespace {
 
 constexpr std::uint32_t kDefinitionMargin = 8;  // left out of a page's count of free bytes
-constexpr std::uint32_t kContinuedAt = 8;
-constexpr std::uint16_t kJet3Mark = 0x4356;  // "VC"
-constexpr std::uint16_t kNoColumn = 0xFFFF;
+constexpr std::uint16_t kJet3Mark = 0x4356;     // "VC"
 constexpr std::uint8_t kNoCascade = 4;
 constexpr std::uint8_t kUserTable = 'N';
 constexpr std::uint8_t kSystemTable = 'S';

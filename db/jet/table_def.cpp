@@ -13,11 +13,9 @@ namespace {
 
 constexpr std::uint32_t kLengthAt = 8;
 constexpr std::uint32_t kNextPageAt = 4;
-constexpr std::uint32_t kContinuedAt = 8;  // where the string goes on, on further pages
 constexpr std::uint32_t kMaxIndexes = 1000;
 constexpr std::uint32_t kMaxLength = 1 << 20;  // well above what 255 columns can need
 constexpr std::uint32_t kMapRecord = 10;
-constexpr std::uint16_t kNoColumn = 0xFFFF;
 
 Status Damaged(std::uint32_t page, std::string text) {
   return Status(ErrorNumber::Damaged, "Table definition: " + std::move(text), page);

@@ -18,6 +18,12 @@
 
 namespace jet {
 
+// Where the string goes on, on the second and further pages.
+inline constexpr std::uint32_t kContinuedAt = 8;
+
+// Stands in an index definition for a column that it does not have.
+inline constexpr std::uint16_t kNoColumn = 0xFFFF;
+
 struct Column {
   std::string name;
   FieldType type = FieldType::Text;  // any value of the byte: files have types not listed there

@@ -7,7 +7,7 @@
 namespace switcher {
 
 namespace {
-constexpr std::size_t kLength = 5;
+constexpr std::size_t kGainLength = 5;
 }  // namespace
 
 Bytes EncodeGain(const Gain& gain) {
@@ -18,7 +18,7 @@ Bytes EncodeGain(const Gain& gain) {
 }
 
 std::optional<Gain> ParseGain(std::span<const std::uint8_t> message) {
-  if (message.size() != kLength || message[0] != kGainCode) return std::nullopt;
+  if (message.size() != kGainLength || message[0] != kGainCode) return std::nullopt;
   WireReader reader(message.subspan(1));
   Gain gain;
   reader.GetByte(&gain.input);

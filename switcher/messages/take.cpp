@@ -7,7 +7,7 @@
 namespace switcher {
 
 namespace {
-constexpr std::size_t kLength = 9;
+constexpr std::size_t kTakeLength = 9;
 }  // namespace
 
 Bytes EncodeTake(const Take& take) {
@@ -19,7 +19,7 @@ Bytes EncodeTake(const Take& take) {
 }
 
 std::optional<Take> ParseTake(std::span<const std::uint8_t> message) {
-  if (message.size() != kLength || message[0] != kTakeCode) return std::nullopt;
+  if (message.size() != kTakeLength || message[0] != kTakeCode) return std::nullopt;
   WireReader reader(message.subspan(1));
   int action = 0;
   int source = 0;

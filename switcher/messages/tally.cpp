@@ -7,11 +7,11 @@
 namespace switcher {
 
 namespace {
-constexpr std::size_t kLength = 2 * kTallyPoints + 3;
+constexpr std::size_t kTallyLength = 2 * kTallyPoints + 3;
 }  // namespace
 
 DecodeStatus ParseTally(std::span<const std::uint8_t> message, TallyValues* values) {
-  if (message.size() != kLength) return DecodeStatus::WrongSize;
+  if (message.size() != kTallyLength) return DecodeStatus::WrongSize;
   WireReader reader(message.subspan(1));
   TallyValues received{};
   for (std::int16_t& point : received) {

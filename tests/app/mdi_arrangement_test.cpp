@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QMdiSubWindow>
 #include <QStyle>
 
@@ -23,10 +22,6 @@ class MdiArrangementTest : public testing::Test {
     }
   }
 
-  int argc_ = 1;
-  char name_[5] = "test";
-  char* argv_[2] = {name_, nullptr};
-  QApplication application_{argc_, argv_};
   QMdiArea area_;
   QMdiSubWindow* windows_[3] = {};
 };

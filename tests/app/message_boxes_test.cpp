@@ -38,10 +38,6 @@ class MessageBoxesTest : public testing::Test {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
 
-  int argc_ = 1;
-  char name_[5] = "test";
-  char* argv_[2] = {name_, nullptr};
-  QApplication application_{argc_, argv_};
   QWidget window_;
   MessageBoxes boxes_;
 };

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-
 #include "app/main_window.h"
 
 namespace app {
@@ -17,8 +15,6 @@ class PanelsAidTest : public testing::Test {
 
   QLabel* Aid() const { return window_.findChild<QLabel*>(QStringLiteral("aidPanels")); }
 
-  int argc_ = 0;
-  QApplication application_{argc_, nullptr};
   CommandTable commands_;
   MainWindow window_{commands_};
 };

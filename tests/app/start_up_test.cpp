@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QTcpServer>
 
 #include "switcher/decoder.h"
@@ -52,8 +51,6 @@ class StartUpTest : public testing::Test {
     ASSERT_TRUE(files.SaveAndClose().ok());
   }
 
-  int argc_ = 0;
-  QCoreApplication application_{argc_, nullptr};
   test::TemporaryFolder folder_;
   model::SystemModel model_;
   test::RecordingReporter reporter_;

@@ -31,8 +31,8 @@
 #include "tests/crash/killer.h"
 #include "tests/end_to_end/operator_edits.h"
 #include "tests/faults/fault_plan.h"
-#include "tests/jet/run_program.h"
 #include "tests/support/database_check.h"
+#include "tests/support/run_program.h"
 #include "tests/support/simulator_process.h"
 
 namespace {

@@ -15,6 +15,8 @@
 
 #include <csignal>
 
+#include "tests/support/programs.h"
+
 namespace test {
 
 namespace {
@@ -40,7 +42,7 @@ ConsoleFolder::ConsoleFolder() {
   fs::permissions(root_.Path(),
                   fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
   fs::permissions(Home(), fs::perms::all);
-  fs::copy_file(TESK_CONSOLE_PROGRAM, Program() / "teskctl");
+  fs::copy_file(ProgramPath("teskctl"), Program() / "teskctl");
 }
 
 void ConsoleFolder::WriteSettings(const std::string& device, const std::string& more) const {
@@ -57,8 +59,7 @@ ConsoleProcess::ConsoleProcess(const ConsoleFolder& folder,
     environment.insert(QLatin1String(name), ToQString(folder.Home()));
   }
   environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-  environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
-                     QFileInfo(QStringLiteral(TESK_CONSOLE_PROGRAM)).path());
+  environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QString::fromStdString(ProgramFolder()));
   environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"),
                      QStringLiteral("teskpilot:") + socket);
   process_.setProcessEnvironment(environment);

@@ -21,6 +21,12 @@
 
 namespace test {
 
+// What the console says of the line while the switcher answers.
+inline constexpr char kConnected[] = "Connected - COM 1  (57600, 8, N, 1)";
+
+// The number of the mark of an ordinary crosspoint.
+inline constexpr int kCrosspoint = 1;
+
 // A message box as the operator sees it.
 struct Box {
   std::string icon;  // "critical" or "exclamation"

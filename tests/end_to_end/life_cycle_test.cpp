@@ -238,9 +238,10 @@ TEST_F(LifeCycleTest, AViewThatWasClosedOpensAgain) {
         .value(QLatin1String("visible"))
         .toBool();
   };
-  for (const auto& [command, view] :
+  for (const auto& [command, name] :
        {std::pair{"ID_XpointMap", "frmXmap"}, std::pair{"ID_StationAlphas", "frmAlphas"},
         std::pair{"ID_ButtonProgramming", "frmButtons"}}) {
+    const char* const view = name;
     EXPECT_TRUE(visible(view)) << view;
     console.CloseWindow(view);
     EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return !visible(view); })) << view;

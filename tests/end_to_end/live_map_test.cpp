@@ -17,11 +17,9 @@ using testing::StartsWith;
 using namespace std::chrono_literals;
 
 constexpr int kNone = 0;
-constexpr int kCrosspoint = 1;
 constexpr int kInhibit = 2;
 constexpr int kPriority = 3;
 
-constexpr char kConnected[] = "Connected - COM 1  (57600, 8, N, 1)";
 constexpr char kNotConnected[] = "Not Connected - COM 1";
 
 class LiveMapTest : public testing::Test {

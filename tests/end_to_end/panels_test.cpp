@@ -37,7 +37,6 @@ constexpr int kNotConfirmed = 6;
 constexpr int kChannels = 64;
 
 constexpr int kNoMark = 0;
-constexpr int kCrosspoint = 1;
 
 // A port that was free a moment ago.
 int FreePort() { return FakeConsole().Port(); }

@@ -22,8 +22,6 @@ using testing::Not;
 using testing::StartsWith;
 using namespace std::chrono_literals;
 
-constexpr char kConnected[] = "Connected - COM 1  (57600, 8, N, 1)";
-
 class RetrievalTransferTest : public testing::TestWithParam<int> {
  protected:
   void SetUp() override { folder_.WriteSettings(line_); }

@@ -22,7 +22,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 constexpr char kNoJet[] = "The file is not a Jet database (page 0)";
 
-jet::Status OpenBytes(Bytes bytes) {
+jet::Status StatusOf(Bytes bytes) {
   std::unique_ptr<jet::Database> database;
   jet::Status status = jet::Database::Open(std::make_unique<jet::MemoryPageFile>(std::move(bytes)),
                                            jet::Access::ReadWrite, &database);
@@ -30,7 +30,7 @@ jet::Status OpenBytes(Bytes bytes) {
   return status;
 }
 
-jet::Status OpenText(const std::string& text) { return OpenBytes({text.begin(), text.end()}); }
+jet::Status OpenText(const std::string& text) { return StatusOf({text.begin(), text.end()}); }
 
 // A sample with a byte of its masked header changed.
 Bytes WithHeaderByte(const char* sample, std::size_t at, std::uint8_t value) {
@@ -55,7 +55,7 @@ TEST(ForeignFiles, OfNewerFormats) {
   for (const int version : {2, 3, 5, 6, 255}) {
     Bytes bytes = test::SampleBytes("adox_jet4");
     bytes[0x14] = static_cast<std::uint8_t>(version);
-    EXPECT_THAT(OpenBytes(bytes),
+    EXPECT_THAT(StatusOf(bytes),
                 Fails(3343, "The file is of a newer database format (" + std::to_string(version) +
                                 "); formats 0 (Jet 3) and 1 (Jet 4) are known (page 0)"));
   }
@@ -63,35 +63,35 @@ TEST(ForeignFiles, OfNewerFormats) {
   const std::string name = "Standard ACE DB";
   std::copy(name.begin(), name.end(), ace.begin() + 4);
   ace[0x14] = 2;
-  EXPECT_EQ(OpenBytes(ace).Number(), 3343);
+  EXPECT_EQ(StatusOf(ace).Number(), 3343);
 }
 
 TEST(ForeignFiles, Encoded) {
-  EXPECT_THAT(OpenBytes(WithHeaderByte("tesk_jet4", 0x3E, 1)),
+  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet4", 0x3E, 1)),
               Fails(3251, "The database is encoded (page 0)"));
-  EXPECT_THAT(OpenBytes(WithHeaderByte("tesk_jet3", 0x41, 0x80)),
+  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet3", 0x41, 0x80)),
               Fails(3251, "The database is encoded (page 0)"));
 }
 
 // A password keeps people out, not programs: the pages are plain.
 TEST(ForeignFiles, WithAPassword) {
-  EXPECT_THAT(OpenBytes(WithHeaderByte("tesk_jet4", 0x42, 0x55)), IsOk());
-  EXPECT_THAT(OpenBytes(WithHeaderByte("tesk_jet3", 0x42, 0x55)), IsOk());
+  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet4", 0x42, 0x55)), IsOk());
+  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet3", 0x42, 0x55)), IsOk());
 }
 
 TEST(ForeignFiles, OfAnotherCodePage) {
-  EXPECT_THAT(OpenBytes(WithHeaderByte("tesk_jet3", 0x3C, 0xE3)),
+  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet3", 0x3C, 0xE3)),
               Fails(3251, "The database has code page 1251; only 1252 is supported (page 0)"));
-  EXPECT_THAT(OpenBytes(WithHeaderByte("tesk_jet4", 0x3C, 0xE3)), IsOk()) << "texts are Unicode";
+  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet4", 0x3C, 0xE3)), IsOk()) << "texts are Unicode";
 }
 
 TEST(ForeignFiles, CutOff) {
   Bytes bytes = test::SampleBytes("adox_jet4");
   bytes.resize(3 * 4096);
-  EXPECT_THAT(OpenBytes(bytes),
+  EXPECT_THAT(StatusOf(bytes),
               Fails(3049, "The file is cut off: 12288 bytes are no database (page 0)"));
   bytes.resize(30);
-  EXPECT_THAT(OpenBytes(bytes),
+  EXPECT_THAT(StatusOf(bytes),
               Fails(3049, "The file is cut off: 30 bytes are no database (page 0)"));
 }
 

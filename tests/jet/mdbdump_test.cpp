@@ -12,7 +12,8 @@
 #include "db/jet/bytes.h"
 #include "tests/jet/jet_support.h"
 #include "tests/jet/json_compare.h"
-#include "tests/jet/run_program.h"
+#include "tests/support/programs.h"
+#include "tests/support/run_program.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -24,7 +25,7 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 ProgramResult Mdbdump(const std::vector<std::string>& arguments) {
-  return test::RunProgram(TESK_MDBDUMP_PROGRAM, arguments);
+  return test::RunProgram(test::ProgramPath("mdbdump"), arguments);
 }
 
 class MdbdumpTest : public testing::Test {

@@ -13,8 +13,8 @@
 
 #include "db/schema.h"
 #include "tests/jet/jet_support.h"
-#include "tests/jet/run_program.h"
 #include "tests/jet/table_model.h"
+#include "tests/support/run_program.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {

@@ -27,32 +27,27 @@
 #include "tests/soak/good_panel.h"
 #include "tests/soak/hostile_peers.h"
 #include "tests/soak/operator.h"
+#include "tests/support/programs.h"
 #include "tests/support/simulator_process.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
+using namespace std::chrono_literals;
 
 constexpr int kPanels = 8;
 constexpr int kTakenOutputs = 8;  // good panels take on the outputs 1 to 8 only
 constexpr int kChannels = 64;
 // Ten seconds of hostile peers leave more behind when each of them leaves 4 kB.
 constexpr double kMostGrowth = 8;
-#ifdef __SANITIZE_ADDRESS__
 // The sanitizer keeps what was freed, and the places in the program where that was done: so
 // little of both that the console's own growth is seen.  Other options may overrule these.
 constexpr char kSanitizerOptions[] = "quarantine_size_mb=8:malloc_context_size=2:";
-#endif
 // The answer to a poll stands behind what other panels are sent, 75 ms for each message, on a
 // machine that is busy besides.  A panel waits 30 s before it gives the console up.
-#ifdef __SANITIZE_ADDRESS__
-constexpr milliseconds kMostHeld{5000};
-constexpr milliseconds kMostWait{120000};
-#else
-constexpr milliseconds kMostHeld{1000};
-constexpr milliseconds kMostWait{20000};
-#endif
+milliseconds MostHeld() { return test::ProgramsAreSanitized() ? 5s : 1s; }
+milliseconds MostWait() { return test::ProgramsAreSanitized() ? 120s : 20s; }
 
 double ResidentMegabytes(qint64 process) {
   std::ifstream status("/proc/" + std::to_string(process) + "/status");
@@ -143,7 +138,7 @@ class Soak {
     }
     if (received_ != takes_) fail("a take did not reach the switcher");
     if (simulator_.WaitForLine("rx take", milliseconds(500))) fail("a take that nobody asked for");
-    if (held_ > kMostHeld) fail("the console did not answer in time");
+    if (held_ > MostHeld()) fail("the console did not answer in time");
     if (growth_ > kMostGrowth) fail("the console's memory grows");
     if (!operator_->Stuck().empty()) {
       std::printf("the operator: %s\n", operator_->Stuck().c_str());
@@ -157,7 +152,7 @@ class Soak {
     if (boxes.size() > 2) fail("a stack of boxes");
     milliseconds longest{0};
     for (const auto& panel : panels_) longest = std::max(longest, panel->LongestAnswer());
-    if (longest > kMostWait) fail("a poll was not answered in time");
+    if (longest > MostWait()) fail("a poll was not answered in time");
     panels_.clear();
     // The report that shows is read before a console ends.
     for (std::size_t i = 0; i < boxes.size(); ++i) console_->CloseBox();
@@ -254,9 +249,7 @@ class Soak {
 }  // namespace
 
 int main(int argc, char** argv) {
-#ifdef __SANITIZE_ADDRESS__
   qputenv("ASAN_OPTIONS", kSanitizerOptions + qgetenv("ASAN_OPTIONS"));
-#endif
   const QCoreApplication application(argc, argv);
   const double minutes = argc > 1 ? std::atof(argv[1]) : 3;
   Soak soak;

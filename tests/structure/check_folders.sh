@@ -56,7 +56,7 @@ done
 # Every test that is written is run.
 for test in $(find tests -name '*_test.cpp'); do
   name=$(basename "$test" .cpp)
-  grep -qE "tesk(_window)?_test\($name[ )]" "$(dirname "$test")/CMakeLists.txt" ||
+  grep -qE "(^|[ (])$name\.cpp" "$(dirname "$test")/CMakeLists.txt" ||
     { echo "$test is not registered"; failed=1; }
 done
 exit $failed

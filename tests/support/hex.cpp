@@ -39,4 +39,10 @@ std::string Hex(std::span<const std::uint8_t> bytes) {
   return text;
 }
 
+std::string Times(int count, std::string_view hex) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text.append(hex).append(" ");
+  return text;
+}
+
 }  // namespace test

@@ -20,6 +20,9 @@ std::vector<std::uint8_t> FromHex(std::string_view text);
 // Bytes to "FD 02 00 FF".
 std::string Hex(std::span<const std::uint8_t> bytes);
 
+// The bytes `count` times over, each time with a blank behind them.
+std::string Times(int count, std::string_view hex);
+
 }  // namespace test
 
 #endif  // TESTS_SUPPORT_HEX_H_

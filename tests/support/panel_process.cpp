@@ -8,6 +8,8 @@
 #include <sys/prctl.h>
 
 #include <csignal>
+
+#include "tests/support/programs.h"
 #endif
 
 namespace test {
@@ -24,7 +26,7 @@ PanelProcess::PanelProcess(int port, const std::vector<std::string>& arguments,
   process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
 #endif
   if (!outputFile.empty()) process_.setStandardOutputFile(QString::fromStdString(outputFile));
-  process_.start(QStringLiteral(TESK_PANEL_PROGRAM), words);
+  process_.start(QString::fromStdString(ProgramPath("teskpanel")), words);
   process_.waitForStarted();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tests/support/simulator_process.h"
+#include "tests/support/programs.h"
 
 #include <signal.h>
 #include <sys/socket.h>
@@ -46,7 +47,7 @@ SimulatorProcess::~SimulatorProcess() {
 }
 
 void SimulatorProcess::Start(const std::vector<std::string>& arguments) {
-  std::string program = TESK_SIMULATOR_PROGRAM;
+  std::string program = ProgramPath("tesksim");
   std::vector<std::string> words = arguments;
   std::vector<char*> argv{program.data()};
   for (std::string& word : words) argv.push_back(word.data());

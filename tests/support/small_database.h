@@ -14,6 +14,9 @@
 
 namespace test {
 
+// A flag string of 64 members, none of them set.
+inline const std::string kNoFlags(64, '0');
+
 // An open configuration database without stations but those that the test adds.
 class SmallDatabase {
  public:

@@ -4,19 +4,16 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/hex.h"
 #include "tests/switcher/senders_fixture.h"
 
 namespace switcher {
 namespace {
 
+using test::Times;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::string Times(int count, std::string_view hex) {
-  std::string text;
-  for (int i = 0; i < count; ++i) text += std::string(hex) + " ";
-  return text;
-}
 
 std::string Flags(int count, std::initializer_list<int> set) {
   std::string flags(static_cast<std::size_t>(count), '0');

@@ -18,14 +18,9 @@ namespace switcher {
 namespace {
 
 using test::FromHex;
+using test::Times;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::string Times(int count, std::string_view hex) {
-  std::string text;
-  for (int i = 0; i < count; ++i) text += std::string(hex) + " ";
-  return text;
-}
 
 class TableDecoderTest : public testing::Test {
  protected:

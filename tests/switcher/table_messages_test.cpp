@@ -20,18 +20,13 @@ namespace {
 
 using test::FromHex;
 using test::Hex;
+using test::Times;
 
 // `count` members of which those in `set` (from 1) are on.
 std::vector<std::uint8_t> Members(int count, std::initializer_list<int> set) {
   std::vector<std::uint8_t> members(static_cast<std::size_t>(count));
   for (const int member : set) members[static_cast<std::size_t>(member - 1)] = 1;
   return members;
-}
-
-std::string Times(int count, std::string_view hex) {
-  std::string text;
-  for (int i = 0; i < count; ++i) text += std::string(hex) + " ";
-  return text;
 }
 
 // A refusal: the message and what comes of it.

@@ -31,11 +31,11 @@ namespace switcher {
 namespace {
 
 // The system of the page.
-constexpr int kChannels = 16;
-constexpr int kRelays = 16;
-constexpr int kLabels = 2;
-constexpr int kButtons = 2;
-constexpr int kOptos = 1;
+constexpr int kPageChannels = 16;
+constexpr int kPageRelays = 16;
+constexpr int kPageLabels = 2;
+constexpr int kPageButtons = 2;
+constexpr int kPageOptos = 1;
 
 struct Example {
   Bytes bytes;
@@ -106,7 +106,7 @@ Read ReadGain(const Bytes& message) {
 }
 
 Read ReadOrder(const Bytes& message) {
-  const auto order = ParseLabelOrder(message, kLabels);
+  const auto order = ParseLabelOrder(message, kPageLabels);
   if (!order) return {"refused", {}};
   std::string meaning = "order of the " + KindOfLabels(order->selector) + ": stations";
   for (const int station : order->stations) meaning += " " + Number(station);
@@ -115,7 +115,7 @@ Read ReadOrder(const Bytes& message) {
 
 Read ReadRow(const Bytes& message) {
   CrosspointRow row;
-  const DecodeStatus status = ParseCrosspointRow(message, kChannels, &row);
+  const DecodeStatus status = ParseCrosspointRow(message, kPageChannels, &row);
   if (status != DecodeStatus::Ok) return {std::string(StatusWord(status)), {}};
   return {"crosspoints of output " + Number(row.output) + ": " + On("inputs", row.sources) +
               "; status " + Number(row.status),
@@ -131,7 +131,7 @@ Read ReadTally(const Bytes& message) {
 
 Read ReadGains(const Bytes& message) {
   std::vector<std::int16_t> steps;
-  const DecodeStatus status = ParseGainReport(message, kChannels, &steps);
+  const DecodeStatus status = ParseGainReport(message, kPageChannels, &steps);
   if (status != DecodeStatus::Ok) return {std::string(StatusWord(status)), {}};
   std::string meaning = "gain steps:";
   for (const std::int16_t step : steps) meaning += " " + Number(step);
@@ -140,7 +140,7 @@ Read ReadGains(const Bytes& message) {
 
 Read ReadTexts(const Bytes& message) {
   LabelTexts texts;
-  const DecodeStatus status = ParseLabelTexts(message, kLabels, &texts);
+  const DecodeStatus status = ParseLabelTexts(message, kPageLabels, &texts);
   if (status != DecodeStatus::Ok) return {std::string(StatusWord(status)), {}};
   std::string meaning = KindOfLabels(texts.selector) + ":";
   for (const std::string& label : texts.labels) {
@@ -154,23 +154,24 @@ Read ReadTexts(const Bytes& message) {
 
 Read ReadInhibits(const Bytes& message) {
   InhibitRow row;
-  const DecodeStatus status = ParseInhibitRow(message, kChannels, &row);
+  const DecodeStatus status = ParseInhibitRow(message, kPageChannels, &row);
   if (status != DecodeStatus::Ok) return {std::string(StatusWord(status)), {}};
   return {"inhibits of output " + Number(row.output) + ": " + On("inputs", row.inhibited),
-          EncodeInhibitRow(row.output, Flags(row.inhibited), kChannels)};
+          EncodeInhibitRow(row.output, Flags(row.inhibited), kPageChannels)};
 }
 
 Read ReadRelays(const Bytes& message) {
   RelayRow row;
-  const DecodeStatus status = ParseRelayRow(message, kChannels, kRelays, &row);
+  const DecodeStatus status = ParseRelayRow(message, kPageChannels, kPageRelays, &row);
   if (status != DecodeStatus::Ok) return {std::string(StatusWord(status)), {}};
   return {"relays of output " + Number(row.output) + ": " + On("relays", row.relays),
-          EncodeRelayRow(row.output, Flags(row.relays), kRelays)};
+          EncodeRelayRow(row.output, Flags(row.relays), kPageRelays)};
 }
 
 Read ReadButtons(const Bytes& message) {
   ButtonData data;
-  const DecodeStatus status = ParseButtonData(message, kChannels, kButtons, kChannels / 8, &data);
+  const DecodeStatus status =
+      ParseButtonData(message, kPageChannels, kPageButtons, kPageChannels / 8, &data);
   if (status != DecodeStatus::Ok) return {std::string(StatusWord(status)), {}};
   std::string meaning = "buttons of station " + Number(data.station) + ":";
   for (const ButtonData::Button& button : data.buttons) {
@@ -183,7 +184,7 @@ Read ReadButtons(const Bytes& message) {
 
 Read ReadOptos(const Bytes& message) {
   OptoData data;
-  const DecodeStatus status = ParseOptoData(message, kOptos, &data);
+  const DecodeStatus status = ParseOptoData(message, kPageOptos, &data);
   if (status != DecodeStatus::Ok) return {std::string(StatusWord(status)), {}};
   const OptoData::Opto& opto = data.optos.front();
   return {"optos: type " + Number(opto.type) + ", channel " + Number(opto.channel) + ", first " +
@@ -247,11 +248,11 @@ TEST(WirePageTest, EveryMessageHasAnExample) {
 }
 
 // A system of the table of lengths.
-struct Size {
+struct PageSize {
   int channels;
   int labels;
 };
-constexpr Size kSizes[] = {{16, 128}, {64, 128}, {256, 256}};
+constexpr PageSize kPageSizes[] = {{16, 128}, {64, 128}, {256, 256}};
 
 // The 32 buttons of a station, each with so many members.
 ButtonData Buttons(int members) {
@@ -271,7 +272,7 @@ OptoData Optos() {
 }
 
 // The message that a row of the table is about.
-Bytes MessageOfRow(const std::string& name, const Size& size) {
+Bytes MessageOfRow(const std::string& name, const PageSize& size) {
   const auto channels = static_cast<std::size_t>(size.channels);
   const std::vector<int> stations(static_cast<std::size_t>(size.labels), 1);
   const std::vector<std::string> labels(static_cast<std::size_t>(size.labels), "12345678");
@@ -305,8 +306,8 @@ TEST(WirePageTest, TheLengthsAreThoseOfThePage) {
   for (const auto& row : test::PageTable("wire-format.md", "## Lengths")) {
     ASSERT_EQ(row.size(), 6U) << row.front();
     codes.insert(row[0]);
-    for (std::size_t i = 0; i < std::size(kSizes); ++i) {
-      const Bytes message = MessageOfRow(row[1], kSizes[i]);
+    for (std::size_t i = 0; i < std::size(kPageSizes); ++i) {
+      const Bytes message = MessageOfRow(row[1], kPageSizes[i]);
       EXPECT_EQ(std::to_string(message.size()), row[3 + i]) << row[1];
       EXPECT_EQ("0x" + test::Hex(Bytes{message.front()}), row[0]) << row[1];
     }

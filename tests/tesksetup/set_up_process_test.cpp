@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -14,6 +13,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "tests/support/programs.h"
 #include "tests/support/temporary_folder.h"
 #include "tools/pilot/pilot_client.h"
 
@@ -44,7 +44,7 @@ class SetUpProcessTest : public testing::Test {
   SetUpProcessTest() {
     fs::create_directories(root_ / "bin");
     fs::create_directories(root_ / "Studio A");
-    fs::copy_file(TESK_SET_UP_PROGRAM, root_ / "bin/tesksetup");
+    fs::copy_file(test::ProgramPath("tesksetup"), root_ / "bin/tesksetup");
     Install("first");
   }
 
@@ -63,7 +63,7 @@ class SetUpProcessTest : public testing::Test {
       environment.insert(QLatin1String(name), home_);
     }
     environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
-                       QFileInfo(QStringLiteral(TESK_SET_UP_PROGRAM)).path());
+                       QString::fromStdString(test::ProgramFolder()));
     environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"),
                        QStringLiteral("teskpilot:") + socket_);
     process.setProcessEnvironment(environment);
@@ -73,8 +73,6 @@ class SetUpProcessTest : public testing::Test {
 
   Outcome Start() { return RunProgram(root_ / "bin/tesksetup", {"--start", root_ / "Studio A"}); }
 
-  int argc_ = 0;
-  QCoreApplication application_{argc_, nullptr};
   test::TemporaryFolder root_;
   QString home_ = QString::fromStdString(root_.Path());
   QString socket_ = home_ + QStringLiteral("/pilot");
@@ -161,7 +159,7 @@ TEST_F(SetUpProcessTest, AConsoleThatIsGoneIsSaidToBe) {
 TEST_F(SetUpProcessTest, AWrongCommandLineIsRefused) {
   for (const std::vector<std::string>& wrong :
        {std::vector<std::string>{"--start"}, {"--start", ""}, {"folder"}, {"--bogus"}}) {
-    const Outcome outcome = RunProgram(TESK_SET_UP_PROGRAM, wrong);
+    const Outcome outcome = RunProgram(test::ProgramPath("tesksetup"), wrong);
     EXPECT_EQ(outcome.code, 2);
     EXPECT_TRUE(outcome.errors.starts_with("tesksetup: ")) << outcome.errors;
   }

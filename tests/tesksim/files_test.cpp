@@ -14,6 +14,7 @@
 #include "db/jet/database.h"
 #include "db/schema.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/tesksim/small_system.h"
 #include "tools/tesksim/database_tables.h"
 #include "tools/tesksim/initial_state.h"
 #include "tools/tesksim/kept_state.h"
@@ -25,8 +26,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-constexpr SystemSizes kSmall{.channels = 8, .stations = 1, .labels = 2};
 
 class FilesTest : public testing::Test {
  protected:

@@ -5,13 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/tesksim/small_system.h"
+
 namespace tesksim {
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
-
-constexpr SystemSizes kSmall{.channels = 8, .stations = 1, .labels = 2};
 
 std::vector<std::string> Lines(const std::string& text) {
   std::vector<std::string> lines;

@@ -92,13 +92,13 @@ TEST(Options, Device) {
   EXPECT_EQ(options.device, "/dev/ttyUSB0");
 }
 
-struct WrongCase {
+struct WrongLine {
   std::vector<const char*> arguments;
   const char* complaint;
 };
 
 TEST(Options, WrongOnesAreNamed) {
-  const WrongCase cases[] = {
+  const WrongLine cases[] = {
       {{"channels"}, "what is \"channels\"?"},
       {{"-h"}, "what is \"-h\"?"},
       {{"--"}, "unknown option --"},
@@ -126,7 +126,7 @@ TEST(Options, WrongOnesAreNamed) {
       {{"--delay", "soon"}, "--delay must be 0..60000"},
       {{"--link", "a", "--device", "b"}, "--link names a pseudo terminal, and --device uses none"},
   };
-  for (const WrongCase& wrong : cases) {
+  for (const WrongLine& wrong : cases) {
     SCOPED_TRACE(wrong.complaint);
     Options options;
     EXPECT_EQ(Parse(wrong.arguments, &options), wrong.complaint);

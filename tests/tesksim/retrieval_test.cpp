@@ -14,6 +14,7 @@
 #include "switcher/messages/label_texts.h"
 #include "switcher/messages/opto_data.h"
 #include "switcher/messages/relay_row.h"
+#include "tests/support/hex.h"
 #include "tests/tesksim/simulated_line.h"
 #include "tools/tesksim/kept_state.h"
 
@@ -23,16 +24,11 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 using test::Hex;
+using test::Times;
 using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-std::string Repeat(int count, const std::string& hex) {
-  std::string text;
-  for (int i = 0; i < count; ++i) text += hex + " ";
-  return text;
-}
 
 // Cuts a stream into messages at the end bytes; labels here have none inside.
 std::vector<Bytes> Cut(const Bytes& stream) {
@@ -79,10 +75,10 @@ TEST_F(RetrievalTest, EveryTableByteByByte) {
   EXPECT_EQ(Hex(answer[kRelaysOf1]),
             "F4 00 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 01 01 FF");
   EXPECT_EQ(Hex(answer[16]), "F5 07 00 00 01 07 FF");
-  EXPECT_EQ(Hex(answer[17]), "F4 07 00 " + Repeat(8, "00 00") + "07 FF");
+  EXPECT_EQ(Hex(answer[17]), "F4 07 00 " + Times(8, "00 00") + "07 FF");
   EXPECT_THAT(Hex(answer[kOptos]),
-              StartsWith("E1 03 00 48 01 02 00 00 01 " + Repeat(7, "00 00") +
-                         "7E 01 02 00 02 00 02 00 " + Repeat(7, "00 00") + "7E 01 "));
+              StartsWith("E1 03 00 48 01 02 00 00 01 " + Times(7, "00 00") +
+                         "7E 01 02 00 02 00 02 00 " + Times(7, "00 00") + "7E 01 "));
   EXPECT_EQ(answer[kOptos].size(), 1411u);
   EXPECT_THAT(Hex(answer[19]), StartsWith("FB 00 00 00 00 01 00 00 00 02 00 "));
   EXPECT_THAT(Hex(answer[kButtonsOf8]), StartsWith("FB 07 00 7F 01 02 01 00 00 02 00 "));
@@ -235,13 +231,13 @@ TEST_F(RetrievalTest, WhatChangesMeanwhileComesAsItStandsThen) {
 TEST_F(RetrievalTest, SpoiledChecksum) {
   Spoil("relays 1 checksum");
   const std::vector<Bytes> answer = Retrieve();
-  EXPECT_EQ(Hex(answer[kRelaysOf1]), "F4 00 00 " + Repeat(8, "00 00") + "01 FF");
-  EXPECT_EQ(Hex(answer[kRelaysOf1 + 2]), "F4 01 00 " + Repeat(8, "00 00") + "01 FF");
+  EXPECT_EQ(Hex(answer[kRelaysOf1]), "F4 00 00 " + Times(8, "00 00") + "01 FF");
+  EXPECT_EQ(Hex(answer[kRelaysOf1 + 2]), "F4 01 00 " + Times(8, "00 00") + "01 FF");
   EXPECT_THAT(line_.log, Contains("tx table relays 1 (spoiled: checksum)"));
   EXPECT_THAT(line_.log, Contains("tx table relays 2"));
   EXPECT_EQ(Hex(Retrieve()[kRelaysOf1]), Hex(answer[kRelaysOf1]));  // in every retrieval
   line_.simulator.Tables().Mend();
-  EXPECT_EQ(Hex(Retrieve()[kRelaysOf1]), "F4 00 00 " + Repeat(8, "00 00") + "00 FF");
+  EXPECT_EQ(Hex(Retrieve()[kRelaysOf1]), "F4 00 00 " + Times(8, "00 00") + "00 FF");
 }
 
 TEST_F(RetrievalTest, SpoiledLength) {
@@ -268,12 +264,12 @@ TEST_F(RetrievalTest, SpoiledNumberInTheLargestSystem) {
   const auto spoiled = ParseSpoiledMessage(SplitWords("relays 1 number"));
   big.simulator.Tables().Spoil(*spoiled);
   // Output 257: 256 is 0 + 2 * 128, and adds nothing to the checksum.
-  EXPECT_THAT(big.Ask("E7"), HasSubstr(" FF F4 00 02 " + Repeat(8, "00 00") + "00 FF "));
+  EXPECT_THAT(big.Ask("E7"), HasSubstr(" FF F4 00 02 " + Times(8, "00 00") + "00 FF "));
 }
 
 TEST_F(RetrievalTest, SpoiledEnd) {
   Spoil("inhibits 1 end");
-  EXPECT_EQ(Hex(Retrieve()[2]), "F5 00 00 01 00 01 F4 00 00 " + Repeat(8, "00 00") + "00 FF");
+  EXPECT_EQ(Hex(Retrieve()[2]), "F5 00 00 01 00 01 F4 00 00 " + Times(8, "00 00") + "00 FF");
 }
 
 TEST_F(RetrievalTest, Dropped) {

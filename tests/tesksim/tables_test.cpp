@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/hex.h"
 #include "tests/tesksim/simulated_line.h"
 #include "tools/tesksim/kept_state.h"
 #include "tools/tesksim/state_text.h"
@@ -12,13 +13,8 @@
 namespace tesksim {
 namespace {
 
+using test::Times;
 using testing::ElementsAre;
-
-std::string Repeat(int count, const std::string& hex) {
-  std::string text;
-  for (int i = 0; i < count; ++i) text += hex + " ";
-  return text;
-}
 
 class TablesTest : public testing::Test {
  protected:
@@ -129,8 +125,8 @@ TEST_F(TablesTest, Relays) {
 
 TEST_F(TablesTest, Buttons) {
   // Station 2: button 1 is 255 (group), first 7, stations 1, 8 and 16; the others are 0.
-  Send("FB 01 00 7F 01 07 00 " + Repeat(31, "00 00 00 00") + "01 01 00 01 " +
-       Repeat(31, "00 00 00 00") + "08 FF");
+  Send("FB 01 00 7F 01 07 00 " + Times(31, "00 00 00 00") + "01 01 00 01 " +
+       Times(31, "00 00 00 00") + "08 FF");
   EXPECT_EQ(DescribeButton(State(), 2, 1), "station 2 button 1 type 255 first 7 members 1 8 16");
   EXPECT_EQ(DescribeButton(State(), 2, 2), "station 2 button 2 type 0 first 0 members none");
   EXPECT_EQ(DescribeButton(State(), 1, 1), "station 1 button 1 type 0 first 1 members 1");
@@ -139,39 +135,39 @@ TEST_F(TablesTest, Buttons) {
 
 TEST_F(TablesTest, ButtonsWithMoreGroupsThanStations) {
   // Eight groups; station 64 of button 32.
-  Send("FB 0F 00 " + Repeat(64, "00 00") + Repeat(255, "00 00") + "00 01 0F FF");
+  Send("FB 0F 00 " + Times(64, "00 00") + Times(255, "00 00") + "00 01 0F FF");
   EXPECT_EQ(DescribeButton(State(), 16, 32), "station 16 button 32 type 0 first 0 members 64");
   EXPECT_EQ(DescribeButton(State(), 16, 1), "station 16 button 1 type 0 first 0 members none");
 }
 
 TEST_F(TablesTest, ButtonsWithFewerGroupsThanStations) {
-  Send("FB 00 00 " + Repeat(64, "00 00") + "00 00 01 00 " + Repeat(30, "00 00") + "01 FF");
+  Send("FB 00 00 " + Times(64, "00 00") + "00 00 01 00 " + Times(30, "00 00") + "01 FF");
   EXPECT_EQ(DescribeButton(State(), 1, 2), "station 1 button 2 type 0 first 0 members 1");
-  Send("FB 00 00 " + Repeat(64, "00 00") + "00 FF");  // none at all
+  Send("FB 00 00 " + Times(64, "00 00") + "00 FF");  // none at all
   EXPECT_EQ(DescribeButton(State(), 1, 2), "station 1 button 2 type 0 first 0 members none");
   EXPECT_EQ(Counts().tables, 2u);
 }
 
 TEST_F(TablesTest, Optos) {
   // Opto 2: type 254, channel 129, first 3, stations 1 and 64.
-  Send("E1 " + Repeat(11, "00 00") +
+  Send("E1 " + Times(11, "00 00") +
        "7E 01 01 01 03 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 01 " +
-       Repeat(62 * 11, "00 00") + "03 FF");
+       Times(62 * 11, "00 00") + "03 FF");
   EXPECT_EQ(DescribeOpto(State(), 2), "opto 2 type 254 channel 129 first 3 members 1 64");
   EXPECT_EQ(DescribeOpto(State(), 1), "opto 1 type 0 channel 0 first 0 members none");
   EXPECT_THAT(line_.log, ElementsAre("rx optos all"));
 }
 
-struct WrongCase {
+struct WrongTable {
   std::string hex;
   const char* log;
 };
 
 TEST_F(TablesTest, WhatIsWrongChangesNothing) {
-  const std::string relays = Repeat(7, "00 00");
-  const std::string buttons = Repeat(127, "00 00");
-  const std::string optos = Repeat(703, "00 00");
-  const WrongCase cases[] = {
+  const std::string relays = Times(7, "00 00");
+  const std::string buttons = Times(127, "00 00");
+  const std::string optos = Times(703, "00 00");
+  const WrongTable cases[] = {
       {"F4 02 00 " + relays + "01 00 02 FF", "rx malformed relays 21 bytes, wrong checksum"},
       {"F4 02 00 " + relays + "01 03 FF", "rx malformed relays 20 bytes, wrong length"},
       {"F4 02 00 " + relays + "01 00 00 03 FF", "rx malformed relays 22 bytes, wrong length"},
@@ -186,14 +182,14 @@ TEST_F(TablesTest, WhatIsWrongChangesNothing) {
       {"FB 10 00 01 00 " + buttons + "11 FF", "rx buttons station 17 (refused)"},
       {"FB 00 00 00 FF", "rx malformed buttons 5 bytes, wrong length"},
       {"FB FF", "rx malformed buttons 2 bytes, wrong length"},
-      {"FB 00 00 " + Repeat(32 * 35, "00 00") + "00 FF",  // 33 groups: 264 stations
+      {"FB 00 00 " + Times(32 * 35, "00 00") + "00 FF",  // 33 groups: 264 stations
        "rx malformed buttons 2245 bytes, wrong length"},
       {"E1 01 00 " + optos + "00 FF", "rx malformed optos 1411 bytes, wrong checksum"},
       {"E1 01 " + optos + "01 FF", "rx malformed optos 1410 bytes, wrong length"},
       {"E1 FF", "rx malformed optos 2 bytes, wrong length"},
   };
   const std::string before = WriteState(State());
-  for (const WrongCase& wrong : cases) {
+  for (const WrongTable& wrong : cases) {
     SCOPED_TRACE(wrong.log);
     line_.log.clear();
     Send(wrong.hex);
@@ -206,19 +202,19 @@ TEST_F(TablesTest, WhatIsWrongChangesNothing) {
 }
 
 TEST_F(TablesTest, AMessageWithoutItsEndByteIsBrokenAndTheNextOneIsTaken) {
-  Send("F4 02 00 " + Repeat(8, "00 00") + "02 F5 0F 00 01 01 00 01 10 FF");
+  Send("F4 02 00 " + Times(8, "00 00") + "02 F5 0F 00 01 01 00 01 10 FF");
   EXPECT_THAT(line_.log,
               ElementsAre("rx broken relays 20 bytes", "rx inhibits output 16 inhibits 1 8 16"));
 }
 
 TEST_F(TablesTest, TheLastOnesOfTheLargestSystem) {
   SimulatedLine big({.channels = 256, .stations = 256, .labels = 256});
-  big.Ask("F5 7F 01 " + Repeat(31, "00 00") + "00 01 7F FF");
+  big.Ask("F5 7F 01 " + Times(31, "00 00") + "00 01 7F FF");
   EXPECT_EQ(DescribeInhibits(big.simulator.State(), 256), "output 256 inhibits 256");
-  big.Ask("F4 7F 01 " + Repeat(7, "00 00") + "01 00 00 FF");
+  big.Ask("F4 7F 01 " + Times(7, "00 00") + "01 00 00 FF");
   EXPECT_EQ(DescribeRelays(big.simulator.State(), 256), "output 256 relays 57");
   // 32 groups for each of 32 buttons: 2181 bytes.
-  big.Ask("FB 7F 01 " + Repeat(64, "00 00") + Repeat(1023, "00 00") + "00 01 7F FF");
+  big.Ask("FB 7F 01 " + Times(64, "00 00") + Times(1023, "00 00") + "00 01 7F FF");
   EXPECT_EQ(DescribeButton(big.simulator.State(), 256, 32),
             "station 256 button 32 type 0 first 0 members 256");
   EXPECT_EQ(big.simulator.Counts().tables, 3u);

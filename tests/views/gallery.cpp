@@ -12,8 +12,8 @@
 namespace test {
 namespace {
 
-QString folder;
-QString theme;
+QString pictureFolder;
+QString themeName;
 
 }  // namespace
 
@@ -21,15 +21,15 @@ void RunGallery(int argc, char** argv, void (*draw)()) {
   const GuiApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() < 2) qFatal("usage: %s FOLDER [light|dark|contrast]", argv[0]);
-  folder = arguments[1];
-  theme = arguments.value(2, QStringLiteral("light"));
-  ApplyTheme(theme);
-  QDir().mkpath(folder);
+  pictureFolder = arguments[1];
+  themeName = arguments.value(2, QStringLiteral("light"));
+  ApplyTheme(themeName);
+  QDir().mkpath(pictureFolder);
   draw();
 }
 
 void Save(const QPixmap& picture, const QString& name) {
-  const QString file = QStringLiteral("%1/%2-%3.png").arg(folder, theme, name);
+  const QString file = QStringLiteral("%1/%2-%3.png").arg(pictureFolder, themeName, name);
   if (!picture.save(file)) qFatal("cannot write %s", qPrintable(file));
 }
 

@@ -2,6 +2,7 @@
 
 #include "tests/views/gui_support.h"
 
+#include <QFile>
 #include <QSettings>
 
 #include "views/console_style.h"
@@ -19,7 +20,9 @@ void WithoutPlatform(QtMsgType type, const QMessageLogContext& context, const QS
 }  // namespace
 
 GuiApplication::GuiApplication(int& argc, char** argv) : application_(argc, argv) {
-  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_.path());
+  // Not every machine that tests has one.
+  qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder_.path()));
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder_.path());
   QApplication::setStyle(new views::ConsoleStyle(QStringLiteral("Fusion")));
   previousHandler = qInstallMessageHandler(WithoutPlatform);
 }

@@ -8,14 +8,15 @@
 
 namespace test {
 
-// An application as the console has it, with its own style, but with settings of its own that
-// go away with the object.  What the platform without a screen says of itself is kept quiet.
+// An application as the console has it, with its own style, but with settings and a runtime folder
+// of its own that go away with the object.  What the platform without a screen says of itself is
+// kept quiet.
 class GuiApplication {
  public:
   GuiApplication(int& argc, char** argv);
 
  private:
-  QTemporaryDir settings_;
+  QTemporaryDir folder_;
   QApplication application_;
 };
 

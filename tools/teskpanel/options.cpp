@@ -22,18 +22,18 @@ constexpr int kLargestType = 127;
 constexpr int kLongestTimeout = 3600;
 constexpr int kLastChannel = kLargestPair + 1;
 
-struct NamedType {
+struct ConnectionTypeWord {
   std::string_view name;
   int code;
 };
 
-constexpr NamedType kTypes[] = {
+constexpr ConnectionTypeWord kTypes[] = {
     {"lrm", 10},   {"automation", 30}, {"tkm-8", 51},    {"tkn-8", 52},
     {"multi", 53}, {"mini", 54},       {"intercom", 55},
 };
 
 bool SetType(std::string_view value, int* type) {
-  for (const NamedType& known : kTypes) {
+  for (const ConnectionTypeWord& known : kTypes) {
     if (known.name == value) {
       *type = known.code;
       return true;
@@ -209,7 +209,7 @@ std::string HelpText() {
       "sent as the command code it is.\n"
       "\n"
       "TYPE: a number, or ";
-  for (const NamedType& type : kTypes) {
+  for (const ConnectionTypeWord& type : kTypes) {
     text += std::string(type.name) + (&type == std::end(kTypes) - 1 ? ".\n" : ", ");
   }
   text +=

@@ -11,18 +11,18 @@ namespace teskpanel {
 
 namespace {
 
-struct NamedType {
+struct ButtonTypeWord {
   int type;
   std::string_view name;
 };
 
-constexpr NamedType kButtonTypes[] = {
+constexpr ButtonTypeWord kButtonTypes[] = {
     {kTalkButton, "talk"},         {kListenButton, "listen"}, {kPriorityListenButton, "priority"},
     {kExternalButton, "external"}, {kGroupButton, "group"},   {kInactiveButton, "inactive"},
 };
 
 std::string ButtonTypeName(int type) {
-  for (const NamedType& known : kButtonTypes) {
+  for (const ButtonTypeWord& known : kButtonTypes) {
     if (known.type == type) return std::string(known.name);
   }
   return "type-" + std::to_string(type);

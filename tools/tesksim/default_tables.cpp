@@ -12,7 +12,7 @@ constexpr int kTalk = 0;
 constexpr int kInactive = 254;
 
 // "Sta. 007".
-std::string Numbered(const char* prefix, int number) {
+std::string WithThreeDigits(const char* prefix, int number) {
   char text[16];
   std::snprintf(text, sizeof text, "%s%03d", prefix, number);
   return text;
@@ -25,8 +25,8 @@ void FillLabels(SwitcherState& state) {
   for (int label = 1; label <= state.Sizes().labels; ++label) {
     const bool hidden = label > stations;
     const int number = hidden ? label - stations : label;
-    state.outLabels[label] = Numbered(hidden ? "{xt. " : "Sta. ", number);
-    state.inLabels[label] = Numbered(hidden ? "{npt " : "Inpt ", number);
+    state.outLabels[label] = WithThreeDigits(hidden ? "{xt. " : "Sta. ", number);
+    state.inLabels[label] = WithThreeDigits(hidden ? "{npt " : "Inpt ", number);
   }
 }
 

@@ -16,7 +16,6 @@ namespace {
 
 constexpr std::string_view kHeading = "tesksim state 1";
 constexpr std::string_view kEnd = "end";
-constexpr int kLargestByte = 255;
 constexpr int kLargestGain = 127;
 
 std::string Numbered(const char* name, int number) {

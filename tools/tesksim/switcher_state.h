@@ -37,7 +37,9 @@ enum class Crosspoint : std::uint8_t {
   Priority,  // call, priority listen: not interrupted by a call
 };
 
-// All numbers of a button or an opto are 0..255, as they travel.
+// All numbers of a button, an opto or a tally point are 0..kLargestByte, as they travel.
+inline constexpr int kLargestByte = 255;
+
 struct ButtonProgram {
   int type = 0;
   int first = 0;

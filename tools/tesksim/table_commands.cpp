@@ -16,7 +16,6 @@ using command_line::ParseNumber;
 
 namespace {
 
-constexpr int kLargestByte = 255;
 constexpr int kLargestMember = 256;  // of a button
 constexpr int kOptoMembers = static_cast<int>(switcher::kOptoStations);
 

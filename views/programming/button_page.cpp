@@ -11,17 +11,17 @@
 
 #include "views/plain_caption.h"
 #include "views/programming/focus_grid.h"
+#include "views/programming/page_metrics.h"
 
 namespace views {
 namespace {
 
-constexpr int kColumns = 8;
-constexpr int kMargin = 6;
+constexpr int kKeysMargin = 6;
 constexpr int kBetweenColumns = 6;
 constexpr int kBetweenRows = 14;
 constexpr int kKeyWidth = 64;  // 70 pixels from key to key
 constexpr int kKeyHeight = 34;
-constexpr int kBesideCaption = 12;
+constexpr int kBesideKeyCaption = 12;
 constexpr int kTypeHeight = 20;
 
 QString ElementName(const char* array, int button) {
@@ -33,20 +33,20 @@ QString ElementName(const char* array, int button) {
 ButtonPage::ButtonPage(int first, int buttonCount, QWidget* parent)
     : QWidget(parent), first_(first) {
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  column->setContentsMargins(kKeysMargin, kKeysMargin, kKeysMargin, kKeysMargin);
   auto* const grid = new QGridLayout;
   grid->setHorizontalSpacing(kBetweenColumns);
   grid->setVerticalSpacing(2);
-  auto* const focus = new FocusGrid(kColumns, *this);
+  auto* const focus = new FocusGrid(kPageColumns, *this);
   for (int i = 0; i < kButtons; ++i) {
     const Key key = MakeKey(first + i, first + i <= buttonCount);
     // Three rows to a key, and one of air under it.
-    const int row = i / kColumns * 4;
-    grid->addWidget(key.number, row, i % kColumns);
-    grid->addWidget(key.button, row + 1, i % kColumns);
-    grid->addWidget(key.type, row + 2, i % kColumns);
+    const int row = i / kPageColumns * 4;
+    grid->addWidget(key.number, row, i % kPageColumns);
+    grid->addWidget(key.button, row + 1, i % kPageColumns);
+    grid->addWidget(key.type, row + 2, i % kPageColumns);
     grid->setRowMinimumHeight(row + 3, kBetweenRows);
-    grid->setColumnStretch(i % kColumns, 1);
+    grid->setColumnStretch(i % kPageColumns, 1);
     focus->Add(*key.button);
     keys_.push_back(key);
   }
@@ -98,7 +98,7 @@ void ButtonPage::SetCaption(int button, const QString& caption) {
   if (key.text() == text) return;
   key.setText(text);
   // A wide label makes its column wider: two that differ in their last letter must not look alike.
-  const int needed = key.fontMetrics().horizontalAdvance(caption) + kBesideCaption;
+  const int needed = key.fontMetrics().horizontalAdvance(caption) + kBesideKeyCaption;
   key.setMinimumWidth(std::max(kKeyWidth, needed));
   Speak(button);
 }

@@ -19,6 +19,7 @@
 #include "views/programming/buttons_view.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/opto_page.h"
+#include "views/programming/page_metrics.h"
 #include "views/programming/station_fields.h"
 #include "views/programming/station_navigator.h"
 #include "views/programming/target_boxes.h"
@@ -26,8 +27,6 @@
 
 namespace views {
 namespace {
-
-constexpr int kMargin = 4;
 
 constexpr Tool kSendButtons{"ID_SendButtonData", "Send All Button Data",
                             "Click To Send Button Programming Information Only For All Stations",
@@ -55,8 +54,8 @@ QScrollArea* Scrolled(QWidget* page) {
 QWidget* PageWith(std::initializer_list<QWidget*> parts) {
   auto* const page = new QWidget;
   auto* const column = new QVBoxLayout(page);
-  column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-  column->setSpacing(kMargin);
+  column->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
+  column->setSpacing(kPageMargin);
   for (QWidget* const part : parts) column->addWidget(part);
   column->addStretch();
   return page;
@@ -153,14 +152,14 @@ void ButtonsView::AddKeys() {
 
 void ButtonsView::LayOut() {
   station_ = new QHBoxLayout;
-  station_->setContentsMargins(kMargin, kMargin, kMargin, 0);
-  station_->setSpacing(kMargin);
+  station_->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, 0);
+  station_->setSpacing(kPageMargin);
   station_->addWidget(navigator_);
   station_->addWidget(fields_, 1);
   station_->addStretch();
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(kMargin);
+  column->setSpacing(kPageMargin);
   column->addWidget(tools_);
   column->addLayout(station_);
   column->addWidget(tabs_, 1);
@@ -170,13 +169,13 @@ void ButtonsView::LayOut() {
 QWidget& ButtonsView::FirstFocus() { return *tabs_->tabBar(); }
 
 QSize ButtonsView::minimumSizeHint() const {
-  return {navigator_->width() + 2 * kMargin, MainView::minimumSizeHint().height()};
+  return {navigator_->width() + 2 * kPageMargin, MainView::minimumSizeHint().height()};
 }
 
 void ButtonsView::resizeEvent(QResizeEvent* event) {
   MainView::resizeEvent(event);
   // In a narrow view the fields stand under the navigation.
-  const int needed = navigator_->width() + fields_->minimumSizeHint().width() + 3 * kMargin;
+  const int needed = navigator_->width() + fields_->minimumSizeHint().width() + 3 * kPageMargin;
   station_->setDirection(width() < needed ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 

@@ -9,25 +9,20 @@
 
 #include <utility>
 
+#include "views/programming/page_metrics.h"
 #include "views/rules/operations.h"
 
 namespace views {
-namespace {
-
-constexpr int kMargin = 4;
-constexpr int kSmallestHeight = 20;
-
-}  // namespace
 
 OperationOptions::OperationOptions(const QString& name, const QString& optionName, QWidget* parent)
     : QGroupBox(QStringLiteral("Operation"), parent), group_(new QButtonGroup(this)) {
   setObjectName(name);
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  row->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
   for (const rules::Operation& operation : rules::AllOperations()) {
     auto* const option = new QRadioButton(QString::fromLatin1(operation.option), this);
     option->setObjectName(optionName + u'_' + QString::number(operation.code));
-    option->setMinimumHeight(kSmallestHeight);
+    option->setMinimumHeight(kSmallestTarget);
     option->installEventFilter(this);
     group_->addButton(option);
     row->addWidget(option);

@@ -9,6 +9,7 @@
 
 #include "views/fixed_font.h"
 #include "views/programming/operation_options.h"
+#include "views/programming/page_metrics.h"
 #include "views/programming/target_boxes.h"
 #include "views/rules/operations.h"
 
@@ -19,8 +20,7 @@ constexpr std::string_view kReadLine = "Error Reading Opto Programming Data";
 constexpr std::string_view kStoreLine = "Error Storing Opto Programming Data";
 
 constexpr double kBoxPointSize = 7.5;  // eight captions fit into the first width of the view
-constexpr int kMargin = 4;
-constexpr int kChannelLetters = 10;  // as in "Channel 01"
+constexpr int kChannelLetters = 10;    // as in "Channel 01"
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -71,7 +71,7 @@ OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* pa
   targets_->SetCaptions(DesignCaptions());
 
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  column->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
   column->addWidget(operation_);
   column->addWidget(targets_);
   column->addStretch();

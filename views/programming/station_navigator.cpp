@@ -47,7 +47,7 @@ constexpr int kOptoShift = 34;
 constexpr int kPromptGap = 4;
 constexpr int kRowHeight = 24;
 constexpr int kRowMargin = 2;
-constexpr int kBesideCaption = 8;
+constexpr int kBesideNavigatorCaption = 8;
 
 constexpr char kLongestCaption[] = "Navigation Controls [ Select Station And Button To Configure ]";
 
@@ -114,7 +114,7 @@ void StationNavigator::Show(Selector selector, const QString& caption) {
 void StationNavigator::LayOut() {
   const int row = contentsRect().top();
   setFixedSize(std::max(kWidth, fontMetrics().horizontalAdvance(QLatin1String(kLongestCaption)) +
-                                    kBesideCaption),
+                                    kBesideNavigatorCaption),
                row + kRowHeight + 2 * kRowMargin);
   const int commandTop = row + (kRowHeight - kCommandSize) / 2;
   for (int index = 0; index < kCommands; ++index) {

@@ -13,14 +13,12 @@
 #include "model/flag_string.h"
 #include "views/plain_caption.h"
 #include "views/programming/focus_grid.h"
+#include "views/programming/page_metrics.h"
 
 namespace views {
 namespace {
 
-constexpr int kColumns = 8;
-constexpr int kSmallestHeight = 20;  // of a box, as a target for the pointer
 constexpr int kCountMargin = 4;
-constexpr int kMargin = 4;
 constexpr qreal kFontScale = 0.9;  // eight captions fit into the first width of the view
 
 }  // namespace
@@ -30,23 +28,23 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
   setObjectName(name);
   count_->setObjectName(QStringLiteral("aid") + name + QStringLiteral("Count"));
   auto* const grid = new QGridLayout(this);
-  grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  grid->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
   grid->setSpacing(0);
-  auto* const keys = new FocusGrid(kColumns, *this);
+  auto* const keys = new FocusGrid(kPageColumns, *this);
   for (int index = 0; index < count; ++index) {
     auto* const box = new QCheckBox(this);
     box->setObjectName(boxName + u'_' + QString::number(index));
-    box->setMinimumHeight(kSmallestHeight);
+    box->setMinimumHeight(kSmallestTarget);
     connect(box, &QCheckBox::toggled, this, [this, index](bool checked) {
       if (filling_.IsSet()) return;
       ShowCount();
       Q_EMIT Toggled(index, checked);
     });
-    grid->addWidget(box, index / kColumns, index % kColumns);
+    grid->addWidget(box, index / kPageColumns, index % kPageColumns);
     keys->Add(*box);
     boxes_.push_back(box);
   }
-  for (int column = 0; column < kColumns; ++column) grid->setColumnStretch(column, 1);
+  for (int column = 0; column < kPageColumns; ++column) grid->setColumnStretch(column, 1);
   FitFont();
   ShowCount();
 }

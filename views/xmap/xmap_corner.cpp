@@ -6,16 +6,10 @@
 #include <QPainter>
 #include <QToolTip>
 
-#include "views/contrast.h"
 #include "views/xmap/mark_painter.h"
 #include "views/xmap/xmap_legend.h"
 
 namespace views {
-namespace {
-
-constexpr double kLineShare = 0.25;
-
-}  // namespace
 
 XmapCorner::XmapCorner(QWidget* parent) : QWidget(parent) { setAttribute(Qt::WA_OpaquePaintEvent); }
 
@@ -28,7 +22,7 @@ void XmapCorner::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QColor ground = palette().color(QPalette::Active, QPalette::Button);
   painter.fillRect(rect(), ground);
-  const QColor line = Blend(IsDark(ground) ? Qt::white : Qt::black, ground, kLineShare);
+  const QColor line = HeaderLine(ground);
   const DeviceLines lines(painter.deviceTransform());
   for (const int right : {metrics_.labelWidth, metrics_.labelWidth + metrics_.cellWidth}) {
     painter.fillRect(lines.RightEdge(right, 0, height()), line);

@@ -14,7 +14,6 @@ namespace views {
 namespace {
 
 constexpr double kHoverShare = 0.35;
-constexpr double kLineShare = 0.25;
 constexpr int kBarWidth = 3;
 constexpr int kLabelMargin = 4;
 
@@ -126,7 +125,7 @@ const QPixmap& XmapHeader::PlainPixmap(int channel, qreal ratio) {
 
 void XmapHeader::DrawCell(QPainter& painter, const QRect& cell, const QColor& ground) const {
   painter.fillRect(cell, ground);
-  const QColor line = Blend(IsDark(ground) ? Qt::white : Qt::black, ground, kLineShare);
+  const QColor line = HeaderLine(ground);
   const DeviceLines lines(painter.deviceTransform());
   const double right = cell.x() + cell.width();
   const double bottom = cell.y() + cell.height();

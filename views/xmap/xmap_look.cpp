@@ -14,6 +14,7 @@ namespace {
 
 constexpr double kHeaderPointSize = 8;
 constexpr double kLeastContrast = 2.5;
+constexpr double kHeaderLineShare = 0.25;
 
 int Zoomed(int twips, int zoom) {
   return static_cast<int>(std::lround(ToPixels(twips) * zoom / 100.0));
@@ -33,6 +34,10 @@ XmapMetrics MetricsFor(int channelCount, int zoom) {
 
 double LetterPitch(double lineSpacing, int height, int letters) {
   return std::min(lineSpacing, static_cast<double>(height) / letters);
+}
+
+QColor HeaderLine(const QColor& ground) {
+  return Blend(IsDark(ground) ? Qt::white : Qt::black, ground, kHeaderLineShare);
 }
 
 QColor BandColour(int row, const QPalette& palette) {

@@ -37,6 +37,9 @@ inline constexpr QColor kGridGround{0xFF, 0xFF, 0xFF};
 inline constexpr QColor kPlainBand{0xFE, 0xFF, 0xF4};
 inline constexpr QColor kGridLine{0xC8, 0xC8, 0xC8};
 
+// The lines between header cells of this ground.
+QColor HeaderLine(const QColor& ground);
+
 // The ground of the body cells of a grid row.  REQUIRES: row >= 2
 QColor BandColour(int row, const QPalette& palette);
 

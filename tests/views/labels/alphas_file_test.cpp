@@ -10,7 +10,7 @@
 #include <QJsonObject>
 
 #include "db/schema.h"
-#include "tests/jet/run_program.h"
+#include "tests/support/run_program.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/views/labels/labels_console.h"
 

@@ -11,7 +11,7 @@
 #include <QTest>
 
 #include "db/schema.h"
-#include "tests/jet/run_program.h"
+#include "tests/support/run_program.h"
 #include "tests/support/small_database.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/views/programming/opto_console.h"

@@ -11,12 +11,11 @@
 namespace rules {
 namespace {
 
+using test::kNoFlags;
 using testing::ElementsAre;
 
-const std::string kNone(64, '0');
-
 std::string With(int target) {
-  std::string flags = kNone;
+  std::string flags = kNoFlags;
   flags[static_cast<std::size_t>(target - 1)] = '1';
   return flags;
 }
@@ -26,7 +25,7 @@ class ButtonProgramTest : public testing::Test {
   ButtonProgramTest() {
     database_.AddStation(1, {{"Label", "Studio A"},
                              {"InLabel", "Mic 1"},
-                             {"Relays", kNone},
+                             {"Relays", kNoFlags},
                              {"B1 Type", 0},
                              {"B1 First", 5},
                              {"B1 Prog", With(5)}});
@@ -151,7 +150,7 @@ TEST_F(ButtonProgramTest, TheLastTargetTakenMakesItInactive) {
   bool isInactive = false;
   ASSERT_TRUE(StoreTarget(Stations(), 1, 5, false, 64, &isInactive).ok());
   EXPECT_TRUE(isInactive);
-  EXPECT_EQ(Field("B1 Prog"), kNone);
+  EXPECT_EQ(Field("B1 Prog"), kNoFlags);
   EXPECT_EQ(Field("B1 First"), "1");
   EXPECT_EQ(Field("B1 Type"), "254");
   EXPECT_EQ(Edited(), "NONE");
@@ -166,11 +165,11 @@ TEST_F(ButtonProgramTest, WhatIsStoredIsWellFormed) {
   Set("B1 Prog", "x1");
   ASSERT_TRUE(StoreTarget(Stations(), 1, 3, true, 64, &isInactive).ok());
   EXPECT_EQ(Field("B1 Prog"), "011" + std::string(61, '0'));
-  Set("B1 Prog", kNone + "1?");
+  Set("B1 Prog", kNoFlags + "1?");
   ASSERT_TRUE(StoreTarget(Stations(), 1, 1, true, 64, &isInactive).ok());
   EXPECT_EQ(Field("B1 Prog"), With(1) + "1?");
   ASSERT_TRUE(StoreTarget(Stations(), 1, 1, false, 64, &isInactive).ok());
-  EXPECT_EQ(Field("B1 Prog"), kNone + "1?");
+  EXPECT_EQ(Field("B1 Prog"), kNoFlags + "1?");
   EXPECT_EQ(Field("B1 Type"), "254") << "a target beyond the boxes is no target";
 }
 
@@ -191,7 +190,7 @@ TEST_F(ButtonProgramTest, OnlyAButtonWithoutTargetsIsMadeInactive) {
   ASSERT_TRUE(StoreInactive(Stations(), 1, &changed).ok());
   EXPECT_FALSE(changed);
   EXPECT_EQ(Field("B1 Type"), "0");
-  Set("B1 Prog", kNone);
+  Set("B1 Prog", kNoFlags);
   Set("B1 Type", 1);
   ASSERT_TRUE(StoreInactive(Stations(), 1, &changed).ok());
   EXPECT_TRUE(changed);
@@ -209,7 +208,7 @@ TEST_F(ButtonProgramTest, RelaysAreStored) {
   ASSERT_TRUE(StoreRelay(Stations(), 64, true, 64).ok());
   EXPECT_EQ(Field("Relays"), With(64));
   ASSERT_TRUE(StoreRelay(Stations(), 64, false, 64).ok());
-  EXPECT_EQ(Field("Relays"), kNone);
+  EXPECT_EQ(Field("Relays"), kNoFlags);
   Set("Relays", "1z");
   std::string relays;
   ASSERT_TRUE(ReadRelays(Stations(), &relays).ok());

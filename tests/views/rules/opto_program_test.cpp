@@ -10,12 +10,11 @@
 namespace rules {
 namespace {
 
+using test::kNoFlags;
 using testing::ElementsAre;
 
-const std::string kNone(64, '0');
-
 std::string Targets(std::initializer_list<int> selected) {
-  std::string targets = kNone;
+  std::string targets = kNoFlags;
   for (const int target : selected) targets[static_cast<std::size_t>(target - 1)] = '1';
   return targets;
 }
@@ -194,11 +193,11 @@ TEST_F(OptoProgramTest, ATargetIsStoredWithTheLowest) {
 TEST_F(OptoProgramTest, WithoutItsLastTargetIsInactive) {
   EXPECT_EQ(SetTarget(64, false), OptoEdit::Stored);
   EXPECT_EQ(SetTarget(3, false), OptoEdit::MadeInactive);
-  EXPECT_EQ(Stored(), "254|7|1|" + kNone);
+  EXPECT_EQ(Stored(), "254|7|1|" + kNoFlags);
   EXPECT_EQ(SetTarget(6, true), OptoEdit::Stored);
   EXPECT_EQ(Stored(), "254|7|6|" + Targets({6})) << "it gets no operation of its own accord";
   EXPECT_EQ(SetTarget(6, false), OptoEdit::Stored) << "it was inactive before";
-  EXPECT_EQ(Stored(), "254|7|1|" + kNone);
+  EXPECT_EQ(Stored(), "254|7|1|" + kNoFlags);
 }
 
 TEST_F(OptoProgramTest, OfATypeOutsideTheTableKeepsItWhileItHasTargets) {
@@ -207,7 +206,7 @@ TEST_F(OptoProgramTest, OfATypeOutsideTheTableKeepsItWhileItHasTargets) {
   EXPECT_EQ(Stored(), "77|7|1|" + Targets({1, 3, 64}));
   database_.Set(2, "OptoStations", Targets({9}));
   EXPECT_EQ(SetTarget(9, false), OptoEdit::MadeInactive);
-  EXPECT_EQ(Stored(), "254|7|1|" + kNone);
+  EXPECT_EQ(Stored(), "254|7|1|" + kNoFlags);
 }
 
 TEST_F(OptoProgramTest, TargetsAreStoredWellFormed) {
@@ -227,7 +226,7 @@ TEST_F(OptoProgramTest, TargetsAreStoredWellFormed) {
   }
   database_.Set(2, "OptoStations", Targets({5}) + tail);
   EXPECT_EQ(SetTarget(5, false), OptoEdit::MadeInactive) << "what stands behind is no target";
-  EXPECT_EQ(Stored(), "254|7|1|" + kNone + tail);
+  EXPECT_EQ(Stored(), "254|7|1|" + kNoFlags + tail);
 }
 
 TEST_F(OptoProgramTest, WhatIsStoredAlreadyIsNotWritten) {

@@ -16,7 +16,7 @@ namespace {
 
 using rules::Mark;
 
-constexpr Mark kMarks[] = {Mark::Crosspoint, Mark::Inhibit, Mark::Priority, Mark::Reserved};
+constexpr Mark kAllMarks[] = {Mark::Crosspoint, Mark::Inhibit, Mark::Priority, Mark::Reserved};
 
 double Contrast(const QColor& a, const QColor& b) {
   const auto luminance = [](const QColor& colour) {
@@ -79,7 +79,7 @@ TEST(XmapLook, MarksCanBeReadOnEveryGround) {
   for (const QColor& ground :
        {QColor(0xFF, 0xFF, 0xFF), QColor(0xFE, 0xFF, 0xF4), QColor(0xFF, 0xFF, 0xDC),
         QColor(0x00, 0x00, 0x00), QColor(0x35, 0x35, 0x35), QColor(0x3A, 0x3A, 0x2C)}) {
-    for (const Mark mark : kMarks) {
+    for (const Mark mark : kAllMarks) {
       EXPECT_GE(Contrast(MarkInk(mark, ground), ground), 4.5)
           << ground.name().toStdString() << ", mark " << static_cast<int>(mark);
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "tests/jet/run_program.h"
+#include "tests/support/run_program.h"
 
 #include <QByteArray>
 #include <QProcess>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef TESTS_JET_RUN_PROGRAM_H_
-#define TESTS_JET_RUN_PROGRAM_H_
+#ifndef TESTS_SUPPORT_RUN_PROGRAM_H_
+#define TESTS_SUPPORT_RUN_PROGRAM_H_
 
 #include <string>
 #include <vector>
@@ -21,4 +21,4 @@ ProgramResult RunProgram(const std::string& program, const std::vector<std::stri
 
 }  // namespace test
 
-#endif  // TESTS_JET_RUN_PROGRAM_H_
+#endif  // TESTS_SUPPORT_RUN_PROGRAM_H_
