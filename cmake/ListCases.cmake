@@ -19,9 +19,10 @@ set(result 1)
 if(EXISTS "${program}")
   execute_process(
     COMMAND "${cmake}" -E env ${environment} "${program}" --gtest_list_tests
-    OUTPUT_VARIABLE listing RESULT_VARIABLE result)
+    OUTPUT_VARIABLE listing ERROR_VARIABLE errors RESULT_VARIABLE result)
 endif()
 if(NOT result EQUAL 0)
+  message("${program} does not list its cases: ${errors}")
   add_test("${name}_tests_do_not_start" "${cmake}" -E false)
   return()
 endif()
