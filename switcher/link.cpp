@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-#include "switcher/frame.h"
-
 namespace switcher {
 
 Link::Link(model::SystemModel& model, SerialPort& port, Decoder& decoder, LinkDisplay& display)
@@ -49,7 +47,7 @@ void Link::PollTick() {
 }
 
 bool Link::DecodeTick() {
-  if (rxBuffer_.empty()) return false;
+  if (received_.bytes.empty()) return false;
   DecodeSwitcherMessage();
   return true;
 }
@@ -70,8 +68,8 @@ void Link::SetLinkState(bool connected) {
 
 void Link::DecodeSwitcherMessage() {
   Bytes message;
-  const Cut cut = CutMessage(rxBuffer_, &message);
-  ShowBlockedCode(cut == Cut::Blocked ? std::optional(rxBuffer_.front()) : std::nullopt);
+  const Cut cut = CutMessage(received_, &message);
+  ShowBlockedCode(cut == Cut::Blocked ? std::optional(received_.bytes.front()) : std::nullopt);
   if (cut == Cut::Message) decoder_.Decode(message);
 }
 
@@ -84,9 +82,10 @@ void Link::DataReceived() {
   if (received.empty()) return;
 
   display_.StartDecodeTimer();
-  const std::size_t room = kRxLimit - std::min(kRxLimit, rxBuffer_.size());
-  rxBuffer_.insert(rxBuffer_.end(), received.begin(),
-                   received.begin() + static_cast<std::ptrdiff_t>(std::min(room, received.size())));
+  Bytes& kept = received_.bytes;
+  const std::size_t room = kRxLimit - std::min(kRxLimit, kept.size());
+  kept.insert(kept.end(), received.begin(),
+              received.begin() + static_cast<std::ptrdiff_t>(std::min(room, received.size())));
   DecodeSwitcherMessage();
   SetLinkState(true);
 }
@@ -98,7 +97,7 @@ void Link::OutputDrained() {
 
 void Link::PortLost() {
   model_.SendBusy = false;
-  rxBuffer_.clear();
+  received_ = {};
   ShowBlockedCode(std::nullopt);
   SetLinkState(false);
 }

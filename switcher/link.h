@@ -11,6 +11,7 @@
 #include "model/status.h"
 #include "model/system_model.h"
 #include "switcher/decoder.h"
+#include "switcher/frame.h"
 #include "switcher/serial_port.h"
 
 namespace switcher {
@@ -66,7 +67,7 @@ class Link : public SerialPortEvents {
   void DecodeSwitcherMessage();
 
   // The bytes received and not decoded yet.
-  const Bytes& RxBuffer() const { return rxBuffer_; }
+  const Bytes& RxBuffer() const { return received_.bytes; }
 
   void DataReceived() override;
   void OutputDrained() override;
@@ -81,7 +82,7 @@ class Link : public SerialPortEvents {
   SerialPort& port_;
   Decoder& decoder_;
   LinkDisplay& display_;
-  Bytes rxBuffer_;
+  ReceiveBuffer received_;
   std::optional<std::uint8_t> blockedCode_;
 };
 

@@ -268,17 +268,17 @@ void Console::RoundTrips(Message message) const {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   switcher::Console console(data[0] < 128 ? data[0] : 2 * data[0] - 254);
-  switcher::Bytes rxBuffer(data + 1, data + size);
+  switcher::ReceiveBuffer received{.bytes = {data + 1, data + size}};
   switcher::Bytes message;
   for (;;) {
-    const std::size_t before = rxBuffer.size();
-    const switcher::Cut cut = switcher::CutMessage(rxBuffer, &message);
+    const std::size_t before = received.bytes.size();
+    const switcher::Cut cut = switcher::CutMessage(received, &message);
     if (cut == switcher::Cut::Empty || cut == switcher::Cut::NeedMore) return 0;
     if (cut == switcher::Cut::Blocked) {
-      console.RoundTrips(rxBuffer);
+      console.RoundTrips(received.bytes);
       return 0;
     }
-    switcher::Require(rxBuffer.size() < before);
+    switcher::Require(received.bytes.size() < before);
     if (cut == switcher::Cut::Message) console.Decode(message);
   }
 }
