@@ -27,8 +27,8 @@ class Transmission {
   // output has drained.
   //
   // A failure is reported to the operator and ends the transmission; what was sent by then
-  // stays sent.  When it was the port that failed, SendBusy stays set.  After the end: does
-  // nothing and returns false.  A transmission that was begun is to be stepped to its end.
+  // stays sent.  After the end: does nothing and returns false.  A transmission that was begun
+  // is to be stepped to its end.
   bool Step();
 
   // Whether a failure has ended it.

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "switcher/live_commands.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
@@ -250,6 +251,19 @@ TEST_F(LinkTest, DrainedOutputEndsTheSending) {
   port_.Drain();
   EXPECT_FALSE(model_.SendBusy);
   EXPECT_EQ(port_.sendThreshold, 0);
+}
+
+TEST_F(LinkTest, ATakeThatFailedSilencesThePollUntilTheLineHasDrained) {
+  Open();
+  LiveCommands commands(model_, port_, reporter_);
+  port_.writesUntilFailure = 3;
+  EXPECT_FALSE(commands.SendTake(1, 1, 0x02));
+  port_.writesUntilFailure = -1;
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00");
+  EXPECT_EQ(Poll(), "");
+  port_.Drain();
+  EXPECT_FALSE(model_.SendBusy);
+  EXPECT_EQ(Poll(), "E5");
 }
 
 TEST_F(LinkTest, LossClearsTheLinkAndReturnAsksForTheMapAgain) {
