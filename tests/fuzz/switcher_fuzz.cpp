@@ -9,6 +9,7 @@
 //
 // The database has records for 16 stations.
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -123,6 +124,10 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
     Require(ParseButtons(message_, &data) == DecodeStatus::Ok);
     std::optional<Bytes> sent;
     Require(ReadButtons(*OpenDatabase(), model_, station, &sent).ok());
+    // Stored target flags are filled up, and what is stored is sent.
+    for (auto& button : data.buttons) {
+      button.targets.resize(std::max(button.targets.size(), std::size_t{64}));
+    }
     Require(sent == EncodeButtonData(data));
   }
   void OptosChanged() override {
