@@ -237,4 +237,8 @@ void OpenViews::OptosChanged() {
   if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();
 }
 
+void OpenViews::MessageRefused(std::string_view description, switcher::DecodeStatus status) {
+  Q_EMIT ReportRefused(QString::fromUtf8(description), status);
+}
+
 }  // namespace app

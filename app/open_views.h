@@ -79,6 +79,7 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void RelaysChanged(int output) override;
   void ButtonsChanged(int station) override;
   void OptosChanged() override;
+  void MessageRefused(std::string_view description, switcher::DecodeStatus status) override;
 
  Q_SIGNALS:
   // What the current cell of the map says; empty without a map.
@@ -93,6 +94,8 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void SendButtonDataRequested();
   // The switcher reported this row of the map (from 1).
   void MapReported(int output);
+  // A message of the switcher was refused; `description` names it.
+  void ReportRefused(const QString& description, switcher::DecodeStatus status);
   // The map sent the command of a crosspoint, both from 1, with this action byte.
   void TakeSent(int output, int input, int action);
   // The same as TableEdited(), TableSent() and TableFailed() were told, in words.
