@@ -222,7 +222,7 @@ void OpenViews::LabelsChanged(int /*selector*/) {
 }
 
 void OpenViews::InhibitsChanged(int /*output*/) {
-  if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapInhibits();
+  if (views::XmapView* const xmap = Xmap()) xmap->InhibitsReported();
 }
 
 void OpenViews::RelaysChanged(int /*output*/) {
