@@ -231,6 +231,25 @@ TEST_F(LinkTest, UnknownCodeBlocksAndIsNamedOnce) {
   EXPECT_THAT(display_.blocked, ElementsAre(0xE0));
 }
 
+TEST_F(LinkTest, TheStateIsSetWhenTheTextIsShown) {
+  class Looking : public RecordingDisplay {
+   public:
+    explicit Looking(const model::SystemModel& model) : model_(model) {}
+    void ShowLinkText(std::string_view /*text*/) override {
+      states.push_back(model_.LinkStatus[0]);
+    }
+    std::vector<int> states;
+
+   private:
+    const model::SystemModel& model_;
+  };
+  Looking display(model_);
+  Link link(model_, port_, decoder_, display);
+  link.SetLinkState(true);
+  link.SetLinkState(false);
+  EXPECT_THAT(display.states, ElementsAre(1, 0));
+}
+
 TEST_F(LinkTest, ReceiveBufferDropsTheNewestBeyondItsLimit) {
   Open();
   port_.Deliver("E0");

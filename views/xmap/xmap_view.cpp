@@ -382,12 +382,12 @@ void XmapView::RefreshMap() {
 }
 
 void XmapView::SendInhibits() {
-  bool sent = false;
+  std::optional<int> sent;
   {
     const switcher::PollPause pause(services_.poll);
     sent = services_.tables.SendInhibits(model::kAll);
   }
-  if (sent) Q_EMIT TableSent(switcher::Table::Inhibits, model::kAll);
+  if (sent) Q_EMIT TableSent(switcher::Table::Inhibits, model::kAll, *sent);
 }
 
 void XmapView::ShowReadoutOf(const QModelIndex& index) {
