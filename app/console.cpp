@@ -90,6 +90,10 @@ Console::Console(const QString& folder)
   connect(&views_, &OpenViews::UnsentChanged, &status, &StatusBar::SetUnsent);
   connect(&views_, &OpenViews::MapReported, this,
           [this] { aids_.MapReported(QTime::currentTime()); });
+  connect(&window_, &MainWindow::LinkTextShown, this, [this] { aids_.LinkChanged(); });
+  connect(&window_.DiscardCommand(), &QAction::triggered, this, [this] {
+    if (const auto code = link_.DiscardBlockedByte()) log_.ByteDiscarded(*code);
+  });
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&views_, &OpenViews::SentByTool, &sentNote_, &SentNote::Add);
   connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);

@@ -10,6 +10,7 @@ LogKeeper::LogKeeper(const LogSources& sources)
     : labels_(sources.labels), crosspoints_(sources.labels), rows_(sources.model) {
   connect(&sources.window, &MainWindow::LinkTextShown, this,
           [this](const QString& text) { log_.Add(Kind::Link, text); });
+  connect(&sources.window, &MainWindow::BlockedCodeShown, this, &LogKeeper::NoteBlockedCode);
   connect(&sources.window, &MainWindow::PanelsShown, this, &LogKeeper::NotePanels);
   connect(&sources.window, &MainWindow::PanelNoted, this,
           [this](const QString& note) { log_.Add(Kind::Panel, note); });
@@ -77,6 +78,16 @@ void LogKeeper::NoteRefusal(const QString& description, switcher::DecodeStatus s
   const std::string name = description.toStdString();
   const int times = refusals_.Count(name, status, QDateTime::currentDateTime());
   if (times > 0) log_.Add(Kind::Link, RefusalWords(name, status, times));
+}
+
+void LogKeeper::NoteBlockedCode(std::optional<std::uint8_t> code) {
+  if (code.has_value()) {
+    log_.Add(Kind::Link, tr("Receiving blocked by unknown code %1").arg(ByteWords(*code)));
+  }
+}
+
+void LogKeeper::ByteDiscarded(std::uint8_t byte) {
+  log_.Add(Kind::Link, tr("Discarded byte %1").arg(ByteWords(byte)));
 }
 
 void LogKeeper::NotePanels(const QStringList& panels) {

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
+#include <cstdint>
+#include <optional>
 
 #include "app/channel_labels.h"
 #include "app/command_table.h"
@@ -47,6 +49,9 @@ class LogKeeper : public QObject {
   // Notes what belongs to none of the parts.
   void Note(const QString& text) { log_.Add(EventLog::Kind::Note, text); }
 
+  // The operator has discarded a byte that blocked all receiving.
+  void ByteDiscarded(std::uint8_t byte);
+
   // Opens the window of the log, or brings it up.
   void Show();
 
@@ -55,6 +60,7 @@ class LogKeeper : public QObject {
   void FollowTransfers(Transfers& transfers);
   void NotePanels(const QStringList& panels);
   void NoteRefusal(const QString& description, switcher::DecodeStatus status);
+  void NoteBlockedCode(std::optional<std::uint8_t> code);
 
   EventLog log_;
   ChannelLabels& labels_;

@@ -68,6 +68,15 @@ void Link::DecodeSwitcherMessage() {
   if (cut == Cut::Message) decoder_.Decode(message);
 }
 
+std::optional<std::uint8_t> Link::DiscardBlockedByte() {
+  const std::optional<std::uint8_t> code = blockedCode_;
+  if (!code.has_value()) return code;
+  DropFirst(received_);
+  ShowBlockedCode(std::nullopt);
+  display_.StartDecodeTimer();
+  return code;
+}
+
 void Link::DataReceived() {
   Bytes received = port_.Read();
   const auto answers = std::remove(received.begin(), received.end(), kLinkAnswer);

@@ -69,6 +69,10 @@ class Link : public SerialPortEvents {
   // Takes at most one message off the receive buffer and decodes it.
   void DecodeSwitcherMessage();
 
+  // Drops the one byte in front of the receive buffer, if it is a code that blocks; decoding goes
+  // on behind it.  Returns that code, or nothing when none blocks.
+  std::optional<std::uint8_t> DiscardBlockedByte();
+
   // The bytes received and not decoded yet.
   const Bytes& RxBuffer() const { return received_.bytes; }
 

@@ -296,5 +296,14 @@ TEST_F(LogWordsTest, RefusedReportsAreNamedWithTheirReason) {
   EXPECT_THAT(New(EventLog::Kind::Link), ElementsAre());
 }
 
+TEST_F(LogWordsTest, ABlockedLineAndTheDiscardedByteHaveTheirLines) {
+  New(EventLog::Kind::Link);
+  window_.ShowBlockedCode(0xCD);
+  window_.ShowBlockedCode(std::nullopt);
+  keeper_.ByteDiscarded(0xCD);
+  EXPECT_THAT(New(EventLog::Kind::Link),
+              ElementsAre("Receiving blocked by unknown code 0xCD", "Discarded byte 0xCD"));
+}
+
 }  // namespace
 }  // namespace app
