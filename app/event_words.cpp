@@ -121,7 +121,9 @@ QString CrosspointWords::Report(const RowChange& change) const {
   for (const int input : change.broken) changes.append(QStringLiteral("− ") + labels_.Input(input));
   if (change.byPriority && !change.wasByPriority) changes.append(Text("by priority"));
   if (!change.byPriority && change.wasByPriority) changes.append(Text("no longer by priority"));
-  if (changes.isEmpty()) changes.append(Text("no change"));
+  if (changes.isEmpty()) {
+    changes.append(change.isFirst ? Text("no crosspoint") : Text("no change"));
+  }
   return QStringLiteral("%1: %2").arg(labels_.Output(change.output),
                                       changes.join(QStringLiteral(", ")));
 }

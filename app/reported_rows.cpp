@@ -11,7 +11,10 @@ RowChange ReportedRows::Report(int output, int mode) {
   if (made_.Size() != count) {
     made_ = model::OneBasedMatrix<std::uint8_t>(count);
     byPriority_ = model::OneBasedArray<std::uint8_t>(count);
+    known_ = model::OneBasedArray<std::uint8_t>(count);
   }
+  change.isFirst = known_[output] == 0;
+  known_[output] = 1;
   for (int input = 1; input <= count; ++input) {
     std::uint8_t& before = made_.At(output, input);
     const std::uint8_t now = model_.CrosspointMap.At(output, input);

@@ -13,6 +13,7 @@ namespace app {
 // What a report of one row of the map changed.
 struct RowChange {
   int output = 0;           // from 1
+  bool isFirst = false;     // nothing was known of the row before
   std::vector<int> made;    // inputs that are heard now, and were not
   std::vector<int> broken;  // inputs that were heard, and are not any more
   bool byPriority = false;  // what is heard now is heard by priority
@@ -36,6 +37,7 @@ class ReportedRows {
   const model::SystemModel& model_;
   model::OneBasedMatrix<std::uint8_t> made_;
   model::OneBasedArray<std::uint8_t> byPriority_;
+  model::OneBasedArray<std::uint8_t> known_;  // 1 behind the first report of a row
 };
 
 }  // namespace app

@@ -258,6 +258,9 @@ TEST_F(LogWordsTest, ReportedRowsSayWhatChangedAlsoWhileTheMapIsLoading) {
               ElementsAre("CAM 1: − MIC ANCH, − DIRECTOR, no longer by priority"));
   port_.Deliver("F3 03 00 01 00 04 00 08 FF");  // output 4: input 3
   EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("Out 4: + In 3, by priority"));
+  port_.Deliver("F3 01 00 00 00 00 00 01 FF");
+  port_.Deliver("F3 01 00 00 00 00 00 01 FF");
+  EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("CAM 2: no crosspoint", "CAM 2: no change"));
 }
 
 TEST_F(LogWordsTest, ARowIsComparedWithTheOneAcceptedLast) {
