@@ -6,6 +6,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string_view>
+
 #include "tests/end_to_end/console_process.h"
 #include "tests/end_to_end/system_database.h"
 #include "tests/support/simulator_process.h"
@@ -92,6 +95,18 @@ class RetrievalTransferTest : public testing::TestWithParam<int> {
     ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return !console_->IsShown("frmSysInfo"); }));
   }
 
+  // The switcher's tables as the console stores them: flag texts have at least 64 members.
+  std::vector<std::string> HeldTables(int channels) {
+    std::vector<std::string> lines = ReadTables(held_, channels);
+    for (std::string& line : lines) {
+      const std::size_t value = line.find('=') + 1;
+      const std::string_view field = std::string_view(line).substr(0, value);
+      if (!field.ends_with(" Inhibits=") && !field.ends_with(" Prog=")) continue;
+      line.resize(std::max(line.size(), value + 64), '0');
+    }
+    return lines;
+  }
+
   int argc_ = 0;
   QCoreApplication application_{argc_, nullptr};
   ConsoleFolder folder_;
@@ -105,8 +120,8 @@ class RetrievalTransferTest : public testing::TestWithParam<int> {
 TEST_P(RetrievalTransferTest, TheDatabaseThenHoldsTheSwitchersTables) {
   const int channels = GetParam();
   StartBoth(channels, {"--baud", "0"});
-  const std::vector<std::string> held = ReadTables(held_, channels);
-  ASSERT_NE(ReadTables(database_, channels), held);
+  const std::vector<std::string> held = HeldTables(channels);
+  ASSERT_NE(ReadTables(database_, channels), ReadTables(held_, channels));
   BeginRetrieval();
   ASSERT_TRUE(WaitForCompletion());
   const auto rows = ReceivedTables();
@@ -195,7 +210,7 @@ TEST_F(RetrievalTest, BrokenMessagesAreListedWithTheirWordAndNotWritten) {
     ASSERT_THAT(simulator_->Command(harm), StartsWith("ok"));
   }
   const std::vector<std::string> before = ReadTables(database_, 16);
-  const std::vector<std::string> held = ReadTables(held_, 16);
+  const std::vector<std::string> held = HeldTables(16);
   BeginRetrieval();
   ASSERT_TRUE(WaitForCompletion());
   const auto rows = ReceivedTables();
@@ -319,7 +334,7 @@ TEST_F(RetrievalTest, NoiseBetweenMessagesIsOutlived) {
   simulator_->Command("gap-noise 0");
   CloseRetrieval();
   EXPECT_EQ(console_->Terminate(), 0);
-  EXPECT_EQ(ReadTables(database_, 16), ReadTables(held_, 16));
+  EXPECT_EQ(ReadTables(database_, 16), HeldTables(16));
 }
 
 // Nothing comes past an unknown code until the line is opened anew.
@@ -342,7 +357,7 @@ TEST_F(RetrievalTest, ABlockedLineLeavesItWaitingAndTheNextOneBringsAll) {
   ASSERT_TRUE(WaitForCompletion());
   CloseRetrieval();
   EXPECT_EQ(console_->Terminate(), 0);
-  EXPECT_EQ(ReadTables(database_, 16), ReadTables(held_, 16));
+  EXPECT_EQ(ReadTables(database_, 16), HeldTables(16));
 }
 
 TEST_F(RetrievalTest, ClosingTheMainWindowEndsTheProgram) {
