@@ -11,6 +11,8 @@
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTest>
+#include <string>
+#include <vector>
 
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
@@ -231,6 +233,31 @@ TEST_F(OpenViewsTest, AReportOfGainsReachesTheLevelsThatAreOpen) {
   Dialogs("frmInptLevel")[0]->close();
   views_.GainsChanged();
   EXPECT_TRUE(Dialogs("frmInptLevel").isEmpty());
+}
+
+TEST_F(OpenViewsTest, WhatAToolSendsIsAnnouncedWithItsCount) {
+  views_.ShowXmap();
+  std::vector<std::string> seen;
+  QObject::connect(&views_, &OpenViews::SentByTool,
+                   [&](const switcher::TablePart& table, int messages) {
+                     EXPECT_EQ(table, switcher::TablePart{switcher::Table::Inhibits});
+                     seen.push_back("tool " + std::to_string(messages));
+                   });
+  QObject::connect(&views_, &OpenViews::Sent, [&](const switcher::TablePart& table, int messages) {
+    EXPECT_EQ(table, switcher::TablePart{switcher::Table::Inhibits});
+    seen.push_back("sent " + std::to_string(messages));
+  });
+  tables_.messages = 64;
+  views_.Xmap()->findChild<QAction*>(QStringLiteral("ID_SendInhibits"))->trigger();
+  EXPECT_THAT(seen, testing::UnorderedElementsAre("tool 64", "sent 64"));
+  // A download tells of itself.
+  seen.clear();
+  views_.TableSent(switcher::Table::Inhibits, model::kAll, 64);
+  EXPECT_THAT(seen, testing::ElementsAre("sent 64"));
+  seen.clear();
+  tables_.goOut = false;
+  views_.Xmap()->findChild<QAction*>(QStringLiteral("ID_SendInhibits"))->trigger();
+  EXPECT_TRUE(seen.empty());
 }
 
 }  // namespace
