@@ -19,7 +19,8 @@ model::Status Link::OpenPort() {
   return status;
 }
 
-bool Link::Reopen() {
+bool Link::KeepOpen() {
+  if (port_.IsOpen()) return true;
   if (!port_.Open(model_.ComPort).ok()) return false;
   // A message that was cut short by the loss is not coming back, and nothing of what the
   // switcher did meanwhile is known.
@@ -30,7 +31,7 @@ bool Link::Reopen() {
 }
 
 void Link::PollTick() {
-  if (!port_.IsOpen() && !Reopen()) return;
+  if (!KeepOpen()) return;
   if (model_.SendBusy) return;
 
   // A poll that cannot be written is not reported: a lost device announces itself, and the
@@ -53,17 +54,11 @@ bool Link::DecodeTick() {
 }
 
 void Link::SetLinkState(bool connected) {
-  auto& status = model_.LinkStatus;
-  if (!connected) {
-    if (status[0] == 1) display_.ShowLinkText(NotConnectedText());
-    status = {0, 0, 0};
-    return;
-  }
-  if (status[0] == 0) {
-    display_.ShowLinkText("Connected - COM " + std::to_string(model_.ComPort) +
-                          "  (57600, 8, N, 1)");
-  }
-  status = {1, 1, 0};
+  const bool wasConnected = model_.LinkStatus[0] == 1;
+  model_.LinkStatus = {0, 0, 0};
+  if (connected) model_.LinkStatus = {1, 1, 0};
+  if (connected == wasConnected) return;
+  display_.ShowLinkText(connected ? ConnectedText() : NotConnectedText());
 }
 
 void Link::DecodeSwitcherMessage() {
@@ -71,6 +66,15 @@ void Link::DecodeSwitcherMessage() {
   const Cut cut = CutMessage(received_, &message);
   ShowBlockedCode(cut == Cut::Blocked ? std::optional(received_.bytes.front()) : std::nullopt);
   if (cut == Cut::Message) decoder_.Decode(message);
+}
+
+std::optional<std::uint8_t> Link::DiscardBlockedByte() {
+  const std::optional<std::uint8_t> code = blockedCode_;
+  if (!code.has_value()) return code;
+  DropFirst(received_);
+  ShowBlockedCode(std::nullopt);
+  display_.StartDecodeTimer();
+  return code;
 }
 
 void Link::DataReceived() {
@@ -106,6 +110,10 @@ void Link::ShowBlockedCode(std::optional<std::uint8_t> code) {
   if (code == blockedCode_) return;
   blockedCode_ = code;
   display_.ShowBlockedCode(code);
+}
+
+std::string Link::ConnectedText() const {
+  return "Connected - COM " + std::to_string(model_.ComPort) + "  (57600, 8, N, 1)";
 }
 
 std::string Link::NotConnectedText() const {

@@ -36,6 +36,7 @@ bool Transmission::Step() {
   model::Status status = Read(&message, &more);
   if (status.ok() && !message.empty()) {
     status = WriteTable(senders_->port_, message, senders_->progress_);
+    if (status.ok()) ++messages_;
   }
   if (status.ok() && more) return true;
 

@@ -34,6 +34,9 @@ class Transmission {
   // Whether a failure has ended it.
   bool Failed() const { return failed_; }
 
+  // So many messages have been handed to the port whole.
+  int Messages() const { return messages_; }
+
  private:
   friend class TableSenders;
 
@@ -53,6 +56,7 @@ class Transmission {
   ReadNext readNext_;
   bool ended_ = false;
   bool failed_ = false;
+  int messages_ = 0;
 };
 
 }  // namespace switcher

@@ -138,6 +138,10 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
     Require(sent == EncodeOptoData(data));
   }
 
+  void MessageRefused(std::string_view description, DecodeStatus status) override {
+    Require(!description.empty() && status != DecodeStatus::Ok);
+  }
+
   void UpdateStatus(std::string_view description, int byteCount, DecodeStatus status) override {
     Require(!description.empty() && byteCount >= 2 && !StatusWord(status).empty());
   }
