@@ -5,7 +5,8 @@
 #include <QCoreApplication>
 #include <memory>
 
-#include "switcher/station_records.h"
+#include "db/station_fields.h"
+#include "stations/open_stations.h"
 #include "views/rules/station_texts.h"
 
 namespace app {
@@ -33,10 +34,10 @@ void ChannelLabels::Read() {
   if (database == nullptr) return;
   read_ = true;
   std::unique_ptr<jet::RecordSet> stations;
-  if (!switcher::OpenStations(*database, &stations).ok()) return;
+  if (!stations::OpenStations(*database, &stations).ok()) return;
   const int count = model_.ChannelCount;
-  (void)rules::ReadAvailableStationTexts(*stations, switcher::kLabelField, count, &outputs_);
-  (void)rules::ReadAvailableStationTexts(*stations, switcher::kInLabelField, count, &inputs_);
+  (void)rules::ReadAvailableStationTexts(*stations, db::kLabelField, count, &outputs_);
+  (void)rules::ReadAvailableStationTexts(*stations, db::kInLabelField, count, &inputs_);
 }
 
 QString ChannelLabels::Label(const Labels& labels, int channel) {

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "db/station_fields.h"
 #include "views/export/sheet_pdf.h"
 #include "views/rules/export_sheets.h"
 #include "views/rules/station_texts.h"
@@ -44,17 +45,20 @@ model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
   grid->Clear();
   const int channels = grid->ChannelCount();
   std::vector<std::optional<std::string>> texts;
-  if (model::Status read = rules::ReadAvailableStationTexts(stations, "Label", channels, &texts);
+  if (model::Status read =
+          rules::ReadAvailableStationTexts(stations, db::kLabelField, channels, &texts);
       !read.ok()) {
     return read;
   }
   grid->UpdateOutputLabels(texts);
-  if (model::Status read = rules::ReadAvailableStationTexts(stations, "InLabel", channels, &texts);
+  if (model::Status read =
+          rules::ReadAvailableStationTexts(stations, db::kInLabelField, channels, &texts);
       !read.ok()) {
     return read;
   }
   grid->UpdateInputLabels(texts);
-  if (model::Status read = rules::ReadAvailableStationTexts(stations, "Inhibits", channels, &texts);
+  if (model::Status read =
+          rules::ReadAvailableStationTexts(stations, db::kInhibitsField, channels, &texts);
       !read.ok()) {
     return read;
   }

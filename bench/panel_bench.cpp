@@ -30,6 +30,7 @@
 
 #include "bench/suite.h"
 #include "bench/switcher_line.h"
+#include "db/station_fields.h"
 #include "gateway/panel_gateway.h"
 #include "gateway/panel_tables.h"
 #include "tests/end_to_end/console_process.h"

@@ -7,6 +7,8 @@
 #include <system_error>
 #include <utility>
 
+#include "db/station_fields.h"
+
 namespace db {
 
 namespace {
@@ -85,22 +87,22 @@ void SetStationTexts(RecordWriter& record, int number) {
   const int unit = (number - 1) / kInputsPerUnit + 1;
   const int channel = (number - 1) % kInputsPerUnit + 1;
   const int outputUnit = (number + 1) / kOutputsPerUnit;
-  record.Set("Hidden", 0);
-  record.Set("Label", "Sta. " + digits);
-  record.Set("Notes", "Notes for Station " + digits);
-  record.Set("SysOutput", "QDV(" + std::to_string(outputUnit) + ") - " +
-                              (number % kOutputsPerUnit == 1 ? "Ch A" : "Ch B"));
-  record.Set("SysInput", "HRJ(" + std::to_string(unit) + ") - Ch " + std::to_string(channel));
+  record.Set(kHiddenField, 0);
+  record.Set(kLabelField, "Sta. " + digits);
+  record.Set(kNotesField, "Notes for Station " + digits);
+  record.Set(kSysOutputField, "QDV(" + std::to_string(outputUnit) + ") - " +
+                                  (number % kOutputsPerUnit == 1 ? "Ch A" : "Ch B"));
+  record.Set(kSysInputField, "HRJ(" + std::to_string(unit) + ") - Ch " + std::to_string(channel));
 }
 
 // Texts of a further channel (number 1..64, stored as record 65..128).
 void SetChannelTexts(RecordWriter& record, int number) {
   const std::string digits = ThreeDigits(number);
-  record.Set("Hidden", 1);
-  record.Set("Label", "Ext. " + digits);
-  record.Set("Notes", "Notes for Channel " + digits);
-  record.Set("SysOutput", "Virtual Output " + digits);
-  record.Set("SysInput", "Virtual Input " + digits);
+  record.Set(kHiddenField, 1);
+  record.Set(kLabelField, "Ext. " + digits);
+  record.Set(kNotesField, "Notes for Channel " + digits);
+  record.Set(kSysOutputField, "Virtual Output " + digits);
+  record.Set(kSysInputField, "Virtual Input " + digits);
 }
 
 // What every station has for a button: its fields by index, and the flags.
@@ -118,19 +120,19 @@ jet::Status AddStation(jet::RecordSet& records, int stationNum, const DefaultBut
   const std::string ownFlag = OnlyFlag(number);
 
   RecordWriter record(records);
-  record.Set("StationNum", stationNum);
+  record.Set(kStationNumField, stationNum);
   if (extension) {
     SetChannelTexts(record, number);
   } else {
     SetStationTexts(record, number);
   }
-  record.Set("InLabel", "Inpt " + ThreeDigits(number));
-  record.Set("Inhibits", ownFlag);  // nobody hears himself
-  record.Set("Relays", std::string(kFlags, '0'));
-  record.Set("OptoType", kInactive);
-  record.Set("OptoChannel", number);
-  record.Set("OptoFirst", number);
-  record.Set("OptoStations", ownFlag);
+  record.Set(kInLabelField, "Inpt " + ThreeDigits(number));
+  record.Set(kInhibitsField, ownFlag);  // nobody hears himself
+  record.Set(kRelaysField, std::string(kFlags, '0'));
+  record.Set(kOptoTypeField, kInactive);
+  record.Set(kOptoChannelField, number);
+  record.Set(kOptoFirstField, number);
+  record.Set(kOptoStationsField, ownFlag);
   for (int button = 1; button <= kButtons; ++button) {
     const DefaultButton& fields = buttons[static_cast<std::size_t>(button - 1)];
     record.Set(fields.type, kTalk);
@@ -148,9 +150,9 @@ jet::Status AddStations(jet::Database& database) {
   DefaultButtons buttons;
   for (int button = 1; button <= kButtons; ++button) {
     buttons[static_cast<std::size_t>(button - 1)] = {
-        .type = records->FieldIndex(ButtonField(button, "Type")),
-        .first = records->FieldIndex(ButtonField(button, "First")),
-        .prog = records->FieldIndex(ButtonField(button, "Prog")),
+        .type = records->FieldIndex(ButtonField(button, kButtonType)),
+        .first = records->FieldIndex(ButtonField(button, kButtonFirst)),
+        .prog = records->FieldIndex(ButtonField(button, kButtonTargets)),
         .flags = OnlyFlag(button)};
   }
   for (int stationNum = 1; stationNum <= 2 * kStations; ++stationNum) {
@@ -162,10 +164,6 @@ jet::Status AddStations(jet::Database& database) {
 }
 
 }  // namespace
-
-std::string ButtonField(int button, const char* suffix) {
-  return "B" + std::to_string(button) + " " + suffix;
-}
 
 jet::TableSpec DbInfoSpec() {
   jet::TableSpec table{.name = kDbInfoTable, .fields = {TextField("DbaseVer", 64)}};
@@ -179,24 +177,24 @@ jet::TableSpec DbInfoSpec() {
 jet::TableSpec StationsSpec() {
   jet::TableSpec table{.name = kStationsTable,
                        .fields = {
-                           IntegerField("StationNum"),
-                           IntegerField("Hidden"),
-                           TextField("Label", 8),
-                           TextField("Notes", 128),
-                           TextField("InLabel", 8),
-                           TextField("SysOutput", 20),
-                           TextField("SysInput", 20),
-                           MemoField("Inhibits"),
-                           MemoField("Relays"),
-                           IntegerField("OptoType"),
-                           IntegerField("OptoChannel"),
-                           IntegerField("OptoFirst"),
-                           MemoField("OptoStations"),
+                           IntegerField(kStationNumField),
+                           IntegerField(kHiddenField),
+                           TextField(kLabelField, 8),
+                           TextField(kNotesField, 128),
+                           TextField(kInLabelField, 8),
+                           TextField(kSysOutputField, 20),
+                           TextField(kSysInputField, 20),
+                           MemoField(kInhibitsField),
+                           MemoField(kRelaysField),
+                           IntegerField(kOptoTypeField),
+                           IntegerField(kOptoChannelField),
+                           IntegerField(kOptoFirstField),
+                           MemoField(kOptoStationsField),
                        }};
   for (int button = 1; button <= kButtons; ++button) {
-    table.fields.push_back(IntegerField(ButtonField(button, "Type")));
-    table.fields.push_back(IntegerField(ButtonField(button, "First")));
-    table.fields.push_back(MemoField(ButtonField(button, "Prog")));
+    table.fields.push_back(IntegerField(ButtonField(button, kButtonType)));
+    table.fields.push_back(IntegerField(ButtonField(button, kButtonFirst)));
+    table.fields.push_back(MemoField(ButtonField(button, kButtonTargets)));
   }
   return table;
 }
@@ -208,8 +206,8 @@ model::Status CreateTables(jet::Database& database) {
   if (jet::Status status = AddDbInfo(database); !status.ok()) return status;
   const std::array<jet::IndexSpec, 2> indexes{
       jet::IndexSpec{
-          .name = kStationNumIndex, .fields = {"StationNum"}, .primary = true, .unique = true},
-      jet::IndexSpec{.name = "Label", .fields = {"Label"}},
+          .name = kStationNumIndex, .fields = {kStationNumField}, .primary = true, .unique = true},
+      jet::IndexSpec{.name = kLabelField, .fields = {kLabelField}},
   };
   if (jet::Status status = database.CreateTable(StationsSpec(), indexes); !status.ok()) {
     return status;

@@ -26,9 +26,6 @@ inline constexpr char kStationNumIndex[] = "StationNum";
 inline constexpr int kButtons = 32;
 inline constexpr int kFlags = 64;
 
-// The name of a button's field, for example "B1 Type" for (1, "Type").  Buttons count from 1.
-std::string ButtonField(int button, const char* suffix);
-
 // The fields and indexes of the two tables, as a new database gets them.
 jet::TableSpec DbInfoSpec();
 jet::TableSpec StationsSpec();

@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "db/schema.h"
-#include "switcher/station_records.h"
-#include "switcher/stored_forms.h"
+#include "db/station_fields.h"
+#include "model/flag_string.h"
+#include "stations/open_stations.h"
+#include "switcher/stored_labels.h"
 
 namespace gateway {
 
@@ -82,11 +84,10 @@ model::Status BuildCrosspointMap(const model::SystemModel& model, int first, int
 model::Status BuildLabelTable(jet::Database& database, const model::SystemModel& model, int kind,
                               Bytes* frame) {
   std::unique_ptr<jet::RecordSet> stations;
-  if (model::Status status = switcher::OpenStations(database, &stations); !status.ok()) {
+  if (model::Status status = stations::OpenStations(database, &stations); !status.ok()) {
     return status;
   }
-  const char* const field =
-      kind == kStationLabels ? switcher::kLabelField : switcher::kInLabelField;
+  const char* const field = kind == kStationLabels ? db::kLabelField : db::kInLabelField;
   FrameBuilder builder(kLabelTableType);
   builder.PutByte(kind);
   builder.PutByte(kLabelWidth);
@@ -96,7 +97,7 @@ model::Status BuildLabelTable(jet::Database& database, const model::SystemModel&
   model::Status status = WalkRecords(*stations, model.ChannelCount, [&]() -> jet::Status {
     if (jet::Status read = stations->Get(field, &value); !read.ok()) return read;
     for (const char character : PanelLabel(value.Text())) builder.PutByte(character);
-    if (jet::Status read = stations->Get(switcher::kStationNumField, &value); !read.ok()) {
+    if (jet::Status read = stations->Get(db::kStationNumField, &value); !read.ok()) {
       return read;
     }
     builder.PutPair(value.Int() - 1);
@@ -118,7 +119,7 @@ Bytes BuildStationList(const model::SystemModel& model) {
 model::Status BuildButtonProgramming(jet::Database& database, const model::SystemModel& model,
                                      Bytes* frame) {
   std::unique_ptr<jet::RecordSet> stations;
-  if (model::Status status = switcher::OpenStations(database, &stations); !status.ok()) {
+  if (model::Status status = stations::OpenStations(database, &stations); !status.ok()) {
     return status;
   }
   std::array<ButtonFields, db::kButtons> buttons{};
@@ -126,7 +127,8 @@ model::Status BuildButtonProgramming(jet::Database& database, const model::Syste
     const auto index = [&](const char* suffix) {
       return stations->FieldIndex(db::ButtonField(button, suffix));
     };
-    buttons[static_cast<std::size_t>(button - 1)] = {index("Type"), index("First"), index("Prog")};
+    buttons[static_cast<std::size_t>(button - 1)] = {
+        index(db::kButtonType), index(db::kButtonFirst), index(db::kButtonTargets)};
   }
   FrameBuilder builder(kButtonProgrammingType);
   builder.PutByte(0);
@@ -141,7 +143,7 @@ model::Status BuildButtonProgramming(jet::Database& database, const model::Syste
       if (jet::Status read = stations->Get(button.first, &value); !read.ok()) return read;
       builder.PutPair(value.Int() - 1);
       if (jet::Status read = stations->Get(button.prog, &value); !read.ok()) return read;
-      PutProg(switcher::FlagMembers(value.Text()), builder);
+      PutProg(model::FlagMembers(value.Text()), builder);
     }
     return {};
   });

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "db/station_fields.h"
 #include "switcher/frame.h"
 #include "switcher/messages/button_data.h"
 #include "switcher/messages/crosspoint_row.h"
@@ -16,7 +17,6 @@
 #include "switcher/messages/relay_row.h"
 #include "switcher/messages/tally.h"
 #include "switcher/send.h"
-#include "switcher/station_records.h"
 
 namespace switcher {
 
@@ -122,7 +122,7 @@ void Decoder::DecodeInhibitRow(Message message) {
   const DecodeStatus status = StoreTable(
       ParseInhibitRow(message, model_.ChannelCount, &row), "Error Storing Inhibits Table",
       [&row](jet::Database& database, Stored* result) {
-        return StoreFlags(database, row.output, kInhibitsField, row.inhibited, result);
+        return StoreFlags(database, row.output, db::kInhibitsField, row.inhibited, result);
       },
       &stored);
   Tell("Output " + std::to_string(row.output) + " Inhibit Map", message, status);
@@ -136,7 +136,7 @@ void Decoder::DecodeRelayRow(Message message) {
       ParseRelayRow(message, model_.ChannelCount, model_.RelayCount, &row),
       "Error Storing Relays Table",
       [&row](jet::Database& database, Stored* result) {
-        return StoreFlags(database, row.output, kRelaysField, row.relays, result);
+        return StoreFlags(database, row.output, db::kRelaysField, row.relays, result);
       },
       &stored);
   Tell("Output " + std::to_string(row.output) + " Relay Assignments", message, status);

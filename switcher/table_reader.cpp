@@ -9,56 +9,21 @@
 #include <vector>
 
 #include "db/schema.h"
+#include "db/station_fields.h"
+#include "model/flag_string.h"
+#include "stations/open_stations.h"
+#include "stations/record.h"
 #include "switcher/messages/button_data.h"
 #include "switcher/messages/inhibit_row.h"
 #include "switcher/messages/label_order.h"
 #include "switcher/messages/label_texts.h"
 #include "switcher/messages/opto_data.h"
 #include "switcher/messages/relay_row.h"
-#include "switcher/station_records.h"
-#include "switcher/stored_forms.h"
+#include "switcher/stored_labels.h"
 
 namespace switcher {
 
 namespace {
-
-// Reads fields of the current record and keeps the first failure.
-class FieldReader {
- public:
-  explicit FieldReader(const jet::RecordSet& records) : records_(records) {}
-
-  int Number(std::string_view field) {
-    Read(field);
-    return value_.Int();
-  }
-
-  // Valid until the next read.
-  const std::string& Text(std::string_view field) {
-    Read(field);
-    return value_.Text();
-  }
-
-  const jet::Status& Result() const { return status_; }
-
- private:
-  void Read(std::string_view field) {
-    if (status_.ok()) status_ = records_.Get(field, &value_);
-    if (!status_.ok()) value_ = jet::Value();
-  }
-
-  const jet::RecordSet& records_;
-  jet::Value value_;
-  jet::Status status_;
-};
-
-// Opens the stations at the record of one; a null *stations when there is none.
-model::Status OpenAtStation(jet::Database& database, int station,
-                            std::unique_ptr<jet::RecordSet>* stations) {
-  if (model::Status status = OpenStations(database, stations); !status.ok()) return status;
-  if (jet::Status status = (*stations)->Seek(station); !status.ok()) return status;
-  if ((*stations)->NoMatch()) stations->reset();
-  return {};
-}
 
 // A row message of one flag string.
 template <typename Encode>
@@ -66,13 +31,13 @@ model::Status ReadRow(jet::Database& database, int output, const char* field, En
                       std::optional<Bytes>* message) {
   message->reset();
   std::unique_ptr<jet::RecordSet> stations;
-  if (model::Status status = OpenAtStation(database, output, &stations); !status.ok()) {
+  if (model::Status status = stations::OpenStation(database, output, &stations); !status.ok()) {
     return status;
   }
   if (stations == nullptr) return {};
-  FieldReader reader(*stations);
-  const std::string flags = PlainFlags(reader.Text(field));
-  if (!reader.Result().ok()) return reader.Result();
+  stations::Record record(*stations);
+  const std::string flags = record.Flags(field);
+  if (!record.Outcome().ok()) return record.Outcome();
   *message = encode(flags);
   return {};
 }
@@ -83,7 +48,7 @@ model::Status ReadLabels(jet::Database& database, const model::SystemModel& mode
                          LabelMessages* messages) {
   const char* const field = LabelFieldOf(selector);
   std::unique_ptr<jet::RecordSet> sorted;
-  const std::array<std::string_view, 2> orderBy{field, kStationNumField};
+  const std::array<std::string_view, 2> orderBy{field, db::kStationNumField};
   if (jet::Status status = database.OpenOrdered(db::kStationsTable, orderBy, &sorted);
       !status.ok()) {
     return status;
@@ -91,11 +56,11 @@ model::Status ReadLabels(jet::Database& database, const model::SystemModel& mode
   LabelOrder order{.selector = selector, .stations = {}};
   LabelTexts texts{.selector = selector, .labels = {}};
   for (int label = 1; label <= model.LabelCount; ++label) {
-    FieldReader reader(*sorted);
-    order.stations.push_back(reader.Number(kStationNumField));
-    const bool hidden = reader.Number(kHiddenField) == 1;
-    texts.labels.push_back(WireLabel(reader.Text(field), hidden));
-    if (!reader.Result().ok()) return reader.Result();
+    stations::Record record(*sorted);
+    order.stations.push_back(record.Number(db::kStationNumField));
+    const bool hidden = record.Number(db::kHiddenField) == 1;
+    texts.labels.push_back(WireLabel(record.Text(field), hidden));
+    if (!record.Outcome().ok()) return record.Outcome();
     // The move behind the last label may lead past the end; the next read tells.
     if (jet::Status status = sorted->MoveNext(); !status.ok()) return status;
   }
@@ -108,7 +73,7 @@ model::Status ReadInhibits(jet::Database& database, const model::SystemModel& mo
   const auto encode = [&](std::string_view flags) {
     return EncodeInhibitRow(output, flags, model.ChannelCount);
   };
-  return ReadRow(database, output, kInhibitsField, encode, message);
+  return ReadRow(database, output, db::kInhibitsField, encode, message);
 }
 
 model::Status ReadRelays(jet::Database& database, const model::SystemModel& model, int output,
@@ -116,42 +81,43 @@ model::Status ReadRelays(jet::Database& database, const model::SystemModel& mode
   const auto encode = [&](std::string_view flags) {
     return EncodeRelayRow(output, flags, model.RelayCount);
   };
-  return ReadRow(database, output, kRelaysField, encode, message);
+  return ReadRow(database, output, db::kRelaysField, encode, message);
 }
 
 model::Status ReadButtons(jet::Database& database, const model::SystemModel& model, int station,
                           std::optional<Bytes>* message) {
   message->reset();
   std::unique_ptr<jet::RecordSet> stations;
-  if (model::Status status = OpenAtStation(database, station, &stations); !status.ok()) {
+  if (model::Status status = stations::OpenStation(database, station, &stations); !status.ok()) {
     return status;
   }
   if (stations == nullptr) return {};
-  FieldReader reader(*stations);
+  stations::Record record(*stations);
   ButtonData data{.station = station, .buttons = {}};
   for (int button = 1; button <= model.ButtonCount; ++button) {
     ButtonData::Button& read = data.buttons.emplace_back();
-    read.type = reader.Number(db::ButtonField(button, "Type"));
-    read.first = reader.Number(db::ButtonField(button, "First"));
-    read.targets = FlagMembers(reader.Text(db::ButtonField(button, "Prog")));
+    read.type = record.Number(db::ButtonField(button, db::kButtonType));
+    read.first = record.Number(db::ButtonField(button, db::kButtonFirst));
+    read.targets = model::FlagMembers(record.Text(db::ButtonField(button, db::kButtonTargets)));
   }
-  if (!reader.Result().ok()) return reader.Result();
+  if (!record.Outcome().ok()) return record.Outcome();
   *message = EncodeButtonData(data);
   return {};
 }
 
 model::Status ReadOptos(jet::Database& database, const model::SystemModel& model, Bytes* message) {
   std::unique_ptr<jet::RecordSet> stations;
-  if (model::Status status = OpenStations(database, &stations); !status.ok()) return status;
+  if (model::Status status = stations::OpenStations(database, &stations); !status.ok())
+    return status;
   OptoData data;
   for (int opto = 1; opto <= model.OptoCount; ++opto) {
-    FieldReader reader(*stations);
+    stations::Record record(*stations);
     OptoData::Opto& read = data.optos.emplace_back();
-    read.type = reader.Number(kOptoTypeField);
-    read.channel = reader.Number(kOptoChannelField);
-    read.first = reader.Number(kOptoFirstField);
-    read.stations = FlagMembers(reader.Text(kOptoStationsField));
-    if (!reader.Result().ok()) return reader.Result();
+    read.type = record.Number(db::kOptoTypeField);
+    read.channel = record.Number(db::kOptoChannelField);
+    read.first = record.Number(db::kOptoFirstField);
+    read.stations = model::FlagMembers(record.Text(db::kOptoStationsField));
+    if (!record.Outcome().ok()) return record.Outcome();
     // The move behind the last opto may lead past the end; the next read tells.
     if (jet::Status status = stations->MoveNext(); !status.ok()) return status;
   }

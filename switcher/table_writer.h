@@ -14,6 +14,7 @@
 #include <span>
 
 #include "db/jet/database.h"
+#include "db/station_fields.h"
 #include "model/status.h"
 #include "switcher/messages/button_data.h"
 #include "switcher/messages/label_texts.h"
@@ -37,8 +38,8 @@ enum class Stored {
 // it as it is, since its first character is not known; else it is stored as received.
 model::Status StoreLabels(jet::Database& database, const LabelTexts& texts, Stored* stored);
 
-// Stores the flags of a station as the first characters of a flag string field (kInhibitsField,
-// kRelaysField); what stands behind them in the field is kept.
+// Stores the flags of a station as the first characters of a flag string field (db::kInhibitsField,
+// db::kRelaysField); what stands behind them in the field is kept.
 model::Status StoreFlags(jet::Database& database, int station, const char* field,
                          std::span<const std::uint8_t> flags, Stored* stored);
 

@@ -8,6 +8,7 @@
 
 #include "db/jet/database.h"
 #include "db/schema.h"
+#include "db/station_fields.h"
 
 namespace test {
 

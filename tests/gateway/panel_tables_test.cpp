@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "db/station_fields.h"
 #include "tests/support/hex.h"
 #include "tests/support/small_database.h"
 

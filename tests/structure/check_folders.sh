@@ -12,15 +12,16 @@ allowed() {
     db/jet) echo "" ;;
     config) echo "model" ;;
     db) echo "db/jet model" ;;
-    switcher) echo "db db/jet model" ;;
-    gateway) echo "switcher db db/jet model" ;;
-    views/rules) echo "switcher db db/jet model" ;;
-    views) echo "views/rules gateway switcher db db/jet config model" ;;
-    app) echo "views views/rules gateway switcher db db/jet config model" ;;
+    stations) echo "db db/jet model" ;;
+    switcher) echo "stations db db/jet model" ;;
+    gateway) echo "switcher stations db db/jet model" ;;
+    views/rules) echo "switcher stations db db/jet model" ;;
+    views) echo "views/rules gateway switcher stations db db/jet config model" ;;
+    app) echo "views views/rules gateway switcher stations db db/jet config model" ;;
   esac
 }
 
-folders="model db/jet config db switcher gateway views/rules views app"
+folders="model db/jet config db stations switcher gateway views/rules views app"
 
 # folder_of PATH: the longest folder of the list that the path is in.
 folder_of() {

@@ -23,7 +23,7 @@
 #include "switcher/messages/relay_row.h"
 #include "switcher/messages/take.h"
 #include "switcher/messages/tally.h"
-#include "switcher/stored_forms.h"
+#include "switcher/stored_labels.h"
 #include "tests/support/hex.h"
 #include "tests/support/page_examples.h"
 

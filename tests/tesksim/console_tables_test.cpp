@@ -11,6 +11,7 @@
 
 #include "db/database_files.h"
 #include "db/schema.h"
+#include "db/station_fields.h"
 #include "switcher/table_senders.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"

@@ -11,43 +11,20 @@
 
 #include "db/jet/database.h"
 #include "db/schema.h"
+#include "db/station_fields.h"
 #include "model/flag_string.h"
+#include "stations/open_stations.h"
+#include "stations/record.h"
 #include "switcher/messages/label_texts.h"
 #include "switcher/messages/opto_data.h"
-#include "switcher/stored_forms.h"
+#include "switcher/stored_labels.h"
 
 namespace tesksim {
 
 namespace {
 
-// The fields of one record.  After the first one that cannot be read all are empty.
-class Record {
- public:
-  explicit Record(const jet::RecordSet& records) : records_(records) {}
-
-  int Number(std::string_view field) { return Get(field).Int(); }
-
-  // A number as it travels: its low eight bits.
-  int Byte(std::string_view field) { return Number(field) & 0xFF; }
-
-  std::string Text(std::string_view field) { return Get(field).Text(); }
-
-  // A flag string, counted as the console counts it when it sends it.
-  std::string Flags(std::string_view field) { return switcher::PlainFlags(Text(field)); }
-
-  const model::Status& Outcome() const { return outcome_; }
-
- private:
-  jet::Value Get(std::string_view field) {
-    jet::Value value;
-    if (!outcome_.ok()) return value;
-    if (const jet::Status status = records_.Get(field, &value); !status.ok()) outcome_ = status;
-    return value;
-  }
-
-  const jet::RecordSet& records_;
-  model::Status outcome_;
-};
+// A number as it travels: its low eight bits.
+int Byte(stations::Record& record, std::string_view field) { return record.Number(field) & 0xFF; }
 
 Members MembersOf(std::string_view flags, std::size_t most) {
   Members members;
@@ -76,42 +53,44 @@ void ClearTables(SwitcherState& state) {
   for (int opto = 1; opto <= kOptos; ++opto) state.optos[opto] = {};
 }
 
-void ReadOutput(Record& record, int output, SwitcherState& state) {
-  const std::string inhibits = record.Flags("Inhibits");
+void ReadOutput(stations::Record& record, int output, SwitcherState& state) {
+  const std::string inhibits = record.Flags(db::kInhibitsField);
   for (int input = 1; input <= state.ChannelCount(); ++input) {
     state.inhibits.At(output, input) = model::FlagIsSet(inhibits, input) ? 1 : 0;
   }
-  const std::string relays = record.Flags("Relays");
+  const std::string relays = record.Flags(db::kRelaysField);
   for (int relay = 1; relay <= kRelays; ++relay) {
     state.relays[output].set(static_cast<std::size_t>(relay - 1), model::FlagIsSet(relays, relay));
   }
 }
 
-void ReadButtons(Record& record, int station, SwitcherState& state) {
+void ReadButtons(stations::Record& record, int station, SwitcherState& state) {
   for (int button = 1; button <= kButtons; ++button) {
     state.buttons[station][button] = {
-        .type = record.Byte(db::ButtonField(button, "Type")),
-        .first = record.Byte(db::ButtonField(button, "First")),
-        .members = MembersOf(record.Flags(db::ButtonField(button, "Prog")), Members().size())};
+        .type = Byte(record, db::ButtonField(button, db::kButtonType)),
+        .first = Byte(record, db::ButtonField(button, db::kButtonFirst)),
+        .members =
+            MembersOf(record.Flags(db::ButtonField(button, db::kButtonTargets)), Members().size())};
   }
 }
 
-void ReadOpto(Record& record, int opto, SwitcherState& state) {
-  state.optos[opto] = {.type = record.Byte("OptoType"),
-                       .channel = record.Byte("OptoChannel"),
-                       .first = record.Byte("OptoFirst"),
-                       .members = MembersOf(record.Flags("OptoStations"), switcher::kOptoStations)};
+void ReadOpto(stations::Record& record, int opto, SwitcherState& state) {
+  state.optos[opto] = {
+      .type = Byte(record, db::kOptoTypeField),
+      .channel = Byte(record, db::kOptoChannelField),
+      .first = Byte(record, db::kOptoFirstField),
+      .members = MembersOf(record.Flags(db::kOptoStationsField), switcher::kOptoStations)};
 }
 
 // `position` is the record's place in the order of the station numbers, from 1: that of its
 // opto.
-model::Status ReadStation(const jet::RecordSet& stations, int position, SwitcherState& state) {
-  Record record(stations);
-  const int number = record.Number("StationNum");
+model::Status ReadStation(jet::RecordSet& stations, int position, SwitcherState& state) {
+  stations::Record record(stations);
+  const int number = record.Number(db::kStationNumField);
   if (number >= 1 && number <= state.Sizes().labels) {
-    const bool hidden = record.Number("Hidden") == 1;
-    state.outLabels[number] = switcher::WireLabel(record.Text("Label"), hidden);
-    state.inLabels[number] = switcher::WireLabel(record.Text("InLabel"), hidden);
+    const bool hidden = record.Number(db::kHiddenField) == 1;
+    state.outLabels[number] = switcher::WireLabel(record.Text(db::kLabelField), hidden);
+    state.inLabels[number] = switcher::WireLabel(record.Text(db::kInLabelField), hidden);
   }
   if (state.HasChannel(number)) ReadOutput(record, number, state);
   if (number >= 1 && number <= state.Sizes().stations) ReadButtons(record, number, state);
@@ -124,7 +103,7 @@ model::Status ReadSizes(jet::Database& database, SystemSizes* sizes) {
   if (jet::Status status = database.OpenTable(db::kDbInfoTable, &info); !status.ok()) {
     return status;
   }
-  Record record(*info);
+  stations::Record record(*info);
   *sizes = {.channels = record.Number("ChannelCount"),
             .stations = record.Number("StationCount"),
             .labels = record.Number("LabelCount")};
@@ -142,11 +121,9 @@ model::Status ReadSizes(jet::Database& database, SystemSizes* sizes) {
 
 model::Status ReadTables(jet::Database& database, SwitcherState& state) {
   std::unique_ptr<jet::RecordSet> stations;
-  if (jet::Status status = database.OpenTable(db::kStationsTable, &stations); !status.ok()) {
+  if (model::Status status = stations::OpenStations(database, &stations); !status.ok()) {
     return status;
   }
-  if (jet::Status status = stations->SetIndex(db::kStationNumIndex); !status.ok()) return status;
-  if (jet::Status status = stations->MoveFirst(); !status.ok()) return status;
   for (int position = 1; !stations->Eof(); ++position) {
     if (model::Status status = ReadStation(*stations, position, state); !status.ok()) return status;
     if (jet::Status status = stations->MoveNext(); !status.ok()) return status;

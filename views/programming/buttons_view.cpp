@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "db/database_files.h"
-#include "switcher/station_records.h"
+#include "db/station_fields.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/opto_page.h"
 #include "views/programming/station_fields.h"
@@ -116,7 +116,7 @@ int ButtonsView::StoredType() {
 int ButtonsView::CurrentStation() {
   jet::Value number;
   Read([&](jet::RecordSet& stations) {
-    return model::Status(stations.Get(switcher::kStationNumField, &number));
+    return model::Status(stations.Get(db::kStationNumField, &number));
   });
   return number.Int();
 }
@@ -251,9 +251,9 @@ void ButtonsView::ShowStation() {
   jet::Value inputLabel;
   jet::Value number;
   Read([&](jet::RecordSet& stations) -> model::Status {
-    jet::Status status = stations.Get(switcher::kLabelField, &label);
-    if (status.ok()) status = stations.Get(switcher::kInLabelField, &inputLabel);
-    if (status.ok()) status = stations.Get(switcher::kStationNumField, &number);
+    jet::Status status = stations.Get(db::kLabelField, &label);
+    if (status.ok()) status = stations.Get(db::kInLabelField, &inputLabel);
+    if (status.ok()) status = stations.Get(db::kStationNumField, &number);
     return status;
   });
   fields_->ShowStation(QString::fromStdString(label.Text()),

@@ -27,13 +27,13 @@ struct ButtonProgram {
   std::string targets;  // a flag string of "0" and "1" alone
 };
 
-// Reads what is stored of a button.  On a failure, the first field that cannot be read, *program
-// holds what was read before it.
-model::Status ReadButton(const jet::RecordSet& stations, int button, ButtonProgram* program);
+// Reads what is stored of a button.  On a failure, which is the first one met, *program
+// holds what can be read.
+model::Status ReadButton(jet::RecordSet& stations, int button, ButtonProgram* program);
 
 // The operation codes of buttons 1 to `count`; kNoType for one that cannot be read.  On a failure,
 // which is the first one met, *types holds `count` codes all the same.
-model::Status ReadButtonTypes(const jet::RecordSet& stations, int count, std::vector<int>* types);
+model::Status ReadButtonTypes(jet::RecordSet& stations, int count, std::vector<int>* types);
 
 // The captions of buttons 1 to `count`: the label of the first target, or kNoTarget.  On a
 // failure, which is the first one met, *captions holds `count` captions all the same.
@@ -61,7 +61,7 @@ model::Status StoreType(jet::RecordSet& stations, int button, int type, bool* ch
 model::Status StoreInactive(jet::RecordSet& stations, int button, bool* changed);
 
 // The relays of the station, as a flag string of "0" and "1" alone.
-model::Status ReadRelays(const jet::RecordSet& stations, std::string* relays);
+model::Status ReadRelays(jet::RecordSet& stations, std::string* relays);
 
 // Assigns relay `relay` (from 1) to the station or takes it away.
 model::Status StoreRelay(jet::RecordSet& stations, int relay, bool set, int relayCount);

@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "db/station_fields.h"
 #include "model/flag_string.h"
 #include "views/rules/button_program.h"
 #include "views/rules/label_records.h"
@@ -130,9 +131,9 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
     const jet::Bookmark place = stations.Mark();
     KeySheet sheet{.station = station};
     jet::Value value;
-    if (const jet::Status read = stations.Get("Label", &value); !read.ok()) return read;
+    if (const jet::Status read = stations.Get(db::kLabelField, &value); !read.ok()) return read;
     sheet.label = value.Text();
-    if (const jet::Status read = stations.Get("InLabel", &value); !read.ok()) return read;
+    if (const jet::Status read = stations.Get(db::kInLabelField, &value); !read.ok()) return read;
     sheet.inputLabel = value.Text();
     for (int button = 1; button <= model.ButtonCount; ++button) {
       if (const jet::Status moved = stations.GoTo(place); !moved.ok()) return moved;

@@ -2,9 +2,11 @@
 
 #include "views/rules/inhibit_records.h"
 
-#include "switcher/station_records.h"
+#include <utility>
+
+#include "db/station_fields.h"
+#include "stations/record.h"
 #include "views/rules/station_navigation.h"
-#include "views/rules/store_fields.h"
 
 namespace rules {
 
@@ -13,16 +15,16 @@ model::Status FindInhibits(jet::RecordSet& stations, int output,
   flags->reset();
   if (model::Status found = FindStation(stations, output); !found.ok()) return found;
   if (stations.NoMatch()) return {};
-  jet::Value value;
-  if (const jet::Status read = stations.Get(switcher::kInhibitsField, &value); !read.ok()) {
-    return read;
-  }
-  *flags = value.Text();
-  return {};
+  stations::Record record(stations);
+  std::string text = record.Text(db::kInhibitsField);
+  if (record.Outcome().ok()) *flags = std::move(text);
+  return record.Outcome();
 }
 
 model::Status StoreInhibits(jet::RecordSet& stations, std::string_view flags) {
-  return StoreFields(stations, {{switcher::kInhibitsField, flags}});
+  stations::Record record(stations);
+  record.Set(db::kInhibitsField, flags);
+  return record.Commit();
 }
 
 }  // namespace rules

@@ -3,6 +3,7 @@
 #include "views/rules/label_records.h"
 
 #include "db/jet/database.h"
+#include "stations/record.h"
 #include "views/rules/station_navigation.h"
 
 namespace rules {
@@ -22,14 +23,10 @@ jet::Status ReadRecord(const jet::RecordSet& stations, LabelRecord* record) {
 }
 
 model::Status Store(jet::RecordSet& stations, const RecordChange& change) {
-  model::Status status = FindStation(stations, change.station);
-  if (status.ok()) status = stations.Edit();
-  for (const LabelChange& each : change.changes) {
-    if (status.ok()) status = stations.Set(Spec(each.column).field, each.value);
-  }
-  if (status.ok()) status = stations.Update();
-  if (!status.ok()) stations.CancelUpdate();
-  return status;
+  if (model::Status found = FindStation(stations, change.station); !found.ok()) return found;
+  stations::Record record(stations);
+  for (const LabelChange& each : change.changes) record.Set(Spec(each.column).field, each.value);
+  return record.Commit();
 }
 
 }  // namespace

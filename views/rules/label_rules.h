@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "db/jet/value.h"
+#include "db/station_fields.h"
 
 namespace rules {
 
@@ -42,13 +43,13 @@ inline constexpr int kLabelColumnCount = 7;
 
 // In the order of the grid.
 inline constexpr std::array<LabelColumnSpec, kLabelColumnCount> kLabelColumns = {{
-    {"Station", "StaNum", "StationNum", 0, 960},
-    {"Station Label", "StaLabel", "Label", 8, 1400},
-    {"Input Label", "SysInLabel", "InLabel", 8, 1400},
-    {"Hidden", "StaHidden", "Hidden", 0, 1000},
-    {"System Input", "SysInput", "SysInput", 20, 1400},
-    {"System Output", "SysOutput", "SysOutput", 20, 1500},
-    {"Station Notes", "StaNotes", "Notes", 128, 3500},
+    {"Station", "StaNum", db::kStationNumField, 0, 960},
+    {"Station Label", "StaLabel", db::kLabelField, 8, 1400},
+    {"Input Label", "SysInLabel", db::kInLabelField, 8, 1400},
+    {"Hidden", "StaHidden", db::kHiddenField, 0, 1000},
+    {"System Input", "SysInput", db::kSysInputField, 20, 1400},
+    {"System Output", "SysOutput", db::kSysOutputField, 20, 1500},
+    {"Station Notes", "StaNotes", db::kNotesField, 128, 3500},
 }};
 
 constexpr const LabelColumnSpec& Spec(LabelColumn column) {

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <optional>
 
-#include "model/flag_string.h"
+#include "db/station_fields.h"
 #include "views/rules/station_texts.h"
 
 namespace rules {
@@ -64,7 +64,8 @@ model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
   model::Status status;
   if (targets != TargetKind::Channels) {
     status = ReadAvailableStationTexts(
-        stations, targets == TargetKind::Stations ? "Label" : "InLabel", count, &labels);
+        stations, targets == TargetKind::Stations ? db::kLabelField : db::kInLabelField, count,
+        &labels);
   }
   labels.resize(static_cast<std::size_t>(count));
   const char* const format = targets == TargetKind::Channels ? "Chan %02d" : "Sta. %03d";
@@ -73,13 +74,6 @@ model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
         std::move(labels[static_cast<std::size_t>(target - 1)]).value_or(Numbered(format, target)));
   }
   return status;
-}
-
-int FirstTarget(std::string_view flags, int count) {
-  for (int target = 1; target <= count; ++target) {
-    if (model::FlagIsSet(flags, target)) return target;
-  }
-  return 0;
 }
 
 }  // namespace rules

@@ -61,10 +61,6 @@ bool IsOperation(int code);
 model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
                                  std::vector<std::string>* captions);
 
-// The lowest target that is set in a flag string, from 1, looking at the first `count`
-// characters; 0 when there is none.
-int FirstTarget(std::string_view flags, int count);
-
 }  // namespace rules
 
 #endif  // VIEWS_RULES_OPERATIONS_H_

@@ -5,30 +5,24 @@
 #include <cstdio>
 #include <utility>
 
-#include "switcher/station_records.h"
-#include "switcher/stored_forms.h"
-#include "views/rules/store_fields.h"
-#include "views/rules/target_flags.h"
+#include "db/station_fields.h"
+#include "model/flag_string.h"
+#include "stations/record.h"
 
 namespace rules {
 namespace {
 
-// Reads a number, unless *status tells of a failure already and this one fails, too.
-void ReadNumber(const jet::RecordSet& stations, std::string_view field, int* number,
-                model::Status* status) {
-  jet::Value value;
-  if (const jet::Status read = stations.Get(field, &value); read.ok()) {
-    *number = value.Int();
-  } else if (status->ok()) {
-    *status = read;
-  }
+model::Status Commit(stations::Record& record, OptoEdit whenStored, OptoEdit* edit) {
+  bool stored = false;
+  model::Status status = record.Commit(&stored);
+  *edit = stored ? whenStored : OptoEdit::None;
+  return status;
 }
 
 model::Status StoreNumber(jet::RecordSet& stations, const char* field, int number, OptoEdit* edit) {
-  bool stored = false;
-  model::Status status = StoreFields(stations, {{field, number}}, &stored);
-  *edit = stored ? OptoEdit::Stored : OptoEdit::None;
-  return status;
+  stations::Record record(stations);
+  record.Set(field, number);
+  return Commit(record, OptoEdit::Stored, edit);
 }
 
 // An operation whose targets' captions are those of this operation's channels.
@@ -38,18 +32,13 @@ int WithChannelsAsTargets(TargetKind targets) {
 
 }  // namespace
 
-model::Status ReadOpto(const jet::RecordSet& stations, OptoProgram* opto) {
-  *opto = {};
-  model::Status status;
-  ReadNumber(stations, switcher::kStationNumField, &opto->stationNum, &status);
-  ReadNumber(stations, switcher::kOptoTypeField, &opto->type, &status);
-  ReadNumber(stations, switcher::kOptoChannelField, &opto->channel, &status);
-  jet::Value targets;
-  if (const jet::Status read = stations.Get(switcher::kOptoStationsField, &targets); !read.ok()) {
-    if (status.ok()) status = read;
-  }
-  opto->targets = switcher::PlainFlags(targets.Text());
-  return status;
+model::Status ReadOpto(jet::RecordSet& stations, OptoProgram* opto) {
+  stations::Record record(stations);
+  opto->stationNum = record.Number(db::kStationNumField);
+  opto->type = record.Number(db::kOptoTypeField, kNoType);
+  opto->channel = record.Number(db::kOptoChannelField);
+  opto->targets = record.Flags(db::kOptoStationsField);
+  return record.Outcome();
 }
 
 std::string_view OptoCaptionAtOpening(int type) {
@@ -77,36 +66,25 @@ model::Status ReadOptoChannelCaptions(jet::RecordSet& stations, int type,
 }
 
 model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selected, OptoEdit* edit) {
-  *edit = OptoEdit::None;
-  jet::Value type;
-  jet::Value before;
-  if (const jet::Status read = stations.Get(switcher::kOptoTypeField, &type); !read.ok())
-    return read;
-  if (const jet::Status read = stations.Get(switcher::kOptoStationsField, &before); !read.ok())
-    return read;
-  std::string targets = WithMember(before.Text(), target, selected, kOptoTargets);
-  const int first = FirstTarget(targets, kOptoTargets);
+  stations::Record record(stations);
+  std::string targets =
+      model::WithFlag(record.Text(db::kOptoStationsField), target, selected, kOptoTargets);
+  const int first = model::FirstFlag(targets, kOptoTargets);
   const bool isInactive = first == 0;
-  const bool wasInactive = type.Int() == kInactive;
-  bool stored = false;
-  model::Status status =
-      StoreFields(stations,
-                  {{switcher::kOptoStationsField, std::move(targets)},
-                   {switcher::kOptoFirstField, isInactive ? 1 : first},
-                   {switcher::kOptoTypeField, isInactive ? jet::Value(kInactive) : type}},
-                  &stored);
-  if (stored) {
-    *edit = isInactive && !wasInactive ? OptoEdit::MadeInactive : OptoEdit::Stored;
-  }
-  return status;
+  const bool wasInactive = record.Number(db::kOptoTypeField) == kInactive;
+  record.Set(db::kOptoStationsField, std::move(targets));
+  record.Set(db::kOptoFirstField, isInactive ? 1 : first);
+  if (isInactive) record.Set(db::kOptoTypeField, kInactive);
+  return Commit(record, isInactive && !wasInactive ? OptoEdit::MadeInactive : OptoEdit::Stored,
+                edit);
 }
 
 model::Status StoreOptoType(jet::RecordSet& stations, int type, OptoEdit* edit) {
-  return StoreNumber(stations, switcher::kOptoTypeField, type, edit);
+  return StoreNumber(stations, db::kOptoTypeField, type, edit);
 }
 
 model::Status StoreOptoChannel(jet::RecordSet& stations, int channel, OptoEdit* edit) {
-  return StoreNumber(stations, switcher::kOptoChannelField, channel, edit);
+  return StoreNumber(stations, db::kOptoChannelField, channel, edit);
 }
 
 }  // namespace rules

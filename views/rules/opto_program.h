@@ -30,7 +30,7 @@ struct OptoProgram {
 
 // Reads the current record.  A null number reads as 0, which is also how it is sent; null
 // targets are none.  On a failure *opto holds what could be read, and its defaults.
-model::Status ReadOpto(const jet::RecordSet& stations, OptoProgram* opto);
+model::Status ReadOpto(jet::RecordSet& stations, OptoProgram* opto);
 
 // The caption over the targets when the view opens.  It is another one than after a click on an
 // operation, Operation::optoTargets, for a code outside the table.

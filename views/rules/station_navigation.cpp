@@ -3,7 +3,7 @@
 #include "views/rules/station_navigation.h"
 
 #include "db/schema.h"
-#include "switcher/station_records.h"
+#include "db/station_fields.h"
 
 namespace rules {
 namespace {
@@ -22,13 +22,13 @@ model::Status GoBack(jet::RecordSet& stations, int steps) {
 model::Status StepForward(jet::RecordSet& stations, int stationCount, bool* moved) {
   *moved = false;
   jet::Value number;
-  jet::Status status = stations.Get(switcher::kStationNumField, &number);
+  jet::Status status = stations.Get(db::kStationNumField, &number);
   if (!status.ok() || number.Int() >= stationCount) return status;
   const jet::Bookmark mark = stations.Mark();
   status = stations.MoveNext();
   if (!status.ok()) return status;
   if (stations.Eof()) return stations.MoveLast();
-  status = stations.Get(switcher::kStationNumField, &number);
+  status = stations.Get(db::kStationNumField, &number);
   if (!status.ok()) return status;
   if (number.Int() > stationCount) return stations.GoTo(mark);
   *moved = true;
@@ -57,7 +57,7 @@ model::Status GoToLast(jet::RecordSet& stations, int stationCount) {
 model::Status FindStation(jet::RecordSet& stations, const jet::Value& stationNum) {
   // The same record either way: the numbers are unique.
   if (stations.IndexName() == db::kStationNumIndex) return stations.Seek(stationNum);
-  return stations.FindFirst(switcher::kStationNumField, stationNum);
+  return stations.FindFirst(db::kStationNumField, stationNum);
 }
 
 model::Status MoveStation(jet::RecordSet& stations, Movement movement, int stationCount) {

@@ -5,8 +5,6 @@
 #include <algorithm>
 
 #include "model/flag_string.h"
-#include "switcher/stored_forms.h"
-#include "views/rules/target_flags.h"
 
 namespace rules {
 namespace {
@@ -164,7 +162,7 @@ ChannelSet XmapGrid::UpdateXmapInhibits(std::span<const std::optional<std::strin
   const int rows = std::min(ChannelCount(), static_cast<int>(inhibits.size()));
   for (int output = 1; output <= rows; ++output) {
     const std::optional<std::string>& text = inhibits[static_cast<std::size_t>(output - 1)];
-    const std::string flags = text ? switcher::PlainFlags(*text) : std::string();
+    const std::string flags = text ? model::PlainFlags(*text) : std::string();
     for (int input = 1; input <= ChannelCount(); ++input) {
       const Mark shown = marks_.At(output, input);
       Mark mark = shown == Mark::Crosspoint ? Mark::Crosspoint : Mark::None;
@@ -250,13 +248,13 @@ InhibitDecision XmapGrid::DecideInhibit(std::string_view text, int row, int colu
   const int input = column - 1;
   const Mark shown = MarkAt(row, column);
   InhibitDecision decision;
-  if (model::FlagIsSet(switcher::PlainFlags(text), input)) {
-    decision.flags = WithMember(text, input, false, input);
+  if (model::FlagIsSet(model::PlainFlags(text), input)) {
+    decision.flags = model::WithFlag(text, input, false, input);
     decision.mark = shown == Mark::Inhibit ? Mark::None : shown;
   } else if (shown == Mark::Crosspoint || shown == Mark::Priority || shown == Mark::Reserved) {
     decision.kind = InhibitDecision::Kind::CrosspointPresent;
   } else {
-    decision.flags = WithMember(text, input, true, input);
+    decision.flags = model::WithFlag(text, input, true, input);
     decision.mark = Mark::Inhibit;
   }
   return decision;

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "db/station_fields.h"
 #include "views/icon.h"
 #include "views/rules/inhibit_records.h"
 #include "views/rules/station_texts.h"
@@ -268,11 +269,12 @@ model::Status XmapView::DrawEverything() {
 
 model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
   std::vector<std::optional<std::string>> labels;
-  model::Status status = rules::ReadStationTexts(stations, "Label", grid_.ChannelCount(), &labels);
+  model::Status status =
+      rules::ReadStationTexts(stations, db::kLabelField, grid_.ChannelCount(), &labels);
   grid_.UpdateOutputLabels(labels);
   model_.LabelsChanged(Qt::Vertical);
   if (!status.ok()) return status;
-  status = rules::ReadStationTexts(stations, "InLabel", grid_.ChannelCount(), &labels);
+  status = rules::ReadStationTexts(stations, db::kInLabelField, grid_.ChannelCount(), &labels);
   grid_.UpdateInputLabels(labels);
   model_.LabelsChanged(Qt::Horizontal);
   find_->Refresh();
@@ -282,7 +284,7 @@ model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
 model::Status XmapView::DrawInhibits(jet::RecordSet& stations) {
   std::vector<std::optional<std::string>> inhibits;
   model::Status status =
-      rules::ReadStationTexts(stations, "Inhibits", grid_.ChannelCount(), &inhibits);
+      rules::ReadStationTexts(stations, db::kInhibitsField, grid_.ChannelCount(), &inhibits);
   model_.OutputsChanged(grid_.UpdateXmapInhibits(inhibits));
   return status;
 }

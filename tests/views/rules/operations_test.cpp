@@ -88,13 +88,5 @@ TEST_F(TargetCaptionsTest, OfStationsThatAreNotThereAreTheirNumbers) {
   EXPECT_TRUE(status_.ok()) << "a small system is no damaged one";
 }
 
-TEST(FirstTarget, IsTheLowestThatIsSet) {
-  EXPECT_EQ(FirstTarget("00100100", 8), 3);
-  EXPECT_EQ(FirstTarget("1", 64), 1);
-  EXPECT_EQ(FirstTarget("00000001", 7), 0) << "beyond the targets";
-  EXPECT_EQ(FirstTarget("0000x2 0", 8), 0);
-  EXPECT_EQ(FirstTarget("", 64), 0);
-}
-
 }  // namespace
 }  // namespace rules
