@@ -243,8 +243,11 @@ void MainWindow::ShowPanelDropped(const std::string& address, gateway::DropReaso
     case gateway::DropReason::Unidentified:
       text = tr("Panel %1 was dropped: it did not say what it is, and all connections are taken");
       break;
-    case gateway::DropReason::SendsTooFast:
-      text = tr("Panel %1 was dropped: it sends faster than it is served");
+    case gateway::DropReason::EndlessFrame:
+      text = tr("Panel %1 was dropped: it sent a frame that does not end");
+      break;
+    case gateway::DropReason::UnfinishedTake:
+      text = tr("Panel %1 was dropped: it began a take and did not end it");
       break;
     case gateway::DropReason::DoesNotRead:
       text = tr("Panel %1 was dropped: it does not read what it is sent");

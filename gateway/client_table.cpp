@@ -2,6 +2,7 @@
 
 #include "gateway/client_table.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "gateway/connection_type.h"
@@ -63,23 +64,28 @@ void ClientTable::Identify(std::span<const std::uint8_t> frame, int slot) {
 
 void ClientTable::DataArrived(int slot, std::size_t byteCount) {
   ClientSocket& socket = Socket(slot);
-  ClientConnection& connection = Connection(slot);
+  ReceivedBytes& received = Connection(slot).RxData;
+  ClientSocket::ReadResult result = ClientSocket::ReadResult::WouldBlock;
   bool arrived = false;
-  for (;;) {
-    const ClientSocket::ReadResult result = socket.Read(byteCount + 1, &connection.RxData);
-    if (result == ClientSocket::ReadResult::Data) {
-      arrived = true;
-      TcpIdleTicks = 0;
-      if (connection.RxData.size() <= kRxLimit) continue;
-      Drop(slot, DropReason::SendsTooFast);
-      return;
-    }
-    if (result == ClientSocket::ReadResult::Failed) {
-      model::ReportError(reporter_, "Error Interpreting TCP Message Data", socket.LastError());
-    }
-    if (result == ClientSocket::ReadResult::WouldBlock && arrived) events_.BytesWait();
-    return;
+  while (received.size() < kRxLimit) {
+    Bytes bytes;
+    result = socket.Read(std::min(byteCount + 1, kRxLimit - received.size()), &bytes);
+    if (result != ClientSocket::ReadResult::Data) break;
+    received.Append(bytes);
+    arrived = true;
+    TcpIdleTicks = 0;
   }
+  At(slot).unread = received.size() >= kRxLimit;
+  if (result == ClientSocket::ReadResult::Failed) {
+    model::ReportError(reporter_, "Error Interpreting TCP Message Data", socket.LastError());
+  }
+  const bool mayGoOn =
+      result == ClientSocket::ReadResult::WouldBlock || result == ClientSocket::ReadResult::Data;
+  if (mayGoOn && arrived) events_.BytesWait();
+}
+
+void ClientTable::ReadOn(int slot) {
+  if (At(slot).unread) DataArrived(slot, kRxLimit);
 }
 
 void ClientTable::PeerClosed(int slot) {
@@ -102,8 +108,9 @@ void ClientTable::Close(int slot) {
   --clientCount_;
   ClientConnection& connection = Connection(slot);
   connection.Connected = false;
-  connection.RxData.clear();
-  connection.RxData.shrink_to_fit();
+  connection.RxData.Clear();
+  connection.UnfinishedTicks = 0;
+  At(slot).unread = false;
   connection.PeerIP.clear();
   connection.KeepAliveCount = 0;
   connection.ConnType = 0;

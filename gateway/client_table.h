@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "gateway/client_socket.h"
+#include "gateway/received_bytes.h"
 #include "model/error_reporter.h"
 
 namespace gateway {
@@ -22,15 +23,17 @@ struct ClientConnection {
   bool ButtonsPending = false;   // station programming was requested and has not gone out
   std::string PeerIP;
   int ConnType = 0;
-  Bytes RxData;            // received and not decoded yet
-  int KeepAliveCount = 0;  // set to 0 by accepting and by keep-alives; nothing counts it up
+  ReceivedBytes RxData;
+  int KeepAliveCount = 0;   // set to 0 by accepting and by keep-alives; nothing counts it up
+  int UnfinishedTicks = 0;  // decode ticks that have found the frame in front without its end
 };
 
 // Why the console drops a client.
 enum class DropReason : std::uint8_t {
-  Unidentified,  // it did not say what it is, and all connections are taken
-  SendsTooFast,  // it sends faster than it is served
-  DoesNotRead,   // it does not read what it is sent
+  Unidentified,    // it did not say what it is, and all connections are taken
+  EndlessFrame,    // it sent a frame that does not end
+  UnfinishedTake,  // it began a take and did not end it, and was reported for that often enough
+  DoesNotRead,     // it does not read what it is sent
 };
 
 // What the table tells.
@@ -59,9 +62,9 @@ class ClientTable : public ClientSocketEvents {
   // files nor, by the pause that every slot costs, the time of the others.
   static constexpr int kMaxClients = 128;
 
-  // The most that is kept of what a client sent and that is not decoded.  Beyond it the client
-  // is dropped.
-  static constexpr std::size_t kRxLimit = std::size_t{256} << 10;
+  // The most that is kept of what a client sent and that is not decoded.  What exceeds it stays
+  // in the socket until there is room.
+  static constexpr std::size_t kRxLimit = std::size_t{64} << 10;
 
   // Both must outlive the table.
   ClientTable(ClientTableEvents& events, model::ErrorReporter& reporter)
@@ -76,6 +79,9 @@ class ClientTable : public ClientSocketEvents {
 
   // The connection reply, type byte to terminator.  Ignored when its checksum is wrong.
   void Identify(std::span<const std::uint8_t> frame, int slot);
+
+  // Reads what was left in the socket of a slot for want of room, if there is room now.
+  void ReadOn(int slot);
 
   // Ends the connection of a slot because of what its client does.
   void Drop(int slot, DropReason reason);
@@ -107,6 +113,7 @@ class ClientTable : public ClientSocketEvents {
     std::unique_ptr<ClientSocket> socket;
     ClientConnection connection;
     std::uint64_t number = 0;
+    bool unread = false;  // the socket may hold bytes that there was no room for
   };
 
   Slot& At(int slot) { return slots_[static_cast<std::size_t>(slot - 1)]; }

@@ -41,6 +41,18 @@ int TcpChecksum(std::span<const std::uint8_t> frame);
 // Whether the frame's checksum byte is right.  False for less than two bytes.
 bool ChecksumMatches(std::span<const std::uint8_t> frame);
 
+// How far a frame from a panel reaches, by its type byte.
+enum class FrameShape : std::uint8_t {
+  Single,      // it is that byte alone
+  Terminated,  // up to the terminator
+  None,        // no frame from a panel begins so: the byte is dropped
+};
+FrameShape ShapeOf(std::uint8_t first);
+
+// The whole frames among what a panel has sent: without what cannot begin a frame, and without a
+// frame in the end that its terminator is missing from.
+Bytes WholeFrames(std::span<const std::uint8_t> bytes);
+
 // The value of a pair as it stands in a frame.
 int PairValue(std::uint8_t low, std::uint8_t high);
 

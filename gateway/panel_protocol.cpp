@@ -32,14 +32,6 @@ constexpr CommandAction kActions[] = {
 
 bool IsData(std::uint8_t byte) { return byte < 0x80; }
 
-// Takes the first `count` bytes off `buffer`.
-Bytes CutOff(Bytes& buffer, std::size_t count) {
-  const auto end = buffer.begin() + static_cast<std::ptrdiff_t>(count);
-  Bytes front(buffer.begin(), end);
-  buffer.erase(buffer.begin(), end);
-  return front;
-}
-
 }  // namespace
 
 std::uint8_t ActionOfCommand(int code) {
@@ -71,71 +63,87 @@ PanelProtocol::PanelProtocol(const model::SystemModel& model, ClientTable& clien
 bool PanelProtocol::DecodeClients() {
   bool worked = false;
   for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
+    clients_.ReadOn(slot);
     if (clients_.Connection(slot).RxData.empty()) continue;
     worked = true;
     DecodeClientMessage(slot);
   }
-  if (clients_.TcpIdleTicks >= kIdleTicks) {
-    clients_.TcpIdleTicks = 0;
-    for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
-      clients_.Connection(slot).RxData.clear();
-    }
-  }
+  if (clients_.TcpIdleTicks >= kIdleTicks) FlushUnfinished();
   return worked;
+}
+
+// What is whole stays: its turn comes, one frame in a tick.
+void PanelProtocol::FlushUnfinished() {
+  clients_.TcpIdleTicks = 0;
+  for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
+    ClientConnection& client = clients_.Connection(slot);
+    client.RxData.Assign(WholeFrames(client.RxData.View()));
+    client.UnfinishedTicks = 0;
+  }
 }
 
 void PanelProtocol::DecodeClientMessage(int slot) {
   ClientConnection& client = clients_.Connection(slot);
-  Bytes& received = client.RxData;
+  ReceivedBytes& received = client.RxData;
   const std::uint8_t first = received.front();
-  const auto terminator = std::find(received.begin(), received.end(), kTerminator);
-  // The length of the frame with its terminator, 0 while that has not arrived.
-  const std::size_t end = terminator == received.end()
-                              ? 0
-                              : static_cast<std::size_t>(terminator - received.begin()) + 1;
+  const std::size_t end = received.LengthToTerminator();
   if (IsData(first)) {
-    CutOff(received, 1);
+    received.Cut(1);
     return;
   }
   if (!client.Identified && first != kCrosspointMapType && first != kIgnoredType &&
       first != kConnectionType) {
-    const bool single = first == kKeepAlivePoll || first == kLinkUp;
-    CutOff(received, !single && end > 0 ? end : 1);
+    received.Cut(ShapeOf(first) != FrameShape::Single && end > 0 ? end : 1);
     return;
   }
-  DecodeIdentified(slot, end);
+  if (ShapeOf(first) != FrameShape::Terminated) {
+    received.Cut(1);
+    HandleByte(first, slot);
+  } else if (end > 0) {
+    client.UnfinishedTicks = 0;
+    HandleFrame(received.Cut(end), slot);
+  } else {
+    WaitForEnd(slot);
+  }
 }
 
-// Every frame of an identified client, and the few types that are looked at before.  A frame
-// whose terminator has not arrived is handed over empty, and its bytes stay.
-void PanelProtocol::DecodeIdentified(int slot, std::size_t end) {
-  ClientConnection& client = clients_.Connection(slot);
-  Bytes& received = client.RxData;
-  switch (received.front()) {
+// A frame of one byte, or a byte that begins none.
+void PanelProtocol::HandleByte(std::uint8_t byte, int slot) {
+  if (byte == kKeepAlivePoll) AnswerPoll(slot);
+  if (byte == kLinkUp) clients_.Connection(slot).KeepAliveCount = 0;
+}
+
+// A frame with its terminator, whatever its checksum is.
+void PanelProtocol::HandleFrame(std::span<const std::uint8_t> frame, int slot) {
+  switch (frame.front()) {
     case kTakeType:
-      HandleTake(CutOff(received, end));
+      HandleTake(frame);
       break;
     case kServiceRequestType:
-      HandleServiceRequest(CutOff(received, end), slot);
-      break;
-    case kKeepAlivePoll:
-      CutOff(received, 1);
-      AnswerPoll(slot);
-      break;
-    case kLinkUp:
-      CutOff(received, 1);
-      client.KeepAliveCount = 0;
-      break;
-    case kIgnoredType:
-    case kButtonProgrammingType:
-      CutOff(received, end);
+      HandleServiceRequest(frame, slot);
       break;
     case kConnectionType:
-      clients_.Identify(CutOff(received, end), slot);
+      clients_.Identify(frame, slot);
       break;
-    default:
-      CutOff(received, 1);
+    default:  // read and discarded
       break;
+  }
+}
+
+// The frame in front has not arrived whole.  Bytes that go on to arrive put the flush off, so a
+// client that never ends its frame has a patience of its own.
+void PanelProtocol::WaitForEnd(int slot) {
+  ClientConnection& client = clients_.Connection(slot);
+  ++client.UnfinishedTicks;
+  if (client.RxData.size() >= ClientTable::kRxLimit) {
+    clients_.Drop(slot, DropReason::EndlessFrame);
+  } else if (client.RxData.front() == kTakeType) {
+    model::ReportError(reporter_, "Error Processing Take Command",
+                       {kOutOfRange, "The end of the frame has not arrived"});
+    if (client.UnfinishedTicks >= kMostTakeReports) clients_.Drop(slot, DropReason::UnfinishedTake);
+  } else if (client.UnfinishedTicks >= kUnfinishedTicks) {
+    client.RxData.Clear();
+    client.UnfinishedTicks = 0;
   }
 }
 
@@ -154,11 +162,6 @@ void PanelProtocol::Answer(int slot, std::uint8_t byte) {
 }
 
 void PanelProtocol::HandleTake(std::span<const std::uint8_t> frame) {
-  if (frame.empty()) {
-    model::ReportError(reporter_, "Error Processing Take Command",
-                       {kOutOfRange, "The end of the frame has not arrived"});
-    return;
-  }
   const std::optional<PanelTake> take = ParseTakeFrame(frame);
   if (!take) return;
   // Eight bits of a channel travel to the switcher: a channel that is not there would fold onto

@@ -35,8 +35,16 @@ std::uint8_t ActionOfCommand(int code);
 // Takes frames off the clients' receive buffers and does what they ask for.
 class PanelProtocol {
  public:
-  // After so many decode ticks without traffic the receive buffers are emptied.
+  // After so many decode ticks without traffic to or from anybody, frames that have not arrived
+  // whole are thrown away.
   static constexpr int kIdleTicks = 201;
+
+  // After so many ticks, half a minute, such a frame is thrown away whatever the traffic.
+  static constexpr int kUnfinishedTicks = 6000;
+
+  // A take that has not arrived whole is reported with every tick.  After so many reports its
+  // client is dropped.
+  static constexpr int kMostTakeReports = 400;
 
   // All must outlive the object.
   PanelProtocol(const model::SystemModel& model, ClientTable& clients, SendQueue& queue,
@@ -44,8 +52,8 @@ class PanelProtocol {
                 model::ErrorReporter& reporter);
 
   // Decodes at most one frame of every client that has sent something, in ascending order, and
-  // empties the receive buffers when they have been idle for too long.  To be called once per
-  // decode tick, behind CountTick().  False when there was no work.
+  // throws away what will not become a frame any more.  To be called once per decode tick, behind
+  // CountTick().  False when there was no work.
   bool DecodeClients();
 
   // Notes that a decode tick begins.
@@ -57,7 +65,10 @@ class PanelProtocol {
   void DecodeClientMessage(int slot);
 
  private:
-  void DecodeIdentified(int slot, std::size_t end);
+  void HandleByte(std::uint8_t byte, int slot);
+  void HandleFrame(std::span<const std::uint8_t> frame, int slot);
+  void WaitForEnd(int slot);
+  void FlushUnfinished();
   void Answer(int slot, std::uint8_t byte);
   void AnswerPoll(int slot);
   void HandleTake(std::span<const std::uint8_t> frame);

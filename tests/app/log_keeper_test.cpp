@@ -156,10 +156,10 @@ TEST_F(LogKeeperTest, TheLinkThePanelsAndNotesHaveTheirLines) {
   window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
   EXPECT_THAT(Lines(EventLog::Kind::Link),
               ElementsAre("Not Connected - COM 1", "Connected - COM 1  (57600, 8, N, 1)"));
-  window_.ShowPanelDropped("10.0.0.7", gateway::DropReason::SendsTooFast);
+  window_.ShowPanelDropped("10.0.0.7", gateway::DropReason::EndlessFrame);
   window_.ShowPanelDropped("10.0.0.8", gateway::DropReason::Unidentified);
   EXPECT_THAT(Lines(EventLog::Kind::Panel),
-              ElementsAre("Panel 10.0.0.7 was dropped: it sends faster than it is served",
+              ElementsAre("Panel 10.0.0.7 was dropped: it sent a frame that does not end",
                           "Panel 10.0.0.8 was dropped: it did not say what it is, and all "
                           "connections are taken"));
   views_.TableEdited(switcher::Table::Inhibits, 3);

@@ -140,7 +140,7 @@ class PanelFuzz {
     Require(worked ==
             std::any_of(before.begin(), before.end(), [](auto size) { return size > 0; }));
     for (int slot = 1; slot <= clients.SocketCount(); ++slot) {
-      const Bytes& left = clients.Connection(slot).RxData;
+      const std::span<const std::uint8_t> left = clients.Connection(slot).RxData.View();
       if (left.empty() || left.size() < before[static_cast<std::size_t>(slot - 1)]) continue;
       Require(left.front() >= 0x80);
       Require(std::find(left.begin(), left.end(), 0xFF) == left.end());
@@ -150,7 +150,7 @@ class PanelFuzz {
   void Check() {
     Require(gateway_.Clients().SocketCount() <= 3);
     for (int slot = 1; slot <= gateway_.Clients().SocketCount(); ++slot) {
-      Require(gateway_.Clients().Connection(slot).RxData.size() <= 262144);
+      Require(gateway_.Clients().Connection(slot).RxData.size() <= 65536);
     }
     // Per slot: every row, the map, two label tables, programming twice, an answer, a request.
     Require(gateway_.Queue().Size() <= 3U * (static_cast<unsigned>(model_.ChannelCount) + 10));

@@ -120,11 +120,33 @@ TEST_F(PanelGatewayTest, AnEndlessFrameIsBoundedAndTheOthersAreServed) {
     Tick();
     timer_.ElapseAll();
     ++rounds;
-    ASSERT_LE(Connection(1).RxData.size(), 262144U);
+    ASSERT_LE(Connection(1).RxData.size(), 65536U);
   }
-  EXPECT_EQ(rounds, 65);
-  EXPECT_EQ(panel->TakeWritten().size(), 3U * 65 - 1);
+  EXPECT_EQ(rounds, 16);
+  EXPECT_TRUE(hostile->closedByConsole);
+  EXPECT_THAT(display_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::EndlessFrame)));
+  EXPECT_EQ(panel->TakeWritten().size(), 3U * 16 - 1);
   EXPECT_EQ(Clients().ClientCount(), 1);
+}
+
+TEST_F(PanelGatewayTest, AFrameThatFillsTheBufferAndEndsIsOne) {
+  const auto panel = ConnectPanel();
+  Bytes frame(65536, 0x11);
+  frame.front() = 0x80;
+  frame.back() = 0xFF;
+  panel->Send(frame);
+  panel->Send("F5");
+  Ticks(2);
+  EXPECT_EQ(panel->TakeWritten(), "F4");
+  EXPECT_THAT(display_.dropped, IsEmpty());
+}
+
+TEST_F(PanelGatewayTest, BytesThatBeginNoFrameAreNoFrameWithoutAnEnd) {
+  const auto panel = ConnectPanel();
+  panel->Send(Bytes(100000, 0x11));
+  Ticks(300);
+  EXPECT_TRUE(Connection(1).Connected);
+  EXPECT_LE(Connection(1).RxData.size(), 65536U);
 }
 
 TEST_F(PanelGatewayTest, ThousandsOfConnectionsLeaveNothingBehind) {
