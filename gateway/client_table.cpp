@@ -64,18 +64,18 @@ void ClientTable::Identify(std::span<const std::uint8_t> frame, int slot) {
 
 void ClientTable::DataArrived(int slot, std::size_t byteCount) {
   ClientSocket& socket = Socket(slot);
-  ReceivedBytes& received = Connection(slot).RxData;
+  ClientConnection& connection = Connection(slot);
   ClientSocket::ReadResult result = ClientSocket::ReadResult::WouldBlock;
   bool arrived = false;
-  while (received.size() < kRxLimit) {
+  while (connection.Undecoded() < kRxLimit) {
     Bytes bytes;
-    result = socket.Read(std::min(byteCount + 1, kRxLimit - received.size()), &bytes);
+    result = socket.Read(std::min(byteCount + 1, kRxLimit - connection.Undecoded()), &bytes);
     if (result != ClientSocket::ReadResult::Data) break;
-    received.Append(bytes);
+    connection.RxData.Append(bytes);
     arrived = true;
     TcpIdleTicks = 0;
   }
-  At(slot).unread = received.size() >= kRxLimit;
+  At(slot).unread = connection.Undecoded() >= kRxLimit;
   if (result == ClientSocket::ReadResult::Failed) {
     model::ReportError(reporter_, "Error Interpreting TCP Message Data", socket.LastError());
   }
@@ -84,8 +84,9 @@ void ClientTable::DataArrived(int slot, std::size_t byteCount) {
   if (mayGoOn && arrived) events_.BytesWait();
 }
 
-void ClientTable::ReadOn(int slot) {
+bool ClientTable::ReadOn(int slot) {
   if (At(slot).unread) DataArrived(slot, kRxLimit);
+  return At(slot).unread;
 }
 
 void ClientTable::PeerClosed(int slot) {
@@ -109,6 +110,7 @@ void ClientTable::Close(int slot) {
   ClientConnection& connection = Connection(slot);
   connection.Connected = false;
   connection.RxData.Clear();
+  connection.Requests.clear();
   connection.UnfinishedTicks = 0;
   At(slot).unread = false;
   connection.PeerIP.clear();

@@ -4,6 +4,7 @@
 #define GATEWAY_CLIENT_TABLE_H_
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,8 +25,12 @@ struct ClientConnection {
   std::string PeerIP;
   int ConnType = 0;
   ReceivedBytes RxData;
+  std::deque<std::uint8_t> Requests;  // masks of service requests that wait for their turn
   int KeepAliveCount = 0;   // set to 0 by accepting and by keep-alives; nothing counts it up
   int UnfinishedTicks = 0;  // decode ticks that have found the frame in front without its end
+
+  // What of that which was received waits, in bytes.
+  std::size_t Undecoded() const { return RxData.size() + Requests.size() * kServiceRequestLength; }
 };
 
 // Why the console drops a client.
@@ -80,8 +85,9 @@ class ClientTable : public ClientSocketEvents {
   // The connection reply, type byte to terminator.  Ignored when its checksum is wrong.
   void Identify(std::span<const std::uint8_t> frame, int slot);
 
-  // Reads what was left in the socket of a slot for want of room, if there is room now.
-  void ReadOn(int slot);
+  // Reads what was left in the socket of a slot for want of room, if there is room now.  Whether
+  // something may still be left.
+  bool ReadOn(int slot);
 
   // Ends the connection of a slot because of what its client does.
   void Drop(int slot, DropReason reason);

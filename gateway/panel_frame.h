@@ -10,6 +10,7 @@
 #ifndef GATEWAY_PANEL_FRAME_H_
 #define GATEWAY_PANEL_FRAME_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -33,6 +34,9 @@ inline constexpr std::uint8_t kStationListType = 0xFB;
 inline constexpr std::uint8_t kLabelTableType = 0xFC;
 inline constexpr std::uint8_t kButtonProgrammingType = 0xFD;  // from the panel: discarded
 inline constexpr std::uint8_t kTakeType = 0xFE;               // from the panel
+
+// The bytes of a whole service request.
+inline constexpr std::size_t kServiceRequestLength = 11;
 
 // The checksum of a whole frame, 0..127: its bytes without the type byte and without the last
 // two, which are the checksum's own place and the terminator.

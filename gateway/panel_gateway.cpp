@@ -19,8 +19,11 @@ PanelGateway::PanelGateway(const Services& services)
     : display_(services.display),
       clients_(*this, services.reporter),
       queue_(clients_, services.timer, services.reporter),
-      senders_(services.model, services.files, clients_, queue_, services.reporter),
-      protocol_(services.model, clients_, queue_, senders_, services.commands, services.reporter) {}
+      senders_(services.model, services.files, queue_, services.reporter),
+      requests_(services.model, clients_, senders_),
+      protocol_(services.model, clients_, queue_, requests_, services.commands, services.reporter) {
+  queue_.SetDone([this](int slot, MessageId id, bool sent) { requests_.Done(slot, id, sent); });
+}
 
 void PanelGateway::Accept(std::unique_ptr<ClientSocket> socket) {
   const int slot = clients_.Accept(std::move(socket));
@@ -69,7 +72,7 @@ void PanelGateway::ClientsChanged() {
 
 void PanelGateway::ClientClosed(int slot) {
   queue_.Forget(slot);
-  senders_.Forget(slot);
+  requests_.Forget(slot);
 }
 
 void PanelGateway::ClientDropped(int slot, DropReason reason) {

@@ -11,6 +11,7 @@
 #include "db/database_files.h"
 #include "gateway/client_table.h"
 #include "gateway/panel_protocol.h"
+#include "gateway/panel_requests.h"
 #include "gateway/panel_senders.h"
 #include "gateway/pause_timer.h"
 #include "gateway/send_queue.h"
@@ -81,6 +82,7 @@ class PanelGateway : private ClientTableEvents {
   ClientTable clients_;
   SendQueue queue_;
   PanelSenders senders_;
+  PanelRequests requests_;
   PanelProtocol protocol_;
 };
 

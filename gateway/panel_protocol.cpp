@@ -11,15 +11,6 @@ namespace gateway {
 namespace {
 
 constexpr std::size_t kTakeLength = 9;
-constexpr std::size_t kServiceRequestLength = 11;
-constexpr std::size_t kRequestMask = 2;  // its place in a service request
-
-// Bits of the request mask.  0x08, 0x10 and 0x80 are not used.
-constexpr int kWantMap = 0x01;
-constexpr int kWantInputLabels = 0x02;
-constexpr int kWantStationLabels = 0x04;
-constexpr int kOption20 = 0x20;
-constexpr int kWantProgramming = 0x40;
 
 struct CommandAction {
   int code;
@@ -51,19 +42,19 @@ std::optional<PanelTake> ParseTakeFrame(std::span<const std::uint8_t> frame) {
 }
 
 PanelProtocol::PanelProtocol(const model::SystemModel& model, ClientTable& clients,
-                             SendQueue& queue, PanelSenders& senders,
+                             SendQueue& queue, PanelRequests& requests,
                              switcher::LiveCommands& commands, model::ErrorReporter& reporter)
     : model_(model),
       clients_(clients),
       queue_(queue),
-      senders_(senders),
+      requests_(requests),
       commands_(commands),
       reporter_(reporter) {}
 
 bool PanelProtocol::DecodeClients() {
   bool worked = false;
   for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
-    clients_.ReadOn(slot);
+    if (clients_.ReadOn(slot)) worked = true;
     if (clients_.Connection(slot).RxData.empty()) continue;
     worked = true;
     DecodeClientMessage(slot);
@@ -120,7 +111,7 @@ void PanelProtocol::HandleFrame(std::span<const std::uint8_t> frame, int slot) {
       HandleTake(frame);
       break;
     case kServiceRequestType:
-      HandleServiceRequest(frame, slot);
+      if (const auto mask = ParseServiceRequest(frame)) requests_.Request(*mask, slot);
       break;
     case kConnectionType:
       clients_.Identify(frame, slot);
@@ -147,18 +138,12 @@ void PanelProtocol::WaitForEnd(int slot) {
   }
 }
 
+// The state of the link is that of the moment in which the answer's turn comes.
 void PanelProtocol::AnswerPoll(int slot) {
-  if (!IsLinkUp()) {
-    Answer(slot, kLinkDown);
-    return;
-  }
-  Answer(slot, kLinkUp);
-  clients_.Connection(slot).KeepAliveCount = 0;
-}
-
-void PanelProtocol::Answer(int slot, std::uint8_t byte) {
-  queue_.SendToClient(
-      FixedMessage({.kind = MessageId::Kind::KeepAlive, .first = 0, .count = 0}, {byte}), slot);
+  if (IsLinkUp()) clients_.Connection(slot).KeepAliveCount = 0;
+  queue_.SendToClient({{.kind = MessageId::Kind::KeepAlive, .first = 0, .count = 0},
+                       [this] { return Bytes{IsLinkUp() ? kLinkUp : kLinkDown}; }},
+                      slot);
 }
 
 void PanelProtocol::HandleTake(std::span<const std::uint8_t> frame) {
@@ -168,27 +153,6 @@ void PanelProtocol::HandleTake(std::span<const std::uint8_t> frame) {
   // one that is.
   if (take->destination > model_.ChannelCount || take->source > model_.ChannelCount) return;
   commands_.SendTake(take->destination, take->source, take->action);
-}
-
-void PanelProtocol::HandleServiceRequest(std::span<const std::uint8_t> frame, int slot) {
-  if (frame.size() != kServiceRequestLength || !ChecksumMatches(frame)) return;
-  if (!IsLinkUp()) return;
-  const int mask = frame[kRequestMask];
-  ClientConnection& client = clients_.Connection(slot);
-  if ((mask & kWantMap) != 0) senders_.SendCrosspointMapToClients(1, model_.ChannelCount, slot);
-  if ((mask & kWantInputLabels) != 0) {
-    client.AlphasPending = true;
-    senders_.SendAlphaTableToClients(kInputLabels, slot);
-  }
-  if ((mask & kWantStationLabels) != 0) {
-    client.AlphasPending = true;
-    senders_.SendAlphaTableToClients(kStationLabels, slot);
-  }
-  if ((mask & kOption20) != 0) client.Option20Pending = true;
-  if ((mask & kWantProgramming) != 0) {
-    client.ButtonsPending = true;
-    senders_.SendStationProgrammingToClients(slot);
-  }
 }
 
 }  // namespace gateway

@@ -8,7 +8,7 @@
 #include <span>
 
 #include "gateway/client_table.h"
-#include "gateway/panel_senders.h"
+#include "gateway/panel_requests.h"
 #include "gateway/send_queue.h"
 #include "model/error_reporter.h"
 #include "model/system_model.h"
@@ -48,7 +48,7 @@ class PanelProtocol {
 
   // All must outlive the object.
   PanelProtocol(const model::SystemModel& model, ClientTable& clients, SendQueue& queue,
-                PanelSenders& senders, switcher::LiveCommands& commands,
+                PanelRequests& requests, switcher::LiveCommands& commands,
                 model::ErrorReporter& reporter);
 
   // Decodes at most one frame of every client that has sent something, in ascending order, and
@@ -69,16 +69,14 @@ class PanelProtocol {
   void HandleFrame(std::span<const std::uint8_t> frame, int slot);
   void WaitForEnd(int slot);
   void FlushUnfinished();
-  void Answer(int slot, std::uint8_t byte);
   void AnswerPoll(int slot);
   void HandleTake(std::span<const std::uint8_t> frame);
-  void HandleServiceRequest(std::span<const std::uint8_t> frame, int slot);
   bool IsLinkUp() const { return model_.LinkStatus[0] == 1; }
 
   const model::SystemModel& model_;
   ClientTable& clients_;
   SendQueue& queue_;
-  PanelSenders& senders_;
+  PanelRequests& requests_;
   switcher::LiveCommands& commands_;
   model::ErrorReporter& reporter_;
 };

@@ -150,10 +150,10 @@ class PanelFuzz {
   void Check() {
     Require(gateway_.Clients().SocketCount() <= 3);
     for (int slot = 1; slot <= gateway_.Clients().SocketCount(); ++slot) {
-      Require(gateway_.Clients().Connection(slot).RxData.size() <= 65536);
+      Require(gateway_.Clients().Connection(slot).Undecoded() <= 65536);
     }
-    // Per slot: every row, the map, two label tables, programming twice, an answer, a request.
-    Require(gateway_.Queue().Size() <= 3U * (static_cast<unsigned>(model_.ChannelCount) + 10));
+    // Per slot: every row, the map, two label tables, programming twice, a question, 64 answers.
+    Require(gateway_.Queue().Size() <= 3U * (static_cast<unsigned>(model_.ChannelCount) + 80));
     CheckTakes();
   }
 

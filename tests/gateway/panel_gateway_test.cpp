@@ -2,7 +2,11 @@
 
 #include "gateway/panel_gateway.h"
 
+#include <algorithm>
+#include <deque>
+#include <map>
 #include <random>
+#include <vector>
 
 #include "switcher/decoder.h"
 #include "switcher/link.h"
@@ -162,6 +166,63 @@ TEST_F(PanelGatewayTest, ThousandsOfConnectionsLeaveNothingBehind) {
   gateway_.ForwardCrosspointRow(1);
   timer_.ElapseAll();
   EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 00 00 00 00 00 01 FF");
+}
+
+// Some ninety connections a second, each of which is asked what it is, rows without a pause and
+// tables for everybody; eight panels poll every two seconds.
+TEST_F(PanelGatewayTest, EveryPollIsAnsweredWithinASecondWhateverElseWaits) {
+  AddStations();
+  std::vector<std::shared_ptr<test::FakePeer>> panels;
+  for (int i = 0; i < 8; ++i) {
+    panels.push_back(ConnectPanel());
+    panels.back()->Send("F2 00 47 00 00 00 00 00 00 47 FF");
+  }
+  std::vector<int> polled(panels.size(), -1);  // when; -1 when its answer has come
+  int longest = 0;
+  int answers = 0;
+  std::deque<std::shared_ptr<test::FakePeer>> crowd;
+  timer_.now = 0;
+  for (int pause = 0; pause < 800; ++pause) {
+    for (int i = 0; i < 7; ++i) {
+      crowd.push_back(std::make_shared<test::FakePeer>());
+      gateway_.Accept(std::make_unique<test::FakeClientSocket>(crowd.back()));
+    }
+    while (crowd.size() > 60) {
+      if (crowd.front()->connected) crowd.front()->Close();
+      crowd.pop_front();
+    }
+    gateway_.ForwardCrosspointRow(1 + pause % 8);
+    if (pause % 100 == 0) gateway_.ForwardLabels(20);
+    for (std::size_t i = 0; i < panels.size(); ++i) {
+      if (polled[i] < 0 && pause % 27 == static_cast<int>(i % 3)) {
+        panels[i]->Send("F5");
+        polled[i] = timer_.now;
+      }
+    }
+    Ticks(15);
+    timer_.Elapse();
+    for (std::size_t i = 0; i < panels.size(); ++i) {
+      if (polled[i] < 0 || panels[i]->written.empty() || panels[i]->written.back() != 0xF4)
+        continue;
+      longest = std::max(longest, timer_.now - polled[i]);
+      polled[i] = -1;
+      ++answers;
+    }
+  }
+  EXPECT_LE(longest, 1000);
+  EXPECT_GE(answers, 8 * 28);
+  // Nor are the tables and rows forgotten for it: each panel has had everything that it asked for
+  // and a row now and then.
+  for (const auto& panel : panels) {
+    std::map<std::uint8_t, int> frames;
+    for (const std::uint8_t byte : panel->written) {
+      if (byte >= 0x80 && byte < 0xFF) ++frames[byte];
+    }
+    EXPECT_GE(frames[0xFC], 2);
+    EXPECT_EQ(frames[0xFB], 1);
+    EXPECT_EQ(frames[0xFD], 1);
+    EXPECT_GE(frames[0xF6], 3);
+  }
 }
 
 TEST_F(PanelGatewayTest, RequestsThatPourInDoNotStarveTheOthers) {

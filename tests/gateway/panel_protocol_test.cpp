@@ -29,6 +29,17 @@ class PanelProtocolTest : public GatewayTest {
     return Hex(Connection(slot).RxData.View());
   }
 
+  // The types of the frames that a panel is sent until no pause runs any more, one at a time: "F6
+  // FC ".
+  std::string FrameTypes(test::FakePeer& panel) {
+    std::string types;
+    for (;;) {
+      types += panel.TakeWritten().substr(0, 3);
+      if (!timer_.IsRunning()) return types;
+      timer_.Elapse();
+    }
+  }
+
   // What a service request is answered with.  Everything asked for has gone out.
   std::string Request(test::FakePeer& panel, std::string_view frame) {
     panel.Send(frame);
@@ -441,6 +452,87 @@ TEST_F(PanelProtocolTest, SeveralBitsAreAnsweredInOrder) {
   EXPECT_EQ(types, "F6 00; FC 0A; FC 14; FB 00; FD 00; ");
 }
 
+TEST_F(PanelProtocolTest, TheWholeAnswerToARequestComesBeforeTheNextOne) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 07 00 00 00 00 00 00 07 FF F2 00 43 00 00 00 00 00 00 43 FF");
+  Ticks(2);
+  EXPECT_EQ(FrameTypes(*panel), "F6 FC FC F6 FC FB FD ");
+}
+
+TEST_F(PanelProtocolTest, WhatIsForAllDoesNotChangeTheOrderOfAnAnswer) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  gateway_.ForwardLabels(10);
+  gateway_.ForwardProgramming();
+  panel->Send("F2 00 47 00 00 00 00 00 00 47 FF");
+  Tick();
+  gateway_.ForwardProgramming();
+  gateway_.ForwardLabels(20);
+  EXPECT_EQ(FrameTypes(*panel), "FC FB FD F6 FC FC FB FD ");
+}
+
+TEST_F(PanelProtocolTest, ARequestWhoseTableCannotBeReadDoesNotHoldUpTheNext) {
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 06 00 00 00 00 00 00 06 FF F2 00 41 00 00 00 00 00 00 41 FF");
+  panel->Send("F2 00 02 00 00 00 00 00 00 02 FF");
+  Ticks(3);
+  EXPECT_EQ(FrameTypes(*panel), "F6 FB ");
+  EXPECT_THAT(reporter_.reports, SizeIs(4));
+  AddStations();
+  EXPECT_EQ(Request(*panel, "F2 00 04 00 00 00 00 00 00 04 FF").substr(0, 5), "FC 14");
+  EXPECT_EQ(FrameTypes(*panel), "") << "once";
+}
+
+TEST_F(PanelProtocolTest, ARequestWhoseTurnComesWithoutTheLinkIsForgotten) {
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 01 00 00 00 00 00 00 01 FF F2 00 01 00 00 00 00 00 00 01 FF");
+  panel->Send("F2 00 01 00 00 00 00 00 00 01 FF");
+  Ticks(3);
+  model_.LinkStatus[0] = 0;
+  // The answer to the second is on its way since the first has gone out.
+  EXPECT_EQ(FrameTypes(*panel), "F6 F6 ");
+  model_.LinkStatus[0] = 1;
+  EXPECT_EQ(FrameTypes(*panel), "");
+}
+
+TEST_F(PanelProtocolTest, RequestsWithoutEndWaitInTheSocket) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  const auto other = ConnectPanel();
+  panel->Send(FromHex(test::Times(8000, "F2 00 47 00 00 00 00 00 00 47 FF")));
+  for (int tick = 0; tick < 20000; ++tick) {
+    Tick();
+    ASSERT_LE(Connection(1).Undecoded(), 65536U);
+    ASSERT_LE(Queue().Size(), 6U);
+    if (tick % 15 == 0) timer_.Elapse();
+  }
+  EXPECT_FALSE(panel->incoming.empty());
+  panel->TakeWritten();
+  other->Send("F5");
+  Tick();
+  timer_.Elapse();
+  EXPECT_EQ(other->TakeWritten(), "F4");
+}
+
+TEST_F(PanelProtocolTest, TenPollsInOneWriteGetTenAnswers) {
+  const auto panel = ConnectPanel();
+  panel->Send("F5 F5 F5 F5 F5 F5 F5 F5 F5 F5");
+  Ticks(10);
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten(), "F4 F4 F4 F4 F4 F4 F4 F4 F4 F4");
+}
+
+TEST_F(PanelProtocolTest, AnAnswerThatHadToWaitSaysHowTheLinkIsThen) {
+  const auto panel = ConnectPanel();
+  panel->Send("F5 F5 F5");
+  Ticks(3);
+  timer_.Elapse();
+  model_.LinkStatus[0] = 0;
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten(), "F4 F4 F1");
+}
+
 TEST_F(PanelProtocolTest, EveryRequestIsAnsweredAlsoWhileAnAnswerStillWaits) {
   AddStations();
   const auto panel = ConnectPanel();
@@ -577,7 +669,9 @@ TEST_F(PanelProtocolTest, ATableThatCannotBeReadIsReported) {
   const auto panel = ConnectPanel();
   EXPECT_EQ(Request(*panel, "F2 00 02 00 00 00 00 00 00 02 FF"), "");  // no stations at all
   EXPECT_TRUE(Connection(1).AlphasPending);
-  EXPECT_EQ(Request(*panel, "F2 00 40 00 00 00 00 00 00 40 FF"), "");
+  // The list of stations needs none.
+  EXPECT_EQ(Request(*panel, "F2 00 40 00 00 00 00 00 00 40 FF"),
+            "FB 00 08 00 00 00 01 00 02 00 03 00 04 00 05 00 06 00 07 00 08 00 2C FF");
   ASSERT_THAT(reporter_.reports, SizeIs(2));
   EXPECT_THAT(reporter_.reports,
               Each(testing::StartsWith("critical|Error Processing|Error in Error Sending Alpha "
@@ -596,8 +690,8 @@ TEST_F(PanelProtocolTest, ATableThatCannotBeReadAnyMoreHoldsUpNothing) {
   EXPECT_EQ(panel->TakeWritten().substr(0, 5), "F6 00");
   EXPECT_THAT(reporter_.reports, IsEmpty());
   timer_.ElapseAll();
-  EXPECT_EQ(panel->TakeWritten(), "");
-  EXPECT_EQ(timer_.now, 2 * 75);
+  EXPECT_EQ(panel->TakeWritten().substr(0, 5), "FB 00");
+  EXPECT_EQ(timer_.now, 3 * 75);
   // Both label tables and the programming, once each.
   EXPECT_THAT(reporter_.reports, SizeIs(3));
   EXPECT_TRUE(Connection(1).AlphasPending);
