@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHostAddress>
+#include <chrono>
 #include <functional>
 
 #include "tests/gateway/gateway_fixture.h"
@@ -182,6 +183,37 @@ TEST_F(QtSocketsTest, ClosingAllIsSeenByThePanels) {
   Gateway().CloseAll();
   EXPECT_TRUE(IsGone(*first));
   EXPECT_TRUE(IsGone(*second));
+}
+
+TEST_F(QtSocketsTest, APauseIsNeverShorterThanItShouldBe) {
+  using Clock = std::chrono::steady_clock;
+  constexpr std::chrono::milliseconds kPause{7};
+  std::vector<Clock::duration> pauses;
+  std::function<void()> pause;
+  Clock::time_point began;
+  pause = [&] {
+    began = Clock::now();
+    clock_.Start(kPause, [&] {
+      pauses.push_back(Clock::now() - began);
+      pause();
+    });
+  };
+  pause();
+  ASSERT_TRUE(WaitFor([&] { return pauses.size() == 50; }));
+  clock_.Stop();
+  EXPECT_THAT(pauses, testing::Each(testing::Ge(kPause)));
+}
+
+TEST_F(QtSocketsTest, APauseThatIsBegunAnewOrStoppedDoesNotEnd) {
+  int first = 0;
+  int second = 0;
+  clock_.Start(std::chrono::milliseconds(2), [&] { ++first; });
+  clock_.Start(std::chrono::milliseconds(4), [&] { ++second; });
+  ASSERT_TRUE(WaitFor([&] { return second > 0; }));
+  clock_.Start(std::chrono::milliseconds(2), [&] { ++first; });
+  clock_.Stop();
+  EXPECT_FALSE(WaitFor([&] { return first > 0; }, 20));
+  EXPECT_EQ(second, 1);
 }
 
 TEST_F(QtSocketsTest, ABroadcastCostsThePauseOfEverySlot) {
