@@ -149,9 +149,9 @@ void PanelProtocol::AnswerPoll(int slot) {
 void PanelProtocol::HandleTake(std::span<const std::uint8_t> frame) {
   const std::optional<PanelTake> take = ParseTakeFrame(frame);
   if (!take) return;
-  // Eight bits of a channel travel to the switcher: a channel that is not there would fold onto
-  // one that is.
-  if (take->destination > model_.ChannelCount || take->source > model_.ChannelCount) return;
+  // Eight bits of a channel travel to the switcher: a greater one would fold onto another.  Whether
+  // there is such a channel is for the switcher to judge.
+  if (std::max(take->destination, take->source) > model::kMaxChannelCount) return;
   commands_.SendTake(take->destination, take->source, take->action);
 }
 

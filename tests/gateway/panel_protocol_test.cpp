@@ -106,13 +106,26 @@ TEST_F(PanelProtocolTest, ATakeReachesTheSwitcher) {
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
-TEST_F(PanelProtocolTest, ATakeOutsideTheSystemIsIgnored) {
+TEST_F(PanelProtocolTest, ATakeOutsideTheSystemIsForTheSwitcherToJudge) {
   const auto panel = ConnectPanel();
-  panel->Send("FE 20 00 08 00 07 00 2F FF");  // destination 9 of 8
-  panel->Send("FE 20 00 07 00 08 00 2F FF");  // source 9 of 8
+  const std::pair<const char*, const char*> kTakes[] = {
+      {"FE 20 00 08 00 07 00 2F FF", "FD 00 00 07 00 08 00 0F FF"},  // destination 9 of 8
+      {"FE 20 00 07 00 08 00 2F FF", "FD 00 00 08 00 07 00 0F FF"},  // source 9 of 8
+      {"FE 20 00 7F 01 7F 01 20 FF", "FD 00 00 7F 01 7F 01 7E FF"},  // 256 and 256
+  };
+  for (const auto& [frame, message] : kTakes) {
+    panel->Send(frame);
+    Tick();
+    EXPECT_EQ(port_.TakeWritten(), message) << frame;
+  }
+}
+
+TEST_F(PanelProtocolTest, ATakeThatEightBitsMakeAnotherIsIgnored) {
+  const auto panel = ConnectPanel();
   panel->Send("FE 20 00 00 02 07 00 29 FF");  // destination 257, which eight bits make 1
   panel->Send("FE 20 00 07 00 07 02 30 FF");  // source 264, which eight bits make 8
-  Ticks(4);
+  panel->Send("FE 24 00 7F 7F 07 00 29 FF");  // destination 16384, which eight bits make 256
+  Ticks(3);
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_THAT(Connection(1).RxData, IsEmpty());
   panel->Send("FE 20 00 07 00 07 00 2E FF");
