@@ -25,6 +25,7 @@
 #include "gateway/qt_sockets.h"
 #include "model/system_model.h"
 #include "switcher/decoder.h"
+#include "switcher/line_share.h"
 #include "switcher/link.h"
 #include "switcher/live_commands.h"
 #include "switcher/poll_switch.h"
@@ -81,6 +82,7 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   MainWindow window_;
   switcher::QtSerialPort port_;
   switcher::LiveCommands liveCommands_;
+  switcher::LineShare line_;
   switcher::TableSenders tables_;
   OpenViews views_;
   ViewMenu viewMenu_;

@@ -134,12 +134,14 @@ void Requests(benchmark::State& state) {
   test::FakeSerialPort port;
   test::RecordingReporter reporter;
   switcher::LiveCommands commands(system.model, port, reporter);
+  const switcher::LineShare line(port, [] { return milliseconds(500); });
   NoDisplay display;
   for (auto _ : state) {
     test::FakePauseTimer timer;
     gateway::PanelGateway gateway({.model = system.model,
                                    .files = system.database.Files(),
                                    .commands = commands,
+                                   .line = line,
                                    .timer = timer,
                                    .display = display,
                                    .reporter = reporter});

@@ -111,6 +111,7 @@ void ClientTable::Close(int slot) {
   connection.Connected = false;
   connection.RxData.Clear();
   connection.Requests.clear();
+  connection.Takes.clear();
   connection.UnfinishedTicks = 0;
   At(slot).unread = false;
   connection.PeerIP.clear();

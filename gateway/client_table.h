@@ -11,6 +11,7 @@
 
 #include "gateway/client_socket.h"
 #include "gateway/received_bytes.h"
+#include "gateway/take_frame.h"
 #include "model/error_reporter.h"
 
 namespace gateway {
@@ -26,11 +27,14 @@ struct ClientConnection {
   int ConnType = 0;
   ReceivedBytes RxData;
   std::deque<std::uint8_t> Requests;  // masks of service requests that wait for their turn
+  std::deque<PanelTake> Takes;        // that wait for the line
   int KeepAliveCount = 0;   // set to 0 by accepting and by keep-alives; nothing counts it up
   int UnfinishedTicks = 0;  // decode ticks that have found the frame in front without its end
 
   // What of that which was received waits, in bytes.
-  std::size_t Undecoded() const { return RxData.size() + Requests.size() * kServiceRequestLength; }
+  std::size_t Undecoded() const {
+    return RxData.size() + Requests.size() * kServiceRequestLength + Takes.size() * kTakeLength;
+  }
 };
 
 // Why the console drops a client.
@@ -88,6 +92,9 @@ class ClientTable : public ClientSocketEvents {
   // Reads what was left in the socket of a slot for want of room, if there is room now.  Whether
   // something may still be left.
   bool ReadOn(int slot);
+
+  // Whether something may be left in the socket of a slot for want of room.
+  bool IsUnread(int slot) const { return At(slot).unread; }
 
   // Ends the connection of a slot because of what its client does.
   void Drop(int slot, DropReason reason);

@@ -45,6 +45,9 @@ int TcpChecksum(std::span<const std::uint8_t> frame);
 // Whether the frame's checksum byte is right.  False for less than two bytes.
 bool ChecksumMatches(std::span<const std::uint8_t> frame);
 
+// Whether a byte may stand among the data of a frame.
+constexpr bool IsData(std::uint8_t byte) { return byte < 0x80; }
+
 // How far a frame from a panel reaches, by its type byte.
 enum class FrameShape : std::uint8_t {
   Single,      // it is that byte alone

@@ -21,7 +21,8 @@ PanelGateway::PanelGateway(const Services& services)
       queue_(clients_, services.timer, services.reporter),
       senders_(services.model, services.files, queue_, services.reporter),
       requests_(services.model, clients_, senders_),
-      protocol_(services.model, clients_, queue_, requests_, services.commands, services.reporter) {
+      takes_(clients_, services.line, services.commands),
+      protocol_(services.model, clients_, queue_, requests_, takes_, services.reporter) {
   queue_.SetDone([this](int slot, MessageId id, bool sent) { requests_.Done(slot, id, sent); });
 }
 
@@ -38,7 +39,8 @@ bool PanelGateway::DecodeTick(const std::function<bool()>& decodeSwitcher) {
   protocol_.CountTick();
   const bool switcherWorked = decodeSwitcher();
   const bool clientsWorked = protocol_.DecodeClients();
-  return switcherWorked || clientsWorked;
+  const bool takesWaited = takes_.SendOn();
+  return switcherWorked || clientsWorked || takesWaited;
 }
 
 void PanelGateway::ForwardCrosspointRow(int output) {

@@ -13,10 +13,12 @@
 #include "gateway/panel_protocol.h"
 #include "gateway/panel_requests.h"
 #include "gateway/panel_senders.h"
+#include "gateway/panel_takes.h"
 #include "gateway/pause_timer.h"
 #include "gateway/send_queue.h"
 #include "model/error_reporter.h"
 #include "model/system_model.h"
+#include "switcher/line_share.h"
 #include "switcher/live_commands.h"
 
 namespace gateway {
@@ -45,6 +47,7 @@ class PanelGateway : private ClientTableEvents {
     const model::SystemModel& model;
     const db::DatabaseFiles& files;
     switcher::LiveCommands& commands;
+    const switcher::LineShare& line;
     PauseTimer& timer;
     GatewayDisplay& display;
     model::ErrorReporter& reporter;
@@ -56,8 +59,8 @@ class PanelGateway : private ClientTableEvents {
   void Accept(std::unique_ptr<ClientSocket> socket);
 
   // One tick of the decode timer: `decodeSwitcher` decodes at most one message of the switcher
-  // and says whether there was work, then at most one frame of every client is decoded.
-  // False when there was no work at all.
+  // and says whether there was work, then at most one frame of every client is decoded, and takes
+  // are passed on.  False when there was no work at all.
   bool DecodeTick(const std::function<bool()>& decodeSwitcher);
 
   // The rows, labels and programming for all panels, when there is any.
@@ -83,6 +86,7 @@ class PanelGateway : private ClientTableEvents {
   SendQueue queue_;
   PanelSenders senders_;
   PanelRequests requests_;
+  PanelTakes takes_;
   PanelProtocol protocol_;
 };
 

@@ -2,53 +2,18 @@
 
 #include "gateway/panel_protocol.h"
 
-#include <algorithm>
-
 #include "gateway/panel_tables.h"
 
 namespace gateway {
 
-namespace {
-
-constexpr std::size_t kTakeLength = 9;
-
-struct CommandAction {
-  int code;
-  std::uint8_t action;
-};
-
-constexpr CommandAction kActions[] = {
-    {32, 0}, {33, 136}, {36, 2}, {37, 138}, {161, 132}, {165, 134}, {289, 140}, {293, 142},
-};
-
-bool IsData(std::uint8_t byte) { return byte < 0x80; }
-
-}  // namespace
-
-std::uint8_t ActionOfCommand(int code) {
-  for (const CommandAction& known : kActions) {
-    if (known.code == code) return known.action;
-  }
-  return 0;
-}
-
-std::optional<PanelTake> ParseTakeFrame(std::span<const std::uint8_t> frame) {
-  if (frame.size() != kTakeLength || !ChecksumMatches(frame)) return std::nullopt;
-  // The start of another frame inside this one means that the end of this one is lost.
-  if (!std::all_of(frame.begin() + 1, frame.end() - 1, IsData)) return std::nullopt;
-  return PanelTake{.destination = PairValue(frame[3], frame[4]) + 1,
-                   .source = PairValue(frame[5], frame[6]) + 1,
-                   .action = ActionOfCommand(PairValue(frame[1], frame[2]))};
-}
-
 PanelProtocol::PanelProtocol(const model::SystemModel& model, ClientTable& clients,
-                             SendQueue& queue, PanelRequests& requests,
-                             switcher::LiveCommands& commands, model::ErrorReporter& reporter)
+                             SendQueue& queue, PanelRequests& requests, PanelTakes& takes,
+                             model::ErrorReporter& reporter)
     : model_(model),
       clients_(clients),
       queue_(queue),
       requests_(requests),
-      commands_(commands),
+      takes_(takes),
       reporter_(reporter) {}
 
 bool PanelProtocol::DecodeClients() {
@@ -63,10 +28,12 @@ bool PanelProtocol::DecodeClients() {
   return worked;
 }
 
-// What is whole stays: its turn comes, one frame in a tick.
+// What is whole stays: its turn comes, one frame in a tick.  So does a frame whose end may be in
+// the socket.
 void PanelProtocol::FlushUnfinished() {
   clients_.TcpIdleTicks = 0;
   for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
+    if (clients_.IsUnread(slot)) continue;
     ClientConnection& client = clients_.Connection(slot);
     client.RxData.Assign(WholeFrames(client.RxData.View()));
     client.UnfinishedTicks = 0;
@@ -108,7 +75,7 @@ void PanelProtocol::HandleByte(std::uint8_t byte, int slot) {
 void PanelProtocol::HandleFrame(std::span<const std::uint8_t> frame, int slot) {
   switch (frame.front()) {
     case kTakeType:
-      HandleTake(frame);
+      if (const auto take = ParseTakeFrame(frame)) takes_.Add(*take, slot);
       break;
     case kServiceRequestType:
       if (const auto mask = ParseServiceRequest(frame)) requests_.Request(*mask, slot);
@@ -125,10 +92,13 @@ void PanelProtocol::HandleFrame(std::span<const std::uint8_t> frame, int slot) {
 // client that never ends its frame has a patience of its own.
 void PanelProtocol::WaitForEnd(int slot) {
   ClientConnection& client = clients_.Connection(slot);
-  ++client.UnfinishedTicks;
   if (client.RxData.size() >= ClientTable::kRxLimit) {
     clients_.Drop(slot, DropReason::EndlessFrame);
-  } else if (client.RxData.front() == kTakeType) {
+    return;
+  }
+  if (clients_.IsUnread(slot)) return;  // its end may be in the socket
+  ++client.UnfinishedTicks;
+  if (client.RxData.front() == kTakeType) {
     model::ReportError(reporter_, "Error Processing Take Command",
                        {kOutOfRange, "The end of the frame has not arrived"});
     if (client.UnfinishedTicks >= kMostTakeReports) clients_.Drop(slot, DropReason::UnfinishedTake);
@@ -144,15 +114,6 @@ void PanelProtocol::AnswerPoll(int slot) {
   queue_.SendToClient({{.kind = MessageId::Kind::KeepAlive, .first = 0, .count = 0},
                        [this] { return Bytes{IsLinkUp() ? kLinkUp : kLinkDown}; }},
                       slot);
-}
-
-void PanelProtocol::HandleTake(std::span<const std::uint8_t> frame) {
-  const std::optional<PanelTake> take = ParseTakeFrame(frame);
-  if (!take) return;
-  // Eight bits of a channel travel to the switcher: a greater one would fold onto another.  Whether
-  // there is such a channel is for the switcher to judge.
-  if (std::max(take->destination, take->source) > model::kMaxChannelCount) return;
-  commands_.SendTake(take->destination, take->source, take->action);
 }
 
 }  // namespace gateway

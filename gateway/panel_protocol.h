@@ -4,33 +4,16 @@
 #define GATEWAY_PANEL_PROTOCOL_H_
 
 #include <cstdint>
-#include <optional>
 #include <span>
 
 #include "gateway/client_table.h"
 #include "gateway/panel_requests.h"
+#include "gateway/panel_takes.h"
 #include "gateway/send_queue.h"
 #include "model/error_reporter.h"
 #include "model/system_model.h"
-#include "switcher/live_commands.h"
 
 namespace gateway {
-
-// What a take frame asks for.
-struct PanelTake {
-  int destination = 1;  // output channel, from 1
-  int source = 1;       // input channel, from 1
-  std::uint8_t action = 0;
-
-  bool operator==(const PanelTake&) const = default;
-};
-
-// Reads a whole take frame; none when its checksum or its length is wrong, or a byte that is no
-// data stands among its data.
-std::optional<PanelTake> ParseTakeFrame(std::span<const std::uint8_t> frame);
-
-// The action byte for a panel's command code; 0 for every code that is not known.
-std::uint8_t ActionOfCommand(int code);
 
 // Takes frames off the clients' receive buffers and does what they ask for.
 class PanelProtocol {
@@ -48,8 +31,7 @@ class PanelProtocol {
 
   // All must outlive the object.
   PanelProtocol(const model::SystemModel& model, ClientTable& clients, SendQueue& queue,
-                PanelRequests& requests, switcher::LiveCommands& commands,
-                model::ErrorReporter& reporter);
+                PanelRequests& requests, PanelTakes& takes, model::ErrorReporter& reporter);
 
   // Decodes at most one frame of every client that has sent something, in ascending order, and
   // throws away what will not become a frame any more.  To be called once per decode tick, behind
@@ -70,14 +52,13 @@ class PanelProtocol {
   void WaitForEnd(int slot);
   void FlushUnfinished();
   void AnswerPoll(int slot);
-  void HandleTake(std::span<const std::uint8_t> frame);
   bool IsLinkUp() const { return model_.LinkStatus[0] == 1; }
 
   const model::SystemModel& model_;
   ClientTable& clients_;
   SendQueue& queue_;
   PanelRequests& requests_;
-  switcher::LiveCommands& commands_;
+  PanelTakes& takes_;
   model::ErrorReporter& reporter_;
 };
 

@@ -90,9 +90,12 @@ class GatewayTest : public testing::Test {
   test::FakePauseTimer timer_;
   RecordingDisplay display_;
   switcher::LiveCommands commands_{model_, port_, reporter_};
+  std::chrono::milliseconds untilPoll_{500};
+  switcher::LineShare line_{port_, [this] { return untilPoll_; }};
   PanelGateway gateway_{{.model = model_,
                          .files = database_.Files(),
                          .commands = commands_,
+                         .line = line_,
                          .timer = timer_,
                          .display = display_,
                          .reporter = reporter_}};

@@ -144,6 +144,7 @@ class QtSocketsTest : public GatewayTest {
   PanelGateway clockGateway_{{.model = model_,
                               .files = database_.Files(),
                               .commands = commands_,
+                              .line = line_,
                               .timer = clock_,
                               .display = display_,
                               .reporter = reporter_}};
