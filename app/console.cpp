@@ -58,17 +58,25 @@ Console::Console(const QString& folder)
       decoder_(model_, files_, boxes_, forwarding_),
       link_(model_, port_, decoder_, window_),
       transfers_(window_, views_, {.model = model_, .tables = tables_, .poll = *this},
-                 {.model = model_,
-                  .decoder = decoder_,
-                  .port = port_,
-                  .poll = *this,
-                  .reporter = boxes_,
+                 {.parts = {.model = model_,
+                            .decoder = decoder_,
+                            .port = port_,
+                            .link = link_,
+                            .poll = *this,
+                            .reporter = boxes_},
                   .closeViews = {}}),
       aids_(model_,
             {.isOpen = [this] { return port_.IsOpen(); },
              .device = [this] { return QFileInfo(SerialDevice(model_.ComPort)); }},
             window_.Status(), window_.Hints()),
-      log_(window_, views_, transfers_, boxes_, commands_),
+      labels_(model_, [this] { return files_.Database(); }),
+      log_({.model = model_,
+            .labels = labels_,
+            .window = window_,
+            .views = views_,
+            .transfers = transfers_,
+            .boxes = boxes_,
+            .commands = commands_}),
       export_(window_.ExportMenu(), window_, ViewServices(),
               [this] { return views_.StoreEdits(); }) {
   ConnectCommands();
@@ -84,7 +92,13 @@ Console::Console(const QString& folder)
   connect(&views_, &OpenViews::UnsentChanged, &status, &StatusBar::SetUnsent);
   connect(&views_, &OpenViews::MapReported, this,
           [this] { aids_.MapReported(QTime::currentTime()); });
+  connect(&window_, &MainWindow::LinkTextShown, this, [this] { aids_.LinkChanged(); });
+  connect(&window_.DiscardCommand(), &QAction::triggered, this, [this] {
+    if (const auto code = link_.DiscardBlockedByte()) log_.ByteDiscarded(*code);
+  });
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&views_, &OpenViews::SentByTool, &sentNote_, &SentNote::Add);
+  connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&views_, &OpenViews::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
@@ -179,10 +193,7 @@ void Console::ConnectCommands() {
   QMdiArea& area = window_.Area();
   commands_.Set(QStringLiteral("ID_Contents"), [this] { ShowContents(); });
   commands_.Set(QStringLiteral("ID_About"), [this] { ShowAbout(); });
-  commands_.Set(QStringLiteral("ID_SendData"), [this] {
-    model_.DownloadMode = 0;
-    transfers_.SendData();
-  });
+  commands_.Set(QStringLiteral("ID_SendData"), [this] { transfers_.SendData(0); });
   commands_.Set(QStringLiteral("ID_RetreiveData"), [this] { transfers_.RetrieveData(); });
   commands_.Set(QStringLiteral("ID_Exit"), [this] { window_.close(); });
   commands_.Set(QStringLiteral("ID_XpointMap"), [this] { views_.ShowXmap(); });
@@ -201,10 +212,7 @@ void Console::ConnectCommands() {
   window_.UpdateCommands();
   connect(&views_, &OpenViews::QdvStatusRequested, this,
           [this] { commands_.Run(QStringLiteral("ID_QDVStatus")); });
-  connect(&views_, &OpenViews::SendButtonDataRequested, this, [this] {
-    model_.DownloadMode = -1;
-    transfers_.SendData();
-  });
+  connect(&views_, &OpenViews::SendButtonDataRequested, this, [this] { transfers_.SendData(-1); });
 }
 
 void Console::ConnectTimers() {

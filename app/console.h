@@ -6,7 +6,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <optional>
 
+#include "app/channel_labels.h"
 #include "app/command_table.h"
 #include "app/export_menu.h"
 #include "app/help_window.h"
@@ -16,6 +18,7 @@
 #include "app/message_boxes.h"
 #include "app/open_views.h"
 #include "app/panel_forwarding.h"
+#include "app/sent_note.h"
 #include "app/termination.h"
 #include "app/transfers.h"
 #include "app/view_menu.h"
@@ -61,11 +64,11 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   QString SerialDevice(int number) const;
   void PlaceWindow();
 
-  bool SendLabels(int selector) override { return tables_.SendLabels(selector); }
-  bool SendInhibits(int output) override { return tables_.SendInhibits(output); }
-  bool SendRelays(int station) override { return tables_.SendRelays(station); }
-  bool SendButtons(int station) override { return tables_.SendButtons(station); }
-  bool SendOptos() override { return tables_.SendOptos(); }
+  std::optional<int> SendLabels(int selector) override { return tables_.SendLabels(selector); }
+  std::optional<int> SendInhibits(int output) override { return tables_.SendInhibits(output); }
+  std::optional<int> SendRelays(int station) override { return tables_.SendRelays(station); }
+  std::optional<int> SendButtons(int station) override { return tables_.SendButtons(station); }
+  std::optional<int> SendOptos() override { return tables_.SendOptos(); }
   void SetPolling(bool on) override;
 
   views::Services ViewServices();
@@ -92,7 +95,9 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   switcher::Link link_;
   Transfers transfers_;
   LinkAids aids_;
+  ChannelLabels labels_;
   LogKeeper log_;
+  SentNote sentNote_;
   ExportMenu export_;
   Termination termination_;
   QPointer<HelpWindow> help_;

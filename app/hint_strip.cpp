@@ -18,7 +18,10 @@ constexpr int kVerticalMargin = 2;
 }  // namespace
 
 HintStrip::HintStrip(QWidget* parent)
-    : QFrame(parent), text_(new ElidedLabel(this)), close_(new QToolButton(this)) {
+    : QFrame(parent),
+      text_(new ElidedLabel(this)),
+      command_(new QToolButton(this)),
+      close_(new QToolButton(this)) {
   setObjectName(QStringLiteral("aidHintStrip"));
   setAutoFillBackground(true);
   setBackgroundRole(QPalette::ToolTipBase);
@@ -39,18 +42,21 @@ HintStrip::HintStrip(QWidget* parent)
   auto* const layout = new QHBoxLayout(this);
   layout->setContentsMargins(kSideMargin, kVerticalMargin, kVerticalMargin, kVerticalMargin);
   layout->addWidget(text_, 1);
+  layout->addWidget(command_);
   layout->addWidget(close_);
   connect(close_, &QToolButton::clicked, this, &HintStrip::CloseCurrent);
+  command_->hide();
   hide();
 }
 
-void HintStrip::Give(Hint hint, const QString& text) {
+void HintStrip::Give(Hint hint, const QString& text, QAction* command) {
   if (closed_.contains(hint)) return;
-  hints_[hint] = text;
+  hints_[hint] = {.text = text, .command = command};
   ShowCurrent();
 }
 
 void HintStrip::Withdraw(Hint hint) {
+  closed_.erase(hint);
   if (hints_.erase(hint) != 0) ShowCurrent();
 }
 
@@ -63,12 +69,21 @@ void HintStrip::CloseCurrent() {
 
 void HintStrip::ShowCurrent() {
   if (!hints_.empty()) {
-    const QString& text = hints_.begin()->second;
+    const auto& [text, command] = hints_.begin()->second;
     text_->setText(text);
     text_->setToolTip(text);
     setAccessibleName(text);
+    ShowCommand(command);
   }
   setVisible(!hints_.empty());
+}
+
+void HintStrip::ShowCommand(QAction* command) {
+  for (QAction* const shown : command_->actions()) command_->removeAction(shown);
+  command_->setVisible(command != nullptr);
+  if (command == nullptr) return;
+  command_->setDefaultAction(command);
+  command_->setObjectName(command->objectName());
 }
 
 }  // namespace app

@@ -26,10 +26,15 @@ void LinkAids::MapReported(QTime time) {
   ShowMapState();
 }
 
-void LinkAids::Tick() {
+void LinkAids::LinkChanged() {
+  status_.SetConnected(IsConnected());
   // A port that could not be opened at start leaves the link's own text empty.
   status_.SetClosedPort(port_.isOpen() ? std::nullopt : std::optional<int>(model_.ComPort));
   ShowMapState();
+}
+
+void LinkAids::Tick() {
+  LinkChanged();
   ShowHints();
 }
 

@@ -29,6 +29,9 @@ class LinkAids {
   // The switcher reported a row of the map at `time`.
   void MapReported(QTime time);
 
+  // The link is up or down, or the port was opened.
+  void LinkChanged();
+
   // Once a second.
   void Tick();
 

@@ -6,25 +6,40 @@
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
+#include <cstdint>
+#include <optional>
 
+#include "app/channel_labels.h"
 #include "app/command_table.h"
 #include "app/event_log.h"
 #include "app/event_log_window.h"
+#include "app/event_words.h"
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/open_views.h"
+#include "app/refusals.h"
+#include "app/reported_rows.h"
 #include "app/transfers.h"
 
 namespace app {
+
+// Whose events the log has; all must outlive its keeper.
+struct LogSources {
+  const model::SystemModel& model;
+  ChannelLabels& labels;
+  MainWindow& window;
+  OpenViews& views;
+  Transfers& transfers;
+  MessageBoxes& boxes;
+  CommandTable& commands;
+};
 
 // Writes the event log from what the parts of the program announce, and shows it.
 class LogKeeper : public QObject {
   Q_OBJECT
 
  public:
-  // All must outlive the object.
-  LogKeeper(MainWindow& window, OpenViews& views, Transfers& transfers, MessageBoxes& boxes,
-            CommandTable& commands);
+  explicit LogKeeper(const LogSources& sources);
 
   // Closes the window of the log.
   ~LogKeeper() override;
@@ -34,13 +49,24 @@ class LogKeeper : public QObject {
   // Notes what belongs to none of the parts.
   void Note(const QString& text) { log_.Add(EventLog::Kind::Note, text); }
 
+  // The operator has discarded a byte that blocked all receiving.
+  void ByteDiscarded(std::uint8_t byte);
+
   // Opens the window of the log, or brings it up.
   void Show();
 
  private:
+  void FollowViews(OpenViews& views);
+  void FollowTransfers(Transfers& transfers);
   void NotePanels(const QStringList& panels);
+  void NoteRefusal(const QString& description, switcher::DecodeStatus status);
+  void NoteBlockedCode(std::optional<std::uint8_t> code);
 
   EventLog log_;
+  ChannelLabels& labels_;
+  CrosspointWords crosspoints_;
+  ReportedRows rows_;
+  Refusals refusals_;
   QStringList panels_;  // as they were announced last
   QPointer<EventLogWindow> window_;
 };

@@ -30,7 +30,8 @@ MainWindow::MainWindow(const CommandTable& commands)
     : commands_(commands),
       area_(new QMdiArea),
       hints_(new HintStrip),
-      statusBar_(new StatusBar(this)) {
+      statusBar_(new StatusBar(this)),
+      blocked_(new BlockedLine(*this, *statusBar_, *hints_)) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(QStringLiteral("Orvo Intercom Control"));
   setWindowIcon(views::Icon(QStringLiteral("teskctl")));
@@ -108,6 +109,7 @@ void MainWindow::BuildMenus() {
   QMenu* const file = AddMenu("ID_File");
   file->addAction(CommandAction("ID_SendData"));
   file->addAction(CommandAction("ID_RetreiveData"));
+  file->addAction(&DiscardCommand());
   file->addSeparator();
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));
@@ -208,7 +210,8 @@ void MainWindow::StartDecodeTimer() {
 }
 
 void MainWindow::ShowBlockedCode(std::optional<std::uint8_t> code) {
-  statusBar_->SetBlockedCode(code);
+  blocked_->Show(code);
+  Q_EMIT BlockedCodeShown(code);
 }
 
 QRect MainWindow::Place() const {

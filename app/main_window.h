@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/blocked_line.h"
 #include "app/command_table.h"
 #include "app/hint_strip.h"
 #include "app/status_bar.h"
@@ -54,6 +55,9 @@ class MainWindow : public QMainWindow,
   // tmrDecodeTCP, every 5 ms while there is work.
   QTimer& DecodeTimer() { return decodeTimer_; }
 
+  // The command that discards a byte which blocks all receiving.
+  QAction& DiscardCommand() { return blocked_->DiscardCommand(); }
+
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
 
@@ -69,6 +73,8 @@ class MainWindow : public QMainWindow,
  Q_SIGNALS:
   // The text of the serial link in the status bar, each time it is shown.
   void LinkTextShown(const QString& text);
+  // The unknown code that blocks all receiving; nothing when the way is free again.
+  void BlockedCodeShown(std::optional<std::uint8_t> code);
   // The panels that are connected now, a line each.
   void PanelsShown(const QStringList& panels);
   // What the status bar says of a panel that was dropped.
@@ -97,6 +103,7 @@ class MainWindow : public QMainWindow,
   QMdiArea* area_;
   HintStrip* hints_;
   StatusBar* statusBar_;
+  BlockedLine* blocked_;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;

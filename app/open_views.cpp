@@ -17,11 +17,6 @@ const QString kXmap = QStringLiteral("frmXmap");
 const QString kAlphas = QStringLiteral("frmAlphas");
 const QString kButtons = QStringLiteral("frmButtons");
 
-QString NameOf(switcher::Table table, int station) {
-  const QString name = UnsentTables::NameOf(table);
-  return station == model::kAll ? name : QStringLiteral("%1 %2").arg(name).arg(station);
-}
-
 }  // namespace
 
 OpenViews::OpenViews(QMdiArea& area, const views::Services& services)
@@ -102,7 +97,11 @@ void OpenViews::ShowTally() {
 void OpenViews::Connect(views::MainView& view) {
   connect(&view, &views::MainView::QdvStatusRequested, this, &OpenViews::QdvStatusRequested);
   connect(&view, &views::MainView::TableEdited, this, &OpenViews::TableEdited);
-  connect(&view, &views::MainView::TableSent, this, &OpenViews::TableSent);
+  connect(&view, &views::MainView::TableSent, this,
+          [this](switcher::Table table, int station, int messages) {
+            TableSent(table, station, messages);
+            Q_EMIT SentByTool({.table = table, .station = station}, messages);
+          });
   connect(&view, &views::MainView::NoteRequested, this, &OpenViews::NoteRequested);
 }
 
@@ -110,6 +109,7 @@ views::MainView* OpenViews::LoadXmap() {
   auto* const view = new views::XmapView(services_);
   Connect(*view);
   connect(view, &views::XmapView::TakeSent, this, &OpenViews::TakeSent);
+  connect(view, &views::XmapView::RefreshRequested, this, &OpenViews::MapRefreshRequested);
   connect(view, &views::XmapView::ReadoutChanged, this, &OpenViews::ReadoutChanged);
   view->SetInhibitsUnsent(unsent_.Has(switcher::Table::Inhibits));
   connect(view, &QObject::destroyed, this, [this] {
@@ -150,18 +150,18 @@ views::MainView* OpenViews::LoadButtons() {
 
 void OpenViews::TableEdited(switcher::Table table, int station) {
   unsent_.Edited(table, station);
-  Q_EMIT TableEvent(tr("Edited: %1").arg(NameOf(table, station)));
+  Q_EMIT Edited({.table = table, .station = station});
   ShowUnsent();
 }
 
-void OpenViews::TableSent(switcher::Table table, int station) {
+void OpenViews::TableSent(switcher::Table table, int station, int messages) {
   unsent_.Sent(table, station);
-  Q_EMIT TableEvent(tr("Sent: %1").arg(NameOf(table, station)));
+  Q_EMIT Sent({.table = table, .station = station}, messages);
   ShowUnsent();
 }
 
 void OpenViews::TableFailed(switcher::Table table, int station) {
-  Q_EMIT TableEvent(tr("Not sent: %1").arg(NameOf(table, station)));
+  Q_EMIT NotSent({.table = table, .station = station});
 }
 
 void OpenViews::NothingUnsent() {
@@ -201,7 +201,7 @@ void OpenViews::CloseAll() {
 }
 
 void OpenViews::CrosspointRowChanged(int output, int mode) {
-  Q_EMIT MapReported(output);
+  Q_EMIT MapReported(output, mode);
   if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmap(output, mode);
 }
 
@@ -215,6 +215,7 @@ void OpenViews::TallyChanged() {
 }
 
 void OpenViews::LabelsChanged(int /*selector*/) {
+  Q_EMIT LabelsReported();
   if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapAlphas();
   if (views::AlphasView* const alphas = Alphas()) alphas->UpdateLabels();
   if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();
@@ -222,7 +223,7 @@ void OpenViews::LabelsChanged(int /*selector*/) {
 }
 
 void OpenViews::InhibitsChanged(int /*output*/) {
-  if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapInhibits();
+  if (views::XmapView* const xmap = Xmap()) xmap->InhibitsReported();
 }
 
 void OpenViews::RelaysChanged(int /*output*/) {
@@ -235,6 +236,10 @@ void OpenViews::ButtonsChanged(int /*station*/) {
 
 void OpenViews::OptosChanged() {
   if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();
+}
+
+void OpenViews::MessageRefused(std::string_view description, switcher::DecodeStatus status) {
+  Q_EMIT ReportRefused(QString::fromUtf8(description), status);
 }
 
 }  // namespace app

@@ -56,10 +56,10 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   views::AlphasView* Alphas() const;
   views::ButtonsView* Buttons() const;
 
-  // A table was edited here, or handed to the line: of one station or output (from 1), or of all
-  // with model::kAll.
+  // A table was edited here, or handed to the line in so many messages: of one station or output
+  // (from 1), or of all with model::kAll.
   void TableEdited(switcher::Table table, int station);
-  void TableSent(switcher::Table table, int station);
+  void TableSent(switcher::Table table, int station, int messages);
   // A table could not be sent.
   void TableFailed(switcher::Table table, int station);
   // The database holds what the switcher holds.
@@ -79,6 +79,7 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void RelaysChanged(int output) override;
   void ButtonsChanged(int station) override;
   void OptosChanged() override;
+  void MessageRefused(std::string_view description, switcher::DecodeStatus status) override;
 
  Q_SIGNALS:
   // What the current cell of the map says; empty without a map.
@@ -91,12 +92,22 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void QdvStatusRequested();
   // The tool that sends all button programming.
   void SendButtonDataRequested();
-  // The switcher reported this row of the map (from 1).
-  void MapReported(int output);
+  // The switcher reported this row of the map (from 1), with this status value.
+  void MapReported(int output, int mode);
+  // A message of the switcher was refused; `description` names it.
+  void ReportRefused(const QString& description, switcher::DecodeStatus status);
+  // Labels came from the switcher.
+  void LabelsReported();
   // The map sent the command of a crosspoint, both from 1, with this action byte.
   void TakeSent(int output, int input, int action);
-  // The same as TableEdited(), TableSent() and TableFailed() were told, in words.
-  void TableEvent(const QString& text);
+  // The map is asked for anew.
+  void MapRefreshRequested();
+  // The same as TableEdited(), TableSent() and TableFailed() were told.
+  void Edited(const switcher::TablePart& table);
+  void Sent(const switcher::TablePart& table, int messages);
+  void NotSent(const switcher::TablePart& table);
+  // A tool of a view has sent a table; Sent() comes as well.
+  void SentByTool(const switcher::TablePart& table, int messages);
   // Something to say in passing.
   void NoteRequested(const QString& note);
 

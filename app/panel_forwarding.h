@@ -24,6 +24,9 @@ class PanelForwarding : public switcher::SwitcherEvents {
   void RelaysChanged(int output) override { views_.RelaysChanged(output); }
   void ButtonsChanged(int station) override;
   void OptosChanged() override { views_.OptosChanged(); }
+  void MessageRefused(std::string_view description, switcher::DecodeStatus status) override {
+    views_.MessageRefused(description, status);
+  }
 
  private:
   switcher::SwitcherEvents& views_;

@@ -5,6 +5,8 @@
 #include <QFontMetrics>
 
 #include "app/elided_label.h"
+#include "app/event_words.h"
+#include "app/link_lamp.h"
 
 namespace app {
 
@@ -20,6 +22,7 @@ constexpr int kReadoutCharacters = 60;
 StatusBar::StatusBar(QWidget* parent)
     : QStatusBar(parent),
       link_(new QLabel(this)),
+      lamp_(new LinkLamp(this)),
       closedPort_(new QLabel(this)),
       blocked_(new QLabel(this)),
       panels_(new QLabel(this)),
@@ -47,6 +50,7 @@ StatusBar::StatusBar(QWidget* parent)
   readout_->setAccessibleName(tr("Current crosspoint"));
 
   addWidget(link_);
+  addWidget(lamp_);
   addWidget(closedPort_);
   addWidget(blocked_);
   addWidget(panels_);
@@ -73,12 +77,24 @@ StatusBar::StatusBar(QWidget* parent)
   noteTime_.setSingleShot(true);
   noteTime_.setInterval(kNoteMilliseconds);
   connect(&noteTime_, &QTimer::timeout, note_, &QLabel::hide);
+  SetConnected(false);
 }
 
 void StatusBar::SetLinkText(const QString& text) {
   link_->setText(text);
   link_->setMinimumWidth(link_->sizeHint().width());
   UpdateLegend();
+}
+
+void StatusBar::SetConnected(bool connected) {
+  lamp_->SetConnected(connected);
+  QPalette colours;
+  if (!connected) {
+    colours.setColor(QPalette::Window, kLinkDownGround);
+    colours.setColor(QPalette::WindowText, kLinkDownInk);
+  }
+  link_->setPalette(colours);
+  link_->setAutoFillBackground(!connected);
 }
 
 void StatusBar::SetLegend(QWidget* legend) {
@@ -97,7 +113,8 @@ void StatusBar::WantLegend(bool wanted) {
 void StatusBar::UpdateLegend() {
   if (legend_ == nullptr) return;
   const int readout = kReadoutCharacters * fontMetrics().averageCharWidth();
-  int needed = link_->sizeHint().width() + legend_->sizeHint().width() + readout;
+  int needed =
+      link_->sizeHint().width() + lamp_->sizeHint().width() + legend_->sizeHint().width() + readout;
   for (const QLabel* const label : {closedPort_, mapState_, unsent_, demo_}) {
     if (!label->isHidden()) needed += label->sizeHint().width();
   }
@@ -154,12 +171,11 @@ void StatusBar::SetClosedPort(std::optional<int> number) {
 void StatusBar::SetBlockedCode(std::optional<std::uint8_t> code) {
   blocked_->setVisible(code.has_value());
   if (!code.has_value()) return;
-  blocked_->setText(tr("⚠ Receiving blocked by unknown code 0x%1")
-                        .arg(static_cast<int>(*code), 2, 16, QLatin1Char('0')));
+  blocked_->setText(tr("⚠ Receiving blocked by unknown code %1").arg(ByteWords(*code)));
   blocked_->setToolTip(
       tr("The switcher sent a message that this console does not know. Nothing that it sends is "
-         "read until the link is opened anew: unplug the serial line and plug it in, or restart "
-         "the console."));
+         "read until that byte is discarded, with the command in the menu File, or the line is "
+         "opened anew."));
 }
 
 }  // namespace app

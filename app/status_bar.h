@@ -12,6 +12,8 @@
 
 namespace app {
 
+class LinkLamp;
+
 // sbStatusBar: the link text in the first panel, which nothing ever covers, and aids beside it.
 class StatusBar : public QStatusBar {
   Q_OBJECT
@@ -21,6 +23,9 @@ class StatusBar : public QStatusBar {
 
   // The first panel, sbStatusBar_1.  Never elided.
   void SetLinkText(const QString& text);
+
+  // Whether the switcher answers: the lamp beside the link text, and the ground of both.
+  void SetConnected(bool connected);
 
   // What the cell under the operator's hand says; empty for nothing.
   void SetReadout(const QString& text);
@@ -58,6 +63,7 @@ class StatusBar : public QStatusBar {
   void UpdateLegend();
 
   QLabel* link_;
+  LinkLamp* lamp_;
   QLabel* closedPort_;
   QLabel* blocked_;
   QLabel* panels_;

@@ -2,6 +2,7 @@
 
 #include "app/transfers.h"
 
+#include "app/event_words.h"
 #include "views/on_screen.h"
 
 namespace app {
@@ -20,28 +21,27 @@ Transfers::~Transfers() {
   delete retrieval_;
 }
 
-void Transfers::SendData() {
+void Transfers::SendData(std::int16_t mode) {
   if (IsShown(download_) || IsShown(retrieval_)) return;
   // What is typed belongs to what is sent.
   if (!views_.StoreEdits()) return;
+  downloadServices_.model.DownloadMode = mode;
   download_ = new views::DownloadWindow(downloadServices_, &window_);
   download_->setAttribute(Qt::WA_DeleteOnClose);
-  connect(download_, &views::DownloadWindow::Begun, this, [this] {
-    Q_EMIT Happened(downloadServices_.model.DownloadMode == 0
-                        ? tr("Download begun")
-                        : tr("Download of the buttons begun"));
-  });
-  connect(download_, &views::DownloadWindow::Finished, this, [this](int failures) {
-    Q_EMIT Happened(failures == 0 ? tr("Download finished")
-                                  : tr("Download finished, tables not sent: %1").arg(failures));
-  });
-  connect(download_, &views::DownloadWindow::Cancelled, this, [this](const QString& notSent) {
-    Q_EMIT Happened(tr("Download cancelled, stages not sent: %1").arg(notSent));
-    Q_EMIT NoteRequested(tr("Cancelled. Stages not sent: %1").arg(notSent));
-  });
+  connect(download_, &views::DownloadWindow::Begun, this,
+          [this, mode] { Q_EMIT DownloadBegun(mode); });
+  connect(download_, &views::DownloadWindow::Ended, this, &Transfers::FinishDownload);
   connect(download_, &views::DownloadWindow::Sent, &views_, &OpenViews::TableSent);
   connect(download_, &views::DownloadWindow::Failed, &views_, &OpenViews::TableFailed);
   download_->open();
+}
+
+void Transfers::FinishDownload(const switcher::DownloadResult& result) {
+  Q_EMIT DownloadEnded(result);
+  Q_EMIT NoteRequested(
+      result.notSent.empty()
+          ? DownloadWords(result)
+          : tr("Cancelled. Stages not sent: %1").arg(QString::fromStdString(result.notSent)));
 }
 
 void Transfers::RetrieveData() {
@@ -51,17 +51,15 @@ void Transfers::RetrieveData() {
   retrieval_ = new views::RetrievalWindow(retrievalServices_, &window_);
   retrieval_->setAttribute(Qt::WA_DeleteOnClose);
   connect(retrieval_, &QDialog::finished, &views_, &OpenViews::ShowAllInPlace);
-  // What was edited here is overwritten by what the switcher holds.
-  connect(retrieval_, &views::RetrievalWindow::Retrieved, &views_, &OpenViews::NothingUnsent);
-  connect(retrieval_, &views::RetrievalWindow::Begun, this,
-          [this] { Q_EMIT Happened(tr("Retrieval begun")); });
-  connect(retrieval_, &views::RetrievalWindow::Finished, this, [this](bool refused) {
-    Q_EMIT Happened(refused ? tr("Retrieval finished, some tables were refused")
-                            : tr("Retrieval finished"));
-  });
-  connect(retrieval_, &views::RetrievalWindow::Cancelled, this,
-          [this] { Q_EMIT Happened(tr("Retrieval cancelled")); });
+  connect(retrieval_, &views::RetrievalWindow::Begun, this, &Transfers::RetrievalBegun);
+  connect(retrieval_, &views::RetrievalWindow::Ended, this, &Transfers::FinishRetrieval);
   retrieval_->open();
+}
+
+void Transfers::FinishRetrieval(const switcher::RetrievalResult& result) {
+  // What was edited here is overwritten by what the switcher holds.
+  if (result.IsWhole()) views_.NothingUnsent();
+  Q_EMIT RetrievalEnded(result);
 }
 
 void Transfers::CancelNow() {

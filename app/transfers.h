@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <cstdint>
 
 #include "app/open_views.h"
 #include "views/transfer/download_window.h"
@@ -26,9 +27,10 @@ class Transfers : public QObject {
   // Closes what is still open.
   ~Transfers() override;
 
-  // Opens frmDownProg, which goes by the model's DownloadMode.  Both operations first store what
-  // is typed into a view; where that fails, which is reported, they open nothing.
-  void SendData();
+  // Opens frmDownProg for what `mode` says: 0 for everything, -1 for the button programming.  It
+  // becomes the model's DownloadMode when the window opens.  Both operations first store what is
+  // typed into a view; where that fails, which is reported, they open nothing.
+  void SendData(std::int16_t mode);
 
   // Opens frmSysInfo.  When it closes the three main views are shown again in their stored
   // places.
@@ -38,12 +40,19 @@ class Transfers : public QObject {
   void CancelNow();
 
  Q_SIGNALS:
-  // A download or a retrieval has begun, or how it ended, in words.
-  void Happened(const QString& text);
+  // The operator has confirmed a download for what `mode` says; what came of it.
+  void DownloadBegun(std::int16_t mode);
+  void DownloadEnded(const switcher::DownloadResult& result);
+  // The same of a retrieval.
+  void RetrievalBegun();
+  void RetrievalEnded(const switcher::RetrievalResult& result);
   // Something to say in passing.
   void NoteRequested(const QString& note);
 
  private:
+  void FinishDownload(const switcher::DownloadResult& result);
+  void FinishRetrieval(const switcher::RetrievalResult& result);
+
   QWidget& window_;
   OpenViews& views_;
   const views::DownloadServices downloadServices_;

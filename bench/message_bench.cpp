@@ -217,6 +217,7 @@ class StoredSystem : private SwitcherEvents, private model::ErrorReporter {
   void RelaysChanged(int /*output*/) override { changed = true; }
   void ButtonsChanged(int /*station*/) override { changed = true; }
   void OptosChanged() override { changed = true; }
+  void MessageRefused(std::string_view, DecodeStatus) override {}
   void Show(Icon /*icon*/, std::string_view /*title*/, std::string_view text) override {
     throw std::logic_error(std::string(text));
   }

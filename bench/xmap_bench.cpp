@@ -46,6 +46,7 @@ class ToView : public switcher::SwitcherEvents {
   void RelaysChanged(int) override {}
   void ButtonsChanged(int) override {}
   void OptosChanged() override {}
+  void MessageRefused(std::string_view, switcher::DecodeStatus) override {}
 
  private:
   views::XmapView& view_;

@@ -12,7 +12,7 @@ enum class DecodeStatus : int {
   Ok = 0,
   ChecksumFailed = 1,  // the checksum byte differs from the sum of the values
   WrongSize = 2,       // the length is not the one this message must have
-  WrongChannel = 3,    // an output, station or channel number outside the system
+  WrongChannel = 3,    // an output, station, channel or kind of labels outside the system
   MissingEnd = 4,      // the byte behind the checksum is not 0xFF
   NotStored = 5,       // all checks passed, but the database could not take the table
 };

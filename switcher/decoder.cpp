@@ -73,7 +73,7 @@ void Decoder::DecodeCrosspointRow(Message message) {
     }
   }
   if (status != DecodeStatus::Ok) model_.XmapComplete = false;
-  TellHistory("Output " + std::to_string(row.output) + " Crosspoint Map", message, status);
+  Tell("Output " + std::to_string(row.output) + " Crosspoint Map", message, status);
   if (status != DecodeStatus::Ok) return;
 
   events_.CrosspointRowChanged(row.output, row.status);
@@ -87,7 +87,7 @@ void Decoder::DecodeGainReport(Message message) {
     const auto count = std::min(steps.size(), model_.InputGains.size());
     std::copy_n(steps.begin(), count, model_.InputGains.begin());
   }
-  TellHistory("DCA Gain Settings", message, status);
+  Tell("DCA Gain Settings", message, status);
   if (status == DecodeStatus::Ok) events_.GainsChanged();
 }
 
@@ -95,7 +95,7 @@ void Decoder::DecodeTally(Message message) {
   const DecodeStatus status = ParseTally(message, &model_.QdvTally);
   const bool accepted = status == DecodeStatus::Ok;
   if (accepted) model_.TallySeen = true;
-  TellHistory(accepted ? "QDV Responding Tally" : "QDV Responding Tally Info", message, status);
+  Tell(accepted ? "QDV Responding Tally" : "QDV Responding Tally Info", message, status);
   if (accepted) events_.TallyChanged();
 }
 
@@ -112,7 +112,7 @@ void Decoder::DecodeLabels(Message message) {
     reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle, kChannelNotFound);
     status = DecodeStatus::WrongChannel;
   }
-  TellHistory("Alpha Labels", message, status);
+  Tell("Alpha Labels", message, status);
   if (stored != Stored::Nothing) events_.LabelsChanged(texts.selector);
 }
 
@@ -125,7 +125,7 @@ void Decoder::DecodeInhibitRow(Message message) {
         return StoreFlags(database, row.output, kInhibitsField, row.inhibited, result);
       },
       &stored);
-  TellHistory("Output " + std::to_string(row.output) + " Inhibit Map", message, status);
+  Tell("Output " + std::to_string(row.output) + " Inhibit Map", message, status);
   if (stored != Stored::Nothing) events_.InhibitsChanged(row.output);
 }
 
@@ -139,7 +139,7 @@ void Decoder::DecodeRelayRow(Message message) {
         return StoreFlags(database, row.output, kRelaysField, row.relays, result);
       },
       &stored);
-  TellHistory("Output " + std::to_string(row.output) + " Relay Assignments", message, status);
+  Tell("Output " + std::to_string(row.output) + " Relay Assignments", message, status);
   if (stored != Stored::Nothing) events_.RelaysChanged(row.output);
 }
 
@@ -154,7 +154,7 @@ void Decoder::DecodeButtonData(Message message) {
         return StoreButtons(database, data, result);
       },
       &stored);
-  TellHistory("Station " + std::to_string(data.station) + " Button Data", message, status);
+  Tell("Station " + std::to_string(data.station) + " Button Data", message, status);
   if (stored != Stored::Nothing) events_.ButtonsChanged(data.station);
 }
 
@@ -167,7 +167,7 @@ void Decoder::DecodeOptoData(Message message) {
         return StoreOptos(database, data, result);
       },
       &stored);
-  TellHistory("Opto Programming Data", message, status);
+  Tell("Opto Programming Data", message, status);
   if (stored != Stored::Nothing) events_.OptosChanged();
 }
 
@@ -184,9 +184,11 @@ DecodeStatus Decoder::StoreTable(DecodeStatus checked, std::string_view failureL
   return DecodeStatus::NotStored;
 }
 
-void Decoder::TellHistory(std::string_view description, Message message, DecodeStatus status) {
-  if (!model_.RetrieveActive || history_ == nullptr) return;
-  history_->UpdateStatus(description, static_cast<int>(message.size()), status);
+void Decoder::Tell(std::string_view description, Message message, DecodeStatus status) {
+  if (model_.RetrieveActive && history_ != nullptr) {
+    history_->UpdateStatus(description, static_cast<int>(message.size()), status);
+  }
+  if (status != DecodeStatus::Ok) events_.MessageRefused(description, status);
 }
 
 }  // namespace switcher

@@ -48,9 +48,9 @@ class Decoder {
   }
 
   // Decodes one message, code to end byte, by its code.  A message that fails its checks is
-  // told to the history and otherwise dropped.  A failure of the database, and labels for a
-  // station that has no record, are reported to the operator, once per message.  A message with
-  // another code does nothing.
+  // told to the history, announced and otherwise dropped.  A failure of the database, and labels
+  // for a station that has no record, are reported to the operator, once per message.  A message
+  // with another code does nothing.
   void Decode(std::span<const std::uint8_t> message);
 
  private:
@@ -70,7 +70,7 @@ class Decoder {
   // reached the database.  A failure is reported under `failureLine`.
   DecodeStatus StoreTable(DecodeStatus checked, std::string_view failureLine, const Store& store,
                           Stored* stored);
-  void TellHistory(std::string_view description, Message message, DecodeStatus status);
+  void Tell(std::string_view description, Message message, DecodeStatus status);
 
   model::SystemModel& model_;
   const Database database_;

@@ -55,7 +55,7 @@ void Download::Go() {
 void Download::Cancel() {
   if (state_ == State::Confirming) {
     state_ = State::Ended;
-    display_.Close({});
+    display_.Close();
   } else if (running_) {
     running_ = false;
     display_.ShowCancelling();
@@ -67,6 +67,7 @@ void Download::CancelNow() {
   if (state_ == State::Ended) return;
   if (state_ == State::Sending) {
     while (SendMessage()) continue;
+    CountTable(stages_[current_]);
     ++current_;
   }
   End();
@@ -113,11 +114,7 @@ void Download::SendNext() {
 
 void Download::EndStage() {
   const DownloadStage& stage = stages_[current_];
-  if (stage.table && stage.table->Failed()) {
-    display_.TableFailed(stage.content, stage.station);
-  } else if (stage.table) {
-    display_.TableSent(stage.content, stage.station);
-  }
+  CountTable(stage);
   const bool pauses = stage.pauses && model_.DownloadInterval > 0;
   ++current_;
   if (pauses) {
@@ -126,6 +123,19 @@ void Download::EndStage() {
   } else {
     Proceed();
   }
+}
+
+void Download::CountTable(const DownloadStage& stage) {
+  if (!stage.table) return;
+  const int messages = stage.table->Messages();
+  if (stage.table->Failed()) {
+    result_.failed.push_back({.table = stage.content, .station = stage.station});
+    display_.TableFailed(stage.content, stage.station);
+    return;
+  }
+  // What has no record has no message.
+  if (messages > 0) ++result_.sent;
+  display_.TableSent(stage.content, stage.station, messages);
 }
 
 void Download::SpacingTick() {
@@ -144,13 +154,13 @@ void Download::UpdateStatus() {
 }
 
 void Download::End() {
-  const bool cancelled = !running_;
+  if (!running_) result_.notSent = NameTables(std::span(stages_).subspan(current_));
   running_ = false;
   // Also when it was cancelled before the first tick: the poll is on then and stays so.
   state_ = State::Ended;
   tables_.SetProgress(nullptr);
   poll_.SetPolling(true);
-  display_.Close(cancelled ? NameTables(std::span(stages_).subspan(current_)) : std::string());
+  display_.Close();
 }
 
 }  // namespace switcher

@@ -12,9 +12,17 @@
 #include "switcher/download_plan.h"
 #include "switcher/poll_switch.h"
 #include "switcher/send_progress.h"
+#include "switcher/table.h"
 #include "switcher/table_senders.h"
 
 namespace switcher {
+
+// What came of a download that was begun.
+struct DownloadResult {
+  int sent = 0;                   // tables that went out; one for each station's buttons
+  std::vector<TablePart> failed;  // tables that could not be sent, which was reported
+  std::string notSent;            // the tables that were left out by a cancel; empty for none
+};
 
 // What a download shows, and its timers; the download window implements it.
 class DownloadDisplay {
@@ -43,15 +51,15 @@ class DownloadDisplay {
   // SendNext() is to come once, from the next turn of the event loop.
   virtual void RequestTurn() = 0;
 
-  // A table has been sent without a failure: of one station (from 1), or of all with
-  // model::kAll.
-  virtual void TableSent(Table table, int station) = 0;
+  // A table has been sent without a failure, in so many messages: of one station (from 1), or of
+  // all with model::kAll.
+  virtual void TableSent(Table table, int station, int messages) = 0;
 
   // The same of a table that could not be sent, which has been reported.
   virtual void TableFailed(Table table, int station) = 0;
 
-  // `notSent` names the tables that a cancelled download left out; empty when there are none.
-  virtual void Close(std::string_view notSent) = 0;
+  // Nothing is left to do.
+  virtual void Close() = 0;
 };
 
 // Sends the whole configuration to the switcher, or in its other mode the button programming of
@@ -76,6 +84,9 @@ class Download : private SendProgress {
   // The operator said OK.  Does nothing the second time.
   void Go();
 
+  // What has come of it since Go().
+  const DownloadResult& Result() const { return result_; }
+
   // Before Go(), closes the window.  Afterwards the stage that is being sent is sent to its
   // end, the others are skipped and the window closes; a second cancel adds nothing.
   void Cancel();
@@ -99,6 +110,7 @@ class Download : private SendProgress {
   bool SendMessage();
   void Proceed();
   void EndStage();
+  void CountTable(const DownloadStage& stage);
   void End();
 
   model::SystemModel& model_;
@@ -110,7 +122,8 @@ class Download : private SendProgress {
   bool running_ = false;  // from OK until the end or Cancel
   std::vector<DownloadStage> stages_;
   std::size_t current_ = 0;  // the stage that is sent or comes next
-  int calls_ = 0;            // progress calls since the bar last moved
+  DownloadResult result_;
+  int calls_ = 0;  // progress calls since the bar last moved
   int position_ = 0;
   int maximum_ = 0;
 };

@@ -6,6 +6,7 @@
 #ifndef SWITCHER_FRAME_H_
 #define SWITCHER_FRAME_H_
 
+#include <cstddef>
 #include <cstdint>
 
 #include "switcher/wire.h"
@@ -45,13 +46,25 @@ enum class Cut {
   Message,      // one message was cut off
 };
 
-// Cuts at most one message off the front of `rxBuffer` into *message (code to end byte).
+// Bytes received and not decoded yet.
+struct ReceiveBuffer {
+  Bytes bytes;
+
+  // So many of them, from the front, are known to be no end byte: what was searched once is not
+  // searched again, however long the end keeps them waiting.
+  std::size_t searched = 0;
+};
+
+// Cuts at most one message off the front of `buffer` into *message (code to end byte).
 //
 // A leading byte without its top bit is dropped, one per call, so that a broken stream comes
 // back into step byte by byte.  A whole message with an unknown code is left where it stands
-// and blocks all that follows: only the switcher's own codes end the stall, and none can come
-// past it.  *message is touched only for Cut::Message.
-Cut CutMessage(Bytes& rxBuffer, Bytes* message);
+// and blocks all that follows: none can come past it until its first byte is dropped.  *message
+// is touched only for Cut::Message.
+Cut CutMessage(ReceiveBuffer& buffer, Bytes* message);
+
+// Drops the first byte, whatever it is; nothing when the buffer is empty.
+void DropFirst(ReceiveBuffer& buffer);
 
 }  // namespace switcher
 

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-#include "switcher/frame.h"
-
 namespace switcher {
 
 Link::Link(model::SystemModel& model, SerialPort& port, Decoder& decoder, LinkDisplay& display)
@@ -21,7 +19,8 @@ model::Status Link::OpenPort() {
   return status;
 }
 
-bool Link::Reopen() {
+bool Link::KeepOpen() {
+  if (port_.IsOpen()) return true;
   if (!port_.Open(model_.ComPort).ok()) return false;
   // A message that was cut short by the loss is not coming back, and nothing of what the
   // switcher did meanwhile is known.
@@ -32,7 +31,7 @@ bool Link::Reopen() {
 }
 
 void Link::PollTick() {
-  if (!port_.IsOpen() && !Reopen()) return;
+  if (!KeepOpen()) return;
   if (model_.SendBusy) return;
 
   // A poll that cannot be written is not reported: a lost device announces itself, and the
@@ -49,30 +48,33 @@ void Link::PollTick() {
 }
 
 bool Link::DecodeTick() {
-  if (rxBuffer_.empty()) return false;
+  if (received_.bytes.empty()) return false;
   DecodeSwitcherMessage();
   return true;
 }
 
 void Link::SetLinkState(bool connected) {
-  auto& status = model_.LinkStatus;
-  if (!connected) {
-    if (status[0] == 1) display_.ShowLinkText(NotConnectedText());
-    status = {0, 0, 0};
-    return;
-  }
-  if (status[0] == 0) {
-    display_.ShowLinkText("Connected - COM " + std::to_string(model_.ComPort) +
-                          "  (57600, 8, N, 1)");
-  }
-  status = {1, 1, 0};
+  const bool wasConnected = model_.LinkStatus[0] == 1;
+  model_.LinkStatus = {0, 0, 0};
+  if (connected) model_.LinkStatus = {1, 1, 0};
+  if (connected == wasConnected) return;
+  display_.ShowLinkText(connected ? ConnectedText() : NotConnectedText());
 }
 
 void Link::DecodeSwitcherMessage() {
   Bytes message;
-  const Cut cut = CutMessage(rxBuffer_, &message);
-  ShowBlockedCode(cut == Cut::Blocked ? std::optional(rxBuffer_.front()) : std::nullopt);
+  const Cut cut = CutMessage(received_, &message);
+  ShowBlockedCode(cut == Cut::Blocked ? std::optional(received_.bytes.front()) : std::nullopt);
   if (cut == Cut::Message) decoder_.Decode(message);
+}
+
+std::optional<std::uint8_t> Link::DiscardBlockedByte() {
+  const std::optional<std::uint8_t> code = blockedCode_;
+  if (!code.has_value()) return code;
+  DropFirst(received_);
+  ShowBlockedCode(std::nullopt);
+  display_.StartDecodeTimer();
+  return code;
 }
 
 void Link::DataReceived() {
@@ -84,9 +86,10 @@ void Link::DataReceived() {
   if (received.empty()) return;
 
   display_.StartDecodeTimer();
-  const std::size_t room = kRxLimit - std::min(kRxLimit, rxBuffer_.size());
-  rxBuffer_.insert(rxBuffer_.end(), received.begin(),
-                   received.begin() + static_cast<std::ptrdiff_t>(std::min(room, received.size())));
+  Bytes& kept = received_.bytes;
+  const std::size_t room = kRxLimit - std::min(kRxLimit, kept.size());
+  kept.insert(kept.end(), received.begin(),
+              received.begin() + static_cast<std::ptrdiff_t>(std::min(room, received.size())));
   DecodeSwitcherMessage();
   SetLinkState(true);
 }
@@ -98,7 +101,7 @@ void Link::OutputDrained() {
 
 void Link::PortLost() {
   model_.SendBusy = false;
-  rxBuffer_.clear();
+  received_ = {};
   ShowBlockedCode(std::nullopt);
   SetLinkState(false);
 }
@@ -107,6 +110,10 @@ void Link::ShowBlockedCode(std::optional<std::uint8_t> code) {
   if (code == blockedCode_) return;
   blockedCode_ = code;
   display_.ShowBlockedCode(code);
+}
+
+std::string Link::ConnectedText() const {
+  return "Connected - COM " + std::to_string(model_.ComPort) + "  (57600, 8, N, 1)";
 }
 
 std::string Link::NotConnectedText() const {

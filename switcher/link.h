@@ -11,6 +11,7 @@
 #include "model/status.h"
 #include "model/system_model.h"
 #include "switcher/decoder.h"
+#include "switcher/frame.h"
 #include "switcher/serial_port.h"
 
 namespace switcher {
@@ -51,37 +52,44 @@ class Link : public SerialPortEvents {
   // When that fails the text stays as it is, and the poll tries again quietly.
   model::Status OpenPort();
 
-  // Polls the switcher and watches for its answers.  While the port is closed, tries to open
-  // it, without a report; when it is back, the whole map is asked for again.
+  // Polls the switcher and watches for its answers, if the port is open or KeepOpen() opens it.
   void PollTick();
+
+  // While the port is closed, tries to open it, without a report; when it is back, the whole map
+  // is asked for again.  Returns whether it is open.
+  bool KeepOpen();
 
   // Decodes at most one message.  Returns false when the receive buffer was empty, that is,
   // when there was no work.
   bool DecodeTick();
 
-  // Takes note that the switcher answered (true) or is gone (false), and shows a change.
+  // Takes note that the switcher answered (true) or is gone (false), and then shows a change.
   void SetLinkState(bool connected);
 
   // Takes at most one message off the receive buffer and decodes it.
   void DecodeSwitcherMessage();
 
+  // Drops the one byte in front of the receive buffer, if it is a code that blocks; decoding goes
+  // on behind it.  Returns that code, or nothing when none blocks.
+  std::optional<std::uint8_t> DiscardBlockedByte();
+
   // The bytes received and not decoded yet.
-  const Bytes& RxBuffer() const { return rxBuffer_; }
+  const Bytes& RxBuffer() const { return received_.bytes; }
 
   void DataReceived() override;
   void OutputDrained() override;
   void PortLost() override;
 
  private:
-  bool Reopen();
   void ShowBlockedCode(std::optional<std::uint8_t> code);
+  std::string ConnectedText() const;
   std::string NotConnectedText() const;
 
   model::SystemModel& model_;
   SerialPort& port_;
   Decoder& decoder_;
   LinkDisplay& display_;
-  Bytes rxBuffer_;
+  ReceiveBuffer received_;
   std::optional<std::uint8_t> blockedCode_;
 };
 

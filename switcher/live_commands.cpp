@@ -19,14 +19,12 @@ bool LiveCommands::SendGain(int channel, int gain) {
 
 bool LiveCommands::Send(std::span<const std::uint8_t> message, std::string_view failureLine) {
   model_.SendBusy = true;
-  if (const model::Status status = WriteMessage(port_, message); !status.ok()) {
-    // SendBusy stays set: the line is in an unknown state until it has drained.
-    reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
-                   ErrorText(failureLine, status));
-    return false;
-  }
-  port_.SetSendThreshold(1);
-  return true;
+  const model::Status status = WriteMessage(port_, message);
+  AskForSendEvent(port_);
+  if (status.ok()) return true;
+  reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
+                 ErrorText(failureLine, status));
+  return false;
 }
 
 }  // namespace switcher

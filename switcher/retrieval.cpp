@@ -2,6 +2,8 @@
 
 #include "switcher/retrieval.h"
 
+#include <utility>
+
 #include "switcher/frame.h"
 #include "switcher/send.h"
 
@@ -14,54 +16,64 @@ const char Retrieval::kConfirmation[] =
 
 const char Retrieval::kCaption[] = "Retrieve System Data";
 
-Retrieval::Retrieval(model::SystemModel& model, Decoder& decoder, SerialPort& port,
-                     PollSwitch& poll, model::ErrorReporter& reporter, RetrievalDisplay& display)
-    : model_(model),
-      decoder_(decoder),
-      port_(port),
-      poll_(poll),
-      reporter_(reporter),
-      display_(display) {
-  decoder_.SetHistory(this);
+Retrieval::Retrieval(const RetrievalParts& parts, RetrievalDisplay& display)
+    : parts_(parts), display_(display) {
+  parts_.decoder.SetHistory(this);
 }
 
-Retrieval::~Retrieval() { decoder_.EndHistory(this); }
+Retrieval::~Retrieval() { parts_.decoder.EndHistory(this); }
 
 void Retrieval::Go() {
-  if (model_.RetrieveActive) return;
+  if (parts_.model.RetrieveActive) return;
   display_.CloseViews();
+  result_ = {};
   totalBytes_ = 0;
   silentSeconds_ = 0;
-  completed_ = false;
-  refusals_ = false;
   display_.ShowCaption(kCaption);
   display_.ShowHistory();
   display_.SetWaiting(true);
-  poll_.SetPolling(false);
-  model_.RetrieveActive = true;
+  parts_.poll.SetPolling(false);
+  parts_.model.RetrieveActive = true;
+  requestDue_ = true;
   display_.StartDelayTimer();
 }
 
 void Retrieval::Cancel() {
-  if (model_.RetrieveActive) {
+  ForgetRequest();
+  if (parts_.model.RetrieveActive) {
     EndWait(kCaption);
   } else {
     display_.Close();
   }
 }
 
+void Retrieval::ForgetRequest() {
+  if (std::exchange(requestDue_, false)) display_.StopDelayTimer();
+}
+
 void Retrieval::DelayTick() {
   // A tick that was on its way when the operator cancelled.
-  if (!model_.RetrieveActive) return;
-  if (const model::Status status = port_.Write(kRetrieveRequest); !status.ok()) {
-    reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
-                   ErrorText("Error Requesting System Data", status));
-  }
+  if (!std::exchange(requestDue_, false)) return;
+  const model::Status status = parts_.port.Write(kRetrieveRequest);
+  if (parts_.model.RetrieveActive) result_.asked = status.ok();
+  if (status.ok()) return;
+  parts_.reporter.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
+                       ErrorText("Error Requesting System Data", status));
 }
 
 void Retrieval::SecondTick() {
-  if (!model_.RetrieveActive) return;
+  if (!parts_.model.RetrieveActive) return;
+  NoteLoss();
+  if (!parts_.link.KeepOpen()) {
+    display_.ShowLine(RetrievalLine::Closed);
+  } else {
+    display_.ShowLine(result_.lineLost ? RetrievalLine::OpenAgain : RetrievalLine::Open);
+  }
   if (++silentSeconds_ >= kSilenceSeconds) display_.ShowSilence(silentSeconds_);
+}
+
+void Retrieval::NoteLoss() {
+  if (!parts_.port.IsOpen()) result_.lineLost = true;
 }
 
 void Retrieval::UpdateStatus(std::string_view description, int byteCount, DecodeStatus status) {
@@ -69,12 +81,13 @@ void Retrieval::UpdateStatus(std::string_view description, int byteCount, Decode
   totalBytes_ += byteCount;
   silentSeconds_ = 0;
   display_.ShowSilence(0);
-  if (status != DecodeStatus::Ok) refusals_ = true;
+  ++result_.messages;
+  if (status != DecodeStatus::Ok && ++result_.refused == 1) result_.firstRefused = description;
 
   // The switcher sends the last station's button data last.
-  const std::string last = "Station " + std::to_string(model_.StationCount) + " Button Data";
+  const std::string last = "Station " + std::to_string(parts_.model.StationCount) + " Button Data";
   if (description == last) {
-    completed_ = true;
+    result_.completed = true;
     EndWait("Retrieval Completed (" + std::to_string(totalBytes_) + " Bytes)");
   } else {
     display_.ShowCaption("Retrieving System Data ( " + std::to_string(totalBytes_) + " Bytes)");
@@ -82,12 +95,12 @@ void Retrieval::UpdateStatus(std::string_view description, int byteCount, Decode
 }
 
 void Retrieval::EndWait(std::string_view caption) {
-  model_.RetrieveActive = false;
-  display_.StopDelayTimer();
+  NoteLoss();
+  parts_.model.RetrieveActive = false;
   display_.ShowSilence(0);
   display_.SetWaiting(false);
   display_.ShowCaption(caption);
-  poll_.SetPolling(true);
+  parts_.poll.SetPolling(true);
 }
 
 }  // namespace switcher

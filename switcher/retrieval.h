@@ -9,10 +9,31 @@
 #include "model/error_reporter.h"
 #include "model/system_model.h"
 #include "switcher/decoder.h"
+#include "switcher/link.h"
 #include "switcher/poll_switch.h"
 #include "switcher/serial_port.h"
 
 namespace switcher {
+
+// What came of a retrieval.
+struct RetrievalResult {
+  bool completed = false;    // the last station's button data came; else the operator ended it
+  bool asked = false;        // the tables were asked for by then
+  bool lineLost = false;     // the port was closed meanwhile
+  int messages = 0;          // all that came
+  int refused = 0;           // those of them that were not stored
+  std::string firstRefused;  // the description of the first of these
+
+  // Whether the database now holds what the switcher holds.
+  bool IsWhole() const { return completed && asked && !lineLost && refused == 0; }
+};
+
+// How the port does while a retrieval waits.
+enum class RetrievalLine {
+  Open,      // it has been open all the time
+  Closed,    // it is closed, and is tried again each second
+  OpenAgain  // it was closed for a while
+};
 
 // What a retrieval shows, and its timers; the retrieval window implements it.
 class RetrievalDisplay {
@@ -36,11 +57,24 @@ class RetrievalDisplay {
   // Says that no message has come for so many seconds; 0 says nothing.
   virtual void ShowSilence(int seconds) = 0;
 
+  // Says how the port does; told each second.
+  virtual void ShowLine(RetrievalLine line) = 0;
+
   // DelayTick() is to come once, Retrieval::kDelayMilliseconds from now.
   virtual void StartDelayTimer() = 0;
   virtual void StopDelayTimer() = 0;
 
   virtual void Close() = 0;
+};
+
+// What a retrieval works with; all must outlive it.
+struct RetrievalParts {
+  model::SystemModel& model;
+  Decoder& decoder;  // it tells the retrieval of its messages
+  SerialPort& port;
+  Link& link;
+  PollSwitch& poll;
+  model::ErrorReporter& reporter;
 };
 
 // Asks the switcher for all its tables and keeps account of the messages that come.  The
@@ -63,9 +97,8 @@ class Retrieval : public MessageHistory {
   // Silence is spoken of from this many seconds on.
   static constexpr int kSilenceSeconds = 10;
 
-  // All must outlive the object, which becomes the decoder's history for its lifetime.
-  Retrieval(model::SystemModel& model, Decoder& decoder, SerialPort& port, PollSwitch& poll,
-            model::ErrorReporter& reporter, RetrievalDisplay& display);
+  // Becomes the decoder's history for its lifetime.  `display` must outlive it.
+  Retrieval(const RetrievalParts& parts, RetrievalDisplay& display);
   ~Retrieval() override;
   Retrieval(const Retrieval&) = delete;
   Retrieval& operator=(const Retrieval&) = delete;
@@ -76,33 +109,30 @@ class Retrieval : public MessageHistory {
   // While waiting, ends the wait; the history stays.  Otherwise closes the window.
   void Cancel();
 
-  // The delay timer has run out: sends the request, and reports a failure to the operator.
+  // The delay timer has run out: sends the request, and reports a failure to the operator.  It is
+  // sent whatever has come by then, be it the message that ended the wait.
   void DelayTick();
 
-  // To be called once a second while waiting.
+  // To be called once a second while waiting.  The poll is off then, and with it what opens a port
+  // that was lost: that is done here.
   void SecondTick();
 
-  // Whether the last retrieval came to its end.
-  bool IsCompleted() const { return completed_; }
-
-  // Whether a message since the last Go() failed its checks.
-  bool HasRefusals() const { return refusals_; }
+  // What has come since the last Go().
+  const RetrievalResult& Result() const { return result_; }
 
   void UpdateStatus(std::string_view description, int byteCount, DecodeStatus status) override;
 
  private:
+  void ForgetRequest();
+  void NoteLoss();
   void EndWait(std::string_view caption);
 
-  model::SystemModel& model_;
-  Decoder& decoder_;
-  SerialPort& port_;
-  PollSwitch& poll_;
-  model::ErrorReporter& reporter_;
+  const RetrievalParts parts_;
   RetrievalDisplay& display_;
+  RetrievalResult result_;
   int totalBytes_ = 0;
   int silentSeconds_ = 0;
-  bool completed_ = false;
-  bool refusals_ = false;
+  bool requestDue_ = false;  // the delay timer runs
 };
 
 }  // namespace switcher

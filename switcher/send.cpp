@@ -11,4 +11,8 @@ model::Status WriteMessage(SerialPort& port, std::span<const std::uint8_t> messa
   return {};
 }
 
+void AskForSendEvent(SerialPort& port) {
+  if (port.IsOpen()) port.SetSendThreshold(1);
+}
+
 }  // namespace switcher

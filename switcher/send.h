@@ -18,6 +18,11 @@ inline constexpr char kSendErrorTitle[] = "Serial Communications Error";
 // was written by then stays written.
 model::Status WriteMessage(SerialPort& port, std::span<const std::uint8_t> message);
 
+// Asks for the send event that ends SendBusy, behind a message that was written and behind one
+// that could not be: without the event nothing would end the silence of the poll.  A port that
+// has closed has no such event; what opens it again ends SendBusy.
+void AskForSendEvent(SerialPort& port);
+
 }  // namespace switcher
 
 #endif  // SWITCHER_SEND_H_

@@ -74,4 +74,11 @@ std::string WithFirstFlags(std::string_view text, std::span<const std::uint8_t> 
   return result;
 }
 
+std::string FilledFlags(std::string text, std::size_t length) {
+  std::size_t units = 0;
+  for (const char byte : text) units += UnitsBegunBy(byte);
+  if (units < length) text.append(length - units, '0');
+  return text;
+}
+
 }  // namespace switcher

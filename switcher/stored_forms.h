@@ -6,6 +6,7 @@
 #ifndef SWITCHER_STORED_FORMS_H_
 #define SWITCHER_STORED_FORMS_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -35,6 +36,9 @@ std::string PlainFlags(std::string_view text);
 // `text` with its first members replaced by `flags`; what stands behind them is kept.  A text
 // that is shorter becomes as long as `flags`.
 std::string WithFirstFlags(std::string_view text, std::span<const std::uint8_t> flags);
+
+// `text` filled up with "0" to `length` characters; a longer one as it is.
+std::string FilledFlags(std::string text, std::size_t length);
 
 }  // namespace switcher
 

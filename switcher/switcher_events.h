@@ -38,6 +38,10 @@ class SwitcherEvents {
 
   // The database holds an accepted table of the optos.
   virtual void OptosChanged() = 0;
+
+  // A message was not accepted, or could not be stored; `status` is never Ok.  `description` names
+  // it as MessageHistory does.
+  virtual void MessageRefused(std::string_view description, DecodeStatus status) = 0;
 };
 
 // Takes note of every message received while a retrieval runs.

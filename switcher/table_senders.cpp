@@ -76,10 +76,11 @@ Transmission TableSenders::Rows(std::string_view failureLine, int first, int las
           }};
 }
 
-bool TableSenders::Run(Transmission transmission) {
+std::optional<int> TableSenders::Run(Transmission transmission) {
   while (transmission.Step()) {
   }
-  return !transmission.Failed();
+  if (transmission.Failed()) return std::nullopt;
+  return transmission.Messages();
 }
 
 }  // namespace switcher

@@ -45,13 +45,13 @@ class TableSenders {
   // All optos, in one message.
   Transmission Optos();
 
-  // The same, each at once and to its end.  A failure is reported to the operator; then they
-  // return false.
-  bool SendLabels(int selector) { return Run(Labels(selector)); }
-  bool SendInhibits(int station) { return Run(Inhibits(station)); }
-  bool SendRelays(int station) { return Run(Relays(station)); }
-  bool SendButtons(int station) { return Run(Buttons(station)); }
-  bool SendOptos() { return Run(Optos()); }
+  // The same, each at once and to its end.  They return how many messages were sent, or nothing
+  // after a failure, which is reported to the operator.
+  std::optional<int> SendLabels(int selector) { return Run(Labels(selector)); }
+  std::optional<int> SendInhibits(int station) { return Run(Inhibits(station)); }
+  std::optional<int> SendRelays(int station) { return Run(Relays(station)); }
+  std::optional<int> SendButtons(int station) { return Run(Buttons(station)); }
+  std::optional<int> SendOptos() { return Run(Optos()); }
 
  private:
   friend class Transmission;
@@ -61,7 +61,7 @@ class TableSenders {
 
   // One message for each station of first..last that has a record.
   Transmission Rows(std::string_view failureLine, int first, int last, ReadStation read);
-  static bool Run(Transmission transmission);
+  static std::optional<int> Run(Transmission transmission);
 
   model::SystemModel& model_;
   db::DatabaseFiles& files_;

@@ -14,6 +14,9 @@ namespace switcher {
 
 namespace {
 
+// A stored flag string has at least so many members, as in a new database.
+constexpr std::size_t kLeastFlags = 64;
+
 // Changes fields of the current record and keeps the first failure.
 class FieldWriter {
  public:
@@ -24,7 +27,7 @@ class FieldWriter {
   }
 
   void SetFlags(std::string_view field, std::span<const std::uint8_t> flags) {
-    Set(field, WithFirstFlags(Text(field), flags));
+    Set(field, FilledFlags(WithFirstFlags(Text(field), flags), kLeastFlags));
   }
 
   // The text of a field; empty when it is null or cannot be read.

@@ -4,7 +4,8 @@
 //
 // Each operation is one batch in a record set of its own: it stores all that it is given or, on
 // a failure, nothing; the shared record set stays where it stands, and a change begun in it
-// stays begun.
+// stays begun.  A flag string of which a part is stored and that is shorter than 64 characters is
+// filled up with "0".
 
 #ifndef SWITCHER_TABLE_WRITER_H_
 #define SWITCHER_TABLE_WRITER_H_

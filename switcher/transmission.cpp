@@ -34,17 +34,15 @@ bool Transmission::Step() {
   Bytes message;
   bool more = false;
   model::Status status = Read(&message, &more);
-  const bool wasRead = status.ok();
-  if (wasRead && !message.empty()) {
+  if (status.ok() && !message.empty()) {
     status = WriteTable(senders_->port_, message, senders_->progress_);
+    if (status.ok()) ++messages_;
   }
   if (status.ok() && more) return true;
 
   ended_ = true;
   failed_ = !status.ok();
-  // Only a port that failed has nothing to tell any more: whatever the database did, the line
-  // drains, and the poll goes on then.
-  if (status.ok() || !wasRead) senders_->port_.SetSendThreshold(1);
+  AskForSendEvent(senders_->port_);
   if (failed_) {
     senders_->reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
                              ErrorText(failureLine_, status));

@@ -27,12 +27,15 @@ class Transmission {
   // output has drained.
   //
   // A failure is reported to the operator and ends the transmission; what was sent by then
-  // stays sent.  When it was the port that failed, SendBusy stays set.  After the end: does
-  // nothing and returns false.  A transmission that was begun is to be stepped to its end.
+  // stays sent.  After the end: does nothing and returns false.  A transmission that was begun
+  // is to be stepped to its end.
   bool Step();
 
   // Whether a failure has ended it.
   bool Failed() const { return failed_; }
+
+  // So many messages have been handed to the port whole.
+  int Messages() const { return messages_; }
 
  private:
   friend class TableSenders;
@@ -53,6 +56,7 @@ class Transmission {
   ReadNext readNext_;
   bool ended_ = false;
   bool failed_ = false;
+  int messages_ = 0;
 };
 
 }  // namespace switcher

@@ -39,8 +39,8 @@ class MainView : public QWidget {
   // What a table holds of a station or output (from 1), or of all with model::kAll, was stored
   // in the database and is not in the switcher yet.
   void TableEdited(switcher::Table table, int station);
-  // The same was handed to the line.
-  void TableSent(switcher::Table table, int station);
+  // The same was handed to the line, in so many messages.
+  void TableSent(switcher::Table table, int station, int messages);
   // Something to say in passing.
   void NoteRequested(const QString& note);
 

@@ -8,6 +8,12 @@
 
 namespace switcher {
 
+namespace {
+
+constexpr std::uint8_t kHighestSelector = 0x7F;
+
+}  // namespace
+
 Bytes EncodeLabelTexts(const LabelTexts& texts) {
   WireWriter writer(kAlphaLabelsCode);
   writer.PutByte(texts.selector & 0x7F);
@@ -21,10 +27,10 @@ DecodeStatus ParseLabelTexts(std::span<const std::uint8_t> message, int labelCou
                              LabelTexts* texts) {
   const std::size_t required = kLabelLength * static_cast<std::size_t>(labelCount) + 4;
   if (message.size() != required) return DecodeStatus::WrongSize;
+  if (message[1] > kHighestSelector) return DecodeStatus::WrongChannel;
   WireReader reader(message.subspan(1));
   LabelTexts received;
   reader.GetByte(&received.selector);
-  received.selector &= 0x7F;
   received.labels.assign(static_cast<std::size_t>(labelCount), std::string(kLabelLength, ' '));
   for (std::string& label : received.labels) {
     for (char& character : label) {

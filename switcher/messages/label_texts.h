@@ -32,8 +32,8 @@ struct LabelTexts {
 Bytes EncodeLabelTexts(const LabelTexts& texts);
 
 // Reads the label texts of a system of `labelCount` labels.  The checks come in this order:
-// length, checksum, end byte.  *texts is filled only for Ok.  Of a selector above seven bits the
-// low seven count.
+// length, selector, checksum, end byte.  *texts is filled only for Ok.  A selector above seven
+// bits names no labels and is WrongChannel.
 DecodeStatus ParseLabelTexts(std::span<const std::uint8_t> message, int labelCount,
                              LabelTexts* texts);
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QLabel>
 #include <QTest>
 #include <QToolButton>
@@ -55,6 +56,38 @@ TEST_F(HintStripTest, ClosedHintsDoNotComeBack) {
   EXPECT_EQ(Text(), QStringLiteral("demo"));
   Close();
   EXPECT_EQ(Text(), QString());
+}
+
+TEST_F(HintStripTest, AClosedHintThatDidNotHoldMeanwhileComesBack) {
+  strip_->Give(Hint::Blocked, QStringLiteral("0xE0"));
+  Close();
+  strip_->Give(Hint::Blocked, QStringLiteral("0xE0, still"));
+  EXPECT_EQ(Text(), QString());
+  strip_->Withdraw(Hint::Blocked);
+  strip_->Give(Hint::Blocked, QStringLiteral("0xE1"));
+  EXPECT_EQ(Text(), QStringLiteral("0xE1"));
+}
+
+TEST_F(HintStripTest, AHintMayOfferACommand) {
+  QAction command(QStringLiteral("Do It"));
+  command.setObjectName(QStringLiteral("aidDoIt"));
+  int done = 0;
+  QObject::connect(&command, &QAction::triggered, [&] { ++done; });
+  strip_->Give(Hint::Demo, QStringLiteral("demo"));
+  EXPECT_EQ(strip_->findChild<QToolButton*>(QStringLiteral("aidDoIt")), nullptr);
+  strip_->Give(Hint::Blocked, QStringLiteral("blocked"), &command);
+  auto* const button = strip_->findChild<QToolButton*>(QStringLiteral("aidDoIt"));
+  ASSERT_NE(button, nullptr);
+  EXPECT_TRUE(button->isVisible());
+  EXPECT_EQ(button->text(), QStringLiteral("Do It"));
+  QTest::mouseClick(button, Qt::LeftButton);
+  EXPECT_EQ(done, 1);
+  // The other hint does not offer it.
+  strip_->Withdraw(Hint::Blocked);
+  EXPECT_EQ(Text(), QStringLiteral("demo"));
+  EXPECT_FALSE(button->isVisible());
+  strip_->Give(Hint::Blocked, QStringLiteral("blocked"), &command);
+  EXPECT_TRUE(button->isVisible());
 }
 
 TEST_F(HintStripTest, KeysCloseAHintTooWhereverTheFocusIs) {

@@ -6,6 +6,8 @@
 
 #include <QLabel>
 
+#include "app/link_lamp.h"
+
 namespace app {
 namespace {
 
@@ -58,6 +60,28 @@ TEST_F(LinkAidsTest, SaysThatThePortIsClosedWhileItIs) {
   isOpen_ = true;
   Ticks(1);
   EXPECT_TRUE(panel->isHidden());
+}
+
+TEST_F(LinkAidsTest, TheLampAndTheGroundOfTheTextSayWhetherTheSwitcherAnswers) {
+  const auto* const lamp = status_.findChild<LinkLamp*>(QStringLiteral("aidLinkLamp"));
+  const auto* const text = status_.findChild<QLabel*>(QStringLiteral("sbStatusBar_1"));
+  ASSERT_NE(lamp, nullptr);
+  EXPECT_FALSE(lamp->IsConnected()) << "nothing has answered yet";
+  EXPECT_EQ(lamp->accessibleName(), QStringLiteral("The switcher does not answer"));
+  EXPECT_TRUE(text->autoFillBackground());
+  EXPECT_EQ(text->palette().color(QPalette::Window), QColor(0xC0, 0x00, 0x00));
+  EXPECT_EQ(text->palette().color(QPalette::WindowText), QColor(0xFF, 0xFF, 0xFF));
+  model_.LinkStatus[0] = 1;
+  aids_.LinkChanged();
+  EXPECT_TRUE(lamp->IsConnected());
+  EXPECT_EQ(lamp->accessibleName(), QStringLiteral("The switcher answers"));
+  EXPECT_FALSE(text->autoFillBackground());
+  EXPECT_EQ(text->palette().color(QPalette::WindowText),
+            status_.palette().color(QPalette::WindowText));
+  model_.LinkStatus[0] = 0;
+  aids_.LinkChanged();
+  EXPECT_FALSE(lamp->IsConnected());
+  EXPECT_TRUE(text->autoFillBackground());
 }
 
 TEST_F(LinkAidsTest, IsQuietAboutASwitcherThatWasThere) {

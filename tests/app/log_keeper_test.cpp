@@ -10,7 +10,9 @@
 #include <QDialog>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTest>
+#include <map>
 
 #include "switcher/decoder.h"
 #include "switcher/live_commands.h"
@@ -25,6 +27,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::IsSupersetOf;
 using testing::Not;
 
 class LogKeeperTest : public testing::Test {
@@ -84,45 +87,51 @@ class LogKeeperTest : public testing::Test {
                     .settings = settings_,
                     .reporter = reporter_}};
   switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
+  switcher::Link link_{model_, port_, decoder_, window_};
   Transfers transfers_{window_,
                        views_,
                        {.model = model_, .tables = senders_, .poll = tables_},
-                       {.model = model_,
-                        .decoder = decoder_,
-                        .port = port_,
-                        .poll = tables_,
-                        .reporter = reporter_,
+                       {.parts = {.model = model_,
+                                  .decoder = decoder_,
+                                  .port = port_,
+                                  .link = link_,
+                                  .poll = tables_,
+                                  .reporter = reporter_},
                         .closeViews = {}}};
-  LogKeeper keeper_{window_, views_, transfers_, boxes_, commands_};
+  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }};
+  LogKeeper keeper_{{.model = model_,
+                     .labels = labels_,
+                     .window = window_,
+                     .views = views_,
+                     .transfers = transfers_,
+                     .boxes = boxes_,
+                     .commands = commands_}};
 };
 
 TEST_F(LogKeeperTest, ADownloadIsFollowedToItsEnd) {
-  model_.DownloadMode = -1;
-  transfers_.SendData();
+  transfers_.SendData(-1);
   EXPECT_THAT(Tables(), ElementsAre()) << "nothing was confirmed";
   auto& window = Shown<views::DownloadWindow>();
   QSignalSpy finished(&window, &QDialog::finished);
   Click(window, "cmdDownGo");
   ASSERT_TRUE(finished.wait(60000));
-  EXPECT_THAT(Tables(),
-              ElementsAre("Download of the buttons begun", "Sent: buttons 1", "Download finished"));
+  EXPECT_THAT(Tables(), ElementsAre("Download of the buttons begun", "Sent: buttons 1",
+                                    "Download finished: 1 table sent"));
 }
 
 TEST_F(LogKeeperTest, ADownloadOnABrokenLineSaysWhatDidNotGetThrough) {
-  model_.DownloadMode = -1;
   port_.writesUntilFailure = 3;
-  transfers_.SendData();
+  transfers_.SendData(-1);
   auto& window = Shown<views::DownloadWindow>();
   QSignalSpy finished(&window, &QDialog::finished);
   Click(window, "cmdDownGo");
   ASSERT_TRUE(finished.wait(60000));
   EXPECT_THAT(Tables(), ElementsAre("Download of the buttons begun", "Not sent: buttons 1",
-                                    "Download finished, tables not sent: 1"));
+                                    "Download finished: 0 tables sent, 1 not sent: buttons 1"));
 }
 
 TEST_F(LogKeeperTest, ACancelledDownloadSaysWhatWasNotSent) {
-  model_.DownloadMode = 0;
-  transfers_.SendData();
+  transfers_.SendData(0);
   auto& window = Shown<views::DownloadWindow>();
   Click(window, "cmdDownGo");
   window.CancelNow();
@@ -133,7 +142,7 @@ TEST_F(LogKeeperTest, ACancelledDownloadSaysWhatWasNotSent) {
 }
 
 TEST_F(LogKeeperTest, ADownloadThatWasNotConfirmedIsNone) {
-  transfers_.SendData();
+  transfers_.SendData(0);
   Click(Shown<views::DownloadWindow>(), "cmdDownCancel");
   EXPECT_THAT(Tables(), ElementsAre());
 }
@@ -143,12 +152,15 @@ TEST_F(LogKeeperTest, ARetrievalIsFollowedToItsEnd) {
   auto& window = Shown<views::RetrievalWindow>();
   Click(window, "cmdOkSysInf");
   Click(window, "cmdCancelSysInf");
-  EXPECT_THAT(Tables(), ElementsAre("Retrieval begun", "Retrieval cancelled"));
+  EXPECT_THAT(Tables(), ElementsAre("Retrieval begun", "Retrieval cancelled: No message came"));
   Click(window, "cmdOkSysInf");
   // The button data of the last station, which is too short.
   decoder_.Decode(switcher::Bytes{0xFB, 0x00, 0x00, 0x00, 0xFF});
-  EXPECT_THAT(Tables(), ElementsAre("Retrieval begun", "Retrieval cancelled", "Retrieval begun",
-                                    "Retrieval finished, some tables were refused"));
+  EXPECT_THAT(
+      Tables(),
+      ElementsAre("Retrieval begun", "Retrieval cancelled: No message came", "Retrieval begun",
+                  "Retrieval finished: 1 message, refused: Station 1 Button Data. The last "
+                  "came before the tables were asked for: retrieve again"));
 }
 
 TEST_F(LogKeeperTest, TheLinkThePanelsAndNotesHaveTheirLines) {
@@ -163,10 +175,137 @@ TEST_F(LogKeeperTest, TheLinkThePanelsAndNotesHaveTheirLines) {
                           "Panel 10.0.0.8 was dropped: it did not say what it is, and all "
                           "connections are taken"));
   views_.TableEdited(switcher::Table::Inhibits, 3);
-  views_.TableSent(switcher::Table::Inhibits, model::kAll);
-  EXPECT_THAT(Tables(), ElementsAre("Edited: inhibits 3", "Sent: inhibits"));
+  views_.TableSent(switcher::Table::Inhibits, model::kAll, 64);
+  views_.TableSent(switcher::Table::Buttons, 12, 1);
+  views_.TableFailed(switcher::Table::Relays, model::kAll);
+  EXPECT_THAT(Tables(), ElementsAre("Edited: inhibits 3", "Sent: inhibits, 64 outputs",
+                                    "Sent: buttons 12", "Not sent: relays"));
   keeper_.Note(QStringLiteral("Written: /tmp/labels.csv"));
   EXPECT_THAT(Lines(EventLog::Kind::Note), ElementsAre("Written: /tmp/labels.csv"));
+}
+
+// Four channels with labels of their own, but for output 4 and input 3.
+class LogWordsTest : public LogKeeperTest {
+ protected:
+  LogWordsTest() {
+    model_.ChannelCount = 8;
+    model_.AllocateMap();
+    database_.Set(1, "Label", "CAM 1");
+    database_.Set(1, "InLabel", "MIC ANCH");
+    database_.AddStation(2, {{"Label", "CAM 2"}, {"InLabel", "VISION"}});
+    database_.AddStation(3, {{"Label", "CAM 3"}, {"InLabel", ""}});
+    database_.AddStation(4, {{"InLabel", "DIRECTOR"}});
+    for (int station = 5; station <= 8; ++station) {
+      database_.AddStation(station, {{"Label", "out"}, {"InLabel", "in"}});
+    }
+  }
+
+  // The lines of a kind that came since the last call.
+  std::vector<std::string> New(EventLog::Kind kind) {
+    const std::vector<std::string> all = Lines(kind);
+    std::size_t& seen = seen_[kind];
+    std::vector<std::string> lines(all.begin() + static_cast<std::ptrdiff_t>(seen), all.end());
+    seen = all.size();
+    return lines;
+  }
+
+  std::map<EventLog::Kind, std::size_t> seen_;
+};
+
+TEST_F(LogWordsTest, CommandsAreNamedByTheirCaptionsAndTakesByTheirLabels) {
+  commands_.Set(QStringLiteral("ID_RetreiveData"), [] {});
+  commands_.Set(QStringLiteral("ID_ViewSourcelevelControl"), [] {});
+  commands_.Run(QStringLiteral("ID_RetreiveData"));
+  commands_.Run(QStringLiteral("ID_ViewSourcelevelControl"));
+  EXPECT_THAT(New(EventLog::Kind::Command),
+              ElementsAre("Retrieve Data From Switcher", "Input Levels"));
+
+  views_.ShowXmap();
+  const auto use = [this](int output, int input, const char* tool) {
+    views_.Xmap()->findChild<QTableView*>(QStringLiteral("msfgXmap"))->setFocus();
+    QMetaObject::invokeMethod(views_.Xmap()->findChild<QWidget*>(QStringLiteral("msfgXmap")),
+                              "selectCell", Q_ARG(int, output + 1), Q_ARG(int, input + 1));
+    views_.Xmap()->findChild<QAction*>(QLatin1String(tool))->trigger();
+  };
+  use(1, 2, "ID_Take");
+  use(2, 1, "ID_Sum");
+  use(4, 3, "ID_Call");
+  use(3, 4, "ID_PriorityListen");
+  use(1, 1, "ID_RefreshMap");
+  model_.CrosspointMap.At(2, 1) = 1;
+  use(2, 1, "ID_Sum");
+  use(2, 1, "ID_Call");
+  use(2, 1, "ID_PriorityListen");
+  EXPECT_THAT(
+      New(EventLog::Kind::Command),
+      ElementsAre("Take: CAM 1 < VISION", "Sum: CAM 2 < MIC ANCH", "Call: Out 4 < In 3",
+                  "Priority listen: CAM 3 < DIRECTOR", "Refresh Map", "Sum off: CAM 2 < MIC ANCH",
+                  "Call off: CAM 2 < MIC ANCH", "Priority listen off: CAM 2 < MIC ANCH"));
+}
+
+TEST_F(LogWordsTest, ReportedRowsSayWhatChangedAlsoWhileTheMapIsLoading) {
+  ASSERT_FALSE(model_.XmapComplete);
+  port_.Deliver("F3 00 00 00 00 03 00 03 FF");  // output 1: inputs 1 and 2
+  EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("CAM 1: + MIC ANCH, + VISION"));
+  port_.Deliver("F3 00 00 00 00 09 00 09 FF");
+  EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("CAM 1: + DIRECTOR, − VISION"));
+  port_.Deliver("F3 00 00 00 00 09 00 09 FF");
+  EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("CAM 1: no change"));
+  port_.Deliver("F3 00 00 01 00 09 00 0A FF");
+  EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("CAM 1: by priority"));
+  port_.Deliver("F3 00 00 00 00 00 00 00 FF");
+  EXPECT_THAT(New(EventLog::Kind::Map),
+              ElementsAre("CAM 1: − MIC ANCH, − DIRECTOR, no longer by priority"));
+  port_.Deliver("F3 03 00 01 00 04 00 08 FF");  // output 4: input 3
+  EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("Out 4: + In 3, by priority"));
+  port_.Deliver("F3 01 00 00 00 00 00 01 FF");
+  port_.Deliver("F3 01 00 00 00 00 00 01 FF");
+  EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("CAM 2: no crosspoint", "CAM 2: no change"));
+}
+
+TEST_F(LogWordsTest, ARowIsComparedWithTheOneAcceptedLast) {
+  port_.Deliver("F3 00 00 00 00 01 00 01 FF");
+  port_.Deliver("F3 00 00 00 00 02 00 7F FF");  // refused, and in the model all the same
+  ASSERT_EQ(model_.CrosspointMap.At(1, 2), 1);
+  port_.Deliver("F3 00 00 00 00 03 00 03 FF");
+  EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("CAM 1: + MIC ANCH", "CAM 1: + VISION"));
+}
+
+TEST_F(LogWordsTest, LabelsThatChangeChangeTheWords) {
+  port_.Deliver("F3 00 00 00 00 01 00 01 FF");
+  database_.Set(1, "Label", "HOST");
+  views_.TableEdited(switcher::Table::OutputLabels, 1);
+  port_.Deliver("F3 00 00 00 00 00 00 00 FF");
+  model_.LabelCount = 1;
+  port_.Deliver("F9 0A 61 20 20 20 20 20 20 20 4B FF");  // the first input is "a"
+  port_.Deliver("F3 00 00 00 00 01 00 01 FF");
+  EXPECT_THAT(New(EventLog::Kind::Map),
+              ElementsAre("CAM 1: + MIC ANCH", "HOST: − MIC ANCH", "HOST: + a"));
+}
+
+TEST_F(LogWordsTest, RefusedReportsAreNamedWithTheirReason) {
+  New(EventLog::Kind::Link);
+  port_.Deliver("F3 00 00 00 00 01 00 02 FF");
+  port_.Deliver("F3 08 00 00 00 00 00 08 FF");
+  port_.Deliver("F5 01 00 00 00 00 01 FF");
+  port_.Deliver("E4 00 FF");
+  EXPECT_THAT(New(EventLog::Kind::Link),
+              IsSupersetOf({"Refused: Output 1 Crosspoint Map, Failed Csum",
+                            "Refused: Output 9 Crosspoint Map, Channel Error",
+                            "Refused: Output 2 Inhibit Map, Size Error",
+                            "Refused: QDV Responding Tally Info, Size Error"}));
+  // The same one again and again would push everything else out of the log.
+  for (int i = 0; i < 100; ++i) port_.Deliver("F3 00 00 00 00 01 00 02 FF");
+  EXPECT_THAT(New(EventLog::Kind::Link), ElementsAre());
+}
+
+TEST_F(LogWordsTest, ABlockedLineAndTheDiscardedByteHaveTheirLines) {
+  New(EventLog::Kind::Link);
+  window_.ShowBlockedCode(0xCD);
+  window_.ShowBlockedCode(std::nullopt);
+  keeper_.ByteDiscarded(0xCD);
+  EXPECT_THAT(New(EventLog::Kind::Link),
+              ElementsAre("Receiving blocked by unknown code 0xCD", "Discarded byte 0xCD"));
 }
 
 }  // namespace

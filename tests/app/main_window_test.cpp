@@ -109,8 +109,9 @@ TEST_F(MainWindowTest, HeadingsOpenMenusAndDoNothingElse) {
 }
 
 TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
-  EXPECT_THAT(Names(*Command("ID_File")->menu()), ElementsAre("ID_SendData", "ID_RetreiveData", "-",
-                                                              "", "-", "ID_Exit"));  // "": Export
+  EXPECT_THAT(Names(*Command("ID_File")->menu()),
+              ElementsAre("ID_SendData", "ID_RetreiveData", "aidDiscardByte", "-", "", "-",
+                          "ID_Exit"));  // "": Export
   EXPECT_THAT(Names(*Command("ID_Window")->menu()),
               ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",
                           "ID_ViewSourcelevelControl", "ID_ViewQDVStatus", "-", "ID_Cascade",
@@ -268,7 +269,7 @@ TEST_F(StatusBarTest, ABlockingCodeIsNamedUntilItIsGone) {
   EXPECT_FALSE(Panel("aidBlockedCode")->isVisible());
   window_.ShowBlockedCode(0xE0);
   EXPECT_TRUE(Panel("aidBlockedCode")->isVisible());
-  EXPECT_TRUE(Panel("aidBlockedCode")->text().contains(QStringLiteral("0xe0")));
+  EXPECT_TRUE(Panel("aidBlockedCode")->text().contains(QStringLiteral("0xE0")));
   window_.ShowBlockedCode(std::nullopt);
   EXPECT_FALSE(Panel("aidBlockedCode")->isVisible());
 }

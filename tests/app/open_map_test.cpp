@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <QTableView>
+#include <string>
 
 #include "switcher/decoder.h"
 #include "switcher/live_commands.h"
@@ -98,11 +99,31 @@ TEST_F(OpenMapTest, AnAcceptedInhibitRowReachesTheOpenMap) {
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
+// Nothing would ask for the map again, and a call that was taken from sight would still stand.
+TEST_F(OpenMapTest, AnInhibitRowLeavesStandingCallsInSight) {
+  views_.ShowXmap();
+  Decode("F3 01 00 01 00 06 00 08 FF");  // output 2: inputs 2 and 3, by priority
+  Decode("F3 02 00 00 00 08 00 0A FF");  // output 3: input 4
+  ASSERT_EQ(CellMark(3, 3), 3);
+  ASSERT_EQ(CellMark(3, 4), 3);
+  ASSERT_EQ(CellMark(4, 5), 1);
+  Decode("F5 04 00 01 00 05 FF");  // an inhibit elsewhere
+  EXPECT_EQ(CellMark(6, 2), 2);
+  EXPECT_EQ(CellMark(3, 3), 3);
+  EXPECT_EQ(CellMark(3, 4), 3);
+  EXPECT_EQ(CellMark(4, 5), 1);
+  // One on a standing call shows; that they conflict is not the inhibits' news.
+  Decode("F5 01 00 02 00 03 FF");
+  EXPECT_EQ(CellMark(3, 3), 2);
+  EXPECT_EQ(CellMark(3, 4), 3);
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
 TEST_F(OpenMapTest, WithoutAMapTablesAreStoredAllTheSame) {
   Decode(kOutputLabels);
   Decode("F5 01 00 01 00 02 FF");
   EXPECT_EQ(database_.Field(8, "Label"), "h");
-  EXPECT_EQ(database_.Field(2, "Inhibits"), "10000000");
+  EXPECT_EQ(database_.Field(2, "Inhibits"), "1" + std::string(63, '0'));
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 

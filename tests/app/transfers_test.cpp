@@ -18,6 +18,7 @@
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_tables.h"
+#include "tests/support/silent_link_display.h"
 #include "tests/support/small_database.h"
 
 namespace app {
@@ -72,21 +73,24 @@ class TransfersTest : public testing::Test {
                     .settings = settings_,
                     .reporter = reporter_}};
   switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
+  test::SilentLinkDisplay linkDisplay_;
+  switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   Transfers transfers_{window_,
                        views_,
                        {.model = model_, .tables = senders_, .poll = tables_},
-                       {.model = model_,
-                        .decoder = decoder_,
-                        .port = port_,
-                        .poll = tables_,
-                        .reporter = reporter_,
+                       {.parts = {.model = model_,
+                                  .decoder = decoder_,
+                                  .port = port_,
+                                  .link = link_,
+                                  .poll = tables_,
+                                  .reporter = reporter_},
                         .closeViews = {}}};
 };
 
 TEST_F(TransfersTest, ADownloadSendsWhatIsTyped) {
   TypeLabel(2, "Studio");
   ASSERT_EQ(database_.Field(2, "Label"), "out");
-  transfers_.SendData();
+  transfers_.SendData(0);
   EXPECT_EQ(database_.Field(2, "Label"), "Studio");
   EXPECT_TRUE(IsOpen("frmDownProg"));
   EXPECT_THAT(reporter_.reports, IsEmpty());
@@ -103,7 +107,7 @@ TEST_F(TransfersTest, ARetrievalComesAfterWhatIsTyped) {
 TEST_F(TransfersTest, WhatCannotBeStoredIsReportedAndNeitherSentNorLost) {
   TypeLabel(2, "Studio");
   database_.Delete(2);
-  transfers_.SendData();
+  transfers_.SendData(0);
   EXPECT_THAT(reporter_.reports, SizeIs(1));
   EXPECT_THAT(reporter_.reports.back(), HasSubstr("Error Storing Station Labels"));
   EXPECT_FALSE(IsOpen("frmDownProg"));
@@ -114,6 +118,27 @@ TEST_F(TransfersTest, WhatCannotBeStoredIsReportedAndNeitherSentNorLost) {
   const auto& labels =
       *views_.Alphas()->findChild<QTableView*>(QStringLiteral("jgAlphas"))->model();
   EXPECT_EQ(labels.index(1, 1).data().toString(), QStringLiteral("Studio"));
+}
+
+TEST_F(TransfersTest, TheModeIsSetWhenTheWindowOpensAndOnlyThen) {
+  transfers_.SendData(-1);
+  EXPECT_EQ(model_.DownloadMode, -1);
+  // The command that comes while a window is open opens none, and leaves that one's mode alone.
+  transfers_.SendData(0);
+  EXPECT_EQ(model_.DownloadMode, -1);
+  transfers_.CancelNow();
+  transfers_.RetrieveData();
+  transfers_.SendData(0);
+  EXPECT_EQ(model_.DownloadMode, -1);
+  transfers_.CancelNow();
+
+  // Nor does one that cannot store what is typed.
+  views_.ShowAlphas();
+  TypeLabel(2, "Studio");
+  database_.Delete(2);
+  transfers_.SendData(0);
+  EXPECT_EQ(model_.DownloadMode, -1);
+  EXPECT_FALSE(IsOpen("frmDownProg"));
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/end_to_end/console_process.h"
 #include "tests/support/simulator_process.h"
 
@@ -159,6 +161,64 @@ TEST_F(LiveMapTest, ACrosspointReportedOnAnInhibitedCellIsShownAndWarnedOf) {
                  "Crosspoint selection received for Inhibited Crosspoint.\n", ""}));
 }
 
+// Nothing would ask for the map again, and the call stands all the same.
+TEST_F(LiveMapTest, ReportedInhibitsLeaveAStandingCallInSight) {
+  simulator_.Command("make 5 9 priority");
+  Start();
+  ExpectMark(5, 9, kPriority);
+  // Output 7: input 2 is inhibited.
+  simulator_.Command("raw F5 06 00 02 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 08 FF");
+  ExpectMark(7, 2, kInhibit);
+  EXPECT_EQ(console_->Mark(5, 9), kPriority);
+  EXPECT_TRUE(console_->Boxes().empty());
+}
+
+TEST_F(LiveMapTest, ATakeOfWhatIsMadeAndSentInhibitsAreNoted) {
+  simulator_.Command("make 6 8");
+  Start();
+  ExpectMark(6, 8, kCrosspoint);
+  const auto note = [this] {
+    return console_->Property("aidNote", "text").toString().toStdString();
+  };
+  console_->Use("ID_Take", 6, 8);
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return note() == "Already made; Sum breaks it"; }));
+  console_->Trigger("ID_SendInhibits", "frmXmap");
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return note() == "Sent: inhibits, 64 outputs"; }));
+  // A switcher that says nothing of it.
+  simulator_.Command("silence on");
+  console_->Use("ID_Take", 11, 8);
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return note() == "No report for Out 11"; }));
+}
+
+TEST_F(LiveMapTest, TheLogSaysWhatWasSentAndReportedInWords) {
+  simulator_.Command("make 5 9");
+  Start();
+  console_->Use("ID_Take", 5, 10);
+  ExpectMark(5, 10, kCrosspoint);
+  simulator_.Command("raw F3 00 00 00 00 00 FF");
+  console_->Trigger("ID_About");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("frmTeskAbout"); }));
+  console_->CloseWindow("frmTeskAbout");
+  console_->Trigger("aidEventLog");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("frmEventLog"); }));
+  const auto lines = [this] {
+    std::vector<std::string> all = console_->Rows("aidLogLines");
+    for (std::string& line : all) line.erase(0, line.find('|') + 1);
+    return all;
+  };
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] {
+    const auto all = lines();
+    return std::find(all.begin(), all.end(), "Link|Refused: Output 1 Crosspoint Map, Size Error") !=
+           all.end();
+  }));
+  EXPECT_THAT(lines(), testing::IsSupersetOf({
+                           "Map|Sta. 005: + Inpt 009",  // while the map was loading
+                           "Command|Take: Sta. 005 < Inpt 010",
+                           "Map|Sta. 005: + Inpt 010, − Inpt 009",
+                           "Command|About Orvo Intercom Control",
+                       }));
+}
+
 TEST_F(LiveMapTest, RefreshAsksForTheWholeMapAgain) {
   Start();
   simulator_.Command("make 10 11");
@@ -169,12 +229,16 @@ TEST_F(LiveMapTest, RefreshAsksForTheWholeMapAgain) {
 }
 
 TEST_F(LiveMapTest, SilenceLosesTheLinkAndAnAnswerBringsItBack) {
+  const auto lamp = [this] { return console_->Property("aidLinkLamp", "connected").toBool(); };
   Start();
   ASSERT_TRUE(simulator_.WaitForLine("rx poll keep-alive"));
+  EXPECT_TRUE(lamp());
   simulator_.Command("silence on");
   ExpectLinkText(kNotConnected);
+  EXPECT_FALSE(lamp());
   simulator_.Command("silence off");
   ExpectLinkText(kConnected);
+  EXPECT_TRUE(lamp());
 }
 
 TEST_F(LiveMapTest, APulledLineComesBackWithAFreshMap) {
@@ -219,9 +283,7 @@ TEST_F(LiveMapTest, AnUnknownCodeIsNamedInTheStatusBar) {
   Start();
   simulator_.Command("raw E0 00 FF");
   EXPECT_TRUE(ConsoleProcess::WaitFor([&] {
-    return console_->Property("aidBlockedCode", "text")
-        .toString()
-        .contains(QStringLiteral("0xe0"), Qt::CaseInsensitive);
+    return console_->Property("aidBlockedCode", "text").toString().contains(QStringLiteral("0xE0"));
   }));
   // The line opened anew frees the way.
   simulator_.Command("unplug");
@@ -229,6 +291,36 @@ TEST_F(LiveMapTest, AnUnknownCodeIsNamedInTheStatusBar) {
   simulator_.Command("make 7 8");
   simulator_.Command("replug");
   ExpectMark(7, 8, kCrosspoint);
+}
+
+TEST_F(LiveMapTest, ABlockingByteIsDiscardedOnCommand) {
+  const auto blocked = [this](const char* byte) {
+    return ConsoleProcess::WaitFor([&] {
+      return console_->Property("aidDiscardByte", "enabled").toBool() &&
+             console_->Property("aidDiscardByte", "text").toString().endsWith(QLatin1String(byte));
+    });
+  };
+  Start();
+  ASSERT_TRUE(simulator_.WaitForLine("rx poll keep-alive"));
+  EXPECT_FALSE(console_->Property("aidDiscardByte", "enabled").toBool());
+  // An unknown message; behind it output 7 hears input 8.
+  simulator_.Command("make 7 8");
+  simulator_.Command("raw CD 00 01 FF");
+  simulator_.Command("send-row 7");
+  ASSERT_TRUE(blocked("0xCD"));
+  // The link goes on meanwhile, and nothing is discarded by itself.
+  ASSERT_TRUE(simulator_.WaitForLine("rx poll keep-alive"));
+  ASSERT_TRUE(simulator_.WaitForLine("rx poll keep-alive"));
+  EXPECT_EQ(console_->Mark(7, 8), kNone);
+  console_->Trigger("aidDiscardByte");
+  // The rest of that message is data bytes, which go, and the end byte.
+  ASSERT_TRUE(blocked("0xFF"));
+  EXPECT_EQ(console_->Mark(7, 8), kNone);
+  console_->Trigger("aidDiscardByte");
+  ExpectMark(7, 8, kCrosspoint);
+  EXPECT_FALSE(console_->Property("aidDiscardByte", "enabled").toBool());
+  EXPECT_FALSE(console_->IsShown("aidHintStrip"));
+  EXPECT_EQ(console_->LinkText(), kConnected);
 }
 
 }  // namespace

@@ -82,6 +82,11 @@ class RetrievalTransferTest : public testing::TestWithParam<int> {
         60s);
   }
 
+  // What the window says of a retrieval that has ended.
+  std::string Summary() {
+    return console_->Property("aidSummary", "text").toString().toStdString();
+  }
+
   void CloseRetrieval() {
     console_->Click("cmdCancelSysInf");
     ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return !console_->IsShown("frmSysInfo"); }));
@@ -108,6 +113,7 @@ TEST_P(RetrievalTransferTest, TheDatabaseThenHoldsTheSwitchersTables) {
   // Two labels, two rows for each output, the optos, the stations.
   EXPECT_EQ(rows.size(), static_cast<std::size_t>(2 + 2 * channels + 1 + channels));
   EXPECT_THAT(rows, Each(EndsWith(" Bytes|OK")));
+  EXPECT_EQ(Summary(), std::to_string(History().size()) + " messages, none refused");
   EXPECT_THAT(rows.back(), StartsWith("Station " + std::to_string(channels) + " Button Data|"));
   CloseRetrieval();
   EXPECT_THAT(console_->Boxes(), IsEmpty());
@@ -200,6 +206,8 @@ TEST_F(RetrievalTest, BrokenMessagesAreListedWithTheirWordAndNotWritten) {
   EXPECT_THAT(rows, Contains("Output 17 Relay Assignments|21 Bytes|Channel Error"));
   EXPECT_THAT(rows, Contains("Opto Programming Data|1410 Bytes|Size Error"));
   EXPECT_THAT(rows, Contains(HasSubstr("Station 7 Button Data|261 Bytes|Failed Csum")));
+  EXPECT_EQ(Summary(),
+            std::to_string(History().size()) + " messages, 6 refused, the first: Alpha Labels");
   CloseRetrieval();
   EXPECT_EQ(console_->Terminate(), 0);
 
@@ -270,18 +278,32 @@ TEST_F(RetrievalTest, CancelBeforeTheRequestSendsNothing) {
   EXPECT_TRUE(console_->IsShown("frmXmap"));
 }
 
-TEST_F(RetrievalTest, APulledCableLeavesItWaitingAndCancelBringsTheLinkBack) {
+TEST_F(RetrievalTest, APulledCableIsSpokenOfAndTriedAgainWhileItWaits) {
   // So slow that a busy machine has the time to look.
   StartBoth(64, {"--baud", "9600"});
   BeginRetrieval();
+  ASSERT_TRUE(simulator_->WaitForLine("rx poll tables"));
   ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return History().size() > 20; }, 60s));
   simulator_->Command("unplug");
   EXPECT_TRUE(
       ConsoleProcess::WaitFor([this] { return console_->LinkText() == "Not Connected - COM 1"; }));
   EXPECT_THAT(Caption(), StartsWith("Retrieving System Data ( "));
+  const auto line = [this] {
+    return console_->Property("aidRetrievalLine", "text").toString().toStdString();
+  };
+  EXPECT_TRUE(ConsoleProcess::WaitFor(
+      [&] { return line() == "COM 1 is not open. It is tried again every second."; }));
   simulator_->Command("replug");
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] {
+    return line() ==
+           "COM 1 was lost and is open again. Tables may be missing: cancel, and retrieve again.";
+  }));
+  // It still waits: no poll, and the request is not repeated.
+  EXPECT_EQ(simulator_->WaitForLine("rx poll", 2500ms), std::nullopt);
   console_->Click("cmdCancelSysInf");
   EXPECT_EQ(Caption(), "Retrieve System Data");
+  EXPECT_THAT(Summary(), StartsWith("Cancelled. "));
+  EXPECT_THAT(Summary(), EndsWith(" The line was lost meanwhile: tables may be missing"));
   EXPECT_TRUE(ConsoleProcess::WaitFor([this] { return console_->LinkText() == kConnected; }));
   CloseRetrieval();
   EXPECT_TRUE(console_->IsShown("frmXmap"));

@@ -9,6 +9,7 @@
 //
 // The database has records for 16 stations.
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -123,6 +124,10 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
     Require(ParseButtons(message_, &data) == DecodeStatus::Ok);
     std::optional<Bytes> sent;
     Require(ReadButtons(*OpenDatabase(), model_, station, &sent).ok());
+    // Stored target flags are filled up, and what is stored is sent.
+    for (auto& button : data.buttons) {
+      button.targets.resize(std::max(button.targets.size(), std::size_t{64}));
+    }
     Require(sent == EncodeButtonData(data));
   }
   void OptosChanged() override {
@@ -131,6 +136,10 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
     Bytes sent;
     Require(ReadOptos(*OpenDatabase(), model_, &sent).ok());
     Require(sent == EncodeOptoData(data));
+  }
+
+  void MessageRefused(std::string_view description, DecodeStatus status) override {
+    Require(!description.empty() && status != DecodeStatus::Ok);
   }
 
   void UpdateStatus(std::string_view description, int byteCount, DecodeStatus status) override {
@@ -268,17 +277,17 @@ void Console::RoundTrips(Message message) const {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   switcher::Console console(data[0] < 128 ? data[0] : 2 * data[0] - 254);
-  switcher::Bytes rxBuffer(data + 1, data + size);
+  switcher::ReceiveBuffer received{.bytes = {data + 1, data + size}};
   switcher::Bytes message;
   for (;;) {
-    const std::size_t before = rxBuffer.size();
-    const switcher::Cut cut = switcher::CutMessage(rxBuffer, &message);
+    const std::size_t before = received.bytes.size();
+    const switcher::Cut cut = switcher::CutMessage(received, &message);
     if (cut == switcher::Cut::Empty || cut == switcher::Cut::NeedMore) return 0;
     if (cut == switcher::Cut::Blocked) {
-      console.RoundTrips(rxBuffer);
+      console.RoundTrips(received.bytes);
       return 0;
     }
-    switcher::Require(rxBuffer.size() < before);
+    switcher::Require(received.bytes.size() < before);
     if (cut == switcher::Cut::Message) console.Decode(message);
   }
 }

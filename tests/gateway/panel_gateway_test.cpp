@@ -252,6 +252,7 @@ TEST_F(PanelGatewayTest, ARowFromTheSwitcherReachesThePanelsAndATakeTheSwitcher)
     void RelaysChanged(int) override {}
     void ButtonsChanged(int) override {}
     void OptosChanged() override {}
+    void MessageRefused(std::string_view, switcher::DecodeStatus) override {}
 
    private:
     PanelGateway& gateway_;

@@ -31,6 +31,9 @@ class RecordingSwitcherEvents : public switcher::SwitcherEvents, public switcher
     seen.push_back("buttons " + std::to_string(station));
   }
   void OptosChanged() override { seen.emplace_back("optos"); }
+  void MessageRefused(std::string_view description, switcher::DecodeStatus status) override {
+    refused.push_back(std::string(description) + "|" + std::to_string(static_cast<int>(status)));
+  }
   void UpdateStatus(std::string_view description, int byteCount,
                     switcher::DecodeStatus status) override {
     seen.push_back(std::string(description) + "|" + std::to_string(byteCount) + "|" +
@@ -38,6 +41,7 @@ class RecordingSwitcherEvents : public switcher::SwitcherEvents, public switcher
   }
 
   std::vector<std::string> seen;
+  std::vector<std::string> refused;  // "Output 5 Crosspoint Map|1"
 };
 
 }  // namespace test

@@ -3,6 +3,7 @@
 #ifndef TESTS_SUPPORT_RECORDING_TABLES_H_
 #define TESTS_SUPPORT_RECORDING_TABLES_H_
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,24 +16,26 @@ namespace test {
 // "inhibits 9999", "poll on".
 class RecordingTables : public views::TableSender, public switcher::PollSwitch {
  public:
-  bool SendLabels(int selector) override { return Keep("labels", selector); }
-  bool SendInhibits(int output) override { return Keep("inhibits", output); }
-  bool SendRelays(int station) override { return Keep("relays", station); }
-  bool SendButtons(int station) override { return Keep("buttons", station); }
-  bool SendOptos() override {
+  std::optional<int> SendLabels(int selector) override { return Keep("labels", selector); }
+  std::optional<int> SendInhibits(int output) override { return Keep("inhibits", output); }
+  std::optional<int> SendRelays(int station) override { return Keep("relays", station); }
+  std::optional<int> SendButtons(int station) override { return Keep("buttons", station); }
+  std::optional<int> SendOptos() override {
     traffic.emplace_back("optos");
-    return goOut;
+    return Sent();
   }
   void SetPolling(bool on) override { traffic.emplace_back(on ? "poll on" : "poll off"); }
 
   std::vector<std::string> traffic;
   bool goOut = true;  // else sending fails
+  int messages = 1;   // so many are said to have been sent
 
  private:
-  bool Keep(const char* table, int number) {
+  std::optional<int> Keep(const char* table, int number) {
     traffic.push_back(table + (" " + std::to_string(number)));
-    return goOut;
+    return Sent();
   }
+  std::optional<int> Sent() const { return goOut ? std::optional(messages) : std::nullopt; }
 };
 
 }  // namespace test

@@ -88,6 +88,27 @@ TEST_F(DecoderTest, LastOutputCompletesTheMapAndAFailureUndoesIt) {
   }
 }
 
+TEST_F(DecoderTest, WhatIsRefusedIsAnnouncedAlsoOutsideARetrieval) {
+  ASSERT_FALSE(model_.RetrieveActive);
+  Decode("F3 01 00 00 00 00 00 00 00 01 FF");
+  EXPECT_THAT(events_.refused, IsEmpty());
+  for (const char* bad : {
+           "F3 01 00 00 00 00 00 00 00 02 FF",     // checksum
+           "F3 01 00 00 00 00 00 00 00 00 01 FF",  // size
+           "F3 10 00 00 00 00 00 00 00 10 FF",     // output
+           "F3 01 00 00 00 00 00 00 00 01 00",     // end
+           "E4 00 FF", "E2 FF",
+           "F5 01 00 00 00 00 00 01 FF",  // right, but there is no database
+       }) {
+    EXPECT_THAT(Decode(bad), IsEmpty()) << bad;
+  }
+  EXPECT_THAT(
+      events_.refused,
+      ElementsAre("Output 2 Crosspoint Map|1", "Output 2 Crosspoint Map|2",
+                  "Output 17 Crosspoint Map|3", "Output 2 Crosspoint Map|4",
+                  "QDV Responding Tally Info|2", "DCA Gain Settings|2", "Output 2 Inhibit Map|5"));
+}
+
 TEST_F(DecoderTest, BadChecksumKeepsRow) {
   EXPECT_THAT(Decode("F3 04 00 01 00 03 00 00 00 00 FF"), IsEmpty());
   EXPECT_EQ(Row(5), "xx..............");

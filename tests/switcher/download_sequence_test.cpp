@@ -96,6 +96,7 @@ class DownloadTest : public testing::Test, public DownloadDisplay, public PollSw
   std::vector<std::string> events_;
   std::vector<std::pair<Table, int>> sent_;
   std::vector<std::pair<Table, int>> failed_;
+  int messages_ = 0;  // of all that was sent
   int position_ = -1;
 
  private:
@@ -114,9 +115,12 @@ class DownloadTest : public testing::Test, public DownloadDisplay, public PollSw
     spacingPending_ = true;
   }
   void RequestTurn() override { turnPending_ = true; }
-  void TableSent(Table table, int station) override { sent_.emplace_back(table, station); }
+  void TableSent(Table table, int station, int messages) override {
+    sent_.emplace_back(table, station);
+    messages_ += messages;
+  }
   void TableFailed(Table table, int station) override { failed_.emplace_back(table, station); }
-  void Close(std::string_view notSent) override { Note("close " + std::string(notSent)); }
+  void Close() override { Note("close " + download_->Result().notSent); }
 
   bool delayPending_ = false;
   bool spacingPending_ = false;
@@ -317,6 +321,36 @@ TEST_F(DownloadTest, AFailedStageIsReportedAndTheNextOneFollows) {
   EXPECT_EQ(events_.back(), "close ");
 }
 
+TEST_F(DownloadTest, WhatCameOfItIsCounted) {
+  download_->Go();
+  RunToTheEnd();
+  EXPECT_EQ(download_->Result().sent, 7);
+  EXPECT_EQ(messages_, 1 + 2 + 2 + 16 + 16 + 2);
+  EXPECT_THAT(download_->Result().failed, IsEmpty());
+  EXPECT_EQ(download_->Result().notSent, "");
+}
+
+TEST_F(DownloadTest, TablesThatCouldNotBeSentAreNamedInTheirOrder) {
+  download_->Go();
+  RunUntil("sent F5 9");
+  port_.Close();
+  RunToTheEnd();
+  EXPECT_EQ(download_->Result().sent, 3);
+  EXPECT_THAT(download_->Result().failed,
+              ElementsAre(TablePart{Table::Inhibits}, TablePart{Table::Relays},
+                          TablePart{Table::Buttons, 1}, TablePart{Table::Buttons, 2}));
+}
+
+TEST_F(DownloadTest, AStationWithoutARecordIsNoTableThatWasSent) {
+  model_.DownloadMode = -1;
+  model_.StationCount = 130;  // a new database has 128
+  download_.emplace(model_, senders_, *this, *this);
+  download_->Go();
+  RunToTheEnd();
+  EXPECT_EQ(download_->Result().sent, 128);
+  EXPECT_THAT(download_->Result().failed, IsEmpty());
+}
+
 TEST_F(DownloadTest, APortThatGoesFailsEachStageOnceAndTheEndComes) {
   download_->Go();
   RunUntil("sent F5 9");
@@ -342,6 +376,8 @@ TEST_F(DownloadTest, AProgramThatEndsStillGetsTheRunningStageOut) {
   EXPECT_THAT(Seen("sent"), ElementsAre("sent E1 1411", "sent F7 37", "sent F9 132", "sent F7 37",
                                         "sent F9 132", "sent F5 9", "sent F5 135"));
   EXPECT_EQ(events_.back(), "close Relays, Button Programming Sta 1 to 2");
+  EXPECT_EQ(sent_.back(), std::make_pair(Table::Inhibits, 9999));
+  EXPECT_EQ(download_->Result().sent, 4);
   RunToTheEnd();
   EXPECT_EQ(Seen("sent").size(), 7U);
 }

@@ -13,64 +13,105 @@ using test::FromHex;
 using test::Hex;
 
 TEST(CutMessage, NothingIsCutFromAnEmptyBuffer) {
-  Bytes rxBuffer;
+  ReceiveBuffer buffer;
   Bytes message;
-  EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::Empty);
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::Empty);
 }
 
 TEST(CutMessage, LosesOneByteWithoutTopBitPerCall) {
-  Bytes rxBuffer = FromHex("41 00 7F E4 FF");
+  ReceiveBuffer buffer{.bytes = FromHex("41 00 7F E4 FF")};
   Bytes message;
-  EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::DroppedByte);
-  EXPECT_EQ(Hex(rxBuffer), "00 7F E4 FF");
-  EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::DroppedByte);
-  EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::DroppedByte);
-  EXPECT_EQ(Hex(rxBuffer), "E4 FF");
-  EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::Message);
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::DroppedByte);
+  EXPECT_EQ(Hex(buffer.bytes), "00 7F E4 FF");
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::DroppedByte);
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::DroppedByte);
+  EXPECT_EQ(Hex(buffer.bytes), "E4 FF");
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::Message);
   EXPECT_EQ(Hex(message), "E4 FF");
 }
 
 TEST(CutMessage, EveryPrefixWaitsWhole) {
   const Bytes whole = FromHex("F3 00 00 00 00 01 00 00 00 01 FF");
   for (std::size_t length = 1; length < whole.size(); ++length) {
-    Bytes rxBuffer(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-    const Bytes before = rxBuffer;
+    const Bytes before(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+    ReceiveBuffer buffer{.bytes = before};
     Bytes message;
-    EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::NeedMore) << length;
-    EXPECT_EQ(rxBuffer, before);
+    EXPECT_EQ(CutMessage(buffer, &message), Cut::NeedMore) << length;
+    EXPECT_EQ(buffer.bytes, before);
   }
 }
 
 TEST(CutMessage, TwoMessagesInOneReadComeOffOneByOne) {
-  Bytes rxBuffer = FromHex("E2 01 01 FF F3 02 02 FF");
+  ReceiveBuffer buffer{.bytes = FromHex("E2 01 01 FF F3 02 02 FF")};
   Bytes message;
-  ASSERT_EQ(CutMessage(rxBuffer, &message), Cut::Message);
+  ASSERT_EQ(CutMessage(buffer, &message), Cut::Message);
   EXPECT_EQ(Hex(message), "E2 01 01 FF");
-  ASSERT_EQ(CutMessage(rxBuffer, &message), Cut::Message);
+  ASSERT_EQ(CutMessage(buffer, &message), Cut::Message);
   EXPECT_EQ(Hex(message), "F3 02 02 FF");
-  EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::Empty);
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::Empty);
 }
 
 TEST(CutMessage, UnknownCodeBlocksForGood) {
-  Bytes rxBuffer = FromHex("E0 01 FF F3 00 00 FF");
+  ReceiveBuffer buffer{.bytes = FromHex("E0 01 FF F3 00 00 FF")};
   Bytes message;
   for (int call = 0; call < 3; ++call) {
-    EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::Blocked);
-    EXPECT_EQ(Hex(rxBuffer), "E0 01 FF F3 00 00 FF");
+    EXPECT_EQ(CutMessage(buffer, &message), Cut::Blocked);
+    EXPECT_EQ(Hex(buffer.bytes), "E0 01 FF F3 00 00 FF");
   }
   EXPECT_TRUE(message.empty());
 }
 
 TEST(CutMessage, ALoneEndByteIsAnUnknownCode) {
-  Bytes rxBuffer = FromHex("FF F3 00 FF");
+  ReceiveBuffer buffer{.bytes = FromHex("FF F3 00 FF")};
   Bytes message;
-  EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::Blocked);
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::Blocked);
 }
 
 TEST(CutMessage, UnknownCodeWithoutEndByteIsStillWaitedFor) {
-  Bytes rxBuffer = FromHex("E0 01");
+  ReceiveBuffer buffer{.bytes = FromHex("E0 01")};
   Bytes message;
-  EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::NeedMore);
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::NeedMore);
+}
+
+// The end of a message that never comes is looked for in what is new.
+TEST(CutMessage, WhatWasSearchedOnceIsNotSearchedAgain) {
+  ReceiveBuffer buffer{.bytes = FromHex("F3 00 00")};
+  Bytes message;
+  ASSERT_EQ(CutMessage(buffer, &message), Cut::NeedMore);
+  buffer.bytes[2] = 0xFF;  // nobody looks there any more
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::NeedMore);
+  buffer.bytes.push_back(0xFF);
+  ASSERT_EQ(CutMessage(buffer, &message), Cut::Message);
+  EXPECT_EQ(Hex(message), "F3 00 FF FF");
+
+  // The next message is searched from its own front.
+  buffer.bytes = FromHex("F4 FF");
+  ASSERT_EQ(CutMessage(buffer, &message), Cut::Message);
+  EXPECT_EQ(Hex(message), "F4 FF");
+}
+
+TEST(CutMessage, TheEndOfAMessageThatBlocksIsNotLookedForAgain) {
+  ReceiveBuffer buffer{.bytes = FromHex("E0 01 FF F4 FF")};
+  Bytes message;
+  ASSERT_EQ(CutMessage(buffer, &message), Cut::Blocked);
+  buffer.bytes[1] = 0xFF;  // nobody looks there any more
+  EXPECT_EQ(CutMessage(buffer, &message), Cut::Blocked);
+  EXPECT_EQ(buffer.searched, 2U);
+  // Without its code the rest goes its way, to the end that was found.
+  DropFirst(buffer);
+  buffer.bytes[0] = 0xF3;
+  ASSERT_EQ(CutMessage(buffer, &message), Cut::Message);
+  EXPECT_EQ(Hex(message), "F3 FF");
+  EXPECT_EQ(Hex(buffer.bytes), "F4 FF");
+}
+
+TEST(DropFirst, TakesExactlyOneByte) {
+  ReceiveBuffer buffer{.bytes = FromHex("CD 00")};
+  DropFirst(buffer);
+  EXPECT_EQ(Hex(buffer.bytes), "00");
+  DropFirst(buffer);
+  DropFirst(buffer);
+  EXPECT_TRUE(buffer.bytes.empty());
 }
 
 TEST(IsReceivedCode, KnowsTheEightCodesOfTheSwitcherAndNoOther) {

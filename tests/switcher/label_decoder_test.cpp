@@ -83,6 +83,21 @@ TEST_F(LabelDecoderTest, AnyOtherHeaderIsTheOutputLabelsAndHidesNobody) {
   EXPECT_EQ(Hidden(1), "0");
 }
 
+// Its checksum is right: the header has lost nothing that counts.
+TEST_F(LabelDecoderTest, AHeaderAboveSevenBitsIsRefused) {
+  model_.LabelCount = 1;
+  Add(1, "out");
+  EXPECT_THAT(Decode("F9 94 61 20 20 20 20 20 20 20 55 FF"),
+              ElementsAre("Alpha Labels|12|Channel Error"));
+  EXPECT_THAT(Decode("F9 80 61 20 20 20 20 20 20 20 41 FF"),
+              ElementsAre("Alpha Labels|12|Channel Error"));
+  EXPECT_EQ(Label(1), "out");
+  EXPECT_THAT(Decode("F9 7F 61 20 20 20 20 20 20 20 40 FF"),
+              ElementsAre("Alpha Labels|12|OK", "labels 127"));
+  EXPECT_EQ(Label(1), "a");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
 TEST_F(LabelDecoderTest, AMarkedLabelHidesAndKeepsTheLabelThatItStandsFor) {
   Add(1, "MIC");
   Add(2, "MIC");

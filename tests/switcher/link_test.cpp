@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "switcher/live_commands.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
@@ -230,6 +231,56 @@ TEST_F(LinkTest, UnknownCodeBlocksAndIsNamedOnce) {
   EXPECT_THAT(display_.blocked, ElementsAre(0xE0));
 }
 
+TEST_F(LinkTest, ABlockingByteIsDiscardedByTheOperatorAloneAndOnlyIt) {
+  Open();
+  EXPECT_EQ(link_.DiscardBlockedByte(), std::nullopt) << "nothing blocks";
+  port_.Deliver("CD 00 01 FF F3 00 00 00 00 02 00 00 00 02 FF");
+  for (int tick = 0; tick < 5; ++tick) EXPECT_TRUE(link_.DecodeTick());
+  ASSERT_THAT(display_.blocked, ElementsAre(0xCD));
+  const int starts = display_.timerStarts;
+  EXPECT_EQ(link_.DiscardBlockedByte(), 0xCD);
+  EXPECT_EQ(Hex(link_.RxBuffer()), "00 01 FF F3 00 00 00 00 02 00 00 00 02 FF");
+  EXPECT_THAT(display_.blocked, ElementsAre(0xCD, -1));
+  EXPECT_EQ(display_.timerStarts, starts + 1) << "decoding goes on";
+  EXPECT_EQ(link_.DiscardBlockedByte(), std::nullopt) << "a second press takes nothing more";
+
+  // The rest is taken as it stands: data bytes go by themselves, the end byte blocks in its turn.
+  for (int tick = 0; tick < 5; ++tick) link_.DecodeTick();
+  EXPECT_EQ(Hex(link_.RxBuffer()), "FF F3 00 00 00 00 02 00 00 00 02 FF");
+  EXPECT_THAT(display_.blocked, ElementsAre(0xCD, -1, 0xFF));
+  EXPECT_THAT(events_.seen, IsEmpty());
+  EXPECT_EQ(link_.DiscardBlockedByte(), 0xFF);
+  link_.DecodeTick();
+  EXPECT_THAT(events_.seen, ElementsAre("row 1 mode 0"));
+  EXPECT_TRUE(link_.RxBuffer().empty());
+}
+
+TEST_F(LinkTest, AMessageThatHasNotEndedIsNotToBeDiscarded) {
+  Open();
+  port_.Deliver("CD 00");
+  EXPECT_EQ(link_.DiscardBlockedByte(), std::nullopt);
+  EXPECT_EQ(Hex(link_.RxBuffer()), "CD 00");
+}
+
+TEST_F(LinkTest, TheStateIsSetWhenTheTextIsShown) {
+  class Looking : public RecordingDisplay {
+   public:
+    explicit Looking(const model::SystemModel& model) : model_(model) {}
+    void ShowLinkText(std::string_view /*text*/) override {
+      states.push_back(model_.LinkStatus[0]);
+    }
+    std::vector<int> states;
+
+   private:
+    const model::SystemModel& model_;
+  };
+  Looking display(model_);
+  Link link(model_, port_, decoder_, display);
+  link.SetLinkState(true);
+  link.SetLinkState(false);
+  EXPECT_THAT(display.states, ElementsAre(1, 0));
+}
+
 TEST_F(LinkTest, ReceiveBufferDropsTheNewestBeyondItsLimit) {
   Open();
   port_.Deliver("E0");
@@ -250,6 +301,19 @@ TEST_F(LinkTest, DrainedOutputEndsTheSending) {
   port_.Drain();
   EXPECT_FALSE(model_.SendBusy);
   EXPECT_EQ(port_.sendThreshold, 0);
+}
+
+TEST_F(LinkTest, ATakeThatFailedSilencesThePollUntilTheLineHasDrained) {
+  Open();
+  LiveCommands commands(model_, port_, reporter_);
+  port_.writesUntilFailure = 3;
+  EXPECT_FALSE(commands.SendTake(1, 1, 0x02));
+  port_.writesUntilFailure = -1;
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00");
+  EXPECT_EQ(Poll(), "");
+  port_.Drain();
+  EXPECT_FALSE(model_.SendBusy);
+  EXPECT_EQ(Poll(), "E5");
 }
 
 TEST_F(LinkTest, LossClearsTheLinkAndReturnAsksForTheMapAgain) {

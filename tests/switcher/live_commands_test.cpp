@@ -39,20 +39,23 @@ TEST_F(LiveCommandsTest, GainIsWrittenAndTheSendEventArmed) {
   EXPECT_EQ(port_.sendThreshold, 1);
 }
 
-TEST_F(LiveCommandsTest, FailedTakeIsReportedAndStaysBusy) {
+TEST_F(LiveCommandsTest, FailedTakeIsReportedAndBusyUntilTheLineHasDrained) {
   port_.writesUntilFailure = 3;
   EXPECT_FALSE(commands_.SendTake(1, 1, 0x02));
   EXPECT_EQ(port_.TakeWritten(), "FD 02 00");
   EXPECT_TRUE(model_.SendBusy);
-  EXPECT_EQ(port_.sendThreshold, 0);
+  EXPECT_EQ(port_.sendThreshold, 1);
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Take Command"
                           "\r\rError # 8020 - The line takes no bytes"));
 }
 
-TEST_F(LiveCommandsTest, FailedGainIsReported) {
+// There is no send event to come; what opens the port again ends the sending.
+TEST_F(LiveCommandsTest, FailedGainOnAClosedPortIsReported) {
   port_.Close();
   EXPECT_FALSE(commands_.SendGain(0, 1));
+  EXPECT_TRUE(model_.SendBusy);
+  EXPECT_EQ(port_.sendThreshold, 0);
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Gain Command"
                           "\r\rError # 8018 - The port is not open"));

@@ -293,6 +293,18 @@ TEST_F(QtSerialPortTest, ALineThatTakesNothingIsAWriteError) {
   }));
 }
 
+TEST_F(QtSerialPortTest, ALineThatTakesBytesAgainTellsWhenItHasDrained) {
+  Open();
+  while (port_.Write(0x55).ok()) continue;
+  port_.SetSendThreshold(1);
+  Sleep(50);
+  EXPECT_EQ(events_.drained, 0);
+  EXPECT_TRUE(WaitFor([&] {
+    pty_.Receive();
+    return events_.drained == 1;
+  }));
+}
+
 TEST_F(QtSerialPortTest, AVanishingDeviceIsToldOnceAndCostsNothing) {
   Open();
   pty_.Close();

@@ -11,6 +11,7 @@
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
+#include "tests/support/silent_link_display.h"
 
 namespace switcher {
 namespace {
@@ -45,7 +46,15 @@ class RetrievalTest : public testing::Test, public RetrievalDisplay, public Poll
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_};
-  Retrieval retrieval_{model_, decoder_, port_, *this, reporter_, *this};
+  test::SilentLinkDisplay linkDisplay_;
+  Link link_{model_, port_, decoder_, linkDisplay_};
+  const RetrievalParts parts_{.model = model_,
+                              .decoder = decoder_,
+                              .port = port_,
+                              .link = link_,
+                              .poll = *this,
+                              .reporter = reporter_};
+  Retrieval retrieval_{parts_, *this};
   std::vector<std::string> seen_;
 
  private:
@@ -64,6 +73,10 @@ class RetrievalTest : public testing::Test, public RetrievalDisplay, public Poll
   }
   void ShowSilence(int seconds) override {
     if (seconds > 0) seen_.push_back("silence " + std::to_string(seconds));
+  }
+  void ShowLine(RetrievalLine line) override {
+    if (line == RetrievalLine::Closed) seen_.emplace_back("line closed");
+    if (line == RetrievalLine::OpenAgain) seen_.emplace_back("line open again");
   }
   void StartDelayTimer() override { seen_.emplace_back("delay"); }
   void StopDelayTimer() override { seen_.emplace_back("no delay"); }
@@ -114,11 +127,11 @@ TEST_F(RetrievalTest, EveryMessageIsARowAndAddsToTheTotal) {
 TEST_F(RetrievalTest, TheLastStationsButtonDataEndsIt) {
   Begin();
   retrieval_.UpdateStatus("Station 3 Button Data", 645, DecodeStatus::Ok);
-  EXPECT_THAT(TakeSeen(), ElementsAre("row Station 3 Button Data|645|OK", "no delay", "not waiting",
+  EXPECT_THAT(TakeSeen(), ElementsAre("row Station 3 Button Data|645|OK", "not waiting",
                                       "caption Retrieval Completed (645 Bytes)", "poll on"));
   EXPECT_FALSE(model_.RetrieveActive);
-  EXPECT_TRUE(retrieval_.IsCompleted());
-  EXPECT_FALSE(retrieval_.HasRefusals());
+  EXPECT_TRUE(retrieval_.Result().completed);
+  EXPECT_EQ(retrieval_.Result().refused, 0);
   retrieval_.Cancel();
   EXPECT_THAT(TakeSeen(), ElementsAre("close"));
 }
@@ -127,8 +140,8 @@ TEST_F(RetrievalTest, ARefusedLastMessageEndsItToo) {
   Begin();
   retrieval_.UpdateStatus("Station 3 Button Data", 645, DecodeStatus::ChecksumFailed);
   EXPECT_FALSE(model_.RetrieveActive);
-  EXPECT_TRUE(retrieval_.IsCompleted());
-  EXPECT_TRUE(retrieval_.HasRefusals());
+  EXPECT_TRUE(retrieval_.Result().completed);
+  EXPECT_EQ(retrieval_.Result().refused, 1);
 }
 
 TEST_F(RetrievalTest, OtherStationsDoNotEndIt) {
@@ -172,19 +185,103 @@ TEST_F(RetrievalTest, CancelWhileWaitingEndsTheWaitAndTheNextOneCloses) {
   retrieval_.UpdateStatus("Alpha Labels", 132, DecodeStatus::Ok);
   TakeSeen();
   retrieval_.Cancel();
-  EXPECT_THAT(TakeSeen(),
-              ElementsAre("no delay", "not waiting", "caption Retrieve System Data", "poll on"));
-  EXPECT_FALSE(retrieval_.IsCompleted());
+  EXPECT_THAT(TakeSeen(), ElementsAre("not waiting", "caption Retrieve System Data", "poll on"));
+  EXPECT_FALSE(retrieval_.Result().completed);
   retrieval_.Cancel();
   EXPECT_THAT(TakeSeen(), ElementsAre("close"));
+}
+
+TEST_F(RetrievalTest, WhatCameOfItIsCounted) {
+  Begin();
+  retrieval_.UpdateStatus("Alpha Labels", 132, DecodeStatus::Ok);
+  retrieval_.UpdateStatus("Output 12 Relay Assignments", 21, DecodeStatus::ChecksumFailed);
+  retrieval_.UpdateStatus("Output 13 Relay Assignments", 21, DecodeStatus::NotStored);
+  retrieval_.UpdateStatus("Station 3 Button Data", 645, DecodeStatus::Ok);
+  const RetrievalResult& result = retrieval_.Result();
+  EXPECT_TRUE(result.completed);
+  EXPECT_TRUE(result.asked);
+  EXPECT_FALSE(result.lineLost);
+  EXPECT_EQ(result.messages, 4);
+  EXPECT_EQ(result.refused, 2);
+  EXPECT_EQ(result.firstRefused, "Output 12 Relay Assignments");
+  EXPECT_FALSE(result.IsWhole());
+
+  Begin();
+  retrieval_.UpdateStatus("Station 3 Button Data", 645, DecodeStatus::Ok);
+  EXPECT_EQ(retrieval_.Result().messages, 1);
+  EXPECT_TRUE(retrieval_.Result().IsWhole());
+}
+
+// As when an earlier retrieval was cancelled and the switcher is still at it.
+TEST_F(RetrievalTest, TheRequestIsSentAlsoWhenTheLastMessageCameBeforeIt) {
+  retrieval_.Go();
+  TakeSeen();
+  retrieval_.UpdateStatus("Station 3 Button Data", 645, DecodeStatus::Ok);
+  EXPECT_THAT(TakeSeen(), ElementsAre("row Station 3 Button Data|645|OK", "not waiting",
+                                      "caption Retrieval Completed (645 Bytes)", "poll on"));
+  EXPECT_FALSE(retrieval_.Result().IsWhole());
+  retrieval_.DelayTick();
+  EXPECT_EQ(port_.TakeWritten(), "E7");
+  retrieval_.DelayTick();
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_FALSE(retrieval_.Result().asked) << "not by the time it ended";
+}
+
+TEST_F(RetrievalTest, AWindowThatClosesBeforeTheRequestSendsNothing) {
+  retrieval_.Go();
+  retrieval_.UpdateStatus("Station 3 Button Data", 645, DecodeStatus::Ok);
+  TakeSeen();
+  retrieval_.Cancel();
+  EXPECT_THAT(TakeSeen(), ElementsAre("no delay", "close"));
+  retrieval_.DelayTick();
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+TEST_F(RetrievalTest, APortThatIsLostIsTriedAgainEachSecond) {
+  model_.XmapComplete = true;
+  Begin();
+  retrieval_.SecondTick();
+  EXPECT_THAT(TakeSeen(), IsEmpty());
+  port_.unavailable = true;
+  port_.Vanish();
+  const int tries = port_.openCount;
+  retrieval_.SecondTick();
+  retrieval_.SecondTick();
+  EXPECT_EQ(port_.openCount, tries + 2);
+  EXPECT_THAT(TakeSeen(), ElementsAre("line closed", "line closed"));
+
+  port_.unavailable = false;
+  retrieval_.SecondTick();
+  EXPECT_TRUE(port_.IsOpen());
+  EXPECT_FALSE(model_.XmapComplete) << "what the switcher did meanwhile is not known";
+  EXPECT_TRUE(model_.RetrieveActive);
+  retrieval_.SecondTick();
+  EXPECT_THAT(TakeSeen(), ElementsAre("line open again", "line open again"));
+  EXPECT_EQ(port_.TakeWritten(), "") << "neither a poll nor a second request";
+
+  retrieval_.UpdateStatus("Station 3 Button Data", 645, DecodeStatus::Ok);
+  EXPECT_TRUE(retrieval_.Result().completed);
+  EXPECT_FALSE(retrieval_.Result().IsWhole());
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(RetrievalTest, AnEndRightBehindALossKnowsOfIt) {
+  Begin();
+  port_.Vanish();
+  retrieval_.Cancel();
+  EXPECT_TRUE(retrieval_.Result().lineLost);
+  port_.unavailable = false;
+  ASSERT_TRUE(link_.KeepOpen());
+  Begin();
+  EXPECT_FALSE(retrieval_.Result().lineLost);
 }
 
 TEST_F(RetrievalTest, ANewOkBeginsAtNothing) {
   Begin();
   retrieval_.UpdateStatus("Station 3 Button Data", 645, DecodeStatus::MissingEnd);
   Begin();
-  EXPECT_FALSE(retrieval_.IsCompleted());
-  EXPECT_FALSE(retrieval_.HasRefusals());
+  EXPECT_FALSE(retrieval_.Result().completed);
+  EXPECT_EQ(retrieval_.Result().refused, 0);
   retrieval_.UpdateStatus("Alpha Labels", 132, DecodeStatus::Ok);
   EXPECT_EQ(TakeSeen().back(), "caption Retrieving System Data ( 132 Bytes)");
 }
@@ -196,8 +293,8 @@ TEST_F(RetrievalTest, OkWhileWaitingDoesNothing) {
 }
 
 TEST_F(RetrievalTest, AnEarlierRetrievalThatGoesLateTakesNoMessagesAway) {
-  auto earlier = std::make_unique<Retrieval>(model_, decoder_, port_, *this, reporter_, *this);
-  Retrieval later(model_, decoder_, port_, *this, reporter_, *this);
+  auto earlier = std::make_unique<Retrieval>(parts_, *this);
+  Retrieval later(parts_, *this);
   earlier.reset();
   later.Go();
   seen_.clear();

@@ -50,7 +50,7 @@ TEST_F(RelaySenderTest, FailureHasTheWordsOfTheInhibits) {
   EXPECT_THAT(reporter_.reports, ElementsAre(Failure("Error Sending Inhibits Table",
                                                      "8020 - The line takes no bytes")));
   EXPECT_TRUE(model_.SendBusy);
-  EXPECT_EQ(port_.sendThreshold, 0);
+  EXPECT_EQ(port_.sendThreshold, 1);
 }
 
 TEST_F(RelaySenderTest, ACharacterBeyondAsciiIsOneMember) {

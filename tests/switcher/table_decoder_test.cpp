@@ -40,6 +40,12 @@ class TableDecoderTest : public testing::Test {
     return events_.seen;
   }
 
+  // A flag string as it is stored: filled up with "0" to 64 characters.
+  static std::string Filled(std::string flags) {
+    flags.resize(64, '0');
+    return flags;
+  }
+
   // What a failure of the database shows.
   static std::string Failure(const std::string& line, const std::string& error) {
     return "critical|Serial Communications Error|" + line + "\r\rError # " + error;
@@ -58,23 +64,33 @@ TEST_F(InhibitDecoderTest, FlagsReplaceTheFirstCharactersOfTheField) {
   database_.AddStation(2, {{"Inhibits", "0110000000000000xyz"}});
   EXPECT_THAT(Decode("F5 01 00 01 01 00 01 02 FF"),
               ElementsAre("Output 2 Inhibit Map|9|OK", "inhibits 2"));
-  EXPECT_EQ(database_.Field(2, "Inhibits"), "1000000100000001xyz");
+  EXPECT_EQ(database_.Field(2, "Inhibits"), Filled("1000000100000001xyz"));
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
-TEST_F(InhibitDecoderTest, NullAndShortFieldsBecomeAsLongAsTheRow) {
+TEST_F(InhibitDecoderTest, NullAndShortFieldsAreFilledUpToSixtyFour) {
   database_.AddStation(1, {});
   database_.AddStation(2, {{"Inhibits", "01"}});
   Decode("F5 00 00 01 00 00 00 01 FF");
   Decode("F5 01 00 01 00 00 00 02 FF");
-  EXPECT_EQ(database_.Field(1, "Inhibits"), "1000000000000000");
-  EXPECT_EQ(database_.Field(2, "Inhibits"), "1000000000000000");
+  EXPECT_EQ(database_.Field(1, "Inhibits"), Filled("1"));
+  EXPECT_EQ(database_.Field(2, "Inhibits"), Filled("1"));
+}
+
+TEST_F(InhibitDecoderTest, LongerFieldsKeepTheirLength) {
+  model_.ChannelCount = 72;
+  database_.AddStation(1, {});
+  database_.AddStation(2, {{"Inhibits", std::string(70, '1') + "xyz"}});
+  Decode("F5 00 00 01 00 " + Times(7, "00 00") + "01 00 02 FF");
+  Decode("F5 01 00 01 00 " + Times(7, "00 00") + "01 00 03 FF");
+  EXPECT_EQ(database_.Field(1, "Inhibits"), Filled("1") + "10000000");
+  EXPECT_EQ(database_.Field(2, "Inhibits"), Filled("1") + "10000000z");
 }
 
 TEST_F(InhibitDecoderTest, WhatStandsBehindIsKeptByCharacter) {
   database_.AddStation(1, {{"Inhibits", "000000000000000\u00E9\u20AC1"}});
   Decode("F5 00 00 00 00 00 00 00 FF");
-  EXPECT_EQ(database_.Field(1, "Inhibits"), "0000000000000000\u20AC1");
+  EXPECT_EQ(database_.Field(1, "Inhibits"), "0000000000000000\u20AC1" + std::string(46, '0'));
 }
 
 TEST_F(InhibitDecoderTest, RefusedRowsWriteNothing) {
@@ -111,7 +127,7 @@ TEST_F(InhibitDecoderTest, NothingIsLoggedOutsideARetrieval) {
   database_.AddStation(1, {});
   model_.RetrieveActive = false;
   EXPECT_THAT(Decode("F5 00 00 01 00 00 00 01 FF"), ElementsAre("inhibits 1"));
-  EXPECT_EQ(database_.Field(1, "Inhibits"), "1000000000000000");
+  EXPECT_EQ(database_.Field(1, "Inhibits"), Filled("1"));
 }
 
 TEST_F(InhibitDecoderTest, TheSharedRecordSetAndAChangeBegunInItStay) {
@@ -127,8 +143,8 @@ TEST_F(InhibitDecoderTest, TheSharedRecordSetAndAChangeBegunInItStay) {
   ASSERT_TRUE(shared.IsChanging());
   ASSERT_TRUE(shared.Update().ok());
   EXPECT_EQ(database_.Field(1, "Label"), "new");
-  EXPECT_EQ(database_.Field(1, "Inhibits"), "1000000000000000");
-  EXPECT_EQ(database_.Field(2, "Inhibits"), "0100000000000000");
+  EXPECT_EQ(database_.Field(1, "Inhibits"), Filled("1"));
+  EXPECT_EQ(database_.Field(2, "Inhibits"), Filled("01"));
 }
 
 using RelayDecoderTest = TableDecoderTest;
@@ -139,6 +155,13 @@ TEST_F(RelayDecoderTest, SixtyFourRelays) {
               ElementsAre("Output 2 Relay Assignments|21|OK", "relays 2"));
   EXPECT_EQ(database_.Field(2, "Relays"),
             "1000000100000000000000000000000000000000000000000000000000000001");
+}
+
+TEST_F(RelayDecoderTest, FewerRelaysAreFilledUpToSixtyFour) {
+  model_.RelayCount = 8;
+  database_.AddStation(2, {});
+  Decode("F4 01 00 03 00 04 FF");
+  EXPECT_EQ(database_.Field(2, "Relays"), Filled("11"));
 }
 
 TEST_F(RelayDecoderTest, RefusedRowsWriteNothing) {
@@ -173,10 +196,10 @@ TEST_F(ButtonDecoderTest, TypesFirstsAndTargets) {
   EXPECT_THAT(Decode(kMessage), ElementsAre("Station 3 Button Data|21|OK", "buttons 3"));
   EXPECT_EQ(database_.Field(3, "B1 Type"), "255");
   EXPECT_EQ(database_.Field(3, "B1 First"), "1");
-  EXPECT_EQ(database_.Field(3, "B1 Prog"), "1000000100000001");
+  EXPECT_EQ(database_.Field(3, "B1 Prog"), Filled("1000000100000001"));
   EXPECT_EQ(database_.Field(3, "B2 Type"), "2");
   EXPECT_EQ(database_.Field(3, "B2 First"), "129");
-  EXPECT_EQ(database_.Field(3, "B2 Prog"), "0000000010000000tail");
+  EXPECT_EQ(database_.Field(3, "B2 Prog"), Filled("0000000010000000tail"));
   EXPECT_EQ(database_.Field(3, "B3 Type"), "9");
 }
 
@@ -185,7 +208,7 @@ TEST_F(ButtonDecoderTest, StationsBehindTheLastWholeGroupAreKept) {
   model_.StationCount = 20;
   database_.AddStation(3, {{"B1 Prog", "11111111111111111111"}});
   Decode(kMessage);
-  EXPECT_EQ(database_.Field(3, "B1 Prog"), "10000001000000011111");
+  EXPECT_EQ(database_.Field(3, "B1 Prog"), Filled("10000001000000011111"));
 }
 
 TEST_F(ButtonDecoderTest, LessThanEightStationsHaveNoGroups) {
@@ -194,7 +217,7 @@ TEST_F(ButtonDecoderTest, LessThanEightStationsHaveNoGroups) {
   EXPECT_THAT(Decode("FB 02 00 01 00 02 00 03 00 04 00 0C FF"),
               ElementsAre("Station 3 Button Data|13|OK", "buttons 3"));
   EXPECT_EQ(database_.Field(3, "B2 First"), "4");
-  EXPECT_EQ(database_.Field(3, "B1 Prog"), "1010");
+  EXPECT_EQ(database_.Field(3, "B1 Prog"), Filled("1010"));
 }
 
 TEST_F(ButtonDecoderTest, RefusedDataWriteNothing) {

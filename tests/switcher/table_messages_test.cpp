@@ -97,8 +97,10 @@ TEST(LabelTextsMessage, WholeBytesTravelAndAreSummed) {
 TEST(LabelTextsMessage, SelectorHasSevenBits) {
   EXPECT_EQ(Hex(EncodeLabelTexts({.selector = 0x94, .labels = {}})), "F9 14 14 FF");
   LabelTexts back;
-  ASSERT_EQ(ParseLabelTexts(FromHex("F9 94 14 FF"), 0, &back), DecodeStatus::Ok);
-  EXPECT_EQ(back.selector, 20);
+  ASSERT_EQ(ParseLabelTexts(FromHex("F9 7F 7F FF"), 0, &back), DecodeStatus::Ok);
+  EXPECT_EQ(back.selector, 127);
+  EXPECT_EQ(ParseLabelTexts(FromHex("F9 94 14 FF"), 0, &back), DecodeStatus::WrongChannel);
+  EXPECT_EQ(back.selector, 127);
 }
 
 TEST(LabelTextsMessage, SizeBySystem) {
@@ -124,6 +126,9 @@ TEST(LabelTextsMessage, RefusalsGiveNothing) {
            Refused{"short", inside + "FF", DecodeStatus::WrongSize},
            Refused{"long", inside + "00 43 FF", DecodeStatus::WrongSize},
            Refused{"no values", "F9 FF", DecodeStatus::WrongSize},
+           Refused{"size before header", "F9 94 14 FF", DecodeStatus::WrongSize},
+           Refused{"header before checksum", "F9 94" + inside.substr(5) + "44 FF",
+                   DecodeStatus::WrongChannel},
        }) {
     LabelTexts texts{.selector = 77, .labels = {"kept"}};
     EXPECT_EQ(ParseLabelTexts(FromHex(bytes), 2, &texts), status) << why;

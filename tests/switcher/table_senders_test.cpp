@@ -105,7 +105,7 @@ TEST_F(SendInhibitsTest, AFailingLineIsReportedAndEndsTheSending) {
               ElementsAre("critical|Serial Communications Error|Error Sending Inhibits Table"
                           "\r\rError # 8020 - The line takes no bytes"));
   EXPECT_TRUE(model_.SendBusy);
-  EXPECT_EQ(port_.sendThreshold, 0);
+  EXPECT_EQ(port_.sendThreshold, 1);
   EXPECT_EQ(CurrentStation(), 42);
 }
 
@@ -118,6 +118,13 @@ TEST_F(SendInhibitsTest, WithoutADatabaseNothingIsSent) {
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Inhibits Table"
                           "\r\rError # 3021 - The configuration database is not open"));
+}
+
+TEST_F(SendInhibitsTest, OnAClosedPortNoSendEventIsAskedFor) {
+  port_.Close();
+  EXPECT_FALSE(senders_.SendInhibits(9999));
+  EXPECT_TRUE(model_.SendBusy);
+  EXPECT_EQ(port_.sendThreshold, 0);
 }
 
 }  // namespace

@@ -233,9 +233,9 @@ TEST(WirePageTest, TheExamplesSayWhatThePageSays) {
 TEST(WirePageTest, WhatTheSwitcherSendsIsCutOffWhole) {
   for (const Example& example : Examples()) {
     if (!IsReceivedCode(example.bytes.front())) continue;
-    Bytes rxBuffer = example.bytes;
+    ReceiveBuffer received{.bytes = example.bytes};
     Bytes message;
-    EXPECT_EQ(CutMessage(rxBuffer, &message), Cut::Message) << example.meaning;
+    EXPECT_EQ(CutMessage(received, &message), Cut::Message) << example.meaning;
     EXPECT_EQ(message, example.bytes) << example.meaning;
   }
 }

@@ -246,15 +246,15 @@ void AlphasView::Paste() {
 // the other one from the switcher.
 void AlphasView::DownloadLabels() {
   if (!StoreRow()) return;
-  bool outputsSent = false;
-  bool inputsSent = false;
+  std::optional<int> outputsSent;
+  std::optional<int> inputsSent;
   {
     const switcher::PollPause pause(services_.poll);
     outputsSent = services_.tables.SendLabels(switcher::kOutputLabels);
     inputsSent = services_.tables.SendLabels(switcher::kInputLabels);
   }
-  if (outputsSent) Q_EMIT TableSent(Table::OutputLabels, model::kAll);
-  if (inputsSent) Q_EMIT TableSent(Table::InputLabels, model::kAll);
+  if (outputsSent) Q_EMIT TableSent(Table::OutputLabels, model::kAll, *outputsSent);
+  if (inputsSent) Q_EMIT TableSent(Table::InputLabels, model::kAll, *inputsSent);
 }
 
 void AlphasView::Refuse(const QString& text) { ShowRefusal(services_, text.toStdString()); }

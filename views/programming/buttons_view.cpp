@@ -405,14 +405,18 @@ void ButtonsView::SendSingleStation() {
   const int station = CurrentStation();
   if (station == 0) return;
   const switcher::PollPause pause(services_.poll);
-  if (services_.tables.SendButtons(station)) {
-    Q_EMIT TableSent(switcher::Table::Buttons, station);
+  if (const auto sent = services_.tables.SendButtons(station)) {
+    Q_EMIT TableSent(switcher::Table::Buttons, station, *sent);
   }
-  if (services_.tables.SendRelays(station)) Q_EMIT TableSent(switcher::Table::Relays, station);
+  if (const auto sent = services_.tables.SendRelays(station)) {
+    Q_EMIT TableSent(switcher::Table::Relays, station, *sent);
+  }
 }
 
 void ButtonsView::SendOptos() {
-  if (services_.tables.SendOptos()) Q_EMIT TableSent(switcher::Table::Optos, model::kAll);
+  if (const auto sent = services_.tables.SendOptos()) {
+    Q_EMIT TableSent(switcher::Table::Optos, model::kAll, *sent);
+  }
 }
 
 }  // namespace views

@@ -42,6 +42,14 @@ std::size_t CharacterLength(char lead) {
   return 1;
 }
 
+// The mark of a crosspoint that is made in a row with this status value; one that says neither
+// leaves what is shown.
+Mark MadeMark(int mode, Mark shown) {
+  if (mode == 0) return Mark::Crosspoint;
+  if (mode == 1) return Mark::Priority;
+  return shown;
+}
+
 }  // namespace
 
 void XmapGrid::Clear() {
@@ -118,7 +126,7 @@ MapUpdate XmapGrid::UpdateXmap(int output, int mode) {
   MapUpdate update;
   // The map has been allocated anew since when its size is another one; then nothing that it
   // says belongs to this grid.
-  if (model_.CrosspointMap.Size() != ChannelCount()) return update;
+  if (!HasMapOfThisSize()) return update;
   if (output == model::kAll) {
     for (int r = 1; r <= ChannelCount(); ++r) {
       const auto at = static_cast<std::size_t>(r);
@@ -140,10 +148,8 @@ bool XmapGrid::UpdateRow(int output, int mode, int* conflicts) {
       if (shown == Mark::Inhibit) {
         mark = Mark::Crosspoint;
         ++*conflicts;
-      } else if (mode == 0) {
-        mark = Mark::Crosspoint;
-      } else if (mode == 1) {
-        mark = Mark::Priority;
+      } else {
+        mark = MadeMark(mode, shown);
       }
     } else if (shown != Mark::Inhibit) {
       mark = Mark::None;
@@ -169,6 +175,24 @@ ChannelSet XmapGrid::UpdateXmapInhibits(std::span<const std::optional<std::strin
   return changed;
 }
 
+ChannelSet XmapGrid::RedrawCrosspoints() {
+  ChannelSet changed;
+  if (!HasMapOfThisSize()) return changed;
+  for (int output = 1; output <= ChannelCount(); ++output) {
+    const std::span<const std::uint8_t> made = model_.CrosspointMap.Row(output);
+    const int mode = model_.ChannelStatus[output];
+    for (int input = 1; input <= ChannelCount(); ++input) {
+      const Mark shown = marks_.At(output, input);
+      if (shown == Mark::Inhibit) continue;
+      const bool isMade = made[static_cast<std::size_t>(input - 1)] == 1;
+      if (SetMark(output, input, isMade ? MadeMark(mode, shown) : Mark::None)) {
+        changed.set(static_cast<std::size_t>(output));
+      }
+    }
+  }
+  return changed;
+}
+
 void XmapGrid::UpdateOutputLabels(std::span<const std::optional<std::string>> labels) {
   const int count = std::min(ChannelCount(), static_cast<int>(labels.size()));
   for (int channel = 1; channel <= count; ++channel) {
@@ -187,7 +211,7 @@ void XmapGrid::UpdateInputLabels(std::span<const std::optional<std::string>> lab
 
 ActionDecision XmapGrid::DecideAction(int action, int row, int column) const {
   ActionDecision decision;
-  if (!IsCrosspoint(row, column) || model_.CrosspointMap.Size() != ChannelCount()) {
+  if (!IsCrosspoint(row, column) || !HasMapOfThisSize()) {
     decision.kind = ActionDecision::Kind::NoCell;
     return decision;
   }
@@ -210,6 +234,8 @@ ActionDecision XmapGrid::DecideAction(int action, int row, int column) const {
   } else if (state == 1 && tool->undo) {
     decision.kind = ActionDecision::Kind::Send;
     decision.code = *tool->undo;
+  } else if (state == 1) {
+    decision.kind = ActionDecision::Kind::AlreadyMade;
   }
   return decision;
 }

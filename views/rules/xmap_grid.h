@@ -52,10 +52,11 @@ enum class XmapAction : int { Call = 0, Listen = 1, PriorityListen = 2, Take = 4
 // What a tool is to do with a crosspoint.
 struct ActionDecision {
   enum class Kind : std::uint8_t {
-    Nothing,    // for example a take of a crosspoint that is made already
-    NoCell,     // a header cell, or none at all
-    Inhibited,  // refused: the cell shows an inhibit
-    Send,       // send `code`; in demo mode draw `mark` and store `made` as well
+    Nothing,      // an action that there is not, or a state that is none
+    NoCell,       // a header cell, or none at all
+    Inhibited,    // refused: the cell shows an inhibit
+    AlreadyMade,  // a take of a crosspoint that is made: takes are never undone
+    Send,         // send `code`; in demo mode draw `mark` and store `made` as well
   };
 
   Kind kind = Kind::Nothing;
@@ -130,6 +131,11 @@ class XmapGrid {
   // elsewhere all marks but Crosspoint go, Priority too.  Returns the outputs that look different.
   ChannelSet UpdateXmapInhibits(std::span<const std::optional<std::string>> inhibits);
 
+  // Draws the crosspoints of all outputs where no inhibit shows: Crosspoint or Priority by the
+  // output's ChannelStatus, which leaves a made one alone when it is neither 0 nor 1, and nothing
+  // where none is made.  Returns the outputs that look different.
+  ChannelSet RedrawCrosspoints();
+
   // Takes over the labels of the outputs or of the inputs and writes the numbers: element r
   // belongs to channel r + 1; a label that is null is "Sta. " and the number.  Channels without
   // an element stay as they are.
@@ -152,6 +158,7 @@ class XmapGrid {
 
  private:
   bool UpdateRow(int output, int mode, int* conflicts);
+  bool HasMapOfThisSize() const { return model_.CrosspointMap.Size() == ChannelCount(); }
   std::string Label(const std::optional<std::string>& label, int channel) const;
   std::string ColumnText(const std::string& label) const;
 

@@ -112,22 +112,19 @@ void DownloadWindow::ShowPosition(int position) { bar_->setValue(position); }
 
 void DownloadWindow::ShowCancelling() { cancel_->setEnabled(false); }
 
-void DownloadWindow::TableSent(switcher::Table table, int station) { Q_EMIT Sent(table, station); }
+void DownloadWindow::TableSent(switcher::Table table, int station, int messages) {
+  Q_EMIT Sent(table, station, messages);
+}
 
 void DownloadWindow::TableFailed(switcher::Table table, int station) {
-  ++failures_;
   Q_EMIT Failed(table, station);
 }
 
-void DownloadWindow::Close(std::string_view notSent) {
+void DownloadWindow::Close() {
   delayTimer_.stop();
   spacingTimer_.stop();
   turnTimer_.stop();
-  if (!notSent.empty()) {
-    Q_EMIT Cancelled(QString::fromUtf8(notSent));
-  } else if (begun_) {
-    Q_EMIT Finished(failures_);
-  }
+  if (begun_) Q_EMIT Ended(download_.Result());
   done(QDialog::Accepted);
 }
 

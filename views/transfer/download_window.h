@@ -42,15 +42,13 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
  Q_SIGNALS:
   // The operator has confirmed.
   void Begun();
-  // A table has been sent without a failure: of one station (from 1), or of all with
-  // model::kAll.
-  void Sent(switcher::Table table, int station);
+  // A table has been sent without a failure, in so many messages: of one station (from 1), or of
+  // all with model::kAll.
+  void Sent(switcher::Table table, int station, int messages);
   // The same of a table that could not be sent.
   void Failed(switcher::Table table, int station);
-  // The download has come to its end, with so many tables that could not be sent.
-  void Finished(int failures);
-  // The download was cancelled with these tables not sent.
-  void Cancelled(const QString& notSent);
+  // A download that was begun is over.
+  void Ended(const switcher::DownloadResult& result);
 
  private:
   void LayOut();
@@ -64,12 +62,11 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void StartDelayTimer() override { delayTimer_.start(); }
   void StartSpacingTimer() override { spacingTimer_.start(); }
   void RequestTurn() override { turnTimer_.start(); }
-  void TableSent(switcher::Table table, int station) override;
+  void TableSent(switcher::Table table, int station, int messages) override;
   void TableFailed(switcher::Table table, int station) override;
-  void Close(std::string_view notSent) override;
+  void Close() override;
 
   bool begun_ = false;
-  int failures_ = 0;
   QLabel* text_;
   QLabel* status_;
   QProgressBar* bar_;

@@ -18,6 +18,9 @@ enum Column { kDescription, kSize, kStatus, kColumnCount };
 constexpr int kSizeWidth = 90;
 constexpr int kStatusWidth = 110;
 
+// Whether a message was not stored, kept with its row.
+constexpr int kRefused = Qt::UserRole;
+
 // Wider than the signs, which stand in the middle of it, apart from the sizes.
 constexpr QSize kSignRoom(26, 16);
 
@@ -70,11 +73,21 @@ void MessageList::AddMessage(const QString& description, int byteCount,
   auto* const row =
       new QTreeWidgetItem({description, QStringLiteral("%1 Bytes").arg(byteCount), word});
   row->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
-  if (!word.isEmpty()) {
-    row->setIcon(kStatus, status == switcher::DecodeStatus::Ok ? passed_ : failed_);
-  }
+  const bool refused = status != switcher::DecodeStatus::Ok;
+  row->setIcon(kStatus, refused ? failed_ : passed_);
+  row->setData(kStatus, kRefused, refused);
   addTopLevelItem(row);
   if (atEnd) scrollToBottom();
+}
+
+void MessageList::ShowFirstRefused() {
+  for (int i = 0; i < topLevelItemCount(); ++i) {
+    QTreeWidgetItem* const row = topLevelItem(i);
+    if (!row->data(kStatus, kRefused).toBool()) continue;
+    setCurrentItem(row);
+    scrollToItem(row, QAbstractItemView::PositionAtCenter);
+    return;
+  }
 }
 
 }  // namespace views

@@ -20,6 +20,10 @@ class MessageList : public QTreeWidget {
 
   void AddMessage(const QString& description, int byteCount, switcher::DecodeStatus status);
 
+  // Brings the first message that was not stored into sight and selects it; without one the list
+  // stays as it is.
+  void ShowFirstRefused();
+
  private:
   const QIcon passed_;
   const QIcon failed_;

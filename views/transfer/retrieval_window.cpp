@@ -4,11 +4,13 @@
 
 #include <QDialogButtonBox>
 #include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "views/icon.h"
 #include "views/on_screen.h"
 #include "views/transfer/held_enter.h"
+#include "views/transfer/retrieval_summary.h"
 
 namespace views {
 
@@ -22,13 +24,16 @@ constexpr int kSecond = 1000;
 RetrievalWindow::RetrievalWindow(const RetrievalServices& services, QWidget* parent)
     : QDialog(parent),
       closeViews_(services.closeViews),
+      model_(services.parts.model),
       text_(new QLabel(this)),
       history_(new MessageList(this)),
+      line_(new QLabel(this)),
       silence_(new QLabel(this)),
+      sign_(new QLabel(this)),
+      summary_(new QLabel(this)),
       ok_(new QPushButton(tr("OK"), this)),
       cancel_(new QPushButton(tr("Cancel"), this)),
-      retrieval_(services.model, services.decoder, services.port, services.poll, services.reporter,
-                 *this) {
+      retrieval_(services.parts, *this) {
   setObjectName(QStringLiteral("frmSysInfo"));
   setWindowTitle(QString::fromUtf8(switcher::Retrieval::kCaption));
   setWindowIcon(Icon(QStringLiteral("retrieve-data")));
@@ -43,8 +48,16 @@ void RetrievalWindow::LayOut() {
   text_->setObjectName(QStringLiteral("lblSysInfText"));
   text_->setTextFormat(Qt::PlainText);
   history_->hide();
+  line_->setObjectName(QStringLiteral("aidRetrievalLine"));
   silence_->setObjectName(QStringLiteral("aidSilence"));
-  silence_->setTextFormat(Qt::PlainText);
+  summary_->setObjectName(QStringLiteral("aidSummary"));
+  for (QLabel* const label : {line_, silence_, summary_}) {
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+  }
+  line_->hide();
+  sign_->hide();
+  summary_->hide();
   ok_->setObjectName(QStringLiteral("cmdOkSysInf"));
   cancel_->setObjectName(QStringLiteral("cmdCancelSysInf"));
   // The other one overwrites the computer's own tables: Enter is for it only where it has the
@@ -56,10 +69,16 @@ void RetrievalWindow::LayOut() {
   buttons->addButton(ok_, QDialogButtonBox::AcceptRole);
   buttons->addButton(cancel_, QDialogButtonBox::RejectRole);
 
+  auto* const result = new QHBoxLayout;
+  result->addWidget(sign_);
+  result->addWidget(summary_, 1);
+
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(text_);
   layout->addWidget(history_, 1);
+  layout->addWidget(line_);
   layout->addWidget(silence_);
+  layout->addLayout(result);
   layout->addWidget(buttons);
   // Only now: on the way into the box a button loses the focus.
   cancel_->setFocus();
@@ -91,18 +110,31 @@ void RetrievalWindow::ShowHistory() {
 
 void RetrievalWindow::SetWaiting(bool waiting) {
   ok_->setEnabled(!waiting);
+  ok_->setText(waiting ? tr("OK") : tr("Retrieve Again"));
+  cancel_->setText(waiting ? tr("Cancel") : tr("Close"));
+  // Whoever presses Enter at the end wants to be done, not to begin another retrieval.
+  cancel_->setFocus();
+  line_->hide();
+  silence_->setVisible(waiting);
+  sign_->setVisible(!waiting);
+  summary_->setVisible(!waiting);
   if (waiting) {
     secondTimer_.start();
     Q_EMIT Begun();
     return;
   }
   secondTimer_.stop();
-  if (!retrieval_.IsCompleted()) {
-    Q_EMIT Cancelled();
-    return;
-  }
-  if (!retrieval_.HasRefusals()) Q_EMIT Retrieved();
-  Q_EMIT Finished(retrieval_.HasRefusals());
+  ShowResult(retrieval_.Result());
+  Q_EMIT Ended(retrieval_.Result());
+}
+
+void RetrievalWindow::ShowResult(const switcher::RetrievalResult& result) {
+  const QString summary = RetrievalSummary(result);
+  summary_->setText(result.completed ? summary : tr("Cancelled. %1").arg(summary));
+  const QIcon sign = Icon(result.IsWhole() ? QStringLiteral("msg-ok") : QStringLiteral("msg-fail"));
+  const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  sign_->setPixmap(sign.pixmap(QSize(size, size), devicePixelRatioF()));
+  history_->ShowFirstRefused();
 }
 
 void RetrievalWindow::AddMessage(std::string_view description, int byteCount,
@@ -116,6 +148,15 @@ void RetrievalWindow::ShowCaption(std::string_view caption) {
 
 void RetrievalWindow::ShowSilence(int seconds) {
   silence_->setText(seconds == 0 ? QString() : tr("No data for %1 s").arg(seconds));
+}
+
+void RetrievalWindow::ShowLine(switcher::RetrievalLine line) {
+  line_->setVisible(line != switcher::RetrievalLine::Open);
+  line_->setText(line == switcher::RetrievalLine::Closed
+                     ? tr("COM %1 is not open. It is tried again every second.").arg(model_.ComPort)
+                     : tr("COM %1 was lost and is open again. Tables may be missing: cancel, and "
+                          "retrieve again.")
+                           .arg(model_.ComPort));
 }
 
 void RetrievalWindow::CancelNow() {

@@ -9,28 +9,21 @@
 #include <QTimer>
 #include <functional>
 
-#include "model/error_reporter.h"
 #include "model/system_model.h"
-#include "switcher/decoder.h"
-#include "switcher/poll_switch.h"
 #include "switcher/retrieval.h"
-#include "switcher/serial_port.h"
 #include "views/transfer/message_list.h"
 
 namespace views {
 
 // What the retrieval window works with; all must outlive the window.
 struct RetrievalServices {
-  model::SystemModel& model;
-  switcher::Decoder& decoder;
-  switcher::SerialPort& port;
-  switcher::PollSwitch& poll;
-  model::ErrorReporter& reporter;
+  switcher::RetrievalParts parts;
   std::function<void()> closeViews;  // closes the three main views
 };
 
-// frmSysInfo: asks, then shows each message that the switcher sends of its tables.  Closing the
-// window is cancelling: it ends the wait for the switcher, or closes when there is none.
+// frmSysInfo: asks, then shows each message that the switcher sends of its tables, and at the end
+// what came of it.  Closing the window is cancelling: it ends the wait for the switcher, or closes
+// when there is none.
 class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
   Q_OBJECT
 
@@ -45,15 +38,12 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
  Q_SIGNALS:
   // The operator has confirmed: the tables are asked for.
   void Begun();
-  // The last table has come; `refused` tells whether one did not pass its checks.
-  void Finished(bool refused);
-  // The wait was ended before.
-  void Cancelled();
-  // All tables have come, and none was refused.
-  void Retrieved();
+  // The wait has ended.
+  void Ended(const switcher::RetrievalResult& result);
 
  private:
   void LayOut();
+  void ShowResult(const switcher::RetrievalResult& result);
   void MakeTimers();
 
   void CloseViews() override { closeViews_(); }
@@ -63,14 +53,19 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
                   switcher::DecodeStatus status) override;
   void ShowCaption(std::string_view caption) override;
   void ShowSilence(int seconds) override;
+  void ShowLine(switcher::RetrievalLine line) override;
   void StartDelayTimer() override { delayTimer_.start(); }
   void StopDelayTimer() override { delayTimer_.stop(); }
   void Close() override;
 
   const std::function<void()> closeViews_;
+  const model::SystemModel& model_;
   QLabel* text_;
   MessageList* history_;
+  QLabel* line_;
   QLabel* silence_;
+  QLabel* sign_;
+  QLabel* summary_;
   QPushButton* ok_;
   QPushButton* cancel_;
   QTimer delayTimer_;

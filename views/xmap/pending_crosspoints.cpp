@@ -3,6 +3,7 @@
 #include "views/xmap/pending_crosspoints.h"
 
 #include <chrono>
+#include <set>
 
 #include "model/system_model.h"
 
@@ -33,7 +34,13 @@ void PendingCrosspoints::Reported(int output) {
 }
 
 void PendingCrosspoints::Expire() {
-  EndWhere([](const Pending& pending) { return pending.until.hasExpired(); });
+  std::set<int> outputs;
+  EndWhere([&outputs](const Pending& pending) {
+    if (!pending.until.hasExpired()) return false;
+    outputs.insert(pending.crosspoint.output);
+    return true;
+  });
+  for (const int output : outputs) Q_EMIT GivenUp(output);
   // Rounded up, so that next time something has expired.
   if (!pending_.empty()) {
     timer_.start(static_cast<int>(pending_.front().until.remainingTime()) + 1);

@@ -29,6 +29,8 @@ class PendingCrosspoints : public QObject {
  Q_SIGNALS:
   // A crosspoint has begun or ceased to be pending.
   void Changed(const Crosspoint& crosspoint, bool pending);
+  // A crosspoint of this output was given up: its row was not reported.
+  void GivenUp(int output);
 
  private:
   struct Pending {

@@ -116,6 +116,10 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   });
   connect(find_, &XmapFind::Closed, this, [this] { table_->setFocus(Qt::OtherFocusReason); });
   connect(&pending_, &PendingCrosspoints::Changed, table_, &XmapTable::SetPending);
+  connect(&pending_, &PendingCrosspoints::GivenUp, this, [this](int output) {
+    Q_EMIT NoteRequested(
+        tr("No report for Out %1").arg(QString::fromStdString(grid_.Number(output))));
+  });
 
   LayOut();
   GenerateGrid();
@@ -298,6 +302,11 @@ void XmapView::UpdateXmapInhibits() {
   if (!status.ok()) ShowFailure(services_, "Error Reading Crosspoint Inhibits", status);
 }
 
+void XmapView::InhibitsReported() {
+  UpdateXmapInhibits();
+  model_.OutputsChanged(grid_.RedrawCrosspoints());
+}
+
 void XmapView::UpdateXmapAlphas() {
   const model::Status status =
       WithStations(services_, [this](jet::RecordSet& stations) { return DrawAlphas(stations); });
@@ -312,6 +321,11 @@ void XmapView::PerformAction(int action) {
       break;
     case ActionDecision::Kind::NoCell:
       SetReadout(tr("No crosspoint selected"));
+      break;
+    case ActionDecision::Kind::AlreadyMade:
+      Q_EMIT NoteRequested(grid_.MarkAt(cell.y(), cell.x()) == rules::Mark::Priority
+                               ? tr("Already made by priority; Call or Priority Listen breaks it")
+                               : tr("Already made; Sum breaks it"));
       break;
     case ActionDecision::Kind::Inhibited:
       ShowRefusal(services_, "Action Not Allowed On Inhibited Crosspoint");
@@ -362,15 +376,18 @@ void XmapView::ToggleInhibit() {
 }
 
 // The next poll asks for the whole map.
-void XmapView::RefreshMap() { services_.model.XmapComplete = false; }
+void XmapView::RefreshMap() {
+  services_.model.XmapComplete = false;
+  Q_EMIT RefreshRequested();
+}
 
 void XmapView::SendInhibits() {
-  bool sent = false;
+  std::optional<int> sent;
   {
     const switcher::PollPause pause(services_.poll);
     sent = services_.tables.SendInhibits(model::kAll);
   }
-  if (sent) Q_EMIT TableSent(switcher::Table::Inhibits, model::kAll);
+  if (sent) Q_EMIT TableSent(switcher::Table::Inhibits, model::kAll, *sent);
 }
 
 void XmapView::ShowReadoutOf(const QModelIndex& index) {

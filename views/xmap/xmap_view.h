@@ -41,6 +41,11 @@ class XmapView : public MainView {
   // Draws the inhibits of the whole map from the stations.
   void UpdateXmapInhibits();
 
+  // The switcher has reported inhibits: draws them, then the crosspoints of all cells without
+  // one.  Drawing the inhibits takes marks of priority away, and nothing would bring back those of
+  // calls that stand.
+  void InhibitsReported();
+
   // Writes all labels and numbers from the stations.
   void UpdateXmapAlphas();
 
@@ -67,6 +72,8 @@ class XmapView : public MainView {
  Q_SIGNALS:
   // The command of a crosspoint, both from 1, was handed to the line with this action byte.
   void TakeSent(int output, int input, int action);
+  // The tool that asks for the map anew.
+  void RefreshRequested();
   void ReadoutChanged(const QString& readout);
 
  protected:

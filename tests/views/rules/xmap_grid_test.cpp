@@ -287,6 +287,33 @@ TEST(XmapGrid, InhibitsReplaceEveryMarkButKeepOnlyOrdinaryOnes) {
   EXPECT_EQ(f.Row(2), ".1......") << "priority and reserved marks go, ordinary ones stay";
 }
 
+TEST(XmapGrid, CrosspointsAreRedrawnWhereNoInhibitShows) {
+  Fixture f(8);
+  f.grid.UpdateXmapInhibits(Texts{"01000000", "00000000", "00000000", "00000000"});
+  for (int input = 1; input <= 4; ++input) {
+    for (int output = 1; output <= 4; ++output) f.model.CrosspointMap.At(output, input) = 1;
+  }
+  f.model.ChannelStatus[2] = 1;  // a call
+  f.model.ChannelStatus[3] = 7;
+  f.grid.SetMark(3, 2, Mark::Crosspoint);
+  f.grid.SetMark(4, 8, Mark::Priority);  // of a crosspoint that is not made any more
+  EXPECT_THAT(Numbers(f.grid.RedrawCrosspoints()), testing::ElementsAre(1, 2, 4));
+  EXPECT_EQ(f.Row(1), "1211....") << "an inhibit stays, made or not";
+  EXPECT_EQ(f.Row(2), "3333....");
+  EXPECT_EQ(f.Row(3), ".1......") << "another status value leaves what is shown";
+  EXPECT_EQ(f.Row(4), "1111....");
+  EXPECT_TRUE(f.grid.RedrawCrosspoints().none());
+}
+
+TEST(XmapGrid, AMapOfAnotherSizeRedrawsNothing) {
+  Fixture f(8);
+  f.grid.SetMark(1, 1, Mark::Priority);
+  f.model.ChannelCount = 16;
+  f.model.AllocateMap();
+  EXPECT_TRUE(f.grid.RedrawCrosspoints().none());
+  EXPECT_EQ(f.Row(1), "3.......");
+}
+
 TEST(XmapGrid, InhibitsBeyondTheRecordsReadStay) {
   Fixture f(8);
   f.grid.SetMark(2, 1, Mark::Inhibit);
@@ -340,7 +367,7 @@ TEST(XmapGrid, ActionsBreakACrosspoint) {
     f.grid.SetMark(3, 6, Mark::Crosspoint);
     const ActionDecision decision = f.grid.DecideAction(c.action, 4, 7);
     if (c.undo < 0) {
-      EXPECT_EQ(decision.kind, ActionDecision::Kind::Nothing);
+      EXPECT_EQ(decision.kind, ActionDecision::Kind::AlreadyMade);
       f.grid.DrawAction(decision);
       EXPECT_EQ(f.grid.MarkAt(4, 7), Mark::Crosspoint) << "a take is never undone";
       EXPECT_EQ(f.model.CrosspointMap.At(3, 6), 1);

@@ -45,8 +45,11 @@ class DownloadWindowTest : public testing::Test, public switcher::PollSwitch {
   void Open() {
     window_ = new DownloadWindow({.model = model_, .tables = senders_, .poll = *this});
     window_->setAttribute(Qt::WA_DeleteOnClose);
-    connection_ = QObject::connect(window_, &DownloadWindow::Cancelled,
-                                   [this](const QString& text) { notSent_.append(text); });
+    connection_ = QObject::connect(window_, &DownloadWindow::Ended,
+                                   [this](const switcher::DownloadResult& result) {
+                                     if (!result.notSent.empty())
+                                       notSent_.append(QString::fromStdString(result.notSent));
+                                   });
     window_->open();
     QCoreApplication::processEvents();
   }

@@ -18,6 +18,7 @@
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
+#include "tests/support/silent_link_display.h"
 #include "tests/support/temporary_folder.h"
 
 namespace views {
@@ -39,18 +40,25 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
   }
 
   void SetUp() override {
-    window_ = new RetrievalWindow({.model = model_,
-                                   .decoder = decoder_,
-                                   .port = port_,
-                                   .poll = *this,
-                                   .reporter = reporter_,
+    window_ = new RetrievalWindow({.parts = {.model = model_,
+                                             .decoder = decoder_,
+                                             .port = port_,
+                                             .link = link_,
+                                             .poll = *this,
+                                             .reporter = reporter_},
                                    .closeViews = [this] { ++viewsClosed_; }});
+    connection_ = QObject::connect(
+        window_, &RetrievalWindow::Ended,
+        [this](const switcher::RetrievalResult& result) { results_.push_back(result); });
     window_->setAttribute(Qt::WA_DeleteOnClose);
     window_->open();
     QCoreApplication::processEvents();
   }
 
-  ~RetrievalWindowTest() override { delete window_; }
+  ~RetrievalWindowTest() override {
+    QObject::disconnect(connection_);
+    delete window_;
+  }
 
   void SetPolling(bool on) override { polling_.push_back(on); }
 
@@ -100,8 +108,12 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
   test::TemporaryFolder folder_;
   db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
   switcher::Decoder decoder_{model_, files_, reporter_, events_};
+  test::SilentLinkDisplay linkDisplay_;
+  switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   std::vector<bool> polling_;
   int viewsClosed_ = 0;
+  std::vector<switcher::RetrievalResult> results_;
+  QMetaObject::Connection connection_;
   QPointer<RetrievalWindow> window_;
 };
 
@@ -214,7 +226,7 @@ TEST_F(RetrievalWindowTest, ListsEveryMessageWithItsSizeItsWordAndASign) {
   EXPECT_FALSE(sign(1).isNull());
   EXPECT_NE(sign(0), sign(1));
   EXPECT_EQ(sign(1), sign(4));
-  EXPECT_TRUE(sign(5).isNull());
+  EXPECT_EQ(sign(5), sign(1)) << "it is not in the database";
   EXPECT_EQ(Cell(0, 1, Qt::TextAlignmentRole).toInt() & Qt::AlignRight, Qt::AlignRight);
 }
 
@@ -234,8 +246,8 @@ TEST_F(RetrievalWindowTest, TheListFollowsTheNewestRowUnlessScrolledUp) {
 }
 
 TEST_F(RetrievalWindowTest, TheLastStationsButtonDataCompletesIt) {
-  QSignalSpy retrieved(window_.data(), &RetrievalWindow::Retrieved);
   Click("cmdOkSysInf");
+  EXPECT_TRUE(QTest::qWaitFor([this] { return port_.TakeWritten() == "E7"; }, 60000));
   DeliverRow();
   DeliverLastButtonData("02 FF");
   EXPECT_EQ(Row(1), "Station 3 Button Data|133 Bytes|OK");
@@ -243,7 +255,8 @@ TEST_F(RetrievalWindowTest, TheLastStationsButtonDataCompletesIt) {
   EXPECT_TRUE(Child<QPushButton>("cmdOkSysInf")->isEnabled());
   EXPECT_FALSE(model_.RetrieveActive);
   EXPECT_THAT(polling_, ElementsAre(false, true));
-  EXPECT_EQ(retrieved.count(), 1);
+  ASSERT_EQ(results_.size(), 1U);
+  EXPECT_TRUE(results_[0].IsWhole());
   // What comes afterwards is not part of it.
   DeliverRow();
   EXPECT_EQ(List().model()->rowCount(), 2);
@@ -253,13 +266,144 @@ TEST_F(RetrievalWindowTest, TheLastStationsButtonDataCompletesIt) {
 }
 
 TEST_F(RetrievalWindowTest, ARefusedMessageIsNoWholeRetrieval) {
-  QSignalSpy retrieved(window_.data(), &RetrievalWindow::Retrieved);
   Click("cmdOkSysInf");
   DeliverLastButtonData("03 FF");
   EXPECT_EQ(Row(0), "Station 3 Button Data|133 Bytes|Failed Csum");
   EXPECT_EQ(window_->windowTitle(), QStringLiteral("Retrieval Completed (133 Bytes)"));
   EXPECT_FALSE(model_.RetrieveActive);
-  EXPECT_EQ(retrieved.count(), 0);
+  ASSERT_EQ(results_.size(), 1U);
+  EXPECT_FALSE(results_[0].IsWhole());
+}
+
+// The line under the list that says what came of it; empty while there is none.
+class RetrievalSummaryTest : public RetrievalWindowTest {
+ protected:
+  std::string Summary() {
+    const auto* const summary = Child<QLabel>("aidSummary");
+    return summary->isVisible() ? summary->text().toStdString() : std::string();
+  }
+
+  // The rows that can be seen, as far as they are whole.
+  bool InSight(int row) {
+    const QRect place = List().visualItemRect(List().topLevelItem(row));
+    return List().viewport()->rect().contains(place.center());
+  }
+
+  void BeginAndAsk() {
+    Click("cmdOkSysInf");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return port_.TakeWritten() == "E7"; }, 60000));
+  }
+
+  std::string Caption(const char* button) {
+    return Child<QPushButton>(button)->text().toStdString();
+  }
+};
+
+TEST_F(RetrievalSummaryTest, ARefusedMessageIsNamedAndInSight) {
+  EXPECT_EQ(Summary(), "");
+  BeginAndAsk();
+  for (int i = 0; i < 60; ++i) DeliverRow();
+  decoder_.Decode(test::FromHex("F4 0B 00 00 00 FF"));  // far too short
+  for (int i = 0; i < 60; ++i) DeliverRow();
+  EXPECT_EQ(Summary(), "");
+  DeliverLastButtonData("02 FF");
+  EXPECT_EQ(Summary(), "122 messages, 1 refused: Output 12 Relay Assignments");
+  EXPECT_TRUE(InSight(60));
+  EXPECT_TRUE(List().topLevelItem(60)->isSelected());
+  EXPECT_FALSE(InSight(121));
+}
+
+TEST_F(RetrievalSummaryTest, OfSeveralRefusedMessagesTheFirstIsNamed) {
+  BeginAndAsk();
+  DeliverRow();
+  DeliverRow(false);
+  DeliverLastButtonData("03 FF");
+  EXPECT_EQ(Summary(), "3 messages, 2 refused, the first: Output 2 Crosspoint Map");
+  EXPECT_TRUE(List().topLevelItem(1)->isSelected());
+}
+
+TEST_F(RetrievalSummaryTest, WithoutRefusalsTheListStaysAtItsEnd) {
+  BeginAndAsk();
+  for (int i = 0; i < 60; ++i) DeliverRow();
+  DeliverLastButtonData("02 FF");
+  EXPECT_EQ(Summary(), "61 messages, none refused");
+  EXPECT_TRUE(InSight(60));
+  EXPECT_TRUE(List().selectedItems().isEmpty());
+}
+
+TEST_F(RetrievalSummaryTest, ACancelledRetrievalSaysSo) {
+  BeginAndAsk();
+  Click("cmdCancelSysInf");
+  EXPECT_EQ(Summary(), "Cancelled. No message came");
+  BeginAndAsk();
+  EXPECT_EQ(Summary(), "");
+  DeliverRow();
+  Click("cmdCancelSysInf");
+  EXPECT_EQ(Summary(), "Cancelled. 1 message, none refused");
+  BeginAndAsk();
+  DeliverRow(false);
+  Click("cmdCancelSysInf");
+  EXPECT_EQ(Summary(), "Cancelled. 1 message, refused: Output 2 Crosspoint Map");
+}
+
+TEST_F(RetrievalSummaryTest, AtTheEndEnterClosesAndAnotherRetrievalMustBeAskedFor) {
+  EXPECT_EQ(Caption("cmdOkSysInf"), "OK");
+  EXPECT_EQ(Caption("cmdCancelSysInf"), "Cancel");
+  BeginAndAsk();
+  EXPECT_EQ(Caption("cmdCancelSysInf"), "Cancel");
+  List().setFocus();
+  DeliverLastButtonData("02 FF");
+  EXPECT_EQ(Caption("cmdOkSysInf"), "Retrieve Again");
+  EXPECT_EQ(Caption("cmdCancelSysInf"), "Close");
+  EXPECT_EQ(QApplication::focusWidget(), Child<QPushButton>("cmdCancelSysInf"));
+
+  Click("cmdOkSysInf");
+  EXPECT_TRUE(model_.RetrieveActive);
+  EXPECT_EQ(Caption("cmdOkSysInf"), "OK");
+  EXPECT_EQ(Caption("cmdCancelSysInf"), "Cancel");
+  DeliverLastButtonData("02 FF");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  EXPECT_TRUE(Closed());
+}
+
+TEST_F(RetrievalSummaryTest, ALastMessageFromBeforeTheRequestIsNoRetrieval) {
+  Click("cmdOkSysInf");
+  DeliverLastButtonData("02 FF");
+  EXPECT_EQ(Summary(),
+            "1 message, none refused. The last came before the tables were asked for: retrieve "
+            "again");
+  std::string written;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !(written = port_.TakeWritten()).empty(); }, 60000));
+  EXPECT_EQ(written, "E7");
+}
+
+TEST_F(RetrievalSummaryTest, ALostLineIsSpokenOfUntilTheEndAndInTheSummary) {
+  const auto line = [this] {
+    const auto* const label = Child<QLabel>("aidRetrievalLine");
+    return label->isVisible() ? label->text().toStdString() : std::string();
+  };
+  model_.ComPort = 2;
+  BeginAndAsk();
+  Child<QTimer>("aidSecondTimer")->setInterval(1);
+  EXPECT_EQ(line(), "");
+  port_.unavailable = true;
+  port_.Vanish();
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return line() == "COM 2 is not open. It is tried again every second."; }, 60000));
+  port_.unavailable = false;
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] {
+        return line() ==
+               "COM 2 was lost and is open again. Tables may be missing: cancel, and retrieve "
+               "again.";
+      },
+      60000));
+  DeliverRow();
+  DeliverLastButtonData("02 FF");
+  EXPECT_EQ(line(), "");
+  EXPECT_EQ(Summary(),
+            "2 messages, none refused. The line was lost meanwhile: tables may be missing");
+  EXPECT_FALSE(results_.back().IsWhole());
 }
 
 TEST_F(RetrievalWindowTest, ASecondRetrievalBeginsWithAnEmptyList) {

@@ -12,9 +12,13 @@
 #include <QTest>
 #include <QTimer>
 
+#include "switcher/messages/button_data.h"
+#include "switcher/messages/inhibit_row.h"
+#include "switcher/messages/relay_row.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
+#include "tests/support/silent_link_display.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/views/gallery.h"
 #include "views/transfer/download_window.h"
@@ -57,11 +61,12 @@ class Gallery : public switcher::PollSwitch {
   }
 
   void DrawRetrieval() {
-    views::RetrievalWindow window({.model = model_,
-                                   .decoder = decoder_,
-                                   .port = port_,
-                                   .poll = *this,
-                                   .reporter = reporter_,
+    views::RetrievalWindow window({.parts = {.model = model_,
+                                             .decoder = decoder_,
+                                             .port = port_,
+                                             .link = link_,
+                                             .poll = *this,
+                                             .reporter = reporter_},
                                    .closeViews = [] {}});
     window.open();
     Save(window, QStringLiteral("retrieval-ask"));
@@ -75,28 +80,56 @@ class Gallery : public switcher::PollSwitch {
     second->stop();
     Save(window, QStringLiteral("retrieval-silence"));
 
-    using switcher::DecodeStatus;
-    auto& list = *window.findChild<views::MessageList*>(QStringLiteral("lstMsgHistory"));
-    list.AddMessage(QStringLiteral("Alpha Labels"), 1028, DecodeStatus::Ok);
-    list.AddMessage(QStringLiteral("Alpha Labels"), 1028, DecodeStatus::ChecksumFailed);
-    list.AddMessage(QStringLiteral("Opto Programming Data"), 1400, DecodeStatus::WrongSize);
-    list.AddMessage(QStringLiteral("Output 200 Inhibit Map"), 21, DecodeStatus::WrongChannel);
-    list.AddMessage(QStringLiteral("Output 2 Relay Assignments"), 21, DecodeStatus::MissingEnd);
-    list.AddMessage(QStringLiteral("Output 3 Crosspoint Map"), 23, static_cast<DecodeStatus>(5));
-    window.setWindowTitle(QStringLiteral("Retrieving System Data ( 3521 Bytes)"));
-    Save(window, QStringLiteral("retrieval-statuses"));
-    for (int i = 1; i <= 40; ++i) {
-      list.AddMessage(QStringLiteral("Station %1 Button Data").arg(i), 645, DecodeStatus::Ok);
-    }
-    list.setFocus();
-    list.setCurrentItem(list.topLevelItem(list.topLevelItemCount() - 2));
-    Save(window, QStringLiteral("retrieval-many"));
+    port_.unavailable = true;
+    port_.Close();
+    second->start();
+    const auto* const line = window.findChild<QLabel*>(QStringLiteral("aidRetrievalLine"));
+    if (!QTest::qWaitFor([line] { return line->isVisible(); })) qFatal("no word of the line");
+    Save(window, QStringLiteral("retrieval-lost"));
+    port_.unavailable = false;
+    if (!QTest::qWaitFor([this] { return port_.IsOpen(); })) qFatal("the line stays lost");
+    Save(window, QStringLiteral("retrieval-back"));
     window.reject();
-    Save(window, QStringLiteral("retrieval-ended"));
+    Save(window, QStringLiteral("retrieval-cancelled"));
+
+    BeginAndAsk(window);
+    DeliverTables(3, 12);
+    Save(window, QStringLiteral("retrieval-waiting"));
+    DeliverTables(13, 64);
+    DeliverEnd();
+    Save(window, QStringLiteral("retrieval-refused"));
+    BeginAndAsk(window);
+    DeliverTables(13, 64);
+    DeliverEnd();
+    Save(window, QStringLiteral("retrieval-whole"));
     window.CancelNow();
   }
 
  private:
+  void BeginAndAsk(QWidget& window) {
+    port_.TakeWritten();
+    Press(window, "cmdOkSysInf");
+    if (!QTest::qWaitFor([this] { return !port_.TakeWritten().empty(); })) qFatal("not asked");
+  }
+
+  // Inhibits and relays of outputs; the relays of output 12 are damaged on the line.
+  void DeliverTables(int first, int last) {
+    const std::string flags(64, '0');
+    for (int output = first; output <= last; ++output) {
+      decoder_.Decode(switcher::EncodeInhibitRow(output, flags, 64));
+      switcher::Bytes relays = switcher::EncodeRelayRow(output, flags, 64);
+      if (output == 12) relays[relays.size() - 2] ^= 1;
+      decoder_.Decode(relays);
+    }
+  }
+
+  void DeliverEnd() {
+    switcher::ButtonData data{.station = 64, .buttons = {}};
+    data.buttons.resize(32);
+    for (auto& button : data.buttons) button.targets.resize(64);
+    decoder_.Decode(switcher::EncodeButtonData(data));
+  }
+
   static void Press(QWidget& window, const char* name) {
     QTest::mouseClick(window.findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
   }
@@ -108,6 +141,8 @@ class Gallery : public switcher::PollSwitch {
   test::RecordingReporter reporter_;
   test::RecordingSwitcherEvents events_;
   switcher::Decoder decoder_{model_, files_, reporter_, events_};
+  test::SilentLinkDisplay linkDisplay_;
+  switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   switcher::TableSenders senders_{model_, files_, port_, reporter_};
 };
 

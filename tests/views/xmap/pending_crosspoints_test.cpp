@@ -14,6 +14,7 @@
 namespace views {
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
 
 class PendingCrosspointsTest : public testing::Test {
@@ -54,6 +55,22 @@ TEST_F(PendingCrosspointsTest, EachIsGivenUpAfterThreeSeconds) {
   ASSERT_TRUE(QTest::qWaitFor([this] { return seen_.size() == 5; }, 60000));
   EXPECT_THAT(seen_, ElementsAre("+1,1", "+2,2", "+1,1", "-2,2", "-1,1"));
   EXPECT_GE(sinceAgain.elapsed(), 2800);  // a coarse timer
+}
+
+TEST_F(PendingCrosspointsTest, OutputsThatWereNotReportedAreNamed) {
+  std::vector<int> givenUp;
+  QObject::connect(&pending_, &PendingCrosspoints::GivenUp,
+                   [&](int output) { givenUp.push_back(output); });
+  pending_.Sent({11, 1});
+  pending_.Sent({11, 2});
+  pending_.Sent({4, 2});
+  pending_.Sent({7, 2});
+  pending_.Reported(7);
+  pending_.Reported(4);
+  EXPECT_TRUE(givenUp.empty());
+  ASSERT_TRUE(QTest::qWaitFor([&] { return seen_.size() == 8; }, 60000));
+  EXPECT_THAT(givenUp, Each(11));
+  EXPECT_GE(givenUp.size(), 1U);
 }
 
 }  // namespace

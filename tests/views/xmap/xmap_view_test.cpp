@@ -11,6 +11,9 @@
 #include <QHeaderView>
 #include <QSignalSpy>
 #include <QTableView>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include "db/schema.h"
 #include "tests/support/temporary_folder.h"
@@ -427,6 +430,49 @@ TEST(XmapView, OnlyDemoModeOneDraws) {
   console.ClickTool("ID_Call");
   EXPECT_EQ(console.port.TakeWritten(), "FD 06 01 00 00 00 00 06 FF");
   EXPECT_EQ(console.Mark(2, 2), 0);
+}
+
+// What the view says in passing.
+std::vector<std::string> NotesOf(XmapView& view, const std::function<void()>& work) {
+  std::vector<std::string> notes;
+  const auto connection =
+      QObject::connect(&view, &XmapView::NoteRequested,
+                       [&](const QString& note) { notes.push_back(note.toStdString()); });
+  work();
+  QObject::disconnect(connection);
+  return notes;
+}
+
+TEST(XmapView, ATakeOfWhatIsMadeSaysWhatBreaksIt) {
+  XmapConsole console(8);
+  XmapView& view = console.Open();
+  console.model.CrosspointMap.At(3, 6) = 1;
+  view.UpdateXmap(3, 0);
+  console.SelectCell(4, 7);
+  const auto take = [&] { console.ClickTool("ID_Take"); };
+  EXPECT_THAT(NotesOf(view, take), ElementsAre("Already made; Sum breaks it"));
+  view.UpdateXmap(3, 1);
+  EXPECT_THAT(NotesOf(view, take),
+              ElementsAre("Already made by priority; Call or Priority Listen breaks it"));
+  EXPECT_EQ(console.port.TakeWritten(), "");
+  EXPECT_THAT(console.reporter.reports, IsEmpty());
+  EXPECT_THAT(NotesOf(view, [&] { console.ClickTool("ID_Call"); }), IsEmpty());
+}
+
+TEST(XmapView, ATakeThatIsNotReportedIsSpokenOf) {
+  XmapConsole console(16);
+  XmapView& view = console.Open();
+  EXPECT_THAT(NotesOf(view,
+                      [&] {
+                        console.SelectCell(12, 2);
+                        console.ClickTool("ID_Take");
+                        console.SelectCell(5, 2);
+                        console.ClickTool("ID_Take");
+                        view.UpdateXmap(4, 0);
+                        QSignalSpy notes(&view, &XmapView::NoteRequested);
+                        EXPECT_TRUE(notes.wait(60000));
+                      }),
+              ElementsAre("No report for Out 11"));
 }
 
 TEST(XmapView, FarCornerIsSentWithItsHighBits) {

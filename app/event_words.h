@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+//
+// What happens, in words: for the log, and for notes in passing.
+
+#ifndef APP_EVENT_WORDS_H_
+#define APP_EVENT_WORDS_H_
+
+#include <QString>
+#include <cstdint>
+#include <string_view>
+
+#include "app/channel_labels.h"
+#include "app/reported_rows.h"
+#include "switcher/decode_status.h"
+#include "switcher/download.h"
+#include "switcher/retrieval.h"
+#include "switcher/table.h"
+
+namespace app {
+
+// The command of the command table with that identifier, by its caption.
+QString CommandWords(const QString& id);
+
+// A table: "inhibits", "buttons 12".
+QString TableWords(const switcher::TablePart& table);
+
+// A table that was sent in so many messages: "inhibits, 64 outputs", "buttons 12".
+QString SentTableWords(const switcher::TablePart& table, int messages);
+
+// How a download ended: "Download finished: 69 tables sent, 1 not sent: relays".
+QString DownloadWords(const switcher::DownloadResult& result);
+
+// How a retrieval ended: "Retrieval finished: 197 messages, none refused".
+QString RetrievalWords(const switcher::RetrievalResult& result);
+
+// A message of the switcher that was refused, so many times since it was last spoken of:
+// "Refused: Output 12 Crosspoint Map, Failed Csum".
+QString RefusalWords(std::string_view description, switcher::DecodeStatus status, int times);
+
+// A byte as it is written everywhere: "0xCD".
+QString ByteWords(std::uint8_t byte);
+
+// Words about crosspoints, with the labels of the channels.
+class CrosspointWords {
+ public:
+  // `labels` must outlive the object.
+  explicit CrosspointWords(ChannelLabels& labels) : labels_(labels) {}
+
+  // A command for a crosspoint (both from 1) with its action byte: "Take: CAM 4 < MIC ANCH".
+  QString Command(int output, int input, int action) const;
+
+  // What a report changed: "CAM 4: + MIC ANCH, − VISION".
+  QString Report(const RowChange& change) const;
+
+ private:
+  ChannelLabels& labels_;
+};
+
+}  // namespace app
+
+#endif  // APP_EVENT_WORDS_H_

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/channel_labels.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/small_database.h"
+
+namespace app {
+namespace {
+
+class ChannelLabelsTest : public testing::Test {
+ protected:
+  ChannelLabelsTest() { model_.ChannelCount = 8; }
+
+  model::SystemModel model_;
+  test::SmallDatabase database_;
+  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }};
+};
+
+TEST_F(ChannelLabelsTest, AreThoseOfTheRecordsInTheirOrder) {
+  database_.AddStation(7, {{"Label", "second"}, {"InLabel", "in 2"}});
+  database_.AddStation(3, {{"Label", "first "}, {"InLabel", "in 1"}});
+  EXPECT_EQ(labels_.Output(1), QStringLiteral("first"));
+  EXPECT_EQ(labels_.Output(2), QStringLiteral("second"));
+  EXPECT_EQ(labels_.Input(2), QStringLiteral("in 2"));
+}
+
+TEST_F(ChannelLabelsTest, WithoutALabelThereIsTheNumber) {
+  database_.AddStation(1, {{"Label", ""}});
+  database_.AddStation(2, {{"Label", "   "}, {"InLabel", "in"}});
+  EXPECT_EQ(labels_.Output(1), QStringLiteral("Out 1"));
+  EXPECT_EQ(labels_.Input(1), QStringLiteral("In 1"));
+  EXPECT_EQ(labels_.Output(2), QStringLiteral("Out 2"));
+  EXPECT_EQ(labels_.Output(5), QStringLiteral("Out 5")) << "a channel without a record";
+  EXPECT_EQ(labels_.Input(300), QStringLiteral("In 300")) << "no channel at all";
+  EXPECT_EQ(labels_.Input(0), QStringLiteral("In 0"));
+}
+
+TEST_F(ChannelLabelsTest, AreReadAnewWhenTheyWereForgotten) {
+  database_.AddStation(1, {{"Label", "old"}});
+  EXPECT_EQ(labels_.Output(1), QStringLiteral("old"));
+  database_.Set(1, "Label", "new");
+  labels_.Forget();
+  EXPECT_EQ(labels_.Output(1), QStringLiteral("new"));
+}
+
+TEST_F(ChannelLabelsTest, LeaveTheSharedRecordSetAlone) {
+  database_.AddStation(1, {{"Label", "one"}});
+  database_.AddStation(2, {{"Label", "two"}});
+  database_.GoTo(2);
+  jet::RecordSet& shared = *database_.Files().Stations();
+  ASSERT_TRUE(shared.Edit().ok());
+  EXPECT_EQ(labels_.Output(1), QStringLiteral("one"));
+  EXPECT_TRUE(shared.IsChanging());
+  EXPECT_EQ(database_.CurrentStation(), 2);
+}
+
+TEST_F(ChannelLabelsTest, OfADatabaseThatOpensLaterAreRead) {
+  jet::Database* database = nullptr;
+  ChannelLabels labels(model_, [&] { return database; });
+  EXPECT_EQ(labels.Output(1), QStringLiteral("Out 1"));
+  database_.AddStation(1, {{"Label", "one"}});
+  database = database_.Files().Database();
+  EXPECT_EQ(labels.Output(1), QStringLiteral("one"));
+}
+
+}  // namespace
+}  // namespace app
