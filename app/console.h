@@ -18,6 +18,7 @@
 #include "app/message_boxes.h"
 #include "app/open_views.h"
 #include "app/panel_forwarding.h"
+#include "app/panel_reports.h"
 #include "app/sent_note.h"
 #include "app/termination.h"
 #include "app/transfers.h"
@@ -89,13 +90,15 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   switcher::TableSenders tables_;
   OpenViews views_;
   ViewMenu viewMenu_;
+  ChannelLabels labels_;
+  InhibitedCells inhibits_;
+  PanelReports panelReports_;
   gateway::PanelGateway panels_;
   PanelForwarding forwarding_;
   switcher::Decoder decoder_;
   switcher::Link link_;
   Transfers transfers_;
   LinkAids aids_;
-  ChannelLabels labels_;
   LogKeeper log_;
   SentNote sentNote_;
   ExportMenu export_;

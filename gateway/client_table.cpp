@@ -50,16 +50,16 @@ int ClientTable::Accept(std::unique_ptr<ClientSocket> socket) {
   connection.KeepAliveCount = 0;
   connection.PeerIP = taken.socket->PeerAddress();
   connection.Identified = false;
-  events_.ClientsChanged();
+  events_.ClientAccepted(slot);
   return slot;
 }
 
 void ClientTable::Identify(std::span<const std::uint8_t> frame, int slot) {
   if (!ChecksumMatches(frame)) return;
   ClientConnection& connection = Connection(slot);
-  connection.ConnType = frame[1];
+  const int before = std::exchange(connection.ConnType, frame[1]);
   connection.Identified = IsAcceptedType(connection.ConnType);
-  events_.ClientsChanged();
+  if (connection.ConnType != before) events_.ClientIdentified(slot);
 }
 
 void ClientTable::DataArrived(int slot, std::size_t byteCount) {
@@ -90,9 +90,7 @@ bool ClientTable::ReadOn(int slot) {
 }
 
 void ClientTable::PeerClosed(int slot) {
-  if (!Connection(slot).Connected) return;
-  Close(slot);
-  events_.ClientsChanged();
+  if (Connection(slot).Connected) Close(slot);
 }
 
 void ClientTable::Drop(int slot, DropReason reason) {
@@ -114,12 +112,12 @@ void ClientTable::Close(int slot) {
   connection.Takes.clear();
   connection.UnfinishedTicks = 0;
   At(slot).unread = false;
-  connection.PeerIP.clear();
+  const std::string address = std::exchange(connection.PeerIP, {});
   connection.KeepAliveCount = 0;
   connection.ConnType = 0;
   connection.Identified = false;
   Socket(slot).Close();
-  events_.ClientClosed(slot);
+  events_.ClientClosed(slot, address);
 }
 
 }  // namespace gateway

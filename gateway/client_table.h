@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "gateway/client_socket.h"
+#include "gateway/panel_events.h"
 #include "gateway/received_bytes.h"
 #include "gateway/take_frame.h"
 #include "model/error_reporter.h"
@@ -37,14 +38,6 @@ struct ClientConnection {
   }
 };
 
-// Why the console drops a client.
-enum class DropReason : std::uint8_t {
-  Unidentified,    // it did not say what it is, and all connections are taken
-  EndlessFrame,    // it sent a frame that does not end
-  UnfinishedTake,  // it began a take and did not end it, and was reported for that often enough
-  DoesNotRead,     // it does not read what it is sent
-};
-
 // What the table tells.
 class ClientTableEvents {
  public:
@@ -53,11 +46,14 @@ class ClientTableEvents {
   // Bytes wait to be decoded: let the decode timer run.
   virtual void BytesWait() = 0;
 
-  // A client came, said what it is, or went.
-  virtual void ClientsChanged() = 0;
+  // A client has the slot now.
+  virtual void ClientAccepted(int slot) = 0;
 
-  // The connection of `slot` has ended.
-  virtual void ClientClosed(int slot) = 0;
+  // The client of `slot` has said what it is, for the first time or something else than before.
+  virtual void ClientIdentified(int slot) = 0;
+
+  // The connection of `slot` with the client of this address has ended.
+  virtual void ClientClosed(int slot, const std::string& address) = 0;
 
   // The client of `slot` is about to be dropped by the console.
   virtual void ClientDropped(int slot, DropReason reason) = 0;
@@ -109,6 +105,7 @@ class ClientTable : public ClientSocketEvents {
   // REQUIRES of all below: 1 <= slot <= SocketCount()
   ClientConnection& Connection(int slot) { return At(slot).connection; }
   const ClientConnection& Connection(int slot) const { return At(slot).connection; }
+  PanelName Name(int slot) const { return {slot, Connection(slot).PeerIP}; }
   ClientSocket& Socket(int slot) { return *At(slot).socket; }
   bool IsConnected(int slot) const { return At(slot).socket->IsConnected(); }
 

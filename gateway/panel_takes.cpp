@@ -31,7 +31,9 @@ bool PanelTakes::SendOn() {
     }
     const PanelTake take = takes.front();
     takes.pop_front();
-    commands_.SendTake(take.destination, take.source, take.action);
+    if (commands_.SendTake(take.destination, take.source, take.action)) {
+      events_.PanelTook(clients_.Name(slot), take);
+    }
   }
   return worked;
 }

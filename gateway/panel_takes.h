@@ -4,6 +4,7 @@
 #define GATEWAY_PANEL_TAKES_H_
 
 #include "gateway/client_table.h"
+#include "gateway/panel_events.h"
 #include "gateway/take_frame.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
@@ -17,8 +18,8 @@ class PanelTakes {
  public:
   // All must outlive the object.
   PanelTakes(ClientTable& clients, const switcher::LineShare& line,
-             switcher::LiveCommands& commands)
-      : clients_(clients), line_(line), commands_(commands) {}
+             switcher::LiveCommands& commands, PanelEvents& events)
+      : clients_(clients), line_(line), commands_(commands), events_(events) {}
 
   // A take of the client of a slot.  One of a channel that the line cannot name is ignored.
   void Add(const PanelTake& take, int slot);
@@ -31,6 +32,7 @@ class PanelTakes {
   ClientTable& clients_;
   const switcher::LineShare& line_;
   switcher::LiveCommands& commands_;
+  PanelEvents& events_;
   int turn_ = 1;  // the slot that is the first to have the line next
 };
 

@@ -17,6 +17,10 @@ constexpr nanoseconds TimeOf(std::size_t bytes) {
 
 }  // namespace
 
+std::size_t LinePace::BytesIn(nanoseconds time) {
+  return static_cast<std::size_t>(time * kBytesPerSecond / nanoseconds(std::chrono::seconds(1)));
+}
+
 void LinePace::Add(std::size_t bytes, Time now) {
   free_ = std::min(std::max(free_, now) + TimeOf(bytes), now + TimeOf(kMost));
 }

@@ -20,6 +20,9 @@ class LinePace {
   // No more than so many bytes are counted: what is no line at all may have taken far more.
   static constexpr std::size_t kMost = 512;
 
+  // The bytes that a line sends in this time.
+  static std::size_t BytesIn(std::chrono::nanoseconds time);
+
   // So many bytes were handed over.
   void Add(std::size_t bytes, Time now);
 

@@ -12,16 +12,16 @@
 namespace switcher {
 
 // What the network panels may have of the line.  The poll and the operator's commands go first:
-// they are written at once, and panels' takes only while little waits on the line and no poll is
-// about to go.  So however many takes come, the operator's is on the wire within the time of the
-// little, and every poll finds the output drained.
+// they are written at once, and panels' takes only while little waits on the line, which can be
+// sent before the next poll.  So however many takes come, the operator's is on the wire within the
+// time of the little, and every poll finds the output drained.
 class LineShare {
  public:
   // With so many bytes that the line has not sent yet, or more, takes wait: 44 ms.
   static constexpr std::size_t kMostBehind = 256;
 
-  // So long before a poll takes wait, so that what was written has drained when it comes.
-  static constexpr std::chrono::milliseconds kBeforePoll{50};
+  // So long before a poll everything is to be sent.
+  static constexpr std::chrono::milliseconds kBeforePoll{20};
 
   // The time to the next poll; negative while there are none.
   using UntilPoll = std::function<std::chrono::milliseconds()>;

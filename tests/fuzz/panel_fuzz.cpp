@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -45,15 +46,32 @@ class NullReporter : public model::ErrorReporter {
   void Show(Icon, std::string_view, std::string_view text) override { Require(!text.empty()); }
 };
 
-class NullDisplay : public gateway::GatewayDisplay {
+class NullDecodeTimer : public gateway::DecodeTimer {
  public:
   void StartDecodeTimer() override {}
-  void ShowPanels(const std::vector<std::string>& panels) override {
-    Require(panels.size() <= 128);
+};
+
+// What is told fits together: nobody acts or goes who has not come.
+class CheckedEvents : public gateway::PanelEvents {
+ public:
+  void PanelConnected(const gateway::PanelName& panel) override {
+    Require(!panel.address.empty() && there_.insert(panel.slot).second);
   }
-  void ShowPanelDropped(const std::string& address, gateway::DropReason /*reason*/) override {
-    Require(!address.empty());
+  void PanelIdentified(const gateway::PanelName& panel, int type) override {
+    Require(there_.contains(panel.slot) && type >= 0);
   }
+  void PanelTook(const gateway::PanelName& panel, const gateway::PanelTake& take) override {
+    Require(there_.contains(panel.slot) && take.destination <= 256 && take.source <= 256);
+  }
+  void PanelDropped(const gateway::PanelName& panel, gateway::DropReason /*reason*/) override {
+    Require(there_.contains(panel.slot) && !panel.address.empty());
+  }
+  void PanelGone(const gateway::PanelName& panel) override {
+    Require(!panel.address.empty() && there_.erase(panel.slot) == 1);
+  }
+
+ private:
+  std::set<int> there_;
 };
 
 // Keeps the bytes of a line, for taking messages off them.
@@ -171,7 +189,8 @@ class PanelFuzz {
 
   model::SystemModel model_;
   NullReporter reporter_;
-  NullDisplay display_;
+  NullDecodeTimer decodeTimer_;
+  CheckedEvents events_;
   Line line_;
   test::FakePauseTimer timer_;
   switcher::LiveCommands commands_{model_, line_, reporter_};
@@ -182,7 +201,8 @@ class PanelFuzz {
                                   .commands = commands_,
                                   .line = share_,
                                   .timer = timer_,
-                                  .display = display_,
+                                  .decodeTimer = decodeTimer_,
+                                  .events = events_,
                                   .reporter = reporter_}};
 };
 

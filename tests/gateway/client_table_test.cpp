@@ -24,7 +24,7 @@ TEST_F(ClientTableTest, ANewClientIsAskedWhatItIs) {
   EXPECT_EQ(Connection(1).PeerIP, "10.0.0.7");
   EXPECT_EQ(Connection(1).ConnType, 0);
   EXPECT_EQ(Connection(1).KeepAliveCount, 0);
-  EXPECT_THAT(display_.panels, ElementsAre("10.0.0.7"));
+  EXPECT_THAT(events_.lines, ElementsAre("1 10.0.0.7 connected"));
 }
 
 TEST_F(ClientTableTest, TheLowestFreeSlotIsUsedAgain) {
@@ -61,7 +61,6 @@ TEST_F(ClientTableTest, ClosingEmptiesTheRecordButNotThePendingFlags) {
   EXPECT_TRUE(connection.ButtonsPending);
   EXPECT_TRUE(peer->closedByConsole);
   EXPECT_EQ(Clients().ClientCount(), 0);
-  EXPECT_THAT(display_.panels, IsEmpty());
 }
 
 TEST_F(ClientTableTest, ClosingTwiceCountsOnce) {
@@ -98,39 +97,39 @@ TEST_F(ClientTableTest, AReadTakesOneByteMoreThanTheEventSays) {
 TEST_F(ClientTableTest, DataStartsTheDecodeTimerAndResetsTheIdleCount) {
   const auto peer = Connect();
   Clients().TcpIdleTicks = 100;
-  const int starts = display_.timerStarts;
+  const int starts = decodeTimer_.starts;
   peer->Send("81");
-  EXPECT_EQ(display_.timerStarts, starts + 1);
+  EXPECT_EQ(decodeTimer_.starts, starts + 1);
   EXPECT_EQ(Clients().TcpIdleTicks, 0);
 }
 
 TEST_F(ClientTableTest, AnEventWithoutDataStartsNothing) {
   const auto peer = Connect();
   Clients().TcpIdleTicks = 100;
-  const int starts = display_.timerStarts;
+  const int starts = decodeTimer_.starts;
   peer->events->DataArrived(1, 0);
-  EXPECT_EQ(display_.timerStarts, starts);
+  EXPECT_EQ(decodeTimer_.starts, starts);
   EXPECT_EQ(Clients().TcpIdleTicks, 100);
 }
 
 TEST_F(ClientTableTest, AReadThatEndsWithTheConnectionStartsNothing) {
   const auto peer = Connect();
-  const int starts = display_.timerStarts;
+  const int starts = decodeTimer_.starts;
   peer->connected = false;
   peer->Send("81 35");
-  EXPECT_EQ(display_.timerStarts, starts);
+  EXPECT_EQ(decodeTimer_.starts, starts);
   EXPECT_EQ(Hex(Connection(1).RxData.View()), "81 35");
 }
 
 TEST_F(ClientTableTest, AFailedReadIsReported) {
   const auto peer = Connect();
-  const int starts = display_.timerStarts;
+  const int starts = decodeTimer_.starts;
   peer->failsReads = true;
   peer->Send("81 35 35 FF");
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Error Processing|Error in Error Interpreting TCP Message Data"
                           "\rError # 10054 - The connection is broken"));
-  EXPECT_EQ(display_.timerStarts, starts);
+  EXPECT_EQ(decodeTimer_.starts, starts);
 }
 
 TEST_F(ClientTableTest, AFullReceiveBufferIsReadOnWhenThereIsRoom) {
@@ -144,7 +143,7 @@ TEST_F(ClientTableTest, AFullReceiveBufferIsReadOnWhenThereIsRoom) {
   EXPECT_EQ(Connection(1).RxData.size(), 65532U);
   while (Tick()) EXPECT_LE(Connection(1).RxData.size(), 65536U);
   EXPECT_EQ(peer->TakeWritten(), "F4");
-  EXPECT_THAT(display_.dropped, IsEmpty());
+  EXPECT_THAT(events_.dropped, IsEmpty());
 }
 
 TEST_F(ClientTableTest, AFullBufferThatNothingIsLeftBehindIsReadOnInVain) {
@@ -161,12 +160,12 @@ TEST_F(ClientTableTest, IdentificationByAcceptedTypes) {
   Tick();
   EXPECT_TRUE(Connection(1).Identified);
   EXPECT_EQ(Connection(1).ConnType, 60);
-  EXPECT_THAT(display_.panels, ElementsAre("10.0.0.7  Unknown Connection Request"));
+  EXPECT_EQ(events_.lines.back(), "1 10.0.0.7 identified 60");
   peer->Send("81 0A 0A FF");  // 10
   Tick();
   EXPECT_TRUE(Connection(1).Identified);
   EXPECT_EQ(Connection(1).ConnType, 10);
-  EXPECT_THAT(display_.panels, ElementsAre("10.0.0.7  LRM Connection"));
+  EXPECT_EQ(events_.lines.back(), "1 10.0.0.7 identified 10");
 }
 
 TEST_F(ClientTableTest, ARefusedTypeTakesTheIdentificationBack) {

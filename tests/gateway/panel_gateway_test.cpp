@@ -50,6 +50,55 @@ TEST_F(PanelGatewayTest, EveryTickCounts) {
   EXPECT_EQ(Clients().TcpIdleTicks, 2);
 }
 
+TEST_F(PanelGatewayTest, WhatPanelsDoIsToldAsItHappens) {
+  const auto first = Connect();
+  first->Send("81 0A 0A FF");
+  Tick();
+  const auto second = Connect();
+  second->Send("81 0A 0A FF");
+  Tick();
+  second->Send("FE 24 00 05 00 07 00 30 FF");
+  Tick();
+  first->Close();
+  second->Send("81 0A 0A FF 81 14 14 FF");  // the same again, and a type that is not served
+  Ticks(2);
+  EXPECT_THAT(events_.lines,
+              ElementsAre("1 10.0.0.7 connected", "1 10.0.0.7 identified 10",
+                          "2 10.0.0.7 connected", "2 10.0.0.7 identified 10",
+                          "2 10.0.0.7 took 6 8 2", "1 10.0.0.7 gone", "2 10.0.0.7 identified 20"));
+}
+
+TEST_F(PanelGatewayTest, ATakeThatFailedOrWaitsHasNotHappened) {
+  const auto panel = ConnectPanel();
+  events_.lines.clear();
+  port_.writesUntilFailure = 3;
+  panel->Send("FE 20 00 05 00 07 00 2C FF");
+  Tick();
+  port_.writesUntilFailure = -1;
+  port_.unsent = 256;
+  panel->Send("FE 20 00 06 00 07 00 2D FF");
+  Tick();
+  EXPECT_THAT(events_.lines, IsEmpty());
+  port_.unsent = 0;
+  Tick();
+  EXPECT_THAT(events_.lines, ElementsAre("1 10.0.0.7 took 7 8 0"));
+}
+
+TEST_F(PanelGatewayTest, APanelThatIsDroppedGoes) {
+  const auto panel = ConnectPanel();
+  events_.lines.clear();
+  Clients().Drop(1, DropReason::DoesNotRead);
+  EXPECT_THAT(events_.lines, ElementsAre("1 10.0.0.7 dropped", "1 10.0.0.7 gone"));
+}
+
+TEST_F(PanelGatewayTest, AllPanelsGoWhenTheConsoleEnds) {
+  ConnectPanel();
+  Connect();
+  events_.lines.clear();
+  gateway_.CloseAll();
+  EXPECT_THAT(events_.lines, ElementsAre("1 10.0.0.7 gone", "2 10.0.0.7 gone"));
+}
+
 TEST_F(PanelGatewayTest, RowsGoToEverySlotIdentifiedOrNot) {
   const auto panel = ConnectPanel();
   const auto stranger = Connect();
@@ -128,7 +177,7 @@ TEST_F(PanelGatewayTest, AnEndlessFrameIsBoundedAndTheOthersAreServed) {
   }
   EXPECT_EQ(rounds, 16);
   EXPECT_TRUE(hostile->closedByConsole);
-  EXPECT_THAT(display_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::EndlessFrame)));
+  EXPECT_THAT(events_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::EndlessFrame)));
   EXPECT_EQ(panel->TakeWritten().size(), 3U * 16 - 1);
   EXPECT_EQ(Clients().ClientCount(), 1);
 }
@@ -142,7 +191,7 @@ TEST_F(PanelGatewayTest, AFrameThatFillsTheBufferAndEndsIsOne) {
   panel->Send("F5");
   Ticks(2);
   EXPECT_EQ(panel->TakeWritten(), "F4");
-  EXPECT_THAT(display_.dropped, IsEmpty());
+  EXPECT_THAT(events_.dropped, IsEmpty());
 }
 
 TEST_F(PanelGatewayTest, BytesThatBeginNoFrameAreNoFrameWithoutAnEnd) {

@@ -136,7 +136,7 @@ TEST_F(PanelProtocolTest, ATakeThatNeverEndsIsReportedSoOftenAndNotMore) {
   EXPECT_THAT(reporter_.reports, SizeIs(400));
   EXPECT_THAT(reporter_.reports, Each(kTakeReport));
   EXPECT_TRUE(panel->closedByConsole);
-  EXPECT_THAT(display_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::UnfinishedTake)));
+  EXPECT_THAT(events_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::UnfinishedTake)));
 }
 
 TEST_F(PanelProtocolTest, EachTakeHasReportsOfItsOwn) {
@@ -168,7 +168,7 @@ TEST_F(PanelProtocolTest, AnyOtherFrameThatNeverEndsIsThrownAwayAfterHalfAMinute
     panel->Close();
   }
   EXPECT_THAT(reporter_.reports, IsEmpty());
-  EXPECT_THAT(display_.dropped, IsEmpty());
+  EXPECT_THAT(events_.dropped, IsEmpty());
 }
 
 TEST_F(PanelProtocolTest, AFrameThatTakesItsTimeIsServed) {

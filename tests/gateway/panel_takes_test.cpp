@@ -110,7 +110,7 @@ TEST_F(PanelTakesTest, WaitWhileTheLineIsBehind) {
 
 TEST_F(PanelTakesTest, WaitForThePoll) {
   const auto panel = ConnectPanel();
-  untilPoll_ = std::chrono::milliseconds(49);
+  untilPoll_ = std::chrono::milliseconds(20);
   panel->Send("FE 20 00 05 00 07 00 2C FF");
   Ticks(10);
   EXPECT_EQ(port_.TakeWritten(), "");

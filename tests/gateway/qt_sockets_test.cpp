@@ -146,7 +146,8 @@ class QtSocketsTest : public GatewayTest {
                               .commands = commands_,
                               .line = line_,
                               .timer = clock_,
-                              .display = display_,
+                              .decodeTimer = decodeTimer_,
+                              .events = events_,
                               .reporter = reporter_}};
 };
 
@@ -274,7 +275,7 @@ TEST_F(QtSocketsTest, APanelThatDoesNotReadIsDroppedAndTheOthersAreServed) {
     Gateway().Queue().SendToClient(FixedMessage({}, Bytes(16384, 0x11)), 2);
   }
   EXPECT_TRUE(WaitFor([&] { return Gateway().Clients().ClientCount() == 1; }));
-  EXPECT_THAT(display_.dropped,
+  EXPECT_THAT(events_.dropped,
               testing::ElementsAre(std::pair("127.0.0.1", DropReason::DoesNotRead)));
   Gateway().ForwardCrosspointRow(1);
   EXPECT_EQ(Receive(*panel, 11), "F6 00 01 00 00 00 00 00 00 01 FF");

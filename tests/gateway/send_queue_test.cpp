@@ -428,7 +428,7 @@ TEST_F(SendQueueTest, AClientThatDoesNotReadIsDropped) {
   timer_.ElapseAll();
   EXPECT_EQ(peers_[1]->TakeWritten(), "AA");
   EXPECT_THAT(reporter_.reports, IsEmpty());
-  EXPECT_THAT(display_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::DoesNotRead)));
+  EXPECT_THAT(events_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::DoesNotRead)));
 }
 
 TEST_F(SendQueueTest, AFailedWriteIsReportedAndTheOthersGoOn) {

@@ -76,9 +76,14 @@ TEST_F(LineShareTest, PanelsHaveTheLineWhileLittleWaits) {
 }
 
 TEST_F(LineShareTest, ThePollGoesFirst) {
-  untilPoll_ = 50ms;
+  port_.unsent = 144;  // 25 ms
+  untilPoll_ = 46ms;
   EXPECT_TRUE(share_.HasRoom());
-  untilPoll_ = 49ms;
+  untilPoll_ = 45ms;
+  EXPECT_FALSE(share_.HasRoom());
+  port_.unsent = 0;
+  EXPECT_TRUE(share_.HasRoom());
+  untilPoll_ = 20ms;
   EXPECT_FALSE(share_.HasRoom());
   untilPoll_ = 0ms;
   EXPECT_FALSE(share_.HasRoom()) << "it is due";
