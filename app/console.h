@@ -17,6 +17,7 @@
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/open_views.h"
+#include "app/panel_errors.h"
 #include "app/panel_forwarding.h"
 #include "app/panel_reports.h"
 #include "app/sent_note.h"
@@ -93,6 +94,7 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   ChannelLabels labels_;
   InhibitedCells inhibits_;
   PanelReports panelReports_;
+  PanelErrors panelErrors_;
   gateway::PanelGateway panels_;
   PanelForwarding forwarding_;
   switcher::Decoder decoder_;
