@@ -43,15 +43,22 @@ Console::Console(const QString& folder)
       window_(commands_),
       port_([this](int number) { return SerialDevice(number); }),
       liveCommands_(model_, port_, boxes_),
+      line_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
       tables_(model_, files_, port_, boxes_),
       views_(window_.Area(), ViewServices()),
       viewMenu_(window_.ViewMenu(), views_, window_, [this] { log_.Show(); }),
+      labels_(model_, [this] { return files_.Database(); }),
+      inhibits_(model_, [this] { return files_.Database(); }),
+      panelReports_(window_.Status(), labels_, inhibits_),
+      panelErrors_(boxes_, window_.Hints()),
       panels_({.model = model_,
                .files = files_,
                .commands = liveCommands_,
+               .line = line_,
                .timer = panelPause_,
-               .display = window_,
-               .reporter = boxes_}),
+               .decodeTimer = window_,
+               .events = panelReports_,
+               .reporter = panelErrors_}),
       forwarding_(views_, panels_),
       decoder_(model_, files_, boxes_, forwarding_),
       link_(model_, port_, decoder_, window_),
@@ -67,11 +74,11 @@ Console::Console(const QString& folder)
             {.isOpen = [this] { return port_.IsOpen(); },
              .device = [this] { return QFileInfo(SerialDevice(model_.ComPort)); }},
             window_.Status(), window_.Hints()),
-      labels_(model_, [this] { return files_.Database(); }),
       log_({.model = model_,
             .labels = labels_,
             .window = window_,
             .views = views_,
+            .panels = panelReports_,
             .transfers = transfers_,
             .boxes = boxes_,
             .commands = commands_}),
@@ -88,6 +95,8 @@ Console::Console(const QString& folder)
   connect(&views_, &OpenViews::XmapLoaded, &status, &StatusBar::WantLegend);
 
   connect(&views_, &OpenViews::UnsentChanged, &status, &StatusBar::SetUnsent);
+  connect(&views_, &OpenViews::InhibitsReported, this, [this] { inhibits_.Forget(); });
+  connect(&views_, &OpenViews::Edited, this, [this] { inhibits_.Forget(); });
   connect(&views_, &OpenViews::MapReported, this,
           [this] { aids_.MapReported(QTime::currentTime()); });
   connect(&window_, &MainWindow::LinkTextShown, this, [this] { aids_.LinkChanged(); });
@@ -172,7 +181,7 @@ void Console::Start(const model::Status& prepared) {
     model::ReportError(boxes_, "Reading Configuration File", status);
   }
   StartUp(model_, files_, listener_, link_, boxes_).Run(folder_.toStdString(), settings);
-  if (listener_.IsListening()) window_.ShowPanels({});
+  if (listener_.IsListening()) panelReports_.Begin();
   if (model_.DemoMode == 1) {
     window_.Status().SetDemo(true);
     window_.Hints().Give(Hint::Demo, tr("Demo mode: the map draws its own takes, whether or not a "

@@ -17,7 +17,9 @@
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/open_views.h"
+#include "app/panel_errors.h"
 #include "app/panel_forwarding.h"
+#include "app/panel_reports.h"
 #include "app/sent_note.h"
 #include "app/termination.h"
 #include "app/transfers.h"
@@ -28,6 +30,7 @@
 #include "gateway/qt_sockets.h"
 #include "model/system_model.h"
 #include "switcher/decoder.h"
+#include "switcher/line_share.h"
 #include "switcher/link.h"
 #include "switcher/live_commands.h"
 #include "switcher/poll_switch.h"
@@ -84,16 +87,20 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   MainWindow window_;
   switcher::QtSerialPort port_;
   switcher::LiveCommands liveCommands_;
+  switcher::LineShare line_;
   switcher::TableSenders tables_;
   OpenViews views_;
   ViewMenu viewMenu_;
+  ChannelLabels labels_;
+  InhibitedCells inhibits_;
+  PanelReports panelReports_;
+  PanelErrors panelErrors_;
   gateway::PanelGateway panels_;
   PanelForwarding forwarding_;
   switcher::Decoder decoder_;
   switcher::Link link_;
   Transfers transfers_;
   LinkAids aids_;
-  ChannelLabels labels_;
   LogKeeper log_;
   SentNote sentNote_;
   ExportMenu export_;

@@ -20,26 +20,6 @@ using switcher::TakeAction;
 
 QString Text(const char* text) { return QCoreApplication::translate("EventWords", text); }
 
-QString ActionName(int action) {
-  switch (static_cast<TakeAction>(action)) {
-    case TakeAction::Take:
-      return Text("Take");
-    case TakeAction::MakeSum:
-      return Text("Sum");
-    case TakeAction::BreakSum:
-      return Text("Sum off");
-    case TakeAction::MakeCall:
-      return Text("Call");
-    case TakeAction::BreakCall:
-      return Text("Call off");
-    case TakeAction::MakePriorityListen:
-      return Text("Priority listen");
-    case TakeAction::BreakPriorityListen:
-      return Text("Priority listen off");
-  }
-  return Text("Action %1").arg(ByteWords(static_cast<std::uint8_t>(action)));
-}
-
 // "69 tables sent, 1 not sent: relays".
 QString TableCounts(const switcher::DownloadResult& result) {
   const QString sent =
@@ -110,9 +90,32 @@ QString ByteWords(std::uint8_t byte) {
   return QStringLiteral("0x") + QString::number(byte, 16).toUpper().rightJustified(2, u'0');
 }
 
+QString ActionWords(int action) {
+  switch (static_cast<TakeAction>(action)) {
+    case TakeAction::Take:
+      return Text("Take");
+    case TakeAction::MakeSum:
+      return Text("Sum");
+    case TakeAction::BreakSum:
+      return Text("Sum off");
+    case TakeAction::MakeCall:
+      return Text("Call");
+    case TakeAction::BreakCall:
+      return Text("Call off");
+    case TakeAction::MakePriorityListen:
+      return Text("Priority listen");
+    case TakeAction::BreakPriorityListen:
+      return Text("Priority listen off");
+  }
+  return Text("Action %1").arg(ByteWords(static_cast<std::uint8_t>(action)));
+}
+
+QString CrosspointWords::Crosspoint(int output, int input) const {
+  return QStringLiteral("%1 < %2").arg(labels_.Output(output), labels_.Input(input));
+}
+
 QString CrosspointWords::Command(int output, int input, int action) const {
-  return QStringLiteral("%1: %2 < %3")
-      .arg(ActionName(action), labels_.Output(output), labels_.Input(input));
+  return QStringLiteral("%1: %2").arg(ActionWords(action), Crosspoint(output, input));
 }
 
 QString CrosspointWords::Report(const RowChange& change) const {

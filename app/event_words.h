@@ -40,11 +40,17 @@ QString RefusalWords(std::string_view description, switcher::DecodeStatus status
 // A byte as it is written everywhere: "0xCD".
 QString ByteWords(std::uint8_t byte);
 
+// The action byte of a command for a crosspoint: "Take", "Sum off".
+QString ActionWords(int action);
+
 // Words about crosspoints, with the labels of the channels.
 class CrosspointWords {
  public:
   // `labels` must outlive the object.
   explicit CrosspointWords(ChannelLabels& labels) : labels_(labels) {}
+
+  // A crosspoint (both from 1): "CAM 4 < MIC ANCH".
+  QString Crosspoint(int output, int input) const;
 
   // A command for a crosspoint (both from 1) with its action byte: "Take: CAM 4 < MIC ANCH".
   QString Command(int output, int input, int action) const;

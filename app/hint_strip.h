@@ -17,7 +17,14 @@ namespace app {
 class ElidedLabel;
 
 // What the strip has to say, the most urgent first.
-enum class Hint : std::uint8_t { Blocked, PortDenied, NoSwitcher, WindowRescued, Demo };
+enum class Hint : std::uint8_t {
+  Blocked,
+  PortDenied,
+  PanelReport,
+  NoSwitcher,
+  WindowRescued,
+  Demo
+};
 
 // One line under the child windows for what the operator should know and what is no error.  It
 // shows the most urgent hint and goes away when there is none.

@@ -11,9 +11,8 @@ LogKeeper::LogKeeper(const LogSources& sources)
   connect(&sources.window, &MainWindow::LinkTextShown, this,
           [this](const QString& text) { log_.Add(Kind::Link, text); });
   connect(&sources.window, &MainWindow::BlockedCodeShown, this, &LogKeeper::NoteBlockedCode);
-  connect(&sources.window, &MainWindow::PanelsShown, this, &LogKeeper::NotePanels);
-  connect(&sources.window, &MainWindow::PanelNoted, this,
-          [this](const QString& note) { log_.Add(Kind::Panel, note); });
+  connect(&sources.panels, &PanelReports::Happened, this,
+          [this](const QString& text) { log_.Add(Kind::Panel, text); });
   FollowViews(sources.views);
   FollowTransfers(sources.transfers);
   connect(&sources.boxes, &MessageBoxes::Reported, this,
@@ -88,16 +87,6 @@ void LogKeeper::NoteBlockedCode(std::optional<std::uint8_t> code) {
 
 void LogKeeper::ByteDiscarded(std::uint8_t byte) {
   log_.Add(Kind::Link, tr("Discarded byte %1").arg(ByteWords(byte)));
-}
-
-void LogKeeper::NotePanels(const QStringList& panels) {
-  for (const QString& panel : panels) {
-    if (!panels_.contains(panel)) log_.Add(Kind::Panel, tr("Connected: %1").arg(panel));
-  }
-  for (const QString& panel : panels_) {
-    if (!panels.contains(panel)) log_.Add(Kind::Panel, tr("Gone: %1").arg(panel));
-  }
-  panels_ = panels;
 }
 
 }  // namespace app

@@ -5,7 +5,6 @@
 
 #include <QObject>
 #include <QPointer>
-#include <QStringList>
 #include <cstdint>
 #include <optional>
 
@@ -17,6 +16,7 @@
 #include "app/main_window.h"
 #include "app/message_boxes.h"
 #include "app/open_views.h"
+#include "app/panel_reports.h"
 #include "app/refusals.h"
 #include "app/reported_rows.h"
 #include "app/transfers.h"
@@ -29,6 +29,7 @@ struct LogSources {
   ChannelLabels& labels;
   MainWindow& window;
   OpenViews& views;
+  PanelReports& panels;
   Transfers& transfers;
   MessageBoxes& boxes;
   CommandTable& commands;
@@ -58,7 +59,6 @@ class LogKeeper : public QObject {
  private:
   void FollowViews(OpenViews& views);
   void FollowTransfers(Transfers& transfers);
-  void NotePanels(const QStringList& panels);
   void NoteRefusal(const QString& description, switcher::DecodeStatus status);
   void NoteBlockedCode(std::optional<std::uint8_t> code);
 
@@ -67,7 +67,6 @@ class LogKeeper : public QObject {
   CrosspointWords crosspoints_;
   ReportedRows rows_;
   Refusals refusals_;
-  QStringList panels_;  // as they were announced last
   QPointer<EventLogWindow> window_;
 };
 

@@ -233,31 +233,6 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
   MeasureFrame();
 }
 
-void MainWindow::ShowPanels(const std::vector<std::string>& panels) {
-  QStringList lines;
-  for (const std::string& panel : panels) lines.append(QString::fromStdString(panel));
-  statusBar_->SetPanels(lines);
-  Q_EMIT PanelsShown(lines);
-}
-
-void MainWindow::ShowPanelDropped(const std::string& address, gateway::DropReason reason) {
-  QString text;
-  switch (reason) {
-    case gateway::DropReason::Unidentified:
-      text = tr("Panel %1 was dropped: it did not say what it is, and all connections are taken");
-      break;
-    case gateway::DropReason::SendsTooFast:
-      text = tr("Panel %1 was dropped: it sends faster than it is served");
-      break;
-    case gateway::DropReason::DoesNotRead:
-      text = tr("Panel %1 was dropped: it does not read what it is sent");
-      break;
-  }
-  const QString note = text.arg(QString::fromStdString(address));
-  statusBar_->ShowNote(note);
-  Q_EMIT PanelNoted(note);
-}
-
 void MainWindow::childEvent(QChildEvent* event) {
   QMainWindow::childEvent(event);
   if (event->polished()) OfferManual(event->child());

@@ -24,9 +24,7 @@ namespace app {
 // frmMain: the frame with its menus, tool bar, child windows, status bar and the two timers
 // that carry the traffic.  It does nothing by itself: commands run through the command table,
 // closing asks the program.
-class MainWindow : public QMainWindow,
-                   public switcher::LinkDisplay,
-                   public gateway::GatewayDisplay {
+class MainWindow : public QMainWindow, public switcher::LinkDisplay, public gateway::DecodeTimer {
   Q_OBJECT
 
  public:
@@ -67,18 +65,12 @@ class MainWindow : public QMainWindow,
   void ShowLinkText(std::string_view text) override;
   void StartDecodeTimer() override;
   void ShowBlockedCode(std::optional<std::uint8_t> code) override;
-  void ShowPanels(const std::vector<std::string>& panels) override;
-  void ShowPanelDropped(const std::string& address, gateway::DropReason reason) override;
 
  Q_SIGNALS:
   // The text of the serial link in the status bar, each time it is shown.
   void LinkTextShown(const QString& text);
   // The unknown code that blocks all receiving; nothing when the way is free again.
   void BlockedCodeShown(std::optional<std::uint8_t> code);
-  // The panels that are connected now, a line each.
-  void PanelsShown(const QStringList& panels);
-  // What the status bar says of a panel that was dropped.
-  void PanelNoted(const QString& note);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

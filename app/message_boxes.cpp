@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QMetaObject>
 #include <algorithm>
+#include <utility>
 
 namespace app {
 
@@ -63,7 +64,9 @@ void MessageBoxes::ShowNext() {
 
 void MessageBoxes::OnClosed() {
   box_ = nullptr;
+  const Report closed = std::move(reports_.front());
   reports_.pop_front();
+  Q_EMIT Closed(closed.title, closed.text);
   if (reports_.empty()) {
     Q_EMIT Emptied();
   } else {

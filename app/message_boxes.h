@@ -34,6 +34,8 @@ class MessageBoxes : public QObject, public model::ErrorReporter {
  Q_SIGNALS:
   // Something was reported, also when its box waits or is folded into another.
   void Reported(const QString& title, const QString& text);
+  // The operator has closed the box of this report.
+  void Closed(const QString& title, const QString& text);
   // The last box was closed.
   void Emptied();
 

@@ -223,6 +223,7 @@ void OpenViews::LabelsChanged(int /*selector*/) {
 }
 
 void OpenViews::InhibitsChanged(int /*output*/) {
+  Q_EMIT InhibitsReported();
   if (views::XmapView* const xmap = Xmap()) xmap->InhibitsReported();
 }
 

@@ -120,11 +120,18 @@ void Buttons(benchmark::State& state) {
   });
 }
 
-class NoDisplay : public gateway::GatewayDisplay {
+class NoDecodeTimer : public gateway::DecodeTimer {
  public:
   void StartDecodeTimer() override {}
-  void ShowPanels(const std::vector<std::string>&) override {}
-  void ShowPanelDropped(const std::string&, gateway::DropReason) override {}
+};
+
+class NoEvents : public gateway::PanelEvents {
+ public:
+  void PanelConnected(const gateway::PanelName&) override {}
+  void PanelIdentified(const gateway::PanelName&, int) override {}
+  void PanelTook(const gateway::PanelName&, const gateway::PanelTake&) override {}
+  void PanelDropped(const gateway::PanelName&, gateway::DropReason) override {}
+  void PanelGone(const gateway::PanelName&) override {}
 };
 
 // What one panel can make the console do that asks as fast as it is heard, fifteen ticks to every
@@ -135,14 +142,18 @@ void Requests(benchmark::State& state) {
   test::FakeSerialPort port;
   test::RecordingReporter reporter;
   switcher::LiveCommands commands(system.model, port, reporter);
-  NoDisplay display;
+  const switcher::LineShare line(port, [] { return milliseconds(500); });
+  NoDecodeTimer decodeTimer;
+  NoEvents events;
   for (auto _ : state) {
     test::FakePauseTimer timer;
     gateway::PanelGateway gateway({.model = system.model,
                                    .files = system.database.Files(),
                                    .commands = commands,
+                                   .line = line,
                                    .timer = timer,
-                                   .display = display,
+                                   .decodeTimer = decodeTimer,
+                                   .events = events,
                                    .reporter = reporter});
     const auto panel = std::make_shared<test::FakePeer>();
     gateway.Accept(std::make_unique<test::FakeClientSocket>(panel));

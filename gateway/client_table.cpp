@@ -2,6 +2,7 @@
 
 #include "gateway/client_table.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "gateway/connection_type.h"
@@ -49,43 +50,47 @@ int ClientTable::Accept(std::unique_ptr<ClientSocket> socket) {
   connection.KeepAliveCount = 0;
   connection.PeerIP = taken.socket->PeerAddress();
   connection.Identified = false;
-  events_.ClientsChanged();
+  events_.ClientAccepted(slot);
   return slot;
 }
 
 void ClientTable::Identify(std::span<const std::uint8_t> frame, int slot) {
   if (!ChecksumMatches(frame)) return;
   ClientConnection& connection = Connection(slot);
-  connection.ConnType = frame[1];
+  const int before = std::exchange(connection.ConnType, frame[1]);
   connection.Identified = IsAcceptedType(connection.ConnType);
-  events_.ClientsChanged();
+  if (connection.ConnType != before) events_.ClientIdentified(slot);
 }
 
 void ClientTable::DataArrived(int slot, std::size_t byteCount) {
   ClientSocket& socket = Socket(slot);
   ClientConnection& connection = Connection(slot);
+  ClientSocket::ReadResult result = ClientSocket::ReadResult::WouldBlock;
   bool arrived = false;
-  for (;;) {
-    const ClientSocket::ReadResult result = socket.Read(byteCount + 1, &connection.RxData);
-    if (result == ClientSocket::ReadResult::Data) {
-      arrived = true;
-      TcpIdleTicks = 0;
-      if (connection.RxData.size() <= kRxLimit) continue;
-      Drop(slot, DropReason::SendsTooFast);
-      return;
-    }
-    if (result == ClientSocket::ReadResult::Failed) {
-      model::ReportError(reporter_, "Error Interpreting TCP Message Data", socket.LastError());
-    }
-    if (result == ClientSocket::ReadResult::WouldBlock && arrived) events_.BytesWait();
-    return;
+  while (connection.Undecoded() < kRxLimit) {
+    Bytes bytes;
+    result = socket.Read(std::min(byteCount + 1, kRxLimit - connection.Undecoded()), &bytes);
+    if (result != ClientSocket::ReadResult::Data) break;
+    connection.RxData.Append(bytes);
+    arrived = true;
+    TcpIdleTicks = 0;
   }
+  At(slot).unread = connection.Undecoded() >= kRxLimit;
+  if (result == ClientSocket::ReadResult::Failed) {
+    model::ReportError(reporter_, "Error Interpreting TCP Message Data", socket.LastError());
+  }
+  const bool mayGoOn =
+      result == ClientSocket::ReadResult::WouldBlock || result == ClientSocket::ReadResult::Data;
+  if (mayGoOn && arrived) events_.BytesWait();
+}
+
+bool ClientTable::ReadOn(int slot) {
+  if (At(slot).unread) DataArrived(slot, kRxLimit);
+  return At(slot).unread;
 }
 
 void ClientTable::PeerClosed(int slot) {
-  if (!Connection(slot).Connected) return;
-  Close(slot);
-  events_.ClientsChanged();
+  if (Connection(slot).Connected) Close(slot);
 }
 
 void ClientTable::Drop(int slot, DropReason reason) {
@@ -102,14 +107,17 @@ void ClientTable::Close(int slot) {
   --clientCount_;
   ClientConnection& connection = Connection(slot);
   connection.Connected = false;
-  connection.RxData.clear();
-  connection.RxData.shrink_to_fit();
-  connection.PeerIP.clear();
+  connection.RxData.Clear();
+  connection.Requests.clear();
+  connection.Takes.clear();
+  connection.UnfinishedTicks = 0;
+  At(slot).unread = false;
+  const std::string address = std::exchange(connection.PeerIP, {});
   connection.KeepAliveCount = 0;
   connection.ConnType = 0;
   connection.Identified = false;
   Socket(slot).Close();
-  events_.ClientClosed(slot);
+  events_.ClientClosed(slot, address);
 }
 
 }  // namespace gateway

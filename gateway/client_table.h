@@ -4,11 +4,15 @@
 #define GATEWAY_CLIENT_TABLE_H_
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "gateway/client_socket.h"
+#include "gateway/panel_events.h"
+#include "gateway/received_bytes.h"
+#include "gateway/take_frame.h"
 #include "model/error_reporter.h"
 
 namespace gateway {
@@ -22,15 +26,16 @@ struct ClientConnection {
   bool ButtonsPending = false;   // station programming was requested and has not gone out
   std::string PeerIP;
   int ConnType = 0;
-  Bytes RxData;            // received and not decoded yet
-  int KeepAliveCount = 0;  // set to 0 by accepting and by keep-alives; nothing counts it up
-};
+  ReceivedBytes RxData;
+  std::deque<std::uint8_t> Requests;  // masks of service requests that wait for their turn
+  std::deque<PanelTake> Takes;        // that wait for the line
+  int KeepAliveCount = 0;   // set to 0 by accepting and by keep-alives; nothing counts it up
+  int UnfinishedTicks = 0;  // decode ticks that have found the frame in front without its end
 
-// Why the console drops a client.
-enum class DropReason : std::uint8_t {
-  Unidentified,  // it did not say what it is, and all connections are taken
-  SendsTooFast,  // it sends faster than it is served
-  DoesNotRead,   // it does not read what it is sent
+  // What of that which was received waits, in bytes.
+  std::size_t Undecoded() const {
+    return RxData.size() + Requests.size() * kServiceRequestLength + Takes.size() * kTakeLength;
+  }
 };
 
 // What the table tells.
@@ -41,11 +46,14 @@ class ClientTableEvents {
   // Bytes wait to be decoded: let the decode timer run.
   virtual void BytesWait() = 0;
 
-  // A client came, said what it is, or went.
-  virtual void ClientsChanged() = 0;
+  // A client has the slot now.
+  virtual void ClientAccepted(int slot) = 0;
 
-  // The connection of `slot` has ended.
-  virtual void ClientClosed(int slot) = 0;
+  // The client of `slot` has said what it is, for the first time or something else than before.
+  virtual void ClientIdentified(int slot) = 0;
+
+  // The connection of `slot` with the client of this address has ended.
+  virtual void ClientClosed(int slot, const std::string& address) = 0;
 
   // The client of `slot` is about to be dropped by the console.
   virtual void ClientDropped(int slot, DropReason reason) = 0;
@@ -59,9 +67,9 @@ class ClientTable : public ClientSocketEvents {
   // files nor, by the pause that every slot costs, the time of the others.
   static constexpr int kMaxClients = 128;
 
-  // The most that is kept of what a client sent and that is not decoded.  Beyond it the client
-  // is dropped.
-  static constexpr std::size_t kRxLimit = std::size_t{256} << 10;
+  // The most that is kept of what a client sent and that is not decoded.  What exceeds it stays
+  // in the socket until there is room.
+  static constexpr std::size_t kRxLimit = std::size_t{64} << 10;
 
   // Both must outlive the table.
   ClientTable(ClientTableEvents& events, model::ErrorReporter& reporter)
@@ -77,6 +85,13 @@ class ClientTable : public ClientSocketEvents {
   // The connection reply, type byte to terminator.  Ignored when its checksum is wrong.
   void Identify(std::span<const std::uint8_t> frame, int slot);
 
+  // Reads what was left in the socket of a slot for want of room, if there is room now.  Whether
+  // something may still be left.
+  bool ReadOn(int slot);
+
+  // Whether something may be left in the socket of a slot for want of room.
+  bool IsUnread(int slot) const { return At(slot).unread; }
+
   // Ends the connection of a slot because of what its client does.
   void Drop(int slot, DropReason reason);
 
@@ -90,6 +105,7 @@ class ClientTable : public ClientSocketEvents {
   // REQUIRES of all below: 1 <= slot <= SocketCount()
   ClientConnection& Connection(int slot) { return At(slot).connection; }
   const ClientConnection& Connection(int slot) const { return At(slot).connection; }
+  PanelName Name(int slot) const { return {slot, Connection(slot).PeerIP}; }
   ClientSocket& Socket(int slot) { return *At(slot).socket; }
   bool IsConnected(int slot) const { return At(slot).socket->IsConnected(); }
 
@@ -107,6 +123,7 @@ class ClientTable : public ClientSocketEvents {
     std::unique_ptr<ClientSocket> socket;
     ClientConnection connection;
     std::uint64_t number = 0;
+    bool unread = false;  // the socket may hold bytes that there was no room for
   };
 
   Slot& At(int slot) { return slots_[static_cast<std::size_t>(slot - 1)]; }

@@ -10,6 +10,7 @@
 #ifndef GATEWAY_PANEL_FRAME_H_
 #define GATEWAY_PANEL_FRAME_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -34,12 +35,30 @@ inline constexpr std::uint8_t kLabelTableType = 0xFC;
 inline constexpr std::uint8_t kButtonProgrammingType = 0xFD;  // from the panel: discarded
 inline constexpr std::uint8_t kTakeType = 0xFE;               // from the panel
 
+// The bytes of a whole service request.
+inline constexpr std::size_t kServiceRequestLength = 11;
+
 // The checksum of a whole frame, 0..127: its bytes without the type byte and without the last
 // two, which are the checksum's own place and the terminator.
 int TcpChecksum(std::span<const std::uint8_t> frame);
 
 // Whether the frame's checksum byte is right.  False for less than two bytes.
 bool ChecksumMatches(std::span<const std::uint8_t> frame);
+
+// Whether a byte may stand among the data of a frame.
+constexpr bool IsData(std::uint8_t byte) { return byte < 0x80; }
+
+// How far a frame from a panel reaches, by its type byte.
+enum class FrameShape : std::uint8_t {
+  Single,      // it is that byte alone
+  Terminated,  // up to the terminator
+  None,        // no frame from a panel begins so: the byte is dropped
+};
+FrameShape ShapeOf(std::uint8_t first);
+
+// The whole frames among what a panel has sent: without what cannot begin a frame, and without a
+// frame in the end that its terminator is missing from.
+Bytes WholeFrames(std::span<const std::uint8_t> bytes);
 
 // The value of a pair as it stands in a frame.
 int PairValue(std::uint8_t low, std::uint8_t high);

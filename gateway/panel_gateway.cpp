@@ -4,8 +4,6 @@
 
 #include <utility>
 
-#include "gateway/connection_type.h"
-
 namespace gateway {
 
 namespace {
@@ -16,11 +14,16 @@ Bytes ConnectionRequest() { return {kConnectionType, 0x00, 0x00, kTerminator}; }
 }  // namespace
 
 PanelGateway::PanelGateway(const Services& services)
-    : display_(services.display),
+    : decodeTimer_(services.decodeTimer),
+      events_(services.events),
       clients_(*this, services.reporter),
       queue_(clients_, services.timer, services.reporter),
-      senders_(services.model, services.files, clients_, queue_, services.reporter),
-      protocol_(services.model, clients_, queue_, senders_, services.commands, services.reporter) {}
+      senders_(services.model, services.files, queue_, services.reporter),
+      requests_(services.model, clients_, senders_),
+      takes_(clients_, services.line, services.commands, services.events),
+      protocol_(services.model, clients_, queue_, requests_, takes_, services.reporter) {
+  queue_.SetDone([this](int slot, MessageId id, bool sent) { requests_.Done(slot, id, sent); });
+}
 
 void PanelGateway::Accept(std::unique_ptr<ClientSocket> socket) {
   const int slot = clients_.Accept(std::move(socket));
@@ -35,7 +38,8 @@ bool PanelGateway::DecodeTick(const std::function<bool()>& decodeSwitcher) {
   protocol_.CountTick();
   const bool switcherWorked = decodeSwitcher();
   const bool clientsWorked = protocol_.DecodeClients();
-  return switcherWorked || clientsWorked;
+  const bool takesWaited = takes_.SendOn();
+  return switcherWorked || clientsWorked || takesWaited;
 }
 
 void PanelGateway::ForwardCrosspointRow(int output) {
@@ -55,25 +59,20 @@ void PanelGateway::CloseAll() {
   queue_.Clear();
 }
 
-void PanelGateway::ClientsChanged() {
-  std::vector<std::string> panels;
-  for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
-    const ClientConnection& client = clients_.Connection(slot);
-    if (!client.Connected) continue;
-    std::string line = client.PeerIP;
-    if (client.Identified) line.append("  ").append(ConnectionTypeName(client.ConnType));
-    panels.push_back(std::move(line));
-  }
-  display_.ShowPanels(panels);
+void PanelGateway::ClientAccepted(int slot) { events_.PanelConnected(clients_.Name(slot)); }
+
+void PanelGateway::ClientIdentified(int slot) {
+  events_.PanelIdentified(clients_.Name(slot), clients_.Connection(slot).ConnType);
 }
 
-void PanelGateway::ClientClosed(int slot) {
+void PanelGateway::ClientClosed(int slot, const std::string& address) {
   queue_.Forget(slot);
-  senders_.Forget(slot);
+  requests_.Forget(slot);
+  events_.PanelGone({slot, address});
 }
 
 void PanelGateway::ClientDropped(int slot, DropReason reason) {
-  display_.ShowPanelDropped(clients_.Connection(slot).PeerIP, reason);
+  events_.PanelDropped(clients_.Name(slot), reason);
 }
 
 }  // namespace gateway

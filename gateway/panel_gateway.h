@@ -6,33 +6,30 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "db/database_files.h"
 #include "gateway/client_table.h"
+#include "gateway/panel_events.h"
 #include "gateway/panel_protocol.h"
+#include "gateway/panel_requests.h"
 #include "gateway/panel_senders.h"
+#include "gateway/panel_takes.h"
 #include "gateway/pause_timer.h"
 #include "gateway/send_queue.h"
 #include "model/error_reporter.h"
 #include "model/system_model.h"
+#include "switcher/line_share.h"
 #include "switcher/live_commands.h"
 
 namespace gateway {
 
-// What the gateway shows and asks for; the main window implements it.
-class GatewayDisplay {
+// The timer that calls DecodeTick(); the main window has it.
+class DecodeTimer {
  public:
-  virtual ~GatewayDisplay() = default;
+  virtual ~DecodeTimer() = default;
 
-  // Bytes wait to be decoded: let the decode timer run.
+  // Bytes wait to be decoded: let the timer run.
   virtual void StartDecodeTimer() = 0;
-
-  // The panels that are connected, each as its address and what it said it is.
-  virtual void ShowPanels(const std::vector<std::string>& panels) = 0;
-
-  // The console drops a panel: the operator may want to know but need not act on it.
-  virtual void ShowPanelDropped(const std::string& address, DropReason reason) = 0;
 };
 
 // The gateway between network panels and the switcher: their connections, what they ask for,
@@ -44,8 +41,10 @@ class PanelGateway : private ClientTableEvents {
     const model::SystemModel& model;
     const db::DatabaseFiles& files;
     switcher::LiveCommands& commands;
+    const switcher::LineShare& line;
     PauseTimer& timer;
-    GatewayDisplay& display;
+    DecodeTimer& decodeTimer;
+    PanelEvents& events;
     model::ErrorReporter& reporter;
   };
 
@@ -55,8 +54,8 @@ class PanelGateway : private ClientTableEvents {
   void Accept(std::unique_ptr<ClientSocket> socket);
 
   // One tick of the decode timer: `decodeSwitcher` decodes at most one message of the switcher
-  // and says whether there was work, then at most one frame of every client is decoded.
-  // False when there was no work at all.
+  // and says whether there was work, then at most one frame of every client is decoded, and takes
+  // are passed on.  False when there was no work at all.
   bool DecodeTick(const std::function<bool()>& decodeSwitcher);
 
   // The rows, labels and programming for all panels, when there is any.
@@ -72,15 +71,19 @@ class PanelGateway : private ClientTableEvents {
   PanelSenders& Senders() { return senders_; }
 
  private:
-  void BytesWait() override { display_.StartDecodeTimer(); }
-  void ClientsChanged() override;
-  void ClientClosed(int slot) override;
+  void BytesWait() override { decodeTimer_.StartDecodeTimer(); }
+  void ClientAccepted(int slot) override;
+  void ClientIdentified(int slot) override;
+  void ClientClosed(int slot, const std::string& address) override;
   void ClientDropped(int slot, DropReason reason) override;
 
-  GatewayDisplay& display_;
+  DecodeTimer& decodeTimer_;
+  PanelEvents& events_;
   ClientTable clients_;
   SendQueue queue_;
   PanelSenders senders_;
+  PanelRequests requests_;
+  PanelTakes takes_;
   PanelProtocol protocol_;
 };
 

@@ -2,190 +2,118 @@
 
 #include "gateway/panel_protocol.h"
 
-#include <algorithm>
-
 #include "gateway/panel_tables.h"
 
 namespace gateway {
 
-namespace {
-
-constexpr std::size_t kTakeLength = 9;
-constexpr std::size_t kServiceRequestLength = 11;
-constexpr std::size_t kRequestMask = 2;  // its place in a service request
-
-// Bits of the request mask.  0x08, 0x10 and 0x80 are not used.
-constexpr int kWantMap = 0x01;
-constexpr int kWantInputLabels = 0x02;
-constexpr int kWantStationLabels = 0x04;
-constexpr int kOption20 = 0x20;
-constexpr int kWantProgramming = 0x40;
-
-struct CommandAction {
-  int code;
-  std::uint8_t action;
-};
-
-constexpr CommandAction kActions[] = {
-    {32, 0}, {33, 136}, {36, 2}, {37, 138}, {161, 132}, {165, 134}, {289, 140}, {293, 142},
-};
-
-bool IsData(std::uint8_t byte) { return byte < 0x80; }
-
-// Takes the first `count` bytes off `buffer`.
-Bytes CutOff(Bytes& buffer, std::size_t count) {
-  const auto end = buffer.begin() + static_cast<std::ptrdiff_t>(count);
-  Bytes front(buffer.begin(), end);
-  buffer.erase(buffer.begin(), end);
-  return front;
-}
-
-}  // namespace
-
-std::uint8_t ActionOfCommand(int code) {
-  for (const CommandAction& known : kActions) {
-    if (known.code == code) return known.action;
-  }
-  return 0;
-}
-
-std::optional<PanelTake> ParseTakeFrame(std::span<const std::uint8_t> frame) {
-  if (frame.size() != kTakeLength || !ChecksumMatches(frame)) return std::nullopt;
-  // The start of another frame inside this one means that the end of this one is lost.
-  if (!std::all_of(frame.begin() + 1, frame.end() - 1, IsData)) return std::nullopt;
-  return PanelTake{.destination = PairValue(frame[3], frame[4]) + 1,
-                   .source = PairValue(frame[5], frame[6]) + 1,
-                   .action = ActionOfCommand(PairValue(frame[1], frame[2]))};
-}
-
 PanelProtocol::PanelProtocol(const model::SystemModel& model, ClientTable& clients,
-                             SendQueue& queue, PanelSenders& senders,
-                             switcher::LiveCommands& commands, model::ErrorReporter& reporter)
+                             SendQueue& queue, PanelRequests& requests, PanelTakes& takes,
+                             model::ErrorReporter& reporter)
     : model_(model),
       clients_(clients),
       queue_(queue),
-      senders_(senders),
-      commands_(commands),
+      requests_(requests),
+      takes_(takes),
       reporter_(reporter) {}
 
 bool PanelProtocol::DecodeClients() {
   bool worked = false;
   for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
+    if (clients_.ReadOn(slot)) worked = true;
     if (clients_.Connection(slot).RxData.empty()) continue;
     worked = true;
     DecodeClientMessage(slot);
   }
-  if (clients_.TcpIdleTicks >= kIdleTicks) {
-    clients_.TcpIdleTicks = 0;
-    for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
-      clients_.Connection(slot).RxData.clear();
-    }
-  }
+  if (clients_.TcpIdleTicks >= kIdleTicks) FlushUnfinished();
   return worked;
+}
+
+// What is whole stays: its turn comes, one frame in a tick.  So does a frame whose end may be in
+// the socket.
+void PanelProtocol::FlushUnfinished() {
+  clients_.TcpIdleTicks = 0;
+  for (int slot = 1; slot <= clients_.SocketCount(); ++slot) {
+    if (clients_.IsUnread(slot)) continue;
+    ClientConnection& client = clients_.Connection(slot);
+    client.RxData.Assign(WholeFrames(client.RxData.View()));
+    client.UnfinishedTicks = 0;
+  }
 }
 
 void PanelProtocol::DecodeClientMessage(int slot) {
   ClientConnection& client = clients_.Connection(slot);
-  Bytes& received = client.RxData;
+  ReceivedBytes& received = client.RxData;
   const std::uint8_t first = received.front();
-  const auto terminator = std::find(received.begin(), received.end(), kTerminator);
-  // The length of the frame with its terminator, 0 while that has not arrived.
-  const std::size_t end = terminator == received.end()
-                              ? 0
-                              : static_cast<std::size_t>(terminator - received.begin()) + 1;
+  const std::size_t end = received.LengthToTerminator();
   if (IsData(first)) {
-    CutOff(received, 1);
+    received.Cut(1);
     return;
   }
   if (!client.Identified && first != kCrosspointMapType && first != kIgnoredType &&
       first != kConnectionType) {
-    const bool single = first == kKeepAlivePoll || first == kLinkUp;
-    CutOff(received, !single && end > 0 ? end : 1);
+    received.Cut(ShapeOf(first) != FrameShape::Single && end > 0 ? end : 1);
     return;
   }
-  DecodeIdentified(slot, end);
+  if (ShapeOf(first) != FrameShape::Terminated) {
+    received.Cut(1);
+    HandleByte(first, slot);
+  } else if (end > 0) {
+    client.UnfinishedTicks = 0;
+    HandleFrame(received.Cut(end), slot);
+  } else {
+    WaitForEnd(slot);
+  }
 }
 
-// Every frame of an identified client, and the few types that are looked at before.  A frame
-// whose terminator has not arrived is handed over empty, and its bytes stay.
-void PanelProtocol::DecodeIdentified(int slot, std::size_t end) {
-  ClientConnection& client = clients_.Connection(slot);
-  Bytes& received = client.RxData;
-  switch (received.front()) {
+// A frame of one byte, or a byte that begins none.
+void PanelProtocol::HandleByte(std::uint8_t byte, int slot) {
+  if (byte == kKeepAlivePoll) AnswerPoll(slot);
+  if (byte == kLinkUp) clients_.Connection(slot).KeepAliveCount = 0;
+}
+
+// A frame with its terminator, whatever its checksum is.
+void PanelProtocol::HandleFrame(std::span<const std::uint8_t> frame, int slot) {
+  switch (frame.front()) {
     case kTakeType:
-      HandleTake(CutOff(received, end));
+      if (const auto take = ParseTakeFrame(frame)) takes_.Add(*take, slot);
       break;
     case kServiceRequestType:
-      HandleServiceRequest(CutOff(received, end), slot);
-      break;
-    case kKeepAlivePoll:
-      CutOff(received, 1);
-      AnswerPoll(slot);
-      break;
-    case kLinkUp:
-      CutOff(received, 1);
-      client.KeepAliveCount = 0;
-      break;
-    case kIgnoredType:
-    case kButtonProgrammingType:
-      CutOff(received, end);
+      if (const auto mask = ParseServiceRequest(frame)) requests_.Request(*mask, slot);
       break;
     case kConnectionType:
-      clients_.Identify(CutOff(received, end), slot);
+      clients_.Identify(frame, slot);
       break;
-    default:
-      CutOff(received, 1);
+    default:  // read and discarded
       break;
   }
 }
 
-void PanelProtocol::AnswerPoll(int slot) {
-  if (!IsLinkUp()) {
-    Answer(slot, kLinkDown);
+// The frame in front has not arrived whole.  Bytes that go on to arrive put the flush off, so a
+// client that never ends its frame has a patience of its own.
+void PanelProtocol::WaitForEnd(int slot) {
+  ClientConnection& client = clients_.Connection(slot);
+  if (client.RxData.size() >= ClientTable::kRxLimit) {
+    clients_.Drop(slot, DropReason::EndlessFrame);
     return;
   }
-  Answer(slot, kLinkUp);
-  clients_.Connection(slot).KeepAliveCount = 0;
-}
-
-void PanelProtocol::Answer(int slot, std::uint8_t byte) {
-  queue_.SendToClient(
-      FixedMessage({.kind = MessageId::Kind::KeepAlive, .first = 0, .count = 0}, {byte}), slot);
-}
-
-void PanelProtocol::HandleTake(std::span<const std::uint8_t> frame) {
-  if (frame.empty()) {
+  if (clients_.IsUnread(slot)) return;  // its end may be in the socket
+  ++client.UnfinishedTicks;
+  if (client.RxData.front() == kTakeType) {
     model::ReportError(reporter_, "Error Processing Take Command",
                        {kOutOfRange, "The end of the frame has not arrived"});
-    return;
+    if (client.UnfinishedTicks >= kMostTakeReports) clients_.Drop(slot, DropReason::UnfinishedTake);
+  } else if (client.UnfinishedTicks >= kUnfinishedTicks) {
+    client.RxData.Clear();
+    client.UnfinishedTicks = 0;
   }
-  const std::optional<PanelTake> take = ParseTakeFrame(frame);
-  if (!take) return;
-  // Eight bits of a channel travel to the switcher: a channel that is not there would fold onto
-  // one that is.
-  if (take->destination > model_.ChannelCount || take->source > model_.ChannelCount) return;
-  commands_.SendTake(take->destination, take->source, take->action);
 }
 
-void PanelProtocol::HandleServiceRequest(std::span<const std::uint8_t> frame, int slot) {
-  if (frame.size() != kServiceRequestLength || !ChecksumMatches(frame)) return;
-  if (!IsLinkUp()) return;
-  const int mask = frame[kRequestMask];
-  ClientConnection& client = clients_.Connection(slot);
-  if ((mask & kWantMap) != 0) senders_.SendCrosspointMapToClients(1, model_.ChannelCount, slot);
-  if ((mask & kWantInputLabels) != 0) {
-    client.AlphasPending = true;
-    senders_.SendAlphaTableToClients(kInputLabels, slot);
-  }
-  if ((mask & kWantStationLabels) != 0) {
-    client.AlphasPending = true;
-    senders_.SendAlphaTableToClients(kStationLabels, slot);
-  }
-  if ((mask & kOption20) != 0) client.Option20Pending = true;
-  if ((mask & kWantProgramming) != 0) {
-    client.ButtonsPending = true;
-    senders_.SendStationProgrammingToClients(slot);
-  }
+// The state of the link is that of the moment in which the answer's turn comes.
+void PanelProtocol::AnswerPoll(int slot) {
+  if (IsLinkUp()) clients_.Connection(slot).KeepAliveCount = 0;
+  queue_.SendToClient({{.kind = MessageId::Kind::KeepAlive, .first = 0, .count = 0},
+                       [this] { return Bytes{IsLinkUp() ? kLinkUp : kLinkDown}; }},
+                      slot);
 }
 
 }  // namespace gateway

@@ -4,48 +4,38 @@
 #define GATEWAY_PANEL_PROTOCOL_H_
 
 #include <cstdint>
-#include <optional>
 #include <span>
 
 #include "gateway/client_table.h"
-#include "gateway/panel_senders.h"
+#include "gateway/panel_requests.h"
+#include "gateway/panel_takes.h"
 #include "gateway/send_queue.h"
 #include "model/error_reporter.h"
 #include "model/system_model.h"
-#include "switcher/live_commands.h"
 
 namespace gateway {
-
-// What a take frame asks for.
-struct PanelTake {
-  int destination = 1;  // output channel, from 1
-  int source = 1;       // input channel, from 1
-  std::uint8_t action = 0;
-
-  bool operator==(const PanelTake&) const = default;
-};
-
-// Reads a whole take frame; none when its checksum or its length is wrong, or a byte that is no
-// data stands among its data.
-std::optional<PanelTake> ParseTakeFrame(std::span<const std::uint8_t> frame);
-
-// The action byte for a panel's command code; 0 for every code that is not known.
-std::uint8_t ActionOfCommand(int code);
 
 // Takes frames off the clients' receive buffers and does what they ask for.
 class PanelProtocol {
  public:
-  // After so many decode ticks without traffic the receive buffers are emptied.
+  // After so many decode ticks without traffic to or from anybody, frames that have not arrived
+  // whole are thrown away.
   static constexpr int kIdleTicks = 201;
+
+  // After so many ticks, half a minute, such a frame is thrown away whatever the traffic.
+  static constexpr int kUnfinishedTicks = 6000;
+
+  // A take that has not arrived whole is reported with every tick.  After so many reports its
+  // client is dropped.
+  static constexpr int kMostTakeReports = 400;
 
   // All must outlive the object.
   PanelProtocol(const model::SystemModel& model, ClientTable& clients, SendQueue& queue,
-                PanelSenders& senders, switcher::LiveCommands& commands,
-                model::ErrorReporter& reporter);
+                PanelRequests& requests, PanelTakes& takes, model::ErrorReporter& reporter);
 
   // Decodes at most one frame of every client that has sent something, in ascending order, and
-  // empties the receive buffers when they have been idle for too long.  To be called once per
-  // decode tick, behind CountTick().  False when there was no work.
+  // throws away what will not become a frame any more.  To be called once per decode tick, behind
+  // CountTick().  False when there was no work.
   bool DecodeClients();
 
   // Notes that a decode tick begins.
@@ -57,18 +47,18 @@ class PanelProtocol {
   void DecodeClientMessage(int slot);
 
  private:
-  void DecodeIdentified(int slot, std::size_t end);
-  void Answer(int slot, std::uint8_t byte);
+  void HandleByte(std::uint8_t byte, int slot);
+  void HandleFrame(std::span<const std::uint8_t> frame, int slot);
+  void WaitForEnd(int slot);
+  void FlushUnfinished();
   void AnswerPoll(int slot);
-  void HandleTake(std::span<const std::uint8_t> frame);
-  void HandleServiceRequest(std::span<const std::uint8_t> frame, int slot);
   bool IsLinkUp() const { return model_.LinkStatus[0] == 1; }
 
   const model::SystemModel& model_;
   ClientTable& clients_;
   SendQueue& queue_;
-  PanelSenders& senders_;
-  switcher::LiveCommands& commands_;
+  PanelRequests& requests_;
+  PanelTakes& takes_;
   model::ErrorReporter& reporter_;
 };
 

@@ -13,7 +13,8 @@ class PauseTimer {
  public:
   virtual ~PauseTimer() = default;
 
-  // Calls `handler` once `pause` has passed.  A call that is still to come is dropped.
+  // Calls `handler` once `pause` has passed, never earlier and as little later as can be.  A call
+  // that is still to come is dropped.
   virtual void Start(std::chrono::milliseconds pause, std::function<void()> handler) = 0;
 
   // Drops a call that is still to come.

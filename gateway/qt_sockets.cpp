@@ -4,6 +4,7 @@
 
 #include <QHostAddress>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #ifdef Q_OS_LINUX
@@ -139,15 +140,25 @@ void Listener::AcceptAll() {
 QtPauseTimer::QtPauseTimer() {
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
-  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
-    const auto handler = std::exchange(handler_, nullptr);
-    if (handler) handler();
-  });
+  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Wait(); });
 }
 
 void QtPauseTimer::Start(std::chrono::milliseconds pause, std::function<void()> handler) {
   handler_ = std::move(handler);
-  timer_.start(pause);
+  deadline_ = std::chrono::steady_clock::now() + pause;
+  Wait();
+}
+
+// The toolkit waits for whole milliseconds, and rounds up.  So the last, broken one is passed in
+// turns of the event loop, in which everything else goes on.
+void QtPauseTimer::Wait() {
+  const auto left = deadline_ - std::chrono::steady_clock::now();
+  if (left > left.zero()) {
+    timer_.start(std::chrono::floor<std::chrono::milliseconds>(left));
+    return;
+  }
+  const auto handler = std::exchange(handler_, nullptr);
+  if (handler) handler();
 }
 
 }  // namespace gateway

@@ -9,6 +9,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -75,7 +76,8 @@ class Listener : public QObject {
   AcceptHandler accept_;
 };
 
-// The pause between two sends.
+// The pause between two sends, to a fraction of a millisecond: sixteen panels have fifteen of them
+// one after the other, and what each is late adds up.
 class QtPauseTimer : public PauseTimer {
  public:
   QtPauseTimer();
@@ -84,7 +86,10 @@ class QtPauseTimer : public PauseTimer {
   void Stop() override { timer_.stop(); }
 
  private:
+  void Wait();
+
   QTimer timer_;
+  std::chrono::steady_clock::time_point deadline_;
   std::function<void()> handler_;
 };
 

@@ -6,80 +6,38 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <list>
-#include <map>
 #include <optional>
-#include <tuple>
+#include <span>
 #include <vector>
 
 #include "gateway/client_table.h"
+#include "gateway/panel_message.h"
 #include "gateway/pause_timer.h"
+#include "gateway/send_order.h"
 #include "model/error_reporter.h"
 
 namespace gateway {
 
-// What a message is, as far as the queue cares.
-struct MessageId {
-  enum class Kind : std::uint8_t {
-    Other,  // never replaces another
-    ConnectionRequest,
-    KeepAlive,
-    CrosspointMap,  // first channel, count
-    Labels,         // kind
-    StationList,
-    ButtonProgramming,
-  };
-
-  Kind kind = Kind::Other;
-  int first = 0;
-  int count = 0;
-
-  // Whether it goes ahead of what else waits.
-  bool IsUrgent() const { return kind == Kind::ConnectionRequest || kind == Kind::KeepAlive; }
-
-  // How many urgent messages may go ahead of it while it waits.
-  int MostOvertakings() const;
-
-  bool operator==(const MessageId&) const = default;
-  bool operator<(const MessageId& other) const {
-    return std::tie(kind, first, count) < std::tie(other.kind, other.first, other.count);
-  }
-};
-
-// A message for panels.  Its bytes are asked for when its turn comes, for each slot, so that a row
-// of the map that had to wait says what holds then.  Without any it is passed over, and costs no
-// pause.
-struct Message {
-  MessageId id;
-  std::function<Bytes()> bytes;
-};
-
-// A message whose bytes are known.
-Message FixedMessage(MessageId id, Bytes bytes);
-
-// Sends to the panels, one message at a time and in order.  A message goes out in pieces of at
-// most 16384 bytes; each is followed by a pause of 75 ms, during which nothing is sent to
-// anybody.  A slot without a connection costs the pauses, too.  The pauses are a timer's: no
-// call waits.
+// Sends to the panels, one message at a time, in the order of SendOrder.  A message goes out in
+// pieces of at most 16384 bytes; each is followed by a pause of 75 ms, during which nothing is sent
+// to anybody.  The pauses are a timer's: no call waits.
 //
-// The queue stays short: a message that still waits for a slot is replaced by a newer one that
-// says the same, that is, the same row of the map, the same table, a keep-alive answer.
-//
-// Urgent messages go ahead of what else waits: a keep-alive answer, and the question what it is
-// to a client that has just come, for which nothing can wait yet.  No table is overtaken more than
-// eight times and no other message more than once, so that neither polls nor connections, however
-// many, can hold up anything for ever.
+// A slot without a connection costs the pauses, too.  Of a message for all, so many slots do as
+// kMostPausesForNobody says, and the others none: each connection that there ever was at a time has
+// left a slot.
 class SendQueue {
  public:
   static constexpr std::size_t kPieceSize = 16384;
   static constexpr std::chrono::milliseconds kPause{75};
+  static constexpr int kMostPausesForNobody = 16;
 
   // The most that waits in a socket for a client that does not read.  Beyond it the client is
   // dropped.
   static constexpr std::size_t kUnsentLimit = std::size_t{1} << 20;
 
-  // Called when a message for one slot (not for all) has gone out whole.
-  using Sent = std::function<void(int slot, MessageId id)>;
+  // Called when a message for one slot (not for all) is done with: when it has gone out whole, or,
+  // not `sent`, when it had no bytes or could not be written.  Not when its connection has ended.
+  using Done = std::function<void(int slot, MessageId id, bool sent)>;
 
   // All must outlive the queue.
   SendQueue(ClientTable& clients, PauseTimer& timer, model::ErrorReporter& reporter)
@@ -87,19 +45,13 @@ class SendQueue {
   SendQueue(const SendQueue&) = delete;
   SendQueue& operator=(const SendQueue&) = delete;
 
-  void SetSent(Sent sent) { sent_ = std::move(sent); }
+  void SetDone(Done done) { done_ = std::move(done); }
 
   // Sends a message to a slot, or with model::kAll to every slot in ascending order.
   void SendToClient(const Message& message, int slot);
 
-  // Sends messages that belong together, one after the other: they replace waiting ones only
-  // when all of them can.
+  // Sends messages that belong together, one after the other.
   void SendToClient(const std::vector<Message>& messages, int slot);
-
-  // Whether a message of this kind, or this very message, for the client of this slot alone is
-  // waiting or has not gone out whole.
-  bool IsPending(int slot, MessageId::Kind kind) const;
-  bool IsPending(int slot, MessageId id) const;
 
   // The connection of a slot has ended: what was meant for it alone is forgotten.
   void Forget(int slot);
@@ -108,48 +60,34 @@ class SendQueue {
   void Clear();
 
   // The messages that wait, without the one that is going out.
-  std::size_t Size() const { return waiting_.size(); }
+  std::size_t Size() const { return order_.Size(); }
 
  private:
-  struct Item {
-    int slot = 0;
-    std::uint64_t connection = 0;  // the one it is for; another one does not get it
-    bool direct = false;           // for this slot alone
-    int overtakings = 0;
-    Message message;
-  };
-  using Place = std::list<Item>::iterator;
-  using Key = std::pair<int, MessageId>;
+  using Item = SendOrder::Item;
 
-  enum class Delivery { Done, Nobody, Failed };
+  enum class Delivery { Done, Nobody, Failed, Dropped };
 
-  // What is going out.
-  struct Current {
+  // A message that goes out, perhaps in pieces.
+  struct Outgoing {
     Item item;
     Bytes bytes;
     std::size_t sent = 0;
   };
 
-  std::vector<int> SlotsOf(int slot) const;
-  std::uint64_t ConnectionOf(int slot) const;
-  bool IsAnswer(const Item& item, int slot) const;
-  bool CanReplace(const std::vector<Message>& messages, int slot) const;
-  void Replace(const Message& message, int slot, bool direct);
-  void Append(const Message& message, int slot, bool direct);
-  Place PlaceOfUrgent();
-  Place Remove(Place place);
-  void TakeNext();
+  SendOrder::Receiver ReceiverOf(int slot) const;
+  bool IsThere(const SendOrder::Receiver& receiver) const;
+  bool CostsNoPause(const Item& item) const;
   void SendOn();
-  void SendPiece();
-  Delivery Deliver(std::span<const std::uint8_t> piece);
+  std::optional<Outgoing> TakeNext();
+  Delivery Deliver(const SendOrder::Receiver& receiver, std::span<const std::uint8_t> piece);
+  void TellDone(const Item& item, bool sent) const;
 
   ClientTable& clients_;
   PauseTimer& timer_;
   model::ErrorReporter& reporter_;
-  Sent sent_;
-  std::list<Item> waiting_;
-  std::map<Key, Place> places_;  // of the newest of each
-  std::optional<Current> current_;
+  Done done_;
+  SendOrder order_;
+  std::optional<Outgoing> begun_;  // some of its pieces have gone
   bool pausing_ = false;
 };
 

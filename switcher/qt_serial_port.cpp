@@ -5,6 +5,8 @@
 #include <QDeadlineTimer>
 #include <QMetaObject>
 #include <QThread>
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 #ifdef Q_OS_UNIX
@@ -69,6 +71,7 @@ model::Status QtSerialPort::Open(int number) {
   sendThreshold_ = 0;
   idleErrors_ = 0;
   stalledAt_ = 0;
+  pace_.Reset();
   opening_ = true;
   port_.setPortName(deviceName_(number));
   port_.setBaudRate(QSerialPort::Baud57600);
@@ -116,6 +119,7 @@ model::Status QtSerialPort::Write(std::uint8_t byte) {
   }
   if (!room) return {kPortWriteFailed, "The serial line has taken no byte for two seconds"};
   if (!written) return {kPortWriteFailed, port_.errorString().toStdString()};
+  pace_.Add(1, std::chrono::steady_clock::now());
   return {};
 }
 
@@ -148,6 +152,12 @@ bool QtSerialPort::WaitForOutputBelow(int limit) {
 
 int QtSerialPort::PendingOutput() const {
   return static_cast<int>(port_.bytesToWrite()) + KernelQueue(port_);
+}
+
+std::size_t QtSerialPort::Unsent() const {
+  if (!port_.isOpen()) return 0;
+  return std::max(static_cast<std::size_t>(PendingOutput()),
+                  pace_.Behind(std::chrono::steady_clock::now()));
 }
 
 void QtSerialPort::SetSendThreshold(int threshold) {

@@ -8,6 +8,7 @@
 #include <QString>
 #include <functional>
 
+#include "switcher/line_pace.h"
 #include "switcher/serial_port.h"
 
 namespace switcher {
@@ -30,6 +31,7 @@ class QtSerialPort : public QObject, public SerialPort {
   int Number() const override { return number_; }
   Bytes Read() override;
   model::Status Write(std::uint8_t byte) override;
+  std::size_t Unsent() const override;
   void SetSendThreshold(int threshold) override;
 
  private:
@@ -44,6 +46,7 @@ class QtSerialPort : public QObject, public SerialPort {
   DeviceName deviceName_;
   QSerialPort port_;
   SerialPortEvents* events_ = nullptr;
+  LinePace pace_;
   int number_ = 0;
   int sendThreshold_ = 0;
   int idleErrors_ = 0;  // without a byte read or written in between

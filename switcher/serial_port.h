@@ -3,6 +3,7 @@
 #ifndef SWITCHER_SERIAL_PORT_H_
 #define SWITCHER_SERIAL_PORT_H_
 
+#include <cstddef>
 #include <cstdint>
 
 #include "model/status.h"
@@ -58,6 +59,10 @@ class SerialPort {
   // device has gone, or the line has taken no byte for two seconds; then also at once, until the
   // line takes a byte again.
   virtual model::Status Write(std::uint8_t byte) = 0;
+
+  // The bytes handed over that the line has not sent yet, as far as the platform tells and the pace
+  // of the line allows (512 at most of what only the pace says); 0 when the port is not open.
+  virtual std::size_t Unsent() const = 0;
 
   // 1 asks for one OutputDrained() when the output is empty (at the next turn of the event loop
   // if it is empty already); 0 asks for none.

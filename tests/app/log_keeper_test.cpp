@@ -99,10 +99,13 @@ class LogKeeperTest : public testing::Test {
                                   .reporter = reporter_},
                         .closeViews = {}}};
   ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }};
+  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }};
+  PanelReports panels_{window_.Status(), labels_, inhibits_};
   LogKeeper keeper_{{.model = model_,
                      .labels = labels_,
                      .window = window_,
                      .views = views_,
+                     .panels = panels_,
                      .transfers = transfers_,
                      .boxes = boxes_,
                      .commands = commands_}};
@@ -168,12 +171,13 @@ TEST_F(LogKeeperTest, TheLinkThePanelsAndNotesHaveTheirLines) {
   window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
   EXPECT_THAT(Lines(EventLog::Kind::Link),
               ElementsAre("Not Connected - COM 1", "Connected - COM 1  (57600, 8, N, 1)"));
-  window_.ShowPanelDropped("10.0.0.7", gateway::DropReason::SendsTooFast);
-  window_.ShowPanelDropped("10.0.0.8", gateway::DropReason::Unidentified);
-  EXPECT_THAT(Lines(EventLog::Kind::Panel),
-              ElementsAre("Panel 10.0.0.7 was dropped: it sends faster than it is served",
-                          "Panel 10.0.0.8 was dropped: it did not say what it is, and all "
-                          "connections are taken"));
+  panels_.PanelConnected({2, "192.0.2.7"});
+  panels_.PanelTook({2, "192.0.2.7"}, {.destination = 3, .source = 4, .action = 0x02});
+  panels_.PanelGone({2, "192.0.2.7"});
+  EXPECT_THAT(
+      Lines(EventLog::Kind::Panel),
+      ElementsAre("Panel 2, 192.0.2.7: connected", "Panel 2, 192.0.2.7: take Out 3 < In 4 (Sum)",
+                  "Panel 2, 192.0.2.7: gone"));
   views_.TableEdited(switcher::Table::Inhibits, 3);
   views_.TableSent(switcher::Table::Inhibits, model::kAll, 64);
   views_.TableSent(switcher::Table::Buttons, 12, 1);

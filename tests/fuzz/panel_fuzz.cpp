@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -45,15 +46,32 @@ class NullReporter : public model::ErrorReporter {
   void Show(Icon, std::string_view, std::string_view text) override { Require(!text.empty()); }
 };
 
-class NullDisplay : public gateway::GatewayDisplay {
+class NullDecodeTimer : public gateway::DecodeTimer {
  public:
   void StartDecodeTimer() override {}
-  void ShowPanels(const std::vector<std::string>& panels) override {
-    Require(panels.size() <= 128);
+};
+
+// What is told fits together: nobody acts or goes who has not come.
+class CheckedEvents : public gateway::PanelEvents {
+ public:
+  void PanelConnected(const gateway::PanelName& panel) override {
+    Require(!panel.address.empty() && there_.insert(panel.slot).second);
   }
-  void ShowPanelDropped(const std::string& address, gateway::DropReason /*reason*/) override {
-    Require(!address.empty());
+  void PanelIdentified(const gateway::PanelName& panel, int type) override {
+    Require(there_.contains(panel.slot) && type >= 0);
   }
+  void PanelTook(const gateway::PanelName& panel, const gateway::PanelTake& take) override {
+    Require(there_.contains(panel.slot) && take.destination <= 256 && take.source <= 256);
+  }
+  void PanelDropped(const gateway::PanelName& panel, gateway::DropReason /*reason*/) override {
+    Require(there_.contains(panel.slot) && !panel.address.empty());
+  }
+  void PanelGone(const gateway::PanelName& panel) override {
+    Require(!panel.address.empty() && there_.erase(panel.slot) == 1);
+  }
+
+ private:
+  std::set<int> there_;
 };
 
 // Keeps the bytes of a line, for taking messages off them.
@@ -69,6 +87,7 @@ class Line : public switcher::SerialPort {
     written.push_back(byte);
     return {};
   }
+  std::size_t Unsent() const override { return written.size(); }
   void SetSendThreshold(int) override {}
 
   Bytes written;
@@ -133,14 +152,16 @@ class PanelFuzz {
   void Tick() {
     gateway::ClientTable& clients = gateway_.Clients();
     std::vector<std::size_t> before;
+    bool isWork = false;
     for (int slot = 1; slot <= clients.SocketCount(); ++slot) {
-      before.push_back(clients.Connection(slot).RxData.size());
+      const gateway::ClientConnection& client = clients.Connection(slot);
+      before.push_back(client.RxData.size());
+      isWork = isWork || !client.RxData.empty() || !client.Takes.empty();
     }
     const bool worked = gateway_.DecodeTick([] { return false; });
-    Require(worked ==
-            std::any_of(before.begin(), before.end(), [](auto size) { return size > 0; }));
+    Require(worked == isWork);
     for (int slot = 1; slot <= clients.SocketCount(); ++slot) {
-      const Bytes& left = clients.Connection(slot).RxData;
+      const std::span<const std::uint8_t> left = clients.Connection(slot).RxData.View();
       if (left.empty() || left.size() < before[static_cast<std::size_t>(slot - 1)]) continue;
       Require(left.front() >= 0x80);
       Require(std::find(left.begin(), left.end(), 0xFF) == left.end());
@@ -150,10 +171,10 @@ class PanelFuzz {
   void Check() {
     Require(gateway_.Clients().SocketCount() <= 3);
     for (int slot = 1; slot <= gateway_.Clients().SocketCount(); ++slot) {
-      Require(gateway_.Clients().Connection(slot).RxData.size() <= 262144);
+      Require(gateway_.Clients().Connection(slot).Undecoded() <= 65536);
     }
-    // Per slot: every row, the map, two label tables, programming twice, an answer, a request.
-    Require(gateway_.Queue().Size() <= 3U * (static_cast<unsigned>(model_.ChannelCount) + 10));
+    // Per slot: every row, the map, two label tables, programming twice, a question, 64 answers.
+    Require(gateway_.Queue().Size() <= 3U * (static_cast<unsigned>(model_.ChannelCount) + 80));
     CheckTakes();
   }
 
@@ -162,23 +183,26 @@ class PanelFuzz {
     for (std::size_t i = 0; i < line_.written.size(); i += 9) {
       const auto take = switcher::ParseTake(std::span(line_.written).subspan(i, 9));
       Require(take.has_value());
-      Require(take->destination <= model_.ChannelCount && take->source <= model_.ChannelCount);
     }
     line_.written.clear();
   }
 
   model::SystemModel model_;
   NullReporter reporter_;
-  NullDisplay display_;
+  NullDecodeTimer decodeTimer_;
+  CheckedEvents events_;
   Line line_;
   test::FakePauseTimer timer_;
   switcher::LiveCommands commands_{model_, line_, reporter_};
+  switcher::LineShare share_{line_, [] { return std::chrono::milliseconds(500); }};
   std::shared_ptr<test::FakePeer> peers_[3];
   gateway::PanelGateway gateway_{{.model = model_,
                                   .files = Database(),
                                   .commands = commands_,
+                                  .line = share_,
                                   .timer = timer_,
-                                  .display = display_,
+                                  .decodeTimer = decodeTimer_,
+                                  .events = events_,
                                   .reporter = reporter_}};
 };
 

@@ -24,7 +24,7 @@ TEST_F(ClientTableTest, ANewClientIsAskedWhatItIs) {
   EXPECT_EQ(Connection(1).PeerIP, "10.0.0.7");
   EXPECT_EQ(Connection(1).ConnType, 0);
   EXPECT_EQ(Connection(1).KeepAliveCount, 0);
-  EXPECT_THAT(display_.panels, ElementsAre("10.0.0.7"));
+  EXPECT_THAT(events_.lines, ElementsAre("1 10.0.0.7 connected"));
 }
 
 TEST_F(ClientTableTest, TheLowestFreeSlotIsUsedAgain) {
@@ -61,7 +61,6 @@ TEST_F(ClientTableTest, ClosingEmptiesTheRecordButNotThePendingFlags) {
   EXPECT_TRUE(connection.ButtonsPending);
   EXPECT_TRUE(peer->closedByConsole);
   EXPECT_EQ(Clients().ClientCount(), 0);
-  EXPECT_THAT(display_.panels, IsEmpty());
 }
 
 TEST_F(ClientTableTest, ClosingTwiceCountsOnce) {
@@ -84,7 +83,7 @@ TEST_F(ClientTableTest, DataIsKeptInTheOrderOfItsArrival) {
   peer->incoming.push_back({0x81});
   peer->Send("35");
   peer->Send("35 FF");
-  EXPECT_EQ(Hex(Connection(1).RxData), "81 35 35 FF");
+  EXPECT_EQ(Hex(Connection(1).RxData.View()), "81 35 35 FF");
 }
 
 TEST_F(ClientTableTest, AReadTakesOneByteMoreThanTheEventSays) {
@@ -92,59 +91,67 @@ TEST_F(ClientTableTest, AReadTakesOneByteMoreThanTheEventSays) {
   peer->incoming.push_back(test::FromHex("81 35 35 FF"));
   // Four bytes are there, one is announced: two reads of two bytes.
   peer->events->DataArrived(1, 1);
-  EXPECT_EQ(Hex(Connection(1).RxData), "81 35 35 FF");
+  EXPECT_EQ(Hex(Connection(1).RxData.View()), "81 35 35 FF");
 }
 
 TEST_F(ClientTableTest, DataStartsTheDecodeTimerAndResetsTheIdleCount) {
   const auto peer = Connect();
   Clients().TcpIdleTicks = 100;
-  const int starts = display_.timerStarts;
+  const int starts = decodeTimer_.starts;
   peer->Send("81");
-  EXPECT_EQ(display_.timerStarts, starts + 1);
+  EXPECT_EQ(decodeTimer_.starts, starts + 1);
   EXPECT_EQ(Clients().TcpIdleTicks, 0);
 }
 
 TEST_F(ClientTableTest, AnEventWithoutDataStartsNothing) {
   const auto peer = Connect();
   Clients().TcpIdleTicks = 100;
-  const int starts = display_.timerStarts;
+  const int starts = decodeTimer_.starts;
   peer->events->DataArrived(1, 0);
-  EXPECT_EQ(display_.timerStarts, starts);
+  EXPECT_EQ(decodeTimer_.starts, starts);
   EXPECT_EQ(Clients().TcpIdleTicks, 100);
 }
 
 TEST_F(ClientTableTest, AReadThatEndsWithTheConnectionStartsNothing) {
   const auto peer = Connect();
-  const int starts = display_.timerStarts;
+  const int starts = decodeTimer_.starts;
   peer->connected = false;
   peer->Send("81 35");
-  EXPECT_EQ(display_.timerStarts, starts);
-  EXPECT_EQ(Hex(Connection(1).RxData), "81 35");
+  EXPECT_EQ(decodeTimer_.starts, starts);
+  EXPECT_EQ(Hex(Connection(1).RxData.View()), "81 35");
 }
 
 TEST_F(ClientTableTest, AFailedReadIsReported) {
   const auto peer = Connect();
-  const int starts = display_.timerStarts;
+  const int starts = decodeTimer_.starts;
   peer->failsReads = true;
   peer->Send("81 35 35 FF");
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Error Processing|Error in Error Interpreting TCP Message Data"
                           "\rError # 10054 - The connection is broken"));
-  EXPECT_EQ(display_.timerStarts, starts);
+  EXPECT_EQ(decodeTimer_.starts, starts);
 }
 
-TEST_F(ClientTableTest, AFullReceiveBufferEndsTheConnection) {
+TEST_F(ClientTableTest, AFullReceiveBufferIsReadOnWhenThereIsRoom) {
   const auto peer = ConnectPanel();
-  peer->Send(Bytes(262144, 0xFE));
-  EXPECT_TRUE(Connection(1).Connected);
-  EXPECT_EQ(Connection(1).RxData.size(), 262144U);
-  peer->Send("FE");
-  EXPECT_FALSE(Connection(1).Connected);
-  EXPECT_TRUE(peer->closedByConsole);
-  EXPECT_THAT(Connection(1).RxData, IsEmpty());
-  EXPECT_EQ(Clients().ClientCount(), 0);
+  // Frames of four bytes that are read and discarded, and a poll behind them.
+  peer->Send(test::FromHex(test::Times(20000, "80 11 22 FF") + "F5"));
+  EXPECT_EQ(Connection(1).RxData.size(), 65536U);
+  EXPECT_TRUE(Tick());
+  EXPECT_EQ(Connection(1).RxData.size(), 65532U);
+  EXPECT_TRUE(Tick());
+  EXPECT_EQ(Connection(1).RxData.size(), 65532U);
+  while (Tick()) EXPECT_LE(Connection(1).RxData.size(), 65536U);
+  EXPECT_EQ(peer->TakeWritten(), "F4");
+  EXPECT_THAT(events_.dropped, IsEmpty());
+}
+
+TEST_F(ClientTableTest, AFullBufferThatNothingIsLeftBehindIsReadOnInVain) {
+  const auto peer = ConnectPanel();
+  peer->Send(test::FromHex(test::Times(16384, "80 11 22 FF")));
+  Ticks(2);
+  EXPECT_EQ(Connection(1).RxData.size(), 65528U);
   EXPECT_THAT(reporter_.reports, IsEmpty());
-  EXPECT_THAT(display_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::SendsTooFast)));
 }
 
 TEST_F(ClientTableTest, IdentificationByAcceptedTypes) {
@@ -153,12 +160,12 @@ TEST_F(ClientTableTest, IdentificationByAcceptedTypes) {
   Tick();
   EXPECT_TRUE(Connection(1).Identified);
   EXPECT_EQ(Connection(1).ConnType, 60);
-  EXPECT_THAT(display_.panels, ElementsAre("10.0.0.7  Unknown Connection Request"));
+  EXPECT_EQ(events_.lines.back(), "1 10.0.0.7 identified 60");
   peer->Send("81 0A 0A FF");  // 10
   Tick();
   EXPECT_TRUE(Connection(1).Identified);
   EXPECT_EQ(Connection(1).ConnType, 10);
-  EXPECT_THAT(display_.panels, ElementsAre("10.0.0.7  LRM Connection"));
+  EXPECT_EQ(events_.lines.back(), "1 10.0.0.7 identified 10");
 }
 
 TEST_F(ClientTableTest, ARefusedTypeTakesTheIdentificationBack) {

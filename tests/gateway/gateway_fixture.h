@@ -20,18 +20,38 @@
 
 namespace gateway {
 
-// Keeps what the gateway shows.
-class RecordingDisplay : public GatewayDisplay {
+// Counts the starts of the decode timer.
+class CountingDecodeTimer : public DecodeTimer {
  public:
-  void StartDecodeTimer() override { ++timerStarts; }
-  void ShowPanels(const std::vector<std::string>& shown) override { panels = shown; }
-  void ShowPanelDropped(const std::string& address, gateway::DropReason reason) override {
-    dropped.emplace_back(address, reason);
-  }
+  void StartDecodeTimer() override { ++starts; }
 
-  int timerStarts = 0;
-  std::vector<std::string> panels;
-  std::vector<std::pair<std::string, gateway::DropReason>> dropped;
+  int starts = 0;
+};
+
+// Keeps what happens to panels, a line each: "2 10.0.0.7 took 6 8 0".
+class RecordingPanelEvents : public PanelEvents {
+ public:
+  void PanelConnected(const PanelName& panel) override { Add(panel, "connected"); }
+  void PanelIdentified(const PanelName& panel, int type) override {
+    Add(panel, "identified " + std::to_string(type));
+  }
+  void PanelTook(const PanelName& panel, const PanelTake& take) override {
+    Add(panel, "took " + std::to_string(take.destination) + " " + std::to_string(take.source) +
+                   " " + std::to_string(take.action));
+  }
+  void PanelDropped(const PanelName& panel, DropReason reason) override {
+    dropped.emplace_back(panel.address, reason);
+    Add(panel, "dropped");
+  }
+  void PanelGone(const PanelName& panel) override { Add(panel, "gone"); }
+
+  std::vector<std::string> lines;
+  std::vector<std::pair<std::string, DropReason>> dropped;
+
+ private:
+  void Add(const PanelName& panel, const std::string& what) {
+    lines.push_back(std::to_string(panel.slot) + " " + panel.address + " " + what);
+  }
 };
 
 // The gateway of a system of eight channels between fake panels and a fake line, with the link
@@ -88,13 +108,18 @@ class GatewayTest : public testing::Test {
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   test::FakePauseTimer timer_;
-  RecordingDisplay display_;
+  CountingDecodeTimer decodeTimer_;
+  RecordingPanelEvents events_;
   switcher::LiveCommands commands_{model_, port_, reporter_};
+  std::chrono::milliseconds untilPoll_{500};
+  switcher::LineShare line_{port_, [this] { return untilPoll_; }};
   PanelGateway gateway_{{.model = model_,
                          .files = database_.Files(),
                          .commands = commands_,
+                         .line = line_,
                          .timer = timer_,
-                         .display = display_,
+                         .decodeTimer = decodeTimer_,
+                         .events = events_,
                          .reporter = reporter_}};
 };
 

@@ -26,7 +26,18 @@ class PanelProtocolTest : public GatewayTest {
   // What is left of the panel's bytes, and what the switcher's line was sent, after one tick.
   std::string LeftAfterTick(int slot = 1) {
     Tick();
-    return Hex(Connection(slot).RxData);
+    return Hex(Connection(slot).RxData.View());
+  }
+
+  // The types of the frames that a panel is sent until no pause runs any more, one at a time: "F6
+  // FC ".
+  std::string FrameTypes(test::FakePeer& panel) {
+    std::string types;
+    for (;;) {
+      types += panel.TakeWritten().substr(0, 3);
+      if (!timer_.IsRunning()) return types;
+      timer_.Elapse();
+    }
   }
 
   // What a service request is answered with.  Everything asked for has gone out.
@@ -37,96 +48,6 @@ class PanelProtocolTest : public GatewayTest {
     return panel.TakeWritten();
   }
 };
-
-TEST(ParseTakeFrame, Literal) {
-  const auto take = ParseTakeFrame(FromHex("FE 20 00 05 00 07 00 2C FF"));
-  ASSERT_TRUE(take);
-  EXPECT_EQ(*take, (PanelTake{.destination = 6, .source = 8, .action = 0}));
-  EXPECT_EQ(ParseTakeFrame(FromHex("FE 25 02 7F 01 00 01 28 FF")),
-            (PanelTake{.destination = 256, .source = 129, .action = 142}));
-  EXPECT_EQ(ParseTakeFrame(FromHex("FE 24 00 00 02 7F 7F 24 FF")),
-            (PanelTake{.destination = 257, .source = 16384, .action = 2}));
-}
-
-TEST(ParseTakeFrame, Refusals) {
-  for (const char* const frame : {
-           "",                               // nothing
-           "FE FF",                          //
-           "FE 20 00 05 00 07 00 2D FF",     // checksum
-           "FE 20 00 05 00 07 2C FF",        // short
-           "FE 20 00 05 00 07 00 00 2C FF",  // long
-           "FE 20 00 85 00 07 00 2C FF",     // a byte that is no data
-           "FE 24 00 05 FE 01 00 28 FF",     // another frame's start inside
-       }) {
-    EXPECT_FALSE(ParseTakeFrame(FromHex(frame))) << frame;
-  }
-}
-
-TEST(ActionOfCommand, KnownCodesAndTheFallback) {
-  EXPECT_EQ(ActionOfCommand(32), 0);
-  EXPECT_EQ(ActionOfCommand(33), 136);
-  EXPECT_EQ(ActionOfCommand(36), 2);
-  EXPECT_EQ(ActionOfCommand(37), 138);
-  EXPECT_EQ(ActionOfCommand(161), 132);
-  EXPECT_EQ(ActionOfCommand(165), 134);
-  EXPECT_EQ(ActionOfCommand(289), 140);
-  EXPECT_EQ(ActionOfCommand(293), 142);
-  for (const int other : {0, 1, 31, 34, 35, 38, 160, 162, 288, 290, 16383}) {
-    EXPECT_EQ(ActionOfCommand(other), 0) << other;
-  }
-}
-
-TEST_F(PanelProtocolTest, ATakeReachesTheSwitcher) {
-  const auto panel = ConnectPanel();
-  panel->Send("FE 20 00 05 00 07 00 2C FF");
-  EXPECT_EQ(LeftAfterTick(), "");
-  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
-  panel->Send("FE 22 00 05 00 07 00 2E FF");  // 34 is the same as 32
-  Tick();
-  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
-  panel->Send("FE 24 00 05 00 07 00 30 FF");
-  Tick();
-  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 07 00 05 00 0E FF");
-  panel->Send("FE 25 01 07 00 00 00 2D FF");  // 165, a call
-  Tick();
-  EXPECT_EQ(port_.TakeWritten(), "FD 06 01 00 00 07 00 0D FF");
-  timer_.ElapseAll();
-  EXPECT_EQ(panel->TakeWritten(), "");
-  EXPECT_THAT(reporter_.reports, IsEmpty());
-}
-
-TEST_F(PanelProtocolTest, ATakeOutsideTheSystemIsIgnored) {
-  const auto panel = ConnectPanel();
-  panel->Send("FE 20 00 08 00 07 00 2F FF");  // destination 9 of 8
-  panel->Send("FE 20 00 07 00 08 00 2F FF");  // source 9 of 8
-  panel->Send("FE 20 00 00 02 07 00 29 FF");  // destination 257, which eight bits make 1
-  panel->Send("FE 20 00 07 00 07 02 30 FF");  // source 264, which eight bits make 8
-  Ticks(4);
-  EXPECT_EQ(port_.TakeWritten(), "");
-  EXPECT_THAT(Connection(1).RxData, IsEmpty());
-  panel->Send("FE 20 00 07 00 07 00 2E FF");
-  Tick();
-  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 07 00 0E FF");
-}
-
-TEST_F(PanelProtocolTest, ATakeDoesNotAskForTheLink) {
-  const auto panel = ConnectPanel();
-  model_.LinkStatus[0] = 0;
-  panel->Send("FE 20 00 05 00 07 00 2C FF");
-  Tick();
-  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
-}
-
-TEST_F(PanelProtocolTest, ABadTakeIsIgnoredSilently) {
-  const auto panel = ConnectPanel();
-  panel->Send("FE 20 00 05 00 07 00 2D FF");
-  panel->Send("FE 20 00 05 00 07 00 00 2C FF");
-  panel->Send("FE 20 05 07 2C FF");
-  Ticks(3);
-  EXPECT_EQ(port_.TakeWritten(), "");
-  EXPECT_THAT(Connection(1).RxData, IsEmpty());
-  EXPECT_THAT(reporter_.reports, IsEmpty());
-}
 
 TEST_F(PanelProtocolTest, ATakeWithoutItsEndIsReportedWithEveryTick) {
   const auto panel = ConnectPanel();
@@ -146,7 +67,7 @@ TEST_F(PanelProtocolTest, TheFlushEndsATakeWithoutItsEnd) {
   panel->Send("FE 20 00 05");
   Ticks(200);
   EXPECT_THAT(reporter_.reports, SizeIs(200));
-  EXPECT_EQ(Hex(Connection(1).RxData), "FE 20 00 05");
+  EXPECT_EQ(Hex(Connection(1).RxData.View()), "FE 20 00 05");
   EXPECT_TRUE(Tick());
   EXPECT_THAT(Connection(1).RxData, IsEmpty());
   EXPECT_EQ(Clients().TcpIdleTicks, 0);
@@ -172,12 +93,94 @@ TEST_F(PanelProtocolTest, DataAndSendsPutTheFlushOff) {
   Ticks(200);
   second->Send("F4");
   Ticks(200);
-  EXPECT_EQ(Hex(Connection(1).RxData), "F2 00 01");
+  EXPECT_EQ(Hex(Connection(1).RxData.View()), "F2 00 01");
   gateway_.ForwardCrosspointRow(1);
   Ticks(200);
-  EXPECT_EQ(Hex(Connection(1).RxData), "F2 00 01");
+  EXPECT_EQ(Hex(Connection(1).RxData.View()), "F2 00 01");
   Tick();
   EXPECT_THAT(Connection(1).RxData, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, TheFlushLeavesWholeFrames) {
+  const auto panel = ConnectPanel();
+  // One in a tick: the flush comes before the last of them.
+  panel->Send(FromHex(test::Times(300, "FE 20 00 05 00 07 00 2C FF") + "F5 80 11 FF FE 20"));
+  Ticks(201);
+  EXPECT_EQ(Clients().TcpIdleTicks, 0);
+  EXPECT_EQ(Connection(1).RxData.size(), 99U * 9 + 4);
+  Ticks(99);
+  EXPECT_EQ(Hex(Connection(1).RxData.View()), "F5 80 11 FF");
+  EXPECT_EQ(port_.TakeWritten().size(), 300U * 27 - 1);
+  Tick();
+  EXPECT_EQ(panel->TakeWritten(), "F4");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, TheFlushLeavesNothingThatIsNoFrame) {
+  const auto panel = ConnectPanel();
+  panel->Send(FromHex(test::Times(300, "41") + "F4 42 AA F2 00"));
+  Ticks(201);
+  EXPECT_EQ(Hex(Connection(1).RxData.View()), "F4");
+}
+
+// A byte every tenth of a second, so that the flush for want of traffic never comes.
+TEST_F(PanelProtocolTest, ATakeThatNeverEndsIsReportedSoOftenAndNotMore) {
+  const auto panel = ConnectPanel();
+  panel->Send("FE");
+  int ticks = 0;
+  for (; Connection(1).Connected && ticks < 10000; ++ticks) {
+    if (ticks % 20 == 19) panel->Send("11");
+    Tick();
+  }
+  EXPECT_EQ(ticks, 400);
+  EXPECT_THAT(reporter_.reports, SizeIs(400));
+  EXPECT_THAT(reporter_.reports, Each(kTakeReport));
+  EXPECT_TRUE(panel->closedByConsole);
+  EXPECT_THAT(events_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::UnfinishedTake)));
+}
+
+TEST_F(PanelProtocolTest, EachTakeHasReportsOfItsOwn) {
+  const auto panel = ConnectPanel();
+  for (int take = 0; take < 10; ++take) {
+    panel->Send("FE 20 00 05 00");
+    Ticks(150);
+    panel->Send("07 00 2C FF");
+    Tick();
+  }
+  EXPECT_EQ(port_.TakeWritten().size(), 10U * 27 - 1);
+  EXPECT_THAT(reporter_.reports, SizeIs(1500));
+  EXPECT_TRUE(Connection(1).Connected);
+}
+
+TEST_F(PanelProtocolTest, AnyOtherFrameThatNeverEndsIsThrownAwayAfterHalfAMinute) {
+  for (const char* const begin : {"F2", "80", "FD", "81"}) {
+    const auto panel = ConnectPanel();
+    panel->Send(begin);
+    int ticks = 0;
+    for (; !Connection(1).RxData.empty() && ticks < 10000; ++ticks) {
+      if (ticks % 20 == 19) panel->Send("11");
+      Tick();
+    }
+    EXPECT_EQ(ticks, 6000) << begin;
+    panel->Send("F5");
+    Tick();
+    EXPECT_EQ(panel->TakeWritten(), "F4") << begin;
+    panel->Close();
+  }
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+  EXPECT_THAT(events_.dropped, IsEmpty());
+}
+
+TEST_F(PanelProtocolTest, AFrameThatTakesItsTimeIsServed) {
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 01 00 00 00");
+  for (int part = 0; part < 29; ++part) {
+    Ticks(200);
+    Clients().TcpIdleTicks = 0;  // somebody else's traffic
+  }
+  panel->Send("00 00 00 01 FF");
+  Tick();
+  EXPECT_EQ(panel->TakeWritten().substr(0, 5), "F6 00");
 }
 
 TEST_F(PanelProtocolTest, BytesThatCannotBeginAFrameGoOnePerTick) {
@@ -359,6 +362,87 @@ TEST_F(PanelProtocolTest, SeveralBitsAreAnsweredInOrder) {
   EXPECT_EQ(types, "F6 00; FC 0A; FC 14; FB 00; FD 00; ");
 }
 
+TEST_F(PanelProtocolTest, TheWholeAnswerToARequestComesBeforeTheNextOne) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 07 00 00 00 00 00 00 07 FF F2 00 43 00 00 00 00 00 00 43 FF");
+  Ticks(2);
+  EXPECT_EQ(FrameTypes(*panel), "F6 FC FC F6 FC FB FD ");
+}
+
+TEST_F(PanelProtocolTest, WhatIsForAllDoesNotChangeTheOrderOfAnAnswer) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  gateway_.ForwardLabels(10);
+  gateway_.ForwardProgramming();
+  panel->Send("F2 00 47 00 00 00 00 00 00 47 FF");
+  Tick();
+  gateway_.ForwardProgramming();
+  gateway_.ForwardLabels(20);
+  EXPECT_EQ(FrameTypes(*panel), "FC FB FD F6 FC FC FB FD ");
+}
+
+TEST_F(PanelProtocolTest, ARequestWhoseTableCannotBeReadDoesNotHoldUpTheNext) {
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 06 00 00 00 00 00 00 06 FF F2 00 41 00 00 00 00 00 00 41 FF");
+  panel->Send("F2 00 02 00 00 00 00 00 00 02 FF");
+  Ticks(3);
+  EXPECT_EQ(FrameTypes(*panel), "F6 FB ");
+  EXPECT_THAT(reporter_.reports, SizeIs(4));
+  AddStations();
+  EXPECT_EQ(Request(*panel, "F2 00 04 00 00 00 00 00 00 04 FF").substr(0, 5), "FC 14");
+  EXPECT_EQ(FrameTypes(*panel), "") << "once";
+}
+
+TEST_F(PanelProtocolTest, ARequestWhoseTurnComesWithoutTheLinkIsForgotten) {
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 01 00 00 00 00 00 00 01 FF F2 00 01 00 00 00 00 00 00 01 FF");
+  panel->Send("F2 00 01 00 00 00 00 00 00 01 FF");
+  Ticks(3);
+  model_.LinkStatus[0] = 0;
+  // The answer to the second is on its way since the first has gone out.
+  EXPECT_EQ(FrameTypes(*panel), "F6 F6 ");
+  model_.LinkStatus[0] = 1;
+  EXPECT_EQ(FrameTypes(*panel), "");
+}
+
+TEST_F(PanelProtocolTest, RequestsWithoutEndWaitInTheSocket) {
+  AddStations();
+  const auto panel = ConnectPanel();
+  const auto other = ConnectPanel();
+  panel->Send(FromHex(test::Times(8000, "F2 00 47 00 00 00 00 00 00 47 FF")));
+  for (int tick = 0; tick < 20000; ++tick) {
+    Tick();
+    ASSERT_LE(Connection(1).Undecoded(), 65536U);
+    ASSERT_LE(Queue().Size(), 6U);
+    if (tick % 15 == 0) timer_.Elapse();
+  }
+  EXPECT_FALSE(panel->incoming.empty());
+  panel->TakeWritten();
+  other->Send("F5");
+  Tick();
+  timer_.Elapse();
+  EXPECT_EQ(other->TakeWritten(), "F4");
+}
+
+TEST_F(PanelProtocolTest, TenPollsInOneWriteGetTenAnswers) {
+  const auto panel = ConnectPanel();
+  panel->Send("F5 F5 F5 F5 F5 F5 F5 F5 F5 F5");
+  Ticks(10);
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten(), "F4 F4 F4 F4 F4 F4 F4 F4 F4 F4");
+}
+
+TEST_F(PanelProtocolTest, AnAnswerThatHadToWaitSaysHowTheLinkIsThen) {
+  const auto panel = ConnectPanel();
+  panel->Send("F5 F5 F5");
+  Ticks(3);
+  timer_.Elapse();
+  model_.LinkStatus[0] = 0;
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten(), "F4 F4 F1");
+}
+
 TEST_F(PanelProtocolTest, EveryRequestIsAnsweredAlsoWhileAnAnswerStillWaits) {
   AddStations();
   const auto panel = ConnectPanel();
@@ -495,7 +579,9 @@ TEST_F(PanelProtocolTest, ATableThatCannotBeReadIsReported) {
   const auto panel = ConnectPanel();
   EXPECT_EQ(Request(*panel, "F2 00 02 00 00 00 00 00 00 02 FF"), "");  // no stations at all
   EXPECT_TRUE(Connection(1).AlphasPending);
-  EXPECT_EQ(Request(*panel, "F2 00 40 00 00 00 00 00 00 40 FF"), "");
+  // The list of stations needs none.
+  EXPECT_EQ(Request(*panel, "F2 00 40 00 00 00 00 00 00 40 FF"),
+            "FB 00 08 00 00 00 01 00 02 00 03 00 04 00 05 00 06 00 07 00 08 00 2C FF");
   ASSERT_THAT(reporter_.reports, SizeIs(2));
   EXPECT_THAT(reporter_.reports,
               Each(testing::StartsWith("critical|Error Processing|Error in Error Sending Alpha "
@@ -514,8 +600,8 @@ TEST_F(PanelProtocolTest, ATableThatCannotBeReadAnyMoreHoldsUpNothing) {
   EXPECT_EQ(panel->TakeWritten().substr(0, 5), "F6 00");
   EXPECT_THAT(reporter_.reports, IsEmpty());
   timer_.ElapseAll();
-  EXPECT_EQ(panel->TakeWritten(), "");
-  EXPECT_EQ(timer_.now, 2 * 75);
+  EXPECT_EQ(panel->TakeWritten().substr(0, 5), "FB 00");
+  EXPECT_EQ(timer_.now, 3 * 75);
   // Both label tables and the programming, once each.
   EXPECT_THAT(reporter_.reports, SizeIs(3));
   EXPECT_TRUE(Connection(1).AlphasPending);

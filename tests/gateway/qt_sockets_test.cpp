@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHostAddress>
+#include <chrono>
 #include <functional>
 
 #include "tests/gateway/gateway_fixture.h"
@@ -143,8 +144,10 @@ class QtSocketsTest : public GatewayTest {
   PanelGateway clockGateway_{{.model = model_,
                               .files = database_.Files(),
                               .commands = commands_,
+                              .line = line_,
                               .timer = clock_,
-                              .display = display_,
+                              .decodeTimer = decodeTimer_,
+                              .events = events_,
                               .reporter = reporter_}};
 };
 
@@ -182,6 +185,37 @@ TEST_F(QtSocketsTest, ClosingAllIsSeenByThePanels) {
   Gateway().CloseAll();
   EXPECT_TRUE(IsGone(*first));
   EXPECT_TRUE(IsGone(*second));
+}
+
+TEST_F(QtSocketsTest, APauseIsNeverShorterThanItShouldBe) {
+  using Clock = std::chrono::steady_clock;
+  constexpr std::chrono::milliseconds kPause{7};
+  std::vector<Clock::duration> pauses;
+  std::function<void()> pause;
+  Clock::time_point began;
+  pause = [&] {
+    began = Clock::now();
+    clock_.Start(kPause, [&] {
+      pauses.push_back(Clock::now() - began);
+      pause();
+    });
+  };
+  pause();
+  ASSERT_TRUE(WaitFor([&] { return pauses.size() == 50; }));
+  clock_.Stop();
+  EXPECT_THAT(pauses, testing::Each(testing::Ge(kPause)));
+}
+
+TEST_F(QtSocketsTest, APauseThatIsBegunAnewOrStoppedDoesNotEnd) {
+  int first = 0;
+  int second = 0;
+  clock_.Start(std::chrono::milliseconds(2), [&] { ++first; });
+  clock_.Start(std::chrono::milliseconds(4), [&] { ++second; });
+  ASSERT_TRUE(WaitFor([&] { return second > 0; }));
+  clock_.Start(std::chrono::milliseconds(2), [&] { ++first; });
+  clock_.Stop();
+  EXPECT_FALSE(WaitFor([&] { return first > 0; }, 20));
+  EXPECT_EQ(second, 1);
 }
 
 TEST_F(QtSocketsTest, ABroadcastCostsThePauseOfEverySlot) {
@@ -241,7 +275,7 @@ TEST_F(QtSocketsTest, APanelThatDoesNotReadIsDroppedAndTheOthersAreServed) {
     Gateway().Queue().SendToClient(FixedMessage({}, Bytes(16384, 0x11)), 2);
   }
   EXPECT_TRUE(WaitFor([&] { return Gateway().Clients().ClientCount() == 1; }));
-  EXPECT_THAT(display_.dropped,
+  EXPECT_THAT(events_.dropped,
               testing::ElementsAre(std::pair("127.0.0.1", DropReason::DoesNotRead)));
   Gateway().ForwardCrosspointRow(1);
   EXPECT_EQ(Receive(*panel, 11), "F6 00 01 00 00 00 00 00 00 01 FF");

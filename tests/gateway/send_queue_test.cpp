@@ -18,7 +18,10 @@ Message Table(int kind, const Bytes& bytes) {
   return FixedMessage({.kind = Kind::Labels, .first = kind, .count = 0}, bytes);
 }
 Message Row(int channel, const Bytes& bytes) {
-  return FixedMessage({.kind = Kind::CrosspointMap, .first = channel, .count = 1}, bytes);
+  return FixedMessage({.kind = Kind::Row, .first = channel, .count = 1}, bytes);
+}
+Message WholeMap(const Bytes& bytes) {
+  return FixedMessage({.kind = Kind::Map, .first = 1, .count = 8}, bytes);
 }
 Message KeepAlive(std::uint8_t answer) {
   return FixedMessage({.kind = Kind::KeepAlive, .first = 0, .count = 0}, {answer});
@@ -138,21 +141,58 @@ TEST_F(SendQueueTest, AWaitingRowIsReplacedByANewerOneOfTheSameChannel) {
   EXPECT_EQ(Log(), "0: slot 1 01, 75: slot 2 03, 150: slot 1 02, 225: slot 2 02, 300: slot 1 03");
 }
 
-TEST_F(SendQueueTest, RowsOfTheMapSayWhatHoldsWhenTheirTurnComes) {
+TEST_F(SendQueueTest, ARowIsSentAsItWasWhenItCameWhateverIsRefusedSince) {
   ConnectClients(1);
-  PanelSenders& senders = gateway_.Senders();
   Queue().SendToClient(Plain({0xAA}), 1);
-  senders.SendCrosspointMapToClients(2, 1, 1);
   model_.CrosspointMap.At(2, 3) = 1;
+  gateway_.ForwardCrosspointRow(2);
+  model_.CrosspointMap.At(2, 3) = 0;  // what a row leaves that is refused for its checksum
+  model_.CrosspointMap.At(2, 8) = 1;
+  model_.ChannelStatus[2] = 1;
   EXPECT_EQ(Log(), "0: slot 1 AA, 75: slot 1 F6 00 01 00 01 00 01 00 00 02 00 05 FF");
 }
 
-TEST_F(SendQueueTest, AWaitingTableIsReplacedByANewerOne) {
+TEST_F(SendQueueTest, ANewerRowTakesThePlaceOfOneThatWaits) {
+  ConnectClients(1);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  gateway_.ForwardCrosspointRow(2);
+  gateway_.ForwardCrosspointRow(1);
+  model_.CrosspointMap.At(2, 3) = 1;
+  gateway_.ForwardCrosspointRow(2);
+  EXPECT_EQ(Log(),
+            "0: slot 1 AA, 75: slot 1 F6 00 01 00 01 00 01 00 00 02 00 05 FF, "
+            "150: slot 1 F6 00 01 00 00 00 00 00 00 01 FF");
+}
+
+TEST_F(SendQueueTest, TheWholeMapIsSentAsItWasWhenItWasAskedFor) {
+  ConnectClients(1);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  gateway_.Senders().SendCrosspointMapToClients(1, 8, 1);
+  model_.CrosspointMap.At(2, 8) = 1;
+  EXPECT_EQ(Log(),
+            "0: slot 1 AA, 75: slot 1 F6 00 08 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 "
+            "00 00 00 00 00 00 00 00 00 00 08 FF");
+}
+
+// Ahead of the map it would say less than the panel hears then.
+TEST_F(SendQueueTest, ARowThatWaitedAheadOfAMapGoesBehindItWhenItChanges) {
+  ConnectClients(1);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  Queue().SendToClient(Row(5, {0x05}), 9999);
+  Queue().SendToClient(Row(6, {0x06}), 9999);
+  Queue().SendToClient(WholeMap({0x10}), 1);
+  Queue().SendToClient(Row(7, {0x07}), 9999);
+  Queue().SendToClient(Row(5, {0x55}), 9999);
+  Queue().SendToClient(Row(7, {0x77}), 9999);
+  EXPECT_EQ(Log(), "0: slot 1 AA, 75: slot 1 06, 150: slot 1 10, 225: slot 1 77, 300: slot 1 55");
+}
+
+TEST_F(SendQueueTest, AWaitingTableIsReplacedByANewerOneForAll) {
   ConnectClients(1);
   Queue().SendToClient(Plain({0xAA}), 1);
   for (std::uint8_t i = 1; i <= 100; ++i) {
-    Queue().SendToClient(Table(10, {i}), 1);
-    Queue().SendToClient(Table(20, {i}), 1);
+    Queue().SendToClient(Table(10, {i}), 9999);
+    Queue().SendToClient(Table(20, {i}), 9999);
   }
   EXPECT_EQ(Queue().Size(), 2U);
   EXPECT_EQ(Log(), "0: slot 1 AA, 75: slot 1 64, 150: slot 1 64");
@@ -165,10 +205,31 @@ TEST_F(SendQueueTest, MessagesThatBelongTogetherStayTogether) {
         FixedMessage({.kind = Kind::StationList, .first = 0, .count = 0}, {first}),
         FixedMessage({.kind = Kind::ButtonProgramming, .first = 0, .count = 0}, {second})};
   };
-  Queue().SendToClient(pair(0x01, 0x02), 1);  // the first of them is out
-  Queue().SendToClient(pair(0x03, 0x04), 1);
-  Queue().SendToClient(pair(0x05, 0x06), 1);
+  Queue().SendToClient(pair(0x01, 0x02), 9999);  // the first of them is out
+  Queue().SendToClient(pair(0x03, 0x04), 9999);
+  Queue().SendToClient(pair(0x05, 0x06), 9999);
   EXPECT_EQ(Log(), "0: slot 1 01, 75: slot 1 02, 150: slot 1 05, 225: slot 1 06");
+}
+
+TEST_F(SendQueueTest, WhatAPanelAskedForKeepsItsOrderAndIsKeptUpToDate) {
+  ConnectClients(2);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  Queue().SendToClient(Table(10, {0x01}), 9999);
+  Queue().SendToClient(Table(20, {0x02}), 1);
+  Queue().SendToClient(Table(10, {0x03}), 1);  // replaces nothing
+  Queue().SendToClient(Table(10, {0x04}), 9999);
+  EXPECT_EQ(Log(), "0: slot 1 AA, 75: slot 1 01, 150: slot 2 04, 225: slot 1 02, 300: slot 1 04");
+}
+
+TEST_F(SendQueueTest, AnAnswerThatSomethingForAllHasReplacedIsDoneWithAllTheSame) {
+  ConnectClients(1);
+  std::string done;
+  Queue().SetDone([&](int, MessageId id, bool) { done += std::to_string(id.first) + ";"; });
+  Queue().SendToClient(Plain({0xAA}), 1);
+  Queue().SendToClient(Table(10, {0x01}), 1);
+  Queue().SendToClient(Table(10, {0x02}), 9999);
+  EXPECT_EQ(Log(), "0: slot 1 AA, 75: slot 1 02");
+  EXPECT_EQ(done, "0;10;");
 }
 
 TEST_F(SendQueueTest, ToAllThePartsGoOneAfterTheOther) {
@@ -177,7 +238,7 @@ TEST_F(SendQueueTest, ToAllThePartsGoOneAfterTheOther) {
   EXPECT_EQ(Log(), "0: slot 1 01, 75: slot 2 01, 150: slot 1 02, 225: slot 2 02");
 }
 
-TEST_F(SendQueueTest, AKeepAliveAnswerGoesAheadOfTables) {
+TEST_F(SendQueueTest, KeepAliveAnswersGoAheadOfWhatElseWaits) {
   ConnectClients(3);
   Queue().SendToClient(Row(1, {0x01}), 1);
   Queue().SendToClient(Row(2, {0x02}), 1);
@@ -186,19 +247,20 @@ TEST_F(SendQueueTest, AKeepAliveAnswerGoesAheadOfTables) {
   Queue().SendToClient(KeepAlive(0xF4), 2);
   Queue().SendToClient(KeepAlive(0xF4), 3);
   EXPECT_EQ(Log(),
-            "0: slot 1 01, 75: slot 2 F4, 150: slot 1 02, 225: slot 3 F4, "
-            "300: slot 1 03, 375: slot 2 04");
+            "0: slot 1 01, 75: slot 2 F4, 150: slot 3 F4, 225: slot 1 02, 300: slot 1 03, "
+            "375: slot 2 04");
 }
 
-TEST_F(SendQueueTest, KeepAliveAnswersAndRowsTakeTurns) {
-  ConnectClients(3);
-  Queue().SendToClient(Plain({0xAA}), 1);
-  Queue().SendToClient(Row(1, {0x01}), 1);
-  Queue().SendToClient(Row(2, {0x02}), 1);
-  for (int slot = 1; slot <= 3; ++slot) Queue().SendToClient(KeepAlive(0xF4), slot);
-  EXPECT_EQ(Log(),
-            "0: slot 1 AA, 75: slot 1 F4, 150: slot 1 01, 225: slot 2 F4, 300: slot 1 02, "
-            "375: slot 3 F4");
+TEST_F(SendQueueTest, AnAnswerGoesOutBetweenThePiecesOfSomebodyElsesTable) {
+  ConnectClients(2);
+  Queue().SendToClient(Table(10, Bytes(3 * 16384, 0x11)), 1);
+  peers_[0]->written.clear();
+  Queue().SendToClient(KeepAlive(0xF4), 2);
+  timer_.Elapse();
+  EXPECT_EQ(peers_[1]->TakeWritten(), "F4");
+  EXPECT_EQ(peers_[0]->TakeWritten(), "");
+  timer_.Elapse();
+  EXPECT_EQ(peers_[0]->written.size(), 16384U);
 }
 
 TEST_F(SendQueueTest, TheWholeMapIsATable) {
@@ -220,27 +282,51 @@ TEST_F(SendQueueTest, AKeepAliveAnswerDoesNotCutIntoATable) {
   EXPECT_EQ(Log(), "75: slot 1 22, 150: slot 1 F4");
 }
 
-TEST_F(SendQueueTest, OneKeepAliveAnswerWaitsPerSlotAndItIsTheLatest) {
+TEST_F(SendQueueTest, EveryPollHasItsAnswerAndSixtyFourWait) {
   ConnectClients(2);
   Queue().SendToClient(Plain({0xAA}), 1);
-  for (int i = 0; i < 50; ++i) {
-    Queue().SendToClient(KeepAlive(0xF4), 1);
-    Queue().SendToClient(KeepAlive(0xF4), 2);
-  }
-  Queue().SendToClient(KeepAlive(0xF1), 2);
-  EXPECT_EQ(Log(), "0: slot 1 AA, 75: slot 1 F4, 150: slot 2 F1");
+  for (int i = 0; i < 10; ++i) Queue().SendToClient(KeepAlive(0xF4), 1);
+  for (int i = 0; i < 100; ++i) Queue().SendToClient(KeepAlive(0xF4), 2);
+  EXPECT_EQ(Queue().Size(), 74U);
+  timer_.ElapseAll();
+  EXPECT_EQ(peers_[0]->TakeWritten(), "AA F4 F4 F4 F4 F4 F4 F4 F4 F4 F4");
+  EXPECT_EQ(peers_[1]->written.size(), 64U);
 }
 
-TEST_F(SendQueueTest, PollsCannotHoldUpATableForEver) {
+TEST_F(SendQueueTest, PanelsAreAnsweredInTurn) {
+  ConnectClients(3);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  for (const int slot : {1, 1, 1, 2, 3}) Queue().SendToClient(KeepAlive(0xF4), slot);
+  EXPECT_EQ(Log(),
+            "0: slot 1 AA, 75: slot 1 F4, 150: slot 2 F4, 225: slot 3 F4, 300: slot 1 F4, "
+            "375: slot 1 F4");
+}
+
+TEST_F(SendQueueTest, APanelThatPollsWithoutAPauseHasEverySecondMessageAtMost) {
   ConnectClients(2);
   Queue().SendToClient(Plain({0xAA}), 1);
-  Queue().SendToClient(Table(10, {0x10}), 2);
-  for (int i = 0; i < 12; ++i) {
-    Queue().SendToClient(KeepAlive(0xF4), 1);
-    timer_.Elapse();
+  for (int i = 0; i < 5; ++i) Queue().SendToClient(KeepAlive(0xF4), 2);
+  for (std::uint8_t channel = 1; channel <= 3; ++channel) {
+    Queue().SendToClient(Row(channel, {channel}), 1);
   }
-  EXPECT_EQ(peers_[0]->TakeWritten(), "AA F4 F4 F4 F4 F4 F4 F4 F4 F4 F4 F4");
-  EXPECT_EQ(peers_[1]->TakeWritten(), "10");
+  EXPECT_EQ(Log(),
+            "0: slot 1 AA, 75: slot 2 F4, 150: slot 1 01, 225: slot 2 F4, 300: slot 1 02, "
+            "375: slot 2 F4, 450: slot 1 03, 525: slot 2 F4, 600: slot 2 F4");
+}
+
+TEST_F(SendQueueTest, ManyPollsLeaveEveryNinthMessageToWhatElseWaits) {
+  ConnectClients(20);
+  Queue().SendToClient(Plain({0xAA}), 1);
+  for (int slot = 1; slot <= 20; ++slot) {
+    for (int i = 0; i < 3; ++i) Queue().SendToClient(KeepAlive(0xF4), slot);
+  }
+  for (std::uint8_t channel = 1; channel <= 3; ++channel) {
+    Queue().SendToClient(Row(channel, {channel}), 1);
+  }
+  const std::string log = Log();
+  for (const char* const row : {"675: slot 1 01,", "1350: slot 1 02,", "2025: slot 1 03,"}) {
+    EXPECT_THAT(log, testing::HasSubstr(row));
+  }
 }
 
 TEST_F(SendQueueTest, WhatWasForAClientThatWentIsForgotten) {
@@ -322,7 +408,7 @@ TEST_F(SendQueueTest, TheQueueStaysBoundedWhileRowsPourIn) {
       Queue().SendToClient(KeepAlive(0xF4), 1 + round % 4);
     }
   }
-  EXPECT_LE(Queue().Size(), 4U * 8 + 4);
+  EXPECT_LE(Queue().Size(), 4U * 8 + 4 * 64);
 }
 
 TEST_F(SendQueueTest, AClientThatDoesNotReadIsDropped) {
@@ -342,7 +428,7 @@ TEST_F(SendQueueTest, AClientThatDoesNotReadIsDropped) {
   timer_.ElapseAll();
   EXPECT_EQ(peers_[1]->TakeWritten(), "AA");
   EXPECT_THAT(reporter_.reports, IsEmpty());
-  EXPECT_THAT(display_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::DoesNotRead)));
+  EXPECT_THAT(events_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::DoesNotRead)));
 }
 
 TEST_F(SendQueueTest, AFailedWriteIsReportedAndTheOthersGoOn) {
@@ -356,17 +442,51 @@ TEST_F(SendQueueTest, AFailedWriteIsReportedAndTheOthersGoOn) {
   EXPECT_EQ(Log(), "75: slot 2 AA");
 }
 
-TEST_F(SendQueueTest, WhatIsPendingForASlot) {
+TEST_F(SendQueueTest, TellsWhenAMessageForOneSlotIsDoneWith) {
   ConnectClients(2);
-  Queue().SendToClient(Plain({0xAA}), 1);
-  Queue().SendToClient(Table(10, {0x10}), 9999);
-  EXPECT_FALSE(Queue().IsPending(1, Kind::Labels));
-  Queue().SendToClient(Table(20, {0x20}), 1);
-  EXPECT_TRUE(Queue().IsPending(1, Kind::Labels));
-  EXPECT_FALSE(Queue().IsPending(2, Kind::Labels));
-  EXPECT_FALSE(Queue().IsPending(1, Kind::ButtonProgramming));
+  std::string done;
+  Queue().SetDone([&](int slot, MessageId id, bool sent) {
+    done += "slot " + std::to_string(slot) + " kind " + std::to_string(id.first) +
+            (sent ? " sent; " : " not sent; ");
+  });
+  Queue().SendToClient(Table(1, Bytes(20000, 0x11)), 1);
+  Queue().SendToClient(Table(2, {0x10}), 9999);
+  Queue().SendToClient(Table(3, {}), 2);
+  peers_[1]->failsWrites = true;
+  Queue().SendToClient(Table(4, {0x20}), 2);
+  EXPECT_EQ(done, "");
+  timer_.Elapse();
+  EXPECT_EQ(done, "slot 1 kind 1 sent; ");
   timer_.ElapseAll();
-  EXPECT_FALSE(Queue().IsPending(1, Kind::Labels));
+  EXPECT_EQ(done, "slot 1 kind 1 sent; slot 2 kind 3 not sent; slot 2 kind 4 not sent; ");
+}
+
+// As many connections as there may be have been and gone, and one panel is left.
+TEST_F(SendQueueTest, AFloodThatIsOverCostsAMessageForAllSixteenPausesAtMost) {
+  ConnectClients(127);
+  for (std::size_t i = 0; i < 126; ++i) peers_[i]->Close();
+  EXPECT_EQ(Clients().SocketCount(), 127);
+  Queue().SendToClient(Row(1, {0x01}), 9999);
+  Queue().SendToClient(Row(2, {0x02}), 9999);
+  EXPECT_EQ(Log(), "1200: slot 127 01, 2475: slot 127 02");
+  EXPECT_EQ(timer_.now, 2550);
+}
+
+TEST_F(SendQueueTest, WhatWaitedForAFloodCostsNoMoreWhenItIsOver) {
+  ConnectClients(127);
+  Queue().SendToClient(Plain({0xAA}), 127);
+  Queue().SendToClient(Row(1, {0x01}), 9999);
+  Queue().SendToClient(Row(2, {0x02}), 9999);
+  for (std::size_t i = 0; i < 126; ++i) peers_[i]->Close();
+  EXPECT_EQ(Log(), "0: slot 127 AA, 1275: slot 127 01, 2550: slot 127 02");
+}
+
+TEST_F(SendQueueTest, APauseForNobodyIsThatOfAllPieces) {
+  ConnectClients(21);
+  for (std::size_t i = 0; i < 20; ++i) peers_[i]->Close();
+  Queue().SendToClient(Plain(Bytes(16385, 0x11)), 9999);
+  while (peers_[20]->written.empty() && timer_.IsRunning()) timer_.Elapse();
+  EXPECT_EQ(timer_.now, 2 * 16 * 75);
 }
 
 }  // namespace

@@ -125,18 +125,16 @@ void HostilePeers::Requests() {
   }
 }
 
-// Destinations 65, 257 and 16384 of 64, sources likewise: eight bits would make channels of
-// them that are there.
+// Destinations 257 and 16384 of 64, and a source likewise: eight bits would make channels of them
+// that are there.
 void HostilePeers::ImpossibleTakes() {
   while (Rest(500)) {
     RawPanel peer(port_);
     ++connections_;
     peer.Send(kIdentify);
     while (peer.Poll() && Rest(100)) {
-      peer.Send("FE 24 00 40 00 07 00 6B FF");
       peer.Send("FE 24 00 00 02 07 00 2D FF");
       peer.Send("FE 24 00 7F 7F 07 00 29 FF");
-      peer.Send("FE 24 00 28 00 40 00 0C FF");
       peer.Send("FE 24 00 28 00 00 02 4E FF");
       peer.Received().clear();
     }

@@ -23,6 +23,7 @@ model::Status FakeSerialPort::Write(std::uint8_t byte) {
   if (writesUntilFailure == 0) return {switcher::kPortWriteFailed, "The line takes no bytes"};
   if (writesUntilFailure > 0) --writesUntilFailure;
   written_.push_back(byte);
+  if (!sendsAtOnce) ++unsent;
   return {};
 }
 
@@ -36,6 +37,7 @@ void FakeSerialPort::Deliver(const switcher::Bytes& bytes) {
 }
 
 void FakeSerialPort::Drain() {
+  unsent = 0;
   if (sendThreshold == 1) events_->OutputDrained();
 }
 

@@ -19,6 +19,7 @@ class FakeSerialPort : public switcher::SerialPort {
   int Number() const override { return number_; }
   switcher::Bytes Read() override;
   model::Status Write(std::uint8_t byte) override;
+  std::size_t Unsent() const override { return unsent; }
   void SetSendThreshold(int threshold) override { sendThreshold = threshold; }
 
   // The bytes written since the last call, as "FD 02 00".
@@ -28,7 +29,7 @@ class FakeSerialPort : public switcher::SerialPort {
   void Deliver(std::string_view hex);
   void Deliver(const switcher::Bytes& bytes);
 
-  // The output has drained: the send event comes when it was asked for.
+  // All that was written is on the wire: the send event comes when it was asked for.
   void Drain();
 
   // The device goes away.
@@ -36,6 +37,8 @@ class FakeSerialPort : public switcher::SerialPort {
 
   bool unavailable = false;     // the next Open() fails
   int writesUntilFailure = -1;  // so many more writes succeed; -1 for all
+  bool sendsAtOnce = true;      // else what is written stays unsent until it drains
+  std::size_t unsent = 0;
   int sendThreshold = 0;
   int openCount = 0;
 

@@ -114,6 +114,18 @@ class QtSerialPortTest : public testing::Test {
   Events events_{port_};
 };
 
+TEST_F(QtSerialPortTest, TellsWhatALineCannotHaveSentYet) {
+  EXPECT_EQ(port_.Unsent(), 0U);
+  Open();
+  // The pseudo terminal takes them at once; a line would send them for a tenth of a second.
+  for (int i = 0; i < 600; ++i) ASSERT_TRUE(port_.Write(0x00).ok());
+  EXPECT_GT(port_.Unsent(), 0U);
+  EXPECT_TRUE(WaitFor([this] { return port_.Unsent() == 0; }));
+  for (int i = 0; i < 600; ++i) ASSERT_TRUE(port_.Write(0x00).ok());
+  port_.Close();
+  EXPECT_EQ(port_.Unsent(), 0U);
+}
+
 TEST_F(QtSerialPortTest, OpensWithTheLinesFixedSettings) {
   Open();
   EXPECT_TRUE(port_.IsOpen());
