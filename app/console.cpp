@@ -139,11 +139,12 @@ QString Console::SerialDevice(int number) const {
 void Console::PlaceWindow() {
   QList<QRect> screens;
   for (const QScreen* const screen : QGuiApplication::screens()) {
-    screens.append(screen->availableGeometry());
+    screens.append(screen->geometry());
   }
   QRect stored = placement_.Stored();
   stored.setSize(Bounded(stored.size()));
-  const QRect place = VisiblePlace(stored, screens);
+  const QRect place =
+      VisiblePlace(stored, screens, QGuiApplication::primaryScreen()->availableGeometry());
   window_.move(place.topLeft());
   window_.resize(place.size());
   placement_.SetRestored(window_.Place());
