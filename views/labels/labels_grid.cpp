@@ -87,7 +87,7 @@ LabelsGrid::LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidg
     horizontalHeader()->doItemsLayout();
     executeDelayedItemsLayout();
   });
-  connect(delegate_, &LabelsDelegate::EnterPressed, this, &LabelsGrid::StoreRequested);
+  connect(delegate_, &LabelsDelegate::EnterPressed, this, &LabelsGrid::StoreAndStep);
   connect(delegate_, &LabelsDelegate::ChoiceMade, this, [this] { CommitEditor(); });
   connect(delegate_, &LabelsDelegate::TabPressed, this, &LabelsGrid::Walk);
   connect(delegate_, &LabelsDelegate::Full, this, &LabelsGrid::Full);
@@ -164,6 +164,12 @@ void LabelsGrid::Walk(int step) {
   if (currentIndex() == next) QTableView::edit(next);
 }
 
+void LabelsGrid::StoreAndStep(int step) {
+  if (!storeRow_()) return;
+  const QModelIndex next = currentIndex().siblingAtRow(currentIndex().row() + step);
+  if (next.isValid()) selectionModel()->setCurrentIndex(next, QItemSelectionModel::ClearAndSelect);
+}
+
 QRect LabelsGrid::Block() const {
   QModelIndexList cells = selectionModel()->selectedIndexes();
   if (cells.isEmpty() && currentIndex().isValid()) cells.append(currentIndex());
@@ -187,7 +193,7 @@ void LabelsGrid::keyPressEvent(QKeyEvent* event) {
   } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
     Q_EMIT MenuRequested(CurrentPlace());
   } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    Q_EMIT StoreRequested();
+    StoreAndStep(StepOfEnter(*event));
   } else if (event->key() == Qt::Key_Escape && model_.HasEdit()) {
     Q_EMIT DropRequested();
   } else {
