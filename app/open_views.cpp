@@ -90,7 +90,7 @@ void OpenViews::ShowAllInPlace() {
 
 void OpenViews::ShowLevels() {
   if (IsShown(levels_)) return;
-  levels_ = new views::InputLevelDialog(services_, area_.window());
+  levels_ = new views::InputLevelDialog(services_, gainsReportedAt_, area_.window());
   levels_->setAttribute(Qt::WA_DeleteOnClose);
   const QSize screen = levels_->screen()->availableSize();
   levels_->FitInto(views::SizeOnScreen(screen, screen).width());
@@ -228,7 +228,10 @@ void OpenViews::CrosspointRowChanged(int output, int mode) {
 }
 
 void OpenViews::GainsChanged() {
-  if (IsShown(levels_)) levels_->Update_GainMap();
+  gainsReportedAt_ = QDateTime::currentDateTime();
+  if (!IsShown(levels_)) return;
+  levels_->ShowReported(gainsReportedAt_);
+  levels_->Update_GainMap();
 }
 
 void OpenViews::TallyChanged() {

@@ -128,7 +128,9 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   UnsentTables unsent_;
   QPointer<views::InputLevelDialog> levels_;
   QPointer<views::TallyDialog> tally_;
-  QDateTime tallyReportedAt_;  // null until the first report
+  // Null until the first report.
+  QDateTime gainsReportedAt_;
+  QDateTime tallyReportedAt_;
 };
 
 }  // namespace app

@@ -2,7 +2,7 @@
 //
 // Draws the programming view in many states into PNG files, for looking at.
 //
-//   buttons_gallery FOLDER [light|dark|contrast]
+//   buttons_gallery FOLDER [light|dark|contrast [POINTS]]
 
 #include <QApplication>
 #include <QPushButton>
