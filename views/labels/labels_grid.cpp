@@ -4,11 +4,13 @@
 
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QFontInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "views/labels/labels_delegate.h"
@@ -17,11 +19,15 @@
 #include "views/twips.h"
 
 namespace views {
+
+using rules::LabelColumn;
+
 namespace {
 
 constexpr int kSmallestRowHeight = 20;
 constexpr int kRowPadding = 6;
 constexpr double kHeaderFontScale = 0.88;
+constexpr double kUsualFont = 12;  // in pixels: nine points; the columns are made for it
 
 // Asks before the current cell moves.
 class GuardedSelection : public QItemSelectionModel {
@@ -68,16 +74,9 @@ LabelsGrid::LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidg
   header->setSectionsClickable(true);
   header->setSortIndicatorShown(true);
   header->setHighlightSections(false);
-  // The captions fit into the widths beside the arrow.
-  QFont font = header->font();
-  font.setPointSizeF(font.pointSizeF() * kHeaderFontScale);
-  header->setFont(font);
   connect(header, &QHeaderView::sectionClicked, this, &LabelsGrid::HeaderClicked);
-  for (std::size_t i = 0; i < rules::kLabelColumns.size(); ++i) {
-    header->resizeSection(static_cast<int>(i), ToPixels(rules::kLabelColumns[i].twips));
-  }
   ShowSortOrder();
-  SetRowHeight();
+  FitFont();
 
   connect(&model, &LabelsModel::MarkChanged, verticalHeader()->viewport(),
           qOverload<>(&QWidget::update));
@@ -94,14 +93,40 @@ LabelsGrid::LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidg
   connect(delegate_, &LabelsDelegate::TextTaken, this, &LabelsGrid::TextTaken);
 }
 
-void LabelsGrid::SetRowHeight() {
+void LabelsGrid::FitFont() {
   verticalHeader()->setDefaultSectionSize(
       std::max(kSmallestRowHeight, fontMetrics().height() + kRowPadding));
+  // The captions fit into the widths beside the arrow.
+  QHeaderView* const header = horizontalHeader();
+  QFont small = font();
+  small.setPointSizeF(QFontInfo(small).pointSizeF() * kHeaderFontScale);
+  header->setFont(small);
+  for (int column = 0; column < header->count(); ++column) {
+    header->resizeSection(column, WidthFor(static_cast<LabelColumn>(column)));
+  }
+  WidenNotes();
+}
+
+int LabelsGrid::WidthFor(LabelColumn column) const {
+  const double scale = std::max(1.0, QFontInfo(font()).pixelSize() / kUsualFont);
+  return static_cast<int>(std::lround(ToPixels(rules::Spec(column).twips) * scale));
+}
+
+void LabelsGrid::WidenNotes() {
+  QHeaderView* const header = horizontalHeader();
+  constexpr int kNotes = static_cast<int>(LabelColumn::Notes);
+  const int room = viewport()->width() - (header->length() - header->sectionSize(kNotes));
+  header->resizeSection(kNotes, std::max(WidthFor(LabelColumn::Notes), room));
+}
+
+void LabelsGrid::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  WidenNotes();
 }
 
 void LabelsGrid::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
-  if (event->type() == QEvent::FontChange) SetRowHeight();
+  if (event->type() == QEvent::FontChange) FitFont();
 }
 
 void LabelsGrid::ShowSortOrder() {

@@ -64,6 +64,7 @@ class LabelsGrid : public QTableView {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   bool MayMoveTo(const QModelIndex& index);
@@ -74,7 +75,12 @@ class LabelsGrid : public QTableView {
   void StoreAndStep(int step);
   // The middle of the current cell, on the screen.
   QPoint CurrentPlace() const;
-  void SetRowHeight();
+  // Rows, columns and captions for the font: the columns have their required widths at the usual
+  // one, and are wider for a larger one.
+  void FitFont();
+  int WidthFor(rules::LabelColumn column) const;
+  // The notes have the room that the other columns leave.
+  void WidenNotes();
 
   LabelsModel& model_;
   const std::function<bool()> storeRow_;
