@@ -35,18 +35,20 @@ COM Port=1
 COM1=$line
 EOF
 fi
+# 1200 x 680 pixels: with its frame it fits a screen of 1280 x 800, and one of 1366 x 768.
 if [ ! -f "$places" ]; then
   cat >"$places" <<EOF
 [Settings]
-MainLeft=0
-MainTop=0
-MainWidth=19200
-MainHeight=12000
-ButnsTop=4500
+MainLeft=450
+MainTop=300
+MainWidth=18000
+MainHeight=10200
+ButnsTop=2550
+AlphasHeight=8250
 XmapLeft=2700
 XmapTop=300
-XmapWidth=16000
-XmapHeight=9600
+XmapWidth=15000
+XmapHeight=8250
 EOF
 fi
 

@@ -37,7 +37,7 @@ QSize Bounded(const QSize& size) {
 
 Console::Console(const QString& folder)
     : folder_(folder),
-      settings_(QFileInfo(folder).canonicalFilePath()),
+      settings_(config::PlacesSection(ReadSettings())),
       placement_(settings_, QStringLiteral("Main")),
       files_(File(db::kMainFile), File(db::kWorkingCopy)),
       window_(commands_),
@@ -146,11 +146,15 @@ std::filesystem::path Console::File(const char* name) const {
   return QDir(folder_).filePath(QLatin1String(name)).toStdU16String();
 }
 
-QString Console::SerialDevice(int number) const {
+// What cannot be read names nothing, and has its defaults.
+config::IniFile Console::ReadSettings() const {
   config::IniFile settings;
-  // Without its file the port has the platform's own name.
   (void)config::IniFile::Load(File(config::kConfigurationFile), &settings);
-  return QString::fromStdString(config::SerialDevice(settings, number));
+  return settings;
+}
+
+QString Console::SerialDevice(int number) const {
+  return QString::fromStdString(config::SerialDevice(ReadSettings(), number));
 }
 
 // A place that no screen shows is kept in the settings until the window is moved: the screen may
@@ -158,11 +162,12 @@ QString Console::SerialDevice(int number) const {
 void Console::PlaceWindow() {
   QList<QRect> screens;
   for (const QScreen* const screen : QGuiApplication::screens()) {
-    screens.append(screen->availableGeometry());
+    screens.append(screen->geometry());
   }
   QRect stored = placement_.Stored();
   stored.setSize(Bounded(stored.size()));
-  const QRect place = VisiblePlace(stored, screens);
+  const QRect place =
+      VisiblePlace(stored, screens, QGuiApplication::primaryScreen()->availableGeometry());
   window_.move(place.topLeft());
   window_.resize(place.size());
   placement_.SetRestored(window_.Place());

@@ -24,6 +24,7 @@
 #include "app/termination.h"
 #include "app/transfers.h"
 #include "app/view_menu.h"
+#include "config/ini_file.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
 #include "gateway/panel_gateway.h"
@@ -63,6 +64,7 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   model::Status WriteSettings() const;
   void EndProgram();
   std::filesystem::path File(const char* name) const;
+  config::IniFile ReadSettings() const;
   QString SerialDevice(int number) const;
   void PlaceWindow();
 

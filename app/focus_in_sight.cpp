@@ -6,18 +6,12 @@
 #include <QApplication>
 #include <QItemSelectionModel>
 #include <QMdiSubWindow>
-#include <QScrollBar>
 #include <QStyle>
-#include <algorithm>
+
+#include "app/in_sight.h"
 
 namespace app {
 namespace {
-
-// How far to move so that `low` to `high` lies within 0 to `room`; its beginning comes first.
-int Way(int low, int high, int room) {
-  if (low < 0) return low;
-  return high > room ? std::min(low, high - room) : 0;
-}
 
 // The child window that the widget stands in.
 QMdiSubWindow* WindowOf(QWidget* widget) {
@@ -66,13 +60,7 @@ void FocusInSight::ShowFocus() {
 }
 
 void FocusInSight::Show(const QWidget& widget, const QRect& part) {
-  if (QApplication::mouseButtons() != Qt::NoButton) return;
-  const QRect there(widget.mapTo(area_.viewport(), part.topLeft()), part.size());
-  const QSize room = area_.viewport()->size();
-  QScrollBar& across = *area_.horizontalScrollBar();
-  QScrollBar& down = *area_.verticalScrollBar();
-  across.setValue(across.value() + Way(there.left(), there.right() + 1, room.width()));
-  down.setValue(down.value() + Way(there.top(), there.bottom() + 1, room.height()));
+  if (QApplication::mouseButtons() == Qt::NoButton) BringInSight(area_, widget, part);
 }
 
 }  // namespace app

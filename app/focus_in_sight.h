@@ -25,7 +25,7 @@ class FocusInSight : public QObject {
   void Follow(QWidget* focus);
   // The current cell when it is a grid.
   void ShowFocus();
-  // Scrolls until `part` of the widget is seen, or as much of it as there is room for.
+  // Brings `part` of the widget in sight, unless the mouse is at work.
   void Show(const QWidget& widget, const QRect& part);
 
   QMdiArea& area_;

@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "app/focus_in_sight.h"
+#include "app/in_sight.h"
 #include "views/icon.h"
 
 namespace app {
@@ -186,6 +187,7 @@ void MainWindow::FillWindowList() {
     connect(action, &QAction::triggered, window, [this, window] {
       if (window->isMinimized()) window->showNormal();
       area_->setActiveSubWindow(window);
+      BringInSight(*area_, *window, window->rect());
     });
     windowMenu_->addAction(action);
     windowList_.append(action);

@@ -4,8 +4,10 @@
 
 #include <QList>
 #include <QMdiSubWindow>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionTitleBar>
+#include <algorithm>
 
 namespace app {
 
@@ -25,8 +27,19 @@ void Place(QMdiSubWindow& window, const QRect& geometry) {
   window.setGeometry(geometry);
 }
 
-// The room that tiled windows share: scroll bars that show now will be gone then.
-QSize TiledSize(const QMdiArea& area) { return area.contentsRect().size(); }
+// The room that arranged windows share: scroll bars that show now will be gone then.
+QSize Room(const QMdiArea& area) { return area.contentsRect().size(); }
+
+// Windows are arranged from the corner of the area, not of what is seen of it.
+void ScrollToCorner(const QMdiArea& area) {
+  area.horizontalScrollBar()->setValue(0);
+  area.verticalScrollBar()->setValue(0);
+}
+
+// How long a window may be that begins at `start`: within the room if it is no longer than that.
+int Fitting(int length, int start, int room) {
+  return length > room ? length : std::min(length, room - start);
+}
 
 // Divides `length` into `count` parts that differ by one pixel at most.
 int PartStart(int length, int count, int part) { return length * part / count; }
@@ -34,10 +47,14 @@ int PartStart(int length, int count, int part) { return length * part / count; }
 }  // namespace
 
 void Cascade(QMdiArea& area) {
+  ScrollToCorner(area);
+  const QSize room = Room(area);
   QPoint corner(0, 0);
   for (QMdiSubWindow* const window : Windows(area, QMdiArea::StackingOrder, false)) {
     if (window->isMaximized()) window->showNormal();
-    window->move(corner);
+    const QSize size(Fitting(window->width(), corner.x(), room.width()),
+                     Fitting(window->height(), corner.y(), room.height()));
+    window->setGeometry(QRect(corner, size.expandedTo(window->minimumSizeHint())));
     window->raise();
     const int step = window->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, window);
     corner += QPoint(step, step);
@@ -45,8 +62,9 @@ void Cascade(QMdiArea& area) {
 }
 
 void TileHorizontal(QMdiArea& area) {
+  ScrollToCorner(area);
   const auto windows = Windows(area, QMdiArea::CreationOrder, false);
-  const QSize size = TiledSize(area);
+  const QSize size = Room(area);
   const int count = static_cast<int>(windows.size());
   for (int i = 0; i < count; ++i) {
     const int top = PartStart(size.height(), count, i);
@@ -55,8 +73,9 @@ void TileHorizontal(QMdiArea& area) {
 }
 
 void TileVertical(QMdiArea& area) {
+  ScrollToCorner(area);
   const auto windows = Windows(area, QMdiArea::CreationOrder, false);
-  const QSize size = TiledSize(area);
+  const QSize size = Room(area);
   const int count = static_cast<int>(windows.size());
   for (int i = 0; i < count; ++i) {
     const int left = PartStart(size.width(), count, i);

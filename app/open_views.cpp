@@ -4,6 +4,7 @@
 
 #include <QScreen>
 
+#include "app/in_sight.h"
 #include "views/main_view.h"
 #include "views/on_screen.h"
 
@@ -20,7 +21,9 @@ const QString kButtons = QStringLiteral("frmButtons");
 }  // namespace
 
 OpenViews::OpenViews(QMdiArea& area, const views::Services& services)
-    : area_(area), services_(services) {}
+    : area_(area), services_(services) {
+  connect(&area_, &QMdiArea::subWindowActivated, this, &OpenViews::ActiveViewChanged);
+}
 
 OpenViews::~OpenViews() {
   delete levels_;
@@ -37,6 +40,9 @@ QMdiSubWindow* OpenViews::Find(const QString& name) const {
 }
 
 void OpenViews::Show(const QString& name, const std::function<views::MainView*()>& load) {
+  // By itself the area would make what comes up as large as a maximised window before it.
+  QMdiSubWindow* const active = area_.activeSubWindow();
+  if (active != nullptr && active->isMaximized()) active->showNormal();
   QMdiSubWindow* window = Find(name);
   views::MainView* view = nullptr;  // when it is a new one
   if (window == nullptr) {
@@ -51,6 +57,7 @@ void OpenViews::Show(const QString& name, const std::function<views::MainView*()
   area_.setActiveSubWindow(window);
   // By itself a new window would give the focus to its first tool, and the first tools send.
   if (view != nullptr) view->FirstFocus().setFocus(Qt::ActiveWindowFocusReason);
+  BringInSight(area_, *window, window->rect());
 }
 
 void OpenViews::ShowXmap() {
@@ -70,15 +77,15 @@ void OpenViews::ShowAllInPlace() {
   ShowAlphas();
   ShowXmap();
   for (const QString& name : {kButtons, kAlphas, kXmap}) {
-    QMdiSubWindow* const window = Find(name);
-    if (window->isMaximized()) window->showNormal();
-    qobject_cast<views::MainView*>(window->widget())->RestorePlacement();
+    qobject_cast<views::MainView*>(Find(name)->widget())->RestorePlacement();
   }
+  QMdiSubWindow* const map = Find(kXmap);
+  BringInSight(area_, *map, map->rect());
 }
 
 void OpenViews::ShowLevels() {
   if (IsShown(levels_)) return;
-  levels_ = new views::InputLevelDialog(services_, area_.window());
+  levels_ = new views::InputLevelDialog(services_, gainsReportedAt_, area_.window());
   levels_->setAttribute(Qt::WA_DeleteOnClose);
   const QSize screen = levels_->screen()->availableSize();
   levels_->FitInto(views::SizeOnScreen(screen, screen).width());
@@ -186,6 +193,21 @@ views::XmapView* OpenViews::Xmap() const { return Loaded<views::XmapView>(kXmap)
 views::AlphasView* OpenViews::Alphas() const { return Loaded<views::AlphasView>(kAlphas); }
 views::ButtonsView* OpenViews::Buttons() const { return Loaded<views::ButtonsView>(kButtons); }
 
+template <typename View>
+View* OpenViews::Active() const {
+  const QMdiSubWindow* const window = area_.activeSubWindow();
+  return window == nullptr ? nullptr : qobject_cast<View*>(window->widget());
+}
+
+bool OpenViews::CanFind() const {
+  return Active<views::XmapView>() != nullptr || Active<views::AlphasView>() != nullptr;
+}
+
+void OpenViews::ShowFind() {
+  if (auto* const xmap = Active<views::XmapView>()) xmap->ShowFind();
+  if (auto* const alphas = Active<views::AlphasView>()) alphas->ShowFind();
+}
+
 bool OpenViews::StoreEdits() {
   views::AlphasView* const alphas = Alphas();
   return alphas == nullptr || alphas->StoreRow();
@@ -206,7 +228,10 @@ void OpenViews::CrosspointRowChanged(int output, int mode) {
 }
 
 void OpenViews::GainsChanged() {
-  if (IsShown(levels_)) levels_->Update_GainMap();
+  gainsReportedAt_ = QDateTime::currentDateTime();
+  if (!IsShown(levels_)) return;
+  levels_->ShowReported(gainsReportedAt_);
+  levels_->Update_GainMap();
 }
 
 void OpenViews::TallyChanged() {

@@ -33,8 +33,8 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   // Closes the dialogs that are still open.
   ~OpenViews() override;
 
-  // Shows a main view: loads it in the place that the settings say, or brings it up as it is,
-  // out of its minimised state.
+  // Shows a main view: loads it in the place that the settings say, or brings it up where it is,
+  // in its normal state and in sight.
   void ShowXmap();
   void ShowAlphas();
   void ShowButtons();
@@ -55,6 +55,11 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   views::XmapView* Xmap() const;
   views::AlphasView* Alphas() const;
   views::ButtonsView* Buttons() const;
+
+  // Whether the view that the operator works in has a search of its own, and opening its field;
+  // without one nothing happens.
+  bool CanFind() const;
+  void ShowFind();
 
   // A table was edited here, or handed to the line in so many messages: of one station or output
   // (from 1), or of all with model::kAll.
@@ -82,6 +87,8 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void MessageRefused(std::string_view description, switcher::DecodeStatus status) override;
 
  Q_SIGNALS:
+  // The operator works in another view now, or in none.
+  void ActiveViewChanged();
   // What the current cell of the map says; empty without a map.
   void ReadoutChanged(const QString& text);
   // The map was loaded or unloaded.
@@ -119,6 +126,9 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   // The loaded view of that name; null when it is not open.
   template <typename View>
   View* Loaded(const QString& name) const;
+  // The view that the operator works in, if it is of that kind; else null.
+  template <typename View>
+  View* Active() const;
 
   views::MainView* LoadXmap();
   views::MainView* LoadAlphas();
@@ -131,7 +141,9 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   UnsentTables unsent_;
   QPointer<views::InputLevelDialog> levels_;
   QPointer<views::TallyDialog> tally_;
-  QDateTime tallyReportedAt_;  // null until the first report
+  // Null until the first report.
+  QDateTime gainsReportedAt_;
+  QDateTime tallyReportedAt_;
 };
 
 }  // namespace app

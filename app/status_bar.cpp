@@ -3,6 +3,8 @@
 #include "app/status_bar.h"
 
 #include <QFontMetrics>
+#include <QSizeGrip>
+#include <algorithm>
 
 #include "app/elided_label.h"
 #include "app/event_words.h"
@@ -17,20 +19,36 @@ constexpr int kNoteMilliseconds = 5000;
 // Room for "Out 064  Sta. 064  <  In 064  Inpt 064: Priority crosspoint".
 constexpr int kReadoutCharacters = 60;
 
+// So many characters of a panel that is elided must be left.
+constexpr int kLeastWarning = 12;
+constexpr int kLeastText = 8;
+
+// What the bar has between two panels, and before the first and behind the last one.
+constexpr int kBetween = 6;
+constexpr int kEnds = 12;
+
 }  // namespace
 
 StatusBar::StatusBar(QWidget* parent)
     : QStatusBar(parent),
       link_(new QLabel(this)),
       lamp_(new LinkLamp(this)),
-      closedPort_(new QLabel(this)),
-      blocked_(new QLabel(this)),
+      closedPort_(new ElidedLabel(this)),
+      blocked_(new ElidedLabel(this)),
       panels_(new QLabel(this)),
       readout_(new ElidedLabel(this)),
       mapState_(new QLabel(this)),
       unsent_(new ElidedLabel(this)),
       note_(new ElidedLabel(this)),
-      demo_(new QLabel(tr("DEMO"), this)) {
+      demo_(new QLabel(tr("DEMO"), this)),
+      shares_{{blocked_, kLeastWarning},
+              {closedPort_, kLeastWarning},
+              {note_, kLeastText},
+              {readout_, kLeastText},
+              {unsent_, kLeastText},
+              {demo_, 0},
+              {mapState_, 0},
+              {panels_, 0}} {
   setObjectName(QStringLiteral("sbStatusBar"));
   link_->setObjectName(QStringLiteral("sbStatusBar_1"));
   closedPort_->setObjectName(QStringLiteral("aidClosedPort"));
@@ -59,13 +77,6 @@ StatusBar::StatusBar(QWidget* parent)
   addWidget(unsent_);
   addWidget(note_);
   addPermanentWidget(demo_);
-  closedPort_->hide();
-  blocked_->hide();
-  unsent_->hide();
-  panels_->hide();
-  note_->hide();
-  mapState_->hide();
-  demo_->hide();
   closedPort_->setToolTip(
       tr("The serial port cannot be used now. It is tried again every second, and the link comes "
          "up by itself when it can."));
@@ -73,17 +84,18 @@ StatusBar::StatusBar(QWidget* parent)
   demo_->setToolTip(tr("Demo mode: the map draws its own takes, whatever the switcher says"));
   // A frame makes it a badge without a colour of its own.
   demo_->setFrameShape(QFrame::Box);
+  Want(readout_, true);
 
   noteTime_.setSingleShot(true);
   noteTime_.setInterval(kNoteMilliseconds);
-  connect(&noteTime_, &QTimer::timeout, note_, &QLabel::hide);
+  connect(&noteTime_, &QTimer::timeout, this, [this] { Want(note_, false); });
   SetConnected(false);
 }
 
 void StatusBar::SetLinkText(const QString& text) {
   link_->setText(text);
   link_->setMinimumWidth(link_->sizeHint().width());
-  UpdateLegend();
+  ShareRoom();
 }
 
 void StatusBar::SetConnected(bool connected) {
@@ -99,31 +111,73 @@ void StatusBar::SetConnected(bool connected) {
 
 void StatusBar::SetLegend(QWidget* legend) {
   legend_ = legend;
-  // Without a minimum of its own it would keep the window from becoming narrow.
-  legend_->setMinimumWidth(1);
   addPermanentWidget(legend_);
-  UpdateLegend();
+  ShareRoom();
 }
 
 void StatusBar::WantLegend(bool wanted) {
   legendWanted_ = wanted;
-  UpdateLegend();
+  ShareRoom();
 }
 
-void StatusBar::UpdateLegend() {
-  if (legend_ == nullptr) return;
-  const int readout = kReadoutCharacters * fontMetrics().averageCharWidth();
-  int needed =
-      link_->sizeHint().width() + lamp_->sizeHint().width() + legend_->sizeHint().width() + readout;
-  for (const QLabel* const label : {closedPort_, mapState_, unsent_, demo_}) {
-    if (!label->isHidden()) needed += label->sizeHint().width();
+QSize StatusBar::minimumSizeHint() const { return {0, QStatusBar::minimumSizeHint().height()}; }
+
+void StatusBar::Want(const QWidget* widget, bool wanted) {
+  std::ranges::find(shares_, widget, &Panel::widget)->wanted = wanted;
+  ShareRoom();
+}
+
+int StatusBar::FullWidth(const Panel& panel) const {
+  // What stands beside the readout does not come and go with the cell that it is about.
+  const int text = panel.widget == readout_ ? kReadoutCharacters * fontMetrics().averageCharWidth()
+                                            : panel.widget->sizeHint().width();
+  return text + kBetween;
+}
+
+int StatusBar::RoomForPanels() const {
+  int room = width() - kEnds - link_->sizeHint().width() - kBetween - lamp_->sizeHint().width();
+  if (const auto* const grip = findChild<const QSizeGrip*>(); grip != nullptr) {
+    room -= grip->sizeHint().width();
   }
-  legend_->setVisible(legendWanted_ && width() >= needed);
+  return room;
+}
+
+// Each gets the least that it can do with, as far as there is room; then those that are elided grow
+// as far as there is room; what is over then may be the legend's.
+void StatusBar::ShareRoom() {
+  int room = RoomForPanels();
+  for (Panel& panel : shares_) {
+    const int full = FullWidth(panel);
+    const int least =
+        panel.leastCharacters == 0
+            ? full
+            : std::min(full, panel.leastCharacters * fontMetrics().averageCharWidth());
+    panel.width = panel.wanted && least <= room ? least : 0;
+    room -= panel.width;
+  }
+  for (Panel& panel : shares_) {
+    if (panel.width == 0) continue;
+    const int growth = std::min(FullWidth(panel) - panel.width, std::max(room, 0));
+    panel.width += growth;
+    room -= growth;
+  }
+  const bool hasAll = std::ranges::all_of(shares_, [this](const Panel& panel) {
+    return !panel.wanted || panel.width == FullWidth(panel);
+  });
+  for (const Panel& panel : shares_) {
+    panel.widget->setVisible(panel.width > 0);
+    // The readout has what nobody else wants.
+    if (panel.widget != readout_ && panel.width > 0) {
+      panel.widget->setMaximumWidth(panel.width - kBetween);
+    }
+  }
+  if (legend_ == nullptr) return;
+  legend_->setVisible(legendWanted_ && hasAll && legend_->sizeHint().width() + kBetween <= room);
 }
 
 void StatusBar::resizeEvent(QResizeEvent* event) {
   QStatusBar::resizeEvent(event);
-  UpdateLegend();
+  ShareRoom();
 }
 
 void StatusBar::SetReadout(const QString& text) {
@@ -133,49 +187,47 @@ void StatusBar::SetReadout(const QString& text) {
 
 void StatusBar::SetMapState(const QString& text) {
   mapState_->setText(text);
-  mapState_->setVisible(!text.isEmpty());
-  UpdateLegend();
+  Want(mapState_, !text.isEmpty());
 }
 
-void StatusBar::SetDemo(bool demo) {
-  demo_->setVisible(demo);
-  UpdateLegend();
-}
+void StatusBar::SetDemo(bool demo) { Want(demo_, demo); }
 
 void StatusBar::ShowNote(const QString& text) {
   note_->setText(text);
-  note_->show();
+  note_->setToolTip(text);
+  Want(note_, true);
   noteTime_.start();
 }
 
 void StatusBar::SetUnsent(const QString& tables) {
   unsent_->setText(tr("Unsent: %1").arg(tables));
   unsent_->setToolTip(tr("Edited here, and not sent to the switcher since"));
-  unsent_->setVisible(!tables.isEmpty());
-  UpdateLegend();
+  Want(unsent_, !tables.isEmpty());
 }
 
 void StatusBar::SetPanels(const QStringList& panels) {
   panels_->setText(tr("Panels %1").arg(panels.size()));
   panels_->setToolTip(panels.isEmpty() ? tr("No network panel is connected")
                                        : panels.join(QLatin1Char('\n')));
-  panels_->show();
+  Want(panels_, true);
 }
 
 void StatusBar::SetClosedPort(std::optional<int> number) {
   if (number.has_value()) closedPort_->setText(tr("COM %1 is not open").arg(*number));
-  closedPort_->setVisible(number.has_value());
-  UpdateLegend();
+  Want(closedPort_, number.has_value());
 }
 
 void StatusBar::SetBlockedCode(std::optional<std::uint8_t> code) {
-  blocked_->setVisible(code.has_value());
-  if (!code.has_value()) return;
+  if (!code.has_value()) {
+    Want(blocked_, false);
+    return;
+  }
   blocked_->setText(tr("⚠ Receiving blocked by unknown code %1").arg(ByteWords(*code)));
   blocked_->setToolTip(
       tr("The switcher sent a message that this console does not know. Nothing that it sends is "
          "read until that byte is discarded, with the command in the menu File, or the line is "
          "opened anew."));
+  Want(blocked_, true);
 }
 
 }  // namespace app

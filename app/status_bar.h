@@ -9,12 +9,16 @@
 #include <QTimer>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace app {
 
 class LinkLamp;
 
 // sbStatusBar: the link text in the first panel, which nothing ever covers, and aids beside it.
+//
+// It takes the width that the window has and never asks for more: aids for which there is no room
+// are elided, or hidden, the least important first.
 class StatusBar : public QStatusBar {
   Q_OBJECT
 
@@ -27,7 +31,7 @@ class StatusBar : public QStatusBar {
   // Whether the switcher answers: the lamp beside the link text, and the ground of both.
   void SetConnected(bool connected);
 
-  // What the cell under the operator's hand says; empty for nothing.
+  // What the current cell of the map says; empty for nothing.
   void SetReadout(const QString& text);
 
   // How old the map is; empty for nothing.
@@ -52,15 +56,31 @@ class StatusBar : public QStatusBar {
   void SetPanels(const QStringList& panels);
 
   // Takes over the legend of the map.  It stands at the right end while it is wanted and there
-  // is room for it: a narrow window shows the link and the readout first.
+  // is room for it beside all else, whole.
   void SetLegend(QWidget* legend);
   void WantLegend(bool wanted);
+
+  QSize minimumSizeHint() const override;
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void UpdateLegend();
+  // What stands beside the link text while it is wanted.
+  struct Panel {
+    QWidget* widget;
+    int leastCharacters;  // fewer than these are worth nothing; 0 for one that is never elided
+    bool wanted = false;
+    int width = 0;  // its share; 0 when there is no room for it
+  };
+
+  // `widget` is one of the panels.
+  void Want(const QWidget* widget, bool wanted);
+  // The width that the panel would take if there were room for it, with its distance from the next.
+  int FullWidth(const Panel& panel) const;
+  // What the link text leaves of the bar.
+  int RoomForPanels() const;
+  void ShareRoom();
 
   QLabel* link_;
   LinkLamp* lamp_;
@@ -74,6 +94,7 @@ class StatusBar : public QStatusBar {
   QLabel* demo_;
   QWidget* legend_ = nullptr;
   bool legendWanted_ = false;
+  std::vector<Panel> shares_;  // without the legend, the most important first
   QTimer noteTime_;
 };
 

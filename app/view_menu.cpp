@@ -27,18 +27,15 @@ ViewMenu::ViewMenu(QMenu& menu, OpenViews& views, QWidget& window,
   AddMapAction("aidZoomReset", tr("Zoom &100 %"), QKeySequence(Qt::CTRL | Qt::Key_0),
                [](views::XmapView& xmap) { xmap.SetZoom(100); });
   menu_.addSeparator();
-  AddMapAction("aidFind", tr("&Find Channel…"), QKeySequence(Qt::CTRL | Qt::Key_F),
-               [](views::XmapView& xmap) { xmap.ShowFind(); });
+  find_ = AddAction("aidFind", tr("&Find Channel…"), QKeySequence(Qt::CTRL | Qt::Key_F),
+                    [this] { views_.ShowFind(); });
   AddMapAction("aidGoTo", tr("&Go To Crosspoint…"), QKeySequence(Qt::CTRL | Qt::Key_G),
                [](views::XmapView& xmap) { xmap.ShowGoTo(); });
   menu_.addSeparator();
 
-  auto* const eventLog = new QAction(tr("&Event Log"), &menu);
-  eventLog->setObjectName(QStringLiteral("aidEventLog"));
-  eventLog->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
+  QAction* const eventLog =
+      AddAction("aidEventLog", tr("&Event Log"), QKeySequence(Qt::CTRL | Qt::Key_L), showEventLog);
   eventLog->setIcon(views::Icon(QStringLiteral("event-log")));
-  connect(eventLog, &QAction::triggered, this, showEventLog);
-  menu_.addAction(eventLog);
 
   auto* const fullScreen = new QAction(tr("F&ull Screen"), &menu);
   fullScreen->setObjectName(QStringLiteral("aidFullScreen"));
@@ -50,19 +47,27 @@ ViewMenu::ViewMenu(QMenu& menu, OpenViews& views, QWidget& window,
   menu_.addAction(fullScreen);
 
   connect(&views_, &OpenViews::XmapLoaded, this, &ViewMenu::Update, Qt::QueuedConnection);
+  connect(&views_, &OpenViews::ActiveViewChanged, this,
+          [this] { find_->setEnabled(views_.CanFind()); });
+  find_->setEnabled(views_.CanFind());
   Update();
+}
+
+QAction* ViewMenu::AddAction(const char* name, const QString& caption, const QKeySequence& shortcut,
+                             const std::function<void()>& operation) {
+  auto* const action = new QAction(caption, &menu_);
+  action->setObjectName(QLatin1String(name));
+  action->setShortcut(shortcut);
+  connect(action, &QAction::triggered, this, operation);
+  menu_.addAction(action);
+  return action;
 }
 
 void ViewMenu::AddMapAction(const char* name, const QString& caption, const QKeySequence& shortcut,
                             void (*operation)(views::XmapView&)) {
-  auto* const action = new QAction(caption, &menu_);
-  action->setObjectName(QLatin1String(name));
-  action->setShortcut(shortcut);
-  connect(action, &QAction::triggered, this, [this, operation] {
+  mapActions_.append(AddAction(name, caption, shortcut, [this, operation] {
     if (views::XmapView* const xmap = views_.Xmap()) operation(*xmap);
-  });
-  menu_.addAction(action);
-  mapActions_.append(action);
+  }));
 }
 
 // A map that was loaded anew takes over what the menu says.

@@ -11,8 +11,8 @@
 
 namespace app {
 
-// Fills the View menu: helps for reading the crosspoint map, the event log, and the full screen.
-// They change looks only.
+// Fills the View menu: helps for reading the crosspoint map, the search of the view that the
+// operator works in, the event log, and the full screen.  They change looks only.
 class ViewMenu : public QObject {
   Q_OBJECT
 
@@ -22,6 +22,8 @@ class ViewMenu : public QObject {
            const std::function<void()>& showEventLog);
 
  private:
+  QAction* AddAction(const char* name, const QString& caption, const QKeySequence& shortcut,
+                     const std::function<void()>& operation);
   void AddMapAction(const char* name, const QString& caption, const QKeySequence& shortcut,
                     void (*operation)(views::XmapView&));
   void Update();
@@ -30,6 +32,7 @@ class ViewMenu : public QObject {
   OpenViews& views_;
   QList<QAction*> mapActions_;
   QAction* crosshair_;
+  QAction* find_ = nullptr;
 };
 
 }  // namespace app

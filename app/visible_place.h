@@ -8,10 +8,10 @@
 
 namespace app {
 
-// Where to show a window that is to stand at `place` on these screens, the primary one first: at
-// `place`, or, when nothing of the window's upper edge could be reached with the mouse, in the
-// upper left of the primary screen and no larger than it.
-QRect VisiblePlace(const QRect& place, const QList<QRect>& screens);
+// Where to show a window that is to stand at `place`: there when any part of it lies on one of
+// these screens, however large it is; else in the upper left of `home`, the room for windows on
+// the primary screen, and no larger than that.
+QRect VisiblePlace(const QRect& place, const QList<QRect>& screens, const QRect& home);
 
 }  // namespace app
 

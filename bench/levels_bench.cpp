@@ -53,7 +53,8 @@ void Paint() { QCoreApplication::sendPostedEvents(); }
 void OpenLevels(benchmark::State& state) {
   test::LevelsConsole console;
   for (auto _ : state) {
-    auto* const dialog = new views::InputLevelDialog(console.Services(), console.window.get());
+    auto* const dialog =
+        new views::InputLevelDialog(console.Services(), QDateTime(), console.window.get());
     dialog->open();
     Paint();
     if (!QTest::qWaitForWindowExposed(dialog)) state.SkipWithError("no dialog");
@@ -124,7 +125,7 @@ double DragOnTheLine(int drags) {
                                  .poll = plain.poll,
                                  .settings = plain.settings,
                                  .reporter = plain.reporter};
-  console.dialog = new views::InputLevelDialog(services, console.window.get());
+  console.dialog = new views::InputLevelDialog(services, QDateTime(), console.window.get());
   console.dialog->open();
   QTest::qWait(100);
   double longest = 0;

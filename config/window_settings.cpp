@@ -2,13 +2,14 @@
 
 #include "config/window_settings.h"
 
-#include <QCryptographicHash>
-
 #include "config/profile_number.h"
 
 namespace config {
 
 namespace {
+
+constexpr char kPlaces[] = "WINDOW PLACES";
+constexpr char kSection[] = "Section";
 
 struct Default {
   const char* key;
@@ -31,30 +32,29 @@ int DefaultOf(const QString& key) {
   return 0;
 }
 
-// The section of the console in this folder.
-QString SectionOf(const QString& folder) {
-  if (folder.isEmpty()) return {};
-  constexpr int kDigits = 8;
-  const QByteArray hash = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1);
-  return QStringLiteral("Console ") + QString::fromLatin1(hash.toHex().left(kDigits));
+// A slash would lead to a section within a section.
+QString SectionInStore(QString section) {
+  if (section.isEmpty()) return QStringLiteral("Settings");
+  return section.replace(u'/', u'-').replace(u'\\', u'-');
 }
-
-QString KeyIn(const QString& section, const QString& key) { return section + u'/' + key; }
-
-QString SharedKey(const QString& key) { return KeyIn(QStringLiteral("Settings"), key); }
 
 }  // namespace
 
-WindowSettings::WindowSettings(const QString& folder)
+QString PlacesSection(const IniFile& file) {
+  return QString::fromStdString(file.Value(kPlaces, kSection));
+}
+
+void SetPlacesSection(const QString& section, IniFile& file) {
+  file.SetValue(kPlaces, kSection, section.toStdString());
+}
+
+WindowSettings::WindowSettings(const QString& section)
     : store_(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
              QStringLiteral("Orvo Intercom Control")),
-      folder_(folder),
-      own_(SectionOf(folder)) {}
+      section_(SectionInStore(section)) {}
 
 QString WindowSettings::Text(const QString& key) const {
-  const QVariant shared = store_.value(SharedKey(key), QString::number(DefaultOf(key)));
-  if (own_.isEmpty()) return shared.toString();
-  return store_.value(KeyIn(own_, key), shared).toString();
+  return store_.value(KeyInStore(key), QString::number(DefaultOf(key))).toString();
 }
 
 int WindowSettings::Twips(const QString& key) const {
@@ -62,11 +62,7 @@ int WindowSettings::Twips(const QString& key) const {
 }
 
 void WindowSettings::SetText(const QString& key, const QString& text) {
-  store_.setValue(SharedKey(key), text);
-  if (own_.isEmpty()) return;
-  store_.setValue(KeyIn(own_, key), text);
-  // For whoever reads the file: the section's number says nothing.
-  store_.setValue(KeyIn(own_, QStringLiteral("Folder")), folder_);
+  store_.setValue(KeyInStore(key), text);
 }
 
 }  // namespace config

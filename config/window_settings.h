@@ -6,37 +6,44 @@
 #include <QSettings>
 #include <QString>
 
+#include "config/ini_file.h"
+
 namespace config {
 
+// The section of the user's settings store that the console's settings file names for the places
+// of its windows (section "WINDOW PLACES", key "Section"); empty when it names none.
+QString PlacesSection(const IniFile& file);
+
+// Names that section in the settings file.
+// REQUIRES: no line break in it
+void SetPlacesSection(const QString& section, IniFile& file);
+
 // Where the windows of a console stood last, in the user's own settings store, under the program's
-// title.  Section "Settings" has what was stored last by any of the user's consoles.  The console
-// of a folder keeps its own places beside it, in a section of the folder: consoles in several
-// folders leave one another's windows alone, and a console of a new, moved or unknown folder
-// starts with what was stored last.
+// title.  They are in section "Settings"; a further console of the same user has a section of its
+// own when its settings file names one.
 //
 // Keys are a prefix ("Main", "Butns", "Alphas", "Xmap") and "Left", "Top",
 // "Width" or "Height"; values are decimal texts in twips (15 to a pixel).
 class WindowSettings {
  public:
-  // Those of the console in this folder; with an empty one section "Settings" only.
-  explicit WindowSettings(const QString& folder);
+  // Those of the section; of "Settings" when it is empty.
+  explicit WindowSettings(const QString& section);
 
-  // The text that this console stored last, or any console when this one stored none; else the
-  // default of the key ("1000" for "MainLeft").  A key that is not one of the sixteen has the
-  // default "0".
+  // The text that was stored last, else the default of the key ("1000" for "MainLeft").  A key
+  // that is not one of the sixteen has the default "0".
   QString Text(const QString& key) const;
 
   // The number that the text begins with; a text that begins with none is 0.  Within +-1000000,
   // far beyond any screen.
   int Twips(const QString& key) const;
 
-  // Stores the text for this console and as what was stored last.
   void SetText(const QString& key, const QString& text);
 
  private:
+  QString KeyInStore(const QString& key) const { return section_ + u'/' + key; }
+
   QSettings store_;
-  const QString folder_;
-  const QString own_;  // the section of the folder; empty without one
+  const QString section_;
 };
 
 }  // namespace config

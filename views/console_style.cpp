@@ -26,6 +26,9 @@ constexpr double kDisabledBoxLine = 0.25;  // of the ink
 constexpr double kFocusRadius = 2;
 
 constexpr double kLeastPlaceholderContrast = 3;
+constexpr QColor kTipGround(0xFF, 0xFF, 0xDC);  // where the desktop's own is dark
+constexpr QColor kTipInk(0x00, 0x00, 0x00);
+
 constexpr double kPlaceholderShare = 0.6;  // of the ink, where the desktop's own cannot be read
 
 // Whether the widget is or belongs to a tool bar of a child window, not of the main window.
@@ -65,6 +68,24 @@ void DrawFocusLine(const QStyleOption& option, QPainter& painter) {
   painter.restore();
 }
 
+void KeepPlaceholderReadable(QPalette::ColorGroup group, QPalette& palette) {
+  const QColor ground = palette.color(group, QPalette::Base);
+  const QColor placeholder = palette.color(group, QPalette::PlaceholderText);
+  if (Contrast(Blend(placeholder, ground, placeholder.alphaF()), ground) >=
+      kLeastPlaceholderContrast) {
+    return;
+  }
+  QColor ink = palette.color(group, QPalette::Text);
+  ink.setAlphaF(static_cast<float>(kPlaceholderShare));
+  palette.setColor(group, QPalette::PlaceholderText, ink);
+}
+
+void KeepTipsLight(QPalette::ColorGroup group, QPalette& palette) {
+  if (!IsDark(palette.color(group, QPalette::ToolTipBase))) return;
+  palette.setColor(group, QPalette::ToolTipBase, kTipGround);
+  palette.setColor(group, QPalette::ToolTipText, kTipInk);
+}
+
 }  // namespace
 
 bool ConsoleStyle::IsOverFusion() const {
@@ -74,15 +95,8 @@ bool ConsoleStyle::IsOverFusion() const {
 void ConsoleStyle::polish(QPalette& palette) {
   QProxyStyle::polish(palette);
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-    const QColor ground = palette.color(group, QPalette::Base);
-    const QColor placeholder = palette.color(group, QPalette::PlaceholderText);
-    if (Contrast(Blend(placeholder, ground, placeholder.alphaF()), ground) >=
-        kLeastPlaceholderContrast) {
-      continue;
-    }
-    QColor ink = palette.color(group, QPalette::Text);
-    ink.setAlphaF(static_cast<float>(kPlaceholderShare));
-    palette.setColor(group, QPalette::PlaceholderText, ink);
+    KeepPlaceholderReadable(group, palette);
+    KeepTipsLight(group, palette);
   }
 }
 

@@ -17,7 +17,9 @@ namespace views {
 //
 // Fusion tells the focus by a tint and a box by a shade, which dark colours swallow: over it, both
 // get a line.  The picture of the menu item that is lit is in the ink of its text, and a
-// placeholder that a desktop's colours leave dark on dark is one that can be read.
+// placeholder that a desktop's colours leave dark on dark is one that can be read.  The ground of
+// tips is light on a dark desktop, too: it is that of every other band of the crosspoint map, and
+// the bands between are light whatever the desktop.
 class ConsoleStyle : public QProxyStyle {
   Q_OBJECT
 

@@ -17,7 +17,8 @@ namespace views {
 // place is kept in the settings.
 //
 // Shown for the first time, the form takes its place from the settings; closed, it leaves its
-// place there, unless it is minimised.
+// place there, unless it is minimised.  Its place is that of its normal state, in the own
+// coordinates of the work area: neither maximising it nor scrolling the area changes it.
 class MainView : public QWidget {
   Q_OBJECT
 
@@ -61,9 +62,12 @@ class MainView : public QWidget {
  private:
   QWidget* Form();
   const QWidget* Form() const;
+  // Goes by the state of the sub-window, which was `old`.
+  void StateChanged(Qt::WindowStates old);
 
   Placement placement_;
-  QPointer<QWidget> watched_;  // the sub-window whose size is followed
+  QPointer<QWidget> watched_;  // the sub-window whose size and state are followed
+  QRect normalPlace_;          // where it stood when it was in its normal state last
   bool wasRestored_ = false;
 };
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLabel>
 #include <QTest>
 
@@ -49,6 +50,35 @@ TEST_F(AboutDialogTest, ConnectedOnlyWhenTheFirstLinkByteIsOne) {
   EXPECT_EQ(Text("lblConnected"), "No");
   model_.LinkStatus = {2, 1, 0};
   EXPECT_EQ(Text("lblConnected"), "No");
+}
+
+TEST_F(AboutDialogTest, IsFilledAnewEachTimeItComesToTheFront) {
+  AboutDialog about(model_, nullptr);
+  about.open();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&about));
+  const auto text = [&about](const char* name) {
+    return about.findChild<QLabel*>(QLatin1String(name))->text().toStdString();
+  };
+  EXPECT_EQ(text("lblConnected"), "No");
+
+  QDialog box(&about);
+  box.open();
+  ASSERT_TRUE(QTest::qWaitFor([&box] { return QApplication::activeWindow() == &box; }));
+  model_.LinkStatus = {1, 0, 0};
+  model_.ComPort = 4;
+  model_.AppPath = "/srv/console\\";
+  model_.StationCount = 48;
+  model_.ChannelCount = 96;
+  EXPECT_EQ(text("lblConnected"), "No");
+  box.close();
+  about.activateWindow();
+  ASSERT_TRUE(QTest::qWaitFor([&about] { return QApplication::activeWindow() == &about; }));
+  EXPECT_EQ(text("lblConnected"), "Yes");
+  EXPECT_EQ(text("lblComPort"), "COM 4");
+  EXPECT_EQ(text("lblAppPath"), "/srv/console\\");
+  EXPECT_EQ(text("lblStations"), "48 Stations");
+  EXPECT_EQ(text("lblChannels"), "96 Channels");
+  EXPECT_EQ(text("lblTitle"), "Orvo Intercom/IFB Control\rVersion 2.12 - 04/17/2002");
 }
 
 TEST_F(AboutDialogTest, TheCarriageReturnBreaksTheTitleInTwoLines) {

@@ -12,8 +12,11 @@
 #include <QMenuBar>
 #include <QTest>
 #include <QToolBar>
+#include <functional>
+#include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/views/mnemonics.h"
@@ -250,6 +253,101 @@ TEST_F(StatusBarTest, LinkTextIsWholeHoweverNarrowTheWindow) {
   const QLabel* const link = Panel("sbStatusBar_1");
   EXPECT_EQ(link->text(), QStringLiteral("Connected - COM 1  (57600, 8, N, 1)"));
   EXPECT_GE(link->width(), link->sizeHint().width());
+}
+
+// As on the first start, with all that there can be to say.
+TEST_F(StatusBarTest, NothingInItWidensTheWindow) {
+  window_.resize(433, 433);
+  window_.show();
+  StatusBar& bar = window_.Status();
+  auto* const legend = new QLabel(QString(60, QLatin1Char('o')));
+  bar.SetLegend(legend);
+  bar.WantLegend(true);
+  window_.ShowLinkText("Not Connected - COM 1");
+  bar.SetReadout(QStringLiteral("Out 064  Sta. 064  <  In 064  Inpt 064: Priority crosspoint"));
+  bar.SetClosedPort(1);
+  bar.SetBlockedCode(0xCD);
+  bar.SetMapState(QStringLiteral("Map 12:03:44"));
+  bar.SetUnsent(QStringLiteral("labels, inhibits, relays, buttons, optos, everything else"));
+  bar.SetPanels({QStringLiteral("192.0.2.7")});
+  bar.ShowNote(QString(200, QLatin1Char('n')));
+  bar.SetDemo(true);
+  QCoreApplication::sendPostedEvents();
+  EXPECT_EQ(window_.size(), QSize(433, 433));
+  const QLabel* const link = Panel("sbStatusBar_1");
+  EXPECT_TRUE(link->isVisible());
+  EXPECT_GE(link->width(), link->sizeHint().width());
+  EXPECT_LE(window_.minimumSizeHint().width(), 300);
+  // What shows stands whole within the bar, and nothing over anything else.
+  QRect taken;
+  for (const QLabel* const panel : bar.findChildren<QLabel*>()) {
+    if (!panel->isVisible()) continue;
+    EXPECT_TRUE(bar.rect().contains(panel->geometry())) << panel->objectName().toStdString();
+    EXPECT_FALSE(taken.intersects(panel->geometry())) << panel->objectName().toStdString();
+    taken |= panel->geometry();
+  }
+}
+
+TEST_F(StatusBarTest, ALongerLinkTextWidensNothingEither) {
+  window_.resize(200, 200);
+  window_.show();
+  window_.ShowLinkText(
+      "Connected - COM 1  (57600, 8, N, 1) and much more that no window has room for");
+  QCoreApplication::sendPostedEvents();
+  EXPECT_EQ(window_.size(), QSize(200, 200));
+}
+
+TEST_F(StatusBarTest, WarningsComeBeforeWhatIsGoodToKnow) {
+  window_.resize(433, 433);
+  window_.show();
+  StatusBar& bar = window_.Status();
+  window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
+  bar.SetPanels({});
+  bar.SetMapState(QStringLiteral("Map 12:03:44"));
+  EXPECT_TRUE(Panel("aidPanels")->isVisible() || Panel("aidMapState")->isVisible());
+  bar.SetBlockedCode(0xCD);
+  QCoreApplication::sendPostedEvents();
+  EXPECT_TRUE(Panel("aidBlockedCode")->isVisible());
+  EXPECT_GE(Panel("aidBlockedCode")->width(), 60);
+  window_.resize(1400, 433);
+  QCoreApplication::sendPostedEvents();
+  for (const char* const name : {"aidBlockedCode", "aidPanels", "aidMapState", "aidReadout"}) {
+    EXPECT_TRUE(Panel(name)->isVisible()) << name;
+  }
+  EXPECT_GE(Panel("aidBlockedCode")->width(), Panel("aidBlockedCode")->sizeHint().width());
+}
+
+// Each takes its part of the room, whichever it is.
+TEST_F(StatusBarTest, TheLegendStandsOnlyWhereAllElseHasRoom) {
+  window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
+  window_.show();
+  StatusBar& bar = window_.Status();
+  auto* const legend = new QLabel(QStringLiteral("the legend of the map"));
+  bar.SetLegend(legend);
+  bar.WantLegend(true);
+  const std::pair<const char*, std::function<void(bool)>> panels[] = {
+      {"aidNote", [&](bool) { bar.ShowNote(QString(40, QLatin1Char('n'))); }},
+      {"aidPanels", [&](bool) { bar.SetPanels({}); }},
+      {"aidClosedPort", [&](bool on) { bar.SetClosedPort(on ? std::optional(1) : std::nullopt); }},
+      {"aidBlockedCode",
+       [&](bool on) { bar.SetBlockedCode(on ? std::optional<std::uint8_t>(1) : std::nullopt); }},
+      {"aidMapState", [&](bool on) { bar.SetMapState(on ? QStringLiteral("Map") : QString()); }},
+      {"aidUnsent", [&](bool on) { bar.SetUnsent(on ? QStringLiteral("optos") : QString()); }},
+      {"aidDemo", [&](bool on) { bar.SetDemo(on); }}};
+  for (const auto& [name, set] : panels) {
+    // The narrowest window that has room for the legend.
+    int width = 300;
+    const auto fits = [&] {
+      window_.resize(width, 400);
+      return legend->isVisible();
+    };
+    while (!fits() && width < 3000) ++width;
+    ASSERT_LT(width, 3000) << name;
+    set(true);
+    EXPECT_FALSE(legend->isVisible()) << name;
+    EXPECT_TRUE(Panel(name)->isVisible()) << name;
+    set(false);
+  }
 }
 
 TEST_F(StatusBarTest, NotesStandBesideTheLinkText) {

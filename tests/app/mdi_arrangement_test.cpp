@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QMdiSubWindow>
+#include <QScrollBar>
 #include <QStyle>
 
 namespace app {
@@ -34,6 +35,37 @@ TEST_F(MdiArrangementTest, CascadeKeepsSizesAndStepsByTheTitle) {
   EXPECT_EQ(windows_[0]->geometry(), QRect(0, 0, 300, 200));
   EXPECT_EQ(windows_[1]->geometry(), QRect(step, step, 400, 250));
   EXPECT_EQ(windows_[2]->geometry(), QRect(2 * step, 2 * step, 300, 200));
+}
+
+TEST_F(MdiArrangementTest, CascadeAfterTilesKeepsEveryWindowWithinTheArea) {
+  for (void (*const tile)(QMdiArea&) : {TileHorizontal, TileVertical}) {
+    tile(area_);
+    Cascade(area_);
+    for (const QMdiSubWindow* const window : windows_) {
+      EXPECT_TRUE(area_.viewport()->rect().contains(window->geometry())) << window->x();
+    }
+    EXPECT_EQ(windows_[0]->size(), tile == TileHorizontal ? QSize(900, 200) : QSize(300, 600));
+  }
+}
+
+TEST_F(MdiArrangementTest, CascadeLeavesAWindowAloneThatIsLargerThanTheArea) {
+  windows_[2]->resize(1000, 250);
+  Cascade(area_);
+  EXPECT_EQ(windows_[2]->size(), QSize(1000, 250));
+}
+
+TEST_F(MdiArrangementTest, WindowsAreArrangedFromTheCornerOfAnAreaThatIsScrolled) {
+  area_.setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  area_.setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  for (void (*const arrange)(QMdiArea&) : {Cascade, TileHorizontal, TileVertical}) {
+    windows_[2]->setGeometry(1500, 1500, 300, 200);
+    area_.horizontalScrollBar()->setValue(700);
+    area_.verticalScrollBar()->setValue(500);
+    arrange(area_);
+    EXPECT_EQ(area_.horizontalScrollBar()->value(), 0);
+    EXPECT_EQ(area_.verticalScrollBar()->value(), 0);
+    EXPECT_EQ(windows_[0]->pos(), QPoint(0, 0));
+  }
 }
 
 TEST_F(MdiArrangementTest, HorizontalTilesAreFullWidthRows) {

@@ -218,6 +218,22 @@ TEST_F(OpenViewsTest, TheTallySaysWhenItWasReportedAlsoWhenItWasClosedThen) {
   EXPECT_EQ(reported(), first);
 }
 
+TEST_F(OpenViewsTest, LevelsSayWhenTheGainsWereReported) {
+  const auto reported = [this] {
+    return Dialogs("frmInptLevel")[0]
+        ->findChild<QLabel*>(QStringLiteral("aidLastReport"))
+        ->text()
+        .toStdString();
+  };
+  views_.ShowLevels();
+  EXPECT_EQ(reported(), "No report since start");
+  views_.CloseAll();
+  Settle();
+  views_.GainsChanged();
+  views_.ShowLevels();
+  EXPECT_THAT(reported(), testing::StartsWith("Last report "));
+}
+
 TEST_F(OpenViewsTest, AReportOfGainsReachesTheLevelsThatAreOpen) {
   model_.InputGains[3] = 100;
   views_.GainsChanged();  // nobody there
@@ -230,6 +246,9 @@ TEST_F(OpenViewsTest, AReportOfGainsReachesTheLevelsThatAreOpen) {
   views_.GainsChanged();
   EXPECT_EQ(slider->value(), 0);
   EXPECT_EQ(port_.TakeWritten(), "");
+  const auto* const reported =
+      Dialogs("frmInptLevel")[0]->findChild<QLabel*>(QStringLiteral("aidLastReport"));
+  EXPECT_THAT(reported->text().toStdString(), testing::StartsWith("Last report "));
   Dialogs("frmInptLevel")[0]->close();
   views_.GainsChanged();
   EXPECT_TRUE(Dialogs("frmInptLevel").isEmpty());

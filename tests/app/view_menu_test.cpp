@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
+#include <QTest>
 
 #include "tests/views/mnemonics.h"
 #include "tests/views/view_console.h"
@@ -39,6 +41,36 @@ TEST_F(ViewMenuTest, WhatIsOfTheMapNeedsTheMap) {
   views_.ShowXmap();
   QCoreApplication::sendPostedEvents();
   for (const char* const name : kOfTheMap) EXPECT_TRUE(Item(name).isEnabled()) << name;
+}
+
+TEST_F(ViewMenuTest, FindIsThatOfTheViewInWhichTheOperatorWorks) {
+  const auto isOpen = [this](const char* view) {
+    const auto* const form = console_.window->findChild<QWidget*>(QLatin1String(view));
+    const auto* const field = form->findChild<QWidget*>(QStringLiteral("aidFindText"));
+    return field != nullptr && field->isVisible();
+  };
+  console_.window->addAction(&Item("aidFind"));
+  views_.ShowXmap();
+  views_.ShowAlphas();
+  views_.ShowButtons();
+  EXPECT_FALSE(Item("aidFind").isEnabled());
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ControlModifier);
+  EXPECT_FALSE(isOpen("frmXmap"));
+  EXPECT_FALSE(isOpen("frmAlphas"));
+  EXPECT_EQ(console_.area->activeSubWindow()->widget()->objectName(), QStringLiteral("frmButtons"));
+
+  views_.ShowAlphas();
+  EXPECT_TRUE(Item("aidFind").isEnabled());
+  Item("aidFind").trigger();
+  EXPECT_TRUE(isOpen("frmAlphas"));
+  EXPECT_FALSE(isOpen("frmXmap"));
+
+  views_.ShowXmap();
+  EXPECT_TRUE(Item("aidFind").isEnabled());
+  Item("aidFind").trigger();
+  EXPECT_TRUE(isOpen("frmXmap"));
+  views_.CloseAll();
+  EXPECT_FALSE(Item("aidFind").isEnabled());
 }
 
 TEST_F(ViewMenuTest, TheLogAndTheFullScreenAreThereAlways) {

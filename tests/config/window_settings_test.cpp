@@ -77,56 +77,42 @@ class SettingsFileTest : public WindowSettingsTest {
   }
 };
 
-TEST_F(SettingsFileTest, AnOldFileIsRead) {
+TEST_F(SettingsFileTest, SectionSettingsDecidesOnEveryRun) {
   Write("[Settings]\nMainLeft=1500\nXmapWidth=9000\n");
-  const WindowSettings settings(QStringLiteral("/srv/north"));
-  EXPECT_EQ(settings.Text(QStringLiteral("MainLeft")), QStringLiteral("1500"));
-  EXPECT_EQ(settings.Text(QStringLiteral("XmapWidth")), QStringLiteral("9000"));
-  EXPECT_EQ(settings.Text(QStringLiteral("MainTop")), QStringLiteral("1000"));
-}
-
-TEST_F(SettingsFileTest, AConsoleStoresForItselfAndForNewOnes) {
-  Write("[Settings]\nMainTop=1700\n");
-  WindowSettings(QStringLiteral("/srv/north"))
-      .SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
-  EXPECT_EQ(Bytes(),
-            "[Console%2046ec0c57]\nFolder=/srv/north\nMainLeft=1600\n\n"
-            "[Settings]\nMainLeft=1600\nMainTop=1700\n");
-}
-
-TEST_F(SettingsFileTest, AConsoleOfNoFolderStoresForNewOnesOnly) {
-  WindowSettings(QString()).SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
-  EXPECT_EQ(Bytes(), "[Settings]\nMainLeft=1600\n");
-}
-
-// The places as the consoles of several folders keep them.
-class ConsolePlacesTest : public WindowSettingsTest {
- protected:
-  static void Keep(const QString& folder, const char* left) {
-    WindowSettings(folder).SetText(QStringLiteral("MainLeft"), QLatin1String(left));
-  }
-  static QString Kept(const QString& folder) {
-    return WindowSettings(folder).Text(QStringLiteral("MainLeft"));
-  }
-
-  const QString kFirst = QStringLiteral("/srv/north");
-  const QString kSecond = QStringLiteral("/srv/south");
-  const QString kThird = QStringLiteral("/srv/west");
-};
-
-TEST_F(ConsolePlacesTest, EachConsoleKeepsItsOwn) {
-  Keep(kFirst, "1100");
-  Keep(kSecond, "1200");
-  Keep(kThird, "1300");
-  EXPECT_EQ(Kept(kFirst), QStringLiteral("1100"));
-  EXPECT_EQ(Kept(kSecond), QStringLiteral("1200"));
-  EXPECT_EQ(Kept(kThird), QStringLiteral("1300"));
-}
-
-TEST_F(ConsolePlacesTest, ConsolesThatRunAtTheSameTimeDoNotOverwriteOneAnother) {
   {
-    WindowSettings one(kFirst);
-    WindowSettings other(kSecond);
+    WindowSettings settings{QString()};
+    EXPECT_EQ(settings.Text(QStringLiteral("MainLeft")), QStringLiteral("1500"));
+    EXPECT_EQ(settings.Text(QStringLiteral("XmapWidth")), QStringLiteral("9000"));
+    EXPECT_EQ(settings.Text(QStringLiteral("MainTop")), QStringLiteral("1000"));
+    settings.SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
+  }
+  EXPECT_EQ(Bytes(), "[Settings]\nMainLeft=1600\nXmapWidth=9000\n");
+  Write("[Settings]\nMainLeft=1700\n");
+  EXPECT_EQ(WindowSettings(QString()).Text(QStringLiteral("MainLeft")), QStringLiteral("1700"));
+}
+
+TEST_F(SettingsFileTest, AConsoleWithASectionOfItsOwnLeavesTheOthersAlone) {
+  Write("[Settings]\nMainTop=1700\n");
+  {
+    WindowSettings settings(QStringLiteral("Console Studio A"));
+    EXPECT_EQ(settings.Text(QStringLiteral("MainTop")), QStringLiteral("1000"));
+    settings.SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
+  }
+  EXPECT_EQ(Bytes(),
+            "[Console%20Studio%20A]\nMainLeft=1600\n\n"
+            "[Settings]\nMainTop=1700\n");
+}
+
+TEST_F(SettingsFileTest, ASlashInASectionsNameMakesNoOtherSection) {
+  WindowSettings(QStringLiteral("Settings/North\\South"))
+      .SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
+  EXPECT_EQ(Bytes(), "[Settings-North-South]\nMainLeft=1600\n");
+}
+
+TEST_F(SettingsFileTest, ConsolesThatRunAtTheSameTimeDoNotOverwriteOneAnother) {
+  {
+    WindowSettings one{QString()};
+    WindowSettings other(QStringLiteral("Studio A"));
     one.SetText(QStringLiteral("MainLeft"), QStringLiteral("1100"));
     other.SetText(QStringLiteral("MainLeft"), QStringLiteral("1200"));
     one.SetText(QStringLiteral("MainTop"), QStringLiteral("1110"));
@@ -134,27 +120,24 @@ TEST_F(ConsolePlacesTest, ConsolesThatRunAtTheSameTimeDoNotOverwriteOneAnother) 
     EXPECT_EQ(one.Text(QStringLiteral("MainLeft")), QStringLiteral("1100"));
     EXPECT_EQ(other.Text(QStringLiteral("MainLeft")), QStringLiteral("1200"));
   }
-  EXPECT_EQ(Kept(kFirst), QStringLiteral("1100"));
-  EXPECT_EQ(WindowSettings(kFirst).Text(QStringLiteral("MainTop")), QStringLiteral("1110"));
-  EXPECT_EQ(Kept(kSecond), QStringLiteral("1200"));
-  EXPECT_EQ(WindowSettings(kSecond).Text(QStringLiteral("MainTop")), QStringLiteral("1210"));
+  EXPECT_EQ(Bytes(),
+            "[Settings]\nMainLeft=1100\nMainTop=1110\n\n"
+            "[Studio%20A]\nMainLeft=1200\nMainTop=1210\n");
 }
 
-TEST_F(ConsolePlacesTest, ANewFolderStartsWithWhatWasStoredLast) {
-  Keep(kFirst, "1100");
-  EXPECT_EQ(Kept(kSecond), QStringLiteral("1100"));
-  Keep(kFirst, "1150");
-  EXPECT_EQ(Kept(kSecond), QStringLiteral("1150")) << "it has stored none of its own";
-  Keep(kSecond, "1200");
-  EXPECT_EQ(Kept(kThird), QStringLiteral("1200"));
-  EXPECT_EQ(Kept(kFirst), QStringLiteral("1150"));
+TEST(PlacesSectionTest, TheSettingsFileNamesIt) {
+  EXPECT_EQ(PlacesSection(IniFile("[CONFIGURATION]\r\nCOM Port=1\r\n")), QString());
+  EXPECT_EQ(PlacesSection(IniFile("[WINDOW PLACES]\r\nSection=\r\n")), QString());
+  EXPECT_EQ(PlacesSection(IniFile("[Window Places]\nsection = Studio \xC3\x84\n")),
+            QStringLiteral("Studio Ä"));
 }
 
-TEST_F(ConsolePlacesTest, AConsoleThatWasMovedStartsWithWhatWasStoredLast) {
-  Keep(kSecond, "1200");
-  Keep(kFirst, "1100");
-  EXPECT_EQ(Kept(QStringLiteral("/srv/moved")), QStringLiteral("1100"));
-  EXPECT_EQ(Kept(kSecond), QStringLiteral("1200")) << "it keeps its own";
+TEST(PlacesSectionTest, IsWrittenIntoTheSettingsFile) {
+  IniFile file("[CONFIGURATION]\r\nCOM Port=1\r\n");
+  SetPlacesSection(QStringLiteral("Console Studio Ä"), file);
+  EXPECT_EQ(file.Text(),
+            "[CONFIGURATION]\r\nCOM Port=1\r\n"
+            "[WINDOW PLACES]\r\nSection=Console Studio \xC3\x84\r\n");
 }
 
 }  // namespace

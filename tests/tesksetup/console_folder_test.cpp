@@ -47,7 +47,8 @@ TEST_F(ConsoleFolderTest, ANewFolderGetsTheProgramAndItsSettings) {
   EXPECT_TRUE(QFileInfo(ProgramIn(folder_)).isExecutable());
   EXPECT_EQ(ReadFile(console_ / "Orvotesk.ini"),
             "[CONFIGURATION]\r\nCOM Port=1\r\nIP Port=1251\r\nSoftpanel Support=Yes\r\n"
-            "[SERIAL DEVICES]\r\nCOM1=/dev/ttyUSB0\r\n");
+            "[SERIAL DEVICES]\r\nCOM1=/dev/ttyUSB0\r\n"
+            "[WINDOW PLACES]\r\nSection=Console Studio A\r\n");
   EXPECT_TRUE(HoldsConsole(folder_));
 }
 
@@ -57,7 +58,8 @@ TEST_F(ConsoleFolderTest, WithoutADeviceTheMachinesOwnPortIsLeftToTheConsole) {
   plan.servesPanels = false;
   ASSERT_TRUE(MakeConsoleFolder(plan, installed_).ok());
   EXPECT_EQ(ReadFile(console_ / "Orvotesk.ini"),
-            "[CONFIGURATION]\r\nCOM Port=1\r\nIP Port=1251\r\nSoftpanel Support=No\r\n");
+            "[CONFIGURATION]\r\nCOM Port=1\r\nIP Port=1251\r\nSoftpanel Support=No\r\n"
+            "[WINDOW PLACES]\r\nSection=Console Studio A\r\n");
 }
 
 TEST_F(ConsoleFolderTest, DatabaseAndOtherSettingsOfAConsoleThatIsThereStay) {

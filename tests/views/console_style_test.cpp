@@ -95,6 +95,26 @@ TEST(ConsoleStyle, APlaceholderCanBeReadOnADarkGround) {
   EXPECT_EQ(light.color(QPalette::PlaceholderText), before);
 }
 
+TEST(ConsoleStyle, TheGroundOfTipsIsLightOnADarkDesktopToo) {
+  for (const QColor& desktop : {QColor(0x31, 0x36, 0x3B), QColor(Qt::black)}) {
+    QPalette palette = Dark();
+    palette.setColor(QPalette::ToolTipBase, desktop);
+    palette.setColor(QPalette::ToolTipText, QColor(0xFC, 0xFC, 0xFC));
+    QApplication::style()->polish(palette);
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+      const QColor ground = palette.color(group, QPalette::ToolTipBase);
+      EXPECT_LE(Contrast(ground, QColor(0xFE, 0xFF, 0xF4)), 1.1) << "the map's other band";
+      EXPECT_GE(Contrast(ground, palette.color(group, QPalette::ToolTipText)), 7);
+    }
+  }
+  QPalette light = Light();
+  light.setColor(QPalette::ToolTipBase, QColor(0xC0, 0xE0, 0xFF));
+  light.setColor(QPalette::ToolTipText, QColor(0x10, 0x20, 0x30));
+  QApplication::style()->polish(light);
+  EXPECT_EQ(light.color(QPalette::ToolTipBase), QColor(0xC0, 0xE0, 0xFF));
+  EXPECT_EQ(light.color(QPalette::ToolTipText), QColor(0x10, 0x20, 0x30));
+}
+
 TEST(ConsoleStyle, TheLitMenuItemHasItsPictureForTheHighlight) {
   QPixmap plain(16, 16);
   plain.fill(Qt::red);

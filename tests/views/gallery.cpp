@@ -20,10 +20,15 @@ QString themeName;
 void RunGallery(int argc, char** argv, void (*draw)()) {
   const GuiApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();
-  if (arguments.size() < 2) qFatal("usage: %s FOLDER [light|dark|contrast]", argv[0]);
+  if (arguments.size() < 2) qFatal("usage: %s FOLDER [light|dark|contrast [POINTS]]", argv[0]);
   pictureFolder = arguments[1];
   themeName = arguments.value(2, QStringLiteral("light"));
   ApplyTheme(themeName);
+  if (const double points = arguments.value(3).toDouble(); points > 0) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(points);
+    QApplication::setFont(font);
+  }
   QDir().mkpath(pictureFolder);
   draw();
 }

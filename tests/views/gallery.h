@@ -11,9 +11,9 @@
 
 namespace test {
 
-// The whole of such a program: `PROGRAM FOLDER [light|dark|contrast]` makes the folder, gives the
-// application the theme, light without one, and calls `draw`.  Without a folder it ends with a
-// message.
+// The whole of such a program: `PROGRAM FOLDER [light|dark|contrast [POINTS]]` makes the folder,
+// gives the application the theme, light without one, and the size of its font, the desktop's
+// without one, and calls `draw`.  Without a folder it ends with a message.
 void RunGallery(int argc, char** argv, void (*draw)());
 
 // The file FOLDER/THEME-NAME.png.  A file that cannot be written ends the program.

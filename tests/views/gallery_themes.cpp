@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QStyle>
 #include <QToolTip>
 
 namespace test {
@@ -43,8 +44,13 @@ QPalette ContrastPalette() {
 }  // namespace
 
 void ApplyTheme(const QString& theme) {
-  if (theme == QLatin1String("dark")) QApplication::setPalette(DarkPalette());
-  if (theme == QLatin1String("contrast")) QApplication::setPalette(ContrastPalette());
+  // As the toolkit does with what a desktop gives.
+  const auto apply = [](QPalette palette) {
+    QApplication::style()->polish(palette);
+    QApplication::setPalette(palette);
+  };
+  if (theme == QLatin1String("dark")) apply(DarkPalette());
+  if (theme == QLatin1String("contrast")) apply(ContrastPalette());
   QToolTip::setPalette(QApplication::palette());
 }
 

@@ -14,6 +14,7 @@
 #include "config/configuration.h"
 #include "config/ini_file.h"
 #include "config/serial_devices.h"
+#include "config/window_settings.h"
 #include "db/database_files.h"
 #include "model/system_model.h"
 
@@ -54,7 +55,7 @@ model::SystemModel Read(const config::IniFile& settings) {
   return model;
 }
 
-model::Status WriteSettings(const ConsolePlan& plan) {
+model::Status WriteSettings(const ConsolePlan& plan, bool isNew) {
   config::IniFile settings;
   const std::filesystem::path path = SettingsIn(plan.folder);
   if (model::Status status = config::IniFile::Load(path, &settings); !status.ok()) return status;
@@ -66,6 +67,8 @@ model::Status WriteSettings(const ConsolePlan& plan) {
   if (device != settings.Value(kSerialDevices, ComKey(comPort))) {
     settings.SetValue(kSerialDevices, ComKey(comPort), device);
   }
+  // One that is there has its windows where the user is used to them.
+  if (isNew) config::SetPlacesSection(QStringLiteral("Console ") + plan.name, settings);
   return settings.Save(path);
 }
 
@@ -106,10 +109,11 @@ model::Status MakeConsoleFolder(const ConsolePlan& plan, const QString& installe
   if (lock.Take(plan.folder) == app::InstanceLock::Result::HeldByAnother) {
     return {EBUSY, "The console of this folder is running"};
   }
+  const bool isNew = !HoldsConsole(plan.folder);
   if (model::Status status = UpdateProgram(installedProgram, plan.folder); !status.ok()) {
     return status;
   }
-  return WriteSettings(plan);
+  return WriteSettings(plan, isNew);
 }
 
 model::Status UpdateProgram(const QString& installedProgram, const QString& folder) {

@@ -28,8 +28,9 @@ model::Status ReadSettings(const QString& folder, ConsolePlan* plan);
 QString OwnDevice(const QString& folder);
 
 // Makes the folder with the console's executable and its settings.  What is there stays: the
-// database, and of the settings every line but those that the plan is about.  Refused while a
-// console works in the folder, which would write its own settings over these.
+// database, and of the settings every line but those that the plan is about.  A new console gets a
+// section of its own for the places of its windows.  Refused while a console works in the folder,
+// which would write its own settings over these.
 model::Status MakeConsoleFolder(const ConsolePlan& plan, const QString& installedProgram);
 
 // Makes the folder's executable the same as the installed one.  It is replaced as a whole, also

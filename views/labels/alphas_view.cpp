@@ -73,7 +73,6 @@ void AlphasView::SetupAlphaView() {
 
 void AlphasView::ConnectGrid() {
   connect(grid_, &LabelsGrid::HeaderClicked, this, &AlphasView::SortBy);
-  connect(grid_, &LabelsGrid::StoreRequested, this, &AlphasView::StoreRow);
   connect(grid_, &LabelsGrid::DropRequested, &model_, &LabelsModel::DropEdit);
   connect(grid_, &LabelsGrid::CopyRequested, this, &AlphasView::Copy);
   connect(grid_, &LabelsGrid::PasteRequested, this, &AlphasView::Paste);

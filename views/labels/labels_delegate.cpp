@@ -22,6 +22,10 @@ constexpr int kFrameWidth = 2;  // of the match that the search has gone to
 
 using rules::LabelColumn;
 
+int StepOfEnter(const QKeyEvent& event) {
+  return event.modifiers().testFlag(Qt::ShiftModifier) ? -1 : 1;
+}
+
 LabelsDelegate::LabelsDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
 
 void LabelsDelegate::Forget(const QWidget* editor) {
@@ -138,7 +142,7 @@ bool LabelsDelegate::eventFilter(QObject* watched, QEvent* event) {
   switch (static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      Q_EMIT EnterPressed();
+      Q_EMIT EnterPressed(StepOfEnter(*static_cast<QKeyEvent*>(event)));
       return true;
     case Qt::Key_Tab:
       Q_EMIT TabPressed(1);

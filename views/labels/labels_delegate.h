@@ -9,7 +9,12 @@
 
 #include "views/rules/label_rules.h"
 
+class QKeyEvent;
+
 namespace views {
+
+// The rows that Enter goes on by once the row is stored: one down, with Shift one up.
+int StepOfEnter(const QKeyEvent& event);
 
 // Draws and edits the cells of the grid of labels.
 //
@@ -42,7 +47,7 @@ class LabelsDelegate : public QStyledItemDelegate {
 
  Q_SIGNALS:
   // In an editor: Enter, and Tab (1) or Shift+Tab (-1).
-  void EnterPressed();
+  void EnterPressed(int step);
   void TabPressed(int step);
   // The choice of a drop-down was made.
   void ChoiceMade();

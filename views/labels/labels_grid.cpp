@@ -4,11 +4,13 @@
 
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QFontInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "views/labels/labels_delegate.h"
@@ -17,11 +19,15 @@
 #include "views/twips.h"
 
 namespace views {
+
+using rules::LabelColumn;
+
 namespace {
 
 constexpr int kSmallestRowHeight = 20;
 constexpr int kRowPadding = 6;
 constexpr double kHeaderFontScale = 0.88;
+constexpr double kUsualFont = 12;  // in pixels: nine points; the columns are made for it
 
 // Asks before the current cell moves.
 class GuardedSelection : public QItemSelectionModel {
@@ -68,16 +74,9 @@ LabelsGrid::LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidg
   header->setSectionsClickable(true);
   header->setSortIndicatorShown(true);
   header->setHighlightSections(false);
-  // The captions fit into the widths beside the arrow.
-  QFont font = header->font();
-  font.setPointSizeF(font.pointSizeF() * kHeaderFontScale);
-  header->setFont(font);
   connect(header, &QHeaderView::sectionClicked, this, &LabelsGrid::HeaderClicked);
-  for (std::size_t i = 0; i < rules::kLabelColumns.size(); ++i) {
-    header->resizeSection(static_cast<int>(i), ToPixels(rules::kLabelColumns[i].twips));
-  }
   ShowSortOrder();
-  SetRowHeight();
+  FitFont();
 
   connect(&model, &LabelsModel::MarkChanged, verticalHeader()->viewport(),
           qOverload<>(&QWidget::update));
@@ -87,21 +86,47 @@ LabelsGrid::LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidg
     horizontalHeader()->doItemsLayout();
     executeDelayedItemsLayout();
   });
-  connect(delegate_, &LabelsDelegate::EnterPressed, this, &LabelsGrid::StoreRequested);
+  connect(delegate_, &LabelsDelegate::EnterPressed, this, &LabelsGrid::StoreAndStep);
   connect(delegate_, &LabelsDelegate::ChoiceMade, this, [this] { CommitEditor(); });
   connect(delegate_, &LabelsDelegate::TabPressed, this, &LabelsGrid::Walk);
   connect(delegate_, &LabelsDelegate::Full, this, &LabelsGrid::Full);
   connect(delegate_, &LabelsDelegate::TextTaken, this, &LabelsGrid::TextTaken);
 }
 
-void LabelsGrid::SetRowHeight() {
+void LabelsGrid::FitFont() {
   verticalHeader()->setDefaultSectionSize(
       std::max(kSmallestRowHeight, fontMetrics().height() + kRowPadding));
+  // The captions fit into the widths beside the arrow.
+  QHeaderView* const header = horizontalHeader();
+  QFont small = font();
+  small.setPointSizeF(QFontInfo(small).pointSizeF() * kHeaderFontScale);
+  header->setFont(small);
+  for (int column = 0; column < header->count(); ++column) {
+    header->resizeSection(column, WidthFor(static_cast<LabelColumn>(column)));
+  }
+  WidenNotes();
+}
+
+int LabelsGrid::WidthFor(LabelColumn column) const {
+  const double scale = std::max(1.0, QFontInfo(font()).pixelSize() / kUsualFont);
+  return static_cast<int>(std::lround(ToPixels(rules::Spec(column).twips) * scale));
+}
+
+void LabelsGrid::WidenNotes() {
+  QHeaderView* const header = horizontalHeader();
+  constexpr int kNotes = static_cast<int>(LabelColumn::Notes);
+  const int room = viewport()->width() - (header->length() - header->sectionSize(kNotes));
+  header->resizeSection(kNotes, std::max(WidthFor(LabelColumn::Notes), room));
+}
+
+void LabelsGrid::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  WidenNotes();
 }
 
 void LabelsGrid::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
-  if (event->type() == QEvent::FontChange) SetRowHeight();
+  if (event->type() == QEvent::FontChange) FitFont();
 }
 
 void LabelsGrid::ShowSortOrder() {
@@ -164,6 +189,12 @@ void LabelsGrid::Walk(int step) {
   if (currentIndex() == next) QTableView::edit(next);
 }
 
+void LabelsGrid::StoreAndStep(int step) {
+  if (!storeRow_()) return;
+  const QModelIndex next = currentIndex().siblingAtRow(currentIndex().row() + step);
+  if (next.isValid()) selectionModel()->setCurrentIndex(next, QItemSelectionModel::ClearAndSelect);
+}
+
 QRect LabelsGrid::Block() const {
   QModelIndexList cells = selectionModel()->selectedIndexes();
   if (cells.isEmpty() && currentIndex().isValid()) cells.append(currentIndex());
@@ -187,7 +218,7 @@ void LabelsGrid::keyPressEvent(QKeyEvent* event) {
   } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
     Q_EMIT MenuRequested(CurrentPlace());
   } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    Q_EMIT StoreRequested();
+    StoreAndStep(StepOfEnter(*event));
   } else if (event->key() == Qt::Key_Escape && model_.HasEdit()) {
     Q_EMIT DropRequested();
   } else {

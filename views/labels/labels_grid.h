@@ -47,8 +47,6 @@ class LabelsGrid : public QTableView {
   void TextTaken(const QModelIndex& index, const QString& text);
   // The editor of a column refused a character: it holds as many as the column takes.
   void Full(rules::LabelColumn column);
-  // Enter, in the grid or in an editor: the row being edited is to be stored.
-  void StoreRequested();
   // Escape outside an editor: the row being edited is to get its stored values back.
   void DropRequested();
   // The keys of the clipboard: for Block().
@@ -66,14 +64,23 @@ class LabelsGrid : public QTableView {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   bool MayMoveTo(const QModelIndex& index);
   // To the next cell that can be edited, in either direction, and edits it.
   void Walk(int step);
+  // Stores the row being edited and goes to the same column of the row `step` below; stays where
+  // it is when that failed, or when there is no such row.
+  void StoreAndStep(int step);
   // The middle of the current cell, on the screen.
   QPoint CurrentPlace() const;
-  void SetRowHeight();
+  // Rows, columns and captions for the font: the columns have their required widths at the usual
+  // one, and are wider for a larger one.
+  void FitFont();
+  int WidthFor(rules::LabelColumn column) const;
+  // The notes have the room that the other columns leave.
+  void WidenNotes();
 
   LabelsModel& model_;
   const std::function<bool()> storeRow_;

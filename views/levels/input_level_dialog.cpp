@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "views/icon.h"
+#include "views/last_report.h"
 #include "views/levels/level_scale.h"
 #include "views/rules/levels.h"
 #include "views/rules/operations.h"
@@ -33,13 +34,15 @@ constexpr int kNarrowestStrip = 36;  // "−36 dB"
 
 }  // namespace
 
-InputLevelDialog::InputLevelDialog(const Services& services, QWidget* parent)
+InputLevelDialog::InputLevelDialog(const Services& services, const QDateTime& lastReport,
+                                   QWidget* parent)
     : QDialog(parent), services_(services) {
   setObjectName(QStringLiteral("frmInptLevel"));
   setWindowTitle(QString::fromLatin1(rules::kLevelsCaption));
   setWindowIcon(Icon(QStringLiteral("input-levels")));
   LayOut(MakeSliders());
   Update_GainMap();
+  ShowReported(lastReport);
   UpdateLabels();
 }
 
@@ -86,8 +89,13 @@ void InputLevelDialog::FitSliders() {
   const QMargins margins = layout()->contentsMargins();
   const int beside = scale_->sizeHint().width() + layout()->spacing() +
                      scroll_->sizeHint().width() + margins.left() + margins.right();
-  for (LevelStrip* const strip : strips_) {
-    strip->SetLargestWidth(std::max(kNarrowestStrip, (largestWidth_ - beside) / kPerBand));
+  int width = kNarrowestStrip;
+  for (const LevelStrip* const strip : strips_) width = std::max(width, strip->NeededWidth());
+  width = std::min(width, std::max(kNarrowestStrip, (largestWidth_ - beside) / kPerBand));
+  for (LevelStrip* const strip : strips_) strip->setFixedWidth(width);
+  // From the inside out: the panel is in no layout that would ask it.
+  for (int first = 0; first < model::kLevelCount; first += kPerBand) {
+    Strip(first).parentWidget()->layout()->activate();
   }
   panel_->layout()->activate();
   panel_->resize(panel_->layout()->sizeHint());
@@ -114,9 +122,15 @@ void InputLevelDialog::LayOut(QWidget* sliders) {
   auto* const row = new QHBoxLayout;
   row->addWidget(sliders);
   row->addWidget(scroll_);
+  reported_ = new QLabel(this);
+  reported_->setObjectName(QStringLiteral("aidLastReport"));
+  reported_->setTextFormat(Qt::PlainText);
+  auto* const bottom = new QHBoxLayout;
+  bottom->addWidget(reported_, 1);
+  bottom->addWidget(buttons);
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(row);
-  layout->addWidget(buttons);
+  layout->addLayout(bottom);
   layout->setSizeConstraint(QLayout::SetFixedSize);
   FitSliders();
 }
@@ -136,6 +150,11 @@ void InputLevelDialog::ShowGain(int index) {
   Strip(index).ShowLevel();
 }
 
+void InputLevelDialog::ShowReported(const QDateTime& at) {
+  reported_->setText(LastReportText(at));
+  for (LevelStrip* const strip : strips_) strip->Slider().SetReported(at.isValid());
+}
+
 void InputLevelDialog::UpdateLabels() {
   std::vector<std::string> labels;
   const int count = std::clamp<int>(services_.model.ChannelCount, 0, model::kLevelCount);
@@ -149,6 +168,7 @@ void InputLevelDialog::UpdateLabels() {
   for (int index = 0; index < model::kLevelCount; ++index) {
     Strip(index).SetLabel(QString::fromStdString(labels[static_cast<std::size_t>(index)]));
   }
+  FitSliders();
 }
 
 void InputLevelDialog::Moved(int index) {

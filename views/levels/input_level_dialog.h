@@ -3,7 +3,9 @@
 #ifndef VIEWS_LEVELS_INPUT_LEVEL_DIALOG_H_
 #define VIEWS_LEVELS_INPUT_LEVEL_DIALOG_H_
 
+#include <QDateTime>
 #include <QDialog>
+#include <QLabel>
 #include <array>
 
 #include "model/system_model.h"
@@ -25,16 +27,22 @@ class InputLevelDialog : public QDialog {
   Q_OBJECT
 
  public:
-  explicit InputLevelDialog(const Services& services, QWidget* parent = nullptr);
+  // `lastReport` is when the switcher reported the gains that the model holds; a null time for
+  // never.
+  InputLevelDialog(const Services& services, const QDateTime& lastReport,
+                   QWidget* parent = nullptr);
   ~InputLevelDialog() override;
 
-  // Makes the sliders so narrow that the dialog is no wider than that, as far as they can be; what
-  // then is too narrow for a label cuts it.
+  // Keeps the dialog no wider than that, as far as the sliders can be so narrow: they are all as
+  // wide as the widest label if there is room for that, and else cut it.
   void FitInto(int width);
 
   // Shows all gains from the model.  Sends nothing.  A slider that the operator has in hand
   // stays where it is until it is let go of, and then shows what the model holds.
   void Update_GainMap();
+
+  // Says when the switcher reported the gains.  A null time is never: the sliders are hatched.
+  void ShowReported(const QDateTime& at);
 
   // Shows the input labels from the database; a failure is reported, and the labels that could
   // not be read are empty.
@@ -65,6 +73,7 @@ class InputLevelDialog : public QDialog {
   int largestWidth_ = QWIDGETSIZE_MAX;
   LevelScale* scale_ = nullptr;  // one of its bands
   BandScrollBar* scroll_ = nullptr;
+  QLabel* reported_ = nullptr;
   UpdatingFlag refreshing_;
 };
 

@@ -20,7 +20,9 @@ constexpr double kTickInner = 9;
 constexpr double kTickOuter = 14;
 constexpr double kUnityOuter = 18;
 
-constexpr float kFaint = 0.5F;  // of the ink
+constexpr float kFaint = 0.5F;      // of the ink
+constexpr float kHatching = 0.25F;  // of the ink
+constexpr int kBesideHatching = 4;  // to that of the neighbour
 
 // A slider as a screen reader tells of it: in dB, louder upwards.
 class AccessibleLevel : public QAccessibleWidget, public QAccessibleValueInterface {
@@ -70,6 +72,12 @@ LevelSlider::LevelSlider(QWidget* parent) : QSlider(Qt::Vertical, parent) {
   setFocusPolicy(Qt::StrongFocus);
 }
 
+void LevelSlider::SetReported(bool reported) {
+  if (reported == isReported_) return;
+  isReported_ = reported;
+  update();
+}
+
 // For the style it is a slider the right way round, so that it is filled from the bottom to the
 // handle: the fuller the louder.
 QStyleOptionSlider LevelSlider::OptionAt(int value) const {
@@ -93,10 +101,18 @@ QRectF LevelSlider::HandleAt(int value) const {
 
 void LevelSlider::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  if (!isReported_) PaintHatching(painter);
   PaintMarks(painter);
   const QStyleOptionSlider option = OptionAt(sliderPosition());
   style()->drawComplexControl(QStyle::CC_Slider, &option, &painter, this);
   PaintEdges(painter);
+}
+
+void LevelSlider::PaintHatching(QPainter& painter) const {
+  QColor ink = palette().color(QPalette::WindowText);
+  ink.setAlphaF(kHatching);
+  painter.fillRect(rect().adjusted(kBesideHatching, 0, -kBesideHatching, 0),
+                   QBrush(ink, Qt::BDiagPattern));
 }
 
 void LevelSlider::PaintMarks(QPainter& painter) const {

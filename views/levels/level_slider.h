@@ -18,6 +18,9 @@ class LevelSlider : public QSlider {
  public:
   explicit LevelSlider(QWidget* parent);
 
+  // Whether the switcher has reported a gain; without that the ground behind it is hatched.
+  void SetReported(bool reported);
+
   // Whether the operator has it in hand: from the press of a mouse button or key on it to the
   // release.
   bool IsHeld() const { return mouseIsDown_ || keyIsDown_; }
@@ -44,9 +47,11 @@ class LevelSlider : public QSlider {
  private:
   QStyleOptionSlider OptionAt(int value) const;
   QRectF HandleAt(int value) const;
+  void PaintHatching(QPainter& painter) const;
   void PaintMarks(QPainter& painter) const;
   void PaintEdges(QPainter& painter) const;
 
+  bool isReported_ = true;
   bool mouseIsDown_ = false;
   bool keyIsDown_ = false;
 };

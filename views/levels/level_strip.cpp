@@ -12,9 +12,9 @@
 namespace views {
 namespace {
 
-constexpr double kLabelSize = 0.88;        // of the font
-constexpr char kWideLabel[] = "Inpt 000";  // 16 of them must fit on a screen
-constexpr int kCondensed = 80;             // per cent of the width of a wider label
+constexpr double kLabelSize = 0.88;         // of the font
+constexpr char kUsualLabel[] = "Inpt 000";  // no strip is made for less
+constexpr int kCondensed = 70;              // per cent of the width of a label that has no room
 
 constexpr int kSpace = 6;          // between two strips
 constexpr int kLowestSlider = 60;  // what a large font leaves of it
@@ -63,18 +63,12 @@ void LevelStrip::ShowLevel() {
   level_->setText(QString::fromStdString(rules::LevelText(value)));
 }
 
-void LevelStrip::SetLargestWidth(int width) {
-  if (width == largestWidth_) return;
-  largestWidth_ = width;
-  updateGeometry();
-}
-
-QSize LevelStrip::sizeHint() const {
+int LevelStrip::NeededWidth() const {
   const QFontMetrics metrics(LabelFont());
-  const int level = metrics.horizontalAdvance(
-      QString::fromStdString(rules::LevelText(rules::kLargestSliderValue)));
-  const int label = metrics.horizontalAdvance(QLatin1String(kWideLabel));
-  return {std::min(std::max(level, label) + kSpace, largestWidth_), QWidget::sizeHint().height()};
+  const QString lowest = QString::fromStdString(rules::LevelText(rules::kLargestSliderValue));
+  return kSpace + std::max({metrics.horizontalAdvance(lowest),
+                            metrics.horizontalAdvance(QLatin1String(kUsualLabel)),
+                            metrics.horizontalAdvance(fullLabel_)});
 }
 
 void LevelStrip::changeEvent(QEvent* event) {
@@ -94,14 +88,15 @@ QFont LevelStrip::LabelFont() const {
   return small;
 }
 
-// A label is condensed before it is cut: eight capitals are wider than a strip.
+// A label is condensed before it is cut, and cut in its middle: labels that differ in their last
+// letter must not look alike.
 void LevelStrip::ElideLabel() {
   const int room = width() - kSpace / 2;
   QFont font = LabelFont();
   level_->setFont(font);
   if (QFontMetrics(font).horizontalAdvance(fullLabel_) > room) font.setStretch(kCondensed);
   label_->setFont(font);
-  const QString shown = QFontMetrics(font).elidedText(fullLabel_, Qt::ElideRight, room);
+  const QString shown = QFontMetrics(font).elidedText(fullLabel_, Qt::ElideMiddle, room);
   label_->setText(shown);
   label_->setToolTip(shown == fullLabel_ ? QString() : fullLabel_);
 }

@@ -26,10 +26,8 @@ class LevelStrip : public QWidget {
   // Writes the level that the slider stands at below it and into its tip.
   void ShowLevel();
 
-  // How wide it may become at most; its texts are cut where that is too narrow for them.
-  void SetLargestWidth(int width);
-
-  QSize sizeHint() const override;
+  // The width that shows its texts whole.  A narrower one cuts them.
+  int NeededWidth() const;
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -43,7 +41,6 @@ class LevelStrip : public QWidget {
   QLabel* level_;
   QLabel* label_;
   QString fullLabel_;
-  int largestWidth_ = QWIDGETSIZE_MAX;
 };
 
 }  // namespace views

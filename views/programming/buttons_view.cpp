@@ -11,6 +11,7 @@
 
 #include "db/database_files.h"
 #include "db/station_fields.h"
+#include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/opto_page.h"
 #include "views/programming/station_fields.h"
@@ -177,6 +178,7 @@ void ButtonsView::UpdateOptionButtons() {
       [&](jet::RecordSet& stations) { return rules::ReadButton(stations, Button(), &program); });
   shownType_ = isRead ? program.type : rules::kNoType;
   options_->Select(shownType_);
+  inactive_->hide();
   // What the click would store is what is stored.
   if (!updating_.IsSet()) ShowType(shownType_);
 }
@@ -273,6 +275,7 @@ void ButtonsView::ShowType(int type) {
   });
   const rules::Operation& operation = rules::OperationOf(type);
   shownType_ = type;
+  inactive_->hide();
   ButtonPage& page = PageOf(Button());
   page.SetOperation(Button(), operation);
   targets_->setTitle(QString::fromLatin1(operation.buttonTargets));
@@ -298,6 +301,7 @@ void ButtonsView::ShowTab(int tab) {
 }
 
 void ButtonsView::NoteInactive() {
+  if (shownType_ != rules::kInactive) inactive_->ShowFor(tr("Button %1").arg(Button()));
   Q_EMIT NoteRequested(tr("Button %1 of station %2 has no target and is stored as inactive")
                            .arg(Button())
                            .arg(CurrentStation()));
@@ -316,8 +320,6 @@ void ButtonsView::ChangeTab(int tab) {
   if (updating_.IsSet()) return;
   const Scope scope(report_, kOperator);
   CheckForInactive();
-  // A button that became inactive may still be shown with the operation that it had.
-  if (StoredType() != shownType_) UpdateOptionButtons();
   ShowTab(tab);
 }
 
@@ -330,8 +332,6 @@ void ButtonsView::SelectButton(int button) {
   if (updating_.IsSet()) return;
   const Scope scope(report_, kOperator);
   CheckForInactive();
-  // The button that is left may have become inactive since its operation was shown.
-  PageOf(Button()).SetOperation(Button(), rules::OperationOf(StoredType()));
   selectedButton_ = button;
   UpdateCheckboxSelections();
   UpdateOptionButtons();
@@ -367,9 +367,6 @@ void ButtonsView::ToggleTarget(int target, bool set) {
     return rules::ReadEditedCaption(stations, Button(), count, &caption);
   });
   PageOf(Button()).SetCaption(Button(), QString::fromStdString(caption));
-  // The labels follow at the next refresh; but whoever ticks another target now must not take the
-  // button for one that still has its operation.
-  if (isInactive) options_->Select(rules::kInactive);
   Q_EMIT TableEdited(switcher::Table::Buttons, CurrentStation());
   if (isInactive) NoteInactive();
 }
@@ -381,7 +378,9 @@ void ButtonsView::ChooseType(int type) {
   if (!WithRecord(kButtonFailed, [&](jet::RecordSet& stations) {
         return rules::StoreType(stations, Button(), type, &changed);
       })) {
-    options_->Select(StoredType());
+    shownType_ = StoredType();
+    inactive_->hide();
+    options_->Select(shownType_);
     return;
   }
   if (changed) Q_EMIT TableEdited(switcher::Table::Buttons, CurrentStation());

@@ -19,6 +19,7 @@ class QTabWidget;
 
 namespace views {
 
+class InactiveNote;
 class OperationOptions;
 class OptoPage;
 class StationFields;
@@ -114,6 +115,8 @@ class ButtonsView : public MainView {
   void ShowType(int type);
   void ShowTab(int tab);
   void LoadStation();
+  // Says that the selected button was stored as inactive: in passing, and beside its options for as
+  // long as these show another operation.
   void NoteInactive();
 
   void Move(rules::Movement movement);
@@ -131,7 +134,7 @@ class ButtonsView : public MainView {
   const Services services_;  // reports go through report_
   UpdatingFlag updating_;
   int selectedButton_ = 1;
-  int shownType_ = 0;  // of the selected button
+  int shownType_ = 0;  // of the selected button; what is stored may be another since
   bool wasButtonSelected_ = false;
 
   ToolBand* tools_ = nullptr;
@@ -141,6 +144,7 @@ class ButtonsView : public MainView {
   QTabWidget* tabs_ = nullptr;
   std::array<ButtonPage*, kButtonPages> pages_{};
   OperationOptions* options_ = nullptr;
+  InactiveNote* inactive_ = nullptr;
   TargetBoxes* targets_ = nullptr;
   TargetBoxes* relays_ = nullptr;
   OptoPage* optos_ = nullptr;

@@ -17,6 +17,7 @@
 
 #include "views/icon.h"
 #include "views/programming/buttons_view.h"
+#include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/opto_page.h"
 #include "views/programming/page_metrics.h"
@@ -107,6 +108,8 @@ void ButtonsView::AddPages() {
   }
 
   options_ = new OperationOptions(QStringLiteral("fmButType"), QStringLiteral("optButType"));
+  inactive_ = new InactiveNote(QStringLiteral("aidInactiveNote"));
+  options_->AddNote(*inactive_);
   targets_ = new TargetBoxes(QStringLiteral("frStations"), QStringLiteral("ckStationSel"),
                              model.ChkBoxCount);
   tabs_->addTab(Scrolled(PageWith({options_, targets_})), QStringLiteral("Edit Selected Button"));

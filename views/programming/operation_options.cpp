@@ -32,6 +32,8 @@ OperationOptions::OperationOptions(const QString& name, const QString& optionNam
   row->addStretch();
 }
 
+void OperationOptions::AddNote(QWidget& note) { layout()->addWidget(&note); }
+
 void OperationOptions::Connect(QRadioButton& option, int code) {
   // A click on an option that is not selected ticks it first; a screen reader only ticks it.
   connect(&option, &QRadioButton::toggled, this, [this, code](bool checked) {

@@ -23,6 +23,9 @@ class OperationOptions : public QGroupBox {
   // `name` is the fixed name of the frame; the option of code c is named `optionName`_c.
   OperationOptions(const QString& name, const QString& optionName, QWidget* parent = nullptr);
 
+  // Takes over a note, which stands at the end of the options.
+  void AddNote(QWidget& note);
+
   // Selects the option of this code, or none for a code outside the table.  Emits nothing.
   void Select(int code);
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "views/fixed_font.h"
+#include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/page_metrics.h"
 #include "views/programming/target_boxes.h"
@@ -55,6 +56,7 @@ OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* pa
       channel_(new QComboBox(this)),
       operation_(new OperationOptions(QStringLiteral("frOptoButType"),
                                       QStringLiteral("optOptoType"), this)),
+      inactive_(new InactiveNote(QStringLiteral("aidOptoInactiveNote"), this)),
       targets_(new TargetBoxes(QStringLiteral("frOptoStations"), QStringLiteral("ckOptoStationSel"),
                                rules::kOptoTargets, this)) {
   channel_->setObjectName(QStringLiteral("cmbOptoChan"));
@@ -70,6 +72,7 @@ OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* pa
   targets_->SetBoxFont(FixedFont(kBoxPointSize));
   targets_->SetCaptions(DesignCaptions());
 
+  operation_->AddNote(*inactive_);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
   column->addWidget(operation_);
@@ -119,6 +122,8 @@ void OptoPage::UpdateOptoSelections() {
 void OptoPage::UpdateOptoOptionButtons() {
   const OneReport::Scope scope(report_);
   const rules::OptoProgram opto = Read();
+  shownType_ = opto.type;
+  inactive_->hide();
   operation_->Select(opto.type);
   if (!updating_.IsSet()) ShowOperation(opto);
 }
@@ -189,9 +194,8 @@ void OptoPage::StoreTarget(int target, bool selected) {
       &done);
   const rules::OptoProgram opto = Read();
   if (!isStored) targets_->SetFlags(opto.targets);
-  // The captions stay: the operator may be about to tick another target in place of this one.
-  operation_->Select(opto.type);
   if (done == rules::OptoEdit::MadeInactive) {
+    if (shownType_ != rules::kInactive) inactive_->ShowFor(tr("Opto %1").arg(opto.stationNum));
     Q_EMIT NoteRequested(tr("Opto %1 has no target left and is inactive now").arg(opto.stationNum));
   }
   if (done != rules::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
@@ -206,6 +210,8 @@ void OptoPage::StoreOperation(int code) {
                 rules::OptoEdit* edit) { return rules::StoreOptoType(stations, code, edit); },
             &done);
   const rules::OptoProgram opto = Read();
+  shownType_ = opto.type;
+  inactive_->hide();
   if (isStored) {
     ShowOperation(opto);
   } else {

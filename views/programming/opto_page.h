@@ -17,6 +17,7 @@ class QComboBox;
 
 namespace views {
 
+class InactiveNote;
 class OperationOptions;
 class TargetBoxes;
 
@@ -85,6 +86,8 @@ class OptoPage : public QWidget {
   UpdatingFlag& updating_;
   QComboBox* channel_;
   OperationOptions* operation_;
+  InactiveNote* inactive_;
+  int shownType_ = rules::kNoType;  // what is stored may be another since
   TargetBoxes* targets_;
 };
 

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "views/icon.h"
+#include "views/last_report.h"
 
 namespace views {
 namespace {
@@ -87,15 +88,7 @@ void TallyDialog::LayOut() {
 
 void TallyDialog::UpdateTally(const QDateTime& reportedAt) {
   for (int index = 0; index < model::kLevelCount; ++index) ShowLamp(index);
-  if (!reportedAt.isValid()) {
-    reported_->setText(tr("No report since start"));
-    return;
-  }
-  // A console may run for days; yesterday's time alone would pass for today's.
-  const bool today = reportedAt.date() == QDate::currentDate();
-  reported_->setText(tr("Last report %1")
-                         .arg(reportedAt.toString(today ? QStringLiteral("HH:mm:ss")
-                                                        : QStringLiteral("yyyy-MM-dd HH:mm:ss"))));
+  reported_->setText(LastReportText(reportedAt));
 }
 
 void TallyDialog::ShowLamp(int index) {

@@ -182,7 +182,6 @@ void XmapTable::SetHovered(const QModelIndex& index) {
   if (hovered_ == index) return;
   hovered_ = index;
   ShowPosition();
-  Q_EMIT HoveredCellChanged();
 }
 
 void XmapTable::paintEvent(QPaintEvent* event) {

@@ -64,13 +64,8 @@ class XmapTable : public QTableView {
   // Outlines a crosspoint by dots: a command was sent and the switcher has not reported yet.
   void SetPending(const Crosspoint& crosspoint, bool pending);
 
-  // The index under the pointer; an invalid one when the pointer is elsewhere.
-  QModelIndex HoveredIndex() const { return hovered_; }
-
  Q_SIGNALS:
   void CurrentCellChanged();
-  // The pointer moved onto a cell or off all cells.
-  void HoveredCellChanged();
   // A printable character was typed.
   void TextTyped(const QString& text);
   // The wheel was turned with Ctrl: +1 or -1.

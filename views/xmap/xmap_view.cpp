@@ -95,15 +95,9 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   setFocusProxy(table_);
   AddTools();
 
-  connect(table_, &XmapTable::CurrentCellChanged, this,
-          [this] { ShowReadoutOf(table_->currentIndex()); });
-  connect(table_, &XmapTable::HoveredCellChanged, this, [this] {
-    const QModelIndex hovered = table_->HoveredIndex();
-    ShowReadoutOf(hovered.isValid() ? hovered : table_->currentIndex());
-  });
-  const auto readAgain = [this] { ShowReadoutOf(readoutOf_); };
-  connect(&model_, &QAbstractItemModel::dataChanged, this, readAgain);
-  connect(&model_, &QAbstractItemModel::headerDataChanged, this, readAgain);
+  connect(table_, &XmapTable::CurrentCellChanged, this, &XmapView::ReadCurrentCell);
+  connect(&model_, &QAbstractItemModel::dataChanged, this, &XmapView::ReadCurrentCell);
+  connect(&model_, &QAbstractItemModel::headerDataChanged, this, &XmapView::ReadCurrentCell);
   connect(table_, &XmapTable::TextTyped, this, &XmapView::ShowFind);
   connect(table_, &XmapTable::ZoomStepped, this, &XmapView::StepZoom);
   connect(table_, &XmapTable::MenuRequested, this, &XmapView::ShowMenu);
@@ -392,9 +386,8 @@ void XmapView::SendInhibits() {
   if (sent) Q_EMIT TableSent(switcher::Table::Inhibits, model::kAll, *sent);
 }
 
-void XmapView::ShowReadoutOf(const QModelIndex& index) {
-  readoutOf_ = index;
-  SetReadout(model_.data(index, Qt::AccessibleTextRole).toString());
+void XmapView::ReadCurrentCell() {
+  SetReadout(model_.data(table_->currentIndex(), Qt::AccessibleTextRole).toString());
 }
 
 void XmapView::SetReadout(const QString& readout) {

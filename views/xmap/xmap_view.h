@@ -49,7 +49,7 @@ class XmapView : public MainView {
   // Writes all labels and numbers from the stations.
   void UpdateXmapAlphas();
 
-  // The current cell, or the one under the pointer, in words:
+  // The current cell, on which the tools act, in words:
   // "Out 02  Sta. 002  <  In 04  Inpt 004: Crosspoint".
   QString Readout() const { return readout_; }
 
@@ -102,7 +102,7 @@ class XmapView : public MainView {
   void RefreshMap();
   void SendInhibits();
 
-  void ShowReadoutOf(const QModelIndex& index);
+  void ReadCurrentCell();
   void SetReadout(const QString& readout);
   void StepZoom(int step);
   void PlaceFind();
@@ -115,7 +115,6 @@ class XmapView : public MainView {
   XmapFind* find_;
   PendingCrosspoints pending_;
   QString readout_;
-  QPersistentModelIndex readoutOf_;  // the cell that the readout is about
 };
 
 }  // namespace views

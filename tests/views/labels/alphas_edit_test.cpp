@@ -40,10 +40,45 @@ TEST(AlphasEdit, TypingReplacesTheCellAndEnterStoresTheRow) {
   console.Press(Qt::Key_Return);
   EXPECT_EQ(console.Editor(), nullptr);
   EXPECT_EQ(console.Text(5, "Label"), "MIC");
-  EXPECT_EQ(console.Current(), QStringLiteral("4,1"));
+  EXPECT_EQ(console.Current(), QStringLiteral("5,1"));
   EXPECT_FALSE(console.IsMarkedEdited(4));
   EXPECT_THAT(console.said, ElementsAre("edited 1 5", "labels"));
   EXPECT_EQ(console.CurrentStation(), 9);
+}
+
+TEST(AlphasEdit, LabelsTypedOneAfterTheOtherGoToOneRowEach) {
+  LabelsConsole console;
+  console.Open();
+  console.Click(4, kLabel);
+  for (const char* const label : {"CAM 1", "CAM 2", "CAM 3"}) {
+    console.Type(label);
+    console.Press(Qt::Key_Return);
+  }
+  EXPECT_EQ(console.Text(5, "Label"), "CAM 1");
+  EXPECT_EQ(console.Text(6, "Label"), "CAM 2");
+  EXPECT_EQ(console.Text(7, "Label"), "CAM 3");
+  EXPECT_EQ(console.Current(), QStringLiteral("7,1"));
+  EXPECT_EQ(console.Text(8, "Label"), "Sta. 008");
+}
+
+TEST(AlphasEdit, ShiftEnterGoesUpAndEnterMovesWithoutAnEdit) {
+  LabelsConsole console;
+  console.Open();
+  console.Click(1, kInput);
+  console.Type("MIC 1");
+  console.Press(Qt::Key_Enter, Qt::ShiftModifier);
+  EXPECT_EQ(console.Text(2, "InLabel"), "MIC 1");
+  EXPECT_EQ(console.Current(), QStringLiteral("0,2"));
+  console.Press(Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ(console.Current(), QStringLiteral("0,2")) << "the first row";
+  console.Press(Qt::Key_Return);
+  EXPECT_EQ(console.Current(), QStringLiteral("1,2"));
+  console.Click(127, kInput);
+  console.Type("MIC 2");
+  console.Press(Qt::Key_Return);
+  EXPECT_EQ(console.Text(128, "InLabel"), "MIC 2");
+  EXPECT_EQ(console.Current(), QStringLiteral("127,2")) << "the last row";
+  EXPECT_EQ(console.said.size(), 4u);
 }
 
 TEST(AlphasEdit, F2AndDoubleClickEditWhatIsThere) {
@@ -174,6 +209,7 @@ TEST(AlphasEdit, HiddenTakesTheFirstLetterOfAWord) {
   console.Type("y");
   console.Press(Qt::Key_Return);
   EXPECT_EQ(console.Number(2, "Hidden"), 1);
+  console.Click(1, kHidden);
   console.Type("n");
   console.Press(Qt::Key_Return);
   EXPECT_EQ(console.Number(2, "Hidden"), 0);

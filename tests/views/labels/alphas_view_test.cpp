@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QHeaderView>
 #include <QMenu>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QTest>
 #include <QToolBar>
@@ -44,6 +46,45 @@ TEST(AlphasView, HasTheSevenColumns) {
               captions[static_cast<std::size_t>(column)]);
     EXPECT_EQ(console.Grid().columnWidth(column), widths[column]) << column;
   }
+}
+
+TEST(AlphasView, ALargeFontCutsNoLabelAndNoCaption) {
+  const QFont usual = QApplication::font();
+  const auto restore = qScopeGuard([usual] { QApplication::setFont(usual); });
+  QFont large = usual;
+  large.setPointSizeF(12);
+  QApplication::setFont(large);
+  LabelsConsole console;
+  console.SetField(1, "Label", "MMMMMMMM");
+  console.SetField(1, "SysInput", "HRJ(16) - Ch 8");
+  console.SetField(1, "SysOutput", "QDV(32) - Ch B");
+  console.Open();
+  const QHeaderView& header = *console.Grid().horizontalHeader();
+  for (int column = 0; column < 7; ++column) {
+    const QString caption = console.Grid().model()->headerData(column, Qt::Horizontal).toString();
+    EXPECT_LT(header.fontMetrics().horizontalAdvance(caption) + (column == kStation ? 16 : 6),
+              console.Grid().columnWidth(column))
+        << column;
+  }
+  for (const int column : {kStation, kLabel, kInput, kHidden, kSystemInput, kSystemOutput}) {
+    const QFontMetrics metrics(console.CellData(0, column, Qt::FontRole).value<QFont>());
+    EXPECT_LT(metrics.horizontalAdvance(console.Cell(0, column)) + 6,
+              console.Grid().columnWidth(column))
+        << column;
+  }
+}
+
+TEST(AlphasView, TheNotesHaveTheRoomThatIsLeft) {
+  LabelsConsole console;
+  console.Open();
+  console.subWindow->resize(1200, 600);
+  const QTableView& grid = console.Grid();
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return grid.horizontalHeader()->length() == grid.viewport()->width(); }));
+  EXPECT_EQ(grid.columnWidth(kLabel), 93);
+  EXPECT_GT(grid.columnWidth(kNotes), 600);
+  console.subWindow->resize(400, 600);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return grid.columnWidth(kNotes) == 233; }));
 }
 
 TEST(AlphasView, ShowsEveryRecordByItsNumber) {

@@ -2,7 +2,7 @@
 //
 // Draws the station labels in many states into PNG files, for looking at.
 //
-//   labels_gallery FOLDER [light|dark|contrast]
+//   labels_gallery FOLDER [light|dark|contrast [POINTS]]
 
 #include <QAbstractItemView>
 #include <QApplication>

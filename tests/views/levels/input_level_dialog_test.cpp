@@ -7,8 +7,10 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QImage>
 #include <QPushButton>
 #include <map>
+#include <set>
 
 #include "tests/views/levels/levels_console.h"
 
@@ -65,6 +67,60 @@ TEST_F(InputLevelDialogTest, FitsIntoANarrowScreenWhateverTheFont) {
     for (int k = 0; k < 64; ++k) EXPECT_GE(console_.Slider(k).width(), 36) << size;
     delete &dialog;
   }
+}
+
+TEST_F(InputLevelDialogTest, TheStripsAreAllAsWideAsTheWidestLabel) {
+  console_.SetField(1, "InLabel", "REPLAY 1");
+  console_.SetField(2, "InLabel", "REPLAY 2");
+  console_.SetField(64, "InLabel", "MMMMMMMM");
+  views::InputLevelDialog& dialog = console_.Open();
+  EXPECT_EQ(console_.Label("lblInptName", 0), "REPLAY 1");
+  EXPECT_EQ(console_.Label("lblInptName", 1), "REPLAY 2");
+  EXPECT_EQ(console_.Label("lblInptName", 63), "MMMMMMMM");
+  const int wide = console_.Slider(0).width();
+  for (int k = 0; k < 64; ++k) EXPECT_EQ(console_.Slider(k).width(), wide) << k;
+  const auto left = [&](int k) { return console_.Slider(k).mapTo(&dialog, QPoint(0, 0)).x(); };
+  for (int k = 1; k < 16; ++k) EXPECT_EQ(left(k), left(k - 1) + wide) << k;
+  EXPECT_LE(left(15) + wide, console_.Scroll().x());
+  console_.SetField(64, "InLabel", "CAM 64");
+  dialog.UpdateLabels();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return console_.Slider(0).width() < wide; }));
+}
+
+TEST_F(InputLevelDialogTest, LabelsWithoutRoomDifferInWhatIsLeftOfThem) {
+  console_.SetField(1, "InLabel", "REPLAYM1");
+  console_.SetField(2, "InLabel", "REPLAYM2");
+  views::InputLevelDialog& dialog = console_.Open();
+  dialog.FitInto(700);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return dialog.width() <= 700; }));
+  const QString first = QString::fromStdString(console_.Label("lblInptName", 0));
+  EXPECT_TRUE(first.contains(u'\u2026') && first.endsWith(u'1')) << first.toStdString();
+  EXPECT_TRUE(console_.Label("lblInptName", 1).ends_with('2'));
+  EXPECT_EQ(console_.Find<QLabel>(QStringLiteral("lblInptName_0")).toolTip(),
+            QStringLiteral("REPLAYM1"));
+}
+
+TEST_F(InputLevelDialogTest, GainsThatWereNeverReportedAreHatchedAndStandAsRequired) {
+  views::InputLevelDialog& dialog = console_.Open();
+  const auto reported = [&] {
+    return console_.Find<QLabel>(QStringLiteral("aidLastReport")).text().toStdString();
+  };
+  // The colours at the left of a slider, where neither groove nor marks are.
+  const auto colours = [&](int index) {
+    const QImage picture = console_.Slider(index).grab().toImage();
+    std::set<QRgb> found;
+    for (int y = 0; y < picture.height(); ++y) found.insert(picture.pixel(5, y));
+    return found.size();
+  };
+  for (const int k : {0, 31, 63}) {
+    EXPECT_GT(colours(k), 1u) << k;
+    EXPECT_EQ(console_.Slider(k).value(), 63) << k;
+    EXPECT_EQ(console_.Tip(k), "-36db ");
+  }
+  EXPECT_EQ(reported(), "No report since start");
+  dialog.ShowReported(QDateTime(QDate::currentDate(), QTime(12, 3, 44)));
+  EXPECT_EQ(reported(), "Last report 12:03:44");
+  for (const int k : {0, 31, 63}) EXPECT_EQ(colours(k), 1u) << k;
 }
 
 // 1920 x 1080 pixels at 200 %, less what a desktop puts around a window.
@@ -302,9 +358,10 @@ TEST_F(InputLevelDialogTest, LabelsAreReadAndTheCurrentRecordStays) {
   EXPECT_EQ(console_.Label("lblInptName", 1), "Sta. 002") << "as the programming shows it";
   EXPECT_EQ(console_.Label("lblInptName", 2), "Inpt 003");
   EXPECT_EQ(console_.Label("lblInptNumber", 63), "64");
-  // One that is too wide is cut and stands whole in its tip.
+  // One that is too wide for the screen is cut and stands whole in its tip.
   const auto& wide = console_.Find<QLabel>(QStringLiteral("lblInptName_63"));
-  EXPECT_TRUE(wide.text().endsWith(u'\u2026')) << wide.text().toStdString();
+  dialog.FitInto(800);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return wide.text().contains(u'\u2026'); }));
   EXPECT_EQ(wide.toolTip(), QStringLiteral("MMMMMMMM"));
   EXPECT_EQ(console_.CurrentStation(), 33);
 

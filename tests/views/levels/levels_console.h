@@ -23,8 +23,8 @@ class LevelsConsole : public ViewConsole {
   explicit LevelsConsole(int channels = 64) : ViewConsole(channels) { model.ResetLevels(); }
   ~LevelsConsole() override { delete dialog; }
 
-  views::InputLevelDialog& Open() {
-    dialog = new views::InputLevelDialog(Services(), window.get());
+  views::InputLevelDialog& Open(const QDateTime& lastReport = QDateTime()) {
+    dialog = new views::InputLevelDialog(Services(), lastReport, window.get());
     dialog->open();
     // The toolkit takes a dialog over an active window for active at once.
     const bool active = QTest::qWaitFor([this] { return QApplication::activeWindow() == dialog; });

@@ -2,7 +2,7 @@
 //
 // Draws the input levels and the tally into PNG files, for looking at.
 //
-//   levels_gallery FOLDER [light|dark|contrast]
+//   levels_gallery FOLDER [light|dark|contrast [POINTS]]
 
 #include <QApplication>
 
@@ -19,12 +19,17 @@ void DrawLevels() {
   console.SetField(1, "InLabel", "CAM 1");
   console.SetField(2, "InLabel", "PROD MIC");
   console.SetField(3, "InLabel", "W\xC3\x9CRZBG\xC3\x84");
-  console.SetField(4, "InLabel", "MMMMMMMM");
+  console.SetField(4, "InLabel", "REPLAY 1");
+  console.SetField(5, "InLabel", "REPLAY 2");
   for (int k = 0; k < 64; ++k) console.SetGain(k, k % 5 == 0 ? 100 : 127 - 2 * k);
-  Save(console.Open(), QStringLiteral("levels"));
+  Save(console.Open(), QStringLiteral("levels-unreported"));
+  console.dialog->ShowReported(QDateTime(QDate::currentDate(), QTime(12, 3, 44)));
+  Save(*console.dialog, QStringLiteral("levels"));
   console.Slider(4).setFocus(Qt::TabFocusReason);
   QTest::keyPress(&console.Slider(4), Qt::Key_Up);
   Save(*console.dialog, QStringLiteral("levels-focus"));
+  console.dialog->FitInto(944);
+  Save(*console.dialog, QStringLiteral("levels-narrow"));
   console.Scroll().setValue(2);
   Save(*console.dialog, QStringLiteral("levels-last"));
   QFont large = console.dialog->font();

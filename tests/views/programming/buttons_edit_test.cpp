@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 
 #include "tests/views/programming/buttons_console.h"
@@ -33,6 +34,8 @@ class EditPage : public testing::Test {
     console_.Open();
     console_.GoToTab(5);
   }
+
+  QLabel& Note() { return console_.Find<QLabel>(QStringLiteral("aidInactiveNote")); }
 
   ButtonsConsole console_;
 };
@@ -62,35 +65,79 @@ TEST_F(EditPage, TheLastTargetTakenMakesTheButtonInactiveAtOnce) {
   EXPECT_EQ(console_.Number(1, "B1 First"), 1);
   EXPECT_EQ(console_.Number(1, "B1 Type"), 254);
   EXPECT_EQ(console_.Caption(1), "NONE");
-  EXPECT_EQ(console_.Type(1), "TALK") << "until the next refresh";
-  EXPECT_THAT(console_.Options(), ElementsAre(254)) << "as it is stored";
   EXPECT_THAT(console_.told, ElementsAre("edited buttons 1", kInactiveNote));
+  // The rest follows at the next refresh; the note says so meanwhile.
+  EXPECT_EQ(console_.Type(1), "TALK");
+  EXPECT_THAT(console_.Options(), ElementsAre(0));
+  EXPECT_EQ(console_.TargetsCaption(), "Station(s) To Be Called Upon Button Press");
+  EXPECT_TRUE(Note().isVisible());
+  EXPECT_EQ(Note().text(), QStringLiteral("Now stored as inactive"));
+  EXPECT_EQ(Note().toolTip(),
+            QStringLiteral("Button 1 has no target left, so it is stored as inactive, whatever is "
+                           "shown here. Choose its operation again when it has a target."));
   console_.view->UpdateButtonTypes();
   EXPECT_EQ(console_.Type(1), "NULL");
+  EXPECT_TRUE(Note().isVisible()) << "the options are as they were";
 }
 
-TEST_F(EditPage, AButtonThatBecameInactiveIsShownSoOnTheNextTab) {
+TEST_F(EditPage, AnotherTabRefreshesNothingOfAButtonThatBecameInactive) {
   Open();
   console_.ClickBox("ckStationSel", 0);
   console_.GoToTab(1);
-  EXPECT_EQ(console_.Type(1), "NULL");
+  EXPECT_EQ(console_.Type(1), "TALK");
+  EXPECT_EQ(console_.Caption(1), "NONE");
   console_.GoToTab(5);
-  EXPECT_THAT(console_.Options(), ElementsAre(254));
-  EXPECT_EQ(console_.TargetsCaption(), "Button Specified Inactive");
+  EXPECT_EQ(console_.Type(1), "TALK");
+  EXPECT_THAT(console_.Options(), ElementsAre(0));
+  EXPECT_EQ(console_.TargetsCaption(), "Station(s) To Be Called Upon Button Press");
+  EXPECT_TRUE(Note().isVisible());
 }
 
-TEST_F(EditPage, AButtonThatBecameInactiveIsShownSoWhenAnotherIsSelected) {
+// What is selected then is shown as it is stored; the one that is left waits for a refresh.
+TEST_F(EditPage, AnotherButtonRefreshesNothingOfOneThatBecameInactive) {
   Open();
   console_.ClickBox("ckStationSel", 0);
   console_.PickButton(2);
-  EXPECT_EQ(console_.Type(1), "NULL");
+  EXPECT_EQ(console_.Type(1), "TALK");
   EXPECT_EQ(console_.Type(2), "TALK");
+  EXPECT_FALSE(Note().isVisible()) << "button 2 is shown as it is stored";
   console_.ClickBox("ckStationSel", 1);
+  EXPECT_TRUE(Note().isVisible());
   console_.GoToTab(1);
   console_.Press("cmdButton_2");
-  EXPECT_EQ(console_.Type(2), "NULL");
+  EXPECT_EQ(console_.Type(2), "TALK");
   EXPECT_EQ(console_.Number(1, "B2 Type"), 254);
   EXPECT_EQ(console_.Type(3), "TALK");
+  console_.PickButton(1);
+  EXPECT_EQ(console_.Type(1), "NULL");
+  EXPECT_THAT(console_.Options(), ElementsAre(254));
+  EXPECT_EQ(console_.TargetsCaption(), "Button Specified Inactive");
+  EXPECT_FALSE(Note().isVisible());
+}
+
+TEST_F(EditPage, NavigationShowsAButtonThatBecameInactiveAsItIsStored) {
+  Open();
+  console_.ClickBox("ckStationSel", 0);
+  console_.Press("cmdNext");
+  EXPECT_FALSE(Note().isVisible());
+  EXPECT_THAT(console_.Options(), ElementsAre(0));
+  console_.Press("cmdPrev");
+  EXPECT_EQ(console_.Type(1), "NULL");
+  EXPECT_THAT(console_.Options(), ElementsAre(254));
+  EXPECT_FALSE(Note().isVisible());
+}
+
+TEST_F(EditPage, AButtonMadeInactiveByAnotherTabHasTheNoteToo) {
+  console_.SetField(1, "B1 Prog", Flags({}));
+  Open();  // by way of a page of buttons
+  EXPECT_THAT(console_.Options(), ElementsAre(0));
+  EXPECT_EQ(console_.Number(1, "B1 Type"), 254);
+  EXPECT_TRUE(Note().isVisible());
+  console_.ChooseOption(1);
+  EXPECT_FALSE(Note().isVisible());
+  console_.GoToTab(6);
+  console_.GoToTab(5);
+  EXPECT_TRUE(Note().isVisible());
 }
 
 TEST_F(EditPage, ATargetInPlaceOfTheLastOneNeedsItsOperationAgain) {
@@ -100,8 +147,10 @@ TEST_F(EditPage, ATargetInPlaceOfTheLastOneNeedsItsOperationAgain) {
   EXPECT_EQ(console_.Text(1, "B1 Prog"), Flags({5}));
   EXPECT_EQ(console_.Number(1, "B1 First"), 5);
   EXPECT_EQ(console_.Number(1, "B1 Type"), 254);
-  EXPECT_THAT(console_.Options(), ElementsAre(254));
+  EXPECT_THAT(console_.Options(), ElementsAre(0));
+  EXPECT_TRUE(Note().isVisible()) << "until its operation is chosen";
   console_.ChooseOption(0);
+  EXPECT_FALSE(Note().isVisible());
   EXPECT_EQ(console_.Number(1, "B1 Type"), 0);
   EXPECT_EQ(console_.Type(1), "TALK");
   EXPECT_EQ(console_.Caption(1), "Sta. 005");
@@ -171,7 +220,7 @@ TEST_F(EditPage, TheSameWhenTheTabChanges) {
   EXPECT_EQ(console_.Number(1, "B1 Type"), 254);
   EXPECT_EQ(console_.Number(1, "B1 First"), 1);
   EXPECT_EQ(console_.Text(1, "B1 Prog"), "") << "only what is said";
-  EXPECT_EQ(console_.Type(1), "NULL");
+  EXPECT_EQ(console_.Type(1), "TALK") << "until the next refresh";
   EXPECT_THAT(console_.told, ElementsAre("edited buttons 1", kInactiveNote));
 }
 

@@ -2,7 +2,7 @@
 //
 // Draws the programming view in many states into PNG files, for looking at.
 //
-//   buttons_gallery FOLDER [light|dark|contrast]
+//   buttons_gallery FOLDER [light|dark|contrast [POINTS]]
 
 #include <QApplication>
 #include <QPushButton>
@@ -17,11 +17,12 @@ using test::Save;
 
 // A station as it is in use: every operation, wide labels, buttons without targets.
 void Fill(test::ButtonsConsole& console) {
-  const char* const labels[] = {"STUDIO A", "STUDIO B", "PROD 1", "PROD 2", "SOUND",
-                                "LIGHTS",   "CAM 1",    "CAM 2",  "MMMMMM", "R\xC3\xA9gie"};
-  for (int i = 0; i < 10; ++i) {
-    console.SetField(i + 1, "Label", labels[i]);
-    console.SetField(i + 1, "InLabel", labels[9 - i]);
+  const char* const labels[] = {"STUDIO A", "STUDIO B",     "PROD MIC", "MIC ANCH",
+                                "SOUND 01", "LIGHTING",     "REPLAY 1", "REPLAY 2",
+                                "CAM CREW", "R\xC3\xA9gie", "OB VAN 3", "GRAPHICS"};
+  for (int i = 0; i < 64; ++i) {
+    console.SetField(i + 1, "Label", labels[i % 12]);
+    console.SetField(i + 1, "InLabel", labels[(i + 5) % 12]);
   }
   constexpr int kTypes[] = {0, 1, 2, 3, 254, 255, 77};
   for (int n = 1; n <= 32; ++n) {
@@ -48,6 +49,8 @@ void Draw() {
   console.GoToTab(1);
   console.Find<QPushButton>("cmdButton", 1).click();
   Save(*console.subWindow, QStringLiteral("edit"));
+  for (const int target : {0, 1, 4, 8, 32, 63}) console.ClickBox("ckStationSel", target);
+  Save(*console.subWindow, QStringLiteral("edit-inactive"));
   console.GoToTab(6);
   Save(*console.subWindow, QStringLiteral("relays"));
   console.GoToTab(7);

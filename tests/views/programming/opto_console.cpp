@@ -56,6 +56,10 @@ QComboBox& OptoConsole::Channels() {
   return *host->findChild<QComboBox*>(QStringLiteral("cmbOptoChan"));
 }
 
+bool OptoConsole::NoteIsShown() {
+  return host->findChild<QWidget*>(QStringLiteral("aidOptoInactiveNote"))->isVisible();
+}
+
 QGroupBox& OptoConsole::Frame() {
   return *host->findChild<QGroupBox*>(QStringLiteral("frOptoStations"));
 }

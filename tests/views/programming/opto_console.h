@@ -43,6 +43,8 @@ class OptoConsole : public ViewConsole {
   std::string BoxCaption(int target);
   std::string ChannelItem(int channel);
   std::string FrameCaption();
+  // Whether the note beside the options says that the opto is stored as inactive.
+  bool NoteIsShown();
 
   // "type|channel|first|targets" of an opto, with the numbers of the targets.
   std::string Stored(int opto);

@@ -2,7 +2,7 @@
 //
 // Draws the page of the optos in many states into PNG files, for looking at.
 //
-//   opto_gallery FOLDER [light|dark|contrast]
+//   opto_gallery FOLDER [light|dark|contrast [POINTS]]
 
 #include <QAbstractItemView>
 #include <QTest>

@@ -213,15 +213,19 @@ TEST_F(OptoPageTest, WithoutItsLastTargetTheOptoIsInactiveAtOnce) {
   EXPECT_EQ(console_.Stored(2), "254|2|1|");
   EXPECT_THAT(console_.edited, ElementsAre(2));
   EXPECT_THAT(console_.notes, ElementsAre("Opto 2 has no target left and is inactive now"));
-  EXPECT_THAT(console_.SelectedOptions(), ElementsAre(254));
-  // The captions are those of the targets among which the operator is choosing.
+  // Options and captions stay as they were; the note says so.
+  EXPECT_THAT(console_.SelectedOptions(), ElementsAre(1));
   EXPECT_EQ(console_.FrameCaption(), kSource);
   EXPECT_EQ(console_.BoxCaption(7), "Inpt 007");
+  EXPECT_TRUE(console_.NoteIsShown());
 
   ClickBox(8);
   EXPECT_EQ(console_.Stored(2), "254|2|8|8");
+  EXPECT_THAT(console_.SelectedOptions(), ElementsAre(1));
+  EXPECT_TRUE(console_.NoteIsShown());
   ClickOption(1);
   EXPECT_EQ(console_.Stored(2), "1|2|8|8");
+  EXPECT_FALSE(console_.NoteIsShown());
   EXPECT_EQ(console_.notes.size(), 1u);
 }
 
@@ -235,6 +239,8 @@ TEST_F(OptoPageTest, InactiveOptoIsCaptionedSoAtTheNextRefresh) {
   EXPECT_EQ(console_.BoxCaption(7), "Chan 07");
   EXPECT_EQ(console_.ChannelItem(7), "Channel 07");
   EXPECT_THAT(console_.Ticked(), IsEmpty());
+  EXPECT_THAT(console_.SelectedOptions(), ElementsAre(254));
+  EXPECT_FALSE(console_.NoteIsShown());
 }
 
 TEST_F(OptoPageTest, AnotherOptoIsShownWhole) {

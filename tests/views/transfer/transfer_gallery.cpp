@@ -3,7 +3,7 @@
 // Draws the windows of the download and the retrieval in their states into PNG files, for
 // looking at.
 //
-//   transfer_gallery FOLDER [light|dark|contrast]
+//   transfer_gallery FOLDER [light|dark|contrast [POINTS]]
 
 #include <QApplication>
 #include <QLabel>

@@ -2,7 +2,7 @@
 //
 // Draws the crosspoint map in many states into PNG files, for looking at.
 //
-//   xmap_gallery FOLDER [light|dark|contrast]
+//   xmap_gallery FOLDER [light|dark|contrast [POINTS]]
 
 #include <QAction>
 #include <QApplication>

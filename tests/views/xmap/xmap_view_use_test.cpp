@@ -336,18 +336,24 @@ TEST(XmapView, ReadoutNamesBothSidesOfTheCell) {
   EXPECT_EQ(changed.count(), 4);
 }
 
-TEST(XmapView, ReadoutFollowsThePointer) {
+TEST(XmapView, ReadoutNamesTheSelectedCellWhereverThePointerIs) {
   XmapConsole console(8);
   XmapView& view = console.Open();
   QTest::mouseMove(&Viewport(console), console.CellCentre(7, 9));
-  EXPECT_EQ(view.Readout(), QStringLiteral("Out 06  Sta. 006  <  In 08  Inpt 008: No crosspoint"));
   EXPECT_EQ(console.SelectedCell(), QPoint(2, 2));
+  EXPECT_EQ(view.Readout(), QStringLiteral("Out 01  Sta. 001  <  In 01  Inpt 001: No crosspoint"));
+  console.model.CrosspointMap.At(6, 8) = 1;
+  view.UpdateXmap(6, 0);
+  EXPECT_EQ(view.Readout(), QStringLiteral("Out 01  Sta. 001  <  In 01  Inpt 001: No crosspoint"));
   console.PressKey(Qt::Key_Down);
   EXPECT_EQ(view.Readout(), QStringLiteral("Out 02  Sta. 002  <  In 01  Inpt 001: No crosspoint"));
-  QEvent leave(QEvent::Leave);
-  QTest::mouseMove(&Viewport(console), console.CellCentre(7, 8));
-  QCoreApplication::sendEvent(&Viewport(console), &leave);
-  EXPECT_EQ(view.Readout(), QStringLiteral("Out 02  Sta. 002  <  In 01  Inpt 001: No crosspoint"));
+  // The tip is about the cell under the pointer.
+  const QPoint pointer = console.CellCentre(7, 9);
+  QHelpEvent help(QEvent::ToolTip, pointer, Viewport(console).mapToGlobal(pointer));
+  QCoreApplication::sendEvent(&Viewport(console), &help);
+  EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("Out 06")))
+      << QToolTip::text().toStdString();
+  QToolTip::hideText();
 }
 
 TEST(XmapView, TipNamesTheCell) {

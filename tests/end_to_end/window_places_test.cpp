@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+//
+// Where the windows of the real console stand, and what it stores of that.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/end_to_end/console_process.h"
+#include "tests/support/pty.h"
+
+namespace test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::Not;
+
+class WindowPlacesTest : public testing::Test {
+ protected:
+  WindowPlacesTest() { fs::create_directories(places_.parent_path()); }
+
+  // No switcher: a port that cannot be opened has its panel in the status bar.
+  void SetUp() override { folder_.WriteSettings(folder_ / "no-device"); }
+
+  static QJsonValue Pair(int first, int second) { return QJsonArray{first, second}; }
+
+  int argc_ = 0;
+  QCoreApplication application_{argc_, nullptr};
+  ConsoleFolder folder_;
+  fs::path places_ = folder_.Home() / "Orvo" / "Orvo Intercom Control.conf";
+};
+
+TEST_F(WindowPlacesTest, SectionSettingsDecidesOnEveryRun) {
+  for (const auto& [twips, pixels] : {std::pair("1500", 100), {"3000", 200}}) {
+    WriteFile(places_, std::string("[Settings]\nMainLeft=") + twips + "\nMainWidth=12000\n");
+    ConsoleProcess console(folder_);
+    ASSERT_TRUE(console.IsUp());
+    EXPECT_EQ(console.Property("frmMain", "pos"), Pair(pixels, 67));
+    EXPECT_EQ(console.Terminate(), 0);
+    EXPECT_THAT(ReadFile(places_), HasSubstr(std::string("MainLeft=") + twips + "\n"));
+    EXPECT_THAT(ReadFile(places_), Not(HasSubstr("[Console")));
+  }
+}
+
+TEST_F(WindowPlacesTest, AConsoleWhoseSettingsNameASectionKeepsToIt) {
+  const std::string settings =
+      ReadFile(folder_ / "Orvotesk.ini") + "\r\n[WINDOW PLACES]\r\nSection=Console Studio A\r\n";
+  WriteFile(folder_ / "Orvotesk.ini", settings);
+  WriteFile(places_,
+            "[Console%20Studio%20A]\nMainLeft=3000\n\n[Settings]\nMainLeft=1500\nMainTop=1500\n");
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_EQ(console.Property("frmMain", "pos"), Pair(200, 67));
+  console.SetSize("frmMain", 600, 500);
+  EXPECT_EQ(console.Terminate(), 0);
+  EXPECT_THAT(ReadFile(places_), HasSubstr("\n\n[Settings]\nMainLeft=1500\nMainTop=1500\n"));
+  EXPECT_THAT(ReadFile(places_), HasSubstr("MainWidth=9000\n"));
+  EXPECT_THAT(ReadFile(folder_ / "Orvotesk.ini"), HasSubstr("Section=Console Studio A\r\n"));
+}
+
+TEST_F(WindowPlacesTest, AMainWindowThatSticksOutOfTheScreenComesBackWhereItWas) {
+  WriteFile(places_, "[Settings]\nMainTop=-15\nMainLeft=-900\nMainWidth=30000\nMainHeight=24000\n");
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_EQ(console.Property("frmMain", "pos"), Pair(-60, -1));
+  EXPECT_EQ(console.Property("frmMain", "size"), Pair(2000, 1600));
+  EXPECT_EQ(console.Terminate(), 0);
+  EXPECT_THAT(ReadFile(places_), HasSubstr("MainTop=-15\n"));
+  EXPECT_THAT(ReadFile(places_), HasSubstr("MainLeft=-900\n"));
+  EXPECT_THAT(ReadFile(places_), HasSubstr("MainWidth=30000\n"));
+}
+
+TEST_F(WindowPlacesTest, WhatTheStatusBarHasToSayDoesNotWidenTheMainWindow) {
+  const Pty line;
+  folder_.WriteSettings(line.Device(), "Demo Mode=1\r\n");
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  console.Use("ID_ToggleInhibit", 6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
+  console.Click("ckRelaySel_3");
+  console.Click("ckStationSel_5");
+  console.Click("ckOptoStationSel_5");
+  line.Send("E0 01 FF");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.IsShown("aidBlockedCode"); }));
+  EXPECT_EQ(console.Property("frmMain", "size"), Pair(433, 433));
+  EXPECT_EQ(console.Terminate(), 0);
+  EXPECT_THAT(ReadFile(places_), HasSubstr("MainWidth=6500\n"));
+}
+
+// The focus aid scrolls the area, which is smaller than its windows at first.
+TEST_F(WindowPlacesTest, KeysThatScrollTheAreaChangeNoPlace) {
+  const Pty line;
+  folder_.WriteSettings(line.Device());
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  for (int times = 0; times < 30; ++times) console.Keys("msfgXmap", "Down");
+  for (int times = 0; times < 30; ++times) console.Keys("msfgXmap", "Right");
+  EXPECT_EQ(console.Terminate(), 0);
+  for (const char* const line :
+       {"ButnsLeft=0\n", "ButnsTop=0\n", "AlphasLeft=300\n", "AlphasTop=300\n", "XmapLeft=500\n",
+        "XmapTop=500\n", "XmapWidth=10000\n", "XmapHeight=9000\n"}) {
+    EXPECT_THAT(ReadFile(places_), HasSubstr(line));
+  }
+}
+
+}  // namespace
+}  // namespace test
