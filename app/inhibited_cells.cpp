@@ -4,9 +4,9 @@
 
 #include <memory>
 
+#include "db/station_fields.h"
 #include "model/flag_string.h"
-#include "switcher/station_records.h"
-#include "switcher/stored_forms.h"
+#include "stations/open_stations.h"
 #include "views/rules/station_texts.h"
 
 namespace app {
@@ -15,7 +15,7 @@ bool InhibitedCells::Contain(int output, int input) {
   Read();
   if (output < 1 || static_cast<std::size_t>(output) > flags_.size()) return false;
   const std::optional<std::string>& flags = flags_[static_cast<std::size_t>(output - 1)];
-  return flags.has_value() && model::FlagIsSet(switcher::PlainFlags(*flags), input);
+  return flags.has_value() && model::FlagIsSet(model::PlainFlags(*flags), input);
 }
 
 // Words are not worth a report.
@@ -26,8 +26,8 @@ void InhibitedCells::Read() {
   if (database == nullptr) return;
   read_ = true;
   std::unique_ptr<jet::RecordSet> stations;
-  if (!switcher::OpenStations(*database, &stations).ok()) return;
-  (void)rules::ReadAvailableStationTexts(*stations, switcher::kInhibitsField, model_.ChannelCount,
+  if (!stations::OpenStations(*database, &stations).ok()) return;
+  (void)rules::ReadAvailableStationTexts(*stations, db::kInhibitsField, model_.ChannelCount,
                                          &flags_);
 }
 

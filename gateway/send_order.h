@@ -49,7 +49,7 @@ class SendOrder {
     Receiver receiver;
     bool direct = false;  // added for this slot alone
     // Of what goes to all: how many slots without a connection have cost their pause.
-    std::shared_ptr<int> pausesForNobody;
+    std::shared_ptr<int> pausesForNobody = {};
     std::uint64_t number = 0;  // in the order in which they were added
   };
 

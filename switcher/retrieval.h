@@ -22,7 +22,7 @@ struct RetrievalResult {
   bool lineLost = false;     // the port was closed meanwhile
   int messages = 0;          // all that came
   int refused = 0;           // those of them that were not stored
-  std::string firstRefused;  // the description of the first of these
+  std::string firstRefused = {};  // the description of the first of these
 
   // Whether the database now holds what the switcher holds.
   bool IsWhole() const { return completed && asked && !lineLost && refused == 0; }
