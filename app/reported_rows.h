@@ -12,11 +12,11 @@ namespace app {
 
 // What a report of one row of the map changed.
 struct RowChange {
-  int output = 0;           // from 1
-  bool isFirst = false;     // nothing was known of the row before
+  int output = 0;                // from 1
+  bool isFirst = false;          // nothing was known of the row before
   std::vector<int> made = {};    // inputs that are heard now, and were not
   std::vector<int> broken = {};  // inputs that were heard, and are not any more
-  bool byPriority = false;  // what is heard now is heard by priority
+  bool byPriority = false;       // what is heard now is heard by priority
   bool wasByPriority = false;
 
   bool operator==(const RowChange&) const = default;

@@ -17,11 +17,11 @@ namespace switcher {
 
 // What came of a retrieval.
 struct RetrievalResult {
-  bool completed = false;    // the last station's button data came; else the operator ended it
-  bool asked = false;        // the tables were asked for by then
-  bool lineLost = false;     // the port was closed meanwhile
-  int messages = 0;          // all that came
-  int refused = 0;           // those of them that were not stored
+  bool completed = false;         // the last station's button data came; else the operator ended it
+  bool asked = false;             // the tables were asked for by then
+  bool lineLost = false;          // the port was closed meanwhile
+  int messages = 0;               // all that came
+  int refused = 0;                // those of them that were not stored
   std::string firstRefused = {};  // the description of the first of these
 
   // Whether the database now holds what the switcher holds.
