@@ -4,7 +4,6 @@
 
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QFontInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -16,6 +15,7 @@
 #include "views/labels/labels_delegate.h"
 #include "views/labels/labels_model.h"
 #include "views/labels/labels_row_header.h"
+#include "views/scaled_font.h"
 #include "views/twips.h"
 
 namespace views {
@@ -27,7 +27,6 @@ namespace {
 constexpr int kSmallestRowHeight = 20;
 constexpr int kRowPadding = 6;
 constexpr double kHeaderFontScale = 0.88;
-constexpr double kUsualFont = 12;  // in pixels: nine points; the columns are made for it
 
 // Asks before the current cell moves.
 class GuardedSelection : public QItemSelectionModel {
@@ -98,9 +97,7 @@ void LabelsGrid::FitFont() {
       std::max(kSmallestRowHeight, fontMetrics().height() + kRowPadding));
   // The captions fit into the widths beside the arrow.
   QHeaderView* const header = horizontalHeader();
-  QFont small = font();
-  small.setPointSizeF(QFontInfo(small).pointSizeF() * kHeaderFontScale);
-  header->setFont(small);
+  header->setFont(Scaled(font(), kHeaderFontScale));
   for (int column = 0; column < header->count(); ++column) {
     header->resizeSection(column, WidthFor(static_cast<LabelColumn>(column)));
   }
@@ -108,7 +105,7 @@ void LabelsGrid::FitFont() {
 }
 
 int LabelsGrid::WidthFor(LabelColumn column) const {
-  const double scale = std::max(1.0, QFontInfo(font()).pixelSize() / kUsualFont);
+  const double scale = std::max(1.0, ScaleOf(font()));
   return static_cast<int>(std::lround(ToPixels(rules::Spec(column).twips) * scale));
 }
 

@@ -3,11 +3,11 @@
 #include "views/levels/level_strip.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "views/rules/levels.h"
+#include "views/scaled_font.h"
 
 namespace views {
 namespace {
@@ -81,12 +81,7 @@ void LevelStrip::resizeEvent(QResizeEvent* event) {
   ElideLabel();
 }
 
-QFont LevelStrip::LabelFont() const {
-  QFont small = font();
-  // A font whose size is given in pixels has none in points of its own.
-  small.setPointSizeF(QFontInfo(small).pointSizeF() * kLabelSize);
-  return small;
-}
+QFont LevelStrip::LabelFont() const { return Scaled(font(), kLabelSize); }
 
 // A label is condensed before it is cut, and cut in its middle: labels that differ in their last
 // letter must not look alike.

@@ -2,6 +2,7 @@
 
 #include "views/programming/button_page.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -12,16 +13,18 @@
 #include "views/plain_caption.h"
 #include "views/programming/focus_grid.h"
 #include "views/programming/page_metrics.h"
+#include "views/scaled_font.h"
 
 namespace views {
 namespace {
 
 constexpr int kKeysMargin = 6;
-constexpr int kBetweenColumns = 6;
+constexpr int kBetweenColumns = 4;
 constexpr int kBetweenRows = 14;
-constexpr int kKeyWidth = 64;  // 70 pixels from key to key
+constexpr int kKeyWidth = 66;  // 70 pixels from key to key
 constexpr int kKeyHeight = 34;
-constexpr int kBesideKeyCaption = 12;
+constexpr int kBesideKeyCaption = 8;
+constexpr double kLeastCaption = 0.75;  // of the font, for wide captions
 constexpr int kTypeHeight = 20;
 
 QString ElementName(const char* array, int button) {
@@ -63,7 +66,9 @@ ButtonPage::Key ButtonPage::MakeKey(int button, bool isThere) {
 
   auto* const key = new QPushButton(this);
   key->setObjectName(ElementName("cmdButton", button));
-  key->setMinimumSize(kKeyWidth, kKeyHeight);
+  key->setMinimumHeight(kKeyHeight);
+  // All keys are of one width, whatever their captions.
+  key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   key->setAutoDefault(true);  // Enter presses it, too
   key->setEnabled(isThere);
   key->setAccessibleName(tr("Button %1").arg(button));
@@ -93,14 +98,42 @@ void ButtonPage::AddNotes(int buttonCount) {
 }
 
 void ButtonPage::SetCaption(int button, const QString& caption) {
-  QPushButton& key = *KeyOf(button).button;
+  Key& key = KeyOf(button);
   const QString text = PlainCaption(caption);
-  if (key.text() == text) return;
-  key.setText(text);
-  // A wide label makes its column wider: two that differ in their last letter must not look alike.
-  const int needed = key.fontMetrics().horizontalAdvance(caption) + kBesideKeyCaption;
-  key.setMinimumWidth(std::max(kKeyWidth, needed));
+  if (key.button->text() == text) return;
+  key.button->setText(text);
+  key.width = fontMetrics().horizontalAdvance(caption);
+  FitFont();
   Speak(button);
+}
+
+void ButtonPage::FitFont() {
+  const QString widest =
+      SpokenCaption(std::ranges::max_element(keys_, {}, &Key::width)->button->text());
+  const int besideKeys = 2 * kKeysMargin + (kPageColumns - 1) * kBetweenColumns;
+  const int room = (width() - besideKeys) / kPageColumns - kBesideKeyCaption;
+  // What is too wide even so makes the page wider: two captions that differ in their last letter
+  // must not look alike.
+  const QFontMetrics least(Scaled(font(), kLeastCaption));
+  const int narrowest = least.horizontalAdvance(widest) + kBesideKeyCaption;
+  setMinimumWidth(kPageColumns * std::max(kKeyWidth, narrowest) + besideKeys);
+  const QFont fitting = Fitting(font(), widest, room, kLeastCaption);
+  if (keys_.front().button->font() == fitting) return;
+  for (const Key& key : keys_) key.button->setFont(fitting);
+}
+
+void ButtonPage::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  FitFont();
+}
+
+void ButtonPage::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::FontChange) return;
+  for (Key& key : keys_) {
+    key.width = fontMetrics().horizontalAdvance(SpokenCaption(key.button->text()));
+  }
+  FitFont();
 }
 
 void ButtonPage::SetOperation(int button, const rules::Operation& operation) {

@@ -34,16 +34,24 @@ class ButtonPage : public QWidget {
  Q_SIGNALS:
   void Clicked(int button);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
  private:
   struct Key {
     QLabel* number;
     QPushButton* button;
     QLabel* type;
+    int width = 0;  // of the caption in the page's font
   };
 
   Key MakeKey(int button, bool isThere);
   void AddNotes(int buttonCount);
+  // All captions in one font: smaller than the page's where they are too wide for the room.
+  void FitFont();
   void Speak(int button);
+  Key& KeyOf(int button) { return keys_[static_cast<std::size_t>(button - first_)]; }
   const Key& KeyOf(int button) const { return keys_[static_cast<std::size_t>(button - first_)]; }
 
   const int first_;

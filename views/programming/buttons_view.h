@@ -82,6 +82,7 @@ class ButtonsView : public MainView {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   static constexpr int kButtonPages = 4;
@@ -111,6 +112,9 @@ class ButtonsView : public MainView {
 
   void ShowStation();
   void ShowSelectedButton();
+  // The desktop's font, as far as the form has room for it: at its first size everything is in
+  // sight, whatever that font is.
+  void FitFont();
   // Shows the operation of the selected button wherever it is shown.
   void ShowType(int type);
   void ShowTab(int tab);

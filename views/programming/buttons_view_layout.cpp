@@ -2,6 +2,7 @@
 //
 // What the programming view is made of.
 
+#include <QApplication>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QScrollArea>
@@ -11,6 +12,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <cmath>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,6 +26,7 @@
 #include "views/programming/station_fields.h"
 #include "views/programming/station_navigator.h"
 #include "views/programming/target_boxes.h"
+#include "views/scaled_font.h"
 #include "views/tool_band.h"
 
 namespace views {
@@ -41,6 +44,13 @@ constexpr Tool kSendOptos{"ID_SendOptoData", "Send Opto Data Only",
                           true};
 constexpr Tool kQdvStatus{"ID_QDVStatus", "QDV Status",
                           "Click To Display Current QDV Output Module Status", "qdv-status", true};
+
+// The form's first size, in pixels; the usual font is for it.
+constexpr double kFirstWidth = 593;
+constexpr double kFirstHeight = 407;
+
+// The font does not change with every pixel of the form's size.
+constexpr double kFontSteps = 24;
 
 // A page that scrolls where the tab is too small for it.
 QScrollArea* Scrolled(QWidget* page) {
@@ -175,8 +185,25 @@ QSize ButtonsView::minimumSizeHint() const {
   return {navigator_->width() + 2 * kPageMargin, MainView::minimumSizeHint().height()};
 }
 
+void ButtonsView::FitFont() {
+  const QFont desktop = QApplication::font();
+  const QSizeF form = FormGeometry().size();
+  const double room = std::min(form.width() / kFirstWidth, form.height() / kFirstHeight);
+  const double scale = std::min(1.0, std::max(1.0, room) / ScaleOf(desktop));
+  const QFont fitting = Scaled(desktop, std::floor(scale * kFontSteps) / kFontSteps);
+  if (font() != fitting) setFont(fitting);
+  // Its places are fixed, and made for the usual font.
+  navigator_->setFont(Scaled(desktop, std::min(1.0, 1 / ScaleOf(desktop))));
+}
+
+void ButtonsView::changeEvent(QEvent* event) {
+  MainView::changeEvent(event);
+  if (event->type() == QEvent::ApplicationFontChange) FitFont();
+}
+
 void ButtonsView::resizeEvent(QResizeEvent* event) {
   MainView::resizeEvent(event);
+  FitFont();
   // In a narrow view the fields stand under the navigation.
   const int needed = navigator_->width() + fields_->minimumSizeHint().width() + 3 * kPageMargin;
   station_->setDirection(width() < needed ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);

@@ -13,7 +13,7 @@ constexpr QColor kGround(0xFF, 0xD5, 0x4F);
 }  // namespace
 
 InactiveNote::InactiveNote(const QString& name, QWidget* parent)
-    : QLabel(tr("Now stored as inactive"), parent) {
+    : QLabel(tr("Stored as inactive"), parent) {
   setObjectName(name);
   setTextFormat(Qt::PlainText);
   setContentsMargins(kMargin, 0, kMargin, 0);

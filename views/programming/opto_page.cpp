@@ -20,8 +20,7 @@ namespace {
 constexpr std::string_view kReadLine = "Error Reading Opto Programming Data";
 constexpr std::string_view kStoreLine = "Error Storing Opto Programming Data";
 
-constexpr double kBoxPointSize = 7.5;  // eight captions fit into the first width of the view
-constexpr int kChannelLetters = 10;    // as in "Channel 01"
+constexpr int kChannelLetters = 10;  // as in "Channel 01"
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -69,7 +68,7 @@ OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* pa
   channel_->setMinimumContentsLength(kChannelLetters);
   channel_->hide();
 
-  targets_->SetBoxFont(FixedFont(kBoxPointSize));
+  targets_->SetBoxFamily(FixedFont(font().pointSizeF()));
   targets_->SetCaptions(DesignCaptions());
 
   operation_->AddNote(*inactive_);

@@ -2,6 +2,7 @@
 
 #include "views/programming/station_fields.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,7 +13,7 @@ namespace {
 constexpr int kLabelWidth = 66;
 constexpr int kLargestWidth = 360;  // of all; the labels have eight characters
 constexpr int kPortWidth = 36;
-constexpr int kSpacing = 4;
+constexpr int kSpacing = 3;
 
 // The columns of the layout; the labels have the room that is over.
 constexpr int kPortColumn = 2;
@@ -30,6 +31,7 @@ StationFields::StationFields(QWidget* parent) : QWidget(parent) {
                          "Label For Switcher Input Channel Associated With This Station");
   port_ = AddField(*grid, "txtPortNmbr", "lblPortNmbr", "Port", "",
                    "RS-485 Serial Control Port Associated With This Station");
+  FitCaptions();
   grid->setRowStretch(2, 1);
   setMaximumWidth(kLargestWidth);
 }
@@ -46,7 +48,6 @@ StationFields::Field StationFields::AddField(QGridLayout& grid, const char* name
   field->setAccessibleName(label->text());
   field->setAccessibleDescription(field->toolTip());
   field->setReadOnly(true);
-  label->setMinimumWidth(label->sizeHint().width());
   if (column == kPortColumn) {
     field->setFixedWidth(kPortWidth);
   } else {
@@ -62,6 +63,18 @@ StationFields::Field StationFields::AddField(QGridLayout& grid, const char* name
   grid.addWidget(field, 1, column);
   grid.setColumnStretch(column, column == kPortColumn ? 0 : 1);
   return {label, field};
+}
+
+void StationFields::FitCaptions() {
+  for (const Field& field : {label_, inputLabel_, port_}) {
+    const QString caption = field.caption->text();
+    field.caption->setMinimumWidth(field.caption->fontMetrics().horizontalAdvance(caption));
+  }
+}
+
+void StationFields::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange) FitCaptions();
 }
 
 void StationFields::ShowStation(const QString& label, const QString& inputLabel,

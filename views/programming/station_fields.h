@@ -24,6 +24,9 @@ class StationFields : public QWidget {
   // The caption over the number, and whether the labels are shown.
   void ShowFor(const QString& portCaption, bool withLabels);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   struct Field {
     QLabel* caption;
@@ -32,6 +35,9 @@ class StationFields : public QWidget {
 
   Field AddField(QGridLayout& grid, const char* name, const char* captionName, const char* caption,
                  const char* text, const char* tip);
+
+  // No caption is cut, whatever the room.
+  void FitCaptions();
 
   Field label_;
   Field inputLabel_;

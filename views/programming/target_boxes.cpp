@@ -14,12 +14,15 @@
 #include "views/plain_caption.h"
 #include "views/programming/focus_grid.h"
 #include "views/programming/page_metrics.h"
+#include "views/scaled_font.h"
 
 namespace views {
 namespace {
 
 constexpr int kCountMargin = 4;
-constexpr qreal kFontScale = 0.9;  // eight captions fit into the first width of the view
+// Eight captions fit into the first width of the view.
+constexpr double kFontScale = 0.83;   // of the frame's font
+constexpr double kLeastScale = 0.85;  // of that, for wide captions
 
 }  // namespace
 
@@ -35,6 +38,8 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
     auto* const box = new QCheckBox(this);
     box->setObjectName(boxName + u'_' + QString::number(index));
     box->setMinimumHeight(kSmallestTarget);
+    // All columns are of one width, whatever their captions.
+    box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     connect(box, &QCheckBox::toggled, this, [this, index](bool checked) {
       if (filling_.IsSet()) return;
       ShowCount();
@@ -49,23 +54,43 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
   ShowCount();
 }
 
-void TargetBoxes::SetBoxFont(const QFont& font) {
-  boxFont_ = font;
+void TargetBoxes::SetBoxFamily(const QFont& font) {
+  boxFamily_ = font;
   FitFont();
 }
 
+QFont TargetBoxes::FullFont() const {
+  QFont full = Scaled(font(), kFontScale);
+  if (boxFamily_) {
+    const double points = full.pointSizeF();
+    full = *boxFamily_;
+    full.setPointSizeF(points);
+  }
+  return full;
+}
+
+QString TargetBoxes::WidestCaption(const QFont& font) const {
+  const QFontMetrics metrics(font);
+  return (*std::ranges::max_element(
+              boxes_, {},
+              [&metrics](const QCheckBox* box) { return metrics.horizontalAdvance(box->text()); }))
+      ->text();
+}
+
 void TargetBoxes::FitFont() {
-  if (boxFont_) {
-    for (QCheckBox* const box : boxes_) box->setFont(*boxFont_);
-    return;
-  }
-  QFont small = font();
-  if (small.pixelSize() > 0) {
-    small.setPixelSize(qRound(small.pixelSize() * kFontScale));
-  } else {
-    small.setPointSizeF(small.pointSizeF() * kFontScale);
-  }
-  for (QCheckBox* const box : boxes_) box->setFont(small);
+  if (boxes_.empty()) return;
+  const QFont full = FullFont();
+  const QString widest = WidestCaption(full);
+  const int besideCaption =
+      style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, boxes_.front()) +
+      style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, boxes_.front()) + 1;
+  const int besideBoxes = width() - contentsRect().width() + 2 * kPageMargin;
+  const int room = (width() - besideBoxes) / kPageColumns - besideCaption;
+  const QFontMetrics least(Scaled(full, kLeastScale));
+  setMinimumWidth(kPageColumns * (besideCaption + least.horizontalAdvance(widest)) + besideBoxes);
+  const QFont fitting = Fitting(full, widest, room, kLeastScale);
+  if (boxes_.front()->font() == fitting) return;
+  for (QCheckBox* const box : boxes_) box->setFont(fitting);
 }
 
 void TargetBoxes::SetCaptions(const std::vector<std::string>& captions) {
@@ -76,6 +101,7 @@ void TargetBoxes::SetCaptions(const std::vector<std::string>& captions) {
     boxes_[index]->setText(caption);
     SpeakOf(static_cast<int>(index));
   }
+  FitFont();
 }
 
 void TargetBoxes::SetSpokenName(const QString& pattern) {
@@ -109,13 +135,16 @@ void TargetBoxes::initStyleOption(QStyleOptionGroupBox* option) const {
 
 void TargetBoxes::resizeEvent(QResizeEvent* event) {
   QGroupBox::resizeEvent(event);
+  FitFont();
   PlaceCount();
 }
 
 void TargetBoxes::changeEvent(QEvent* event) {
   QGroupBox::changeEvent(event);
-  if (event->type() == QEvent::FontChange) FitFont();
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) PlaceCount();
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+    FitFont();
+    PlaceCount();
+  }
 }
 
 void TargetBoxes::ShowCount() {

@@ -19,8 +19,8 @@ namespace views {
 
 // A frame of check boxes in rows of eight, one per target, that says how many are ticked.  The
 // arrow keys go from box to box, Space toggles; Tab comes to the box that was used last, and
-// leaves the frame.  The boxes are in a font a little smaller than that of the frame, unless they
-// are given one.
+// leaves the frame.  The boxes are in a font smaller than that of the frame, all in one, and
+// smaller still where captions are too wide for the room.
 class TargetBoxes : public QGroupBox {
   Q_OBJECT
 
@@ -30,8 +30,8 @@ class TargetBoxes : public QGroupBox {
 
   int Count() const { return static_cast<int>(boxes_.size()); }
 
-  // The font of the boxes, whatever that of the frame is.
-  void SetBoxFont(const QFont& font);
+  // The family of the boxes, whatever that of the frame is; their size goes by the frame.
+  void SetBoxFamily(const QFont& font);
 
   // Captions of all boxes, as UTF-8; a box without one keeps what it had.
   void SetCaptions(const std::vector<std::string>& captions);
@@ -53,6 +53,9 @@ class TargetBoxes : public QGroupBox {
   void changeEvent(QEvent* event) override;
 
  private:
+  // The font of the boxes as it is where there is room.
+  QFont FullFont() const;
+  QString WidestCaption(const QFont& font) const;
   void FitFont();
   void SpeakOf(int index);
   void ShowCount();
@@ -60,7 +63,7 @@ class TargetBoxes : public QGroupBox {
 
   std::vector<QCheckBox*> boxes_;
   QLabel* count_;
-  std::optional<QFont> boxFont_;
+  std::optional<QFont> boxFamily_;
   QString spokenName_;
   UpdatingFlag filling_;
 };

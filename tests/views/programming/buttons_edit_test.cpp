@@ -71,7 +71,7 @@ TEST_F(EditPage, TheLastTargetTakenMakesTheButtonInactiveAtOnce) {
   EXPECT_THAT(console_.Options(), ElementsAre(0));
   EXPECT_EQ(console_.TargetsCaption(), "Station(s) To Be Called Upon Button Press");
   EXPECT_TRUE(Note().isVisible());
-  EXPECT_EQ(Note().text(), QStringLiteral("Now stored as inactive"));
+  EXPECT_EQ(Note().text(), QStringLiteral("Stored as inactive"));
   EXPECT_EQ(Note().toolTip(),
             QStringLiteral("Button 1 has no target left, so it is stored as inactive, whatever is "
                            "shown here. Choose its operation again when it has a target."));

@@ -12,8 +12,11 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyleOption>
 #include <QTabWidget>
 #include <QTest>
 #include <map>
@@ -127,6 +130,66 @@ TEST(ButtonsLook, EverythingFitsIntoItsFirstSize) {
     EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0) << tab;
     EXPECT_EQ(page->verticalScrollBar()->maximum(), 0) << tab;
   }
+}
+
+// Of eight characters, as they are in use.
+const char* const kRealLabels[] = {"GRAPHICS", "CAM CREW", "MIC ANCH", "REPLAY 1",
+                                   "SOUND 01", "LIGHTING", "STUDIO A", "OB VAN 3"};
+
+TEST(ButtonsLook, EverythingFitsIntoItsFirstSizeWithRealLabelsInALargeFont) {
+  const QFont usual = QApplication::font();
+  const auto restore = qScopeGuard([usual] { QApplication::setFont(usual); });
+  for (const double points : {9.0, 10.0, 11.0, 12.0}) {
+    QFont font = usual;
+    font.setPointSizeF(points);
+    QApplication::setFont(font);
+    ButtonsConsole console;
+    for (int n = 1; n <= 64; ++n) {
+      console.SetField(n, "Label", kRealLabels[n % 8]);
+      console.SetField(n, "InLabel", kRealLabels[(n + 3) % 8]);
+      if (n <= 32) console.SetField(1, "B" + std::to_string(n) + " First", n);
+    }
+    console.SetField(1, "OptoType", 1);
+    console.Open();
+    ASSERT_EQ(console.subWindow->size(), QSize(593, 407));
+    const auto& tabs = console.Find<QTabWidget>(QStringLiteral("SSActiveTabs1"));
+    for (const int tab : {1, 2, 3, 4, 5, 6, 7}) {
+      console.GoToTab(tab);
+      // With the note that has the least room.
+      if (tab == 5) console.ClickBox("ckStationSel", 0);
+      QCoreApplication::sendPostedEvents();
+      const auto* const page = static_cast<const QScrollArea*>(tabs.currentWidget());
+      EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0) << points << " points, tab " << tab;
+      EXPECT_EQ(page->verticalScrollBar()->maximum(), 0) << points << " points, tab " << tab;
+      for (const QAbstractButton* const button : page->widget()->findChildren<QAbstractButton*>()) {
+        QStyleOptionButton option;
+        option.initFrom(button);
+        const auto contents = qobject_cast<const QCheckBox*>(button) != nullptr
+                                  ? QStyle::SE_CheckBoxContents
+                                  : QStyle::SE_PushButtonContents;
+        if (qobject_cast<const QRadioButton*>(button) != nullptr) continue;
+        EXPECT_GE(button->style()->subElementRect(contents, &option, button).width(),
+                  button->fontMetrics().horizontalAdvance(button->text()))
+            << points << " points, " << button->objectName().toStdString();
+      }
+    }
+  }
+}
+
+TEST(ButtonsLook, ALargerViewHasTheDesktopsFont) {
+  const QFont usual = QApplication::font();
+  const auto restore = qScopeGuard([usual] { QApplication::setFont(usual); });
+  QFont font = usual;
+  font.setPointSizeF(12);
+  QApplication::setFont(font);
+  ButtonsConsole console;
+  console.Open();
+  EXPECT_NEAR(console.view->font().pointSizeF(), 9, 0.3);
+  console.subWindow->resize(900, 600);
+  EXPECT_EQ(console.view->font().pointSizeF(), 12);
+  EXPECT_EQ(console.Find<QWidget>(QStringLiteral("fmButType")).font().pointSizeF(), 12);
+  const auto& selector = console.Find<QComboBox>(QStringLiteral("cmbButton"));
+  EXPECT_NEAR(selector.font().pointSizeF(), 9, 0.3) << "at places that are fixed";
 }
 
 TEST(ButtonsLook, TheFieldsStandBesideTheNavigation) {

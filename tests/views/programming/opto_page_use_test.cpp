@@ -9,6 +9,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QLabel>
+#include <QStyleOption>
 #include <QTest>
 #include <map>
 
@@ -117,7 +118,11 @@ TEST_F(OptoPageUseTest, NoCaptionIsCut) {
     QCoreApplication::sendPostedEvents();
     for (int index = 0; index < 64; ++index) {
       const QCheckBox& box = console_.Box(index);
-      EXPECT_GE(box.width(), box.sizeHint().width()) << index;
+      QStyleOptionButton option;
+      option.initFrom(&box);
+      EXPECT_GE(box.style()->subElementRect(QStyle::SE_CheckBoxContents, &option, &box).width(),
+                box.fontMetrics().horizontalAdvance(box.text()))
+          << index;
       EXPECT_GE(box.height(), 20) << index;
       EXPECT_TRUE(console_.Frame().rect().contains(box.geometry())) << index;
     }
