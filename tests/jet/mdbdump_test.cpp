@@ -73,6 +73,30 @@ TEST_F(MdbdumpTest, NotesAreNoProblems) {
                 file + ": 0 problems, 1 notes\n");
 }
 
+// Other software makes a list of bitmap pages out of a window of bits and leaves behind the first
+// entry what stood there: here that pages 0 to 486 were in use, pages 487 to 511 free.
+TEST_F(MdbdumpTest, WhatStandsBehindTheListOfTheFreePagesIsNoPage) {
+  constexpr std::size_t kPage = 4096;
+  auto bytes = test::SampleBytes("tesk_jet4");
+  const auto pages = static_cast<std::uint32_t>(bytes.size() / kPage);
+  std::uint8_t* const row = &bytes[kPage + (jet::GetU16(&bytes[kPage + 14]) & 0x1FFF)];
+  ASSERT_EQ(row[0], 0) << "a window";
+  const std::vector<std::uint8_t> window(row + 5, row + 69);
+  std::fill_n(row, 69, 0);
+  row[0] = 1;
+  jet::PutU32(row + 1, pages);
+  jet::PutU32(row + 1 + 4 * 16, 0xFFFFFF80);
+  std::vector<std::uint8_t> bitmap(kPage, 0xFF);
+  jet::PutU32(bitmap.data(), 0x0105);
+  std::copy(window.begin(), window.end(), bitmap.begin() + 4);
+  bitmap[4 + pages / 8] &= static_cast<std::uint8_t>(~(1U << (pages % 8)));
+  bytes.insert(bytes.end(), bitmap.begin(), bitmap.end());
+  const std::string file = Write(bytes);
+  const ProgramResult result = Mdbdump({"--check", file});
+  EXPECT_EQ(result.output, file + ": 0 problems, 0 notes\n");
+  EXPECT_EQ(result.exitCode, 0);
+}
+
 // The index of the table loses its entries.
 TEST_F(MdbdumpTest, ChecksADamagedFile) {
   auto bytes = test::SampleBytes("indexTestV1997");
