@@ -10,6 +10,19 @@
 
 namespace db {
 
+namespace {
+
+// A table whose end cannot be reached is found out here.  One without a record has no last one.
+model::Status ToLastAndFirst(jet::RecordSet& records) {
+  if (jet::Status status = records.MoveLast(); !status.ok()) return status;
+  if (records.Eof()) {
+    return jet::Status(jet::ErrorNumber::NoCurrentRecord, "There is no current record");
+  }
+  return records.MoveFirst();
+}
+
+}  // namespace
+
 model::Status NotOpen() {
   return jet::Status(jet::ErrorNumber::NoCurrentRecord, "The configuration database is not open");
 }
@@ -38,9 +51,11 @@ model::Status DatabaseFiles::Open() {
 // for the house's database at the next start.
 model::Status DatabaseFiles::CreateMainFile() const {
   const std::filesystem::path beside = Beside(mainFile_);
-  if (model::Status status = CreateDatabase(beside); !status.ok()) return status;
-  if (model::Status status = BringToDisk(beside); !status.ok()) return status;
-  return PutInPlace(mainFile_);
+  model::Status status = CreateDatabase(beside);
+  if (status.ok()) status = BringToDisk(beside);
+  if (status.ok()) status = PutInPlace(mainFile_);
+  if (!status.ok()) (void)RemoveFile(beside);
+  return status;
 }
 
 model::Status DatabaseFiles::OpenWorkingCopy() {
@@ -63,12 +78,9 @@ model::Status DatabaseFiles::OpenTables(jet::Database& database) {
     return status;
   }
   if (jet::Status status = stations_->SetIndex(kStationNumIndex); !status.ok()) return status;
-  // To the last record and back: a table whose end cannot be reached is found out here.
-  if (jet::Status status = stations_->MoveLast(); !status.ok()) return status;
-  if (jet::Status status = stations_->MoveFirst(); !status.ok()) return status;
+  if (model::Status status = ToLastAndFirst(*stations_); !status.ok()) return status;
   if (jet::Status status = database.OpenTable(kDbInfoTable, &dbInfo_); !status.ok()) return status;
-  if (jet::Status status = dbInfo_->MoveLast(); !status.ok()) return status;
-  return dbInfo_->MoveFirst();
+  return ToLastAndFirst(*dbInfo_);
 }
 
 model::Status DatabaseFiles::SaveAndClose() {

@@ -29,9 +29,9 @@ class DatabaseFiles {
   DatabaseFiles& operator=(const DatabaseFiles&) = delete;
 
   // Creates the main file with the default contents when there is none, replaces a stale
-  // working copy by a fresh one, opens it and both tables, each on its first record.  The main
-  // file is created beside its name and gets it when it is whole; what a failure leaves there is
-  // replaced by the next attempt.
+  // working copy by a fresh one, opens it and both tables, each on its first record.  A table
+  // without a record is a failure (3021).  The main file is created beside its name and gets it
+  // when it is whole; what a failure leaves there is deleted.
   model::Status Open();
 
   // Replaces the main file by the working copy, closes the database and deletes the copy.  When

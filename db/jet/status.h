@@ -20,6 +20,7 @@ enum class ErrorNumber : int {
   FileNotFound = 3024,
   DiskFull = 3026,    // the disk, the quota or the format's own size limit is reached
   ReadOnly = 3027,    // the database was opened, or can only be opened, for reading
+  Password = 3031,    // the database has one
   DiskError = 3043,   // the operating system failed a read or a write
   Damaged = 3049,     // the file contradicts itself; the status names the page
   CannotOpen = 3051,  // no permission, or another program has the file

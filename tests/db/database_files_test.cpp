@@ -176,22 +176,42 @@ TEST_F(DatabaseFilesTest, AMainFileThatCannotBeSeenIsNotReplacedByANewOne) {
   EXPECT_TRUE(fs::is_symlink(main_));
 }
 
-TEST_F(DatabaseFilesTest, TablesWithoutARecordAreOpenedAllTheSame) {
-  {
-    DatabaseFiles files(main_, copy_);
-    ASSERT_TRUE(files.Open().ok());
-    for (jet::RecordSet* const records : {files.Stations(), files.DbInfo()}) {
-      while (records->RecordCount() > 0) {
-        ASSERT_TRUE(records->MoveFirst().ok());
-        ASSERT_TRUE(records->Delete().ok());
+TEST_F(DatabaseFilesTest, ATableWithoutARecordHasNoLastOne) {
+  for (const char* const table : {"Stations", "DbInfo"}) {
+    SCOPED_TRACE(table);
+    fs::remove(main_);
+    {
+      DatabaseFiles files(main_, copy_);
+      ASSERT_TRUE(files.Open().ok());
+      jet::RecordSet& records =
+          table == std::string("DbInfo") ? *files.DbInfo() : *files.Stations();
+      while (records.RecordCount() > 0) {
+        ASSERT_TRUE(records.MoveFirst().ok());
+        ASSERT_TRUE(records.Delete().ok());
       }
+      ASSERT_TRUE(files.SaveAndClose().ok());
     }
-    ASSERT_TRUE(files.SaveAndClose().ok());
+    const std::string before = ReadFile(main_);
+    DatabaseFiles files(main_, copy_);
+    const model::Status status = files.Open();
+    EXPECT_EQ(status.Number(), 3021);
+    EXPECT_EQ(status.Description(), "There is no current record");
+    EXPECT_FALSE(files.IsOpen());
+    EXPECT_TRUE(files.SaveAndClose().ok());
+    EXPECT_EQ(ReadFile(main_), before);
+    EXPECT_FALSE(fs::exists(copy_));
   }
+}
+
+TEST_F(DatabaseFilesTest, ADatabaseWithAPasswordIsRefusedAndNotTouched) {
+  std::string bytes = ReadFile(std::string(TESK_TEST_DATA) + "/mdb/tesk_jet4.mdb");
+  bytes[0x42] = static_cast<char>(bytes[0x42] ^ 0x61);
+  WriteFile(main_, bytes);
   DatabaseFiles files(main_, copy_);
-  ASSERT_TRUE(files.Open().ok());
-  EXPECT_TRUE(files.Stations()->Bof() && files.Stations()->Eof());
-  EXPECT_TRUE(files.DbInfo()->Bof() && files.DbInfo()->Eof());
+  EXPECT_EQ(files.Open().Number(), 3031);
+  EXPECT_FALSE(files.IsOpen());
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(ReadFile(main_), bytes);
 }
 
 TEST_F(DatabaseFilesTest, BothTablesStandOnTheirFirstRecord) {

@@ -171,6 +171,8 @@ TEST_F(FileFaultsTest, WhileTheDatabaseIsCreatedNothingHalfMadeTakesItsName) {
         if (fs::exists(main_)) {
           EXPECT_EQ(WhatIsWrong(main_), "");
         }
+        // A disk that fails for good does not let it be deleted either.
+        EXPECT_TRUE(forGood_ || !fs::exists(folder_ / "Tesk.mdb.new"));
         // The next start is as if nothing had been.
         db::DatabaseFiles files(main_, copy_);
         const model::Status again = files.Open();
