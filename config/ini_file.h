@@ -25,8 +25,8 @@ class IniFile {
   // Takes any bytes; what is no section and no "key=value" line is kept as it is.
   explicit IniFile(std::string_view text);
 
-  // Reads a file.  One that does not exist is an empty one; one that is there and cannot be read
-  // is an error, leaves *file empty, and must not be replaced by what was made of it.
+  // Reads a file of at most 1 MiB.  One that does not exist is an empty one; one that is there and
+  // cannot be read is an error, leaves *file empty, and must not be replaced by what was made of it.
   static model::Status Load(const std::filesystem::path& path, IniFile* file);
 
   // The value of a key in the first section of that name, without white space around it and

@@ -3,8 +3,14 @@
 #include "config/window_settings.h"
 
 #include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <cstdint>
+#include <filesystem>
+#include <string>
 
 #include "config/profile_number.h"
+#include "files/whole_file.h"
 
 namespace config {
 
@@ -41,20 +47,62 @@ QString SectionOf(const QString& folder) {
 
 QString KeyIn(const QString& section, const QString& key) { return section + u'/' + key; }
 
+constexpr char kOrganization[] = "Orvo";
+constexpr char kApplication[] = "Orvo Intercom Control";
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+
+// The error number of a file that cannot be used.
+constexpr int kFileAccess = 75;
+constexpr std::uint64_t kLargestStore = std::uint64_t{1} << 20;
+
+// Where the store's file is.  A store is read when it is made, so the folder is asked for with a name
+// that nothing has.
+QString StoreFile() {
+  const QSettings nothing(QSettings::NativeFormat, QSettings::UserScope,
+                          QStringLiteral("Orvo-nothing"));
+  return QFileInfo(nothing.fileName())
+      .dir()
+      .filePath(QStringLiteral("%1/%2.conf").arg(QLatin1String(kOrganization),
+                                                 QLatin1String(kApplication)));
+}
+
+// The toolkit would wait for a pipe, read a device for ever and put a file in its place.
+model::Status OpenStore(std::optional<QSettings>& store) {
+  const QString name = StoreFile();
+  std::string present;
+  const files::Outcome read =
+      files::ReadWhole(std::filesystem::path(name.toStdU16String()), kLargestStore, &present);
+  if (!read.ok() && read.error != std::errc::no_such_file_or_directory) {
+    return {kFileAccess, read.text};
+  }
+  store.emplace(name, QSettings::NativeFormat);
+  return {};
+}
+
+#else
+
+model::Status OpenStore(std::optional<QSettings>& store) {
+  store.emplace(QSettings::NativeFormat, QSettings::UserScope, QLatin1String(kOrganization),
+                QLatin1String(kApplication));
+  return {};
+}
+
+#endif
+
 QString SharedKey(const QString& key) { return KeyIn(QStringLiteral("Settings"), key); }
 
 }  // namespace
 
 WindowSettings::WindowSettings(const QString& folder)
-    : store_(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
-             QStringLiteral("Orvo Intercom Control")),
-      folder_(folder),
-      own_(SectionOf(folder)) {}
+    : problem_(OpenStore(store_)), folder_(folder), own_(SectionOf(folder)) {}
 
 QString WindowSettings::Text(const QString& key) const {
-  const QVariant shared = store_.value(SharedKey(key), QString::number(DefaultOf(key)));
+  const QString standard = QString::number(DefaultOf(key));
+  if (!store_) return standard;
+  const QVariant shared = store_->value(SharedKey(key), standard);
   if (own_.isEmpty()) return shared.toString();
-  return store_.value(KeyIn(own_, key), shared).toString();
+  return store_->value(KeyIn(own_, key), shared).toString();
 }
 
 int WindowSettings::Twips(const QString& key) const {
@@ -62,11 +110,12 @@ int WindowSettings::Twips(const QString& key) const {
 }
 
 void WindowSettings::SetText(const QString& key, const QString& text) {
-  store_.setValue(SharedKey(key), text);
+  if (!store_) return;
+  store_->setValue(SharedKey(key), text);
   if (own_.isEmpty()) return;
-  store_.setValue(KeyIn(own_, key), text);
+  store_->setValue(KeyIn(own_, key), text);
   // For whoever reads the file: the section's number says nothing.
-  store_.setValue(KeyIn(own_, QStringLiteral("Folder")), folder_);
+  store_->setValue(KeyIn(own_, QStringLiteral("Folder")), folder_);
 }
 
 }  // namespace config

@@ -5,6 +5,9 @@
 
 #include <QSettings>
 #include <QString>
+#include <optional>
+
+#include "model/status.h"
 
 namespace config {
 
@@ -33,8 +36,13 @@ class WindowSettings {
   // Stores the text for this console and as what was stored last.
   void SetText(const QString& key, const QString& text);
 
+  // Why the store cannot be used: something other than a file of at most 1 MiB has its name.  Then
+  // every key has its default and nothing is stored.
+  const model::Status& Problem() const { return problem_; }
+
  private:
-  QSettings store_;
+  std::optional<QSettings> store_;
+  const model::Status problem_;
   const QString folder_;
   const QString own_;  // the section of the folder; empty without one
 };

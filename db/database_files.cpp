@@ -5,12 +5,16 @@
 #include <system_error>
 #include <utility>
 
-#include "db/file_copy.h"
+#include "db/file_status.h"
+#include "db/jet/format.h"
 #include "db/schema.h"
 
 namespace db {
 
 namespace {
+
+// Of either format.
+constexpr std::uint64_t kLargestFile = jet::kJet4.maxFileSize;
 
 // A table whose end cannot be reached is found out here.  One without a record has no last one.
 model::Status ToLastAndFirst(jet::RecordSet& records) {
@@ -41,21 +45,21 @@ model::Status DatabaseFiles::Open() {
   if (!std::filesystem::exists(mainFile_, unseen) && !unseen) {
     if (model::Status status = CreateMainFile(); !status.ok()) return status;
   }
-  if (model::Status status = RemoveFile(workingCopy_); !status.ok()) return status;
+  if (const auto removed = files::Remove(workingCopy_); !removed.ok()) return StatusOf(removed);
   copyIsOurs_ = true;
-  if (model::Status status = CopyFile(mainFile_, workingCopy_); !status.ok()) return status;
+  if (const auto copied = files::Copy(mainFile_, workingCopy_, kLargestFile); !copied.ok()) {
+    return StatusOf(copied);
+  }
   return OpenWorkingCopy();
 }
 
 // It gets its name when it is whole: what a crash or a full disk leaves of it must not be taken
 // for the house's database at the next start.
 model::Status DatabaseFiles::CreateMainFile() const {
-  const std::filesystem::path beside = Beside(mainFile_);
-  model::Status status = CreateDatabase(beside);
-  if (status.ok()) status = BringToDisk(beside);
-  if (status.ok()) status = PutInPlace(mainFile_);
-  if (!status.ok()) (void)RemoveFile(beside);
-  return status;
+  files::Replacement made;
+  if (const auto begun = made.Begin(mainFile_); !begun.ok()) return StatusOf(begun);
+  model::Status status = CreateDatabase(jet::MakePageFile(made.NewFile()));
+  return status.ok() ? StatusOf(made.PutInPlace()) : status;
 }
 
 model::Status DatabaseFiles::OpenWorkingCopy() {
@@ -89,12 +93,15 @@ model::Status DatabaseFiles::SaveAndClose() {
     if (model::Status status = database_->Settle(); !status.ok()) return status;
     // Every write is with the operating system when it returns, so the copy is copied while it is
     // open: when that fails the program goes on with it as if nothing had been.
-    if (model::Status status = ReplaceFile(workingCopy_, mainFile_); !status.ok()) return status;
+    if (const auto replaced = files::ReplaceByCopy(mainFile_, workingCopy_, kLargestFile);
+        !replaced.ok()) {
+      return StatusOf(replaced);
+    }
   }
   Close();
   // Everything is saved, or what was begun of the copy is of no use to anybody.  If it cannot
   // be deleted, the next start does.
-  if (copyIsOurs_) (void)RemoveFile(workingCopy_);
+  if (copyIsOurs_) (void)files::Remove(workingCopy_);
   copyIsOurs_ = false;
   return {};
 }

@@ -219,8 +219,16 @@ model::Status CreateTables(jet::Database& database) {
 }
 
 model::Status CreateDatabase(const std::filesystem::path& path) {
+  std::unique_ptr<jet::PageFile> file;
+  if (jet::Status status = jet::CreatePageFile(path, &file); !status.ok()) return status;
+  return CreateDatabase(std::move(file));
+}
+
+model::Status CreateDatabase(std::unique_ptr<jet::PageFile> file) {
   std::unique_ptr<jet::Database> database;
-  if (jet::Status status = jet::Database::Create(path, &database); !status.ok()) return status;
+  if (jet::Status status = jet::Database::Create(std::move(file), &database); !status.ok()) {
+    return status;
+  }
   return CreateTables(*database);
 }
 

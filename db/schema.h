@@ -11,9 +11,11 @@
 #define DB_SCHEMA_H_
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "db/jet/database.h"
+#include "db/jet/page_file.h"
 #include "model/status.h"
 
 namespace db {
@@ -39,6 +41,8 @@ model::Status CreateTables(jet::Database& database);
 // Creates the database file `path` with the default contents, replacing a file of that name.
 // On a failure the file is left as far as it got.
 model::Status CreateDatabase(const std::filesystem::path& path);
+// The same in a file that is empty.
+model::Status CreateDatabase(std::unique_ptr<jet::PageFile> file);
 
 }  // namespace db
 

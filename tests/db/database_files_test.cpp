@@ -3,8 +3,10 @@
 #include "db/database_files.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "db/schema.h"
+#include "tests/support/full_disk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace db {
@@ -117,15 +119,15 @@ TEST_F(DatabaseFilesTest, AFailedCopyBackLeavesEverythingAndCanBeTriedAgain) {
   ASSERT_TRUE(files.Open().ok());
   const std::string before = ReadFile(main_);
   SetLabel(files, "Studio 1");
-  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
-  const model::Status status = files.SaveAndClose();
-  EXPECT_EQ(status.Number(), 3026) << status.Description();
-  EXPECT_EQ(ReadFile(main_), before);
+  {
+    const test::FullDisk full(100000);
+    const model::Status status = files.SaveAndClose();
+    EXPECT_EQ(status.Number(), 3026) << status.Description();
+  }
+  EXPECT_TRUE(ReadFile(main_) == before);
   ASSERT_TRUE(files.IsOpen());
   EXPECT_EQ(Label(files), "Studio 1");
   SetLabel(files, "Studio 2");
-
-  fs::remove(folder_ / "Tesk.mdb.new");
   ASSERT_TRUE(files.SaveAndClose().ok());
   DatabaseFiles again(main_, copy_);
   ASSERT_TRUE(again.Open().ok());
@@ -136,7 +138,7 @@ TEST_F(DatabaseFilesTest, AFailedCopyBackKeepsTheCurrentStation) {
   DatabaseFiles files(main_, copy_);
   ASSERT_TRUE(files.Open().ok());
   ASSERT_TRUE(files.Stations()->Seek(17).ok());
-  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
+  const test::FullDisk full(100000);
   ASSERT_FALSE(files.SaveAndClose().ok());
   EXPECT_EQ(Label(files), "Sta. 017");
 }
@@ -242,6 +244,83 @@ TEST_F(DatabaseFilesTest, ANewDatabaseIsMadeWhereALinkLeads) {
   ASSERT_TRUE(files.Open().ok());
   EXPECT_TRUE(fs::is_symlink(main_));
   EXPECT_EQ(ReadFile(folder_ / "house/Tesk.mdb"), ReadFile(copy_));
+}
+
+// The copy begins to be written and does not fit.
+TEST_F(DatabaseFilesTest, AFullDiskWhileTheWorkingCopyIsMadeIsSaid) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  const test::FullDisk full(100000);
+  DatabaseFiles files(main_, copy_);
+  const model::Status status = files.Open();
+  EXPECT_EQ(status.Number(), 3026) << status.Description();
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_FALSE(fs::exists(copy_));
+}
+
+// Each is refused at once: nothing is waited for, nothing of it is copied.
+TEST_F(DatabaseFilesTest, NothingButAFileIsADatabase) {
+  ASSERT_EQ(mkfifo((folder_ / "pipe").c_str(), 0666), 0);
+  fs::create_directory(folder_ / "folder");
+  for (const char* const name : {"pipe", "folder", "/dev/zero"}) {
+    SCOPED_TRACE(name);
+    fs::remove(main_);
+    fs::create_symlink(name, main_);
+    DatabaseFiles files(main_, copy_);
+    const model::Status status = files.Open();
+    EXPECT_EQ(status.Number(), 3051);
+    EXPECT_EQ(status.Description(), "Cannot copy Tesk.mdb: It is no ordinary file");
+    EXPECT_TRUE(files.SaveAndClose().ok());
+    EXPECT_TRUE(fs::is_symlink(main_));
+    EXPECT_FALSE(fs::exists(copy_));
+  }
+}
+
+TEST_F(DatabaseFilesTest, AFileLargerThanTheFormatIsNotCopied) {
+  WriteFile(main_, ReadFile(std::string(TESK_TEST_DATA) + "/mdb/tesk_jet4.mdb"));
+  fs::resize_file(main_, std::uintmax_t{3} << 30);  // with nothing in the rest
+  DatabaseFiles files(main_, copy_);
+  const model::Status status = files.Open();
+  EXPECT_EQ(status.Number(), 3049);
+  EXPECT_EQ(status.Description(), "Cannot copy Tesk.mdb: It is too large");
+  EXPECT_FALSE(fs::exists(copy_));
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(fs::file_size(main_), std::uintmax_t{3} << 30);
+}
+
+// Where the database is made, saved or worked on stands something else.
+TEST_F(DatabaseFilesTest, WhatIsNoFileIsNeverReplaced) {
+  ASSERT_EQ(mkfifo((folder_ / "Tesk.mdb.new").c_str(), 0666), 0);
+  DatabaseFiles files(main_, copy_);
+  EXPECT_EQ(files.Open().Description(), "Cannot delete Tesk.mdb.new: It is no ordinary file");
+  EXPECT_FALSE(fs::exists(main_));
+  fs::remove(folder_ / "Tesk.mdb.new");
+  ASSERT_TRUE(files.Open().ok());
+  ASSERT_EQ(mkfifo((folder_ / "Tesk.mdb.new").c_str(), 0666), 0);
+  EXPECT_EQ(files.SaveAndClose().Number(), 3051);
+  EXPECT_TRUE(files.IsOpen());
+  EXPECT_TRUE(fs::is_fifo(folder_ / "Tesk.mdb.new"));
+  fs::remove(folder_ / "Tesk.mdb.new");
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  fs::create_directory(copy_);
+  EXPECT_EQ(files.Open().Description(), "Cannot delete WorkingDb.md$: It is no ordinary file");
+  EXPECT_TRUE(fs::is_directory(copy_));
+}
+
+// Somebody has laid links where the console makes its files.
+TEST_F(DatabaseFilesTest, NothingIsWrittenThroughAPlantedLink) {
+  const fs::path victim = folder_ / "victim";
+  WriteFile(victim, "of somebody else");
+  fs::create_symlink("victim", folder_ / "Tesk.mdb.new");
+  fs::create_symlink("victim", copy_);
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_EQ(ReadFile(victim), "of somebody else");
+  EXPECT_FALSE(fs::is_symlink(copy_));
+  SetLabel(files, "Studio 1");
+  fs::create_symlink("victim", folder_ / "Tesk.mdb.new");
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(ReadFile(victim), "of somebody else");
+  EXPECT_FALSE(fs::is_symlink(main_));
 }
 
 TEST_F(DatabaseFilesTest, AMissingFolderIsAnError) {

@@ -154,7 +154,7 @@ TEST_F(MdbdumpTest, RefusesAFileThatIsNotThere) {
 TEST_F(MdbdumpTest, RefusesAFolder) {
   const ProgramResult result = Mdbdump({folder_.Path().string()});
   EXPECT_EQ(result.exitCode, 2);
-  EXPECT_THAT(result.errors, EndsWith("is not a file\n"));
+  EXPECT_THAT(result.errors, EndsWith("cannot be opened: It is no ordinary file\n"));
 }
 
 TEST_F(MdbdumpTest, ExplainsItself) {
