@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: MIT
 #
 # Builds the console and opens it on a simulated switcher.  On a machine without a display its
-# screen is served over VNC on the loopback address, and a picture is saved when the map is
-# complete.
+# screen is served over VNC on the loopback address, with a password that is made anew each time,
+# and a picture is saved when the map is complete.
 set -euo pipefail
 cd "$(dirname "$0")"
 root=$PWD
@@ -86,22 +86,27 @@ fi
 need $screen_packages
 port=5900
 while (exec 3<>"/dev/tcp/127.0.0.1/$port") 2>/dev/null; do port=$((port + 1)); done
-Xvnc -displayfd 1 -localhost -rfbport "$port" -SecurityTypes None -geometry 1280x800 -depth 24 \
+# Other users of this machine can reach the loopback address, too.
+password=$(head -c 64 /dev/urandom | base64 | tr -dc '[:alnum:]' | head -c 8)
+(umask 077 && tigervncpasswd -f <<<"$password" >"$demo/screen.password")
+Xvnc -displayfd 1 -localhost -rfbport "$port" -SecurityTypes VncAuth \
+  -PasswordFile "$demo/screen.password" -geometry 1280x800 -depth 24 \
   >"$demo/display" 2>"$demo/screen.log" &
 screen=$!
 wait_for test -s "$demo/display" || { cat "$demo/screen.log"; exit 1; }
 
+# The pilot makes the picture and leaves: from then on nothing but the screen drives the console.
 pilot=$demo/pilot.socket
 DISPLAY=:$(cat "$demo/display") XDG_CONFIG_HOME=$demo/user QT_PLUGIN_PATH=$bin \
   QT_QPA_GENERIC_PLUGINS=teskpilot:$pilot "$demo/teskctl" &
 console=$!
 echo "There is no display here: the console's screen is served over VNC at 127.0.0.1:$port,"
-echo "for this machine only. Its files are in $demo. End it with Ctrl+C."
+echo "for this machine only. The password is $password. Its files are in $demo. End it with Ctrl+C."
 
 # The console asks for the tally once it has the whole map.
 wait_for grep -q 'rx poll tally' "$demo/tesksim.log" || { echo "The map does not come."; exit 1; }
 picture=$demo/console.png
 "$bin/teskpilot" "$pilot" \
-  "{\"do\":\"grab\",\"object\":\"frmMain\",\"file\":\"$picture\"}" >/dev/null
+  "{\"do\":\"grab\",\"object\":\"frmMain\",\"file\":\"$picture\"}" '{"do":"leave"}' >/dev/null
 echo "The map is complete. A picture of the screen: $picture"
 wait "$console"

@@ -2,8 +2,7 @@
 # SPDX-License-Identifier: MIT
 #
 # Makes the pictures of the manual (app/help/pictures) and of the README (console.png beside this
-# script) from the real console on a simulated switcher with the house of house.txt.  Takes the
-# programs of build/release.
+# script) from the real console on a simulated switcher with the house of house.txt.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
@@ -14,7 +13,10 @@ work=$root/build/pictures
 # shellcheck source=tools/setup/packages.sh
 . "$root/tools/setup/packages.sh"
 # shellcheck disable=SC2086
-need $run_packages $picture_packages
+need $build_packages $run_packages $picture_packages
+
+cmake -S "$root" --preset release >/dev/null
+cmake --build "$root/build/release" --target programs
 
 rm -rf "$work"
 mkdir -p "$into" "$work/user/Orvo" "$work/raw"

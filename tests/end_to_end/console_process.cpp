@@ -53,7 +53,8 @@ void ConsoleFolder::WriteSettings(const std::string& device, const std::string& 
 ConsoleProcess::ConsoleProcess(const ConsoleFolder& folder,
                                const std::vector<std::string>& prefix) {
   static int started = 0;
-  const QString socket = ToQString(folder.Home() / ("pilot" + std::to_string(++started)));
+  socket_ = folder.Home() / ("pilot" + std::to_string(++started));
+  const QString socket = ToQString(socket_);
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   for (const char* const name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"}) {
     environment.insert(QLatin1String(name), ToQString(folder.Home()));

@@ -116,9 +116,13 @@ class ConsoleProcess {
   void Kill();
   qint64 Id() const { return process_.processId(); }
 
+  // Where its pilot listens.
+  std::filesystem::path Socket() const { return socket_; }
+
  private:
   bool Connect(const QString& socket);
 
+  std::filesystem::path socket_;
   QProcess process_;
   pilot::Client pilot_;
   bool up_ = false;

@@ -286,6 +286,8 @@ const std::map<QString, ObjectCommand>& ObjectCommands() {
 
 }  // namespace
 
+QJsonObject Done() { return Answer(); }
+
 QJsonObject Execute(const QJsonObject& request) {
   const QString command = TextOf(request, "do");
   if (command == QLatin1String("keys")) return Keys(request);

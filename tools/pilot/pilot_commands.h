@@ -7,6 +7,9 @@
 
 namespace pilot {
 
+// The answer to a request that went well and has nothing to tell.
+QJsonObject Done();
+
 // Carries out one request in this process, on the user-interface thread, and gives the answer.
 QJsonObject Execute(const QJsonObject& request);
 

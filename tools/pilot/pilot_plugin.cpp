@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The plugin: listens on the local socket that its argument names and carries out the requests
-// that come over it.
+// that come over it, until one says {"do":"leave"}: from then on nobody can drive the process.
 
 #include <QGenericPlugin>
 #include <QJsonDocument>
@@ -25,14 +25,25 @@ class Server : public QObject {
  private:
   void Accept() {
     QLocalSocket* const client = server_.nextPendingConnection();
-    connect(client, &QLocalSocket::readyRead, this, [client] { Serve(*client); });
+    connect(client, &QLocalSocket::readyRead, this, [this, client] { Serve(*client); });
     connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
   }
 
-  static void Serve(QLocalSocket& client) {
+  void Serve(QLocalSocket& client) {
     while (client.canReadLine()) {
       const QJsonObject request = QJsonDocument::fromJson(client.readLine()).object();
-      client.write(QJsonDocument(Execute(request)).toJson(QJsonDocument::Compact) + '\n');
+      const bool leaves = request.value(QLatin1String("do")) == QLatin1String("leave");
+      const QJsonObject answer = leaves ? Done() : Execute(request);
+      client.write(QJsonDocument(answer).toJson(QJsonDocument::Compact) + '\n');
+      if (leaves) Leave();
+    }
+  }
+
+  // Its socket goes, and with it the last way in; clients that are there are shown out.
+  void Leave() {
+    server_.close();
+    for (QLocalSocket* const client : server_.findChildren<QLocalSocket*>()) {
+      client->disconnectFromServer();
     }
   }
 

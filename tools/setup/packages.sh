@@ -5,9 +5,9 @@
 build_packages="g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev
   libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev"
 run_packages="fonts-dejavu-core fonts-liberation"
-screen_packages="tigervnc-standalone-server"
+screen_packages="tigervnc-standalone-server tigervnc-tools"
 test_packages="clang-format mdbtools appstream desktop-file-utils man-db mandoc"
-package_packages="dpkg-dev"
+package_packages="dpkg-dev file"
 fuzz_packages="clang libclang-rt-dev"
 picture_packages="imagemagick poppler-utils"
 
