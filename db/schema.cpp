@@ -13,11 +13,11 @@ namespace {
 
 using jet::FieldType;
 
-constexpr int kStations = 64;       // stations, and as many further channels
-constexpr int kTalk = 0;            // button type
-constexpr int kInactive = 254;      // opto type: does nothing
-constexpr int kInputsPerUnit = 8;   // inputs of one HRJ unit
-constexpr int kOutputsPerUnit = 2;  // outputs of one QDV unit
+constexpr int kStations = kDefaultLabels / 2;  // and as many further channels
+constexpr int kTalk = 0;                       // button type
+constexpr int kInactive = 254;                 // opto type: does nothing
+constexpr int kInputsPerUnit = 8;              // inputs of one HRJ unit
+constexpr int kOutputsPerUnit = 2;             // outputs of one QDV unit
 
 jet::FieldSpec IntegerField(std::string name) {
   return {.name = std::move(name), .type = FieldType::Integer};
@@ -69,7 +69,7 @@ jet::Status AddDbInfo(jet::Database& database) {
   record.Set("DbaseVer", "Version 2.12 - 04/17/2002");
   record.Set("StationCount", kStations);
   record.Set("ChannelCount", kStations);
-  record.Set("LabelCount", 2 * kStations);
+  record.Set("LabelCount", kDefaultLabels);
   record.Set("ButtonCount", kButtons);
   record.Set("ChkBoxCount", 64);
   record.Set("InCount", 64);
@@ -153,7 +153,7 @@ jet::Status AddStations(jet::Database& database) {
         .prog = records->FieldIndex(ButtonField(button, "Prog")),
         .flags = OnlyFlag(button)};
   }
-  for (int stationNum = 1; stationNum <= 2 * kStations; ++stationNum) {
+  for (int stationNum = 1; stationNum <= kDefaultLabels; ++stationNum) {
     if (jet::Status status = AddStation(*records, stationNum, buttons); !status.ok()) {
       return status;
     }

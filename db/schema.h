@@ -27,6 +27,8 @@ inline constexpr char kStationNumIndex[] = "StationNum";
 // Buttons per station, and characters of a flag string, in a new database.
 inline constexpr int kButtons = 32;
 inline constexpr int kFlags = 64;
+// Records of "Stations" in a new database.
+inline constexpr int kDefaultLabels = 128;
 
 // The name of a button's field, for example "B1 Type" for (1, "Type").  Buttons count from 1.
 std::string ButtonField(int button, const char* suffix);

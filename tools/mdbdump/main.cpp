@@ -44,14 +44,8 @@ int Check(const jet::Database& database, const std::string& file) {
   int problems = 0;
   for (const jet::Finding& finding : findings) {
     if (finding.IsProblem()) ++problems;
-    std::string line = finding.IsProblem() ? "problem: " : "note: ";
-    line += finding.text;
-    if (finding.page != jet::kNoPage) {
-      line += " (page " + std::to_string(finding.page);
-      if (finding.row >= 0) line += ", row " + std::to_string(finding.row);
-      line += ")";
-    }
-    std::printf("%s\n", line.c_str());
+    std::printf("%s: %s\n", finding.IsProblem() ? "problem" : "note",
+                finding.Description().c_str());
   }
   std::printf("%s: %d problems, %d notes\n", file.c_str(), problems,
               static_cast<int>(findings.size()) - problems);
