@@ -201,19 +201,21 @@ jet::TableSpec StationsSpec() {
   return table;
 }
 
-model::Status CreateTables(jet::Database& database) {
-  // One write of the whole file instead of thousands of single pages.
-  jet::Database::Batch batch(database);
+model::Status CreateEmptyTables(jet::Database& database) {
   if (jet::Status status = database.CreateTable(DbInfoSpec()); !status.ok()) return status;
-  if (jet::Status status = AddDbInfo(database); !status.ok()) return status;
   const std::array<jet::IndexSpec, 2> indexes{
       jet::IndexSpec{
           .name = kStationNumIndex, .fields = {"StationNum"}, .primary = true, .unique = true},
       jet::IndexSpec{.name = "Label", .fields = {"Label"}},
   };
-  if (jet::Status status = database.CreateTable(StationsSpec(), indexes); !status.ok()) {
-    return status;
-  }
+  return database.CreateTable(StationsSpec(), indexes);
+}
+
+model::Status CreateTables(jet::Database& database) {
+  // One write of the whole file instead of thousands of single pages.
+  jet::Database::Batch batch(database);
+  if (model::Status status = CreateEmptyTables(database); !status.ok()) return status;
+  if (jet::Status status = AddDbInfo(database); !status.ok()) return status;
   if (jet::Status status = AddStations(database); !status.ok()) return status;
   return batch.Commit();
 }

@@ -37,7 +37,10 @@ std::string ButtonField(int button, const char* suffix);
 jet::TableSpec DbInfoSpec();
 jet::TableSpec StationsSpec();
 
-// Fills a database that has no tables with both, their indexes and the default records.
+// Gives a database that has no tables both, with their indexes and without a record.
+model::Status CreateEmptyTables(jet::Database& database);
+
+// The same with the default records.
 model::Status CreateTables(jet::Database& database);
 
 // Creates the database file `path` with the default contents, replacing a file of that name.
