@@ -97,7 +97,8 @@ jet::Status AddRecord(jet::RecordSet& records, const SalvagedRecord& record,
 }
 
 SalvagedRecord NothingOf(const jet::TableSpec& table) {
-  SalvagedRecord record{.values = std::vector<Value>(table.fields.size()), .lost = {}};
+  SalvagedRecord record;
+  record.values.resize(table.fields.size());
   for (std::size_t i = 0; i < table.fields.size(); ++i) record.lost.push_back(static_cast<int>(i));
   return record;
 }
@@ -148,14 +149,13 @@ class NewDatabase {
     return AddRecord(*stations_, record, HasDefault(station) ? defaults_.stations.get() : nullptr);
   }
 
-  // Flags that are other than flags.
   std::vector<int> Doubtful(const SalvagedRecord& record) const {
     std::vector<int> fields;
     for (int field = 0; field < stations_->FieldCount(); ++field) {
-      const Value& value = record.values[static_cast<std::size_t>(field)];
-      if (stations_->Field(field).type == jet::FieldType::Memo && !AreFlags(value.Text())) {
-        fields.push_back(field);
-      }
+      if (std::binary_search(record.lost.begin(), record.lost.end(), field)) continue;
+      const bool isFlags = stations_->Field(field).type == jet::FieldType::Memo;
+      const bool areFlags = AreFlags(record.values[static_cast<std::size_t>(field)].Text());
+      if (!record.isSure || (isFlags && !areFlags)) fields.push_back(field);
     }
     return fields;
   }

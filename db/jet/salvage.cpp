@@ -169,6 +169,7 @@ class TableSalvage {
 
   SalvagedRecord ReadRecord(const Chosen& chosen) {
     SalvagedRecord record;
+    record.isSure = chosen.evidence != Evidence::Repaired;
     RowView view;
     (void)view.Parse(pages_.GetFormat(), *chosen.layout, chosen.bytes);  // it was before
     for (std::size_t i = 0; i < table_.spec.fields.size(); ++i) {

@@ -19,6 +19,7 @@
 #include "db/salvage.h"
 #include "db/schema.h"
 #include "tests/jet/jet_support.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {
@@ -393,7 +394,8 @@ class Case {
 
 }  // namespace
 
-std::vector<TrialFigures> RunSalvageTrial(int files, std::uint32_t seed) {
+std::vector<TrialFigures> RunSalvageTrial(int files, std::uint32_t seed,
+                                          const std::filesystem::path& kept) {
   std::mt19937 random(seed);
   std::vector<Original> originals;
   for (const char* name : {"product", "jet3", "large"}) {
@@ -405,8 +407,15 @@ std::vector<TrialFigures> RunSalvageTrial(int files, std::uint32_t seed) {
     const Original& original = originals[static_cast<std::size_t>(i) / kWays.size() % 3];
     Damager damager(original, random);
     (damager.*kWays[way].damage)();
+    const Bytes damaged = damager.Result();
     all[way].damage = kWays[way].name;
-    Case(original, damager.Result(), &all[way]).Run();
+    const std::size_t before = all[way].overlooked.size();
+    Case(original, damaged, &all[way]).Run();
+    if (!kept.empty() && all[way].overlooked.size() > before) {
+      const std::string name = original.name + "-" + std::to_string(i);
+      WriteFile(kept / (name + ".mdb"), AsString(damaged));
+      WriteFile(kept / (name + ".sound"), AsString(original.content));
+    }
   }
   return all;
 }
