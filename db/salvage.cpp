@@ -11,6 +11,7 @@
 #include "db/file_status.h"
 #include "db/jet/database.h"
 #include "db/jet/salvage.h"
+#include "db/jet/text_codec.h"
 #include "db/schema.h"
 #include "files/file.h"
 #include "files/whole_file.h"
@@ -45,8 +46,19 @@ jet::SoughtTable SoughtDbInfo() {
   return {.spec = DbInfoSpec(), .key = std::nullopt, .accepts = accepts, .expects = accepts};
 }
 
+// Whether the index of the labels can hold the text.
+bool HasOrder(const std::string& text) {
+  std::u16string units;
+  return jet::AppendUnits(text, &units) &&
+         std::all_of(units.begin(), units.end(),
+                     [](char16_t unit) { return jet::ByteOfUnit(unit) >= 0; });
+}
+
 bool IsStationValue(int field, const Value& value) {
-  if (field == 0) return value.Int() >= 1;
+  constexpr int kStationNum = 0;
+  constexpr int kLabel = 2;
+  if (field == kStationNum) return value.Int() >= 1;
+  if (field == kLabel && !HasOrder(value.Text())) return false;
   return value.GetKind() != Value::Kind::Text || IsPrintable(value.Text());
 }
 

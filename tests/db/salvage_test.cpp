@@ -68,7 +68,8 @@ class SalvageTest : public testing::Test {
   // Where bytes stand in the damaged file.
   std::size_t PlaceOf(const std::string& bytes) const {
     const auto at =
-        std::search(damaged_.content.begin(), damaged_.content.end(), bytes.begin(), bytes.end());
+        std::search(damaged_.content.begin(), damaged_.content.end(), bytes.begin(), bytes.end(),
+                    [](std::uint8_t one, char other) { return static_cast<char>(one) == other; });
     EXPECT_NE(at, damaged_.content.end()) << bytes;
     return static_cast<std::size_t>(at - damaged_.content.begin());
   }
@@ -158,14 +159,26 @@ TEST_F(SalvageTest, TheTableOfRowsIsNotNeeded) {
 }
 
 TEST_F(SalvageTest, ARowThatHasMovedIsFoundWithoutItsHome) {
-  // Their page has no room for so much.
-  for (const int station : {6, 7, 8, 9, 10}) Store(station, "Notes", std::string(128, 'n'));
-  Store(10, "Notes", std::string(128, 'o'));
-  const std::size_t home = PlaceOf("Sta. 006") / kPageSize;
+  // Their page has room for three longer rows.
+  for (const int station : {6, 7, 8}) Store(station, "Notes", std::string(128, 'n'));
+  Store(9, "Notes", std::string(128, 'o'));
+  const std::size_t home = PlaceOf("Sta. 010") / kPageSize;
   ASSERT_NE(home, PlaceOf(std::string(128, 'o')) / kPageSize);
   ZeroPage(home);
-  EXPECT_THAT(Run().missing, ElementsAre(6, 7, 8, 9));
-  EXPECT_EQ(Read(10, "Notes"), jet::Value(std::string(128, 'o')));
+  EXPECT_THAT(Run().missing, ElementsAre(6, 7, 8, 10));
+  EXPECT_EQ(Read(9, "Notes"), jet::Value(std::string(128, 'o')));
+}
+
+TEST_F(SalvageTest, ALabelThatNoDatabaseCanHoldIsLost) {
+  // Two characters of no known order, in eight bytes.
+  const std::size_t label = PlaceOf("\xFF\xFESta. 012");
+  const std::string han = "\x2D\x4E\x87\x65\x2D\x4E\x87\x65\x2D\x4E";
+  std::copy(han.begin(), han.end(), damaged_.content.begin() + static_cast<std::ptrdiff_t>(label));
+  const SalvageReport report = Run();
+  ASSERT_THAT(report.incomplete, SizeIs(1));
+  EXPECT_EQ(report.incomplete[0].station, 12);
+  EXPECT_THAT(report.incomplete[0].fields, ElementsAre("Label"));
+  EXPECT_EQ(stations_->RecordCount(), 128);
 }
 
 TEST_F(SalvageTest, DeletedRecordsStayDeleted) {
