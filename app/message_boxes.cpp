@@ -18,6 +18,8 @@ QString ToQString(std::string_view text) {
 
 MessageBoxes::MessageBoxes(QObject* parent) : QObject(parent) {}
 
+MessageBoxes::~MessageBoxes() { delete box_; }
+
 void MessageBoxes::ShowOver(QWidget* window) {
   window_ = window;
   started_ = true;

@@ -21,6 +21,8 @@ class MessageBoxes : public QObject, public model::ErrorReporter {
 
  public:
   explicit MessageBoxes(QObject* parent = nullptr);
+  // A box that shows goes away unread.
+  ~MessageBoxes() override;
 
   // Begins to show what was and will be reported, over `window` or over the modal dialog that
   // is open then; null when there is no window (any more).

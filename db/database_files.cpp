@@ -6,15 +6,11 @@
 #include <utility>
 
 #include "db/file_status.h"
-#include "db/jet/format.h"
 #include "db/schema.h"
 
 namespace db {
 
 namespace {
-
-// Of either format.
-constexpr std::uint64_t kLargestFile = jet::kJet4.maxFileSize;
 
 // A table whose end cannot be reached is found out here.  One without a record has no last one.
 model::Status ToLastAndFirst(jet::RecordSet& records) {
@@ -31,8 +27,11 @@ model::Status NotOpen() {
   return jet::Status(jet::ErrorNumber::NoCurrentRecord, "The configuration database is not open");
 }
 
-DatabaseFiles::DatabaseFiles(std::filesystem::path mainFile, std::filesystem::path workingCopy)
-    : mainFile_(std::move(mainFile)), workingCopy_(std::move(workingCopy)) {}
+DatabaseFiles::DatabaseFiles(std::filesystem::path mainFile, std::filesystem::path workingCopy,
+                             WhenMissing whenMissing)
+    : mainFile_(std::move(mainFile)),
+      workingCopy_(std::move(workingCopy)),
+      whenMissing_(whenMissing) {}
 
 DatabaseFiles::~DatabaseFiles() { Close(); }
 
@@ -42,7 +41,8 @@ model::Status DatabaseFiles::Open() {
   // Only what surely is not there is created: a file that cannot be seen at this moment would
   // be lost.  Copying it fails, and says why.
   std::error_code unseen;
-  if (!std::filesystem::exists(mainFile_, unseen) && !unseen) {
+  if (whenMissing_ == WhenMissing::Create && !std::filesystem::exists(mainFile_, unseen) &&
+      !unseen) {
     if (model::Status status = CreateMainFile(); !status.ok()) return status;
   }
   if (const auto removed = files::Remove(workingCopy_); !removed.ok()) return StatusOf(removed);
@@ -93,9 +93,9 @@ model::Status DatabaseFiles::SaveAndClose() {
     if (model::Status status = database_->Settle(); !status.ok()) return status;
     // Every write is with the operating system when it returns, so the copy is copied while it is
     // open: when that fails the program goes on with it as if nothing had been.
-    if (const auto replaced = files::ReplaceByCopy(mainFile_, workingCopy_, kLargestFile);
-        !replaced.ok()) {
-      return StatusOf(replaced);
+    if (IsEdited()) {
+      const auto replaced = files::ReplaceByCopy(mainFile_, workingCopy_, kLargestFile);
+      if (!replaced.ok()) return StatusOf(replaced);
     }
   }
   Close();
@@ -105,6 +105,15 @@ model::Status DatabaseFiles::SaveAndClose() {
   copyIsOurs_ = false;
   return {};
 }
+
+// Whether the main file would become another one.  A main file that cannot be looked at is
+// replaced.
+bool DatabaseFiles::IsEdited() const {
+  bool same = false;
+  return !files::Compare(mainFile_, workingCopy_, &same).ok() || !same;
+}
+
+bool DatabaseFiles::IsWriteProtected() const { return files::IsWriteProtected(mainFile_); }
 
 void DatabaseFiles::Close() {
   stations_.reset();

@@ -138,9 +138,10 @@ TEST_F(DatabaseFilesTest, AFailedCopyBackKeepsTheCurrentStation) {
   DatabaseFiles files(main_, copy_);
   ASSERT_TRUE(files.Open().ok());
   ASSERT_TRUE(files.Stations()->Seek(17).ok());
+  SetLabel(files, "Studio 1");
   const test::FullDisk full(100000);
   ASSERT_FALSE(files.SaveAndClose().ok());
-  EXPECT_EQ(Label(files), "Sta. 017");
+  EXPECT_EQ(Label(files), "Studio 1");
 }
 
 TEST_F(DatabaseFilesTest, ACopyThatCannotBeReadForAWhileIsStillSavedLater) {
@@ -295,6 +296,7 @@ TEST_F(DatabaseFilesTest, WhatIsNoFileIsNeverReplaced) {
   EXPECT_FALSE(fs::exists(main_));
   fs::remove(folder_ / "Tesk.mdb.new");
   ASSERT_TRUE(files.Open().ok());
+  SetLabel(files, "Studio 1");
   ASSERT_EQ(mkfifo((folder_ / "Tesk.mdb.new").c_str(), 0666), 0);
   EXPECT_EQ(files.SaveAndClose().Number(), 3051);
   EXPECT_TRUE(files.IsOpen());
@@ -321,6 +323,52 @@ TEST_F(DatabaseFilesTest, NothingIsWrittenThroughAPlantedLink) {
   ASSERT_TRUE(files.SaveAndClose().ok());
   EXPECT_EQ(ReadFile(victim), "of somebody else");
   EXPECT_FALSE(fs::is_symlink(main_));
+}
+
+TEST_F(DatabaseFilesTest, WhatMayNotBeMadeIsMissing) {
+  DatabaseFiles files(main_, copy_, WhenMissing::Fail);
+  const model::Status status = files.Open();
+  EXPECT_EQ(status.Number(), 3024);
+  EXPECT_EQ(status.Description(), "Cannot copy Tesk.mdb: No such file or directory");
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_TRUE(fs::is_empty(folder_.Path()));
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  EXPECT_TRUE(files.Open().ok());
+}
+
+TEST_F(DatabaseFilesTest, AWriteProtectedFileIsNotReplaced) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  const std::string before = ReadFile(main_);
+  fs::permissions(main_, fs::perms::owner_read | fs::perms::group_read);
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_TRUE(files.IsWriteProtected());
+  SetLabel(files, "Studio 1");
+  const model::Status status = files.SaveAndClose();
+  EXPECT_EQ(status.Number(), 3027);
+  EXPECT_EQ(status.Description(), "Cannot replace Tesk.mdb: It is write-protected");
+  EXPECT_TRUE(files.IsOpen());
+  EXPECT_EQ(Label(files), "Studio 1");
+  EXPECT_EQ(ReadFile(main_), before);
+  fs::permissions(main_, fs::perms::owner_write, fs::perm_options::add);
+  EXPECT_FALSE(files.IsWriteProtected());
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(fs::status(main_).permissions(),
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  DatabaseFiles again(main_, copy_);
+  ASSERT_TRUE(again.Open().ok());
+  EXPECT_EQ(Label(again), "Studio 1");
+}
+
+// Nothing was edited: there is nothing to save, and nothing to report.
+TEST_F(DatabaseFilesTest, AWriteProtectedFileThatWasOnlyReadIsClosedWithoutAWord) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  fs::permissions(main_, fs::perms::owner_read);
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_FALSE(fs::exists(copy_));
+  EXPECT_FALSE(fs::exists(folder_ / "Tesk.mdb.new"));
 }
 
 TEST_F(DatabaseFilesTest, AMissingFolderIsAnError) {
