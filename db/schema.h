@@ -27,6 +27,8 @@ inline constexpr char kStationNumIndex[] = "StationNum";
 // Buttons per station, and characters of a flag string, in a new database.
 inline constexpr int kButtons = 32;
 inline constexpr int kFlags = 64;
+// Records of "Stations" in a new database.
+inline constexpr int kDefaultLabels = 128;
 
 // The name of a button's field, for example "B1 Type" for (1, "Type").  Buttons count from 1.
 std::string ButtonField(int button, const char* suffix);
@@ -35,7 +37,10 @@ std::string ButtonField(int button, const char* suffix);
 jet::TableSpec DbInfoSpec();
 jet::TableSpec StationsSpec();
 
-// Fills a database that has no tables with both, their indexes and the default records.
+// Gives a database that has no tables both, with their indexes and without a record.
+model::Status CreateEmptyTables(jet::Database& database);
+
+// The same with the default records.
 model::Status CreateTables(jet::Database& database);
 
 // Creates the database file `path` with the default contents, replacing a file of that name.

@@ -26,6 +26,7 @@ enum class ErrorNumber : int {
   CannotOpen = 3051,  // no permission, or another program has the file
   NullKey = 3058,     // a required index field is null
   NoSuchTable = 3078,
+  FileExists = 3204,    // a database to create would replace a file
   InvalidName = 3125,   // a table, field or index to create has a name it cannot have
   ValueTooLong = 3163,  // the text has more characters than the field
   RecordTooLarge = 3047,

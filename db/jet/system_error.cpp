@@ -16,6 +16,8 @@ ErrorNumber NumberOf(std::error_code error) {
     case ENOENT:
     case ENOTDIR:
       return ErrorNumber::FileNotFound;
+    case EEXIST:
+      return ErrorNumber::FileExists;
     case EACCES:
     case EPERM:
     case EROFS:
