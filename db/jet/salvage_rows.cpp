@@ -14,9 +14,9 @@
 namespace jet {
 namespace {
 
-constexpr std::uint32_t kCompressionMark = 2;  // bytes that a compressed text may have besides
-constexpr std::uint32_t kMostJumps = 7;        // of a Jet 3 row
-constexpr std::size_t kMostDefinitions = 4;    // of one table, with those of earlier days
+constexpr std::uint32_t kMarkSize = 2;       // bytes that a compressed text may have besides
+constexpr std::uint32_t kMostJumps = 7;      // of a Jet 3 row
+constexpr std::size_t kMostDefinitions = 4;  // of one table, with those of earlier days
 
 // Whether the field can be what its column says; long values are not followed.
 bool CanBe(const Column& column, ByteView field) {
@@ -27,7 +27,7 @@ bool CanBe(const Column& column, ByteView field) {
     return head.kind == LongValueHead::kInline ? head.length == rest
                                                : rest == 0 && head.length > 0 && head.row;
   }
-  if (column.type == FieldType::Text) return field.size() <= column.length + kCompressionMark;
+  if (column.type == FieldType::Text) return field.size() <= column.length + kMarkSize;
   return true;
 }
 
@@ -45,7 +45,7 @@ bool IsRow(const Format& format, const TableDef& layout, ByteView bytes, bool of
 }
 
 // The row with the counts of columns that a row of today has.
-bool Repair(const Format& format, const TableDef& layout, ByteView bytes, Bytes* repaired) {
+bool RepairCounts(const Format& format, const TableDef& layout, ByteView bytes, Bytes* repaired) {
   const std::uint32_t unit = format.CharSize();
   const std::uint32_t maskSize = (layout.columnsEver + 7U) / 8;
   if (bytes.size() < 2 * unit + maskSize) return false;
@@ -100,7 +100,7 @@ class PageSearch {
     }
     if (slot.flags != 0) return;
     for (const TableDef& layout : layouts_) {
-      if (owner != layout.page || !Repair(format_, layout, bytes, &repaired_)) {
+      if (owner != layout.page || !RepairCounts(format_, layout, bytes, &repaired_)) {
         continue;
       }
       Take(index, Evidence::Repaired, layout, repaired_);

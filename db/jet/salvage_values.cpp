@@ -39,16 +39,17 @@ struct PossibleBegins {
 PossibleBegins FindBegin(const Format& format, ByteView page, const Lengths& expected,
                          std::uint32_t slot) {
   const std::uint32_t length = expected.at(slot);
-  const SlotTable slots = ReadSlots(format, page);
+  // Whatever the page says of the number of its rows.
   const auto stated = [&](std::uint32_t index) -> std::optional<std::uint32_t> {
-    if (index >= slots.entries.size()) return std::nullopt;
-    return slots.entries[index].slot.begin;
+    const std::uint32_t at = format.slotsAt + 2 * index;
+    if (at + 2 > page.size()) return std::nullopt;
+    return GetU16(&page[at]) & kSlotOffset;
   };
   const std::optional<std::uint32_t> own = stated(slot);
   const std::optional<std::uint32_t> end =
       slot == 0 ? std::optional(format.pageSize) : stated(slot - 1);
   if (own && end && *own + length == *end) {
-    return {{*own}, slots.isSound && PageOwner(page.data()) == kLongValueOwner};
+    return {{*own}, LengthsOn(format, page).has_value()};
   }
 
   // Rows are stacked from the end of the page.
@@ -70,6 +71,10 @@ PossibleBegins FindBegin(const Format& format, ByteView page, const Lengths& exp
   if (possible.begins.size() == 2 && isWhereNextEnds(possible.begins[1])) {
     std::swap(possible.begins[0], possible.begins[1]);
   }
+  const bool areAlike = std::all_of(expected.begin(), expected.end(),
+                                    [length](const auto& row) { return row.second == length; });
+  const std::uint32_t before = (slot + 1) * length;
+  if (areAlike && before <= format.pageSize) possible.begins.push_back(format.pageSize - before);
   return possible;
 }
 

@@ -331,7 +331,7 @@ class Case {
       named.merge(Named(report_.doubtful, station));
       for (std::size_t i = 0; i < values.size(); ++i) {
         if (values[i] == original->second[i] || named.contains(spec.fields[i].name)) continue;
-        ++figures_.wrong;
+        figures_.wrong.push_back(Line(station, spec.fields[i].name));
       }
     }
   }
@@ -367,20 +367,20 @@ class Case {
         if (isSalvaged(i)) {
           ++figures_.valuesSalvaged;
         } else {
-          Overlook(station, " " + db::StationsSpec().fields[i].name);
+          figures_.overlooked.push_back(Line(station, db::StationsSpec().fields[i].name));
         }
       }
     }
     if (isWhole) {
       ++figures_.rowsSalvaged;
     } else {
-      Overlook(station, "");
+      figures_.overlooked.push_back(Line(station, "its row"));
     }
   }
 
-  void Overlook(int station, const std::string& field) {
-    figures_.overlooked.push_back(original_.name + " " + std::to_string(figures_.files) +
-                                  ": station " + std::to_string(station) + field);
+  std::string Line(int station, const std::string& what) const {
+    return original_.name + " " + std::to_string(figures_.files) + ": station " +
+           std::to_string(station) + " " + what;
   }
 
   const Original& original_;

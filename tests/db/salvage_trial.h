@@ -25,8 +25,6 @@ struct TrialFigures {
   int valuesThere = 0;
   int valuesSalvaged = 0;
 
-  // Fields in the new file that are other than they were, without a word in the report.
-  int wrong = 0;
   // Records in the new file that the sound file did not have.
   int invented = 0;
   // New files that are not sound.
@@ -34,8 +32,10 @@ struct TrialFigures {
   // Damaged files that are found sound although a field cannot be read or a record is missing.
   int silent = 0;
 
-  // A line each of what is there and was not salvaged: "product 7: station 12".
+  // What is there and was not salvaged, and fields in the new file that are other than they were
+  // without a word in the report, a line each: "product 7: station 12 Relays".
   std::vector<std::string> overlooked;
+  std::vector<std::string> wrong;
 };
 
 // Damages `files` copies of three databases in every way in turn: as the program makes it, one of

@@ -7,15 +7,22 @@
 #include <cstdlib>
 #include <exception>
 #include <string>
+#include <vector>
 
 #include "tests/db/salvage_trial.h"
 
 namespace {
 
 void PrintLine(const test::TrialFigures& line) {
-  std::printf("%-26s %5d %8d %8d %9d %9d %6d %8d %7d %6d\n", line.damage.c_str(), line.files,
-              line.rowsThere, line.rowsSalvaged, line.valuesThere, line.valuesSalvaged, line.wrong,
-              line.invented, line.unsound, line.silent);
+  std::printf("%-26s %5d %8d %8d %9d %9d %6zu %8d %7d %6d\n", line.damage.c_str(), line.files,
+              line.rowsThere, line.rowsSalvaged, line.valuesThere, line.valuesSalvaged,
+              line.wrong.size(), line.invented, line.unsound, line.silent);
+}
+
+void Tell(const char* what, const test::TrialFigures& line, const std::vector<std::string>& all) {
+  for (const std::string& one : all) {
+    std::fprintf(stderr, "%s: %s, %s\n", what, line.damage.c_str(), one.c_str());
+  }
 }
 
 }  // namespace
@@ -34,15 +41,14 @@ int main(int argc, char** argv) {
                 "saved", "values", "saved", "wrong", "invented", "unsound", "silent");
     for (const test::TrialFigures& line : test::RunSalvageTrial(files, seed)) {
       PrintLine(line);
-      for (const std::string& overlooked : line.overlooked) {
-        std::fprintf(stderr, "%s, %s\n", line.damage.c_str(), overlooked.c_str());
-      }
+      Tell("overlooked", line, line.overlooked);
+      Tell("wrong", line, line.wrong);
       sum.files += line.files;
       sum.rowsThere += line.rowsThere;
       sum.rowsSalvaged += line.rowsSalvaged;
       sum.valuesThere += line.valuesThere;
       sum.valuesSalvaged += line.valuesSalvaged;
-      sum.wrong += line.wrong;
+      sum.wrong.insert(sum.wrong.end(), line.wrong.begin(), line.wrong.end());
       sum.invented += line.invented;
       sum.unsound += line.unsound;
       sum.silent += line.silent;
