@@ -43,6 +43,7 @@ Console::Console(AppFolder folder)
       placement_(settings_, QStringLiteral("Main")),
       files_(File(db::kMainFile), File(db::kWorkingCopy),
              folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
+      damage_(files_, boxes_),
       window_(commands_),
       port_([this](int number) { return SerialDevice(number); }),
       liveCommands_(model_, port_, boxes_),
@@ -165,6 +166,7 @@ void Console::Start() {
     model::ReportError(boxes_, "Reading Configuration File", status);
   }
   StartUp(model_, files_, listener_, link_, boxes_).Run(folder_.path.toStdString(), settings);
+  damage_.Tell();
   if (listener_.IsListening()) window_.ShowPanels({});
   if (model_.DemoMode == 1) {
     window_.Status().SetDemo(true);

@@ -9,6 +9,7 @@
 
 #include "app/app_folder.h"
 #include "app/command_table.h"
+#include "app/damage_report.h"
 #include "app/export_menu.h"
 #include "app/help_window.h"
 #include "app/link_aids.h"
@@ -77,6 +78,7 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   views::Placement placement_;
   CommandTable commands_;
   db::DatabaseFiles files_;
+  DamageReport damage_;
   gateway::Listener listener_;
   gateway::QtPauseTimer panelPause_;
   MainWindow window_;

@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QString>
 #include <deque>
+#include <functional>
+#include <vector>
 
 #include "model/error_reporter.h"
 
@@ -30,6 +32,16 @@ class MessageBoxes : public QObject, public model::ErrorReporter {
 
   void Show(Icon icon, std::string_view title, std::string_view text) override;
 
+  // Something that can be done about what a box reports.
+  struct Offer {
+    QString name;  // the object name of its button
+    QString caption;
+    std::function<void()> action;
+  };
+  // The same with a button for each offer beside OK.  The box closes before the action is run.
+  void ShowOffering(Icon icon, std::string_view title, std::string_view text,
+                    std::vector<Offer> offers);
+
   // Nothing shows and nothing waits.
   bool IsEmpty() const { return reports_.empty(); }
 
@@ -44,6 +56,7 @@ class MessageBoxes : public QObject, public model::ErrorReporter {
     QMessageBox::Icon icon;
     QString title;
     QString text;
+    std::vector<Offer> offers;
     int count = 1;
   };
 

@@ -7,9 +7,11 @@
 #include <filesystem>
 #include <memory>
 
+#include "db/damage.h"
 #include "db/jet/database.h"
 #include "db/jet/format.h"
 #include "db/jet/record_set.h"
+#include "db/salvage.h"
 #include "model/status.h"
 
 namespace db {
@@ -52,6 +54,19 @@ class DatabaseFiles {
   // Whether nothing that is edited can be saved, as things stand.
   bool IsWriteProtected() const;
 
+  // What Open() found to be damaged, also when it failed for that.
+  const Damage& DamageFound() const { return damage_; }
+
+  // Whether a table can be made for all of the stations first..last, as the database is now.  It
+  // can always in a file that was sound when it was opened; else a station that cannot be read, or
+  // found by its number, is a failure (3049), and so are counts that are lost.
+  model::Status CheckTable(Table table, int first, int last) const;
+
+  // Writes what survives of the main file into a new file beside it, "Tesk-salvaged-DATE.mdb",
+  // whose name is *salvaged.
+  model::Status SalvageMainFile(Fill fill, std::filesystem::path* salvaged,
+                                SalvageReport* report) const;
+
   bool IsOpen() const { return database_ != nullptr; }
 
   // The database; null when it is not open.
@@ -67,6 +82,7 @@ class DatabaseFiles {
   model::Status OpenWorkingCopy();
   model::Status OpenTables(jet::Database& database);
   bool IsEdited() const;
+  model::Status KeepDamagedFile() const;
   void Close();
 
   const std::filesystem::path mainFile_;
@@ -75,6 +91,7 @@ class DatabaseFiles {
   std::unique_ptr<jet::Database> database_;
   std::unique_ptr<jet::RecordSet> stations_;
   std::unique_ptr<jet::RecordSet> dbInfo_;
+  Damage damage_;
   bool copyIsOurs_ = false;  // made, or begun, by Open() and not deleted since
 };
 
