@@ -11,6 +11,7 @@
 #include "db/file_status.h"
 #include "db/jet/database.h"
 #include "db/jet/salvage.h"
+#include "db/jet/text_codec.h"
 #include "db/schema.h"
 #include "files/file.h"
 #include "files/whole_file.h"
@@ -45,8 +46,19 @@ jet::SoughtTable SoughtDbInfo() {
   return {.spec = DbInfoSpec(), .key = std::nullopt, .accepts = accepts, .expects = accepts};
 }
 
+// Whether the index of the labels can hold the text.
+bool HasOrder(const std::string& text) {
+  std::u16string units;
+  return jet::AppendUnits(text, &units) &&
+         std::all_of(units.begin(), units.end(),
+                     [](char16_t unit) { return jet::ByteOfUnit(unit) >= 0; });
+}
+
 bool IsStationValue(int field, const Value& value) {
-  if (field == 0) return value.Int() >= 1;
+  constexpr int kStationNum = 0;
+  constexpr int kLabel = 2;
+  if (field == kStationNum) return value.Int() >= 1;
+  if (field == kLabel && !HasOrder(value.Text())) return false;
   return value.GetKind() != Value::Kind::Text || IsPrintable(value.Text());
 }
 
@@ -97,7 +109,8 @@ jet::Status AddRecord(jet::RecordSet& records, const SalvagedRecord& record,
 }
 
 SalvagedRecord NothingOf(const jet::TableSpec& table) {
-  SalvagedRecord record{.values = std::vector<Value>(table.fields.size()), .lost = {}};
+  SalvagedRecord record;
+  record.values.resize(table.fields.size());
   for (std::size_t i = 0; i < table.fields.size(); ++i) record.lost.push_back(static_cast<int>(i));
   return record;
 }
@@ -148,14 +161,13 @@ class NewDatabase {
     return AddRecord(*stations_, record, HasDefault(station) ? defaults_.stations.get() : nullptr);
   }
 
-  // Flags that are other than flags.
   std::vector<int> Doubtful(const SalvagedRecord& record) const {
     std::vector<int> fields;
     for (int field = 0; field < stations_->FieldCount(); ++field) {
-      const Value& value = record.values[static_cast<std::size_t>(field)];
-      if (stations_->Field(field).type == jet::FieldType::Memo && !AreFlags(value.Text())) {
-        fields.push_back(field);
-      }
+      if (std::binary_search(record.lost.begin(), record.lost.end(), field)) continue;
+      const bool isFlags = stations_->Field(field).type == jet::FieldType::Memo;
+      const bool areFlags = AreFlags(record.values[static_cast<std::size_t>(field)].Text());
+      if (!record.isSure || (isFlags && !areFlags)) fields.push_back(field);
     }
     return fields;
   }

@@ -27,8 +27,8 @@ struct SalvageReport {
   int stations = 0;                           // of which something survived
   std::vector<int> missing;                   // those of which nothing did
   std::vector<UnreadableStation> incomplete;  // and the fields that did not
-  // Flags that hold other characters than 0 and 1, which stand in the new file as they were found.
-  // They may have been so before the damage.
+  // What stands in the new file as it was found, but may be wrong: flags with other characters than
+  // 0 and 1, which may have been so before the damage, and records that contradicted themselves.
   std::vector<UnreadableStation> doubtful;
   bool hasDbInfo = false;
 

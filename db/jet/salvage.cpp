@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <string>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -13,6 +14,7 @@
 #include "db/jet/salvage_pages.h"
 #include "db/jet/salvage_rows.h"
 #include "db/jet/salvage_values.h"
+#include "db/jet/text_codec.h"
 #include "db/jet/usage_map.h"
 #include "db/jet/value_codec.h"
 
@@ -169,6 +171,7 @@ class TableSalvage {
 
   SalvagedRecord ReadRecord(const Chosen& chosen) {
     SalvagedRecord record;
+    record.isSure = chosen.evidence != Evidence::Repaired;
     RowView view;
     (void)view.Parse(pages_.GetFormat(), *chosen.layout, chosen.bytes);  // it was before
     for (std::size_t i = 0; i < table_.spec.fields.size(); ++i) {
@@ -201,7 +204,13 @@ class TableSalvage {
   // Reads the content into value_ and judges it.
   bool Accepts(std::size_t field, const Column& column, ByteView content) {
     DecodeContent(pages_.GetFormat(), column, content, &value_);
-    return !value_.IsNull() && table_.accepts(static_cast<int>(field), value_);
+    if (value_.IsNull()) return false;
+    if (column.type == FieldType::Text) {
+      units_.clear();
+      DecodeUnits(pages_.GetFormat(), content, &units_);
+      if (units_.size() > static_cast<std::size_t>(table_.spec.fields[field].size)) return false;
+    }
+    return table_.accepts(static_cast<int>(field), value_);
   }
 
   const Column& ColumnOf(const TableDef& layout, std::size_t field) const {
@@ -217,6 +226,7 @@ class TableSalvage {
   std::unordered_map<std::uint32_t, RowPointer> homes_;  // by packed place of the moved row
   std::map<int, Chosen> chosen_;                         // by key
   Value value_;
+  std::u16string units_;
 };
 
 }  // namespace

@@ -73,12 +73,14 @@ class PageSearch {
 
   void Run() {
     const SlotTable slots = ReadSlots(format_, page_);
+    bool areSound = slots.isSound && length_ == format_.pageSize;
     for (std::size_t i = 0; i < slots.entries.size(); ++i) {
       const SlotTable::Entry& entry = slots.entries[i];
       if (!entry.isSound || entry.slot.end > length_ || entry.slot.IsDead()) continue;
-      TakeSlot(static_cast<std::uint8_t>(i), entry.slot);
+      const bool isRow = TakeSlot(static_cast<std::uint8_t>(i), entry.slot);
+      areSound = areSound && (isRow || entry.slot.flags != 0);
     }
-    if (slots.isSound && length_ == format_.pageSize) return;
+    if (areSound) return;
     for (const TableDef& layout : layouts_) {
       if (layout.variableEver > 0) Carve(layout);
     }
@@ -89,23 +91,24 @@ class PageSearch {
     found_({{number_, slot}, evidence, &layout, bytes});
   }
 
-  void TakeSlot(std::uint8_t index, const Slot& slot) {
+  // Whether there is a row.  With impossible counts of columns it is taken, but it may as well be
+  // that its bounds are wrong.
+  bool TakeSlot(std::uint8_t index, const Slot& slot) {
     const ByteView bytes = page_.subspan(slot.begin, slot.Length());
     const std::uint32_t owner = PageOwner(page_.data());
     for (const TableDef& layout : layouts_) {
       // Those of another table with few columns can look like old ones of this table.
       if (!IsRow(format_, layout, bytes, owner != layout.page)) continue;
       Take(index, slot.IsLive() ? Evidence::Live : Evidence::Moved, layout, bytes);
-      return;
+      return true;
     }
-    if (slot.flags != 0) return;
+    if (slot.flags != 0) return false;
     for (const TableDef& layout : layouts_) {
-      if (owner != layout.page || !RepairCounts(format_, layout, bytes, &repaired_)) {
-        continue;
-      }
+      if (owner != layout.page || !RepairCounts(format_, layout, bytes, &repaired_)) continue;
       Take(index, Evidence::Repaired, layout, repaired_);
-      return;
+      break;
     }
+    return false;
   }
 
   // A row says at its end how long it is: its tables stand there and say where they begin.  From

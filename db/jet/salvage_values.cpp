@@ -108,9 +108,10 @@ void SalvageValues::FindDisplaced() {
     for (const auto& [other, lengths] : loose) {
       if (other == page || lengths != expected) continue;
       const auto othersOwn = expected_.find(other);
-      const bool isCrosswise =
-          present && othersOwn != expected_.end() && othersOwn->second == *present;
-      if (isCrosswise || !Has(present, expected)) fitting.push_back(other);
+      const bool isWanted = othersOwn != expected_.end();
+      const bool isCrosswise = isWanted && present && othersOwn->second == *present;
+      const bool isInItsPlace = isWanted && Has(lengths, othersOwn->second);
+      if (isCrosswise || (!isInItsPlace && !Has(present, expected))) fitting.push_back(other);
     }
     if (fitting.size() == 1) displaced_[page] = fitting[0];
   }
@@ -136,6 +137,8 @@ bool SalvageValues::ReadRow(RowPointer row, std::uint32_t length, const Judge& j
 bool SalvageValues::Read(ByteView field, const Judge& judge) {
   LongValueHead head;
   if (!ReadLongValueHead(field, &head).ok()) return false;
+  // What is not in the row is somewhere and something.
+  if (head.kind != LongValueHead::kInline && (head.length == 0 || !head.row)) return false;
   if (head.kind == LongValueHead::kSingle) return ReadRow(head.row, head.length, judge);
   ByteView value;
   Bytes chain;

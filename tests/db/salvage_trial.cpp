@@ -19,6 +19,7 @@
 #include "db/salvage.h"
 #include "db/schema.h"
 #include "tests/jet/jet_support.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {
@@ -393,20 +394,28 @@ class Case {
 
 }  // namespace
 
-std::vector<TrialFigures> RunSalvageTrial(int files, std::uint32_t seed) {
+std::vector<TrialFigures> RunSalvageTrial(int files, std::uint32_t seed,
+                                          const std::filesystem::path& kept) {
+  constexpr std::array kNames = {"product", "jet3", "large"};
   std::mt19937 random(seed);
   std::vector<Original> originals;
-  for (const char* name : {"product", "jet3", "large"}) {
-    originals.push_back(MakeOriginal(name, random));
-  }
   std::vector<TrialFigures> all(kWays.size());
   for (int i = 0; i < files; ++i) {
     const std::size_t way = static_cast<std::size_t>(i) % kWays.size();
-    const Original& original = originals[static_cast<std::size_t>(i) / kWays.size() % 3];
+    const std::size_t name = static_cast<std::size_t>(i) / kWays.size() % kNames.size();
+    if (name == originals.size()) originals.push_back(MakeOriginal(kNames[name], random));
+    const Original& original = originals[name];
     Damager damager(original, random);
     (damager.*kWays[way].damage)();
+    const Bytes damaged = damager.Result();
     all[way].damage = kWays[way].name;
-    Case(original, damager.Result(), &all[way]).Run();
+    const std::size_t before = all[way].overlooked.size();
+    Case(original, damaged, &all[way]).Run();
+    if (!kept.empty() && all[way].overlooked.size() > before) {
+      const std::string file = original.name + "-" + std::to_string(i);
+      WriteFile(kept / (file + ".mdb"), AsString(damaged));
+      WriteFile(kept / (file + ".sound"), AsString(original.content));
+    }
   }
   return all;
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// salvage_trial [FILES [SEED]]: damages and salvages so many databases, 360 without a number, and
-// prints how much of what is still in them was found.  Ends with 1 when something sound was not.
+// salvage_trial [FILES [SEED [FOLDER]]]: damages and salvages so many databases, 360 without a
+// number, and prints how much of what is still in them was found.  Those of which something was not
+// are left in FOLDER.
 
 #include <cstdio>
 #include <cstdlib>
@@ -30,8 +31,9 @@ void Tell(const char* what, const test::TrialFigures& line, const std::vector<st
 int main(int argc, char** argv) {
   const int files = argc > 1 ? std::atoi(argv[1]) : 360;
   const auto seed = static_cast<std::uint32_t>(argc > 2 ? std::atoi(argv[2]) : 1);
-  if (files <= 0 || argc > 3) {
-    std::fprintf(stderr, "usage: salvage_trial [FILES [SEED]]\n");
+  const std::string kept = argc > 3 ? argv[3] : "";
+  if (files <= 0 || argc > 4) {
+    std::fprintf(stderr, "usage: salvage_trial [FILES [SEED [FOLDER]]]\n");
     return 2;
   }
   try {
@@ -39,7 +41,7 @@ int main(int argc, char** argv) {
     sum.damage = "together";
     std::printf("%-26s %5s %8s %8s %9s %9s %6s %8s %7s %6s\n", "damage", "files", "records",
                 "saved", "values", "saved", "wrong", "invented", "unsound", "silent");
-    for (const test::TrialFigures& line : test::RunSalvageTrial(files, seed)) {
+    for (const test::TrialFigures& line : test::RunSalvageTrial(files, seed, kept)) {
       PrintLine(line);
       Tell("overlooked", line, line.overlooked);
       Tell("wrong", line, line.wrong);

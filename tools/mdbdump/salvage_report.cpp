@@ -35,7 +35,7 @@ std::string Describe(const db::SalvageReport& report, db::Fill fill) {
   }
   for (const db::UnreadableStation& station : report.doubtful) {
     text += "doubtful: station " + Text(station.station) + ": " + List(station.fields) +
-            "; not only 0 and 1\n";
+            "; as found in the new file\n";
   }
   return text;
 }

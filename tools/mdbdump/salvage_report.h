@@ -18,7 +18,7 @@ namespace mdbdump {
 //   Stations: 123 of 128 records
 //   missing: stations 6, 7, 8, 9, 10; without a record in the new file
 //   missing: station 77: Relays; empty in the new file
-//   doubtful: station 80: Relays; not only 0 and 1
+//   doubtful: station 80: Relays; as found in the new file
 std::string Describe(const db::SalvageReport& report, db::Fill fill);
 
 }  // namespace mdbdump
