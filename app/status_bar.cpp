@@ -2,6 +2,7 @@
 
 #include "app/status_bar.h"
 
+#include <QDir>
 #include <QFontMetrics>
 
 #include "app/elided_label.h"
@@ -27,6 +28,7 @@ StatusBar::StatusBar(QWidget* parent)
       mapState_(new QLabel(this)),
       unsent_(new ElidedLabel(this)),
       note_(new ElidedLabel(this)),
+      folder_(new ElidedLabel(this)),
       demo_(new QLabel(tr("DEMO"), this)) {
   setObjectName(QStringLiteral("sbStatusBar"));
   link_->setObjectName(QStringLiteral("sbStatusBar_1"));
@@ -38,8 +40,9 @@ StatusBar::StatusBar(QWidget* parent)
   demo_->setObjectName(QStringLiteral("aidDemo"));
   unsent_->setObjectName(QStringLiteral("aidUnsent"));
   note_->setObjectName(QStringLiteral("aidNote"));
-  for (QLabel* const label :
-       {link_, closedPort_, blocked_, panels_, readout_, mapState_, unsent_, note_, demo_}) {
+  folder_->setObjectName(QStringLiteral("aidFolder"));
+  for (QLabel* const label : {link_, closedPort_, blocked_, panels_, readout_, mapState_, unsent_,
+                              note_, folder_, demo_}) {
     label->setTextFormat(Qt::PlainText);
     label->setContentsMargins(6, 0, 6, 0);
   }
@@ -54,6 +57,7 @@ StatusBar::StatusBar(QWidget* parent)
   addWidget(mapState_);
   addWidget(unsent_);
   addWidget(note_);
+  addPermanentWidget(folder_);
   addPermanentWidget(demo_);
   closedPort_->hide();
   blocked_->hide();
@@ -61,13 +65,15 @@ StatusBar::StatusBar(QWidget* parent)
   panels_->hide();
   note_->hide();
   mapState_->hide();
+  folder_->hide();
   demo_->hide();
   closedPort_->setToolTip(
       tr("The serial port cannot be used now. It is tried again every second, and the link comes "
          "up by itself when it can."));
   mapState_->setToolTip(tr("When the switcher last reported a part of the crosspoint map"));
   demo_->setToolTip(tr("Demo mode: the map draws its own takes, whatever the switcher says"));
-  // A frame makes it a badge without a colour of its own.
+  // A frame makes them badges without a colour of their own.
+  folder_->setFrameShape(QFrame::Box);
   demo_->setFrameShape(QFrame::Box);
 
   noteTime_.setSingleShot(true);
@@ -98,7 +104,7 @@ void StatusBar::UpdateLegend() {
   if (legend_ == nullptr) return;
   const int readout = kReadoutCharacters * fontMetrics().averageCharWidth();
   int needed = link_->sizeHint().width() + legend_->sizeHint().width() + readout;
-  for (const QLabel* const label : {closedPort_, mapState_, unsent_, demo_}) {
+  for (const QLabel* const label : {closedPort_, mapState_, unsent_, folder_, demo_}) {
     if (!label->isHidden()) needed += label->sizeHint().width();
   }
   legend_->setVisible(legendWanted_ && width() >= needed);
@@ -122,6 +128,16 @@ void StatusBar::SetMapState(const QString& text) {
 
 void StatusBar::SetDemo(bool demo) {
   demo_->setVisible(demo);
+  UpdateLegend();
+}
+
+void StatusBar::SetFolder(const QString& folder) {
+  const QString path = QDir::toNativeSeparators(folder);
+  folder_->setText(tr("Folder %1").arg(path));
+  folder_->setToolTip(tr("The program's folder cannot be written. This console works on the "
+                         "database and the settings in %1")
+                          .arg(path));
+  folder_->show();
   UpdateLegend();
 }
 

@@ -3,7 +3,6 @@
 #include "config/ini_file.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <system_error>
 
 #include "files/whole_file.h"
@@ -14,9 +13,6 @@ namespace {
 
 // The error number of a settings file that cannot be read or written.
 constexpr int kFileAccess = 75;
-
-// A settings file has a few hundred bytes: what is larger is another file.
-constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 20;
 
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -77,7 +73,7 @@ IniFile::IniFile(std::string_view text) {
 model::Status IniFile::Load(const std::filesystem::path& path, IniFile* file) {
   *file = IniFile();
   std::string bytes;
-  const files::Outcome read = files::ReadWhole(path, kLargestFile, &bytes);
+  const files::Outcome read = files::ReadWhole(path, kLargestIniFile, &bytes);
   if (read.error == std::errc::no_such_file_or_directory) return {};
   if (read.ok()) *file = IniFile(bytes);
   return StatusOf(read);
@@ -154,7 +150,7 @@ std::string IniFile::Text() const {
 model::Status IniFile::Save(const std::filesystem::path& path) const {
   const std::string text = Text();
   std::string present;
-  if (files::ReadWhole(path, kLargestFile, &present).ok() && present == text) return {};
+  if (files::ReadWhole(path, kLargestIniFile, &present).ok() && present == text) return {};
   return StatusOf(files::Replace(path, text));
 }
 
