@@ -2,45 +2,88 @@
 
 #include "app/app_folder.h"
 
+#include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
+#include <filesystem>
 
 #include "config/configuration.h"
 #include "db/database_files.h"
+#include "files/whole_file.h"
 
 namespace app {
 
 namespace {
 
-// The error number of a file that cannot be copied.
+// The error number of a file or a folder that cannot be used.
 constexpr int kFileAccess = 75;
+
+std::filesystem::path Path(const QString& folder, const char* name = "") {
+  return QDir(folder).filePath(QLatin1String(name)).toStdU16String();
+}
+
+bool IsDenied(std::error_code error) {
+  return error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
+         error == std::errc::read_only_file_system;
+}
+
+// A link that leads nowhere at present is there.
+bool IsThere(const std::filesystem::path& path) {
+  files::Kind kind = files::Kind::Nothing;
+  return files::KindOf(path, &kind) || kind != files::Kind::Nothing;
+}
+
+files::Outcome CopyIfLacking(const AppFolder& folder, const char* name, std::uint64_t most) {
+  const std::filesystem::path original = Path(folder.program, name);
+  const std::filesystem::path copy = Path(folder.path, name);
+  if (!IsThere(original) || IsThere(copy)) return {};
+  return files::ReplaceByCopy(copy, original, most);
+}
+
+QString WithDate(const std::filesystem::path& path) {
+  const QFileInfo file(QString::fromStdU16String(path.u16string()));
+  return QStringLiteral("%1 (%2)").arg(
+      QDir::toNativeSeparators(file.filePath()),
+      file.lastModified().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+}
 
 }  // namespace
 
-QString AppFolder(const QString& programFolder, const QString& userFolder,
-                  model::Status* prepared) {
-  *prepared = {};
-  if (QFileInfo(programFolder).isWritable()) return programFolder;
-  *prepared = PrepareUserFolder(programFolder, userFolder);
-  return userFolder;
+model::Status ChooseAppFolder(const QString& programFolder, const QString& userFolder,
+                              AppFolder* folder) {
+  const std::error_code error = files::CheckFolder(Path(programFolder));
+  if (error && !IsDenied(error)) {
+    return {kFileAccess, "Cannot write in " + programFolder.toStdString() + ": " + error.message()};
+  }
+  if (error) QDir().mkpath(userFolder);  // what stands in its way shows when it is locked
+  *folder = {.path = error ? userFolder : programFolder, .program = programFolder, .lacks = {}};
+  return {};
 }
 
-model::Status PrepareUserFolder(const QString& programFolder, const QString& userFolder) {
-  model::Status status;
-  QDir().mkpath(userFolder);
-  for (const char* const name : {db::kMainFile, config::kConfigurationFile}) {
-    QFile original(QDir(programFolder).filePath(QLatin1String(name)));
-    const QString copy = QDir(userFolder).filePath(QLatin1String(name));
-    if (!original.exists() || QFile::exists(copy)) continue;
-    if (original.copy(copy)) {
-      QFile::setPermissions(copy, QFile::permissions(copy) | QFile::ReadOwner | QFile::WriteOwner);
-    } else if (status.ok()) {
-      status = {kFileAccess, "Cannot copy " + original.fileName().toStdString() + ": " +
-                                 original.errorString().toStdString()};
-    }
+void PrepareAppFolder(AppFolder* folder) {
+  if (!folder->IsTheUsers()) return;
+  for (const auto& [name, most] :
+       {std::pair{db::kMainFile, db::kLargestFile},
+        std::pair{config::kConfigurationFile, config::kLargestIniFile}}) {
+    const files::Outcome copied = CopyIfLacking(*folder, name, most);
+    if (!copied.ok() && folder->lacks.ok()) folder->lacks = {kFileAccess, copied.text};
   }
-  return status;
+}
+
+QString OtherDatabase(const AppFolder& folder) {
+  if (!folder.IsTheUsers()) return {};
+  const std::filesystem::path used = Path(folder.path, db::kMainFile);
+  const std::filesystem::path other = Path(folder.program, db::kMainFile);
+  if (!IsThere(used) || !IsThere(other)) return {};
+  bool same = false;
+  if (files::Compare(used, other, &same).ok() && same) return {};
+  return QCoreApplication::translate(
+             "AppFolder",
+             "There Are Two Databases\r\rThe program's folder cannot be written, so this console "
+             "works on\r%1\rand not on\r%2\rThey differ. Before anything is sent to the switcher, "
+             "make sure that it is the right one.")
+      .arg(WithDate(used), WithDate(other));
 }
 
 }  // namespace app

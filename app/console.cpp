@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QScreen>
 #include <QSessionManager>
+#include <system_error>
+#include <utility>
 
 #include "app/about_dialog.h"
 #include "app/mdi_arrangement.h"
@@ -35,11 +37,13 @@ QSize Bounded(const QSize& size) {
 
 }  // namespace
 
-Console::Console(const QString& folder)
-    : folder_(folder),
+Console::Console(AppFolder folder)
+    : folder_(std::move(folder)),
       settings_(config::PlacesSection(ReadSettings())),
       placement_(settings_, QStringLiteral("Main")),
-      files_(File(db::kMainFile), File(db::kWorkingCopy)),
+      files_(File(db::kMainFile), File(db::kWorkingCopy),
+             folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
+      damage_(files_, boxes_),
       window_(commands_),
       port_([this](int number) { return SerialDevice(number); }),
       liveCommands_(model_, port_, boxes_),
@@ -143,7 +147,7 @@ views::Services Console::ViewServices() {
 Console::~Console() { delete help_.data(); }
 
 std::filesystem::path Console::File(const char* name) const {
-  return QDir(folder_).filePath(QLatin1String(name)).toStdU16String();
+  return QDir(folder_.path).filePath(QLatin1String(name)).toStdU16String();
 }
 
 // What cannot be read names nothing, and has its defaults.
@@ -177,15 +181,20 @@ void Console::PlaceWindow() {
   }
 }
 
-void Console::Start(const model::Status& prepared) {
-  if (!prepared.ok()) model::ReportError(boxes_, "Preparing User Folder", prepared);
+void Console::Start() {
+  if (!folder_.lacks.ok()) model::ReportError(boxes_, "Preparing User Folder", folder_.lacks);
+  if (!settings_.Problem().ok()) {
+    model::ReportError(boxes_, "Reading Window Settings", settings_.Problem());
+  }
   PlaceWindow();
+  SayWhatIsUnusual();
   config::IniFile settings;
   if (const auto status = config::IniFile::Load(File(config::kConfigurationFile), &settings);
       !status.ok()) {
     model::ReportError(boxes_, "Reading Configuration File", status);
   }
-  StartUp(model_, files_, listener_, link_, boxes_).Run(folder_.toStdString(), settings);
+  StartUp(model_, files_, listener_, link_, boxes_).Run(folder_.path.toStdString(), settings);
+  damage_.Tell();
   if (listener_.IsListening()) panelReports_.Begin();
   if (model_.DemoMode == 1) {
     window_.Status().SetDemo(true);
@@ -199,6 +208,20 @@ void Console::Start(const model::Status& prepared) {
   views_.ShowXmap();
   window_.show();
   boxes_.ShowOver(&window_);
+}
+
+// About the files that it works on: nothing that is wrong, but what the operator must know.
+void Console::SayWhatIsUnusual() {
+  if (folder_.IsTheUsers()) window_.Status().SetFolder(folder_.path);
+  if (const QString other = OtherDatabase(folder_); !other.isEmpty()) {
+    boxes_.Show(Icon::Exclamation, "Orvo Intercom Control", other.toStdString());
+  }
+  if (files_.IsWriteProtected()) {
+    boxes_.Show(Icon::Exclamation, "Orvo Intercom Control",
+                tr("Tesk.mdb Is Write-Protected\r\rWhat is edited cannot be saved, unless the "
+                   "protection is taken off before the console is closed.")
+                    .toStdString());
+  }
 }
 
 void Console::ConnectCommands() {
@@ -296,9 +319,12 @@ bool Console::ShutDown() {
   return true;
 }
 
-// A file that cannot be read is not written either: what it holds would be lost.
+// A file that cannot be read is not written either: what it holds would be lost.  Nor is one made
+// in the place of the house's that could not be copied.
 model::Status Console::WriteSettings() const {
   const std::filesystem::path path = File(config::kConfigurationFile);
+  std::error_code unseen;
+  if (!folder_.lacks.ok() && !std::filesystem::exists(path, unseen)) return {};
   config::IniFile file;
   if (model::Status status = config::IniFile::Load(path, &file); !status.ok()) return status;
   config::WriteConfiguration(model_, port_.Number(), file);

@@ -8,8 +8,10 @@
 #include <QString>
 #include <optional>
 
+#include "app/app_folder.h"
 #include "app/channel_labels.h"
 #include "app/command_table.h"
+#include "app/damage_report.h"
 #include "app/export_menu.h"
 #include "app/help_window.h"
 #include "app/link_aids.h"
@@ -47,13 +49,12 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   Q_OBJECT
 
  public:
-  // `folder` is the program's folder.
-  explicit Console(const QString& folder);
+  // `folder` is where it keeps its files; nobody else works there.
+  explicit Console(AppFolder folder);
   ~Console() override;
 
   // Starts the program: the main window's place, the start-up loader, the three main views.
-  // `prepared` is how the folder was prepared; a failure is reported first.
-  void Start(const model::Status& prepared);
+  void Start();
 
  private:
   void ConnectCommands();
@@ -61,6 +62,7 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   void ShowAbout();
   void ShowContents();
   bool ShutDown();
+  void SayWhatIsUnusual();
   model::Status WriteSettings() const;
   void EndProgram();
   std::filesystem::path File(const char* name) const;
@@ -77,13 +79,14 @@ class Console : public QObject, private views::TableSender, private switcher::Po
 
   views::Services ViewServices();
 
-  const QString folder_;
+  const AppFolder folder_;
   model::SystemModel model_;
   MessageBoxes boxes_;
   config::WindowSettings settings_;
   views::Placement placement_;
   CommandTable commands_;
   db::DatabaseFiles files_;
+  DamageReport damage_;
   gateway::Listener listener_;
   gateway::QtPauseTimer panelPause_;
   MainWindow window_;

@@ -4,6 +4,9 @@
 #define APP_INSTANCE_LOCK_H_
 
 #include <QString>
+#include <string>
+
+#include "files/file.h"
 
 namespace app {
 
@@ -20,18 +23,22 @@ class InstanceLock {
   enum class Result {
     Taken,
     HeldByAnother,
-    NoLocks,  // the folder cannot be locked: not writable, or a file system without locks
+    Failed,  // nobody can tell whether another one holds it
   };
 
-  // Takes the lock of `folder`.
+  // Takes the lock of `folder`.  Its file is made if need be, never through a link.
   Result Take(const QString& folder);
+
+  // Why taking it failed: "Cannot lock WorkingDb.lock: No locks available".
+  const std::string& Reason() const { return reason_; }
 
  private:
 #ifdef Q_OS_WIN
   void* handle_ = nullptr;
 #else
-  int handle_ = -1;
+  files::File file_;
 #endif
+  std::string reason_;
 };
 
 }  // namespace app

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QMetaObject>
+#include <QPushButton>
 #include <algorithm>
 #include <utility>
 
@@ -19,6 +20,8 @@ QString ToQString(std::string_view text) {
 
 MessageBoxes::MessageBoxes(QObject* parent) : QObject(parent) {}
 
+MessageBoxes::~MessageBoxes() { delete box_; }
+
 void MessageBoxes::ShowOver(QWidget* window) {
   window_ = window;
   started_ = true;
@@ -26,9 +29,15 @@ void MessageBoxes::ShowOver(QWidget* window) {
 }
 
 void MessageBoxes::Show(Icon icon, std::string_view title, std::string_view text) {
+  ShowOffering(icon, title, text, {});
+}
+
+void MessageBoxes::ShowOffering(Icon icon, std::string_view title, std::string_view text,
+                                std::vector<Offer> offers) {
   Report report{.icon = icon == Icon::Critical ? QMessageBox::Critical : QMessageBox::Warning,
                 .title = ToQString(title),
-                .text = ToQString(text)};
+                .text = ToQString(text),
+                .offers = std::move(offers)};
   Q_EMIT Reported(report.title, report.text);
   const auto same = std::find_if(reports_.begin(), reports_.end(), [&](const Report& other) {
     return other.title == report.title && other.text == report.text;
@@ -54,6 +63,12 @@ void MessageBoxes::ShowNext() {
   // A selectable text shows a carriage return as a line break, which a plain label does not.
   box_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   box_->setText(report.text);
+  for (const Offer& offer : report.offers) {
+    QPushButton* const button = box_->addButton(offer.caption, QMessageBox::ActionRole);
+    button->setObjectName(offer.name);
+    connect(button, &QPushButton::clicked, this, offer.action, Qt::QueuedConnection);
+  }
+  box_->setDefaultButton(QMessageBox::Ok);
   box_->setEscapeButton(QMessageBox::Ok);
   ShowCount();
   connect(box_, &QMessageBox::finished, this, &MessageBoxes::OnClosed);

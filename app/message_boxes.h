@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QString>
 #include <deque>
+#include <functional>
+#include <vector>
 
 #include "model/error_reporter.h"
 
@@ -21,12 +23,24 @@ class MessageBoxes : public QObject, public model::ErrorReporter {
 
  public:
   explicit MessageBoxes(QObject* parent = nullptr);
+  // A box that shows goes away unread.
+  ~MessageBoxes() override;
 
   // Begins to show what was and will be reported, over `window` or over the modal dialog that
   // is open then; null when there is no window (any more).
   void ShowOver(QWidget* window);
 
   void Show(Icon icon, std::string_view title, std::string_view text) override;
+
+  // Something that can be done about what a box reports.
+  struct Offer {
+    QString name;  // the object name of its button
+    QString caption;
+    std::function<void()> action;
+  };
+  // The same with a button for each offer beside OK.  The box closes before the action is run.
+  void ShowOffering(Icon icon, std::string_view title, std::string_view text,
+                    std::vector<Offer> offers);
 
   // Nothing shows and nothing waits.
   bool IsEmpty() const { return reports_.empty(); }
@@ -44,6 +58,7 @@ class MessageBoxes : public QObject, public model::ErrorReporter {
     QMessageBox::Icon icon;
     QString title;
     QString text;
+    std::vector<Offer> offers;
     int count = 1;
   };
 

@@ -2,6 +2,7 @@
 
 #include "app/status_bar.h"
 
+#include <QDir>
 #include <QFontMetrics>
 #include <QSizeGrip>
 #include <algorithm>
@@ -40,9 +41,11 @@ StatusBar::StatusBar(QWidget* parent)
       mapState_(new QLabel(this)),
       unsent_(new ElidedLabel(this)),
       note_(new ElidedLabel(this)),
+      folder_(new ElidedLabel(this)),
       demo_(new QLabel(tr("DEMO"), this)),
       shares_{{blocked_, kLeastWarning},
               {closedPort_, kLeastWarning},
+              {folder_, kLeastWarning},
               {note_, kLeastText},
               {readout_, kLeastText},
               {unsent_, kLeastText},
@@ -59,8 +62,9 @@ StatusBar::StatusBar(QWidget* parent)
   demo_->setObjectName(QStringLiteral("aidDemo"));
   unsent_->setObjectName(QStringLiteral("aidUnsent"));
   note_->setObjectName(QStringLiteral("aidNote"));
-  for (QLabel* const label :
-       {link_, closedPort_, blocked_, panels_, readout_, mapState_, unsent_, note_, demo_}) {
+  folder_->setObjectName(QStringLiteral("aidFolder"));
+  for (QLabel* const label : {link_, closedPort_, blocked_, panels_, readout_, mapState_, unsent_,
+                              note_, folder_, demo_}) {
     label->setTextFormat(Qt::PlainText);
     label->setContentsMargins(6, 0, 6, 0);
   }
@@ -76,13 +80,15 @@ StatusBar::StatusBar(QWidget* parent)
   addWidget(mapState_);
   addWidget(unsent_);
   addWidget(note_);
+  addPermanentWidget(folder_);
   addPermanentWidget(demo_);
   closedPort_->setToolTip(
       tr("The serial port cannot be used now. It is tried again every second, and the link comes "
          "up by itself when it can."));
   mapState_->setToolTip(tr("When the switcher last reported a part of the crosspoint map"));
   demo_->setToolTip(tr("Demo mode: the map draws its own takes, whatever the switcher says"));
-  // A frame makes it a badge without a colour of its own.
+  // A frame makes them badges without a colour of their own.
+  folder_->setFrameShape(QFrame::Box);
   demo_->setFrameShape(QFrame::Box);
   Want(readout_, true);
 
@@ -191,6 +197,15 @@ void StatusBar::SetMapState(const QString& text) {
 }
 
 void StatusBar::SetDemo(bool demo) { Want(demo_, demo); }
+
+void StatusBar::SetFolder(const QString& folder) {
+  const QString path = QDir::toNativeSeparators(folder);
+  folder_->setText(tr("Folder %1").arg(path));
+  folder_->setToolTip(tr("The program's folder cannot be written. This console works on the "
+                         "database and the settings in %1")
+                          .arg(path));
+  Want(folder_, true);
+}
 
 void StatusBar::ShowNote(const QString& text) {
   note_->setText(text);

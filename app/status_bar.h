@@ -40,6 +40,9 @@ class StatusBar : public QStatusBar {
   // Shows the badge of the demo mode.
   void SetDemo(bool demo);
 
+  // Says that the console works in this folder and not in the program's; nothing takes it away.
+  void SetFolder(const QString& folder);
+
   // A note that goes away by itself after five seconds.
   void ShowNote(const QString& text);
 
@@ -91,6 +94,7 @@ class StatusBar : public QStatusBar {
   QLabel* mapState_;
   QLabel* unsent_;
   QLabel* note_;
+  QLabel* folder_;
   QLabel* demo_;
   QWidget* legend_ = nullptr;
   bool legendWanted_ = false;

@@ -5,6 +5,8 @@
 //
 //   Create        a new file with both tables, indexes and all records; the one of the last round
 //                 is removed outside the measured time
+//   Check         the look at every page and field with which the console opens a file, which must
+//                 not be felt
 //   Read          the file opened, every field of every station in the order of their numbers
 //   Seek          a station by its number, one field read
 //   UpdateNumber  a station by its number, a number in it changed and written
@@ -28,6 +30,7 @@
 #include <vector>
 
 #include "bench/suite.h"
+#include "db/damage.h"
 #include "db/jet/database.h"
 #include "db/schema.h"
 #include "tests/support/temporary_folder.h"
@@ -35,6 +38,7 @@
 namespace {
 
 constexpr int kStations = 128;
+constexpr double kCheckMilliseconds = 10;
 
 // What a record holds, read once with the engine.
 using Row = std::vector<jet::Value>;
@@ -217,6 +221,16 @@ void CreateSqlite(benchmark::State& state) {
     if (!Sqlite(path).CreateTables()) state.SkipWithError("not created");
   }
   state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(path));
+}
+
+void CheckJet(benchmark::State& state) {
+  for (auto _ : state) {
+    std::unique_ptr<jet::Database> database;
+    db::Damage damage;
+    const bool ok = jet::Database::Open(TheFiles().jet, jet::Access::ReadWrite, &database).ok() &&
+                    db::FindDamage(*database, &damage).ok();
+    if (!ok || !damage.IsSound()) state.SkipWithError("not found sound");
+  }
 }
 
 void ReadJet(benchmark::State& state) {
@@ -402,6 +416,9 @@ int main(int argc, char** argv) {
                   {.name = "SQLite", .run = sqlite, .ratioLimit = 2});
   };
   add("database: created with all default rows", kMilliseconds, CreateJet, CreateSqlite);
+  suite.Measure({.what = "database: opened, looked over for damage",
+                 .run = CheckJet,
+                 .limit = kCheckMilliseconds});
   add("database: opened, every field of 128 stations read", kMilliseconds, ReadJet, ReadSqlite);
   add("database: a station found by its number", kMicroseconds, SeekJet, SeekSqlite);
   add("database: a number of a station updated", kMicroseconds, UpdateNumberJet,

@@ -20,6 +20,13 @@ Field ReadNumber(const IniFile& file, std::string_view key) {
   return static_cast<Field>(ProfileNumber(file.Value(kSection, key), Limits::min(), Limits::max()));
 }
 
+// A folder may have a line break in its name, a line of the file not.
+std::string OnOneLine(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+  return text;
+}
+
 }  // namespace
 
 void ReadConfiguration(const IniFile& file, model::SystemModel& model) {
@@ -35,7 +42,7 @@ void ReadConfiguration(const IniFile& file, model::SystemModel& model) {
 
 void WriteConfiguration(const model::SystemModel& model, int comPort, IniFile& file) {
   file.SetValue(kSection, "COM Port", std::to_string(comPort));
-  file.SetValue(kSection, "App Path", model.AppPath);
+  file.SetValue(kSection, "App Path", OnOneLine(model.AppPath));
   file.SetValue(kSection, "Download Interval", std::to_string(model.DownloadInterval));
   file.SetValue(kSection, "Demo Mode", std::to_string(model.DemoMode));
   file.SetValue(kSection, "IP Port", std::to_string(model.IpPort));

@@ -18,7 +18,8 @@ inline constexpr char kConfigurationFile[] = "Orvotesk.ini";
 // exactly "Yes".
 void ReadConfiguration(const IniFile& file, model::SystemModel& model);
 
-// Sets all six values from the model.  `comPort` is the number set on the serial port.
+// Sets all six values from the model.  `comPort` is the number set on the serial port.  Line breaks
+// in the folder's name are written as blanks.
 void WriteConfiguration(const model::SystemModel& model, int comPort, IniFile& file);
 
 }  // namespace config

@@ -2,17 +2,10 @@
 
 #include "config/ini_file.h"
 
-#include <QFile>
-#include <QSaveFile>
 #include <algorithm>
-#include <cerrno>
 #include <system_error>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
+#include "files/whole_file.h"
 
 namespace config {
 
@@ -59,25 +52,8 @@ std::string_view ValueOf(std::string_view line) {
   return WithoutQuotes(Trimmed(line.substr(line.find('=') + 1)));
 }
 
-model::Status Failure(const QFileDevice& file) {
-  return {kFileAccess, file.errorString().toStdString()};
-}
-
-// As far as the system can tell.  QSaveFile does this itself and says nothing when it fails: the
-// old settings would be given up for ones that are not on the disk.
-bool BringToDisk(const QFileDevice& file) {
-#ifdef _WIN32
-  return _commit(file.handle()) == 0;
-#else
-  // Some file systems have no such operation.
-  return fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
-#endif
-}
-
-QString FileName(const std::filesystem::path& path) {
-  const std::u8string name = path.u8string();
-  return QString::fromUtf8(reinterpret_cast<const char*>(name.data()),
-                           static_cast<qsizetype>(name.size()));
+model::Status StatusOf(const files::Outcome& outcome) {
+  return outcome.ok() ? model::Status() : model::Status(kFileAccess, outcome.text);
 }
 
 }  // namespace
@@ -96,13 +72,11 @@ IniFile::IniFile(std::string_view text) {
 
 model::Status IniFile::Load(const std::filesystem::path& path, IniFile* file) {
   *file = IniFile();
-  QFile source(FileName(path));
-  if (!source.exists()) return {};
-  if (!source.open(QIODevice::ReadOnly)) return Failure(source);
-  const QByteArray bytes = source.readAll();
-  if (source.error() != QFileDevice::NoError) return Failure(source);
-  *file = IniFile(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
-  return {};
+  std::string bytes;
+  const files::Outcome read = files::ReadWhole(path, kLargestIniFile, &bytes);
+  if (read.error == std::errc::no_such_file_or_directory) return {};
+  if (read.ok()) *file = IniFile(bytes);
+  return StatusOf(read);
 }
 
 IniFile::Body IniFile::FindSection(std::string_view section) const {
@@ -175,21 +149,9 @@ std::string IniFile::Text() const {
 
 model::Status IniFile::Save(const std::filesystem::path& path) const {
   const std::string text = Text();
-  if (QFile present(FileName(path)); present.open(QIODevice::ReadOnly)) {
-    if (present.readAll() == QByteArrayView(text.data(), static_cast<qsizetype>(text.size()))) {
-      return {};
-    }
-  }
-  QSaveFile file(FileName(path));
-  const bool written = file.open(QIODevice::WriteOnly) &&
-                       file.write(text.data(), static_cast<qint64>(text.size())) ==
-                           static_cast<qint64>(text.size()) &&
-                       file.flush();
-  if (written && !BringToDisk(file)) {
-    return {kFileAccess, std::generic_category().message(errno)};
-  }
-  if (written && file.commit()) return {};
-  return Failure(file);
+  std::string present;
+  if (files::ReadWhole(path, kLargestIniFile, &present).ok() && present == text) return {};
+  return StatusOf(files::Replace(path, text));
 }
 
 }  // namespace config

@@ -6,6 +6,7 @@
 #ifndef CONFIG_INI_FILE_H_
 #define CONFIG_INI_FILE_H_
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -14,6 +15,9 @@
 #include "model/status.h"
 
 namespace config {
+
+// A settings file has a few hundred bytes: what is larger than this is another file.
+inline constexpr std::uint64_t kLargestIniFile = std::uint64_t{1} << 20;
 
 // The lines of a profile file.  Changing a value keeps every other byte of the file: other
 // lines, comments, order, the key's own spelling and spacing, the line ends.
@@ -25,8 +29,9 @@ class IniFile {
   // Takes any bytes; what is no section and no "key=value" line is kept as it is.
   explicit IniFile(std::string_view text);
 
-  // Reads a file.  One that does not exist is an empty one; one that is there and cannot be read
-  // is an error, leaves *file empty, and must not be replaced by what was made of it.
+  // Reads a file of at most kLargestIniFile bytes.  One that does not exist is an empty one; one
+  // that is there and cannot be read is an error, leaves *file empty, and must not be replaced by
+  // what was made of it.
   static model::Status Load(const std::filesystem::path& path, IniFile* file);
 
   // The value of a key in the first section of that name, without white space around it and

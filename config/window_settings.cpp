@@ -2,7 +2,14 @@
 
 #include "config/window_settings.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
 #include "config/profile_number.h"
+#include "files/whole_file.h"
 
 namespace config {
 
@@ -38,6 +45,49 @@ QString SectionInStore(QString section) {
   return section.replace(u'/', u'-').replace(u'\\', u'-');
 }
 
+constexpr char kOrganization[] = "Orvo";
+constexpr char kApplication[] = "Orvo Intercom Control";
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+
+// The error number of a file that cannot be used.
+constexpr int kFileAccess = 75;
+constexpr std::uint64_t kLargestStore = std::uint64_t{1} << 20;
+
+// Where the store's file is.  A store is read when it is made, so the folder is asked for with a name
+// that nothing has.
+QString StoreFile() {
+  const QSettings nothing(QSettings::NativeFormat, QSettings::UserScope,
+                          QStringLiteral("Orvo-nothing"));
+  return QFileInfo(nothing.fileName())
+      .dir()
+      .filePath(QStringLiteral("%1/%2.conf").arg(QLatin1String(kOrganization),
+                                                 QLatin1String(kApplication)));
+}
+
+// The toolkit would wait for a pipe, read a device for ever and put a file in its place.
+model::Status OpenStore(std::optional<QSettings>& store) {
+  const QString name = StoreFile();
+  std::string present;
+  const files::Outcome read =
+      files::ReadWhole(std::filesystem::path(name.toStdU16String()), kLargestStore, &present);
+  if (!read.ok() && read.error != std::errc::no_such_file_or_directory) {
+    return {kFileAccess, read.text};
+  }
+  store.emplace(name, QSettings::NativeFormat);
+  return {};
+}
+
+#else
+
+model::Status OpenStore(std::optional<QSettings>& store) {
+  store.emplace(QSettings::NativeFormat, QSettings::UserScope, QLatin1String(kOrganization),
+                QLatin1String(kApplication));
+  return {};
+}
+
+#endif
+
 }  // namespace
 
 QString PlacesSection(const IniFile& file) {
@@ -49,12 +99,11 @@ void SetPlacesSection(const QString& section, IniFile& file) {
 }
 
 WindowSettings::WindowSettings(const QString& section)
-    : store_(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
-             QStringLiteral("Orvo Intercom Control")),
-      section_(SectionInStore(section)) {}
+    : problem_(OpenStore(store_)), section_(SectionInStore(section)) {}
 
 QString WindowSettings::Text(const QString& key) const {
-  return store_.value(KeyInStore(key), QString::number(DefaultOf(key))).toString();
+  const QString standard = QString::number(DefaultOf(key));
+  return store_ ? store_->value(KeyInStore(key), standard).toString() : standard;
 }
 
 int WindowSettings::Twips(const QString& key) const {
@@ -62,7 +111,7 @@ int WindowSettings::Twips(const QString& key) const {
 }
 
 void WindowSettings::SetText(const QString& key, const QString& text) {
-  store_.setValue(KeyInStore(key), text);
+  if (store_) store_->setValue(KeyInStore(key), text);
 }
 
 }  // namespace config

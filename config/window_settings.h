@@ -5,8 +5,10 @@
 
 #include <QSettings>
 #include <QString>
+#include <optional>
 
 #include "config/ini_file.h"
+#include "model/status.h"
 
 namespace config {
 
@@ -39,10 +41,15 @@ class WindowSettings {
 
   void SetText(const QString& key, const QString& text);
 
+  // Why the store cannot be used: something other than a file of at most 1 MiB has its name.  Then
+  // every key has its default and nothing is stored.
+  const model::Status& Problem() const { return problem_; }
+
  private:
   QString KeyInStore(const QString& key) const { return section_ + u'/' + key; }
 
-  QSettings store_;
+  std::optional<QSettings> store_;
+  const model::Status problem_;
   const QString section_;
 };
 

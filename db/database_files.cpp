@@ -2,59 +2,83 @@
 
 #include "db/database_files.h"
 
+#include <algorithm>
 #include <system_error>
 #include <utility>
+#include <vector>
 
-#include "db/file_copy.h"
+#include "db/dated_name.h"
+#include "db/file_status.h"
 #include "db/schema.h"
+#include "db/station_list.h"
 
 namespace db {
+
+namespace {
+
+// A table whose end cannot be reached is found out here.  One without a record has no last one.
+model::Status ToLastAndFirst(jet::RecordSet& records) {
+  if (jet::Status status = records.MoveLast(); !status.ok()) return status;
+  if (records.Eof()) {
+    return jet::Status(jet::ErrorNumber::NoCurrentRecord, "There is no current record");
+  }
+  return records.MoveFirst();
+}
+
+}  // namespace
 
 model::Status NotOpen() {
   return jet::Status(jet::ErrorNumber::NoCurrentRecord, "The configuration database is not open");
 }
 
-DatabaseFiles::DatabaseFiles(std::filesystem::path mainFile, std::filesystem::path workingCopy)
-    : mainFile_(std::move(mainFile)), workingCopy_(std::move(workingCopy)) {}
+DatabaseFiles::DatabaseFiles(std::filesystem::path mainFile, std::filesystem::path workingCopy,
+                             WhenMissing whenMissing)
+    : mainFile_(std::move(mainFile)),
+      workingCopy_(std::move(workingCopy)),
+      whenMissing_(whenMissing) {}
 
 DatabaseFiles::~DatabaseFiles() { Close(); }
 
 model::Status DatabaseFiles::Open() {
   Close();
   copyIsOurs_ = false;
+  damage_ = {};
   // Only what surely is not there is created: a file that cannot be seen at this moment would
   // be lost.  Copying it fails, and says why.
   std::error_code unseen;
-  if (!std::filesystem::exists(mainFile_, unseen) && !unseen) {
+  if (whenMissing_ == WhenMissing::Create && !std::filesystem::exists(mainFile_, unseen) &&
+      !unseen) {
     if (model::Status status = CreateMainFile(); !status.ok()) return status;
   }
-  if (model::Status status = RemoveFile(workingCopy_); !status.ok()) return status;
+  if (const auto removed = files::Remove(workingCopy_); !removed.ok()) return StatusOf(removed);
   copyIsOurs_ = true;
-  if (model::Status status = CopyFile(mainFile_, workingCopy_); !status.ok()) return status;
+  if (const auto copied = files::Copy(mainFile_, workingCopy_, kLargestFile); !copied.ok()) {
+    return StatusOf(copied);
+  }
   return OpenWorkingCopy();
 }
 
 // It gets its name when it is whole: what a crash or a full disk leaves of it must not be taken
 // for the house's database at the next start.
 model::Status DatabaseFiles::CreateMainFile() const {
-  const std::filesystem::path beside = Beside(mainFile_);
-  if (model::Status status = CreateDatabase(beside); !status.ok()) return status;
-  if (model::Status status = BringToDisk(beside); !status.ok()) return status;
-  return PutInPlace(mainFile_);
+  files::Replacement made;
+  if (const auto begun = made.Begin(mainFile_); !begun.ok()) return StatusOf(begun);
+  model::Status status = CreateDatabase(jet::MakePageFile(made.NewFile()));
+  return status.ok() ? StatusOf(made.PutInPlace()) : status;
 }
 
 model::Status DatabaseFiles::OpenWorkingCopy() {
   std::unique_ptr<jet::Database> database;
-  if (jet::Status status = jet::Database::Open(workingCopy_, jet::Access::ReadWrite, &database);
-      !status.ok()) {
-    return status;
-  }
-  model::Status status = OpenTables(*database);
+  model::Status status = jet::Database::Open(workingCopy_, jet::Access::ReadWrite, &database);
+  if (status.ok()) status = FindDamage(*database, &damage_);
+  if (status.ok()) status = OpenTables(*database);
   if (status.ok()) {
     database_ = std::move(database);
-  } else {
-    Close();
+    return {};
   }
+  Close();
+  const bool isDamaged = status.Number() == static_cast<int>(jet::ErrorNumber::Damaged);
+  if (isDamaged && damage_.IsSound()) damage_.problems.push_back(status.Description());
   return status;
 }
 
@@ -63,12 +87,9 @@ model::Status DatabaseFiles::OpenTables(jet::Database& database) {
     return status;
   }
   if (jet::Status status = stations_->SetIndex(kStationNumIndex); !status.ok()) return status;
-  // To the last record and back: a table whose end cannot be reached is found out here.
-  if (jet::Status status = stations_->MoveLast(); !status.ok()) return status;
-  if (jet::Status status = stations_->MoveFirst(); !status.ok()) return status;
+  if (model::Status status = ToLastAndFirst(*stations_); !status.ok()) return status;
   if (jet::Status status = database.OpenTable(kDbInfoTable, &dbInfo_); !status.ok()) return status;
-  if (jet::Status status = dbInfo_->MoveLast(); !status.ok()) return status;
-  return dbInfo_->MoveFirst();
+  return ToLastAndFirst(*dbInfo_);
 }
 
 model::Status DatabaseFiles::SaveAndClose() {
@@ -77,15 +98,65 @@ model::Status DatabaseFiles::SaveAndClose() {
     if (model::Status status = database_->Settle(); !status.ok()) return status;
     // Every write is with the operating system when it returns, so the copy is copied while it is
     // open: when that fails the program goes on with it as if nothing had been.
-    if (model::Status status = ReplaceFile(workingCopy_, mainFile_); !status.ok()) return status;
+    if (IsEdited()) {
+      if (model::Status kept = KeepDamagedFile(); !kept.ok()) return kept;
+      const auto replaced = files::ReplaceByCopy(mainFile_, workingCopy_, kLargestFile);
+      if (!replaced.ok()) return StatusOf(replaced);
+    }
   }
   Close();
   // Everything is saved, or what was begun of the copy is of no use to anybody.  If it cannot
   // be deleted, the next start does.
-  if (copyIsOurs_) (void)RemoveFile(workingCopy_);
+  if (copyIsOurs_) (void)files::Remove(workingCopy_);
   copyIsOurs_ = false;
   return {};
 }
+
+// Whether the main file would become another one.  A main file that cannot be looked at is
+// replaced.
+bool DatabaseFiles::IsEdited() const {
+  bool same = false;
+  return !files::Compare(mainFile_, workingCopy_, &same).ok() || !same;
+}
+
+// Its bytes are the only ones that somebody may make more of.
+model::Status DatabaseFiles::KeepDamagedFile() const {
+  if (damage_.IsSound()) return {};
+  return StatusOf(files::ReplaceByCopy(DatedName(mainFile_, "damaged"), mainFile_, kLargestFile));
+}
+
+model::Status DatabaseFiles::SalvageMainFile(Fill fill, std::filesystem::path* salvaged,
+                                             SalvageReport* report) const {
+  *salvaged = DatedName(mainFile_, "salvaged");
+  return Salvage(mainFile_, *salvaged, fill, report);
+}
+
+model::Status DatabaseFiles::CheckTable(Table table, int first, int last) const {
+  if (damage_.IsSound()) return {};
+  Damage now;
+  if (model::Status status = FindDamage(*database_, &now); !status.ok()) return status;
+  if (!now.isDbInfoReadable) {
+    return jet::Status(jet::ErrorNumber::Damaged, "The database is damaged, its counts are lost");
+  }
+  std::unique_ptr<jet::RecordSet> stations;
+  if (jet::Status status = database_->OpenTable(kStationsTable, &stations); !status.ok()) {
+    return status;
+  }
+  if (jet::Status status = stations->SetIndex(kStationNumIndex); !status.ok()) return status;
+  const std::vector<int> unreadable = now.Lacking(table);
+  std::vector<int> lacking;
+  for (int station = first; station <= last; ++station) {
+    if (std::ranges::binary_search(unreadable, station) || !stations->Seek(station).ok() ||
+        stations->NoMatch()) {
+      lacking.push_back(station);
+    }
+  }
+  if (lacking.empty()) return {};
+  return jet::Status(jet::ErrorNumber::Damaged,
+                     "The database is damaged, stations cannot be read: " + StationList(lacking));
+}
+
+bool DatabaseFiles::IsWriteProtected() const { return files::IsWriteProtected(mainFile_); }
 
 void DatabaseFiles::Close() {
   stations_.reset();

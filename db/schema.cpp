@@ -15,11 +15,11 @@ namespace {
 
 using jet::FieldType;
 
-constexpr int kStations = 64;       // stations, and as many further channels
-constexpr int kTalk = 0;            // button type
-constexpr int kInactive = 254;      // opto type: does nothing
-constexpr int kInputsPerUnit = 8;   // inputs of one HRJ unit
-constexpr int kOutputsPerUnit = 2;  // outputs of one QDV unit
+constexpr int kStations = kDefaultLabels / 2;  // and as many further channels
+constexpr int kTalk = 0;                       // button type
+constexpr int kInactive = 254;                 // opto type: does nothing
+constexpr int kInputsPerUnit = 8;              // inputs of one HRJ unit
+constexpr int kOutputsPerUnit = 2;             // outputs of one QDV unit
 
 jet::FieldSpec IntegerField(std::string name) {
   return {.name = std::move(name), .type = FieldType::Integer};
@@ -71,7 +71,7 @@ jet::Status AddDbInfo(jet::Database& database) {
   record.Set("DbaseVer", "Version 2.12 - 04/17/2002");
   record.Set("StationCount", kStations);
   record.Set("ChannelCount", kStations);
-  record.Set("LabelCount", 2 * kStations);
+  record.Set("LabelCount", kDefaultLabels);
   record.Set("ButtonCount", kButtons);
   record.Set("ChkBoxCount", 64);
   record.Set("InCount", 64);
@@ -155,7 +155,7 @@ jet::Status AddStations(jet::Database& database) {
         .prog = records->FieldIndex(ButtonField(button, kButtonTargets)),
         .flags = OnlyFlag(button)};
   }
-  for (int stationNum = 1; stationNum <= 2 * kStations; ++stationNum) {
+  for (int stationNum = 1; stationNum <= kDefaultLabels; ++stationNum) {
     if (jet::Status status = AddStation(*records, stationNum, buttons); !status.ok()) {
       return status;
     }
@@ -199,26 +199,36 @@ jet::TableSpec StationsSpec() {
   return table;
 }
 
-model::Status CreateTables(jet::Database& database) {
-  // One write of the whole file instead of thousands of single pages.
-  jet::Database::Batch batch(database);
+model::Status CreateEmptyTables(jet::Database& database) {
   if (jet::Status status = database.CreateTable(DbInfoSpec()); !status.ok()) return status;
-  if (jet::Status status = AddDbInfo(database); !status.ok()) return status;
   const std::array<jet::IndexSpec, 2> indexes{
       jet::IndexSpec{
           .name = kStationNumIndex, .fields = {kStationNumField}, .primary = true, .unique = true},
       jet::IndexSpec{.name = kLabelField, .fields = {kLabelField}},
   };
-  if (jet::Status status = database.CreateTable(StationsSpec(), indexes); !status.ok()) {
-    return status;
-  }
+  return database.CreateTable(StationsSpec(), indexes);
+}
+
+model::Status CreateTables(jet::Database& database) {
+  // One write of the whole file instead of thousands of single pages.
+  jet::Database::Batch batch(database);
+  if (model::Status status = CreateEmptyTables(database); !status.ok()) return status;
+  if (jet::Status status = AddDbInfo(database); !status.ok()) return status;
   if (jet::Status status = AddStations(database); !status.ok()) return status;
   return batch.Commit();
 }
 
 model::Status CreateDatabase(const std::filesystem::path& path) {
+  std::unique_ptr<jet::PageFile> file;
+  if (jet::Status status = jet::CreatePageFile(path, &file); !status.ok()) return status;
+  return CreateDatabase(std::move(file));
+}
+
+model::Status CreateDatabase(std::unique_ptr<jet::PageFile> file) {
   std::unique_ptr<jet::Database> database;
-  if (jet::Status status = jet::Database::Create(path, &database); !status.ok()) return status;
+  if (jet::Status status = jet::Database::Create(std::move(file), &database); !status.ok()) {
+    return status;
+  }
   return CreateTables(*database);
 }
 

@@ -2,8 +2,10 @@
 
 #include "switcher/table_senders.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "switcher/messages/label_order.h"
 #include "switcher/table_reader.h"
 
 namespace switcher {
@@ -19,7 +21,9 @@ constexpr std::string_view kOptosFailed = "Error Sending Opto Programming Data";
 }  // namespace
 
 Transmission TableSenders::Labels(int selector) {
-  return {*this, kLabelsFailed,
+  const db::Table table =
+      selector == kOutputLabels ? db::Table::OutputLabels : db::Table::InputLabels;
+  return {*this, kLabelsFailed, HasAll(table, 1, model_.LabelCount),
           [this, selector, texts = Bytes()](jet::Database& database, Bytes* message,
                                             bool* more) mutable -> model::Status {
             if (!texts.empty()) {
@@ -38,29 +42,39 @@ Transmission TableSenders::Labels(int selector) {
 
 Transmission TableSenders::Inhibits(int station) {
   const bool all = station == model::kAll;
-  return Rows(kRowsFailed, all ? 1 : station, all ? model_.ChannelCount : station, ReadInhibits);
+  return Rows(kRowsFailed, db::Table::Inhibits, all ? 1 : station,
+              all ? model_.ChannelCount : station, ReadInhibits);
 }
 
 Transmission TableSenders::Relays(int station) {
   const bool all = station == model::kAll;
-  return Rows(kRowsFailed, all ? 1 : station, all ? model_.ChannelCount : station, ReadRelays);
+  return Rows(kRowsFailed, db::Table::Relays, all ? 1 : station,
+              all ? model_.ChannelCount : station, ReadRelays);
 }
 
 Transmission TableSenders::Buttons(int station) {
   const bool all = station == model::kAll;
-  return Rows(kButtonsFailed, all ? 1 : station, all ? model_.StationCount : station, ReadButtons);
+  return Rows(kButtonsFailed, db::Table::Buttons, all ? 1 : station,
+              all ? model_.StationCount : station, ReadButtons);
 }
 
 Transmission TableSenders::Optos() {
-  return {*this, kOptosFailed, [this](jet::Database& database, Bytes* message, bool* more) {
+  return {*this, kOptosFailed, HasAll(db::Table::Optos, 1, model_.OptoCount),
+          [this](jet::Database& database, Bytes* message, bool* more) {
             *more = false;
             return ReadOptos(database, model_, message);
           }};
 }
 
-Transmission TableSenders::Rows(std::string_view failureLine, int first, int last,
+Transmission::Check TableSenders::HasAll(db::Table table, int first, int last) const {
+  // What has no record in a sound database either is skipped.
+  const int lastRecord = std::min<int>(last, model_.LabelCount);
+  return [this, table, first, lastRecord] { return files_.CheckTable(table, first, lastRecord); };
+}
+
+Transmission TableSenders::Rows(std::string_view failureLine, db::Table table, int first, int last,
                                 ReadStation read) {
-  return {*this, failureLine,
+  return {*this, failureLine, HasAll(table, first, last),
           [this, next = first, last, read](jet::Database& database, Bytes* message,
                                            bool* more) mutable -> model::Status {
             while (next <= last && message->empty()) {

@@ -18,6 +18,9 @@ namespace switcher {
 
 // Sends tables of the configuration database to the switcher.  The caller switches the poll off
 // around a transmission, so that no poll byte stands between two messages.
+//
+// A table of which a damaged database has not every station is not sent: the switcher would take
+// what is left for the whole.
 class TableSenders {
  public:
   // All must outlive the object.
@@ -60,7 +63,9 @@ class TableSenders {
                                         int station, std::optional<Bytes>* message);
 
   // One message for each station of first..last that has a record.
-  Transmission Rows(std::string_view failureLine, int first, int last, ReadStation read);
+  Transmission Rows(std::string_view failureLine, db::Table table, int first, int last,
+                    ReadStation read);
+  Transmission::Check HasAll(db::Table table, int first, int last) const;
   static std::optional<int> Run(Transmission transmission);
 
   model::SystemModel& model_;

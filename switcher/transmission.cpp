@@ -2,6 +2,8 @@
 
 #include "switcher/transmission.h"
 
+#include <utility>
+
 #include "switcher/frame.h"
 #include "switcher/send.h"
 #include "switcher/table_senders.h"
@@ -53,6 +55,9 @@ bool Transmission::Step() {
 model::Status Transmission::Read(Bytes* message, bool* more) {
   jet::Database* const database = senders_->files_.Database();
   if (database == nullptr) return db::NotOpen();
+  if (const Check check = std::exchange(check_, nullptr); check != nullptr) {
+    if (model::Status status = check(); !status.ok()) return status;
+  }
   return readNext_(*database, message, more);
 }
 

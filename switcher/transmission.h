@@ -45,14 +45,21 @@ class Transmission {
   using ReadNext =
       std::function<model::Status(jet::Database& database, Bytes* message, bool* more)>;
 
-  Transmission(TableSenders& senders, std::string_view failureLine, ReadNext readNext)
-      : senders_(&senders), failureLine_(failureLine), readNext_(std::move(readNext)) {}
+  // Whether the table can be sent at all; asked before its first message is read.
+  using Check = std::function<model::Status()>;
+
+  Transmission(TableSenders& senders, std::string_view failureLine, Check check, ReadNext readNext)
+      : senders_(&senders),
+        failureLine_(failureLine),
+        check_(std::move(check)),
+        readNext_(std::move(readNext)) {}
 
   // *message is empty when there is none.
   model::Status Read(Bytes* message, bool* more);
 
   TableSenders* senders_;
   std::string_view failureLine_;  // a literal
+  Check check_;                   // none when it has been asked
   ReadNext readNext_;
   bool ended_ = false;
   bool failed_ = false;

@@ -62,7 +62,7 @@ class Database {
 
   // Opens a Jet 3 or Jet 4 file.  A file is never changed by opening it.
   // FileNotFound, CannotOpen (no permission), UnknownFormat, Unsupported (encoded, or written
-  // with a code page other than 1252), Damaged.
+  // with a code page other than 1252), Password, Damaged.
   static Status Open(const std::filesystem::path& path, Access access,
                      std::unique_ptr<Database>* database);
   // The same over any bytes; for tests and tools.

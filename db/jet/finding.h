@@ -24,6 +24,13 @@ struct Finding {
   int row = -1;  // slot on the page, or -1
 
   bool IsProblem() const { return kind == Kind::Problem; }
+
+  // The text and, where it has one, its place: " (page 17, row 3)".
+  std::string Description() const {
+    if (page == kNoPage) return text;
+    return text + " (page " + std::to_string(page) +
+           (row >= 0 ? ", row " + std::to_string(row) : "") + ")";
+  }
 };
 
 using Findings = std::vector<Finding>;

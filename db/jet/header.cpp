@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <string>
 
@@ -21,6 +22,8 @@ constexpr std::size_t kVersionAt = 0x14;
 constexpr std::size_t kCodePageAt = 0x3C;
 constexpr std::size_t kEncodingKeyAt = 0x3E;
 constexpr std::size_t kPasswordAt = 0x42;
+constexpr std::size_t kPasswordBytes4 = 40;
+constexpr std::size_t kPasswordBytes3 = 20;
 constexpr std::size_t kBuildAt = 0x6A;
 constexpr std::size_t kSortOrder4At = 0x6E;
 constexpr std::size_t kCreatedAt = 0x72;
@@ -44,6 +47,27 @@ std::array<std::uint8_t, kMaskedBytes4> MakeMask() {
     byte = state[static_cast<std::uint8_t>(state[i] + state[j])];
   }
   return mask;
+}
+
+// What stands in each four bytes of the password area when there is no password: in Jet 4 the day
+// on which the file was created, which a password is masked with.
+std::uint32_t NoPassword(const Format& format, const std::uint8_t* header) {
+  if (!format.IsJet4()) return 0;
+  const double created = std::bit_cast<double>(GetU64(header + kCreatedAt));
+  constexpr double kDays = 4294967296.0;
+  // A header without a sensible date has to agree with itself.
+  if (!(created >= 0 && created < kDays)) return GetU32(header + kPasswordAt);
+  return static_cast<std::uint32_t>(created);
+}
+
+// `header` is unmasked.
+bool HasPassword(const Format& format, const std::uint8_t* header) {
+  const std::uint32_t none = NoPassword(format, header);
+  const std::size_t end = kPasswordAt + (format.IsJet4() ? kPasswordBytes4 : kPasswordBytes3);
+  for (std::size_t at = kPasswordAt; at < end; at += 4) {
+    if (GetU32(header + at) != none) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -94,6 +118,9 @@ Status ReadHeader(PageFile& file, Header* header) {
                       "; only 1252 is supported",
                   0);
   }
+  if (HasPassword(format, bytes.data())) {
+    return Status(ErrorNumber::Password, "The database has a password", 0);
+  }
   return {};
 }
 
@@ -104,7 +131,6 @@ Bytes BuildHeaderPage() {
   constexpr std::uint8_t kCreated[8] = {0xBC, 0x72, 0x1F, 0x7D, 0xF1, 0x9F, 0xE2, 0x40};
   constexpr std::uint32_t kCreatedDays = 0x94FF;
   constexpr std::uint32_t kBuild = 0x21AA;
-  constexpr std::size_t kPasswordWords = 10;  // "no password" is the masked day number
   constexpr std::size_t kCommitBytes = 512;
 
   Bytes page(kJet4.pageSize);
@@ -114,9 +140,7 @@ Bytes BuildHeaderPage() {
   PutU32(&page[0x1C], RowPointer{kGlobalMapPage, 1}.Packed());
   for (std::uint32_t i = 0; i < 4; ++i) PutU32(&page[0x20 + 4 * i], kCatalogPage + i);
   PutU16(&page[kCodePageAt], kWesternCodePage);
-  for (std::size_t i = 0; i < kPasswordWords; ++i) {
-    PutU32(&page[kPasswordAt + 4 * i], kCreatedDays);
-  }
+  for (std::size_t i = 0; i < kPasswordBytes4; i += 4) PutU32(&page[kPasswordAt + i], kCreatedDays);
   PutU32(&page[kBuildAt], kBuild);
   PutU16(&page[kSortOrder4At], kGeneralSortOrder);
   std::memcpy(&page[kCreatedAt], kCreated, sizeof kCreated);

@@ -29,7 +29,8 @@ struct Header {
 void MaskHeader(const Format& format, std::uint8_t* bytes);
 
 // Reads and judges the header.  UnknownFormat for anything but Jet 3 and 4, Unsupported for
-// an encoded file or, in Jet 3, another code page than 1252, Damaged for one that is cut off.
+// an encoded file or, in Jet 3, another code page than 1252, Password for one that has a password,
+// Damaged for one that is cut off.
 Status ReadHeader(PageFile& file, Header* header);
 
 // The whole page 0 of a new Jet 4 database.

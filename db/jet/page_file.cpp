@@ -3,126 +3,78 @@
 #include "db/jet/page_file.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <string>
-#include <system_error>
+#include <utility>
 
-#include "db/jet/open_stream.h"
+#include "db/jet/system_error.h"
+#include "files/whole_file.h"
 
 namespace jet {
 namespace {
 
-std::string Reason(int error) { return std::generic_category().message(error); }
-
-// What the operating system's `error` means for an operation that was tried on the file.
-Status SystemError(int error, const char* tried) {
-  const std::string text = std::string(tried) + ": " + Reason(error);
-  switch (error) {
-    case ENOENT:
-    case ENOTDIR:
-      return Status(ErrorNumber::FileNotFound, text);
-    case EACCES:
-    case EPERM:
-    case EROFS:
-    case EISDIR:
-    case ETXTBSY:
-      return Status(ErrorNumber::CannotOpen, text);
-    case ENOSPC:
-    case EFBIG:
-#ifdef EDQUOT  // quotas are not known everywhere
-    case EDQUOT:
-#endif
-      return Status(ErrorNumber::DiskFull, text);
-    default:
-      return Status(ErrorNumber::DiskError, text);
-  }
+// What the operating system says of an operation that was tried on the file.
+Status SystemError(std::error_code error, const std::string& tried) {
+  return Status(NumberOf(error), tried + ": " + error.message());
 }
 
-// Unbuffered, so that a write that has returned is with the operating system.
 class DiskPageFile : public PageFile {
  public:
-  DiskPageFile(std::FILE* stream, std::filesystem::path path)
-      : stream_(stream), path_(std::move(path)) {
-    std::setvbuf(stream_, nullptr, _IONBF, 0);
-  }
-  ~DiskPageFile() override { std::fclose(stream_); }
-  DiskPageFile(const DiskPageFile&) = delete;
-  DiskPageFile& operator=(const DiskPageFile&) = delete;
+  explicit DiskPageFile(std::shared_ptr<files::File> file) : file_(std::move(file)) {}
 
   Status Size(std::uint64_t* size) override {
-    errno = 0;
-    if (std::fseek(stream_, 0, SEEK_END) != 0) return SystemError(errno, "The file has no size");
-    const long end = std::ftell(stream_);
-    if (end < 0) return SystemError(errno, "The file has no size");
-    *size = static_cast<std::uint64_t>(end);
-    return {};
+    const std::error_code error = file_->Size(size);
+    return error ? SystemError(error, "The file has no size") : Status();
   }
 
   Status Read(std::uint64_t offset, std::span<std::uint8_t> bytes) override {
-    errno = 0;
-    if (!Seek(offset)) return SystemError(errno, "The file cannot be read");
-    if (std::fread(bytes.data(), 1, bytes.size(), stream_) == bytes.size()) return {};
-    if (std::ferror(stream_) != 0) {
-      std::clearerr(stream_);
-      return SystemError(errno, "The file cannot be read");
-    }
-    std::clearerr(stream_);
-    return Status(ErrorNumber::DiskError, "The file has become shorter while it was open");
+    const std::error_code error = file_->Read(offset, bytes);
+    return error ? SystemError(error, "The file cannot be read") : Status();
   }
 
   Status Write(std::uint64_t offset, std::span<const std::uint8_t> bytes) override {
-    errno = 0;
-    if (!Seek(offset)) return SystemError(errno, "The file cannot be written");
-    if (std::fwrite(bytes.data(), 1, bytes.size(), stream_) == bytes.size()) return {};
-    std::clearerr(stream_);
-    return SystemError(errno, "The file cannot be written");
+    const std::error_code error = file_->Write(offset, bytes);
+    return error ? SystemError(error, "The file cannot be written") : Status();
   }
 
   Status Truncate(std::uint64_t size) override {
-    std::error_code error;
-    std::filesystem::resize_file(path_, size, error);
-    return error ? SystemError(error.value(), "The file cannot be cut") : Status();
+    const std::error_code error = file_->Truncate(size);
+    return error ? SystemError(error, "The file cannot be cut") : Status();
   }
 
  private:
-  // The largest file of the format, 2 GiB, is within the reach of `long` everywhere.
-  bool Seek(std::uint64_t offset) {
-    return std::fseek(stream_, static_cast<long>(offset), SEEK_SET) == 0;
-  }
-
-  std::FILE* const stream_;
-  const std::filesystem::path path_;
+  const std::shared_ptr<files::File> file_;
 };
 
-Status OpenMode(const std::filesystem::path& path, const char* mode,
-                std::unique_ptr<PageFile>* file) {
-  std::error_code ignored;
-  // A stream on a folder opens in some systems, one on a pipe waits for its other end.
-  const auto type = std::filesystem::status(path, ignored).type();
-  if (type != std::filesystem::file_type::regular &&
-      type != std::filesystem::file_type::not_found && type != std::filesystem::file_type::none) {
-    return Status(ErrorNumber::CannotOpen, "\"" + path.string() + "\" is not a file");
-  }
-  errno = 0;
-  std::FILE* stream = OpenStream(path, mode);
-  if (stream == nullptr) {
-    const std::string tried = "\"" + path.string() + "\" cannot be opened";
-    return SystemError(errno, tried.c_str());
-  }
-  *file = std::make_unique<DiskPageFile>(stream, std::filesystem::absolute(path, ignored));
-  return {};
+Status Named(const std::filesystem::path& path, std::error_code error, const char* tried) {
+  return SystemError(error, "\"" + path.string() + "\" cannot be " + tried);
 }
 
 }  // namespace
 
+std::unique_ptr<PageFile> MakePageFile(std::shared_ptr<files::File> file) {
+  return std::make_unique<DiskPageFile>(std::move(file));
+}
+
 Status OpenPageFile(const std::filesystem::path& path, bool writable,
                     std::unique_ptr<PageFile>* file) {
-  return OpenMode(path, writable ? "r+b" : "rb", file);
+  files::File opened;
+  const std::error_code error = writable ? files::File::OpenToEdit(path, &opened)
+                                         : files::File::OpenToRead(path, &opened);
+  if (error) return Named(path, error, "opened");
+  *file = MakePageFile(std::make_shared<files::File>(std::move(opened)));
+  return {};
 }
 
 Status CreatePageFile(const std::filesystem::path& path, std::unique_ptr<PageFile>* file) {
-  return OpenMode(path, "w+b", file);
+  if (const files::Outcome removed = files::Remove(path); !removed.ok()) {
+    return Named(path, removed.error, "replaced");
+  }
+  files::File created;
+  if (const auto error = files::File::Create(path, files::Rights::OfFolder, &created)) {
+    return Named(path, error, "opened");
+  }
+  *file = MakePageFile(std::make_shared<files::File>(std::move(created)));
+  return {};
 }
 
 Status MemoryPageFile::Size(std::uint64_t* size) {

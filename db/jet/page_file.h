@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The only code that touches the file.
+// The only code that reads and writes the file.
 
 #ifndef DB_JET_PAGE_FILE_H_
 #define DB_JET_PAGE_FILE_H_
@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "db/jet/status.h"
+#include "files/file.h"
 
 namespace jet {
 
@@ -33,8 +34,10 @@ class PageFile {
 // FileNotFound, CannotOpen (no permission, or not a file), DiskError.
 Status OpenPageFile(const std::filesystem::path& path, bool writable,
                     std::unique_ptr<PageFile>* file);
-// The same for a new file, or an existing one cut to nothing.
+// The same for a new file; a file or a link of that name is deleted before.
 Status CreatePageFile(const std::filesystem::path& path, std::unique_ptr<PageFile>* file);
+// The same for a file that is open.
+std::unique_ptr<PageFile> MakePageFile(std::shared_ptr<files::File> file);
 
 // The twin in memory.
 class MemoryPageFile : public PageFile {

@@ -76,6 +76,36 @@ RowView::Field RowView::Get(const Column& column, ByteView* bytes) const {
   return Field::Present;
 }
 
+bool RowView::AgreesWithItself(const TableDef& def) const {
+  if (columnCount_ > def.columnsEver || variableCount_ > def.variableEver) return false;
+  for (std::uint32_t bit = columnCount_; bit % 8 != 0; ++bit) {
+    if ((row_[maskAt_ + bit / 8] >> (bit % 8) & 1) != 0) return false;
+  }
+  std::uint32_t end = isJet4_ ? 2 : 1;
+  for (const Column& column : def.columns) {
+    if (!column.IsFixed() || column.IsBoolean() || column.number >= columnCount_) continue;
+    end = std::max(end, (isJet4_ ? 2 : 1) + column.fixedOffset + column.FixedSize());
+  }
+  if (end > dataEnd_) return false;
+  if (def.variableEver == 0) return true;
+  for (std::uint32_t i = 0; i <= variableCount_; ++i) {
+    const std::uint32_t offset = VariableOffset(i);
+    if (offset < end) return false;
+    end = offset;
+  }
+  if (end != dataEnd_) return false;
+  return std::none_of(def.columns.begin(), def.columns.end(), [this](const Column& column) {
+    ByteView ignored;
+    return !column.IsFixed() && column.variableIndex < variableCount_ &&
+           Get(column, &ignored) == Field::Null &&
+           VariableOffset(column.variableIndex) != VariableOffset(column.variableIndex + 1U);
+  });
+}
+
+bool RowView::IsOfToday(const TableDef& def) const {
+  return columnCount_ == def.columnsEver && variableCount_ == def.variableEver;
+}
+
 bool BuildRow(const Format& format, const TableDef& def, std::span<const RawField> fields,
               Bytes* row) {
   const bool isJet4 = format.IsJet4();

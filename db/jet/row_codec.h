@@ -35,6 +35,13 @@ class RowView {
   // For a Boolean Present means true and Null false.
   Field Get(const Column& column, ByteView* bytes) const;
 
+  // Whether the row is in itself as `def` has its rows built: its variable columns follow each
+  // other from behind its fixed ones to its own tables, only columns that there are
+  // have a value, and null ones no bytes.  Rows from before a column was added have fewer.
+  bool AgreesWithItself(const TableDef& def) const;
+  // The same, and it has all columns that a new row has.
+  bool IsOfToday(const TableDef& def) const;
+
   ByteView Bytes() const { return row_; }
 
  private:

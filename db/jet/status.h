@@ -20,11 +20,13 @@ enum class ErrorNumber : int {
   FileNotFound = 3024,
   DiskFull = 3026,    // the disk, the quota or the format's own size limit is reached
   ReadOnly = 3027,    // the database was opened, or can only be opened, for reading
+  Password = 3031,    // the database has one
   DiskError = 3043,   // the operating system failed a read or a write
   Damaged = 3049,     // the file contradicts itself; the status names the page
   CannotOpen = 3051,  // no permission, or another program has the file
   NullKey = 3058,     // a required index field is null
   NoSuchTable = 3078,
+  FileExists = 3204,    // a database to create would replace a file
   InvalidName = 3125,   // a table, field or index to create has a name it cannot have
   ValueTooLong = 3163,  // the text has more characters than the field
   RecordTooLarge = 3047,

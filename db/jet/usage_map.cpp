@@ -140,8 +140,10 @@ Status UsageMap::AllPages(std::vector<std::uint32_t>* pages) const {
 
 Status UsageMap::BitmapPages(std::vector<std::uint32_t>* pages) const {
   if (bytes_ == nullptr || !IsReference()) return {};
+  const std::uint32_t limit = pager_->PageCount();
   for (std::uint32_t i = 0; i < ReferenceCount(); ++i) {
-    if (Reference(i) != 0) pages->push_back(Reference(i));
+    const bool isNeeded = i * pager_->GetFormat().pagesPerMapPage < limit;
+    if (Reference(i) != 0 && (isNeeded || Reference(i) < limit)) pages->push_back(Reference(i));
   }
   return {};
 }

@@ -30,7 +30,8 @@ class UsageMap {
   Status Contains(std::uint32_t page, bool* contains) const;
   Status AllPages(std::vector<std::uint32_t>* pages) const;
 
-  // The pages of bits, if any.
+  // The pages of bits, if any.  Where the list goes on for pages that the file does not have, other
+  // software leaves what stood there before: what leads to no page is passed over.
   Status BitmapPages(std::vector<std::uint32_t>* pages) const;
 
   // REQUIRES: a Change is open, and no other map of the same page was changed since Open.

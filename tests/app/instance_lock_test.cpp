@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <csignal>
 #include <memory>
@@ -96,7 +97,49 @@ TEST(InstanceLock, KeepsAnotherUserOut) {
 
 TEST(InstanceLock, AFolderThatDoesNotExistHasNone) {
   InstanceLock lock;
-  EXPECT_EQ(lock.Take(QStringLiteral("/no/such/folder")), InstanceLock::Result::NoLocks);
+  EXPECT_EQ(lock.Take(QStringLiteral("/no/such/folder")), InstanceLock::Result::Failed);
+  EXPECT_EQ(lock.Reason(), "Cannot lock WorkingDb.lock: No such file or directory");
+}
+
+// Whoever made it a link to another file must not have that one made, opened or changed.
+TEST(InstanceLock, IsNotTakenThroughALink) {
+  const QTemporaryDir folder;
+  const QString victim = folder.filePath(QStringLiteral("victim"));
+  ASSERT_EQ(symlink("victim",
+                    folder.filePath(QStringLiteral("WorkingDb.lock")).toLocal8Bit().constData()),
+            0);
+  InstanceLock lock;
+  EXPECT_EQ(lock.Take(folder.path()), InstanceLock::Result::Failed);
+  EXPECT_EQ(lock.Reason(), "Cannot lock WorkingDb.lock: It is no ordinary file");
+  EXPECT_FALSE(QFile::exists(victim));
+  QFile file(victim);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
+  EXPECT_EQ(lock.Take(folder.path()), InstanceLock::Result::Failed);
+  EXPECT_EQ(file.permissions() & QFile::WriteOther, QFile::Permissions());
+}
+
+TEST(InstanceLock, APipeInItsPlaceIsNotWaitedFor) {
+  const QTemporaryDir folder;
+  const QByteArray name =
+      folder.filePath(QStringLiteral("WorkingDb.lock")).toLocal8Bit();
+  ASSERT_EQ(mkfifo(name.constData(), 0666), 0);
+  InstanceLock lock;
+  EXPECT_EQ(lock.Take(folder.path()), InstanceLock::Result::Failed);
+}
+
+// Not even where everybody may write in the folder.
+TEST(InstanceLock, IsNeverEverybodysToWrite) {
+  const QTemporaryDir folder;
+  ASSERT_EQ(chmod(folder.path().toLocal8Bit().constData(), 01777), 0);
+  const mode_t umaskBefore = umask(0);
+  InstanceLock lock;
+  const InstanceLock::Result taken = lock.Take(folder.path());
+  umask(umaskBefore);
+  ASSERT_EQ(taken, InstanceLock::Result::Taken);
+  EXPECT_EQ(QFile::permissions(folder.filePath(QStringLiteral("WorkingDb.lock"))) &
+                QFile::WriteOther,
+            QFile::Permissions());
 }
 
 }  // namespace

@@ -91,8 +91,8 @@ constexpr const char* kNotShown[] = {
 std::vector<fs::path> Sources() {
   const fs::path root(TESK_SOURCE);
   std::vector<fs::path> sources;
-  for (const char* const folder :
-       {"app", "views", "switcher", "gateway", "db", "config", "model", "tools/tesksetup"}) {
+  for (const char* const folder : {"app", "views", "switcher", "gateway", "db", "config", "files",
+                                   "model", "tools/tesksetup"}) {
     for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
       const fs::path& path = entry.path();
       if (path.extension() != ".cpp" && path.extension() != ".h") continue;
@@ -148,8 +148,8 @@ TEST(ManualMessagesTest, TheSearchFindsTheTexts) {
         "Panel %1 was dropped: it does not read what it is sent",
         "Button %1 of station %2 has no target and is stored as inactive", "Unsent: %1",
         "Map requesting…", "DEMO", "No data for %1 s", "Failed Csum",
-        "The serial line has taken no byte for two seconds", "Cannot copy ", "Reported %1 times",
-        "You may not open %1: its rights forbid it.", "Nothing was pasted."}) {
+        "The serial line has taken no byte for two seconds", "Cannot write in ",
+        "Reported %1 times", "You may not open %1: its rights forbid it.", "Nothing was pasted."}) {
     EXPECT_TRUE(texts.contains(known)) << known;
   }
   for (const char* const begin : kNotShown) {

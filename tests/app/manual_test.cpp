@@ -170,8 +170,10 @@ class CommandsOfTheManualTest : public ManualTest {
     test::WriteFile(folder_ / "Orvotesk.ini",
                     "[CONFIGURATION]\r\nCOM Port=1\r\n[SERIAL DEVICES]\r\nCOM1=" +
                         (folder_ / "no device").string() + "\r\n");
-    console_ = std::make_unique<app::Console>(QString::fromStdString(folder_.Path().string()));
-    console_->Start({});
+    const QString folder = QString::fromStdString(folder_.Path().string());
+    console_ = std::make_unique<app::Console>(
+        app::AppFolder{.path = folder, .program = folder, .lacks = {}});
+    console_->Start();
     for (QWidget* const window : QApplication::topLevelWidgets()) {
       if (window->objectName() == QStringLiteral("frmMain")) main_ = window;
     }

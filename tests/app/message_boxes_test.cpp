@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWidget>
@@ -120,6 +121,44 @@ TEST_F(MessageBoxesTest, EqualReportsFoldIntoOneThatWaits) {
   Press(Qt::Key_Return);
   EXPECT_EQ(Showing()[0]->windowTitle(), QStringLiteral("b"));
   EXPECT_EQ(Showing()[0]->informativeText(), QString());
+}
+
+TEST_F(MessageBoxesTest, AnOfferIsAButtonThatClosesTheBoxAndActs) {
+  boxes_.ShowOver(&window_);
+  int acted = 0;
+  const auto show = [&] {
+    boxes_.ShowOffering(
+        Icon::Critical, "a", "1",
+        {{.name = QStringLiteral("aidOffer"), .caption = QStringLiteral("Do It"), .action = [&] {
+            ++acted;
+          }}});
+    return Showing().value(0);
+  };
+  QMessageBox* box = show();
+  ASSERT_NE(box, nullptr);
+  EXPECT_EQ(box->text(), QStringLiteral("1"));
+  EXPECT_EQ(box->defaultButton(), box->button(QMessageBox::Ok));
+  Press(Qt::Key_Return);
+  EXPECT_TRUE(boxes_.IsEmpty());
+  EXPECT_EQ(acted, 0);
+  box = show();
+  auto* const offer = box->findChild<QPushButton*>(QStringLiteral("aidOffer"));
+  ASSERT_NE(offer, nullptr);
+  EXPECT_EQ(offer->text(), QStringLiteral("Do It"));
+  offer->click();
+  QCoreApplication::sendPostedEvents();
+  EXPECT_EQ(acted, 1);
+  EXPECT_TRUE(boxes_.IsEmpty());
+}
+
+TEST_F(MessageBoxesTest, ABoxGoesAwayWithTheQueue) {
+  {
+    MessageBoxes other;
+    other.ShowOver(&window_);
+    other.Show(Icon::Critical, "a", "1");
+    EXPECT_EQ(Showing().size(), 1);
+  }
+  EXPECT_EQ(Showing().size(), 0);
 }
 
 TEST_F(MessageBoxesTest, ReportsWaitForTheWindow) {

@@ -187,8 +187,12 @@ TEST_F(StartUpTest, WithoutARecordOfCountsEachOfThemIsReported) {
     ASSERT_TRUE(files.SaveAndClose().ok());
   }
   Run();
-  EXPECT_EQ(reporter_.reports, std::vector<std::string>(7, kIpPortText));
-  EXPECT_TRUE(files_.IsOpen());
+  std::vector<std::string> expected(8, kIpPortText);
+  expected[0] =
+      "critical|Database Error|Error Opening Database File\r\r"
+      "Error #  3021 - There is no current record";
+  EXPECT_EQ(reporter_.reports, expected);
+  EXPECT_FALSE(files_.IsOpen());
 }
 
 // The gateway comes before the database, the database before the serial port.

@@ -82,6 +82,20 @@ TEST(Configuration, WritesTheSixValuesInTheirOrder) {
             "Softpanel Support=No\r\n");
 }
 
+// A folder may be called so; what follows must not become a line, or a section, of its own.
+TEST(Configuration, ALineBreakInTheFoldersNameStaysOnItsLine) {
+  model::SystemModel model;
+  model.AppPath = "/srv/a\n[SERIAL DEVICES]\r\nCOM1=/dev/null\\";
+  IniFile file;
+  WriteConfiguration(model, 1, file);
+  EXPECT_TRUE(file.Text().starts_with(
+      "[CONFIGURATION]\r\n"
+      "COM Port=1\r\n"
+      "App Path=/srv/a [SERIAL DEVICES]  COM1=/dev/null\\\r\n"
+      "Download Interval="));
+  EXPECT_EQ(SerialDevice(IniFile(file.Text()), 1), "/dev/ttyS0");
+}
+
 TEST(Configuration, WritingKeepsTheInstallersDevices) {
   model::SystemModel model;
   model.SoftpanelSupport = true;

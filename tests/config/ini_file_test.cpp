@@ -3,6 +3,7 @@
 #include "config/ini_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -105,6 +106,58 @@ TEST(IniFile, AFileThatCannotBeReadIsAnError) {
   const model::Status status = IniFile::Load(folder.path().toStdString(), &file);
   EXPECT_EQ(status.Number(), 75);
   EXPECT_EQ(file.Text(), "");
+}
+
+// None of them is waited for or read to an end that does not come, and none is replaced.
+TEST(IniFile, WhatIsNoSettingsFileIsRefusedAndLeftAlone) {
+  const QTemporaryDir folder;
+  const std::filesystem::path path = folder.filePath(QStringLiteral("a.ini")).toStdString();
+  const auto expectRefused = [&](const char* why) {
+    SCOPED_TRACE(why);
+    IniFile file("junk");
+    model::Status status = IniFile::Load(path, &file);
+    EXPECT_EQ(status.Number(), 75);
+    EXPECT_EQ(status.Description(), std::string("Cannot read a.ini: ") + why);
+    EXPECT_EQ(file.Text(), "");
+  };
+  const auto expectKept = [&](const char* why) {
+    const model::Status status = IniFile("[C]\n").Save(path);
+    EXPECT_EQ(status.Number(), 75);
+    EXPECT_EQ(status.Description(), std::string("Cannot replace a.ini: ") + why);
+  };
+  ASSERT_EQ(mkfifo(path.c_str(), 0666), 0);
+  expectRefused("It is no ordinary file");
+  expectKept("It is no ordinary file");
+  EXPECT_TRUE(std::filesystem::is_fifo(path));
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink("/dev/zero", path);
+  expectRefused("It is no ordinary file");
+  expectKept("It is no ordinary file");
+  EXPECT_TRUE(std::filesystem::is_character_file(path));
+  std::filesystem::remove(path);
+  ASSERT_TRUE(IniFile("[C]\n").Save(path).ok());
+  std::filesystem::resize_file(path, std::uintmax_t{3} << 30);
+  expectRefused("It is too large");
+}
+
+// A link that was laid where the new file is made.
+TEST(IniFile, IsNotWrittenThroughAPlantedLink) {
+  const QTemporaryDir folder;
+  const std::filesystem::path path = folder.filePath(QStringLiteral("a.ini")).toStdString();
+  const std::filesystem::path victim = folder.filePath(QStringLiteral("victim")).toStdString();
+  std::filesystem::create_symlink("victim", path.string() + ".new");
+  ASSERT_TRUE(IniFile("[C]\n").Save(path).ok());
+  EXPECT_FALSE(std::filesystem::exists(victim));
+  EXPECT_TRUE(std::filesystem::is_regular_file(path));
+}
+
+TEST(IniFile, AWriteProtectedFileIsNotReplaced) {
+  const QTemporaryDir folder;
+  const std::filesystem::path path = folder.filePath(QStringLiteral("a.ini")).toStdString();
+  ASSERT_TRUE(IniFile("[C]\n").Save(path).ok());
+  std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+  const model::Status status = IniFile("[D]\n").Save(path);
+  EXPECT_EQ(status.Description(), "Cannot replace a.ini: It is write-protected");
 }
 
 TEST(IniFile, AFileThatCannotBeWrittenIsAnError) {

@@ -3,10 +3,13 @@
 #include "config/window_settings.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <filesystem>
+#include <string>
 
 namespace config {
 namespace {
@@ -138,6 +141,43 @@ TEST(PlacesSectionTest, IsWrittenIntoTheSettingsFile) {
   EXPECT_EQ(file.Text(),
             "[CONFIGURATION]\r\nCOM Port=1\r\n"
             "[WINDOW PLACES]\r\nSection=Console Studio \xC3\x84\r\n");
+}
+
+// A pipe would be waited for, a device read for ever, and either replaced by a file.
+TEST_F(WindowSettingsTest, WhatIsNoFileIsSaidAndLeftAlone) {
+  const QString name = folder_.filePath(QStringLiteral("Orvo/Orvo Intercom Control.conf"));
+  ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("Orvo")));
+  const std::filesystem::path path = name.toStdString();
+  const auto expectUnused = [&](const char* why) {
+    SCOPED_TRACE(why);
+    WindowSettings settings{QString()};
+    EXPECT_EQ(settings.Problem().Number(), 75);
+    EXPECT_EQ(settings.Problem().Description(),
+              std::string("Cannot read Orvo Intercom Control.conf: ") + why);
+    EXPECT_EQ(settings.Text(QStringLiteral("MainLeft")), QStringLiteral("1000"));
+    settings.SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
+    EXPECT_EQ(settings.Text(QStringLiteral("MainLeft")), QStringLiteral("1000"));
+  };
+  ASSERT_EQ(mkfifo(path.c_str(), 0666), 0);
+  expectUnused("It is no ordinary file");
+  EXPECT_TRUE(std::filesystem::is_fifo(path));
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink("/dev/zero", path);
+  expectUnused("It is no ordinary file");
+  EXPECT_TRUE(std::filesystem::is_symlink(path));
+  EXPECT_TRUE(std::filesystem::is_character_file(path));
+  std::filesystem::remove(path);
+  ASSERT_TRUE(QFile(name).open(QIODevice::WriteOnly));
+  std::filesystem::resize_file(path, std::uintmax_t{3} << 30);
+  expectUnused("It is too large");
+  EXPECT_EQ(std::filesystem::file_size(path), std::uintmax_t{3} << 30);
+}
+
+TEST_F(WindowSettingsTest, AHealthyStoreHasNoProblem) {
+  EXPECT_TRUE(WindowSettings{QString()}.Problem().ok());
+  WindowSettings{QString()}.SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
+  EXPECT_TRUE(WindowSettings{QString()}.Problem().ok());
+  EXPECT_TRUE(QFile::exists(folder_.filePath(QStringLiteral("Orvo/Orvo Intercom Control.conf"))));
 }
 
 }  // namespace

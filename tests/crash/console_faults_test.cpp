@@ -128,11 +128,15 @@ TEST_F(ConsoleFaultsTest, ADatabaseThatCannotBeCreatedIsSaidAndLeavesNoHalfOne) 
 TEST_F(ConsoleFaultsTest, AWorkingCopyThatCannotBeMadeIsSaidAndTheDatabaseStays) {
   RunOnce();
   const std::string before = ReadFile(main_);
+  plan_.Restart();
+  ASSERT_EQ(Start()->Terminate(), 0);
+  const auto calls = plan_.Calls();
+  const auto copying = std::find(calls.begin(), calls.end(), "open WorkingDb.md$");
+  ASSERT_NE(copying, calls.end());
   for (const auto& [error, report] : kErrors) {
     SCOPED_TRACE(error);
     plan_.Restart();
-    // Where nothing could be told of a lock, the program runs all the same.
-    plan_.Fail(1, kForGood, error);
+    plan_.Fail(static_cast<int>(copying - calls.begin()) + 1, kForGood, error);
     const auto console = Start();
     ASSERT_TRUE(console->IsUp());
     const Box box = ReadBox(*console);
@@ -142,7 +146,7 @@ TEST_F(ConsoleFaultsTest, AWorkingCopyThatCannotBeMadeIsSaidAndTheDatabaseStays)
     ReadBoxes(*console);
     plan_.Lift();
     EXPECT_EQ(console->Terminate(), 0);
-    EXPECT_EQ(ReadFile(main_), before);
+    EXPECT_TRUE(ReadFile(main_) == before);
     EXPECT_FALSE(fs::exists(copy_));
   }
 }
@@ -186,7 +190,7 @@ TEST_F(ConsoleFaultsTest, AnEditThatCannotBeStoredIsSaidAndNotShown) {
     }
   }
   EXPECT_GE(failures, 6);
-  EXPECT_EQ(ReadFile(main_), before);
+  EXPECT_TRUE(ReadFile(main_) == before);
   ASSERT_TRUE(Edit(*console)) << "the disk works";
   EndAndLook(*console);
 }
@@ -206,7 +210,7 @@ TEST_F(ConsoleFaultsTest, ClosedOnABrokenDiskTheConsoleStaysAndSavesEverythingLa
   const Box box = ReadBox(*console);
   EXPECT_EQ(box.title, "Database Error");
   EXPECT_THAT(box.text, StartsWith("Error Saving Database File\r\rError # 3043 - "));
-  EXPECT_EQ(ReadFile(main_), before);
+  EXPECT_TRUE(ReadFile(main_) == before);
   EndAndLook(*console);
 }
 
@@ -222,6 +226,8 @@ TEST_F(ConsoleFaultsTest, EveryFailureToSaveIsSaidAndSavingAgainWorks) {
   for (int call = 1;; ++call) {
     const auto& [error, report] = kErrors[call % 3];
     SCOPED_TRACE(testing::Message() << "call " << call << ", errno " << error);
+    // A disk that fails for good does not let it be deleted; the next attempt would do so first.
+    fs::remove(folder_ / "Tesk.mdb.new");
     plan_.Restart();
     plan_.Fail(call, failures % 2 == 0 ? call : kForGood, error);
     console->Trigger("ID_Exit");
@@ -233,7 +239,7 @@ TEST_F(ConsoleFaultsTest, EveryFailureToSaveIsSaidAndSavingAgainWorks) {
     EXPECT_EQ(box.title, "Database Error");
     EXPECT_THAT(box.text,
                 StartsWith("Error Saving Database File\r\rError # " + std::string(report)));
-    EXPECT_EQ(ReadFile(main_), before);
+    EXPECT_TRUE(ReadFile(main_) == before);
     plan_.Lift();
     EXPECT_TRUE(Edit(*console)) << "the work goes on";
     ASSERT_FALSE(HasFailure());
@@ -252,8 +258,7 @@ TEST_F(ConsoleFaultsTest, SettingsThatCannotBeWrittenAreSaidAndStayAsTheyWere) {
   const auto calls = plan_.Calls();
   int failures = 0;
   for (std::size_t i = 0; i < calls.size(); ++i) {
-    if (!calls[i].starts_with("write #") && !calls[i].starts_with("write Orvotesk.ini") &&
-        calls[i] != "rename Orvotesk.ini") {
+    if (!calls[i].starts_with("write Orvotesk.ini") && calls[i] != "rename Orvotesk.ini") {
       continue;
     }
     SCOPED_TRACE(calls[i]);

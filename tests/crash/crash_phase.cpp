@@ -6,14 +6,25 @@ namespace crash {
 
 namespace {
 
-Phase PhaseOfCall(std::string_view call, bool ending) {
+// `opened`: how often the working copy was opened by then: once to be made, again to be edited.
+Phase PhaseOfCall(std::string_view call, int opened, bool ending) {
   const std::string_view file = call.substr(call.find(' ') + 1);
   if (file.starts_with("Tesk.mdb")) return ending ? Phase::Saving : Phase::Creating;
-  // The settings are written to a file that has no name until it is whole.
-  if (file.starts_with("Orvotesk.ini") || file.starts_with('#')) return Phase::Settings;
+  if (file.starts_with("Orvotesk.ini")) return Phase::Settings;
   if (file != "WorkingDb.md$") return Phase::Starting;
-  if (call.starts_with("write ")) return Phase::Editing;
+  if (call.starts_with("write ") && opened != 1) return Phase::Editing;
   return ending ? Phase::Tidying : Phase::Copying;
+}
+
+// The phase of each call.
+std::vector<Phase> PhasesOf(const std::vector<std::string>& calls, bool ending) {
+  std::vector<Phase> phases;
+  int opened = 0;
+  for (const std::string& call : calls) {
+    if (call == "open WorkingDb.md$") ++opened;
+    phases.push_back(PhaseOfCall(call, opened, ending));
+  }
+  return phases;
 }
 
 }  // namespace
@@ -43,13 +54,14 @@ const char* NameOf(Phase phase) {
 Phase PhaseOf(const std::vector<std::string>& calls, bool ending) {
   // Its start is through, and it has not begun to save.
   if (calls.empty()) return Phase::Editing;
-  return PhaseOfCall(calls.back(), ending);
+  return PhasesOf(calls, ending).back();
 }
 
 std::vector<int> CallsOf(Phase phase, const std::vector<std::string>& calls, bool ending) {
   std::vector<int> numbers;
+  const std::vector<Phase> phases = PhasesOf(calls, ending);
   for (std::size_t i = 0; i < calls.size(); ++i) {
-    if (PhaseOfCall(calls[i], ending) == phase) numbers.push_back(static_cast<int>(i) + 1);
+    if (phases[i] == phase) numbers.push_back(static_cast<int>(i) + 1);
   }
   return numbers;
 }

@@ -338,6 +338,8 @@ void CrashRun::EditBeforeTheEnd(ConsoleProcess& console) {
 }
 
 CrashRun::Outcome CrashRun::WhileEnding(const std::vector<int>& calls) {
+  // What an earlier kill left there would be deleted first, and the calls be other ones.
+  for (const char* const left : {"Tesk.mdb.new", "Orvotesk.ini.new"}) fs::remove(folder_ / left);
   const auto console = StartAndLook();
   EditBeforeTheEnd(*console);
   const int call = DrawOf(calls);

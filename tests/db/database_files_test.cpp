@@ -3,8 +3,16 @@
 #include "db/database_files.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
 
 #include "db/schema.h"
+#include "db/station_list.h"
+#include "tests/support/damaged_file.h"
+#include "tests/support/full_disk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace db {
@@ -117,15 +125,15 @@ TEST_F(DatabaseFilesTest, AFailedCopyBackLeavesEverythingAndCanBeTriedAgain) {
   ASSERT_TRUE(files.Open().ok());
   const std::string before = ReadFile(main_);
   SetLabel(files, "Studio 1");
-  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
-  const model::Status status = files.SaveAndClose();
-  EXPECT_EQ(status.Number(), 3026) << status.Description();
-  EXPECT_EQ(ReadFile(main_), before);
+  {
+    const test::FullDisk full(100000);
+    const model::Status status = files.SaveAndClose();
+    EXPECT_EQ(status.Number(), 3026) << status.Description();
+  }
+  EXPECT_TRUE(ReadFile(main_) == before);
   ASSERT_TRUE(files.IsOpen());
   EXPECT_EQ(Label(files), "Studio 1");
   SetLabel(files, "Studio 2");
-
-  fs::remove(folder_ / "Tesk.mdb.new");
   ASSERT_TRUE(files.SaveAndClose().ok());
   DatabaseFiles again(main_, copy_);
   ASSERT_TRUE(again.Open().ok());
@@ -136,9 +144,10 @@ TEST_F(DatabaseFilesTest, AFailedCopyBackKeepsTheCurrentStation) {
   DatabaseFiles files(main_, copy_);
   ASSERT_TRUE(files.Open().ok());
   ASSERT_TRUE(files.Stations()->Seek(17).ok());
-  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
+  SetLabel(files, "Studio 1");
+  const test::FullDisk full(100000);
   ASSERT_FALSE(files.SaveAndClose().ok());
-  EXPECT_EQ(Label(files), "Sta. 017");
+  EXPECT_EQ(Label(files), "Studio 1");
 }
 
 TEST_F(DatabaseFilesTest, ACopyThatCannotBeReadForAWhileIsStillSavedLater) {
@@ -176,22 +185,42 @@ TEST_F(DatabaseFilesTest, AMainFileThatCannotBeSeenIsNotReplacedByANewOne) {
   EXPECT_TRUE(fs::is_symlink(main_));
 }
 
-TEST_F(DatabaseFilesTest, TablesWithoutARecordAreOpenedAllTheSame) {
-  {
-    DatabaseFiles files(main_, copy_);
-    ASSERT_TRUE(files.Open().ok());
-    for (jet::RecordSet* const records : {files.Stations(), files.DbInfo()}) {
-      while (records->RecordCount() > 0) {
-        ASSERT_TRUE(records->MoveFirst().ok());
-        ASSERT_TRUE(records->Delete().ok());
+TEST_F(DatabaseFilesTest, ATableWithoutARecordHasNoLastOne) {
+  for (const char* const table : {"Stations", "DbInfo"}) {
+    SCOPED_TRACE(table);
+    fs::remove(main_);
+    {
+      DatabaseFiles files(main_, copy_);
+      ASSERT_TRUE(files.Open().ok());
+      jet::RecordSet& records =
+          table == std::string("DbInfo") ? *files.DbInfo() : *files.Stations();
+      while (records.RecordCount() > 0) {
+        ASSERT_TRUE(records.MoveFirst().ok());
+        ASSERT_TRUE(records.Delete().ok());
       }
+      ASSERT_TRUE(files.SaveAndClose().ok());
     }
-    ASSERT_TRUE(files.SaveAndClose().ok());
+    const std::string before = ReadFile(main_);
+    DatabaseFiles files(main_, copy_);
+    const model::Status status = files.Open();
+    EXPECT_EQ(status.Number(), 3021);
+    EXPECT_EQ(status.Description(), "There is no current record");
+    EXPECT_FALSE(files.IsOpen());
+    EXPECT_TRUE(files.SaveAndClose().ok());
+    EXPECT_EQ(ReadFile(main_), before);
+    EXPECT_FALSE(fs::exists(copy_));
   }
+}
+
+TEST_F(DatabaseFilesTest, ADatabaseWithAPasswordIsRefusedAndNotTouched) {
+  std::string bytes = ReadFile(std::string(TESK_TEST_DATA) + "/mdb/tesk_jet4.mdb");
+  bytes[0x42] = static_cast<char>(bytes[0x42] ^ 0x61);
+  WriteFile(main_, bytes);
   DatabaseFiles files(main_, copy_);
-  ASSERT_TRUE(files.Open().ok());
-  EXPECT_TRUE(files.Stations()->Bof() && files.Stations()->Eof());
-  EXPECT_TRUE(files.DbInfo()->Bof() && files.DbInfo()->Eof());
+  EXPECT_EQ(files.Open().Number(), 3031);
+  EXPECT_FALSE(files.IsOpen());
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(ReadFile(main_), bytes);
 }
 
 TEST_F(DatabaseFilesTest, BothTablesStandOnTheirFirstRecord) {
@@ -222,6 +251,260 @@ TEST_F(DatabaseFilesTest, ANewDatabaseIsMadeWhereALinkLeads) {
   ASSERT_TRUE(files.Open().ok());
   EXPECT_TRUE(fs::is_symlink(main_));
   EXPECT_EQ(ReadFile(folder_ / "house/Tesk.mdb"), ReadFile(copy_));
+}
+
+// The copy begins to be written and does not fit.
+TEST_F(DatabaseFilesTest, AFullDiskWhileTheWorkingCopyIsMadeIsSaid) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  const test::FullDisk full(100000);
+  DatabaseFiles files(main_, copy_);
+  const model::Status status = files.Open();
+  EXPECT_EQ(status.Number(), 3026) << status.Description();
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_FALSE(fs::exists(copy_));
+}
+
+// Each is refused at once: nothing is waited for, nothing of it is copied.
+TEST_F(DatabaseFilesTest, NothingButAFileIsADatabase) {
+  ASSERT_EQ(mkfifo((folder_ / "pipe").c_str(), 0666), 0);
+  fs::create_directory(folder_ / "folder");
+  for (const char* const name : {"pipe", "folder", "/dev/zero"}) {
+    SCOPED_TRACE(name);
+    fs::remove(main_);
+    fs::create_symlink(name, main_);
+    DatabaseFiles files(main_, copy_);
+    const model::Status status = files.Open();
+    EXPECT_EQ(status.Number(), 3051);
+    EXPECT_EQ(status.Description(), "Cannot copy Tesk.mdb: It is no ordinary file");
+    EXPECT_TRUE(files.SaveAndClose().ok());
+    EXPECT_TRUE(fs::is_symlink(main_));
+    EXPECT_FALSE(fs::exists(copy_));
+  }
+}
+
+TEST_F(DatabaseFilesTest, AFileLargerThanTheFormatIsNotCopied) {
+  WriteFile(main_, ReadFile(std::string(TESK_TEST_DATA) + "/mdb/tesk_jet4.mdb"));
+  fs::resize_file(main_, std::uintmax_t{3} << 30);  // with nothing in the rest
+  DatabaseFiles files(main_, copy_);
+  const model::Status status = files.Open();
+  EXPECT_EQ(status.Number(), 3049);
+  EXPECT_EQ(status.Description(), "Cannot copy Tesk.mdb: It is too large");
+  EXPECT_FALSE(fs::exists(copy_));
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(fs::file_size(main_), std::uintmax_t{3} << 30);
+}
+
+// Where the database is made, saved or worked on stands something else.
+TEST_F(DatabaseFilesTest, WhatIsNoFileIsNeverReplaced) {
+  ASSERT_EQ(mkfifo((folder_ / "Tesk.mdb.new").c_str(), 0666), 0);
+  DatabaseFiles files(main_, copy_);
+  EXPECT_EQ(files.Open().Description(), "Cannot delete Tesk.mdb.new: It is no ordinary file");
+  EXPECT_FALSE(fs::exists(main_));
+  fs::remove(folder_ / "Tesk.mdb.new");
+  ASSERT_TRUE(files.Open().ok());
+  SetLabel(files, "Studio 1");
+  ASSERT_EQ(mkfifo((folder_ / "Tesk.mdb.new").c_str(), 0666), 0);
+  EXPECT_EQ(files.SaveAndClose().Number(), 3051);
+  EXPECT_TRUE(files.IsOpen());
+  EXPECT_TRUE(fs::is_fifo(folder_ / "Tesk.mdb.new"));
+  fs::remove(folder_ / "Tesk.mdb.new");
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  fs::create_directory(copy_);
+  EXPECT_EQ(files.Open().Description(), "Cannot delete WorkingDb.md$: It is no ordinary file");
+  EXPECT_TRUE(fs::is_directory(copy_));
+}
+
+// Somebody has laid links where the console makes its files.
+TEST_F(DatabaseFilesTest, NothingIsWrittenThroughAPlantedLink) {
+  const fs::path victim = folder_ / "victim";
+  WriteFile(victim, "of somebody else");
+  fs::create_symlink("victim", folder_ / "Tesk.mdb.new");
+  fs::create_symlink("victim", copy_);
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_EQ(ReadFile(victim), "of somebody else");
+  EXPECT_FALSE(fs::is_symlink(copy_));
+  SetLabel(files, "Studio 1");
+  fs::create_symlink("victim", folder_ / "Tesk.mdb.new");
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(ReadFile(victim), "of somebody else");
+  EXPECT_FALSE(fs::is_symlink(main_));
+}
+
+TEST_F(DatabaseFilesTest, WhatMayNotBeMadeIsMissing) {
+  DatabaseFiles files(main_, copy_, WhenMissing::Fail);
+  const model::Status status = files.Open();
+  EXPECT_EQ(status.Number(), 3024);
+  EXPECT_EQ(status.Description(), "Cannot copy Tesk.mdb: No such file or directory");
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_TRUE(fs::is_empty(folder_.Path()));
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  EXPECT_TRUE(files.Open().ok());
+}
+
+TEST_F(DatabaseFilesTest, AWriteProtectedFileIsNotReplaced) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  const std::string before = ReadFile(main_);
+  fs::permissions(main_, fs::perms::owner_read | fs::perms::group_read);
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_TRUE(files.IsWriteProtected());
+  SetLabel(files, "Studio 1");
+  const model::Status status = files.SaveAndClose();
+  EXPECT_EQ(status.Number(), 3027);
+  EXPECT_EQ(status.Description(), "Cannot replace Tesk.mdb: It is write-protected");
+  EXPECT_TRUE(files.IsOpen());
+  EXPECT_EQ(Label(files), "Studio 1");
+  EXPECT_EQ(ReadFile(main_), before);
+  fs::permissions(main_, fs::perms::owner_write, fs::perm_options::add);
+  EXPECT_FALSE(files.IsWriteProtected());
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  EXPECT_EQ(fs::status(main_).permissions(),
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  DatabaseFiles again(main_, copy_);
+  ASSERT_TRUE(again.Open().ok());
+  EXPECT_EQ(Label(again), "Studio 1");
+}
+
+// Nothing was edited: there is nothing to save, and nothing to report.
+TEST_F(DatabaseFilesTest, AWriteProtectedFileThatWasOnlyReadIsClosedWithoutAWord) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  fs::permissions(main_, fs::perms::owner_read);
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_TRUE(files.SaveAndClose().ok());
+  EXPECT_FALSE(fs::exists(copy_));
+  EXPECT_FALSE(fs::exists(folder_ / "Tesk.mdb.new"));
+}
+
+// The names of the files in the folder that begin so.
+std::vector<std::string> FilesIn(const fs::path& folder, const std::string& begin) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    std::string name = entry.path().filename().string();
+    if (name.starts_with(begin)) names.push_back(std::move(name));
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+class DamagedDatabaseTest : public DatabaseFilesTest {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(CreateDatabase(main_).ok());
+    test::ZeroPageOf(main_, "Sta. 012");
+    damaged_ = ReadFile(main_);
+    ASSERT_TRUE(files_.Open().ok());
+    lost_ = files_.DamageFound().missing;
+    ASSERT_FALSE(lost_.empty());
+  }
+
+  std::string damaged_;
+  DatabaseFiles files_{main_, copy_};
+  std::vector<int> lost_;
+};
+
+TEST_F(DamagedDatabaseTest, IsOpenedAndWhatIsLostIsKnown) {
+  EXPECT_FALSE(files_.DamageFound().IsSound());
+  EXPECT_TRUE(std::binary_search(lost_.begin(), lost_.end(), 12));
+  EXPECT_EQ(Label(files_), "Sta. 001");
+}
+
+TEST_F(DamagedDatabaseTest, ATableIsCompleteOnlyWithoutTheLostStations) {
+  const model::Status status = files_.CheckTable(Table::Relays, 1, 64);
+  EXPECT_EQ(status.Number(), 3049);
+  EXPECT_EQ(status.Description(),
+            "The database is damaged, stations cannot be read: " + StationList(lost_));
+  EXPECT_FALSE(files_.CheckTable(Table::Buttons, 12, 12).ok());
+  EXPECT_TRUE(files_.CheckTable(Table::Buttons, 1, 1).ok());
+  EXPECT_TRUE(files_.CheckTable(Table::Relays, lost_.back() + 1, 128).ok());
+}
+
+TEST_F(DamagedDatabaseTest, IsKeptBeforeItIsReplaced) {
+  SetLabel(files_, "Studio 1");
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  std::vector<std::string> kept = FilesIn(folder_.Path(), "Tesk-damaged-20");
+  ASSERT_EQ(kept.size(), 1U);
+  EXPECT_EQ(kept[0].size(), std::string("Tesk-damaged-2026-04-17.mdb").size());
+  EXPECT_TRUE(ReadFile(folder_ / kept[0]) == damaged_);
+  EXPECT_FALSE(ReadFile(main_) == damaged_);
+  // Another time on the same day.
+  ASSERT_TRUE(files_.Open().ok());
+  SetLabel(files_, "Studio 2");
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  kept = FilesIn(folder_.Path(), "Tesk-damaged-20");
+  ASSERT_EQ(kept.size(), 2U);
+  EXPECT_TRUE(kept[0].ends_with("-2.mdb")) << kept[0];
+}
+
+// Without it the only bytes that more could be made of would be gone.
+TEST_F(DamagedDatabaseTest, IsNotReplacedWhenItCannotBeKept) {
+  SetLabel(files_, "Studio 1");
+  {
+    const test::FullDisk full(100000);
+    EXPECT_EQ(files_.SaveAndClose().Number(), 3026);
+  }
+  EXPECT_TRUE(ReadFile(main_) == damaged_);
+  EXPECT_TRUE(files_.IsOpen());
+  EXPECT_TRUE(FilesIn(folder_.Path(), "Tesk-").empty());
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  EXPECT_EQ(FilesIn(folder_.Path(), "Tesk-damaged-20").size(), 1U);
+}
+
+// The first opening of a damaged table puts its indexes right, which is an edit; a further one
+// finds nothing to do, and still knows that records are lost.
+TEST_F(DamagedDatabaseTest, IsReplacedOnceAndNotAgainWithoutAnEdit) {
+  for (int run = 0; run < 2; ++run) {
+    ASSERT_TRUE(files_.SaveAndClose().ok());
+    ASSERT_TRUE(files_.Open().ok());
+    EXPECT_EQ(files_.DamageFound().missing, lost_);
+    EXPECT_FALSE(files_.CheckTable(Table::Relays, 1, 64).ok());
+  }
+  const std::vector<std::string> kept = FilesIn(folder_.Path(), "Tesk-damaged-20");
+  ASSERT_EQ(kept.size(), 1U);
+  EXPECT_TRUE(ReadFile(folder_ / kept[0]) == damaged_);
+}
+
+TEST_F(DamagedDatabaseTest, IsSalvagedIntoANewFileBesideIt) {
+  fs::path salvaged;
+  SalvageReport report;
+  ASSERT_TRUE(files_.SalvageMainFile(Fill::Defaults, &salvaged, &report).ok());
+  EXPECT_EQ(report.missing, lost_);
+  EXPECT_EQ(FilesIn(folder_.Path(), "Tesk-salvaged-20"),
+            std::vector<std::string>{salvaged.filename().string()});
+  EXPECT_TRUE(ReadFile(main_) == damaged_);
+  DatabaseFiles whole(salvaged, folder_ / "Other.md$");
+  ASSERT_TRUE(whole.Open().ok());
+  EXPECT_TRUE(whole.DamageFound().IsSound());
+  EXPECT_EQ(whole.Stations()->RecordCount(), 128);
+}
+
+TEST_F(DatabaseFilesTest, OfASoundFileNothingIsKeptAndEveryTableIsComplete) {
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_TRUE(files.DamageFound().IsSound());
+  EXPECT_TRUE(files.CheckTable(Table::Relays, 1, 64).ok());
+  SetLabel(files, "Studio 1");
+  ASSERT_TRUE(files.SaveAndClose().ok());
+  EXPECT_TRUE(FilesIn(folder_.Path(), "Tesk-").empty());
+}
+
+// What keeps it from being opened is damage as well.
+TEST_F(DatabaseFilesTest, AFileThatIsTooDamagedToBeOpenedIsKnownToBeDamaged) {
+  const std::string whole = ReadFile(std::string(TESK_TEST_DATA) + "/mdb/tesk_jet4.mdb");
+  WriteFile(main_, whole.substr(0, 61440));
+  DatabaseFiles files(main_, copy_);
+  const model::Status status = files.Open();
+  EXPECT_EQ(status.Number(), 3049);
+  EXPECT_FALSE(files.DamageFound().IsSound());
+  EXPECT_FALSE(files.IsOpen());
+}
+
+TEST(StationList, NamesRunsByTheirEnds) {
+  EXPECT_EQ(StationList({}), "");
+  EXPECT_EQ(StationList({7}), "7");
+  EXPECT_EQ(StationList({1, 2}), "1 to 2");
+  EXPECT_EQ(StationList({1, 11, 12, 13, 20}), "1, 11 to 13, 20");
 }
 
 TEST_F(DatabaseFilesTest, AMissingFolderIsAnError) {

@@ -7,7 +7,10 @@
 
 #include <QTcpServer>
 
+#include "db/schema.h"
 #include "tests/end_to_end/console_process.h"
+#include "tests/end_to_end/system_database.h"
+#include "tests/support/damaged_file.h"
 #include "tests/support/simulator_process.h"
 
 namespace test {
@@ -122,6 +125,95 @@ TEST_F(BadInputTest, ATruncatedDatabaseNamesThePage) {
   EXPECT_THAT(boxes[0].text, HasSubstr("page "));
   EXPECT_EQ(console.Terminate(), 0);
   EXPECT_EQ(ReadFile(folder_ / "Tesk.mdb"), whole.substr(0, 61440));
+}
+
+// A page of the file has become zeros: whose stations they were is said, and nothing is sent that
+// lacks them.
+class DamagedDatabaseTest : public BadInputTest {
+ protected:
+  void SetUp() override {
+    folder_.WriteSettings(line_);
+    ASSERT_TRUE(db::CreateDatabase(folder_ / "Tesk.mdb").ok());
+    ZeroPageOf(folder_ / "Tesk.mdb", "Sta. 012");
+    damaged_ = ReadFile(folder_ / "Tesk.mdb");
+  }
+
+  // The one file of the folder whose name begins so.
+  fs::path TheFile(const std::string& begin) const {
+    fs::path found;
+    for (const auto& entry : fs::directory_iterator(folder_.Program())) {
+      if (!entry.path().filename().string().starts_with(begin)) continue;
+      EXPECT_TRUE(found.empty()) << "only one";
+      found = entry.path();
+    }
+    return found;
+  }
+
+  // The box that shows, closed.
+  static Box TakeBox(ConsoleProcess& console) {
+    if (!ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); })) return {};
+    Box box = console.Boxes()[0];
+    console.CloseBox();
+    return box;
+  }
+
+  const std::string line_ = folder_.Home() / "line";
+  SimulatorProcess simulator_{{"--log", "--link", line_}};
+  std::string damaged_;
+};
+
+TEST_F(DamagedDatabaseTest, IsSaidAndWorkedOnAndNoHalfTableIsSent) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  const Box box = TakeBox(console);
+  EXPECT_EQ(box.icon, "critical");
+  EXPECT_EQ(box.title, "Database Error");
+  EXPECT_THAT(box.text, StartsWith("Database File Is Damaged\r\r"));
+  EXPECT_THAT(box.text, HasSubstr("(page "));
+  EXPECT_THAT(box.text, HasSubstr("\rStations that cannot be read whole: "));
+  EXPECT_TRUE(console.Boxes().empty()) << "one box";
+  EXPECT_EQ(console.Mark(6, 6), 2) << "what can be read is shown";
+
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.LinkText() == kConnected; }));
+  console.Trigger("ID_SendInhibits", "frmXmap");
+  const Box refused = TakeBox(console);
+  EXPECT_EQ(refused.title, "Serial Communications Error");
+  EXPECT_THAT(refused.text,
+              StartsWith("Error Sending Inhibits Table\r\rError # 3049 - The database is damaged, "
+                         "stations cannot be read: "));
+  console.Use("ID_Take", 1, 3);
+  std::optional<std::string> line = simulator_.WaitForLine("");
+  while (line && line->find("rx take") == std::string::npos) {
+    EXPECT_EQ(line->find("rx inhibits"), std::string::npos) << *line;
+    line = simulator_.WaitForLine("");
+  }
+  EXPECT_TRUE(line.has_value());
+
+  console.Use("ID_ToggleInhibit", 1, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(1, 8) == 2; }));
+  console.Trigger("ID_Exit");
+  EXPECT_EQ(console.WaitForEnd(), 0);
+  EXPECT_TRUE(ReadFile(TheFile("Tesk-damaged-20")) == damaged_);
+  EXPECT_FALSE(ReadFile(folder_ / "Tesk.mdb") == damaged_);
+}
+
+TEST_F(DamagedDatabaseTest, IsSalvagedWhenTheOperatorSaysSo) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.IsShown("aidSalvageDefaults"); }));
+  console.Click("aidSalvageDefaults");
+  ASSERT_TRUE(ConsoleProcess::WaitFor(
+      [&] { return !console.Boxes().empty() && console.Boxes()[0].title != "Database Error"; }));
+  const fs::path salvaged = TheFile("Tesk-salvaged-20");
+  const Box box = TakeBox(console);
+  EXPECT_EQ(box.title, "Orvo Intercom Control");
+  EXPECT_THAT(box.text, StartsWith("Database Salvaged\r\rNew file: " + salvaged.string() +
+                                   "\rStations found: "));
+  EXPECT_THAT(box.text, HasSubstr("\rNot found: "));
+  EXPECT_THAT(box.text, HasSubstr("\rWhat was not found is as in a new database.\r\r"));
+  EXPECT_TRUE(ReadFile(folder_ / "Tesk.mdb") == damaged_);
+  EXPECT_EQ(ReadField(salvaged, 12, "Label"), "Sta. 012");
+  EXPECT_EQ(console.Terminate(), 0);
 }
 
 TEST_F(BadInputTest, JunkInTheSettingsFileIsKept) {

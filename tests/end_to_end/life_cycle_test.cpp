@@ -4,12 +4,15 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
 
 #include "db/database_files.h"
 #include "tests/end_to_end/console_process.h"
+#include "tests/end_to_end/system_database.h"
 #include "tests/support/simulator_process.h"
 
 namespace test {
@@ -17,6 +20,32 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
+using testing::StartsWith;
+
+// Of a console that is told when its disk is full, instead of being killed.
+std::vector<std::string> Told() { return {"env", "--ignore-signal=XFSZ"}; }
+
+// The disk of a running console is full: while the object lives none of its files can grow.
+class FullDiskOf {
+ public:
+  explicit FullDiskOf(const ConsoleProcess& console) : process_(static_cast<pid_t>(console.Id())) {
+    constexpr rlimit kSmall{.rlim_cur = 100000, .rlim_max = RLIM_INFINITY};
+    EXPECT_EQ(prlimit(process_, RLIMIT_FSIZE, &kSmall, &before_), 0);
+  }
+  ~FullDiskOf() { EXPECT_EQ(prlimit(process_, RLIMIT_FSIZE, &before_, nullptr), 0); }
+  FullDiskOf(const FullDiskOf&) = delete;
+  FullDiskOf& operator=(const FullDiskOf&) = delete;
+
+ private:
+  const pid_t process_;
+  rlimit before_{};
+};
+
+// The superuser may write everywhere and becomes somebody else for this.
+std::vector<std::string> AsNobody() {
+  if (geteuid() != 0) return {};
+  return {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+}
 
 class LifeCycleTest : public testing::Test {
  protected:
@@ -33,6 +62,13 @@ class LifeCycleTest : public testing::Test {
     return value.Text();
   }
   std::string StoredInhibits(int stationNum) { return Stored(stationNum, "Inhibits"); }
+
+  // As the folder of a program that was installed for all users.
+  void LockProgramFolder() {
+    fs::permissions(folder_.Program(), fs::perms::owner_read | fs::perms::owner_exec |
+                                           fs::perms::others_read | fs::perms::others_exec);
+    fs::permissions(folder_ / "Orvotesk.ini", fs::perms::all);
+  }
 
   int argc_ = 0;
   QCoreApplication application_{argc_, nullptr};
@@ -119,13 +155,15 @@ TEST_F(LifeCycleTest, LoggingOutKeepsTheWorkAndEndsTheConsole) {
 }
 
 TEST_F(LifeCycleTest, LoggingOutOnAFullDiskKeepsTheConsoleAndTheWork) {
-  ConsoleProcess console(folder_);
+  ConsoleProcess console(folder_, Told());
   ASSERT_TRUE(console.IsUp());
   console.Use("ID_ToggleInhibit", 6, 8);
   ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
-  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
-  console.LogOut();
-  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  {
+    const FullDiskOf full(console);
+    console.LogOut();
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  }
   EXPECT_THAT(console.Boxes()[0].text, HasSubstr("Error Saving Database File\r\rError # 3026 - "));
   console.CloseBox();
   EXPECT_EQ(console.Mark(6, 8), 2);
@@ -270,14 +308,15 @@ TEST_F(LifeCycleTest, ASecondConsoleInTheSameFolderSaysSoAndEnds) {
 }
 
 TEST_F(LifeCycleTest, AFailedCopyBackKeepsTheProgramAndTheWork) {
-  ConsoleProcess console(folder_);
+  ConsoleProcess console(folder_, Told());
   ASSERT_TRUE(console.IsUp());
   console.Use("ID_ToggleInhibit", 6, 8);
   ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
-  // The disk is full where the copy is written.
-  fs::create_symlink("/dev/full", folder_ / "Tesk.mdb.new");
-  console.Trigger("ID_Exit");
-  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  {
+    const FullDiskOf full(console);
+    console.Trigger("ID_Exit");
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  }
   EXPECT_EQ(console.Boxes()[0].title, "Database Error");
   EXPECT_THAT(console.Boxes()[0].text, HasSubstr("Error Saving Database File\r\rError # 3026 - "));
   console.CloseBox();
@@ -289,42 +328,160 @@ TEST_F(LifeCycleTest, AFailedCopyBackKeepsTheProgramAndTheWork) {
   EXPECT_EQ(StoredInhibits(6).substr(0, 10), "0000010100");
 }
 
+// The house has protected its tables: that is said before anybody works in vain, and again when it
+// would be lost.
+TEST_F(LifeCycleTest, AWriteProtectedDatabaseIsSaidAndNotReplaced) {
+  const auto protect = [this](bool on) {
+    fs::permissions(folder_ / "Tesk.mdb", fs::perms::owner_write,
+                    on ? fs::perm_options::remove : fs::perm_options::add);
+  };
+  ASSERT_EQ(ConsoleProcess(folder_).Terminate(), 0);
+  protect(true);
+  const std::string before = ReadFile(folder_ / "Tesk.mdb");
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  ASSERT_EQ(console.Boxes().size(), 1U);
+  EXPECT_EQ(console.Boxes()[0],
+            (Box{"exclamation", "Orvo Intercom Control",
+                 "Tesk.mdb Is Write-Protected\r\rWhat is edited cannot be saved, unless the "
+                 "protection is taken off before the console is closed.",
+                 ""}));
+  console.CloseBox();
+  console.Use("ID_ToggleInhibit", 6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
+  console.Trigger("ID_Exit");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_EQ(console.Boxes()[0],
+            (Box{"critical", "Database Error",
+                 "Error Saving Database File\r\rError # 3027 - Cannot replace Tesk.mdb: It is "
+                 "write-protected",
+                 ""}));
+  console.CloseBox();
+  EXPECT_EQ(ReadFile(folder_ / "Tesk.mdb"), before);
+  protect(false);
+  console.Trigger("ID_Exit");
+  EXPECT_EQ(console.WaitForEnd(), 0);
+  EXPECT_EQ(StoredInhibits(6).substr(0, 10), "0000010100");
+}
+
+// Nothing is waited for, nothing is read without end, nothing of it is replaced.
+TEST_F(LifeCycleTest, WhatIsNoFileIsSaidAtOnceAndLeftAlone) {
+  const fs::path places = folder_.Home() / "Orvo";
+  fs::create_directory(places);
+  const fs::path window = places / "Orvo Intercom Control.conf";
+  fs::remove(folder_ / "Orvotesk.ini");
+  for (const fs::path& pipe : {folder_ / "Orvotesk.ini", folder_ / "Tesk.mdb", window}) {
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
+  }
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  for (const char* const text :
+       {"Error in Reading Window Settings\rError # 75 - Cannot read Orvo Intercom Control.conf: It "
+        "is no ordinary file",
+        "Error in Reading Configuration File\rError # 75 - Cannot read Orvotesk.ini: It is no "
+        "ordinary file",
+        "Error Opening Database File\r\rError #  3051 - Cannot copy Tesk.mdb: It is no ordinary "
+        "file"}) {
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+    EXPECT_EQ(console.Boxes()[0].text, text);
+    console.CloseBox();
+  }
+  EXPECT_EQ(console.Terminate(), 0);
+  for (const fs::path& pipe : {folder_ / "Orvotesk.ini", folder_ / "Tesk.mdb", window}) {
+    EXPECT_TRUE(fs::is_fifo(pipe)) << pipe;
+  }
+}
+
 // A console that was installed for all users: its folder cannot be written.
 TEST_F(LifeCycleTest, WithoutTheRightToWriteItsFolderItUsesTheUsers) {
-  // The superuser may write everywhere and becomes somebody else for this.
-  std::vector<std::string> asNobody;
-  if (geteuid() == 0) asNobody = {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
-  fs::permissions(folder_.Program(), fs::perms::owner_read | fs::perms::owner_exec |
-                                         fs::perms::others_read | fs::perms::others_exec);
-  fs::permissions(folder_ / "Orvotesk.ini", fs::perms::all);
+  LockProgramFolder();
   const std::string settings = ReadFile(folder_ / "Orvotesk.ini");
-  ConsoleProcess console(folder_, asNobody);
+  ConsoleProcess console(folder_, AsNobody());
   ASSERT_TRUE(console.IsUp());
+  const fs::path user = folder_.Home() / "Orvo" / "Orvo Intercom Control";
+  EXPECT_TRUE(console.IsShown("aidFolder"));
+  EXPECT_EQ(console.Property("aidFolder", "text"),
+            QJsonValue(QString::fromStdString("Folder " + user.string())));
   EXPECT_EQ(console.Terminate(), 0);
   EXPECT_FALSE(fs::exists(folder_ / "Tesk.mdb"));
   EXPECT_EQ(ReadFile(folder_ / "Orvotesk.ini"), settings);
-  const fs::path user = folder_.Home() / "Orvo" / "Orvo Intercom Control";
   EXPECT_TRUE(fs::exists(user / "Tesk.mdb"));
   EXPECT_THAT(ReadFile(user / "Orvotesk.ini"), HasSubstr("App Path=" + user.string() + "\\\r\n"));
   EXPECT_THAT(ReadFile(user / "Orvotesk.ini"), HasSubstr("COM1=" + line_));
 }
 
-TEST_F(LifeCycleTest, ADatabaseThatTheUserMayNotReadIsSaid) {
-  std::vector<std::string> asNobody;
-  if (geteuid() == 0) asNobody = {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+TEST_F(LifeCycleTest, InTheProgramsFolderNoFolderIsNamed) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_FALSE(console.IsShown("aidFolder"));
+}
+
+// An old copy of the user's must not be taken for the house's tables.
+TEST_F(LifeCycleTest, TwoDatabasesThatDifferAreSaid) {
+  ASSERT_EQ(ConsoleProcess(folder_).Terminate(), 0);
+  const fs::path user = folder_.Home() / "Orvo" / "Orvo Intercom Control";
+  fs::create_directories(user);
+  fs::copy_file(folder_ / "Tesk.mdb", user / "Tesk.mdb");
+  SetField(folder_ / "Tesk.mdb", 1, "Label", "HOUSE");
+  fs::permissions(folder_.Home() / "Orvo", fs::perms::all);
+  fs::permissions(user, fs::perms::all);
+  for (const auto& file : {folder_ / "Tesk.mdb", user / "Tesk.mdb", folder_ / "WorkingDb.lock"}) {
+    fs::permissions(file, fs::perms::all);
+  }
+  LockProgramFolder();
+  ConsoleProcess console(folder_, AsNobody());
+  ASSERT_TRUE(console.IsUp());
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_EQ(console.Boxes()[0].icon, "exclamation");
+  EXPECT_EQ(console.Boxes()[0].title, "Orvo Intercom Control");
+  const std::string text = console.Boxes()[0].text;
+  EXPECT_THAT(text,
+              StartsWith("There Are Two Databases\r\rThe program's folder cannot be written, so "
+                         "this console works on\r" +
+                         (user / "Tesk.mdb").string() + " (20"));
+  EXPECT_THAT(text, HasSubstr("\rand not on\r" + (folder_ / "Tesk.mdb").string() + " (20"));
+}
+
+// The house's tables cannot be read: no others are made in their place.
+TEST_F(LifeCycleTest, ADatabaseThatTheUserMayNotReadIsSaidAndNoOtherMade) {
   WriteFile(folder_ / "Tesk.mdb", "of the house");
   fs::permissions(folder_ / "Tesk.mdb", fs::perms::none);
-  fs::permissions(folder_.Program(), fs::perms::owner_read | fs::perms::owner_exec |
-                                         fs::perms::others_read | fs::perms::others_exec);
-  fs::permissions(folder_ / "Orvotesk.ini", fs::perms::all);
-  ConsoleProcess console(folder_, asNobody);
+  LockProgramFolder();
+  const fs::path user = folder_.Home() / "Orvo" / "Orvo Intercom Control";
+  for (int start = 0; start < 2; ++start) {
+    ConsoleProcess console(folder_, AsNobody());
+    ASSERT_TRUE(console.IsUp());
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+    EXPECT_EQ(console.Boxes()[0].title, "Error Processing");
+    EXPECT_EQ(
+        console.Boxes()[0].text,
+        "Error in Preparing User Folder\rError # 75 - Cannot read Tesk.mdb: Permission denied");
+    console.CloseBox();
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+    EXPECT_THAT(console.Boxes()[0].text,
+                StartsWith("Error Opening Database File\r\rError #  3024 - "));
+    EXPECT_EQ(console.Terminate(), 0);
+    EXPECT_FALSE(fs::exists(user / "Tesk.mdb"));
+    EXPECT_FALSE(fs::exists(user / "WorkingDb.md$"));
+  }
+  EXPECT_TRUE(fs::exists(user / "Orvotesk.ini"));
+}
+
+// Nobody can tell whether another console works there.
+TEST_F(LifeCycleTest, WithoutALockNoConsoleStarts) {
+  fs::create_symlink("victim", folder_ / "WorkingDb.lock");
+  ConsoleProcess console(folder_);
   ASSERT_TRUE(console.IsUp());
-  const auto boxes = console.Boxes();
-  ASSERT_EQ(boxes.size(), 1U);
-  EXPECT_EQ(boxes[0].title, "Error Processing");
-  EXPECT_THAT(boxes[0].text,
-              HasSubstr("Error in Preparing User Folder\rError # 75 - Cannot copy "));
-  EXPECT_EQ(console.Terminate(), 0);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_EQ(console.Boxes()[0],
+            (Box{"critical", "Error Processing",
+                 "Error in Starting In This Folder\rError # 75 - Cannot lock WorkingDb.lock: It is "
+                 "no ordinary file",
+                 ""}));
+  console.CloseBox();
+  EXPECT_EQ(console.WaitForEnd(), 1);
+  EXPECT_FALSE(fs::exists(folder_ / "victim"));
+  EXPECT_FALSE(fs::exists(folder_ / "Tesk.mdb"));
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ inline constexpr int kKill = -1;  // in the place of an error number
 // One call that would have changed a file.
 struct Call {
   std::array<char, 12> operation;  // "open", "write", "copy", "flush", "sync", "cut", "rename",
-                                   // "remove", "chmod"
+                                   // "remove", "chmod", "chown"
   std::array<char, 52> file;       // its name without the folder
 };
 

@@ -186,6 +186,15 @@ ssize_t write(int handle, const void* bytes, size_t count) {
                  [&](size_t size) { return TESK_NEXT(write)(handle, bytes, size); });
 }
 
+#define TESK_PWRITE(function, offset_type)                                                       \
+  ssize_t function(int handle, const void* bytes, size_t count, offset_type offset) {            \
+    const OpenFile file(handle);                                                                 \
+    return DoWrite("write", file.name, count, ssize_t{-1},                                       \
+                   [&](size_t size) { return TESK_NEXT(function)(handle, bytes, size, offset); }); \
+  }
+TESK_PWRITE(pwrite, off_t)
+TESK_PWRITE(pwrite64, off64_t)
+
 size_t fwrite(const void* bytes, size_t size, size_t count, FILE* stream) {
   const OpenFile file(fileno(stream));
   return DoWrite("write", file.name, count, size_t{0}, [&](size_t items) {
@@ -268,6 +277,11 @@ int chmod(const char* path, mode_t mode) {
 int fchmod(int handle, mode_t mode) {
   const OpenFile file(handle);
   return Do("chmod", file.name, -1, [&] { return TESK_NEXT(fchmod)(handle, mode); });
+}
+
+int fchown(int handle, uid_t owner, gid_t group) {
+  const OpenFile file(handle);
+  return Do("chown", file.name, -1, [&] { return TESK_NEXT(fchown)(handle, owner, group); });
 }
 
 int fchmodat(int folder, const char* path, mode_t mode, int flags) {

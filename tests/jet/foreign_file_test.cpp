@@ -73,10 +73,22 @@ TEST(ForeignFiles, Encoded) {
               Fails(3251, "The database is encoded (page 0)"));
 }
 
-// A password keeps people out, not programs: the pages are plain.
 TEST(ForeignFiles, WithAPassword) {
-  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet4", 0x42, 0x55)), IsOk());
-  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet3", 0x42, 0x55)), IsOk());
+  for (const int at : {0x42, 0x42 + 39}) {
+    EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet4", at, 0x55)),
+                Fails(3031, "The database has a password (page 0)"));
+  }
+  for (const int at : {0x42, 0x42 + 19}) {
+    EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet3", at, 0x55)),
+                Fails(3031, "The database has a password (page 0)"));
+  }
+  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet3", 0x42 + 20, 0x55)), IsOk()) << "behind it";
+}
+
+// The day of creation stands where no password does.  A day that is none is not looked at.
+TEST(ForeignFiles, WithoutASensibleDayOfCreation) {
+  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet4", 0x79, 0x7F)), IsOk());
+  EXPECT_THAT(StatusOf(WithHeaderByte("tesk_jet4", 0x79, 0xC0)), IsOk());
 }
 
 TEST(ForeignFiles, OfAnotherCodePage) {

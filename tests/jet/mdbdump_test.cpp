@@ -73,6 +73,30 @@ TEST_F(MdbdumpTest, NotesAreNoProblems) {
                 file + ": 0 problems, 1 notes\n");
 }
 
+// Other software makes a list of bitmap pages out of a window of bits and leaves behind the first
+// entry what stood there: here that pages 0 to 486 were in use, pages 487 to 511 free.
+TEST_F(MdbdumpTest, WhatStandsBehindTheListOfTheFreePagesIsNoPage) {
+  constexpr std::size_t kPage = 4096;
+  auto bytes = test::SampleBytes("tesk_jet4");
+  const auto pages = static_cast<std::uint32_t>(bytes.size() / kPage);
+  std::uint8_t* const row = &bytes[kPage + (jet::GetU16(&bytes[kPage + 14]) & 0x1FFF)];
+  ASSERT_EQ(row[0], 0) << "a window";
+  const std::vector<std::uint8_t> window(row + 5, row + 69);
+  std::fill_n(row, 69, 0);
+  row[0] = 1;
+  jet::PutU32(row + 1, pages);
+  jet::PutU32(row + 1 + 4 * 16, 0xFFFFFF80);
+  std::vector<std::uint8_t> bitmap(kPage, 0xFF);
+  jet::PutU32(bitmap.data(), 0x0105);
+  std::copy(window.begin(), window.end(), bitmap.begin() + 4);
+  bitmap[4 + pages / 8] &= static_cast<std::uint8_t>(~(1U << (pages % 8)));
+  bytes.insert(bytes.end(), bitmap.begin(), bitmap.end());
+  const std::string file = Write(bytes);
+  const ProgramResult result = Mdbdump({"--check", file});
+  EXPECT_EQ(result.output, file + ": 0 problems, 0 notes\n");
+  EXPECT_EQ(result.exitCode, 0);
+}
+
 // The index of the table loses its entries.
 TEST_F(MdbdumpTest, ChecksADamagedFile) {
   auto bytes = test::SampleBytes("indexTestV1997");
@@ -130,7 +154,7 @@ TEST_F(MdbdumpTest, RefusesAFileThatIsNotThere) {
 TEST_F(MdbdumpTest, RefusesAFolder) {
   const ProgramResult result = Mdbdump({folder_.Path().string()});
   EXPECT_EQ(result.exitCode, 2);
-  EXPECT_THAT(result.errors, EndsWith("is not a file\n"));
+  EXPECT_THAT(result.errors, EndsWith("cannot be opened: It is no ordinary file\n"));
 }
 
 TEST_F(MdbdumpTest, ExplainsItself) {
@@ -143,6 +167,67 @@ TEST_F(MdbdumpTest, ExplainsItself) {
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.errors, help.output);
+  }
+}
+
+TEST_F(MdbdumpTest, SalvagesASoundFileWhole) {
+  const std::string made = (folder_ / "new.mdb").string();
+  const ProgramResult result = Mdbdump({"--salvage", test::SamplePath("tesk_jet3").string(), made});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.output, "DbInfo: 1 of 1 records\nStations: 128 of 128 records\n");
+  EXPECT_EQ(result.errors, "");
+  const ProgramResult dump = Mdbdump({made});
+  EXPECT_EQ(dump.exitCode, 0);
+  EXPECT_THAT(test::Differences(test::WithoutPlaces(test::ParseJson(dump.output)),
+                                test::WithoutPlaces(test::GoldenDump("tesk_jet4"))),
+              IsEmpty());
+}
+
+TEST_F(MdbdumpTest, SaysWhatASalvageLacks) {
+  auto bytes = test::SampleBytes("tesk_jet4");
+  const std::string text = "Notes for Station 007";
+  const auto at = std::search(bytes.begin(), bytes.end(), text.begin(), text.end());
+  ASSERT_NE(at, bytes.end());
+  const auto page = (at - bytes.begin()) / 4096 * 4096;
+  std::fill_n(bytes.begin() + page, 4096, 0);
+  const std::string damaged = Write(bytes);
+
+  const ProgramResult bare = Mdbdump({"--salvage", damaged, (folder_ / "bare.mdb").string()});
+  EXPECT_EQ(bare.exitCode, 1);
+  EXPECT_EQ(bare.output,
+            "DbInfo: 1 of 1 records\n"
+            "Stations: 123 of 128 records\n"
+            "missing: stations 6, 7, 8, 9, 10; without a record in the new file\n");
+
+  const ProgramResult filled =
+      Mdbdump({"--salvage", damaged, (folder_ / "filled.mdb").string(), "--defaults"});
+  EXPECT_EQ(filled.exitCode, 1);
+  EXPECT_EQ(filled.output,
+            "DbInfo: 1 of 1 records\n"
+            "Stations: 123 of 128 records\n"
+            "missing: stations 6, 7, 8, 9, 10; with the default record in the new file\n");
+}
+
+TEST_F(MdbdumpTest, DoesNotSalvageIntoAFileThatIsThere) {
+  const std::string there = Write({1, 2, 3});
+  const ProgramResult result =
+      Mdbdump({"--salvage", test::SamplePath("tesk_jet4").string(), there});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.output, "");
+  EXPECT_THAT(result.errors, EndsWith("Cannot make file.mdb: File exists\n"));
+  EXPECT_EQ(test::ReadFile(there), "\x01\x02\x03");
+}
+
+TEST_F(MdbdumpTest, ASalvageTakesTwoFiles) {
+  const std::string file = test::SamplePath("tesk_jet4").string();
+  for (const std::vector<std::string>& words :
+       std::vector<std::vector<std::string>>{{"--salvage", file},
+                                             {"--salvage", "--check", file, "new.mdb"},
+                                             {"--defaults", file},
+                                             {file, "new.mdb"}}) {
+    const ProgramResult result = Mdbdump(words);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(result.errors, StartsWith("Usage: mdbdump"));
   }
 }
 

@@ -9,19 +9,20 @@ cd "$1" || exit 2
 allowed() {
   case "$1" in
     model) echo "" ;;
-    db/jet) echo "" ;;
-    config) echo "model" ;;
-    db) echo "db/jet model" ;;
+    files) echo "" ;;
+    db/jet) echo "files" ;;
+    config) echo "files model" ;;
+    db) echo "db/jet files model" ;;
     stations) echo "db db/jet model" ;;
     switcher) echo "stations db db/jet model" ;;
     gateway) echo "switcher stations db db/jet model" ;;
     views/rules) echo "switcher stations db db/jet model" ;;
     views) echo "views/rules gateway switcher stations db db/jet config model" ;;
-    app) echo "views views/rules gateway switcher stations db db/jet config model" ;;
+    app) echo "views views/rules gateway switcher stations db db/jet config files model" ;;
   esac
 }
 
-folders="model db/jet config db stations switcher gateway views/rules views app"
+folders="model files db/jet config db stations switcher gateway views/rules views app"
 
 # folder_of PATH: the longest folder of the list that the path is in.
 folder_of() {
@@ -44,7 +45,7 @@ for folder in $folders; do
       esac
     done < <(sed -n 's/^#include "\(.*\/.*\)"$/\1/p' "$file")
     case "$folder" in
-      model | db/jet | db | views/rules)
+      model | files | db/jet | db | views/rules)
         if grep -nE '^#include <(Q|qt)' "$file"; then echo "$file must not know the toolkit"; failed=1; fi ;;
       config | switcher | gateway)
         if grep -nE '^#include <Q(Widget|Application|MessageBox|Dialog|Painter)' "$file"; then

@@ -16,6 +16,20 @@ void Must(const model::Status& status) {
   if (!status.ok()) throw std::runtime_error(status.Description());
 }
 
+// A database without records is not opened: each table has one until it is.
+void AddOne(jet::Database& database, const char* table, const char* field) {
+  std::unique_ptr<jet::RecordSet> records;
+  Must(database.OpenTable(table, &records));
+  Must(records->AddNew());
+  Must(records->Set(field, 1));
+  Must(records->Update());
+}
+
+void DeleteOne(jet::RecordSet& records) {
+  Must(records.Delete());
+  Must(records.MoveFirst());
+}
+
 std::unique_ptr<jet::RecordSet> OpenOwn(db::DatabaseFiles& files) {
   std::unique_ptr<jet::RecordSet> stations;
   Must(files.Database()->OpenTable(db::kStationsTable, &stations));
@@ -33,8 +47,12 @@ SmallDatabase::SmallDatabase(const jet::TableSpec& stations) {
     const std::array<jet::IndexSpec, 1> indexes{
         jet::IndexSpec{.name = db::kStationNumIndex, .fields = {"StationNum"}, .primary = true}};
     Must(database->CreateTable(stations, indexes));
+    AddOne(*database, db::kDbInfoTable, "StationCount");
+    AddOne(*database, db::kStationsTable, "StationNum");
   }
   Must(files_.Open());
+  DeleteOne(*files_.DbInfo());
+  DeleteOne(*files_.Stations());
 }
 
 void SmallDatabase::AddStation(int stationNum, const Fields& fields) {

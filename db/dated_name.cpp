@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+
+#include "db/dated_name.h"
+
+#include <array>
+#include <ctime>
+#include <string>
+
+#include "files/file.h"
+
+namespace db {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Today() {
+  const std::time_t now = std::time(nullptr);
+  std::array<char, 16> text{};
+  // One thread: nobody else asks for the time meanwhile.
+  if (const std::tm* const day = std::localtime(&now); day != nullptr) {
+    (void)std::strftime(text.data(), text.size(), "%Y-%m-%d", day);
+  }
+  return text.data();
+}
+
+bool IsFree(const fs::path& path) {
+  files::Kind kind = files::Kind::Nothing;
+  return !files::KindOf(path, &kind) && kind == files::Kind::Nothing;
+}
+
+}  // namespace
+
+fs::path DatedName(const fs::path& database, std::string_view what) {
+  constexpr int kMost = 1000;  // a folder that cannot be looked at has no free name
+  const std::string begin = "-" + std::string(what) + "-" + Today();
+  fs::path name;
+  for (int number = 1; number <= kMost; ++number) {
+    name = database.parent_path() / database.stem();
+    name += begin + (number > 1 ? "-" + std::to_string(number) : "");
+    name += database.extension();
+    if (IsFree(name)) break;
+  }
+  return name;
+}
+
+}  // namespace db

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef DB_DATED_NAME_H_
+#define DB_DATED_NAME_H_
+
+#include <filesystem>
+#include <string_view>
+
+namespace db {
+
+// A free name beside a database: "Tesk-damaged-2026-04-17.mdb" for Tesk.mdb and "damaged", with
+// "-2" and so on behind the day when that one is taken.
+std::filesystem::path DatedName(const std::filesystem::path& database, std::string_view what);
+
+}  // namespace db
+
+#endif  // DB_DATED_NAME_H_
