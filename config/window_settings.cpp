@@ -54,15 +54,15 @@ constexpr char kApplication[] = "Orvo Intercom Control";
 constexpr int kFileAccess = 75;
 constexpr std::uint64_t kLargestStore = std::uint64_t{1} << 20;
 
-// Where the store's file is.  A store is read when it is made, so the folder is asked for with a name
-// that nothing has.
+// Where the store's file is.  A store is read when it is made, so the folder is asked for with a
+// name that nothing has.
 QString StoreFile() {
   const QSettings nothing(QSettings::NativeFormat, QSettings::UserScope,
                           QStringLiteral("Orvo-nothing"));
   return QFileInfo(nothing.fileName())
       .dir()
-      .filePath(QStringLiteral("%1/%2.conf").arg(QLatin1String(kOrganization),
-                                                 QLatin1String(kApplication)));
+      .filePath(QStringLiteral("%1/%2.conf")
+                    .arg(QLatin1String(kOrganization), QLatin1String(kApplication)));
 }
 
 // The toolkit would wait for a pipe, read a device for ever and put a file in its place.

@@ -9,12 +9,10 @@
 #include <vector>
 
 #include "db/jet/database.h"
+#include "db/table.h"
 #include "model/status.h"
 
 namespace db {
-
-// The tables that go to the switcher, each made of a few fields of every station.
-enum class Table { OutputLabels, InputLabels, Inhibits, Relays, Buttons, Optos };
 
 // A record of which not every field can be read.
 struct UnreadableStation {

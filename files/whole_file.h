@@ -63,8 +63,8 @@ class Replacement {
   // The new file, to be written.  REQUIRES: begun.
   const std::shared_ptr<File>& NewFile() const { return file_; }
 
-  // Gives the new file the rights of the old one, if there is one, brings it to the disk and renames
-  // it.  After a failure the old file is as it was.
+  // Gives the new file the rights of the old one, if there is one, brings it to the disk and
+  // renames it.  After a failure the old file is as it was.
   Outcome PutInPlace();
 
  private:

@@ -3,14 +3,12 @@
 #ifndef SWITCHER_TABLE_H_
 #define SWITCHER_TABLE_H_
 
-#include <cstdint>
-
+#include "db/table.h"
 #include "model/system_model.h"
 
 namespace switcher {
 
-// The tables of the configuration that are sent to the switcher, in the order of a download.
-enum class Table : std::uint8_t { Optos, OutputLabels, InputLabels, Inhibits, Relays, Buttons };
+using db::Table;
 
 // What a table holds of one station or output (from 1), or of all with model::kAll.
 struct TablePart {

@@ -21,8 +21,7 @@ constexpr std::string_view kOptosFailed = "Error Sending Opto Programming Data";
 }  // namespace
 
 Transmission TableSenders::Labels(int selector) {
-  const db::Table table =
-      selector == kOutputLabels ? db::Table::OutputLabels : db::Table::InputLabels;
+  const Table table = selector == kOutputLabels ? Table::OutputLabels : Table::InputLabels;
   return {*this, kLabelsFailed, HasAll(table, 1, model_.LabelCount),
           [this, selector, texts = Bytes()](jet::Database& database, Bytes* message,
                                             bool* more) mutable -> model::Status {
@@ -42,37 +41,37 @@ Transmission TableSenders::Labels(int selector) {
 
 Transmission TableSenders::Inhibits(int station) {
   const bool all = station == model::kAll;
-  return Rows(kRowsFailed, db::Table::Inhibits, all ? 1 : station,
-              all ? model_.ChannelCount : station, ReadInhibits);
+  return Rows(kRowsFailed, Table::Inhibits, all ? 1 : station, all ? model_.ChannelCount : station,
+              ReadInhibits);
 }
 
 Transmission TableSenders::Relays(int station) {
   const bool all = station == model::kAll;
-  return Rows(kRowsFailed, db::Table::Relays, all ? 1 : station,
-              all ? model_.ChannelCount : station, ReadRelays);
+  return Rows(kRowsFailed, Table::Relays, all ? 1 : station, all ? model_.ChannelCount : station,
+              ReadRelays);
 }
 
 Transmission TableSenders::Buttons(int station) {
   const bool all = station == model::kAll;
-  return Rows(kButtonsFailed, db::Table::Buttons, all ? 1 : station,
+  return Rows(kButtonsFailed, Table::Buttons, all ? 1 : station,
               all ? model_.StationCount : station, ReadButtons);
 }
 
 Transmission TableSenders::Optos() {
-  return {*this, kOptosFailed, HasAll(db::Table::Optos, 1, model_.OptoCount),
+  return {*this, kOptosFailed, HasAll(Table::Optos, 1, model_.OptoCount),
           [this](jet::Database& database, Bytes* message, bool* more) {
             *more = false;
             return ReadOptos(database, model_, message);
           }};
 }
 
-Transmission::Check TableSenders::HasAll(db::Table table, int first, int last) const {
+Transmission::Check TableSenders::HasAll(Table table, int first, int last) const {
   // What has no record in a sound database either is skipped.
   const int lastRecord = std::min<int>(last, model_.LabelCount);
   return [this, table, first, lastRecord] { return files_.CheckTable(table, first, lastRecord); };
 }
 
-Transmission TableSenders::Rows(std::string_view failureLine, db::Table table, int first, int last,
+Transmission TableSenders::Rows(std::string_view failureLine, Table table, int first, int last,
                                 ReadStation read) {
   return {*this, failureLine, HasAll(table, first, last),
           [this, next = first, last, read](jet::Database& database, Bytes* message,

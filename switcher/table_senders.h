@@ -12,6 +12,7 @@
 #include "model/system_model.h"
 #include "switcher/send_progress.h"
 #include "switcher/serial_port.h"
+#include "switcher/table.h"
 #include "switcher/transmission.h"
 
 namespace switcher {
@@ -63,9 +64,9 @@ class TableSenders {
                                         int station, std::optional<Bytes>* message);
 
   // One message for each station of first..last that has a record.
-  Transmission Rows(std::string_view failureLine, db::Table table, int first, int last,
+  Transmission Rows(std::string_view failureLine, Table table, int first, int last,
                     ReadStation read);
-  Transmission::Check HasAll(db::Table table, int first, int last) const;
+  Transmission::Check HasAll(Table table, int first, int last) const;
   static std::optional<int> Run(Transmission transmission);
 
   model::SystemModel& model_;

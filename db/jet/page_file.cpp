@@ -58,8 +58,8 @@ std::unique_ptr<PageFile> MakePageFile(std::shared_ptr<files::File> file) {
 Status OpenPageFile(const std::filesystem::path& path, bool writable,
                     std::unique_ptr<PageFile>* file) {
   files::File opened;
-  const std::error_code error = writable ? files::File::OpenToEdit(path, &opened)
-                                         : files::File::OpenToRead(path, &opened);
+  const std::error_code error =
+      writable ? files::File::OpenToEdit(path, &opened) : files::File::OpenToRead(path, &opened);
   if (error) return Named(path, error, "opened");
   *file = MakePageFile(std::make_shared<files::File>(std::move(opened)));
   return {};

@@ -121,8 +121,7 @@ TEST(InstanceLock, IsNotTakenThroughALink) {
 
 TEST(InstanceLock, APipeInItsPlaceIsNotWaitedFor) {
   const QTemporaryDir folder;
-  const QByteArray name =
-      folder.filePath(QStringLiteral("WorkingDb.lock")).toLocal8Bit();
+  const QByteArray name = folder.filePath(QStringLiteral("WorkingDb.lock")).toLocal8Bit();
   ASSERT_EQ(mkfifo(name.constData(), 0666), 0);
   InstanceLock lock;
   EXPECT_EQ(lock.Take(folder.path()), InstanceLock::Result::Failed);
@@ -137,9 +136,9 @@ TEST(InstanceLock, IsNeverEverybodysToWrite) {
   const InstanceLock::Result taken = lock.Take(folder.path());
   umask(umaskBefore);
   ASSERT_EQ(taken, InstanceLock::Result::Taken);
-  EXPECT_EQ(QFile::permissions(folder.filePath(QStringLiteral("WorkingDb.lock"))) &
-                QFile::WriteOther,
-            QFile::Permissions());
+  EXPECT_EQ(
+      QFile::permissions(folder.filePath(QStringLiteral("WorkingDb.lock"))) & QFile::WriteOther,
+      QFile::Permissions());
 }
 
 }  // namespace

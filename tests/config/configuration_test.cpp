@@ -88,11 +88,11 @@ TEST(Configuration, ALineBreakInTheFoldersNameStaysOnItsLine) {
   model.AppPath = "/srv/a\n[SERIAL DEVICES]\r\nCOM1=/dev/null\\";
   IniFile file;
   WriteConfiguration(model, 1, file);
-  EXPECT_TRUE(file.Text().starts_with(
-      "[CONFIGURATION]\r\n"
-      "COM Port=1\r\n"
-      "App Path=/srv/a [SERIAL DEVICES]  COM1=/dev/null\\\r\n"
-      "Download Interval="));
+  EXPECT_TRUE(
+      file.Text().starts_with("[CONFIGURATION]\r\n"
+                              "COM Port=1\r\n"
+                              "App Path=/srv/a [SERIAL DEVICES]  COM1=/dev/null\\\r\n"
+                              "Download Interval="));
   EXPECT_EQ(SerialDevice(IniFile(file.Text()), 1), "/dev/ttyS0");
 }
 

@@ -186,10 +186,10 @@ ssize_t write(int handle, const void* bytes, size_t count) {
                  [&](size_t size) { return TESK_NEXT(write)(handle, bytes, size); });
 }
 
-#define TESK_PWRITE(function, offset_type)                                                       \
-  ssize_t function(int handle, const void* bytes, size_t count, offset_type offset) {            \
-    const OpenFile file(handle);                                                                 \
-    return DoWrite("write", file.name, count, ssize_t{-1},                                       \
+#define TESK_PWRITE(function, offset_type)                                                         \
+  ssize_t function(int handle, const void* bytes, size_t count, offset_type offset) {              \
+    const OpenFile file(handle);                                                                   \
+    return DoWrite("write", file.name, count, ssize_t{-1},                                         \
                    [&](size_t size) { return TESK_NEXT(function)(handle, bytes, size, offset); }); \
   }
 TESK_PWRITE(pwrite, off_t)

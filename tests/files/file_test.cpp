@@ -137,11 +137,17 @@ TEST_F(FileTest, ANewFileHasTheRightsOfItsFolder) {
     mode_t file;
   };
   constexpr Case kCases[] = {
-      {0755, 022, 0644}, {0755, 077, 0600}, {0700, 022, 0644},
+      {0755, 022, 0644},
+      {0755, 077, 0600},
+      {0700, 022, 0644},
       // Who may write in the folder may use the file.
-      {0775, 022, 0664}, {0770, 077, 0660}, {02775, 077, 0660},
+      {0775, 022, 0664},
+      {0770, 077, 0660},
+      {02775, 077, 0660},
       // Never may everybody write it.
-      {0777, 0, 0664},   {0777, 077, 0664}, {01777, 022, 0664},
+      {0777, 0, 0664},
+      {0777, 077, 0664},
+      {01777, 022, 0664},
   };
   for (const Case& each : kCases) {
     SCOPED_TRACE(testing::Message() << std::oct << each.folder << " with umask " << each.mask);
