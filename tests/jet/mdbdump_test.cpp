@@ -170,4 +170,65 @@ TEST_F(MdbdumpTest, ExplainsItself) {
   }
 }
 
+TEST_F(MdbdumpTest, SalvagesASoundFileWhole) {
+  const std::string made = (folder_ / "new.mdb").string();
+  const ProgramResult result = Mdbdump({"--salvage", test::SamplePath("tesk_jet3").string(), made});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.output, "DbInfo: 1 of 1 records\nStations: 128 of 128 records\n");
+  EXPECT_EQ(result.errors, "");
+  const ProgramResult dump = Mdbdump({made});
+  EXPECT_EQ(dump.exitCode, 0);
+  EXPECT_THAT(test::Differences(test::WithoutPlaces(test::ParseJson(dump.output)),
+                                test::WithoutPlaces(test::GoldenDump("tesk_jet4"))),
+              IsEmpty());
+}
+
+TEST_F(MdbdumpTest, SaysWhatASalvageLacks) {
+  auto bytes = test::SampleBytes("tesk_jet4");
+  const std::string text = "Notes for Station 007";
+  const auto at = std::search(bytes.begin(), bytes.end(), text.begin(), text.end());
+  ASSERT_NE(at, bytes.end());
+  const auto page = (at - bytes.begin()) / 4096 * 4096;
+  std::fill_n(bytes.begin() + page, 4096, 0);
+  const std::string damaged = Write(bytes);
+
+  const ProgramResult bare = Mdbdump({"--salvage", damaged, (folder_ / "bare.mdb").string()});
+  EXPECT_EQ(bare.exitCode, 1);
+  EXPECT_EQ(bare.output,
+            "DbInfo: 1 of 1 records\n"
+            "Stations: 123 of 128 records\n"
+            "missing: stations 6, 7, 8, 9, 10; without a record in the new file\n");
+
+  const ProgramResult filled =
+      Mdbdump({"--salvage", damaged, (folder_ / "filled.mdb").string(), "--defaults"});
+  EXPECT_EQ(filled.exitCode, 1);
+  EXPECT_EQ(filled.output,
+            "DbInfo: 1 of 1 records\n"
+            "Stations: 123 of 128 records\n"
+            "missing: stations 6, 7, 8, 9, 10; with the default record in the new file\n");
+}
+
+TEST_F(MdbdumpTest, DoesNotSalvageIntoAFileThatIsThere) {
+  const std::string there = Write({1, 2, 3});
+  const ProgramResult result =
+      Mdbdump({"--salvage", test::SamplePath("tesk_jet4").string(), there});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.output, "");
+  EXPECT_THAT(result.errors, EndsWith("Cannot make file.mdb: File exists\n"));
+  EXPECT_EQ(test::ReadFile(there), "\x01\x02\x03");
+}
+
+TEST_F(MdbdumpTest, ASalvageTakesTwoFiles) {
+  const std::string file = test::SamplePath("tesk_jet4").string();
+  for (const std::vector<std::string>& words :
+       std::vector<std::vector<std::string>>{{"--salvage", file},
+                                             {"--salvage", "--check", file, "new.mdb"},
+                                             {"--defaults", file},
+                                             {file, "new.mdb"}}) {
+    const ProgramResult result = Mdbdump(words);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(result.errors, StartsWith("Usage: mdbdump"));
+  }
+}
+
 }  // namespace
