@@ -16,9 +16,6 @@ namespace app {
 
 namespace {
 
-// The error number of a file or a folder that cannot be used.
-constexpr int kFileAccess = 75;
-
 std::filesystem::path Path(const QString& folder, const char* name = "") {
   return QDir(folder).filePath(QLatin1String(name)).toStdU16String();
 }
@@ -54,7 +51,8 @@ model::Status ChooseAppFolder(const QString& programFolder, const QString& userF
                               AppFolder* folder) {
   const std::error_code error = files::CheckFolder(Path(programFolder));
   if (error && !IsDenied(error)) {
-    return {kFileAccess, "Cannot write in " + programFolder.toStdString() + ": " + error.message()};
+    return {model::kFileAccess,
+            "Cannot write in " + programFolder.toStdString() + ": " + error.message()};
   }
   if (error) QDir().mkpath(userFolder);  // what stands in its way shows when it is locked
   *folder = {.path = error ? userFolder : programFolder, .program = programFolder, .lacks = {}};
@@ -67,7 +65,7 @@ void PrepareAppFolder(AppFolder* folder) {
        {std::pair{db::kMainFile, db::kLargestFile},
         std::pair{config::kConfigurationFile, config::kLargestIniFile}}) {
     const files::Outcome copied = CopyIfLacking(*folder, name, most);
-    if (!copied.ok() && folder->lacks.ok()) folder->lacks = {kFileAccess, copied.text};
+    if (!copied.ok() && folder->lacks.ok()) folder->lacks = {model::kFileAccess, copied.text};
   }
 }
 

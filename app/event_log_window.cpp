@@ -10,13 +10,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <filesystem>
 
+#include "files/whole_file.h"
 #include "views/icon.h"
 #include "views/on_screen.h"
 
@@ -152,12 +153,11 @@ void EventLogWindow::AskWhereToSave() {
 }
 
 bool EventLogWindow::SaveTo(const QString& path) {
-  QSaveFile file(path);
-  const QByteArray text = Text(false).toUtf8();
-  const bool saved =
-      file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
-  Say(saved ? tr("Saved to %1").arg(path) : tr("Not saved: %1").arg(file.errorString()));
-  return saved;
+  const files::Outcome saved =
+      files::Replace(std::filesystem::path(path.toStdU16String()), Text(false).toStdString());
+  Say(saved.ok() ? tr("Saved to %1").arg(path)
+                 : tr("Not saved: %1").arg(QString::fromStdString(saved.text)));
+  return saved.ok();
 }
 
 void EventLogWindow::Say(const QString& text) { said_->setText(text); }

@@ -3,14 +3,18 @@
 #include "app/export_menu.h"
 
 #include <QAction>
+#include <QBuffer>
 #include <QFileDialog>
-#include <QSaveFile>
+#include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "db/station_fields.h"
+#include "files/whole_file.h"
 #include "views/export/sheet_pdf.h"
 #include "views/rules/export_sheets.h"
 #include "views/rules/station_texts.h"
@@ -67,9 +71,8 @@ model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
   return {};
 }
 
-bool WriteText(QIODevice& device, const std::string& text) {
-  return device.write(text.data(), static_cast<qint64>(text.size())) ==
-         static_cast<qint64>(text.size());
+std::string_view AsText(const QByteArray& bytes) {
+  return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
 }  // namespace
@@ -126,33 +129,38 @@ bool ExportMenu::Write(Export what, const QString& path) {
     return false;
   }
 
-  QSaveFile file(path);
-  bool written = file.open(QIODevice::WriteOnly);
-  if (written) {
-    switch (what) {
-      case Export::MapCsv:
-        written = WriteText(file, rules::ToCsv(rules::MapSheet(grid)));
-        break;
-      case Export::MapPdf:
-        written = views::WriteMapPdf(file, tr("Crosspoint Map"), grid);
-        break;
-      case Export::LabelsCsv:
-        written = WriteText(file, rules::ToCsv(labels));
-        break;
-      case Export::LabelsPdf:
-        written = views::WriteTablePdf(file, tr("Station Labels"), labels);
-        break;
-      case Export::ProgrammingCsv:
-        written = WriteText(file, rules::ToCsv(rules::ProgrammingSheet(keys)));
-        break;
-      case Export::KeySheetsPdf:
-        written = views::WriteKeySheetsPdf(file, keys);
-        break;
-    }
+  bool drawn = true;
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);  // memory can always be written
+  switch (what) {
+    case Export::MapCsv:
+      bytes = QByteArray::fromStdString(rules::ToCsv(rules::MapSheet(grid)));
+      break;
+    case Export::MapPdf:
+      drawn = views::WriteMapPdf(buffer, tr("Crosspoint Map"), grid);
+      break;
+    case Export::LabelsCsv:
+      bytes = QByteArray::fromStdString(rules::ToCsv(labels));
+      break;
+    case Export::LabelsPdf:
+      drawn = views::WriteTablePdf(buffer, tr("Station Labels"), labels);
+      break;
+    case Export::ProgrammingCsv:
+      bytes = QByteArray::fromStdString(rules::ToCsv(rules::ProgrammingSheet(keys)));
+      break;
+    case Export::KeySheetsPdf:
+      drawn = views::WriteKeySheetsPdf(buffer, keys);
+      break;
   }
-  if (!written || !file.commit()) {
-    views::ShowRefusal(
-        services_, tr("%1 could not be written: %2").arg(path, file.errorString()).toStdString());
+  const files::Outcome written =
+      drawn ? files::Replace(std::filesystem::path(path.toStdU16String()), AsText(bytes))
+            : files::Failure("draw", std::filesystem::path(path.toStdU16String()),
+                             std::make_error_code(std::errc::not_enough_memory));
+  if (!written.ok()) {
+    views::ShowRefusal(services_, tr("%1 could not be written: %2")
+                                      .arg(path, QString::fromStdString(written.text))
+                                      .toStdString());
     return false;
   }
   Q_EMIT NoteRequested(tr("Written: %1").arg(path));

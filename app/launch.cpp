@@ -13,9 +13,6 @@ using Icon = model::ErrorReporter::Icon;
 
 constexpr int kAgainMilliseconds = 1000;
 
-// The error number of a file that cannot be used.
-constexpr int kFileAccess = 75;
-
 }  // namespace
 
 Launch::Launch(QString programFolder, QString userFolder)
@@ -48,7 +45,7 @@ void Launch::TryFolder() {
       boxes_->ShowOver(nullptr);
       return;
     case InstanceLock::Result::Failed:
-      SayFailure("Starting In This Folder", {kFileAccess, lock_.Reason()});
+      SayFailure("Starting In This Folder", {model::kFileAccess, lock_.Reason()});
       return;
     case InstanceLock::Result::Taken:
       break;

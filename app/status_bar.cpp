@@ -87,8 +87,7 @@ StatusBar::StatusBar(QWidget* parent)
          "up by itself when it can."));
   mapState_->setToolTip(tr("When the switcher last reported a part of the crosspoint map"));
   demo_->setToolTip(tr("Demo mode: the map draws its own takes, whatever the switcher says"));
-  // A frame makes them badges without a colour of their own.
-  folder_->setFrameShape(QFrame::Box);
+  // A frame makes it a badge without a colour of its own.
   demo_->setFrameShape(QFrame::Box);
   Want(readout_, true);
 

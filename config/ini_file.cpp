@@ -11,9 +11,6 @@ namespace config {
 
 namespace {
 
-// The error number of a settings file that cannot be read or written.
-constexpr int kFileAccess = 75;
-
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
@@ -53,7 +50,7 @@ std::string_view ValueOf(std::string_view line) {
 }
 
 model::Status StatusOf(const files::Outcome& outcome) {
-  return outcome.ok() ? model::Status() : model::Status(kFileAccess, outcome.text);
+  return outcome.ok() ? model::Status() : model::Status(model::kFileAccess, outcome.text);
 }
 
 }  // namespace

@@ -15,8 +15,8 @@ namespace config {
 
 namespace {
 
-constexpr char kPlaces[] = "WINDOW PLACES";
-constexpr char kSection[] = "Section";
+constexpr char kPlacesGroup[] = "WINDOW PLACES";
+constexpr char kPlacesKey[] = "Section";
 
 struct Default {
   const char* key;
@@ -50,8 +50,6 @@ constexpr char kApplication[] = "Orvo Intercom Control";
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
 
-// The error number of a file that cannot be used.
-constexpr int kFileAccess = 75;
 constexpr std::uint64_t kLargestStore = std::uint64_t{1} << 20;
 
 // Where the store's file is.  A store is read when it is made, so the folder is asked for with a
@@ -72,7 +70,7 @@ model::Status OpenStore(std::optional<QSettings>& store) {
   const files::Outcome read =
       files::ReadWhole(std::filesystem::path(name.toStdU16String()), kLargestStore, &present);
   if (!read.ok() && read.error != std::errc::no_such_file_or_directory) {
-    return {kFileAccess, read.text};
+    return {model::kFileAccess, read.text};
   }
   store.emplace(name, QSettings::NativeFormat);
   return {};
@@ -91,11 +89,11 @@ model::Status OpenStore(std::optional<QSettings>& store) {
 }  // namespace
 
 QString PlacesSection(const IniFile& file) {
-  return QString::fromStdString(file.Value(kPlaces, kSection));
+  return QString::fromStdString(file.Value(kPlacesGroup, kPlacesKey));
 }
 
 void SetPlacesSection(const QString& section, IniFile& file) {
-  file.SetValue(kPlaces, kSection, section.toStdString());
+  file.SetValue(kPlacesGroup, kPlacesKey, section.toStdString());
 }
 
 WindowSettings::WindowSettings(const QString& section)

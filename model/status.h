@@ -10,6 +10,9 @@
 
 namespace model {
 
+// The number of the failure that a file or a folder cannot be used.
+inline constexpr int kFileAccess = 75;
+
 // The outcome of an operation that can fail: success, or the number and the description that
 // the operator is shown.  It must be looked at; ignoring one takes a (void) and a reason.
 class [[nodiscard]] Status {

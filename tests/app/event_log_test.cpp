@@ -3,9 +3,11 @@
 #include "app/event_log.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QClipboard>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -110,6 +112,17 @@ TEST_F(EventLogTest, SaysWhyItCouldNotBeSaved) {
   EXPECT_TRUE(window_->findChild<QLabel*>(QStringLiteral("aidLogSaid"))
                   ->text()
                   .startsWith(QStringLiteral("Not saved: ")));
+}
+
+TEST_F(EventLogTest, IsSavedOverNothingButAFile) {
+  Open();
+  const QTemporaryDir folder;
+  const QString pipe = folder.filePath(QStringLiteral("events.txt"));
+  ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0666), 0);
+  EXPECT_FALSE(window_->SaveTo(pipe));
+  EXPECT_EQ(window_->findChild<QLabel*>(QStringLiteral("aidLogSaid"))->text(),
+            QStringLiteral("Not saved: Cannot replace events.txt: It is no ordinary file"));
+  EXPECT_FALSE(QFileInfo(pipe).isFile());
 }
 
 TEST_F(EventLogTest, FollowsTheNewestLineUnlessScrolledUp) {

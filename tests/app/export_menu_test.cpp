@@ -4,12 +4,14 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QAction>
 #include <QDialog>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <filesystem>
 
 #include "tests/views/mnemonics.h"
 #include "tests/views/view_console.h"
@@ -136,6 +138,17 @@ TEST_F(ExportMenuTest, AFileThatCannotBeWrittenIsReported) {
   EXPECT_THAT(
       console_.reporter.reports[0],
       testing::StartsWith("exclamation|Control Error|/nowhere/labels.csv could not be written: "));
+}
+
+TEST_F(ExportMenuTest, NothingButAFileIsReplaced) {
+  const QString path = folder_.filePath(QStringLiteral("map.csv"));
+  ASSERT_EQ(mkfifo(path.toLocal8Bit().constData(), 0666), 0);
+  EXPECT_FALSE(export_.Write(Export::MapCsv, path));
+  ASSERT_EQ(console_.reporter.reports.size(), 1U);
+  EXPECT_THAT(console_.reporter.reports[0],
+              testing::EndsWith("could not be written: Cannot replace map.csv: It is no ordinary "
+                                "file"));
+  EXPECT_TRUE(std::filesystem::is_fifo(path.toStdString()));
 }
 
 TEST_F(ExportMenuTest, WithoutADatabaseNothingIsWritten) {
