@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -170,7 +171,7 @@ TEST_F(SalvageTest, AWrongOffsetThatIsPossibleHarmsNoRow) {
   EXPECT_EQ(Read(8, "Notes"), jet::Value("Notes for Station 008"));
 }
 
-// A page of values that has one too many, because its record is lost, is not taken for a page that
+// A page of values that has one too many, because its record lost it, is not taken for a page that
 // has a wrong offset.
 TEST_F(SalvageTest, APageInItsPlaceIsNotTakenForAnother) {
   for (int station = 1; station <= 40; ++station) {
@@ -182,10 +183,15 @@ TEST_F(SalvageTest, APageInItsPlaceIsNotTakenForAnother) {
   const std::size_t values = PlaceOf(TwoBytesEach(kOddFlags)) / kPageSize * kPageSize;
   constexpr std::size_t kSlots = 14;
   damaged_.content[values + kSlots + 2 * 21] ^= 0x20;
-  const std::size_t five = PlaceOf(std::string{109, 0, 5, 0});
-  Zero(five, 600);
+  // The first long value of the fifth record, its inhibits: 128 bytes, on a page beyond the file.
+  const auto five =
+      damaged_.content.begin() + static_cast<std::ptrdiff_t>(PlaceOf(std::string{109, 0, 5, 0}));
+  const std::array<std::uint8_t, 4> head = {128, 0, 0, 0x40};
+  std::search(five, damaged_.content.end(), head.begin(), head.end())[7] = 0x7F;
   const SalvageReport report = Run();
-  EXPECT_THAT(report.missing, ElementsAre(5));
+  ASSERT_THAT(report.incomplete, SizeIs(1));
+  EXPECT_EQ(report.incomplete[0].station, 5);
+  EXPECT_THAT(report.incomplete[0].fields, ElementsAre("Inhibits"));
   EXPECT_EQ(Read(1, "Relays"), jet::Value(kOddFlags));
   std::string flags = kOddFlags;
   std::rotate(flags.begin(), flags.begin() + 22, flags.end());
