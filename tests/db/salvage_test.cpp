@@ -198,6 +198,22 @@ TEST_F(SalvageTest, APageInItsPlaceIsNotTakenForAnother) {
   EXPECT_EQ(Read(22, "Relays"), jet::Value(flags));
 }
 
+// Two offsets agree with the length of the value between them, and are not even on the page.
+TEST_F(SalvageTest, OffsetsThatAgreeByChanceHideNoValue) {
+  Store(4, "Relays", kOddFlags);
+  const std::size_t value = PlaceOf(TwoBytesEach(kOddFlags));
+  const std::size_t page = value / kPageSize * kPageSize;
+  const std::size_t slot = (page + kPageSize - value) / 128 - 1;
+  ASSERT_GT(slot, 0U);
+  damaged_.content[page] = 0xFF;
+  damaged_.content[page + 14 + 2 * slot - 2] = 0x80;
+  damaged_.content[page + 14 + 2 * slot - 1] = 0x1C;
+  damaged_.content[page + 14 + 2 * slot] = 0x00;
+  damaged_.content[page + 14 + 2 * slot + 1] = 0x1C;
+  EXPECT_TRUE(Run().IsWhole());
+  EXPECT_EQ(Read(4, "Relays"), jet::Value(kOddFlags));
+}
+
 // Within one sector of zeros everything of a record can be but its ends.
 TEST_F(SalvageTest, AValueOfNoLengthThatIsNowhereIsLost) {
   const std::size_t five = PlaceOf(std::string{109, 0, 5, 0});
