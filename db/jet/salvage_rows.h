@@ -26,7 +26,7 @@ enum class Evidence : std::uint8_t {
 };
 
 struct FoundRow {
-  RowPointer place;  // for a carved one, a slot that it cannot have had is possible
+  RowPointer place;  // of a carved one, whose slot is not known, slot 0
   Evidence evidence = Evidence::Live;
   const TableDef* layout = nullptr;
   ByteView bytes;

@@ -48,17 +48,21 @@ PossibleBegins FindBegin(const Format& format, ByteView page, const Lengths& exp
   const std::optional<std::uint32_t> own = stated(slot);
   const std::optional<std::uint32_t> end =
       slot == 0 ? std::optional(format.pageSize) : stated(slot - 1);
+  PossibleBegins possible;
   if (own && end && *own + length == *end) {
-    return {{*own}, LengthsOn(format, page).has_value()};
+    possible.begins.push_back(*own);
+    possible.isSure = LengthsOn(format, page).has_value();
+    if (possible.isSure) return possible;  // otherwise it may be so by chance
   }
 
   // Rows are stacked from the end of the page.
-  PossibleBegins possible;
   std::uint32_t begin = format.pageSize;
   std::uint32_t next = 0;
   for (auto row = expected.begin(); row != expected.end() && row->first == next; ++row, ++next) {
     begin -= std::min(begin, row->second);
-    if (row->first == slot) return {{begin}, false};
+    if (row->first != slot) continue;
+    possible.begins.push_back(begin);
+    return possible;
   }
 
   const auto following = expected.find(slot + 1);
@@ -66,11 +70,10 @@ PossibleBegins FindBegin(const Format& format, ByteView page, const Lengths& exp
     return following != expected.end() && stated(slot + 1) &&
            *stated(slot + 1) + following->second == at;
   };
+  const bool endIsSurer = end && *end >= length && isWhereNextEnds(*end - length);
+  if (endIsSurer) possible.begins.push_back(*end - length);
   if (own) possible.begins.push_back(*own);
-  if (end && *end >= length) possible.begins.push_back(*end - length);
-  if (possible.begins.size() == 2 && isWhereNextEnds(possible.begins[1])) {
-    std::swap(possible.begins[0], possible.begins[1]);
-  }
+  if (end && *end >= length && !endIsSurer) possible.begins.push_back(*end - length);
   const bool areAlike = std::all_of(expected.begin(), expected.end(),
                                     [length](const auto& row) { return row.second == length; });
   const std::uint32_t before = (slot + 1) * length;

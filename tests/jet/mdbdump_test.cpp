@@ -76,17 +76,17 @@ TEST_F(MdbdumpTest, NotesAreNoProblems) {
 // Other software makes a list of bitmap pages out of a window of bits and leaves behind the first
 // entry what stood there: here that pages 0 to 486 were in use, pages 487 to 511 free.
 TEST_F(MdbdumpTest, WhatStandsBehindTheListOfTheFreePagesIsNoPage) {
-  constexpr std::size_t kPage = 4096;
+  constexpr std::size_t kPageBytes = 4096;
   auto bytes = test::SampleBytes("tesk_jet4");
-  const auto pages = static_cast<std::uint32_t>(bytes.size() / kPage);
-  std::uint8_t* const row = &bytes[kPage + (jet::GetU16(&bytes[kPage + 14]) & 0x1FFF)];
+  const auto pages = static_cast<std::uint32_t>(bytes.size() / kPageBytes);
+  std::uint8_t* const row = &bytes[kPageBytes + (jet::GetU16(&bytes[kPageBytes + 14]) & 0x1FFF)];
   ASSERT_EQ(row[0], 0) << "a window";
   const std::vector<std::uint8_t> window(row + 5, row + 69);
   std::fill_n(row, 69, 0);
   row[0] = 1;
   jet::PutU32(row + 1, pages);
   jet::PutU32(row + 1 + 4 * 16, 0xFFFFFF80);
-  std::vector<std::uint8_t> bitmap(kPage, 0xFF);
+  std::vector<std::uint8_t> bitmap(kPageBytes, 0xFF);
   jet::PutU32(bitmap.data(), 0x0105);
   std::copy(window.begin(), window.end(), bitmap.begin() + 4);
   bitmap[4 + pages / 8] &= static_cast<std::uint8_t>(~(1U << (pages % 8)));
