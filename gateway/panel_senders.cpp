@@ -12,8 +12,6 @@ namespace gateway {
 
 namespace {
 
-using Kind = MessageId::Kind;
-
 // One text for the labels and for the programming.
 constexpr char kTableFailure[] = "Error Sending Alpha Table";
 
@@ -32,7 +30,9 @@ void PanelSenders::SendCrosspointMapToClients(int first, int count, int slot) {
   if (const auto status = BuildCrosspointMap(model_, first, count, &frame); !status.ok()) {
     model::ReportError(reporter_, "Error Sending Crosspoint Map", status);
   }
-  const MessageId id{.kind = count == 1 ? Kind::Row : Kind::Map, .first = first, .count = count};
+  const MessageId id{.kind = count == 1 ? MessageId::Kind::Row : MessageId::Kind::Map,
+                     .first = first,
+                     .count = count};
   queue_.SendToClient(FixedMessage(id, std::move(frame)), slot);
 }
 
@@ -42,11 +42,11 @@ void PanelSenders::SendAlphaTableToClients(int kind, int slot) {
       return BuildLabelTable(database, model_, kind, frame);
     });
   });
-  queue_.SendToClient({{.kind = Kind::Labels, .first = kind, .count = 0}, labels}, slot);
+  queue_.SendToClient({{.kind = MessageId::Kind::Labels, .first = kind, .count = 0}, labels}, slot);
 }
 
 void PanelSenders::SendStationProgrammingToClients(int slot) {
-  const Message list{{.kind = Kind::StationList, .first = 0, .count = 0},
+  const Message list{{.kind = MessageId::Kind::StationList, .first = 0, .count = 0},
                      [this] { return BuildStationList(model_); }};
   const auto programming = BuiltOnce([this] {
     return BuildTable([this](jet::Database& database, Bytes* frame) {
@@ -54,7 +54,8 @@ void PanelSenders::SendStationProgrammingToClients(int slot) {
     });
   });
   queue_.SendToClient(
-      {list, Message{{.kind = Kind::ButtonProgramming, .first = 0, .count = 0}, programming}},
+      {list,
+       Message{{.kind = MessageId::Kind::ButtonProgramming, .first = 0, .count = 0}, programming}},
       slot);
 }
 

@@ -5,6 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
+
+#include "db/schema.h"
+#include "tests/support/damaged_file.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/temporary_folder.h"
@@ -125,6 +129,48 @@ TEST_F(SendInhibitsTest, OnAClosedPortNoSendEventIsAskedFor) {
   EXPECT_FALSE(senders_.SendInhibits(9999));
   EXPECT_TRUE(model_.SendBusy);
   EXPECT_EQ(port_.sendThreshold, 0);
+}
+
+// The records of stations 11 to 15 stood on a page that is zeros now.
+class DamagedTablesTest : public SendInhibitsTest {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(db::CreateDatabase(folder_ / "Tesk.mdb").ok());
+    test::ZeroPageOf(folder_ / "Tesk.mdb", "Sta. 012");
+    model_.LabelCount = 128;
+    model_.StationCount = 64;
+    model_.OptoCount = 64;
+    SendInhibitsTest::SetUp();
+    ASSERT_THAT(files_.DamageFound().missing, ElementsAre(11, 12, 13, 14, 15));
+  }
+};
+
+TEST_F(DamagedTablesTest, NoTableThatLacksStationsIsSent) {
+  EXPECT_FALSE(senders_.SendInhibits(9999));
+  EXPECT_FALSE(senders_.SendRelays(9999));
+  EXPECT_FALSE(senders_.SendButtons(9999));
+  EXPECT_FALSE(senders_.SendButtons(12));
+  EXPECT_FALSE(senders_.SendOptos());
+  EXPECT_FALSE(senders_.SendLabels(20));
+  EXPECT_FALSE(senders_.SendLabels(10));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  const std::string title = "critical|Serial Communications Error|";
+  const std::string reason =
+      "\r\rError # 3049 - The database is damaged, stations cannot be read: ";
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre(title + "Error Sending Inhibits Table" + reason + "11 to 15",
+                          title + "Error Sending Inhibits Table" + reason + "11 to 15",
+                          title + "Error Sending Button Table" + reason + "11 to 15",
+                          title + "Error Sending Button Table" + reason + "12",
+                          title + "Error Sending Opto Programming Data" + reason + "11 to 15",
+                          title + "Error Sending Alpha Table" + reason + "11 to 15",
+                          title + "Error Sending Alpha Table" + reason + "11 to 15"));
+}
+
+TEST_F(DamagedTablesTest, WhatIsWholeIsSent) {
+  EXPECT_TRUE(senders_.SendInhibits(2));
+  EXPECT_EQ(port_.TakeWritten(), "F5 01 00 02 00 00 00 03 FF");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
 }  // namespace
