@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: MIT
 //
-// panel_attacks [SECONDS [PATIENCE]]: the real console on a simulated switcher of 57600 baud, under
-// one attack of network panels after the other, each for SECONDS (default 20).  Prints what it
-// measured, and ends with 0 when everybody else was served in time:
+// panel_attacks [SECONDS [PATIENCE [ATTACK]]]: the real console on a simulated switcher of 57600
+// baud, under one attack of network panels after the other, each for SECONDS (default 20).  Prints
+// what it measured, and ends with 0 when everybody else was served in time:
 //   flood        126 connections come and go; a row reaches a panel behind their slots within 3 s
-//   churn        96 connections a second; a panel's polls are answered within 1 s
-//   drip         a take that is never ended, a byte each 100 ms; its panel is dropped, and an
+//   churn        96 connections a second, each for a second; a panel's polls are answered within 1
+//   s drip         a take that is never ended, a byte each 100 ms; its panel is dropped, and an
 //                operator who closes the box sees at most one more in ten seconds
 //   endless      120 unended frames of 60 kB; the operator's take is on the line within 100 ms, a
 //                panel's polls are answered within 1 s
 //   takes        1,000 takes a second from 64 panels; a poll goes out at least every 3 s, the
 //                operator's take within 100 ms, and a dead switcher is noticed within 6 s
 //   full house   128 silent connections; a panel that comes has its answer within 3 s
-// All limits are multiplied by PATIENCE, for machines with something else to do.
+// All limits are multiplied by PATIENCE, for machines with something else to do.  ATTACK is the
+// name of the only one to run.
 
 #include <QCoreApplication>
 #include <QTcpServer>
@@ -21,6 +22,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -125,8 +127,8 @@ class House {
     milliseconds longest{0};
     for (const auto start = Clock::now(); Clock::now() - start < time_;) {
       const auto before = Clock::now();
-      longest =
-          std::max(longest, simulator_.WaitForLine("rx poll keep-alive", kLost) ? Since(before) : kLost);
+      longest = std::max(
+          longest, simulator_.WaitForLine("rx poll keep-alive", kLost) ? Since(before) : kLost);
     }
     return longest;
   }
@@ -184,7 +186,11 @@ bool Flood(House& house) {
 }
 
 bool Churn(House& house) {
-  const Attack churn(10ms, [&house] { RawPanel(house.Port()).Send(kIdentify); });
+  std::deque<RawPanel> crowd;
+  const Attack churn(10ms, [&] {
+    crowd.push_back(house.Panel());
+    if (crowd.size() > 96) crowd.pop_front();
+  });
   return house.Check("a poll's answer, longest", house.LongestAnswer(), 1000ms);
 }
 
@@ -266,12 +272,14 @@ int main(int argc, char** argv) {
   const int patience = argc > 2 ? std::max(std::atoi(argv[2]), 1) : 1;
   const auto time = std::chrono::duration_cast<Clock::duration>(
       std::chrono::duration<double>(std::max(seconds, 0.1)));
+  const std::string only = argc > 3 ? argv[3] : "";
   int failures = 0;
   const std::pair<const char*, bool (*)(House&)> attacks[] = {
       {"flood", Flood},     {"churn", Churn}, {"drip", Drip},
       {"endless", Endless}, {"takes", Takes}, {"full house", FullHouse},
   };
   for (const auto& [name, attack] : attacks) {
+    if (!only.empty() && only != name) continue;
     std::printf("%s\n", name);
     std::fflush(stdout);
     House house(time, patience);
