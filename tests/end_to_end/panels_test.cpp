@@ -285,7 +285,7 @@ TEST_F(PanelsTest, AnInhibitedTakeIsNotConfirmed) {
   ExpectMark(6, 8, kNoMark);
 }
 
-TEST_F(PanelsTest, ATakeOutsideTheSystemReachesNobody) {
+TEST_F(PanelsTest, ATakeOutsideTheSystemIsRefusedByTheSwitcher) {
   Start();
   Run({"take", "65", "1"}, kUsage);
   Run({"take", "1", "65"}, kUsage);
@@ -298,6 +298,7 @@ TEST_F(PanelsTest, ATakeOutsideTheSystemReachesNobody) {
                 " FE 24 00 00 00 00 02 26 FF"
                 " F5"));
   EXPECT_TRUE(IsAnswered(peer));
+  EXPECT_EQ(simulator_.WaitForLine("rx take"), "rx take output 65 source 1 action 2 (refused)");
   Run({"take", "2", "3"});
   const auto take = simulator_.WaitForLine("rx take");
   ASSERT_TRUE(take);
