@@ -37,8 +37,9 @@ void PanelSenders::SendCrosspointMapToClients(int first, int count, int slot) {
 }
 
 void PanelSenders::SendAlphaTableToClients(int kind, int slot) {
-  const auto labels = BuiltOnce([this, kind] {
-    return BuildTable([this, kind](jet::Database& database, Bytes* frame) {
+  const auto table = kind == kStationLabels ? db::Table::OutputLabels : db::Table::InputLabels;
+  const auto labels = BuiltOnce([this, kind, table] {
+    return BuildTable(table, [this, kind](jet::Database& database, Bytes* frame) {
       return BuildLabelTable(database, model_, kind, frame);
     });
   });
@@ -49,7 +50,7 @@ void PanelSenders::SendStationProgrammingToClients(int slot) {
   const Message list{{.kind = MessageId::Kind::StationList, .first = 0, .count = 0},
                      [this] { return BuildStationList(model_); }};
   const auto programming = BuiltOnce([this] {
-    return BuildTable([this](jet::Database& database, Bytes* frame) {
+    return BuildTable(db::Table::Buttons, [this](jet::Database& database, Bytes* frame) {
       return BuildButtonProgramming(database, model_, frame);
     });
   });
@@ -60,9 +61,12 @@ void PanelSenders::SendStationProgrammingToClients(int slot) {
 }
 
 Bytes PanelSenders::BuildTable(
-    const std::function<model::Status(jet::Database&, Bytes*)>& build) const {
+    db::Table table, const std::function<model::Status(jet::Database&, Bytes*)>& build) const {
   Bytes frame;
-  const model::Status status = files_.IsOpen() ? build(*files_.Database(), &frame) : db::NotOpen();
+  model::Status status = files_.IsOpen() ? model::Status() : db::NotOpen();
+  // Without a station that cannot be found, the others would stand in one another's places.
+  if (status.ok()) status = files_.CheckTable(table, 1, model_.ChannelCount);
+  if (status.ok()) status = build(*files_.Database(), &frame);
   if (status.ok()) return frame;
   model::ReportError(reporter_, kTableFailure, status);
   return {};

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "db/database_files.h"
+#include "db/table.h"
 #include "gateway/send_queue.h"
 #include "model/error_reporter.h"
 #include "model/system_model.h"
@@ -39,7 +40,8 @@ class PanelSenders {
 
  private:
   // The frame that `build` makes of the database; empty, and reported, when it cannot.
-  Bytes BuildTable(const std::function<model::Status(jet::Database&, Bytes*)>& build) const;
+  Bytes BuildTable(db::Table table,
+                   const std::function<model::Status(jet::Database&, Bytes*)>& build) const;
 
   const model::SystemModel& model_;
   const db::DatabaseFiles& files_;

@@ -4,7 +4,10 @@
 
 #include <map>
 
+#include "db/schema.h"
+#include "gateway/panel_tables.h"
 #include "tests/gateway/gateway_fixture.h"
+#include "tests/support/damaged_file.h"
 #include "tests/support/hex.h"
 
 namespace gateway {
@@ -615,6 +618,32 @@ TEST_F(PanelProtocolTest, WithoutADatabaseTablesAreReported) {
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Error Processing|Error in Error Sending Alpha Table"
                           "\rError # 3021 - The configuration database is not open"));
+}
+
+TEST_F(PanelProtocolTest, NoTableThatLacksStationsIsSent) {
+  // The records of stations 11 to 15 stood on a page that is zeros now.
+  test::TemporaryFolder folder;
+  ASSERT_TRUE(db::CreateDatabase(folder / "Tesk.mdb").ok());
+  test::ZeroPageOf(folder / "Tesk.mdb", "Sta. 012");
+  db::DatabaseFiles damaged(folder / "Tesk.mdb", folder / "WorkingDb.md$");
+  ASSERT_TRUE(damaged.Open().ok());
+  const auto panel = ConnectPanel();
+  PanelSenders senders(model_, damaged, Queue(), reporter_);
+  model_.ChannelCount = 16;
+  senders.SendAlphaTableToClients(kStationLabels, 1);
+  senders.SendStationProgrammingToClients(1);
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten().substr(0, 5), "FB 00") << "the list of stations alone";
+  const std::string lacking =
+      "critical|Error Processing|Error in Error Sending Alpha Table"
+      "\rError # 3049 - The database is damaged, stations cannot be read: 11 to 15";
+  EXPECT_THAT(reporter_.reports, ElementsAre(lacking, lacking));
+
+  // What is whole is sent.
+  model_.ChannelCount = 8;
+  senders.SendAlphaTableToClients(kStationLabels, 1);
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten().substr(0, 5), "FC 00");
 }
 
 TEST_F(PanelProtocolTest, ChannelsThatAreNotThereAreReported) {
