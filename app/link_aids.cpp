@@ -14,7 +14,7 @@ namespace {
 // A switcher answers the first poll; so many seconds without an answer, and there is none.
 constexpr int kPatience = 5;
 
-QString Text(const char* text) { return QCoreApplication::translate("LinkAids", text); }
+QString HintText(const char* text) { return QCoreApplication::translate("LinkAids", text); }
 
 }  // namespace
 
@@ -40,9 +40,9 @@ void LinkAids::Tick() {
 
 void LinkAids::ShowMapState() {
   if (IsConnected() && !model_.XmapComplete) {
-    status_.SetMapState(Text("Map requesting…"));
+    status_.SetMapState(HintText("Map requesting…"));
   } else if (mapTime_.isValid()) {
-    status_.SetMapState(Text("Map %1").arg(mapTime_.toString(QStringLiteral("HH:mm:ss"))));
+    status_.SetMapState(HintText("Map %1").arg(mapTime_.toString(QStringLiteral("HH:mm:ss"))));
   } else {
     status_.SetMapState({});
   }
@@ -60,8 +60,8 @@ void LinkAids::ShowHints() {
     hints_.Withdraw(Hint::NoSwitcher);
   } else if (++silentTicks_ == kPatience) {
     hints_.Give(Hint::NoSwitcher,
-                Text("No switcher found on COM %1. Help ▸ Contents shows how to try the "
-                     "simulated one.")
+                HintText("No switcher found on COM %1. Help ▸ Contents shows how to try the "
+                         "simulated one.")
                     .arg(model_.ComPort));
   }
 }

@@ -202,7 +202,7 @@ void MainWindow::UpdateCommands() {
 }
 
 void MainWindow::ShowLinkText(std::string_view text) {
-  const QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  const QString shown = QString::fromUtf8(text);
   statusBar_->SetLinkText(shown);
   Q_EMIT LinkTextShown(shown);
 }

@@ -10,14 +10,6 @@
 
 namespace app {
 
-namespace {
-
-QString ToQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-}  // namespace
-
 MessageBoxes::MessageBoxes(QObject* parent) : QObject(parent) {}
 
 MessageBoxes::~MessageBoxes() { delete box_; }
@@ -35,8 +27,8 @@ void MessageBoxes::Show(Icon icon, std::string_view title, std::string_view text
 void MessageBoxes::ShowOffering(Icon icon, std::string_view title, std::string_view text,
                                 std::vector<Offer> offers) {
   Report report{.icon = icon == Icon::Critical ? QMessageBox::Critical : QMessageBox::Warning,
-                .title = ToQString(title),
-                .text = ToQString(text),
+                .title = QString::fromUtf8(title),
+                .text = QString::fromUtf8(text),
                 .offers = std::move(offers)};
   Q_EMIT Reported(report.title, report.text);
   const auto same = std::find_if(reports_.begin(), reports_.end(), [&](const Report& other) {

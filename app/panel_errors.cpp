@@ -4,14 +4,6 @@
 
 namespace app {
 
-namespace {
-
-QString ToQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-}  // namespace
-
 PanelErrors::PanelErrors(MessageBoxes& boxes, HintStrip& hints, std::function<Time()> now)
     : boxes_(boxes), hints_(hints), now_(std::move(now)) {
   connect(&boxes, &MessageBoxes::Closed, this, [this](const QString& title, const QString& text) {
@@ -20,7 +12,7 @@ PanelErrors::PanelErrors(MessageBoxes& boxes, HintStrip& hints, std::function<Ti
 }
 
 void PanelErrors::Show(Icon icon, std::string_view title, std::string_view text) {
-  const Report report{ToQString(title), ToQString(text)};
+  const Report report{QString::fromUtf8(title), QString::fromUtf8(text)};
   if (!WasJustClosed(report)) {
     counted_ = 0;
     hints_.Withdraw(Hint::PanelReport);

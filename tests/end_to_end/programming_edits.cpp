@@ -5,7 +5,6 @@
 #include <functional>
 #include <string>
 
-#include "model/flag_string.h"
 #include "tests/end_to_end/pending_tables.h"
 
 namespace test {
@@ -30,7 +29,7 @@ std::string ButtonField(int button, const char* suffix) {
   return "B" + std::to_string(button) + " " + suffix;
 }
 
-int model::FirstFlag(const std::string& flags) { return static_cast<int>(flags.find('1')) + 1; }
+int FirstTarget(const std::string& flags) { return static_cast<int>(flags.find('1')) + 1; }
 
 // The window, and what the tables come to hold by what is done in it.
 class Programming {
@@ -139,7 +138,7 @@ bool ToggleTargetOf(Programming& window, int target) {
   const int button = window.Button();
   const std::string prog = ButtonField(button, "Prog");
   if (!window.Toggle("ckStationSel", target, prog)) return false;
-  const int first = model::FirstFlag(window.Get(prog));
+  const int first = FirstTarget(window.Get(prog));
   window.Set(ButtonField(button, "First"), std::to_string(first == 0 ? 1 : first));
   if (first == 0) window.Set(ButtonField(button, "Type"), kInactive);
   return true;
@@ -157,7 +156,7 @@ bool ClearTargets(ConsoleProcess& console, std::mt19937& random, StoredTables& t
   Programming window(console, random, tables);
   if (!window.Open(kEditTab) || !window.SelectButton()) return false;
   const std::string prog = ButtonField(window.Button(), "Prog");
-  while (const int first = model::FirstFlag(window.Get(prog))) {
+  while (const int first = FirstTarget(window.Get(prog))) {
     if (!ToggleTargetOf(window, first - 1)) return false;
   }
   return window.Done();
@@ -183,7 +182,7 @@ bool ToggleOptoTarget(ConsoleProcess& console, std::mt19937& random, StoredTable
       !window.Toggle("ckOptoStationSel", window.Draw(kTargets), "OptoStations")) {
     return false;
   }
-  const int first = model::FirstFlag(window.Get("OptoStations"));
+  const int first = FirstTarget(window.Get("OptoStations"));
   window.Set("OptoFirst", std::to_string(first == 0 ? 1 : first));
   if (first == 0) window.Set("OptoType", kInactive);
   return window.Done();

@@ -96,10 +96,10 @@ TEST_F(WindowPlacesTest, KeysThatScrollTheAreaChangeNoPlace) {
   for (int times = 0; times < 30; ++times) console.Keys("msfgXmap", "Down");
   for (int times = 0; times < 30; ++times) console.Keys("msfgXmap", "Right");
   EXPECT_EQ(console.Terminate(), 0);
-  for (const char* const line :
+  for (const char* const stored :
        {"ButnsLeft=0\n", "ButnsTop=0\n", "AlphasLeft=300\n", "AlphasTop=300\n", "XmapLeft=500\n",
         "XmapTop=500\n", "XmapWidth=10000\n", "XmapHeight=9000\n"}) {
-    EXPECT_THAT(ReadFile(places_), HasSubstr(line));
+    EXPECT_THAT(ReadFile(places_), HasSubstr(stored));
   }
 }
 
