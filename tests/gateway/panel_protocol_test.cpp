@@ -643,7 +643,7 @@ TEST_F(PanelProtocolTest, NoTableThatLacksStationsIsSent) {
   model_.ChannelCount = 8;
   senders.SendAlphaTableToClients(kStationLabels, 1);
   timer_.ElapseAll();
-  EXPECT_EQ(panel->TakeWritten().substr(0, 5), "FC 00");
+  EXPECT_EQ(panel->TakeWritten().substr(0, 5), "FC 14");
 }
 
 TEST_F(PanelProtocolTest, ChannelsThatAreNotThereAreReported) {
