@@ -14,7 +14,7 @@ need $build_packages $fuzz_packages
 
 cmake --preset debug -B build/alone -DCMAKE_CXX_COMPILER=clang++ -DBUILD_TESTING=OFF \
   -DTESK_WERROR=ON >/dev/null
-folders='app|bench|config|db|gateway|model|packaging|switcher|tools|views'
+folders='app|bench|config|db|files|gateway|model|packaging|stations|switcher|tools|views'
 # What includes a file that the build generates is left to the build.
 commands=$(sed -nE 's/^  "command": "(.*)",$/\1/p' build/alone/compile_commands.json |
   grep -E -- "-c $PWD/($folders)/[^ ]*\.cpp\$" |
