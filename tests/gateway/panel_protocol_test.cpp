@@ -142,6 +142,23 @@ TEST_F(PanelProtocolTest, ATakeThatNeverEndsIsReportedSoOftenAndNotMore) {
   EXPECT_THAT(events_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::UnfinishedTake)));
 }
 
+// The flush forgets the bytes, not how often they have been reported.
+TEST_F(PanelProtocolTest, TakesThatEachWaitForTheFlushAreReportedNoMoreOften) {
+  const auto panel = ConnectPanel();
+  int ticks = 0;
+  for (; Connection(1).Connected && ticks < 10000; ++ticks) {
+    if (Connection(1).RxData.empty()) panel->Send("FE 20");
+    Tick();
+  }
+  EXPECT_EQ(ticks, 400);
+  EXPECT_THAT(reporter_.reports, SizeIs(400));
+  EXPECT_THAT(events_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::UnfinishedTake)));
+  // The next client of the slot begins anew.
+  ConnectPanel()->Send("FE 20");
+  Ticks(100);
+  EXPECT_TRUE(Connection(1).Connected);
+}
+
 TEST_F(PanelProtocolTest, EachTakeHasReportsOfItsOwn) {
   const auto panel = ConnectPanel();
   for (int take = 0; take < 10; ++take) {
