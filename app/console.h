@@ -100,6 +100,7 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   InhibitedCells inhibits_;
   PanelReports panelReports_;
   PanelErrors panelErrors_;
+  switcher::LiveCommands panelCommands_;
   gateway::PanelGateway panels_;
   PanelForwarding forwarding_;
   switcher::Decoder decoder_;

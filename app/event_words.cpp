@@ -79,11 +79,14 @@ QString RetrievalWords(const switcher::RetrievalResult& result) {
       .arg(views::RetrievalSummary(result));
 }
 
-QString RefusalWords(std::string_view description, switcher::DecodeStatus status, int times) {
+QString RefusalWords(std::string_view description, switcher::DecodeStatus status) {
   const std::string_view word = switcher::StatusWord(status);
   const QString reason = word.empty() ? Text("not stored") : QString::fromUtf8(word);
-  const QString refused = Text("Refused: %1, %2").arg(QString::fromUtf8(description), reason);
-  return times == 1 ? refused : Text("%1 (%2 times)").arg(refused).arg(times);
+  return Text("Refused: %1, %2").arg(QString::fromUtf8(description), reason);
+}
+
+QString TimesWords(const QString& line, int times) {
+  return times == 1 ? line : Text("%1 (%2 times)").arg(line).arg(times);
 }
 
 QString ByteWords(std::uint8_t byte) {

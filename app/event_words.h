@@ -33,9 +33,11 @@ QString DownloadWords(const switcher::DownloadResult& result);
 // How a retrieval ended: "Retrieval finished: 197 messages, none refused".
 QString RetrievalWords(const switcher::RetrievalResult& result);
 
-// A message of the switcher that was refused, so many times since it was last spoken of:
-// "Refused: Output 12 Crosspoint Map, Failed Csum".
-QString RefusalWords(std::string_view description, switcher::DecodeStatus status, int times);
+// A message of the switcher that was refused: "Refused: Output 12 Crosspoint Map, Failed Csum".
+QString RefusalWords(std::string_view description, switcher::DecodeStatus status);
+
+// A line that stands for what happened so many times: "… (7 times)"; itself for once.
+QString TimesWords(const QString& line, int times);
 
 // A byte as it is written everywhere: "0xCD".
 QString ByteWords(std::uint8_t byte);

@@ -17,7 +17,7 @@ LogKeeper::LogKeeper(const LogSources& sources)
   FollowTransfers(sources.transfers);
   connect(&sources.boxes, &MessageBoxes::Reported, this,
           [this](const QString& title, const QString& text) {
-            log_.Add(Kind::Report, QStringLiteral("%1: %2").arg(title, text));
+            AddRepeated(Kind::Report, reports_, QStringLiteral("%1: %2").arg(title, text));
           });
   sources.commands.SetObserver(
       [this](const QString& id) { log_.Add(Kind::Command, CommandWords(id)); });
@@ -73,10 +73,14 @@ void LogKeeper::Show() {
   window_->activateWindow();
 }
 
+// Adds a line that may come many times a second.
+void LogKeeper::AddRepeated(Kind kind, RepeatedLines& lines, const QString& line) {
+  const int times = lines.Count(line, QDateTime::currentDateTime());
+  if (times > 0) log_.Add(kind, TimesWords(line, times));
+}
+
 void LogKeeper::NoteRefusal(const QString& description, switcher::DecodeStatus status) {
-  const std::string name = description.toStdString();
-  const int times = refusals_.Count(name, status, QDateTime::currentDateTime());
-  if (times > 0) log_.Add(Kind::Link, RefusalWords(name, status, times));
+  AddRepeated(Kind::Link, refusals_, RefusalWords(description.toStdString(), status));
 }
 
 void LogKeeper::NoteBlockedCode(std::optional<std::uint8_t> code) {

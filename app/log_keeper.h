@@ -17,7 +17,7 @@
 #include "app/message_boxes.h"
 #include "app/open_views.h"
 #include "app/panel_reports.h"
-#include "app/refusals.h"
+#include "app/repeated_lines.h"
 #include "app/reported_rows.h"
 #include "app/transfers.h"
 
@@ -59,6 +59,7 @@ class LogKeeper : public QObject {
  private:
   void FollowViews(OpenViews& views);
   void FollowTransfers(Transfers& transfers);
+  void AddRepeated(EventLog::Kind kind, RepeatedLines& lines, const QString& line);
   void NoteRefusal(const QString& description, switcher::DecodeStatus status);
   void NoteBlockedCode(std::optional<std::uint8_t> code);
 
@@ -66,7 +67,8 @@ class LogKeeper : public QObject {
   ChannelLabels& labels_;
   CrosspointWords crosspoints_;
   ReportedRows rows_;
-  Refusals refusals_;
+  RepeatedLines refusals_;
+  RepeatedLines reports_;
   QPointer<EventLogWindow> window_;
 };
 

@@ -13,29 +13,30 @@ PanelErrors::PanelErrors(MessageBoxes& boxes, HintStrip& hints, std::function<Ti
 
 void PanelErrors::Show(Icon icon, std::string_view title, std::string_view text) {
   const Report report{QString::fromUtf8(title), QString::fromUtf8(text)};
-  if (!WasJustClosed(report)) {
-    counted_ = 0;
+  Closed* const closed = JustClosed(report);
+  if (closed == nullptr) {
     hints_.Withdraw(Hint::PanelReport);
     boxes_.Show(icon, title, text);
     return;
   }
-  ++counted_;
-  const QString line = QString(report.second).replace(u'\r', QLatin1String(", "));
+  const int times = ++closed->counted;
+  const QString line = report.second.split(u'\r', Qt::SkipEmptyParts).join(QLatin1String(", "));
   hints_.Give(Hint::PanelReport,
-              counted_ == 1
-                  ? tr("Again since you closed it: %1").arg(line)
-                  : tr("Again since you closed it, %1 times: %2").arg(counted_).arg(line));
+              times == 1 ? tr("Again since you closed it: %1").arg(line)
+                         : tr("Again since you closed it, %1 times: %2").arg(times).arg(line));
 }
 
-bool PanelErrors::WasJustClosed(const Report& report) const {
+// Null when it was not.
+PanelErrors::Closed* PanelErrors::JustClosed(const Report& report) {
   const auto closed = closed_.find(report);
-  return closed != closed_.end() && now_() - closed->second < kQuiet;
+  const bool quiet = closed != closed_.end() && now_() - closed->second.at < kQuiet;
+  return quiet ? &closed->second : nullptr;
 }
 
 void PanelErrors::OnClosed(const Report& report) {
   const Time now = now_();
-  std::erase_if(closed_, [now](const auto& one) { return now - one.second >= kQuiet; });
-  closed_[report] = now;
+  std::erase_if(closed_, [now](const auto& one) { return now - one.second.at >= kQuiet; });
+  closed_[report] = {.at = now};
 }
 
 }  // namespace app

@@ -37,14 +37,18 @@ class PanelErrors : public QObject, public model::ErrorReporter {
  private:
   using Report = std::pair<QString, QString>;  // title and text
 
-  bool WasJustClosed(const Report& report) const;
+  struct Closed {
+    Time at;
+    int counted = 0;  // how often it has come since
+  };
+
+  Closed* JustClosed(const Report& report);
   void OnClosed(const Report& report);
 
   MessageBoxes& boxes_;
   HintStrip& hints_;
   const std::function<Time()> now_;
-  std::map<Report, Time> closed_;
-  int counted_ = 0;  // since the last box
+  std::map<Report, Closed> closed_;
 };
 
 }  // namespace app

@@ -111,6 +111,7 @@ void ClientTable::Close(int slot) {
   connection.Requests.clear();
   connection.Takes.clear();
   connection.UnfinishedTicks = 0;
+  connection.TakeReports = 0;
   At(slot).unread = false;
   const std::string address = std::exchange(connection.PeerIP, {});
   connection.KeepAliveCount = 0;

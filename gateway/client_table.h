@@ -31,6 +31,7 @@ struct ClientConnection {
   std::deque<PanelTake> Takes;        // that wait for the line
   int KeepAliveCount = 0;   // set to 0 by accepting and by keep-alives; nothing counts it up
   int UnfinishedTicks = 0;  // decode ticks that have found the frame in front without its end
+  int TakeReports = 0;      // of takes without their end, since the last whole frame
 
   // What of that which was received waits, in bytes.
   std::size_t Undecoded() const {

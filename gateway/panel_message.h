@@ -35,7 +35,7 @@ struct MessageId {
 };
 
 // A message for panels.  Its bytes are asked for when its turn comes, for each slot.  Without any
-// it is passed over, and costs no pause.
+// it is passed over, and what is for all goes to nobody else either.
 struct Message {
   MessageId id;
   std::function<Bytes()> bytes;

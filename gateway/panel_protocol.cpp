@@ -59,6 +59,7 @@ void PanelProtocol::DecodeClientMessage(int slot) {
     HandleByte(first, slot);
   } else if (end > 0) {
     client.UnfinishedTicks = 0;
+    client.TakeReports = 0;
     HandleFrame(received.Cut(end), slot);
   } else {
     WaitForEnd(slot);
@@ -97,12 +98,11 @@ void PanelProtocol::WaitForEnd(int slot) {
     return;
   }
   if (clients_.IsUnread(slot)) return;  // its end may be in the socket
-  ++client.UnfinishedTicks;
   if (client.RxData.front() == kTakeType) {
     model::ReportError(reporter_, "Error Processing Take Command",
                        {kOutOfRange, "The end of the frame has not arrived"});
-    if (client.UnfinishedTicks >= kMostTakeReports) clients_.Drop(slot, DropReason::UnfinishedTake);
-  } else if (client.UnfinishedTicks >= kUnfinishedTicks) {
+    if (++client.TakeReports >= kMostTakeReports) clients_.Drop(slot, DropReason::UnfinishedTake);
+  } else if (++client.UnfinishedTicks >= kUnfinishedTicks) {
     client.RxData.Clear();
     client.UnfinishedTicks = 0;
   }

@@ -26,7 +26,7 @@ class PanelProtocol {
   static constexpr int kUnfinishedTicks = 6000;
 
   // A take that has not arrived whole is reported with every tick.  After so many reports its
-  // client is dropped.
+  // client is dropped, unless a whole frame has come between them.
   static constexpr int kMostTakeReports = 400;
 
   // All must outlive the object.

@@ -16,25 +16,22 @@ void SendOrder::AddFor(const Receiver& receiver, const Message& message) {
 
 void SendOrder::AddForAll(const std::vector<Receiver>& receivers,
                           const std::vector<Message>& messages) {
-  std::vector<std::shared_ptr<int>> pauses;
-  for (std::size_t i = 0; i < messages.size(); ++i) pauses.push_back(std::make_shared<int>(0));
+  std::vector<std::shared_ptr<ForAll>> forAll;
+  for (std::size_t i = 0; i < messages.size(); ++i) forAll.push_back(std::make_shared<ForAll>());
   std::vector<Receiver> others;
   for (const Receiver& receiver : receivers) {
-    if (!Replace(receiver, messages, pauses)) others.push_back(receiver);
+    if (!Replace(receiver, messages, forAll)) others.push_back(receiver);
   }
   for (std::size_t i = 0; i < messages.size(); ++i) {
     for (const Receiver& receiver : others) {
-      Append({.message = messages[i],
-              .receiver = receiver,
-              .direct = false,
-              .pausesForNobody = pauses[i]});
+      Append({.message = messages[i], .receiver = receiver, .direct = false, .forAll = forAll[i]});
     }
   }
 }
 
 // Puts the messages in the places of those that wait for the receiver, if all of them can be.
 bool SendOrder::Replace(const Receiver& receiver, const std::vector<Message>& messages,
-                        const std::vector<std::shared_ptr<int>>& pauses) {
+                        const std::vector<std::shared_ptr<ForAll>>& forAll) {
   std::vector<Place> places;
   for (const Message& message : messages) {
     const auto found = places_.find({receiver.slot, message.id});
@@ -46,7 +43,7 @@ bool SendOrder::Replace(const Receiver& receiver, const std::vector<Message>& me
   }
   for (std::size_t i = 0; i < messages.size(); ++i) {
     places[i]->message = messages[i];
-    places[i]->pausesForNobody = pauses[i];
+    places[i]->forAll = forAll[i];
   }
   return true;
 }

@@ -43,14 +43,19 @@ class SendOrder {
     std::uint64_t connection = 0;
   };
 
+  // What the items of one message for all have in common.
+  struct ForAll {
+    int pausesForNobody = 0;  // how many slots without a connection have cost their pause
+    bool failed = false;      // it has no bytes, which has cost its pause
+  };
+
   // A message for one slot.
   struct Item {
     Message message;
     Receiver receiver;
-    bool direct = false;  // added for this slot alone
-    // Of what goes to all: how many slots without a connection have cost their pause.
-    std::shared_ptr<int> pausesForNobody = {};
-    std::uint64_t number = 0;  // in the order in which they were added
+    bool direct = false;                  // added for this slot alone
+    std::shared_ptr<ForAll> forAll = {};  // of what goes to all
+    std::uint64_t number = 0;             // in the order in which they were added
   };
 
   // Adds a message that is for one slot.
@@ -85,7 +90,7 @@ class SendOrder {
 
   void Append(Item item);
   bool Replace(const Receiver& receiver, const std::vector<Message>& messages,
-               const std::vector<std::shared_ptr<int>>& pauses);
+               const std::vector<std::shared_ptr<ForAll>>& forAll);
   bool MapWaitsBehind(const Item& row) const;
   static bool GivesWay(const Item& waiting, const Item& newer);
   void AddAnswer(Item item);

@@ -19,7 +19,9 @@ void SendQueue::SendToClient(const std::vector<Message>& messages, int slot) {
     for (int each = 1; each <= clients_.SocketCount(); ++each) all.push_back(ReceiverOf(each));
     order_.AddForAll(all, messages);
   } else {
-    for (const Message& message : messages) order_.AddFor(ReceiverOf(slot), message);
+    const SendOrder::Receiver receiver = ReceiverOf(slot);
+    if (receiver.connection == 0) return;
+    for (const Message& message : messages) order_.AddFor(receiver, message);
   }
   if (!pausing_) SendOn();
 }
@@ -33,12 +35,15 @@ bool SendQueue::IsThere(const SendOrder::Receiver& receiver) const {
          clients_.IsConnected(receiver.slot);
 }
 
-// Whether a message for all passes over a slot without a connection, because enough of them have
-// cost their pause.  Counts those that do.
+// Whether a message for all passes over a slot: because it has no bytes, as another slot has found
+// out, or because there is no connection and enough of such slots have cost their pause.  Counts
+// those that do.
 bool SendQueue::CostsNoPause(const Item& item) const {
-  if (item.direct || IsThere(item.receiver)) return false;
-  if (*item.pausesForNobody == kMostPausesForNobody) return true;
-  ++*item.pausesForNobody;
+  if (item.direct) return false;
+  if (item.forAll->failed) return true;
+  if (IsThere(item.receiver)) return false;
+  if (item.forAll->pausesForNobody == kMostPausesForNobody) return true;
+  ++item.forAll->pausesForNobody;
   return false;
 }
 
@@ -64,6 +69,10 @@ void SendQueue::SendOn() {
     pausing_ = false;
     return;
   }
+  if (next->bytes.empty()) {
+    PassOver(next->item);
+    return;
+  }
   clients_.TcpIdleTicks = 0;
   const std::span<const std::uint8_t> rest = std::span(next->bytes).subspan(next->sent);
   const auto piece = rest.first(std::min(rest.size(), kPieceSize));
@@ -78,15 +87,21 @@ void SendQueue::SendOn() {
   }
 }
 
-// The next message that has something to say.
+// The next message that costs a pause.
 std::optional<SendQueue::Outgoing> SendQueue::TakeNext() {
   while (std::optional<Item> item = order_.TakeNext(begun_ ? begun_->item.receiver.slot : 0)) {
     if (CostsNoPause(*item)) continue;
     Bytes bytes = item->message.bytes();
-    if (!bytes.empty()) return Outgoing{.item = std::move(*item), .bytes = std::move(bytes)};
-    TellDone(*item, false);
+    return Outgoing{.item = std::move(*item), .bytes = std::move(bytes)};
   }
   return std::nullopt;
+}
+
+// Pauses for a message that has no bytes.
+void SendQueue::PassOver(const Item& item) {
+  timer_.Start(kPause, [this] { SendOn(); });
+  if (item.forAll) item.forAll->failed = true;
+  TellDone(item, false);
 }
 
 // Writes a piece to the connection that it is for, if that is still there.
@@ -106,7 +121,8 @@ SendQueue::Delivery SendQueue::Deliver(const SendOrder::Receiver& receiver,
 }
 
 void SendQueue::TellDone(const Item& item, bool sent) const {
-  if (item.direct && done_) done_(item.receiver.slot, item.message.id, sent);
+  const bool holds = ReceiverOf(item.receiver.slot).connection == item.receiver.connection;
+  if (item.direct && holds && done_) done_(item.receiver.slot, item.message.id, sent);
 }
 
 }  // namespace gateway

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "gateway/client_table.h"
@@ -25,6 +26,9 @@ namespace gateway {
 // A slot without a connection costs the pauses, too.  Of a message for all, so many slots do as
 // kMostPausesForNobody says, and the others none: each connection that there ever was at a time has
 // left a slot.
+//
+// A message that turns out to have no bytes costs one pause, too, whoever it is for: to find out
+// that a table cannot be read may have read the whole database.
 class SendQueue {
  public:
   static constexpr std::size_t kPieceSize = 16384;
@@ -47,7 +51,8 @@ class SendQueue {
 
   void SetDone(Done done) { done_ = std::move(done); }
 
-  // Sends a message to a slot, or with model::kAll to every slot in ascending order.
+  // Sends a message to a slot, or with model::kAll to every slot in ascending order.  What is for
+  // one slot alone that has no connection is forgotten.
   void SendToClient(const Message& message, int slot);
 
   // Sends messages that belong together, one after the other.
@@ -79,6 +84,7 @@ class SendQueue {
   bool CostsNoPause(const Item& item) const;
   void SendOn();
   std::optional<Outgoing> TakeNext();
+  void PassOver(const Item& item);
   Delivery Deliver(const SendOrder::Receiver& receiver, std::span<const std::uint8_t> piece);
   void TellDone(const Item& item, bool sent) const;
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "switcher/line_pace.h"
+#include "switcher/messages/take.h"
 
 namespace switcher {
 
@@ -16,7 +17,7 @@ bool LineShare::HasRoom() const {
     const milliseconds usable = std::max(left - kBeforePoll, milliseconds(0));
     room = std::min(room, LinePace::BytesIn(usable));
   }
-  return port_.Unsent() < room;
+  return port_.Unsent() + kTakeLength <= room;
 }
 
 }  // namespace switcher

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <utility>
 
 #include "switcher/serial_port.h"
 
@@ -17,7 +18,8 @@ namespace switcher {
 // time of the little, and every poll finds the output drained.
 class LineShare {
  public:
-  // With so many bytes that the line has not sent yet, or more, takes wait: 44 ms.
+  // So many bytes may wait on the line, a take included: 44 ms, and what the port holds without
+  // making its sender wait.
   static constexpr std::size_t kMostBehind = 256;
 
   // So long before a poll everything is to be sent.

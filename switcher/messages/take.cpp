@@ -6,10 +6,6 @@
 
 namespace switcher {
 
-namespace {
-constexpr std::size_t kTakeLength = 9;
-}  // namespace
-
 Bytes EncodeTake(const Take& take) {
   WireWriter writer(kTakeCode);
   writer.PutPair(take.action);

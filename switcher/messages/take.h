@@ -6,6 +6,7 @@
 #ifndef SWITCHER_MESSAGES_TAKE_H_
 #define SWITCHER_MESSAGES_TAKE_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -13,6 +14,8 @@
 #include "switcher/wire.h"
 
 namespace switcher {
+
+inline constexpr std::size_t kTakeLength = 9;
 
 // Action bytes.  Bit 1 is set to make a crosspoint and clear to break it.
 enum class TakeAction : std::uint8_t {

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "app/command_table.h"
-#include "app/refusals.h"
+#include "app/repeated_lines.h"
 
 namespace app {
 namespace {
@@ -57,11 +57,17 @@ TEST(EventWords, ARetrievalSaysWhatCame) {
       QStringLiteral("Retrieval cancelled: 197 messages, 2 refused, the first: Alpha Labels"));
 }
 
-TEST(EventWords, RefusalsHaveTheirReasonAndTheirCount) {
-  EXPECT_EQ(RefusalWords("Output 12 Crosspoint Map", DecodeStatus::ChecksumFailed, 1),
+TEST(EventWords, RefusalsHaveTheirReason) {
+  EXPECT_EQ(RefusalWords("Output 12 Crosspoint Map", DecodeStatus::ChecksumFailed),
             QStringLiteral("Refused: Output 12 Crosspoint Map, Failed Csum"));
-  EXPECT_EQ(RefusalWords("Alpha Labels", DecodeStatus::NotStored, 7),
-            QStringLiteral("Refused: Alpha Labels, not stored (7 times)"));
+  EXPECT_EQ(RefusalWords("Alpha Labels", DecodeStatus::NotStored),
+            QStringLiteral("Refused: Alpha Labels, not stored"));
+}
+
+TEST(EventWords, LinesThatStandForSeveralHaveTheirCount) {
+  const QString line = QStringLiteral("Refused: Alpha Labels, not stored");
+  EXPECT_EQ(TimesWords(line, 1), line);
+  EXPECT_EQ(TimesWords(line, 7), QStringLiteral("Refused: Alpha Labels, not stored (7 times)"));
 }
 
 // Panels ask for actions that no tool has.
@@ -73,29 +79,29 @@ TEST(EventWords, AnActionWithoutANameHasItsByte) {
   EXPECT_EQ(words.Command(3, 12, 0x03), QStringLiteral("Take: Out 3 < In 12"));
 }
 
-TEST(Refusals, TheSameOneIsSpokenOfOnceAMinuteWithItsCount) {
-  Refusals refusals;
+TEST(RepeatedLines, TheSameOneIsWrittenOnceAMinuteWithItsCount) {
+  RepeatedLines lines;
   const QDateTime start(QDate(2026, 1, 2), QTime(12, 0));
-  const auto count = [&](std::string_view what, DecodeStatus status, int seconds) {
-    return refusals.Count(what, status, start.addSecs(seconds));
+  const auto count = [&](const char* line, int seconds) {
+    return lines.Count(QLatin1String(line), start.addSecs(seconds));
   };
-  EXPECT_EQ(count("Output 1 Crosspoint Map", DecodeStatus::WrongSize, 0), 1);
-  EXPECT_EQ(count("Output 1 Crosspoint Map", DecodeStatus::WrongSize, 1), 0);
-  EXPECT_EQ(count("Output 1 Crosspoint Map", DecodeStatus::ChecksumFailed, 1), 1);
-  EXPECT_EQ(count("Output 2 Crosspoint Map", DecodeStatus::WrongSize, 1), 1);
-  EXPECT_EQ(count("Output 1 Crosspoint Map", DecodeStatus::WrongSize, 59), 0);
-  EXPECT_EQ(count("Output 1 Crosspoint Map", DecodeStatus::WrongSize, 60), 3);
-  EXPECT_EQ(count("Output 1 Crosspoint Map", DecodeStatus::WrongSize, 61), 0);
+  EXPECT_EQ(count("Refused: Output 1, Size Error", 0), 1);
+  EXPECT_EQ(count("Refused: Output 1, Size Error", 1), 0);
+  EXPECT_EQ(count("Refused: Output 1, Failed Csum", 1), 1);
+  EXPECT_EQ(count("Refused: Output 2, Size Error", 1), 1);
+  EXPECT_EQ(count("Refused: Output 1, Size Error", 59), 0);
+  EXPECT_EQ(count("Refused: Output 1, Size Error", 60), 3);
+  EXPECT_EQ(count("Refused: Output 1, Size Error", 61), 0);
 }
 
-TEST(Refusals, NoiseOfAnyKindIsRememberedWithinBounds) {
-  Refusals refusals;
+TEST(RepeatedLines, NoiseOfAnyKindIsRememberedWithinBounds) {
+  RepeatedLines lines;
   const QDateTime now(QDate(2026, 1, 2), QTime(12, 0));
-  int spoken = 0;
+  int written = 0;
   for (int i = 0; i < 100'000; ++i) {
-    spoken += refusals.Count("Output " + std::to_string(i), DecodeStatus::WrongChannel, now);
+    written += lines.Count(QStringLiteral("Output %1").arg(i), now);
   }
-  EXPECT_EQ(spoken, 100'000);
+  EXPECT_EQ(written, 100'000);
 }
 
 }  // namespace

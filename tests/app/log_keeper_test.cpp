@@ -188,6 +188,20 @@ TEST_F(LogKeeperTest, TheLinkThePanelsAndNotesHaveTheirLines) {
   EXPECT_THAT(Lines(EventLog::Kind::Note), ElementsAre("Written: /tmp/labels.csv"));
 }
 
+// A stranger on the network can cause reports without end.
+TEST_F(LogKeeperTest, EqualReportsDoNotPushEverythingElseOut) {
+  keeper_.Note(QStringLiteral("Written: /tmp/labels.csv"));
+  for (int i = 0; i < 10'000; ++i) {
+    boxes_.Show(model::ErrorReporter::Icon::Critical, "Error Processing", "No end");
+  }
+  boxes_.Show(model::ErrorReporter::Icon::Critical, "Error Processing", "Gone");
+  EXPECT_THAT(Lines(EventLog::Kind::Note), ElementsAre("Written: /tmp/labels.csv"));
+  const std::vector<std::string> reports = Lines(EventLog::Kind::Report);
+  ASSERT_FALSE(reports.empty());
+  EXPECT_EQ(reports.front(), "Error Processing: No end");
+  EXPECT_EQ(reports.back(), "Error Processing: Gone");
+}
+
 // Four channels with labels of their own, but for output 4 and input 3.
 class LogWordsTest : public LogKeeperTest {
  protected:

@@ -95,6 +95,29 @@ TEST_F(PanelErrorsTest, AnotherReportIsABoxAtOnce) {
   EXPECT_NE(Box(), nullptr);
 }
 
+TEST_F(PanelErrorsTest, EachReportHasACountOfItsOwn) {
+  Report("one");
+  Close();
+  Report("one");
+  Report("other");
+  Close();
+  Report("other");
+  EXPECT_EQ(Hint(), "Again since you closed it: other");
+  Report("one");
+  EXPECT_EQ(Hint(), "Again since you closed it, 2 times: one");
+  Report("other");
+  EXPECT_EQ(Hint(), "Again since you closed it, 2 times: other");
+}
+
+TEST_F(PanelErrorsTest, EmptyLinesOfAReportAreNotInTheHint) {
+  Report("Error Sending Take Command\r\rError # 8018 - The serial port is not open");
+  Close();
+  Report("Error Sending Take Command\r\rError # 8018 - The serial port is not open");
+  EXPECT_EQ(Hint(),
+            "Again since you closed it: Error Sending Take Command, Error # 8018 - The serial port "
+            "is not open");
+}
+
 TEST_F(PanelErrorsTest, AClosedHintStaysAwayUntilTheNextBox) {
   Report();
   Close();

@@ -11,7 +11,9 @@
 #include "tests/end_to_end/console_process.h"
 #include "tests/end_to_end/system_database.h"
 #include "tests/support/damaged_file.h"
+#include "tests/support/fake_console.h"
 #include "tests/support/simulator_process.h"
+#include "tests/support/socket_peer.h"
 
 namespace test {
 namespace {
@@ -63,6 +65,31 @@ TEST_F(BadInputTest, AMissingSerialDeviceIsSaidOnceAndFoundWhenItComes) {
   EXPECT_TRUE(ConsoleProcess::WaitFor(
       [&] { return console.LinkText() == "Connected - COM 1  (57600, 8, N, 1)"; }));
   EXPECT_TRUE(console.Boxes().empty());
+}
+
+// Whoever is on the network may take as often as they like.
+TEST_F(BadInputTest, TakesOfPanelsWithoutTheLineBringNoBoxBackThatWasJustClosed) {
+  const int port = FakeConsole().Port();
+  folder_.WriteSettings(folder_ / "line",
+                        "IP Port=" + std::to_string(port) + "\r\nSoftpanel Support=Yes\r\n");
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  EXPECT_EQ(AllBoxes(console).size(), 1U) << "there is no such line";
+  SocketPeer panel;
+  ASSERT_TRUE(panel.Connect(port));
+  ASSERT_TRUE(panel.Send("81 1E 1E FF FE 20 00 05 00 07 00 2C FF"));
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_EQ(AllBoxes(console), (std::vector<Box>{{"critical", "Serial Communications Error",
+                                                  "Error Sending Take Command\r\r"
+                                                  "Error # 8018 - The serial port is not open",
+                                                  ""}}));
+  ASSERT_TRUE(panel.Send("FE 20 00 05 00 07 00 2C FF"));
+  ASSERT_TRUE(ConsoleProcess::WaitFor(
+      [&] { return console.IsShown("aidHintStrip") || !console.Boxes().empty(); }));
+  EXPECT_TRUE(console.Boxes().empty());
+  EXPECT_EQ(console.Property("aidHintStrip", "accessibleName").toString().toStdString(),
+            "Again since you closed it: Error Sending Take Command, Error # 8018 - The serial port "
+            "is not open");
 }
 
 TEST_F(BadInputTest, ABusySerialDeviceIsSaid) {

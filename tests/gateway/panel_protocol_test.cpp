@@ -142,6 +142,23 @@ TEST_F(PanelProtocolTest, ATakeThatNeverEndsIsReportedSoOftenAndNotMore) {
   EXPECT_THAT(events_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::UnfinishedTake)));
 }
 
+// The flush forgets the bytes, not how often they have been reported.
+TEST_F(PanelProtocolTest, TakesThatEachWaitForTheFlushAreReportedNoMoreOften) {
+  const auto panel = ConnectPanel();
+  int ticks = 0;
+  for (; Connection(1).Connected && ticks < 10000; ++ticks) {
+    if (Connection(1).RxData.empty()) panel->Send("FE 20");
+    Tick();
+  }
+  EXPECT_EQ(ticks, 400);
+  EXPECT_THAT(reporter_.reports, SizeIs(400));
+  EXPECT_THAT(events_.dropped, ElementsAre(std::pair("10.0.0.7", DropReason::UnfinishedTake)));
+  // The next client of the slot begins anew.
+  ConnectPanel()->Send("FE 20");
+  Ticks(100);
+  EXPECT_TRUE(Connection(1).Connected);
+}
+
 TEST_F(PanelProtocolTest, EachTakeHasReportsOfItsOwn) {
   const auto panel = ConnectPanel();
   for (int take = 0; take < 10; ++take) {
@@ -397,6 +414,31 @@ TEST_F(PanelProtocolTest, ARequestWhoseTableCannotBeReadDoesNotHoldUpTheNext) {
   EXPECT_EQ(FrameTypes(*panel), "") << "once";
 }
 
+// To find out that a table cannot be read may take a look at the whole database.
+TEST_F(PanelProtocolTest, NoMoreThanOneTableThatCannotBeReadIsTriedBetweenTwoPauses) {
+  const auto panel = ConnectPanel();
+  panel->Send("F2 00 01 00 00 00 00 00 00 01 FF");
+  panel->Send(FromHex(test::Times(200, "F2 00 02 00 00 00 00 00 00 02 FF")));
+  Ticks(201);
+  EXPECT_EQ(panel->TakeWritten().substr(0, 5), "F6 00");
+  for (std::size_t tried = 0; tried < 200; ++tried) {
+    ASSERT_THAT(reporter_.reports, SizeIs(tried));
+    timer_.Elapse();
+  }
+  EXPECT_THAT(reporter_.reports, SizeIs(200));
+  timer_.Elapse();
+  EXPECT_FALSE(timer_.IsRunning());
+}
+
+TEST_F(PanelProtocolTest, ATableForAllThatCannotBeReadIsTriedAndPausedForOnce) {
+  for (int i = 0; i < 5; ++i) ConnectPanel();
+  timer_.now = 0;
+  gateway_.ForwardLabels(20);
+  timer_.ElapseAll();
+  EXPECT_THAT(reporter_.reports, SizeIs(1));
+  EXPECT_EQ(timer_.now, 75);
+}
+
 TEST_F(PanelProtocolTest, ARequestWhoseTurnComesWithoutTheLinkIsForgotten) {
   const auto panel = ConnectPanel();
   panel->Send("F2 00 01 00 00 00 00 00 00 01 FF F2 00 01 00 00 00 00 00 00 01 FF");
@@ -520,6 +562,24 @@ TEST_F(PanelProtocolTest, ADroppedPanelsTablesHoldUpNoneOfTheNextOne) {
   EXPECT_EQ(panel->TakeWritten().substr(0, 3 * 11), "81 00 00 FF FC 14 08 08 00 00 00 ");
 }
 
+TEST_F(PanelProtocolTest, ADroppedPanelsAnswerIsNoneForTheNextOne) {
+  AddStations();
+  const auto slow = ConnectPanel();
+  slow->reads = false;
+  slow->unsent = 1048576;
+  slow->Send("F2 00 42 00 00 00 00 00 00 42 FF");  // dropped with the labels, before the buttons
+  Tick();
+  ASSERT_FALSE(Connection(1).Connected);
+  EXPECT_EQ(Queue().Size(), 0U);
+  auto panel = std::make_shared<test::FakePeer>();
+  gateway_.Accept(std::make_unique<test::FakeClientSocket>(panel));
+  panel->Send("81 35 35 FF F2 00 04 00 00 00 00 00 00 04 FF");
+  Ticks(2);
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten().substr(0, 3 * 11), "81 00 00 FF FC 14 08 08 00 00 00 ");
+  EXPECT_FALSE(Connection(1).AlphasPending);
+}
+
 TEST_F(PanelProtocolTest, PendingFlagsAreClearedWhenTheTableHasGone) {
   AddStations();
   const auto panel = ConnectPanel();
@@ -604,7 +664,7 @@ TEST_F(PanelProtocolTest, ATableThatCannotBeReadAnyMoreHoldsUpNothing) {
   EXPECT_THAT(reporter_.reports, IsEmpty());
   timer_.ElapseAll();
   EXPECT_EQ(panel->TakeWritten().substr(0, 5), "FB 00");
-  EXPECT_EQ(timer_.now, 3 * 75);
+  EXPECT_EQ(timer_.now, 6 * 75);
   // Both label tables and the programming, once each.
   EXPECT_THAT(reporter_.reports, SizeIs(3));
   EXPECT_TRUE(Connection(1).AlphasPending);

@@ -97,12 +97,12 @@ TEST_F(PanelTakesTest, ABadTakeIsIgnoredSilently) {
 
 TEST_F(PanelTakesTest, WaitWhileTheLineIsBehind) {
   const auto panel = ConnectPanel();
-  port_.unsent = 256;
+  port_.unsent = 248;
   panel->Send("FE 20 00 05 00 07 00 2C FF");
   EXPECT_TRUE(Tick());
   EXPECT_TRUE(Tick()) << "there is work as long as one waits";
   EXPECT_EQ(port_.TakeWritten(), "");
-  port_.unsent = 255;
+  port_.unsent = 247;
   EXPECT_TRUE(Tick());
   EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
   EXPECT_FALSE(Tick());
@@ -127,7 +127,7 @@ TEST_F(PanelTakesTest, NeverStandLongBeforeTheLine) {
     for (const auto& panel : panels) panel->Send("FE 20 00 05 00 07 00 2C FF");
     Tick();
   }
-  EXPECT_EQ(port_.unsent, 261U) << "the last begins below 256";
+  EXPECT_EQ(port_.unsent, 252U) << "one more would have the port wait";
 }
 
 TEST_F(PanelTakesTest, HoldUpNothingElseOfTheirPanel) {
@@ -159,7 +159,7 @@ TEST_F(PanelTakesTest, GoInTheirOrderAndPanelByPanel) {
   HoldLine();
   std::string destinations;
   for (int i = 0; i < 6; ++i) {
-    port_.unsent = 250;  // there is room for one
+    port_.unsent = 240;  // there is room for one
     Tick();
     destinations += Destinations();
   }

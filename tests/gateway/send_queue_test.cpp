@@ -461,6 +461,25 @@ TEST_F(SendQueueTest, TellsWhenAMessageForOneSlotIsDoneWith) {
   EXPECT_EQ(done, "slot 1 kind 1 sent; slot 2 kind 3 not sent; slot 2 kind 4 not sent; ");
 }
 
+TEST_F(SendQueueTest, AMessageWhoseConnectionEndsWhileItIsWrittenIsNotDone) {
+  ConnectClients(1);
+  int done = 0;
+  Queue().SetDone([&](int, MessageId, bool) { ++done; });
+  peers_[0]->closesAtWrite = true;
+  Queue().SendToClient(Plain({0xAA}), 1);
+  timer_.ElapseAll();
+  EXPECT_EQ(Clients().ClientCount(), 0);
+  EXPECT_EQ(done, 0);
+}
+
+TEST_F(SendQueueTest, NothingForOneSlotWaitsThatHasNoConnection) {
+  ConnectClients(2);
+  peers_[0]->Close();
+  Queue().SendToClient(Plain({0xAA}), 1);
+  EXPECT_EQ(Queue().Size(), 0U);
+  EXPECT_FALSE(timer_.IsRunning());
+}
+
 // As many connections as there may be have been and gone, and one panel is left.
 TEST_F(SendQueueTest, AFloodThatIsOverCostsAMessageForAllSixteenPausesAtMost) {
   ConnectClients(127);

@@ -4,8 +4,9 @@
 // baud, under one attack of network panels after the other, each for SECONDS (default 20).  Prints
 // what it measured, and ends with 0 when everybody else was served in time:
 //   flood        126 connections come and go; a row reaches a panel behind their slots within 3 s
-//   churn        96 connections a second, each for a second; a panel's polls are answered within 1
-//   s drip         a take that is never ended, a byte each 100 ms; its panel is dropped, and an
+//   churn        96 connections a second, each for a second; a panel's polls are answered within
+//                1 s
+//   drip         a take that is never ended, a byte each 100 ms; its panel is dropped, and an
 //                operator who closes the box sees at most one more in ten seconds
 //   endless      120 unended frames of 60 kB; the operator's take is on the line within 100 ms, a
 //                panel's polls are answered within 1 s

@@ -43,7 +43,8 @@ gateway::ClientSocket::ReadResult FakeClientSocket::Read(std::size_t atMost,
 }
 
 model::Status FakeClientSocket::Write(std::span<const std::uint8_t> bytes) {
-  if (peer_->failsWrites) return LastError();
+  if (peer_->closesAtWrite) peer_->Close();
+  if (peer_->failsWrites || !peer_->connected) return LastError();
   peer_->written.insert(peer_->written.end(), bytes.begin(), bytes.end());
   if (!peer_->reads) peer_->unsent += bytes.size();
   return {};

@@ -21,6 +21,7 @@ struct FakePeer {
   bool reads = true;        // takes what it is sent
   bool failsReads = false;  // the next read fails
   bool failsWrites = false;
+  bool closesAtWrite = false;           // the next write finds out that the connection has ended
   std::deque<gateway::Bytes> incoming;  // as the reads will return it
   gateway::Bytes written;
   std::size_t unsent = 0;

@@ -67,23 +67,25 @@ class LineShareTest : public testing::Test {
   LineShare share_{port_, [this] { return untilPoll_; }};
 };
 
-TEST_F(LineShareTest, PanelsHaveTheLineWhileLittleWaits) {
+// A take is nine bytes, and the port makes a sender wait that has 256 ahead of it.
+TEST_F(LineShareTest, PanelsHaveTheLineWhileAWholeTakeHasRoom) {
   EXPECT_TRUE(share_.HasRoom());
-  port_.unsent = 255;
+  port_.unsent = 247;
   EXPECT_TRUE(share_.HasRoom());
-  port_.unsent = 256;
+  port_.unsent = 248;
   EXPECT_FALSE(share_.HasRoom());
 }
 
 TEST_F(LineShareTest, ThePollGoesFirst) {
-  port_.unsent = 144;  // 25 ms
-  untilPoll_ = 46ms;
+  port_.unsent = 144;  // 25 ms, and 26.6 with the take
+  untilPoll_ = 47ms;
   EXPECT_TRUE(share_.HasRoom());
-  untilPoll_ = 45ms;
+  untilPoll_ = 46ms;
   EXPECT_FALSE(share_.HasRoom());
   port_.unsent = 0;
+  untilPoll_ = 22ms;
   EXPECT_TRUE(share_.HasRoom());
-  untilPoll_ = 20ms;
+  untilPoll_ = 21ms;
   EXPECT_FALSE(share_.HasRoom());
   untilPoll_ = 0ms;
   EXPECT_FALSE(share_.HasRoom()) << "it is due";
