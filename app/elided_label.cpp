@@ -11,8 +11,7 @@ void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QStylePainter painter(this);
   const QRect room = contentsRect();
   painter.drawItemText(room, Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(),
-                       fontMetrics().elidedText(text(), Qt::ElideRight, room.width()),
-                       foregroundRole());
+                       fontMetrics().elidedText(text(), mode_, room.width()), foregroundRole());
 }
 
 }  // namespace app

@@ -8,17 +8,21 @@
 namespace app {
 
 // A line of text that gives way when there is no room, instead of asking for more: what does not
-// fit is replaced by "…".  text() stays whole.
+// fit is replaced by "…", at the end unless `mode` says where else.  text() stays whole.
 class ElidedLabel : public QLabel {
   Q_OBJECT
 
  public:
-  explicit ElidedLabel(QWidget* parent = nullptr) : QLabel(parent) {}
+  explicit ElidedLabel(QWidget* parent = nullptr, Qt::TextElideMode mode = Qt::ElideRight)
+      : QLabel(parent), mode_(mode) {}
 
   QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+
+ private:
+  const Qt::TextElideMode mode_;
 };
 
 }  // namespace app

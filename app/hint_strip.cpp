@@ -81,9 +81,9 @@ void HintStrip::ShowCurrent() {
 void HintStrip::ShowCommand(QAction* command) {
   for (QAction* const shown : command_->actions()) command_->removeAction(shown);
   command_->setVisible(command != nullptr);
-  if (command == nullptr) return;
-  command_->setDefaultAction(command);
-  command_->setObjectName(command->objectName());
+  // The name is that of the command: without one, nothing must be found by it.
+  command_->setObjectName(command == nullptr ? QString() : command->objectName());
+  if (command != nullptr) command_->setDefaultAction(command);
 }
 
 }  // namespace app

@@ -3,6 +3,7 @@
 #include "app/status_bar.h"
 
 #include <QDir>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QSizeGrip>
 #include <algorithm>
@@ -28,6 +29,9 @@ constexpr int kLeastText = 8;
 constexpr int kBetween = 6;
 constexpr int kEnds = 12;
 
+// What a panel has on either side of its text.
+constexpr int kTextMargin = 6;
+
 }  // namespace
 
 StatusBar::StatusBar(QWidget* parent)
@@ -41,17 +45,18 @@ StatusBar::StatusBar(QWidget* parent)
       mapState_(new QLabel(this)),
       unsent_(new ElidedLabel(this)),
       note_(new ElidedLabel(this)),
-      folder_(new ElidedLabel(this)),
+      folder_(new ElidedLabel(this, Qt::ElideMiddle)),
       demo_(new QLabel(tr("DEMO"), this)),
-      shares_{{blocked_, kLeastWarning},
-              {closedPort_, kLeastWarning},
-              {folder_, kLeastWarning},
-              {note_, kLeastText},
-              {readout_, kLeastText},
-              {unsent_, kLeastText},
-              {demo_, 0},
-              {mapState_, 0},
-              {panels_, 0}} {
+      // The folder stands for the whole run: it gives way, but for what it can do with.
+      shares_{{.widget = blocked_, .leastCharacters = kLeastWarning, .isWarning = true},
+              {.widget = closedPort_, .leastCharacters = kLeastWarning, .isWarning = true},
+              {.widget = note_, .leastCharacters = kLeastText},
+              {.widget = readout_, .leastCharacters = kLeastText},
+              {.widget = unsent_, .leastCharacters = kLeastText},
+              {.widget = demo_},
+              {.widget = mapState_},
+              {.widget = panels_},
+              {.widget = folder_, .leastCharacters = kLeastWarning, .isWarning = true}} {
   setObjectName(QStringLiteral("sbStatusBar"));
   link_->setObjectName(QStringLiteral("sbStatusBar_1"));
   closedPort_->setObjectName(QStringLiteral("aidClosedPort"));
@@ -66,7 +71,7 @@ StatusBar::StatusBar(QWidget* parent)
   for (QLabel* const label : {link_, closedPort_, blocked_, panels_, readout_, mapState_, unsent_,
                               note_, folder_, demo_}) {
     label->setTextFormat(Qt::PlainText);
-    label->setContentsMargins(6, 0, 6, 0);
+    label->setContentsMargins(kTextMargin, 0, kTextMargin, 0);
   }
   link_->setAccessibleName(tr("Link to the switcher"));
   readout_->setAccessibleName(tr("Current crosspoint"));
@@ -99,7 +104,6 @@ StatusBar::StatusBar(QWidget* parent)
 
 void StatusBar::SetLinkText(const QString& text) {
   link_->setText(text);
-  link_->setMinimumWidth(link_->sizeHint().width());
   ShareRoom();
 }
 
@@ -132,11 +136,22 @@ void StatusBar::Want(const QWidget* widget, bool wanted) {
   ShareRoom();
 }
 
+int StatusBar::WidthOf(int characters) const {
+  return characters * fontMetrics().averageCharWidth() + 2 * kTextMargin + kBetween;
+}
+
 int StatusBar::FullWidth(const Panel& panel) const {
+  if (panel.widget != readout_) return panel.widget->sizeHint().width() + kBetween;
   // What stands beside the readout does not come and go with the cell that it is about.
-  const int text = panel.widget == readout_ ? kReadoutCharacters * fontMetrics().averageCharWidth()
-                                            : panel.widget->sizeHint().width();
-  return text + kBetween;
+  return WidthOf(readout_->text().isEmpty() ? 0 : kReadoutCharacters);
+}
+
+int StatusBar::LeastWidth(const Panel& panel) const {
+  const int full = FullWidth(panel);
+  // Beside a note, a part of the readout would only take the eye off it.
+  const bool isWhole =
+      panel.leastCharacters == 0 || (panel.widget == readout_ && noteTime_.isActive());
+  return isWhole ? full : std::min(full, WidthOf(panel.leastCharacters));
 }
 
 int StatusBar::RoomForPanels() const {
@@ -147,24 +162,25 @@ int StatusBar::RoomForPanels() const {
   return room;
 }
 
-// Each gets the least that it can do with, as far as there is room; then those that are elided grow
-// as far as there is room; what is over then may be the legend's.
+// First the warnings get the least that they can do with.  Then each in its turn gets all that it
+// would take, and where the room ends the less important get nothing.  What is over may be the
+// legend's.
 void StatusBar::ShareRoom() {
-  int room = RoomForPanels();
-  for (Panel& panel : shares_) {
-    const int full = FullWidth(panel);
-    const int least =
-        panel.leastCharacters == 0
-            ? full
-            : std::min(full, panel.leastCharacters * fontMetrics().averageCharWidth());
-    panel.width = panel.wanted && least <= room ? least : 0;
-    room -= panel.width;
-  }
-  for (Panel& panel : shares_) {
-    if (panel.width == 0) continue;
-    const int growth = std::min(FullWidth(panel) - panel.width, std::max(room, 0));
+  link_->setMinimumWidth(link_->sizeHint().width());
+  int room = std::max(RoomForPanels(), 0);
+  for (Panel& panel : shares_) panel.width = 0;
+  const auto grow = [&room](Panel& panel, int least, int most) {
+    if (!panel.wanted || panel.width + room < least) return;
+    const int growth = std::min(most - panel.width, room);
     panel.width += growth;
     room -= growth;
+  };
+  for (Panel& panel : shares_) {
+    if (panel.isWarning) grow(panel, LeastWidth(panel), LeastWidth(panel));
+  }
+  for (Panel& panel : shares_) {
+    grow(panel, LeastWidth(panel), FullWidth(panel));
+    if (panel.wanted && panel.width < FullWidth(panel)) room = 0;
   }
   const bool hasAll = std::ranges::all_of(shares_, [this](const Panel& panel) {
     return !panel.wanted || panel.width == FullWidth(panel);
@@ -173,11 +189,16 @@ void StatusBar::ShareRoom() {
     panel.widget->setVisible(panel.width > 0);
     // The readout has what nobody else wants.
     if (panel.widget != readout_ && panel.width > 0) {
-      panel.widget->setMaximumWidth(panel.width - kBetween);
+      panel.widget->setFixedWidth(panel.width - kBetween);
     }
   }
   if (legend_ == nullptr) return;
   legend_->setVisible(legendWanted_ && hasAll && legend_->sizeHint().width() + kBetween <= room);
+}
+
+void StatusBar::changeEvent(QEvent* event) {
+  QStatusBar::changeEvent(event);
+  if (event->type() == QEvent::FontChange) ShareRoom();
 }
 
 void StatusBar::resizeEvent(QResizeEvent* event) {
@@ -188,6 +209,7 @@ void StatusBar::resizeEvent(QResizeEvent* event) {
 void StatusBar::SetReadout(const QString& text) {
   readout_->setText(text);
   readout_->setToolTip(text);
+  ShareRoom();
 }
 
 void StatusBar::SetMapState(const QString& text) {
@@ -209,8 +231,8 @@ void StatusBar::SetFolder(const QString& folder) {
 void StatusBar::ShowNote(const QString& text) {
   note_->setText(text);
   note_->setToolTip(text);
-  Want(note_, true);
   noteTime_.start();
+  Want(note_, true);
 }
 
 void StatusBar::SetUnsent(const QString& tables) {

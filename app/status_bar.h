@@ -18,7 +18,8 @@ class LinkLamp;
 // sbStatusBar: the link text in the first panel, which nothing ever covers, and aids beside it.
 //
 // It takes the width that the window has and never asks for more: aids for which there is no room
-// are elided, or hidden, the least important first.
+// are elided, or hidden, the least important first.  Nothing that is only good to know stands
+// while a warning or a note is not whole.
 class StatusBar : public QStatusBar {
   Q_OBJECT
 
@@ -67,20 +68,25 @@ class StatusBar : public QStatusBar {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   // What stands beside the link text while it is wanted.
   struct Panel {
     QWidget* widget;
-    int leastCharacters;  // fewer than these are worth nothing; 0 for one that is never elided
+    int leastCharacters = 0;  // fewer are worth nothing; 0 for one that is never elided
+    bool isWarning = false;   // has its least before anything else
     bool wanted = false;
     int width = 0;  // its share; 0 when there is no room for it
   };
 
   // `widget` is one of the panels.
   void Want(const QWidget* widget, bool wanted);
-  // The width that the panel would take if there were room for it, with its distance from the next.
+  // All widths are with the distance from the next panel: that of a panel of so many characters...
+  int WidthOf(int characters) const;
+  // ...that which the panel would take if there were room for it, and the least that it takes.
   int FullWidth(const Panel& panel) const;
+  int LeastWidth(const Panel& panel) const;
   // What the link text leaves of the bar.
   int RoomForPanels() const;
   void ShareRoom();

@@ -90,6 +90,11 @@ cell() { does "{\"do\":\"invoke\",\"object\":\"msfgXmap\",\"method\":\"selectCel
 reads() { [[ $(ask "{\"do\":\"get\",\"object\":\"$1\",\"property\":\"$2\"}") == *"$3"* ]]; }
 shows() { [[ $(ask "{\"do\":\"find\",\"object\":\"$1\"}") == *'"visible":true'* ]]; }
 gone() { ! shows "$1"; }
+# place OBJECT: its left edge and its width, in that which it stands in.
+place() {
+  ask "{\"do\":\"get\",\"object\":\"$1\",\"property\":\"geometry\"}" |
+    sed -n 's/.*"value":\[\([0-9]*\),[0-9]*,\([0-9]*\),.*/\1 \2/p'
+}
 
 # grab OBJECT NAME: a picture as it is.
 grab() { does "{\"do\":\"grab\",\"object\":\"$1\",\"file\":\"$work/raw/$2.png\"}"; }
@@ -233,7 +238,9 @@ trigger ID_ToggleInhibit frmXmap
 turn_to 5
 click ckRelaySel_9
 sleep 0.3
-picture sbStatusBar unsent -crop 262x+570+0
+read -r left _ < <(place aidMapState)
+read -r last wide < <(place aidUnsent)
+picture sbStatusBar unsent -crop "$((last + wide - left))x+$left+0"
 trigger ID_SendData
 wait_for shows cmdDownGo
 picture frmDownProg send

@@ -86,6 +86,7 @@ TEST_F(HintStripTest, AHintMayOfferACommand) {
   strip_->Withdraw(Hint::Blocked);
   EXPECT_EQ(Text(), QStringLiteral("demo"));
   EXPECT_FALSE(button->isVisible());
+  EXPECT_EQ(strip_->findChild<QToolButton*>(QStringLiteral("aidDoIt")), nullptr);
   strip_->Give(Hint::Blocked, QStringLiteral("blocked"), &command);
   EXPECT_TRUE(button->isVisible());
 }

@@ -272,6 +272,7 @@ TEST_F(StatusBarTest, NothingInItWidensTheWindow) {
   bar.SetPanels({QStringLiteral("192.0.2.7")});
   bar.ShowNote(QString(200, QLatin1Char('n')));
   bar.SetDemo(true);
+  bar.SetFolder(QStringLiteral("/home/studio/.local/share/Orvo/Orvo Intercom Control"));
   QCoreApplication::sendPostedEvents();
   EXPECT_EQ(window_.size(), QSize(433, 433));
   const QLabel* const link = Panel("sbStatusBar_1");
@@ -317,6 +318,85 @@ TEST_F(StatusBarTest, WarningsComeBeforeWhatIsGoodToKnow) {
   EXPECT_GE(Panel("aidBlockedCode")->width(), Panel("aidBlockedCode")->sizeHint().width());
 }
 
+// Whatever the width, a warning is whole before anything that is only good to know stands.
+TEST_F(StatusBarTest, NothingThatIsGoodToKnowStandsBesideAWarningThatIsCut) {
+  window_.show();
+  StatusBar& bar = window_.Status();
+  window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
+  bar.SetPanels({});
+  bar.SetMapState(QStringLiteral("Map 12:03:44"));
+  bar.SetDemo(true);
+  bar.SetReadout(QStringLiteral("Out 05  OB VAN 1  <  In 01  STUDIO 1: Crosspoint"));
+  bar.SetFolder(QStringLiteral("/home/studio/.local/share/Orvo/Orvo Intercom Control"));
+  bar.SetBlockedCode(0xCD);
+  bar.SetClosedPort(1);
+  const auto isWhole = [&](const char* name) {
+    return Panel(name)->isVisible() && Panel(name)->width() >= Panel(name)->sizeHint().width();
+  };
+  for (int width = 300; width < 2000; width += 25) {
+    window_.resize(width, 433);
+    QCoreApplication::sendPostedEvents();
+    const bool hasWarnings = isWhole("aidBlockedCode") && isWhole("aidClosedPort");
+    for (const char* const name : {"aidReadout", "aidDemo", "aidMapState", "aidPanels"}) {
+      EXPECT_TRUE(hasWarnings || !Panel(name)->isVisible()) << name << " at " << width;
+    }
+  }
+  for (const char* const name : {"aidBlockedCode", "aidClosedPort", "aidReadout", "aidDemo",
+                                 "aidMapState", "aidPanels", "aidFolder"}) {
+    EXPECT_TRUE(isWhole(name)) << name;
+  }
+}
+
+TEST_F(StatusBarTest, ANoteIsWholeBesideTheFolderAndWhatIsLeftOfTheReadoutGoes) {
+  window_.resize(1000, 433);
+  window_.show();
+  StatusBar& bar = window_.Status();
+  window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
+  bar.SetPanels({});
+  bar.SetMapState(QStringLiteral("Map 12:03:44"));
+  bar.SetReadout(QStringLiteral("Out 05  OB VAN 1  <  In 01  STUDIO 1: Crosspoint"));
+  bar.SetFolder(QStringLiteral("/home/studio/.local/share/Orvo/Orvo Intercom Control"));
+  QCoreApplication::sendPostedEvents();
+  EXPECT_TRUE(Panel("aidReadout")->isVisible());
+  bar.ShowNote(QString(40, QLatin1Char('n')));
+  QCoreApplication::sendPostedEvents();
+  EXPECT_TRUE(Panel("aidFolder")->isVisible());
+  EXPECT_GE(Panel("aidNote")->width(), Panel("aidNote")->sizeHint().width());
+  EXPECT_FALSE(Panel("aidReadout")->isVisible());
+}
+
+// So many characters, and not what stands around them.
+TEST_F(StatusBarTest, AWarningThatIsCutKeepsTwelveCharacters) {
+  window_.show();
+  StatusBar& bar = window_.Status();
+  window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
+  bar.SetBlockedCode(0xCD);
+  const QLabel* const blocked = Panel("aidBlockedCode");
+  int width = 1000;
+  while (width > 100) {
+    window_.resize(--width, 433);
+    QCoreApplication::sendPostedEvents();
+    if (!blocked->isVisible()) break;
+    ASSERT_GE(blocked->contentsRect().width(), 12 * blocked->fontMetrics().averageCharWidth());
+  }
+  EXPECT_FALSE(blocked->isVisible());
+}
+
+TEST_F(StatusBarTest, AnotherFontIsGivenItsRoom) {
+  window_.resize(1400, 433);
+  window_.show();
+  StatusBar& bar = window_.Status();
+  window_.ShowLinkText("Not Connected - COM 1");
+  bar.SetBlockedCode(0xCD);
+  QFont large = bar.font();
+  large.setPointSizeF(large.pointSizeF() * 1.5);
+  bar.setFont(large);
+  QCoreApplication::sendPostedEvents();
+  for (const char* const name : {"sbStatusBar_1", "aidBlockedCode"}) {
+    EXPECT_GE(Panel(name)->width(), Panel(name)->sizeHint().width()) << name;
+  }
+}
+
 // Each takes its part of the room, whichever it is.
 TEST_F(StatusBarTest, TheLegendStandsOnlyWhereAllElseHasRoom) {
   window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
@@ -333,7 +413,8 @@ TEST_F(StatusBarTest, TheLegendStandsOnlyWhereAllElseHasRoom) {
        [&](bool on) { bar.SetBlockedCode(on ? std::optional<std::uint8_t>(1) : std::nullopt); }},
       {"aidMapState", [&](bool on) { bar.SetMapState(on ? QStringLiteral("Map") : QString()); }},
       {"aidUnsent", [&](bool on) { bar.SetUnsent(on ? QStringLiteral("optos") : QString()); }},
-      {"aidDemo", [&](bool on) { bar.SetDemo(on); }}};
+      {"aidDemo", [&](bool on) { bar.SetDemo(on); }},
+      {"aidFolder", [&](bool) { bar.SetFolder(QStringLiteral("/home/studio/consoles")); }}};
   for (const auto& [name, set] : panels) {
     // The narrowest window that has room for the legend.
     int width = 300;

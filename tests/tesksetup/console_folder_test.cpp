@@ -41,7 +41,7 @@ class ConsoleFolderTest : public testing::Test {
 
 TEST_F(ConsoleFolderTest, ANewFolderGetsTheProgramAndItsSettings) {
   EXPECT_FALSE(HoldsConsole(folder_));
-  const model::Status status = MakeConsoleFolder(Plan(), installed_);
+  const model::Status status = MakeConsoleFolder(Plan(), installed_, Places::Own);
   ASSERT_TRUE(status.ok()) << status.Description();
   EXPECT_EQ(ReadFile(console_ / "teskctl"), "the program");
   EXPECT_TRUE(QFileInfo(ProgramIn(folder_)).isExecutable());
@@ -56,7 +56,7 @@ TEST_F(ConsoleFolderTest, WithoutADeviceTheMachinesOwnPortIsLeftToTheConsole) {
   ConsolePlan plan = Plan();
   plan.device.clear();
   plan.servesPanels = false;
-  ASSERT_TRUE(MakeConsoleFolder(plan, installed_).ok());
+  ASSERT_TRUE(MakeConsoleFolder(plan, installed_, Places::Own).ok());
   EXPECT_EQ(ReadFile(console_ / "Orvotesk.ini"),
             "[CONFIGURATION]\r\nCOM Port=1\r\nIP Port=1251\r\nSoftpanel Support=No\r\n"
             "[WINDOW PLACES]\r\nSection=Console Studio A\r\n");
@@ -68,11 +68,43 @@ TEST_F(ConsoleFolderTest, DatabaseAndOtherSettingsOfAConsoleThatIsThereStay) {
   WriteFile(console_ / "Orvotesk.ini",
             "; ours\n[CONFIGURATION]\nCOM Port=3\nDemo Mode=1\nIP Port=1250\n\n"
             "[SERIAL DEVICES]\nCOM1=/dev/ttyS9\nCOM3=/dev/ttyS3\n");
-  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_).ok());
+  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_, Places::AsTheyAre).ok());
   EXPECT_EQ(ReadFile(console_ / "Tesk.mdb"), "database");
   EXPECT_EQ(ReadFile(console_ / "Orvotesk.ini"),
             "; ours\n[CONFIGURATION]\nCOM Port=3\nDemo Mode=1\nIP Port=1251\n"
             "Softpanel Support=Yes\n\n[SERIAL DEVICES]\nCOM1=/dev/ttyS9\nCOM3=/dev/ttyUSB0\n");
+}
+
+TEST_F(ConsoleFolderTest, ADatabaseAloneGetsSettingsWithASectionOfTheirOwn) {
+  std::filesystem::create_directories(console_);
+  WriteFile(console_ / "Tesk.mdb", "database");
+  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_, Places::Own).ok());
+  EXPECT_EQ(ReadFile(console_ / "Tesk.mdb"), "database");
+  EXPECT_EQ(ReadFile(console_ / "Orvotesk.ini"),
+            "[CONFIGURATION]\r\nCOM Port=1\r\nIP Port=1251\r\nSoftpanel Support=Yes\r\n"
+            "[SERIAL DEVICES]\r\nCOM1=/dev/ttyUSB0\r\n"
+            "[WINDOW PLACES]\r\nSection=Console Studio A\r\n");
+}
+
+TEST_F(ConsoleFolderTest, AConsoleFromAnotherMachineGetsASectionOfItsOwn) {
+  std::filesystem::create_directories(console_);
+  WriteFile(console_ / "Orvotesk.ini",
+            "[CONFIGURATION]\nCOM Port=1\nIP Port=1251\nSoftpanel Support=Yes\n"
+            "[SERIAL DEVICES]\nCOM1=/dev/ttyUSB0\n");
+  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_, Places::Own).ok());
+  EXPECT_EQ(ReadFile(console_ / "Orvotesk.ini"),
+            "[CONFIGURATION]\nCOM Port=1\nIP Port=1251\nSoftpanel Support=Yes\n"
+            "[SERIAL DEVICES]\nCOM1=/dev/ttyUSB0\n"
+            "[WINDOW PLACES]\nSection=Console Studio A\n");
+}
+
+TEST_F(ConsoleFolderTest, ASectionThatTheSettingsNameStays) {
+  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_, Places::Own).ok());
+  const std::string settings = ReadFile(console_ / "Orvotesk.ini");
+  ConsolePlan renamed = Plan();
+  renamed.name = QStringLiteral("Studio Z");
+  ASSERT_TRUE(MakeConsoleFolder(renamed, installed_, Places::Own).ok());
+  EXPECT_EQ(ReadFile(console_ / "Orvotesk.ini"), settings);
 }
 
 TEST_F(ConsoleFolderTest, SettingsAreReadAsTheConsoleReadsThem) {
@@ -91,7 +123,7 @@ TEST_F(ConsoleFolderTest, AFolderWhoseConsoleRunsIsLeftAlone) {
   std::filesystem::create_directories(console_);
   app::InstanceLock running;
   ASSERT_EQ(running.Take(folder_), app::InstanceLock::Result::Taken);
-  const model::Status status = MakeConsoleFolder(Plan(), installed_);
+  const model::Status status = MakeConsoleFolder(Plan(), installed_, Places::Own);
   EXPECT_EQ(status.Description(), "The console of this folder is running");
   EXPECT_EQ(ReadFile(console_ / "teskctl"), "(none)");
   EXPECT_EQ(ReadFile(console_ / "Orvotesk.ini"), "(none)");
@@ -99,12 +131,12 @@ TEST_F(ConsoleFolderTest, AFolderWhoseConsoleRunsIsLeftAlone) {
 
 TEST_F(ConsoleFolderTest, AFolderThatCannotBeMadeIsNamed) {
   WriteFile(root_ / "Consoles", "a file");
-  const model::Status status = MakeConsoleFolder(Plan(), installed_);
+  const model::Status status = MakeConsoleFolder(Plan(), installed_, Places::Own);
   EXPECT_EQ(status.Description(), "Cannot make the folder " + folder_.toStdString());
 }
 
 TEST_F(ConsoleFolderTest, AnUpgradeReachesTheCopyAndNothingElse) {
-  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_).ok());
+  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_, Places::Own).ok());
   const auto made = std::filesystem::last_write_time(console_ / "teskctl");
   ASSERT_TRUE(UpdateProgram(installed_, folder_).ok());
   EXPECT_EQ(std::filesystem::last_write_time(console_ / "teskctl"), made) << "the same already";
@@ -117,14 +149,14 @@ TEST_F(ConsoleFolderTest, AnUpgradeReachesTheCopyAndNothingElse) {
 }
 
 TEST_F(ConsoleFolderTest, ACopyThatMayNotRunIsReplaced) {
-  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_).ok());
+  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_, Places::Own).ok());
   QFile::setPermissions(ProgramIn(folder_), QFile::ReadOwner);
   ASSERT_TRUE(UpdateProgram(installed_, folder_).ok());
   EXPECT_TRUE(QFileInfo(ProgramIn(folder_)).isExecutable());
 }
 
 TEST_F(ConsoleFolderTest, WithoutTheInstalledProgramTheCopyStays) {
-  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_).ok());
+  ASSERT_TRUE(MakeConsoleFolder(Plan(), installed_, Places::Own).ok());
   std::filesystem::remove(root_ / "teskctl");
   const model::Status status = UpdateProgram(installed_, folder_);
   EXPECT_TRUE(status.Description().starts_with("Cannot copy " + installed_.toStdString() + ": "))

@@ -50,7 +50,10 @@ TEST(MenuEntry, EachFolderHasOneOfItsOwn) {
   const test::TemporaryFolder menu;
   const QString folder = QString::fromStdString(menu / "applications");
   const ConsolePlan one = Plan("One", "/srv/one");
+  EXPECT_FALSE(IsInMenu(one.folder, folder));
   ASSERT_TRUE(AddToMenu(one, kStarter, folder).ok());
+  EXPECT_TRUE(IsInMenu(one.folder, folder));
+  EXPECT_FALSE(IsInMenu(QStringLiteral("/srv/two"), folder));
   ASSERT_TRUE(AddToMenu(Plan("Two", "/srv/two"), kStarter, folder).ok());
   EXPECT_NE(MenuEntryName(one.folder), MenuEntryName(QStringLiteral("/srv/two")));
   EXPECT_EQ(MenuEntryName(one.folder), MenuEntryName(QStringLiteral("/srv/one/")));

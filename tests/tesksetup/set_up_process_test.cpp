@@ -128,7 +128,8 @@ TEST_F(SetUpProcessTest, FromTheFormToTheRunningConsole) {
   EXPECT_TRUE(process.waitForFinished());
   EXPECT_EQ(process.exitCode(), 0);
   EXPECT_EQ(test::ReadFile(folder / "Orvotesk.ini"),
-            "[CONFIGURATION]\r\nCOM Port=1\r\nIP Port=1250\r\nSoftpanel Support=No\r\n");
+            "[CONFIGURATION]\r\nCOM Port=1\r\nIP Port=1250\r\nSoftpanel Support=No\r\n"
+            "[WINDOW PLACES]\r\nSection=Console Studio B\r\n");
   ASSERT_TRUE(fs::is_directory(root_ / "applications"));
   const fs::path entry = fs::directory_iterator(root_ / "applications")->path();
   EXPECT_NE(test::ReadFile(entry).find("\nExec=\"" + (root_ / "bin/tesksetup").string() +

@@ -55,7 +55,7 @@ model::SystemModel Read(const config::IniFile& settings) {
   return model;
 }
 
-model::Status WriteSettings(const ConsolePlan& plan, bool isNew) {
+model::Status WriteSettings(const ConsolePlan& plan, Places places) {
   config::IniFile settings;
   const std::filesystem::path path = SettingsIn(plan.folder);
   if (model::Status status = config::IniFile::Load(path, &settings); !status.ok()) return status;
@@ -67,8 +67,9 @@ model::Status WriteSettings(const ConsolePlan& plan, bool isNew) {
   if (device != settings.Value(kSerialDevices, ComKey(comPort))) {
     settings.SetValue(kSerialDevices, ComKey(comPort), device);
   }
-  // One that is there has its windows where the user is used to them.
-  if (isNew) config::SetPlacesSection(QStringLiteral("Console ") + plan.name, settings);
+  if (places == Places::Own && config::PlacesSection(settings).isEmpty()) {
+    config::SetPlacesSection(QStringLiteral("Console ") + plan.name, settings);
+  }
   return settings.Save(path);
 }
 
@@ -101,7 +102,8 @@ QString OwnDevice(const QString& folder) {
   return QString::fromStdString(config::SerialDevice({}, Read(settings).ComPort));
 }
 
-model::Status MakeConsoleFolder(const ConsolePlan& plan, const QString& installedProgram) {
+model::Status MakeConsoleFolder(const ConsolePlan& plan, const QString& installedProgram,
+                                Places places) {
   if (!QDir().mkpath(plan.folder)) {
     return {EACCES, "Cannot make the folder " + plan.folder.toStdString()};
   }
@@ -109,11 +111,10 @@ model::Status MakeConsoleFolder(const ConsolePlan& plan, const QString& installe
   if (lock.Take(plan.folder) == app::InstanceLock::Result::HeldByAnother) {
     return {EBUSY, "The console of this folder is running"};
   }
-  const bool isNew = !HoldsConsole(plan.folder);
   if (model::Status status = UpdateProgram(installedProgram, plan.folder); !status.ok()) {
     return status;
   }
-  return WriteSettings(plan, isNew);
+  return WriteSettings(plan, places);
 }
 
 model::Status UpdateProgram(const QString& installedProgram, const QString& folder) {

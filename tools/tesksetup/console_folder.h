@@ -7,6 +7,7 @@
 #define TOOLS_TESKSETUP_CONSOLE_FOLDER_H_
 
 #include <QString>
+#include <cstdint>
 
 #include "model/status.h"
 #include "tools/tesksetup/console_plan.h"
@@ -27,11 +28,16 @@ model::Status ReadSettings(const QString& folder, ConsolePlan* plan);
 // the number that its settings give.
 QString OwnDevice(const QString& folder);
 
+// Where the places of a console's windows are kept whose settings name no section for them: in a
+// section of its own from now on, or still in the one that such consoles share.
+enum class Places : std::uint8_t { Own, AsTheyAre };
+
 // Makes the folder with the console's executable and its settings.  What is there stays: the
-// database, and of the settings every line but those that the plan is about.  A new console gets a
-// section of its own for the places of its windows.  Refused while a console works in the folder,
+// database, and of the settings every line but those that the plan is about; a section for the
+// places of the windows that they name stays, too.  Refused while a console works in the folder,
 // which would write its own settings over these.
-model::Status MakeConsoleFolder(const ConsolePlan& plan, const QString& installedProgram);
+model::Status MakeConsoleFolder(const ConsolePlan& plan, const QString& installedProgram,
+                                Places places);
 
 // Makes the folder's executable the same as the installed one.  It is replaced as a whole, also
 // while it runs; after a failure it is as it was.

@@ -93,12 +93,15 @@ QStringList SerialDevices() {
 }
 
 model::Status SetUp(const tesksetup::ConsolePlan& plan) {
-  if (model::Status status = tesksetup::MakeConsoleFolder(plan, InstalledProgram()); !status.ok()) {
+  using tesksetup::Places;
+  const QString menu = QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
+  // The windows of a console that the user has already stand where he is used to them.
+  const Places places = tesksetup::IsInMenu(plan.folder, menu) ? Places::AsTheyAre : Places::Own;
+  if (model::Status status = tesksetup::MakeConsoleFolder(plan, InstalledProgram(), places);
+      !status.ok()) {
     return status;
   }
-  return tesksetup::AddToMenu(
-      plan, QCoreApplication::applicationFilePath(),
-      QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation));
+  return tesksetup::AddToMenu(plan, QCoreApplication::applicationFilePath(), menu);
 }
 
 }  // namespace

@@ -62,6 +62,10 @@ QByteArray MenuEntry(const ConsolePlan& plan, const QString& starter) {
   return text.toUtf8();
 }
 
+bool IsInMenu(const QString& folder, const QString& menuFolder) {
+  return QDir(menuFolder).exists(MenuEntryName(folder));
+}
+
 model::Status AddToMenu(const ConsolePlan& plan, const QString& starter,
                         const QString& menuFolder) {
   QDir().mkpath(menuFolder);  // what stands in its way shows in the next step

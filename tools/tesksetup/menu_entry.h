@@ -19,6 +19,9 @@ QString MenuEntryName(const QString& folder);
 // The entry's text: `starter` (the path of this program) starts the console of the folder.
 QByteArray MenuEntry(const ConsolePlan& plan, const QString& starter);
 
+// Whether the menu in `menuFolder` has an entry for the folder's console.
+bool IsInMenu(const QString& folder, const QString& menuFolder);
+
 // Adds the entry to the menu, or replaces it, in `menuFolder`, which is made if need be.
 model::Status AddToMenu(const ConsolePlan& plan, const QString& starter, const QString& menuFolder);
 

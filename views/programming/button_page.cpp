@@ -98,13 +98,26 @@ void ButtonPage::AddNotes(int buttonCount) {
 }
 
 void ButtonPage::SetCaption(int button, const QString& caption) {
+  if (ChangeCaption(button, caption)) FitFont();
+}
+
+void ButtonPage::SetCaptions(std::span<const std::string> captions) {
+  bool isChanged = false;
+  int button = first_;
+  for (const std::string& caption : captions) {
+    isChanged |= ChangeCaption(button++, QString::fromStdString(caption));
+  }
+  if (isChanged) FitFont();
+}
+
+bool ButtonPage::ChangeCaption(int button, const QString& caption) {
   Key& key = KeyOf(button);
   const QString text = PlainCaption(caption);
-  if (key.button->text() == text) return;
+  if (key.button->text() == text) return false;
   key.button->setText(text);
   key.width = fontMetrics().horizontalAdvance(caption);
-  FitFont();
   Speak(button);
+  return true;
 }
 
 void ButtonPage::FitFont() {

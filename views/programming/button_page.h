@@ -5,6 +5,8 @@
 
 #include <QString>
 #include <QWidget>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "views/rules/operations.h"
@@ -27,6 +29,8 @@ class ButtonPage : public QWidget {
 
   // Captions a button of this page, counted from 1 over all pages.
   void SetCaption(int button, const QString& caption);
+  // Captions all buttons that a station has on this page, in their order.
+  void SetCaptions(std::span<const std::string> captions);
 
   // Shows the operation of a button of this page.
   void SetOperation(int button, const rules::Operation& operation);
@@ -48,6 +52,8 @@ class ButtonPage : public QWidget {
 
   Key MakeKey(int button, bool isThere);
   void AddNotes(int buttonCount);
+  // Captions a button, in whatever font; false when it has that caption already.
+  bool ChangeCaption(int button, const QString& caption);
   // All captions in one font: smaller than the page's where they are too wide for the room.
   void FitFont();
   void Speak(int button);

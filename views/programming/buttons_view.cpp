@@ -129,9 +129,10 @@ void ButtonsView::UpdateButtonLabels() {
   Read([&](jet::RecordSet& stations) {
     return rules::ReadButtonCaptions(stations, count, &captions);
   });
-  for (int button = 1; button <= count; ++button) {
-    PageOf(button).SetCaption(
-        button, QString::fromStdString(captions[static_cast<std::size_t>(button - 1)]));
+  for (int first = 1; first <= count; first += ButtonPage::kButtons) {
+    const int onPage = std::min(ButtonPage::kButtons, count - first + 1);
+    PageOf(first).SetCaptions(std::span(captions).subspan(static_cast<std::size_t>(first - 1),
+                                                          static_cast<std::size_t>(onPage)));
   }
   ShowStation();
 }

@@ -6,13 +6,21 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QRadioButton>
+#include <QStyle>
+#include <QStyleOptionGroupBox>
 
+#include <algorithm>
 #include <utility>
 
 #include "views/programming/page_metrics.h"
 #include "views/rules/operations.h"
 
 namespace views {
+namespace {
+
+constexpr int kBesideCaption = 8;
+
+}  // namespace
 
 OperationOptions::OperationOptions(const QString& name, const QString& optionName, QWidget* parent)
     : QGroupBox(QStringLiteral("Operation"), parent), group_(new QButtonGroup(this)) {
@@ -32,7 +40,24 @@ OperationOptions::OperationOptions(const QString& name, const QString& optionNam
   row->addStretch();
 }
 
-void OperationOptions::AddNote(QWidget& note) { layout()->addWidget(&note); }
+void OperationOptions::AddNote(QWidget& note) {
+  note.setParent(this);
+  note_ = &note;
+  PlaceNote();
+}
+
+void OperationOptions::PlaceNote() {
+  if (note_ == nullptr) return;
+  QStyleOptionGroupBox option;
+  initStyleOption(&option);
+  const QRect caption =
+      style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxLabel, this);
+  QRect place(QPoint(), note_->sizeHint());
+  place.moveCenter(caption.center());
+  place.moveTop(std::max(place.top(), 0));
+  place.moveLeft(caption.right() + kBesideCaption);
+  note_->setGeometry(place);
+}
 
 void OperationOptions::Connect(QRadioButton& option, int code) {
   // A click on an option that is not selected ticks it first; a screen reader only ticks it.
@@ -69,6 +94,16 @@ void OperationOptions::KeepReachable() {
 bool OperationOptions::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusOut) KeepReachable();
   return QGroupBox::eventFilter(watched, event);
+}
+
+void OperationOptions::resizeEvent(QResizeEvent* event) {
+  QGroupBox::resizeEvent(event);
+  PlaceNote();
+}
+
+void OperationOptions::changeEvent(QEvent* event) {
+  QGroupBox::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) PlaceNote();
 }
 
 }  // namespace views

@@ -23,7 +23,8 @@ class OperationOptions : public QGroupBox {
   // `name` is the fixed name of the frame; the option of code c is named `optionName`_c.
   OperationOptions(const QString& name, const QString& optionName, QWidget* parent = nullptr);
 
-  // Takes over a note, which stands at the end of the options.
+  // Takes over a note.  It stands beside the frame's caption, which is in sight in a narrow view,
+  // too, and moves nothing under the pointer when it comes.
   void AddNote(QWidget& note);
 
   // Selects the option of this code, or none for a code outside the table.  Emits nothing.
@@ -36,13 +37,17 @@ class OperationOptions : public QGroupBox {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void Connect(QRadioButton& option, int code);
   void KeepReachable();
+  void PlaceNote();
 
   std::map<int, QRadioButton*> options_;
   QButtonGroup* group_;
+  QWidget* note_ = nullptr;
   std::optional<int> announced_;  // told of by its tick; a click may follow
   UpdatingFlag selecting_;
 };

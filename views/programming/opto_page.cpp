@@ -13,6 +13,7 @@
 #include "views/programming/page_metrics.h"
 #include "views/programming/target_boxes.h"
 #include "views/rules/operations.h"
+#include "views/scaled_font.h"
 
 namespace views {
 namespace {
@@ -68,7 +69,7 @@ OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* pa
   channel_->setMinimumContentsLength(kChannelLetters);
   channel_->hide();
 
-  targets_->SetBoxFamily(FixedFont(font().pointSizeF()));
+  targets_->SetBoxFamily(FixedFont(Scaled(font(), 1).pointSizeF()));
   targets_->SetCaptions(DesignCaptions());
 
   operation_->AddNote(*inactive_);

@@ -108,8 +108,9 @@ TEST_F(InputLevelDialogTest, GainsThatWereNeverReportedAreHatchedAndStandAsRequi
   // The colours at the left of a slider, where neither groove nor marks are.
   const auto colours = [&](int index) {
     const QImage picture = console_.Slider(index).grab().toImage();
+    const int left = qRound(5 * picture.devicePixelRatio());
     std::set<QRgb> found;
-    for (int y = 0; y < picture.height(); ++y) found.insert(picture.pixel(5, y));
+    for (int y = 0; y < picture.height(); ++y) found.insert(picture.pixel(left, y));
     return found.size();
   };
   for (const int k : {0, 31, 63}) {

@@ -10,6 +10,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTabWidget>
 
 #include "tests/views/programming/buttons_console.h"
 
@@ -78,6 +79,19 @@ TEST_F(EditPage, TheLastTargetTakenMakesTheButtonInactiveAtOnce) {
   console_.view->UpdateButtonTypes();
   EXPECT_EQ(console_.Type(1), "NULL");
   EXPECT_TRUE(Note().isVisible()) << "the options are as they were";
+}
+
+TEST_F(EditPage, TheNoteIsInSightInANarrowView) {
+  Open();
+  console_.subWindow->resize(433, 433);
+  console_.ClickBox("ckStationSel", 0);
+  QCoreApplication::sendPostedEvents();
+  const QWidget& viewport =
+      *console_.view->findChild<QTabWidget*>()->currentWidget()->findChild<QWidget*>(
+          QStringLiteral("qt_scrollarea_viewport"));
+  ASSERT_TRUE(Note().isVisible());
+  EXPECT_GE(Note().width(), Note().sizeHint().width());
+  EXPECT_TRUE(viewport.rect().contains(QRect(Note().mapTo(&viewport, QPoint()), Note().size())));
 }
 
 TEST_F(EditPage, AnotherTabRefreshesNothingOfAButtonThatBecameInactive) {

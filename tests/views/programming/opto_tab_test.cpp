@@ -72,6 +72,20 @@ TEST_F(OptoTabTest, ShowsTheOptoOfTheRecordWithItsSelector) {
   EXPECT_FALSE(Channels().isVisible());
 }
 
+TEST_F(OptoTabTest, TheNoteOfAnInactiveOptoIsInSightInANarrowView) {
+  console_.Press("cmdNext");
+  console_.subWindow->resize(433, 433);
+  console_.ClickBox(kBoxes, 6);
+  QCoreApplication::sendPostedEvents();
+  const auto& note = console_.Find<QWidget>(QStringLiteral("aidOptoInactiveNote"));
+  const QWidget& viewport = *console_.Find<QTabWidget>(QStringLiteral("SSActiveTabs1"))
+                                 .currentWidget()
+                                 ->findChild<QWidget*>(QStringLiteral("qt_scrollarea_viewport"));
+  ASSERT_TRUE(note.isVisible());
+  EXPECT_GE(note.width(), note.sizeHint().width());
+  EXPECT_TRUE(viewport.rect().contains(QRect(note.mapTo(&viewport, QPoint()), note.size())));
+}
+
 TEST_F(OptoTabTest, NavigationShowsTheNextOptoWhole) {
   console_.Press("cmdNext");
   EXPECT_EQ(console_.CurrentStation(), 2);
