@@ -211,6 +211,14 @@ int LabelCount(const std::vector<SalvagedRecord>& dbInfo,
 
 }  // namespace
 
+bool HasStations(const std::filesystem::path& file) {
+  std::unique_ptr<jet::PageFile> pages;
+  std::unique_ptr<jet::Salvage> salvage;
+  return jet::OpenPageFile(file, false, &pages).ok() &&
+         jet::Salvage::Open(std::move(pages), &salvage).ok() &&
+         !salvage->Records(SoughtStations()).empty();
+}
+
 model::Status Salvage(std::unique_ptr<jet::PageFile> damaged,
                       std::unique_ptr<jet::PageFile> salvaged, Fill fill, SalvageReport* report) {
   *report = {};

@@ -35,6 +35,9 @@ struct SalvageReport {
   bool IsWhole() const { return hasDbInfo && missing.empty() && incomplete.empty(); }
 };
 
+// Whether a file, however damaged, has a record of a station that survives.
+bool HasStations(const std::filesystem::path& file);
+
 // Writes every record of `damaged` whose bytes survive into the new file `salvaged`.  `damaged` is
 // only read, and may be damaged in any way; see jet::Salvage.  When `salvaged` is there already, be
 // it as a link, nothing is done (3204); what a failure leaves of it is deleted.
