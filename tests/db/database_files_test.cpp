@@ -516,7 +516,7 @@ TEST_F(DamagedDatabaseTest, AGoodFileInItsPlaceStaysOrIsKept) {
     ASSERT_TRUE(CreateDatabase(main_).ok());
   };
   putInPlace();
-  const std::string good = ReadFile(main_);
+  std::string good = ReadFile(main_);
   ASSERT_TRUE(files_.SaveAndClose().ok());
   EXPECT_TRUE(ReadFile(main_) == good);
 
@@ -524,6 +524,7 @@ TEST_F(DamagedDatabaseTest, AGoodFileInItsPlaceStaysOrIsKept) {
   ASSERT_TRUE(files_.Open().ok());
   SetLabel(files_, "Studio 1");
   putInPlace();
+  good = ReadFile(main_);
   ASSERT_TRUE(files_.SaveAndClose().ok());
   EXPECT_TRUE(FilesIn(folder_.Path(), "Tesk-damaged-").empty());
   const std::vector<std::string> kept = FilesIn(folder_.Path(), "Tesk-replaced-20");
