@@ -30,9 +30,17 @@ struct SalvageReport {
   // What stands in the new file as it was found, but may be wrong: flags with other characters than
   // 0 and 1, which may have been so before the damage, and records that contradicted themselves.
   std::vector<UnreadableStation> doubtful;
+  // Records above the label count, by rising number: those found without a slot of their own may
+  // never have been of this table, and a number far above all others is a damaged one.
+  std::vector<int> leftOut;
   bool hasDbInfo = false;
+  // Whether the stored count reaches as far as there are stations.  The new file has the one that
+  // does.
+  bool isCountSound = true;
 
-  bool IsWhole() const { return hasDbInfo && missing.empty() && incomplete.empty(); }
+  bool IsWhole() const {
+    return hasDbInfo && isCountSound && missing.empty() && incomplete.empty() && leftOut.empty();
+  }
 };
 
 // Whether a file, however damaged, has a record of a station that survives.
