@@ -92,10 +92,7 @@ Outcome Copy(const fs::path& from, const fs::path& to, std::uint64_t most) {
   Side failed = Side::To;
   std::error_code error = CopyBytes(source, copy, size, &failed);
   if (!error) error = copy.TakeRightsOf(from);
-  if (!error) {
-    fs::permissions(to, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::add,
-                    error);
-  }
+  if (!error) error = copy.LetOwnerWrite();
   if (!error) return {};
   std::error_code ignored;
   fs::remove(to, ignored);
