@@ -75,13 +75,18 @@ QString OtherDatabase(const AppFolder& folder) {
   const std::filesystem::path other = Path(folder.program, db::kMainFile);
   if (!IsThere(used) || !IsThere(other)) return {};
   bool same = false;
-  if (files::Compare(used, other, &same).ok() && same) return {};
+  const files::Outcome compared = files::Compare(used, other, &same);
+  if (compared.ok() && same) return {};
+  const QString difference =
+      compared.ok() ? QCoreApplication::translate("AppFolder", "They differ.")
+                    : QCoreApplication::translate("AppFolder", "It cannot be compared: %1.")
+                          .arg(QString::fromStdString(compared.text));
   return QCoreApplication::translate(
              "AppFolder",
              "There Are Two Databases\r\rThe program's folder cannot be written, so this console "
-             "works on\r%1\rand not on\r%2\rThey differ. Before anything is sent to the switcher, "
+             "works on\r%1\rand not on\r%2\r%3 Before anything is sent to the switcher, "
              "make sure that it is the right one.")
-      .arg(WithDate(used), WithDate(other));
+      .arg(WithDate(used), WithDate(other), difference);
 }
 
 }  // namespace app

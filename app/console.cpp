@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QScreen>
 #include <QSessionManager>
+#include <QStringList>
 #include <system_error>
 #include <utility>
 
@@ -297,14 +298,48 @@ bool Console::ShutDown() {
   // stored before must not be lost for it.
   if (!views_.StoreEdits() && !terminating_) return false;
   if (!window_.isMinimized()) placement_.Save(window_.Place());
-  const bool hasDatabase = files_.IsOpen();
-  if (const model::Status status = files_.SaveAndClose(); !status.ok()) {
-    boxes_.Show(Icon::Critical, "Database Error",
-                model::ErrorText("Error Saving Database File", status));
+  bool saved = false;
+  if (const model::Status status = files_.SaveAndClose(&saved); !status.ok()) {
+    OfferToCloseWithoutSaving(status);
     terminating_ = false;
     return false;
   }
-  if (hasDatabase) log_.Note(tr("Database saved"));
+  if (saved) log_.Note(tr("Database saved"));
+  EndRun();
+  return true;
+}
+
+// A protection or a full disk that nobody can do anything about must not hold the console for ever.
+void Console::OfferToCloseWithoutSaving(const model::Status& status) {
+  boxes_.ShowOffering(
+      Icon::Critical, "Database Error", model::ErrorText("Error Saving Database File", status),
+      {{.name = QStringLiteral("aidCloseWithoutSaving"),
+        .caption = tr("Close Without Saving"),
+        .action = [this] { CloseWithoutSaving(); },
+        .tip = tr("Leaves Tesk.mdb as it is, keeps what was edited in a file of its own beside it, "
+                  "and closes the console.")}});
+}
+
+// Where it went is said before the program is gone.
+void Console::CloseWithoutSaving() {
+  if (!files_.IsOpen()) return;  // another box of this kind was answered before
+  transfers_.CancelNow();
+  std::filesystem::path kept;
+  const model::Status status = files_.CloseWithoutSaving(&kept);
+  const QString name = QString::fromStdU16String(kept.u16string());
+  QStringList lines{tr("Closed Without Saving"), QString(),
+                    tr("What was edited is in this file: %1").arg(name)};
+  if (kept == File(db::kWorkingCopy)) {
+    lines.append(tr("Copy it before the console is started again: the start deletes it."));
+  }
+  if (!status.ok()) lines.append(QString::fromStdString(status.Description()));
+  boxes_.Show(Icon::Exclamation, "Orvo Intercom Control", lines.join(u'\r').toStdString());
+  EndRun();
+  window_.close();
+}
+
+// What the shut-down does when nothing keeps it from ending any more.
+void Console::EndRun() {
   if (port_.IsOpen()) port_.Close();
   window_.PollTimer().stop();
   window_.DecodeTimer().stop();
@@ -317,7 +352,6 @@ bool Console::ShutDown() {
   views_.CloseAll();
   ended_ = true;
   EndProgram();
-  return true;
 }
 
 // A file that cannot be read is not written either: what it holds would be lost.  Nor is one made

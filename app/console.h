@@ -62,6 +62,9 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   void ShowAbout();
   void ShowContents();
   bool ShutDown();
+  void OfferToCloseWithoutSaving(const model::Status& status);
+  void CloseWithoutSaving();
+  void EndRun();
   void SayWhatIsUnusual();
   model::Status WriteSettings() const;
   void EndProgram();

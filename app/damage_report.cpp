@@ -85,7 +85,11 @@ void DamageReport::Salvage(db::Fill fill) {
   if (!report.doubtful.empty()) {
     lines.append(tr("Doubtful: %1").arg(InWords(LostStations({}, report.doubtful))));
   }
+  if (!report.leftOut.empty()) lines.append(tr("Left out: %1").arg(InWords(report.leftOut)));
   if (!report.hasDbInfo) lines.append(tr("The counts of the system were not found."));
+  if (report.hasDbInfo && !report.isCountSound) {
+    lines.append(tr("The count of stations was wrong and is put right."));
+  }
   if (!report.IsWhole()) {
     lines.append(fill == db::Fill::Defaults ? tr("What was not found is as in a new database.")
                                             : tr("What was not found is left out."));

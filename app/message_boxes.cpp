@@ -58,6 +58,7 @@ void MessageBoxes::ShowNext() {
   for (const Offer& offer : report.offers) {
     QPushButton* const button = box_->addButton(offer.caption, QMessageBox::ActionRole);
     button->setObjectName(offer.name);
+    button->setToolTip(offer.tip);
     connect(button, &QPushButton::clicked, this, offer.action, Qt::QueuedConnection);
   }
   box_->setDefaultButton(QMessageBox::Ok);

@@ -37,6 +37,7 @@ class MessageBoxes : public QObject, public model::ErrorReporter {
     QString name;  // the object name of its button
     QString caption;
     std::function<void()> action;
+    QString tip = {};  // what it does, where the caption does not say all
   };
   // The same with a button for each offer beside OK.  The box closes before the action is run.
   void ShowOffering(Icon icon, std::string_view title, std::string_view text,

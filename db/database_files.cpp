@@ -35,7 +35,8 @@ DatabaseFiles::DatabaseFiles(std::filesystem::path mainFile, std::filesystem::pa
                              WhenMissing whenMissing)
     : mainFile_(std::move(mainFile)),
       workingCopy_(std::move(workingCopy)),
-      whenMissing_(whenMissing) {}
+      whenMissing_(whenMissing),
+      kept_(mainFile_) {}
 
 DatabaseFiles::~DatabaseFiles() { Close(); }
 
@@ -52,6 +53,7 @@ model::Status DatabaseFiles::Open() {
   }
   if (const auto removed = files::Remove(workingCopy_); !removed.ok()) return StatusOf(removed);
   copyIsOurs_ = true;
+  kept_.Note();
   if (const auto copied = files::Copy(mainFile_, workingCopy_, kLargestFile); !copied.ok()) {
     return StatusOf(copied);
   }
@@ -74,11 +76,16 @@ model::Status DatabaseFiles::OpenWorkingCopy() {
   if (status.ok()) status = OpenTables(*database);
   if (status.ok()) {
     database_ = std::move(database);
+    changesOfOpening_ = database_->ChangesWritten();
     return {};
   }
   Close();
+  // Whatever the number says: a header that is damaged is that of no database, or of one with a
+  // password.
   const bool isDamaged = status.Number() == static_cast<int>(jet::ErrorNumber::Damaged);
-  if (isDamaged && damage_.IsSound()) damage_.problems.push_back(status.Description());
+  if (damage_.IsSound() && (isDamaged || HasStations(mainFile_))) {
+    damage_.problems.push_back(status.Description());
+  }
   return status;
 }
 
@@ -92,18 +99,19 @@ model::Status DatabaseFiles::OpenTables(jet::Database& database) {
   return ToLastAndFirst(*dbInfo_);
 }
 
-model::Status DatabaseFiles::SaveAndClose() {
-  if (IsOpen()) {
+model::Status DatabaseFiles::SaveAndClose(bool* saved) {
+  bool isReplaced = false;
+  if (IsOpen() && !IsAsOpened()) {
     // Pages that a failed write left behind are in memory only: closed now, they would be lost.
     if (model::Status status = database_->Settle(); !status.ok()) return status;
     // Every write is with the operating system when it returns, so the copy is copied while it is
     // open: when that fails the program goes on with it as if nothing had been.
-    if (IsEdited()) {
-      if (model::Status kept = KeepDamagedFile(); !kept.ok()) return kept;
-      const auto replaced = files::ReplaceByCopy(mainFile_, workingCopy_, kLargestFile);
-      if (!replaced.ok()) return StatusOf(replaced);
+    isReplaced = DiffersFromMainFile();
+    if (isReplaced) {
+      if (model::Status status = ReplaceMainFile(); !status.ok()) return status;
     }
   }
+  if (saved != nullptr) *saved = isReplaced;
   Close();
   // Everything is saved, or what was begun of the copy is of no use to anybody.  If it cannot
   // be deleted, the next start does.
@@ -112,26 +120,63 @@ model::Status DatabaseFiles::SaveAndClose() {
   return {};
 }
 
-// Whether the main file would become another one.  A main file that cannot be looked at is
-// replaced.
-bool DatabaseFiles::IsEdited() const {
+// Opening a damaged file may put its indexes right.  That is found out anew every time, and no
+// reason to touch the file.
+bool DatabaseFiles::IsAsOpened() const {
+  return !damage_.IsSound() && database_->ChangesWritten() == changesOfOpening_;
+}
+
+// A main file that cannot be looked at is another one.
+bool DatabaseFiles::DiffersFromMainFile() const {
   bool same = false;
   return !files::Compare(mainFile_, workingCopy_, &same).ok() || !same;
 }
 
-// Its bytes are the only ones that somebody may make more of.
-model::Status DatabaseFiles::KeepDamagedFile() const {
-  if (damage_.IsSound()) return {};
-  return StatusOf(files::ReplaceByCopy(DatedName(mainFile_, "damaged"), mainFile_, kLargestFile));
+// The bytes of a damaged file are the only ones that somebody may make more of.  They are kept when
+// all else is ready, so that a failure leaves no further copy of them.
+model::Status DatabaseFiles::ReplaceMainFile() {
+  files::Replacement replacement;
+  if (const auto begun = replacement.Begin(mainFile_); !begun.ok()) return StatusOf(begun);
+  if (const auto filled = replacement.Fill(workingCopy_, kLargestFile); !filled.ok()) {
+    return StatusOf(filled);
+  }
+  if (!damage_.IsSound()) {
+    if (model::Status kept = kept_.Keep(); !kept.ok()) return kept;
+  }
+  const auto replaced = replacement.PutInPlace();
+  if (!replaced.ok()) kept_.TakeBack();
+  return StatusOf(replaced);
+}
+
+model::Status DatabaseFiles::CloseWithoutSaving(std::filesystem::path* kept) {
+  model::Status status = database_->Settle();
+  Close();
+  copyIsOurs_ = false;
+  *kept = workingCopy_;
+  std::filesystem::path name;
+  model::Status named = DatedName(mainFile_, "unsaved", &name);
+  if (named.ok()) {
+    // It takes no room, so it can be done on a full disk.
+    std::error_code error;
+    std::filesystem::rename(workingCopy_, name, error);
+    if (!error) {
+      *kept = name;
+    } else {
+      named = StatusOf(files::Failure("rename", workingCopy_, error));
+    }
+  }
+  return status.ok() ? named : status;
 }
 
 model::Status DatabaseFiles::SalvageMainFile(Fill fill, std::filesystem::path* salvaged,
                                              SalvageReport* report) const {
-  *salvaged = DatedName(mainFile_, "salvaged");
+  if (model::Status status = DatedName(mainFile_, "salvaged", salvaged); !status.ok())
+    return status;
   return Salvage(mainFile_, *salvaged, fill, report);
 }
 
 model::Status DatabaseFiles::CheckTable(Table table, int first, int last) const {
+  if (!IsOpen()) return NotOpen();
   if (damage_.IsSound()) return {};
   Damage now;
   if (model::Status status = FindDamage(*database_, &now); !status.ok()) return status;

@@ -11,6 +11,7 @@
 #include "db/jet/database.h"
 #include "db/jet/format.h"
 #include "db/jet/record_set.h"
+#include "db/kept_file.h"
 #include "db/salvage.h"
 #include "model/status.h"
 
@@ -46,10 +47,19 @@ class DatabaseFiles {
   model::Status Open();
 
   // Replaces the main file by the working copy, unless they are the same, closes the database and
-  // deletes the copy.  When the main file cannot be replaced it is as it was, the database stays
-  // open as it is, and this may be called again. After a failed Open() it does nothing but delete
-  // what that has made of a working copy.
-  model::Status SaveAndClose();
+  // deletes the copy.  A damaged main file is replaced only when something was edited, and kept
+  // beside it ("Tesk-damaged-DATE.mdb"); putting indexes right, as Open() does, is no edit.
+  //
+  // When the main file cannot be replaced it is as it was, the database stays open as it is, and
+  // this may be called again. After a failed Open() it does nothing but delete what that has made
+  // of a working copy.  *saved says whether the main file was replaced.
+  model::Status SaveAndClose(bool* saved = nullptr);
+
+  // Closes the database and leaves the main file as it is.  The working copy is kept beside it as
+  // "Tesk-unsaved-DATE.mdb", whose name is *kept.  Where that fails it keeps its own name, *kept,
+  // and its content until the next Open(); where not all of it could be written, it may be damaged.
+  // REQUIRES: IsOpen()
+  model::Status CloseWithoutSaving(std::filesystem::path* kept);
 
   // Whether nothing that is edited can be saved, as things stand.
   bool IsWriteProtected() const;
@@ -81,8 +91,9 @@ class DatabaseFiles {
   model::Status CreateMainFile() const;
   model::Status OpenWorkingCopy();
   model::Status OpenTables(jet::Database& database);
-  bool IsEdited() const;
-  model::Status KeepDamagedFile() const;
+  bool IsAsOpened() const;
+  bool DiffersFromMainFile() const;
+  model::Status ReplaceMainFile();
   void Close();
 
   const std::filesystem::path mainFile_;
@@ -92,6 +103,8 @@ class DatabaseFiles {
   std::unique_ptr<jet::RecordSet> stations_;
   std::unique_ptr<jet::RecordSet> dbInfo_;
   Damage damage_;
+  KeptFile kept_;
+  std::uint64_t changesOfOpening_ = 0;
   bool copyIsOurs_ = false;  // made, or begun, by Open() and not deleted since
 };
 

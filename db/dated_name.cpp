@@ -5,8 +5,11 @@
 #include <array>
 #include <ctime>
 #include <string>
+#include <system_error>
 
+#include "db/file_status.h"
 #include "files/file.h"
+#include "files/whole_file.h"
 
 namespace db {
 
@@ -31,17 +34,16 @@ bool IsFree(const fs::path& path) {
 
 }  // namespace
 
-fs::path DatedName(const fs::path& database, std::string_view what) {
+model::Status DatedName(const fs::path& database, std::string_view what, fs::path* name) {
   constexpr int kMost = 1000;  // a folder that cannot be looked at has no free name
   const std::string begin = "-" + std::string(what) + "-" + Today();
-  fs::path name;
   for (int number = 1; number <= kMost; ++number) {
-    name = database.parent_path() / database.stem();
-    name += begin + (number > 1 ? "-" + std::to_string(number) : "");
-    name += database.extension();
-    if (IsFree(name)) break;
+    *name = database.parent_path() / database.stem();
+    *name += begin + (number > 1 ? "-" + std::to_string(number) : "");
+    *name += database.extension();
+    if (IsFree(*name)) return {};
   }
-  return name;
+  return StatusOf(files::Failure("make", *name, std::make_error_code(std::errc::file_exists)));
 }
 
 }  // namespace db

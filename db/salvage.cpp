@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -198,18 +199,43 @@ class NewDatabase {
   std::unique_ptr<jet::RecordSet> stations_;
 };
 
-// How many stations there should be.  Without the record that says it: those of a new database, or
-// as far as there are any when there are more.
-int LabelCount(const std::vector<SalvagedRecord>& dbInfo,
-               const std::vector<SalvagedRecord>& stations) {
-  if (!dbInfo.empty()) {
-    return dbInfo[0].values[static_cast<std::size_t>(FieldOf(DbInfoSpec(), "LabelCount"))].Int();
+// How many stations the file says that there are; nothing when it does not.
+std::optional<int> StoredCount(const std::vector<SalvagedRecord>& dbInfo) {
+  const int field = FieldOf(DbInfoSpec(), "LabelCount");
+  if (dbInfo.empty() || std::binary_search(dbInfo[0].lost.begin(), dbInfo[0].lost.end(), field)) {
+    return std::nullopt;
   }
-  if (stations.size() <= kDefaultLabels) return kDefaultLabels;
-  return stations.back().values[0].Int();
+  return dbInfo[0].values[static_cast<std::size_t>(field)].Int();
+}
+
+void SetLabelCount(int count, SalvagedRecord* dbInfo) {
+  dbInfo->values[static_cast<std::size_t>(FieldOf(DbInfoSpec(), "LabelCount"))] = Value(count);
+}
+
+// How many stations there are: as many as are told, or as far beyond as they go that stand where
+// records do.  One number by itself far above all others is a damaged number, so at least every
+// second one up to the last must be there.
+int CountOf(int told, const std::vector<SalvagedRecord>& stations) {
+  int count = told;
+  int above = 0;
+  for (const SalvagedRecord& station : stations) {
+    const int number = station.values[0].Int();
+    if (number <= told || !station.hasSlot) continue;
+    ++above;
+    if (2 * above >= number - told) count = number;
+  }
+  return count;
 }
 
 }  // namespace
+
+bool HasStations(const std::filesystem::path& file) {
+  std::unique_ptr<jet::PageFile> pages;
+  std::unique_ptr<jet::Salvage> salvage;
+  return jet::OpenPageFile(file, false, &pages).ok() &&
+         jet::Salvage::Open(std::move(pages), &salvage).ok() &&
+         !salvage->Records(SoughtStations()).empty();
+}
 
 model::Status Salvage(std::unique_ptr<jet::PageFile> damaged,
                       std::unique_ptr<jet::PageFile> salvaged, Fill fill, SalvageReport* report) {
@@ -218,11 +244,19 @@ model::Status Salvage(std::unique_ptr<jet::PageFile> damaged,
   if (jet::Status status = jet::Salvage::Open(std::move(damaged), &salvage); !status.ok()) {
     return status;
   }
-  const std::vector<SalvagedRecord> dbInfo = salvage->Records(SoughtDbInfo());
+  std::vector<SalvagedRecord> dbInfo = salvage->Records(SoughtDbInfo());
   std::vector<SalvagedRecord> stations = salvage->Records(SoughtStations());
-  report->labelCount = LabelCount(dbInfo, stations);
+  const std::optional<int> stored = StoredCount(dbInfo);
+  report->labelCount = CountOf(stored.value_or(kDefaultLabels), stations);
+  if (stored && *stored != report->labelCount) {
+    report->isCountSound = false;
+    SetLabelCount(report->labelCount, &dbInfo[0]);
+  }
   std::erase_if(stations, [report](const SalvagedRecord& station) {
-    return station.values[0].Int() > report->labelCount;
+    const int number = station.values[0].Int();
+    if (number <= report->labelCount) return false;
+    report->leftOut.push_back(number);
+    return true;
   });
 
   std::unique_ptr<jet::Database> database;

@@ -30,10 +30,21 @@ struct SalvageReport {
   // What stands in the new file as it was found, but may be wrong: flags with other characters than
   // 0 and 1, which may have been so before the damage, and records that contradicted themselves.
   std::vector<UnreadableStation> doubtful;
+  // Records above the label count, by rising number: those found without a slot of their own may
+  // never have been of this table, and a number far above all others is a damaged one.
+  std::vector<int> leftOut;
   bool hasDbInfo = false;
+  // Whether the stored count reaches as far as there are stations.  The new file has the one that
+  // does.
+  bool isCountSound = true;
 
-  bool IsWhole() const { return hasDbInfo && missing.empty() && incomplete.empty(); }
+  bool IsWhole() const {
+    return hasDbInfo && isCountSound && missing.empty() && incomplete.empty() && leftOut.empty();
+  }
 };
+
+// Whether a file, however damaged, has a record of a station that survives.
+bool HasStations(const std::filesystem::path& file);
 
 // Writes every record of `damaged` whose bytes survive into the new file `salvaged`.  `damaged` is
 // only read, and may be damaged in any way; see jet::Salvage.  When `salvaged` is there already, be

@@ -66,6 +66,9 @@ class File {
   // Takes over owner, group and mode of another file, as far as the system lets it.
   std::error_code TakeRightsOf(const std::filesystem::path& other) const;
 
+  // Lets its owner read and write it, as far as the system lets it.
+  std::error_code LetOwnerWrite() const;
+
   // Locks the file for this object alone, without waiting; the lock goes when it is closed, however
   // the process ends.  std::errc::resource_unavailable_try_again when another one holds it.
   std::error_code Lock() const;

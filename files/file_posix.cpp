@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "files/file.h"
 
@@ -122,7 +123,12 @@ std::error_code File::OpenForLock(const fs::path& path, File* file) {
     }
     const int descriptor = open(path.c_str(), flags | O_NOFOLLOW | kAlways);
     if (descriptor >= 0) {
-      file->handle_ = std::make_unique<Handle>(descriptor);
+      auto handle = std::make_unique<Handle>(descriptor);
+      struct stat found {};
+      // Something else may have taken its place since it was looked at.
+      if (fstat(descriptor, &found) != 0) return LastError();
+      if (!S_ISREG(found.st_mode)) return Error::NotAFile;
+      file->handle_ = std::move(handle);
       return {};
     }
     if (flags == O_RDONLY || (errno != EACCES && errno != EPERM && errno != EROFS)) break;
@@ -156,6 +162,8 @@ std::error_code File::Write(std::uint64_t offset, std::span<const std::uint8_t> 
         pwrite(handle_->descriptor, bytes.data(), bytes.size(), static_cast<off_t>(offset));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return LastError();
+    // A device may take nothing and say nothing of why; it would be asked for ever.
+    if (count == 0) return std::make_error_code(std::errc::io_error);
     offset += static_cast<std::uint64_t>(count);
     bytes = bytes.subspan(static_cast<std::size_t>(count));
   }
@@ -185,6 +193,17 @@ std::error_code File::TakeRightsOf(const fs::path& other) const {
   }
   constexpr mode_t kReadAndWrite = 0777;
   if (fchmod(handle_->descriptor, wanted.st_mode & kReadAndWrite) == 0 || IsNotForUs(errno)) {
+    return {};
+  }
+  return LastError();
+}
+
+std::error_code File::LetOwnerWrite() const {
+  struct stat found {};
+  if (fstat(handle_->descriptor, &found) != 0) return LastError();
+  const mode_t mode = (found.st_mode & 07777) | S_IRUSR | S_IWUSR;
+  if (mode == (found.st_mode & 07777) || fchmod(handle_->descriptor, mode) == 0 ||
+      IsNotForUs(errno)) {
     return {};
   }
   return LastError();

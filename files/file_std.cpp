@@ -144,6 +144,13 @@ std::error_code File::TakeRightsOf(const fs::path& other) const {
   return error;
 }
 
+std::error_code File::LetOwnerWrite() const {
+  std::error_code error;
+  fs::permissions(handle_->path, fs::perms::owner_read | fs::perms::owner_write,
+                  fs::perm_options::add, error);
+  return error;
+}
+
 std::error_code File::Lock() const { return std::make_error_code(std::errc::no_lock_available); }
 
 std::error_code KindOf(const fs::path& path, Kind* kind) {

@@ -92,10 +92,7 @@ Outcome Copy(const fs::path& from, const fs::path& to, std::uint64_t most) {
   Side failed = Side::To;
   std::error_code error = CopyBytes(source, copy, size, &failed);
   if (!error) error = copy.TakeRightsOf(from);
-  if (!error) {
-    fs::permissions(to, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::add,
-                    error);
-  }
+  if (!error) error = copy.LetOwnerWrite();
   if (!error) return {};
   std::error_code ignored;
   fs::remove(to, ignored);
@@ -165,6 +162,18 @@ Outcome Replacement::Begin(const fs::path& name) {
   return {};
 }
 
+Outcome Replacement::Fill(const fs::path& from, std::uint64_t most) {
+  File source;
+  std::uint64_t size = 0;
+  if (const auto error = File::OpenToRead(from, &source)) return Failure("read", from, error);
+  if (const auto error = CheckSize(source, most, &size)) return Failure("read", from, error);
+  Side failed = Side::None;
+  if (const auto error = CopyBytes(source, *file_, size, &failed)) {
+    return FailureOfCopy(failed, from, beside_, error);
+  }
+  return {};
+}
+
 Outcome Replacement::PutInPlace() {
   if (replaces_) {
     if (const auto error = file_->TakeRightsOf(target_)) return Failure("write", beside_, error);
@@ -190,16 +199,9 @@ Outcome Replace(const fs::path& name, std::string_view bytes) {
 }
 
 Outcome ReplaceByCopy(const fs::path& name, const fs::path& from, std::uint64_t most) {
-  File source;
-  std::uint64_t size = 0;
-  if (const auto error = File::OpenToRead(from, &source)) return Failure("read", from, error);
-  if (const auto error = CheckSize(source, most, &size)) return Failure("read", from, error);
   Replacement replacement;
   if (Outcome begun = replacement.Begin(name); !begun.ok()) return begun;
-  Side failed = Side::None;
-  if (const auto error = CopyBytes(source, *replacement.NewFile(), size, &failed)) {
-    return FailureOfCopy(failed, from, Beside(name), error);
-  }
+  if (Outcome filled = replacement.Fill(from, most); !filled.ok()) return filled;
   return replacement.PutInPlace();
 }
 

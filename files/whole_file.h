@@ -60,6 +60,9 @@ class Replacement {
   // WriteProtected when the file there is.
   Outcome Begin(const std::filesystem::path& name);
 
+  // Writes a copy of another file of at most `most` bytes into the new file.  REQUIRES: begun.
+  Outcome Fill(const std::filesystem::path& from, std::uint64_t most);
+
   // The new file, to be written.  REQUIRES: begun.
   const std::shared_ptr<File>& NewFile() const { return file_; }
 

@@ -99,6 +99,8 @@ Status Database::OpenOrdered(std::string_view name, std::span<const std::string_
   return status;
 }
 
+std::uint64_t Database::ChangesWritten() const { return store_->GetPager().Written(); }
+
 Status Database::Settle() { return store_->GetPager().Settle(); }
 
 Database::Batch::Batch(Database& database) : store_(database.store_) { store_->BeginBatch(); }

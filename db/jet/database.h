@@ -5,6 +5,7 @@
 #ifndef DB_JET_DATABASE_H_
 #define DB_JET_DATABASE_H_
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -116,6 +117,9 @@ class Database {
   // show, as the next write does.  Before this has succeeded, the file of a database that had a
   // write fail may be damaged.  REQUIRES: no batch is open.
   Status Settle();
+
+  // How many changes have been written since it was opened; one that failed is none.
+  std::uint64_t ChangesWritten() const;
 
   // The engine's inside, for the audit and the tools of this library.
   Store& GetStore() const { return *store_; }

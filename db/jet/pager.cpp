@@ -190,6 +190,7 @@ Status Pager::WriteChange() {
   Status status = WritePages(pages, &tried);
   if (status.ok() && isCutOwed_) status = CutFile();
   if (status.ok()) {
+    if (!dirty_.empty()) ++written_;
     writtenPageCount_ = pageCount_;
     owed_.clear();
   } else {

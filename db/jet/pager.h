@@ -50,6 +50,8 @@ class Pager {
   // Grows with every change and with every change dropped.  What was derived from page bytes
   // holds as long as this number is the same.
   std::uint64_t Version() const { return version_; }
+  // How many changes have been written to the file.
+  std::uint64_t Written() const { return written_; }
   // Grows when a change is dropped.  What is kept beside the pages must then be read again.
   std::uint64_t Rollbacks() const { return rollbacks_; }
 
@@ -105,6 +107,7 @@ class Pager {
   std::vector<std::function<void()>> undoActions_;
   int openChanges_ = 0;
   std::uint64_t version_ = 1;
+  std::uint64_t written_ = 0;
   std::uint64_t rollbacks_ = 0;
 };
 

@@ -171,6 +171,7 @@ class TableSalvage {
 
   SalvagedRecord ReadRecord(const Chosen& chosen) {
     SalvagedRecord record;
+    record.hasSlot = chosen.evidence == Evidence::Live || chosen.evidence == Evidence::Moved;
     record.isSure = chosen.evidence != Evidence::Repaired;
     RowView view;
     (void)view.Parse(pages_.GetFormat(), *chosen.layout, chosen.bytes);  // it was before

@@ -38,6 +38,7 @@ struct SoughtTable {
 struct SalvagedRecord {
   std::vector<Value> values;  // by field
   std::vector<int> lost;      // fields whose bytes did not survive, rising; their values are null
+  bool hasSlot = true;        // false: it was found by its own build only, or had to be put right
   bool isSure = true;         // false: the row contradicted itself, any of the values may be wrong
 };
 

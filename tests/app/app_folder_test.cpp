@@ -162,7 +162,12 @@ TEST_F(AppFolderTest, ADatabaseThatCannotBeComparedIsNamed) {
   ASSERT_EQ(mkfifo((program_ / "Tesk.mdb").c_str(), 0666), 0);
   fs::create_directories(user_);
   WriteFile(user_ / "Tesk.mdb", "mine");
-  EXPECT_TRUE(OtherDatabase(TheUsers()).startsWith(QStringLiteral("There Are Two Databases\r\r")));
+  const QString text = OtherDatabase(TheUsers());
+  EXPECT_TRUE(text.startsWith(QStringLiteral("There Are Two Databases\r\r")));
+  EXPECT_TRUE(text.contains(QStringLiteral(
+      "\rIt cannot be compared: Cannot read Tesk.mdb: It is no ordinary file. Before ")))
+      << text.toStdString();
+  EXPECT_FALSE(text.contains(QStringLiteral("They differ"))) << text.toStdString();
 }
 
 }  // namespace

@@ -7,10 +7,12 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "db/schema.h"
 #include "db/station_list.h"
+#include "tests/support/another_user.h"
 #include "tests/support/damaged_file.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/temporary_folder.h"
@@ -451,18 +453,83 @@ TEST_F(DamagedDatabaseTest, IsNotReplacedWhenItCannotBeKept) {
   EXPECT_EQ(FilesIn(folder_.Path(), "Tesk-damaged-20").size(), 1U);
 }
 
-// The first opening of a damaged table puts its indexes right, which is an edit; a further one
-// finds nothing to do, and still knows that records are lost.
-TEST_F(DamagedDatabaseTest, IsReplacedOnceAndNotAgainWithoutAnEdit) {
+// Every attempt that fails would leave one more.
+TEST_F(DamagedDatabaseTest, IsKeptOnceHoweverOftenClosingFails) {
+  SetLabel(files_, "Studio 1");
+  fs::permissions(main_, fs::perms::owner_read | fs::perms::group_read);
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    EXPECT_EQ(files_.SaveAndClose().Number(), 3027);
+    EXPECT_TRUE(FilesIn(folder_.Path(), "Tesk-").empty());
+  }
+  fs::permissions(main_, fs::perms::owner_write, fs::perm_options::add);
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  EXPECT_EQ(FilesIn(folder_.Path(), "Tesk-damaged-20").size(), 1U);
+}
+
+// Opening a damaged table puts its indexes right in the working copy.  The next opening does so
+// again, and finds the same damage.
+TEST_F(DamagedDatabaseTest, IsNotTouchedWithoutAnEdit) {
+  EXPECT_FALSE(ReadFile(copy_) == damaged_) << "something was put right";
   for (int run = 0; run < 2; ++run) {
-    ASSERT_TRUE(files_.SaveAndClose().ok());
+    bool saved = true;
+    ASSERT_TRUE(files_.SaveAndClose(&saved).ok());
+    EXPECT_FALSE(saved);
+    EXPECT_FALSE(fs::exists(copy_));
+    EXPECT_TRUE(ReadFile(main_) == damaged_);
+    EXPECT_TRUE(FilesIn(folder_.Path(), "Tesk-").empty());
     ASSERT_TRUE(files_.Open().ok());
     EXPECT_EQ(files_.DamageFound().missing, lost_);
     EXPECT_FALSE(files_.CheckTable(Table::Relays, 1, 64).ok());
   }
-  const std::vector<std::string> kept = FilesIn(folder_.Path(), "Tesk-damaged-20");
+}
+
+TEST_F(DamagedDatabaseTest, WithoutAnEditNothingKeepsItFromBeingClosed) {
+  fs::permissions(main_, fs::perms::owner_read);
+  EXPECT_TRUE(files_.SaveAndClose().ok());
+  ASSERT_TRUE(files_.Open().ok());
+  fs::permissions(main_, fs::perms::owner_write, fs::perm_options::add);
+  {
+    const test::FullDisk full(100000);
+    EXPECT_TRUE(files_.SaveAndClose().ok());
+  }
+  ASSERT_TRUE(files_.Open().ok());
+  fs::rename(main_, folder_ / "away");
+  EXPECT_TRUE(files_.SaveAndClose().ok());
+  EXPECT_FALSE(fs::exists(main_));
+  EXPECT_TRUE(ReadFile(folder_ / "away") == damaged_);
+}
+
+// What was edited has its place all the same.
+TEST_F(DamagedDatabaseTest, ThatIsNotThereAnyMoreNeedsNoKeeping) {
+  SetLabel(files_, "Studio 1");
+  fs::rename(main_, folder_ / "away");
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  EXPECT_TRUE(FilesIn(folder_.Path(), "Tesk-").empty());
+  ASSERT_TRUE(files_.Open().ok());
+  EXPECT_EQ(Label(files_), "Studio 1");
+}
+
+// The house puts its good copy in place while the console still runs.
+TEST_F(DamagedDatabaseTest, AGoodFileInItsPlaceStaysOrIsKept) {
+  const auto putInPlace = [this] {
+    fs::remove(main_);
+    ASSERT_TRUE(CreateDatabase(main_).ok());
+  };
+  putInPlace();
+  std::string good = ReadFile(main_);
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  EXPECT_TRUE(ReadFile(main_) == good);
+
+  WriteFile(main_, damaged_);
+  ASSERT_TRUE(files_.Open().ok());
+  SetLabel(files_, "Studio 1");
+  putInPlace();
+  good = ReadFile(main_);
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  EXPECT_TRUE(FilesIn(folder_.Path(), "Tesk-damaged-").empty());
+  const std::vector<std::string> kept = FilesIn(folder_.Path(), "Tesk-replaced-20");
   ASSERT_EQ(kept.size(), 1U);
-  EXPECT_TRUE(ReadFile(folder_ / kept[0]) == damaged_);
+  EXPECT_TRUE(ReadFile(folder_ / kept[0]) == good);
 }
 
 TEST_F(DamagedDatabaseTest, IsSalvagedIntoANewFileBesideIt) {
@@ -498,6 +565,85 @@ TEST_F(DatabaseFilesTest, AFileThatIsTooDamagedToBeOpenedIsKnownToBeDamaged) {
   EXPECT_EQ(status.Number(), 3049);
   EXPECT_FALSE(files.DamageFound().IsSound());
   EXPECT_FALSE(files.IsOpen());
+}
+
+// Its first page says what it is; without it the stations are there all the same.
+TEST_F(DatabaseFilesTest, AHeaderThatIsLostIsDamageWhenThereAreStations) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  const std::string sound = ReadFile(main_);
+  std::string zeroed = sound;
+  std::fill_n(zeroed.begin(), 4096, '\0');
+  std::string scrambled = sound;
+  for (std::size_t at = 0x42; at < 0x6A; ++at) scrambled[at] = static_cast<char>(scrambled[at] ^ 1);
+  for (const auto& [bytes, number] : {std::pair(zeroed, 3343), std::pair(scrambled, 3031)}) {
+    SCOPED_TRACE(number);
+    WriteFile(main_, bytes);
+    DatabaseFiles files(main_, copy_);
+    const model::Status status = files.Open();
+    EXPECT_EQ(status.Number(), number);
+    EXPECT_EQ(files.DamageFound().problems, std::vector<std::string>{status.Description()});
+    fs::path salvaged;
+    SalvageReport report;
+    ASSERT_TRUE(files.SalvageMainFile(Fill::Nothing, &salvaged, &report).ok());
+    EXPECT_EQ(report.stations, 128);
+  }
+  WriteFile(main_, "this is no database");
+  DatabaseFiles files(main_, copy_);
+  EXPECT_FALSE(files.Open().ok());
+  EXPECT_TRUE(files.DamageFound().IsSound());
+}
+
+TEST_F(DatabaseFilesTest, WithoutADatabaseNoTableIsComplete) {
+  DatabaseFiles files(main_, copy_);
+  EXPECT_EQ(files.CheckTable(Table::Relays, 1, 64).Number(), 3021);
+  WriteFile(main_, "this is no database");
+  EXPECT_FALSE(files.Open().ok());
+  EXPECT_EQ(files.CheckTable(Table::Relays, 1, 64).Number(), 3021);
+}
+
+TEST_F(DatabaseFilesTest, ClosedWithoutSavingWhatWasEditedIsKeptBesideTheMainFile) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  const std::string before = ReadFile(main_);
+  fs::permissions(main_, fs::perms::owner_read);
+  for (const char* const label : {"Studio 1", "Studio 2"}) {
+    DatabaseFiles files(main_, copy_);
+    ASSERT_TRUE(files.Open().ok());
+    SetLabel(files, label);
+    ASSERT_FALSE(files.SaveAndClose().ok());
+    fs::path kept;
+    const test::FullDisk full(100000);
+    const model::Status status = files.CloseWithoutSaving(&kept);
+    ASSERT_TRUE(status.ok()) << status.Description();
+    EXPECT_FALSE(files.IsOpen());
+    EXPECT_FALSE(fs::exists(copy_));
+    EXPECT_TRUE(kept.filename().string().starts_with("Tesk-unsaved-20")) << kept;
+    EXPECT_TRUE(files.SaveAndClose().ok()) << "nothing is left to do";
+    EXPECT_TRUE(ReadFile(main_) == before);
+  }
+  const std::vector<std::string> kept = FilesIn(folder_.Path(), "Tesk-unsaved-20");
+  ASSERT_EQ(kept.size(), 2U);
+  DatabaseFiles again(folder_ / kept[0], copy_);
+  ASSERT_TRUE(again.Open().ok());
+  EXPECT_EQ(Label(again), "Studio 2");
+}
+
+TEST_F(DatabaseFilesTest, ClosedWithoutSavingInAFolderThatIsLockedTheWorkingCopyStays) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  DatabaseFiles files(main_, copy_);
+  ASSERT_TRUE(files.Open().ok());
+  SetLabel(files, "Studio 1");
+  fs::permissions(folder_.Path(), fs::perms::owner_read | fs::perms::owner_exec |
+                                      fs::perms::others_read | fs::perms::others_exec);
+  fs::path kept;
+  {
+    const test::AnotherUser user;
+    EXPECT_FALSE(files.CloseWithoutSaving(&kept).ok());
+  }
+  fs::permissions(folder_.Path(), fs::perms::owner_all);
+  EXPECT_EQ(kept, copy_);
+  DatabaseFiles again(copy_, folder_ / "Other.md$");
+  ASSERT_TRUE(again.Open().ok());
+  EXPECT_EQ(Label(again), "Studio 1");
 }
 
 TEST(StationList, NamesRunsByTheirEnds) {

@@ -105,6 +105,40 @@ TEST_F(SalvageTest, OfASoundFileEverythingIsThere) {
   EXPECT_EQ(test::Int(*test::OpenTable(*database_, kDbInfoTable), "LabelCount"), 128);
 }
 
+// A flipped bit in the count must not take stations along that are there.
+TEST_F(SalvageTest, StationsAboveAWrongCountAreThereAndTheCountIsPutRight) {
+  for (const int count : {0, 64, 127}) {
+    SCOPED_TRACE(count);
+    {
+      const auto database = test::Open(damaged_);
+      const auto dbInfo = test::OpenTable(*database, kDbInfoTable);
+      ASSERT_TRUE(dbInfo->Edit().ok());
+      ASSERT_TRUE(dbInfo->Set("LabelCount", count).ok());
+      ASSERT_TRUE(dbInfo->Update().ok());
+    }
+    const SalvageReport report = Run();
+    EXPECT_FALSE(report.IsWhole());
+    EXPECT_FALSE(report.isCountSound);
+    EXPECT_EQ(report.labelCount, 128);
+    EXPECT_EQ(report.stations, 128);
+    EXPECT_THAT(report.leftOut, IsEmpty());
+    EXPECT_EQ(Read(128, "StationNum"), jet::Value(128));
+    EXPECT_EQ(test::Int(*test::OpenTable(*database_, kDbInfoTable), "LabelCount"), 128);
+  }
+}
+
+// It is that station's number that is damaged, not the count.
+TEST_F(SalvageTest, ANumberFarAboveAllOthersIsLeftOutAndNamed) {
+  Store(77, "StationNum", 1101);
+  const SalvageReport report = Run();
+  EXPECT_FALSE(report.IsWhole());
+  EXPECT_TRUE(report.isCountSound);
+  EXPECT_EQ(report.labelCount, 128);
+  EXPECT_THAT(report.missing, ElementsAre(77));
+  EXPECT_THAT(report.leftOut, ElementsAre(1101));
+  EXPECT_EQ(Read(1101, "Label"), jet::Value("(no record)"));
+}
+
 TEST_F(SalvageTest, APageOfRecordsIsMissing) {
   ZeroPage(PlaceOf("Notes for Station 007") / kPageSize);
   const SalvageReport report = Run();

@@ -364,6 +364,64 @@ TEST_F(LifeCycleTest, AWriteProtectedDatabaseIsSaidAndNotReplaced) {
   EXPECT_EQ(StoredInhibits(6).substr(0, 10), "0000010100");
 }
 
+// Nobody can do anything about it: what was edited is put beside the database, which stays as it
+// is, and the console ends.
+class NeverSavedTest : public LifeCycleTest {
+ protected:
+  void SetUp() override {
+    LifeCycleTest::SetUp();
+    ASSERT_EQ(ConsoleProcess(folder_, Told()).Terminate(), 0);
+    before_ = ReadFile(folder_ / "Tesk.mdb");
+  }
+
+  static void Edit(ConsoleProcess& console) {
+    ASSERT_TRUE(console.IsUp());
+    while (!console.Boxes().empty()) console.CloseBox();
+    console.Use("ID_ToggleInhibit", 6, 8);
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 2; }));
+  }
+
+  void CloseWithoutSaving(ConsoleProcess& console) {
+    console.Trigger("ID_Exit");
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.IsShown("aidCloseWithoutSaving"); }));
+    EXPECT_THAT(console.Boxes()[0].text, HasSubstr("Error Saving Database File\r\rError # "));
+    console.Click("aidCloseWithoutSaving");
+    ASSERT_TRUE(ConsoleProcess::WaitFor([&] {
+      return !console.Boxes().empty() && console.Boxes()[0].title == "Orvo Intercom Control";
+    }));
+    const std::string begin = "Closed Without Saving\r\rWhat was edited is in this file: ";
+    const std::string text = console.Boxes()[0].text;
+    ASSERT_TRUE(text.starts_with(begin)) << text;
+    const fs::path kept = text.substr(begin.size());
+    EXPECT_TRUE(kept.filename().string().starts_with("Tesk-unsaved-20")) << kept;
+    console.CloseBox();
+    EXPECT_EQ(console.WaitForEnd(), 0);
+    EXPECT_TRUE(ReadFile(folder_ / "Tesk.mdb") == before_);
+    EXPECT_FALSE(fs::exists(folder_ / "WorkingDb.md$"));
+    fs::remove(folder_ / "Tesk.mdb");
+    fs::rename(kept, folder_ / "Tesk.mdb");
+    EXPECT_EQ(StoredInhibits(6).substr(0, 10), "0000010100");
+  }
+
+  std::string before_;
+};
+
+TEST_F(NeverSavedTest, AWriteProtectedDatabaseLetsTheConsoleGo) {
+  fs::permissions(folder_ / "Tesk.mdb", fs::perms::owner_write, fs::perm_options::remove);
+  ConsoleProcess console(folder_, Told());
+  Edit(console);
+  CloseWithoutSaving(console);
+}
+
+TEST_F(NeverSavedTest, AFullDiskLetsTheConsoleGo) {
+  ConsoleProcess console(folder_, Told());
+  Edit(console);
+  rlimit before{};
+  constexpr rlimit kSmall{.rlim_cur = 100000, .rlim_max = RLIM_INFINITY};
+  ASSERT_EQ(prlimit(static_cast<pid_t>(console.Id()), RLIMIT_FSIZE, &kSmall, &before), 0);
+  CloseWithoutSaving(console);
+}
+
 // Nothing is waited for, nothing is read without end, nothing of it is replaced.
 TEST_F(LifeCycleTest, WhatIsNoFileIsSaidAtOnceAndLeftAlone) {
   const fs::path places = folder_.Home() / "Orvo";

@@ -29,6 +29,13 @@ std::string Describe(const db::SalvageReport& report, db::Fill fill) {
   std::string text = std::string("DbInfo: ") + (report.hasDbInfo ? "1" : "0") + " of 1 records\n";
   text += "Stations: " + Text(report.stations) + " of " + Text(report.labelCount) + " records\n";
   if (!report.hasDbInfo) text += "missing: the counts" + noRecord;
+  if (report.hasDbInfo && !report.isCountSound) {
+    text += "wrong: the count of stations; put right in the new file\n";
+  }
+  if (!report.leftOut.empty()) {
+    text += "doubtful: stations " + List(report.leftOut) +
+            ", above the count; left out of the new file\n";
+  }
   if (!report.missing.empty()) text += "missing: stations " + List(report.missing) + noRecord;
   for (const db::UnreadableStation& station : report.incomplete) {
     text += "missing: station " + Text(station.station) + ": " + List(station.fields) + noValue;

@@ -16,6 +16,8 @@ namespace mdbdump {
 //
 //   DbInfo: 1 of 1 records
 //   Stations: 123 of 128 records
+//   wrong: the count of stations; put right in the new file
+//   doubtful: stations 1101, above the count; left out of the new file
 //   missing: stations 6, 7, 8, 9, 10; without a record in the new file
 //   missing: station 77: Relays; empty in the new file
 //   doubtful: station 80: Relays; as found in the new file
