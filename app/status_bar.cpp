@@ -52,7 +52,7 @@ StatusBar::StatusBar(QWidget* parent)
               {.widget = closedPort_, .leastCharacters = kLeastWarning, .isWarning = true},
               {.widget = note_, .leastCharacters = kLeastText},
               {.widget = readout_, .leastCharacters = kLeastText},
-              {.widget = unsent_, .leastCharacters = kLeastText},
+              {.widget = unsent_, .leastCharacters = kLeastText, .isWarning = true},
               {.widget = demo_},
               {.widget = mapState_},
               {.widget = panels_},

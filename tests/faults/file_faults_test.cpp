@@ -125,8 +125,8 @@ TEST_F(FileFaultsTest, EveryCallIsSeen) {
   calls.erase(calls.begin(), renamed + 1);
   EXPECT_EQ(static_cast<std::uintmax_t>(std::erase(calls, "write WorkingDb.md$")),
             (fs::file_size(main_) + 65535) / 65536);
-  EXPECT_THAT(calls, ElementsAre("open WorkingDb.md$", "chmod WorkingDb.md$", "chmod WorkingDb.md$",
-                                 "open WorkingDb.md$"));
+  EXPECT_THAT(calls,
+              ElementsAre("open WorkingDb.md$", "chmod WorkingDb.md$", "open WorkingDb.md$"));
 
   plan_.Restart();
   ASSERT_TRUE(SetFields(files, 1, "Studio 1", std::string(900, '1')).ok());
