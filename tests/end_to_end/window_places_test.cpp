@@ -95,6 +95,9 @@ TEST_F(WindowPlacesTest, KeysThatScrollTheAreaChangeNoPlace) {
   ASSERT_TRUE(console.IsUp());
   for (int times = 0; times < 30; ++times) console.Keys("msfgXmap", "Down");
   for (int times = 0; times < 30; ++times) console.Keys("msfgXmap", "Right");
+  EXPECT_THAT(console.Property("aidReadout", "text").toString().toStdString(),
+              testing::StartsWith("Out 31  Sta. 031  <  In 31"))
+      << "beyond what the area has room for";
   EXPECT_EQ(console.Terminate(), 0);
   for (const char* const stored :
        {"ButnsLeft=0\n", "ButnsTop=0\n", "AlphasLeft=300\n", "AlphasTop=300\n", "XmapLeft=500\n",
