@@ -11,13 +11,13 @@
 #include <system_error>
 #include <utility>
 
-#include "app/about_dialog.h"
-#include "app/mdi_arrangement.h"
+#include "app/shell/about_dialog.h"
+#include "app/shell/mdi_arrangement.h"
 #include "app/start_up.h"
-#include "app/visible_place.h"
 #include "config/configuration.h"
 #include "config/ini_file.h"
 #include "config/serial_devices.h"
+#include "views/window_place/visible_place.h"
 #include "views/xmap/xmap_legend.h"
 
 namespace app {
@@ -173,7 +173,7 @@ void Console::PlaceWindow() {
   QRect stored = placement_.Stored();
   stored.setSize(Bounded(stored.size()));
   const QRect place =
-      VisiblePlace(stored, screens, QGuiApplication::primaryScreen()->availableGeometry());
+      views::VisiblePlace(stored, screens, QGuiApplication::primaryScreen()->availableGeometry());
   window_.move(place.topLeft());
   window_.resize(place.size());
   placement_.SetRestored(window_.Place());

@@ -5,7 +5,7 @@
 
 #include <QCoreApplication>
 
-#include "app/message_boxes.h"
+#include "app/shell/message_boxes.h"
 #include "db/database_files.h"
 
 namespace app {

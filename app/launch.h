@@ -12,7 +12,7 @@
 #include "app/app_folder.h"
 #include "app/console.h"
 #include "app/instance_lock.h"
-#include "app/message_boxes.h"
+#include "app/shell/message_boxes.h"
 
 namespace app {
 

@@ -4,7 +4,7 @@
 #include <QStandardPaths>
 
 #include "app/launch.h"
-#include "views/console_style.h"
+#include "views/widgets/console_style.h"
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);

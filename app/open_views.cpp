@@ -4,9 +4,9 @@
 
 #include <QScreen>
 
-#include "app/in_sight.h"
+#include "app/shell/in_sight.h"
 #include "views/main_view.h"
-#include "views/on_screen.h"
+#include "views/window_place/on_screen.h"
 
 namespace app {
 

@@ -2,8 +2,8 @@
 
 #include "app/transfers.h"
 
-#include "app/event_words.h"
-#include "views/on_screen.h"
+#include "app/log/event_words.h"
+#include "views/window_place/on_screen.h"
 
 namespace app {
 

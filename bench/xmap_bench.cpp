@@ -26,7 +26,7 @@
 
 #include "bench/suite.h"
 #include "switcher/decoder.h"
-#include "switcher/messages/crosspoint_row.h"
+#include "switcher/wire/messages/crosspoint_row.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/xmap/xmap_console.h"
 #include "views/xmap/mark_painter.h"

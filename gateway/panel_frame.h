@@ -14,7 +14,7 @@
 #include <cstdint>
 #include <span>
 
-#include "switcher/wire.h"
+#include "switcher/wire/values.h"
 
 namespace gateway {
 

@@ -7,16 +7,16 @@
 #include <vector>
 
 #include "db/station_fields.h"
-#include "switcher/frame.h"
-#include "switcher/messages/button_data.h"
-#include "switcher/messages/crosspoint_row.h"
-#include "switcher/messages/gain_report.h"
-#include "switcher/messages/inhibit_row.h"
-#include "switcher/messages/label_texts.h"
-#include "switcher/messages/opto_data.h"
-#include "switcher/messages/relay_row.h"
-#include "switcher/messages/tally.h"
 #include "switcher/send.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/button_data.h"
+#include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/gain_report.h"
+#include "switcher/wire/messages/inhibit_row.h"
+#include "switcher/wire/messages/label_texts.h"
+#include "switcher/wire/messages/opto_data.h"
+#include "switcher/wire/messages/relay_row.h"
+#include "switcher/wire/messages/tally.h"
 
 namespace switcher {
 

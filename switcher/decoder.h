@@ -12,9 +12,9 @@
 #include "model/error_reporter.h"
 #include "model/status.h"
 #include "model/system_model.h"
-#include "switcher/decode_status.h"
 #include "switcher/switcher_events.h"
 #include "switcher/table_writer.h"
+#include "switcher/wire/decode_status.h"
 
 namespace switcher {
 

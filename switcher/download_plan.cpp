@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "switcher/messages/label_order.h"
+#include "switcher/wire/messages/label_order.h"
 
 namespace switcher {
 

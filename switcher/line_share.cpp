@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "switcher/line_pace.h"
-#include "switcher/messages/take.h"
+#include "switcher/wire/messages/take.h"
 
 namespace switcher {
 

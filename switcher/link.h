@@ -11,8 +11,8 @@
 #include "model/status.h"
 #include "model/system_model.h"
 #include "switcher/decoder.h"
-#include "switcher/frame.h"
 #include "switcher/serial_port.h"
+#include "switcher/wire/frame.h"
 
 namespace switcher {
 

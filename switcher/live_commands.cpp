@@ -2,9 +2,9 @@
 
 #include "switcher/live_commands.h"
 
-#include "switcher/messages/gain.h"
-#include "switcher/messages/take.h"
 #include "switcher/send.h"
+#include "switcher/wire/messages/gain.h"
+#include "switcher/wire/messages/take.h"
 
 namespace switcher {
 

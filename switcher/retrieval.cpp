@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "switcher/frame.h"
 #include "switcher/send.h"
+#include "switcher/wire/frame.h"
 
 namespace switcher {
 

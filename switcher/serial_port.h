@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "model/status.h"
-#include "switcher/wire.h"
+#include "switcher/wire/values.h"
 
 namespace switcher {
 

@@ -6,8 +6,8 @@
 
 #include "db/jet/text_codec.h"
 #include "db/station_fields.h"
-#include "switcher/messages/label_order.h"
-#include "switcher/messages/label_texts.h"
+#include "switcher/wire/messages/label_order.h"
+#include "switcher/wire/messages/label_texts.h"
 
 namespace switcher {
 

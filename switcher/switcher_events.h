@@ -8,7 +8,7 @@
 
 #include <string_view>
 
-#include "switcher/decode_status.h"
+#include "switcher/wire/decode_status.h"
 
 namespace switcher {
 

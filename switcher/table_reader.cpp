@@ -13,13 +13,13 @@
 #include "model/flag_string.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
-#include "switcher/messages/button_data.h"
-#include "switcher/messages/inhibit_row.h"
-#include "switcher/messages/label_order.h"
-#include "switcher/messages/label_texts.h"
-#include "switcher/messages/opto_data.h"
-#include "switcher/messages/relay_row.h"
 #include "switcher/stored_labels.h"
+#include "switcher/wire/messages/button_data.h"
+#include "switcher/wire/messages/inhibit_row.h"
+#include "switcher/wire/messages/label_order.h"
+#include "switcher/wire/messages/label_texts.h"
+#include "switcher/wire/messages/opto_data.h"
+#include "switcher/wire/messages/relay_row.h"
 
 namespace switcher {
 

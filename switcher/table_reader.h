@@ -11,7 +11,7 @@
 #include "db/jet/database.h"
 #include "model/status.h"
 #include "model/system_model.h"
-#include "switcher/wire.h"
+#include "switcher/wire/values.h"
 
 namespace switcher {
 

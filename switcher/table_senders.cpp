@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "switcher/messages/label_order.h"
 #include "switcher/table_reader.h"
+#include "switcher/wire/messages/label_order.h"
 
 namespace switcher {
 

@@ -10,8 +10,8 @@
 #include "model/flag_string.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
-#include "switcher/messages/label_order.h"
 #include "switcher/stored_labels.h"
+#include "switcher/wire/messages/label_order.h"
 
 namespace switcher {
 

@@ -16,9 +16,9 @@
 #include "db/jet/database.h"
 #include "db/station_fields.h"
 #include "model/status.h"
-#include "switcher/messages/button_data.h"
-#include "switcher/messages/label_texts.h"
-#include "switcher/messages/opto_data.h"
+#include "switcher/wire/messages/button_data.h"
+#include "switcher/wire/messages/label_texts.h"
+#include "switcher/wire/messages/opto_data.h"
 
 namespace switcher {
 

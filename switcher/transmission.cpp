@@ -4,9 +4,9 @@
 
 #include <utility>
 
-#include "switcher/frame.h"
 #include "switcher/send.h"
 #include "switcher/table_senders.h"
+#include "switcher/wire/frame.h"
 
 namespace switcher {
 

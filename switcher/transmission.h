@@ -8,7 +8,7 @@
 
 #include "db/jet/database.h"
 #include "model/status.h"
-#include "switcher/wire.h"
+#include "switcher/wire/values.h"
 
 namespace switcher {
 

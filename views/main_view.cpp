@@ -5,7 +5,7 @@
 #include <QCloseEvent>
 #include <QMdiSubWindow>
 
-#include "views/area_place.h"
+#include "views/window_place/area_place.h"
 
 namespace views {
 namespace {

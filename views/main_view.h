@@ -9,7 +9,7 @@
 
 #include "config/window_settings.h"
 #include "switcher/table.h"
-#include "views/placement.h"
+#include "views/window_place/placement.h"
 
 namespace views {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/about_dialog.h"
+#include "app/shell/about_dialog.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 //
 // An unknown code that holds up all receiving, and the way past it.
 
-#include "app/blocked_line.h"
+#include "app/shell/blocked_line.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 #include <QTest>
 #include <QToolButton>
 
-#include "app/main_window.h"
+#include "app/shell/main_window.h"
 
 namespace app {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/channel_labels.h"
+#include "app/log/channel_labels.h"
 
 #include <gtest/gtest.h>
 

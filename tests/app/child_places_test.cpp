@@ -7,9 +7,9 @@
 
 #include <QScrollBar>
 
-#include "app/focus_in_sight.h"
-#include "app/mdi_arrangement.h"
 #include "app/open_views.h"
+#include "app/shell/focus_in_sight.h"
+#include "app/shell/mdi_arrangement.h"
 #include "tests/views/view_console.h"
 
 namespace app {

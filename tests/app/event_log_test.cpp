@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/event_log.h"
+#include "app/log/event_log.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -17,7 +17,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "app/event_log_window.h"
+#include "app/log/event_log_window.h"
 
 namespace app {
 namespace {

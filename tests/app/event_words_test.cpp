@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/event_words.h"
+#include "app/log/event_words.h"
 
 #include <gtest/gtest.h>
 
-#include "app/command_table.h"
-#include "app/repeated_lines.h"
+#include "app/log/repeated_lines.h"
+#include "app/shell/command_table.h"
 
 namespace app {
 namespace {

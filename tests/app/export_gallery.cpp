@@ -6,7 +6,7 @@
 #include <QDir>
 #include <QMenu>
 
-#include "app/export_menu.h"
+#include "app/shell/export_menu.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/export_menu.h"
+#include "app/shell/export_menu.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

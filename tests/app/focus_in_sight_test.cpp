@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/focus_in_sight.h"
+#include "app/shell/focus_in_sight.h"
 
 #include <gtest/gtest.h>
 

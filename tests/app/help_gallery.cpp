@@ -7,7 +7,7 @@
 #include <QTextDocument>
 #include <QUrl>
 
-#include "app/help_window.h"
+#include "app/shell/help_window.h"
 #include "tests/views/gallery.h"
 
 namespace {

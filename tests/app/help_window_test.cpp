@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/help_window.h"
+#include "app/shell/help_window.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/hint_strip.h"
+#include "app/shell/hint_strip.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/link_aids.h"
+#include "app/shell/link_aids.h"
 
 #include <gtest/gtest.h>
 
 #include <QLabel>
 
-#include "app/link_lamp.h"
+#include "app/shell/link_lamp.h"
 
 namespace app {
 namespace {

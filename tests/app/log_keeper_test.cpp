@@ -2,7 +2,7 @@
 //
 // What the event log tells of the work of the operator.
 
-#include "app/log_keeper.h"
+#include "app/log/log_keeper.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/main_window.h"
+#include "app/shell/main_window.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

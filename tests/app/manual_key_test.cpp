@@ -9,10 +9,10 @@
 #include <QDialog>
 #include <QTest>
 
-#include "app/help_window.h"
-#include "app/main_window.h"
-#include "app/message_boxes.h"
 #include "app/open_views.h"
+#include "app/shell/help_window.h"
+#include "app/shell/main_window.h"
+#include "app/shell/message_boxes.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_tables.h"
 

@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "app/help_window.h"
+#include "app/shell/help_window.h"
 #include "gateway/panel_tables.h"
 #include "gateway/qt_sockets.h"
 #include "switcher/serial_port.h"

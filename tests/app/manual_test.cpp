@@ -20,7 +20,7 @@
 #include <memory>
 
 #include "app/console.h"
-#include "app/help_window.h"
+#include "app/shell/help_window.h"
 #include "tests/app/manual_text.h"
 #include "tests/support/temporary_folder.h"
 #include "views/main_view.h"

@@ -6,7 +6,7 @@
 #include <QTextBrowser>
 #include <QUrl>
 
-#include "app/help_window.h"
+#include "app/shell/help_window.h"
 
 namespace test {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/mdi_arrangement.h"
+#include "app/shell/mdi_arrangement.h"
 
 #include <gtest/gtest.h>
 

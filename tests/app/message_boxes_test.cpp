@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/message_boxes.h"
+#include "app/shell/message_boxes.h"
 
 #include <gtest/gtest.h>
 

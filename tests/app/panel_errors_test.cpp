@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/panel_errors.h"
+#include "app/shell/panel_errors.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <QMessageBox>
 #include <QToolButton>
 
-#include "app/main_window.h"
+#include "app/shell/main_window.h"
 
 namespace app {
 namespace {

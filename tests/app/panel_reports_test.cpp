@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/panel_reports.h"
+#include "app/log/panel_reports.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/main_window.h"
+#include "app/shell/main_window.h"
 #include "tests/support/small_database.h"
 
 namespace app {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/view_menu.h"
+#include "app/shell/view_menu.h"
 
 #include <gtest/gtest.h>
 

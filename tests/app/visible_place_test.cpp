@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/visible_place.h"
+#include "views/window_place/visible_place.h"
 
 #include <gtest/gtest.h>
 
-namespace app {
+namespace views {
 namespace {
 
 const QRect kPrimary(0, 0, 1920, 1080);
@@ -45,4 +45,4 @@ TEST(VisiblePlace, OfAScreenThatBeginsElsewhereIsOnThatScreen) {
 }
 
 }  // namespace
-}  // namespace app
+}  // namespace views

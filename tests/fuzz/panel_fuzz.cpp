@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "gateway/panel_gateway.h"
-#include "switcher/messages/take.h"
+#include "switcher/wire/messages/take.h"
 #include "tests/support/fake_client_socket.h"
 #include "tests/support/fake_pause_timer.h"
 #include "tests/support/small_database.h"

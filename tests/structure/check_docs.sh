@@ -8,7 +8,7 @@ cd "$1" || exit 2
 failed=0
 for page in *.md docs/*.md tools/pilot/README.md; do
   # shellcheck disable=SC2016
-  # `switcher/frame.cpp`, `views/tally/`, `db/schema.*`, and without an ending `switcher/frame`.
+  # `switcher/wire/frame.cpp`, `views/tally/`, `db/schema.*`, and without an ending `switcher/wire/frame`.
   while read -r path; do
     [ -d "${path%%/*}" ] || continue
     # What is built, and names that stand for others.

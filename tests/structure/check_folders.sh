@@ -14,19 +14,22 @@ allowed() {
     config) echo "files model" ;;
     db) echo "db/jet files model" ;;
     stations) echo "db db/jet model" ;;
-    switcher) echo "stations db db/jet model" ;;
-    gateway) echo "switcher stations db db/jet model" ;;
-    views/rules) echo "switcher stations db db/jet model" ;;
-    views) echo "views/rules gateway switcher stations db db/jet config model" ;;
-    app) echo "views views/rules gateway switcher stations db db/jet config files model" ;;
+    switcher/wire) echo "model" ;;
+    switcher) echo "switcher/wire stations db db/jet model" ;;
+    gateway) echo "switcher switcher/wire stations db db/jet model" ;;
+    views/rules) echo "switcher switcher/wire stations db db/jet model" ;;
+    views/widgets) echo "" ;;
+    views/window_place) echo "config" ;;
+    views) echo "views/rules views/widgets views/window_place gateway switcher switcher/wire stations db db/jet config model" ;;
+    app) echo "views views/rules views/widgets views/window_place gateway switcher switcher/wire stations db db/jet config files model" ;;
   esac
 }
 
-folders="model files db/jet config db stations switcher gateway views/rules views app"
+folders="model files db/jet config db stations switcher/wire switcher gateway views/rules views/widgets views/window_place views app"
 
 # folder_of PATH: the longest folder of the list that the path is in.
 folder_of() {
-  for folder in db/jet views/rules $folders; do
+  for folder in db/jet switcher/wire views/rules views/widgets views/window_place $folders; do
     case "$1" in "$folder"/*) echo "$folder"; return ;; esac
   done
 }
@@ -45,7 +48,7 @@ for folder in $folders; do
       esac
     done < <(sed -n 's/^#include "\(.*\/.*\)"$/\1/p' "$file")
     case "$folder" in
-      model | files | db/jet | db | views/rules)
+      model | files | db/jet | db | stations | switcher/wire | views/rules)
         if grep -nE '^#include <(Q|qt)' "$file"; then echo "$file must not know the toolkit"; failed=1; fi ;;
       config | switcher | gateway)
         if grep -nE '^#include <Q(Widget|Application|MessageBox|Dialog|Painter)' "$file"; then

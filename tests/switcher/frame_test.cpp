@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "switcher/frame.h"
+#include "switcher/wire/frame.h"
 
 #include <gtest/gtest.h>
 

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "switcher/messages/crosspoint_row.h"
-#include "switcher/messages/gain.h"
-#include "switcher/messages/gain_report.h"
-#include "switcher/messages/inhibit_row.h"
-#include "switcher/messages/take.h"
-#include "switcher/messages/tally.h"
+#include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/gain.h"
+#include "switcher/wire/messages/gain_report.h"
+#include "switcher/wire/messages/inhibit_row.h"
+#include "switcher/wire/messages/take.h"
+#include "switcher/wire/messages/tally.h"
 #include "tests/support/hex.h"
 
 namespace switcher {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "switcher/wire.h"
+#include "switcher/wire/values.h"
 
 #include <gtest/gtest.h>
 

@@ -7,13 +7,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "switcher/frame.h"
-#include "switcher/messages/button_data.h"
-#include "switcher/messages/inhibit_row.h"
-#include "switcher/messages/label_order.h"
-#include "switcher/messages/label_texts.h"
-#include "switcher/messages/opto_data.h"
-#include "switcher/messages/relay_row.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/button_data.h"
+#include "switcher/wire/messages/inhibit_row.h"
+#include "switcher/wire/messages/label_order.h"
+#include "switcher/wire/messages/label_texts.h"
+#include "switcher/wire/messages/opto_data.h"
+#include "switcher/wire/messages/relay_row.h"
 #include "tests/support/hex.h"
 #include "tests/tesksim/simulated_line.h"
 #include "tools/tesksim/kept_state.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/console_style.h"
+#include "views/widgets/console_style.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@
 #include <QToolBar>
 #include <algorithm>
 
-#include "views/contrast.h"
+#include "views/widgets/contrast.h"
 
 namespace views {
 namespace {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/contrast.h"
+#include "views/widgets/contrast.h"
 
 #include <gtest/gtest.h>
 
-#include "views/find_field.h"
+#include "views/widgets/find_field.h"
 
 namespace views {
 namespace {

@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QSettings>
 
-#include "views/console_style.h"
+#include "views/widgets/console_style.h"
 
 namespace test {
 namespace {

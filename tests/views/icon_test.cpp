@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/icon.h"
+#include "views/widgets/icon.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

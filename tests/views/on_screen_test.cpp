@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/on_screen.h"
+#include "views/window_place/on_screen.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/placement.h"
+#include "views/window_place/placement.h"
 
 #include <gtest/gtest.h>
 
 #include <QSettings>
 
-#include "views/twips.h"
+#include "views/window_place/twips.h"
 
 namespace views {
 namespace {

@@ -18,7 +18,7 @@
 #include "tools/tesksetup/console_folder.h"
 #include "tools/tesksetup/menu_entry.h"
 #include "tools/tesksetup/set_up_dialog.h"
-#include "views/console_style.h"
+#include "views/widgets/console_style.h"
 
 namespace {
 

@@ -19,7 +19,7 @@
 #include <QWheelEvent>
 
 #include "tools/tesksetup/console_folder.h"
-#include "views/icon.h"
+#include "views/widgets/icon.h"
 
 namespace tesksetup {
 

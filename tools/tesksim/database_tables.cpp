@@ -15,9 +15,9 @@
 #include "model/flag_string.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
-#include "switcher/messages/label_texts.h"
-#include "switcher/messages/opto_data.h"
 #include "switcher/stored_labels.h"
+#include "switcher/wire/messages/label_texts.h"
+#include "switcher/wire/messages/opto_data.h"
 
 namespace tesksim {
 

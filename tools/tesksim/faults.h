@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "switcher/wire.h"
+#include "switcher/wire/values.h"
 #include "tools/tesksim/random.h"
 
 namespace tesksim {

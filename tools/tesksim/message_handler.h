@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "switcher/decode_status.h"
+#include "switcher/wire/decode_status.h"
 
 namespace tesksim {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "switcher/frame.h"
+#include "switcher/wire/frame.h"
 #include "tools/tesksim/messages/buttons.h"
 #include "tools/tesksim/messages/inhibits.h"
 #include "tools/tesksim/messages/labels.h"

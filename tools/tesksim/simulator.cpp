@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "switcher/messages/crosspoint_row.h"
-#include "switcher/messages/gain_report.h"
-#include "switcher/messages/tally.h"
+#include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/gain_report.h"
+#include "switcher/wire/messages/tally.h"
 #include "tools/tesksim/messages/buttons.h"
 #include "tools/tesksim/messages/gain.h"
 #include "tools/tesksim/messages/inhibits.h"

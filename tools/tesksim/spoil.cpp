@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "switcher/frame.h"
-#include "switcher/messages/label_order.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/label_order.h"
 #include "tools/command_line/number.h"
 #include "tools/tesksim/stream_parser.h"
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "switcher/wire.h"
+#include "switcher/wire/values.h"
 #include "tools/tesksim/words.h"
 
 namespace tesksim {

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cstdio>
 
-#include "switcher/messages/label_texts.h"
+#include "switcher/wire/messages/label_texts.h"
 #include "tools/command_line/number.h"
 
 namespace tesksim {

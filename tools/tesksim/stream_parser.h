@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "switcher/frame.h"
-#include "switcher/wire.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/values.h"
 #include "tools/tesksim/clock.h"
 
 namespace tesksim {

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "model/one_based.h"
-#include "switcher/messages/crosspoint_row.h"
-#include "switcher/messages/tally.h"
+#include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/tally.h"
 
 namespace tesksim {
 

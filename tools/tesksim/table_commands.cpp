@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "switcher/messages/opto_data.h"
+#include "switcher/wire/messages/opto_data.h"
 #include "tools/command_line/number.h"
 #include "tools/tesksim/answers.h"
 #include "tools/tesksim/commands.h"

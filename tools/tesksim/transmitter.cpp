@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-#include "switcher/frame.h"
+#include "switcher/wire/frame.h"
 
 namespace tesksim {
 

@@ -15,13 +15,13 @@
 #include <optional>
 #include <utility>
 
-#include "switcher/messages/label_order.h"
-#include "views/icon.h"
+#include "switcher/wire/messages/label_order.h"
 #include "views/labels/label_find.h"
 #include "views/labels/label_messages.h"
 #include "views/labels/labels_grid.h"
 #include "views/rules/label_paste.h"
-#include "views/tool_band.h"
+#include "views/widgets/icon.h"
+#include "views/widgets/tool_band.h"
 
 namespace views {
 namespace {

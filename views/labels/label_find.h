@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "views/find_field.h"
+#include "views/widgets/find_field.h"
 
 namespace views {
 

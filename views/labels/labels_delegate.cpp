@@ -8,9 +8,9 @@
 
 #include <algorithm>
 
-#include "views/find_field.h"
 #include "views/labels/label_editors.h"
 #include "views/labels/labels_model.h"
+#include "views/widgets/find_field.h"
 
 namespace views {
 

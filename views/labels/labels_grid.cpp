@@ -15,8 +15,8 @@
 #include "views/labels/labels_delegate.h"
 #include "views/labels/labels_model.h"
 #include "views/labels/labels_row_header.h"
-#include "views/scaled_font.h"
-#include "views/twips.h"
+#include "views/widgets/scaled_font.h"
+#include "views/window_place/twips.h"
 
 namespace views {
 

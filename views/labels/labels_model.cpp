@@ -9,7 +9,7 @@
 #include <numeric>
 #include <utility>
 
-#include "views/plain_tip.h"
+#include "views/widgets/plain_tip.h"
 
 namespace views {
 namespace {

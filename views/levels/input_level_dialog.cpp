@@ -14,11 +14,11 @@
 #include <string>
 #include <vector>
 
-#include "views/icon.h"
-#include "views/last_report.h"
 #include "views/levels/level_scale.h"
 #include "views/rules/levels.h"
 #include "views/rules/operations.h"
+#include "views/widgets/icon.h"
+#include "views/widgets/last_report.h"
 
 namespace views {
 namespace {

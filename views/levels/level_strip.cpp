@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "views/rules/levels.h"
-#include "views/scaled_font.h"
+#include "views/widgets/scaled_font.h"
 
 namespace views {
 namespace {

@@ -10,10 +10,10 @@
 
 #include <algorithm>
 
-#include "views/plain_caption.h"
 #include "views/programming/focus_grid.h"
 #include "views/programming/page_metrics.h"
-#include "views/scaled_font.h"
+#include "views/widgets/plain_caption.h"
+#include "views/widgets/scaled_font.h"
 
 namespace views {
 namespace {

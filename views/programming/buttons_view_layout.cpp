@@ -17,7 +17,6 @@
 #include <utility>
 #include <vector>
 
-#include "views/icon.h"
 #include "views/programming/buttons_view.h"
 #include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
@@ -26,8 +25,9 @@
 #include "views/programming/station_fields.h"
 #include "views/programming/station_navigator.h"
 #include "views/programming/target_boxes.h"
-#include "views/scaled_font.h"
-#include "views/tool_band.h"
+#include "views/widgets/icon.h"
+#include "views/widgets/scaled_font.h"
+#include "views/widgets/tool_band.h"
 
 namespace views {
 namespace {

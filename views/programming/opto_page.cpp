@@ -7,13 +7,13 @@
 #include <cstdio>
 #include <vector>
 
-#include "views/fixed_font.h"
 #include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/page_metrics.h"
 #include "views/programming/target_boxes.h"
 #include "views/rules/operations.h"
-#include "views/scaled_font.h"
+#include "views/widgets/fixed_font.h"
+#include "views/widgets/scaled_font.h"
 
 namespace views {
 namespace {

@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-#include "views/icon.h"
+#include "views/widgets/icon.h"
 
 namespace views {
 namespace {

@@ -18,7 +18,7 @@
 
 #include "model/one_based.h"
 #include "model/system_model.h"
-#include "switcher/messages/take.h"
+#include "switcher/wire/messages/take.h"
 
 namespace rules {
 

@@ -9,8 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "views/icon.h"
-#include "views/last_report.h"
+#include "views/widgets/icon.h"
+#include "views/widgets/last_report.h"
 
 namespace views {
 namespace {

@@ -7,8 +7,8 @@
 
 #include <algorithm>
 
-#include "views/icon.h"
 #include "views/transfer/held_enter.h"
+#include "views/widgets/icon.h"
 
 namespace views {
 

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "views/icon.h"
+#include "views/widgets/icon.h"
 
 namespace views {
 

@@ -6,7 +6,7 @@
 #include <QIcon>
 #include <QTreeWidget>
 
-#include "switcher/decode_status.h"
+#include "switcher/wire/decode_status.h"
 
 namespace views {
 

@@ -7,10 +7,10 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "views/icon.h"
-#include "views/on_screen.h"
 #include "views/transfer/held_enter.h"
 #include "views/transfer/retrieval_summary.h"
+#include "views/widgets/icon.h"
+#include "views/window_place/on_screen.h"
 
 namespace views {
 

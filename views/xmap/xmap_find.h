@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "views/find_field.h"
 #include "views/rules/xmap_grid.h"
+#include "views/widgets/find_field.h"
 
 namespace views {
 

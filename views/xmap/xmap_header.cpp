@@ -7,8 +7,8 @@
 
 #include <algorithm>
 
-#include "views/contrast.h"
-#include "views/find_field.h"
+#include "views/widgets/contrast.h"
+#include "views/widgets/find_field.h"
 
 namespace views {
 namespace {

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "views/contrast.h"
-#include "views/fixed_font.h"
-#include "views/twips.h"
+#include "views/widgets/contrast.h"
+#include "views/widgets/fixed_font.h"
+#include "views/window_place/twips.h"
 
 namespace views {
 namespace {

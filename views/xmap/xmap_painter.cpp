@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "views/contrast.h"
+#include "views/widgets/contrast.h"
 
 namespace views {
 namespace {

@@ -14,7 +14,7 @@
 
 #include <algorithm>
 
-#include "views/plain_tip.h"
+#include "views/widgets/plain_tip.h"
 #include "views/xmap/xmap_corner.h"
 #include "views/xmap/xmap_header.h"
 

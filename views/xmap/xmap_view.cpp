@@ -13,10 +13,10 @@
 #include <string_view>
 
 #include "db/station_fields.h"
-#include "views/icon.h"
 #include "views/rules/inhibit_records.h"
 #include "views/rules/station_texts.h"
-#include "views/twips.h"
+#include "views/widgets/icon.h"
+#include "views/window_place/twips.h"
 #include "views/xmap/xmap_find.h"
 #include "views/xmap/xmap_header.h"
 #include "views/xmap/xmap_table.h"

@@ -10,7 +10,7 @@
 #include "views/main_view.h"
 #include "views/rules/xmap_grid.h"
 #include "views/services.h"
-#include "views/tool_band.h"
+#include "views/widgets/tool_band.h"
 #include "views/xmap/pending_crosspoints.h"
 #include "views/xmap/xmap_model.h"
 

@@ -10,8 +10,8 @@
 #include <QTest>
 
 #include "tests/views/labels/labels_console.h"
-#include "views/find_field.h"
 #include "views/labels/labels_model.h"
+#include "views/widgets/find_field.h"
 
 namespace {
 

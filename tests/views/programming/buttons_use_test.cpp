@@ -23,7 +23,7 @@
 #include <set>
 
 #include "tests/views/programming/buttons_console.h"
-#include "views/contrast.h"
+#include "views/widgets/contrast.h"
 
 namespace views {
 namespace {

@@ -12,9 +12,9 @@
 #include <QTest>
 #include <QTimer>
 
-#include "switcher/messages/button_data.h"
-#include "switcher/messages/inhibit_row.h"
-#include "switcher/messages/relay_row.h"
+#include "switcher/wire/messages/button_data.h"
+#include "switcher/wire/messages/inhibit_row.h"
+#include "switcher/wire/messages/relay_row.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"

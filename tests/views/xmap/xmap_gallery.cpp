@@ -14,7 +14,7 @@
 
 #include "tests/views/gallery.h"
 #include "tests/views/xmap/xmap_console.h"
-#include "views/icon.h"
+#include "views/widgets/icon.h"
 #include "views/xmap/xmap_legend.h"
 #include "views/xmap/xmap_table.h"
 

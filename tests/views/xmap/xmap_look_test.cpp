@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "views/twips.h"
+#include "views/window_place/twips.h"
 
 namespace views {
 namespace {

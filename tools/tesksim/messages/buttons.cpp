@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "switcher/frame.h"
-#include "switcher/messages/button_data.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/button_data.h"
 
 namespace tesksim {
 

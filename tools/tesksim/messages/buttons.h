@@ -3,7 +3,7 @@
 #ifndef TESKSIM_MESSAGES_BUTTONS_H_
 #define TESKSIM_MESSAGES_BUTTONS_H_
 
-#include "switcher/wire.h"
+#include "switcher/wire/values.h"
 #include "tools/tesksim/message_handler.h"
 #include "tools/tesksim/switcher_state.h"
 

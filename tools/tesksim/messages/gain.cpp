@@ -2,8 +2,8 @@
 
 #include "tools/tesksim/messages/gain.h"
 
-#include "switcher/frame.h"
-#include "switcher/messages/gain.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/gain.h"
 
 namespace tesksim {
 

@@ -2,8 +2,8 @@
 
 #include "tools/tesksim/messages/inhibits.h"
 
-#include "switcher/frame.h"
-#include "switcher/messages/inhibit_row.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/inhibit_row.h"
 #include "tools/tesksim/state_text.h"
 
 namespace tesksim {

@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "switcher/frame.h"
-#include "switcher/messages/label_texts.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/label_texts.h"
 
 namespace tesksim {
 

@@ -5,8 +5,8 @@
 
 #include <optional>
 
-#include "switcher/messages/label_order.h"
-#include "switcher/wire.h"
+#include "switcher/wire/messages/label_order.h"
+#include "switcher/wire/values.h"
 #include "tools/tesksim/message_handler.h"
 #include "tools/tesksim/switcher_state.h"
 

@@ -2,8 +2,8 @@
 
 #include "tools/tesksim/messages/optos.h"
 
-#include "switcher/frame.h"
-#include "switcher/messages/opto_data.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/opto_data.h"
 
 namespace tesksim {
 

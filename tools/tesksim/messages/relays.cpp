@@ -2,8 +2,8 @@
 
 #include "tools/tesksim/messages/relays.h"
 
-#include "switcher/frame.h"
-#include "switcher/messages/relay_row.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/relay_row.h"
 #include "tools/tesksim/state_text.h"
 
 namespace tesksim {

@@ -2,8 +2,8 @@
 
 #include "tools/tesksim/messages/take.h"
 
-#include "switcher/frame.h"
-#include "switcher/messages/take.h"
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/take.h"
 
 namespace tesksim {
 

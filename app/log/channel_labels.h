@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_LOG_CHANNEL_LABELS_H_
+#define APP_LOG_CHANNEL_LABELS_H_
+
+#include <QString>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "db/jet/database.h"
+#include "model/system_model.h"
+
+namespace app {
+
+// The labels of the channels, for words about them.  They are read when one is asked for, and
+// kept until they are forgotten.
+class ChannelLabels {
+ public:
+  // The open database; null when there is none.
+  using Database = std::function<jet::Database*()>;
+
+  // `model` must outlive the object.
+  ChannelLabels(const model::SystemModel& model, Database database)
+      : model_(model), database_(std::move(database)) {}
+
+  // The label of an output or an input (from 1); where it is empty or cannot be read, its number:
+  // "Out 12", "In 12".
+  QString Output(int output);
+  QString Input(int input);
+
+  // The labels have changed.
+  void Forget() { read_ = false; }
+
+ private:
+  using Labels = std::vector<std::optional<std::string>>;
+
+  void Read();
+  static QString Label(const Labels& labels, int channel);
+
+  const model::SystemModel& model_;
+  const Database database_;
+  bool read_ = false;
+  Labels outputs_;
+  Labels inputs_;
+};
+
+}  // namespace app
+
+#endif  // APP_LOG_CHANNEL_LABELS_H_

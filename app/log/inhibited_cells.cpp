@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/log/inhibited_cells.h"
+
+#include <memory>
+
+#include "db/station_fields.h"
+#include "model/flag_string.h"
+#include "stations/open_stations.h"
+#include "views/rules/station_texts.h"
+
+namespace app {
+
+bool InhibitedCells::Contain(int output, int input) {
+  Read();
+  if (output < 1 || static_cast<std::size_t>(output) > flags_.size()) return false;
+  const std::optional<std::string>& flags = flags_[static_cast<std::size_t>(output - 1)];
+  return flags.has_value() && model::FlagIsSet(model::PlainFlags(*flags), input);
+}
+
+// Words are not worth a report.
+void InhibitedCells::Read() {
+  if (read_) return;
+  flags_.clear();
+  jet::Database* const database = database_();
+  if (database == nullptr) return;
+  read_ = true;
+  std::unique_ptr<jet::RecordSet> stations;
+  if (!stations::OpenStations(*database, &stations).ok()) return;
+  (void)rules::ReadAvailableStationTexts(*stations, db::kInhibitsField, model_.ChannelCount,
+                                         &flags_);
+}
+
+}  // namespace app

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/log/panel_reports.h"
+
+#include <QStringList>
+#include <string>
+
+#include "gateway/connection_type.h"
+
+namespace app {
+namespace {
+
+QString TypeName(int type) {
+  return QString::fromStdString(std::string(gateway::ConnectionTypeName(type)));
+}
+
+}  // namespace
+
+void PanelReports::PanelConnected(const gateway::PanelName& panel) {
+  panels_[panel.slot] = QString::fromStdString(panel.address);
+  ShowPanels();
+  Tell(panel, tr("connected"));
+}
+
+void PanelReports::PanelIdentified(const gateway::PanelName& panel, int type) {
+  const QString address = QString::fromStdString(panel.address);
+  const bool served = gateway::IsAcceptedType(type);
+  panels_[panel.slot] = served ? QStringLiteral("%1  %2").arg(address, TypeName(type)) : address;
+  ShowPanels();
+  Tell(panel, served ? TypeName(type) : tr("type %1, which is not served").arg(type));
+}
+
+void PanelReports::PanelTook(const gateway::PanelName& panel, const gateway::PanelTake& take) {
+  const QString what =
+      tr("take %1 (%2)")
+          .arg(crosspoints_.Crosspoint(take.destination, take.source), ActionWords(take.action));
+  const bool inhibited = inhibits_.Contain(take.destination, take.source);
+  Tell(panel, inhibited ? tr("%1, inhibited here").arg(what) : what);
+}
+
+void PanelReports::PanelDropped(const gateway::PanelName& panel, gateway::DropReason reason) {
+  QString text;
+  switch (reason) {
+    case gateway::DropReason::Unidentified:
+      text = tr("Panel %1 was dropped: it did not say what it is, and all connections are taken");
+      break;
+    case gateway::DropReason::EndlessFrame:
+      text = tr("Panel %1 was dropped: it sent a frame that does not end");
+      break;
+    case gateway::DropReason::UnfinishedTake:
+      text = tr("Panel %1 was dropped: it began a take and did not end it");
+      break;
+    case gateway::DropReason::DoesNotRead:
+      text = tr("Panel %1 was dropped: it does not read what it is sent");
+      break;
+  }
+  const QString note = text.arg(QString::fromStdString(panel.address));
+  status_.ShowNote(note);
+  Q_EMIT Happened(note);
+}
+
+void PanelReports::PanelGone(const gateway::PanelName& panel) {
+  panels_.erase(panel.slot);
+  ShowPanels();
+  Tell(panel, tr("gone"));
+}
+
+void PanelReports::ShowPanels() {
+  QStringList lines;
+  for (const auto& [slot, line] : panels_) lines.append(line);
+  status_.SetPanels(lines);
+}
+
+void PanelReports::Tell(const gateway::PanelName& panel, const QString& what) {
+  const QString name =
+      tr("Panel %1, %2").arg(panel.slot).arg(QString::fromStdString(panel.address));
+  Q_EMIT Happened(QStringLiteral("%1: %2").arg(name, what));
+}
+
+}  // namespace app

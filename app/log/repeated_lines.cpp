@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/log/repeated_lines.h"
+
+#include <utility>
+
+namespace app {
+namespace {
+
+// Noise names outputs that no system has: so many different lines are remembered at most.
+constexpr std::size_t kMost = 2000;
+
+}  // namespace
+
+int RepeatedLines::Count(const QString& line, const QDateTime& now) {
+  if (entries_.size() >= kMost) entries_.clear();
+  Entry& entry = entries_[line];
+  ++entry.unwritten;
+  if (entry.writtenAt.isValid() && entry.writtenAt.secsTo(now) < kQuietSeconds) return 0;
+  entry.writtenAt = now;
+  return std::exchange(entry.unwritten, 0);
+}
+
+}  // namespace app

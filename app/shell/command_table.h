@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_SHELL_COMMAND_TABLE_H_
+#define APP_SHELL_COMMAND_TABLE_H_
+
+#include <QString>
+#include <functional>
+#include <map>
+#include <span>
+#include <utility>
+
+namespace app {
+
+// A command of the main window.  Identifiers are exact and case-sensitive, and some are spelt
+// the way the tool bar's definition spells them; they are not to be corrected.
+struct Command {
+  const char* id;
+  const char* caption;   // with mnemonic
+  const char* tip;       // empty: the caption
+  const char* icon;      // name of the drawing, empty for none
+  const char* shortcut;  // empty for none
+};
+
+// All commands, in no particular order.
+std::span<const Command> AllCommands();
+
+// What the commands do.
+class CommandTable {
+ public:
+  using Operation = std::function<void()>;
+
+  // Gives a command its operation.
+  void Set(const QString& id, Operation operation);
+
+  // Who is told of every command that is run; null for nobody.
+  void SetObserver(std::function<void(const QString& id)> observer) {
+    observer_ = std::move(observer);
+  }
+
+  // Whether the command does anything.
+  bool Has(const QString& id) const { return operations_.contains(id); }
+
+  // Runs a command.  A heading and any unknown identifier do nothing.
+  void Run(const QString& id) const;
+
+ private:
+  std::map<QString, Operation> operations_;
+  std::function<void(const QString& id)> observer_;
+};
+
+}  // namespace app
+
+#endif  // APP_SHELL_COMMAND_TABLE_H_

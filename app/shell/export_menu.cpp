@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/shell/export_menu.h"
+
+#include <QAction>
+#include <QBuffer>
+#include <QFileDialog>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "db/station_fields.h"
+#include "files/whole_file.h"
+#include "views/export/sheet_pdf.h"
+#include "views/rules/export_sheets.h"
+#include "views/rules/station_texts.h"
+
+namespace app {
+namespace {
+
+struct Item {
+  Export what;
+  const char* name;
+  const char* caption;
+  const char* fileName;
+};
+
+constexpr Item kItems[] = {
+    {Export::MapCsv, "aidExportMapCsv",
+     QT_TRANSLATE_NOOP("app::ExportMenu", "Crosspoint Map As &CSV…"), "map.csv"},
+    {Export::MapPdf, "aidExportMapPdf",
+     QT_TRANSLATE_NOOP("app::ExportMenu", "Crosspoint &Map As PDF…"), "map.pdf"},
+    {Export::LabelsCsv, "aidExportLabelsCsv",
+     QT_TRANSLATE_NOOP("app::ExportMenu", "Station &Labels As CSV…"), "labels.csv"},
+    {Export::LabelsPdf, "aidExportLabelsPdf",
+     QT_TRANSLATE_NOOP("app::ExportMenu", "&Station Labels As PDF…"), "labels.pdf"},
+    {Export::ProgrammingCsv, "aidExportProgrammingCsv",
+     QT_TRANSLATE_NOOP("app::ExportMenu", "&Button Programming As CSV…"), "programming.csv"},
+    {Export::KeySheetsPdf, "aidExportKeySheetsPdf",
+     QT_TRANSLATE_NOOP("app::ExportMenu", "&Key Sheets As PDF…"), "key-sheets.pdf"},
+};
+
+// The map as it is in the model and the database, whether its view is open or not.
+model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
+  grid->Clear();
+  const int channels = grid->ChannelCount();
+  std::vector<std::optional<std::string>> texts;
+  if (model::Status read =
+          rules::ReadAvailableStationTexts(stations, db::kLabelField, channels, &texts);
+      !read.ok()) {
+    return read;
+  }
+  grid->UpdateOutputLabels(texts);
+  if (model::Status read =
+          rules::ReadAvailableStationTexts(stations, db::kInLabelField, channels, &texts);
+      !read.ok()) {
+    return read;
+  }
+  grid->UpdateInputLabels(texts);
+  if (model::Status read =
+          rules::ReadAvailableStationTexts(stations, db::kInhibitsField, channels, &texts);
+      !read.ok()) {
+    return read;
+  }
+  grid->UpdateXmapInhibits(texts);
+  grid->UpdateXmap(model::kAll, 0);
+  return {};
+}
+
+std::string_view AsText(const QByteArray& bytes) {
+  return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+}  // namespace
+
+ExportMenu::ExportMenu(QMenu& menu, QWidget& window, const views::Services& services,
+                       std::function<bool()> storeEdits)
+    : window_(window), services_(services), storeEdits_(std::move(storeEdits)) {
+  for (const Item& item : kItems) {
+    auto* const action = new QAction(tr(item.caption), &menu);
+    action->setObjectName(QLatin1String(item.name));
+    connect(action, &QAction::triggered, this, [this, item] {
+      AskWhereTo(item.what, tr(item.caption).remove(u'…').remove(u'&'),
+                 QLatin1String(item.fileName));
+    });
+    menu.addAction(action);
+  }
+}
+
+void ExportMenu::AskWhereTo(Export what, const QString& title, const QString& fileName) {
+  // What is typed belongs to what is exported.
+  if (!storeEdits_()) return;
+  const QString suffix = fileName.section(u'.', -1);
+  auto* const dialog =
+      new QFileDialog(&window_, title, QString(),
+                      tr("%1 files (*.%2);;All files (*)").arg(suffix.toUpper(), suffix));
+  dialog->setObjectName(QStringLiteral("aidExportDialog"));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setDefaultSuffix(suffix);
+  dialog->selectFile(fileName);
+  connect(dialog, &QFileDialog::fileSelected, this,
+          [this, what](const QString& path) { Write(what, path); });
+  dialog->open();
+}
+
+bool ExportMenu::Write(Export what, const QString& path) {
+  rules::XmapGrid grid(services_.model);
+  rules::Sheet labels;
+  std::vector<rules::KeySheet> keys;
+  const model::Status read = views::WithStations(services_, [&](jet::RecordSet& stations) {
+    switch (what) {
+      case Export::MapCsv:
+      case Export::MapPdf:
+        return DrawMap(stations, &grid);
+      case Export::LabelsCsv:
+      case Export::LabelsPdf:
+        return rules::ReadLabelSheet(stations, &labels);
+      default:
+        return rules::ReadKeySheets(stations, services_.model, &keys);
+    }
+  });
+  if (!read.ok()) {
+    views::ShowFailure(services_, "Error Reading What Is To Be Exported", read);
+    return false;
+  }
+
+  bool drawn = true;
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);  // memory can always be written
+  switch (what) {
+    case Export::MapCsv:
+      bytes = QByteArray::fromStdString(rules::ToCsv(rules::MapSheet(grid)));
+      break;
+    case Export::MapPdf:
+      drawn = views::WriteMapPdf(buffer, tr("Crosspoint Map"), grid);
+      break;
+    case Export::LabelsCsv:
+      bytes = QByteArray::fromStdString(rules::ToCsv(labels));
+      break;
+    case Export::LabelsPdf:
+      drawn = views::WriteTablePdf(buffer, tr("Station Labels"), labels);
+      break;
+    case Export::ProgrammingCsv:
+      bytes = QByteArray::fromStdString(rules::ToCsv(rules::ProgrammingSheet(keys)));
+      break;
+    case Export::KeySheetsPdf:
+      drawn = views::WriteKeySheetsPdf(buffer, keys);
+      break;
+  }
+  const files::Outcome written =
+      drawn ? files::Replace(std::filesystem::path(path.toStdU16String()), AsText(bytes))
+            : files::Failure("draw", std::filesystem::path(path.toStdU16String()),
+                             std::make_error_code(std::errc::not_enough_memory));
+  if (!written.ok()) {
+    views::ShowRefusal(services_, tr("%1 could not be written: %2")
+                                      .arg(path, QString::fromStdString(written.text))
+                                      .toStdString());
+    return false;
+  }
+  Q_EMIT NoteRequested(tr("Written: %1").arg(path));
+  return true;
+}
+
+}  // namespace app

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_SHELL_EXPORT_MENU_H_
+#define APP_SHELL_EXPORT_MENU_H_
+
+#include <QMenu>
+#include <QObject>
+#include <QString>
+#include <cstdint>
+#include <functional>
+
+#include "views/services.h"
+
+namespace app {
+
+// What can be exported, and as what.
+enum class Export : std::uint8_t {
+  MapCsv,
+  MapPdf,
+  LabelsCsv,
+  LabelsPdf,
+  ProgrammingCsv,
+  KeySheetsPdf
+};
+
+// Writes what the console holds into files for people and spreadsheets.  It changes nothing.
+class ExportMenu : public QObject {
+  Q_OBJECT
+
+ public:
+  // Fills `menu`.  `storeEdits` stores what is typed into a view and not stored yet, before
+  // anything is exported; false when that failed, and nothing is.  All must outlive the object.
+  ExportMenu(QMenu& menu, QWidget& window, const views::Services& services,
+             std::function<bool()> storeEdits);
+
+  // Writes a file, replacing it only when all of it could be written.  A failure is reported.
+  bool Write(Export what, const QString& path);
+
+ Q_SIGNALS:
+  void NoteRequested(const QString& note);
+
+ private:
+  void AskWhereTo(Export what, const QString& title, const QString& fileName);
+
+  QWidget& window_;
+  const views::Services services_;
+  const std::function<bool()> storeEdits_;
+};
+
+}  // namespace app
+
+#endif  // APP_SHELL_EXPORT_MENU_H_

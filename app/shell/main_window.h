@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_SHELL_MAIN_WINDOW_H_
+#define APP_SHELL_MAIN_WINDOW_H_
+
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QTimer>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/shell/blocked_line.h"
+#include "app/shell/command_table.h"
+#include "app/shell/hint_strip.h"
+#include "app/shell/status_bar.h"
+#include "gateway/panel_gateway.h"
+#include "switcher/link.h"
+
+namespace app {
+
+// frmMain: the frame with its menus, tool bar, child windows, status bar and the two timers
+// that carry the traffic.  It does nothing by itself: commands run through the command table,
+// closing asks the program.
+class MainWindow : public QMainWindow, public switcher::LinkDisplay, public gateway::DecodeTimer {
+  Q_OBJECT
+
+ public:
+  // `commands` must outlive the window.
+  explicit MainWindow(const CommandTable& commands);
+
+  // Asked when the window is to close: whether it may.
+  void SetCloseHandler(std::function<bool()> mayClose) { mayClose_ = std::move(mayClose); }
+
+  // Greys out the commands that have no operation.
+  void UpdateCommands();
+
+  // The place of the window: the corner of its frame and its size without the frame, as they
+  // are given to move() and resize().  Of a full screen the place that it goes back to: it is a
+  // way of looking, not a place.
+  QRect Place() const;
+
+  // The parts of the window; they live as long as it does.
+  QMdiArea& Area() { return *area_; }
+  StatusBar& Status() { return *statusBar_; }
+  HintStrip& Hints() { return *hints_; }
+
+  // tmrPoll, once a second.
+  QTimer& PollTimer() { return pollTimer_; }
+
+  // tmrDecodeTCP, every 5 ms while there is work.
+  QTimer& DecodeTimer() { return decodeTimer_; }
+
+  // The command that discards a byte which blocks all receiving.
+  QAction& DiscardCommand() { return blocked_->DiscardCommand(); }
+
+  // The menu for what can be exported.
+  QMenu& ExportMenu() { return *exportMenu_; }
+
+  // The menu for the aids of the map.
+  QMenu& ViewMenu() { return *viewMenu_; }
+
+  void ShowLinkText(std::string_view text) override;
+  void StartDecodeTimer() override;
+  void ShowBlockedCode(std::optional<std::uint8_t> code) override;
+
+ Q_SIGNALS:
+  // The text of the serial link in the status bar, each time it is shown.
+  void LinkTextShown(const QString& text);
+  // The unknown code that blocks all receiving; nothing when the way is free again.
+  void BlockedCodeShown(std::optional<std::uint8_t> code);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void childEvent(QChildEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void AddCommands();
+  void AddWindowKeys();
+  void BuildMenus();
+  void BuildToolBar();
+  void FillWindowList();
+  void OfferManual(QObject* child);
+  QAction* CommandAction(const char* id) const;
+  QMenu* AddMenu(const char* id);
+  void MeasureFrame();
+
+  const CommandTable& commands_;
+  std::function<bool()> mayClose_;
+  QMdiArea* area_;
+  HintStrip* hints_;
+  StatusBar* statusBar_;
+  BlockedLine* blocked_;
+  QMenu* exportMenu_ = nullptr;
+  QMenu* viewMenu_ = nullptr;
+  QMenu* windowMenu_ = nullptr;
+  QList<QAction*> windowList_;
+  QPoint frame_;  // from the corner of the frame to that of the window; a full screen has none
+  QTimer pollTimer_;
+  QTimer decodeTimer_;
+};
+
+}  // namespace app
+
+#endif  // APP_SHELL_MAIN_WINDOW_H_

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_SHELL_STATUS_BAR_H_
+#define APP_SHELL_STATUS_BAR_H_
+
+#include <QLabel>
+#include <QStatusBar>
+#include <QStringList>
+#include <QTimer>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace app {
+
+class LinkLamp;
+
+// sbStatusBar: the link text in the first panel, which nothing ever covers, and aids beside it.
+//
+// It takes the width that the window has and never asks for more: aids for which there is no room
+// are elided, or hidden, the least important first.  Nothing that is only good to know stands
+// while a warning or a note is not whole.
+class StatusBar : public QStatusBar {
+  Q_OBJECT
+
+ public:
+  explicit StatusBar(QWidget* parent = nullptr);
+
+  // The first panel, sbStatusBar_1.  Never elided.
+  void SetLinkText(const QString& text);
+
+  // Whether the switcher answers: the lamp beside the link text, and the ground of both.
+  void SetConnected(bool connected);
+
+  // What the current cell of the map says; empty for nothing.
+  void SetReadout(const QString& text);
+
+  // How old the map is; empty for nothing.
+  void SetMapState(const QString& text);
+
+  // Shows the badge of the demo mode.
+  void SetDemo(bool demo);
+
+  // Says that the console works in this folder and not in the program's; nothing takes it away.
+  void SetFolder(const QString& folder);
+
+  // A note that goes away by itself after five seconds.
+  void ShowNote(const QString& text);
+
+  // Names the tables that were edited and not sent; empty for none.
+  void SetUnsent(const QString& tables);
+
+  // Says that the port of that number is closed; without a number nothing.
+  void SetClosedPort(std::optional<int> number);
+
+  // Says that an unknown message code holds up all decoding; nothing takes it away.
+  void SetBlockedCode(std::optional<std::uint8_t> code);
+
+  // The panels that are connected, a line each: shown as their number.
+  void SetPanels(const QStringList& panels);
+
+  // Takes over the legend of the map.  It stands at the right end while it is wanted and there
+  // is room for it beside all else, whole.
+  void SetLegend(QWidget* legend);
+  void WantLegend(bool wanted);
+
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  // What stands beside the link text while it is wanted.
+  struct Panel {
+    QWidget* widget;
+    int leastCharacters = 0;  // fewer are worth nothing; 0 for one that is never elided
+    bool isWarning = false;   // has its least before anything else
+    bool wanted = false;
+    int width = 0;  // its share; 0 when there is no room for it
+  };
+
+  // `widget` is one of the panels.
+  void Want(const QWidget* widget, bool wanted);
+  // All widths are with the distance from the next panel: that of a panel of so many characters...
+  int WidthOf(int characters) const;
+  // ...that which the panel would take if there were room for it, and the least that it takes.
+  int FullWidth(const Panel& panel) const;
+  int LeastWidth(const Panel& panel) const;
+  // What the link text leaves of the bar.
+  int RoomForPanels() const;
+  void ShareRoom();
+
+  QLabel* link_;
+  LinkLamp* lamp_;
+  QLabel* closedPort_;
+  QLabel* blocked_;
+  QLabel* panels_;
+  QLabel* readout_;
+  QLabel* mapState_;
+  QLabel* unsent_;
+  QLabel* note_;
+  QLabel* folder_;
+  QLabel* demo_;
+  QWidget* legend_ = nullptr;
+  bool legendWanted_ = false;
+  std::vector<Panel> shares_;  // without the legend, the most important first
+  QTimer noteTime_;
+};
+
+}  // namespace app
+
+#endif  // APP_SHELL_STATUS_BAR_H_

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/shell/view_menu.h"
+
+#include <QAction>
+
+#include "views/widgets/icon.h"
+
+namespace app {
+
+ViewMenu::ViewMenu(QMenu& menu, OpenViews& views, QWidget& window,
+                   const std::function<void()>& showEventLog)
+    : menu_(menu), views_(views), crosshair_(new QAction(tr("&Crosshair"), &menu)) {
+  crosshair_->setObjectName(QStringLiteral("aidCrosshair"));
+  crosshair_->setCheckable(true);
+  crosshair_->setChecked(true);
+  connect(crosshair_, &QAction::toggled, this, [this](bool on) {
+    if (views::XmapView* const xmap = views_.Xmap()) xmap->SetCrosshair(on);
+  });
+  menu_.addAction(crosshair_);
+  mapActions_.append(crosshair_);
+
+  AddMapAction("aidZoomIn", tr("Zoom &In"), QKeySequence(Qt::CTRL | Qt::Key_Plus),
+               [](views::XmapView& xmap) { xmap.ZoomIn(); });
+  AddMapAction("aidZoomOut", tr("Zoom &Out"), QKeySequence(Qt::CTRL | Qt::Key_Minus),
+               [](views::XmapView& xmap) { xmap.ZoomOut(); });
+  AddMapAction("aidZoomReset", tr("Zoom &100 %"), QKeySequence(Qt::CTRL | Qt::Key_0),
+               [](views::XmapView& xmap) { xmap.SetZoom(100); });
+  menu_.addSeparator();
+  find_ = AddAction("aidFind", tr("&Find Channel…"), QKeySequence(Qt::CTRL | Qt::Key_F),
+                    [this] { views_.ShowFind(); });
+  AddMapAction("aidGoTo", tr("&Go To Crosspoint…"), QKeySequence(Qt::CTRL | Qt::Key_G),
+               [](views::XmapView& xmap) { xmap.ShowGoTo(); });
+  menu_.addSeparator();
+
+  QAction* const eventLog =
+      AddAction("aidEventLog", tr("&Event Log"), QKeySequence(Qt::CTRL | Qt::Key_L), showEventLog);
+  eventLog->setIcon(views::Icon(QStringLiteral("event-log")));
+
+  auto* const fullScreen = new QAction(tr("F&ull Screen"), &menu);
+  fullScreen->setObjectName(QStringLiteral("aidFullScreen"));
+  fullScreen->setShortcut(QKeySequence(Qt::Key_F11));
+  fullScreen->setCheckable(true);
+  connect(fullScreen, &QAction::toggled, &window, [&window](bool on) {
+    window.setWindowState(window.windowState().setFlag(Qt::WindowFullScreen, on));
+  });
+  menu_.addAction(fullScreen);
+
+  connect(&views_, &OpenViews::XmapLoaded, this, &ViewMenu::Update, Qt::QueuedConnection);
+  connect(&views_, &OpenViews::ActiveViewChanged, this,
+          [this] { find_->setEnabled(views_.CanFind()); });
+  find_->setEnabled(views_.CanFind());
+  Update();
+}
+
+QAction* ViewMenu::AddAction(const char* name, const QString& caption, const QKeySequence& shortcut,
+                             const std::function<void()>& operation) {
+  auto* const action = new QAction(caption, &menu_);
+  action->setObjectName(QLatin1String(name));
+  action->setShortcut(shortcut);
+  connect(action, &QAction::triggered, this, operation);
+  menu_.addAction(action);
+  return action;
+}
+
+void ViewMenu::AddMapAction(const char* name, const QString& caption, const QKeySequence& shortcut,
+                            void (*operation)(views::XmapView&)) {
+  mapActions_.append(AddAction(name, caption, shortcut, [this, operation] {
+    if (views::XmapView* const xmap = views_.Xmap()) operation(*xmap);
+  }));
+}
+
+// A map that was loaded anew takes over what the menu says.
+void ViewMenu::Update() {
+  views::XmapView* const xmap = views_.Xmap();
+  for (QAction* const action : mapActions_) action->setEnabled(xmap != nullptr);
+  if (xmap != nullptr) xmap->SetCrosshair(crosshair_->isChecked());
+}
+
+}  // namespace app

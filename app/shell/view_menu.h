@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_SHELL_VIEW_MENU_H_
+#define APP_SHELL_VIEW_MENU_H_
+
+#include <QMenu>
+#include <QObject>
+#include <functional>
+
+#include "app/open_views.h"
+
+namespace app {
+
+// Fills the View menu: helps for reading the crosspoint map, the search of the view that the
+// operator works in, the event log, and the full screen.  They change looks only.
+class ViewMenu : public QObject {
+  Q_OBJECT
+
+ public:
+  // All must outlive the object.
+  ViewMenu(QMenu& menu, OpenViews& views, QWidget& window,
+           const std::function<void()>& showEventLog);
+
+ private:
+  QAction* AddAction(const char* name, const QString& caption, const QKeySequence& shortcut,
+                     const std::function<void()>& operation);
+  void AddMapAction(const char* name, const QString& caption, const QKeySequence& shortcut,
+                    void (*operation)(views::XmapView&));
+  void Update();
+
+  QMenu& menu_;
+  OpenViews& views_;
+  QList<QAction*> mapActions_;
+  QAction* crosshair_;
+  QAction* find_ = nullptr;
+};
+
+}  // namespace app
+
+#endif  // APP_SHELL_VIEW_MENU_H_

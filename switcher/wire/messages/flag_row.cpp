@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/wire/messages/flag_row.h"
+
+#include <utility>
+
+#include "model/flag_string.h"
+#include "switcher/wire/messages/flag_groups.h"
+#include "switcher/wire/messages/row_number.h"
+
+namespace switcher {
+
+Bytes EncodeFlagRow(std::uint8_t code, int output, std::string_view flags, int memberCount) {
+  WireWriter writer(code);
+  writer.PutPair(output - 1);
+  for (int first = 1; first <= memberCount; first += 8) {
+    writer.PutPair(model::FlagGroup(flags, first));
+  }
+  return writer.Finish();
+}
+
+DecodeStatus ParseFlagRow(std::span<const std::uint8_t> message, int channelCount, int memberCount,
+                          int* output, std::vector<std::uint8_t>* members) {
+  *output = RowNumber(message);
+  const std::size_t required = static_cast<std::size_t>(2 * (memberCount / 8) + 5);
+  if (message.size() != required || memberCount % 8 != 0) return DecodeStatus::WrongSize;
+  if (*output > channelCount) return DecodeStatus::WrongChannel;
+
+  WireReader reader(message.subspan(1));
+  int wireOutput = 0;
+  reader.GetPair(&wireOutput);
+  std::vector<std::uint8_t> received(static_cast<std::size_t>(memberCount));
+  GetFlagGroups(reader, received);
+  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
+  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
+  *members = std::move(received);
+  return DecodeStatus::Ok;
+}
+
+}  // namespace switcher

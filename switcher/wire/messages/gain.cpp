@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/wire/messages/gain.h"
+
+#include "switcher/wire/frame.h"
+
+namespace switcher {
+
+namespace {
+constexpr std::size_t kGainLength = 5;
+}  // namespace
+
+Bytes EncodeGain(const Gain& gain) {
+  WireWriter writer(kGainCode);
+  writer.PutByte(gain.input & 0x3F);
+  writer.PutByte(gain.step & 0x7F);
+  return writer.Finish();
+}
+
+std::optional<Gain> ParseGain(std::span<const std::uint8_t> message) {
+  if (message.size() != kGainLength || message[0] != kGainCode) return std::nullopt;
+  WireReader reader(message.subspan(1));
+  Gain gain;
+  reader.GetByte(&gain.input);
+  reader.GetByte(&gain.step);
+  if (reader.GetRaw() != reader.Checksum() || reader.GetRaw() != kEndOfMessage) {
+    return std::nullopt;
+  }
+  return gain;
+}
+
+}  // namespace switcher

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/wire/messages/inhibit_row.h"
+
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/flag_row.h"
+
+namespace switcher {
+
+Bytes EncodeInhibitRow(int output, std::string_view inhibits, int channelCount) {
+  return EncodeFlagRow(kInhibitRowCode, output, inhibits, channelCount);
+}
+
+DecodeStatus ParseInhibitRow(std::span<const std::uint8_t> message, int channelCount,
+                             InhibitRow* row) {
+  return ParseFlagRow(message, channelCount, channelCount, &row->output, &row->inhibited);
+}
+
+}  // namespace switcher

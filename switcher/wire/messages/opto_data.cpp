@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/wire/messages/opto_data.h"
+
+#include <utility>
+
+#include "switcher/wire/frame.h"
+#include "switcher/wire/messages/flag_groups.h"
+
+namespace switcher {
+
+namespace {
+
+// Type, channel and first station, then the groups; two bytes each.
+constexpr std::size_t kBytesPerOpto = 2 * (3 + kOptoStations / 8);
+
+}  // namespace
+
+Bytes EncodeOptoData(const OptoData& data) {
+  WireWriter writer(kOptoDataCode);
+  for (const OptoData::Opto& opto : data.optos) {
+    writer.PutPair(opto.type);
+    writer.PutPair(opto.channel);
+    writer.PutPair(opto.first);
+    PutFlagGroups(writer, opto.stations);
+  }
+  return writer.Finish();
+}
+
+DecodeStatus ParseOptoData(std::span<const std::uint8_t> message, int optoCount, OptoData* data) {
+  const std::size_t required = kBytesPerOpto * static_cast<std::size_t>(optoCount) + 3;
+  if (message.size() != required) return DecodeStatus::WrongSize;
+  WireReader reader(message.subspan(1));
+  OptoData received;
+  received.optos.resize(static_cast<std::size_t>(optoCount));
+  for (OptoData::Opto& opto : received.optos) {
+    for (int* const field : {&opto.type, &opto.channel, &opto.first}) {
+      reader.GetPair(field);
+      *field &= 0xFF;
+    }
+    opto.stations.resize(kOptoStations);
+    GetFlagGroups(reader, opto.stations);
+  }
+  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
+  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
+  *data = std::move(received);
+  return DecodeStatus::Ok;
+}
+
+}  // namespace switcher

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/wire/messages/tally.h"
+
+#include "switcher/wire/frame.h"
+
+namespace switcher {
+
+namespace {
+constexpr std::size_t kTallyLength = 2 * kTallyPoints + 3;
+}  // namespace
+
+DecodeStatus ParseTally(std::span<const std::uint8_t> message, TallyValues* values) {
+  if (message.size() != kTallyLength) return DecodeStatus::WrongSize;
+  WireReader reader(message.subspan(1));
+  TallyValues received{};
+  for (std::int16_t& point : received) {
+    int value = 0;
+    reader.GetPair(&value);
+    point = static_cast<std::int16_t>(value & 0xFF);
+  }
+  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
+  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
+  *values = received;
+  return DecodeStatus::Ok;
+}
+
+Bytes EncodeTally(const TallyValues& values) {
+  WireWriter writer(kTallyCode);
+  for (const std::int16_t value : values) writer.PutPair(value);
+  return writer.Finish();
+}
+
+}  // namespace switcher

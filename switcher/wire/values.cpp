@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/wire/values.h"
+
+#include <utility>
+
+namespace switcher {
+
+bool WireReader::GetByte(int* value) {
+  if (rest_.empty()) return false;
+  *value = rest_[0];
+  checksum_ = (checksum_ + *value) & 0x7F;
+  rest_ = rest_.subspan(1);
+  return true;
+}
+
+bool WireReader::GetPair(int* value) {
+  if (rest_.size() < 2) return false;
+  *value = (rest_[0] & 0x7F) | (rest_[1] * 128);
+  checksum_ = (checksum_ + *value) & 0x7F;
+  rest_ = rest_.subspan(2);
+  return true;
+}
+
+int WireReader::GetRaw() {
+  if (rest_.empty()) return -1;
+  const int byte = rest_[0];
+  rest_ = rest_.subspan(1);
+  return byte;
+}
+
+void WireWriter::PutByte(int value) {
+  message_.push_back(static_cast<std::uint8_t>(value));
+  checksum_ = (checksum_ + value) & 0x7F;
+}
+
+void WireWriter::PutPair(int value) {
+  message_.push_back(static_cast<std::uint8_t>(value & 0x7F));
+  message_.push_back(static_cast<std::uint8_t>((value >> 7) & 1));
+  checksum_ = (checksum_ + value) & 0x7F;
+}
+
+Bytes WireWriter::Finish() {
+  message_.push_back(static_cast<std::uint8_t>(checksum_));
+  message_.push_back(kEndOfMessage);
+  return std::move(message_);
+}
+
+}  // namespace switcher

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/widgets/console_style.h"
+
+#include <QAbstractItemView>
+#include <QMainWindow>
+#include <QPainter>
+#include <QStyleOption>
+#include <QToolBar>
+
+#include <algorithm>
+
+#include "views/programming/target_boxes.h"
+#include "views/widgets/contrast.h"
+
+namespace views {
+namespace {
+
+constexpr int kFrameWidth = 2;
+constexpr int kTitleHeight = 24;
+constexpr int kToolNarrowing = 4;
+constexpr int kBoxSpacing = 3;
+
+constexpr double kBoxLine = 0.55;          // of the ink
+constexpr double kDisabledBoxLine = 0.25;  // of the ink
+constexpr double kFocusRadius = 2;
+
+constexpr double kLeastPlaceholderContrast = 3;
+constexpr QColor kTipGround(0xFF, 0xFF, 0xDC);  // where the desktop's own is dark
+constexpr QColor kTipInk(0x00, 0x00, 0x00);
+
+constexpr double kPlaceholderShare = 0.6;  // of the ink, where the desktop's own cannot be read
+
+// Whether the widget is or belongs to a tool bar of a child window, not of the main window.
+bool InChildToolBar(const QWidget* widget) {
+  const auto* const bar = qobject_cast<const QToolBar*>(widget);
+  return bar != nullptr && qobject_cast<const QMainWindow*>(bar->parentWidget()) == nullptr;
+}
+
+// The line of the box or of the ring that Fusion draws into `rect`, on whole pixels.
+QRectF LineOf(const QRect& rect) { return QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5); }
+
+void DrawBoxLine(bool isRound, const QStyleOption& option, QPainter& painter) {
+  QColor ink = option.palette.color(QPalette::WindowText);
+  ink.setAlphaF(static_cast<float>(
+      option.state.testFlag(QStyle::State_Enabled) ? kBoxLine : kDisabledBoxLine));
+  painter.save();
+  painter.setPen(QPen(ink, 1));
+  painter.setBrush(Qt::NoBrush);
+  if (isRound) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    // Where Fusion has its ring.
+    const int width = option.rect.width();
+    const double radius = (width + (width + 1) % 2) / 2.0 - 1;
+    painter.drawEllipse(QPointF(option.rect.center() + QPoint(1, 1)), radius, radius);
+  } else {
+    painter.drawRect(LineOf(option.rect));
+  }
+  painter.restore();
+}
+
+void DrawFocusLine(const QStyleOption& option, QPainter& painter) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(option.palette.color(QPalette::Highlight), 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(LineOf(option.rect), kFocusRadius, kFocusRadius);
+  painter.restore();
+}
+
+void KeepPlaceholderReadable(QPalette::ColorGroup group, QPalette& palette) {
+  const QColor ground = palette.color(group, QPalette::Base);
+  const QColor placeholder = palette.color(group, QPalette::PlaceholderText);
+  if (Contrast(Blend(placeholder, ground, placeholder.alphaF()), ground) >=
+      kLeastPlaceholderContrast) {
+    return;
+  }
+  QColor ink = palette.color(group, QPalette::Text);
+  ink.setAlphaF(static_cast<float>(kPlaceholderShare));
+  palette.setColor(group, QPalette::PlaceholderText, ink);
+}
+
+void KeepTipsLight(QPalette::ColorGroup group, QPalette& palette) {
+  if (!IsDark(palette.color(group, QPalette::ToolTipBase))) return;
+  palette.setColor(group, QPalette::ToolTipBase, kTipGround);
+  palette.setColor(group, QPalette::ToolTipText, kTipInk);
+}
+
+}  // namespace
+
+bool ConsoleStyle::IsOverFusion() const {
+  return baseStyle()->name().compare(QLatin1String("fusion"), Qt::CaseInsensitive) == 0;
+}
+
+void ConsoleStyle::polish(QPalette& palette) {
+  QProxyStyle::polish(palette);
+  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+    KeepPlaceholderReadable(group, palette);
+    KeepTipsLight(group, palette);
+  }
+}
+
+void ConsoleStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                                 QPainter* painter, const QWidget* widget) const {
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+  if (!IsOverFusion()) return;
+  const bool showsFocus = option->state.testFlag(State_KeyboardFocusChange);
+  switch (element) {
+    case PE_FrameFocusRect:
+      // Cells show where they are by themselves.
+      if (showsFocus && qobject_cast<const QAbstractItemView*>(widget) == nullptr) {
+        DrawFocusLine(*option, *painter);
+      }
+      break;
+    case PE_IndicatorCheckBox:
+    case PE_IndicatorRadioButton:
+      // With the focus, Fusion draws a line of its own.
+      if (showsFocus && option->state.testFlag(State_HasFocus)) break;
+      DrawBoxLine(element == PE_IndicatorRadioButton, *option, *painter);
+      break;
+    default:
+      break;
+  }
+}
+
+void ConsoleStyle::drawControl(ControlElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const {
+  const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (element != CE_MenuItem || item == nullptr || item->icon.isNull() ||
+      !item->state.testFlag(State_Selected) || !item->state.testFlag(State_Enabled)) {
+    QProxyStyle::drawControl(element, option, painter, widget);
+    return;
+  }
+  const int size = proxy()->pixelMetric(PM_SmallIconSize, option, widget);
+  QStyleOptionMenuItem lit = *item;
+  lit.icon = QIcon(item->icon.pixmap(QSize(size, size), painter->device()->devicePixelRatioF(),
+                                     QIcon::Selected));
+  QProxyStyle::drawControl(element, &lit, painter, widget);
+}
+
+int ConsoleStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                              const QWidget* widget) const {
+  switch (metric) {
+    case PM_MdiSubWindowFrameWidth:
+      return kFrameWidth;
+    case PM_TitleBarHeight:
+      return std::min(kTitleHeight, QProxyStyle::pixelMetric(metric, option, widget));
+    case PM_ToolBarFrameWidth:
+    case PM_ToolBarItemMargin:
+    case PM_ToolBarItemSpacing:
+      if (InChildToolBar(widget)) return 0;
+      break;
+    case PM_CheckBoxLabelSpacing:
+      if (widget != nullptr &&
+          qobject_cast<const TargetBoxes*>(widget->parentWidget()) != nullptr) {
+        return kBoxSpacing;
+      }
+      break;
+    default:
+      break;
+  }
+  return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+QSize ConsoleStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                     const QSize& contents, const QWidget* widget) const {
+  QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+  if (type == CT_ToolButton && widget != nullptr && InChildToolBar(widget->parentWidget())) {
+    size.rwidth() -= kToolNarrowing;
+  }
+  return size;
+}
+
+int ConsoleStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                            QStyleHintReturn* returned) const {
+  if (hint == SH_Slider_AbsoluteSetButtons) return Qt::NoButton;
+  if (hint == SH_Slider_PageSetButtons) return Qt::LeftButton;
+  return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+}  // namespace views

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_WIDGETS_PLAIN_TIP_H_
+#define VIEWS_WIDGETS_PLAIN_TIP_H_
+
+#include <QString>
+#include <QTextDocument>
+
+namespace views {
+
+// A text of the operator's own for a tip, which must not take it for markup.
+inline QString PlainTip(const QString& text) {
+  return Qt::mightBeRichText(text) ? QStringLiteral("<pre>%1</pre>").arg(text.toHtmlEscaped())
+                                   : text;
+}
+
+}  // namespace views
+
+#endif  // VIEWS_WIDGETS_PLAIN_TIP_H_
