@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef STATIONS_JOURNAL_JOURNAL_H_
+#define STATIONS_JOURNAL_JOURNAL_H_
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "files/whole_file.h"
+#include "stations/journal/contents.h"
+#include "stations/journal/line.h"
+
+namespace stations {
+
+// The file of changes, `Tesk.journal`: what it held when this run of the program began, and the
+// lines that this run adds.
+//
+// A line is in the system's hands when an operation returns, so that a program that is killed
+// loses none; the disk has it after a Sync() of File(), which may take its time and is the caller's
+// to put where nobody waits.  After a failure of the disk the next line is tried all the same, in
+// the same place.
+class Journal {
+ public:
+  // No journal is larger; one that is, is not read.
+  static constexpr std::uint64_t kMostBytes = 256 << 20;
+
+  // `path` need not be there.
+  explicit Journal(std::filesystem::path path) : path_(std::move(path)) {}
+
+  // Reads what is there.  Nothing is written yet, and nothing is made.
+  files::Outcome Read();
+
+  // What Read() found.
+  const JournalContents& Contents() const { return *contents_; }
+
+  // Replaces the file by this text, whole, and reads it as Read() does.  This run begins anew with
+  // the next change.
+  files::Outcome Replace(std::string_view text);
+
+  // Says how this run begins: a JSON object, written before its first act.  A run that changes
+  // nothing leaves no line.
+  void SetBeginning(std::string object) { beginning_ = std::move(object); }
+
+  // Adds an act of this run, as a JSON object.
+  files::Outcome AddAct(std::string_view object);
+
+  // Adds how a run ended; `kind` is Saved, Restored or Discarded.
+  files::Outcome EndRun(std::int64_t run, JournalLine::Kind kind, std::string_view object);
+
+  // The number of this run; 0 before its first act.
+  std::int64_t ThisRun() const { return run_; }
+
+  // The open file; null before the first line of this run.
+  const std::shared_ptr<files::File>& File() const { return file_; }
+
+ private:
+  files::Outcome Open();
+  files::Outcome Append(const std::string& lines);
+
+  const std::filesystem::path path_;
+  std::unique_ptr<JournalContents> contents_ = std::make_unique<JournalContents>();
+  std::string beginning_;
+  std::shared_ptr<files::File> file_;
+  std::uint64_t end_ = 0;    // behind the last whole line
+  bool endsInLine_ = false;  // the file found does not end in a line end
+  std::int64_t next_ = 1;
+  std::int64_t run_ = 0;
+};
+
+}  // namespace stations
+
+#endif  // STATIONS_JOURNAL_JOURNAL_H_
