@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+
+#include "db/backups.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "tests/support/full_disk.h"
+#include "tests/support/temporary_folder.h"
+
+namespace db {
+namespace {
+
+using Cause = Backups::Cause;
+
+// A second of 21 November 2026, after 18:05:12 on the clock on the wall.
+std::time_t At(int second) {
+  std::tm time{};
+  time.tm_year = 2026 - 1900;
+  time.tm_mon = 10;
+  time.tm_mday = 21;
+  time.tm_hour = 18;
+  time.tm_min = 5;
+  time.tm_sec = 12 + second;
+  time.tm_isdst = -1;
+  return std::mktime(&time);
+}
+
+class BackupsTest : public testing::Test {
+ protected:
+  BackupsTest() { test::WriteFile(File(), "the database"); }
+
+  std::filesystem::path File() const { return folder_ / "WorkingDb.md$"; }
+  std::filesystem::path Folder() const { return folder_ / "Backups"; }
+  std::vector<std::string> Names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(Folder())) {
+      names.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(names);
+    return names;
+  }
+
+  test::TemporaryFolder folder_;
+  Backups backups_{Folder()};
+};
+
+TEST_F(BackupsTest, ACopyIsNamedByItsTimeAndItsCause) {
+  ASSERT_TRUE(backups_.Keep(File(), Cause::BeforeRetrieval, At(0)).ok());
+  ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(1)).ok());
+  ASSERT_TRUE(backups_.Keep(File(), Cause::BeforeSaving, At(2)).ok());
+  ASSERT_TRUE(backups_.Keep(File(), Cause::BeforeRestoring, At(3)).ok());
+  EXPECT_EQ(Names(), (std::vector<std::string>{"Tesk-2026-11-21-180512-before-retrieval.mdb",
+                                               "Tesk-2026-11-21-180513-daily.mdb",
+                                               "Tesk-2026-11-21-180514-before-saving.mdb",
+                                               "Tesk-2026-11-21-180515-before-restoring.mdb"}));
+  EXPECT_EQ(test::ReadFile(Folder() / "Tesk-2026-11-21-180513-daily.mdb"), "the database");
+}
+
+TEST_F(BackupsTest, TheNewestIsListedFirst) {
+  ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(0)).ok());
+  ASSERT_TRUE(backups_.Keep(File(), Cause::BeforeSaving, At(30)).ok());
+  const std::vector<Backups::Copy> copies = backups_.List();
+  ASSERT_EQ(copies.size(), 2u);
+  EXPECT_EQ(copies[0].cause, Cause::BeforeSaving);
+  EXPECT_EQ(copies[0].path, Folder() / "Tesk-2026-11-21-180542-before-saving.mdb");
+  EXPECT_EQ(copies[0].time.tm_mday, 21);
+  EXPECT_EQ(copies[0].time.tm_sec, 42);
+  EXPECT_EQ(copies[1].cause, Cause::Daily);
+}
+
+TEST_F(BackupsTest, TwentyAreKeptAndNothingOfOthersIsDeleted) {
+  std::filesystem::create_directory(Folder());
+  for (const char* const other : {"Tesk-2020-01-01-000000-mine.mdb", "Tesk.mdb", "notes.txt"}) {
+    test::WriteFile(Folder() / other, "");
+  }
+  for (int second = 0; second < 25; ++second) {
+    ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(second)).ok());
+  }
+  const std::vector<Backups::Copy> copies = backups_.List();
+  ASSERT_EQ(copies.size(), 20u);
+  EXPECT_EQ(copies.front().path.filename(), "Tesk-2026-11-21-180536-daily.mdb");
+  EXPECT_EQ(copies.back().path.filename(), "Tesk-2026-11-21-180517-daily.mdb");
+  EXPECT_EQ(Names().size(), 23u);
+}
+
+TEST_F(BackupsTest, TheNewOneStaysThoughTheClockWasSetBack) {
+  for (int second = 1; second <= 20; ++second) {
+    ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(second)).ok());
+  }
+  ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(0)).ok());
+  const std::vector<Backups::Copy> copies = backups_.List();
+  ASSERT_EQ(copies.size(), 20u);
+  EXPECT_EQ(copies.back().path.filename(), "Tesk-2026-11-21-180512-daily.mdb");
+}
+
+TEST_F(BackupsTest, AFullDiskLeavesNoPartOfACopyAndDeletesNothing) {
+  for (int second = 0; second < 20; ++second) {
+    ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(second)).ok());
+  }
+  const std::vector<std::string> before = Names();
+  {
+    const test::FullDisk full(4);
+    EXPECT_EQ(backups_.Keep(File(), Cause::Daily, At(30)).Number(), 3026);
+  }
+  EXPECT_EQ(Names(), before);
+}
+
+TEST_F(BackupsTest, WhereNoFolderCanBeMadeItSaysSo) {
+  test::WriteFile(Folder(), "in the way");
+  const model::Status status = backups_.Keep(File(), Cause::Daily, At(0));
+  EXPECT_FALSE(status.ok());
+  EXPECT_TRUE(backups_.List().empty());
+}
+
+}  // namespace
+}  // namespace db
