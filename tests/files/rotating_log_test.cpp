@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+
+#include "files/rotating_log.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/support/full_disk.h"
+#include "tests/support/temporary_folder.h"
+
+namespace files {
+namespace {
+
+class RotatingLogTest : public testing::Test {
+ protected:
+  std::filesystem::path Path() const { return folder_ / "Teskctl.log"; }
+  std::string Text(int files = 0) const { return test::ReadFile(log_.Older(files)); }
+
+  test::TemporaryFolder folder_;
+  RotatingLog log_{Path(), {.bytes = 20, .files = 3}};
+};
+
+TEST_F(RotatingLogTest, WithoutALineThereIsNoFile) { EXPECT_EQ(Text(), "(none)"); }
+
+TEST_F(RotatingLogTest, LinesAreAddedToWhatIsThere) {
+  test::WriteFile(Path(), "before\n");
+  ASSERT_TRUE(log_.Add("one").ok());
+  ASSERT_TRUE(log_.Add("two").ok());
+  EXPECT_EQ(Text(), "before\none\ntwo\n");
+}
+
+TEST_F(RotatingLogTest, ATornEndIsALineOfItsOwn) {
+  test::WriteFile(Path(), "bef");
+  ASSERT_TRUE(log_.Add("one").ok());
+  EXPECT_EQ(Text(), "bef\none\n");
+}
+
+TEST_F(RotatingLogTest, AFullFileMakesWayAndTheOldestGoes) {
+  for (const char* const line :
+       {"a123456789", "b12345678", "c123456789", "d123456789", "e123456789"}) {
+    ASSERT_TRUE(log_.Add(line).ok());
+  }
+  EXPECT_EQ(log_.Older(1), folder_ / "Teskctl.1.log");
+  EXPECT_EQ(Text(0), "e123456789\n");
+  EXPECT_EQ(Text(1), "d123456789\n");
+  EXPECT_EQ(Text(2), "c123456789\n");
+  EXPECT_EQ(Text(3), "(none)");
+}
+
+TEST_F(RotatingLogTest, AFileIsFilledToItsLastByte) {
+  ASSERT_TRUE(log_.Add("123456789").ok());
+  ASSERT_TRUE(log_.Add("123456789").ok());
+  EXPECT_EQ(Text().size(), 20u);
+  EXPECT_EQ(Text(1), "(none)");
+}
+
+TEST_F(RotatingLogTest, ALineLongerThanAFileHasOneToItself) {
+  ASSERT_TRUE(log_.Add("one").ok());
+  ASSERT_TRUE(log_.Add(std::string(30, 'x')).ok());
+  ASSERT_TRUE(log_.Add("two").ok());
+  EXPECT_EQ(Text(0), "two\n");
+  EXPECT_EQ(Text(1), std::string(30, 'x') + "\n");
+  EXPECT_EQ(Text(2), "one\n");
+}
+
+TEST_F(RotatingLogTest, AFullDiskCostsTheLineOnly) {
+  ASSERT_TRUE(log_.Add("one").ok());
+  {
+    const test::FullDisk full(6);
+    EXPECT_FALSE(log_.Add("two").ok());
+  }
+  ASSERT_TRUE(log_.Add("three").ok());
+  EXPECT_EQ(Text(), "one\nthree\n");
+}
+
+TEST_F(RotatingLogTest, WhereItCannotBeMadeEveryLineSaysSo) {
+  RotatingLog log(folder_ / "gone" / "Teskctl.log");
+  EXPECT_FALSE(log.Add("one").ok());
+  std::filesystem::create_directory(folder_ / "gone");
+  EXPECT_TRUE(log.Add("two").ok());
+}
+
+}  // namespace
+}  // namespace files
