@@ -23,7 +23,8 @@ JournalContents::JournalContents(std::string text) : text_(std::move(text)) {
     return std::tuple(line.number, line.kind, line.run, line.content);
   };
   std::ranges::sort(lines_, {}, key);
-  lines_.erase(std::ranges::unique(lines_, {}, key).begin(), lines_.end());
+  const auto isSame = [&](const JournalLine& a, const JournalLine& b) { return key(a) == key(b); };
+  lines_.erase(std::unique(lines_.begin(), lines_.end(), isSame), lines_.end());
 
   for (const JournalLine& line : lines_) {
     nextNumber_ = std::max(nextNumber_, std::max(line.number, line.run) + 1);
