@@ -13,7 +13,7 @@ allowed() {
     db/jet) echo "files" ;;
     config) echo "files model" ;;
     db) echo "db/jet files model" ;;
-    stations) echo "db db/jet model" ;;
+    stations) echo "db db/jet files model" ;;
     switcher/wire) echo "model" ;;
     switcher) echo "switcher/wire stations db db/jet model" ;;
     gateway) echo "switcher switcher/wire stations db db/jet model" ;;
