@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+//
+// What is changed in the records of the stations, for whoever wants to know.
+
+#ifndef STATIONS_CHANGE_H_
+#define STATIONS_CHANGE_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "db/jet/value.h"
+
+namespace stations {
+
+// Where a change comes from.
+enum class Origin : std::uint8_t { Operator, Switcher };
+
+// A field that has another value now; null stands for one that could not be read, too.
+struct FieldChange {
+  std::string field;
+  jet::Value before;
+  jet::Value after;
+};
+
+// What was stored in the record of a station at once.
+struct Change {
+  Origin origin;
+  int station;                      // its number; 0 when that cannot be read
+  std::vector<FieldChange> fields;  // at least one, in the order in which they were set
+
+  bool Has(std::string_view field) const;
+};
+
+class Changes;
+
+// Hears of every change as long as it lives.
+class ChangeObserver {
+ public:
+  // `changes` must outlive the observer.
+  explicit ChangeObserver(Changes& changes);
+  virtual ~ChangeObserver();
+  ChangeObserver(const ChangeObserver&) = delete;
+  ChangeObserver& operator=(const ChangeObserver&) = delete;
+
+  // `change` has been stored.
+  virtual void Changed(const Change& change) = 0;
+
+ private:
+  Changes& changes_;
+};
+
+// The stream of all changes: Record::Commit() announces each when it is stored, and the observers
+// hear of it at once, in the order in which they came.
+class Changes {
+ public:
+  void Add(ChangeObserver& observer) { observers_.push_back(&observer); }
+  void Remove(const ChangeObserver& observer);
+
+  void Announce(Change change);
+
+  // Keeps what is announced from now on, for records that are stored together: Release() tells of
+  // it, Drop() forgets it.
+  void Hold() { isHeld_ = true; }
+  void Release();
+  void Drop();
+
+ private:
+  std::vector<ChangeObserver*> observers_;
+  bool isHeld_ = false;
+  std::vector<Change> held_;
+};
+
+// For whom a record is changed, and who is to hear of it.
+struct Author {
+  Changes& changes;
+  Origin origin;
+};
+
+}  // namespace stations
+
+#endif  // STATIONS_CHANGE_H_
