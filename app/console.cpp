@@ -52,8 +52,10 @@ Console::Console(AppFolder folder)
       tables_(model_, files_, port_, boxes_),
       views_(window_.Area(), ViewServices()),
       viewMenu_(window_.ViewMenu(), views_, window_, [this] { log_.Show(); }),
-      labels_(model_, [this] { return files_.Database(); }),
-      inhibits_(model_, [this] { return files_.Database(); }),
+      labels_(
+          model_, [this] { return files_.Database(); }, changes_),
+      inhibits_(
+          model_, [this] { return files_.Database(); }, changes_),
       panelReports_(window_.Status(), labels_, inhibits_),
       panelErrors_(boxes_, window_.Hints()),
       panelCommands_(model_, port_, panelErrors_),
@@ -66,7 +68,7 @@ Console::Console(AppFolder folder)
                .events = panelReports_,
                .reporter = panelErrors_}),
       forwarding_(views_, panels_),
-      decoder_(model_, files_, boxes_, forwarding_),
+      decoder_(model_, files_, boxes_, forwarding_, changes_),
       link_(model_, port_, decoder_, window_),
       transfers_(window_, views_, {.model = model_, .tables = tables_, .poll = *this},
                  {.parts = {.model = model_,
@@ -101,8 +103,6 @@ Console::Console(AppFolder folder)
   connect(&views_, &OpenViews::XmapLoaded, &status, &StatusBar::WantLegend);
 
   connect(&views_, &OpenViews::UnsentChanged, &status, &StatusBar::SetUnsent);
-  connect(&views_, &OpenViews::InhibitsReported, this, [this] { inhibits_.Forget(); });
-  connect(&views_, &OpenViews::Edited, this, [this] { inhibits_.Forget(); });
   connect(&views_, &OpenViews::MapReported, this,
           [this] { aids_.MapReported(QTime::currentTime()); });
   connect(&window_, &MainWindow::LinkTextShown, this, [this] { aids_.LinkChanged(); });
@@ -139,6 +139,7 @@ Console::Console(AppFolder folder)
 views::Services Console::ViewServices() {
   return {.model = model_,
           .stations = [this] { return files_.Stations(); },
+          .changes = changes_,
           .commands = liveCommands_,
           .tables = *this,
           .poll = *this,

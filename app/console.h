@@ -32,6 +32,7 @@
 #include "gateway/panel_gateway.h"
 #include "gateway/qt_sockets.h"
 #include "model/system_model.h"
+#include "stations/change.h"
 #include "switcher/decoder.h"
 #include "switcher/line_share.h"
 #include "switcher/link.h"
@@ -89,6 +90,7 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   views::Placement placement_;
   CommandTable commands_;
   db::DatabaseFiles files_;
+  stations::Changes changes_;
   DamageReport damage_;
   gateway::Listener listener_;
   gateway::QtPauseTimer panelPause_;

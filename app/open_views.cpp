@@ -240,7 +240,6 @@ void OpenViews::TallyChanged() {
 }
 
 void OpenViews::LabelsChanged(int /*selector*/) {
-  Q_EMIT LabelsReported();
   if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapAlphas();
   if (views::AlphasView* const alphas = Alphas()) alphas->UpdateLabels();
   if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();
@@ -248,7 +247,6 @@ void OpenViews::LabelsChanged(int /*selector*/) {
 }
 
 void OpenViews::InhibitsChanged(int /*output*/) {
-  Q_EMIT InhibitsReported();
   if (views::XmapView* const xmap = Xmap()) xmap->InhibitsReported();
 }
 

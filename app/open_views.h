@@ -103,10 +103,6 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void MapReported(int output, int mode);
   // A message of the switcher was refused; `description` names it.
   void ReportRefused(const QString& description, switcher::DecodeStatus status);
-  // Labels came from the switcher.
-  void LabelsReported();
-  // Inhibits came from the switcher.
-  void InhibitsReported();
   // The map sent the command of a crosspoint, both from 1, with this action byte.
   void TakeSent(int output, int input, int action);
   // The map is asked for anew.

@@ -120,6 +120,7 @@ double DragOnTheLine(int drags) {
   const views::Services& plain = console.Services();
   const views::Services services{.model = plain.model,
                                  .stations = plain.stations,
+                                 .changes = plain.changes,
                                  .commands = commands,
                                  .tables = plain.tables,
                                  .poll = plain.poll,

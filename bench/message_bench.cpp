@@ -223,7 +223,8 @@ class StoredSystem : private SwitcherEvents, private model::ErrorReporter {
   }
 
   bool changed = false;
-  Decoder decoder{model, [this] { return database.get(); }, *this, *this};
+  stations::Changes changes;
+  Decoder decoder{model, [this] { return database.get(); }, *this, *this, changes};
 };
 
 Bytes ReadTable(StoredSystem& system, std::string_view name) {

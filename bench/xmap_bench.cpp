@@ -167,8 +167,9 @@ void DecodeRow(benchmark::State& state) {
   OpenMap map(channels);
   ToView events(map.View());
   test::RecordingReporter reporter;
+  stations::Changes changes;
   switcher::Decoder decoder(
-      map.Model(), [] { return nullptr; }, reporter, events);
+      map.Model(), [] { return nullptr; }, reporter, events, changes);
   const switcher::Bytes messages[] = {RowMessage(channels, 3, true),
                                       RowMessage(channels, 3, false)};
   std::size_t next = 0;

@@ -2,9 +2,9 @@
 
 #include "stations/record.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "db/station_fields.h"
 #include "model/flag_string.h"
 
 namespace stations {
@@ -30,28 +30,41 @@ int Record::Number(std::string_view field, int unreadable) {
 std::string Record::Flags(std::string_view field) { return model::PlainFlags(Text(field)); }
 
 void Record::Set(std::string_view field, jet::Value value) {
-  changes_.push_back({.field = std::string(field), .value = std::move(value)});
+  changes_.push_back({.field = std::string(field), .before = {}, .after = std::move(value)});
 }
 
 // A field that cannot be read differs from any value: storing one may mend it.
-bool Record::Differs() const {
-  return std::any_of(changes_.begin(), changes_.end(), [this](const Change& change) {
-    jet::Value before;
-    return !records_.Get(change.field, &before).ok() || !(before == change.value);
-  });
+void Record::KeepWhatDiffers() {
+  std::vector<FieldChange> differing;
+  for (FieldChange& change : changes_) {
+    const bool isRead = records_.Get(change.field, &change.before).ok();
+    if (isRead && change.before == change.after) continue;
+    if (!isRead) change.before.SetNull();
+    differing.push_back(std::move(change));
+  }
+  changes_ = std::move(differing);
 }
 
-model::Status Record::Commit(bool* stored) {
+model::Status Record::Commit(const Author& author, bool* stored) {
   if (stored != nullptr) *stored = false;
-  if (!outcome_.ok() || !Differs()) return outcome_;
+  if (!outcome_.ok()) return outcome_;
+  KeepWhatDiffers();
+  if (changes_.empty()) return {};
   jet::Status status = records_.Edit();
-  for (const Change& change : changes_) {
-    if (status.ok()) status = records_.Set(change.field, change.value);
+  for (const FieldChange& change : changes_) {
+    if (status.ok()) status = records_.Set(change.field, change.after);
   }
   if (status.ok()) status = records_.Update();
-  if (!status.ok()) records_.CancelUpdate();
-  if (stored != nullptr) *stored = status.ok();
-  return status;
+  if (!status.ok()) {
+    records_.CancelUpdate();
+    return status;
+  }
+  if (stored != nullptr) *stored = true;
+  jet::Value station;
+  (void)records_.Get(db::kStationNumField, &station);
+  author.changes.Announce(
+      {.origin = author.origin, .station = station.Int(), .fields = std::move(changes_)});
+  return {};
 }
 
 }  // namespace stations

@@ -13,6 +13,7 @@
 #include "db/jet/record_set.h"
 #include "db/jet/value.h"
 #include "model/status.h"
+#include "stations/change.h"
 
 namespace stations {
 
@@ -42,22 +43,19 @@ class Record {
   // Changes a field.
   void Set(std::string_view field, jet::Value value);
 
-  // Writes the changes in one update: all of them, or on a failure none.  Where the record has all
-  // of the new values already nothing is written.  `stored`, unless null, tells whether something
-  // was.  REQUIRES: it was not called before.
-  model::Status Commit(bool* stored = nullptr);
+  // Writes the fields that get another value in one update, all of them, or on a failure none, and
+  // then announces the change.  Where the record has all of the new values already nothing is
+  // written or announced.  `stored`, unless null, tells whether something was.
+  // REQUIRES: it was not called before.
+  model::Status Commit(const Author& author, bool* stored = nullptr);
 
  private:
-  struct Change {
-    std::string field;
-    jet::Value value;
-  };
-
   bool Read(std::string_view field, jet::Value* value);
-  bool Differs() const;
+  // The changes that are none dropped, the values before in the others.
+  void KeepWhatDiffers();
 
   jet::RecordSet& records_;
-  std::vector<Change> changes_;
+  std::vector<FieldChange> changes_;
   model::Status outcome_;
 };
 

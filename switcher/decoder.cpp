@@ -104,8 +104,8 @@ void Decoder::DecodeLabels(Message message) {
   Stored stored = Stored::Nothing;
   DecodeStatus status = StoreTable(
       ParseLabelTexts(message, model_.LabelCount, &texts), "Error Storing Alpha Table",
-      [&texts](jet::Database& database, Stored* result) {
-        return StoreLabels(database, texts, result);
+      [&](jet::Database& database, Stored* result) {
+        return StoreLabels(database, texts, author_, result);
       },
       &stored);
   if (status == DecodeStatus::Ok && stored != Stored::All) {
@@ -121,8 +121,8 @@ void Decoder::DecodeInhibitRow(Message message) {
   Stored stored = Stored::Nothing;
   const DecodeStatus status = StoreTable(
       ParseInhibitRow(message, model_.ChannelCount, &row), "Error Storing Inhibits Table",
-      [&row](jet::Database& database, Stored* result) {
-        return StoreFlags(database, row.output, db::kInhibitsField, row.inhibited, result);
+      [&](jet::Database& database, Stored* result) {
+        return StoreFlags(database, row.output, db::kInhibitsField, row.inhibited, author_, result);
       },
       &stored);
   Tell("Output " + std::to_string(row.output) + " Inhibit Map", message, status);
@@ -135,8 +135,8 @@ void Decoder::DecodeRelayRow(Message message) {
   const DecodeStatus status = StoreTable(
       ParseRelayRow(message, model_.ChannelCount, model_.RelayCount, &row),
       "Error Storing Relays Table",
-      [&row](jet::Database& database, Stored* result) {
-        return StoreFlags(database, row.output, db::kRelaysField, row.relays, result);
+      [&](jet::Database& database, Stored* result) {
+        return StoreFlags(database, row.output, db::kRelaysField, row.relays, author_, result);
       },
       &stored);
   Tell("Output " + std::to_string(row.output) + " Relay Assignments", message, status);
@@ -150,8 +150,8 @@ void Decoder::DecodeButtonData(Message message) {
       ParseButtonData(message, model_.StationCount, model_.ButtonCount, model_.StationCount / 8,
                       &data),
       "Error Storing Button Table",
-      [&data](jet::Database& database, Stored* result) {
-        return StoreButtons(database, data, result);
+      [&](jet::Database& database, Stored* result) {
+        return StoreButtons(database, data, author_, result);
       },
       &stored);
   Tell("Station " + std::to_string(data.station) + " Button Data", message, status);
@@ -163,8 +163,8 @@ void Decoder::DecodeOptoData(Message message) {
   Stored stored = Stored::Nothing;
   const DecodeStatus status = StoreTable(
       ParseOptoData(message, model_.OptoCount, &data), "Error Storing Opto Programming Data",
-      [&data](jet::Database& database, Stored* result) {
-        return StoreOptos(database, data, result);
+      [&](jet::Database& database, Stored* result) {
+        return StoreOptos(database, data, author_, result);
       },
       &stored);
   Tell("Opto Programming Data", message, status);

@@ -12,6 +12,7 @@
 #include "model/error_reporter.h"
 #include "model/status.h"
 #include "model/system_model.h"
+#include "stations/change.h"
 #include "switcher/switcher_events.h"
 #include "switcher/table_writer.h"
 #include "switcher/wire/decode_status.h"
@@ -30,14 +31,18 @@ class Decoder {
 
   // All must outlive the decoder.
   Decoder(model::SystemModel& model, db::DatabaseFiles& files, model::ErrorReporter& reporter,
-          SwitcherEvents& events)
+          SwitcherEvents& events, stations::Changes& changes)
       : Decoder(
-            model, [&files] { return files.Database(); }, reporter, events) {}
+            model, [&files] { return files.Database(); }, reporter, events, changes) {}
 
   // The same with a database from elsewhere.
   Decoder(model::SystemModel& model, Database database, model::ErrorReporter& reporter,
-          SwitcherEvents& events)
-      : model_(model), database_(std::move(database)), reporter_(reporter), events_(events) {}
+          SwitcherEvents& events, stations::Changes& changes)
+      : model_(model),
+        database_(std::move(database)),
+        reporter_(reporter),
+        events_(events),
+        author_{changes, stations::Origin::Switcher} {}
 
   // Who is told of each message while RetrieveActive is set; null for nobody.
   void SetHistory(MessageHistory* history) { history_ = history; }
@@ -76,6 +81,7 @@ class Decoder {
   const Database database_;
   model::ErrorReporter& reporter_;
   SwitcherEvents& events_;
+  const stations::Author author_;
   MessageHistory* history_ = nullptr;
 };
 

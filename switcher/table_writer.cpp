@@ -8,6 +8,7 @@
 #include "db/schema.h"
 #include "db/station_fields.h"
 #include "model/flag_string.h"
+#include "stations/batch.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
 #include "switcher/stored_labels.h"
@@ -26,20 +27,22 @@ void SetFlags(stations::Record& record, std::string_view field,
              model::FilledFlags(model::WithFirstFlags(record.Text(field), flags), kLeastFlags));
 }
 
-model::Status StoreLabel(jet::RecordSet& stations, int selector, std::string_view received) {
+model::Status StoreLabel(jet::RecordSet& stations, int selector, std::string_view received,
+                         const stations::Author& author) {
   const char* const field = LabelFieldOf(selector);
   const bool marked = received.front() == kHiddenMark;
   stations::Record record(stations);
   const bool known = marked && WireLabel(record.Text(field), /*hidden=*/true) == received;
   if (!known) record.Set(field, LabelFromWire(received));
   if (selector == kOutputLabels) record.Set(db::kHiddenField, marked ? 1 : 0);
-  return record.Commit();
+  return record.Commit(author);
 }
 
 // Runs `write` on the record of a station, if there is one.
 template <typename Write>
-model::Status StoreStation(jet::Database& database, int station, Stored* stored, Write write) {
-  jet::Database::Batch batch(database);
+model::Status StoreStation(jet::Database& database, int station, const stations::Author& author,
+                           Stored* stored, Write write) {
+  stations::Batch batch(database, author.changes);
   std::unique_ptr<jet::RecordSet> stations;
   if (model::Status status = stations::OpenStations(database, &stations); !status.ok())
     return status;
@@ -48,14 +51,15 @@ model::Status StoreStation(jet::Database& database, int station, Stored* stored,
   if (stations->NoMatch()) return {};
   stations::Record record(*stations);
   write(record);
-  if (model::Status status = record.Commit(); !status.ok()) return status;
+  if (model::Status status = record.Commit(author); !status.ok()) return status;
   return batch.Commit();
 }
 
 }  // namespace
 
-model::Status StoreLabels(jet::Database& database, const LabelTexts& texts, Stored* stored) {
-  jet::Database::Batch batch(database);
+model::Status StoreLabels(jet::Database& database, const LabelTexts& texts,
+                          const stations::Author& author, Stored* stored) {
+  stations::Batch batch(database, author.changes);
   std::unique_ptr<jet::RecordSet> stations;
   if (model::Status status = stations::OpenStations(database, &stations); !status.ok())
     return status;
@@ -66,7 +70,7 @@ model::Status StoreLabels(jet::Database& database, const LabelTexts& texts, Stor
       *stored = i == 0 ? Stored::Nothing : Stored::Part;
       break;
     }
-    if (model::Status status = StoreLabel(*stations, texts.selector, texts.labels[i]);
+    if (model::Status status = StoreLabel(*stations, texts.selector, texts.labels[i], author);
         !status.ok()) {
       return status;
     }
@@ -75,13 +79,15 @@ model::Status StoreLabels(jet::Database& database, const LabelTexts& texts, Stor
 }
 
 model::Status StoreFlags(jet::Database& database, int station, const char* field,
-                         std::span<const std::uint8_t> flags, Stored* stored) {
-  return StoreStation(database, station, stored,
+                         std::span<const std::uint8_t> flags, const stations::Author& author,
+                         Stored* stored) {
+  return StoreStation(database, station, author, stored,
                       [&](stations::Record& record) { SetFlags(record, field, flags); });
 }
 
-model::Status StoreButtons(jet::Database& database, const ButtonData& data, Stored* stored) {
-  return StoreStation(database, data.station, stored, [&](stations::Record& record) {
+model::Status StoreButtons(jet::Database& database, const ButtonData& data,
+                           const stations::Author& author, Stored* stored) {
+  return StoreStation(database, data.station, author, stored, [&](stations::Record& record) {
     int number = 0;
     for (const ButtonData::Button& button : data.buttons) {
       ++number;
@@ -92,8 +98,9 @@ model::Status StoreButtons(jet::Database& database, const ButtonData& data, Stor
   });
 }
 
-model::Status StoreOptos(jet::Database& database, const OptoData& data, Stored* stored) {
-  jet::Database::Batch batch(database);
+model::Status StoreOptos(jet::Database& database, const OptoData& data,
+                         const stations::Author& author, Stored* stored) {
+  stations::Batch batch(database, author.changes);
   std::unique_ptr<jet::RecordSet> stations;
   if (model::Status status = stations::OpenStations(database, &stations); !status.ok())
     return status;
@@ -105,7 +112,7 @@ model::Status StoreOptos(jet::Database& database, const OptoData& data, Stored* 
     record.Set(db::kOptoChannelField, opto.channel);
     record.Set(db::kOptoFirstField, opto.first);
     SetFlags(record, db::kOptoStationsField, opto.stations);
-    if (model::Status status = record.Commit(); !status.ok()) return status;
+    if (model::Status status = record.Commit(author); !status.ok()) return status;
     *stored = &opto == &data.optos.back() ? Stored::All : Stored::Part;
     if (jet::Status status = stations->MoveNext(); !status.ok()) return status;
   }

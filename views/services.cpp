@@ -17,6 +17,7 @@ constexpr std::string_view kErrorTitle = "Control Error";
 Services WithReporter(const Services& services, model::ErrorReporter& reporter) {
   return {.model = services.model,
           .stations = services.stations,
+          .changes = services.changes,
           .commands = services.commands,
           .tables = services.tables,
           .poll = services.poll,

@@ -11,6 +11,7 @@
 #include "model/error_reporter.h"
 #include "model/status.h"
 #include "model/system_model.h"
+#include "stations/change.h"
 #include "switcher/live_commands.h"
 #include "switcher/poll_switch.h"
 #include "views/table_sender.h"
@@ -21,11 +22,15 @@ namespace views {
 struct Services {
   model::SystemModel& model;
   std::function<jet::RecordSet*()> stations;  // the shared record set; null while not open
+  stations::Changes& changes;
   switcher::LiveCommands& commands;
   TableSender& tables;
   switcher::PollSwitch& poll;
   config::WindowSettings& settings;
   model::ErrorReporter& reporter;
+
+  // Who edits in the views.
+  stations::Author Operator() const { return {changes, stations::Origin::Operator}; }
 };
 
 // The same, but reporting to `reporter`, which must outlive them.

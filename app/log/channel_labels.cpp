@@ -7,7 +7,7 @@
 
 #include "db/station_fields.h"
 #include "stations/open_stations.h"
-#include "views/rules/station_texts.h"
+#include "stations/texts.h"
 
 namespace app {
 
@@ -25,6 +25,10 @@ QString ChannelLabels::Input(int input) {
   return QCoreApplication::translate("ChannelLabels", "In %1").arg(input);
 }
 
+void ChannelLabels::Changed(const stations::Change& change) {
+  if (change.Has(db::kLabelField) || change.Has(db::kInLabelField)) read_ = false;
+}
+
 // Words are not worth a report: what cannot be read has its number.
 void ChannelLabels::Read() {
   if (read_) return;
@@ -36,8 +40,8 @@ void ChannelLabels::Read() {
   std::unique_ptr<jet::RecordSet> stations;
   if (!stations::OpenStations(*database, &stations).ok()) return;
   const int count = model_.ChannelCount;
-  (void)rules::ReadAvailableStationTexts(*stations, db::kLabelField, count, &outputs_);
-  (void)rules::ReadAvailableStationTexts(*stations, db::kInLabelField, count, &inputs_);
+  (void)stations::ReadAvailableTexts(*stations, db::kLabelField, count, &outputs_);
+  (void)stations::ReadAvailableTexts(*stations, db::kInLabelField, count, &inputs_);
 }
 
 QString ChannelLabels::Label(const Labels& labels, int channel) {

@@ -11,27 +11,27 @@
 
 #include "db/jet/database.h"
 #include "model/system_model.h"
+#include "stations/change.h"
 
 namespace app {
 
 // The labels of the channels, for words about them.  They are read when one is asked for, and
-// kept until they are forgotten.
-class ChannelLabels {
+// kept until one changes.
+class ChannelLabels : public stations::ChangeObserver {
  public:
   // The open database; null when there is none.
   using Database = std::function<jet::Database*()>;
 
-  // `model` must outlive the object.
-  ChannelLabels(const model::SystemModel& model, Database database)
-      : model_(model), database_(std::move(database)) {}
+  // `model` and `changes` must outlive the object.
+  ChannelLabels(const model::SystemModel& model, Database database, stations::Changes& changes)
+      : ChangeObserver(changes), model_(model), database_(std::move(database)) {}
 
   // The label of an output or an input (from 1); where it is empty or cannot be read, its number:
   // "Out 12", "In 12".
   QString Output(int output);
   QString Input(int input);
 
-  // The labels have changed.
-  void Forget() { read_ = false; }
+  void Changed(const stations::Change& change) override;
 
  private:
   using Labels = std::vector<std::optional<std::string>>;

@@ -7,7 +7,7 @@
 #include "db/station_fields.h"
 #include "model/flag_string.h"
 #include "stations/open_stations.h"
-#include "views/rules/station_texts.h"
+#include "stations/texts.h"
 
 namespace app {
 
@@ -27,8 +27,7 @@ void InhibitedCells::Read() {
   read_ = true;
   std::unique_ptr<jet::RecordSet> stations;
   if (!stations::OpenStations(*database, &stations).ok()) return;
-  (void)rules::ReadAvailableStationTexts(*stations, db::kInhibitsField, model_.ChannelCount,
-                                         &flags_);
+  (void)stations::ReadAvailableTexts(*stations, db::kInhibitsField, model_.ChannelCount, &flags_);
 }
 
 }  // namespace app

@@ -9,27 +9,30 @@
 #include <vector>
 
 #include "db/jet/database.h"
+#include "db/station_fields.h"
 #include "model/system_model.h"
+#include "stations/change.h"
 
 namespace app {
 
 // Which crosspoints the database inhibits, for words about them.  The inhibits are read when one is
-// asked for, and kept until they are forgotten.
-class InhibitedCells {
+// asked for, and kept until some change.
+class InhibitedCells : public stations::ChangeObserver {
  public:
   // The open database; null when there is none.
   using Database = std::function<jet::Database*()>;
 
-  // `model` must outlive the object.
-  InhibitedCells(const model::SystemModel& model, Database database)
-      : model_(model), database_(std::move(database)) {}
+  // `model` and `changes` must outlive the object.
+  InhibitedCells(const model::SystemModel& model, Database database, stations::Changes& changes)
+      : ChangeObserver(changes), model_(model), database_(std::move(database)) {}
 
   // Whether a crosspoint (both channels from 1) is inhibited.  One that the database does not have,
   // or that cannot be read, is not.
   bool Contain(int output, int input);
 
-  // The inhibits have changed.
-  void Forget() { read_ = false; }
+  void Changed(const stations::Change& change) override {
+    if (change.Has(db::kInhibitsField)) read_ = false;
+  }
 
  private:
   void Read();

@@ -7,7 +7,7 @@ namespace app {
 using Kind = EventLog::Kind;
 
 LogKeeper::LogKeeper(const LogSources& sources)
-    : labels_(sources.labels), crosspoints_(sources.labels), rows_(sources.model) {
+    : crosspoints_(sources.labels), rows_(sources.model) {
   connect(&sources.window, &MainWindow::LinkTextShown, this,
           [this](const QString& text) { log_.Add(Kind::Link, text); });
   connect(&sources.window, &MainWindow::BlockedCodeShown, this, &LogKeeper::NoteBlockedCode);
@@ -33,9 +33,7 @@ void LogKeeper::FollowViews(OpenViews& views) {
   });
   connect(&views, &OpenViews::MapRefreshRequested, this,
           [this] { log_.Add(Kind::Command, tr("Refresh Map")); });
-  connect(&views, &OpenViews::LabelsReported, this, [this] { labels_.Forget(); });
   connect(&views, &OpenViews::Edited, this, [this](const switcher::TablePart& table) {
-    labels_.Forget();
     log_.Add(Kind::Table, tr("Edited: %1").arg(TableWords(table)));
   });
   connect(&views, &OpenViews::Sent, this, [this](const switcher::TablePart& table, int messages) {

@@ -64,7 +64,6 @@ class LogKeeper : public QObject {
   void NoteBlockedCode(std::optional<std::uint8_t> code);
 
   EventLog log_;
-  ChannelLabels& labels_;
   CrosspointWords crosspoints_;
   ReportedRows rows_;
   RepeatedLines refusals_;

@@ -15,9 +15,9 @@
 
 #include "db/station_fields.h"
 #include "files/whole_file.h"
+#include "stations/texts.h"
 #include "views/export/sheet_pdf.h"
 #include "views/rules/export_sheets.h"
-#include "views/rules/station_texts.h"
 
 namespace app {
 namespace {
@@ -50,19 +50,19 @@ model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
   const int channels = grid->ChannelCount();
   std::vector<std::optional<std::string>> texts;
   if (model::Status read =
-          rules::ReadAvailableStationTexts(stations, db::kLabelField, channels, &texts);
+          stations::ReadAvailableTexts(stations, db::kLabelField, channels, &texts);
       !read.ok()) {
     return read;
   }
   grid->UpdateOutputLabels(texts);
   if (model::Status read =
-          rules::ReadAvailableStationTexts(stations, db::kInLabelField, channels, &texts);
+          stations::ReadAvailableTexts(stations, db::kInLabelField, channels, &texts);
       !read.ok()) {
     return read;
   }
   grid->UpdateInputLabels(texts);
   if (model::Status read =
-          rules::ReadAvailableStationTexts(stations, db::kInhibitsField, channels, &texts);
+          stations::ReadAvailableTexts(stations, db::kInhibitsField, channels, &texts);
       !read.ok()) {
     return read;
   }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "stations/record.h"
 #include "tests/support/small_database.h"
 
 namespace app {
@@ -15,7 +16,8 @@ class ChannelLabelsTest : public testing::Test {
 
   model::SystemModel model_;
   test::SmallDatabase database_;
-  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }};
+  stations::Changes changes_;
+  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
 };
 
 TEST_F(ChannelLabelsTest, AreThoseOfTheRecordsInTheirOrder) {
@@ -37,12 +39,17 @@ TEST_F(ChannelLabelsTest, WithoutALabelThereIsTheNumber) {
   EXPECT_EQ(labels_.Input(0), QStringLiteral("In 0"));
 }
 
-TEST_F(ChannelLabelsTest, AreReadAnewWhenTheyWereForgotten) {
-  database_.AddStation(1, {{"Label", "old"}});
+TEST_F(ChannelLabelsTest, AreReadAnewWhenOneHasChanged) {
+  database_.AddStation(1, {{"Label", "old"}, {"InLabel", "in"}});
   EXPECT_EQ(labels_.Output(1), QStringLiteral("old"));
-  database_.Set(1, "Label", "new");
-  labels_.Forget();
+  database_.GoTo(1);
+  for (const auto& [field, label] : {std::pair("Label", "new"), {"InLabel", "line"}}) {
+    stations::Record record(*database_.Files().Stations());
+    record.Set(field, label);
+    ASSERT_TRUE(record.Commit({changes_, stations::Origin::Switcher}).ok());
+  }
   EXPECT_EQ(labels_.Output(1), QStringLiteral("new"));
+  EXPECT_EQ(labels_.Input(1), QStringLiteral("line"));
 }
 
 TEST_F(ChannelLabelsTest, LeaveTheSharedRecordSetAlone) {
@@ -58,7 +65,8 @@ TEST_F(ChannelLabelsTest, LeaveTheSharedRecordSetAlone) {
 
 TEST_F(ChannelLabelsTest, OfADatabaseThatOpensLaterAreRead) {
   jet::Database* database = nullptr;
-  ChannelLabels labels(model_, [&] { return database; });
+  ChannelLabels labels(
+      model_, [&] { return database; }, changes_);
   EXPECT_EQ(labels.Output(1), QStringLiteral("Out 1"));
   database_.AddStation(1, {{"Label", "one"}});
   database = database_.Files().Database();

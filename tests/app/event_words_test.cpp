@@ -73,7 +73,9 @@ TEST(EventWords, LinesThatStandForSeveralHaveTheirCount) {
 // Panels ask for actions that no tool has.
 TEST(EventWords, AnActionWithoutANameHasItsByte) {
   const model::SystemModel model;
-  ChannelLabels labels(model, [] { return nullptr; });
+  stations::Changes changes;
+  ChannelLabels labels(
+      model, [] { return nullptr; }, changes);
   const CrosspointWords words(labels);
   EXPECT_EQ(words.Command(3, 12, 0x05), QStringLiteral("Action 0x05: Out 3 < In 12"));
   EXPECT_EQ(words.Command(3, 12, 0x03), QStringLiteral("Take: Out 3 < In 12"));

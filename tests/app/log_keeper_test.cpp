@@ -78,15 +78,17 @@ class LogKeeperTest : public testing::Test {
   switcher::TableSenders senders_{model_, database_.Files(), port_, reporter_};
   MessageBoxes boxes_;
   MainWindow window_{commands_};
+  stations::Changes changes_;
   OpenViews views_{window_.Area(),
                    {.model = model_,
                     .stations = [this] { return database_.Files().Stations(); },
+                    .changes = changes_,
                     .commands = live_,
                     .tables = tables_,
                     .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
+  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_, changes_};
   switcher::Link link_{model_, port_, decoder_, window_};
   Transfers transfers_{window_,
                        views_,
@@ -98,8 +100,8 @@ class LogKeeperTest : public testing::Test {
                                   .poll = tables_,
                                   .reporter = reporter_},
                         .closeViews = {}}};
-  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }};
-  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }};
+  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
+  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }, changes_};
   PanelReports panels_{window_.Status(), labels_, inhibits_};
   LogKeeper keeper_{{.model = model_,
                      .labels = labels_,

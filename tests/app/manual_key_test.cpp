@@ -47,9 +47,11 @@ class ManualKeyTest : public testing::Test {
   switcher::LiveCommands liveCommands_{model_, port_, boxes_};
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
+  stations::Changes changes_;
   OpenViews views_{window_.Area(),
                    {.model = model_,
                     .stations = [] { return nullptr; },
+                    .changes = changes_,
                     .commands = liveCommands_,
                     .tables = tables_,
                     .poll = tables_,

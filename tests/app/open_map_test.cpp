@@ -61,15 +61,17 @@ class OpenMapTest : public testing::Test {
   config::WindowSettings settings_{QString()};
   switcher::LiveCommands commands_{model_, port_, reporter_};
   QMdiArea area_;
+  stations::Changes changes_;
   OpenViews views_{area_,
                    {.model = model_,
                     .stations = [this] { return database_.Files().Stations(); },
+                    .changes = changes_,
                     .commands = commands_,
                     .tables = tables_,
                     .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
+  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_, changes_};
 };
 
 constexpr char kOutputLabels[] =

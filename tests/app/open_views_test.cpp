@@ -73,9 +73,11 @@ class OpenViewsTest : public testing::Test {
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
   QMdiArea area_;
+  stations::Changes changes_;
   OpenViews views_{area_,
                    {.model = model_,
                     .stations = [] { return nullptr; },
+                    .changes = changes_,
                     .commands = commands_,
                     .tables = tables_,
                     .poll = tables_,

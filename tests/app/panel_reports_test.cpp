@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "app/shell/main_window.h"
+#include "stations/inhibits.h"
 #include "tests/support/small_database.h"
 
 namespace app {
@@ -29,8 +30,9 @@ class PanelReportsTest : public testing::Test {
   MainWindow window_{commands_};
   model::SystemModel model_;
   test::SmallDatabase database_;
-  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }};
-  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }};
+  stations::Changes changes_;
+  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
+  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }, changes_};
   PanelReports reports_{window_.Status(), labels_, inhibits_};
   std::vector<std::string> lines_;
 };
@@ -94,14 +96,18 @@ TEST_F(PanelReportsTest, ATakeOnAnInhibitedCrosspointIsNamedAsSuch) {
   EXPECT_EQ(take(1, 2), "Panel 1, 192.0.2.7: take CAM 4 < in (Priority listen), inhibited here");
   EXPECT_EQ(take(1, 1), "Panel 1, 192.0.2.7: take CAM 4 < in 1 (Priority listen)");
   EXPECT_EQ(take(2, 2), "Panel 1, 192.0.2.7: take CAM 5 < in (Priority listen)");
-  database_.Set(3, "Inhibits", "00000000");
-  inhibits_.Forget();
+  database_.GoTo(3);
+  ASSERT_TRUE(stations::StoreInhibits(*database_.Files().Stations(), "00000000",
+                                      {changes_, stations::Origin::Operator})
+                  .ok());
   EXPECT_EQ(take(1, 2), "Panel 1, 192.0.2.7: take CAM 4 < in (Priority listen)");
 }
 
 TEST_F(PanelReportsTest, WithoutADatabaseATakeHasItsNumbers) {
-  ChannelLabels labels(model_, [] { return nullptr; });
-  InhibitedCells inhibits(model_, [] { return nullptr; });
+  ChannelLabels labels(
+      model_, [] { return nullptr; }, changes_);
+  InhibitedCells inhibits(
+      model_, [] { return nullptr; }, changes_);
   PanelReports reports(window_.Status(), labels, inhibits);
   QString line;
   QObject::connect(&reports, &PanelReports::Happened, [&](const QString& text) { line = text; });

@@ -64,15 +64,17 @@ class TransfersTest : public testing::Test {
   switcher::TableSenders senders_{model_, database_.Files(), port_, reporter_};
   QMainWindow window_;
   QMdiArea* area_ = new QMdiArea;
+  stations::Changes changes_;
   OpenViews views_{*area_,
                    {.model = model_,
                     .stations = [this] { return database_.Files().Stations(); },
+                    .changes = changes_,
                     .commands = commands_,
                     .tables = tables_,
                     .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
+  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_, changes_};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   Transfers transfers_{window_,

@@ -63,9 +63,11 @@ class ViewsInPlaceTest : public testing::Test {
   config::WindowSettings settings_{QString()};
   switcher::LiveCommands commands_{model_, port_, reporter_};
   QMdiArea area_;
+  stations::Changes changes_;
   OpenViews views_{area_,
                    {.model = model_,
                     .stations = [this] { return database_.Files().Stations(); },
+                    .changes = changes_,
                     .commands = commands_,
                     .tables = tables_,
                     .poll = tables_,

@@ -10,12 +10,12 @@
 #include <string_view>
 #include <vector>
 
+#include "stations/label_texts.h"
 #include "views/rules/label_paste.h"
-#include "views/rules/label_rules.h"
 
 namespace {
 
-using rules::LabelColumn;
+using stations::LabelColumn;
 
 constexpr std::size_t kRows = 40;
 
@@ -23,10 +23,10 @@ void Require(bool holds) {
   if (!holds) std::abort();
 }
 
-std::vector<rules::LabelRecord> Rows() {
-  std::vector<rules::LabelRecord> rows(kRows);
+std::vector<stations::LabelRecord> Rows() {
+  std::vector<stations::LabelRecord> rows(kRows);
   for (std::size_t r = 0; r < rows.size(); ++r) {
-    for (rules::LabelRecord::Field& field : rows[r].fields) {
+    for (stations::LabelRecord::Field& field : rows[r].fields) {
       field.value = "old";
       field.isReadable = true;
     }
@@ -38,17 +38,17 @@ std::vector<rules::LabelRecord> Rows() {
 
 void CheckPlan(const rules::PastePlan& plan) {
   Require(plan.refusal.ok() || plan.changes.empty());
-  for (const rules::RecordChange& change : plan.changes) {
+  for (const stations::LabelEdit& change : plan.changes) {
     Require(!change.changes.empty());
-    for (const rules::LabelChange& each : change.changes) {
+    for (const stations::LabelChange& each : change.changes) {
       Require(each.column != LabelColumn::Station);
       if (each.column == LabelColumn::Hidden) {
         Require(each.value == jet::Value(0) || each.value == jet::Value(1));
       } else {
-        const int length = rules::LengthOf(each.value.Text());
-        Require(length >= 0 && length <= rules::Spec(each.column).maxLength);
+        const int length = stations::LengthOf(each.value.Text());
+        Require(length >= 0 && length <= stations::Spec(each.column).maxLength);
         const bool hasEnd = each.value.Text().find("\xC3\xBF") != std::string::npos;
-        Require(!hasEnd || !rules::IsLabel(each.column));
+        Require(!hasEnd || !stations::IsLabel(each.column));
       }
     }
   }
@@ -62,8 +62,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require(block.empty() == text.empty());
   Require(std::none_of(block.begin(), block.end(), [](const auto& row) { return row.empty(); }));
   Require(rules::ParseBlock(rules::WriteBlock(block)) == block);
-  const std::vector<rules::LabelRecord> rows = Rows();
-  for (int column = 0; column < rules::kLabelColumnCount; ++column) {
+  const std::vector<stations::LabelRecord> rows = Rows();
+  for (int column = 0; column < stations::kLabelColumnCount; ++column) {
     CheckPlan(rules::PlanPaste(block, rows, 0, static_cast<LabelColumn>(column)));
   }
   return 0;

@@ -171,7 +171,8 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
 
   model::SystemModel model_;
   std::unique_ptr<jet::Database> database_;
-  Decoder decoder_{model_, [this] { return OpenDatabase(); }, *this, *this};
+  stations::Changes changes_;
+  Decoder decoder_{model_, [this] { return OpenDatabase(); }, *this, *this, changes_};
   Message message_;
 };
 

@@ -314,7 +314,8 @@ TEST_F(PanelGatewayTest, ARowFromTheSwitcherReachesThePanelsAndATakeTheSwitcher)
   };
   ToPanels events(gateway_);
   NoDisplay display;
-  switcher::Decoder decoder(model_, database_.Files(), reporter_, events);
+  stations::Changes changes;
+  switcher::Decoder decoder(model_, database_.Files(), reporter_, events, changes);
   switcher::Link link(model_, port_, decoder, display);
 
   const auto panel = ConnectPanel();

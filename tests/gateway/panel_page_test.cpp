@@ -92,8 +92,9 @@ class PanelPageTest : public GatewayTest {
 
 TEST_F(PanelPageTest, TheConversationsGoAsThePageSays) {
   ToPanels events(gateway_);
+  stations::Changes changes;
   switcher::Decoder decoder(
-      model_, [this] { return database_.Files().Database(); }, reporter_, events);
+      model_, [this] { return database_.Files().Database(); }, reporter_, events, changes);
   std::string cause = "connecting";
   for (const Turn& turn : Conversation()) {
     if (turn.who == "console" || turn.who == "line") {

@@ -2,17 +2,23 @@
 
 #include "stations/record.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "stations/batch.h"
+#include "tests/support/recording_changes.h"
 #include "tests/support/small_database.h"
 
 namespace stations {
 namespace {
 
+using testing::ElementsAre;
+using testing::IsEmpty;
+
 class RecordTest : public testing::Test {
- protected:
+ public:
   RecordTest() {
     database_.AddStation(1, {{"Label", "MIC"}, {"OptoType", 3}, {"Relays", "1x 1"}});
     EXPECT_TRUE(Stations().MoveFirst().ok());
@@ -24,6 +30,8 @@ class RecordTest : public testing::Test {
   int OptoType() { return Record(Stations()).Number("OptoType"); }
 
   test::SmallDatabase database_;
+  Changes changes_;
+  const Author author_{changes_, Origin::Operator};
 };
 
 TEST_F(RecordTest, ReadsFieldsAsWhatTheyAre) {
@@ -59,7 +67,7 @@ TEST_F(RecordTest, AllChangesAreStored) {
   record.Set("Label", "LINE");
   record.Set("OptoType", 4);
   EXPECT_EQ(Label(), "MIC") << "before the commit";
-  ASSERT_TRUE(record.Commit(&stored).ok());
+  ASSERT_TRUE(record.Commit(author_, &stored).ok());
   EXPECT_TRUE(stored);
   EXPECT_EQ(Label(), "LINE");
   EXPECT_EQ(OptoType(), 4);
@@ -70,7 +78,7 @@ TEST_F(RecordTest, WhatIsThereAlreadyIsNotWritten) {
   Record record(Stations());
   record.Set("Label", "MIC");
   record.Set("OptoType", 3);
-  ASSERT_TRUE(record.Commit(&stored).ok());
+  ASSERT_TRUE(record.Commit(author_, &stored).ok());
   EXPECT_FALSE(stored);
 }
 
@@ -79,7 +87,7 @@ TEST_F(RecordTest, OneThatDoesNotFitKeepsAllFromBeingStored) {
   Record record(Stations());
   record.Set("OptoType", 4);
   record.Set("Label", std::string(300, 'x'));
-  EXPECT_FALSE(record.Commit(&stored).ok());
+  EXPECT_FALSE(record.Commit(author_, &stored).ok());
   EXPECT_FALSE(stored);
   EXPECT_EQ(OptoType(), 3);
   EXPECT_EQ(Label(), "MIC");
@@ -91,7 +99,7 @@ TEST_F(RecordTest, AChangeOfAFieldThatIsNotThereIsAFailure) {
   Record record(Stations());
   record.Set("OptoType", 4);
   record.Set("Nothing", 1);
-  EXPECT_EQ(record.Commit(&stored).Number(), 3265);
+  EXPECT_EQ(record.Commit(author_, &stored).Number(), 3265);
   EXPECT_FALSE(stored);
   EXPECT_EQ(OptoType(), 3);
 }
@@ -100,9 +108,87 @@ TEST_F(RecordTest, NothingIsStoredThatMayBeMadeOfWhatCouldNotBeRead) {
   bool stored = true;
   Record record(Stations());
   record.Set("OptoType", record.Number("Nothing"));
-  EXPECT_EQ(record.Commit(&stored).Number(), 3265);
+  EXPECT_EQ(record.Commit(author_, &stored).Number(), 3265);
   EXPECT_FALSE(stored);
   EXPECT_EQ(OptoType(), 3);
+}
+
+class ChangesTest : public RecordTest {
+ protected:
+  test::RecordingChanges heard_{changes_};
+};
+
+TEST_F(ChangesTest, TellWhatGotAnotherValue) {
+  Record record(Stations());
+  record.Set("Label", "LINE");
+  record.Set("OptoType", 3);
+  record.Set("Notes", "new");
+  ASSERT_TRUE(record.Commit({changes_, Origin::Switcher}).ok());
+  EXPECT_THAT(heard_.seen, ElementsAre("switcher 1: Label MIC > LINE, Notes null > new"));
+}
+
+TEST_F(ChangesTest, ComeWhenTheyAreStored) {
+  struct Reader : ChangeObserver {
+    Reader(Changes& changes, RecordTest& test) : ChangeObserver(changes), test_(test) {}
+    void Changed(const Change& /*change*/) override { label = test_.Label(); }
+    std::string label;
+    RecordTest& test_;
+  } reader(changes_, *this);
+  Record record(Stations());
+  record.Set("Label", "LINE");
+  ASSERT_TRUE(record.Commit(author_).ok());
+  EXPECT_EQ(reader.label, "LINE");
+}
+
+TEST_F(ChangesTest, NothingIsToldOfWhatChangesNothingOrFails) {
+  Record same(Stations());
+  same.Set("Label", "MIC");
+  ASSERT_TRUE(same.Commit(author_).ok());
+  Record tooLong(Stations());
+  tooLong.Set("OptoType", 4);
+  tooLong.Set("Label", std::string(300, 'x'));
+  EXPECT_FALSE(tooLong.Commit(author_).ok());
+  Record unread(Stations());
+  unread.Set("OptoType", unread.Number("Nothing") + 9);
+  EXPECT_FALSE(unread.Commit(author_).ok());
+  EXPECT_THAT(heard_.seen, IsEmpty());
+}
+
+TEST_F(ChangesTest, OfABatchAreToldWhenAllOfItIsStored) {
+  {
+    Batch batch(Stations(), changes_);
+    for (const char* const label : {"one", "two"}) {
+      Record record(Stations());
+      record.Set("Label", label);
+      ASSERT_TRUE(record.Commit(author_).ok());
+    }
+    EXPECT_THAT(heard_.seen, IsEmpty());
+    ASSERT_TRUE(batch.Commit().ok());
+    EXPECT_THAT(heard_.Take(),
+                ElementsAre("operator 1: Label MIC > one", "operator 1: Label one > two"));
+  }
+  {
+    Batch dropped(Stations(), changes_);
+    Record record(Stations());
+    record.Set("Label", "three");
+    ASSERT_TRUE(record.Commit(author_).ok());
+  }
+  EXPECT_THAT(heard_.seen, IsEmpty()) << "it was not committed";
+  EXPECT_EQ(Label(), "two");
+}
+
+TEST_F(ChangesTest, AreToldToEveryObserverThatIsThere) {
+  Record first(Stations());
+  first.Set("OptoType", 4);
+  {
+    const test::RecordingChanges second(changes_);
+    ASSERT_TRUE(first.Commit(author_).ok());
+    EXPECT_THAT(second.seen, ElementsAre("operator 1: OptoType 3 > 4"));
+  }
+  Record next(Stations());
+  next.Set("OptoType", 5);
+  ASSERT_TRUE(next.Commit(author_).ok());
+  EXPECT_THAT(heard_.seen, ElementsAre("operator 1: OptoType 3 > 4", "operator 1: OptoType 4 > 5"));
 }
 
 }  // namespace

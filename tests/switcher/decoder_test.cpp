@@ -47,7 +47,8 @@ class DecoderTest : public testing::Test {
   model::SystemModel model_;
   test::RecordingSwitcherEvents events_;
   test::RecordingReporter reporter_;
-  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_};
+  stations::Changes changes_;
+  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_, changes_};
 };
 
 TEST_F(DecoderTest, WireOutputZeroIsRowOne) {

@@ -54,7 +54,8 @@ class LinkTest : public testing::Test {
   test::FakeSerialPort port_;
   test::RecordingSwitcherEvents events_;
   test::RecordingReporter reporter_;
-  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_};
+  stations::Changes changes_;
+  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_, changes_};
   RecordingDisplay display_;
   Link link_{model_, port_, decoder_, display_};
 };

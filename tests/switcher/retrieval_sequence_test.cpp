@@ -45,7 +45,8 @@ class RetrievalTest : public testing::Test, public RetrievalDisplay, public Poll
   test::RecordingSwitcherEvents events_;
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
-  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_};
+  stations::Changes changes_;
+  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_, changes_};
   test::SilentLinkDisplay linkDisplay_;
   Link link_{model_, port_, decoder_, linkDisplay_};
   const RetrievalParts parts_{.model = model_,

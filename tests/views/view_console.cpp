@@ -107,6 +107,7 @@ void ViewConsole::GoToStation(int stationNum) { Check(stations->Seek(stationNum)
 views::Services ViewConsole::Services() {
   return {.model = model,
           .stations = [this] { return databaseIsOpen ? stations.get() : nullptr; },
+          .changes = changes,
           .commands = commands,
           .tables = tables,
           .poll = tables,

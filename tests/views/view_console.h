@@ -14,6 +14,7 @@
 #include "config/window_settings.h"
 #include "db/jet/database.h"
 #include "model/system_model.h"
+#include "stations/change.h"
 #include "switcher/live_commands.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
@@ -59,6 +60,7 @@ class ViewConsole {
   std::unique_ptr<config::WindowSettings> settings;
   std::unique_ptr<jet::Database> database;
   std::unique_ptr<jet::RecordSet> stations;
+  stations::Changes changes;
   std::unique_ptr<QMainWindow> window;
   QMdiArea* area = nullptr;
   QPointer<QMdiSubWindow> subWindow;

@@ -11,7 +11,7 @@
 #include <span>
 #include <utility>
 
-#include "views/rules/operations.h"
+#include "stations/operations.h"
 #include "views/xmap/mark_painter.h"
 #include "views/xmap/xmap_look.h"
 
@@ -135,7 +135,7 @@ std::vector<qreal> ColumnWidths(const QFontMetricsF& metrics, const rules::Sheet
 
 void DrawKey(Document& document, const QRectF& place, int button, const rules::KeyLegend& key) {
   QPainter& painter = document.Painter();
-  const rules::Operation& operation = rules::OperationOf(key.type);
+  const stations::Operation& operation = stations::OperationOf(key.type);
   painter.setPen(QPen(kLine, kHairline, Qt::DashLine));  // to be cut along
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(place);

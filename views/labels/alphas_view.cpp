@@ -19,6 +19,7 @@
 #include "views/labels/label_find.h"
 #include "views/labels/label_messages.h"
 #include "views/labels/labels_grid.h"
+#include "views/rules/label_headings.h"
 #include "views/rules/label_paste.h"
 #include "views/widgets/icon.h"
 #include "views/widgets/tool_band.h"
@@ -26,7 +27,7 @@
 namespace views {
 namespace {
 
-using rules::LabelColumn;
+using stations::LabelColumn;
 using switcher::Table;
 
 constexpr int kFindMargin = 6;
@@ -37,9 +38,9 @@ constexpr Tool kQdvStatus = {"ID_QDVStatus", "QDV Status",
                              "Click To Display Current QDV Output Module Status", "qdv-status",
                              true};
 
-bool Changes(const rules::RecordChange& change, LabelColumn column) {
+bool Changes(const stations::LabelEdit& change, LabelColumn column) {
   return std::any_of(change.changes.begin(), change.changes.end(),
-                     [column](const rules::LabelChange& each) { return each.column == column; });
+                     [column](const stations::LabelChange& each) { return each.column == column; });
 }
 
 }  // namespace
@@ -79,7 +80,7 @@ void AlphasView::ConnectGrid() {
   connect(grid_, &LabelsGrid::MenuRequested, this, &AlphasView::ShowMenu);
   connect(
       grid_, &LabelsGrid::TextRefused, this,
-      [this](const QModelIndex& index, const rules::TextCheck& check) {
+      [this](const QModelIndex& index, const stations::TextCheck& check) {
         Refuse(CellRefusalText(model_.StationText(index.row()), LabelsModel::Column(index), check));
       });
   connect(grid_, &LabelsGrid::TextTaken, this,
@@ -90,8 +91,8 @@ void AlphasView::ConnectGrid() {
           });
   connect(grid_, &LabelsGrid::Full, this, [this](LabelColumn column) {
     Q_EMIT NoteRequested(tr("%1 takes %2 characters")
-                             .arg(QString::fromLatin1(rules::Spec(column).caption))
-                             .arg(rules::Spec(column).maxLength));
+                             .arg(QString::fromLatin1(rules::Heading(column).caption))
+                             .arg(stations::Spec(column).maxLength));
   });
   connect(find_, &LabelFind::FirstMatch, grid_,
           [this](const QModelIndex& index) { grid_->scrollTo(index); });
@@ -112,9 +113,9 @@ void AlphasView::FocusMoved(const QWidget* to) {
 }
 
 void AlphasView::UpdateLabels() {
-  std::vector<rules::LabelRecord> records;
+  std::vector<stations::LabelRecord> records;
   const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-    return rules::ReadLabelRecords(stations, &records);
+    return stations::ReadLabelRecords(stations, &records);
   });
   if (status.ok() || !records.empty()) {
     const bool sameRows = model_.HasSameStations(records);
@@ -130,9 +131,9 @@ void AlphasView::UpdateLabels() {
     model_.SetRecords(std::move(records));
     if (!sameRows && station) {
       const auto& rows = model_.Records();
-      const auto row = std::find_if(rows.begin(), rows.end(), [&](const rules::LabelRecord& each) {
-        return each.Station() == *station;
-      });
+      const auto row = std::find_if(
+          rows.begin(), rows.end(),
+          [&](const stations::LabelRecord& each) { return each.Station() == *station; });
       if (row != rows.end()) {
         grid_->setCurrentIndex(model_.index(static_cast<int>(row - rows.begin()), column));
       }
@@ -151,10 +152,10 @@ void AlphasView::UpdateLabels() {
 bool AlphasView::StoreRow() {
   if (!grid_->CommitEditor()) return false;
   if (!model_.HasEdit()) return true;
-  const rules::RecordChange change = model_.Edit();
-  rules::LabelRecord stored;
+  const stations::LabelEdit change = model_.Edit();
+  stations::LabelRecord stored;
   const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-    return rules::StoreLabelRecord(stations, change, &stored);
+    return stations::StoreLabelRecord(stations, change, services_.Operator(), &stored);
   });
   if (!status.ok()) {
     ShowFailure(services_, "Error Storing Station Labels", status);
@@ -166,10 +167,10 @@ bool AlphasView::StoreRow() {
 }
 
 // The hidden flag is a mark in both label tables.
-void AlphasView::Announce(const std::vector<rules::RecordChange>& changes) {
+void AlphasView::Announce(const std::vector<stations::LabelEdit>& changes) {
   if (changes.empty()) return;
   find_->Refresh();
-  for (const rules::RecordChange& change : changes) {
+  for (const stations::LabelEdit& change : changes) {
     const int station = change.station.Int();
     const bool hidden = Changes(change, LabelColumn::Hidden);
     if (hidden || Changes(change, LabelColumn::StationLabel)) {
@@ -217,9 +218,9 @@ void AlphasView::Paste() {
     Refuse(PasteRefusalText(model_.StationText(row), plan.refusal));
     return;
   }
-  std::vector<rules::LabelRecord> stored;
+  std::vector<stations::LabelRecord> stored;
   const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-    return rules::StoreLabelRecords(stations, plan.changes, &stored);
+    return stations::StoreLabelRecords(stations, plan.changes, services_.Operator(), &stored);
   });
   if (!status.ok()) {
     ShowFailure(services_, "Error Storing Station Labels", status);
@@ -230,11 +231,11 @@ void AlphasView::Paste() {
   for (const std::vector<std::string>& row : block) columns = std::max(columns, row.size());
   grid_->SelectBlock(
       QRect(at.left(), at.top(), static_cast<int>(columns), static_cast<int>(block.size())));
-  for (const rules::RecordChange& change : plan.changes) {
-    for (const rules::LabelChange& each : change.changes) {
+  for (const stations::LabelEdit& change : plan.changes) {
+    for (const stations::LabelChange& each : change.changes) {
       const QString note =
           LabelNote(QString::number(change.station.Int()), each.column,
-                    QString::fromStdString(rules::CellText(each.column, each.value)));
+                    QString::fromStdString(stations::CellText(each.column, each.value)));
       if (!note.isEmpty()) Q_EMIT NoteRequested(note);
     }
   }

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "model/status.h"
+#include "stations/labels.h"
 #include "views/labels/labels_model.h"
 #include "views/main_view.h"
-#include "views/rules/label_records.h"
 #include "views/services.h"
 
 namespace views {
@@ -64,7 +64,7 @@ class AlphasView : public MainView {
   void Paste();
   void DownloadLabels();
   // Tells the others what was stored.
-  void Announce(const std::vector<rules::RecordChange>& changes);
+  void Announce(const std::vector<stations::LabelEdit>& changes);
   void Refuse(const QString& text);
 
   const Services services_;

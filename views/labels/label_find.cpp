@@ -18,7 +18,7 @@ int LabelFind::Light() {
     for (int column = 0; column < model_.columnCount(); ++column) {
       const QModelIndex cell = model_.index(row, column);
       const QString text = cell.data().toString();
-      const bool isNumber = LabelsModel::Column(cell) == rules::LabelColumn::Station;
+      const bool isNumber = LabelsModel::Column(cell) == stations::LabelColumn::Station;
       if (isNumber ? text == wanted : text.contains(wanted, Qt::CaseInsensitive)) {
         matches_.push_back(cell);
       }

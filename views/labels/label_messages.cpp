@@ -4,19 +4,21 @@
 
 #include <QCoreApplication>
 
+#include "views/rules/label_headings.h"
+
 namespace views {
 namespace {
 
-using rules::LabelColumn;
 using rules::PasteRefusal;
-using rules::TextProblem;
+using stations::LabelColumn;
+using stations::TextProblem;
 
 // Begins the label of a hidden station on the wire.
 constexpr QChar kHiddenMark = u'{';
 
 QString Tr(const char* text) { return QCoreApplication::translate("LabelMessages", text); }
 
-QString Caption(LabelColumn column) { return QString::fromLatin1(rules::Spec(column).caption); }
+QString Caption(LabelColumn column) { return QString::fromLatin1(rules::Heading(column).caption); }
 
 QString InCell(const QString& station, LabelColumn column, const QString& reason) {
   return Tr("Station %1, %2: %3").arg(station, Caption(column), reason);
@@ -24,11 +26,11 @@ QString InCell(const QString& station, LabelColumn column, const QString& reason
 
 }  // namespace
 
-QString ProblemText(LabelColumn column, const rules::TextCheck& check) {
+QString ProblemText(LabelColumn column, const stations::TextCheck& check) {
   const QString character = QString::fromStdString(check.character);
   switch (check.problem) {
     case TextProblem::TooLong:
-      return Tr("The text is longer than %1 characters.").arg(rules::Spec(column).maxLength);
+      return Tr("The text is longer than %1 characters.").arg(stations::Spec(column).maxLength);
     case TextProblem::NotInCodePage:
       return Tr("“%1” is not in code page 1252, which the database is written in.").arg(character);
     case TextProblem::EndOfMessage:
@@ -42,7 +44,8 @@ QString ProblemText(LabelColumn column, const rules::TextCheck& check) {
   return {};
 }
 
-QString CellRefusalText(const QString& station, LabelColumn column, const rules::TextCheck& check) {
+QString CellRefusalText(const QString& station, LabelColumn column,
+                        const stations::TextCheck& check) {
   return InCell(station, column, ProblemText(column, check));
 }
 
@@ -80,7 +83,7 @@ QString PasteRefusalText(const QString& station, const PasteRefusal& refusal) {
 
 QString LabelNote(const QString& station, LabelColumn column, const QString& text) {
   if (!IsLabel(column)) return {};
-  const std::string wide = rules::FirstWideCharacter(text.toStdString());
+  const std::string wide = stations::FirstWideCharacter(text.toStdString());
   if (!wide.empty()) {
     return Tr("Station %1: “%2” does not travel well on a line of 7-bit data")
         .arg(station, QString::fromStdString(wide));

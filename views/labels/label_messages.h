@@ -7,24 +7,24 @@
 
 #include <QString>
 
+#include "stations/label_texts.h"
 #include "views/rules/label_paste.h"
-#include "views/rules/label_rules.h"
 
 namespace views {
 
 // Why a column does not take a text.
-QString ProblemText(rules::LabelColumn column, const rules::TextCheck& check);
+QString ProblemText(stations::LabelColumn column, const stations::TextCheck& check);
 
 // Why a cell does not: "Station 5, Station Label: ...".
-QString CellRefusalText(const QString& station, rules::LabelColumn column,
-                        const rules::TextCheck& check);
+QString CellRefusalText(const QString& station, stations::LabelColumn column,
+                        const stations::TextCheck& check);
 
 // Why a block is not pasted; `station` is that of the refusal's row.
 QString PasteRefusalText(const QString& station, const rules::PasteRefusal& refusal);
 
 // That a label holds a character which a line of 7-bit data spoils, or begins with the mark of
 // hidden stations; empty when there is nothing to say.
-QString LabelNote(const QString& station, rules::LabelColumn column, const QString& text);
+QString LabelNote(const QString& station, stations::LabelColumn column, const QString& text);
 
 }  // namespace views
 

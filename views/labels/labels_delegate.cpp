@@ -10,6 +10,7 @@
 
 #include "views/labels/label_editors.h"
 #include "views/labels/labels_model.h"
+#include "views/rules/label_headings.h"
 #include "views/widgets/find_field.h"
 
 namespace views {
@@ -20,7 +21,7 @@ constexpr int kFrameWidth = 2;  // of the match that the search has gone to
 
 }  // namespace
 
-using rules::LabelColumn;
+using stations::LabelColumn;
 
 int StepOfEnter(const QKeyEvent& event) {
   return event.modifiers().testFlag(Qt::ShiftModifier) ? -1 : 1;
@@ -32,12 +33,12 @@ void LabelsDelegate::Forget(const QWidget* editor) {
   if (editor_ == editor) editor_ = nullptr;
 }
 
-rules::TextCheck LabelsDelegate::CheckEditor() const {
+stations::TextCheck LabelsDelegate::CheckEditor() const {
   const auto* const field = qobject_cast<const QLineEdit*>(editor_.data());
   if (field == nullptr || !field->isModified()) return {};
   const QString text = field->text();
   if (text == index_.data(Qt::EditRole).toString()) return {};
-  return rules::CheckText(LabelsModel::Column(index_), text.toStdString());
+  return stations::CheckText(LabelsModel::Column(index_), text.toStdString());
 }
 
 void LabelsDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
@@ -91,7 +92,7 @@ QWidget* LabelsDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
     editor_ = choice;
   } else {
     auto* const field = new LabelTextEditor(index.data(Qt::EditRole).toString(),
-                                            rules::Spec(column).maxLength, parent);
+                                            stations::Spec(column).maxLength, parent);
     QFont font = index.data(Qt::FontRole).value<QFont>();
     font.setItalic(false);
     field->setFont(font);
@@ -99,7 +100,7 @@ QWidget* LabelsDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
     editor_ = field;
   }
   editor_->setObjectName(QStringLiteral("edtLabel"));
-  editor_->setAccessibleName(QString::fromLatin1(rules::Spec(column).caption));
+  editor_->setAccessibleName(QString::fromLatin1(rules::Heading(column).caption));
   return editor_;
 }
 

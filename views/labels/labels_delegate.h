@@ -7,7 +7,7 @@
 #include <QPointer>
 #include <QStyledItemDelegate>
 
-#include "views/rules/label_rules.h"
+#include "stations/label_texts.h"
 
 class QKeyEvent;
 
@@ -30,7 +30,7 @@ class LabelsDelegate : public QStyledItemDelegate {
   QWidget* Editor() const { return editor_; }
   QModelIndex EditedIndex() const { return index_; }
   // What keeps the open editor from closing.
-  rules::TextCheck CheckEditor() const;
+  stations::TextCheck CheckEditor() const;
 
   // The view has closed the editor.
   void Forget(const QWidget* editor);
@@ -52,7 +52,7 @@ class LabelsDelegate : public QStyledItemDelegate {
   // The choice of a drop-down was made.
   void ChoiceMade();
   // The editor of a column refuses more characters.
-  void Full(rules::LabelColumn column) const;
+  void Full(stations::LabelColumn column) const;
   // A text went from an editor into the row.
   void TextTaken(const QModelIndex& index, const QString& text) const;
 

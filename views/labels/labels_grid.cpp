@@ -15,12 +15,13 @@
 #include "views/labels/labels_delegate.h"
 #include "views/labels/labels_model.h"
 #include "views/labels/labels_row_header.h"
+#include "views/rules/label_headings.h"
 #include "views/widgets/scaled_font.h"
 #include "views/window_place/twips.h"
 
 namespace views {
 
-using rules::LabelColumn;
+using stations::LabelColumn;
 
 namespace {
 
@@ -106,7 +107,7 @@ void LabelsGrid::FitFont() {
 
 int LabelsGrid::WidthFor(LabelColumn column) const {
   const double scale = std::max(1.0, ScaleOf(font()));
-  return static_cast<int>(std::lround(ToPixels(rules::Spec(column).twips) * scale));
+  return static_cast<int>(std::lround(ToPixels(rules::Heading(column).twips) * scale));
 }
 
 void LabelsGrid::WidenNotes() {
@@ -133,7 +134,7 @@ void LabelsGrid::ShowSortOrder() {
 bool LabelsGrid::CommitEditor() {
   QWidget* const editor = delegate_->Editor();
   if (editor == nullptr) return true;
-  const rules::TextCheck check = delegate_->CheckEditor();
+  const stations::TextCheck check = delegate_->CheckEditor();
   if (!check.ok()) {
     Q_EMIT TextRefused(delegate_->EditedIndex(), check);
     return false;

@@ -9,7 +9,7 @@
 
 #include <functional>
 
-#include "views/rules/label_rules.h"
+#include "stations/label_texts.h"
 
 namespace views {
 
@@ -42,11 +42,11 @@ class LabelsGrid : public QTableView {
   // The caption of a column (from 0) was clicked; the order is still what it was.
   void HeaderClicked(int column);
   // The text in the editor of this cell cannot be held there, and why; the editor stays open.
-  void TextRefused(const QModelIndex& index, const rules::TextCheck& check);
+  void TextRefused(const QModelIndex& index, const stations::TextCheck& check);
   // A text went from the editor into the row being edited; it is not stored yet.
   void TextTaken(const QModelIndex& index, const QString& text);
   // The editor of a column refused a character: it holds as many as the column takes.
-  void Full(rules::LabelColumn column);
+  void Full(stations::LabelColumn column);
   // Escape outside an editor: the row being edited is to get its stored values back.
   void DropRequested();
   // The keys of the clipboard: for Block().
@@ -78,7 +78,7 @@ class LabelsGrid : public QTableView {
   // Rows, columns and captions for the font: the columns have their required widths at the usual
   // one, and are wider for a larger one.
   void FitFont();
-  int WidthFor(rules::LabelColumn column) const;
+  int WidthFor(stations::LabelColumn column) const;
   // The notes have the room that the other columns leave.
   void WidenNotes();
 

@@ -9,16 +9,17 @@
 #include <numeric>
 #include <utility>
 
+#include "views/rules/label_headings.h"
 #include "views/widgets/plain_tip.h"
 
 namespace views {
 namespace {
 
-using rules::LabelColumn;
-using rules::LabelRecord;
+using stations::LabelColumn;
+using stations::LabelRecord;
 
 constexpr int kTipStations = 8;  // that a tip names
-constexpr int kColumns = rules::kLabelColumnCount;
+constexpr int kColumns = stations::kLabelColumnCount;
 
 const std::string& KeyOf(const LabelRecord& record) {
   return record.At(LabelColumn::Station).orderKey;
@@ -73,7 +74,7 @@ Qt::ItemFlags LabelsModel::flags(const QModelIndex& index) const {
 const jet::Value& LabelsModel::ShownValue(int row, LabelColumn column) const {
   const LabelRecord& record = rows_[static_cast<std::size_t>(row)];
   if (edit_ && KeyOf(record) == editedKey_) {
-    for (const rules::LabelChange& change : edit_->changes) {
+    for (const stations::LabelChange& change : edit_->changes) {
       if (change.column == column) return change.value;
     }
   }
@@ -81,7 +82,7 @@ const jet::Value& LabelsModel::ShownValue(int row, LabelColumn column) const {
 }
 
 std::string LabelsModel::Text(int row, LabelColumn column) const {
-  return rules::CellText(column, ShownValue(row, column));
+  return stations::CellText(column, ShownValue(row, column));
 }
 
 QString LabelsModel::StationText(int row) const {
@@ -98,7 +99,7 @@ QVariant LabelsModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::EditRole:
       if (column == LabelColumn::Hidden) {
-        const std::optional<int> flag = rules::ParseHidden(Text(index.row(), column));
+        const std::optional<int> flag = stations::ParseHidden(Text(index.row(), column));
         return flag ? QVariant(*flag) : QVariant();
       }
       [[fallthrough]];
@@ -120,7 +121,7 @@ QVariant LabelsModel::data(const QModelIndex& index, int role) const {
     }
     case Qt::AccessibleTextRole:
       return tr("Station %1, %2: %3")
-          .arg(StationText(index.row()), QString::fromLatin1(rules::Spec(column).caption),
+          .arg(StationText(index.row()), QString::fromLatin1(rules::Heading(column).caption),
                data(index).toString());
     case Qt::AccessibleDescriptionRole:
       return DuplicateTip(index.row(), column);
@@ -140,7 +141,7 @@ QVariant LabelsModel::headerData(int section, Qt::Orientation orientation, int r
   if (orientation == Qt::Horizontal) {
     if (section >= kColumns) return {};
     if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) {
-      return QString::fromLatin1(rules::kLabelColumns[static_cast<std::size_t>(section)].caption);
+      return QString::fromLatin1(rules::kLabelHeadings[static_cast<std::size_t>(section)].caption);
     }
     if (role == Qt::TextAlignmentRole) {
       return static_cast<int>(Qt::AlignVCenter | (section == 0 ? Qt::AlignRight : Qt::AlignLeft));
@@ -183,22 +184,22 @@ bool LabelsModel::setData(const QModelIndex& index, const QVariant& value, int r
     return true;
   }
   const std::string text = value.toString().toStdString();
-  if (!rules::CheckText(column, text).ok()) return false;
+  if (!stations::CheckText(column, text).ok()) return false;
   Put(column, text, index.row());
   return true;
 }
 
 void LabelsModel::Put(LabelColumn column, const jet::Value& value, int row) {
-  const std::string text = rules::CellText(column, value);
+  const std::string text = stations::CellText(column, value);
   if (text == Text(row, column)) return;
   const LabelRecord& record = rows_[static_cast<std::size_t>(row)];
   if (!edit_) {
-    edit_ = rules::RecordChange{record.Station(), {}};
+    edit_ = stations::LabelEdit{record.Station(), {}};
     editedKey_ = KeyOf(record);
   }
   std::erase_if(edit_->changes,
-                [column](const rules::LabelChange& change) { return change.column == column; });
-  if (text != rules::CellText(column, record.At(column).value)) {
+                [column](const stations::LabelChange& change) { return change.column == column; });
+  if (text != stations::CellText(column, record.At(column).value)) {
     edit_->changes.push_back({column, value});
   }
   if (edit_->changes.empty()) edit_.reset();

@@ -13,8 +13,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "views/rules/label_records.h"
-#include "views/rules/label_rules.h"
+#include "stations/label_texts.h"
+#include "stations/labels.h"
 
 namespace views {
 
@@ -52,34 +52,34 @@ class LabelsModel : public QAbstractTableModel {
 
   // Replaces what is stored.  The rows are put in order again, unless one is being edited: then
   // they stay where they are.  The edit is kept as long as its station is there.
-  void SetRecords(std::vector<rules::LabelRecord> records);
+  void SetRecords(std::vector<stations::LabelRecord> records);
 
   // Whether these records are of the stations that the model has: SetRecords then keeps what
   // refers to rows, such as an open editor.
-  bool HasSameStations(const std::vector<rules::LabelRecord>& records) const;
+  bool HasSameStations(const std::vector<stations::LabelRecord>& records) const;
 
   // What is stored, row by row.
-  const std::vector<rules::LabelRecord>& Records() const { return rows_; }
+  const std::vector<stations::LabelRecord>& Records() const { return rows_; }
 
   // The row being edited.
   bool HasEdit() const { return edit_.has_value(); }
   int EditedRow() const;  // -1 without one
   // REQUIRES: HasEdit()
-  const rules::RecordChange& Edit() const { return *edit_; }
+  const stations::LabelEdit& Edit() const { return *edit_; }
   void DropEdit();
   // An editor was opened in a row, or, with -1, closed.
   void SetRowOfEditor(int row);
 
   // These records were stored.  No row changes its place; the edit of one of them is over.
-  void RecordsStored(const std::vector<rules::LabelRecord>& records);
+  void RecordsStored(const std::vector<stations::LabelRecord>& records);
 
-  static rules::LabelColumn Column(const QModelIndex& index) {
-    return static_cast<rules::LabelColumn>(index.column());
+  static stations::LabelColumn Column(const QModelIndex& index) {
+    return static_cast<stations::LabelColumn>(index.column());
   }
   // The station of a row in words: its number, or "" without one.
   QString StationText(int row) const;
   // What a cell shows.
-  std::string Text(int row, rules::LabelColumn column) const;
+  std::string Text(int row, stations::LabelColumn column) const;
 
   // The cells that the search found.
   void SetMatches(const std::vector<QModelIndex>& matches);
@@ -91,24 +91,24 @@ class LabelsModel : public QAbstractTableModel {
  private:
   using Stations = std::vector<QString>;
 
-  const jet::Value& ShownValue(int row, rules::LabelColumn column) const;
+  const jet::Value& ShownValue(int row, stations::LabelColumn column) const;
   bool IsHidden(int row) const;
-  QString DuplicateTip(int row, rules::LabelColumn column) const;
+  QString DuplicateTip(int row, stations::LabelColumn column) const;
   // The stations that show this label; null when it is none that counts.
-  const Stations* Namesakes(int row, rules::LabelColumn column) const;
+  const Stations* Namesakes(int row, stations::LabelColumn column) const;
   void FindDuplicates();
-  void Put(rules::LabelColumn column, const jet::Value& value, int row);
+  void Put(stations::LabelColumn column, const jet::Value& value, int row);
   void RowChanged();
-  bool ComesBefore(const rules::LabelRecord& a, const rules::LabelRecord& b) const;
+  bool ComesBefore(const stations::LabelRecord& a, const stations::LabelRecord& b) const;
   void SortRows();
 
-  std::vector<rules::LabelRecord> rows_;  // as they are shown
+  std::vector<stations::LabelRecord> rows_;  // as they are shown
   int sortColumn_ = 0;
   Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
-  std::optional<rules::RecordChange> edit_;
+  std::optional<stations::LabelEdit> edit_;
   std::string editedKey_;  // the order key of the edited station
   QPersistentModelIndex rowOfEditor_;
-  std::array<std::unordered_map<std::string, Stations>, rules::kLabelColumnCount> namesakes_;
+  std::array<std::unordered_map<std::string, Stations>, stations::kLabelColumnCount> namesakes_;
   std::vector<bool> matches_;  // by row and column
   QFont labelFont_;
 };

@@ -14,9 +14,9 @@
 #include <string>
 #include <vector>
 
+#include "stations/operations.h"
 #include "views/levels/level_scale.h"
 #include "views/rules/levels.h"
-#include "views/rules/operations.h"
 #include "views/widgets/icon.h"
 #include "views/widgets/last_report.h"
 
@@ -160,7 +160,7 @@ void InputLevelDialog::UpdateLabels() {
   const int count = std::clamp<int>(services_.model.ChannelCount, 0, model::kLevelCount);
   if (count > 0) {
     const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-      return rules::ReadTargetCaptions(stations, rules::kListen, count, &labels);
+      return stations::ReadTargetCaptions(stations, stations::kListen, count, &labels);
     });
     if (!status.ok()) ShowFailure(services_, "Error Reading Input Labels", status);
   }

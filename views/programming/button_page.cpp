@@ -149,7 +149,7 @@ void ButtonPage::changeEvent(QEvent* event) {
   FitFont();
 }
 
-void ButtonPage::SetOperation(int button, const rules::Operation& operation) {
+void ButtonPage::SetOperation(int button, const stations::Operation& operation) {
   QLabel& type = *KeyOf(button).type;
   const QString text = QString::fromLatin1(operation.label);
   if (type.text() == text) return;

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "views/rules/operations.h"
+#include "stations/operations.h"
 
 class QLabel;
 class QPushButton;
@@ -33,7 +33,7 @@ class ButtonPage : public QWidget {
   void SetCaptions(std::span<const std::string> captions);
 
   // Shows the operation of a button of this page.
-  void SetOperation(int button, const rules::Operation& operation);
+  void SetOperation(int button, const stations::Operation& operation);
 
  Q_SIGNALS:
   void Clicked(int button);

@@ -11,14 +11,15 @@
 
 #include "db/database_files.h"
 #include "db/station_fields.h"
+#include "stations/button_program.h"
+#include "stations/operations.h"
+#include "stations/relays.h"
 #include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/opto_page.h"
 #include "views/programming/station_fields.h"
 #include "views/programming/station_navigator.h"
 #include "views/programming/target_boxes.h"
-#include "views/rules/button_program.h"
-#include "views/rules/operations.h"
 
 namespace views {
 namespace {
@@ -36,13 +37,13 @@ constexpr std::string_view kRelayFailed = "Error Storing Relay Assignment";
 // shown.  It differs from the captions that follow.
 const char* FirstTargetsCaption(int type) {
   switch (type) {
-    case rules::kExternal:
+    case stations::kExternal:
       return "External Channel To Be Called When OPTO Is Activated";
-    case rules::kTalk:
-    case rules::kListen:
-    case rules::kPriorityListen:
-    case rules::kGroup:
-      return rules::OperationOf(type).buttonTargets;
+    case stations::kTalk:
+    case stations::kListen:
+    case stations::kPriorityListen:
+    case stations::kGroup:
+      return stations::OperationOf(type).buttonTargets;
     default:
       return "Station(s) To Be Called When Opto Is Activated";
   }
@@ -108,9 +109,9 @@ ButtonPage& ButtonsView::PageOf(int button) const {
 }
 
 int ButtonsView::StoredType() {
-  rules::ButtonProgram program;
+  stations::ButtonProgram program;
   const bool isRead = Read(
-      [&](jet::RecordSet& stations) { return rules::ReadButton(stations, Button(), &program); });
+      [&](jet::RecordSet& stations) { return stations::ReadButton(stations, Button(), &program); });
   return isRead ? program.type : shownType_;
 }
 
@@ -125,9 +126,9 @@ int ButtonsView::CurrentStation() {
 void ButtonsView::UpdateButtonLabels() {
   const Scope scope(report_);
   const int count = services_.model.ButtonCount;
-  std::vector<std::string> captions(static_cast<std::size_t>(count), rules::kNoTarget);
+  std::vector<std::string> captions(static_cast<std::size_t>(count), stations::kNoTarget);
   Read([&](jet::RecordSet& stations) {
-    return rules::ReadButtonCaptions(stations, count, &captions);
+    return stations::ReadButtonCaptions(stations, count, &captions);
   });
   for (int first = 1; first <= count; first += ButtonPage::kButtons) {
     const int onPage = std::min(ButtonPage::kButtons, count - first + 1);
@@ -140,11 +141,12 @@ void ButtonsView::UpdateButtonLabels() {
 void ButtonsView::UpdateButtonTypes() {
   const Scope scope(report_);
   const int count = services_.model.ButtonCount;
-  std::vector<int> types(static_cast<std::size_t>(count), rules::kNoType);
-  Read([&](jet::RecordSet& stations) { return rules::ReadButtonTypes(stations, count, &types); });
+  std::vector<int> types(static_cast<std::size_t>(count), stations::kNoType);
+  Read(
+      [&](jet::RecordSet& stations) { return stations::ReadButtonTypes(stations, count, &types); });
   for (int button = 1; button <= count; ++button) {
     PageOf(button).SetOperation(button,
-                                rules::OperationOf(types[static_cast<std::size_t>(button - 1)]));
+                                stations::OperationOf(types[static_cast<std::size_t>(button - 1)]));
   }
 }
 
@@ -153,31 +155,32 @@ void ButtonsView::UpdateCheckboxLabels() {
   const int type = StoredType();
   std::vector<std::string> captions;
   Read([&](jet::RecordSet& stations) {
-    return rules::ReadTargetCaptions(stations, type, services_.model.ChkBoxCount, &captions);
+    return stations::ReadTargetCaptions(stations, type, services_.model.ChkBoxCount, &captions);
   });
   targets_->SetCaptions(captions);
 }
 
 void ButtonsView::UpdateCheckboxSelections() {
   const Scope scope(report_);
-  rules::ButtonProgram program;
-  Read([&](jet::RecordSet& stations) { return rules::ReadButton(stations, Button(), &program); });
+  stations::ButtonProgram program;
+  Read(
+      [&](jet::RecordSet& stations) { return stations::ReadButton(stations, Button(), &program); });
   targets_->SetFlags(program.targets);
 }
 
 void ButtonsView::UpdateRelaySelections() {
   const Scope scope(report_);
   std::string relays;
-  Read([&](jet::RecordSet& stations) { return rules::ReadRelays(stations, &relays); });
+  Read([&](jet::RecordSet& stations) { return stations::ReadRelays(stations, &relays); });
   relays_->SetFlags(relays);
 }
 
 void ButtonsView::UpdateOptionButtons() {
   const Scope scope(report_);
-  rules::ButtonProgram program;
+  stations::ButtonProgram program;
   const bool isRead = Read(
-      [&](jet::RecordSet& stations) { return rules::ReadButton(stations, Button(), &program); });
-  shownType_ = isRead ? program.type : rules::kNoType;
+      [&](jet::RecordSet& stations) { return stations::ReadButton(stations, Button(), &program); });
+  shownType_ = isRead ? program.type : stations::kNoType;
   options_->Select(shownType_);
   inactive_->hide();
   // What the click would store is what is stored.
@@ -210,7 +213,7 @@ void ButtonsView::CheckForInactive() {
   if (current == nullptr || !current->HasRecord()) return;
   bool changed = false;
   WithRecord(kButtonFailed, [&](jet::RecordSet& stations) {
-    return rules::StoreInactive(stations, Button(), &changed);
+    return stations::StoreInactive(stations, Button(), services_.Operator(), &changed);
   });
   if (!changed) return;
   Q_EMIT TableEdited(switcher::Table::Buttons, CurrentStation());
@@ -226,7 +229,7 @@ void ButtonsView::UpdateStation() {
   UpdateCheckboxSelections();
   UpdateRelaySelections();
   UpdateOptionButtons();
-  targets_->setTitle(QString::fromLatin1(rules::OperationOf(shownType_).buttonTargets));
+  targets_->setTitle(QString::fromLatin1(stations::OperationOf(shownType_).buttonTargets));
   optos_->FillChannelList();
   optos_->CaptionFrame();
   UpdateOptoCheckboxLabels();
@@ -270,11 +273,11 @@ void ButtonsView::ShowSelectedButton() {
 }
 
 void ButtonsView::ShowType(int type) {
-  std::string caption = rules::kNoTarget;
+  std::string caption = stations::kNoTarget;
   Read([&](jet::RecordSet& stations) {
-    return rules::ReadChosenCaption(stations, Button(), &caption);
+    return stations::ReadChosenCaption(stations, Button(), &caption);
   });
-  const rules::Operation& operation = rules::OperationOf(type);
+  const stations::Operation& operation = stations::OperationOf(type);
   shownType_ = type;
   inactive_->hide();
   ButtonPage& page = PageOf(Button());
@@ -302,17 +305,17 @@ void ButtonsView::ShowTab(int tab) {
 }
 
 void ButtonsView::NoteInactive() {
-  if (shownType_ != rules::kInactive) inactive_->ShowFor(tr("Button %1").arg(Button()));
+  if (shownType_ != stations::kInactive) inactive_->ShowFor(tr("Button %1").arg(Button()));
   Q_EMIT NoteRequested(tr("Button %1 of station %2 has no target and is stored as inactive")
                            .arg(Button())
                            .arg(CurrentStation()));
 }
 
-void ButtonsView::Move(rules::Movement movement) {
+void ButtonsView::Move(stations::Movement movement) {
   const Scope scope(report_, kOperator);
   CheckForInactive();
   WithRecord(kMoveFailed, [&](jet::RecordSet& stations) {
-    return rules::MoveStation(stations, movement, services_.model.StationCount);
+    return stations::MoveStation(stations, movement, services_.model.StationCount);
   });
   LoadStation();
 }
@@ -358,14 +361,15 @@ void ButtonsView::ToggleTarget(int target, bool set) {
   const int count = services_.model.ChkBoxCount;
   bool isInactive = false;
   if (!WithRecord(kButtonFailed, [&](jet::RecordSet& stations) {
-        return rules::StoreTarget(stations, Button(), target, set, count, &isInactive);
+        return stations::StoreTarget(stations, Button(), target, set, count, services_.Operator(),
+                                     &isInactive);
       })) {
     UpdateCheckboxSelections();
     return;
   }
-  std::string caption = rules::kNoTarget;
+  std::string caption = stations::kNoTarget;
   Read([&](jet::RecordSet& stations) {
-    return rules::ReadEditedCaption(stations, Button(), count, &caption);
+    return stations::ReadEditedCaption(stations, Button(), count, &caption);
   });
   PageOf(Button()).SetCaption(Button(), QString::fromStdString(caption));
   Q_EMIT TableEdited(switcher::Table::Buttons, CurrentStation());
@@ -377,7 +381,7 @@ void ButtonsView::ChooseType(int type) {
   const Scope scope(report_, kOperator);
   bool changed = false;
   if (!WithRecord(kButtonFailed, [&](jet::RecordSet& stations) {
-        return rules::StoreType(stations, Button(), type, &changed);
+        return stations::StoreType(stations, Button(), type, services_.Operator(), &changed);
       })) {
     shownType_ = StoredType();
     inactive_->hide();
@@ -392,7 +396,8 @@ void ButtonsView::ToggleRelay(int relay, bool set) {
   if (updating_.IsSet()) return;
   const Scope scope(report_, kOperator);
   if (!WithRecord(kRelayFailed, [&](jet::RecordSet& stations) {
-        return rules::StoreRelay(stations, relay, set, services_.model.RelayCount);
+        return stations::StoreRelay(stations, relay, set, services_.model.RelayCount,
+                                    services_.Operator());
       })) {
     UpdateRelaySelections();
     return;

@@ -7,10 +7,10 @@
 #include <functional>
 #include <string_view>
 
+#include "stations/navigation.h"
 #include "views/main_view.h"
 #include "views/one_report.h"
 #include "views/programming/button_page.h"
-#include "views/rules/station_navigation.h"
 #include "views/services.h"
 #include "views/updating_flag.h"
 
@@ -123,7 +123,7 @@ class ButtonsView : public MainView {
   // long as these show another operation.
   void NoteInactive();
 
-  void Move(rules::Movement movement);
+  void Move(stations::Movement movement);
   void ChangeTab(int tab);
   void StepTab(int step);
   void SelectButton(int button);

@@ -12,8 +12,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "stations/operations.h"
 #include "views/programming/page_metrics.h"
-#include "views/rules/operations.h"
 
 namespace views {
 namespace {
@@ -27,7 +27,7 @@ OperationOptions::OperationOptions(const QString& name, const QString& optionNam
   setObjectName(name);
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
-  for (const rules::Operation& operation : rules::AllOperations()) {
+  for (const stations::Operation& operation : stations::AllOperations()) {
     auto* const option = new QRadioButton(QString::fromLatin1(operation.option), this);
     option->setObjectName(optionName + u'_' + QString::number(operation.code));
     option->setMinimumHeight(kSmallestTarget);

@@ -7,11 +7,11 @@
 #include <cstdio>
 #include <vector>
 
+#include "stations/operations.h"
 #include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/page_metrics.h"
 #include "views/programming/target_boxes.h"
-#include "views/rules/operations.h"
 #include "views/widgets/fixed_font.h"
 #include "views/widgets/scaled_font.h"
 
@@ -30,7 +30,7 @@ QString Text(std::string_view text) {
 // The captions of the boxes before a record was read.
 std::vector<std::string> DesignCaptions() {
   std::vector<std::string> captions;
-  for (int target = 1; target <= rules::kOptoTargets; ++target) {
+  for (int target = 1; target <= stations::kOptoTargets; ++target) {
     char caption[16];
     std::snprintf(caption, sizeof caption, "Sta. %02d", target);
     captions.emplace_back(caption);
@@ -58,7 +58,7 @@ OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* pa
                                       QStringLiteral("optOptoType"), this)),
       inactive_(new InactiveNote(QStringLiteral("aidOptoInactiveNote"), this)),
       targets_(new TargetBoxes(QStringLiteral("frOptoStations"), QStringLiteral("ckOptoStationSel"),
-                               rules::kOptoTargets, this)) {
+                               stations::kOptoTargets, this)) {
   channel_->setObjectName(QStringLiteral("cmbOptoChan"));
   channel_->setToolTip(QStringLiteral(
       "Click To Select A Switcher Input Or Output Channel To Be Associated With The Current Opto"));
@@ -86,17 +86,17 @@ OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* pa
           [this](int index) { StoreChannel(index + 1); });
 }
 
-rules::OptoProgram OptoPage::Read() {
-  rules::OptoProgram opto;
+stations::OptoProgram OptoPage::Read() {
+  stations::OptoProgram opto;
   const model::Status status = WithStations(
-      services_, [&opto](jet::RecordSet& stations) { return rules::ReadOpto(stations, &opto); });
+      services_, [&opto](jet::RecordSet& stations) { return stations::ReadOpto(stations, &opto); });
   if (!status.ok()) ShowFailure(services_, kReadLine, status);
   return opto;
 }
 
 void OptoPage::CaptionFrame() {
   const OneReport::Scope scope(report_);
-  ShowFrameCaption(rules::OptoCaptionAtOpening(Read().type));
+  ShowFrameCaption(stations::OptoCaptionAtOpening(Read().type));
 }
 
 void OptoPage::FillChannelList() {
@@ -121,7 +121,7 @@ void OptoPage::UpdateOptoSelections() {
 
 void OptoPage::UpdateOptoOptionButtons() {
   const OneReport::Scope scope(report_);
-  const rules::OptoProgram opto = Read();
+  const stations::OptoProgram opto = Read();
   shownType_ = opto.type;
   inactive_->hide();
   operation_->Select(opto.type);
@@ -136,22 +136,22 @@ void OptoPage::ShowFrameCaption(std::string_view caption) {
 void OptoPage::ShowTargetCaptions(int type) {
   std::vector<std::string> captions;
   const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-    return rules::ReadOptoTargetCaptions(stations, type, &captions);
+    return stations::ReadOptoTargetCaptions(stations, type, &captions);
   });
   if (!status.ok()) ShowFailure(services_, kReadLine, status);
   targets_->SetCaptions(captions);
 }
 
-void OptoPage::ShowTargets(const rules::OptoProgram& opto) {
+void OptoPage::ShowTargets(const stations::OptoProgram& opto) {
   targets_->SetSpokenName(
       tr("Target %1 of opto %2").arg(QStringLiteral("%1"), QString::number(opto.stationNum)));
   targets_->SetFlags(opto.targets);
 }
 
-void OptoPage::ShowChannelList(const rules::OptoProgram& opto) {
+void OptoPage::ShowChannelList(const stations::OptoProgram& opto) {
   std::vector<std::string> captions;
   const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-    return rules::ReadOptoChannelCaptions(stations, opto.type, &captions);
+    return stations::ReadOptoChannelCaptions(stations, opto.type, &captions);
   });
   if (!status.ok()) ShowFailure(services_, kReadLine, status);
   if (!Shows(*channel_, captions)) {
@@ -169,14 +169,14 @@ void OptoPage::ShowChannel(int channel) {
   channel_->setCurrentIndex(channel >= 1 && channel <= channel_->count() ? channel - 1 : -1);
 }
 
-void OptoPage::ShowOperation(const rules::OptoProgram& opto) {
-  ShowFrameCaption(rules::OperationOf(opto.type).optoTargets);
+void OptoPage::ShowOperation(const stations::OptoProgram& opto) {
+  ShowFrameCaption(stations::OperationOf(opto.type).optoTargets);
   ShowTargetCaptions(opto.type);
   ShowChannelList(opto);
 }
 
-bool OptoPage::Store(const Edit& edit, rules::OptoEdit* done) {
-  *done = rules::OptoEdit::None;
+bool OptoPage::Store(const Edit& edit, stations::OptoEdit* done) {
+  *done = stations::OptoEdit::None;
   const model::Status status =
       WithStations(services_, [&](jet::RecordSet& stations) { return edit(stations, done); });
   if (!status.ok()) ShowFailure(services_, kStoreLine, status);
@@ -186,30 +186,31 @@ bool OptoPage::Store(const Edit& edit, rules::OptoEdit* done) {
 void OptoPage::StoreTarget(int target, bool selected) {
   if (updating_.IsSet()) return;
   const OneReport::Scope scope(report_, OneReport::Cause::Operator);
-  rules::OptoEdit done;
+  stations::OptoEdit done;
   const bool isStored = Store(
-      [=](jet::RecordSet& stations, rules::OptoEdit* edit) {
-        return rules::StoreOptoTarget(stations, target, selected, edit);
+      [=, this](jet::RecordSet& stations, stations::OptoEdit* edit) {
+        return stations::StoreOptoTarget(stations, target, selected, services_.Operator(), edit);
       },
       &done);
-  const rules::OptoProgram opto = Read();
+  const stations::OptoProgram opto = Read();
   if (!isStored) targets_->SetFlags(opto.targets);
-  if (done == rules::OptoEdit::MadeInactive) {
-    if (shownType_ != rules::kInactive) inactive_->ShowFor(tr("Opto %1").arg(opto.stationNum));
+  if (done == stations::OptoEdit::MadeInactive) {
+    if (shownType_ != stations::kInactive) inactive_->ShowFor(tr("Opto %1").arg(opto.stationNum));
     Q_EMIT NoteRequested(tr("Opto %1 has no target left and is inactive now").arg(opto.stationNum));
   }
-  if (done != rules::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
+  if (done != stations::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
 }
 
 void OptoPage::StoreOperation(int code) {
   if (updating_.IsSet()) return;
   const OneReport::Scope scope(report_, OneReport::Cause::Operator);
-  rules::OptoEdit done;
-  const bool isStored =
-      Store([=](jet::RecordSet& stations,
-                rules::OptoEdit* edit) { return rules::StoreOptoType(stations, code, edit); },
-            &done);
-  const rules::OptoProgram opto = Read();
+  stations::OptoEdit done;
+  const bool isStored = Store(
+      [=, this](jet::RecordSet& stations, stations::OptoEdit* edit) {
+        return stations::StoreOptoType(stations, code, services_.Operator(), edit);
+      },
+      &done);
+  const stations::OptoProgram opto = Read();
   shownType_ = opto.type;
   inactive_->hide();
   if (isStored) {
@@ -217,21 +218,22 @@ void OptoPage::StoreOperation(int code) {
   } else {
     operation_->Select(opto.type);
   }
-  if (done != rules::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
+  if (done != stations::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
 }
 
 void OptoPage::StoreChannel(int channel) {
   // Below 1 when the list has lost its selection, which is no choice.
   if (updating_.IsSet() || channel < 1) return;
   const OneReport::Scope scope(report_, OneReport::Cause::Operator);
-  rules::OptoEdit done;
-  const bool isStored =
-      Store([=](jet::RecordSet& stations,
-                rules::OptoEdit* edit) { return rules::StoreOptoChannel(stations, channel, edit); },
-            &done);
-  const rules::OptoProgram opto = Read();
+  stations::OptoEdit done;
+  const bool isStored = Store(
+      [=, this](jet::RecordSet& stations, stations::OptoEdit* edit) {
+        return stations::StoreOptoChannel(stations, channel, services_.Operator(), edit);
+      },
+      &done);
+  const stations::OptoProgram opto = Read();
   if (!isStored) ShowChannel(opto.channel);
-  if (done != rules::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
+  if (done != stations::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
 }
 
 }  // namespace views

@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "model/status.h"
+#include "stations/opto_program.h"
 #include "views/one_report.h"
-#include "views/rules/opto_program.h"
 #include "views/services.h"
 #include "views/updating_flag.h"
 
@@ -63,19 +63,19 @@ class OptoPage : public QWidget {
   void NoteRequested(const QString& note);
 
  private:
-  using Edit = std::function<model::Status(jet::RecordSet&, rules::OptoEdit*)>;
+  using Edit = std::function<model::Status(jet::RecordSet&, stations::OptoEdit*)>;
 
-  rules::OptoProgram Read();
+  stations::OptoProgram Read();
   void ShowFrameCaption(std::string_view caption);
   void ShowTargetCaptions(int type);
-  void ShowTargets(const rules::OptoProgram& opto);
-  void ShowChannelList(const rules::OptoProgram& opto);
+  void ShowTargets(const stations::OptoProgram& opto);
+  void ShowChannelList(const stations::OptoProgram& opto);
   void ShowChannel(int channel);
   // All that follows the operation, as after a click on it.
-  void ShowOperation(const rules::OptoProgram& opto);
+  void ShowOperation(const stations::OptoProgram& opto);
 
   // Edits the record.  On a failure, which is reported, *done is OptoEdit::None.
-  bool Store(const Edit& edit, rules::OptoEdit* done);
+  bool Store(const Edit& edit, stations::OptoEdit* done);
   // The same, each with what is to be seen of it afterwards.
   void StoreTarget(int target, bool selected);
   void StoreOperation(int code);
@@ -87,7 +87,7 @@ class OptoPage : public QWidget {
   QComboBox* channel_;
   OperationOptions* operation_;
   InactiveNote* inactive_;
-  int shownType_ = rules::kNoType;  // what is stored may be another since
+  int shownType_ = stations::kNoType;  // what is stored may be another since
   TargetBoxes* targets_;
 };
 

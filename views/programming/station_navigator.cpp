@@ -16,7 +16,7 @@
 namespace views {
 namespace {
 
-using rules::Movement;
+using stations::Movement;
 
 // The commands from left to right, at the places they have beside a selector and without one.
 struct Command {

@@ -6,7 +6,7 @@
 #include <QGroupBox>
 #include <array>
 
-#include "views/rules/station_navigation.h"
+#include "stations/navigation.h"
 
 class QComboBox;
 class QLabel;
@@ -34,7 +34,7 @@ class StationNavigator : public QGroupBox {
   void Show(Selector selector, const QString& caption);
 
  Q_SIGNALS:
-  void MoveRequested(rules::Movement movement);
+  void MoveRequested(stations::Movement movement);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

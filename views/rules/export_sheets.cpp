@@ -7,11 +7,12 @@
 
 #include "db/station_fields.h"
 #include "model/flag_string.h"
-#include "views/rules/button_program.h"
-#include "views/rules/label_records.h"
-#include "views/rules/label_rules.h"
-#include "views/rules/operations.h"
-#include "views/rules/station_navigation.h"
+#include "stations/button_program.h"
+#include "stations/label_texts.h"
+#include "stations/labels.h"
+#include "stations/navigation.h"
+#include "stations/operations.h"
+#include "views/rules/label_headings.h"
 
 namespace rules {
 namespace {
@@ -19,12 +20,13 @@ namespace {
 constexpr int kManyTargets = 10;
 
 model::Status ReadLabelRow(const jet::RecordSet& stations, std::vector<std::string>* row) {
-  for (std::size_t i = 0; i < kLabelColumns.size(); ++i) {
+  for (std::size_t i = 0; i < stations::kLabelColumns.size(); ++i) {
     jet::Value value;
-    if (const jet::Status read = stations.Get(kLabelColumns[i].field, &value); !read.ok()) {
+    if (const jet::Status read = stations.Get(stations::kLabelColumns[i].field, &value);
+        !read.ok()) {
       return read;
     }
-    row->push_back(CellText(static_cast<LabelColumn>(i), value));
+    row->push_back(stations::CellText(static_cast<stations::LabelColumn>(i), value));
   }
   return {};
 }
@@ -48,9 +50,9 @@ class TargetLabels {
   TargetLabels(jet::RecordSet& stations, int count) : stations_(stations), count_(count) {}
 
   model::Status Of(int type, const std::vector<std::string>** labels) {
-    auto [entry, isNew] = labels_.try_emplace(OperationOf(type).targets);
+    auto [entry, isNew] = labels_.try_emplace(stations::OperationOf(type).targets);
     model::Status status;
-    if (isNew) status = ReadTargetCaptions(stations_, type, count_, &entry->second);
+    if (isNew) status = stations::ReadTargetCaptions(stations_, type, count_, &entry->second);
     *labels = &entry->second;
     return status;
   }
@@ -58,7 +60,7 @@ class TargetLabels {
  private:
   jet::RecordSet& stations_;
   const int count_;
-  std::map<TargetKind, std::vector<std::string>> labels_;
+  std::map<stations::TargetKind, std::vector<std::string>> labels_;
 };
 
 std::string Join(const std::string& flags, const std::vector<std::string>& labels) {
@@ -95,7 +97,7 @@ void AppendCsv(const std::vector<std::string>& row, std::string* csv) {
 
 model::Status ReadLabelSheet(jet::RecordSet& stations, Sheet* sheet) {
   sheet->captions.clear();
-  for (const LabelColumnSpec& column : kLabelColumns) sheet->captions.emplace_back(column.caption);
+  for (const LabelHeading& heading : kLabelHeadings) sheet->captions.emplace_back(heading.caption);
   sheet->rows.clear();
   if (const jet::Status moved = stations.MoveFirst(); !moved.ok()) return moved;
   while (!stations.Eof()) {
@@ -126,7 +128,7 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
   sheets->clear();
   TargetLabels labels(stations, model.ChkBoxCount);
   for (int station = 1; station <= model.StationCount; ++station) {
-    if (model::Status found = FindStation(stations, station); !found.ok()) return found;
+    if (model::Status found = stations::FindStation(stations, station); !found.ok()) return found;
     if (stations.NoMatch()) continue;
     const jet::Bookmark place = stations.Mark();
     KeySheet sheet{.station = station};
@@ -137,11 +139,13 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
     sheet.inputLabel = value.Text();
     for (int button = 1; button <= model.ButtonCount; ++button) {
       if (const jet::Status moved = stations.GoTo(place); !moved.ok()) return moved;
-      ButtonProgram program;
-      if (model::Status read = ReadButton(stations, button, &program); !read.ok()) return read;
+      stations::ButtonProgram program;
+      if (model::Status read = stations::ReadButton(stations, button, &program); !read.ok())
+        return read;
       KeyLegend key;
       key.type = program.type;
-      if (model::Status read = ReadChosenCaption(stations, button, &key.caption); !read.ok()) {
+      if (model::Status read = stations::ReadChosenCaption(stations, button, &key.caption);
+          !read.ok()) {
         return read;
       }
       const std::vector<std::string>* targets = nullptr;
@@ -167,8 +171,8 @@ Sheet ProgrammingSheet(const std::vector<KeySheet>& sheets) {
     int button = 0;
     for (const KeyLegend& key : station.keys) {
       sheet.rows.push_back({std::to_string(station.station), station.label,
-                            std::to_string(++button), OperationOf(key.type).label, key.caption,
-                            key.targets});
+                            std::to_string(++button), stations::OperationOf(key.type).label,
+                            key.caption, key.targets});
     }
   }
   return sheet;

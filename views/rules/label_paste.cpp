@@ -8,21 +8,24 @@ namespace rules {
 namespace {
 
 using Reason = PasteRefusal::Reason;
+using stations::LabelColumn;
+using stations::LabelRecord;
 
 // The change that a text makes in a cell; the reason why it must not.
 Reason PlanCell(LabelColumn column, const std::string& text, const LabelRecord& record,
-                std::vector<LabelChange>* changes, TextCheck* check) {
+                std::vector<stations::LabelChange>* changes, stations::TextCheck* check) {
   const LabelRecord::Field& field = record.At(column);
-  if (field.isReadable && text == CellText(column, field.value)) return Reason::None;
+  if (field.isReadable && text == stations::CellText(column, field.value)) return Reason::None;
   if (column == LabelColumn::Station) return Reason::StationNumber;
   if (!field.isReadable) return Reason::Unreadable;
   if (column == LabelColumn::Hidden) {
-    const std::optional<int> hidden = ParseHidden(text);
+    const std::optional<int> hidden = stations::ParseHidden(text);
     if (!hidden) return Reason::NotAChoice;
-    if (HiddenText(*hidden) != HiddenText(field.value)) changes->push_back({column, *hidden});
+    if (stations::HiddenText(*hidden) != stations::HiddenText(field.value))
+      changes->push_back({column, *hidden});
     return Reason::None;
   }
-  *check = CheckText(column, text);
+  *check = stations::CheckText(column, text);
   if (!check->ok()) return Reason::Text;
   changes->push_back({column, text});
   return Reason::None;
@@ -48,14 +51,14 @@ PastePlan PlanPaste(const TextBlock& block, std::span<const LabelRecord> rows, s
   }
   for (std::size_t r = 0; r < block.size(); ++r) {
     const LabelRecord& record = rows[firstRow + r];
-    RecordChange change{record.Station(), {}};
+    stations::LabelEdit change{record.Station(), {}};
     for (std::size_t c = 0; c < block[r].size(); ++c) {
-      if (columnOffset + c >= kLabelColumns.size()) {
+      if (columnOffset + c >= stations::kLabelColumns.size()) {
         refuse({.reason = Reason::TooManyColumns, .row = firstRow + r});
         return plan;
       }
       const auto column = static_cast<LabelColumn>(columnOffset + c);
-      TextCheck check;
+      stations::TextCheck check;
       const Reason reason = PlanCell(column, block[r][c], record, &change.changes, &check);
       if (reason != Reason::None) {
         refuse({.reason = reason, .row = firstRow + r, .column = column, .text = check});

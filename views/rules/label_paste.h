@@ -8,8 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "views/rules/label_records.h"
-#include "views/rules/label_rules.h"
+#include "stations/label_texts.h"
+#include "stations/labels.h"
+#include "views/rules/text_block.h"
 
 namespace rules {
 
@@ -28,23 +29,23 @@ struct PasteRefusal {
 
   Reason reason = Reason::None;
   std::size_t row = 0;  // of the grid; with TooManyRows: how many rows there are
-  LabelColumn column = LabelColumn::Station;
-  TextCheck text{};
+  stations::LabelColumn column = stations::LabelColumn::Station;
+  stations::TextCheck text{};
 
   bool ok() const { return reason == Reason::None; }
 };
 
 // What pasting a block changes.
 struct PastePlan {
-  PasteRefusal refusal;               // the first in reading order; nothing is to be stored then
-  std::vector<RecordChange> changes;  // of the records that get another value somewhere
+  PasteRefusal refusal;  // the first in reading order; nothing is to be stored then
+  std::vector<stations::LabelEdit> changes;  // of the records that get another value somewhere
 };
 
 // Plans a paste of `block` with its first cell at (firstRow, firstColumn) of the grid, whose rows
 // are `rows`.  A cell that shows its text already stays as it is, null included; the cells that
 // a shorter row of the block does not have are not touched.
-PastePlan PlanPaste(const TextBlock& block, std::span<const LabelRecord> rows, std::size_t firstRow,
-                    LabelColumn firstColumn);
+PastePlan PlanPaste(const TextBlock& block, std::span<const stations::LabelRecord> rows,
+                    std::size_t firstRow, stations::LabelColumn firstColumn);
 
 }  // namespace rules
 

@@ -13,8 +13,8 @@
 #include <string_view>
 
 #include "db/station_fields.h"
-#include "views/rules/inhibit_records.h"
-#include "views/rules/station_texts.h"
+#include "stations/inhibits.h"
+#include "stations/texts.h"
 #include "views/widgets/icon.h"
 #include "views/window_place/twips.h"
 #include "views/xmap/xmap_find.h"
@@ -264,11 +264,11 @@ model::Status XmapView::DrawEverything() {
 model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
   std::vector<std::optional<std::string>> labels;
   model::Status status =
-      rules::ReadStationTexts(stations, db::kLabelField, grid_.ChannelCount(), &labels);
+      stations::ReadTexts(stations, db::kLabelField, grid_.ChannelCount(), &labels);
   grid_.UpdateOutputLabels(labels);
   model_.LabelsChanged(Qt::Vertical);
   if (!status.ok()) return status;
-  status = rules::ReadStationTexts(stations, db::kInLabelField, grid_.ChannelCount(), &labels);
+  status = stations::ReadTexts(stations, db::kInLabelField, grid_.ChannelCount(), &labels);
   grid_.UpdateInputLabels(labels);
   model_.LabelsChanged(Qt::Horizontal);
   find_->Refresh();
@@ -278,7 +278,7 @@ model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
 model::Status XmapView::DrawInhibits(jet::RecordSet& stations) {
   std::vector<std::optional<std::string>> inhibits;
   model::Status status =
-      rules::ReadStationTexts(stations, db::kInhibitsField, grid_.ChannelCount(), &inhibits);
+      stations::ReadTexts(stations, db::kInhibitsField, grid_.ChannelCount(), &inhibits);
   model_.OutputsChanged(grid_.UpdateXmapInhibits(inhibits));
   return status;
 }
@@ -352,12 +352,12 @@ void XmapView::ToggleInhibit() {
   const model::Status status =
       WithStations(services_, [&](jet::RecordSet& stations) -> model::Status {
         std::optional<std::string> flags;
-        model::Status read = rules::FindInhibits(stations, cell.output, &flags);
+        model::Status read = stations::FindInhibits(stations, cell.output, &flags);
         if (!read.ok() || !flags) return read;
         decision = grid_.DecideInhibit(*flags, cell.output + 1, cell.input + 1);
         if (decision->kind != InhibitDecision::Kind::Store) return {};
         failureLine = "Error Storing Crosspoint Inhibit";
-        return rules::StoreInhibits(stations, decision->flags);
+        return stations::StoreInhibits(stations, decision->flags, services_.Operator());
       });
   if (!status.ok()) {
     ShowFailure(services_, failureLine, status);

@@ -9,6 +9,9 @@ namespace rules {
 namespace {
 
 using Reason = PasteRefusal::Reason;
+using stations::LabelColumn;
+using stations::LabelRecord;
+using stations::TextProblem;
 
 // Three stations: 10, 11 and 12.
 std::vector<LabelRecord> Rows() {

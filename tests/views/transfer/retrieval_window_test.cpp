@@ -107,7 +107,8 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
   test::RecordingReporter reporter_;
   test::TemporaryFolder folder_;
   db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
-  switcher::Decoder decoder_{model_, files_, reporter_, events_};
+  stations::Changes changes_;
+  switcher::Decoder decoder_{model_, files_, reporter_, events_, changes_};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   std::vector<bool> polling_;

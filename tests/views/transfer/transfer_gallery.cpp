@@ -140,7 +140,8 @@ class Gallery : public switcher::PollSwitch {
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   test::RecordingSwitcherEvents events_;
-  switcher::Decoder decoder_{model_, files_, reporter_, events_};
+  stations::Changes changes_;
+  switcher::Decoder decoder_{model_, files_, reporter_, events_, changes_};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   switcher::TableSenders senders_{model_, files_, port_, reporter_};

@@ -1,45 +1,14 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/label_rules.h"
+#include "stations/label_texts.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace rules {
+namespace stations {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 TextProblem Problem(LabelColumn column, std::string_view text) {
   return CheckText(column, text).problem;
-}
-
-TEST(LabelColumns, AreTheSevenOfTheGrid) {
-  struct Expected {
-    const char* caption;
-    const char* key;
-    const char* field;
-    int maxLength;
-    int twips;
-  };
-  const Expected expected[] = {
-      {"Station", "StaNum", "StationNum", 0, 960},
-      {"Station Label", "StaLabel", "Label", 8, 1400},
-      {"Input Label", "SysInLabel", "InLabel", 8, 1400},
-      {"Hidden", "StaHidden", "Hidden", 0, 1000},
-      {"System Input", "SysInput", "SysInput", 20, 1400},
-      {"System Output", "SysOutput", "SysOutput", 20, 1500},
-      {"Station Notes", "StaNotes", "Notes", 128, 3500},
-  };
-  ASSERT_EQ(std::size(expected), kLabelColumns.size());
-  for (std::size_t i = 0; i < kLabelColumns.size(); ++i) {
-    EXPECT_STREQ(kLabelColumns[i].caption, expected[i].caption);
-    EXPECT_STREQ(kLabelColumns[i].key, expected[i].key);
-    EXPECT_STREQ(kLabelColumns[i].field, expected[i].field);
-    EXPECT_EQ(kLabelColumns[i].maxLength, expected[i].maxLength) << expected[i].caption;
-    EXPECT_EQ(kLabelColumns[i].twips, expected[i].twips) << expected[i].caption;
-  }
 }
 
 TEST(LabelText, LengthsAreCountedInCharacters) {
@@ -103,36 +72,5 @@ TEST(HiddenFlag, Words) {
   }
 }
 
-TEST(Block, TabsAndLineEnds) {
-  EXPECT_THAT(ParseBlock(""), IsEmpty());
-  EXPECT_THAT(ParseBlock("MIC"), ElementsAre(ElementsAre("MIC")));
-  EXPECT_THAT(ParseBlock("a\tb\r\nc\td\r\n"),
-              ElementsAre(ElementsAre("a", "b"), ElementsAre("c", "d")));
-  EXPECT_THAT(ParseBlock("a\nb\rc"),
-              ElementsAre(ElementsAre("a"), ElementsAre("b"), ElementsAre("c")));
-  EXPECT_THAT(ParseBlock("\ta\t\n\n"), ElementsAre(ElementsAre("", "a", ""), ElementsAre("")));
-}
-
-TEST(Block, CellsInQuotes) {
-  EXPECT_THAT(ParseBlock("\"two\nlines\"\tb\n"), ElementsAre(ElementsAre("two\nlines", "b")));
-  EXPECT_THAT(ParseBlock("\"a\tb\""), ElementsAre(ElementsAre("a\tb")));
-  EXPECT_THAT(ParseBlock("\"say \"\"so\"\"\""), ElementsAre(ElementsAre("say \"so\"")));
-  EXPECT_THAT(ParseBlock("\"\""), ElementsAre(ElementsAre("")));
-}
-
-TEST(Block, QuotesThatAreText) {
-  EXPECT_THAT(ParseBlock("5\" reel\tx"), ElementsAre(ElementsAre("5\" reel", "x")));
-  EXPECT_THAT(ParseBlock("\"A\" desk\tx"), ElementsAre(ElementsAre("\"A\" desk", "x")));
-  EXPECT_THAT(ParseBlock("\"open\tx\ny"),
-              ElementsAre(ElementsAre("\"open", "x"), ElementsAre("y")));
-  EXPECT_THAT(ParseBlock("\""), ElementsAre(ElementsAre("\"")));
-}
-
-TEST(Block, IsWrittenAsItIsRead) {
-  EXPECT_EQ(WriteBlock({{"5", "Sta. 005"}, {"6", ""}}), "5\tSta. 005\n6\t\n");
-  EXPECT_EQ(WriteBlock({{"two\nlines", "\"A\""}}), "\"two\nlines\"\t\"\"\"A\"\"\"\n");
-  EXPECT_EQ(WriteBlock({{"5\" reel"}}), "5\" reel\n");
-}
-
 }  // namespace
-}  // namespace rules
+}  // namespace stations

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/station_navigation.h"
+#include "stations/navigation.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 #include "tests/support/small_database.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 using enum Movement;
@@ -144,4 +144,4 @@ TEST_F(Navigation, FindsAStationInEveryOrder) {
 }
 
 }  // namespace
-}  // namespace rules
+}  // namespace stations

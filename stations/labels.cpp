@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/label_records.h"
+#include "stations/labels.h"
 
-#include "db/jet/database.h"
+#include "stations/batch.h"
+#include "stations/navigation.h"
 #include "stations/record.h"
-#include "views/rules/station_navigation.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 jet::Status ReadRecord(const jet::RecordSet& stations, LabelRecord* record) {
@@ -22,11 +22,11 @@ jet::Status ReadRecord(const jet::RecordSet& stations, LabelRecord* record) {
   return first;
 }
 
-model::Status Store(jet::RecordSet& stations, const RecordChange& change) {
+model::Status Store(jet::RecordSet& stations, const LabelEdit& change, const Author& author) {
   if (model::Status found = FindStation(stations, change.station); !found.ok()) return found;
-  stations::Record record(stations);
+  Record record(stations);
   for (const LabelChange& each : change.changes) record.Set(Spec(each.column).field, each.value);
-  return record.Commit();
+  return record.Commit(author);
 }
 
 }  // namespace
@@ -48,24 +48,24 @@ model::Status ReadLabelRecords(jet::RecordSet& stations, std::vector<LabelRecord
   return first.ok() ? moved : first;
 }
 
-model::Status StoreLabelRecord(jet::RecordSet& stations, const RecordChange& change,
-                               LabelRecord* stored) {
-  model::Status status = Store(stations, change);
+model::Status StoreLabelRecord(jet::RecordSet& stations, const LabelEdit& change,
+                               const Author& author, LabelRecord* stored) {
+  model::Status status = Store(stations, change, author);
   // A field that cannot be read was reported when the grid read it.
   if (status.ok()) (void)ReadRecord(stations, stored);
   return status;
 }
 
-model::Status StoreLabelRecords(jet::RecordSet& stations, std::span<const RecordChange> changes,
-                                std::vector<LabelRecord>* stored) {
+model::Status StoreLabelRecords(jet::RecordSet& stations, std::span<const LabelEdit> changes,
+                                const Author& author, std::vector<LabelRecord>* stored) {
   stored->clear();
-  jet::Database::Batch batch(stations);
-  for (const RecordChange& change : changes) {
-    model::Status status = Store(stations, change);
+  Batch batch(stations, author.changes);
+  for (const LabelEdit& change : changes) {
+    model::Status status = Store(stations, change, author);
     if (!status.ok()) return status;
     (void)ReadRecord(stations, &stored->emplace_back());
   }
   return batch.Commit();
 }
 
-}  // namespace rules
+}  // namespace stations

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/operations.h"
+#include "stations/operations.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 #include "db/keep_position.h"
 #include "tests/support/small_database.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 using testing::ElementsAre;
@@ -89,4 +89,4 @@ TEST_F(TargetCaptionsTest, OfStationsThatAreNotThereAreTheirNumbers) {
 }
 
 }  // namespace
-}  // namespace rules
+}  // namespace stations

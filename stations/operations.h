@@ -3,8 +3,8 @@
 // What a panel's button or an opto input does: its operation, stored as a code in "Bn Type" and
 // "OptoType".
 
-#ifndef VIEWS_RULES_OPERATIONS_H_
-#define VIEWS_RULES_OPERATIONS_H_
+#ifndef STATIONS_OPERATIONS_H_
+#define STATIONS_OPERATIONS_H_
 
 #include <cstdint>
 #include <span>
@@ -15,7 +15,7 @@
 #include "db/jet/record_set.h"
 #include "model/status.h"
 
-namespace rules {
+namespace stations {
 
 inline constexpr int kTalk = 0;
 inline constexpr int kListen = 1;
@@ -61,6 +61,6 @@ bool IsOperation(int code);
 model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
                                  std::vector<std::string>* captions);
 
-}  // namespace rules
+}  // namespace stations
 
-#endif  // VIEWS_RULES_OPERATIONS_H_
+#endif  // STATIONS_OPERATIONS_H_

@@ -1,20 +1,21 @@
 // SPDX-License-Identifier: MIT
 //
-// The programming of a station's buttons and its relays, in the station's record.
+// The programming of a station's buttons, in the station's record.
 //
 // Buttons and targets count from 1.  Each operation works on the current record of `stations`
 // and ends on it, so that no caller has to go back; a change is stored whole or not at all.
 
-#ifndef VIEWS_RULES_BUTTON_PROGRAM_H_
-#define VIEWS_RULES_BUTTON_PROGRAM_H_
+#ifndef STATIONS_BUTTON_PROGRAM_H_
+#define STATIONS_BUTTON_PROGRAM_H_
 
 #include <string>
 #include <vector>
 
 #include "db/jet/record_set.h"
 #include "model/status.h"
+#include "stations/change.h"
 
-namespace rules {
+namespace stations {
 
 // The caption of a button whose first target is no station's, and of one that is inactive.
 inline constexpr char kNoTarget[] = "NONE";
@@ -52,20 +53,16 @@ model::Status ReadChosenCaption(jet::RecordSet& stations, int button, std::strin
 // Adds target `target` to a button or takes it away, and stores the lowest of the first
 // `targetCount` targets; a button without one becomes inactive, which sets *isInactive.
 model::Status StoreTarget(jet::RecordSet& stations, int button, int target, bool set,
-                          int targetCount, bool* isInactive);
+                          int targetCount, const Author& author, bool* isInactive);
 
 // Stores a button's operation.  *changed tells whether it was another.
-model::Status StoreType(jet::RecordSet& stations, int button, int type, bool* changed);
+model::Status StoreType(jet::RecordSet& stations, int button, int type, const Author& author,
+                        bool* changed);
 
 // Stores a button that has no target as inactive.  *changed tells whether it was not yet.
-model::Status StoreInactive(jet::RecordSet& stations, int button, bool* changed);
+model::Status StoreInactive(jet::RecordSet& stations, int button, const Author& author,
+                            bool* changed);
 
-// The relays of the station, as a flag string of "0" and "1" alone.
-model::Status ReadRelays(jet::RecordSet& stations, std::string* relays);
+}  // namespace stations
 
-// Assigns relay `relay` (from 1) to the station or takes it away.
-model::Status StoreRelay(jet::RecordSet& stations, int relay, bool set, int relayCount);
-
-}  // namespace rules
-
-#endif  // VIEWS_RULES_BUTTON_PROGRAM_H_
+#endif  // STATIONS_BUTTON_PROGRAM_H_

@@ -2,8 +2,8 @@
 //
 // From station to station, and to the station of a number.
 
-#ifndef VIEWS_RULES_STATION_NAVIGATION_H_
-#define VIEWS_RULES_STATION_NAVIGATION_H_
+#ifndef STATIONS_NAVIGATION_H_
+#define STATIONS_NAVIGATION_H_
 
 #include <cstdint>
 
@@ -11,7 +11,7 @@
 #include "db/jet/value.h"
 #include "model/status.h"
 
-namespace rules {
+namespace stations {
 
 // The commands of the navigation.
 enum class Movement : std::uint8_t { First, Previous, Back10, Next, Forward10, Last };
@@ -25,6 +25,6 @@ model::Status MoveStation(jet::RecordSet& stations, Movement movement, int stati
 // it, which NoMatch() tells and is no failure.
 model::Status FindStation(jet::RecordSet& stations, const jet::Value& stationNum);
 
-}  // namespace rules
+}  // namespace stations
 
-#endif  // VIEWS_RULES_STATION_NAVIGATION_H_
+#endif  // STATIONS_NAVIGATION_H_

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/opto_program.h"
+#include "stations/opto_program.h"
 
 #include <cstdio>
 #include <utility>
@@ -9,20 +9,21 @@
 #include "model/flag_string.h"
 #include "stations/record.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
-model::Status Commit(stations::Record& record, OptoEdit whenStored, OptoEdit* edit) {
+model::Status Commit(Record& record, const Author& author, OptoEdit whenStored, OptoEdit* edit) {
   bool stored = false;
-  model::Status status = record.Commit(&stored);
+  model::Status status = record.Commit(author, &stored);
   *edit = stored ? whenStored : OptoEdit::None;
   return status;
 }
 
-model::Status StoreNumber(jet::RecordSet& stations, const char* field, int number, OptoEdit* edit) {
-  stations::Record record(stations);
+model::Status StoreNumber(jet::RecordSet& stations, const char* field, int number,
+                          const Author& author, OptoEdit* edit) {
+  Record record(stations);
   record.Set(field, number);
-  return Commit(record, OptoEdit::Stored, edit);
+  return Commit(record, author, OptoEdit::Stored, edit);
 }
 
 // An operation whose targets' captions are those of this operation's channels.
@@ -33,7 +34,7 @@ int WithChannelsAsTargets(TargetKind targets) {
 }  // namespace
 
 model::Status ReadOpto(jet::RecordSet& stations, OptoProgram* opto) {
-  stations::Record record(stations);
+  Record record(stations);
   opto->stationNum = record.Number(db::kStationNumField);
   opto->type = record.Number(db::kOptoTypeField, kNoType);
   opto->channel = record.Number(db::kOptoChannelField);
@@ -65,8 +66,9 @@ model::Status ReadOptoChannelCaptions(jet::RecordSet& stations, int type,
   return {};
 }
 
-model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selected, OptoEdit* edit) {
-  stations::Record record(stations);
+model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selected,
+                              const Author& author, OptoEdit* edit) {
+  Record record(stations);
   std::string targets =
       model::WithFlag(record.Text(db::kOptoStationsField), target, selected, kOptoTargets);
   const int first = model::FirstFlag(targets, kOptoTargets);
@@ -75,16 +77,18 @@ model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selecte
   record.Set(db::kOptoStationsField, std::move(targets));
   record.Set(db::kOptoFirstField, isInactive ? 1 : first);
   if (isInactive) record.Set(db::kOptoTypeField, kInactive);
-  return Commit(record, isInactive && !wasInactive ? OptoEdit::MadeInactive : OptoEdit::Stored,
-                edit);
+  return Commit(record, author,
+                isInactive && !wasInactive ? OptoEdit::MadeInactive : OptoEdit::Stored, edit);
 }
 
-model::Status StoreOptoType(jet::RecordSet& stations, int type, OptoEdit* edit) {
-  return StoreNumber(stations, db::kOptoTypeField, type, edit);
+model::Status StoreOptoType(jet::RecordSet& stations, int type, const Author& author,
+                            OptoEdit* edit) {
+  return StoreNumber(stations, db::kOptoTypeField, type, author, edit);
 }
 
-model::Status StoreOptoChannel(jet::RecordSet& stations, int channel, OptoEdit* edit) {
-  return StoreNumber(stations, db::kOptoChannelField, channel, edit);
+model::Status StoreOptoChannel(jet::RecordSet& stations, int channel, const Author& author,
+                               OptoEdit* edit) {
+  return StoreNumber(stations, db::kOptoChannelField, channel, author, edit);
 }
 
-}  // namespace rules
+}  // namespace stations

@@ -3,8 +3,8 @@
 // The inhibits in the table of stations.  The caller holds a db::KeepPosition: the record where
 // it began is not returned to.
 
-#ifndef VIEWS_RULES_INHIBIT_RECORDS_H_
-#define VIEWS_RULES_INHIBIT_RECORDS_H_
+#ifndef STATIONS_INHIBITS_H_
+#define STATIONS_INHIBITS_H_
 
 #include <optional>
 #include <string>
@@ -12,16 +12,17 @@
 
 #include "db/jet/record_set.h"
 #include "model/status.h"
+#include "stations/change.h"
 
-namespace rules {
+namespace stations {
 
 // The inhibit flags of an output, found by its StationNum; the record is then the current one.
 // *flags is empty when there is no such record, which is no failure; a null field reads as "".
 model::Status FindInhibits(jet::RecordSet& stations, int output, std::optional<std::string>* flags);
 
 // Stores the inhibit flags into the current record.
-model::Status StoreInhibits(jet::RecordSet& stations, std::string_view flags);
+model::Status StoreInhibits(jet::RecordSet& stations, std::string_view flags, const Author& author);
 
-}  // namespace rules
+}  // namespace stations
 
-#endif  // VIEWS_RULES_INHIBIT_RECORDS_H_
+#endif  // STATIONS_INHIBITS_H_

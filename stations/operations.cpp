@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/operations.h"
+#include "stations/operations.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <optional>
 
 #include "db/station_fields.h"
-#include "views/rules/station_texts.h"
+#include "stations/texts.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 constexpr char kStationsOfButton[] = "Station(s) To Be Called Upon Button Press";
@@ -63,7 +63,7 @@ model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
   std::vector<std::optional<std::string>> labels;
   model::Status status;
   if (targets != TargetKind::Channels) {
-    status = ReadAvailableStationTexts(
+    status = ReadAvailableTexts(
         stations, targets == TargetKind::Stations ? db::kLabelField : db::kInLabelField, count,
         &labels);
   }
@@ -76,4 +76,4 @@ model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
   return status;
 }
 
-}  // namespace rules
+}  // namespace stations

@@ -3,8 +3,8 @@
 // The rows of the grid of station labels: read from the table of stations, and stored there.
 // None of these returns to the record where it began: the caller holds a db::KeepPosition.
 
-#ifndef VIEWS_RULES_LABEL_RECORDS_H_
-#define VIEWS_RULES_LABEL_RECORDS_H_
+#ifndef STATIONS_LABELS_H_
+#define STATIONS_LABELS_H_
 
 #include <array>
 #include <span>
@@ -14,9 +14,10 @@
 #include "db/jet/record_set.h"
 #include "db/jet/value.h"
 #include "model/status.h"
-#include "views/rules/label_rules.h"
+#include "stations/change.h"
+#include "stations/label_texts.h"
 
-namespace rules {
+namespace stations {
 
 // One record as it is stored.
 struct LabelRecord {
@@ -44,7 +45,7 @@ struct LabelChange {
 };
 
 // The new values of one record.
-struct RecordChange {
+struct LabelEdit {
   jet::Value station;
   std::vector<LabelChange> changes;
 };
@@ -55,13 +56,13 @@ model::Status ReadLabelRecords(jet::RecordSet& stations, std::vector<LabelRecord
 
 // Stores the changes of a record in one update and reads it back, as far as it can be read.
 // On a failure nothing is stored.
-model::Status StoreLabelRecord(jet::RecordSet& stations, const RecordChange& change,
-                               LabelRecord* stored);
+model::Status StoreLabelRecord(jet::RecordSet& stations, const LabelEdit& change,
+                               const Author& author, LabelRecord* stored);
 
 // The same of several records: all of them are stored, or none.
-model::Status StoreLabelRecords(jet::RecordSet& stations, std::span<const RecordChange> changes,
-                                std::vector<LabelRecord>* stored);
+model::Status StoreLabelRecords(jet::RecordSet& stations, std::span<const LabelEdit> changes,
+                                const Author& author, std::vector<LabelRecord>* stored);
 
-}  // namespace rules
+}  // namespace stations
 
-#endif  // VIEWS_RULES_LABEL_RECORDS_H_
+#endif  // STATIONS_LABELS_H_

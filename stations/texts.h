@@ -3,8 +3,8 @@
 // A text field of many stations at once: labels, inhibits.  The caller holds a db::KeepPosition:
 // the record where it began is not returned to.
 
-#ifndef VIEWS_RULES_STATION_TEXTS_H_
-#define VIEWS_RULES_STATION_TEXTS_H_
+#ifndef STATIONS_TEXTS_H_
+#define STATIONS_TEXTS_H_
 
 #include <optional>
 #include <string>
@@ -14,18 +14,18 @@
 #include "db/jet/record_set.h"
 #include "model/status.h"
 
-namespace rules {
+namespace stations {
 
 // Reads the text field `field` of the first `count` records, in the set's order; a null field
 // gives an empty optional.  Fewer records are a failure.  *texts holds what was read before it.
-model::Status ReadStationTexts(jet::RecordSet& stations, std::string_view field, int count,
-                               std::vector<std::optional<std::string>>* texts);
+model::Status ReadTexts(jet::RecordSet& stations, std::string_view field, int count,
+                        std::vector<std::optional<std::string>>* texts);
 
 // The same for a table that may have fewer records: a small system is no damaged one, and the
 // texts that it does not have are empty optionals.
-model::Status ReadAvailableStationTexts(jet::RecordSet& stations, std::string_view field, int count,
-                                        std::vector<std::optional<std::string>>* texts);
+model::Status ReadAvailableTexts(jet::RecordSet& stations, std::string_view field, int count,
+                                 std::vector<std::optional<std::string>>* texts);
 
-}  // namespace rules
+}  // namespace stations
 
-#endif  // VIEWS_RULES_STATION_TEXTS_H_
+#endif  // STATIONS_TEXTS_H_

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/opto_program.h"
+#include "stations/opto_program.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/support/small_database.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 using test::kNoFlags;
@@ -44,7 +44,7 @@ class OptoProgramTest : public testing::Test {
 
   OptoEdit SetTarget(int target, bool selected) {
     OptoEdit edit = OptoEdit::None;
-    status_ = StoreOptoTarget(Stations(), target, selected, &edit);
+    status_ = StoreOptoTarget(Stations(), target, selected, author_, &edit);
     return edit;
   }
 
@@ -55,6 +55,8 @@ class OptoProgramTest : public testing::Test {
   }
 
   test::SmallDatabase database_;
+  Changes changes_;
+  const Author author_{changes_, Origin::Operator};
   model::Status status_;
 };
 
@@ -92,6 +94,8 @@ TEST_F(OptoProgramTest, WithoutARecordIsAFailure) {
 }
 
 TEST(OptoProgram, WithoutAFieldHasTheOthers) {
+  Changes changes;
+  const Author author{changes, Origin::Operator};
   test::SmallDatabase database(test::StationsWithout("OptoType"));
   database.AddStation(5, {{"OptoChannel", 9}, {"OptoStations", Targets({1})}});
   database.GoTo(5);
@@ -103,20 +107,22 @@ TEST(OptoProgram, WithoutAFieldHasTheOthers) {
   EXPECT_EQ(opto.targets, Targets({1}));
 
   OptoEdit edit = OptoEdit::Stored;
-  EXPECT_EQ(StoreOptoTarget(*database.Files().Stations(), 1, false, &edit).Number(), 3265);
+  EXPECT_EQ(StoreOptoTarget(*database.Files().Stations(), 1, false, author, &edit).Number(), 3265);
   EXPECT_EQ(edit, OptoEdit::None);
   EXPECT_EQ(database.Field(5, "OptoStations"), Targets({1})) << "all or nothing";
   EXPECT_FALSE(database.Files().Stations()->IsChanging());
 }
 
 TEST(OptoProgram, ThatDoesNotFitItsFieldIsNotStored) {
+  Changes changes;
+  const Author author{changes, Origin::Operator};
   jet::TableSpec spec = test::StationsWithout("OptoStations");
   spec.fields.push_back({.name = "OptoStations", .type = jet::FieldType::Text, .size = 10});
   test::SmallDatabase database(spec);
   database.AddStation(1, {{"OptoType", 1}, {"OptoFirst", 2}, {"OptoStations", "01"}});
   database.GoTo(1);
   OptoEdit edit = OptoEdit::Stored;
-  EXPECT_EQ(StoreOptoTarget(*database.Files().Stations(), 1, true, &edit).Number(), 3163);
+  EXPECT_EQ(StoreOptoTarget(*database.Files().Stations(), 1, true, author, &edit).Number(), 3163);
   EXPECT_EQ(edit, OptoEdit::None);
   EXPECT_EQ(database.Field(1, "OptoStations"), "01");
   EXPECT_EQ(database.Field(1, "OptoFirst"), "2");
@@ -232,23 +238,23 @@ TEST_F(OptoProgramTest, TargetsAreStoredWellFormed) {
 TEST_F(OptoProgramTest, WhatIsStoredAlreadyIsNotWritten) {
   EXPECT_EQ(SetTarget(3, true), OptoEdit::None);
   OptoEdit edit = OptoEdit::Stored;
-  EXPECT_TRUE(StoreOptoType(Stations(), 0, &edit).ok());
+  EXPECT_TRUE(StoreOptoType(Stations(), 0, author_, &edit).ok());
   EXPECT_EQ(edit, OptoEdit::None);
   edit = OptoEdit::Stored;
-  EXPECT_TRUE(StoreOptoChannel(Stations(), 7, &edit).ok());
+  EXPECT_TRUE(StoreOptoChannel(Stations(), 7, author_, &edit).ok());
   EXPECT_EQ(edit, OptoEdit::None);
 }
 
 TEST_F(OptoProgramTest, TypeAndChannelAreStored) {
   OptoEdit edit = OptoEdit::None;
-  EXPECT_TRUE(StoreOptoType(Stations(), 255, &edit).ok());
+  EXPECT_TRUE(StoreOptoType(Stations(), 255, author_, &edit).ok());
   EXPECT_EQ(edit, OptoEdit::Stored);
   edit = OptoEdit::None;
-  EXPECT_TRUE(StoreOptoChannel(Stations(), 64, &edit).ok());
+  EXPECT_TRUE(StoreOptoChannel(Stations(), 64, author_, &edit).ok());
   EXPECT_EQ(edit, OptoEdit::Stored);
   EXPECT_EQ(Stored(), "255|64|3|" + Targets({3, 64}));
   database_.GoTo(3);
-  EXPECT_TRUE(StoreOptoType(Stations(), 0, &edit).ok());
+  EXPECT_TRUE(StoreOptoType(Stations(), 0, author_, &edit).ok());
   EXPECT_EQ(edit, OptoEdit::Stored) << "null is no operation that was chosen";
   EXPECT_EQ(Stored(3), "0|null|null|null");
 }
@@ -258,10 +264,10 @@ TEST_F(OptoProgramTest, NothingIsStoredWithoutARecord) {
   EXPECT_EQ(SetTarget(1, true), OptoEdit::None);
   EXPECT_EQ(status_.Number(), 3021);
   OptoEdit edit = OptoEdit::Stored;
-  EXPECT_EQ(StoreOptoType(Stations(), 1, &edit).Number(), 3021);
+  EXPECT_EQ(StoreOptoType(Stations(), 1, author_, &edit).Number(), 3021);
   EXPECT_EQ(edit, OptoEdit::None);
-  EXPECT_EQ(StoreOptoChannel(Stations(), 1, &edit).Number(), 3021);
+  EXPECT_EQ(StoreOptoChannel(Stations(), 1, author_, &edit).Number(), 3021);
 }
 
 }  // namespace
-}  // namespace rules
+}  // namespace stations

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/button_program.h"
+#include "stations/button_program.h"
 
 #include <string_view>
 #include <utility>
@@ -8,11 +8,11 @@
 #include "db/keep_position.h"
 #include "db/station_fields.h"
 #include "model/flag_string.h"
+#include "stations/navigation.h"
+#include "stations/operations.h"
 #include "stations/record.h"
-#include "views/rules/operations.h"
-#include "views/rules/station_navigation.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 using stations::Record;
@@ -113,7 +113,7 @@ model::Status ReadChosenCaption(jet::RecordSet& stations, int button, std::strin
 }
 
 model::Status StoreTarget(jet::RecordSet& stations, int button, int target, bool set,
-                          int targetCount, bool* isInactive) {
+                          int targetCount, const Author& author, bool* isInactive) {
   *isInactive = false;
   Record record(stations);
   const std::string text =
@@ -122,38 +122,27 @@ model::Status StoreTarget(jet::RecordSet& stations, int button, int target, bool
   record.Set(TargetsField(button), text);
   record.Set(FirstField(button), first != 0 ? first : kFirstOfNone);
   if (first == 0) record.Set(TypeField(button), kInactive);
-  model::Status status = record.Commit();
+  model::Status status = record.Commit(author);
   *isInactive = first == 0 && status.ok();
   return status;
 }
 
-model::Status StoreType(jet::RecordSet& stations, int button, int type, bool* changed) {
+model::Status StoreType(jet::RecordSet& stations, int button, int type, const Author& author,
+                        bool* changed) {
   Record record(stations);
   record.Set(TypeField(button), type);
-  return record.Commit(changed);
+  return record.Commit(author, changed);
 }
 
-model::Status StoreInactive(jet::RecordSet& stations, int button, bool* changed) {
+model::Status StoreInactive(jet::RecordSet& stations, int button, const Author& author,
+                            bool* changed) {
   *changed = false;
   Record record(stations);
   const bool hasTarget = record.Flags(TargetsField(button)).find('1') != std::string::npos;
   if (hasTarget || !record.Outcome().ok()) return record.Outcome();
   record.Set(FirstField(button), kFirstOfNone);
   record.Set(TypeField(button), kInactive);
-  return record.Commit(changed);
+  return record.Commit(author, changed);
 }
 
-model::Status ReadRelays(jet::RecordSet& stations, std::string* relays) {
-  Record record(stations);
-  *relays = record.Flags(db::kRelaysField);
-  return record.Outcome();
-}
-
-model::Status StoreRelay(jet::RecordSet& stations, int relay, bool set, int relayCount) {
-  Record record(stations);
-  record.Set(db::kRelaysField,
-             model::WithFlag(record.Text(db::kRelaysField), relay, set, relayCount));
-  return record.Commit();
-}
-
-}  // namespace rules
+}  // namespace stations

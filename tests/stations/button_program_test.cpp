@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/button_program.h"
+#include "stations/button_program.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "stations/operations.h"
+#include "stations/relays.h"
 #include "tests/support/small_database.h"
-#include "views/rules/operations.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 using test::kNoFlags;
@@ -58,6 +59,8 @@ class ButtonProgramTest : public testing::Test {
   }
 
   test::SmallDatabase database_;
+  Changes changes_;
+  const Author author_{changes_, Origin::Operator};
 };
 
 TEST_F(ButtonProgramTest, IsReadAndNullIsNothing) {
@@ -130,12 +133,12 @@ TEST_F(ButtonProgramTest, TheCaptionOfAChosenOperation) {
 
 TEST_F(ButtonProgramTest, TargetsAreStoredWithTheLowest) {
   bool isInactive = true;
-  ASSERT_TRUE(StoreTarget(Stations(), 1, 3, true, 64, &isInactive).ok());
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 3, true, 64, author_, &isInactive).ok());
   EXPECT_FALSE(isInactive);
   EXPECT_EQ(Field("B1 Prog"), "0010100000000000000000000000000000000000000000000000000000000000");
   EXPECT_EQ(Field("B1 First"), "3");
   EXPECT_EQ(Edited(), "NONE") << "there is no station 3";
-  ASSERT_TRUE(StoreTarget(Stations(), 1, 3, false, 64, &isInactive).ok());
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 3, false, 64, author_, &isInactive).ok());
   EXPECT_EQ(Field("B1 Prog"), With(5));
   EXPECT_EQ(Field("B1 First"), "5");
   EXPECT_EQ(Field("B1 Type"), "0");
@@ -148,7 +151,7 @@ TEST_F(ButtonProgramTest, TargetsAreStoredWithTheLowest) {
 
 TEST_F(ButtonProgramTest, TheLastTargetTakenMakesItInactive) {
   bool isInactive = false;
-  ASSERT_TRUE(StoreTarget(Stations(), 1, 5, false, 64, &isInactive).ok());
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 5, false, 64, author_, &isInactive).ok());
   EXPECT_TRUE(isInactive);
   EXPECT_EQ(Field("B1 Prog"), kNoFlags);
   EXPECT_EQ(Field("B1 First"), "1");
@@ -159,61 +162,61 @@ TEST_F(ButtonProgramTest, TheLastTargetTakenMakesItInactive) {
 TEST_F(ButtonProgramTest, WhatIsStoredIsWellFormed) {
   bool isInactive = false;
   Set("B1 Prog", jet::Value());
-  ASSERT_TRUE(StoreTarget(Stations(), 1, 64, true, 64, &isInactive).ok());
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 64, true, 64, author_, &isInactive).ok());
   EXPECT_EQ(Field("B1 Prog"), With(64));
   EXPECT_EQ(Field("B1 First"), "64");
   Set("B1 Prog", "x1");
-  ASSERT_TRUE(StoreTarget(Stations(), 1, 3, true, 64, &isInactive).ok());
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 3, true, 64, author_, &isInactive).ok());
   EXPECT_EQ(Field("B1 Prog"), "011" + std::string(61, '0'));
   Set("B1 Prog", kNoFlags + "1?");
-  ASSERT_TRUE(StoreTarget(Stations(), 1, 1, true, 64, &isInactive).ok());
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 1, true, 64, author_, &isInactive).ok());
   EXPECT_EQ(Field("B1 Prog"), With(1) + "1?");
-  ASSERT_TRUE(StoreTarget(Stations(), 1, 1, false, 64, &isInactive).ok());
+  ASSERT_TRUE(StoreTarget(Stations(), 1, 1, false, 64, author_, &isInactive).ok());
   EXPECT_EQ(Field("B1 Prog"), kNoFlags + "1?");
   EXPECT_EQ(Field("B1 Type"), "254") << "a target beyond the boxes is no target";
 }
 
 TEST_F(ButtonProgramTest, AnotherTypeIsStored) {
   bool changed = false;
-  ASSERT_TRUE(StoreType(Stations(), 1, 2, &changed).ok());
+  ASSERT_TRUE(StoreType(Stations(), 1, 2, author_, &changed).ok());
   EXPECT_TRUE(changed);
   EXPECT_EQ(Field("B1 Type"), "2");
-  ASSERT_TRUE(StoreType(Stations(), 1, 2, &changed).ok());
+  ASSERT_TRUE(StoreType(Stations(), 1, 2, author_, &changed).ok());
   EXPECT_FALSE(changed);
-  ASSERT_TRUE(StoreType(Stations(), 2, 0, &changed).ok());
+  ASSERT_TRUE(StoreType(Stations(), 2, 0, author_, &changed).ok());
   EXPECT_TRUE(changed) << "null is no operation yet";
   EXPECT_EQ(Field("B2 Type"), "0");
 }
 
 TEST_F(ButtonProgramTest, OnlyAButtonWithoutTargetsIsMadeInactive) {
   bool changed = true;
-  ASSERT_TRUE(StoreInactive(Stations(), 1, &changed).ok());
+  ASSERT_TRUE(StoreInactive(Stations(), 1, author_, &changed).ok());
   EXPECT_FALSE(changed);
   EXPECT_EQ(Field("B1 Type"), "0");
   Set("B1 Prog", kNoFlags);
   Set("B1 Type", 1);
-  ASSERT_TRUE(StoreInactive(Stations(), 1, &changed).ok());
+  ASSERT_TRUE(StoreInactive(Stations(), 1, author_, &changed).ok());
   EXPECT_TRUE(changed);
   EXPECT_EQ(Field("B1 Type"), "254");
   EXPECT_EQ(Field("B1 First"), "1");
-  ASSERT_TRUE(StoreInactive(Stations(), 1, &changed).ok());
+  ASSERT_TRUE(StoreInactive(Stations(), 1, author_, &changed).ok());
   EXPECT_FALSE(changed) << "it is already";
-  ASSERT_TRUE(StoreInactive(Stations(), 2, &changed).ok());
+  ASSERT_TRUE(StoreInactive(Stations(), 2, author_, &changed).ok());
   EXPECT_TRUE(changed);
   EXPECT_EQ(Field("B2 Type"), "254");
   EXPECT_EQ(Field("B2 Prog"), "null");
 }
 
 TEST_F(ButtonProgramTest, RelaysAreStored) {
-  ASSERT_TRUE(StoreRelay(Stations(), 64, true, 64).ok());
+  ASSERT_TRUE(StoreRelay(Stations(), 64, true, 64, author_).ok());
   EXPECT_EQ(Field("Relays"), With(64));
-  ASSERT_TRUE(StoreRelay(Stations(), 64, false, 64).ok());
+  ASSERT_TRUE(StoreRelay(Stations(), 64, false, 64, author_).ok());
   EXPECT_EQ(Field("Relays"), kNoFlags);
   Set("Relays", "1z");
   std::string relays;
   ASSERT_TRUE(ReadRelays(Stations(), &relays).ok());
   EXPECT_EQ(relays, "10");
-  ASSERT_TRUE(StoreRelay(Stations(), 3, true, 64).ok());
+  ASSERT_TRUE(StoreRelay(Stations(), 3, true, 64, author_).ok());
   EXPECT_EQ(Field("Relays"), "101" + std::string(61, '0'));
 }
 
@@ -229,14 +232,16 @@ TEST_F(ButtonProgramTest, WithoutARecordEverythingFailsAndNothingBreaks) {
   EXPECT_THAT(captions, ElementsAre("NONE", "NONE", "NONE"));
   EXPECT_EQ(ReadButtonTypes(Stations(), 2, &types).Number(), 3021);
   EXPECT_THAT(types, ElementsAre(kNoType, kNoType));
-  EXPECT_EQ(StoreTarget(Stations(), 1, 1, true, 64, &flag).Number(), 3021);
-  EXPECT_EQ(StoreType(Stations(), 1, 1, &flag).Number(), 3021);
-  EXPECT_EQ(StoreInactive(Stations(), 1, &flag).Number(), 3021);
-  EXPECT_EQ(StoreRelay(Stations(), 1, true, 64).Number(), 3021);
+  EXPECT_EQ(StoreTarget(Stations(), 1, 1, true, 64, author_, &flag).Number(), 3021);
+  EXPECT_EQ(StoreType(Stations(), 1, 1, author_, &flag).Number(), 3021);
+  EXPECT_EQ(StoreInactive(Stations(), 1, author_, &flag).Number(), 3021);
+  EXPECT_EQ(StoreRelay(Stations(), 1, true, 64, author_).Number(), 3021);
   EXPECT_FALSE(flag);
 }
 
 TEST(ButtonProgramFields, ThatAreLackingFailAlone) {
+  Changes changes;
+  const Author author{changes, Origin::Operator};
   test::SmallDatabase database(test::StationsWithout("B2 Type"));
   database.AddStation(1, {{"Label", "A"}, {"B1 First", 1}, {"B2 First", 1}, {"B3 First", 1}});
   jet::RecordSet& stations = *database.Files().Stations();
@@ -248,11 +253,11 @@ TEST(ButtonProgramFields, ThatAreLackingFailAlone) {
   EXPECT_EQ(ReadButtonTypes(stations, 3, &types).Number(), 3265);
   EXPECT_THAT(types, ElementsAre(0, kNoType, 0));
   bool isInactive = false;
-  EXPECT_EQ(StoreTarget(stations, 2, 1, false, 64, &isInactive).Number(), 3265);
+  EXPECT_EQ(StoreTarget(stations, 2, 1, false, 64, author, &isInactive).Number(), 3265);
   EXPECT_FALSE(isInactive);
   EXPECT_FALSE(stations.IsChanging());
   EXPECT_EQ(database.Field(1, "B2 First"), "1") << "stored whole or not at all";
 }
 
 }  // namespace
-}  // namespace rules
+}  // namespace stations

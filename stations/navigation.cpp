@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/station_navigation.h"
+#include "stations/navigation.h"
 
 #include "db/schema.h"
 #include "db/station_fields.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 constexpr int kManySteps = 10;
@@ -78,4 +78,4 @@ model::Status MoveStation(jet::RecordSet& stations, Movement movement, int stati
   return {};
 }
 
-}  // namespace rules
+}  // namespace stations

@@ -1,20 +1,17 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/label_rules.h"
+#include "stations/label_texts.h"
 
 #include <algorithm>
 
 #include "db/jet/text_codec.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
 constexpr char16_t kEndOfMessage = 0xFF;
 constexpr char16_t kFirstWide = 0x80;
-
-constexpr char kQuote = '"';
-constexpr char kTab = '\t';
 
 // A text that is not UTF-8 comes out as a character that no field takes.
 std::u16string UnitsOf(std::string_view text) {
@@ -43,31 +40,6 @@ TextProblem ProblemOf(LabelColumn column, char16_t unit) {
   if (jet::ByteOfUnit(unit) < 0) return TextProblem::NotInCodePage;
   if (unit == kEndOfMessage && IsLabel(column)) return TextProblem::EndOfMessage;
   return TextProblem::None;
-}
-
-bool EndsCell(char c) { return c == kTab || c == '\n' || c == '\r'; }
-
-// Reads the cell at text[*at] and leaves *at on what ends it.
-std::string ReadCell(std::string_view text, std::size_t* at) {
-  if (*at < text.size() && text[*at] == kQuote) {
-    std::string cell;
-    for (std::size_t i = *at + 1; i < text.size(); ++i) {
-      if (text[i] != kQuote) {
-        cell += text[i];
-      } else if (i + 1 < text.size() && text[i + 1] == kQuote) {
-        cell += kQuote;
-        ++i;
-      } else if (i + 1 == text.size() || EndsCell(text[i + 1])) {
-        *at = i + 1;
-        return cell;
-      } else {
-        break;  // the quotes are part of an ordinary text
-      }
-    }
-  }
-  const std::size_t begin = *at;
-  while (*at < text.size() && !EndsCell(text[*at])) ++*at;
-  return std::string(text.substr(begin, *at - begin));
 }
 
 }  // namespace
@@ -118,43 +90,4 @@ std::optional<int> ParseHidden(std::string_view word) {
   return std::nullopt;
 }
 
-TextBlock ParseBlock(std::string_view text) {
-  TextBlock block;
-  for (std::size_t at = 0; at < text.size();) {
-    std::vector<std::string>& row = block.emplace_back();
-    row.push_back(ReadCell(text, &at));
-    while (at < text.size() && text[at] == kTab) {
-      ++at;
-      row.push_back(ReadCell(text, &at));
-    }
-    const bool endsInTwo = at + 1 < text.size() && text[at] == '\r' && text[at + 1] == '\n';
-    at += endsInTwo ? 2 : 1;
-  }
-  return block;
-}
-
-std::string WriteBlock(const TextBlock& block) {
-  std::string text;
-  for (const std::vector<std::string>& row : block) {
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      if (i > 0) text += kTab;
-      const std::string& cell = row[i];
-      const bool needsQuotes = cell.find_first_of("\t\r\n") != std::string::npos ||
-                               (!cell.empty() && cell.front() == kQuote);
-      if (!needsQuotes) {
-        text += cell;
-        continue;
-      }
-      text += kQuote;
-      for (const char c : cell) {
-        if (c == kQuote) text += kQuote;
-        text += c;
-      }
-      text += kQuote;
-    }
-    text += '\n';
-  }
-  return text;
-}
-
-}  // namespace rules
+}  // namespace stations

@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: MIT
 //
-// What the grid of station labels shows and takes: its columns, the texts that fit into them,
-// and blocks of cells as spreadsheets copy them.  All texts are UTF-8.
+// The fields in which people label a station, and the texts that fit into them.  All texts are
+// UTF-8.
 
-#ifndef VIEWS_RULES_LABEL_RULES_H_
-#define VIEWS_RULES_LABEL_RULES_H_
+#ifndef STATIONS_LABEL_TEXTS_H_
+#define STATIONS_LABEL_TEXTS_H_
 
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "db/jet/value.h"
 #include "db/station_fields.h"
 
-namespace rules {
+namespace stations {
 
+// In the order in which they are shown.
 enum class LabelColumn : std::uint8_t {
   Station,
   StationLabel,
@@ -28,28 +28,25 @@ enum class LabelColumn : std::uint8_t {
   Notes
 };
 
-// A column of the grid.  Its texts are fixed and end with a NUL.
+// A field of the table of stations that holds one of these texts.
 struct LabelColumnSpec {
-  const char* caption;
-  const char* key;
-  const char* field;  // of the table of stations
-  int maxLength;      // in characters; 0 when the column holds no text
-  int twips;          // its width
+  const char* field;
+  int maxLength;  // in characters; 0 when it holds no text
 
   bool IsText() const { return maxLength > 0; }
 };
 
 inline constexpr int kLabelColumnCount = 7;
 
-// In the order of the grid.
+// In the order of LabelColumn.
 inline constexpr std::array<LabelColumnSpec, kLabelColumnCount> kLabelColumns = {{
-    {"Station", "StaNum", db::kStationNumField, 0, 960},
-    {"Station Label", "StaLabel", db::kLabelField, 8, 1400},
-    {"Input Label", "SysInLabel", db::kInLabelField, 8, 1400},
-    {"Hidden", "StaHidden", db::kHiddenField, 0, 1000},
-    {"System Input", "SysInput", db::kSysInputField, 20, 1400},
-    {"System Output", "SysOutput", db::kSysOutputField, 20, 1500},
-    {"Station Notes", "StaNotes", db::kNotesField, 128, 3500},
+    {db::kStationNumField, 0},
+    {db::kLabelField, 8},
+    {db::kInLabelField, 8},
+    {db::kHiddenField, 0},
+    {db::kSysInputField, 20},
+    {db::kSysOutputField, 20},
+    {db::kNotesField, 128},
 }};
 
 constexpr const LabelColumnSpec& Spec(LabelColumn column) {
@@ -92,18 +89,6 @@ std::string HiddenText(const jet::Value& hidden);
 // The flag that a word stands for: No, Yes (in either case), 0, 1.
 std::optional<int> ParseHidden(std::string_view word);
 
-// The cells of a block, row by row; rows may have different lengths.
-using TextBlock = std::vector<std::vector<std::string>>;
+}  // namespace stations
 
-// Takes apart a block as spreadsheets copy it: cells separated by tabs, rows by line ends (LF,
-// CR LF or CR; one at the end ends the last row).  A cell in quotes may hold all of these, and
-// quotes that are doubled; a cell that only begins with a quote is taken as it stands.  An empty
-// text has no rows.
-TextBlock ParseBlock(std::string_view text);
-
-// The same the other way round: with quotes where a cell needs them, rows ended by LF.
-std::string WriteBlock(const TextBlock& block);
-
-}  // namespace rules
-
-#endif  // VIEWS_RULES_LABEL_RULES_H_
+#endif  // STATIONS_LABEL_TEXTS_H_

@@ -3,8 +3,8 @@
 // What an opto input does, as the current record of the stations has it: opto k is programmed in
 // the record at position k.
 
-#ifndef VIEWS_RULES_OPTO_PROGRAM_H_
-#define VIEWS_RULES_OPTO_PROGRAM_H_
+#ifndef STATIONS_OPTO_PROGRAM_H_
+#define STATIONS_OPTO_PROGRAM_H_
 
 #include <cstdint>
 #include <string>
@@ -13,9 +13,10 @@
 
 #include "db/jet/record_set.h"
 #include "model/status.h"
-#include "views/rules/operations.h"
+#include "stations/change.h"
+#include "stations/operations.h"
 
-namespace rules {
+namespace stations {
 
 // Targets and channels that an opto can have, however many stations there are.
 inline constexpr int kOptoTargets = 64;
@@ -60,14 +61,17 @@ enum class OptoEdit : std::uint8_t {
 
 // Selects or drops a target (1 to kOptoTargets).  The lowest target is stored with it; without
 // any target the opto becomes inactive, and its lowest is 1.
-model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selected, OptoEdit* edit);
+model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selected,
+                              const Author& author, OptoEdit* edit);
 
 // Stores the code of an operation.
-model::Status StoreOptoType(jet::RecordSet& stations, int type, OptoEdit* edit);
+model::Status StoreOptoType(jet::RecordSet& stations, int type, const Author& author,
+                            OptoEdit* edit);
 
 // Stores a channel (1 to kOptoChannels).
-model::Status StoreOptoChannel(jet::RecordSet& stations, int channel, OptoEdit* edit);
+model::Status StoreOptoChannel(jet::RecordSet& stations, int channel, const Author& author,
+                               OptoEdit* edit);
 
-}  // namespace rules
+}  // namespace stations
 
-#endif  // VIEWS_RULES_OPTO_PROGRAM_H_
+#endif  // STATIONS_OPTO_PROGRAM_H_

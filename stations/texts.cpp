@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/rules/station_texts.h"
+#include "stations/texts.h"
 
-namespace rules {
+namespace stations {
 
-model::Status ReadStationTexts(jet::RecordSet& stations, std::string_view field, int count,
-                               std::vector<std::optional<std::string>>* texts) {
+model::Status ReadTexts(jet::RecordSet& stations, std::string_view field, int count,
+                        std::vector<std::optional<std::string>>* texts) {
   texts->clear();
   texts->reserve(static_cast<std::size_t>(count));
   if (const jet::Status moved = stations.MoveFirst(); !moved.ok()) return moved;
@@ -19,13 +19,13 @@ model::Status ReadStationTexts(jet::RecordSet& stations, std::string_view field,
   return {};
 }
 
-model::Status ReadAvailableStationTexts(jet::RecordSet& stations, std::string_view field, int count,
-                                        std::vector<std::optional<std::string>>* texts) {
+model::Status ReadAvailableTexts(jet::RecordSet& stations, std::string_view field, int count,
+                                 std::vector<std::optional<std::string>>* texts) {
   constexpr int kEnd = static_cast<int>(jet::ErrorNumber::NoCurrentRecord);
-  model::Status status = ReadStationTexts(stations, field, count, texts);
+  model::Status status = ReadTexts(stations, field, count, texts);
   if (status.Number() != kEnd) return status;
   texts->resize(static_cast<std::size_t>(count));
   return {};
 }
 
-}  // namespace rules
+}  // namespace stations

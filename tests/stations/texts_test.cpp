@@ -9,10 +9,10 @@
 
 #include "db/jet/database.h"
 #include "db/schema.h"
-#include "views/rules/inhibit_records.h"
-#include "views/rules/station_texts.h"
+#include "stations/inhibits.h"
+#include "stations/texts.h"
 
-namespace rules {
+namespace stations {
 namespace {
 
 using testing::ElementsAre;
@@ -45,21 +45,23 @@ class StationRecordsTest : public testing::Test {
 
   std::unique_ptr<jet::Database> database_;
   std::unique_ptr<jet::RecordSet> stations_;
+  Changes changes_;
+  const Author author_{changes_, Origin::Operator};
 };
 
 TEST_F(StationRecordsTest, TextsComeInTheOrderOfTheIndex) {
   std::vector<std::optional<std::string>> texts;
-  ASSERT_TRUE(ReadStationTexts(*stations_, "Label", 3, &texts).ok());
+  ASSERT_TRUE(ReadTexts(*stations_, "Label", 3, &texts).ok());
   EXPECT_THAT(texts, ElementsAre("two", std::nullopt, "seven"));
-  ASSERT_TRUE(ReadStationTexts(*stations_, "Inhibits", 2, &texts).ok());
+  ASSERT_TRUE(ReadTexts(*stations_, "Inhibits", 2, &texts).ok());
   EXPECT_THAT(texts, ElementsAre(std::nullopt, "1"));
-  ASSERT_TRUE(ReadStationTexts(*stations_, "Label", 0, &texts).ok());
+  ASSERT_TRUE(ReadTexts(*stations_, "Label", 0, &texts).ok());
   EXPECT_THAT(texts, ElementsAre());
 }
 
 TEST_F(StationRecordsTest, MissingRecordsAreAFailureAfterWhatWasRead) {
   std::vector<std::optional<std::string>> texts;
-  const model::Status status = ReadStationTexts(*stations_, "Label", 4, &texts);
+  const model::Status status = ReadTexts(*stations_, "Label", 4, &texts);
   EXPECT_FALSE(status.ok());
   EXPECT_EQ(status.Number(), 3021);
   EXPECT_THAT(texts, ElementsAre("two", std::nullopt, "seven"));
@@ -67,7 +69,7 @@ TEST_F(StationRecordsTest, MissingRecordsAreAFailureAfterWhatWasRead) {
 
 TEST_F(StationRecordsTest, MissingFieldIsAFailure) {
   std::vector<std::optional<std::string>> texts;
-  EXPECT_EQ(ReadStationTexts(*stations_, "NoSuchField", 1, &texts).Number(), 3265);
+  EXPECT_EQ(ReadTexts(*stations_, "NoSuchField", 1, &texts).Number(), 3265);
   EXPECT_THAT(texts, ElementsAre());
 }
 
@@ -84,17 +86,17 @@ TEST_F(StationRecordsTest, InhibitsAreFoundByNumber) {
 TEST_F(StationRecordsTest, InhibitsAreStoredInTheRecordFound) {
   std::optional<std::string> flags;
   ASSERT_TRUE(FindInhibits(*stations_, 4, &flags).ok());
-  ASSERT_TRUE(StoreInhibits(*stations_, "0110").ok());
+  ASSERT_TRUE(StoreInhibits(*stations_, "0110", author_).ok());
   std::vector<std::optional<std::string>> texts;
-  ASSERT_TRUE(ReadStationTexts(*stations_, "Inhibits", 3, &texts).ok());
+  ASSERT_TRUE(ReadTexts(*stations_, "Inhibits", 3, &texts).ok());
   EXPECT_THAT(texts, ElementsAre(std::nullopt, "0110", "0100"));
 }
 
 TEST_F(StationRecordsTest, StoringWithoutARecordFails) {
   std::optional<std::string> flags;
   ASSERT_TRUE(FindInhibits(*stations_, 3, &flags).ok());
-  EXPECT_EQ(StoreInhibits(*stations_, "1").Number(), 3021);
+  EXPECT_EQ(StoreInhibits(*stations_, "1", author_).Number(), 3021);
 }
 
 }  // namespace
-}  // namespace rules
+}  // namespace stations
