@@ -7,8 +7,10 @@
 
 namespace stations {
 
-bool Change::Has(std::string_view field) const {
-  return std::ranges::find(fields, field, &FieldChange::field) != fields.end();
+bool Touches(std::span<const Change> changes, std::string_view field) {
+  return std::ranges::any_of(changes, [&](const Change& change) {
+    return std::ranges::find(change.fields, field, &FieldChange::field) != change.fields.end();
+  });
 }
 
 ChangeObserver::ChangeObserver(Changes& changes) : changes_(changes) { changes_.Add(*this); }
@@ -20,19 +22,24 @@ void Changes::Remove(const ChangeObserver& observer) { std::erase(observers_, &o
 void Changes::Announce(Change change) {
   if (isHeld_) {
     held_.push_back(std::move(change));
-    return;
+  } else {
+    Tell({&change, 1});
   }
-  for (ChangeObserver* const observer : observers_) observer->Changed(change);
 }
 
 void Changes::Release() {
   isHeld_ = false;
-  for (Change& change : std::exchange(held_, {})) Announce(std::move(change));
+  const std::vector<Change> changes = std::exchange(held_, {});
+  if (!changes.empty()) Tell(changes);
 }
 
 void Changes::Drop() {
   isHeld_ = false;
   held_.clear();
+}
+
+void Changes::Tell(std::span<const Change> changes) {
+  for (ChangeObserver* const observer : observers_) observer->Changed(changes);
 }
 
 }  // namespace stations

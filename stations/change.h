@@ -6,6 +6,7 @@
 #define STATIONS_CHANGE_H_
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,11 +30,12 @@ struct Change {
   Origin origin;
   int station;                      // its number; 0 when that cannot be read
   std::vector<FieldChange> fields;  // at least one, in the order in which they were set
-
-  bool Has(std::string_view field) const;
 };
 
 class Changes;
+
+// Whether any of the changes is one of that field.
+bool Touches(std::span<const Change> changes, std::string_view field);
 
 // Hears of every change as long as it lives.
 class ChangeObserver {
@@ -44,8 +46,8 @@ class ChangeObserver {
   ChangeObserver(const ChangeObserver&) = delete;
   ChangeObserver& operator=(const ChangeObserver&) = delete;
 
-  // `change` has been stored.
-  virtual void Changed(const Change& change) = 0;
+  // All of these have been stored at once, for one author; there is at least one.
+  virtual void Changed(std::span<const Change> changes) = 0;
 
  private:
   Changes& changes_;
@@ -61,12 +63,14 @@ class Changes {
   void Announce(Change change);
 
   // Keeps what is announced from now on, for records that are stored together: Release() tells of
-  // it, Drop() forgets it.
+  // it at once, Drop() forgets it.
   void Hold() { isHeld_ = true; }
   void Release();
   void Drop();
 
  private:
+  void Tell(std::span<const Change> changes);
+
   std::vector<ChangeObserver*> observers_;
   bool isHeld_ = false;
   std::vector<Change> held_;

@@ -25,8 +25,8 @@ QString ChannelLabels::Input(int input) {
   return QCoreApplication::translate("ChannelLabels", "In %1").arg(input);
 }
 
-void ChannelLabels::Changed(const stations::Change& change) {
-  if (change.Has(db::kLabelField) || change.Has(db::kInLabelField)) read_ = false;
+void ChannelLabels::Changed(std::span<const stations::Change> changes) {
+  if (Touches(changes, db::kLabelField) || Touches(changes, db::kInLabelField)) read_ = false;
 }
 
 // Words are not worth a report: what cannot be read has its number.

@@ -31,7 +31,7 @@ class ChannelLabels : public stations::ChangeObserver {
   QString Output(int output);
   QString Input(int input);
 
-  void Changed(const stations::Change& change) override;
+  void Changed(std::span<const stations::Change> changes) override;
 
  private:
   using Labels = std::vector<std::optional<std::string>>;

@@ -30,8 +30,8 @@ class InhibitedCells : public stations::ChangeObserver {
   // or that cannot be read, is not.
   bool Contain(int output, int input);
 
-  void Changed(const stations::Change& change) override {
-    if (change.Has(db::kInhibitsField)) read_ = false;
+  void Changed(std::span<const stations::Change> changes) override {
+    if (Touches(changes, db::kInhibitsField)) read_ = false;
   }
 
  private:

@@ -9,8 +9,8 @@
 #include <string_view>
 
 #include "stations/journal/act.h"
+#include "stations/journal/compaction.h"
 #include "stations/journal/contents.h"
-#include "stations/journal/fold.h"
 
 namespace {
 
@@ -59,8 +59,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check(kept != nullptr && kept->IsUnsaved());
     std::size_t unreadable = 0;
     std::size_t keptUnreadable = 0;
-    const auto before = stations::Fold(stations::ActsOf(run, &unreadable));
-    const auto after = stations::Fold(stations::ActsOf(*kept, &keptUnreadable));
+    const auto before = stations::ChangesOf(stations::ActsOf(run, &unreadable));
+    const auto after = stations::ChangesOf(stations::ActsOf(*kept, &keptUnreadable));
     Check(unreadable == keptUnreadable && IsSame(before, after));
   }
   return 0;

@@ -6,7 +6,8 @@
 
 #include <string>
 
-#include "stations/journal/fold.h"
+#include "stations/fold.h"
+#include "stations/journal/compaction.h"
 
 namespace stations {
 namespace {
@@ -118,12 +119,12 @@ TEST(JournalAct, WhatCannotBeCarriedOutIsNotRead) {
   }
 }
 
-TEST(JournalFold, OfSeveralChangesOfAFieldTheFirstBeforeAndTheLastAfterCount) {
+TEST(JournalChanges, OfSeveralChangesOfAFieldTheFirstBeforeAndTheLastAfterCount) {
   const std::vector<Act> acts = {OneChange(Origin::Operator, 2, "Label", "A", "B"),
                                  OneChange(Origin::Operator, 1, "Label", "X", "Y"),
                                  OneChange(Origin::Operator, 2, "Hidden", 0, 1),
                                  OneChange(Origin::Switcher, 2, "Label", "B", "C")};
-  const std::vector<Change> folded = Fold(acts);
+  const std::vector<Change> folded = ChangesOf(acts);
   ASSERT_EQ(folded.size(), 2u);
   EXPECT_EQ(folded[0].station, 1);
   EXPECT_EQ(folded[1].station, 2);
@@ -135,10 +136,10 @@ TEST(JournalFold, OfSeveralChangesOfAFieldTheFirstBeforeAndTheLastAfterCount) {
   EXPECT_EQ(folded[1].fields[1].field, "Hidden");
 }
 
-TEST(JournalFold, WhatCameBackToWhatItWasIsNoChange) {
+TEST(JournalChanges, WhatCameBackToWhatItWasIsNoChange) {
   const std::vector<Act> acts = {OneChange(Origin::Operator, 2, "Label", "A", "B"),
                                  OneChange(Origin::Operator, 2, "Label", "B", "A")};
-  EXPECT_TRUE(Fold(acts).empty());
+  EXPECT_TRUE(ChangesOf(acts).empty());
 }
 
 std::string ActLine(std::int64_t number, std::int64_t run, const Act& act) {

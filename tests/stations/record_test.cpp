@@ -130,7 +130,7 @@ TEST_F(ChangesTest, TellWhatGotAnotherValue) {
 TEST_F(ChangesTest, ComeWhenTheyAreStored) {
   struct Reader : ChangeObserver {
     Reader(Changes& changes, RecordTest& test) : ChangeObserver(changes), test_(test) {}
-    void Changed(const Change& /*change*/) override { label = test_.Label(); }
+    void Changed(std::span<const Change> /*changes*/) override { label = test_.Label(); }
     std::string label;
     RecordTest& test_;
   } reader(changes_, *this);

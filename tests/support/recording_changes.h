@@ -3,6 +3,7 @@
 #ifndef TESTS_SUPPORT_RECORDING_CHANGES_H_
 #define TESTS_SUPPORT_RECORDING_CHANGES_H_
 
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,7 +17,19 @@ class RecordingChanges : public stations::ChangeObserver {
  public:
   using ChangeObserver::ChangeObserver;
 
-  void Changed(const stations::Change& change) override {
+  void Changed(std::span<const stations::Change> changes) override {
+    ++times;
+    for (const stations::Change& change : changes) seen.push_back(InWords(change));
+  }
+
+  // What was announced since the last question.
+  std::vector<std::string> Take() { return std::exchange(seen, {}); }
+
+  std::vector<std::string> seen;
+  int times = 0;  // what is stored at once is announced at once
+
+ private:
+  static std::string InWords(const stations::Change& change) {
     std::string line = change.origin == stations::Origin::Operator ? "operator " : "switcher ";
     line += std::to_string(change.station);
     const char* separator = ": ";
@@ -24,15 +37,9 @@ class RecordingChanges : public stations::ChangeObserver {
       line += separator + field.field + " " + InWords(field.before) + " > " + InWords(field.after);
       separator = ", ";
     }
-    seen.push_back(line);
+    return line;
   }
 
-  // What was announced since the last question.
-  std::vector<std::string> Take() { return std::exchange(seen, {}); }
-
-  std::vector<std::string> seen;
-
- private:
   static std::string InWords(const jet::Value& value) {
     if (value.IsNull()) return "null";
     return value.GetKind() == jet::Value::Kind::Int ? std::to_string(value.Int()) : value.Text();

@@ -1,25 +1,16 @@
 // SPDX-License-Identifier: MIT
 
-#include "stations/journal/fold.h"
+#include "stations/journal/compaction.h"
 
 #include <algorithm>
 #include <map>
 #include <set>
 #include <utility>
 
+#include "stations/fold.h"
+
 namespace stations {
 namespace {
-
-void Merge(std::vector<FieldChange>* into, const std::vector<FieldChange>& fields) {
-  for (const FieldChange& field : fields) {
-    const auto known = std::ranges::find(*into, field.field, &FieldChange::field);
-    if (known == into->end()) {
-      into->push_back(field);
-    } else {
-      known->after = field.after;
-    }
-  }
-}
 
 // What is kept of a run that broke off, by the numbers of the lines.
 void KeepWhole(const JournalRun& run, std::map<std::int64_t, std::string>* kept) {
@@ -33,7 +24,7 @@ void KeepWhole(const JournalRun& run, std::map<std::int64_t, std::string>* kept)
     std::string content(line.content);
     if (pending.acts.size() > 1) {
       Act act = pending.acts.back();
-      act.changes = Fold(pending.acts);
+      act.changes = ChangesOf(pending.acts);
       content = WriteAct(act);
     }
     line.content = content;
@@ -56,25 +47,6 @@ void KeepWhole(const JournalRun& run, std::map<std::int64_t, std::string>* kept)
 
 }  // namespace
 
-std::vector<Change> Fold(std::span<const Act> acts) {
-  std::map<int, Change> stations;
-  for (const Act& act : acts) {
-    for (const Change& change : act.changes) {
-      const auto at =
-          stations.try_emplace(change.station, Change{act.origin, change.station, {}}).first;
-      at->second.origin = act.origin;
-      Merge(&at->second.fields, change.fields);
-    }
-  }
-  std::vector<Change> folded;
-  for (auto& [number, change] : stations) {
-    std::erase_if(change.fields,
-                  [](const FieldChange& field) { return field.before == field.after; });
-    if (!change.fields.empty()) folded.push_back(std::move(change));
-  }
-  return folded;
-}
-
 std::vector<Act> ActsOf(const JournalRun& run, std::size_t* unreadable) {
   std::vector<Act> acts;
   *unreadable = 0;
@@ -87,6 +59,12 @@ std::vector<Act> ActsOf(const JournalRun& run, std::size_t* unreadable) {
     }
   }
   return acts;
+}
+
+std::vector<Change> ChangesOf(std::span<const Act> acts) {
+  std::vector<Change> all;
+  for (const Act& act : acts) all.insert(all.end(), act.changes.begin(), act.changes.end());
+  return Fold(all);
 }
 
 std::string Compact(const JournalContents& contents, std::uint64_t history) {
