@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/decode_tick.h"
 #include "app/shell/about_dialog.h"
 #include "app/shell/mdi_arrangement.h"
 #include "app/start_up.h"
@@ -65,8 +66,10 @@ Console::Console(AppFolder folder)
                .decodeTimer = window_,
                .events = panelReports_,
                .reporter = panelErrors_}),
-      forwarding_(views_, panels_),
-      decoder_(model_, files_, boxes_, forwarding_),
+      decoder_({.model = model_,
+                .database = [this] { return files_.Database(); },
+                .reporter = boxes_,
+                .observers = {views_, panels_}}),
       link_(model_, port_, decoder_, window_),
       transfers_(window_, views_, {.model = model_, .tables = tables_, .poll = *this},
                  {.parts = {.model = model_,
@@ -258,8 +261,7 @@ void Console::ConnectTimers() {
     aids_.Tick();
   });
   connect(&window_.DecodeTimer(), &QTimer::timeout, this, [this] {
-    const bool worked = panels_.DecodeTick([this] { return link_.DecodeTick(); });
-    if (!worked) window_.DecodeTimer().stop();
+    if (!DecodeTick(link_, panels_)) window_.DecodeTimer().stop();
   });
 }
 

@@ -86,7 +86,10 @@ class LogKeeperTest : public testing::Test {
                     .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .observers = {views_}}};
   switcher::Link link_{model_, port_, decoder_, window_};
   Transfers transfers_{window_,
                        views_,

@@ -69,7 +69,10 @@ class OpenMapTest : public testing::Test {
                     .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .observers = {views_}}};
 };
 
 constexpr char kOutputLabels[] =

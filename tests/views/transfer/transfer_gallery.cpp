@@ -140,7 +140,10 @@ class Gallery : public switcher::PollSwitch {
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   test::RecordingSwitcherEvents events_;
-  switcher::Decoder decoder_{model_, files_, reporter_, events_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return files_.Database(); },
+                              .reporter = reporter_,
+                              .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   switcher::TableSenders senders_{model_, files_, port_, reporter_};
