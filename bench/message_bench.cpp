@@ -20,7 +20,7 @@
 #include "db/jet/database.h"
 #include "db/schema.h"
 #include "switcher/decoder.h"
-#include "switcher/table_reader.h"
+#include "switcher/load_tables.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"
 #include "switcher/wire/messages/gain.h"
@@ -165,6 +165,8 @@ const Kind kKinds[] = {
      }},
 };
 
+static_assert(std::size(kKinds) == std::size(kMessages), "a message is not measured");
+
 // Notes the size of the message that each turn handled.
 void Report(benchmark::State& state, std::size_t bytes) {
   state.counters["bytes"] = static_cast<double>(bytes);
@@ -229,17 +231,17 @@ Bytes ReadTable(StoredSystem& system, std::string_view name) {
   const int last = system.model.ChannelCount;
   if (name == "LabelTexts") {
     LabelMessages messages;
-    Require(ReadLabels(*system.database, system.model, kOutputLabels, &messages).ok());
+    Require(LoadLabels(*system.database, system.model, kOutputLabels, &messages).ok());
     return messages.texts;
   }
   if (name == "OptoData") {
     Bytes message;
-    Require(ReadOptos(*system.database, system.model, &message).ok());
+    Require(LoadOptos(*system.database, system.model, &message).ok());
     return message;
   }
-  const auto read = name == "InhibitRow" ? ReadInhibits
-                    : name == "RelayRow" ? ReadRelays
-                                         : ReadButtons;
+  const auto read = name == "InhibitRow" ? LoadInhibits
+                    : name == "RelayRow" ? LoadRelays
+                                         : LoadButtons;
   std::optional<Bytes> message;
   Require(read(*system.database, system.model, last, &message).ok() && message.has_value());
   return *message;

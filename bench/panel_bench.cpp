@@ -132,7 +132,7 @@ void Requests(benchmark::State& state) {
   System& system = SystemOf(state.range(0));
   test::FakeSerialPort port;
   test::RecordingReporter reporter;
-  switcher::LiveCommands commands(system.model, port, reporter);
+  switcher::LiveCommands commands({.model = system.model, .port = port, .reporter = reporter});
   const switcher::LineShare line(port, [] { return milliseconds(500); });
   NoDecodeTimer decodeTimer;
   gateway::PanelEvents events;  // nobody is told

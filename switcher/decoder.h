@@ -14,8 +14,8 @@
 #include "model/observers.h"
 #include "model/status.h"
 #include "model/system_model.h"
+#include "switcher/store_tables.h"
 #include "switcher/switcher_events.h"
-#include "switcher/table_writer.h"
 #include "switcher/wire/decode_status.h"
 
 namespace switcher {
@@ -51,11 +51,17 @@ class Decoder {
   // told to the history, announced and otherwise dropped.  A failure of the database, and labels
   // for a station that has no record, are reported to the operator, once per message.  A message
   // with another code does nothing.
-  void Decode(std::span<const std::uint8_t> message);
+  using Message = std::span<const std::uint8_t>;
+  void Decode(Message message);
 
  private:
-  using Message = std::span<const std::uint8_t>;
-  using Store = std::function<model::Status(jet::Database& database, Stored* stored)>;
+  using StoreTable = std::function<model::Status(jet::Database& database, Stored* stored)>;
+
+  // What came of a table, and how much of it reached the database.
+  struct Outcome {
+    DecodeStatus status = DecodeStatus::Ok;
+    Stored stored = Stored::Nothing;
+  };
 
   void DecodeCrosspointRow(Message message);
   void DecodeGainReport(Message message);
@@ -66,11 +72,23 @@ class Decoder {
   void DecodeButtonData(Message message);
   void DecodeOptoData(Message message);
 
-  // Writes a table when its checks came to Ok and returns what came of it all; *stored says what
-  // reached the database.  A failure is reported under `failureLine`.
-  DecodeStatus StoreTable(DecodeStatus checked, std::string_view failureLine, const Store& store,
-                          Stored* stored);
-  void Tell(std::string_view description, Message message, DecodeStatus status);
+  // Stores a table when its checks came to Ok.  A failure is reported under `failureLine`.
+  Outcome Store(DecodeStatus checked, std::string_view failureLine, const StoreTable& store);
+
+  // Tells the history of a message, and the observers if it was not accepted.
+  void Tell(Message message, DecodeStatus status);
+
+  // The same of a table, which is announced when some of it was stored.
+  template <typename Event, typename... Values>
+  void Tell(Message message, const Outcome& outcome, Event event, Values... values) {
+    Tell(message, outcome.status);
+    if (outcome.stored != Stored::Nothing) Announce(event, values...);
+  }
+
+  template <typename Event, typename... Values>
+  void Announce(Event event, Values... values) const {
+    services_.observers.Tell(event, values...);
+  }
 
   const Services services_;
   MessageHistory* history_ = nullptr;

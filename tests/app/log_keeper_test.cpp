@@ -74,8 +74,9 @@ class LogKeeperTest : public testing::Test {
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
-  switcher::LiveCommands live_{model_, port_, reporter_};
-  switcher::TableSenders senders_{model_, database_.Files(), port_, reporter_};
+  switcher::LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}};
+  switcher::TableSenders senders_{
+      {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
   MessageBoxes boxes_;
   MainWindow window_{commands_};
   OpenViews views_{window_.Area(),

@@ -60,8 +60,9 @@ class TransfersTest : public testing::Test {
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
-  switcher::LiveCommands commands_{model_, port_, reporter_};
-  switcher::TableSenders senders_{model_, database_.Files(), port_, reporter_};
+  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
+  switcher::TableSenders senders_{
+      {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
   QMainWindow window_;
   QMdiArea* area_ = new QMdiArea;
   OpenViews views_{*area_,

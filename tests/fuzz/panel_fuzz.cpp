@@ -198,7 +198,7 @@ class PanelFuzz {
   CheckedEvents events_;
   Line line_;
   test::FakePauseTimer timer_;
-  switcher::LiveCommands commands_{model_, line_, reporter_};
+  switcher::LiveCommands commands_{{.model = model_, .port = line_, .reporter = reporter_}};
   switcher::LineShare share_{line_, [] { return std::chrono::milliseconds(500); }};
   std::shared_ptr<test::FakePeer> peers_[3];
   gateway::PanelGateway gateway_{{.model = model_,

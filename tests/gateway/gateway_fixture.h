@@ -111,7 +111,7 @@ class GatewayTest : public testing::Test {
   test::FakePauseTimer timer_;
   CountingDecodeTimer decodeTimer_;
   RecordingPanelEvents events_;
-  switcher::LiveCommands commands_{model_, port_, reporter_};
+  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   std::chrono::milliseconds untilPoll_{500};
   switcher::LineShare line_{port_, [this] { return untilPoll_; }};
   PanelGateway gateway_{{.model = model_,

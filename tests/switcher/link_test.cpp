@@ -308,7 +308,7 @@ TEST_F(LinkTest, DrainedOutputEndsTheSending) {
 
 TEST_F(LinkTest, ATakeThatFailedSilencesThePollUntilTheLineHasDrained) {
   Open();
-  LiveCommands commands(model_, port_, reporter_);
+  LiveCommands commands({.model = model_, .port = port_, .reporter = reporter_});
   port_.writesUntilFailure = 3;
   EXPECT_FALSE(commands.SendTake(1, 1, 0x02));
   port_.writesUntilFailure = -1;

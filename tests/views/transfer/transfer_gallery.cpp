@@ -146,7 +146,8 @@ class Gallery : public switcher::PollSwitch {
                               .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
-  switcher::TableSenders senders_{model_, files_, port_, reporter_};
+  switcher::TableSenders senders_{
+      {.model = model_, .files = files_, .port = port_, .reporter = reporter_}};
 };
 
 void Draw() {
