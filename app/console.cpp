@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/decode_tick.h"
 #include "app/shell/about_dialog.h"
 #include "app/shell/mdi_arrangement.h"
 #include "app/start_up.h"
@@ -47,9 +48,9 @@ Console::Console(AppFolder folder)
       damage_(files_, boxes_),
       window_(commands_),
       port_([this](int number) { return SerialDevice(number); }),
-      liveCommands_(model_, port_, boxes_),
+      liveCommands_({.model = model_, .port = port_, .reporter = boxes_}),
       line_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
-      tables_(model_, files_, port_, boxes_),
+      tables_({.model = model_, .files = files_, .port = port_, .reporter = boxes_}),
       views_(window_.Area(), ViewServices()),
       viewMenu_(window_.ViewMenu(), views_, window_, [this] { log_.Show(); }),
       labels_(
@@ -58,7 +59,7 @@ Console::Console(AppFolder folder)
           model_, [this] { return files_.Database(); }, changes_),
       panelReports_(window_.Status(), labels_, inhibits_),
       panelErrors_(boxes_, window_.Hints()),
-      panelCommands_(model_, port_, panelErrors_),
+      panelCommands_({.model = model_, .port = port_, .reporter = panelErrors_}),
       panels_({.model = model_,
                .files = files_,
                .commands = panelCommands_,
@@ -67,8 +68,11 @@ Console::Console(AppFolder folder)
                .decodeTimer = window_,
                .events = panelReports_,
                .reporter = panelErrors_}),
-      forwarding_(views_, panels_),
-      decoder_(model_, files_, boxes_, forwarding_, changes_),
+      decoder_({.model = model_,
+                .database = [this] { return files_.Database(); },
+                .reporter = boxes_,
+                .changes = changes_,
+                .observers = {views_, panels_}}),
       link_(model_, port_, decoder_, window_),
       transfers_(window_, views_, {.model = model_, .tables = tables_, .poll = *this},
                  {.parts = {.model = model_,
@@ -259,8 +263,7 @@ void Console::ConnectTimers() {
     aids_.Tick();
   });
   connect(&window_.DecodeTimer(), &QTimer::timeout, this, [this] {
-    const bool worked = panels_.DecodeTick([this] { return link_.DecodeTick(); });
-    if (!worked) window_.DecodeTimer().stop();
+    if (!DecodeTick(link_, panels_)) window_.DecodeTimer().stop();
   });
 }
 

@@ -14,7 +14,6 @@
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/open_views.h"
-#include "app/panel_forwarding.h"
 #include "app/shell/command_table.h"
 #include "app/shell/export_menu.h"
 #include "app/shell/help_window.h"
@@ -107,7 +106,6 @@ class Console : public QObject, private views::TableSender, private switcher::Po
   PanelErrors panelErrors_;
   switcher::LiveCommands panelCommands_;
   gateway::PanelGateway panels_;
-  PanelForwarding forwarding_;
   switcher::Decoder decoder_;
   switcher::Link link_;
   Transfers transfers_;

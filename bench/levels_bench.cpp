@@ -116,7 +116,8 @@ double DragOnTheLine(int drags) {
   test::LevelsConsole console;
   console.SetGain(0, 127);
   PacedPort port;
-  switcher::LiveCommands commands(console.model, port, console.reporter);
+  switcher::LiveCommands commands(
+      {.model = console.model, .port = port, .reporter = console.reporter});
   const views::Services& plain = console.Services();
   const views::Services services{.model = plain.model,
                                  .stations = plain.stations,

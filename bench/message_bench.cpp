@@ -20,7 +20,7 @@
 #include "db/jet/database.h"
 #include "db/schema.h"
 #include "switcher/decoder.h"
-#include "switcher/table_reader.h"
+#include "switcher/load_tables.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"
 #include "switcher/wire/messages/gain.h"
@@ -165,6 +165,8 @@ const Kind kKinds[] = {
      }},
 };
 
+static_assert(std::size(kKinds) == std::size(kMessages), "a message is not measured");
+
 // Notes the size of the message that each turn handled.
 void Report(benchmark::State& state, std::size_t bytes) {
   state.counters["bytes"] = static_cast<double>(bytes);
@@ -185,7 +187,7 @@ void Parse(benchmark::State& state, const Kind& kind) {
 }
 
 // A database in memory whose records have everything, and a decoder that writes into it.
-class StoredSystem : private SwitcherEvents, private model::ErrorReporter {
+class StoredSystem : public SwitcherEvents, private model::ErrorReporter {
  public:
   explicit StoredSystem(int channels) {
     model.ApplyFixedValues();
@@ -209,39 +211,39 @@ class StoredSystem : private SwitcherEvents, private model::ErrorReporter {
   std::unique_ptr<jet::Database> database;
 
  private:
-  void CrosspointRowChanged(int /*output*/, int /*mode*/) override {}
-  void GainsChanged() override {}
-  void TallyChanged() override {}
   void LabelsChanged(int /*selector*/) override { changed = true; }
   void InhibitsChanged(int /*output*/) override { changed = true; }
   void RelaysChanged(int /*output*/) override { changed = true; }
   void ButtonsChanged(int /*station*/) override { changed = true; }
   void OptosChanged() override { changed = true; }
-  void MessageRefused(std::string_view, DecodeStatus) override {}
   void Show(Icon /*icon*/, std::string_view /*title*/, std::string_view text) override {
     throw std::logic_error(std::string(text));
   }
 
   bool changed = false;
   stations::Changes changes;
-  Decoder decoder{model, [this] { return database.get(); }, *this, *this, changes};
+  Decoder decoder{{.model = model,
+                   .database = [this] { return database.get(); },
+                   .reporter = *this,
+                   .changes = changes,
+                   .observers = {*this}}};
 };
 
 Bytes ReadTable(StoredSystem& system, std::string_view name) {
   const int last = system.model.ChannelCount;
   if (name == "LabelTexts") {
     LabelMessages messages;
-    Require(ReadLabels(*system.database, system.model, kOutputLabels, &messages).ok());
+    Require(LoadLabels(*system.database, system.model, kOutputLabels, &messages).ok());
     return messages.texts;
   }
   if (name == "OptoData") {
     Bytes message;
-    Require(ReadOptos(*system.database, system.model, &message).ok());
+    Require(LoadOptos(*system.database, system.model, &message).ok());
     return message;
   }
-  const auto read = name == "InhibitRow" ? ReadInhibits
-                    : name == "RelayRow" ? ReadRelays
-                                         : ReadButtons;
+  const auto read = name == "InhibitRow" ? LoadInhibits
+                    : name == "RelayRow" ? LoadRelays
+                                         : LoadButtons;
   std::optional<Bytes> message;
   Require(read(*system.database, system.model, last, &message).ok() && message.has_value());
   return *message;

@@ -168,8 +168,11 @@ void DecodeRow(benchmark::State& state) {
   ToView events(map.View());
   test::RecordingReporter reporter;
   stations::Changes changes;
-  switcher::Decoder decoder(
-      map.Model(), [] { return nullptr; }, reporter, events, changes);
+  switcher::Decoder decoder({.model = map.Model(),
+                             .database = [] { return nullptr; },
+                             .reporter = reporter,
+                             .changes = changes,
+                             .observers = {events}});
   const switcher::Bytes messages[] = {RowMessage(channels, 3, true),
                                       RowMessage(channels, 3, false)};
   std::size_t next = 0;

@@ -6,9 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "db/database_files.h"
 #include "db/station_fields.h"
-#include "switcher/send.h"
-#include "switcher/wire/frame.h"
+#include "switcher/line.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"
 #include "switcher/wire/messages/gain_report.h"
@@ -16,6 +17,7 @@
 #include "switcher/wire/messages/label_texts.h"
 #include "switcher/wire/messages/opto_data.h"
 #include "switcher/wire/messages/relay_row.h"
+#include "switcher/wire/messages/row_number.h"
 #include "switcher/wire/messages/tally.h"
 
 namespace switcher {
@@ -28,167 +30,150 @@ constexpr std::string_view kChannelNotFound =
 
 }  // namespace
 
-void Decoder::Decode(std::span<const std::uint8_t> message) {
+void Decoder::Decode(Message message) {
   if (message.empty()) return;
-  switch (message[0]) {
+  switch (static_cast<MessageCode>(message[0])) {
     case kGainReportCode:
-      DecodeGainReport(message);
-      break;
+      return DecodeGainReport(message);
     case kCrosspointRowCode:
-      DecodeCrosspointRow(message);
-      break;
+      return DecodeCrosspointRow(message);
     case kAlphaLabelsCode:
-      DecodeLabels(message);
-      break;
+      return DecodeLabels(message);
     case kButtonDataCode:
-      DecodeButtonData(message);
-      break;
+      return DecodeButtonData(message);
     case kRelayRowCode:
-      DecodeRelayRow(message);
-      break;
+      return DecodeRelayRow(message);
     case kInhibitRowCode:
-      DecodeInhibitRow(message);
-      break;
+      return DecodeInhibitRow(message);
     case kTallyCode:
-      DecodeTally(message);
-      break;
+      return DecodeTally(message);
     case kOptoDataCode:
-      DecodeOptoData(message);
-      break;
-    default:
-      break;
+      return DecodeOptoData(message);
+    case kTakeCode:
+    case kGainCode:
+    case kLabelOrderCode:
+      return;  // these go to the switcher only
   }
 }
 
 void Decoder::DecodeCrosspointRow(Message message) {
+  model::SystemModel& model = services_.model;
   CrosspointRow row;
-  const DecodeStatus status = ParseCrosspointRow(message, model_.ChannelCount, &row);
+  const DecodeStatus status = ParseCrosspointRow(message, model.ChannelCount, &row);
 
   // The row is stored before its checksum and end byte are judged: a message that fails there
   // leaves the row changed, and the map that is asked for again puts it right.
   if (status != DecodeStatus::WrongSize && status != DecodeStatus::WrongChannel) {
-    model_.ChannelStatus[row.output] = row.status;
-    for (int input = 1; input <= model_.ChannelCount; ++input) {
-      model_.CrosspointMap.At(row.output, input) = row.sources[static_cast<std::size_t>(input - 1)];
+    model.ChannelStatus[row.output] = row.status;
+    for (int input = 1; input <= model.ChannelCount; ++input) {
+      model.CrosspointMap.At(row.output, input) = row.sources[static_cast<std::size_t>(input - 1)];
     }
   }
-  if (status != DecodeStatus::Ok) model_.XmapComplete = false;
-  Tell("Output " + std::to_string(row.output) + " Crosspoint Map", message, status);
+  if (status != DecodeStatus::Ok) model.XmapComplete = false;
+  Tell(message, status);
   if (status != DecodeStatus::Ok) return;
 
-  events_.CrosspointRowChanged(row.output, row.status);
-  if (row.output == model_.ChannelCount) model_.XmapComplete = true;
+  Announce(&SwitcherEvents::CrosspointRowChanged, row.output, row.status);
+  if (row.output == model.ChannelCount) model.XmapComplete = true;
 }
 
 void Decoder::DecodeGainReport(Message message) {
   std::vector<std::int16_t> steps;
-  const DecodeStatus status = ParseGainReport(message, model_.ChannelCount, &steps);
+  const DecodeStatus status = ParseGainReport(message, services_.model.ChannelCount, &steps);
   if (status == DecodeStatus::Ok) {
-    const auto count = std::min(steps.size(), model_.InputGains.size());
-    std::copy_n(steps.begin(), count, model_.InputGains.begin());
+    auto& gains = services_.model.InputGains;
+    std::copy_n(steps.begin(), std::min(steps.size(), gains.size()), gains.begin());
   }
-  Tell("DCA Gain Settings", message, status);
-  if (status == DecodeStatus::Ok) events_.GainsChanged();
+  Tell(message, status);
+  if (status == DecodeStatus::Ok) Announce(&SwitcherEvents::GainsChanged);
 }
 
 void Decoder::DecodeTally(Message message) {
-  const DecodeStatus status = ParseTally(message, &model_.QdvTally);
-  const bool accepted = status == DecodeStatus::Ok;
-  if (accepted) model_.TallySeen = true;
-  Tell(accepted ? "QDV Responding Tally" : "QDV Responding Tally Info", message, status);
-  if (accepted) events_.TallyChanged();
+  const DecodeStatus status = ParseTally(message, &services_.model.QdvTally);
+  if (status == DecodeStatus::Ok) services_.model.TallySeen = true;
+  Tell(message, status);
+  if (status == DecodeStatus::Ok) Announce(&SwitcherEvents::TallyChanged);
 }
 
 void Decoder::DecodeLabels(Message message) {
   LabelTexts texts;
-  Stored stored = Stored::Nothing;
-  DecodeStatus status = StoreTable(
-      ParseLabelTexts(message, model_.LabelCount, &texts), "Error Storing Alpha Table",
-      [&](jet::Database& database, Stored* result) {
-        return StoreLabels(database, texts, author_, result);
-      },
-      &stored);
-  if (status == DecodeStatus::Ok && stored != Stored::All) {
-    reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle, kChannelNotFound);
-    status = DecodeStatus::WrongChannel;
+  Outcome outcome =
+      Store(ParseLabelTexts(message, services_.model.LabelCount, &texts),
+            "Error Storing Alpha Table", [&](jet::Database& database, Stored* stored) {
+              return StoreLabels(database, texts, Switcher(), stored);
+            });
+  if (outcome.status == DecodeStatus::Ok && outcome.stored != Stored::All) {
+    services_.reporter.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
+                            kChannelNotFound);
+    outcome.status = DecodeStatus::WrongChannel;
   }
-  Tell("Alpha Labels", message, status);
-  if (stored != Stored::Nothing) events_.LabelsChanged(texts.selector);
+  Tell(message, outcome, &SwitcherEvents::LabelsChanged, texts.selector);
 }
 
 void Decoder::DecodeInhibitRow(Message message) {
   InhibitRow row;
-  Stored stored = Stored::Nothing;
-  const DecodeStatus status = StoreTable(
-      ParseInhibitRow(message, model_.ChannelCount, &row), "Error Storing Inhibits Table",
-      [&](jet::Database& database, Stored* result) {
-        return StoreFlags(database, row.output, db::kInhibitsField, row.inhibited, author_, result);
-      },
-      &stored);
-  Tell("Output " + std::to_string(row.output) + " Inhibit Map", message, status);
-  if (stored != Stored::Nothing) events_.InhibitsChanged(row.output);
+  const Outcome outcome =
+      Store(ParseInhibitRow(message, services_.model.ChannelCount, &row),
+            "Error Storing Inhibits Table", [&](jet::Database& database, Stored* stored) {
+              return StoreFlags(database, row.output, db::kInhibitsField, row.inhibited, Author(),
+                                stored);
+            });
+  Tell(message, outcome, &SwitcherEvents::InhibitsChanged, row.output);
 }
 
 void Decoder::DecodeRelayRow(Message message) {
   RelayRow row;
-  Stored stored = Stored::Nothing;
-  const DecodeStatus status = StoreTable(
-      ParseRelayRow(message, model_.ChannelCount, model_.RelayCount, &row),
-      "Error Storing Relays Table",
-      [&](jet::Database& database, Stored* result) {
-        return StoreFlags(database, row.output, db::kRelaysField, row.relays, author_, result);
-      },
-      &stored);
-  Tell("Output " + std::to_string(row.output) + " Relay Assignments", message, status);
-  if (stored != Stored::Nothing) events_.RelaysChanged(row.output);
+  const model::SystemModel& model = services_.model;
+  const Outcome outcome = Store(
+      ParseRelayRow(message, model.ChannelCount, model.RelayCount, &row),
+      "Error Storing Relays Table", [&](jet::Database& database, Stored* stored) {
+        return StoreFlags(database, row.output, db::kRelaysField, row.relays, Switcher(), stored);
+      });
+  Tell(message, outcome, &SwitcherEvents::RelaysChanged, row.output);
 }
 
 void Decoder::DecodeButtonData(Message message) {
   ButtonData data;
-  Stored stored = Stored::Nothing;
-  const DecodeStatus status = StoreTable(
-      ParseButtonData(message, model_.StationCount, model_.ButtonCount, model_.StationCount / 8,
-                      &data),
-      "Error Storing Button Table",
-      [&](jet::Database& database, Stored* result) {
-        return StoreButtons(database, data, author_, result);
-      },
-      &stored);
-  Tell("Station " + std::to_string(data.station) + " Button Data", message, status);
-  if (stored != Stored::Nothing) events_.ButtonsChanged(data.station);
+  const model::SystemModel& model = services_.model;
+  const Outcome outcome =
+      Store(ParseButtonData(message, model.StationCount, model.ButtonCount, model.StationCount / 8,
+                            &data),
+            "Error Storing Button Table", [&](jet::Database& database, Stored* stored) {
+              return StoreButtons(database, data, Switcher(), stored);
+            });
+  Tell(message, outcome, &SwitcherEvents::ButtonsChanged, data.station);
 }
 
 void Decoder::DecodeOptoData(Message message) {
   OptoData data;
-  Stored stored = Stored::Nothing;
-  const DecodeStatus status = StoreTable(
-      ParseOptoData(message, model_.OptoCount, &data), "Error Storing Opto Programming Data",
-      [&](jet::Database& database, Stored* result) {
-        return StoreOptos(database, data, author_, result);
-      },
-      &stored);
-  Tell("Opto Programming Data", message, status);
-  if (stored != Stored::Nothing) events_.OptosChanged();
+  const Outcome outcome =
+      Store(ParseOptoData(message, services_.model.OptoCount, &data),
+            "Error Storing Opto Programming Data", [&](jet::Database& database, Stored* stored) {
+              return StoreOptos(database, data, Switcher(), stored);
+            });
+  Tell(message, outcome, &SwitcherEvents::OptosChanged);
 }
 
-DecodeStatus Decoder::StoreTable(DecodeStatus checked, std::string_view failureLine,
-                                 const Store& store, Stored* stored) {
-  *stored = Stored::Nothing;
-  if (checked != DecodeStatus::Ok) return checked;
-  jet::Database* const database = database_();
-  const model::Status status = database != nullptr ? store(*database, stored) : db::NotOpen();
-  if (status.ok()) return DecodeStatus::Ok;
-  *stored = Stored::Nothing;
-  reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
-                 ErrorText(failureLine, status));
-  return DecodeStatus::NotStored;
+Decoder::Outcome Decoder::Store(DecodeStatus checked, std::string_view failureLine,
+                                const StoreTable& store) {
+  Outcome outcome{.status = checked};
+  if (checked != DecodeStatus::Ok) return outcome;
+  jet::Database* const database = services_.database();
+  const model::Status status =
+      database != nullptr ? store(*database, &outcome.stored) : db::NotOpen();
+  if (status.ok()) return outcome;
+  ReportSendError(services_.reporter, failureLine, status);
+  return {.status = DecodeStatus::NotStored};
 }
 
-void Decoder::Tell(std::string_view description, Message message, DecodeStatus status) {
-  if (model_.RetrieveActive && history_ != nullptr) {
+void Decoder::Tell(Message message, DecodeStatus status) {
+  const auto code = static_cast<MessageCode>(message[0]);
+  std::string description = DescribeMessage(code, RowNumber(message));
+  if (code == kTallyCode && status != DecodeStatus::Ok) description += " Info";
+  if (services_.model.RetrieveActive && history_ != nullptr) {
     history_->UpdateStatus(description, static_cast<int>(message.size()), status);
   }
-  if (status != DecodeStatus::Ok) events_.MessageRefused(description, status);
+  if (status != DecodeStatus::Ok) Announce(&SwitcherEvents::MessageRefused, description, status);
 }
 
 }  // namespace switcher

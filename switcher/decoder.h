@@ -7,14 +7,16 @@
 #include <functional>
 #include <span>
 #include <string_view>
+#include <utility>
 
-#include "db/database_files.h"
+#include "db/jet/database.h"
 #include "model/error_reporter.h"
+#include "model/observers.h"
 #include "model/status.h"
 #include "model/system_model.h"
 #include "stations/change.h"
+#include "switcher/store_tables.h"
 #include "switcher/switcher_events.h"
-#include "switcher/table_writer.h"
 #include "switcher/wire/decode_status.h"
 
 namespace switcher {
@@ -29,20 +31,15 @@ class Decoder {
   // The open database; null when there is none.
   using Database = std::function<jet::Database*()>;
 
-  // All must outlive the decoder.
-  Decoder(model::SystemModel& model, db::DatabaseFiles& files, model::ErrorReporter& reporter,
-          SwitcherEvents& events, stations::Changes& changes)
-      : Decoder(
-            model, [&files] { return files.Database(); }, reporter, events, changes) {}
-
-  // The same with a database from elsewhere.
-  Decoder(model::SystemModel& model, Database database, model::ErrorReporter& reporter,
-          SwitcherEvents& events, stations::Changes& changes)
-      : model_(model),
-        database_(std::move(database)),
-        reporter_(reporter),
-        events_(events),
-        author_{changes, stations::Origin::Switcher} {}
+  // What the decoder works on.  All must outlive it.
+  struct Services {
+    model::SystemModel& model;
+    Database database;
+    model::ErrorReporter& reporter;
+    stations::Changes& changes;                  // what is stored is announced there
+    model::Observers<SwitcherEvents> observers;  // told in this order
+  };
+  explicit Decoder(Services services) : services_(std::move(services)) {}
 
   // Who is told of each message while RetrieveActive is set; null for nobody.
   void SetHistory(MessageHistory* history) { history_ = history; }
@@ -56,11 +53,17 @@ class Decoder {
   // told to the history, announced and otherwise dropped.  A failure of the database, and labels
   // for a station that has no record, are reported to the operator, once per message.  A message
   // with another code does nothing.
-  void Decode(std::span<const std::uint8_t> message);
+  using Message = std::span<const std::uint8_t>;
+  void Decode(Message message);
 
  private:
-  using Message = std::span<const std::uint8_t>;
-  using Store = std::function<model::Status(jet::Database& database, Stored* stored)>;
+  using StoreTable = std::function<model::Status(jet::Database& database, Stored* stored)>;
+
+  // What came of a table, and how much of it reached the database.
+  struct Outcome {
+    DecodeStatus status = DecodeStatus::Ok;
+    Stored stored = Stored::Nothing;
+  };
 
   void DecodeCrosspointRow(Message message);
   void DecodeGainReport(Message message);
@@ -71,17 +74,27 @@ class Decoder {
   void DecodeButtonData(Message message);
   void DecodeOptoData(Message message);
 
-  // Writes a table when its checks came to Ok and returns what came of it all; *stored says what
-  // reached the database.  A failure is reported under `failureLine`.
-  DecodeStatus StoreTable(DecodeStatus checked, std::string_view failureLine, const Store& store,
-                          Stored* stored);
-  void Tell(std::string_view description, Message message, DecodeStatus status);
+  // Stores a table when its checks came to Ok.  A failure is reported under `failureLine`.
+  Outcome Store(DecodeStatus checked, std::string_view failureLine, const StoreTable& store);
 
-  model::SystemModel& model_;
-  const Database database_;
-  model::ErrorReporter& reporter_;
-  SwitcherEvents& events_;
-  const stations::Author author_;
+  stations::Author Switcher() const { return {services_.changes, stations::Origin::Switcher}; }
+
+  // Tells the history of a message, and the observers if it was not accepted.
+  void Tell(Message message, DecodeStatus status);
+
+  // The same of a table, which is announced when some of it was stored.
+  template <typename Event, typename... Values>
+  void Tell(Message message, const Outcome& outcome, Event event, Values... values) {
+    Tell(message, outcome.status);
+    if (outcome.stored != Stored::Nothing) Announce(event, values...);
+  }
+
+  template <typename Event, typename... Values>
+  void Announce(Event event, Values... values) const {
+    services_.observers.Tell(event, values...);
+  }
+
+  const Services services_;
   MessageHistory* history_ = nullptr;
 };
 

@@ -4,12 +4,8 @@
 #define SWITCHER_LIVE_COMMANDS_H_
 
 #include <cstdint>
-#include <span>
-#include <string_view>
 
-#include "model/error_reporter.h"
-#include "model/system_model.h"
-#include "switcher/serial_port.h"
+#include "switcher/line.h"
 
 namespace switcher {
 
@@ -18,9 +14,7 @@ namespace switcher {
 // returns false.
 class LiveCommands {
  public:
-  // All must outlive the object.
-  LiveCommands(model::SystemModel& model, SerialPort& port, model::ErrorReporter& reporter)
-      : model_(model), port_(port), reporter_(reporter) {}
+  explicit LiveCommands(const Line::Services& services) : line_(services) {}
 
   // Makes or breaks the crosspoint of an output and an input channel, both from 1 and at most
   // 256.  `action` is a TakeAction, or what a panel asked for.
@@ -30,11 +24,7 @@ class LiveCommands {
   bool SendGain(int channel, int gain);
 
  private:
-  bool Send(std::span<const std::uint8_t> message, std::string_view failureLine);
-
-  model::SystemModel& model_;
-  SerialPort& port_;
-  model::ErrorReporter& reporter_;
+  const Line line_;
 };
 
 }  // namespace switcher

@@ -4,8 +4,9 @@
 
 #include <utility>
 
-#include "switcher/send.h"
+#include "switcher/line.h"
 #include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 
 namespace switcher {
 
@@ -56,9 +57,7 @@ void Retrieval::DelayTick() {
   if (!std::exchange(requestDue_, false)) return;
   const model::Status status = parts_.port.Write(kRetrieveRequest);
   if (parts_.model.RetrieveActive) result_.asked = status.ok();
-  if (status.ok()) return;
-  parts_.reporter.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
-                       ErrorText("Error Requesting System Data", status));
+  if (!status.ok()) ReportSendError(parts_.reporter, "Error Requesting System Data", status);
 }
 
 void Retrieval::SecondTick() {
@@ -85,8 +84,7 @@ void Retrieval::UpdateStatus(std::string_view description, int byteCount, Decode
   if (status != DecodeStatus::Ok && ++result_.refused == 1) result_.firstRefused = description;
 
   // The switcher sends the last station's button data last.
-  const std::string last = "Station " + std::to_string(parts_.model.StationCount) + " Button Data";
-  if (description == last) {
+  if (description == DescribeMessage(kButtonDataCode, parts_.model.StationCount)) {
     result_.completed = true;
     EndWait("Retrieval Completed (" + std::to_string(totalBytes_) + " Bytes)");
   } else {

@@ -10,8 +10,7 @@
 #include "model/error_reporter.h"
 #include "model/status.h"
 #include "model/system_model.h"
-#include "switcher/send_progress.h"
-#include "switcher/serial_port.h"
+#include "switcher/line.h"
 #include "switcher/table.h"
 #include "switcher/transmission.h"
 
@@ -24,30 +23,37 @@ namespace switcher {
 // what is left for the whole.
 class TableSenders {
  public:
-  // All must outlive the object.
-  TableSenders(model::SystemModel& model, db::DatabaseFiles& files, SerialPort& port,
-               model::ErrorReporter& reporter)
-      : model_(model), files_(files), port_(port), reporter_(reporter) {}
+  // All must outlive the object and the transmissions that it makes, as it must itself.
+  struct Services {
+    model::SystemModel& model;
+    db::DatabaseFiles& files;
+    SerialPort& port;
+    model::ErrorReporter& reporter;
+  };
+  explicit TableSenders(const Services& services)
+      : model_(services.model),
+        files_(services.files),
+        line_({.model = services.model, .port = services.port, .reporter = services.reporter}) {}
 
   // Who is told of each value sent; null for nobody.  Must outlive the object or be taken away.
-  void SetProgress(SendProgress* progress) { progress_ = progress; }
+  void SetProgress(SendProgress* progress) { line_.SetProgress(progress); }
 
   // The labels of `selector`, kOutputLabels or kInputLabels: their order, then their texts.
   // Both messages are read from the database before the first of them is sent, so that they
   // belong together.
-  Transmission Labels(int selector);
+  Transmission Labels(int selector) const;
 
   // A row of an output (from 1), or with model::kAll one message for each of outputs 1 to
   // ChannelCount.  An output without a record is skipped.
-  Transmission Inhibits(int station);
-  Transmission Relays(int station);
+  Transmission Inhibits(int station) const;
+  Transmission Relays(int station) const;
 
   // The button programming of a station (from 1), or with model::kAll one message for each of
   // stations 1 to StationCount.  A station without a record is skipped.
-  Transmission Buttons(int station);
+  Transmission Buttons(int station) const;
 
   // All optos, in one message.
-  Transmission Optos();
+  Transmission Optos() const;
 
   // The same, each at once and to its end.  They return how many messages were sent, or nothing
   // after a failure, which is reported to the operator.
@@ -58,22 +64,19 @@ class TableSenders {
   std::optional<int> SendOptos() { return Run(Optos()); }
 
  private:
-  friend class Transmission;
-
   using ReadStation = model::Status (*)(jet::Database& database, const model::SystemModel& model,
                                         int station, std::optional<Bytes>* message);
 
   // One message for each station of first..last that has a record.
   Transmission Rows(std::string_view failureLine, Table table, int first, int last,
-                    ReadStation read);
-  Transmission::Check HasAll(Table table, int first, int last) const;
+                    ReadStation read) const;
+  Transmission Send(std::string_view failureLine, Table table, int first, int last,
+                    Transmission::ReadNext readNext) const;
   static std::optional<int> Run(Transmission transmission);
 
-  model::SystemModel& model_;
+  const model::SystemModel& model_;
   db::DatabaseFiles& files_;
-  SerialPort& port_;
-  model::ErrorReporter& reporter_;
-  SendProgress* progress_ = nullptr;
+  Line line_;
 };
 
 }  // namespace switcher

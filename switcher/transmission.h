@@ -5,21 +5,35 @@
 
 #include <functional>
 #include <string_view>
+#include <utility>
 
-#include "db/jet/database.h"
+#include "db/database_files.h"
 #include "model/status.h"
+#include "switcher/line.h"
 #include "switcher/wire/values.h"
 
 namespace switcher {
 
-class TableSenders;
-
-// One table on its way to the switcher, message by message.  Made by TableSenders, which must
-// outlive it.
+// One table on its way to the switcher, message by message.
 class Transmission {
  public:
-  Transmission(Transmission&&) = default;
-  Transmission& operator=(Transmission&&) = default;
+  // Whether the table can be sent at all; asked before its first message is read.
+  using Check = std::function<model::Status()>;
+
+  // Reads the next message: *message stays empty when none is left, *more is false when none
+  // follows it.
+  using ReadNext =
+      std::function<model::Status(jet::Database& database, Bytes* message, bool* more)>;
+
+  // What it works with and what it sends.  What is referred to must outlive it.
+  struct Parts {
+    const Line& line;
+    db::DatabaseFiles& files;
+    std::string_view failureLine;  // a literal
+    Check check;
+    ReadNext readNext;
+  };
+  explicit Transmission(Parts parts) : parts_(std::move(parts)) {}
 
   // Sends the next message and says whether there may be more.  It has been read from the
   // database whole before its first byte is handed to the port; the shared record set of the
@@ -38,29 +52,11 @@ class Transmission {
   int Messages() const { return messages_; }
 
  private:
-  friend class TableSenders;
-
-  // Reads the next message: *message stays empty when none is left, *more is false when none
-  // follows it.
-  using ReadNext =
-      std::function<model::Status(jet::Database& database, Bytes* message, bool* more)>;
-
-  // Whether the table can be sent at all; asked before its first message is read.
-  using Check = std::function<model::Status()>;
-
-  Transmission(TableSenders& senders, std::string_view failureLine, Check check, ReadNext readNext)
-      : senders_(&senders),
-        failureLine_(failureLine),
-        check_(std::move(check)),
-        readNext_(std::move(readNext)) {}
-
   // *message is empty when there is none.
   model::Status Read(Bytes* message, bool* more);
 
-  TableSenders* senders_;
-  std::string_view failureLine_;  // a literal
-  Check check_;                   // none when it has been asked
-  ReadNext readNext_;
+  Parts parts_;
+  bool checked_ = false;
   bool ended_ = false;
   bool failed_ = false;
   int messages_ = 0;

@@ -6,19 +6,18 @@
 
 namespace switcher {
 
-bool IsReceivedCode(std::uint8_t code) {
-  switch (code) {
-    case kGainReportCode:
-    case kCrosspointRowCode:
-    case kAlphaLabelsCode:
-    case kButtonDataCode:
-    case kRelayRowCode:
-    case kInhibitRowCode:
-    case kTallyCode:
-    case kOptoDataCode:
-      return true;
+std::string_view PollName(std::uint8_t byte) {
+  switch (byte) {
+    case kPollMap:
+      return "map";
+    case kPollTally:
+      return "tally";
+    case kPollKeepAlive:
+      return "keep-alive";
+    case kRetrieveRequest:
+      return "tables";
     default:
-      return false;
+      return {};
   }
 }
 

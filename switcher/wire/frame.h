@@ -8,25 +8,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/values.h"
 
 namespace switcher {
-
-// Codes of the messages that the console sends.
-inline constexpr std::uint8_t kTakeCode = 0xFD;
-inline constexpr std::uint8_t kGainCode = 0xE3;
-inline constexpr std::uint8_t kLabelOrderCode = 0xF7;
-
-// Codes of the messages that the switcher sends; tables travel under them in both directions.
-inline constexpr std::uint8_t kGainReportCode = 0xE2;
-inline constexpr std::uint8_t kCrosspointRowCode = 0xF3;
-inline constexpr std::uint8_t kAlphaLabelsCode = 0xF9;
-inline constexpr std::uint8_t kButtonDataCode = 0xFB;
-inline constexpr std::uint8_t kRelayRowCode = 0xF4;
-inline constexpr std::uint8_t kInhibitRowCode = 0xF5;
-inline constexpr std::uint8_t kTallyCode = 0xE4;
-inline constexpr std::uint8_t kOptoDataCode = 0xE1;
 
 // Single bytes, outside any message.
 inline constexpr std::uint8_t kPollMap = 0xE5;          // to the switcher: send the whole map
@@ -35,8 +22,8 @@ inline constexpr std::uint8_t kPollKeepAlive = 0xED;    // to the switcher: answ
 inline constexpr std::uint8_t kRetrieveRequest = 0xE7;  // to the switcher: send all tables
 inline constexpr std::uint8_t kLinkAnswer = 0xEB;       // from the switcher
 
-// Whether messages with this code come from the switcher.
-bool IsReceivedCode(std::uint8_t code);
+// What a single byte asks the switcher for, as the simulator names it; empty for any other byte.
+std::string_view PollName(std::uint8_t byte);
 
 enum class Cut {
   Empty,        // there was nothing to look at

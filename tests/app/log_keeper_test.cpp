@@ -74,8 +74,9 @@ class LogKeeperTest : public testing::Test {
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
-  switcher::LiveCommands live_{model_, port_, reporter_};
-  switcher::TableSenders senders_{model_, database_.Files(), port_, reporter_};
+  switcher::LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}};
+  switcher::TableSenders senders_{
+      {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
   MessageBoxes boxes_;
   MainWindow window_{commands_};
   stations::Changes changes_;
@@ -88,7 +89,11 @@ class LogKeeperTest : public testing::Test {
                     .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_, changes_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .changes = changes_,
+                              .observers = {views_}}};
   switcher::Link link_{model_, port_, decoder_, window_};
   Transfers transfers_{window_,
                        views_,

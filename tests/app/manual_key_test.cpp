@@ -44,7 +44,7 @@ class ManualKeyTest : public testing::Test {
   CommandTable commands_;
   MessageBoxes boxes_;
   MainWindow window_{commands_};
-  switcher::LiveCommands liveCommands_{model_, port_, boxes_};
+  switcher::LiveCommands liveCommands_{{.model = model_, .port = port_, .reporter = boxes_}};
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
   stations::Changes changes_;

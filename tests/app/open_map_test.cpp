@@ -59,7 +59,7 @@ class OpenMapTest : public testing::Test {
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
-  switcher::LiveCommands commands_{model_, port_, reporter_};
+  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   QMdiArea area_;
   stations::Changes changes_;
   OpenViews views_{area_,
@@ -71,7 +71,11 @@ class OpenMapTest : public testing::Test {
                     .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_, changes_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .changes = changes_,
+                              .observers = {views_}}};
 };
 
 constexpr char kOutputLabels[] =

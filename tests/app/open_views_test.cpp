@@ -69,7 +69,7 @@ class OpenViewsTest : public testing::Test {
   model::SystemModel model_;  // without channels no station is asked for
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
-  switcher::LiveCommands commands_{model_, port_, reporter_};
+  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
   QMdiArea area_;

@@ -59,7 +59,11 @@ class StartUpTest : public testing::Test {
   test::FakeSerialPort port_;
   db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
   stations::Changes changes_;
-  switcher::Decoder decoder_{model_, files_, reporter_, events_, changes_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return files_.Database(); },
+                              .reporter = reporter_,
+                              .changes = changes_,
+                              .observers = {events_}}};
   switcher::Link link_{model_, port_, decoder_, display_};
   gateway::Listener listener_;
 };

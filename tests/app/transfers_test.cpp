@@ -60,8 +60,9 @@ class TransfersTest : public testing::Test {
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
-  switcher::LiveCommands commands_{model_, port_, reporter_};
-  switcher::TableSenders senders_{model_, database_.Files(), port_, reporter_};
+  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
+  switcher::TableSenders senders_{
+      {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
   QMainWindow window_;
   QMdiArea* area_ = new QMdiArea;
   stations::Changes changes_;
@@ -74,7 +75,11 @@ class TransfersTest : public testing::Test {
                     .poll = tables_,
                     .settings = settings_,
                     .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_, changes_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .changes = changes_,
+                              .observers = {views_}}};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   Transfers transfers_{window_,

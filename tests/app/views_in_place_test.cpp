@@ -61,7 +61,7 @@ class ViewsInPlaceTest : public testing::Test {
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
   config::WindowSettings settings_{QString()};
-  switcher::LiveCommands commands_{model_, port_, reporter_};
+  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   QMdiArea area_;
   stations::Changes changes_;
   OpenViews views_{area_,

@@ -22,7 +22,7 @@
 #include "db/schema.h"
 #include "model/system_model.h"
 #include "switcher/decoder.h"
-#include "switcher/table_reader.h"
+#include "switcher/load_tables.h"
 #include "switcher/wire/frame.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"
@@ -108,7 +108,7 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
     InhibitRow row;
     Require(ParseInhibitRow(message_, model_.ChannelCount, &row) == DecodeStatus::Ok);
     std::optional<Bytes> sent;
-    Require(ReadInhibits(*OpenDatabase(), model_, output, &sent).ok());
+    Require(LoadInhibits(*OpenDatabase(), model_, output, &sent).ok());
     Require(sent == EncodeInhibitRow(output, FlagText(row.inhibited), model_.ChannelCount));
   }
   void RelaysChanged(int output) override {
@@ -116,14 +116,14 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
     Require(ParseRelayRow(message_, model_.ChannelCount, model_.RelayCount, &row) ==
             DecodeStatus::Ok);
     std::optional<Bytes> sent;
-    Require(ReadRelays(*OpenDatabase(), model_, output, &sent).ok());
+    Require(LoadRelays(*OpenDatabase(), model_, output, &sent).ok());
     Require(sent == EncodeRelayRow(output, FlagText(row.relays), model_.RelayCount));
   }
   void ButtonsChanged(int station) override {
     ButtonData data;
     Require(ParseButtons(message_, &data) == DecodeStatus::Ok);
     std::optional<Bytes> sent;
-    Require(ReadButtons(*OpenDatabase(), model_, station, &sent).ok());
+    Require(LoadButtons(*OpenDatabase(), model_, station, &sent).ok());
     // Stored target flags are filled up, and what is stored is sent.
     for (auto& button : data.buttons) {
       button.targets.resize(std::max(button.targets.size(), std::size_t{64}));
@@ -134,7 +134,7 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
     OptoData data;
     Require(ParseOptoData(message_, model_.OptoCount, &data) == DecodeStatus::Ok);
     Bytes sent;
-    Require(ReadOptos(*OpenDatabase(), model_, &sent).ok());
+    Require(LoadOptos(*OpenDatabase(), model_, &sent).ok());
     Require(sent == EncodeOptoData(data));
   }
 
@@ -172,7 +172,11 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
   model::SystemModel model_;
   std::unique_ptr<jet::Database> database_;
   stations::Changes changes_;
-  Decoder decoder_{model_, [this] { return OpenDatabase(); }, *this, *this, changes_};
+  Decoder decoder_{{.model = model_,
+                    .database = [this] { return OpenDatabase(); },
+                    .reporter = *this,
+                    .changes = changes_,
+                    .observers = {*this}}};
   Message message_;
 };
 
@@ -183,7 +187,7 @@ void Console::LabelsChanged(int selector) {
   Require(ParseLabelTexts(message_, model_.LabelCount, &received) == DecodeStatus::Ok);
   if (model_.LabelCount > kRecords) return;
   LabelMessages sent;
-  Require(ReadLabels(*OpenDatabase(), model_, selector, &sent).ok());
+  Require(LoadLabels(*OpenDatabase(), model_, selector, &sent).ok());
   const auto order = ParseLabelOrder(sent.order, model_.LabelCount);
   LabelTexts texts;
   Require(order.has_value());
@@ -223,7 +227,7 @@ void Console::RoundTrips(Message message) const {
     Require(ParseLabelOrder(EncodeLabelOrder(*order), model_.LabelCount) == order);
   }
   // The other parsers leave the code to their caller, and are only asked about their own.
-  switch (message.front()) {
+  switch (static_cast<MessageCode>(message.front())) {
     case kCrosspointRowCode:
       RoundTrip<CrosspointRow>(
           message, [&](Message m, auto* row) { return ParseCrosspointRow(m, channels, row); },
@@ -267,7 +271,9 @@ void Console::RoundTrips(Message message) const {
           message, [&](Message m, auto* data) { return ParseOptoData(m, model_.OptoCount, data); },
           EncodeOptoData);
       break;
-    default:
+    case kTakeCode:
+    case kGainCode:
+    case kLabelOrderCode:
       break;
   }
 }

@@ -85,7 +85,8 @@ class GatewayTest : public testing::Test {
 
   // A decode tick without anything from the switcher; whether there was work.
   bool Tick() {
-    return gateway_.DecodeTick([] { return false; });
+    gateway_.BeginTick();
+    return gateway_.DecodeTick();
   }
   void Ticks(int count) {
     for (int i = 0; i < count; ++i) Tick();
@@ -110,7 +111,7 @@ class GatewayTest : public testing::Test {
   test::FakePauseTimer timer_;
   CountingDecodeTimer decodeTimer_;
   RecordingPanelEvents events_;
-  switcher::LiveCommands commands_{model_, port_, reporter_};
+  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   std::chrono::milliseconds untilPoll_{500};
   switcher::LineShare line_{port_, [this] { return untilPoll_; }};
   PanelGateway gateway_{{.model = model_,

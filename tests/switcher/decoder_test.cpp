@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "switcher/wire/message_table.h"
+#include "switcher/wire/messages/tally.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
@@ -15,6 +17,7 @@ namespace {
 using test::FromHex;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 class DecoderTest : public testing::Test {
  protected:
@@ -48,7 +51,11 @@ class DecoderTest : public testing::Test {
   test::RecordingSwitcherEvents events_;
   test::RecordingReporter reporter_;
   stations::Changes changes_;
-  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_, changes_};
+  Decoder decoder_{{.model = model_,
+                    .database = [] { return nullptr; },
+                    .reporter = reporter_,
+                    .changes = changes_,
+                    .observers = {events_}}};
 };
 
 TEST_F(DecoderTest, WireOutputZeroIsRowOne) {
@@ -216,6 +223,42 @@ TEST_F(TallyDecoderTest, NothingIsLoggedOutsideARetrieval) {
 TEST_F(DecoderTest, EmptyAndForeignMessagesDoNothing) {
   EXPECT_THAT(Decode(""), IsEmpty());
   EXPECT_THAT(Decode("E0 00 FF"), IsEmpty());
+}
+
+TEST_F(DecoderTest, EveryMessageOfTheSwitcherIsDecoded) {
+  for (const MessageKind& kind : kMessages) {
+    events_.refused.clear();
+    const Bytes cutShort{kind.code, kEndOfMessage};
+    decoder_.Decode(cutShort);
+    if (kind.fromSwitcher) {
+      EXPECT_THAT(events_.refused, SizeIs(1)) << kind.name;
+    } else {
+      EXPECT_THAT(events_.refused, IsEmpty()) << kind.name;
+    }
+  }
+}
+
+TEST_F(DecoderTest, ObserversAreToldInTheirOrder) {
+  // Each keeps a place in the order of those that were told.
+  class Observer : public SwitcherEvents {
+   public:
+    Observer(std::vector<std::string>& told, std::string name)
+        : told_(told), name_(std::move(name)) {}
+    void TallyChanged() override { told_.push_back(name_); }
+
+   private:
+    std::vector<std::string>& told_;
+    const std::string name_;
+  };
+  std::vector<std::string> told;
+  Observer first(told, "first");
+  Observer second(told, "second");
+  Decoder decoder({.model = model_,
+                   .database = [] { return nullptr; },
+                   .reporter = reporter_,
+                   .observers = {first, second}});
+  decoder.Decode(EncodeTally({}));
+  EXPECT_THAT(told, ElementsAre("first", "second"));
 }
 
 }  // namespace

@@ -5,9 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/temporary_folder.h"
+#include "switcher/wire/message_table.h"
+#include "tests/support/download_system.h"
+#include "tests/support/hex.h"
 
 namespace switcher {
 namespace {
@@ -21,22 +21,12 @@ using testing::StartsWith;
 // A download with everything around it.  What the operator and the switcher see is kept in
 // order: "status ...", "poll off", "pause", and for each turn of the event loop "sent" with the
 // code of the message and its length.
-class DownloadTest : public testing::Test, public DownloadDisplay, public PollSwitch {
+class DownloadTest : public test::DownloadSystem, public DownloadDisplay, public PollSwitch {
  protected:
-  // A system of 16 channels and two stations, so that all of it fits into one look.
-  DownloadTest() {
-    model_.ChannelCount = 16;
-    model_.StationCount = 2;
-    model_.LabelCount = 16;
-    model_.ButtonCount = 32;
-    model_.RelayCount = 64;
-    model_.OptoCount = 64;
-    model_.DownloadInterval = 50;
-  }
+  DownloadTest() { model_.DownloadInterval = 50; }
 
   void SetUp() override {
-    ASSERT_TRUE(port_.Open(1).ok());
-    ASSERT_TRUE(files_.Open().ok());
+    DownloadSystem::SetUp();
     download_.emplace(model_, senders_, *this, *this);
   }
 
@@ -86,12 +76,6 @@ class DownloadTest : public testing::Test, public DownloadDisplay, public PollSw
     return seen;
   }
 
-  model::SystemModel model_;
-  test::TemporaryFolder folder_;
-  db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  TableSenders senders_{model_, files_, port_, reporter_};
   std::optional<Download> download_;
   std::vector<std::string> events_;
   std::vector<std::pair<Table, int>> sent_;
@@ -181,6 +165,15 @@ TEST_F(DownloadTest, SendsEveryTableInOrderMessageByMessage) {
                                  Pair(Table::Relays, 9999), Pair(Table::Buttons, 1),
                                  Pair(Table::Buttons, 2)));
   EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(DownloadTest, LeavesNoTableOut) {
+  download_->Go();
+  RunToTheEnd();
+  for (const MessageKind& kind : kMessages) {
+    const std::string code = test::Hex(Bytes{kind.code});
+    EXPECT_EQ(Seen("sent " + code).empty(), !(kind.isTable && kind.toSwitcher)) << kind.name;
+  }
 }
 
 TEST_F(DownloadTest, AnnouncesTheEstimateAsItIsComputed) {

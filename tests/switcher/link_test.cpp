@@ -55,7 +55,11 @@ class LinkTest : public testing::Test {
   test::RecordingSwitcherEvents events_;
   test::RecordingReporter reporter_;
   stations::Changes changes_;
-  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_, changes_};
+  Decoder decoder_{{.model = model_,
+                    .database = [] { return nullptr; },
+                    .reporter = reporter_,
+                    .changes = changes_,
+                    .observers = {events_}}};
   RecordingDisplay display_;
   Link link_{model_, port_, decoder_, display_};
 };
@@ -306,7 +310,7 @@ TEST_F(LinkTest, DrainedOutputEndsTheSending) {
 
 TEST_F(LinkTest, ATakeThatFailedSilencesThePollUntilTheLineHasDrained) {
   Open();
-  LiveCommands commands(model_, port_, reporter_);
+  LiveCommands commands({.model = model_, .port = port_, .reporter = reporter_});
   port_.writesUntilFailure = 3;
   EXPECT_FALSE(commands.SendTake(1, 1, 0x02));
   port_.writesUntilFailure = -1;

@@ -21,7 +21,7 @@ class LiveCommandsTest : public testing::Test {
   model::SystemModel model_;
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
-  LiveCommands commands_{model_, port_, reporter_};
+  LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
 };
 
 TEST_F(LiveCommandsTest, TakeIsWrittenAndTheSendEventArmed) {

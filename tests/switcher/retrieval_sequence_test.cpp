@@ -46,7 +46,11 @@ class RetrievalTest : public testing::Test, public RetrievalDisplay, public Poll
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   stations::Changes changes_;
-  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_, changes_};
+  Decoder decoder_{{.model = model_,
+                    .database = [] { return nullptr; },
+                    .reporter = reporter_,
+                    .changes = changes_,
+                    .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
   Link link_{model_, port_, decoder_, linkDisplay_};
   const RetrievalParts parts_{.model = model_,

@@ -37,7 +37,8 @@ class SendersTest : public testing::Test, protected SendProgress {
   test::SmallDatabase database_;
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
-  TableSenders senders_{model_, database_.Files(), port_, reporter_};
+  TableSenders senders_{
+      {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
   int values_ = 0;  // told as progress
 };
 

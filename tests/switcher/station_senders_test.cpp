@@ -152,7 +152,8 @@ TEST_F(ButtonSenderTest, AMessageIsReadWholeBeforeItsFirstByte) {
   // The second button of a database of one.
   test::SmallDatabase lacking(test::StationsWithout("B2 First"));
   lacking.AddStation(1, {});
-  TableSenders senders(model_, lacking.Files(), port_, reporter_);
+  TableSenders senders(
+      {.model = model_, .files = lacking.Files(), .port = port_, .reporter = reporter_});
   senders.SendButtons(1);
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_THAT(reporter_.reports,

@@ -56,7 +56,11 @@ class TableDecoderTest : public testing::Test {
   test::RecordingReporter reporter_;
   test::RecordingSwitcherEvents events_;
   stations::Changes changes_;
-  Decoder decoder_{model_, database_.Files(), reporter_, events_, changes_};
+  Decoder decoder_{{.model = model_,
+                    .database = [this] { return database_.Files().Database(); },
+                    .reporter = reporter_,
+                    .changes = changes_,
+                    .observers = {events_}}};
 };
 
 using InhibitDecoderTest = TableDecoderTest;
@@ -335,7 +339,11 @@ TEST_F(FailingStoreTest, ALackingFieldIsReportedOnceAndNothingIsStored) {
     SCOPED_TRACE(table.line);
     test::SmallDatabase lacking(test::StationsWithout(table.field));
     lacking.AddStation(1, {{"Label", "old"}, {"B1 Type", 77}, {"OptoType", 77}});
-    Decoder decoder(model_, lacking.Files(), reporter_, events_, changes_);
+    Decoder decoder({.model = model_,
+                     .database = [&] { return lacking.Files().Database(); },
+                     .reporter = reporter_,
+                     .changes = changes_,
+                     .observers = {events_}});
     decoder.SetHistory(&events_);
     reporter_.reports.clear();
     events_.seen.clear();

@@ -9,9 +9,7 @@
 
 #include "db/schema.h"
 #include "tests/support/damaged_file.h"
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/download_system.h"
 
 namespace switcher {
 namespace {
@@ -19,15 +17,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class SendInhibitsTest : public testing::Test {
+class SendInhibitsTest : public test::DownloadSystem {
  protected:
-  SendInhibitsTest() { model_.ChannelCount = 16; }
-
-  void SetUp() override {
-    ASSERT_TRUE(port_.Open(1).ok());
-    ASSERT_TRUE(files_.Open().ok());
-  }
-
   void SetInhibits(int stationNum, const jet::Value& inhibits) {
     jet::RecordSet& stations = *files_.Stations();
     ASSERT_TRUE(stations.Seek(stationNum).ok());
@@ -41,13 +32,6 @@ class SendInhibitsTest : public testing::Test {
     EXPECT_TRUE(files_.Stations()->Get("StationNum", &number).ok());
     return number.Int();
   }
-
-  model::SystemModel model_;
-  test::TemporaryFolder folder_;
-  db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  TableSenders senders_{model_, files_, port_, reporter_};
 };
 
 TEST_F(SendInhibitsTest, OneStationIsOneMessage) {

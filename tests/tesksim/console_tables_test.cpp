@@ -104,7 +104,8 @@ TEST_P(ConsoleTablesTest, WhatTheConsoleSendsIsWhatItsDatabaseHolds) {
   test::FakeSerialPort port;
   ASSERT_TRUE(port.Open(1).ok());
   test::RecordingReporter reporter;
-  switcher::TableSenders senders(model, files, port, reporter);
+  switcher::TableSenders senders(
+      {.model = model, .files = files, .port = port, .reporter = reporter});
   senders.SendOptos();
   senders.SendLabels(20);
   senders.SendLabels(10);

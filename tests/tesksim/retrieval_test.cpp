@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "switcher/wire/frame.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/inhibit_row.h"
@@ -58,6 +60,14 @@ class RetrievalTest : public testing::Test {
 constexpr std::size_t kRelaysOf1 = 3;
 constexpr std::size_t kOptos = 18;
 constexpr std::size_t kButtonsOf8 = 26;
+
+TEST_F(RetrievalTest, BringsEveryTableThatTheSwitcherSends) {
+  std::set<int> codes;
+  for (const Bytes& message : Retrieve()) codes.insert(message.front());
+  for (const switcher::MessageKind& kind : switcher::kMessages) {
+    EXPECT_EQ(codes.contains(kind.code), kind.isTable && kind.fromSwitcher) << kind.name;
+  }
+}
 
 TEST_F(RetrievalTest, EveryTableByteByByte) {
   State().outLabels[1] = "CAM 1   ";

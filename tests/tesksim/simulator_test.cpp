@@ -323,6 +323,15 @@ TEST_F(SimulatorTest, LogNamesWhatGoesOut) {
                                      "tx tally responding 0", "tx gains", "tx raw 2 bytes"));
 }
 
+TEST_F(SimulatorTest, EveryMessageToTheSwitcherIsActedOn) {
+  for (const switcher::MessageKind& kind : switcher::kMessages) {
+    if (!kind.toSwitcher) continue;
+    line_.log.clear();
+    Ask(test::Hex(Bytes{kind.code, 0xFF}));
+    EXPECT_THAT(line_.log, ElementsAre(testing::HasSubstr("malformed " + std::string(kind.name))));
+  }
+}
+
 TEST_F(SimulatorTest, NothingIsLoggedUnlessAskedFor) {
   line_.simulator.SetLogging(false);
   Ask("E5");

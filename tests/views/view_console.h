@@ -55,7 +55,7 @@ class ViewConsole {
   model::SystemModel model;
   FakeSerialPort port;
   RecordingReporter reporter;
-  switcher::LiveCommands commands{model, port, reporter};
+  switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}};
   RecordingTables tables;
   std::unique_ptr<config::WindowSettings> settings;
   std::unique_ptr<jet::Database> database;

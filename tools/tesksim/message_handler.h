@@ -33,9 +33,6 @@ class MessageHandler {
  public:
   virtual ~MessageHandler() = default;
 
-  // Whether messages with this code are this handler's.
-  virtual bool Handles(std::uint8_t code) const = 0;
-
   // Checks a message, code to end byte, and does what it says.
   virtual Outcome Accept(std::span<const std::uint8_t> message) = 0;
 };

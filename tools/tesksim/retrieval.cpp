@@ -65,7 +65,7 @@ TableMessage Retrieval::MessageAt(int index) const {
 }
 
 Bytes Retrieval::Encode(const TableMessage& message) const {
-  switch (message.code) {
+  switch (static_cast<switcher::MessageCode>(message.code)) {
     case switcher::kAlphaLabelsCode:
       return LabelsMessage(state_, message.number);
     case switcher::kInhibitRowCode:
@@ -74,9 +74,17 @@ Bytes Retrieval::Encode(const TableMessage& message) const {
       return RelaysMessage(state_, message.number);
     case switcher::kOptoDataCode:
       return OptosMessage(state_);
-    default:
+    case switcher::kButtonDataCode:
       return ButtonsMessage(state_, message.number);
+    case switcher::kTakeCode:
+    case switcher::kGainCode:
+    case switcher::kLabelOrderCode:
+    case switcher::kGainReportCode:
+    case switcher::kCrosspointRowCode:
+    case switcher::kTallyCode:
+      break;  // no tables that the switcher sends
   }
+  return {};
 }
 
 const SpoiledMessage* Retrieval::FindSpoiled(const TableMessage& message) const {

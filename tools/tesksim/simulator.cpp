@@ -19,24 +19,53 @@
 
 namespace tesksim {
 
+// What the switcher understands.
+struct Simulator::Handlers {
+  explicit Handlers(SwitcherState& state)
+      : take(state),
+        gain(state),
+        inhibits(state),
+        relays(state),
+        labels(state),
+        buttons(state),
+        optos(state) {}
+
+  // Who acts on messages of a code; null for those that only the switcher sends.
+  MessageHandler* Of(switcher::MessageCode code) {
+    switch (code) {
+      case switcher::kTakeCode:
+        return &take;
+      case switcher::kGainCode:
+        return &gain;
+      case switcher::kInhibitRowCode:
+        return &inhibits;
+      case switcher::kRelayRowCode:
+        return &relays;
+      case switcher::kLabelOrderCode:
+      case switcher::kAlphaLabelsCode:
+        return &labels;
+      case switcher::kButtonDataCode:
+        return &buttons;
+      case switcher::kOptoDataCode:
+        return &optos;
+      case switcher::kGainReportCode:
+      case switcher::kCrosspointRowCode:
+      case switcher::kTallyCode:
+        break;
+    }
+    return nullptr;
+  }
+
+  TakeHandler take;
+  GainHandler gain;
+  InhibitsHandler inhibits;
+  RelaysHandler relays;
+  LabelsHandler labels;
+  ButtonsHandler buttons;
+  OptosHandler optos;
+};
+
 namespace {
-
-// What the switcher understands: every kind that MessageName() knows.
-std::vector<std::unique_ptr<MessageHandler>> MakeHandlers(SwitcherState& state) {
-  std::vector<std::unique_ptr<MessageHandler>> handlers;
-  handlers.push_back(std::make_unique<TakeHandler>(state));
-  handlers.push_back(std::make_unique<GainHandler>(state));
-  handlers.push_back(std::make_unique<InhibitsHandler>(state));
-  handlers.push_back(std::make_unique<RelaysHandler>(state));
-  handlers.push_back(std::make_unique<LabelsHandler>(state));
-  handlers.push_back(std::make_unique<ButtonsHandler>(state));
-  handlers.push_back(std::make_unique<OptosHandler>(state));
-  return handlers;
-}
-
-bool IsTable(std::uint8_t code) {
-  return code != switcher::kTakeCode && code != switcher::kGainCode;
-}
 
 std::string Count(std::size_t bytes) {
   return std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes");
@@ -46,7 +75,7 @@ std::string Count(std::size_t bytes) {
 
 Simulator::Simulator(SwitcherState state, const Options& options, Time now, Log log)
     : state_(std::move(state)),
-      handlers_(MakeHandlers(state_)),
+      handlers_(std::make_unique<Handlers>(state_)),
       parser_(state_.Sizes().labels),
       log_(std::move(log)),
       transmitter_(options.baud, options.seed, *this,
@@ -163,41 +192,36 @@ void Simulator::Act(const Received& received) {
 
 void Simulator::AnswerPoll(std::uint8_t poll) {
   polled_ = true;
+  Note("rx poll " + std::string(switcher::PollName(poll)));
   switch (poll) {
     case switcher::kPollMap:
       ++stats_.mapPolls;
-      Note("rx poll map");
       if (!silent_ && nextMapRow_ == 0) nextMapRow_ = 1;
       break;
     case switcher::kPollTally:
       ++stats_.tallyPolls;
-      Note("rx poll tally");
       if (!silent_) SendTally();
       break;
     case switcher::kPollKeepAlive:
       ++stats_.keepAlives;
-      Note("rx poll keep-alive");
       if (!silent_) transmitter_.SendLinkAnswer();
       break;
     default:
       ++stats_.tablePolls;
-      Note("rx poll tables");
       if (!silent_) retrieval_.Begin();
       break;
   }
 }
 
 void Simulator::AcceptMessage(std::span<const std::uint8_t> message) {
-  const std::uint8_t code = message.front();
-  const std::string name(MessageName(code));
-  const auto handler = std::find_if(handlers_.begin(), handlers_.end(),
-                                    [code](const auto& one) { return one->Handles(code); });
-  const Outcome outcome = (*handler)->Accept(message);
+  const switcher::MessageKind& kind = *switcher::FindMessage(message.front());
+  const std::string name(kind.name);
+  const Outcome outcome = handlers_->Of(kind.code)->Accept(message);
   switch (outcome.result) {
     case Outcome::Result::Done:
       ++changes_;
-      if (code == switcher::kTakeCode) ++stats_.takes;
-      if (IsTable(code)) ++stats_.tables;
+      if (kind.code == switcher::kTakeCode) ++stats_.takes;
+      if (kind.isTable) ++stats_.tables;
       Note("rx " + name + " " + outcome.text);
       break;
     case Outcome::Result::Refused:

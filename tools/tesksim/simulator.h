@@ -110,6 +110,8 @@ class Simulator : private MessageSource {
     Received received;
   };
 
+  struct Handlers;
+
   bool HasNext() const override;
   Outgoing Next() override;
 
@@ -123,7 +125,7 @@ class Simulator : private MessageSource {
   Outgoing GainsMessage() const;
 
   SwitcherState state_;
-  std::vector<std::unique_ptr<MessageHandler>> handlers_;
+  std::unique_ptr<Handlers> handlers_;
   StreamParser parser_;
   std::deque<Request> requests_;
   Log log_;

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/label_order.h"
 #include "tools/command_line/number.h"
 #include "tools/tesksim/stream_parser.h"
@@ -34,9 +34,10 @@ std::optional<std::uint8_t> ParseCode(std::string_view text) {
   return code;
 }
 
+// Whether it is the table of one output or station.
 bool IsRow(std::uint8_t code) {
-  return code == switcher::kInhibitRowCode || code == switcher::kRelayRowCode ||
-         code == switcher::kButtonDataCode;
+  const switcher::MessageKind* const kind = switcher::FindMessage(code);
+  return kind != nullptr && kind->isTable && kind->title.find('#') != std::string_view::npos;
 }
 
 std::optional<int> ParseMessageNumber(std::uint8_t code, Words words) {

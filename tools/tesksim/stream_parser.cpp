@@ -9,22 +9,6 @@ namespace tesksim {
 
 namespace {
 
-struct MessageCode {
-  std::uint8_t code;
-  std::string_view name;
-};
-
-constexpr MessageCode kMessageCodes[] = {
-    {switcher::kTakeCode, "take"},
-    {switcher::kGainCode, "gain"},
-    {switcher::kInhibitRowCode, "inhibits"},
-    {switcher::kRelayRowCode, "relays"},
-    {switcher::kLabelOrderCode, "label-order"},
-    {switcher::kAlphaLabelsCode, "label-texts"},
-    {switcher::kButtonDataCode, "buttons"},
-    {switcher::kOptoDataCode, "optos"},
-};
-
 // Whether the last byte but one is the checksum of those between it and the code.
 bool HasChecksum(const Bytes& message) {
   const auto sum = std::accumulate(message.begin() + 1, message.end() - 2, 0U);
@@ -33,21 +17,16 @@ bool HasChecksum(const Bytes& message) {
 
 }  // namespace
 
-bool IsPoll(std::uint8_t byte) {
-  return byte == switcher::kPollMap || byte == switcher::kPollTally ||
-         byte == switcher::kPollKeepAlive || byte == switcher::kRetrieveRequest;
-}
+bool IsPoll(std::uint8_t byte) { return !switcher::PollName(byte).empty(); }
 
 std::string_view MessageName(std::uint8_t code) {
-  for (const MessageCode& known : kMessageCodes) {
-    if (known.code == code) return known.name;
-  }
-  return {};
+  const switcher::MessageKind* const kind = switcher::FindMessage(code);
+  return kind != nullptr && kind->toSwitcher ? kind->name : std::string_view();
 }
 
 std::optional<std::uint8_t> MessageCodeOf(std::string_view name) {
-  for (const MessageCode& known : kMessageCodes) {
-    if (known.name == name) return known.code;
+  for (const switcher::MessageKind& kind : switcher::kMessages) {
+    if (kind.toSwitcher && kind.name == name) return kind.code;
   }
   return std::nullopt;
 }

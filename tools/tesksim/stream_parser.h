@@ -63,7 +63,7 @@ class StreamParser {
 
   // `labelCount` is the number of labels in the label texts.  REQUIRES: 1 <= labelCount <= 256
   explicit StreamParser(int labelCount)
-      : labelMessageSize_(8 * static_cast<std::size_t>(labelCount) + 4) {}
+      : labelMessageSize_(switcher::MessageLength(switcher::kAlphaLabelsCode, labelCount)) {}
 
   // What these bytes, which arrived at `now`, complete.
   std::vector<Received> Feed(std::span<const std::uint8_t> bytes, Time now);

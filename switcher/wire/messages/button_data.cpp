@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/flag_groups.h"
 #include "switcher/wire/messages/row_number.h"
 
@@ -24,8 +24,8 @@ Bytes EncodeButtonData(const ButtonData& data) {
 DecodeStatus ParseButtonData(std::span<const std::uint8_t> message, int stationCount,
                              int buttonCount, int groupsPerButton, ButtonData* data) {
   data->station = RowNumber(message);
-  const auto required = static_cast<std::size_t>(2 * buttonCount * (2 + groupsPerButton) + 5);
-  if (message.size() != required) return DecodeStatus::WrongSize;
+  const int values = buttonCount * (2 + groupsPerButton);
+  if (message.size() != MessageLength(kButtonDataCode, values)) return DecodeStatus::WrongSize;
   if (data->station > stationCount) return DecodeStatus::WrongChannel;
 
   WireReader reader(message.subspan(1));

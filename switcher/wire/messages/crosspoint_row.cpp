@@ -2,7 +2,7 @@
 
 #include "switcher/wire/messages/crosspoint_row.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/flag_groups.h"
 #include "switcher/wire/messages/row_number.h"
 
@@ -11,7 +11,7 @@ namespace switcher {
 DecodeStatus ParseCrosspointRow(std::span<const std::uint8_t> message, int channelCount,
                                 CrosspointRow* row) {
   row->output = RowNumber(message);
-  const std::size_t required = 2 * static_cast<std::size_t>(channelCount / 8) + 7;
+  const std::size_t required = MessageLength(kCrosspointRowCode, channelCount / 8);
   if (message.size() != required || channelCount % 8 != 0) return DecodeStatus::WrongSize;
   if (row->output > channelCount) return DecodeStatus::WrongChannel;
 

@@ -10,7 +10,7 @@
 
 namespace switcher {
 
-Bytes EncodeFlagRow(std::uint8_t code, int output, std::string_view flags, int memberCount) {
+Bytes EncodeFlagRow(MessageCode code, int output, std::string_view flags, int memberCount) {
   WireWriter writer(code);
   writer.PutPair(output - 1);
   for (int first = 1; first <= memberCount; first += 8) {
@@ -19,10 +19,10 @@ Bytes EncodeFlagRow(std::uint8_t code, int output, std::string_view flags, int m
   return writer.Finish();
 }
 
-DecodeStatus ParseFlagRow(std::span<const std::uint8_t> message, int channelCount, int memberCount,
-                          int* output, std::vector<std::uint8_t>* members) {
+DecodeStatus ParseFlagRow(MessageCode code, std::span<const std::uint8_t> message, int channelCount,
+                          int memberCount, int* output, std::vector<std::uint8_t>* members) {
   *output = RowNumber(message);
-  const std::size_t required = static_cast<std::size_t>(2 * (memberCount / 8) + 5);
+  const std::size_t required = MessageLength(code, memberCount / 8);
   if (message.size() != required || memberCount % 8 != 0) return DecodeStatus::WrongSize;
   if (*output > channelCount) return DecodeStatus::WrongChannel;
 

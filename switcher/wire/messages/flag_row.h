@@ -13,21 +13,22 @@
 #include <vector>
 
 #include "switcher/wire/decode_status.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/values.h"
 
 namespace switcher {
 
 // The message `code` for output `output` (from 1), from the first `memberCount` members of a
 // stored flag string.  A last group that is not full has its missing members off.
-Bytes EncodeFlagRow(std::uint8_t code, int output, std::string_view flags, int memberCount);
+Bytes EncodeFlagRow(MessageCode code, int output, std::string_view flags, int memberCount);
 
-// Reads a row of `memberCount` members in a system of `channelCount` outputs; the code byte is
-// the caller's to judge.  The checks come in this order: length, output number, checksum, end
-// byte.  *output (from 1) is read before the length is judged, and 0 when the message is too
-// short to name it; *members (memberCount elements, 0 or 1) is filled only for Ok.  A member
-// count that is no multiple of eight makes every row one of the wrong size.
-DecodeStatus ParseFlagRow(std::span<const std::uint8_t> message, int channelCount, int memberCount,
-                          int* output, std::vector<std::uint8_t>* members);
+// Reads a row of `memberCount` members, sent as messages of `code` are, in a system of
+// `channelCount` outputs; the code byte is the caller's to judge.  The checks come in this order:
+// length, output number, checksum, end byte.  *output (from 1) is read before the length is judged,
+// and 0 when the message is too short to name it; *members (memberCount elements, 0 or 1) is filled
+// only for Ok.  A member count that is no multiple of eight makes every row one of the wrong size.
+DecodeStatus ParseFlagRow(MessageCode code, std::span<const std::uint8_t> message, int channelCount,
+                          int memberCount, int* output, std::vector<std::uint8_t>* members);
 
 }  // namespace switcher
 

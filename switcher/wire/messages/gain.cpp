@@ -2,13 +2,9 @@
 
 #include "switcher/wire/messages/gain.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 
 namespace switcher {
-
-namespace {
-constexpr std::size_t kGainLength = 5;
-}  // namespace
 
 Bytes EncodeGain(const Gain& gain) {
   WireWriter writer(kGainCode);
@@ -18,7 +14,7 @@ Bytes EncodeGain(const Gain& gain) {
 }
 
 std::optional<Gain> ParseGain(std::span<const std::uint8_t> message) {
-  if (message.size() != kGainLength || message[0] != kGainCode) return std::nullopt;
+  if (message.size() != MessageLength(kGainCode) || message[0] != kGainCode) return std::nullopt;
   WireReader reader(message.subspan(1));
   Gain gain;
   reader.GetByte(&gain.input);

@@ -4,13 +4,15 @@
 
 #include <utility>
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 
 namespace switcher {
 
 DecodeStatus ParseGainReport(std::span<const std::uint8_t> message, int channelCount,
                              std::vector<std::int16_t>* steps) {
-  if (message.size() != static_cast<std::size_t>(channelCount) + 3) return DecodeStatus::WrongSize;
+  if (message.size() != MessageLength(kGainReportCode, channelCount)) {
+    return DecodeStatus::WrongSize;
+  }
   WireReader reader(message.subspan(1));
   std::vector<std::int16_t> received;
   received.reserve(static_cast<std::size_t>(channelCount));

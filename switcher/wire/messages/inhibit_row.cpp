@@ -2,7 +2,7 @@
 
 #include "switcher/wire/messages/inhibit_row.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/flag_row.h"
 
 namespace switcher {
@@ -13,7 +13,8 @@ Bytes EncodeInhibitRow(int output, std::string_view inhibits, int channelCount) 
 
 DecodeStatus ParseInhibitRow(std::span<const std::uint8_t> message, int channelCount,
                              InhibitRow* row) {
-  return ParseFlagRow(message, channelCount, channelCount, &row->output, &row->inhibited);
+  return ParseFlagRow(kInhibitRowCode, message, channelCount, channelCount, &row->output,
+                      &row->inhibited);
 }
 
 }  // namespace switcher

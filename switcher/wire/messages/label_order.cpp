@@ -2,7 +2,7 @@
 
 #include "switcher/wire/messages/label_order.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 
 namespace switcher {
 
@@ -14,7 +14,7 @@ Bytes EncodeLabelOrder(const LabelOrder& order) {
 }
 
 std::optional<LabelOrder> ParseLabelOrder(std::span<const std::uint8_t> message, int labelCount) {
-  const std::size_t required = 2 * static_cast<std::size_t>(labelCount) + 5;
+  const std::size_t required = MessageLength(kLabelOrderCode, labelCount);
   if (message.size() != required || message[0] != kLabelOrderCode) return std::nullopt;
   WireReader reader(message.subspan(1));
   int value = 0;

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 
 namespace switcher {
 
@@ -25,8 +25,9 @@ Bytes EncodeLabelTexts(const LabelTexts& texts) {
 
 DecodeStatus ParseLabelTexts(std::span<const std::uint8_t> message, int labelCount,
                              LabelTexts* texts) {
-  const std::size_t required = kLabelLength * static_cast<std::size_t>(labelCount) + 4;
-  if (message.size() != required) return DecodeStatus::WrongSize;
+  if (message.size() != MessageLength(kAlphaLabelsCode, labelCount)) {
+    return DecodeStatus::WrongSize;
+  }
   if (message[1] > kHighestSelector) return DecodeStatus::WrongChannel;
   WireReader reader(message.subspan(1));
   LabelTexts received;

@@ -4,17 +4,10 @@
 
 #include <utility>
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/flag_groups.h"
 
 namespace switcher {
-
-namespace {
-
-// Type, channel and first station, then the groups; two bytes each.
-constexpr std::size_t kBytesPerOpto = 2 * (3 + kOptoStations / 8);
-
-}  // namespace
 
 Bytes EncodeOptoData(const OptoData& data) {
   WireWriter writer(kOptoDataCode);
@@ -28,8 +21,7 @@ Bytes EncodeOptoData(const OptoData& data) {
 }
 
 DecodeStatus ParseOptoData(std::span<const std::uint8_t> message, int optoCount, OptoData* data) {
-  const std::size_t required = kBytesPerOpto * static_cast<std::size_t>(optoCount) + 3;
-  if (message.size() != required) return DecodeStatus::WrongSize;
+  if (message.size() != MessageLength(kOptoDataCode, optoCount)) return DecodeStatus::WrongSize;
   WireReader reader(message.subspan(1));
   OptoData received;
   received.optos.resize(static_cast<std::size_t>(optoCount));

@@ -2,7 +2,7 @@
 
 #include "switcher/wire/messages/relay_row.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/flag_row.h"
 
 namespace switcher {
@@ -13,7 +13,7 @@ Bytes EncodeRelayRow(int output, std::string_view relays, int relayCount) {
 
 DecodeStatus ParseRelayRow(std::span<const std::uint8_t> message, int channelCount, int relayCount,
                            RelayRow* row) {
-  return ParseFlagRow(message, channelCount, relayCount, &row->output, &row->relays);
+  return ParseFlagRow(kRelayRowCode, message, channelCount, relayCount, &row->output, &row->relays);
 }
 
 }  // namespace switcher

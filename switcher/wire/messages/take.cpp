@@ -2,8 +2,6 @@
 
 #include "switcher/wire/messages/take.h"
 
-#include "switcher/wire/frame.h"
-
 namespace switcher {
 
 Bytes EncodeTake(const Take& take) {

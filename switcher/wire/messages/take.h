@@ -11,11 +11,12 @@
 #include <optional>
 #include <span>
 
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/values.h"
 
 namespace switcher {
 
-inline constexpr std::size_t kTakeLength = 9;
+inline constexpr std::size_t kTakeLength = MessageLength(kTakeCode);
 
 // Action bytes.  Bit 1 is set to make a crosspoint and clear to break it.
 enum class TakeAction : std::uint8_t {

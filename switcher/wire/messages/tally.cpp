@@ -2,16 +2,12 @@
 
 #include "switcher/wire/messages/tally.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 
 namespace switcher {
 
-namespace {
-constexpr std::size_t kTallyLength = 2 * kTallyPoints + 3;
-}  // namespace
-
 DecodeStatus ParseTally(std::span<const std::uint8_t> message, TallyValues* values) {
-  if (message.size() != kTallyLength) return DecodeStatus::WrongSize;
+  if (message.size() != MessageLength(kTallyCode)) return DecodeStatus::WrongSize;
   WireReader reader(message.subspan(1));
   TallyValues received{};
   for (std::int16_t& point : received) {

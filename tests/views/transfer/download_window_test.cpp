@@ -12,9 +12,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/download_system.h"
 
 namespace views {
 namespace {
@@ -23,22 +21,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 // The window on a system of 16 channels and two stations.
-class DownloadWindowTest : public testing::Test, public switcher::PollSwitch {
+class DownloadWindowTest : public test::DownloadSystem, public switcher::PollSwitch {
  protected:
-  DownloadWindowTest() {
-    model_.ChannelCount = 16;
-    model_.StationCount = 2;
-    model_.LabelCount = 16;
-    model_.ButtonCount = 32;
-    model_.RelayCount = 64;
-    model_.OptoCount = 64;
-    model_.DownloadInterval = 1;
-  }
-
-  void SetUp() override {
-    ASSERT_TRUE(port_.Open(1).ok());
-    ASSERT_TRUE(files_.Open().ok());
-  }
+  DownloadWindowTest() { model_.DownloadInterval = 1; }
 
   void SetPolling(bool on) override { polling_.push_back(on); }
 
@@ -83,12 +68,6 @@ class DownloadWindowTest : public testing::Test, public switcher::PollSwitch {
 
   ~DownloadWindowTest() override { delete window_; }
 
-  model::SystemModel model_;
-  test::TemporaryFolder folder_;
-  db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  switcher::TableSenders senders_{model_, files_, port_, reporter_};
   std::vector<bool> polling_;
   QStringList notSent_;
   QMetaObject::Connection connection_;

@@ -108,7 +108,11 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
   test::TemporaryFolder folder_;
   db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
   stations::Changes changes_;
-  switcher::Decoder decoder_{model_, files_, reporter_, events_, changes_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return files_.Database(); },
+                              .reporter = reporter_,
+                              .changes = changes_,
+                              .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   std::vector<bool> polling_;

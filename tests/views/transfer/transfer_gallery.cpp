@@ -141,10 +141,15 @@ class Gallery : public switcher::PollSwitch {
   test::RecordingReporter reporter_;
   test::RecordingSwitcherEvents events_;
   stations::Changes changes_;
-  switcher::Decoder decoder_{model_, files_, reporter_, events_, changes_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return files_.Database(); },
+                              .reporter = reporter_,
+                              .changes = changes_,
+                              .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
-  switcher::TableSenders senders_{model_, files_, port_, reporter_};
+  switcher::TableSenders senders_{
+      {.model = model_, .files = files_, .port = port_, .reporter = reporter_}};
 };
 
 void Draw() {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/button_data.h"
 
 namespace tesksim {
@@ -25,8 +25,6 @@ int GroupsPerButton(std::size_t messageSize) {
 }
 
 }  // namespace
-
-bool ButtonsHandler::Handles(std::uint8_t code) const { return code == switcher::kButtonDataCode; }
 
 Outcome ButtonsHandler::Accept(std::span<const std::uint8_t> message) {
   switcher::ButtonData data;

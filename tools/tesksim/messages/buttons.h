@@ -14,7 +14,6 @@ namespace tesksim {
 class ButtonsHandler : public MessageHandler {
  public:
   explicit ButtonsHandler(SwitcherState& state) : state_(state) {}
-  bool Handles(std::uint8_t code) const override;
   Outcome Accept(std::span<const std::uint8_t> message) override;
 
  private:

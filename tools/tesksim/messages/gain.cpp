@@ -2,12 +2,10 @@
 
 #include "tools/tesksim/messages/gain.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/gain.h"
 
 namespace tesksim {
-
-bool GainHandler::Handles(std::uint8_t code) const { return code == switcher::kGainCode; }
 
 Outcome GainHandler::Accept(std::span<const std::uint8_t> message) {
   const auto gain = switcher::ParseGain(message);

@@ -12,7 +12,6 @@ namespace tesksim {
 class GainHandler : public MessageHandler {
  public:
   explicit GainHandler(SwitcherState& state) : state_(state) {}
-  bool Handles(std::uint8_t code) const override;
   Outcome Accept(std::span<const std::uint8_t> message) override;
 
  private:

@@ -2,13 +2,11 @@
 
 #include "tools/tesksim/messages/inhibits.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/inhibit_row.h"
 #include "tools/tesksim/state_text.h"
 
 namespace tesksim {
-
-bool InhibitsHandler::Handles(std::uint8_t code) const { return code == switcher::kInhibitRowCode; }
 
 Outcome InhibitsHandler::Accept(std::span<const std::uint8_t> message) {
   switcher::InhibitRow row;

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/label_texts.h"
 
 namespace tesksim {
@@ -17,10 +17,6 @@ bool IsSelector(int selector) {
 
 }  // namespace
 
-bool LabelsHandler::Handles(std::uint8_t code) const {
-  return code == switcher::kLabelOrderCode || code == switcher::kAlphaLabelsCode;
-}
-
 Outcome LabelsHandler::Accept(std::span<const std::uint8_t> message) {
   return message.front() == switcher::kLabelOrderCode ? AcceptOrder(message) : AcceptTexts(message);
 }
@@ -28,7 +24,8 @@ Outcome LabelsHandler::Accept(std::span<const std::uint8_t> message) {
 Outcome LabelsHandler::AcceptOrder(std::span<const std::uint8_t> message) {
   order_ = switcher::ParseLabelOrder(message, state_.Sizes().labels);
   if (!order_.has_value()) {
-    const auto required = 2 * static_cast<std::size_t>(state_.Sizes().labels) + 5;
+    const std::size_t required =
+        switcher::MessageLength(switcher::kLabelOrderCode, state_.Sizes().labels);
     return Rejected(message.size() != required ? switcher::DecodeStatus::WrongSize
                                                : switcher::DecodeStatus::ChecksumFailed);
   }

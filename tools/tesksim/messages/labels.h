@@ -19,7 +19,6 @@ namespace tesksim {
 class LabelsHandler : public MessageHandler {
  public:
   explicit LabelsHandler(SwitcherState& state) : state_(state) {}
-  bool Handles(std::uint8_t code) const override;
   Outcome Accept(std::span<const std::uint8_t> message) override;
 
  private:

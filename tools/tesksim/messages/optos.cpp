@@ -2,12 +2,10 @@
 
 #include "tools/tesksim/messages/optos.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/opto_data.h"
 
 namespace tesksim {
-
-bool OptosHandler::Handles(std::uint8_t code) const { return code == switcher::kOptoDataCode; }
 
 Outcome OptosHandler::Accept(std::span<const std::uint8_t> message) {
   switcher::OptoData data;

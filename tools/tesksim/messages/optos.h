@@ -13,7 +13,6 @@ namespace tesksim {
 class OptosHandler : public MessageHandler {
  public:
   explicit OptosHandler(SwitcherState& state) : state_(state) {}
-  bool Handles(std::uint8_t code) const override;
   Outcome Accept(std::span<const std::uint8_t> message) override;
 
  private:

@@ -2,13 +2,11 @@
 
 #include "tools/tesksim/messages/relays.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/relay_row.h"
 #include "tools/tesksim/state_text.h"
 
 namespace tesksim {
-
-bool RelaysHandler::Handles(std::uint8_t code) const { return code == switcher::kRelayRowCode; }
 
 Outcome RelaysHandler::Accept(std::span<const std::uint8_t> message) {
   switcher::RelayRow row;

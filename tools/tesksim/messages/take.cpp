@@ -2,7 +2,7 @@
 
 #include "tools/tesksim/messages/take.h"
 
-#include "switcher/wire/frame.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/take.h"
 
 namespace tesksim {
@@ -14,8 +14,6 @@ constexpr int kPriorityBit = 0x80;
 constexpr auto kProgramTake = static_cast<std::uint8_t>(switcher::TakeAction::Take);
 
 }  // namespace
-
-bool TakeHandler::Handles(std::uint8_t code) const { return code == switcher::kTakeCode; }
 
 Outcome TakeHandler::Accept(std::span<const std::uint8_t> message) {
   const auto take = switcher::ParseTake(message);

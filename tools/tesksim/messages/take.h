@@ -21,7 +21,6 @@ namespace tesksim {
 class TakeHandler : public MessageHandler {
  public:
   explicit TakeHandler(SwitcherState& state) : state_(state) {}
-  bool Handles(std::uint8_t code) const override;
   Outcome Accept(std::span<const std::uint8_t> message) override;
 
  private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "switcher/table_writer.h"
+#include "switcher/store_tables.h"
 
 #include <memory>
 #include <string>

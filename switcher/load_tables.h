@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
-// The messages of the tables, read whole from the configuration database.  A field that is null
-// counts as 0 or as a text without characters; one that the database does not have is a failure.
+// Tables on their way out of the configuration database: their messages, made of its records.  A
+// field that is null counts as 0 or as a text without characters; one that the database does not
+// have is a failure.
 
-#ifndef SWITCHER_TABLE_READER_H_
-#define SWITCHER_TABLE_READER_H_
+#ifndef SWITCHER_LOAD_TABLES_H_
+#define SWITCHER_LOAD_TABLES_H_
 
 #include <optional>
 
@@ -21,21 +22,21 @@ struct LabelMessages {
   Bytes order;
   Bytes texts;
 };
-model::Status ReadLabels(jet::Database& database, const model::SystemModel& model, int selector,
+model::Status LoadLabels(jet::Database& database, const model::SystemModel& model, int selector,
                          LabelMessages* messages);
 
 // The message of one output or station (from 1); none when it has no record.
-model::Status ReadInhibits(jet::Database& database, const model::SystemModel& model, int output,
+model::Status LoadInhibits(jet::Database& database, const model::SystemModel& model, int output,
                            std::optional<Bytes>* message);
-model::Status ReadRelays(jet::Database& database, const model::SystemModel& model, int output,
+model::Status LoadRelays(jet::Database& database, const model::SystemModel& model, int output,
                          std::optional<Bytes>* message);
-model::Status ReadButtons(jet::Database& database, const model::SystemModel& model, int station,
+model::Status LoadButtons(jet::Database& database, const model::SystemModel& model, int station,
                           std::optional<Bytes>* message);
 
 // The message of all optos: opto i is the i-th record in the order of the station numbers.
 // Fewer records than OptoCount are a failure.
-model::Status ReadOptos(jet::Database& database, const model::SystemModel& model, Bytes* message);
+model::Status LoadOptos(jet::Database& database, const model::SystemModel& model, Bytes* message);
 
 }  // namespace switcher
 
-#endif  // SWITCHER_TABLE_READER_H_
+#endif  // SWITCHER_LOAD_TABLES_H_

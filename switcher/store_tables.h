@@ -7,8 +7,8 @@
 // stands, and a change begun in it stays begun.  A flag string of which a part is stored and that
 // is shorter than 64 characters is filled up with "0".
 
-#ifndef SWITCHER_TABLE_WRITER_H_
-#define SWITCHER_TABLE_WRITER_H_
+#ifndef SWITCHER_STORE_TABLES_H_
+#define SWITCHER_STORE_TABLES_H_
 
 #include <cstdint>
 #include <span>
@@ -58,4 +58,4 @@ model::Status StoreOptos(jet::Database& database, const OptoData& data,
 
 }  // namespace switcher
 
-#endif  // SWITCHER_TABLE_WRITER_H_
+#endif  // SWITCHER_STORE_TABLES_H_

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "switcher/table_reader.h"
+#include "switcher/load_tables.h"
 
 #include <array>
 #include <memory>
@@ -27,7 +27,7 @@ namespace {
 
 // A row message of one flag string.
 template <typename Encode>
-model::Status ReadRow(jet::Database& database, int output, const char* field, Encode encode,
+model::Status LoadRow(jet::Database& database, int output, const char* field, Encode encode,
                       std::optional<Bytes>* message) {
   message->reset();
   std::unique_ptr<jet::RecordSet> stations;
@@ -44,7 +44,7 @@ model::Status ReadRow(jet::Database& database, int output, const char* field, En
 
 }  // namespace
 
-model::Status ReadLabels(jet::Database& database, const model::SystemModel& model, int selector,
+model::Status LoadLabels(jet::Database& database, const model::SystemModel& model, int selector,
                          LabelMessages* messages) {
   const char* const field = LabelFieldOf(selector);
   std::unique_ptr<jet::RecordSet> sorted;
@@ -68,23 +68,23 @@ model::Status ReadLabels(jet::Database& database, const model::SystemModel& mode
   return {};
 }
 
-model::Status ReadInhibits(jet::Database& database, const model::SystemModel& model, int output,
+model::Status LoadInhibits(jet::Database& database, const model::SystemModel& model, int output,
                            std::optional<Bytes>* message) {
   const auto encode = [&](std::string_view flags) {
     return EncodeInhibitRow(output, flags, model.ChannelCount);
   };
-  return ReadRow(database, output, db::kInhibitsField, encode, message);
+  return LoadRow(database, output, db::kInhibitsField, encode, message);
 }
 
-model::Status ReadRelays(jet::Database& database, const model::SystemModel& model, int output,
+model::Status LoadRelays(jet::Database& database, const model::SystemModel& model, int output,
                          std::optional<Bytes>* message) {
   const auto encode = [&](std::string_view flags) {
     return EncodeRelayRow(output, flags, model.RelayCount);
   };
-  return ReadRow(database, output, db::kRelaysField, encode, message);
+  return LoadRow(database, output, db::kRelaysField, encode, message);
 }
 
-model::Status ReadButtons(jet::Database& database, const model::SystemModel& model, int station,
+model::Status LoadButtons(jet::Database& database, const model::SystemModel& model, int station,
                           std::optional<Bytes>* message) {
   message->reset();
   std::unique_ptr<jet::RecordSet> stations;
@@ -105,7 +105,7 @@ model::Status ReadButtons(jet::Database& database, const model::SystemModel& mod
   return {};
 }
 
-model::Status ReadOptos(jet::Database& database, const model::SystemModel& model, Bytes* message) {
+model::Status LoadOptos(jet::Database& database, const model::SystemModel& model, Bytes* message) {
   std::unique_ptr<jet::RecordSet> stations;
   if (model::Status status = stations::OpenStations(database, &stations); !status.ok())
     return status;

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/line.h"
+
+#include "switcher/wire/message_table.h"
+
+namespace switcher {
+
+void ReportSendError(model::ErrorReporter& reporter, std::string_view failureLine,
+                     const model::Status& status) {
+  reporter.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
+                ErrorText(failureLine, status));
+}
+
+bool Line::Send(std::span<const std::uint8_t> message, std::string_view failureLine) const {
+  Begin();
+  return End(Write(message), failureLine);
+}
+
+model::Status Line::Write(std::span<const std::uint8_t> bytes) const {
+  for (const std::uint8_t byte : bytes) {
+    if (model::Status status = services_.port.Write(byte); !status.ok()) return status;
+  }
+  return {};
+}
+
+model::Status Line::WriteTable(std::span<const std::uint8_t> message) const {
+  constexpr std::size_t kBehindValues = 2;  // checksum and end byte
+  const std::size_t width = FindMessage(message.front())->valueBytes;
+  const std::size_t end = message.size() - kBehindValues;
+  if (model::Status status = Write(message.first(1)); !status.ok()) return status;
+  for (std::size_t value = 1; value < end; value += width) {
+    if (model::Status status = Write(message.subspan(value, width)); !status.ok()) return status;
+    if (progress_ != nullptr) progress_->UpdateStatus();
+  }
+  return Write(message.subspan(end));
+}
+
+bool Line::End(const model::Status& status, std::string_view failureLine) const {
+  if (services_.port.IsOpen()) services_.port.SetSendThreshold(1);
+  if (!status.ok()) ReportSendError(services_.reporter, failureLine, status);
+  return status.ok();
+}
+
+}  // namespace switcher

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef SWITCHER_LINE_H_
+#define SWITCHER_LINE_H_
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "model/error_reporter.h"
+#include "model/status.h"
+#include "model/system_model.h"
+#include "switcher/send_progress.h"
+#include "switcher/serial_port.h"
+
+namespace switcher {
+
+// The title of every report of a failed transmission, to the switcher or from it.
+inline constexpr char kSendErrorTitle[] = "Serial Communications Error";
+
+// Reports such a failure to the operator.
+void ReportSendError(model::ErrorReporter& reporter, std::string_view failureLine,
+                     const model::Status& status);
+
+// The line to the switcher, as those use it who send messages.
+class Line {
+ public:
+  // All must outlive the line.
+  struct Services {
+    model::SystemModel& model;
+    SerialPort& port;
+    model::ErrorReporter& reporter;
+  };
+  explicit Line(const Services& services) : services_(services) {}
+
+  // Who is told of each value of a table; null for nobody.  Must outlive the line or be taken away.
+  void SetProgress(SendProgress* progress) { progress_ = progress; }
+
+  // Sends a command.  A failure is reported to the operator under `failureLine`, and the result is
+  // false.
+  bool Send(std::span<const std::uint8_t> message, std::string_view failureLine) const;
+
+  // A table goes out in these steps: Begin() sets SendBusy, before each of its messages is made.
+  void Begin() const { services_.model.SendBusy = true; }
+
+  // Writes a message of the table and tells the progress of each value.  Stops at the first byte
+  // that cannot be written; what was written by then stays written.
+  model::Status WriteTable(std::span<const std::uint8_t> message) const;
+
+  // Ends a table that came to `status`.  Asks the port for the event that ends
+  // SendBusy, also behind a failure: without it nothing would end the silence of the poll.  (A port
+  // that has closed has no such event; what opens it again ends SendBusy.)  Reports a failure to
+  // the operator under `failureLine`.  Returns whether there was none.
+  bool End(const model::Status& status, std::string_view failureLine) const;
+
+ private:
+  // One write per byte.
+  model::Status Write(std::span<const std::uint8_t> bytes) const;
+
+  const Services services_;
+  SendProgress* progress_ = nullptr;
+};
+
+}  // namespace switcher
+
+#endif  // SWITCHER_LINE_H_

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+
+#include "switcher/wire/message_table.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <vector>
+
+namespace switcher {
+namespace {
+
+TEST(MessageTable, EveryMessageIsThereOnce) {
+  std::set<std::string_view> names;
+  for (const MessageKind& kind : kMessages) {
+    EXPECT_EQ(FindMessage(kind.code), &kind) << kind.name;
+    EXPECT_GE(kind.code, 0x80) << kind.name;
+    EXPECT_TRUE(names.insert(kind.name).second) << kind.name;
+    EXPECT_TRUE(kind.toSwitcher || kind.fromSwitcher) << kind.name;
+    EXPECT_EQ(kind.title.empty(), !kind.fromSwitcher) << kind.name;
+  }
+  EXPECT_EQ(FindMessage(0xE0), nullptr);
+  EXPECT_EQ(FindMessage(0xED), nullptr);
+}
+
+TEST(MessageTable, WhatWasReceivedIsNamedWithItsNumber) {
+  EXPECT_EQ(DescribeMessage(kCrosspointRowCode, 5), "Output 5 Crosspoint Map");
+  EXPECT_EQ(DescribeMessage(kButtonDataCode, 256), "Station 256 Button Data");
+  EXPECT_EQ(DescribeMessage(kAlphaLabelsCode, 5), "Alpha Labels");
+}
+
+// The fuzz target begins with what it finds here: a byte of the system, then messages.
+TEST(MessageTable, EveryMessageHasASeedOfTheFuzzTarget) {
+  std::set<int> codes;
+  for (const auto& entry : std::filesystem::directory_iterator(TESK_CORPUS)) {
+    std::ifstream file(entry.path(), std::ios::binary);
+    const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), {});
+    for (std::size_t i = 1; i < bytes.size(); ++i) {
+      const bool begins = i == 1 || bytes[i - 1] == '\xFF';
+      if (begins) codes.insert(static_cast<unsigned char>(bytes[i]));
+    }
+  }
+  for (const MessageKind& kind : kMessages) EXPECT_TRUE(codes.contains(kind.code)) << kind.name;
+}
+
+}  // namespace
+}  // namespace switcher
