@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "switcher/wire/label_selector.h"
+#include "switcher/wire/message_table.h"
 
 namespace gateway {
 

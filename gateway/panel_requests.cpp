@@ -2,7 +2,7 @@
 
 #include "gateway/panel_requests.h"
 
-#include "switcher/wire/label_selector.h"
+#include "switcher/wire/message_table.h"
 
 namespace gateway {
 

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "gateway/panel_tables.h"
-#include "switcher/wire/label_selector.h"
+#include "switcher/wire/message_table.h"
 
 namespace gateway {
 

@@ -13,7 +13,7 @@
 #include "model/flag_string.h"
 #include "stations/open_stations.h"
 #include "switcher/stored_labels.h"
-#include "switcher/wire/label_selector.h"
+#include "switcher/wire/message_table.h"
 
 namespace gateway {
 

@@ -12,6 +12,10 @@
 
 namespace switcher {
 
+// Which labels a message of labels is about; panels are sent it as the kind of a label table.
+inline constexpr int kOutputLabels = 20;
+inline constexpr int kInputLabels = 10;
+
 // A switch over these without a default makes the compiler name the message that is missing.
 enum MessageCode : std::uint8_t {
   kTakeCode = 0xFD,
@@ -27,87 +31,39 @@ enum MessageCode : std::uint8_t {
   kOptoDataCode = 0xE1,
 };
 
-struct MessageKind {
-  MessageCode code;
-  std::string_view name;        // one word, as the simulator knows it
-  std::string_view title = {};  // of one that was received; "#" is its output or station
-  bool toSwitcher = false;
-  bool fromSwitcher = false;
-  bool isTable = false;  // what the switcher keeps; else it acts at once
-  int length = 0;        // from the code to the end byte, without items
-  int itemLength = 0;    // and so many bytes for each item
-  int valueBytes = 2;    // of one value
+enum class MessageUse {
+  Command,  // to the switcher, which acts on it at once
+  Report,   // from the switcher, of what it does
+  Table,    // to the switcher, which keeps it; if it has a title, also from it
 };
 
-// Items are outputs, inputs, labels, optos, groups of eight members, or the values of the buttons.
+struct MessageKind {
+  MessageCode code;
+  MessageUse use;
+  std::string_view name;   // one word, as the simulator knows it
+  std::string_view title;  // of one from the switcher; "#" is its output or station
+  int length;              // in bytes, from the code to the end byte, without items
+  int itemLength;          // of each item
+  int valueBytes;          // of one value
+
+  constexpr bool ToSwitcher() const { return use != MessageUse::Report; }
+  constexpr bool FromSwitcher() const { return !title.empty(); }
+};
+
+// An item is a label, a channel, an opto, a group of eight members, or a value of the buttons.
 inline constexpr MessageKind kMessages[] = {
-    {.code = kTakeCode, .name = "take", .toSwitcher = true, .length = 9},
-    {.code = kGainCode, .name = "gain", .toSwitcher = true, .length = 5, .valueBytes = 1},
-    {.code = kLabelOrderCode,
-     .name = "label-order",
-     .toSwitcher = true,
-     .isTable = true,
-     .length = 5,
-     .itemLength = 2},
-    {.code = kGainReportCode,
-     .name = "gains",
-     .title = "DCA Gain Settings",
-     .fromSwitcher = true,
-     .length = 3,
-     .itemLength = 1,
-     .valueBytes = 1},
-    {.code = kCrosspointRowCode,
-     .name = "row",
-     .title = "Output # Crosspoint Map",
-     .fromSwitcher = true,
-     .length = 7,
-     .itemLength = 2},
-    {.code = kAlphaLabelsCode,
-     .name = "label-texts",
-     .title = "Alpha Labels",
-     .toSwitcher = true,
-     .fromSwitcher = true,
-     .isTable = true,
-     .length = 4,
-     .itemLength = 8,
-     .valueBytes = 1},
-    {.code = kButtonDataCode,
-     .name = "buttons",
-     .title = "Station # Button Data",
-     .toSwitcher = true,
-     .fromSwitcher = true,
-     .isTable = true,
-     .length = 5,
-     .itemLength = 2},
-    {.code = kRelayRowCode,
-     .name = "relays",
-     .title = "Output # Relay Assignments",
-     .toSwitcher = true,
-     .fromSwitcher = true,
-     .isTable = true,
-     .length = 5,
-     .itemLength = 2},
-    {.code = kInhibitRowCode,
-     .name = "inhibits",
-     .title = "Output # Inhibit Map",
-     .toSwitcher = true,
-     .fromSwitcher = true,
-     .isTable = true,
-     .length = 5,
-     .itemLength = 2},
-    {.code = kTallyCode,
-     .name = "tally",
-     .title = "QDV Responding Tally",
-     .fromSwitcher = true,
-     .length = 131},
-    {.code = kOptoDataCode,
-     .name = "optos",
-     .title = "Opto Programming Data",
-     .toSwitcher = true,
-     .fromSwitcher = true,
-     .isTable = true,
-     .length = 3,
-     .itemLength = 22},
+    // code, use, name, title, length, length of an item, bytes of a value
+    {kTakeCode, MessageUse::Command, "take", "", 9, 0, 2},
+    {kGainCode, MessageUse::Command, "gain", "", 5, 0, 1},
+    {kGainReportCode, MessageUse::Report, "gains", "DCA Gain Settings", 3, 1, 1},
+    {kCrosspointRowCode, MessageUse::Report, "row", "Output # Crosspoint Map", 7, 2, 2},
+    {kTallyCode, MessageUse::Report, "tally", "QDV Responding Tally", 131, 0, 2},
+    {kLabelOrderCode, MessageUse::Table, "label-order", "", 5, 2, 2},
+    {kAlphaLabelsCode, MessageUse::Table, "label-texts", "Alpha Labels", 4, 8, 1},
+    {kButtonDataCode, MessageUse::Table, "buttons", "Station # Button Data", 5, 2, 2},
+    {kRelayRowCode, MessageUse::Table, "relays", "Output # Relay Assignments", 5, 2, 2},
+    {kInhibitRowCode, MessageUse::Table, "inhibits", "Output # Inhibit Map", 5, 2, 2},
+    {kOptoDataCode, MessageUse::Table, "optos", "Opto Programming Data", 3, 22, 2},
 };
 
 // The message of this code; null when there is none.
@@ -121,7 +77,7 @@ constexpr const MessageKind* FindMessage(std::uint8_t code) {
 // Whether messages with this code come from the switcher.
 constexpr bool IsReceivedCode(std::uint8_t code) {
   const MessageKind* const kind = FindMessage(code);
-  return kind != nullptr && kind->fromSwitcher;
+  return kind != nullptr && kind->FromSwitcher();
 }
 
 // The bytes of a message with so many items, from its code to its end byte.

@@ -13,7 +13,7 @@
 
 #include "gateway/panel_tables.h"
 #include "switcher/decoder.h"
-#include "switcher/wire/label_selector.h"
+#include "switcher/wire/message_table.h"
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/hex.h"
 #include "tests/support/page_examples.h"

@@ -6,7 +6,7 @@
 
 #include "db/schema.h"
 #include "gateway/panel_tables.h"
-#include "switcher/wire/label_selector.h"
+#include "switcher/wire/message_table.h"
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/damaged_file.h"
 #include "tests/support/hex.h"

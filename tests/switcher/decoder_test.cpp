@@ -230,7 +230,7 @@ TEST_F(DecoderTest, EveryMessageOfTheSwitcherIsDecoded) {
     events_.refused.clear();
     const Bytes cutShort{kind.code, kEndOfMessage};
     decoder_.Decode(cutShort);
-    if (kind.fromSwitcher) {
+    if (kind.FromSwitcher()) {
       EXPECT_THAT(events_.refused, SizeIs(1)) << kind.name;
     } else {
       EXPECT_THAT(events_.refused, IsEmpty()) << kind.name;

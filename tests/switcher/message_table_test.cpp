@@ -19,8 +19,7 @@ TEST(MessageTable, EveryMessageIsThereOnce) {
     EXPECT_EQ(FindMessage(kind.code), &kind) << kind.name;
     EXPECT_GE(kind.code, 0x80) << kind.name;
     EXPECT_TRUE(names.insert(kind.name).second) << kind.name;
-    EXPECT_TRUE(kind.toSwitcher || kind.fromSwitcher) << kind.name;
-    EXPECT_EQ(kind.title.empty(), !kind.fromSwitcher) << kind.name;
+    EXPECT_TRUE(kind.ToSwitcher() || kind.FromSwitcher()) << kind.name;
   }
   EXPECT_EQ(FindMessage(0xE0), nullptr);
   EXPECT_EQ(FindMessage(0xED), nullptr);

@@ -65,7 +65,9 @@ TEST_F(RetrievalTest, BringsEveryTableThatTheSwitcherSends) {
   std::set<int> codes;
   for (const Bytes& message : Retrieve()) codes.insert(message.front());
   for (const switcher::MessageKind& kind : switcher::kMessages) {
-    EXPECT_EQ(codes.contains(kind.code), kind.isTable && kind.fromSwitcher) << kind.name;
+    EXPECT_EQ(codes.contains(kind.code),
+              kind.use == switcher::MessageUse::Table && kind.FromSwitcher())
+        << kind.name;
   }
 }
 

@@ -325,7 +325,7 @@ TEST_F(SimulatorTest, LogNamesWhatGoesOut) {
 
 TEST_F(SimulatorTest, EveryMessageToTheSwitcherIsActedOn) {
   for (const switcher::MessageKind& kind : switcher::kMessages) {
-    if (!kind.toSwitcher) continue;
+    if (!kind.ToSwitcher()) continue;
     line_.log.clear();
     Ask(test::Hex(Bytes{kind.code, 0xFF}));
     EXPECT_THAT(line_.log, ElementsAre(testing::HasSubstr("malformed " + std::string(kind.name))));

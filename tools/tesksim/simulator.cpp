@@ -21,14 +21,7 @@ namespace tesksim {
 
 // What the switcher understands.
 struct Simulator::Handlers {
-  explicit Handlers(SwitcherState& state)
-      : take(state),
-        gain(state),
-        inhibits(state),
-        relays(state),
-        labels(state),
-        buttons(state),
-        optos(state) {}
+  explicit Handlers(SwitcherState& held) : state(held) {}
 
   // Who acts on messages of a code; null for those that only the switcher sends.
   MessageHandler* Of(switcher::MessageCode code) {
@@ -56,13 +49,14 @@ struct Simulator::Handlers {
     return nullptr;
   }
 
-  TakeHandler take;
-  GainHandler gain;
-  InhibitsHandler inhibits;
-  RelaysHandler relays;
-  LabelsHandler labels;
-  ButtonsHandler buttons;
-  OptosHandler optos;
+  SwitcherState& state;
+  TakeHandler take{state};
+  GainHandler gain{state};
+  InhibitsHandler inhibits{state};
+  RelaysHandler relays{state};
+  LabelsHandler labels{state};
+  ButtonsHandler buttons{state};
+  OptosHandler optos{state};
 };
 
 namespace {
@@ -221,7 +215,7 @@ void Simulator::AcceptMessage(std::span<const std::uint8_t> message) {
     case Outcome::Result::Done:
       ++changes_;
       if (kind.code == switcher::kTakeCode) ++stats_.takes;
-      if (kind.isTable) ++stats_.tables;
+      if (kind.use == switcher::MessageUse::Table) ++stats_.tables;
       Note("rx " + name + " " + outcome.text);
       break;
     case Outcome::Result::Refused:

@@ -37,7 +37,8 @@ std::optional<std::uint8_t> ParseCode(std::string_view text) {
 // Whether it is the table of one output or station.
 bool IsRow(std::uint8_t code) {
   const switcher::MessageKind* const kind = switcher::FindMessage(code);
-  return kind != nullptr && kind->isTable && kind->title.find('#') != std::string_view::npos;
+  return kind != nullptr && kind->use == switcher::MessageUse::Table &&
+         kind->title.find('#') != std::string_view::npos;
 }
 
 std::optional<int> ParseMessageNumber(std::uint8_t code, Words words) {

@@ -21,12 +21,12 @@ bool IsPoll(std::uint8_t byte) { return !switcher::PollName(byte).empty(); }
 
 std::string_view MessageName(std::uint8_t code) {
   const switcher::MessageKind* const kind = switcher::FindMessage(code);
-  return kind != nullptr && kind->toSwitcher ? kind->name : std::string_view();
+  return kind != nullptr && kind->ToSwitcher() ? kind->name : std::string_view();
 }
 
 std::optional<std::uint8_t> MessageCodeOf(std::string_view name) {
   for (const switcher::MessageKind& kind : switcher::kMessages) {
-    if (kind.toSwitcher && kind.name == name) return kind.code;
+    if (kind.ToSwitcher() && kind.name == name) return kind.code;
   }
   return std::nullopt;
 }

@@ -12,7 +12,7 @@
 #include <span>
 #include <vector>
 
-#include "switcher/wire/label_selector.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/values.h"
 
 namespace switcher {
