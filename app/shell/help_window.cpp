@@ -6,7 +6,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProcess>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
@@ -234,10 +233,6 @@ void HelpWindow::ShowStyled() {
 void HelpWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) ShowStyled();
-}
-
-bool StartHelpViewer() {
-  return QProcess::startDetached(QStringLiteral("WINHLP32.EXE"), {QStringLiteral("Teskctl.hlp")});
 }
 
 }  // namespace app

@@ -51,9 +51,6 @@ class HelpWindow : public QWidget {
   QLabel* said_;
 };
 
-// Starts the help viewer with the help file.  False when it cannot be started.
-bool StartHelpViewer();
-
 }  // namespace app
 
 #endif  // APP_SHELL_HELP_WINDOW_H_

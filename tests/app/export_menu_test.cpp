@@ -33,10 +33,13 @@ class ExportMenuTest : public testing::Test {
   QMenu menu_;
   bool isStored_ = true;
   int stored_ = 0;
-  ExportMenu export_{menu_, *console_.window, console_.Services(), [this] {
-                       ++stored_;
-                       return isStored_;
-                     }};
+  ExportMenu export_{{.menu = menu_,
+                      .window = *console_.window,
+                      .data = console_.Services(),
+                      .storeEdits = [this] {
+                        ++stored_;
+                        return isStored_;
+                      }}};
   QTemporaryDir folder_;
 };
 
@@ -80,7 +83,10 @@ TEST_F(ExportMenuTest, TheMapIsThatOfTheSwitcher) {
 
 TEST_F(ExportMenuTest, ChannelsWithoutARecordHaveTheirNumbers) {
   test::ViewConsole large(200);
-  ExportMenu exports(menu_, *large.window, large.Services(), [] { return true; });
+  ExportMenu exports(
+      {.menu = menu_, .window = *large.window, .data = large.Services(), .storeEdits = [] {
+         return true;
+       }});
   ASSERT_TRUE(large.stations->Seek(131).ok());
   while (large.stations->HasRecord()) {
     ASSERT_TRUE(large.stations->Delete().ok());

@@ -9,7 +9,7 @@
 #include <QTest>
 #include <QToolButton>
 
-#include "app/port_access.h"
+#include "app/shell/port_access.h"
 
 namespace app {
 namespace {

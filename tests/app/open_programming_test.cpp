@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-#include "app/open_views.h"
+#include "app/shell/open_views.h"
 #include "db/keep_position.h"
 #include "tests/views/view_console.h"
 
@@ -84,7 +84,7 @@ TEST_F(OpenProgrammingTest, TablesFromTheSwitcherAreShownAndStoreNothing) {
   console_.SetField(5, "OptoChannel", 9);
   console_.SetField(3, "Label", "Truck");
   const std::vector<std::string> before = Stored();
-  const QSignalSpy edited(&views_, &OpenViews::UnsentChanged);
+  const QSignalSpy edited(&console_.unsent, &views::UnsentTables::Changed);
 
   views_.RelaysChanged(5);
   EXPECT_TRUE(Find<QCheckBox>("ckRelaySel_2").isChecked());

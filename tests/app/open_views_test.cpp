@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/open_views.h"
+#include "app/shell/open_views.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,14 +14,13 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_tables.h"
+#include "tests/app/views_fixture.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
 
-class OpenViewsTest : public testing::Test {
+class OpenViewsTest : public ViewsFixture {
  protected:
   OpenViewsTest() {
     QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
@@ -31,15 +30,7 @@ class OpenViewsTest : public testing::Test {
     area_.show();
   }
 
-  // The sub-window that holds the form of that name.
-  QMdiSubWindow* Frame(const char* name) {
-    for (QMdiSubWindow* const window : area_.subWindowList()) {
-      if (!window->isHidden() && window->widget()->objectName() == QLatin1String(name)) {
-        return window;
-      }
-    }
-    return nullptr;
-  }
+  QMdiSubWindow* Frame(const char* name) { return test::SubWindow(area_, name); }
 
   // The dialogs of that name that show.
   QList<QDialog*> Dialogs(const char* name) {
@@ -66,21 +57,8 @@ class OpenViewsTest : public testing::Test {
       {"frmXmap", &OpenViews::ShowXmap, QRect(33, 33, 667, 600)},
   };
 
-  model::SystemModel model_;  // without channels no station is asked for
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  switcher::LiveCommands commands_{model_, port_, reporter_};
-  test::RecordingTables tables_;
-  config::WindowSettings settings_{QString()};
   QMdiArea area_;
-  OpenViews views_{area_,
-                   {.model = model_,
-                    .stations = [] { return nullptr; },
-                    .commands = commands_,
-                    .tables = tables_,
-                    .poll = tables_,
-                    .settings = settings_,
-                    .reporter = reporter_}};
+  OpenViews views_{area_, Services()};
 };
 
 TEST_F(OpenViewsTest, EachOpensOnceInTheStoredPlace) {
@@ -252,31 +230,6 @@ TEST_F(OpenViewsTest, AReportOfGainsReachesTheLevelsThatAreOpen) {
   Dialogs("frmInptLevel")[0]->close();
   views_.GainsChanged();
   EXPECT_TRUE(Dialogs("frmInptLevel").isEmpty());
-}
-
-TEST_F(OpenViewsTest, WhatAToolSendsIsAnnouncedWithItsCount) {
-  views_.ShowXmap();
-  std::vector<std::string> seen;
-  QObject::connect(&views_, &OpenViews::SentByTool,
-                   [&](const switcher::TablePart& table, int messages) {
-                     EXPECT_EQ(table, switcher::TablePart{switcher::Table::Inhibits});
-                     seen.push_back("tool " + std::to_string(messages));
-                   });
-  QObject::connect(&views_, &OpenViews::Sent, [&](const switcher::TablePart& table, int messages) {
-    EXPECT_EQ(table, switcher::TablePart{switcher::Table::Inhibits});
-    seen.push_back("sent " + std::to_string(messages));
-  });
-  tables_.messages = 64;
-  views_.Xmap()->findChild<QAction*>(QStringLiteral("ID_SendInhibits"))->trigger();
-  EXPECT_THAT(seen, testing::UnorderedElementsAre("tool 64", "sent 64"));
-  // A download tells of itself.
-  seen.clear();
-  views_.TableSent(switcher::Table::Inhibits, model::kAll, 64);
-  EXPECT_THAT(seen, testing::ElementsAre("sent 64"));
-  seen.clear();
-  tables_.goOut = false;
-  views_.Xmap()->findChild<QAction*>(QStringLiteral("ID_SendInhibits"))->trigger();
-  EXPECT_TRUE(seen.empty());
 }
 
 }  // namespace

@@ -20,6 +20,10 @@ class PanelReportsTest : public testing::Test {
     window_.show();
     QObject::connect(&reports_, &PanelReports::Happened,
                      [this](const QString& text) { lines_.push_back(text.toStdString()); });
+    QObject::connect(&reports_, &PanelReports::PanelsChanged, &window_.Status(),
+                     &StatusBar::SetPanels);
+    QObject::connect(&reports_, &PanelReports::NoteRequested, &window_.Status(),
+                     &StatusBar::ShowNote);
   }
 
   QLabel* Aid() const { return window_.findChild<QLabel*>(QStringLiteral("aidPanels")); }
@@ -31,7 +35,7 @@ class PanelReportsTest : public testing::Test {
   test::SmallDatabase database_;
   ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }};
   InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }};
-  PanelReports reports_{window_.Status(), labels_, inhibits_};
+  PanelReports reports_{labels_, inhibits_};
   std::vector<std::string> lines_;
 };
 
@@ -102,7 +106,7 @@ TEST_F(PanelReportsTest, ATakeOnAnInhibitedCrosspointIsNamedAsSuch) {
 TEST_F(PanelReportsTest, WithoutADatabaseATakeHasItsNumbers) {
   ChannelLabels labels(model_, [] { return nullptr; });
   InhibitedCells inhibits(model_, [] { return nullptr; });
-  PanelReports reports(window_.Status(), labels, inhibits);
+  PanelReports reports(labels, inhibits);
   QString line;
   QObject::connect(&reports, &PanelReports::Happened, [&](const QString& text) { line = text; });
   reports.PanelTook({1, "192.0.2.7"}, {.destination = 3, .source = 4, .action = 0x84});

@@ -2,24 +2,16 @@
 //
 // What is typed into the label grid when a download or a retrieval is asked for.
 
-#include "app/transfers.h"
+#include "app/shell/transfers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModel>
 #include <QDialog>
-#include <QMainWindow>
 #include <QTableView>
 
-#include "switcher/decoder.h"
-#include "switcher/live_commands.h"
-#include "switcher/table_senders.h"
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_tables.h"
-#include "tests/support/silent_link_display.h"
-#include "tests/support/small_database.h"
+#include "tests/app/views_fixture.h"
 
 namespace app {
 namespace {
@@ -28,14 +20,13 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class TransfersTest : public testing::Test {
+class TransfersTest : public TransfersFixture {
  protected:
   TransfersTest() {
     model_.ApplyFixedValues();
     for (int station = 1; station <= 3; ++station) {
       database_.AddStation(station, {{"Hidden", 0}, {"Label", "out"}, {"InLabel", "in"}});
     }
-    window_.setCentralWidget(area_);
     window_.resize(900, 700);
     window_.show();
     views_.ShowAlphas();
@@ -53,38 +44,6 @@ class TransfersTest : public testing::Test {
     }
     return false;
   }
-
-  model::SystemModel model_;
-  test::SmallDatabase database_;
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  test::RecordingTables tables_;
-  config::WindowSettings settings_{QString()};
-  switcher::LiveCommands commands_{model_, port_, reporter_};
-  switcher::TableSenders senders_{model_, database_.Files(), port_, reporter_};
-  QMainWindow window_;
-  QMdiArea* area_ = new QMdiArea;
-  OpenViews views_{*area_,
-                   {.model = model_,
-                    .stations = [this] { return database_.Files().Stations(); },
-                    .commands = commands_,
-                    .tables = tables_,
-                    .poll = tables_,
-                    .settings = settings_,
-                    .reporter = reporter_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
-  test::SilentLinkDisplay linkDisplay_;
-  switcher::Link link_{model_, port_, decoder_, linkDisplay_};
-  Transfers transfers_{window_,
-                       views_,
-                       {.model = model_, .tables = senders_, .poll = tables_},
-                       {.parts = {.model = model_,
-                                  .decoder = decoder_,
-                                  .port = port_,
-                                  .link = link_,
-                                  .poll = tables_,
-                                  .reporter = reporter_},
-                        .closeViews = {}}};
 };
 
 TEST_F(TransfersTest, ADownloadSendsWhatIsTyped) {

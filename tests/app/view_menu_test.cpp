@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "tests/views/mnemonics.h"
@@ -25,8 +26,7 @@ class ViewMenuTest : public testing::Test {
   test::ViewConsole console_{8};
   OpenViews views_{*console_.area, console_.Services()};
   QMenu menu_;
-  int logsShown_ = 0;
-  ViewMenu viewMenu_{menu_, views_, *console_.window, [this] { ++logsShown_; }};
+  ViewMenu viewMenu_{{.menu = menu_, .views = views_, .window = *console_.window}};
 };
 
 TEST_F(ViewMenuTest, EveryItemHasAMnemonicOfItsOwn) {
@@ -74,8 +74,9 @@ TEST_F(ViewMenuTest, FindIsThatOfTheViewInWhichTheOperatorWorks) {
 }
 
 TEST_F(ViewMenuTest, TheLogAndTheFullScreenAreThereAlways) {
+  const QSignalSpy logRequested(&viewMenu_, &ViewMenu::EventLogRequested);
   Item("aidEventLog").trigger();
-  EXPECT_EQ(logsShown_, 1);
+  EXPECT_EQ(logRequested.size(), 1);
   Item("aidFullScreen").trigger();
   EXPECT_TRUE(console_.window->isFullScreen());
   Item("aidFullScreen").trigger();

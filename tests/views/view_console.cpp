@@ -109,6 +109,7 @@ views::Services ViewConsole::Services() {
           .stations = [this] { return databaseIsOpen ? stations.get() : nullptr; },
           .commands = commands,
           .tables = tables,
+          .unsent = unsent,
           .poll = tables,
           .settings = *settings,
           .reporter = reporter};

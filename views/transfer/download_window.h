@@ -14,6 +14,7 @@
 #include "switcher/poll_switch.h"
 #include "switcher/table.h"
 #include "switcher/table_senders.h"
+#include "views/unsent_tables.h"
 
 namespace views {
 
@@ -22,6 +23,7 @@ struct DownloadServices {
   model::SystemModel& model;
   switcher::TableSenders& tables;
   switcher::PollSwitch& poll;
+  UnsentTables& unsent;  // it is told of every table
 };
 
 // frmDownProg: asks, then shows how far the tables have got on their way to the switcher.  The
@@ -42,11 +44,6 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
  Q_SIGNALS:
   // The operator has confirmed.
   void Begun();
-  // A table has been sent without a failure, in so many messages: of one station (from 1), or of
-  // all with model::kAll.
-  void Sent(switcher::Table table, int station, int messages);
-  // The same of a table that could not be sent.
-  void Failed(switcher::Table table, int station);
   // A download that was begun is over.
   void Ended(const switcher::DownloadResult& result);
 
@@ -66,11 +63,12 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void TableFailed(switcher::Table table, int station) override;
   void Close() override;
 
+  UnsentTables& unsent_;
   bool begun_ = false;
   QLabel* text_;
   QLabel* status_;
   QProgressBar* bar_;
-  QPushButton* go_;
+  QPushButton* ok_;
   QPushButton* cancel_;
   QTimer delayTimer_;
   QTimer spacingTimer_;

@@ -7,19 +7,12 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
-#include <functional>
 
 #include "model/system_model.h"
 #include "switcher/retrieval.h"
 #include "views/transfer/message_list.h"
 
 namespace views {
-
-// What the retrieval window works with; all must outlive the window.
-struct RetrievalServices {
-  switcher::RetrievalParts parts;
-  std::function<void()> closeViews;  // closes the three main views
-};
 
 // frmSysInfo: asks, then shows each message that the switcher sends of its tables, and at the end
 // what came of it.  Closing the window is cancelling: it ends the wait for the switcher, or closes
@@ -28,7 +21,8 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
   Q_OBJECT
 
  public:
-  explicit RetrievalWindow(const RetrievalServices& services, QWidget* parent = nullptr);
+  // All parts must outlive the window.
+  explicit RetrievalWindow(const switcher::RetrievalParts& parts, QWidget* parent = nullptr);
 
   // Ends the wait, if there is one, and closes.
   void CancelNow();
@@ -36,6 +30,8 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
   void reject() override { retrieval_.Cancel(); }
 
  Q_SIGNALS:
+  // The main views are to be closed now: they would show what is no longer true.
+  void ViewsOutdated();
   // The operator has confirmed: the tables are asked for.
   void Begun();
   // The wait has ended.
@@ -46,7 +42,7 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
   void ShowResult(const switcher::RetrievalResult& result);
   void MakeTimers();
 
-  void CloseViews() override { closeViews_(); }
+  void CloseViews() override { Q_EMIT ViewsOutdated(); }
   void ShowHistory() override;
   void SetWaiting(bool waiting) override;
   void AddMessage(std::string_view description, int byteCount,
@@ -58,7 +54,6 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
   void StopDelayTimer() override { delayTimer_.stop(); }
   void Close() override;
 
-  const std::function<void()> closeViews_;
   const model::SystemModel& model_;
   QLabel* text_;
   MessageList* history_;

@@ -43,7 +43,8 @@ class DownloadWindowTest : public testing::Test, public switcher::PollSwitch {
   void SetPolling(bool on) override { polling_.push_back(on); }
 
   void Open() {
-    window_ = new DownloadWindow({.model = model_, .tables = senders_, .poll = *this});
+    window_ =
+        new DownloadWindow({.model = model_, .tables = senders_, .poll = *this, .unsent = unsent_});
     window_->setAttribute(Qt::WA_DeleteOnClose);
     connection_ = QObject::connect(window_, &DownloadWindow::Ended,
                                    [this](const switcher::DownloadResult& result) {
@@ -89,6 +90,7 @@ class DownloadWindowTest : public testing::Test, public switcher::PollSwitch {
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   switcher::TableSenders senders_{model_, files_, port_, reporter_};
+  UnsentTables unsent_;
   std::vector<bool> polling_;
   QStringList notSent_;
   QMetaObject::Connection connection_;

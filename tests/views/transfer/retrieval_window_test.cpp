@@ -40,13 +40,13 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
   }
 
   void SetUp() override {
-    window_ = new RetrievalWindow({.parts = {.model = model_,
-                                             .decoder = decoder_,
-                                             .port = port_,
-                                             .link = link_,
-                                             .poll = *this,
-                                             .reporter = reporter_},
-                                   .closeViews = [this] { ++viewsClosed_; }});
+    window_ = new RetrievalWindow({.model = model_,
+                                   .decoder = decoder_,
+                                   .port = port_,
+                                   .link = link_,
+                                   .poll = *this,
+                                   .reporter = reporter_});
+    QObject::connect(window_, &RetrievalWindow::ViewsOutdated, window_, [this] { ++viewsClosed_; });
     connection_ = QObject::connect(
         window_, &RetrievalWindow::Ended,
         [this](const switcher::RetrievalResult& result) { results_.push_back(result); });

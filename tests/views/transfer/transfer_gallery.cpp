@@ -47,7 +47,8 @@ class Gallery : public switcher::PollSwitch {
 
   void DrawDownload(std::int16_t mode, const QString& name) {
     model_.DownloadMode = mode;
-    views::DownloadWindow window({.model = model_, .tables = senders_, .poll = *this});
+    views::DownloadWindow window(
+        {.model = model_, .tables = senders_, .poll = *this, .unsent = unsent_});
     window.open();
     Save(window, name + QStringLiteral("-ask"));
     Press(window, "cmdDownGo");
@@ -61,13 +62,12 @@ class Gallery : public switcher::PollSwitch {
   }
 
   void DrawRetrieval() {
-    views::RetrievalWindow window({.parts = {.model = model_,
-                                             .decoder = decoder_,
-                                             .port = port_,
-                                             .link = link_,
-                                             .poll = *this,
-                                             .reporter = reporter_},
-                                   .closeViews = [] {}});
+    views::RetrievalWindow window({.model = model_,
+                                   .decoder = decoder_,
+                                   .port = port_,
+                                   .link = link_,
+                                   .poll = *this,
+                                   .reporter = reporter_});
     window.open();
     Save(window, QStringLiteral("retrieval-ask"));
     Press(window, "cmdOkSysInf");
@@ -144,6 +144,7 @@ class Gallery : public switcher::PollSwitch {
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   switcher::TableSenders senders_{model_, files_, port_, reporter_};
+  views::UnsentTables unsent_;
 };
 
 void Draw() {

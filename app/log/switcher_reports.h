@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_LOG_SWITCHER_REPORTS_H_
+#define APP_LOG_SWITCHER_REPORTS_H_
+
+#include "app/log/channel_labels.h"
+#include "app/log/event_log.h"
+#include "app/log/event_words.h"
+#include "app/log/inhibited_cells.h"
+#include "app/log/reported_rows.h"
+#include "switcher/switcher_events.h"
+
+namespace app {
+
+// Writes what the switcher reports into the event log: what changed in the map, and what was
+// refused.  Labels and inhibits that it reports change the words about channels.
+class SwitcherReports : public switcher::SwitcherEvents {
+ public:
+  struct Services {
+    const model::SystemModel& model;
+    ChannelLabels& labels;
+    InhibitedCells& inhibits;
+    EventLog& log;
+  };
+
+  // All must outlive the object.
+  explicit SwitcherReports(const Services& services)
+      : services_(services), crosspoints_(services.labels), rows_(services.model) {}
+
+  void CrosspointRowChanged(int output, int mode) override;
+  void GainsChanged() override {}
+  void TallyChanged() override {}
+  void LabelsChanged(int /*selector*/) override { services_.labels.Forget(); }
+  void InhibitsChanged(int /*output*/) override { services_.inhibits.Forget(); }
+  void RelaysChanged(int /*output*/) override {}
+  void ButtonsChanged(int /*station*/) override {}
+  void OptosChanged() override {}
+  void MessageRefused(std::string_view description, switcher::DecodeStatus status) override;
+
+ private:
+  const Services services_;
+  const CrosspointWords crosspoints_;
+  ReportedRows rows_;
+};
+
+}  // namespace app
+
+#endif  // APP_LOG_SWITCHER_REPORTS_H_
