@@ -7,6 +7,7 @@
 #include <QSessionManager>
 #include <utility>
 
+#include "app/decode_tick.h"
 #include "app/shell/about_dialog.h"
 #include "app/shell/mdi_arrangement.h"
 #include "app/start_up.h"
@@ -59,7 +60,6 @@ Console::Console(AppFolder folder)
                .decodeTimer = window_,
                .events = panelReports_,
                .reporter = panelErrors_}),
-      forwarding_(views_, panels_),
       aids_({.model = model_,
              .port = port_,
              .device = [this] { return QFileInfo(settingsFile_.SerialDevice(model_.ComPort)); },
@@ -67,8 +67,10 @@ Console::Console(AppFolder folder)
              .hints = window_.Hints()}),
       switcherReports_(
           {.model = model_, .labels = labels_, .inhibits = inhibits_, .log = eventLog_}),
-      observers_({&forwarding_, &aids_, &switcherReports_}),
-      decoder_(model_, files_, boxes_, observers_),
+      decoder_({.model = model_,
+                .database = [this] { return files_.Database(); },
+                .reporter = boxes_,
+                .observers = {views_, panels_, aids_, switcherReports_}}),
       link_(model_, port_, decoder_, window_),
       transfers_(
           {.window = window_,
@@ -192,8 +194,7 @@ void Console::ConnectTimers() {
     aids_.Tick();
   });
   connect(&window_.DecodeTimer(), &QTimer::timeout, this, [this] {
-    const bool worked = panels_.DecodeTick([this] { return link_.DecodeTick(); });
-    if (!worked) window_.DecodeTimer().stop();
+    if (!DecodeTick(link_, panels_)) window_.DecodeTimer().stop();
   });
 }
 

@@ -13,14 +13,13 @@
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
-#include "app/panel_forwarding.h"
 #include "app/settings_file.h"
 #include "app/shell/command_table.h"
 #include "app/shell/export_menu.h"
+#include "app/shell/help_window.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/main_window.h"
 #include "app/shell/main_window_place.h"
-#include "app/shell/manual.h"
 #include "app/shell/message_boxes.h"
 #include "app/shell/open_views.h"
 #include "app/shell/panel_errors.h"
@@ -28,7 +27,6 @@
 #include "app/shell/transfers.h"
 #include "app/shell/view_menu.h"
 #include "app/shut_down.h"
-#include "app/switcher_observers.h"
 #include "app/table_tools.h"
 #include "app/termination.h"
 #include "config/window_settings.h"
@@ -97,10 +95,8 @@ class Console : public QObject {
   PanelErrors panelErrors_;
   switcher::LiveCommands panelCommands_;
   gateway::PanelGateway panels_;
-  PanelForwarding forwarding_;
   LinkAids aids_;
   SwitcherReports switcherReports_;
-  SwitcherObservers observers_;
   switcher::Decoder decoder_;
   switcher::Link link_;
   Transfers transfers_;

@@ -185,7 +185,7 @@ void Parse(benchmark::State& state, const Kind& kind) {
 }
 
 // A database in memory whose records have everything, and a decoder that writes into it.
-class StoredSystem : private SwitcherEvents, private model::ErrorReporter {
+class StoredSystem : public SwitcherEvents, private model::ErrorReporter {
  public:
   explicit StoredSystem(int channels) {
     model.ApplyFixedValues();
@@ -209,21 +209,20 @@ class StoredSystem : private SwitcherEvents, private model::ErrorReporter {
   std::unique_ptr<jet::Database> database;
 
  private:
-  void CrosspointRowChanged(int /*output*/, int /*mode*/) override {}
-  void GainsChanged() override {}
-  void TallyChanged() override {}
   void LabelsChanged(int /*selector*/) override { changed = true; }
   void InhibitsChanged(int /*output*/) override { changed = true; }
   void RelaysChanged(int /*output*/) override { changed = true; }
   void ButtonsChanged(int /*station*/) override { changed = true; }
   void OptosChanged() override { changed = true; }
-  void MessageRefused(std::string_view, DecodeStatus) override {}
   void Show(Icon /*icon*/, std::string_view /*title*/, std::string_view text) override {
     throw std::logic_error(std::string(text));
   }
 
   bool changed = false;
-  Decoder decoder{model, [this] { return database.get(); }, *this, *this};
+  Decoder decoder{{.model = model,
+                   .database = [this] { return database.get(); },
+                   .reporter = *this,
+                   .observers = {*this}}};
 };
 
 Bytes ReadTable(StoredSystem& system, std::string_view name) {

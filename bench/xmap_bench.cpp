@@ -167,8 +167,10 @@ void DecodeRow(benchmark::State& state) {
   OpenMap map(channels);
   ToView events(map.View());
   test::RecordingReporter reporter;
-  switcher::Decoder decoder(
-      map.Model(), [] { return nullptr; }, reporter, events);
+  switcher::Decoder decoder({.model = map.Model(),
+                             .database = [] { return nullptr; },
+                             .reporter = reporter,
+                             .observers = {events}});
   const switcher::Bytes messages[] = {RowMessage(channels, 3, true),
                                       RowMessage(channels, 3, false)};
   std::size_t next = 0;

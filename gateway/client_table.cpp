@@ -50,7 +50,7 @@ int ClientTable::Accept(std::unique_ptr<ClientSocket> socket) {
   connection.KeepAliveCount = 0;
   connection.PeerIP = taken.socket->PeerAddress();
   connection.Identified = false;
-  events_.ClientAccepted(slot);
+  observers_.Tell(&PanelEvents::PanelConnected, Name(slot));
   return slot;
 }
 
@@ -59,7 +59,9 @@ void ClientTable::Identify(std::span<const std::uint8_t> frame, int slot) {
   ClientConnection& connection = Connection(slot);
   const int before = std::exchange(connection.ConnType, frame[1]);
   connection.Identified = IsAcceptedType(connection.ConnType);
-  if (connection.ConnType != before) events_.ClientIdentified(slot);
+  if (connection.ConnType != before) {
+    observers_.Tell(&PanelEvents::PanelIdentified, Name(slot), connection.ConnType);
+  }
 }
 
 void ClientTable::DataArrived(int slot, std::size_t byteCount) {
@@ -77,11 +79,12 @@ void ClientTable::DataArrived(int slot, std::size_t byteCount) {
   }
   At(slot).unread = connection.Undecoded() >= kRxLimit;
   if (result == ClientSocket::ReadResult::Failed) {
-    model::ReportError(reporter_, "Error Interpreting TCP Message Data", socket.LastError());
+    model::ReportError(services_.reporter, "Error Interpreting TCP Message Data",
+                       socket.LastError());
   }
   const bool mayGoOn =
       result == ClientSocket::ReadResult::WouldBlock || result == ClientSocket::ReadResult::Data;
-  if (mayGoOn && arrived) events_.BytesWait();
+  if (mayGoOn && arrived) services_.decodeTimer.StartDecodeTimer();
 }
 
 bool ClientTable::ReadOn(int slot) {
@@ -94,7 +97,7 @@ void ClientTable::PeerClosed(int slot) {
 }
 
 void ClientTable::Drop(int slot, DropReason reason) {
-  events_.ClientDropped(slot, reason);
+  observers_.Tell(&PanelEvents::PanelDropped, Name(slot), reason);
   PeerClosed(slot);
 }
 
@@ -113,12 +116,13 @@ void ClientTable::Close(int slot) {
   connection.UnfinishedTicks = 0;
   connection.TakeReports = 0;
   At(slot).unread = false;
-  const std::string address = std::exchange(connection.PeerIP, {});
+  connection.Answer = {};
+  const PanelName name{slot, std::exchange(connection.PeerIP, {})};
   connection.KeepAliveCount = 0;
   connection.ConnType = 0;
   connection.Identified = false;
   Socket(slot).Close();
-  events_.ClientClosed(slot, address);
+  observers_.Tell(&PanelEvents::PanelGone, name);
 }
 
 }  // namespace gateway

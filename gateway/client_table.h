@@ -10,10 +10,12 @@
 #include <vector>
 
 #include "gateway/client_socket.h"
+#include "gateway/decode_timer.h"
 #include "gateway/panel_events.h"
 #include "gateway/received_bytes.h"
 #include "gateway/take_frame.h"
 #include "model/error_reporter.h"
+#include "model/observers.h"
 
 namespace gateway {
 
@@ -33,31 +35,16 @@ struct ClientConnection {
   int UnfinishedTicks = 0;  // decode ticks that have found the frame in front without its end
   int TakeReports = 0;      // of takes without their end, since the last whole frame
 
+  // What is on its way in answer to a service request.
+  struct {
+    int messages = 0;
+    int labels = 0;  // of them
+  } Answer;
+
   // What of that which was received waits, in bytes.
   std::size_t Undecoded() const {
     return RxData.size() + Requests.size() * kServiceRequestLength + Takes.size() * kTakeLength;
   }
-};
-
-// What the table tells.
-class ClientTableEvents {
- public:
-  virtual ~ClientTableEvents() = default;
-
-  // Bytes wait to be decoded: let the decode timer run.
-  virtual void BytesWait() = 0;
-
-  // A client has the slot now.
-  virtual void ClientAccepted(int slot) = 0;
-
-  // The client of `slot` has said what it is, for the first time or something else than before.
-  virtual void ClientIdentified(int slot) = 0;
-
-  // The connection of `slot` with the client of this address has ended.
-  virtual void ClientClosed(int slot, const std::string& address) = 0;
-
-  // The client of `slot` is about to be dropped by the console.
-  virtual void ClientDropped(int slot, DropReason reason) = 0;
 };
 
 // The slots of the panel gateway, from 1.  A slot is made when all others are taken and never
@@ -72,11 +59,17 @@ class ClientTable : public ClientSocketEvents {
   // in the socket until there is room.
   static constexpr std::size_t kRxLimit = std::size_t{64} << 10;
 
-  // Both must outlive the table.
-  ClientTable(ClientTableEvents& events, model::ErrorReporter& reporter)
-      : events_(events), reporter_(reporter) {}
+  // All must outlive the table.
+  struct Services {
+    DecodeTimer& decodeTimer;
+    model::ErrorReporter& reporter;
+  };
+  explicit ClientTable(const Services& services) : services_(services) {}
   ClientTable(const ClientTable&) = delete;
   ClientTable& operator=(const ClientTable&) = delete;
+
+  // Who is told of connections that begin, of what their clients are, and of their end.
+  void AddObserver(PanelEvents& observer) { observers_.Add(observer); }
 
   // Gives a new connection the lowest free slot and returns it.  When all slots are taken, the
   // client that has been unidentified the longest makes room; when there is none, the new
@@ -133,8 +126,8 @@ class ClientTable : public ClientSocketEvents {
   int LongestUnidentified() const;
   void Close(int slot);
 
-  ClientTableEvents& events_;
-  model::ErrorReporter& reporter_;
+  const Services services_;
+  model::Observers<PanelEvents> observers_;
   std::vector<Slot> slots_;
   int clientCount_ = 0;
   std::uint64_t accepted_ = 0;

@@ -26,27 +26,27 @@ struct PanelName {
   bool operator==(const PanelName&) const = default;
 };
 
-// What happens to network panels.
+// What happens to network panels.  Who is told overrides what concerns it.
 class PanelEvents {
  public:
   virtual ~PanelEvents() = default;
 
   // A panel has connected.  What it is it has not said yet.
-  virtual void PanelConnected(const PanelName& panel) = 0;
+  virtual void PanelConnected(const PanelName& /*panel*/) {}
 
-  // A panel has said that it is of this connection type, for the first time or another than before;
-  // IsAcceptedType() says whether it is served.
-  virtual void PanelIdentified(const PanelName& panel, int type) = 0;
+  // A panel has said that it is of this connection `type`, for the first time or another than
+  // before; IsAcceptedType() says whether it is served.
+  virtual void PanelIdentified(const PanelName& /*panel*/, int /*type*/) {}
 
   // A panel's take has been handed to the line.
-  virtual void PanelTook(const PanelName& panel, const PanelTake& take) = 0;
+  virtual void PanelTook(const PanelName& /*panel*/, const PanelTake& /*take*/) {}
 
   // The console drops a panel: the operator may want to know but need not act on it.
   // PanelGone() follows.
-  virtual void PanelDropped(const PanelName& panel, DropReason reason) = 0;
+  virtual void PanelDropped(const PanelName& /*panel*/, DropReason /*reason*/) {}
 
   // The connection of a panel has ended.
-  virtual void PanelGone(const PanelName& panel) = 0;
+  virtual void PanelGone(const PanelName& /*panel*/) {}
 };
 
 }  // namespace gateway

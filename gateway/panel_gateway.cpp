@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "switcher/wire/label_selector.h"
+
 namespace gateway {
 
 namespace {
@@ -14,15 +16,27 @@ Bytes ConnectionRequest() { return {kConnectionType, 0x00, 0x00, kTerminator}; }
 }  // namespace
 
 PanelGateway::PanelGateway(const Services& services)
-    : decodeTimer_(services.decodeTimer),
-      events_(services.events),
-      clients_(*this, services.reporter),
-      queue_(clients_, services.timer, services.reporter),
-      senders_(services.model, services.files, queue_, services.reporter),
-      requests_(services.model, clients_, senders_),
-      takes_(clients_, services.line, services.commands, services.events),
-      protocol_(services.model, clients_, queue_, requests_, takes_, services.reporter) {
-  queue_.SetDone([this](int slot, MessageId id, bool sent) { requests_.Done(slot, id, sent); });
+    : clients_({.decodeTimer = services.decodeTimer, .reporter = services.reporter}),
+      queue_({.clients = clients_, .timer = services.timer, .reporter = services.reporter}),
+      senders_({.model = services.model,
+                .files = services.files,
+                .queue = queue_,
+                .reporter = services.reporter}),
+      requests_({.model = services.model, .clients = clients_, .senders = senders_}),
+      takes_({.clients = clients_,
+              .line = services.line,
+              .commands = services.commands,
+              .events = services.events}),
+      protocol_({.model = services.model,
+                 .clients = clients_,
+                 .queue = queue_,
+                 .requests = requests_,
+                 .takes = takes_,
+                 .reporter = services.reporter}) {
+  // What waits for a client that goes is forgotten before others hear of it.
+  clients_.AddObserver(queue_);
+  clients_.AddObserver(services.events);
+  queue_.AddObserver(requests_);
 }
 
 void PanelGateway::Accept(std::unique_ptr<ClientSocket> socket) {
@@ -34,45 +48,29 @@ void PanelGateway::Accept(std::unique_ptr<ClientSocket> socket) {
       slot);
 }
 
-bool PanelGateway::DecodeTick(const std::function<bool()>& decodeSwitcher) {
-  protocol_.CountTick();
-  const bool switcherWorked = decodeSwitcher();
+bool PanelGateway::DecodeTick() {
   const bool clientsWorked = protocol_.DecodeClients();
   const bool takesWaited = takes_.SendOn();
-  return switcherWorked || clientsWorked || takesWaited;
+  return clientsWorked || takesWaited;
 }
 
-void PanelGateway::ForwardCrosspointRow(int output) {
+void PanelGateway::CrosspointRowChanged(int output, int /*mode*/) {
   if (clients_.ClientCount() > 0) senders_.SendCrosspointMapToClients(output, 1, model::kAll);
 }
 
-void PanelGateway::ForwardLabels(int kind) {
-  if (clients_.ClientCount() > 0) senders_.SendAlphaTableToClients(kind, model::kAll);
+void PanelGateway::LabelsChanged(int selector) {
+  if (clients_.ClientCount() == 0) return;
+  senders_.SendAlphaTableToClients(switcher::kOutputLabels, model::kAll);
+  if (selector == switcher::kInputLabels) senders_.SendAlphaTableToClients(selector, model::kAll);
 }
 
-void PanelGateway::ForwardProgramming() {
+void PanelGateway::ButtonsChanged(int /*station*/) {
   if (clients_.ClientCount() > 0) senders_.SendStationProgrammingToClients(model::kAll);
 }
 
 void PanelGateway::CloseAll() {
   clients_.CloseAll();
   queue_.Clear();
-}
-
-void PanelGateway::ClientAccepted(int slot) { events_.PanelConnected(clients_.Name(slot)); }
-
-void PanelGateway::ClientIdentified(int slot) {
-  events_.PanelIdentified(clients_.Name(slot), clients_.Connection(slot).ConnType);
-}
-
-void PanelGateway::ClientClosed(int slot, const std::string& address) {
-  queue_.Forget(slot);
-  requests_.Forget(slot);
-  events_.PanelGone({slot, address});
-}
-
-void PanelGateway::ClientDropped(int slot, DropReason reason) {
-  events_.PanelDropped(clients_.Name(slot), reason);
 }
 
 }  // namespace gateway

@@ -3,12 +3,11 @@
 #ifndef GATEWAY_PANEL_GATEWAY_H_
 #define GATEWAY_PANEL_GATEWAY_H_
 
-#include <functional>
 #include <memory>
-#include <string>
 
 #include "db/database_files.h"
 #include "gateway/client_table.h"
+#include "gateway/decode_timer.h"
 #include "gateway/panel_events.h"
 #include "gateway/panel_protocol.h"
 #include "gateway/panel_requests.h"
@@ -20,21 +19,13 @@
 #include "model/system_model.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
+#include "switcher/switcher_events.h"
 
 namespace gateway {
 
-// The timer that calls DecodeTick(); the main window has it.
-class DecodeTimer {
- public:
-  virtual ~DecodeTimer() = default;
-
-  // Bytes wait to be decoded: let the timer run.
-  virtual void StartDecodeTimer() = 0;
-};
-
 // The gateway between network panels and the switcher: their connections, what they ask for,
-// and what all of them are told.
-class PanelGateway : private ClientTableEvents {
+// and what all of them are told of what the switcher reports.
+class PanelGateway : public switcher::SwitcherEvents {
  public:
   // What the gateway works on.  All must outlive it.
   struct Services {
@@ -53,15 +44,18 @@ class PanelGateway : private ClientTableEvents {
   // Takes a new connection and asks the client what it is.
   void Accept(std::unique_ptr<ClientSocket> socket);
 
-  // One tick of the decode timer: `decodeSwitcher` decodes at most one message of the switcher
-  // and says whether there was work, then at most one frame of every client is decoded, and takes
-  // are passed on.  False when there was no work at all.
-  bool DecodeTick(const std::function<bool()>& decodeSwitcher);
+  // A tick of the decode timer begins.
+  void BeginTick() { ++clients_.TcpIdleTicks; }
 
-  // The rows, labels and programming for all panels, when there is any.
-  void ForwardCrosspointRow(int output);
-  void ForwardLabels(int kind);
-  void ForwardProgramming();
+  // The panels' part of the tick: decodes at most one frame of every client, and passes takes on.
+  // False when there was no work.
+  bool DecodeTick();
+
+  // All panels, if there are any, get the row, the labels or the programming.  The labels of the
+  // stations go out after either table of labels; those of the inputs, if it was theirs, follow.
+  void CrosspointRowChanged(int output, int mode) override;
+  void LabelsChanged(int selector) override;
+  void ButtonsChanged(int station) override;
 
   // Closes all connections and sends nothing any more.
   void CloseAll();
@@ -71,14 +65,6 @@ class PanelGateway : private ClientTableEvents {
   PanelSenders& Senders() { return senders_; }
 
  private:
-  void BytesWait() override { decodeTimer_.StartDecodeTimer(); }
-  void ClientAccepted(int slot) override;
-  void ClientIdentified(int slot) override;
-  void ClientClosed(int slot, const std::string& address) override;
-  void ClientDropped(int slot, DropReason reason) override;
-
-  DecodeTimer& decodeTimer_;
-  PanelEvents& events_;
   ClientTable clients_;
   SendQueue queue_;
   PanelSenders senders_;

@@ -30,16 +30,20 @@ class PanelProtocol {
   static constexpr int kMostTakeReports = 400;
 
   // All must outlive the object.
-  PanelProtocol(const model::SystemModel& model, ClientTable& clients, SendQueue& queue,
-                PanelRequests& requests, PanelTakes& takes, model::ErrorReporter& reporter);
+  struct Services {
+    const model::SystemModel& model;
+    ClientTable& clients;
+    SendQueue& queue;
+    PanelRequests& requests;
+    PanelTakes& takes;
+    model::ErrorReporter& reporter;
+  };
+  explicit PanelProtocol(const Services& services) : services_(services) {}
 
   // Decodes at most one frame of every client that has sent something, in ascending order, and
-  // throws away what will not become a frame any more.  To be called once per decode tick, behind
-  // CountTick().  False when there was no work.
+  // throws away what will not become a frame any more.  To be called once per decode tick.  False
+  // when there was no work.
   bool DecodeClients();
-
-  // Notes that a decode tick begins.
-  void CountTick() { ++clients_.TcpIdleTicks; }
 
   // Takes at most one frame off the slot's RxData and handles it.  Bytes that cannot begin a
   // frame are dropped, one per call.
@@ -52,14 +56,9 @@ class PanelProtocol {
   void WaitForEnd(int slot);
   void FlushUnfinished();
   void AnswerPoll(int slot);
-  bool IsLinkUp() const { return model_.LinkStatus[0] == 1; }
+  bool IsLinkUp() const { return services_.model.LinkStatus[0] == 1; }
 
-  const model::SystemModel& model_;
-  ClientTable& clients_;
-  SendQueue& queue_;
-  PanelRequests& requests_;
-  PanelTakes& takes_;
-  model::ErrorReporter& reporter_;
+  const Services services_;
 };
 
 }  // namespace gateway

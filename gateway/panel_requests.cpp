@@ -2,7 +2,7 @@
 
 #include "gateway/panel_requests.h"
 
-#include "gateway/panel_tables.h"
+#include "switcher/wire/label_selector.h"
 
 namespace gateway {
 
@@ -25,24 +25,25 @@ std::optional<std::uint8_t> ParseServiceRequest(std::span<const std::uint8_t> fr
 }
 
 void PanelRequests::Request(std::uint8_t mask, int slot) {
-  clients_.Connection(slot).Requests.push_back(mask);
+  services_.clients.Connection(slot).Requests.push_back(mask);
   AnswerNext(slot);
 }
 
 // What the link does not let be answered is forgotten when its turn comes.
 void PanelRequests::AnswerNext(int slot) {
-  std::deque<std::uint8_t>& requests = clients_.Connection(slot).Requests;
-  while (!requests.empty() && !answers_.contains(slot)) {
-    const std::uint8_t mask = requests.front();
-    requests.pop_front();
-    if (model_.LinkStatus[0] == 1) Send(mask, slot);
+  ClientConnection& client = services_.clients.Connection(slot);
+  while (!client.Requests.empty() && client.Answer.messages == 0) {
+    const std::uint8_t mask = client.Requests.front();
+    client.Requests.pop_front();
+    if (services_.model.LinkStatus[0] == 1) Send(mask, slot);
   }
 }
 
 void PanelRequests::Send(std::uint8_t mask, int slot) {
   const auto isWanted = [mask](int bit) { return (mask & bit) != 0; };
-  ClientConnection& client = clients_.Connection(slot);
-  Answer answer;
+  ClientConnection& client = services_.clients.Connection(slot);
+  auto& answer = client.Answer;
+  answer = {};
   if (isWanted(kWantMap)) ++answer.messages;
   for (const int bit : {kWantInputLabels, kWantStationLabels}) {
     if (isWanted(bit)) ++answer.labels;
@@ -52,29 +53,26 @@ void PanelRequests::Send(std::uint8_t mask, int slot) {
   if (answer.labels > 0) client.AlphasPending = true;
   if (isWanted(kOption20)) client.Option20Pending = true;
   if (isWanted(kWantProgramming)) client.ButtonsPending = true;
-  if (answer.messages == 0) return;
-  // The first message may go out at once.
-  answers_[slot] = answer;
-  if (isWanted(kWantMap)) senders_.SendCrosspointMapToClients(1, model_.ChannelCount, slot);
-  if (isWanted(kWantInputLabels)) senders_.SendAlphaTableToClients(kInputLabels, slot);
-  if (isWanted(kWantStationLabels)) senders_.SendAlphaTableToClients(kStationLabels, slot);
-  if (isWanted(kWantProgramming)) senders_.SendStationProgrammingToClients(slot);
+  if (isWanted(kWantMap))
+    services_.senders.SendCrosspointMapToClients(1, services_.model.ChannelCount, slot);
+  if (isWanted(kWantInputLabels))
+    services_.senders.SendAlphaTableToClients(switcher::kInputLabels, slot);
+  if (isWanted(kWantStationLabels))
+    services_.senders.SendAlphaTableToClients(switcher::kOutputLabels, slot);
+  if (isWanted(kWantProgramming)) services_.senders.SendStationProgrammingToClients(slot);
 }
 
-void PanelRequests::Done(int slot, MessageId id, bool sent) {
-  const auto answer = answers_.find(slot);
+void PanelRequests::MessageDone(int slot, MessageId id, bool sent) {
   const bool isPart =
       id.kind != MessageId::Kind::KeepAlive && id.kind != MessageId::Kind::ConnectionRequest;
-  if (answer == answers_.end() || !isPart) return;
-  ClientConnection& client = clients_.Connection(slot);
+  ClientConnection& client = services_.clients.Connection(slot);
+  if (client.Answer.messages == 0 || !isPart) return;
   // The flag stands for both label tables.
-  if (id.kind == MessageId::Kind::Labels && --answer->second.labels == 0 && sent) {
+  if (id.kind == MessageId::Kind::Labels && --client.Answer.labels == 0 && sent) {
     client.AlphasPending = false;
   }
   if (id.kind == MessageId::Kind::ButtonProgramming && sent) client.ButtonsPending = false;
-  if (--answer->second.messages > 0) return;
-  answers_.erase(answer);
-  AnswerNext(slot);
+  if (--client.Answer.messages == 0) AnswerNext(slot);
 }
 
 }  // namespace gateway

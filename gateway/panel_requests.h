@@ -4,7 +4,6 @@
 #define GATEWAY_PANEL_REQUESTS_H_
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <span>
 
@@ -21,35 +20,26 @@ std::optional<std::uint8_t> ParseServiceRequest(std::span<const std::uint8_t> fr
 // whole answer to the first before the next is looked at; so a panel that requests without a pause
 // costs neither memory nor more work than can be sent, and the others wait for one of its answers
 // at a time.
-class PanelRequests {
+class PanelRequests : public SendQueueEvents {
  public:
   // All must outlive the object.
-  PanelRequests(const model::SystemModel& model, ClientTable& clients, PanelSenders& senders)
-      : model_(model), clients_(clients), senders_(senders) {}
+  struct Services {
+    const model::SystemModel& model;
+    ClientTable& clients;
+    PanelSenders& senders;
+  };
+  explicit PanelRequests(const Services& services) : services_(services) {}
 
   // Answers a request of the client of a slot, when its turn comes.
   void Request(std::uint8_t mask, int slot);
 
-  // To be told of each message for one slot that is done with.
-  void Done(int slot, MessageId id, bool sent);
-
-  // The connection of a slot has ended.
-  void Forget(int slot) { answers_.erase(slot); }
+  void MessageDone(int slot, MessageId id, bool sent) override;
 
  private:
-  // What is on its way to a slot.
-  struct Answer {
-    int messages = 0;
-    int labels = 0;  // of them
-  };
-
   void AnswerNext(int slot);
   void Send(std::uint8_t mask, int slot);
 
-  const model::SystemModel& model_;
-  ClientTable& clients_;
-  PanelSenders& senders_;
-  std::map<int, Answer> answers_;  // of the slots that one is on its way to
+  const Services services_;
 };
 
 }  // namespace gateway

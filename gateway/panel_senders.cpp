@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "gateway/panel_tables.h"
+#include "switcher/wire/label_selector.h"
 
 namespace gateway {
 
@@ -27,34 +28,36 @@ std::function<Bytes()> BuiltOnce(std::function<Bytes()> build) {
 
 void PanelSenders::SendCrosspointMapToClients(int first, int count, int slot) {
   Bytes frame;
-  if (const auto status = BuildCrosspointMap(model_, first, count, &frame); !status.ok()) {
-    model::ReportError(reporter_, "Error Sending Crosspoint Map", status);
+  if (const auto status = BuildCrosspointMap(services_.model, first, count, &frame); !status.ok()) {
+    model::ReportError(services_.reporter, "Error Sending Crosspoint Map", status);
   }
   const MessageId id{.kind = count == 1 ? MessageId::Kind::Row : MessageId::Kind::Map,
                      .first = first,
                      .count = count};
-  queue_.SendToClient(FixedMessage(id, std::move(frame)), slot);
+  services_.queue.SendToClient(FixedMessage(id, std::move(frame)), slot);
 }
 
 void PanelSenders::SendAlphaTableToClients(int kind, int slot) {
-  const auto table = kind == kStationLabels ? db::Table::OutputLabels : db::Table::InputLabels;
+  const auto table =
+      kind == switcher::kOutputLabels ? db::Table::OutputLabels : db::Table::InputLabels;
   const auto labels = BuiltOnce([this, kind, table] {
     return BuildTable(table, [this, kind](jet::Database& database, Bytes* frame) {
-      return BuildLabelTable(database, model_, kind, frame);
+      return BuildLabelTable(database, services_.model, kind, frame);
     });
   });
-  queue_.SendToClient({{.kind = MessageId::Kind::Labels, .first = kind, .count = 0}, labels}, slot);
+  services_.queue.SendToClient(
+      {{.kind = MessageId::Kind::Labels, .first = kind, .count = 0}, labels}, slot);
 }
 
 void PanelSenders::SendStationProgrammingToClients(int slot) {
   const Message list{{.kind = MessageId::Kind::StationList, .first = 0, .count = 0},
-                     [this] { return BuildStationList(model_); }};
+                     [this] { return BuildStationList(services_.model); }};
   const auto programming = BuiltOnce([this] {
     return BuildTable(db::Table::Buttons, [this](jet::Database& database, Bytes* frame) {
-      return BuildButtonProgramming(database, model_, frame);
+      return BuildButtonProgramming(database, services_.model, frame);
     });
   });
-  queue_.SendToClient(
+  services_.queue.SendToClient(
       {list,
        Message{{.kind = MessageId::Kind::ButtonProgramming, .first = 0, .count = 0}, programming}},
       slot);
@@ -63,12 +66,12 @@ void PanelSenders::SendStationProgrammingToClients(int slot) {
 Bytes PanelSenders::BuildTable(
     db::Table table, const std::function<model::Status(jet::Database&, Bytes*)>& build) const {
   Bytes frame;
-  model::Status status = files_.IsOpen() ? model::Status() : db::NotOpen();
+  model::Status status = services_.files.IsOpen() ? model::Status() : db::NotOpen();
   // Without a station that cannot be found, the others would stand in one another's places.
-  if (status.ok()) status = files_.CheckTable(table, 1, model_.ChannelCount);
-  if (status.ok()) status = build(*files_.Database(), &frame);
+  if (status.ok()) status = services_.files.CheckTable(table, 1, services_.model.ChannelCount);
+  if (status.ok()) status = build(*services_.files.Database(), &frame);
   if (status.ok()) return frame;
-  model::ReportError(reporter_, kTableFailure, status);
+  model::ReportError(services_.reporter, kTableFailure, status);
   return {};
 }
 

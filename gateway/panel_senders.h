@@ -22,9 +22,13 @@ namespace gateway {
 class PanelSenders {
  public:
   // All must outlive the object.
-  PanelSenders(const model::SystemModel& model, const db::DatabaseFiles& files, SendQueue& queue,
-               model::ErrorReporter& reporter)
-      : model_(model), files_(files), queue_(queue), reporter_(reporter) {}
+  struct Services {
+    const model::SystemModel& model;
+    const db::DatabaseFiles& files;
+    SendQueue& queue;
+    model::ErrorReporter& reporter;
+  };
+  explicit PanelSenders(const Services& services) : services_(services) {}
 
   // The map rows of `count` channels from `first` on (from 1).  Channels that are not there are
   // reported, and nothing is sent.
@@ -43,10 +47,7 @@ class PanelSenders {
   Bytes BuildTable(db::Table table,
                    const std::function<model::Status(jet::Database&, Bytes*)>& build) const;
 
-  const model::SystemModel& model_;
-  const db::DatabaseFiles& files_;
-  SendQueue& queue_;
-  model::ErrorReporter& reporter_;
+  const Services services_;
 };
 
 }  // namespace gateway

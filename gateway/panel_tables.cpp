@@ -13,6 +13,7 @@
 #include "model/flag_string.h"
 #include "stations/open_stations.h"
 #include "switcher/stored_labels.h"
+#include "switcher/wire/label_selector.h"
 
 namespace gateway {
 
@@ -87,7 +88,7 @@ model::Status BuildLabelTable(jet::Database& database, const model::SystemModel&
   if (model::Status status = stations::OpenStations(database, &stations); !status.ok()) {
     return status;
   }
-  const char* const field = kind == kStationLabels ? db::kLabelField : db::kInLabelField;
+  const char* const field = kind == switcher::kOutputLabels ? db::kLabelField : db::kInLabelField;
   FrameBuilder builder(kLabelTableType);
   builder.PutByte(kind);
   builder.PutByte(kLabelWidth);

@@ -15,10 +15,6 @@
 
 namespace gateway {
 
-// Label tables.
-inline constexpr int kInputLabels = 10;
-inline constexpr int kStationLabels = 20;
-
 // Characters of a label in a frame.
 inline constexpr int kLabelWidth = 8;
 
@@ -33,8 +29,8 @@ model::Status BuildCrosspointMap(const model::SystemModel& model, int first, int
                                  Bytes* frame);
 
 // 0xFC: the labels of the first ChannelCount records, in the order of their numbers.  `kind` is
-// kStationLabels, or anything else, in practice kInputLabels, for those of the inputs.  Fails
-// when there are fewer records.
+// switcher::kOutputLabels, or anything else, in practice kInputLabels, for those of the inputs.
+// Fails when there are fewer records.
 model::Status BuildLabelTable(jet::Database& database, const model::SystemModel& model, int kind,
                               Bytes* frame);
 

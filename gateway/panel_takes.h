@@ -17,9 +17,13 @@ namespace gateway {
 class PanelTakes {
  public:
   // All must outlive the object.
-  PanelTakes(ClientTable& clients, const switcher::LineShare& line,
-             switcher::LiveCommands& commands, PanelEvents& events)
-      : clients_(clients), line_(line), commands_(commands), events_(events) {}
+  struct Services {
+    ClientTable& clients;
+    const switcher::LineShare& line;
+    switcher::LiveCommands& commands;
+    PanelEvents& events;
+  };
+  explicit PanelTakes(const Services& services) : services_(services) {}
 
   // A take of the client of a slot.  One of a channel that the line cannot name is ignored.
   void Add(const PanelTake& take, int slot);
@@ -29,10 +33,7 @@ class PanelTakes {
   bool SendOn();
 
  private:
-  ClientTable& clients_;
-  const switcher::LineShare& line_;
-  switcher::LiveCommands& commands_;
-  PanelEvents& events_;
+  const Services services_;
   int turn_ = 1;  // the slot that is the first to have the line next
 };
 

@@ -16,7 +16,8 @@ void SendQueue::SendToClient(const Message& message, int slot) {
 void SendQueue::SendToClient(const std::vector<Message>& messages, int slot) {
   if (slot == model::kAll) {
     std::vector<SendOrder::Receiver> all;
-    for (int each = 1; each <= clients_.SocketCount(); ++each) all.push_back(ReceiverOf(each));
+    for (int each = 1; each <= services_.clients.SocketCount(); ++each)
+      all.push_back(ReceiverOf(each));
     order_.AddForAll(all, messages);
   } else {
     const SendOrder::Receiver receiver = ReceiverOf(slot);
@@ -27,12 +28,14 @@ void SendQueue::SendToClient(const std::vector<Message>& messages, int slot) {
 }
 
 SendOrder::Receiver SendQueue::ReceiverOf(int slot) const {
-  return {slot, clients_.Connection(slot).Connected ? clients_.ConnectionNumber(slot) : 0};
+  return {slot, services_.clients.Connection(slot).Connected
+                    ? services_.clients.ConnectionNumber(slot)
+                    : 0};
 }
 
 bool SendQueue::IsThere(const SendOrder::Receiver& receiver) const {
   return ReceiverOf(receiver.slot).connection == receiver.connection &&
-         clients_.IsConnected(receiver.slot);
+         services_.clients.IsConnected(receiver.slot);
 }
 
 // Whether a message for all passes over a slot: because it has no bytes, as another slot has found
@@ -47,13 +50,13 @@ bool SendQueue::CostsNoPause(const Item& item) const {
   return false;
 }
 
-void SendQueue::Forget(int slot) {
-  if (begun_ && begun_->item.receiver.slot == slot && begun_->item.direct) begun_.reset();
-  order_.Forget(slot);
+void SendQueue::PanelGone(const PanelName& panel) {
+  if (begun_ && begun_->item.receiver.slot == panel.slot && begun_->item.direct) begun_.reset();
+  order_.Forget(panel.slot);
 }
 
 void SendQueue::Clear() {
-  timer_.Stop();
+  services_.timer.Stop();
   pausing_ = false;
   begun_.reset();
   order_.Clear();
@@ -73,11 +76,11 @@ void SendQueue::SendOn() {
     PassOver(next->item);
     return;
   }
-  clients_.TcpIdleTicks = 0;
+  services_.clients.TcpIdleTicks = 0;
   const std::span<const std::uint8_t> rest = std::span(next->bytes).subspan(next->sent);
   const auto piece = rest.first(std::min(rest.size(), kPieceSize));
   const Delivery delivery = Deliver(next->item.receiver, piece);
-  timer_.Start(kPause, [this] { SendOn(); });
+  services_.timer.Start(kPause, [this] { SendOn(); });
   if (delivery == Delivery::Dropped) return;
   next->sent += piece.size();
   if (delivery != Delivery::Failed && next->sent < next->bytes.size()) {
@@ -99,7 +102,7 @@ std::optional<SendQueue::Outgoing> SendQueue::TakeNext() {
 
 // Pauses for a message that has no bytes.
 void SendQueue::PassOver(const Item& item) {
-  timer_.Start(kPause, [this] { SendOn(); });
+  services_.timer.Start(kPause, [this] { SendOn(); });
   if (item.forAll) item.forAll->failed = true;
   TellDone(item, false);
 }
@@ -108,13 +111,13 @@ void SendQueue::PassOver(const Item& item) {
 SendQueue::Delivery SendQueue::Deliver(const SendOrder::Receiver& receiver,
                                        std::span<const std::uint8_t> piece) {
   if (!IsThere(receiver)) return Delivery::Nobody;
-  ClientSocket& socket = clients_.Socket(receiver.slot);
+  ClientSocket& socket = services_.clients.Socket(receiver.slot);
   if (socket.Unsent() + piece.size() > kUnsentLimit) {
-    clients_.Drop(receiver.slot, DropReason::DoesNotRead);
+    services_.clients.Drop(receiver.slot, DropReason::DoesNotRead);
     return Delivery::Dropped;
   }
   if (const model::Status status = socket.Write(piece); !status.ok()) {
-    model::ReportError(reporter_, "Error Sending Message to IP", status);
+    model::ReportError(services_.reporter, "Error Sending Message to IP", status);
     return Delivery::Failed;
   }
   return Delivery::Done;
@@ -122,7 +125,8 @@ SendQueue::Delivery SendQueue::Deliver(const SendOrder::Receiver& receiver,
 
 void SendQueue::TellDone(const Item& item, bool sent) const {
   const bool holds = ReceiverOf(item.receiver.slot).connection == item.receiver.connection;
-  if (item.direct && holds && done_) done_(item.receiver.slot, item.message.id, sent);
+  if (!item.direct || !holds) return;
+  observers_.Tell(&SendQueueEvents::MessageDone, item.receiver.slot, item.message.id, sent);
 }
 
 }  // namespace gateway

@@ -5,19 +5,29 @@
 
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "gateway/client_table.h"
+#include "gateway/panel_events.h"
 #include "gateway/panel_message.h"
 #include "gateway/pause_timer.h"
 #include "gateway/send_order.h"
 #include "model/error_reporter.h"
+#include "model/observers.h"
 
 namespace gateway {
+
+// What the queue tells.
+class SendQueueEvents {
+ public:
+  virtual ~SendQueueEvents() = default;
+
+  // A message for one slot (not for all) is done with: it has gone out whole or, not `sent`, had no
+  // bytes or could not be written.  Not told when its connection has ended.
+  virtual void MessageDone(int slot, MessageId id, bool sent) = 0;
+};
 
 // Sends to the panels, one message at a time, in the order of SendOrder.  A message goes out in
 // pieces of at most 16384 bytes; each is followed by a pause of 75 ms, during which nothing is sent
@@ -29,7 +39,7 @@ namespace gateway {
 //
 // A message that turns out to have no bytes costs one pause, too, whoever it is for: to find out
 // that a table cannot be read may have read the whole database.
-class SendQueue {
+class SendQueue : public PanelEvents {
  public:
   static constexpr std::size_t kPieceSize = 16384;
   static constexpr std::chrono::milliseconds kPause{75};
@@ -39,17 +49,17 @@ class SendQueue {
   // dropped.
   static constexpr std::size_t kUnsentLimit = std::size_t{1} << 20;
 
-  // Called when a message for one slot (not for all) is done with: when it has gone out whole, or,
-  // not `sent`, when it had no bytes or could not be written.  Not when its connection has ended.
-  using Done = std::function<void(int slot, MessageId id, bool sent)>;
-
   // All must outlive the queue.
-  SendQueue(ClientTable& clients, PauseTimer& timer, model::ErrorReporter& reporter)
-      : clients_(clients), timer_(timer), reporter_(reporter) {}
+  struct Services {
+    ClientTable& clients;
+    PauseTimer& timer;
+    model::ErrorReporter& reporter;
+  };
+  explicit SendQueue(const Services& services) : services_(services) {}
   SendQueue(const SendQueue&) = delete;
   SendQueue& operator=(const SendQueue&) = delete;
 
-  void SetDone(Done done) { done_ = std::move(done); }
+  void AddObserver(SendQueueEvents& observer) { observers_.Add(observer); }
 
   // Sends a message to a slot, or with model::kAll to every slot in ascending order.  What is for
   // one slot alone that has no connection is forgotten.
@@ -58,8 +68,8 @@ class SendQueue {
   // Sends messages that belong together, one after the other.
   void SendToClient(const std::vector<Message>& messages, int slot);
 
-  // The connection of a slot has ended: what was meant for it alone is forgotten.
-  void Forget(int slot);
+  // What was meant for a panel alone is forgotten.
+  void PanelGone(const PanelName& panel) override;
 
   // Forgets everything.
   void Clear();
@@ -88,10 +98,8 @@ class SendQueue {
   Delivery Deliver(const SendOrder::Receiver& receiver, std::span<const std::uint8_t> piece);
   void TellDone(const Item& item, bool sent) const;
 
-  ClientTable& clients_;
-  PauseTimer& timer_;
-  model::ErrorReporter& reporter_;
-  Done done_;
+  const Services services_;
+  model::Observers<SendQueueEvents> observers_;
   SendOrder order_;
   std::optional<Outgoing> begun_;  // some of its pieces have gone
   bool pausing_ = false;

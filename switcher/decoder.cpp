@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "db/database_files.h"
 #include "db/station_fields.h"
 #include "switcher/send.h"
 #include "switcher/wire/frame.h"
@@ -62,133 +63,141 @@ void Decoder::Decode(std::span<const std::uint8_t> message) {
 
 void Decoder::DecodeCrosspointRow(Message message) {
   CrosspointRow row;
-  const DecodeStatus status = ParseCrosspointRow(message, model_.ChannelCount, &row);
+  const DecodeStatus status = ParseCrosspointRow(message, services_.model.ChannelCount, &row);
 
   // The row is stored before its checksum and end byte are judged: a message that fails there
   // leaves the row changed, and the map that is asked for again puts it right.
   if (status != DecodeStatus::WrongSize && status != DecodeStatus::WrongChannel) {
-    model_.ChannelStatus[row.output] = row.status;
-    for (int input = 1; input <= model_.ChannelCount; ++input) {
-      model_.CrosspointMap.At(row.output, input) = row.sources[static_cast<std::size_t>(input - 1)];
+    services_.model.ChannelStatus[row.output] = row.status;
+    for (int input = 1; input <= services_.model.ChannelCount; ++input) {
+      services_.model.CrosspointMap.At(row.output, input) =
+          row.sources[static_cast<std::size_t>(input - 1)];
     }
   }
-  if (status != DecodeStatus::Ok) model_.XmapComplete = false;
+  if (status != DecodeStatus::Ok) services_.model.XmapComplete = false;
   Tell("Output " + std::to_string(row.output) + " Crosspoint Map", message, status);
   if (status != DecodeStatus::Ok) return;
 
-  events_.CrosspointRowChanged(row.output, row.status);
-  if (row.output == model_.ChannelCount) model_.XmapComplete = true;
+  services_.observers.Tell(&SwitcherEvents::CrosspointRowChanged, row.output, row.status);
+  if (row.output == services_.model.ChannelCount) services_.model.XmapComplete = true;
 }
 
 void Decoder::DecodeGainReport(Message message) {
   std::vector<std::int16_t> steps;
-  const DecodeStatus status = ParseGainReport(message, model_.ChannelCount, &steps);
+  const DecodeStatus status = ParseGainReport(message, services_.model.ChannelCount, &steps);
   if (status == DecodeStatus::Ok) {
-    const auto count = std::min(steps.size(), model_.InputGains.size());
-    std::copy_n(steps.begin(), count, model_.InputGains.begin());
+    const auto count = std::min(steps.size(), services_.model.InputGains.size());
+    std::copy_n(steps.begin(), count, services_.model.InputGains.begin());
   }
   Tell("DCA Gain Settings", message, status);
-  if (status == DecodeStatus::Ok) events_.GainsChanged();
+  if (status == DecodeStatus::Ok) services_.observers.Tell(&SwitcherEvents::GainsChanged);
 }
 
 void Decoder::DecodeTally(Message message) {
-  const DecodeStatus status = ParseTally(message, &model_.QdvTally);
+  const DecodeStatus status = ParseTally(message, &services_.model.QdvTally);
   const bool accepted = status == DecodeStatus::Ok;
-  if (accepted) model_.TallySeen = true;
+  if (accepted) services_.model.TallySeen = true;
   Tell(accepted ? "QDV Responding Tally" : "QDV Responding Tally Info", message, status);
-  if (accepted) events_.TallyChanged();
+  if (accepted) services_.observers.Tell(&SwitcherEvents::TallyChanged);
 }
 
 void Decoder::DecodeLabels(Message message) {
   LabelTexts texts;
   Stored stored = Stored::Nothing;
   DecodeStatus status = StoreTable(
-      ParseLabelTexts(message, model_.LabelCount, &texts), "Error Storing Alpha Table",
+      ParseLabelTexts(message, services_.model.LabelCount, &texts), "Error Storing Alpha Table",
       [&texts](jet::Database& database, Stored* result) {
         return StoreLabels(database, texts, result);
       },
       &stored);
   if (status == DecodeStatus::Ok && stored != Stored::All) {
-    reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle, kChannelNotFound);
+    services_.reporter.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
+                            kChannelNotFound);
     status = DecodeStatus::WrongChannel;
   }
   Tell("Alpha Labels", message, status);
-  if (stored != Stored::Nothing) events_.LabelsChanged(texts.selector);
+  if (stored != Stored::Nothing)
+    services_.observers.Tell(&SwitcherEvents::LabelsChanged, texts.selector);
 }
 
 void Decoder::DecodeInhibitRow(Message message) {
   InhibitRow row;
   Stored stored = Stored::Nothing;
   const DecodeStatus status = StoreTable(
-      ParseInhibitRow(message, model_.ChannelCount, &row), "Error Storing Inhibits Table",
+      ParseInhibitRow(message, services_.model.ChannelCount, &row), "Error Storing Inhibits Table",
       [&row](jet::Database& database, Stored* result) {
         return StoreFlags(database, row.output, db::kInhibitsField, row.inhibited, result);
       },
       &stored);
   Tell("Output " + std::to_string(row.output) + " Inhibit Map", message, status);
-  if (stored != Stored::Nothing) events_.InhibitsChanged(row.output);
+  if (stored != Stored::Nothing)
+    services_.observers.Tell(&SwitcherEvents::InhibitsChanged, row.output);
 }
 
 void Decoder::DecodeRelayRow(Message message) {
   RelayRow row;
   Stored stored = Stored::Nothing;
   const DecodeStatus status = StoreTable(
-      ParseRelayRow(message, model_.ChannelCount, model_.RelayCount, &row),
+      ParseRelayRow(message, services_.model.ChannelCount, services_.model.RelayCount, &row),
       "Error Storing Relays Table",
       [&row](jet::Database& database, Stored* result) {
         return StoreFlags(database, row.output, db::kRelaysField, row.relays, result);
       },
       &stored);
   Tell("Output " + std::to_string(row.output) + " Relay Assignments", message, status);
-  if (stored != Stored::Nothing) events_.RelaysChanged(row.output);
+  if (stored != Stored::Nothing)
+    services_.observers.Tell(&SwitcherEvents::RelaysChanged, row.output);
 }
 
 void Decoder::DecodeButtonData(Message message) {
   ButtonData data;
   Stored stored = Stored::Nothing;
   const DecodeStatus status = StoreTable(
-      ParseButtonData(message, model_.StationCount, model_.ButtonCount, model_.StationCount / 8,
-                      &data),
+      ParseButtonData(message, services_.model.StationCount, services_.model.ButtonCount,
+                      services_.model.StationCount / 8, &data),
       "Error Storing Button Table",
       [&data](jet::Database& database, Stored* result) {
         return StoreButtons(database, data, result);
       },
       &stored);
   Tell("Station " + std::to_string(data.station) + " Button Data", message, status);
-  if (stored != Stored::Nothing) events_.ButtonsChanged(data.station);
+  if (stored != Stored::Nothing)
+    services_.observers.Tell(&SwitcherEvents::ButtonsChanged, data.station);
 }
 
 void Decoder::DecodeOptoData(Message message) {
   OptoData data;
   Stored stored = Stored::Nothing;
   const DecodeStatus status = StoreTable(
-      ParseOptoData(message, model_.OptoCount, &data), "Error Storing Opto Programming Data",
+      ParseOptoData(message, services_.model.OptoCount, &data),
+      "Error Storing Opto Programming Data",
       [&data](jet::Database& database, Stored* result) {
         return StoreOptos(database, data, result);
       },
       &stored);
   Tell("Opto Programming Data", message, status);
-  if (stored != Stored::Nothing) events_.OptosChanged();
+  if (stored != Stored::Nothing) services_.observers.Tell(&SwitcherEvents::OptosChanged);
 }
 
 DecodeStatus Decoder::StoreTable(DecodeStatus checked, std::string_view failureLine,
                                  const Store& store, Stored* stored) {
   *stored = Stored::Nothing;
   if (checked != DecodeStatus::Ok) return checked;
-  jet::Database* const database = database_();
+  jet::Database* const database = services_.database();
   const model::Status status = database != nullptr ? store(*database, stored) : db::NotOpen();
   if (status.ok()) return DecodeStatus::Ok;
   *stored = Stored::Nothing;
-  reporter_.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
-                 ErrorText(failureLine, status));
+  services_.reporter.Show(model::ErrorReporter::Icon::Critical, kSendErrorTitle,
+                          ErrorText(failureLine, status));
   return DecodeStatus::NotStored;
 }
 
 void Decoder::Tell(std::string_view description, Message message, DecodeStatus status) {
-  if (model_.RetrieveActive && history_ != nullptr) {
+  if (services_.model.RetrieveActive && history_ != nullptr) {
     history_->UpdateStatus(description, static_cast<int>(message.size()), status);
   }
-  if (status != DecodeStatus::Ok) events_.MessageRefused(description, status);
+  if (status != DecodeStatus::Ok)
+    services_.observers.Tell(&SwitcherEvents::MessageRefused, description, status);
 }
 
 }  // namespace switcher

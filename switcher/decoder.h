@@ -7,9 +7,11 @@
 #include <functional>
 #include <span>
 #include <string_view>
+#include <utility>
 
-#include "db/database_files.h"
+#include "db/jet/database.h"
 #include "model/error_reporter.h"
+#include "model/observers.h"
 #include "model/status.h"
 #include "model/system_model.h"
 #include "switcher/switcher_events.h"
@@ -28,16 +30,14 @@ class Decoder {
   // The open database; null when there is none.
   using Database = std::function<jet::Database*()>;
 
-  // All must outlive the decoder.
-  Decoder(model::SystemModel& model, db::DatabaseFiles& files, model::ErrorReporter& reporter,
-          SwitcherEvents& events)
-      : Decoder(
-            model, [&files] { return files.Database(); }, reporter, events) {}
-
-  // The same with a database from elsewhere.
-  Decoder(model::SystemModel& model, Database database, model::ErrorReporter& reporter,
-          SwitcherEvents& events)
-      : model_(model), database_(std::move(database)), reporter_(reporter), events_(events) {}
+  // What the decoder works on.  All must outlive it.
+  struct Services {
+    model::SystemModel& model;
+    Database database;
+    model::ErrorReporter& reporter;
+    model::Observers<SwitcherEvents> observers;  // told in this order
+  };
+  explicit Decoder(Services services) : services_(std::move(services)) {}
 
   // Who is told of each message while RetrieveActive is set; null for nobody.
   void SetHistory(MessageHistory* history) { history_ = history; }
@@ -72,10 +72,7 @@ class Decoder {
                           Stored* stored);
   void Tell(std::string_view description, Message message, DecodeStatus status);
 
-  model::SystemModel& model_;
-  const Database database_;
-  model::ErrorReporter& reporter_;
-  SwitcherEvents& events_;
+  const Services services_;
   MessageHistory* history_ = nullptr;
 };
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What the decoders announce.  Lower folders know these interfaces only; the program implements
-// them with calls to the open views and to the gateway.
+// What the decoders announce.
 
 #ifndef SWITCHER_SWITCHER_EVENTS_H_
 #define SWITCHER_SWITCHER_EVENTS_H_
@@ -12,36 +11,37 @@
 
 namespace switcher {
 
+// Who is told overrides what concerns it: open views, panels, the log.
 class SwitcherEvents {
  public:
   virtual ~SwitcherEvents() = default;
 
   // Row `output` (from 1) of CrosspointMap holds an accepted report.  `mode` is the status
   // value of the row: 0 ordinary, 1 priority.
-  virtual void CrosspointRowChanged(int output, int mode) = 0;
+  virtual void CrosspointRowChanged(int /*output*/, int /*mode*/) {}
 
   // InputGains holds an accepted report.
-  virtual void GainsChanged() = 0;
+  virtual void GainsChanged() {}
 
   // QdvTally holds an accepted report.
-  virtual void TallyChanged() = 0;
+  virtual void TallyChanged() {}
 
   // The labels of `selector` (kInputLabels, or anything else for the output labels and who is
   // hidden) hold an accepted table; all of them, or those before the first station that has no
   // record.
-  virtual void LabelsChanged(int selector) = 0;
+  virtual void LabelsChanged(int /*selector*/) {}
 
   // The database holds an accepted table of output `output` or station `station` (from 1).
-  virtual void InhibitsChanged(int output) = 0;
-  virtual void RelaysChanged(int output) = 0;
-  virtual void ButtonsChanged(int station) = 0;
+  virtual void InhibitsChanged(int /*output*/) {}
+  virtual void RelaysChanged(int /*output*/) {}
+  virtual void ButtonsChanged(int /*station*/) {}
 
   // The database holds an accepted table of the optos.
-  virtual void OptosChanged() = 0;
+  virtual void OptosChanged() {}
 
   // A message was not accepted, or could not be stored; `status` is never Ok.  `description` names
   // it as MessageHistory does.
-  virtual void MessageRefused(std::string_view description, DecodeStatus status) = 0;
+  virtual void MessageRefused(std::string_view /*description*/, DecodeStatus /*status*/) {}
 };
 
 // Takes note of every message received while a retrieval runs.

@@ -28,13 +28,8 @@ class SwitcherReports : public switcher::SwitcherEvents {
       : services_(services), crosspoints_(services.labels), rows_(services.model) {}
 
   void CrosspointRowChanged(int output, int mode) override;
-  void GainsChanged() override {}
-  void TallyChanged() override {}
   void LabelsChanged(int /*selector*/) override { services_.labels.Forget(); }
   void InhibitsChanged(int /*output*/) override { services_.inhibits.Forget(); }
-  void RelaysChanged(int /*output*/) override {}
-  void ButtonsChanged(int /*station*/) override {}
-  void OptosChanged() override {}
   void MessageRefused(std::string_view description, switcher::DecodeStatus status) override;
 
  private:

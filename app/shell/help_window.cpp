@@ -2,10 +2,12 @@
 
 #include "app/shell/help_window.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProcess>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
@@ -233,6 +235,16 @@ void HelpWindow::ShowStyled() {
 void HelpWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) ShowStyled();
+}
+
+void Manual::Show() {
+  if (QProcess::startDetached(QStringLiteral("WINHLP32.EXE"), {QStringLiteral("Teskctl.hlp")})) {
+    return;
+  }
+  if (window_ == nullptr) window_ = new HelpWindow;
+  const QString place = ManualPlace(QApplication::activeModalWidget());
+  if (!place.isEmpty()) window_->ShowPlace(place);
+  views::BringUp(*window_);
 }
 
 }  // namespace app

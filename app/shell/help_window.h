@@ -4,6 +4,7 @@
 #define APP_SHELL_HELP_WINDOW_H_
 
 #include <QPalette>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -49,6 +50,22 @@ class HelpWindow : public QWidget {
   QTextBrowser* pages_;
   QLineEdit* text_;
   QLabel* said_;
+};
+
+// The manual, however it is shown: by the platform's help viewer, or in a window of the program.
+class Manual {
+ public:
+  Manual() = default;
+  ~Manual() { delete window_; }
+  Manual(const Manual&) = delete;
+  Manual& operator=(const Manual&) = delete;
+
+  // Starts the help viewer.  Where it cannot be started, shows the window, at the place that
+  // explains the dialog or box in front.
+  void Show();
+
+ private:
+  QPointer<HelpWindow> window_;
 };
 
 }  // namespace app

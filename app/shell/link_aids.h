@@ -42,15 +42,6 @@ class LinkAids : public switcher::SwitcherEvents {
   void CrosspointRowChanged(int /*output*/, int /*mode*/) override {
     MapReported(QTime::currentTime());
   }
-  void GainsChanged() override {}
-  void TallyChanged() override {}
-  void LabelsChanged(int /*selector*/) override {}
-  void InhibitsChanged(int /*output*/) override {}
-  void RelaysChanged(int /*output*/) override {}
-  void ButtonsChanged(int /*station*/) override {}
-  void OptosChanged() override {}
-  void MessageRefused(std::string_view /*description*/,
-                      switcher::DecodeStatus /*status*/) override {}
 
  private:
   bool IsConnected() const { return services_.model.LinkStatus[0] == 1; }

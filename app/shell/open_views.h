@@ -75,8 +75,6 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void RelaysChanged(int output) override;
   void ButtonsChanged(int station) override;
   void OptosChanged() override;
-  void MessageRefused(std::string_view /*description*/,
-                      switcher::DecodeStatus /*status*/) override {}
 
  Q_SIGNALS:
   // The operator works in another view now, or in none.

@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <filesystem>
 
+#include "tests/views/gui_support.h"
 #include "tests/views/mnemonics.h"
 #include "tests/views/view_console.h"
 
@@ -50,8 +51,7 @@ TEST_F(ExportMenuTest, EveryItemHasAMnemonicOfItsOwn) {
 
 TEST_F(ExportMenuTest, TheDialogBearsTheCaptionOfItsItem) {
   menu_.actions().first()->trigger();
-  auto* const dialog = console_.window->findChild<QDialog*>(QStringLiteral("aidExportDialog"));
-  ASSERT_NE(dialog, nullptr);
+  auto* const dialog = &test::Find<QDialog>(*console_.window, "aidExportDialog");
   EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Crosspoint Map As CSV"));
   dialog->close();
 }

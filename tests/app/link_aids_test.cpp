@@ -8,6 +8,7 @@
 
 #include "app/shell/link_lamp.h"
 #include "tests/support/fake_serial_port.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
@@ -20,8 +21,7 @@ class LinkAidsTest : public testing::Test {
   }
 
   QString Hint() {
-    return hints_.isHidden() ? QString()
-                             : hints_.findChild<QLabel*>(QStringLiteral("aidHintText"))->text();
+    return hints_.isHidden() ? QString() : test::Find<QLabel>(hints_, "aidHintText").text();
   }
   QString MapState() {
     const auto* const label = status_.findChild<QLabel*>(QStringLiteral("aidMapState"));
@@ -54,8 +54,7 @@ TEST_F(LinkAidsTest, SaysAfterFiveSecondsThatNoSwitcherAnswers) {
 }
 
 TEST_F(LinkAidsTest, SaysThatThePortIsClosedWhileItIs) {
-  const auto* const panel = status_.findChild<QLabel*>(QStringLiteral("aidClosedPort"));
-  ASSERT_NE(panel, nullptr);
+  const auto* const panel = &test::Find<QLabel>(status_, "aidClosedPort");
   Ticks(1);
   EXPECT_TRUE(panel->isHidden());
   port_.Close();

@@ -15,6 +15,7 @@
 #include <map>
 
 #include "tests/app/views_fixture.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
@@ -46,7 +47,7 @@ class LogKeeperTest : public TransfersFixture {
     return *shown;
   }
   static void Click(QWidget& window, const char* name) {
-    QTest::mouseClick(window.findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
+    QTest::mouseClick(&test::Find<QPushButton>(window, name), Qt::LeftButton);
   }
 
   // The lines of a kind, without their times.
@@ -204,10 +205,10 @@ TEST_F(LogWordsTest, CommandsAreNamedByTheirCaptionsAndTakesByTheirLabels) {
 
   views_.ShowXmap();
   const auto use = [this](int output, int input, const char* tool) {
-    views_.Xmap()->findChild<QTableView*>(QStringLiteral("msfgXmap"))->setFocus();
-    QMetaObject::invokeMethod(views_.Xmap()->findChild<QWidget*>(QStringLiteral("msfgXmap")),
-                              "selectCell", Q_ARG(int, output + 1), Q_ARG(int, input + 1));
-    views_.Xmap()->findChild<QAction*>(QLatin1String(tool))->trigger();
+    test::Find<QTableView>(*views_.Xmap(), "msfgXmap").setFocus();
+    QMetaObject::invokeMethod(&test::Find<QWidget>(*views_.Xmap(), "msfgXmap"), "selectCell",
+                              Q_ARG(int, output + 1), Q_ARG(int, input + 1));
+    test::Find<QAction>(*views_.Xmap(), tool).trigger();
   };
   use(1, 2, "ID_Take");
   use(2, 1, "ID_Sum");

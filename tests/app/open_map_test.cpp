@@ -48,7 +48,10 @@ class OpenMapTest : public ViewsFixture {
 
   QMdiArea area_;
   OpenViews views_{area_, Services()};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, views_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .observers = {views_}}};
 };
 
 constexpr char kOutputLabels[] =

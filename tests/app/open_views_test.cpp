@@ -33,13 +33,7 @@ class OpenViewsTest : public ViewsFixture {
   QMdiSubWindow* Frame(const char* name) { return test::SubWindow(area_, name); }
 
   // The dialogs of that name that show.
-  QList<QDialog*> Dialogs(const char* name) {
-    QList<QDialog*> shown;
-    for (auto* const dialog : area_.window()->findChildren<QDialog*>(QLatin1String(name))) {
-      if (dialog->isVisible()) shown.append(dialog);
-    }
-    return shown;
-  }
+  QList<QDialog*> Dialogs(const char* name) { return test::ShownDialogs(*area_.window(), name); }
 
   static void Settle() {
     QCoreApplication::sendPostedEvents();
@@ -180,10 +174,7 @@ TEST_F(OpenViewsTest, TheTallyIsMarkedOpenExactlyWhileItShows) {
 
 TEST_F(OpenViewsTest, TheTallySaysWhenItWasReportedAlsoWhenItWasClosedThen) {
   const auto reported = [this] {
-    return Dialogs("frmQdvTally")[0]
-        ->findChild<QLabel*>(QStringLiteral("aidLastReport"))
-        ->text()
-        .toStdString();
+    return test::Find<QLabel>(*Dialogs("frmQdvTally")[0], "aidLastReport").text().toStdString();
   };
   views_.ShowTally();
   EXPECT_EQ(reported(), "No report since start");
@@ -198,10 +189,7 @@ TEST_F(OpenViewsTest, TheTallySaysWhenItWasReportedAlsoWhenItWasClosedThen) {
 
 TEST_F(OpenViewsTest, LevelsSayWhenTheGainsWereReported) {
   const auto reported = [this] {
-    return Dialogs("frmInptLevel")[0]
-        ->findChild<QLabel*>(QStringLiteral("aidLastReport"))
-        ->text()
-        .toStdString();
+    return test::Find<QLabel>(*Dialogs("frmInptLevel")[0], "aidLastReport").text().toStdString();
   };
   views_.ShowLevels();
   EXPECT_EQ(reported(), "No report since start");

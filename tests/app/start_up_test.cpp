@@ -62,7 +62,10 @@ class StartUpTest : public testing::Test {
   Display display_;
   test::FakeSerialPort port_;
   db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
-  switcher::Decoder decoder_{model_, files_, reporter_, events_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return files_.Database(); },
+                              .reporter = reporter_,
+                              .observers = {events_}}};
   switcher::Link link_{model_, port_, decoder_, display_};
   gateway::Listener listener_;
 };

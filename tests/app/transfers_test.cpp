@@ -12,6 +12,7 @@
 #include <QTableView>
 
 #include "tests/app/views_fixture.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
@@ -34,16 +35,11 @@ class TransfersTest : public TransfersFixture {
 
   // Types a station label without leaving its row.
   void TypeLabel(int station, const char* label) {
-    auto& labels = *views_.Alphas()->findChild<QTableView*>(QStringLiteral("jgAlphas"))->model();
+    auto& labels = *test::Find<QTableView>(*views_.Alphas(), "jgAlphas").model();
     ASSERT_TRUE(labels.setData(labels.index(station - 1, 1), QLatin1String(label)));
   }
 
-  bool IsOpen(const char* name) {
-    for (const auto* const dialog : window_.findChildren<QDialog*>(QLatin1String(name))) {
-      if (dialog->isVisible()) return true;
-    }
-    return false;
-  }
+  bool IsOpen(const char* name) { return !test::ShownDialogs(window_, name).isEmpty(); }
 };
 
 TEST_F(TransfersTest, ADownloadSendsWhatIsTyped) {
@@ -74,8 +70,7 @@ TEST_F(TransfersTest, WhatCannotBeStoredIsReportedAndNeitherSentNorLost) {
   EXPECT_THAT(reporter_.reports, SizeIs(2));
   EXPECT_FALSE(IsOpen("frmSysInfo"));
   ASSERT_NE(views_.Alphas(), nullptr);
-  const auto& labels =
-      *views_.Alphas()->findChild<QTableView*>(QStringLiteral("jgAlphas"))->model();
+  const auto& labels = *test::Find<QTableView>(*views_.Alphas(), "jgAlphas").model();
   EXPECT_EQ(labels.index(1, 1).data().toString(), QStringLiteral("Studio"));
 }
 

@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "tests/views/gui_support.h"
 #include "tests/views/mnemonics.h"
 #include "tests/views/view_console.h"
 
@@ -17,11 +18,7 @@ namespace {
 
 class ViewMenuTest : public testing::Test {
  protected:
-  QAction& Item(const char* name) {
-    auto* const item = menu_.findChild<QAction*>(QLatin1String(name));
-    if (item == nullptr) throw std::runtime_error(name);
-    return *item;
-  }
+  QAction& Item(const char* name) { return test::Find<QAction>(menu_, name); }
 
   test::ViewConsole console_{8};
   OpenViews views_{*console_.area, console_.Services()};

@@ -9,7 +9,6 @@
 #include "app/shell/main_window.h"
 #include "app/shell/open_views.h"
 #include "app/shell/transfers.h"
-#include "app/switcher_observers.h"
 #include "switcher/decoder.h"
 #include "switcher/live_commands.h"
 #include "switcher/table_senders.h"
@@ -55,8 +54,10 @@ class TransfersFixture : public ViewsFixture {
   InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }};
   SwitcherReports reports_{
       {.model = model_, .labels = labels_, .inhibits = inhibits_, .log = log_}};
-  SwitcherObservers observers_{{&views_, &reports_}};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, observers_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .observers = {views_, reports_}}};
   switcher::Link link_{model_, port_, decoder_, window_};
   switcher::TableSenders senders_{model_, database_.Files(), port_, reporter_};
   Transfers transfers_{

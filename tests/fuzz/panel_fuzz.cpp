@@ -115,7 +115,7 @@ class PanelFuzz {
         timer_.Elapse();
         break;
       case 2:
-        gateway_.ForwardCrosspointRow(1 + what % std::max<int>(model_.ChannelCount, 1));
+        gateway_.CrosspointRowChanged(1 + what % std::max<int>(model_.ChannelCount, 1), 0);
         break;
       case 3:
         for (int tick = 0; tick < 210; ++tick) Tick();
@@ -131,7 +131,7 @@ class PanelFuzz {
   // Without more data the buffers run dry: bytes go one by one, and the flush ends the rest.
   void Finish(std::size_t inputSize) {
     std::size_t ticks = 0;
-    while (gateway_.DecodeTick([] { return false; })) {
+    while (AnyWork()) {
       Require(++ticks < 2 * inputSize + 1000);
       timer_.ElapseAll();
     }
@@ -141,6 +141,11 @@ class PanelFuzz {
   }
 
  private:
+  bool AnyWork() {
+    gateway_.BeginTick();
+    return gateway_.DecodeTick();
+  }
+
   void Deliver(std::shared_ptr<test::FakePeer>& peer, const Bytes& data) {
     if (peer == nullptr || !peer->connected) {
       peer = std::make_shared<test::FakePeer>();
@@ -158,7 +163,7 @@ class PanelFuzz {
       before.push_back(client.RxData.size());
       isWork = isWork || !client.RxData.empty() || !client.Takes.empty();
     }
-    const bool worked = gateway_.DecodeTick([] { return false; });
+    const bool worked = AnyWork();
     Require(worked == isWork);
     for (int slot = 1; slot <= clients.SocketCount(); ++slot) {
       const std::span<const std::uint8_t> left = clients.Connection(slot).RxData.View();

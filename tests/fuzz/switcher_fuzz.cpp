@@ -171,7 +171,10 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
 
   model::SystemModel model_;
   std::unique_ptr<jet::Database> database_;
-  Decoder decoder_{model_, [this] { return OpenDatabase(); }, *this, *this};
+  Decoder decoder_{{.model = model_,
+                    .database = [this] { return OpenDatabase(); },
+                    .reporter = *this,
+                    .observers = {*this}}};
   Message message_;
 };
 

@@ -85,7 +85,8 @@ class GatewayTest : public testing::Test {
 
   // A decode tick without anything from the switcher; whether there was work.
   bool Tick() {
-    return gateway_.DecodeTick([] { return false; });
+    gateway_.BeginTick();
+    return gateway_.DecodeTick();
   }
   void Ticks(int count) {
     for (int i = 0; i < count; ++i) Tick();

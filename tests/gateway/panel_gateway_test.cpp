@@ -8,8 +8,6 @@
 #include <random>
 #include <vector>
 
-#include "switcher/decoder.h"
-#include "switcher/link.h"
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/hex.h"
 
@@ -22,31 +20,17 @@ using testing::Le;
 
 using PanelGatewayTest = GatewayTest;
 
-TEST_F(PanelGatewayTest, TheTickServesTheSwitcherFirstAndThenThePanels) {
+TEST_F(PanelGatewayTest, ATickWithoutBytesHasNoWork) {
   const auto panel = ConnectPanel();
-  panel->Send("FE 20 00 05 00 07 00 2C FF");
-  std::string writtenBefore;
-  EXPECT_TRUE(gateway_.DecodeTick([&] {
-    writtenBefore = port_.TakeWritten();
-    return true;
-  }));
-  EXPECT_EQ(writtenBefore, "");
-  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
-}
-
-TEST_F(PanelGatewayTest, ATickHasWorkWhenEitherSideHas) {
-  const auto panel = ConnectPanel();
-  EXPECT_FALSE(gateway_.DecodeTick([] { return false; }));
-  EXPECT_TRUE(gateway_.DecodeTick([] { return true; }));
+  EXPECT_FALSE(Tick());
   panel->Send("41");
-  EXPECT_TRUE(gateway_.DecodeTick([] { return false; }));
-  EXPECT_FALSE(gateway_.DecodeTick([] { return false; }));
+  EXPECT_TRUE(Tick());
+  EXPECT_FALSE(Tick());
 }
 
 TEST_F(PanelGatewayTest, EveryTickCounts) {
   Clients().TcpIdleTicks = 0;
-  gateway_.DecodeTick([] { return true; });
-  gateway_.DecodeTick([] { return false; });
+  Ticks(2);
   EXPECT_EQ(Clients().TcpIdleTicks, 2);
 }
 
@@ -104,7 +88,7 @@ TEST_F(PanelGatewayTest, RowsGoToEverySlotIdentifiedOrNot) {
   const auto stranger = Connect();
   stranger->TakeWritten();
   model_.CrosspointMap.At(2, 1) = 1;
-  gateway_.ForwardCrosspointRow(2);
+  gateway_.CrosspointRowChanged(2, 0);
   timer_.ElapseAll();
   EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 01 00 01 00 00 00 00 03 FF");
   EXPECT_EQ(stranger->TakeWritten(), "F6 00 01 00 01 00 01 00 00 00 00 03 FF");
@@ -113,9 +97,9 @@ TEST_F(PanelGatewayTest, RowsGoToEverySlotIdentifiedOrNot) {
 TEST_F(PanelGatewayTest, WithoutPanelsNothingIsBuiltOrWaitedFor) {
   const auto panel = ConnectPanel();
   panel->Close();
-  gateway_.ForwardCrosspointRow(2);
-  gateway_.ForwardLabels(20);  // there are no stations: it would be reported
-  gateway_.ForwardProgramming();
+  gateway_.CrosspointRowChanged(2, 0);
+  gateway_.LabelsChanged(20);  // there are no stations: it would be reported
+  gateway_.ButtonsChanged(1);
   EXPECT_FALSE(timer_.IsRunning());
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
@@ -124,9 +108,9 @@ TEST_F(PanelGatewayTest, LabelsAndProgrammingGoToAll) {
   AddStations();
   const auto first = ConnectPanel();
   const auto second = ConnectPanel();
-  gateway_.ForwardLabels(20);
-  gateway_.ForwardLabels(10);
-  gateway_.ForwardProgramming();
+  gateway_.LabelsChanged(20);
+  gateway_.Senders().SendAlphaTableToClients(10, 9999);
+  gateway_.ButtonsChanged(1);
   std::string order;
   for (;;) {
     for (const auto& [name, peer] : {std::pair{"1", first}, {"2", second}}) {
@@ -212,7 +196,7 @@ TEST_F(PanelGatewayTest, ThousandsOfConnectionsLeaveNothingBehind) {
   EXPECT_EQ(Clients().SocketCount(), 2);
   EXPECT_EQ(Clients().ClientCount(), 1);
   EXPECT_THAT(Queue().Size(), Le(1U));
-  gateway_.ForwardCrosspointRow(1);
+  gateway_.CrosspointRowChanged(1, 0);
   timer_.ElapseAll();
   EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 00 00 00 00 00 01 FF");
 }
@@ -240,8 +224,8 @@ TEST_F(PanelGatewayTest, EveryPollIsAnsweredWithinASecondWhateverElseWaits) {
       if (crowd.front()->connected) crowd.front()->Close();
       crowd.pop_front();
     }
-    gateway_.ForwardCrosspointRow(1 + pause % 8);
-    if (pause % 100 == 0) gateway_.ForwardLabels(20);
+    gateway_.CrosspointRowChanged(1 + pause % 8, 0);
+    if (pause % 100 == 0) gateway_.LabelsChanged(20);
     for (std::size_t i = 0; i < panels.size(); ++i) {
       if (polled[i] < 0 && pause % 27 == static_cast<int>(i % 3)) {
         panels[i]->Send("F5");
@@ -283,47 +267,10 @@ TEST_F(PanelGatewayTest, RequestsThatPourInDoNotStarveTheOthers) {
     Tick();
   }
   timer_.now = 0;
-  gateway_.ForwardCrosspointRow(1);
+  gateway_.CrosspointRowChanged(1, 0);
   while (panel->written.empty() && timer_.IsRunning()) timer_.Elapse();
   EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 00 00 00 00 00 01 FF");
   EXPECT_LE(timer_.now, 10 * 75);
-}
-
-TEST_F(PanelGatewayTest, ARowFromTheSwitcherReachesThePanelsAndATakeTheSwitcher) {
-  class ToPanels : public switcher::SwitcherEvents {
-   public:
-    explicit ToPanels(PanelGateway& gateway) : gateway_(gateway) {}
-    void CrosspointRowChanged(int output, int) override { gateway_.ForwardCrosspointRow(output); }
-    void GainsChanged() override {}
-    void TallyChanged() override {}
-    void LabelsChanged(int) override {}
-    void InhibitsChanged(int) override {}
-    void RelaysChanged(int) override {}
-    void ButtonsChanged(int) override {}
-    void OptosChanged() override {}
-    void MessageRefused(std::string_view, switcher::DecodeStatus) override {}
-
-   private:
-    PanelGateway& gateway_;
-  };
-  class NoDisplay : public switcher::LinkDisplay {
-   public:
-    void ShowLinkText(std::string_view) override {}
-    void StartDecodeTimer() override {}
-    void ShowBlockedCode(std::optional<std::uint8_t>) override {}
-  };
-  ToPanels events(gateway_);
-  NoDisplay display;
-  switcher::Decoder decoder(model_, database_.Files(), reporter_, events);
-  switcher::Link link(model_, port_, decoder, display);
-
-  const auto panel = ConnectPanel();
-  port_.Deliver("F3 04 00 01 00 05 00 0A FF F3 00 00 00 00 00 00 00 FF");
-  EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 04 00 02 00 01 00 00 02 00 0A FF");
-  gateway_.DecodeTick([&] { return link.DecodeTick(); });
-  EXPECT_EQ(panel->TakeWritten(), "");
-  timer_.Elapse();
-  EXPECT_EQ(panel->TakeWritten(), "F6 00 01 00 00 00 00 00 00 01 FF");
 }
 
 }  // namespace

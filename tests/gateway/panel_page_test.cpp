@@ -13,10 +13,10 @@
 
 #include "gateway/panel_tables.h"
 #include "switcher/decoder.h"
+#include "switcher/wire/label_selector.h"
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/hex.h"
 #include "tests/support/page_examples.h"
-#include "tests/support/recording_switcher_events.h"
 
 namespace gateway {
 namespace {
@@ -40,18 +40,6 @@ std::vector<Turn> Conversation() {
   }
   return turns;
 }
-
-// Passes the reports of rows on, as the program does.
-class ToPanels : public test::RecordingSwitcherEvents {
- public:
-  explicit ToPanels(PanelGateway& gateway) : gateway_(gateway) {}
-  void CrosspointRowChanged(int output, int /*mode*/) override {
-    gateway_.ForwardCrosspointRow(output);
-  }
-
- private:
-  PanelGateway& gateway_;
-};
 
 class PanelPageTest : public GatewayTest {
  protected:
@@ -91,9 +79,10 @@ class PanelPageTest : public GatewayTest {
 };
 
 TEST_F(PanelPageTest, TheConversationsGoAsThePageSays) {
-  ToPanels events(gateway_);
-  switcher::Decoder decoder(
-      model_, [this] { return database_.Files().Database(); }, reporter_, events);
+  switcher::Decoder decoder({.model = model_,
+                             .database = [this] { return database_.Files().Database(); },
+                             .reporter = reporter_,
+                             .observers = {gateway_}});
   std::string cause = "connecting";
   for (const Turn& turn : Conversation()) {
     if (turn.who == "console" || turn.who == "line") {
@@ -140,7 +129,7 @@ class PanelPageLengths : public testing::Test {
     } else if (name == "the whole map") {
       built = BuildCrosspointMap(model_, 1, channels, &frame).ok();
     } else if (name == "labels") {
-      built = BuildLabelTable(database, model_, kStationLabels, &frame).ok();
+      built = BuildLabelTable(database, model_, switcher::kOutputLabels, &frame).ok();
     } else if (name == "list of stations") {
       frame = BuildStationList(model_);
     } else if (name == "button programming") {

@@ -6,6 +6,7 @@
 
 #include "db/schema.h"
 #include "gateway/panel_tables.h"
+#include "switcher/wire/label_selector.h"
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/damaged_file.h"
 #include "tests/support/hex.h"
@@ -104,12 +105,12 @@ TEST_F(PanelRequestsTest, TheWholeAnswerToARequestComesBeforeTheNextOne) {
 TEST_F(PanelRequestsTest, WhatIsForAllDoesNotChangeTheOrderOfAnAnswer) {
   AddStations();
   const auto panel = ConnectPanel();
-  gateway_.ForwardLabels(10);
-  gateway_.ForwardProgramming();
+  gateway_.Senders().SendAlphaTableToClients(10, 9999);
+  gateway_.ButtonsChanged(1);
   panel->Send("F2 00 47 00 00 00 00 00 00 47 FF");
   Tick();
-  gateway_.ForwardProgramming();
-  gateway_.ForwardLabels(20);
+  gateway_.ButtonsChanged(1);
+  gateway_.LabelsChanged(20);
   EXPECT_EQ(FrameTypes(*panel), "FC FB FD F6 FC FC FB FD ");
 }
 
@@ -144,7 +145,7 @@ TEST_F(PanelRequestsTest, NoMoreThanOneTableThatCannotBeReadIsTriedBetweenTwoPau
 TEST_F(PanelRequestsTest, ATableForAllThatCannotBeReadIsTriedAndPausedForOnce) {
   for (int i = 0; i < 5; ++i) ConnectPanel();
   timer_.now = 0;
-  gateway_.ForwardLabels(20);
+  gateway_.LabelsChanged(20);
   timer_.ElapseAll();
   EXPECT_THAT(reporter_.reports, SizeIs(1));
   EXPECT_EQ(timer_.now, 75);
@@ -311,8 +312,8 @@ TEST_F(PanelRequestsTest, BroadcastsLeaveThePendingFlagsAlone) {
   AddStations();
   const auto panel = ConnectPanel();
   Connection(1).AlphasPending = Connection(1).ButtonsPending = true;
-  gateway_.ForwardLabels(20);
-  gateway_.ForwardProgramming();
+  gateway_.LabelsChanged(20);
+  gateway_.ButtonsChanged(1);
   timer_.ElapseAll();
   EXPECT_TRUE(Connection(1).AlphasPending);
   EXPECT_TRUE(Connection(1).ButtonsPending);
@@ -399,9 +400,10 @@ TEST_F(PanelRequestsTest, NoTableThatLacksStationsIsSent) {
   db::DatabaseFiles damaged(folder / "Tesk.mdb", folder / "WorkingDb.md$");
   ASSERT_TRUE(damaged.Open().ok());
   const auto panel = ConnectPanel();
-  PanelSenders senders(model_, damaged, Queue(), reporter_);
+  PanelSenders senders(
+      {.model = model_, .files = damaged, .queue = Queue(), .reporter = reporter_});
   model_.ChannelCount = 16;
-  senders.SendAlphaTableToClients(kStationLabels, 1);
+  senders.SendAlphaTableToClients(switcher::kOutputLabels, 1);
   senders.SendStationProgrammingToClients(1);
   timer_.ElapseAll();
   EXPECT_EQ(panel->TakeWritten().substr(0, 5), "FB 00") << "the list of stations alone";
@@ -412,7 +414,7 @@ TEST_F(PanelRequestsTest, NoTableThatLacksStationsIsSent) {
 
   // What is whole is sent.
   model_.ChannelCount = 8;
-  senders.SendAlphaTableToClients(kStationLabels, 1);
+  senders.SendAlphaTableToClients(switcher::kOutputLabels, 1);
   timer_.ElapseAll();
   EXPECT_EQ(panel->TakeWritten().substr(0, 5), "FC 14");
 }

@@ -96,7 +96,8 @@ class QtSocketsTest : public GatewayTest {
       timer_.Elapse();
       if (sinceTick_.isValid() && sinceTick_.elapsed() < 5) continue;
       sinceTick_.start();
-      Gateway().DecodeTick([] { return false; });
+      Gateway().BeginTick();
+      Gateway().DecodeTick();
     }
     return true;
   }
@@ -156,7 +157,7 @@ TEST_F(QtSocketsTest, APanelIsAskedIdentifiedAndServed) {
   EXPECT_EQ(Gateway().Clients().Connection(1).PeerIP, "127.0.0.1");
   EXPECT_EQ(Gateway().Clients().Connection(1).ConnType, 53);
   model_.CrosspointMap.At(2, 1) = 1;
-  Gateway().ForwardCrosspointRow(2);
+  Gateway().CrosspointRowChanged(2, 0);
   EXPECT_EQ(Receive(*panel, 13), "F6 00 01 00 01 00 01 00 00 00 00 03 FF");
 }
 
@@ -227,8 +228,8 @@ TEST_F(QtSocketsTest, ABroadcastCostsThePauseOfEverySlot) {
   QElapsedTimer time;
   time.start();
   // The pause that the last keep-alive answer began may still run.
-  Gateway().ForwardCrosspointRow(1);
-  Gateway().ForwardCrosspointRow(2);
+  Gateway().CrosspointRowChanged(1, 0);
+  Gateway().CrosspointRowChanged(2, 0);
   EXPECT_EQ(Receive(*panels[1], 22).size(), 3U * 22 - 1);
   EXPECT_GE(time.elapsed(), 6 * 75);
   EXPECT_EQ(Receive(*panels[4], 22).size(), 3U * 22 - 1);
@@ -243,7 +244,7 @@ TEST_F(QtSocketsTest, SixtyFourPanelsAtOnce) {
   for (const auto& panel : panels) EXPECT_EQ(Receive(*panel, 32).size(), 3U * 32 - 1);
   EXPECT_EQ(Gateway().Clients().ClientCount(), 64);
   model_.CrosspointMap.At(8, 8) = 1;
-  Gateway().ForwardCrosspointRow(8);
+  Gateway().CrosspointRowChanged(8, 0);
   for (const auto& panel : panels) {
     EXPECT_EQ(Receive(*panel, 13), "F6 00 01 00 07 00 01 00 00 07 00 10 FF");
   }
@@ -253,7 +254,7 @@ TEST_F(QtSocketsTest, AResetInTheMiddleOfATableHarmsNobodyElse) {
   const auto panel = NewPanel();
   const auto hostile = NewPanel();
   Gateway().Queue().SendToClient(FixedMessage({}, Bytes(200000, 0x11)), 2);
-  Gateway().ForwardCrosspointRow(1);
+  Gateway().CrosspointRowChanged(1, 0);
   QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
   // Closing with a linger time of zero resets the connection.
   const linger reset{.l_onoff = 1, .l_linger = 0};
@@ -277,7 +278,7 @@ TEST_F(QtSocketsTest, APanelThatDoesNotReadIsDroppedAndTheOthersAreServed) {
   EXPECT_TRUE(WaitFor([&] { return Gateway().Clients().ClientCount() == 1; }));
   EXPECT_THAT(events_.dropped,
               testing::ElementsAre(std::pair("127.0.0.1", DropReason::DoesNotRead)));
-  Gateway().ForwardCrosspointRow(1);
+  Gateway().CrosspointRowChanged(1, 0);
   EXPECT_EQ(Receive(*panel, 11), "F6 00 01 00 00 00 00 00 00 01 FF");
 }
 

@@ -27,6 +27,17 @@ Message KeepAlive(std::uint8_t answer) {
   return FixedMessage({.kind = Kind::KeepAlive, .first = 0, .count = 0}, {answer});
 }
 
+// Calls a function when a message is done with.
+class Done : public SendQueueEvents {
+ public:
+  using Handler = std::function<void(int slot, MessageId id, bool sent)>;
+  explicit Done(Handler handler) : handler_(std::move(handler)) {}
+  void MessageDone(int slot, MessageId id, bool sent) override { handler_(slot, id, sent); }
+
+ private:
+  const Handler handler_;
+};
+
 class SendQueueTest : public GatewayTest {
  protected:
   // So many connected clients that have nothing to read any more.
@@ -145,7 +156,7 @@ TEST_F(SendQueueTest, ARowIsSentAsItWasWhenItCameWhateverIsRefusedSince) {
   ConnectClients(1);
   Queue().SendToClient(Plain({0xAA}), 1);
   model_.CrosspointMap.At(2, 3) = 1;
-  gateway_.ForwardCrosspointRow(2);
+  gateway_.CrosspointRowChanged(2, 0);
   model_.CrosspointMap.At(2, 3) = 0;  // what a row leaves that is refused for its checksum
   model_.CrosspointMap.At(2, 8) = 1;
   model_.ChannelStatus[2] = 1;
@@ -155,10 +166,10 @@ TEST_F(SendQueueTest, ARowIsSentAsItWasWhenItCameWhateverIsRefusedSince) {
 TEST_F(SendQueueTest, ANewerRowTakesThePlaceOfOneThatWaits) {
   ConnectClients(1);
   Queue().SendToClient(Plain({0xAA}), 1);
-  gateway_.ForwardCrosspointRow(2);
-  gateway_.ForwardCrosspointRow(1);
+  gateway_.CrosspointRowChanged(2, 0);
+  gateway_.CrosspointRowChanged(1, 0);
   model_.CrosspointMap.At(2, 3) = 1;
-  gateway_.ForwardCrosspointRow(2);
+  gateway_.CrosspointRowChanged(2, 0);
   EXPECT_EQ(Log(),
             "0: slot 1 AA, 75: slot 1 F6 00 01 00 01 00 01 00 00 02 00 05 FF, "
             "150: slot 1 F6 00 01 00 00 00 00 00 00 01 FF");
@@ -224,7 +235,8 @@ TEST_F(SendQueueTest, WhatAPanelAskedForKeepsItsOrderAndIsKeptUpToDate) {
 TEST_F(SendQueueTest, AnAnswerThatSomethingForAllHasReplacedIsDoneWithAllTheSame) {
   ConnectClients(1);
   std::string done;
-  Queue().SetDone([&](int, MessageId id, bool) { done += std::to_string(id.first) + ";"; });
+  Done observer([&](int, MessageId id, bool) { done += std::to_string(id.first) + ";"; });
+  Queue().AddObserver(observer);
   Queue().SendToClient(Plain({0xAA}), 1);
   Queue().SendToClient(Table(10, {0x01}), 1);
   Queue().SendToClient(Table(10, {0x02}), 9999);
@@ -371,7 +383,7 @@ TEST_F(SendQueueTest, ANewClientIsAskedFirstAndThenToldTheRow) {
 
 TEST_F(SendQueueTest, ANewClientIsAskedBeforeTheRowsOfTheOthers) {
   ConnectClients(2);
-  for (int channel = 1; channel <= 8; ++channel) gateway_.ForwardCrosspointRow(channel);
+  for (int channel = 1; channel <= 8; ++channel) gateway_.CrosspointRowChanged(channel, 0);
   peers_.push_back(std::make_shared<test::FakePeer>());
   gateway_.Accept(std::make_unique<test::FakeClientSocket>(peers_.back()));
   peers_[0]->TakeWritten();
@@ -404,7 +416,7 @@ TEST_F(SendQueueTest, TheQueueStaysBoundedWhileRowsPourIn) {
   ConnectClients(4);
   for (int round = 0; round < 100; ++round) {
     for (int channel = 1; channel <= 8; ++channel) {
-      gateway_.ForwardCrosspointRow(channel);
+      gateway_.CrosspointRowChanged(channel, 0);
       Queue().SendToClient(KeepAlive(0xF4), 1 + round % 4);
     }
   }
@@ -445,10 +457,11 @@ TEST_F(SendQueueTest, AFailedWriteIsReportedAndTheOthersGoOn) {
 TEST_F(SendQueueTest, TellsWhenAMessageForOneSlotIsDoneWith) {
   ConnectClients(2);
   std::string done;
-  Queue().SetDone([&](int slot, MessageId id, bool sent) {
+  Done observer([&](int slot, MessageId id, bool sent) {
     done += "slot " + std::to_string(slot) + " kind " + std::to_string(id.first) +
             (sent ? " sent; " : " not sent; ");
   });
+  Queue().AddObserver(observer);
   Queue().SendToClient(Table(1, Bytes(20000, 0x11)), 1);
   Queue().SendToClient(Table(2, {0x10}), 9999);
   Queue().SendToClient(Table(3, {}), 2);
@@ -464,7 +477,8 @@ TEST_F(SendQueueTest, TellsWhenAMessageForOneSlotIsDoneWith) {
 TEST_F(SendQueueTest, AMessageWhoseConnectionEndsWhileItIsWrittenIsNotDone) {
   ConnectClients(1);
   int done = 0;
-  Queue().SetDone([&](int, MessageId, bool) { ++done; });
+  Done observer([&](int, MessageId, bool) { ++done; });
+  Queue().AddObserver(observer);
   peers_[0]->closesAtWrite = true;
   Queue().SendToClient(Plain({0xAA}), 1);
   timer_.ElapseAll();

@@ -71,7 +71,7 @@ TEST_F(UnfinishedFramesTest, DataAndSendsPutTheFlushOff) {
   second->Send("F4");
   Ticks(200);
   EXPECT_EQ(Hex(Connection(1).RxData.View()), "F2 00 01");
-  gateway_.ForwardCrosspointRow(1);
+  gateway_.CrosspointRowChanged(1, 0);
   Ticks(200);
   EXPECT_EQ(Hex(Connection(1).RxData.View()), "F2 00 01");
   Tick();

@@ -47,7 +47,10 @@ class DecoderTest : public testing::Test {
   model::SystemModel model_;
   test::RecordingSwitcherEvents events_;
   test::RecordingReporter reporter_;
-  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_};
+  Decoder decoder_{{.model = model_,
+                    .database = [] { return nullptr; },
+                    .reporter = reporter_,
+                    .observers = {events_}}};
 };
 
 TEST_F(DecoderTest, WireOutputZeroIsRowOne) {

@@ -49,7 +49,10 @@ class LabelDecoderTest : public testing::Test {
   test::SmallDatabase database_;
   test::RecordingReporter reporter_;
   test::RecordingSwitcherEvents events_;
-  Decoder decoder_{model_, database_.Files(), reporter_, events_};
+  Decoder decoder_{{.model = model_,
+                    .database = [this] { return database_.Files().Database(); },
+                    .reporter = reporter_,
+                    .observers = {events_}}};
 };
 
 TEST_F(LabelDecoderTest, LabelsGoToTheStationsInTheOrderOfTheirNumbers) {
@@ -201,7 +204,10 @@ TEST_F(LabelDecoderTest, AFieldThatIsTooShortStoresNothingAndIsReported) {
   test::SmallDatabase narrow(test::StationsWithTextSize("Label", 4));
   narrow.AddStation(1, {{"Label", "old"}});
   narrow.AddStation(2, {{"Label", "old"}});
-  Decoder decoder(model_, narrow.Files(), reporter_, events_);
+  Decoder decoder({.model = model_,
+                   .database = [&] { return narrow.Files().Database(); },
+                   .reporter = reporter_,
+                   .observers = {events_}});
   decoder.SetHistory(&events_);
   decoder.Decode(FromHex("F9 14 61 20 20 20 20 20 20 20 53 74 61 2E 20 30 30 32 5D FF"));
   EXPECT_THAT(events_.seen, ElementsAre("Alpha Labels|20|"));

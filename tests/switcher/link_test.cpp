@@ -54,7 +54,10 @@ class LinkTest : public testing::Test {
   test::FakeSerialPort port_;
   test::RecordingSwitcherEvents events_;
   test::RecordingReporter reporter_;
-  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_};
+  Decoder decoder_{{.model = model_,
+                    .database = [] { return nullptr; },
+                    .reporter = reporter_,
+                    .observers = {events_}}};
   RecordingDisplay display_;
   Link link_{model_, port_, decoder_, display_};
 };

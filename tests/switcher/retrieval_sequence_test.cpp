@@ -45,7 +45,10 @@ class RetrievalTest : public testing::Test, public RetrievalDisplay, public Poll
   test::RecordingSwitcherEvents events_;
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
-  Decoder decoder_{model_, [] { return nullptr; }, reporter_, events_};
+  Decoder decoder_{{.model = model_,
+                    .database = [] { return nullptr; },
+                    .reporter = reporter_,
+                    .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
   Link link_{model_, port_, decoder_, linkDisplay_};
   const RetrievalParts parts_{.model = model_,

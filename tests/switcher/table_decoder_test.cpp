@@ -55,7 +55,10 @@ class TableDecoderTest : public testing::Test {
   test::SmallDatabase database_;
   test::RecordingReporter reporter_;
   test::RecordingSwitcherEvents events_;
-  Decoder decoder_{model_, database_.Files(), reporter_, events_};
+  Decoder decoder_{{.model = model_,
+                    .database = [this] { return database_.Files().Database(); },
+                    .reporter = reporter_,
+                    .observers = {events_}}};
 };
 
 using InhibitDecoderTest = TableDecoderTest;
@@ -334,7 +337,10 @@ TEST_F(FailingStoreTest, ALackingFieldIsReportedOnceAndNothingIsStored) {
     SCOPED_TRACE(table.line);
     test::SmallDatabase lacking(test::StationsWithout(table.field));
     lacking.AddStation(1, {{"Label", "old"}, {"B1 Type", 77}, {"OptoType", 77}});
-    Decoder decoder(model_, lacking.Files(), reporter_, events_);
+    Decoder decoder({.model = model_,
+                     .database = [&] { return lacking.Files().Database(); },
+                     .reporter = reporter_,
+                     .observers = {events_}});
     decoder.SetHistory(&events_);
     reporter_.reports.clear();
     events_.seen.clear();

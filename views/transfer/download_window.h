@@ -29,7 +29,7 @@ struct DownloadServices {
 // frmDownProg: asks, then shows how far the tables have got on their way to the switcher.  The
 // model's DownloadMode says which tables; it is set by whoever opens the window.  Closing the
 // window is cancelling.
-class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
+class DownloadWindow : public QDialog, public switcher::DownloadDisplay {
   Q_OBJECT
 
  public:
@@ -41,16 +41,7 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
 
   void reject() override { download_.Cancel(); }
 
- Q_SIGNALS:
-  // The operator has confirmed.
-  void Begun();
-  // A download that was begun is over.
-  void Ended(const switcher::DownloadResult& result);
-
- private:
-  void LayOut();
-  void MakeTimers(int spacingMilliseconds);
-
+  // What the download shows.
   void ShowProgressBar(int maximum) override;
   void ShowCaption(std::string_view caption) override;
   void ShowStatus(std::string_view status) override;
@@ -62,6 +53,16 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void TableSent(switcher::Table table, int station, int messages) override;
   void TableFailed(switcher::Table table, int station) override;
   void Close() override;
+
+ Q_SIGNALS:
+  // The operator has confirmed.
+  void Begun();
+  // A download that was begun is over.
+  void Ended(const switcher::DownloadResult& result);
+
+ private:
+  void LayOut();
+  void MakeTimers(int spacingMilliseconds);
 
   UnsentTables& unsent_;
   bool begun_ = false;

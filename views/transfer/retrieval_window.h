@@ -17,7 +17,7 @@ namespace views {
 // frmSysInfo: asks, then shows each message that the switcher sends of its tables, and at the end
 // what came of it.  Closing the window is cancelling: it ends the wait for the switcher, or closes
 // when there is none.
-class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
+class RetrievalWindow : public QDialog, public switcher::RetrievalDisplay {
   Q_OBJECT
 
  public:
@@ -28,6 +28,19 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
   void CancelNow();
 
   void reject() override { retrieval_.Cancel(); }
+
+  // What the retrieval shows.
+  void CloseViews() override { Q_EMIT ViewsOutdated(); }
+  void ShowHistory() override;
+  void SetWaiting(bool waiting) override;
+  void AddMessage(std::string_view description, int byteCount,
+                  switcher::DecodeStatus status) override;
+  void ShowCaption(std::string_view caption) override;
+  void ShowSilence(int seconds) override;
+  void ShowLine(switcher::RetrievalLine line) override;
+  void StartDelayTimer() override { delayTimer_.start(); }
+  void StopDelayTimer() override { delayTimer_.stop(); }
+  void Close() override;
 
  Q_SIGNALS:
   // The main views are to be closed now: they would show what is no longer true.
@@ -41,18 +54,6 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
   void LayOut();
   void ShowResult(const switcher::RetrievalResult& result);
   void MakeTimers();
-
-  void CloseViews() override { Q_EMIT ViewsOutdated(); }
-  void ShowHistory() override;
-  void SetWaiting(bool waiting) override;
-  void AddMessage(std::string_view description, int byteCount,
-                  switcher::DecodeStatus status) override;
-  void ShowCaption(std::string_view caption) override;
-  void ShowSilence(int seconds) override;
-  void ShowLine(switcher::RetrievalLine line) override;
-  void StartDelayTimer() override { delayTimer_.start(); }
-  void StopDelayTimer() override { delayTimer_.stop(); }
-  void Close() override;
 
   const model::SystemModel& model_;
   QLabel* text_;

@@ -12,13 +12,10 @@
 #include <span>
 #include <vector>
 
+#include "switcher/wire/label_selector.h"
 #include "switcher/wire/values.h"
 
 namespace switcher {
-
-// Which labels a label message is about.
-inline constexpr int kOutputLabels = 20;
-inline constexpr int kInputLabels = 10;
 
 struct LabelOrder {
   int selector = 0;

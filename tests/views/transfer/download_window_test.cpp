@@ -15,6 +15,7 @@
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/views/gui_support.h"
 
 namespace views {
 namespace {
@@ -57,9 +58,7 @@ class DownloadWindowTest : public testing::Test, public switcher::PollSwitch {
 
   template <typename Type>
   Type* Child(const char* name) {
-    auto* const child = window_->findChild<Type*>(QLatin1String(name));
-    EXPECT_NE(child, nullptr) << name;
-    return child;
+    return &test::Find<Type>(*window_, name);
   }
 
   void Click(const char* name) { QTest::mouseClick(Child<QPushButton>(name), Qt::LeftButton); }

@@ -14,12 +14,14 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "db/database_files.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
 #include "tests/support/silent_link_display.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/views/gui_support.h"
 
 namespace views {
 namespace {
@@ -64,9 +66,7 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
 
   template <typename Type>
   Type* Child(const char* name) {
-    auto* const child = window_->findChild<Type*>(QLatin1String(name));
-    EXPECT_NE(child, nullptr) << name;
-    return child;
+    return &test::Find<Type>(*window_, name);
   }
 
   void Click(const char* name) { QTest::mouseClick(Child<QPushButton>(name), Qt::LeftButton); }
@@ -107,7 +107,10 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
   test::RecordingReporter reporter_;
   test::TemporaryFolder folder_;
   db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
-  switcher::Decoder decoder_{model_, files_, reporter_, events_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return files_.Database(); },
+                              .reporter = reporter_,
+                              .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   std::vector<bool> polling_;

@@ -12,6 +12,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "db/database_files.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/relay_row.h"
@@ -140,7 +141,10 @@ class Gallery : public switcher::PollSwitch {
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   test::RecordingSwitcherEvents events_;
-  switcher::Decoder decoder_{model_, files_, reporter_, events_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return files_.Database(); },
+                              .reporter = reporter_,
+                              .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   switcher::TableSenders senders_{model_, files_, port_, reporter_};

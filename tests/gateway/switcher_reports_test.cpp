@@ -1,19 +1,28 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/panel_forwarding.h"
+// What the switcher reports goes to those who observe the decoder in their order: as the program
+// wires it, first to the views and then to all panels.
 
+#include "switcher/decoder.h"
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_switcher_events.h"
 
-namespace app {
+namespace gateway {
 namespace {
 
 using testing::ElementsAre;
 
 // Keeps, in one list, what the views are told and what a panel is sent.
-class PanelForwardingTest : public gateway::GatewayTest {
+class SwitcherReportsTest : public GatewayTest {
  protected:
+  SwitcherReportsTest() {
+    model_.StationCount = 8;
+    model_.LabelCount = 8;
+    model_.ButtonCount = 1;
+    model_.RelayCount = 8;
+  }
+
   class Views : public test::RecordingSwitcherEvents {
    public:
     explicit Views(std::vector<std::string>& list) : seen_(list) {}
@@ -45,6 +54,15 @@ class PanelForwardingTest : public gateway::GatewayTest {
     std::vector<std::string>& seen_;
   };
 
+  void Decode(const std::string& hex) { decoder_.Decode(test::FromHex(hex)); }
+
+  // A table of eight empty labels.
+  void DecodeLabels(const std::string& selector) {
+    std::string spaces;
+    for (int i = 0; i < 64; ++i) spaces += " 20";
+    Decode("F9 " + selector + spaces + " " + selector + " FF");
+  }
+
   void ConnectAPanel() {
     gateway_.Accept(std::make_unique<Socket>(seen_));
     timer_.ElapseAll();
@@ -53,58 +71,73 @@ class PanelForwardingTest : public gateway::GatewayTest {
 
   std::vector<std::string> seen_;
   Views views_{seen_};
-  PanelForwarding forwarding_{views_, gateway_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .observers = {views_, gateway_}}};
 };
 
-TEST_F(PanelForwardingTest, ARowGoesToTheMapAndThenToThePanels) {
+TEST_F(SwitcherReportsTest, ARowGoesToTheMapAndThenToThePanels) {
   ConnectAPanel();
-  forwarding_.CrosspointRowChanged(5, 1);
+  Decode("F3 04 00 01 00 00 00 05 FF");
   EXPECT_THAT(seen_, ElementsAre("view row 5 mode 1", "panel F6 00"));
 }
 
-TEST_F(PanelForwardingTest, LabelsOfStationsGoOutAsStations) {
+TEST_F(SwitcherReportsTest, LabelsOfStationsGoOutAsStations) {
   AddStations();
   ConnectAPanel();
-  forwarding_.LabelsChanged(20);
+  DecodeLabels("14");
   timer_.ElapseAll();
   EXPECT_THAT(seen_, ElementsAre("view labels 20", "panel FC 14"));
 }
 
-TEST_F(PanelForwardingTest, LabelsOfInputsFollowThoseOfTheStations) {
+TEST_F(SwitcherReportsTest, LabelsOfInputsFollowThoseOfTheStations) {
   AddStations();
   ConnectAPanel();
-  forwarding_.LabelsChanged(10);
+  DecodeLabels("0A");
   timer_.ElapseAll();
   EXPECT_THAT(seen_, ElementsAre("view labels 10", "panel FC 14", "panel FC 0A"));
 }
 
-TEST_F(PanelForwardingTest, ProgrammingGoesToThePanels) {
+TEST_F(SwitcherReportsTest, ProgrammingGoesToThePanels) {
   AddStations();
   ConnectAPanel();
-  forwarding_.ButtonsChanged(3);
+  Decode("FB 02 00 00 00 01 00 00 00 03 FF");
   timer_.ElapseAll();
   EXPECT_THAT(seen_, ElementsAre("view buttons 3", "panel FB 00", "panel FD 00"));
 }
 
-TEST_F(PanelForwardingTest, WithoutPanelsOnlyTheViewsAreTold) {
-  forwarding_.CrosspointRowChanged(5, 0);
-  forwarding_.LabelsChanged(10);
-  forwarding_.ButtonsChanged(3);
+TEST_F(SwitcherReportsTest, WithoutPanelsOnlyTheViewsAreTold) {
+  AddStations();
+  Decode("F3 04 00 00 00 00 00 04 FF");
+  DecodeLabels("0A");
+  Decode("FB 02 00 00 00 01 00 00 00 03 FF");
   EXPECT_THAT(seen_, ElementsAre("view row 5 mode 0", "view labels 10", "view buttons 3"));
   EXPECT_THAT(reporter_.reports, testing::IsEmpty());
 }
 
-TEST_F(PanelForwardingTest, WhatPanelsDoNotShowGoesToTheViewsAlone) {
+TEST_F(SwitcherReportsTest, WhatPanelsDoNotShowGoesToTheViewsAlone) {
+  AddStations();
   ConnectAPanel();
-  forwarding_.GainsChanged();
-  forwarding_.TallyChanged();
-  forwarding_.InhibitsChanged(1);
-  forwarding_.RelaysChanged(2);
-  forwarding_.OptosChanged();
+  Decode("E2 64 64 64 64 64 64 64 64 20 FF");
+  std::string points;
+  for (int i = 0; i < 128; ++i) points += " 00";
+  Decode("E4" + points + " 00 FF");
+  Decode("F5 00 00 00 00 00 FF");
+  Decode("F4 01 00 00 00 01 FF");
+  Decode("E1 00 FF");  // of a system without optos
   timer_.ElapseAll();
-  EXPECT_THAT(views_.seen, testing::SizeIs(5));
+  EXPECT_THAT(views_.seen, ElementsAre("gains", "tally", "inhibits 1", "relays 2"));
+  EXPECT_THAT(seen_, testing::IsEmpty());
+}
+
+TEST_F(SwitcherReportsTest, WhatIsRefusedGoesToNoPanel) {
+  ConnectAPanel();
+  Decode("F3 04 00 01 00 00 00 06 FF");
+  timer_.ElapseAll();
+  EXPECT_THAT(views_.refused, ElementsAre("Output 5 Crosspoint Map|1"));
   EXPECT_THAT(seen_, testing::IsEmpty());
 }
 
 }  // namespace
-}  // namespace app
+}  // namespace gateway
