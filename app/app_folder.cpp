@@ -33,7 +33,7 @@ bool IsThere(const std::filesystem::path& path) {
 
 files::Outcome CopyIfLacking(const AppFolder& folder, const char* name, std::uint64_t most) {
   const std::filesystem::path original = Path(folder.program, name);
-  const std::filesystem::path copy = Path(folder.path, name);
+  const std::filesystem::path copy = folder.File(name);
   if (!IsThere(original) || IsThere(copy)) return {};
   return files::ReplaceByCopy(copy, original, most);
 }
@@ -46,6 +46,8 @@ QString WithDate(const std::filesystem::path& path) {
 }
 
 }  // namespace
+
+std::filesystem::path AppFolder::File(const char* name) const { return Path(path, name); }
 
 model::Status ChooseAppFolder(const QString& programFolder, const QString& userFolder,
                               AppFolder* folder) {
@@ -71,7 +73,7 @@ void PrepareAppFolder(AppFolder* folder) {
 
 QString OtherDatabase(const AppFolder& folder) {
   if (!folder.IsTheUsers()) return {};
-  const std::filesystem::path used = Path(folder.path, db::kMainFile);
+  const std::filesystem::path used = folder.File(db::kMainFile);
   const std::filesystem::path other = Path(folder.program, db::kMainFile);
   if (!IsThere(used) || !IsThere(other)) return {};
   bool same = false;

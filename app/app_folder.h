@@ -4,6 +4,7 @@
 #define APP_APP_FOLDER_H_
 
 #include <QString>
+#include <filesystem>
 
 #include "model/status.h"
 
@@ -17,6 +18,9 @@ struct AppFolder {
   // What could not be copied into the user's folder.  The console then makes nothing anew there:
   // factory defaults must not take the place of the house's tables.
   model::Status lacks;
+
+  // The path of a file in it.
+  std::filesystem::path File(const char* name) const;
 
   // The program's own folder cannot be written: it was installed for all users, or somebody has
   // locked it.

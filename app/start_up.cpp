@@ -31,81 +31,77 @@ bool ReadNumber(const jet::RecordSet* records, std::string_view field, int least
 
 }  // namespace
 
-StartUp::StartUp(model::SystemModel& model, db::DatabaseFiles& files, gateway::Listener& listener,
-                 switcher::Link& link, model::ErrorReporter& reporter)
-    : model_(model), files_(files), listener_(listener), link_(link), reporter_(reporter) {}
-
 void StartUp::Run(std::string_view folder, const config::IniFile& settings) {
   SetDefaults(folder);
-  config::ReadConfiguration(settings, model_);
+  config::ReadConfiguration(settings, services_.model);
   StartGateway();
   OpenDatabase();
   ReadCounts();
-  model_.ApplyFixedValues();
-  model_.LinkStatus.fill(0);
-  model_.AllocateMap();
-  model_.TallyViewOpen = false;
-  model_.ResetLevels();
+  services_.model.ApplyFixedValues();
+  services_.model.LinkStatus.fill(0);
+  services_.model.AllocateMap();
+  services_.model.TallyViewOpen = false;
+  services_.model.ResetLevels();
   OpenSerialPort();
 }
 
 void StartUp::SetDefaults(std::string_view folder) {
-  model_.IpPort = 1250;
-  model_.SoftpanelSupport = true;
-  model_.ComPort = 1;
-  model_.AppPath = model::ToAppPath(folder);
+  services_.model.IpPort = 1250;
+  services_.model.SoftpanelSupport = true;
+  services_.model.ComPort = 1;
+  services_.model.AppPath = model::ToAppPath(folder);
 }
 
 void StartUp::StartGateway() {
-  if (!model_.SoftpanelSupport) {
-    listener_.Stop();
+  if (!services_.model.SoftpanelSupport) {
+    services_.listener.Stop();
     return;
   }
-  if (!listener_.Start(model_.IpPort).ok()) ReportGatewayFailure();
+  if (!services_.listener.Start(services_.model.IpPort).ok()) ReportGatewayFailure();
 }
 
 void StartUp::OpenDatabase() {
-  const model::Status status = files_.Open();
+  const model::Status status = services_.files.Open();
   if (status.ok()) return;
   // Two spaces: the number is shown with the place of its sign.
-  reporter_.Show(Icon::Critical, "Database Error",
-                 "Error Opening Database File\r\rError #  " + std::to_string(status.Number()) +
-                     " - " + status.Description());
+  services_.reporter.Show(Icon::Critical, "Database Error",
+                          "Error Opening Database File\r\rError #  " +
+                              std::to_string(status.Number()) + " - " + status.Description());
 }
 
 void StartUp::ReadCounts() {
   constexpr int kLeast = std::numeric_limits<std::int16_t>::min();
   constexpr int kGreatest = std::numeric_limits<std::int16_t>::max();
-  ReadCount("StationCount", kLeast, kGreatest, &model_.StationCount);
+  ReadCount("StationCount", kLeast, kGreatest, &services_.model.StationCount);
   // The matrix is sized by this one: a negative or larger count is as good as none.
-  ReadCount("ChannelCount", 0, model::kMaxChannelCount, &model_.ChannelCount);
-  ReadCount("LabelCount", kLeast, kGreatest, &model_.LabelCount);
-  ReadCount("InCount", kLeast, kGreatest, &model_.InCount);
-  ReadCount("OutCount", kLeast, kGreatest, &model_.OutCount);
-  ReadCount("ButtonCount", kLeast, kGreatest, &model_.ButtonCount);
-  ReadCount("ChkBoxCount", kLeast, kGreatest, &model_.ChkBoxCount);
+  ReadCount("ChannelCount", 0, model::kMaxChannelCount, &services_.model.ChannelCount);
+  ReadCount("LabelCount", kLeast, kGreatest, &services_.model.LabelCount);
+  ReadCount("InCount", kLeast, kGreatest, &services_.model.InCount);
+  ReadCount("OutCount", kLeast, kGreatest, &services_.model.OutCount);
+  ReadCount("ButtonCount", kLeast, kGreatest, &services_.model.ButtonCount);
+  ReadCount("ChkBoxCount", kLeast, kGreatest, &services_.model.ChkBoxCount);
 }
 
 void StartUp::ReadCount(std::string_view field, int least, int greatest, std::int16_t* count) {
-  if (!ReadNumber(files_.DbInfo(), field, least, greatest, count)) ReportGatewayFailure();
+  if (!ReadNumber(services_.files.DbInfo(), field, least, greatest, count)) ReportGatewayFailure();
 }
 
 void StartUp::OpenSerialPort() {
-  if (link_.OpenPort().ok()) return;
-  reporter_.Show(Icon::Critical, kCommErrorTitle,
-                 "Comm: " + std::to_string(model_.ComPort) +
-                     " is either in use by another program or unavailable.\r"
-                     "Please select another comm port and restart Orvo Intercom Control");
+  if (services_.link.OpenPort().ok()) return;
+  services_.reporter.Show(Icon::Critical, kCommErrorTitle,
+                          "Comm: " + std::to_string(services_.model.ComPort) +
+                              " is either in use by another program or unavailable.\r"
+                              "Please select another comm port and restart Orvo Intercom Control");
 }
 
 // One text for every failure between the gateway and the levels, the database's counts
 // included.
 void StartUp::ReportGatewayFailure() {
-  reporter_.Show(Icon::Critical, kCommErrorTitle,
-                 "The IP Port: " + std::to_string(model_.IpPort) +
-                     " is either in use by another program or unavailable.\r"
-                     "Please select another IP port and restart Orvo Intercom Control.\r"
-                     "Soft Panel support is not available.");
+  services_.reporter.Show(Icon::Critical, kCommErrorTitle,
+                          "The IP Port: " + std::to_string(services_.model.IpPort) +
+                              " is either in use by another program or unavailable.\r"
+                              "Please select another IP port and restart Orvo Intercom Control.\r"
+                              "Soft Panel support is not available.");
 }
 
 }  // namespace app

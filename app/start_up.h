@@ -23,9 +23,16 @@ namespace app {
 // all of these, and the next step follows; a failure of the serial port ends the loader.
 class StartUp {
  public:
+  struct Services {
+    model::SystemModel& model;
+    db::DatabaseFiles& files;
+    gateway::Listener& listener;
+    switcher::Link& link;
+    model::ErrorReporter& reporter;
+  };
+
   // All must outlive the object.
-  StartUp(model::SystemModel& model, db::DatabaseFiles& files, gateway::Listener& listener,
-          switcher::Link& link, model::ErrorReporter& reporter);
+  explicit StartUp(const Services& services) : services_(services) {}
 
   // Runs the loader.  `folder` is the program's folder, in UTF-8; `settings` its settings file.
   void Run(std::string_view folder, const config::IniFile& settings);
@@ -39,11 +46,7 @@ class StartUp {
   void OpenSerialPort();
   void ReportGatewayFailure();
 
-  model::SystemModel& model_;
-  db::DatabaseFiles& files_;
-  gateway::Listener& listener_;
-  switcher::Link& link_;
-  model::ErrorReporter& reporter_;
+  const Services services_;
 };
 
 }  // namespace app

@@ -8,7 +8,6 @@
 #include <QWidget>
 
 #include "config/window_settings.h"
-#include "switcher/table.h"
 #include "views/window_place/placement.h"
 
 namespace views {
@@ -37,11 +36,6 @@ class MainView : public QWidget {
  Q_SIGNALS:
   // The tool for the QDV status was clicked.
   void QdvStatusRequested();
-  // What a table holds of a station or output (from 1), or of all with model::kAll, was stored
-  // in the database and is not in the switcher yet.
-  void TableEdited(switcher::Table table, int station);
-  // The same was handed to the line, in so many messages.
-  void TableSent(switcher::Table table, int station, int messages);
   // Something to say in passing.
   void NoteRequested(const QString& note);
 

@@ -20,6 +20,7 @@ Services WithReporter(const Services& services, model::ErrorReporter& reporter) 
           .changes = services.changes,
           .commands = services.commands,
           .tables = services.tables,
+          .unsent = services.unsent,
           .poll = services.poll,
           .settings = services.settings,
           .reporter = reporter};
@@ -31,6 +32,12 @@ model::Status WithStations(const Services& services,
   if (stations == nullptr) return db::NotOpen();
   const db::KeepPosition keep(*stations);
   return work(*stations);
+}
+
+void SendTable(const Services& services, const switcher::TablePart& part) {
+  if (const auto sent = services.tables.Send(part)) {
+    services.unsent.NoteSent(part, *sent, UnsentTables::Sender::Tool);
+  }
 }
 
 void ShowFailure(const Services& services, std::string_view line, const model::Status& status) {

@@ -15,6 +15,7 @@
 #include "switcher/live_commands.h"
 #include "switcher/poll_switch.h"
 #include "views/table_sender.h"
+#include "views/unsent_tables.h"
 
 namespace views {
 
@@ -25,6 +26,7 @@ struct Services {
   stations::Changes& changes;
   switcher::LiveCommands& commands;
   TableSender& tables;
+  UnsentTables& unsent;
   switcher::PollSwitch& poll;
   config::WindowSettings& settings;
   model::ErrorReporter& reporter;
@@ -40,6 +42,9 @@ Services WithReporter(const Services& services, model::ErrorReporter& reporter);
 // `work` having run when the database is not open.
 model::Status WithStations(const Services& services,
                            const std::function<model::Status(jet::RecordSet&)>& work);
+
+// Sends what `part` names for a tool, and notes that it was sent.
+void SendTable(const Services& services, const switcher::TablePart& part);
 
 // Reports what failed in a view: `line` names it, the usual error line follows.
 void ShowFailure(const Services& services, std::string_view line, const model::Status& status);

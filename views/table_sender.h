@@ -5,26 +5,20 @@
 
 #include <optional>
 
+#include "switcher/table.h"
+
 namespace views {
 
-// Sends tables of the configuration to the switcher, each at once and to its end.  Whoever
-// calls switches the poll off around it where that is wanted.  The operations return how many
-// messages were handed to the line; nothing after a failure, which is reported to the operator
-// here.
+// Sends tables of the configuration to the switcher, each at once and to its end.  Whoever calls
+// switches the poll off around it where that is wanted.
 class TableSender {
  public:
   virtual ~TableSender() = default;
 
-  // The labels of `selector`, switcher::kOutputLabels or kInputLabels.
-  virtual std::optional<int> SendLabels(int selector) = 0;
-
-  // The table of one output or station (from 1), or of all with model::kAll.
-  virtual std::optional<int> SendInhibits(int output) = 0;
-  virtual std::optional<int> SendRelays(int station) = 0;
-  virtual std::optional<int> SendButtons(int station) = 0;
-
-  // All optos.
-  virtual std::optional<int> SendOptos() = 0;
+  // Sends what `part` names: the inhibits or relays of an output, the buttons of a station, or a
+  // whole table.  Of the optos and of the labels there are no parts.  Returns how many messages
+  // were handed to the line; nothing after a failure, which is reported to the operator here.
+  virtual std::optional<int> Send(const switcher::TablePart& part) = 0;
 };
 
 }  // namespace views

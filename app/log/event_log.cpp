@@ -4,6 +4,8 @@
 
 #include <QRegularExpression>
 
+#include "app/log/event_words.h"
+
 namespace app {
 
 void EventLog::Add(Kind kind, const QString& text, const QDateTime& time) {
@@ -18,6 +20,11 @@ void EventLog::Add(Kind kind, const QString& text, const QDateTime& time) {
   entries_.push_back(
       {.time = time, .kind = kind, .text = QString(text).replace(lineBreaks, QStringLiteral(" "))});
   endInsertRows();
+}
+
+void EventLog::AddRepeated(Kind kind, const QString& text, const QDateTime& time) {
+  const int times = repeated_[kind].Count(text, time);
+  if (times > 0) Add(kind, TimesWords(text, times), time);
 }
 
 QString EventLog::Line(int row) const {

@@ -8,6 +8,9 @@
 #include <QString>
 #include <cstdint>
 #include <deque>
+#include <map>
+
+#include "app/log/repeated_lines.h"
 
 namespace app {
 
@@ -26,6 +29,10 @@ class EventLog : public QAbstractTableModel {
 
   // Adds a line.  Line breaks in `text` become spaces.
   void Add(Kind kind, const QString& text, const QDateTime& time = QDateTime::currentDateTime());
+
+  // The same for what may come many times a second.
+  void AddRepeated(Kind kind, const QString& text,
+                   const QDateTime& time = QDateTime::currentDateTime());
 
   // A line as it is copied and saved: date and time, kind and text, separated by tabs.
   QString Line(int row) const;
@@ -46,6 +53,7 @@ class EventLog : public QAbstractTableModel {
   };
 
   std::deque<Entry> entries_;
+  std::map<Kind, RepeatedLines> repeated_;
 };
 
 }  // namespace app

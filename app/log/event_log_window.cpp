@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QFileDialog>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -19,6 +18,7 @@
 
 #include "files/whole_file.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/save_dialog.h"
 #include "views/window_place/on_screen.h"
 
 namespace app {
@@ -141,15 +141,12 @@ void EventLogWindow::Copy() {
 }
 
 void EventLogWindow::AskWhereToSave() {
-  auto* const dialog = new QFileDialog(this, tr("Save Event Log"), QString(),
-                                       tr("Text files (*.txt);;All files (*)"));
-  dialog->setObjectName(QStringLiteral("aidLogSaveDialog"));
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->setAcceptMode(QFileDialog::AcceptSave);
-  dialog->setDefaultSuffix(QStringLiteral("txt"));
-  dialog->selectFile(QStringLiteral("events.txt"));
-  connect(dialog, &QFileDialog::fileSelected, this, &EventLogWindow::SaveTo);
-  dialog->open();
+  views::AskWhereToSave(*this,
+                        {.name = QStringLiteral("aidLogSaveDialog"),
+                         .title = tr("Save Event Log"),
+                         .filters = tr("Text files (*.txt);;All files (*)"),
+                         .fileName = QStringLiteral("events.txt")},
+                        [this](const QString& path) { SaveTo(path); });
 }
 
 bool EventLogWindow::SaveTo(const QString& path) {

@@ -1,46 +1,24 @@
 // SPDX-License-Identifier: MIT
 //
-// What happens, in words: for the log, and for notes in passing.
+// What happens, in words.
 
 #ifndef APP_LOG_EVENT_WORDS_H_
 #define APP_LOG_EVENT_WORDS_H_
 
 #include <QString>
-#include <cstdint>
 #include <string_view>
 
 #include "app/log/channel_labels.h"
 #include "app/log/reported_rows.h"
-#include "switcher/download.h"
-#include "switcher/retrieval.h"
-#include "switcher/table.h"
 #include "switcher/wire/decode_status.h"
 
 namespace app {
-
-// The command of the command table with that identifier, by its caption.
-QString CommandWords(const QString& id);
-
-// A table: "inhibits", "buttons 12".
-QString TableWords(const switcher::TablePart& table);
-
-// A table that was sent in so many messages: "inhibits, 64 outputs", "buttons 12".
-QString SentTableWords(const switcher::TablePart& table, int messages);
-
-// How a download ended: "Download finished: 69 tables sent, 1 not sent: relays".
-QString DownloadWords(const switcher::DownloadResult& result);
-
-// How a retrieval ended: "Retrieval finished: 197 messages, none refused".
-QString RetrievalWords(const switcher::RetrievalResult& result);
 
 // A message of the switcher that was refused: "Refused: Output 12 Crosspoint Map, Failed Csum".
 QString RefusalWords(std::string_view description, switcher::DecodeStatus status);
 
 // A line that stands for what happened so many times: "… (7 times)"; itself for once.
 QString TimesWords(const QString& line, int times);
-
-// A byte as it is written everywhere: "0xCD".
-QString ByteWords(std::uint8_t byte);
 
 // The action byte of a command for a crosspoint: "Take", "Sum off".
 QString ActionWords(int action);

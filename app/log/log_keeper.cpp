@@ -2,93 +2,90 @@
 
 #include "app/log/log_keeper.h"
 
+#include "views/transfer/transfer_words.h"
+#include "views/window_place/on_screen.h"
+#include "views/words.h"
+
 namespace app {
 
 using Kind = EventLog::Kind;
+using views::UnsentTables;
 
-LogKeeper::LogKeeper(const LogSources& sources)
-    : crosspoints_(sources.labels), rows_(sources.model) {
-  connect(&sources.window, &MainWindow::LinkTextShown, this,
-          [this](const QString& text) { log_.Add(Kind::Link, text); });
-  connect(&sources.window, &MainWindow::BlockedCodeShown, this, &LogKeeper::NoteBlockedCode);
-  connect(&sources.panels, &PanelReports::Happened, this,
-          [this](const QString& text) { log_.Add(Kind::Panel, text); });
-  FollowViews(sources.views);
-  FollowTransfers(sources.transfers);
-  connect(&sources.boxes, &MessageBoxes::Reported, this,
+LogKeeper::LogKeeper(const Services& services)
+    : services_(services), crosspoints_(services.labels) {
+  connect(&services_.window, &MainWindow::LinkTextShown, this,
+          [this](const QString& text) { Add(Kind::Link, text); });
+  connect(&services_.window, &MainWindow::BlockedCodeShown, this, &LogKeeper::NoteBlockedCode);
+  connect(&services_.panels, &PanelReports::Happened, this,
+          [this](const QString& text) { Add(Kind::Panel, text); });
+  connect(&services_.views, &OpenViews::Loaded, this, &LogKeeper::FollowView);
+  FollowTables();
+  FollowTransfers();
+  connect(&services_.boxes, &MessageBoxes::Reported, this,
           [this](const QString& title, const QString& text) {
-            AddRepeated(Kind::Report, reports_, QStringLiteral("%1: %2").arg(title, text));
+            services_.log.AddRepeated(Kind::Report, QStringLiteral("%1: %2").arg(title, text));
           });
-  sources.commands.SetObserver(
-      [this](const QString& id) { log_.Add(Kind::Command, CommandWords(id)); });
+  services_.commands.SetObserver(
+      [this](const QString& id) { Add(Kind::Command, CommandWords(id)); });
 }
 
-void LogKeeper::FollowViews(OpenViews& views) {
-  connect(&views, &OpenViews::MapReported, this, [this](int output, int mode) {
-    log_.Add(Kind::Map, crosspoints_.Report(rows_.Report(output, mode)));
+void LogKeeper::FollowView(views::MainView* view) {
+  connect(view, &views::MainView::NoteRequested, this, &LogKeeper::Note);
+  const auto* const xmap = qobject_cast<views::XmapView*>(view);
+  if (xmap == nullptr) return;
+  connect(xmap, &views::XmapView::TakeSent, this, [this](int output, int input, int action) {
+    Add(Kind::Command, crosspoints_.Command(output, input, action));
   });
-  connect(&views, &OpenViews::ReportRefused, this, &LogKeeper::NoteRefusal);
-  connect(&views, &OpenViews::TakeSent, this, [this](int output, int input, int action) {
-    log_.Add(Kind::Command, crosspoints_.Command(output, input, action));
-  });
-  connect(&views, &OpenViews::MapRefreshRequested, this,
-          [this] { log_.Add(Kind::Command, tr("Refresh Map")); });
-  connect(&views, &OpenViews::Edited, this, [this](const switcher::TablePart& table) {
-    log_.Add(Kind::Table, tr("Edited: %1").arg(TableWords(table)));
-  });
-  connect(&views, &OpenViews::Sent, this, [this](const switcher::TablePart& table, int messages) {
-    log_.Add(Kind::Table, tr("Sent: %1").arg(SentTableWords(table, messages)));
-  });
-  connect(&views, &OpenViews::NotSent, this, [this](const switcher::TablePart& table) {
-    log_.Add(Kind::Table, tr("Not sent: %1").arg(TableWords(table)));
-  });
-  connect(&views, &OpenViews::NoteRequested, this, &LogKeeper::Note);
+  connect(xmap, &views::XmapView::RefreshRequested, this,
+          [this] { Add(Kind::Command, tr("Refresh Map")); });
 }
 
-void LogKeeper::FollowTransfers(Transfers& transfers) {
+void LogKeeper::FollowTables() {
+  const UnsentTables& unsent = services_.unsent;
+  connect(&unsent, &UnsentTables::Edited, this, [this](const switcher::TablePart& part) {
+    Add(Kind::Table, tr("Edited: %1").arg(views::TableWords(part)));
+  });
+  connect(&unsent, &UnsentTables::Sent, this,
+          [this](const switcher::TablePart& part, int messages) {
+            Add(Kind::Table, tr("Sent: %1").arg(views::SentTableWords(part, messages)));
+          });
+  connect(&unsent, &UnsentTables::Failed, this, [this](const switcher::TablePart& part) {
+    Add(Kind::Table, tr("Not sent: %1").arg(views::TableWords(part)));
+  });
+}
+
+void LogKeeper::FollowTransfers() {
+  const Transfers& transfers = services_.transfers;
   connect(&transfers, &Transfers::DownloadBegun, this, [this](std::int16_t mode) {
-    log_.Add(Kind::Table, mode == 0 ? tr("Download begun") : tr("Download of the buttons begun"));
+    Add(Kind::Table, mode == 0 ? tr("Download begun") : tr("Download of the buttons begun"));
   });
   connect(&transfers, &Transfers::DownloadEnded, this,
           [this](const switcher::DownloadResult& result) {
-            log_.Add(Kind::Table, DownloadWords(result));
+            Add(Kind::Table, views::DownloadWords(result));
           });
   connect(&transfers, &Transfers::RetrievalBegun, this,
-          [this] { log_.Add(Kind::Table, tr("Retrieval begun")); });
+          [this] { Add(Kind::Table, tr("Retrieval begun")); });
   connect(&transfers, &Transfers::RetrievalEnded, this,
           [this](const switcher::RetrievalResult& result) {
-            log_.Add(Kind::Table, RetrievalWords(result));
+            Add(Kind::Table, views::RetrievalWords(result));
           });
 }
 
 LogKeeper::~LogKeeper() { delete window_; }
 
 void LogKeeper::Show() {
-  if (window_ == nullptr) window_ = new EventLogWindow(log_);
-  if (window_->isMinimized()) window_->showNormal();
-  window_->show();
-  window_->raise();
-  window_->activateWindow();
-}
-
-// Adds a line that may come many times a second.
-void LogKeeper::AddRepeated(Kind kind, RepeatedLines& lines, const QString& line) {
-  const int times = lines.Count(line, QDateTime::currentDateTime());
-  if (times > 0) log_.Add(kind, TimesWords(line, times));
-}
-
-void LogKeeper::NoteRefusal(const QString& description, switcher::DecodeStatus status) {
-  AddRepeated(Kind::Link, refusals_, RefusalWords(description.toStdString(), status));
+  if (window_ == nullptr) window_ = new EventLogWindow(services_.log);
+  views::BringUp(*window_);
 }
 
 void LogKeeper::NoteBlockedCode(std::optional<std::uint8_t> code) {
   if (code.has_value()) {
-    log_.Add(Kind::Link, tr("Receiving blocked by unknown code %1").arg(ByteWords(*code)));
+    Add(Kind::Link, tr("Receiving blocked by unknown code %1").arg(views::ByteWords(*code)));
   }
 }
 
 void LogKeeper::ByteDiscarded(std::uint8_t byte) {
-  log_.Add(Kind::Link, tr("Discarded byte %1").arg(ByteWords(byte)));
+  Add(Kind::Link, tr("Discarded byte %1").arg(views::ByteWords(byte)));
 }
 
 }  // namespace app

@@ -13,42 +13,41 @@
 #include "app/log/event_log_window.h"
 #include "app/log/event_words.h"
 #include "app/log/panel_reports.h"
-#include "app/log/repeated_lines.h"
-#include "app/log/reported_rows.h"
-#include "app/open_views.h"
 #include "app/shell/command_table.h"
 #include "app/shell/main_window.h"
 #include "app/shell/message_boxes.h"
-#include "app/transfers.h"
+#include "app/shell/open_views.h"
+#include "app/shell/transfers.h"
+#include "views/unsent_tables.h"
 
 namespace app {
 
-// Whose events the log has; all must outlive its keeper.
-struct LogSources {
-  const model::SystemModel& model;
-  ChannelLabels& labels;
-  MainWindow& window;
-  OpenViews& views;
-  PanelReports& panels;
-  Transfers& transfers;
-  MessageBoxes& boxes;
-  CommandTable& commands;
-};
-
-// Writes the event log from what the parts of the program announce, and shows it.
+// Writes what the operator does and what the parts of the program announce into the event log, and
+// shows it.
 class LogKeeper : public QObject {
   Q_OBJECT
 
  public:
-  explicit LogKeeper(const LogSources& sources);
+  struct Services {
+    EventLog& log;
+    ChannelLabels& labels;
+    MainWindow& window;
+    OpenViews& views;
+    views::UnsentTables& unsent;
+    PanelReports& panels;
+    Transfers& transfers;
+    MessageBoxes& boxes;
+    CommandTable& commands;
+  };
+
+  // All must outlive the object.
+  explicit LogKeeper(const Services& services);
 
   // Closes the window of the log.
   ~LogKeeper() override;
 
-  EventLog& Log() { return log_; }
-
   // Notes what belongs to none of the parts.
-  void Note(const QString& text) { log_.Add(EventLog::Kind::Note, text); }
+  void Note(const QString& text) { Add(EventLog::Kind::Note, text); }
 
   // The operator has discarded a byte that blocked all receiving.
   void ByteDiscarded(std::uint8_t byte);
@@ -57,17 +56,14 @@ class LogKeeper : public QObject {
   void Show();
 
  private:
-  void FollowViews(OpenViews& views);
-  void FollowTransfers(Transfers& transfers);
-  void AddRepeated(EventLog::Kind kind, RepeatedLines& lines, const QString& line);
-  void NoteRefusal(const QString& description, switcher::DecodeStatus status);
+  void Add(EventLog::Kind kind, const QString& text) { services_.log.Add(kind, text); }
+  void FollowView(views::MainView* view);
+  void FollowTables();
+  void FollowTransfers();
   void NoteBlockedCode(std::optional<std::uint8_t> code);
 
-  EventLog log_;
-  CrosspointWords crosspoints_;
-  ReportedRows rows_;
-  RepeatedLines refusals_;
-  RepeatedLines reports_;
+  const Services services_;
+  const CrosspointWords crosspoints_;
   QPointer<EventLogWindow> window_;
 };
 

@@ -2,7 +2,6 @@
 
 #include "app/log/panel_reports.h"
 
-#include <QStringList>
 #include <string>
 
 #include "gateway/connection_type.h"
@@ -18,7 +17,7 @@ QString TypeName(int type) {
 
 void PanelReports::PanelConnected(const gateway::PanelName& panel) {
   panels_[panel.slot] = QString::fromStdString(panel.address);
-  ShowPanels();
+  TellPanels();
   Tell(panel, tr("connected"));
 }
 
@@ -26,7 +25,7 @@ void PanelReports::PanelIdentified(const gateway::PanelName& panel, int type) {
   const QString address = QString::fromStdString(panel.address);
   const bool served = gateway::IsAcceptedType(type);
   panels_[panel.slot] = served ? QStringLiteral("%1  %2").arg(address, TypeName(type)) : address;
-  ShowPanels();
+  TellPanels();
   Tell(panel, served ? TypeName(type) : tr("type %1, which is not served").arg(type));
 }
 
@@ -55,20 +54,20 @@ void PanelReports::PanelDropped(const gateway::PanelName& panel, gateway::DropRe
       break;
   }
   const QString note = text.arg(QString::fromStdString(panel.address));
-  status_.ShowNote(note);
+  Q_EMIT NoteRequested(note);
   Q_EMIT Happened(note);
 }
 
 void PanelReports::PanelGone(const gateway::PanelName& panel) {
   panels_.erase(panel.slot);
-  ShowPanels();
+  TellPanels();
   Tell(panel, tr("gone"));
 }
 
-void PanelReports::ShowPanels() {
+void PanelReports::TellPanels() {
   QStringList lines;
   for (const auto& [slot, line] : panels_) lines.append(line);
-  status_.SetPanels(lines);
+  Q_EMIT PanelsChanged(lines);
 }
 
 void PanelReports::Tell(const gateway::PanelName& panel, const QString& what) {

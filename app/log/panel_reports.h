@@ -5,27 +5,27 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <map>
 
 #include "app/log/event_words.h"
 #include "app/log/inhibited_cells.h"
-#include "app/shell/status_bar.h"
 #include "gateway/panel_events.h"
 
 namespace app {
 
-// What the operator is told of network panels: how many are connected and which, in the status bar;
-// and what happens to them and what they do, in words.
+// What the operator is told of network panels, in words: which are connected, what happens to them
+// and what they do.
 class PanelReports : public QObject, public gateway::PanelEvents {
   Q_OBJECT
 
  public:
   // All must outlive the object.
-  PanelReports(StatusBar& status, ChannelLabels& labels, InhibitedCells& inhibits)
-      : status_(status), crosspoints_(labels), inhibits_(inhibits) {}
+  PanelReports(ChannelLabels& labels, InhibitedCells& inhibits)
+      : crosspoints_(labels), inhibits_(inhibits) {}
 
-  // Panels are served: the status bar counts them from now on.
-  void Begin() { ShowPanels(); }
+  // Panels are served from now on.
+  void Begin() { TellPanels(); }
 
   void PanelConnected(const gateway::PanelName& panel) override;
   void PanelIdentified(const gateway::PanelName& panel, int type) override;
@@ -34,14 +34,17 @@ class PanelReports : public QObject, public gateway::PanelEvents {
   void PanelGone(const gateway::PanelName& panel) override;
 
  Q_SIGNALS:
+  // The panels that are connected, a line each.
+  void PanelsChanged(const QStringList& panels);
+  // Something to say in passing.
+  void NoteRequested(const QString& note);
   // "Panel 2, 192.0.2.7: connected"
   void Happened(const QString& text);
 
  private:
-  void ShowPanels();
+  void TellPanels();
   void Tell(const gateway::PanelName& panel, const QString& what);
 
-  StatusBar& status_;
   CrosspointWords crosspoints_;
   InhibitedCells& inhibits_;
   std::map<int, QString> panels_;  // those that are connected, by slot: address and kind

@@ -2,7 +2,7 @@
 
 #include "app/shell/blocked_line.h"
 
-#include "app/log/event_words.h"
+#include "views/words.h"
 
 namespace app {
 
@@ -24,7 +24,7 @@ void BlockedLine::Show(std::optional<std::uint8_t> code) {
     hints_.Withdraw(Hint::Blocked);
     return;
   }
-  const QString byte = ByteWords(*code);
+  const QString byte = views::ByteWords(*code);
   discard_->setText(tr("&Discard Byte %1").arg(byte));
   hints_.Give(Hint::Blocked,
               tr("The switcher sent the unknown code %1: nothing behind it is read until it is "

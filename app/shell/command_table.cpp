@@ -2,6 +2,7 @@
 
 #include "app/shell/command_table.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace app {
@@ -38,6 +39,16 @@ constexpr Command kCommands[] = {
 }  // namespace
 
 std::span<const Command> AllCommands() { return kCommands; }
+
+QString CommandWords(const QString& id) {
+  const auto commands = AllCommands();
+  const auto command = std::ranges::find_if(
+      commands, [&](const Command& each) { return id == QLatin1String(each.id); });
+  if (command == commands.end()) return id;
+  QString caption = QString::fromUtf8(command->caption).remove(u'&');
+  if (caption.endsWith(u'…')) caption.chop(1);
+  return caption;
+}
 
 void CommandTable::Set(const QString& id, Operation operation) {
   operations_[id] = std::move(operation);

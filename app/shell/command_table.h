@@ -24,6 +24,10 @@ struct Command {
 // All commands, in no particular order.
 std::span<const Command> AllCommands();
 
+// The command with that identifier in words: its caption without mnemonic, and without the sign
+// that it asks first.
+QString CommandWords(const QString& id);
+
 // What the commands do.
 class CommandTable {
  public:

@@ -4,7 +4,6 @@
 
 #include <QAction>
 #include <QBuffer>
-#include <QFileDialog>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -18,6 +17,7 @@
 #include "stations/texts.h"
 #include "views/export/sheet_pdf.h"
 #include "views/rules/export_sheets.h"
+#include "views/widgets/save_dialog.h"
 
 namespace app {
 namespace {
@@ -77,9 +77,8 @@ std::string_view AsText(const QByteArray& bytes) {
 
 }  // namespace
 
-ExportMenu::ExportMenu(QMenu& menu, QWidget& window, const views::Services& services,
-                       std::function<bool()> storeEdits)
-    : window_(window), services_(services), storeEdits_(std::move(storeEdits)) {
+ExportMenu::ExportMenu(const Services& services) : services_(services) {
+  QMenu& menu = services_.menu;
   for (const Item& item : kItems) {
     auto* const action = new QAction(tr(item.caption), &menu);
     action->setObjectName(QLatin1String(item.name));
@@ -93,26 +92,22 @@ ExportMenu::ExportMenu(QMenu& menu, QWidget& window, const views::Services& serv
 
 void ExportMenu::AskWhereTo(Export what, const QString& title, const QString& fileName) {
   // What is typed belongs to what is exported.
-  if (!storeEdits_()) return;
+  if (!services_.storeEdits()) return;
   const QString suffix = fileName.section(u'.', -1);
-  auto* const dialog =
-      new QFileDialog(&window_, title, QString(),
-                      tr("%1 files (*.%2);;All files (*)").arg(suffix.toUpper(), suffix));
-  dialog->setObjectName(QStringLiteral("aidExportDialog"));
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->setAcceptMode(QFileDialog::AcceptSave);
-  dialog->setDefaultSuffix(suffix);
-  dialog->selectFile(fileName);
-  connect(dialog, &QFileDialog::fileSelected, this,
-          [this, what](const QString& path) { Write(what, path); });
-  dialog->open();
+  views::AskWhereToSave(
+      services_.window,
+      {.name = QStringLiteral("aidExportDialog"),
+       .title = title,
+       .filters = tr("%1 files (*.%2);;All files (*)").arg(suffix.toUpper(), suffix),
+       .fileName = fileName},
+      [this, what](const QString& path) { Write(what, path); });
 }
 
 bool ExportMenu::Write(Export what, const QString& path) {
-  rules::XmapGrid grid(services_.model);
+  rules::XmapGrid grid(services_.data.model);
   rules::Sheet labels;
   std::vector<rules::KeySheet> keys;
-  const model::Status read = views::WithStations(services_, [&](jet::RecordSet& stations) {
+  const model::Status read = views::WithStations(services_.data, [&](jet::RecordSet& stations) {
     switch (what) {
       case Export::MapCsv:
       case Export::MapPdf:
@@ -121,11 +116,11 @@ bool ExportMenu::Write(Export what, const QString& path) {
       case Export::LabelsPdf:
         return rules::ReadLabelSheet(stations, &labels);
       default:
-        return rules::ReadKeySheets(stations, services_.model, &keys);
+        return rules::ReadKeySheets(stations, services_.data.model, &keys);
     }
   });
   if (!read.ok()) {
-    views::ShowFailure(services_, "Error Reading What Is To Be Exported", read);
+    views::ShowFailure(services_.data, "Error Reading What Is To Be Exported", read);
     return false;
   }
 
@@ -158,9 +153,9 @@ bool ExportMenu::Write(Export what, const QString& path) {
             : files::Failure("draw", std::filesystem::path(path.toStdU16String()),
                              std::make_error_code(std::errc::not_enough_memory));
   if (!written.ok()) {
-    views::ShowRefusal(services_, tr("%1 could not be written: %2")
-                                      .arg(path, QString::fromStdString(written.text))
-                                      .toStdString());
+    views::ShowRefusal(services_.data, tr("%1 could not be written: %2")
+                                           .arg(path, QString::fromStdString(written.text))
+                                           .toStdString());
     return false;
   }
   Q_EMIT NoteRequested(tr("Written: %1").arg(path));

@@ -28,10 +28,17 @@ class ExportMenu : public QObject {
   Q_OBJECT
 
  public:
-  // Fills `menu`.  `storeEdits` stores what is typed into a view and not stored yet, before
-  // anything is exported; false when that failed, and nothing is.  All must outlive the object.
-  ExportMenu(QMenu& menu, QWidget& window, const views::Services& services,
-             std::function<bool()> storeEdits);
+  struct Services {
+    QMenu& menu;      // filled with what can be exported
+    QWidget& window;  // the main window
+    views::Services data;
+    // Stores what is typed into a view and not stored yet, before anything is exported; false when
+    // that failed, and nothing is.
+    std::function<bool()> storeEdits;
+  };
+
+  // All must outlive the object.
+  explicit ExportMenu(const Services& services);
 
   // Writes a file, replacing it only when all of it could be written.  A failure is reported.
   bool Write(Export what, const QString& path);
@@ -42,9 +49,7 @@ class ExportMenu : public QObject {
  private:
   void AskWhereTo(Export what, const QString& title, const QString& fileName);
 
-  QWidget& window_;
-  const views::Services services_;
-  const std::function<bool()> storeEdits_;
+  const Services services_;
 };
 
 }  // namespace app

@@ -2,6 +2,7 @@
 
 #include "app/shell/help_window.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -236,8 +237,14 @@ void HelpWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) ShowStyled();
 }
 
-bool StartHelpViewer() {
-  return QProcess::startDetached(QStringLiteral("WINHLP32.EXE"), {QStringLiteral("Teskctl.hlp")});
+void Manual::Show() {
+  if (QProcess::startDetached(QStringLiteral("WINHLP32.EXE"), {QStringLiteral("Teskctl.hlp")})) {
+    return;
+  }
+  if (window_ == nullptr) window_ = new HelpWindow;
+  const QString place = ManualPlace(QApplication::activeModalWidget());
+  if (!place.isEmpty()) window_->ShowPlace(place);
+  views::BringUp(*window_);
 }
 
 }  // namespace app

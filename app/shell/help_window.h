@@ -4,6 +4,7 @@
 #define APP_SHELL_HELP_WINDOW_H_
 
 #include <QPalette>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -51,8 +52,21 @@ class HelpWindow : public QWidget {
   QLabel* said_;
 };
 
-// Starts the help viewer with the help file.  False when it cannot be started.
-bool StartHelpViewer();
+// The manual, however it is shown: by the platform's help viewer, or in a window of the program.
+class Manual {
+ public:
+  Manual() = default;
+  ~Manual() { delete window_; }
+  Manual(const Manual&) = delete;
+  Manual& operator=(const Manual&) = delete;
+
+  // Starts the help viewer.  Where it cannot be started, shows the window, at the place that
+  // explains the dialog or box in front.
+  void Show();
+
+ private:
+  QPointer<HelpWindow> window_;
+};
 
 }  // namespace app
 

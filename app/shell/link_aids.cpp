@@ -4,9 +4,8 @@
 
 #include <QCoreApplication>
 #include <optional>
-#include <utility>
 
-#include "app/port_access.h"
+#include "app/shell/port_access.h"
 
 namespace app {
 namespace {
@@ -18,18 +17,16 @@ QString HintText(const char* text) { return QCoreApplication::translate("LinkAid
 
 }  // namespace
 
-LinkAids::LinkAids(const model::SystemModel& model, Port port, StatusBar& status, HintStrip& hints)
-    : model_(model), port_(std::move(port)), status_(status), hints_(hints) {}
-
 void LinkAids::MapReported(QTime time) {
   mapTime_ = time;
   ShowMapState();
 }
 
 void LinkAids::LinkChanged() {
-  status_.SetConnected(IsConnected());
+  services_.status.SetConnected(IsConnected());
   // A port that could not be opened at start leaves the link's own text empty.
-  status_.SetClosedPort(port_.isOpen() ? std::nullopt : std::optional<int>(model_.ComPort));
+  services_.status.SetClosedPort(
+      services_.port.IsOpen() ? std::nullopt : std::optional<int>(services_.model.ComPort));
   ShowMapState();
 }
 
@@ -39,30 +36,33 @@ void LinkAids::Tick() {
 }
 
 void LinkAids::ShowMapState() {
-  if (IsConnected() && !model_.XmapComplete) {
-    status_.SetMapState(HintText("Map requesting…"));
+  if (IsConnected() && !services_.model.XmapComplete) {
+    services_.status.SetMapState(HintText("Map requesting…"));
   } else if (mapTime_.isValid()) {
-    status_.SetMapState(HintText("Map %1").arg(mapTime_.toString(QStringLiteral("HH:mm:ss"))));
+    services_.status.SetMapState(
+        HintText("Map %1").arg(mapTime_.toString(QStringLiteral("HH:mm:ss"))));
   } else {
-    status_.SetMapState({});
+    services_.status.SetMapState({});
   }
 }
 
 void LinkAids::ShowHints() {
-  if (const auto denied = port_.isOpen() ? std::nullopt : PortAccessHint(port_.device())) {
-    hints_.Give(Hint::PortDenied, *denied);
+  if (const auto denied =
+          services_.port.IsOpen() ? std::nullopt : PortAccessHint(services_.device())) {
+    services_.hints.Give(Hint::PortDenied, *denied);
   } else {
-    hints_.Withdraw(Hint::PortDenied);
+    services_.hints.Withdraw(Hint::PortDenied);
   }
   wasConnected_ = wasConnected_ || IsConnected();
   if (wasConnected_) {
     // From now on the link's own text says all that is needed.
-    hints_.Withdraw(Hint::NoSwitcher);
+    services_.hints.Withdraw(Hint::NoSwitcher);
   } else if (++silentTicks_ == kPatience) {
-    hints_.Give(Hint::NoSwitcher,
-                HintText("No switcher found on COM %1. Help ▸ Contents shows how to try the "
-                         "simulated one.")
-                    .arg(model_.ComPort));
+    services_.hints.Give(
+        Hint::NoSwitcher,
+        HintText("No switcher found on COM %1. Help ▸ Contents shows how to try the "
+                 "simulated one.")
+            .arg(services_.model.ComPort));
   }
 }
 

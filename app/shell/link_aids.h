@@ -10,21 +10,25 @@
 #include "app/shell/hint_strip.h"
 #include "app/shell/status_bar.h"
 #include "model/system_model.h"
+#include "switcher/serial_port.h"
+#include "switcher/switcher_events.h"
 
 namespace app {
 
 // Says how the link does beyond its own text: how old the map is, that no switcher answers, that
 // the port may not be opened.
-class LinkAids {
+class LinkAids : public switcher::SwitcherEvents {
  public:
-  // What tells of the port: whether it is open, and the device it is on.
-  struct Port {
-    std::function<bool()> isOpen;
-    std::function<QFileInfo()> device;
+  struct Services {
+    const model::SystemModel& model;
+    const switcher::SerialPort& port;
+    std::function<QFileInfo()> device;  // that the port is on
+    StatusBar& status;
+    HintStrip& hints;
   };
 
   // All must outlive the object.
-  LinkAids(const model::SystemModel& model, Port port, StatusBar& status, HintStrip& hints);
+  explicit LinkAids(const Services& services) : services_(services) {}
 
   // The switcher reported a row of the map at `time`.
   void MapReported(QTime time);
@@ -35,15 +39,16 @@ class LinkAids {
   // Once a second.
   void Tick();
 
+  void CrosspointRowChanged(int /*output*/, int /*mode*/) override {
+    MapReported(QTime::currentTime());
+  }
+
  private:
-  bool IsConnected() const { return model_.LinkStatus[0] == 1; }
+  bool IsConnected() const { return services_.model.LinkStatus[0] == 1; }
   void ShowMapState();
   void ShowHints();
 
-  const model::SystemModel& model_;
-  const Port port_;
-  StatusBar& status_;
-  HintStrip& hints_;
+  const Services services_;
   QTime mapTime_;  // invalid before the first report
   int silentTicks_ = 0;
   bool wasConnected_ = false;

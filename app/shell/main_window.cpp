@@ -211,6 +211,14 @@ void MainWindow::StartDecodeTimer() {
   if (!decodeTimer_.isActive()) decodeTimer_.start();
 }
 
+void MainWindow::SetPolling(bool on) {
+  if (on) {
+    pollTimer_.start();
+  } else {
+    pollTimer_.stop();
+  }
+}
+
 void MainWindow::ShowBlockedCode(std::optional<std::uint8_t> code) {
   blocked_->Show(code);
   Q_EMIT BlockedCodeShown(code);

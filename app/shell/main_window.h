@@ -18,13 +18,17 @@
 #include "app/shell/status_bar.h"
 #include "gateway/panel_gateway.h"
 #include "switcher/link.h"
+#include "switcher/poll_switch.h"
 
 namespace app {
 
 // frmMain: the frame with its menus, tool bar, child windows, status bar and the two timers
 // that carry the traffic.  It does nothing by itself: commands run through the command table,
 // closing asks the program.
-class MainWindow : public QMainWindow, public switcher::LinkDisplay, public gateway::DecodeTimer {
+class MainWindow : public QMainWindow,
+                   public switcher::LinkDisplay,
+                   public switcher::PollSwitch,
+                   public gateway::DecodeTimer {
   Q_OBJECT
 
  public:
@@ -64,6 +68,7 @@ class MainWindow : public QMainWindow, public switcher::LinkDisplay, public gate
 
   void ShowLinkText(std::string_view text) override;
   void StartDecodeTimer() override;
+  void SetPolling(bool on) override;
   void ShowBlockedCode(std::optional<std::uint8_t> code) override;
 
  Q_SIGNALS:

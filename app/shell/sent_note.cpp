@@ -5,14 +5,21 @@
 #include <QMetaObject>
 #include <utility>
 
-#include "app/log/event_words.h"
+#include "views/words.h"
 
 namespace app {
 
-void SentNote::Add(const switcher::TablePart& table, int messages) {
+SentNote::SentNote(const views::UnsentTables& unsent) {
+  connect(&unsent, &views::UnsentTables::Sent, this, &SentNote::Add);
+}
+
+void SentNote::Add(const switcher::TablePart& part, int messages,
+                   views::UnsentTables::Sender sender) {
+  // A download tells of itself.
+  if (sender != views::UnsentTables::Sender::Tool) return;
   // A tool sends its tables in one turn of the event loop.
   if (sent_.isEmpty()) QMetaObject::invokeMethod(this, &SentNote::Say, Qt::QueuedConnection);
-  sent_.append(SentTableWords(table, messages));
+  sent_.append(views::SentTableWords(part, messages));
 }
 
 void SentNote::Say() {

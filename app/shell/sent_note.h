@@ -6,7 +6,7 @@
 #include <QObject>
 #include <QStringList>
 
-#include "switcher/table.h"
+#include "views/unsent_tables.h"
 
 namespace app {
 
@@ -15,14 +15,15 @@ class SentNote : public QObject {
   Q_OBJECT
 
  public:
-  // A table was sent in so many messages.
-  void Add(const switcher::TablePart& table, int messages);
+  // Listens to `unsent`, which must outlive the object.
+  explicit SentNote(const views::UnsentTables& unsent);
 
  Q_SIGNALS:
   // What was sent, when nothing more of it comes.
   void NoteRequested(const QString& note);
 
  private:
+  void Add(const switcher::TablePart& part, int messages, views::UnsentTables::Sender sender);
   void Say();
 
   QStringList sent_;

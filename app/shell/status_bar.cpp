@@ -8,9 +8,9 @@
 #include <QSizeGrip>
 #include <algorithm>
 
-#include "app/log/event_words.h"
 #include "app/shell/elided_label.h"
 #include "app/shell/link_lamp.h"
+#include "views/words.h"
 
 namespace app {
 
@@ -258,7 +258,7 @@ void StatusBar::SetBlockedCode(std::optional<std::uint8_t> code) {
     Want(blocked_, false);
     return;
   }
-  blocked_->setText(tr("⚠ Receiving blocked by unknown code %1").arg(ByteWords(*code)));
+  blocked_->setText(tr("⚠ Receiving blocked by unknown code %1").arg(views::ByteWords(*code)));
   blocked_->setToolTip(
       tr("The switcher sent a message that this console does not know. Nothing that it sends is "
          "read until that byte is discarded, with the command in the menu File, or the line is "

@@ -8,9 +8,10 @@
 
 namespace app {
 
-ViewMenu::ViewMenu(QMenu& menu, OpenViews& views, QWidget& window,
-                   const std::function<void()>& showEventLog)
-    : menu_(menu), views_(views), crosshair_(new QAction(tr("&Crosshair"), &menu)) {
+ViewMenu::ViewMenu(const Services& services)
+    : menu_(services.menu),
+      views_(services.views),
+      crosshair_(new QAction(tr("&Crosshair"), &menu_)) {
   crosshair_->setObjectName(QStringLiteral("aidCrosshair"));
   crosshair_->setCheckable(true);
   crosshair_->setChecked(true);
@@ -34,14 +35,15 @@ ViewMenu::ViewMenu(QMenu& menu, OpenViews& views, QWidget& window,
   menu_.addSeparator();
 
   QAction* const eventLog =
-      AddAction("aidEventLog", tr("&Event Log"), QKeySequence(Qt::CTRL | Qt::Key_L), showEventLog);
+      AddAction("aidEventLog", tr("&Event Log"), QKeySequence(Qt::CTRL | Qt::Key_L),
+                [this] { Q_EMIT EventLogRequested(); });
   eventLog->setIcon(views::Icon(QStringLiteral("event-log")));
 
-  auto* const fullScreen = new QAction(tr("F&ull Screen"), &menu);
+  auto* const fullScreen = new QAction(tr("F&ull Screen"), &menu_);
   fullScreen->setObjectName(QStringLiteral("aidFullScreen"));
   fullScreen->setShortcut(QKeySequence(Qt::Key_F11));
   fullScreen->setCheckable(true);
-  connect(fullScreen, &QAction::toggled, &window, [&window](bool on) {
+  connect(fullScreen, &QAction::toggled, this, [&window = services.window](bool on) {
     window.setWindowState(window.windowState().setFlag(Qt::WindowFullScreen, on));
   });
   menu_.addAction(fullScreen);

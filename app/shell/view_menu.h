@@ -7,7 +7,7 @@
 #include <QObject>
 #include <functional>
 
-#include "app/open_views.h"
+#include "app/shell/open_views.h"
 
 namespace app {
 
@@ -17,9 +17,18 @@ class ViewMenu : public QObject {
   Q_OBJECT
 
  public:
+  struct Services {
+    QMenu& menu;
+    OpenViews& views;
+    QWidget& window;  // the main window
+  };
+
   // All must outlive the object.
-  ViewMenu(QMenu& menu, OpenViews& views, QWidget& window,
-           const std::function<void()>& showEventLog);
+  explicit ViewMenu(const Services& services);
+
+ Q_SIGNALS:
+  // The command that shows the event log.
+  void EventLogRequested();
 
  private:
   QAction* AddAction(const char* name, const QString& caption, const QKeySequence& shortcut,

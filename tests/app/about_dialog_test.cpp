@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QTest>
 
+#include "tests/views/gui_support.h"
+
 namespace app {
 namespace {
 
@@ -57,7 +59,7 @@ TEST_F(AboutDialogTest, IsFilledAnewEachTimeItComesToTheFront) {
   about.open();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&about));
   const auto text = [&about](const char* name) {
-    return about.findChild<QLabel*>(QLatin1String(name))->text().toStdString();
+    return test::Find<QLabel>(about, name).text().toStdString();
   };
   EXPECT_EQ(text("lblConnected"), "No");
 

@@ -13,6 +13,7 @@
 #include <QToolButton>
 
 #include "app/shell/main_window.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
@@ -29,9 +30,8 @@ class BlockedLineTest : public testing::Test {
                                        Qt::FindDirectChildrenOnly);
   }
   QString Hint() {
-    return window_.Hints().isHidden()
-               ? QString()
-               : window_.Hints().findChild<QLabel*>(QStringLiteral("aidHintText"))->text();
+    return window_.Hints().isHidden() ? QString()
+                                      : test::Find<QLabel>(window_.Hints(), "aidHintText").text();
   }
   QToolButton* Button() {
     return window_.Hints().findChild<QToolButton*>(QStringLiteral("aidDiscardByte"));
@@ -68,7 +68,7 @@ TEST_F(BlockedLineTest, TheHintNamesTheCodeAndOffersToDiscardIt) {
 }
 
 TEST_F(BlockedLineTest, TheMenuHasTheCommandWhileThereIsSomethingToDiscard) {
-  const auto* const file = window_.findChild<QAction*>(QStringLiteral("ID_File"))->menu();
+  const auto* const file = test::Find<QAction>(window_, "ID_File").menu();
   ASSERT_TRUE(file->actions().contains(Command()));
   EXPECT_FALSE(Command()->isVisible());
   window_.ShowBlockedCode(0xE0);
@@ -77,8 +77,7 @@ TEST_F(BlockedLineTest, TheMenuHasTheCommandWhileThereIsSomethingToDiscard) {
 
 TEST_F(BlockedLineTest, AHintThatWasClosedComesBackWithTheNextCode) {
   window_.ShowBlockedCode(0xCD);
-  QTest::mouseClick(window_.Hints().findChild<QToolButton*>(QStringLiteral("aidHintClose")),
-                    Qt::LeftButton);
+  QTest::mouseClick(&test::Find<QToolButton>(window_.Hints(), "aidHintClose"), Qt::LeftButton);
   EXPECT_EQ(Hint(), QString());
   EXPECT_TRUE(Command()->isVisible()) << "the command is still to be had in the menu";
   window_.ShowBlockedCode(std::nullopt);

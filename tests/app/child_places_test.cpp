@@ -7,9 +7,10 @@
 
 #include <QScrollBar>
 
-#include "app/open_views.h"
 #include "app/shell/focus_in_sight.h"
 #include "app/shell/mdi_arrangement.h"
+#include "app/shell/open_views.h"
+#include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
 
 namespace app {
@@ -49,14 +50,7 @@ class ChildPlacesTest : public testing::Test {
     EXPECT_EQ(Stored("Xmap"), "300 450 4500 3750");
   }
 
-  QMdiSubWindow* Frame(const char* name) {
-    for (QMdiSubWindow* const window : console_.area->subWindowList()) {
-      if (!window->isHidden() && window->widget()->objectName() == QLatin1String(name)) {
-        return window;
-      }
-    }
-    return nullptr;
-  }
+  QMdiSubWindow* Frame(const char* name) { return test::SubWindow(*console_.area, name); }
 
   // Whether all of the window is seen.
   bool IsSeen(const QMdiSubWindow& window) {

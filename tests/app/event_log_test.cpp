@@ -18,6 +18,7 @@
 #include <QTest>
 
 #include "app/log/event_log_window.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
@@ -38,12 +39,12 @@ class EventLogTest : public testing::Test {
     const QAbstractItemModel& model = *List().model();
     return model.index(row, column).data().toString();
   }
-  QTableView& List() { return *window_->findChild<QTableView*>(QStringLiteral("aidLogLines")); }
+  QTableView& List() { return test::Find<QTableView>(*window_, "aidLogLines"); }
   void Filter(const char* text) {
-    window_->findChild<QLineEdit*>(QStringLiteral("aidLogFilter"))->setText(QLatin1String(text));
+    test::Find<QLineEdit>(*window_, "aidLogFilter").setText(QLatin1String(text));
   }
   void Click(const char* name) {
-    QTest::mouseClick(window_->findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
+    QTest::mouseClick(&test::Find<QPushButton>(*window_, name), Qt::LeftButton);
   }
   void Open() {
     window_ = new EventLogWindow(log_);
@@ -109,9 +110,8 @@ TEST_F(EventLogTest, SavesWhatIsShown) {
 TEST_F(EventLogTest, SaysWhyItCouldNotBeSaved) {
   Open();
   EXPECT_FALSE(window_->SaveTo(QStringLiteral("/nowhere/events.txt")));
-  EXPECT_TRUE(window_->findChild<QLabel*>(QStringLiteral("aidLogSaid"))
-                  ->text()
-                  .startsWith(QStringLiteral("Not saved: ")));
+  EXPECT_TRUE(
+      test::Find<QLabel>(*window_, "aidLogSaid").text().startsWith(QStringLiteral("Not saved: ")));
 }
 
 TEST_F(EventLogTest, IsSavedOverNothingButAFile) {
@@ -120,7 +120,7 @@ TEST_F(EventLogTest, IsSavedOverNothingButAFile) {
   const QString pipe = folder.filePath(QStringLiteral("events.txt"));
   ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0666), 0);
   EXPECT_FALSE(window_->SaveTo(pipe));
-  EXPECT_EQ(window_->findChild<QLabel*>(QStringLiteral("aidLogSaid"))->text(),
+  EXPECT_EQ(test::Find<QLabel>(*window_, "aidLogSaid").text(),
             QStringLiteral("Not saved: Cannot replace events.txt: It is no ordinary file"));
   EXPECT_FALSE(QFileInfo(pipe).isFile());
 }

@@ -5,57 +5,11 @@
 #include <gtest/gtest.h>
 
 #include "app/log/repeated_lines.h"
-#include "app/shell/command_table.h"
 
 namespace app {
 namespace {
 
 using switcher::DecodeStatus;
-using switcher::Table;
-
-TEST(EventWords, EveryCommandIsNamedAsTheOperatorKnowsIt) {
-  EXPECT_EQ(CommandWords(QStringLiteral("ID_SendData")), QStringLiteral("Send Data To Switcher"));
-  EXPECT_EQ(CommandWords(QStringLiteral("ID_QDVStatus")), QStringLiteral("QDV Status"));
-  EXPECT_EQ(CommandWords(QStringLiteral("ID_Exit")), QStringLiteral("Exit"));
-  for (const Command& command : AllCommands()) {
-    const QString words = CommandWords(QLatin1String(command.id));
-    EXPECT_FALSE(words.contains(QLatin1String("ID_")) || words.contains(u'&')) << command.id;
-  }
-}
-
-TEST(EventWords, TablesThatWereSentAreCounted) {
-  EXPECT_EQ(SentTableWords({Table::Inhibits}, 64), QStringLiteral("inhibits, 64 outputs"));
-  EXPECT_EQ(SentTableWords({Table::Relays}, 16), QStringLiteral("relays, 16 outputs"));
-  EXPECT_EQ(SentTableWords({Table::Buttons}, 63), QStringLiteral("buttons, 63 stations"));
-  EXPECT_EQ(SentTableWords({Table::Buttons, 12}, 1), QStringLiteral("buttons 12"));
-  EXPECT_EQ(SentTableWords({Table::OutputLabels}, 2), QStringLiteral("station labels"));
-  EXPECT_EQ(SentTableWords({Table::Optos}, 1), QStringLiteral("optos"));
-}
-
-TEST(EventWords, ADownloadSaysWhatGotThroughAndWhatDidNot) {
-  switcher::DownloadResult result{.sent = 69, .failed = {}, .notSent = {}};
-  EXPECT_EQ(DownloadWords(result), QStringLiteral("Download finished: 69 tables sent"));
-  result = {.sent = 68, .failed = {{Table::Relays}}, .notSent = {}};
-  EXPECT_EQ(DownloadWords(result),
-            QStringLiteral("Download finished: 68 tables sent, 1 not sent: relays"));
-  result = {.sent = 1, .failed = {{Table::Buttons, 2}, {Table::Buttons, 3}}, .notSent = {}};
-  EXPECT_EQ(DownloadWords(result),
-            QStringLiteral("Download finished: 1 table sent, 2 not sent, the first: buttons 2"));
-  result = {.sent = 1, .failed = {}, .notSent = "Relays"};
-  EXPECT_EQ(DownloadWords(result), QStringLiteral("Download cancelled, stages not sent: Relays"));
-}
-
-TEST(EventWords, ARetrievalSaysWhatCame) {
-  switcher::RetrievalResult result{.completed = true, .asked = true, .messages = 197};
-  EXPECT_EQ(RetrievalWords(result),
-            QStringLiteral("Retrieval finished: 197 messages, none refused"));
-  result.completed = false;
-  result.refused = 2;
-  result.firstRefused = "Alpha Labels";
-  EXPECT_EQ(
-      RetrievalWords(result),
-      QStringLiteral("Retrieval cancelled: 197 messages, 2 refused, the first: Alpha Labels"));
-}
 
 TEST(EventWords, RefusalsHaveTheirReason) {
   EXPECT_EQ(RefusalWords("Output 12 Crosspoint Map", DecodeStatus::ChecksumFailed),

@@ -27,7 +27,10 @@ int main(int argc, char** argv) {
   console.SetField(1, "B7 Type", 254);
   console.SetField(1, "Notes", "a \"long\" note, " + std::string(100, 'x'));
   QMenu menu;
-  app::ExportMenu exports(menu, *console.window, console.Services(), [] { return true; });
+  app::ExportMenu exports(
+      {.menu = menu, .window = *console.window, .data = console.Services(), .storeEdits = [] {
+         return true;
+       }});
   struct File {
     app::Export what;
     const char* name;

@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <filesystem>
 
+#include "tests/views/gui_support.h"
 #include "tests/views/mnemonics.h"
 #include "tests/views/view_console.h"
 
@@ -33,10 +34,13 @@ class ExportMenuTest : public testing::Test {
   QMenu menu_;
   bool isStored_ = true;
   int stored_ = 0;
-  ExportMenu export_{menu_, *console_.window, console_.Services(), [this] {
-                       ++stored_;
-                       return isStored_;
-                     }};
+  ExportMenu export_{{.menu = menu_,
+                      .window = *console_.window,
+                      .data = console_.Services(),
+                      .storeEdits = [this] {
+                        ++stored_;
+                        return isStored_;
+                      }}};
   QTemporaryDir folder_;
 };
 
@@ -47,8 +51,7 @@ TEST_F(ExportMenuTest, EveryItemHasAMnemonicOfItsOwn) {
 
 TEST_F(ExportMenuTest, TheDialogBearsTheCaptionOfItsItem) {
   menu_.actions().first()->trigger();
-  auto* const dialog = console_.window->findChild<QDialog*>(QStringLiteral("aidExportDialog"));
-  ASSERT_NE(dialog, nullptr);
+  auto* const dialog = &test::Find<QDialog>(*console_.window, "aidExportDialog");
   EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Crosspoint Map As CSV"));
   dialog->close();
 }
@@ -80,7 +83,10 @@ TEST_F(ExportMenuTest, TheMapIsThatOfTheSwitcher) {
 
 TEST_F(ExportMenuTest, ChannelsWithoutARecordHaveTheirNumbers) {
   test::ViewConsole large(200);
-  ExportMenu exports(menu_, *large.window, large.Services(), [] { return true; });
+  ExportMenu exports(
+      {.menu = menu_, .window = *large.window, .data = large.Services(), .storeEdits = [] {
+         return true;
+       }});
   ASSERT_TRUE(large.stations->Seek(131).ok());
   while (large.stations->HasRecord()) {
     ASSERT_TRUE(large.stations->Delete().ok());

@@ -12,6 +12,8 @@
 #include <QTextBrowser>
 #include <QToolButton>
 
+#include "tests/views/gui_support.h"
+
 namespace app {
 namespace {
 
@@ -31,8 +33,7 @@ class HelpWindowTest : public testing::Test {
   }
 
   void Click(const char* name) {
-    auto* const tool = window_.findChild<QToolButton*>(QLatin1String(name));
-    ASSERT_NE(tool, nullptr) << name;
+    auto* const tool = &test::Find<QToolButton>(window_, name);
     ASSERT_TRUE(tool->isEnabled()) << name;
     QTest::mouseClick(tool, Qt::LeftButton);
   }
@@ -44,17 +45,17 @@ class HelpWindowTest : public testing::Test {
   }
 
   QString Selected() const { return pages_.textCursor().selectedText(); }
-  QString Said() { return window_.findChild<QLabel*>(QStringLiteral("aidHelpSaid"))->text(); }
+  QString Said() { return test::Find<QLabel>(window_, "aidHelpSaid").text(); }
 
   HelpWindow window_;
-  QTextBrowser& pages_ = *window_.findChild<QTextBrowser*>(QStringLiteral("aidHelpPages"));
-  QLineEdit& text_ = *window_.findChild<QLineEdit*>(QStringLiteral("aidHelpFind"));
+  QTextBrowser& pages_ = test::Find<QTextBrowser>(window_, "aidHelpPages");
+  QLineEdit& text_ = test::Find<QLineEdit>(window_, "aidHelpFind");
 };
 
 TEST_F(HelpWindowTest, OpensWithTheContents) {
   EXPECT_EQ(Page(), QStringLiteral("index.html"));
-  EXPECT_FALSE(window_.findChild<QToolButton*>(QStringLiteral("aidHelpBack"))->isEnabled());
-  EXPECT_FALSE(window_.findChild<QToolButton*>(QStringLiteral("aidHelpForward"))->isEnabled());
+  EXPECT_FALSE(test::Find<QToolButton>(window_, "aidHelpBack").isEnabled());
+  EXPECT_FALSE(test::Find<QToolButton>(window_, "aidHelpForward").isEnabled());
 }
 
 TEST_F(HelpWindowTest, GoesBackAndForthAndToTheContents) {

@@ -9,7 +9,8 @@
 #include <QTest>
 #include <QToolButton>
 
-#include "app/port_access.h"
+#include "app/shell/port_access.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
@@ -21,11 +22,10 @@ class HintStripTest : public testing::Test {
   // What the operator reads; empty while there is no strip.
   QString Text() {
     if (strip_->isHidden()) return {};
-    return strip_->findChild<QLabel*>(QStringLiteral("aidHintText"))->text();
+    return test::Find<QLabel>(*strip_, "aidHintText").text();
   }
   void Close() {
-    QTest::mouseClick(strip_->findChild<QToolButton*>(QStringLiteral("aidHintClose")),
-                      Qt::LeftButton);
+    QTest::mouseClick(&test::Find<QToolButton>(*strip_, "aidHintClose"), Qt::LeftButton);
   }
 
   QWidget window_;
@@ -76,8 +76,7 @@ TEST_F(HintStripTest, AHintMayOfferACommand) {
   strip_->Give(Hint::Demo, QStringLiteral("demo"));
   EXPECT_EQ(strip_->findChild<QToolButton*>(QStringLiteral("aidDoIt")), nullptr);
   strip_->Give(Hint::Blocked, QStringLiteral("blocked"), &command);
-  auto* const button = strip_->findChild<QToolButton*>(QStringLiteral("aidDoIt"));
-  ASSERT_NE(button, nullptr);
+  auto* const button = &test::Find<QToolButton>(*strip_, "aidDoIt");
   EXPECT_TRUE(button->isVisible());
   EXPECT_EQ(button->text(), QStringLiteral("Do It"));
   QTest::mouseClick(button, Qt::LeftButton);

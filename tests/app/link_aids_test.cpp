@@ -7,17 +7,21 @@
 #include <QLabel>
 
 #include "app/shell/link_lamp.h"
+#include "tests/support/fake_serial_port.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
 
 class LinkAidsTest : public testing::Test {
  protected:
-  LinkAidsTest() { model_.ComPort = 2; }
+  LinkAidsTest() {
+    model_.ComPort = 2;
+    (void)port_.Open(2);
+  }
 
   QString Hint() {
-    return hints_.isHidden() ? QString()
-                             : hints_.findChild<QLabel*>(QStringLiteral("aidHintText"))->text();
+    return hints_.isHidden() ? QString() : test::Find<QLabel>(hints_, "aidHintText").text();
   }
   QString MapState() {
     const auto* const label = status_.findChild<QLabel*>(QStringLiteral("aidMapState"));
@@ -28,13 +32,14 @@ class LinkAidsTest : public testing::Test {
   }
 
   model::SystemModel model_;
-  bool isOpen_ = true;
+  test::FakeSerialPort port_;
   StatusBar status_;
   HintStrip hints_;
-  LinkAids aids_{model_,
-                 {.isOpen = [this] { return isOpen_; }, .device = [] { return QFileInfo(); }},
-                 status_,
-                 hints_};
+  LinkAids aids_{{.model = model_,
+                  .port = port_,
+                  .device = [] { return QFileInfo(); },
+                  .status = status_,
+                  .hints = hints_}};
 };
 
 TEST_F(LinkAidsTest, SaysAfterFiveSecondsThatNoSwitcherAnswers) {
@@ -49,15 +54,14 @@ TEST_F(LinkAidsTest, SaysAfterFiveSecondsThatNoSwitcherAnswers) {
 }
 
 TEST_F(LinkAidsTest, SaysThatThePortIsClosedWhileItIs) {
-  const auto* const panel = status_.findChild<QLabel*>(QStringLiteral("aidClosedPort"));
-  ASSERT_NE(panel, nullptr);
+  const auto* const panel = &test::Find<QLabel>(status_, "aidClosedPort");
   Ticks(1);
   EXPECT_TRUE(panel->isHidden());
-  isOpen_ = false;
+  port_.Close();
   Ticks(1);
   EXPECT_FALSE(panel->isHidden());
   EXPECT_EQ(panel->text(), QStringLiteral("COM 2 is not open"));
-  isOpen_ = true;
+  (void)port_.Open(2);
   Ticks(1);
   EXPECT_TRUE(panel->isHidden());
 }

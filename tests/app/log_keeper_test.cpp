@@ -14,13 +14,8 @@
 #include <QTest>
 #include <map>
 
-#include "switcher/decoder.h"
-#include "switcher/live_commands.h"
-#include "switcher/table_senders.h"
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_tables.h"
-#include "tests/support/small_database.h"
+#include "tests/app/views_fixture.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
@@ -30,7 +25,7 @@ using testing::ElementsAre;
 using testing::IsSupersetOf;
 using testing::Not;
 
-class LogKeeperTest : public testing::Test {
+class LogKeeperTest : public TransfersFixture {
  protected:
   LogKeeperTest() {
     model_.ApplyFixedValues();
@@ -52,66 +47,27 @@ class LogKeeperTest : public testing::Test {
     return *shown;
   }
   static void Click(QWidget& window, const char* name) {
-    QTest::mouseClick(window.findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
+    QTest::mouseClick(&test::Find<QPushButton>(window, name), Qt::LeftButton);
   }
 
   // The lines of a kind, without their times.
   std::vector<std::string> Lines(EventLog::Kind kind) {
     std::vector<std::string> lines;
-    const EventLog& log = keeper_.Log();
-    for (int row = 0; row < log.rowCount(); ++row) {
-      if (log.index(row, EventLog::kKind).data().toString() != EventLog::KindName(kind)) continue;
-      lines.push_back(log.index(row, EventLog::kText).data().toString().toStdString());
+    for (int row = 0; row < log_.rowCount(); ++row) {
+      if (log_.index(row, EventLog::kKind).data().toString() != EventLog::KindName(kind)) continue;
+      lines.push_back(log_.index(row, EventLog::kText).data().toString().toStdString());
     }
     return lines;
   }
   std::vector<std::string> Tables() { return Lines(EventLog::Kind::Table); }
 
-  CommandTable commands_;
-  model::SystemModel model_;
-  test::SmallDatabase database_;
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  test::RecordingTables tables_;
-  config::WindowSettings settings_{QString()};
-  switcher::LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}};
-  switcher::TableSenders senders_{
-      {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
   MessageBoxes boxes_;
-  MainWindow window_{commands_};
-  stations::Changes changes_;
-  OpenViews views_{window_.Area(),
-                   {.model = model_,
-                    .stations = [this] { return database_.Files().Stations(); },
-                    .changes = changes_,
-                    .commands = live_,
-                    .tables = tables_,
-                    .poll = tables_,
-                    .settings = settings_,
-                    .reporter = reporter_}};
-  switcher::Decoder decoder_{{.model = model_,
-                              .database = [this] { return database_.Files().Database(); },
-                              .reporter = reporter_,
-                              .changes = changes_,
-                              .observers = {views_}}};
-  switcher::Link link_{model_, port_, decoder_, window_};
-  Transfers transfers_{window_,
-                       views_,
-                       {.model = model_, .tables = senders_, .poll = tables_},
-                       {.parts = {.model = model_,
-                                  .decoder = decoder_,
-                                  .port = port_,
-                                  .link = link_,
-                                  .poll = tables_,
-                                  .reporter = reporter_},
-                        .closeViews = {}}};
-  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
-  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }, changes_};
-  PanelReports panels_{window_.Status(), labels_, inhibits_};
-  LogKeeper keeper_{{.model = model_,
+  PanelReports panels_{labels_, inhibits_};
+  LogKeeper keeper_{{.log = log_,
                      .labels = labels_,
                      .window = window_,
                      .views = views_,
+                     .unsent = unsent_,
                      .panels = panels_,
                      .transfers = transfers_,
                      .boxes = boxes_,
@@ -185,10 +141,11 @@ TEST_F(LogKeeperTest, TheLinkThePanelsAndNotesHaveTheirLines) {
       Lines(EventLog::Kind::Panel),
       ElementsAre("Panel 2, 192.0.2.7: connected", "Panel 2, 192.0.2.7: take Out 3 < In 4 (Sum)",
                   "Panel 2, 192.0.2.7: gone"));
-  views_.TableEdited(switcher::Table::Inhibits, 3);
-  views_.TableSent(switcher::Table::Inhibits, model::kAll, 64);
-  views_.TableSent(switcher::Table::Buttons, 12, 1);
-  views_.TableFailed(switcher::Table::Relays, model::kAll);
+  using enum switcher::Table;
+  unsent_.NoteEdited({Inhibits, 3});
+  unsent_.NoteSent({Inhibits}, 64, views::UnsentTables::Sender::Tool);
+  unsent_.NoteSent({Buttons, 12}, 1, views::UnsentTables::Sender::Download);
+  unsent_.NoteFailed({Relays});
   EXPECT_THAT(Tables(), ElementsAre("Edited: inhibits 3", "Sent: inhibits, 64 outputs",
                                     "Sent: buttons 12", "Not sent: relays"));
   keeper_.Note(QStringLiteral("Written: /tmp/labels.csv"));
@@ -247,10 +204,10 @@ TEST_F(LogWordsTest, CommandsAreNamedByTheirCaptionsAndTakesByTheirLabels) {
 
   views_.ShowXmap();
   const auto use = [this](int output, int input, const char* tool) {
-    views_.Xmap()->findChild<QTableView*>(QStringLiteral("msfgXmap"))->setFocus();
-    QMetaObject::invokeMethod(views_.Xmap()->findChild<QWidget*>(QStringLiteral("msfgXmap")),
-                              "selectCell", Q_ARG(int, output + 1), Q_ARG(int, input + 1));
-    views_.Xmap()->findChild<QAction*>(QLatin1String(tool))->trigger();
+    test::Find<QTableView>(*views_.Xmap(), "msfgXmap").setFocus();
+    QMetaObject::invokeMethod(&test::Find<QWidget>(*views_.Xmap(), "msfgXmap"), "selectCell",
+                              Q_ARG(int, output + 1), Q_ARG(int, input + 1));
+    test::Find<QAction>(*views_.Xmap(), tool).trigger();
   };
   use(1, 2, "ID_Take");
   use(2, 1, "ID_Sum");
@@ -299,7 +256,7 @@ TEST_F(LogWordsTest, ARowIsComparedWithTheOneAcceptedLast) {
 TEST_F(LogWordsTest, LabelsThatChangeChangeTheWords) {
   port_.Deliver("F3 00 00 00 00 01 00 01 FF");
   database_.Set(1, "Label", "HOST");
-  views_.TableEdited(switcher::Table::OutputLabels, 1);
+  unsent_.NoteEdited({switcher::Table::OutputLabels, 1});
   port_.Deliver("F3 00 00 00 00 00 00 00 FF");
   model_.LabelCount = 1;
   port_.Deliver("F9 0A 61 20 20 20 20 20 20 20 4B FF");  // the first input is "a"

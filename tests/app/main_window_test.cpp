@@ -19,6 +19,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/views/gui_support.h"
 #include "tests/views/mnemonics.h"
 
 namespace app {
@@ -135,16 +136,14 @@ TEST_F(MainWindowTest, EveryToolIsInAMenuToo) {
       operations.append(action->text().remove(u'&'));
     }
   }
-  for (const QAction* const tool :
-       window_.findChild<QToolBar*>(QStringLiteral("SSActiveToolBars1"))->actions()) {
+  for (const QAction* const tool : test::Find<QToolBar>(window_, "SSActiveToolBars1").actions()) {
     if (tool->isSeparator()) continue;
     EXPECT_TRUE(operations.contains(tool->text().remove(u'&'))) << tool->text().toStdString();
   }
 }
 
 TEST_F(MainWindowTest, ToolBarHoldsTheTwinsAndTheTransfersLast) {
-  auto* const tools = window_.findChild<QToolBar*>(QStringLiteral("SSActiveToolBars1"));
-  ASSERT_NE(tools, nullptr);
+  auto* const tools = &test::Find<QToolBar>(window_, "SSActiveToolBars1");
   EXPECT_THAT(Names(*tools), ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",
                                          "-", "ID_SourceLevelControl", "ID_QDVStatus", "-",
                                          "ID_SendData", "ID_RetreiveData", "-", "ID_Contents"));
@@ -169,12 +168,10 @@ TEST_F(MainWindowTest, CommandsWithoutAnOperationAreGreyAndHeadingsAreNot) {
 }
 
 TEST_F(MainWindowTest, TimersHaveTheirNamesAndIntervals) {
-  const auto* const poll = window_.findChild<QTimer*>(QStringLiteral("tmrPoll"));
-  ASSERT_NE(poll, nullptr);
+  const auto* const poll = &test::Find<QTimer>(window_, "tmrPoll");
   EXPECT_EQ(poll->interval(), 1000);
   EXPECT_FALSE(poll->isSingleShot());
-  const auto* const decode = window_.findChild<QTimer*>(QStringLiteral("tmrDecodeTCP"));
-  ASSERT_NE(decode, nullptr);
+  const auto* const decode = &test::Find<QTimer>(window_, "tmrDecodeTCP");
   EXPECT_EQ(decode->interval(), 5);
   EXPECT_FALSE(decode->isSingleShot());
 }
@@ -240,8 +237,7 @@ TEST_F(MainWindowTest, OpenWindowsAreListedNumberedAndTheActiveOneChecked) {
 class StatusBarTest : public MainWindowTest {
  protected:
   QLabel* Panel(const char* name) {
-    return window_.findChild<QStatusBar*>(QStringLiteral("sbStatusBar"))
-        ->findChild<QLabel*>(QLatin1String(name));
+    return test::Find<QStatusBar>(window_, "sbStatusBar").findChild<QLabel*>(QLatin1String(name));
   }
 };
 

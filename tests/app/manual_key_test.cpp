@@ -9,17 +9,14 @@
 #include <QDialog>
 #include <QTest>
 
-#include "app/open_views.h"
 #include "app/shell/help_window.h"
-#include "app/shell/main_window.h"
 #include "app/shell/message_boxes.h"
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_tables.h"
+#include "tests/app/views_fixture.h"
 
 namespace app {
 namespace {
 
-class ManualKeyTest : public testing::Test {
+class ManualKeyTest : public ViewsFixture {
  protected:
   ManualKeyTest() {
     commands_.Set(QStringLiteral("ID_Contents"),
@@ -39,24 +36,10 @@ class ManualKeyTest : public testing::Test {
     QTest::keyClick(QApplication::activeWindow(), Qt::Key_F1);
   }
 
-  model::SystemModel model_;  // without channels no station is asked for
-  test::FakeSerialPort port_;
   CommandTable commands_;
   MessageBoxes boxes_;
   MainWindow window_{commands_};
-  switcher::LiveCommands liveCommands_{{.model = model_, .port = port_, .reporter = boxes_}};
-  test::RecordingTables tables_;
-  config::WindowSettings settings_{QString()};
-  stations::Changes changes_;
-  OpenViews views_{window_.Area(),
-                   {.model = model_,
-                    .stations = [] { return nullptr; },
-                    .changes = changes_,
-                    .commands = liveCommands_,
-                    .tables = tables_,
-                    .poll = tables_,
-                    .settings = settings_,
-                    .reporter = boxes_}};
+  OpenViews views_{window_.Area(), Services()};
   QStringList places_;  // of the manual, in the order in which they were asked for
 };
 

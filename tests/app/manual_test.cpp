@@ -23,6 +23,7 @@
 #include "app/shell/help_window.h"
 #include "tests/app/manual_text.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/views/gui_support.h"
 #include "views/main_view.h"
 
 namespace {
@@ -230,7 +231,7 @@ TEST_F(CommandsOfTheManualTest, IsToBeHadInTheDialogs) {
                            Case{"ID_RetreiveData", "transfer.html", "retrieve"},
                            Case{"ID_About", "commands.html", "help"}}) {
     if (each.command != nullptr) {
-      main_->findChild<QAction*>(QLatin1String(each.command))->trigger();
+      test::Find<QAction>(*main_, each.command).trigger();
     }
     ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
     QWidget* const dialog = QApplication::activeModalWidget();

@@ -12,6 +12,8 @@
 #include <QTest>
 #include <QWidget>
 
+#include "tests/views/gui_support.h"
+
 namespace app {
 namespace {
 
@@ -59,11 +61,10 @@ TEST_F(MessageBoxesTest, ShowsTitleTextAndIconAsReported) {
 TEST_F(MessageBoxesTest, CarriageReturnAndLineFeedBothBreakTheLine) {
   boxes_.ShowOver(&window_);
   boxes_.Show(Icon::Critical, "t", "x");
-  const int oneLine = Showing()[0]->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->height();
+  const int oneLine = test::Find<QLabel>(*Showing()[0], "qt_msgbox_label").height();
   Press(Qt::Key_Return);
   boxes_.Show(Icon::Critical, "t", "x\r\rx\nx");
-  const int fourLines =
-      Showing()[0]->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->sizeHint().height();
+  const int fourLines = test::Find<QLabel>(*Showing()[0], "qt_msgbox_label").sizeHint().height();
   EXPECT_GE(fourLines, 3 * oneLine);
 }
 
@@ -142,8 +143,7 @@ TEST_F(MessageBoxesTest, AnOfferIsAButtonThatClosesTheBoxAndActs) {
   EXPECT_TRUE(boxes_.IsEmpty());
   EXPECT_EQ(acted, 0);
   box = show();
-  auto* const offer = box->findChild<QPushButton*>(QStringLiteral("aidOffer"));
-  ASSERT_NE(offer, nullptr);
+  auto* const offer = &test::Find<QPushButton>(*box, "aidOffer");
   EXPECT_EQ(offer->text(), QStringLiteral("Do It"));
   offer->click();
   QCoreApplication::sendPostedEvents();

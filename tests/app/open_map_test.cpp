@@ -2,28 +2,21 @@
 //
 // Tables from the switcher, as they reach the open map.
 
-#include "app/open_views.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QTableView>
 #include <string>
 
-#include "switcher/decoder.h"
-#include "switcher/live_commands.h"
-#include "tests/support/fake_serial_port.h"
+#include "tests/app/views_fixture.h"
 #include "tests/support/hex.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_tables.h"
-#include "tests/support/small_database.h"
 
 namespace app {
 namespace {
 
 using testing::IsEmpty;
 
-class OpenMapTest : public testing::Test {
+class OpenMapTest : public ViewsFixture {
  protected:
   OpenMapTest() {
     model_.ApplyFixedValues();
@@ -53,24 +46,8 @@ class OpenMapTest : public testing::Test {
 
   void Decode(std::string_view hex) { decoder_.Decode(test::FromHex(hex)); }
 
-  model::SystemModel model_;
-  test::SmallDatabase database_;
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  test::RecordingTables tables_;
-  config::WindowSettings settings_{QString()};
-  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   QMdiArea area_;
-  stations::Changes changes_;
-  OpenViews views_{area_,
-                   {.model = model_,
-                    .stations = [this] { return database_.Files().Stations(); },
-                    .changes = changes_,
-                    .commands = commands_,
-                    .tables = tables_,
-                    .poll = tables_,
-                    .settings = settings_,
-                    .reporter = reporter_}};
+  OpenViews views_{area_, Services()};
   switcher::Decoder decoder_{{.model = model_,
                               .database = [this] { return database_.Files().Database(); },
                               .reporter = reporter_,

@@ -18,8 +18,9 @@
 #include <string>
 #include <vector>
 
-#include "app/open_views.h"
+#include "app/shell/open_views.h"
 #include "db/keep_position.h"
+#include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
 
 namespace app {
@@ -45,9 +46,7 @@ class OpenProgrammingTest : public testing::Test {
 
   template <typename T>
   T& Find(const char* name) {
-    auto* const found = views_.Buttons()->findChild<T*>(QLatin1String(name));
-    if (found == nullptr) throw std::runtime_error(name);
-    return *found;
+    return test::Find<T>(*views_.Buttons(), name);
   }
 
   // Every field of every record that the view can store.
@@ -84,7 +83,7 @@ TEST_F(OpenProgrammingTest, TablesFromTheSwitcherAreShownAndStoreNothing) {
   console_.SetField(5, "OptoChannel", 9);
   console_.SetField(3, "Label", "Truck");
   const std::vector<std::string> before = Stored();
-  const QSignalSpy edited(&views_, &OpenViews::UnsentChanged);
+  const QSignalSpy edited(&console_.unsent, &views::UnsentTables::Changed);
 
   views_.RelaysChanged(5);
   EXPECT_TRUE(Find<QCheckBox>("ckRelaySel_2").isChecked());
@@ -119,7 +118,7 @@ TEST_F(OpenProgrammingTest, LabelsEditedInTheGridAreFollowedEverywhere) {
   views_.ShowAlphas();
   views_.ShowXmap();
   const std::vector<std::string> before = Stored();
-  auto& labels = *views_.Alphas()->findChild<QTableView*>(QStringLiteral("jgAlphas"))->model();
+  auto& labels = *test::Find<QTableView>(*views_.Alphas(), "jgAlphas").model();
   ASSERT_TRUE(labels.setData(labels.index(6, 1), QStringLiteral("Studio 7")));
   ASSERT_TRUE(labels.setData(labels.index(6, 2), QStringLiteral("Mic 7")));
   EXPECT_EQ(Find<QComboBox>("cmbOptoChan").currentText(), QStringLiteral("Sta. 007"))
@@ -145,7 +144,7 @@ TEST_F(OpenProgrammingTest, LabelsEditedInTheGridAreFollowedEverywhere) {
 TEST_F(OpenProgrammingTest, WithoutOtherViewsAnEditedLabelIsOnlyStored) {
   views_.CloseAll();
   views_.ShowAlphas();
-  auto& labels = *views_.Alphas()->findChild<QTableView*>(QStringLiteral("jgAlphas"))->model();
+  auto& labels = *test::Find<QTableView>(*views_.Alphas(), "jgAlphas").model();
   ASSERT_TRUE(labels.setData(labels.index(6, 1), QStringLiteral("Studio 7")));
   views_.CloseAll();
   EXPECT_EQ(console_.Text(7, "Label"), "Studio 7") << "closing stores it";

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/open_views.h"
+#include "app/shell/open_views.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,14 +14,13 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_tables.h"
+#include "tests/app/views_fixture.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
 
-class OpenViewsTest : public testing::Test {
+class OpenViewsTest : public ViewsFixture {
  protected:
   OpenViewsTest() {
     QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
@@ -31,24 +30,10 @@ class OpenViewsTest : public testing::Test {
     area_.show();
   }
 
-  // The sub-window that holds the form of that name.
-  QMdiSubWindow* Frame(const char* name) {
-    for (QMdiSubWindow* const window : area_.subWindowList()) {
-      if (!window->isHidden() && window->widget()->objectName() == QLatin1String(name)) {
-        return window;
-      }
-    }
-    return nullptr;
-  }
+  QMdiSubWindow* Frame(const char* name) { return test::SubWindow(area_, name); }
 
   // The dialogs of that name that show.
-  QList<QDialog*> Dialogs(const char* name) {
-    QList<QDialog*> shown;
-    for (auto* const dialog : area_.window()->findChildren<QDialog*>(QLatin1String(name))) {
-      if (dialog->isVisible()) shown.append(dialog);
-    }
-    return shown;
-  }
+  QList<QDialog*> Dialogs(const char* name) { return test::ShownDialogs(*area_.window(), name); }
 
   static void Settle() {
     QCoreApplication::sendPostedEvents();
@@ -66,23 +51,8 @@ class OpenViewsTest : public testing::Test {
       {"frmXmap", &OpenViews::ShowXmap, QRect(33, 33, 667, 600)},
   };
 
-  model::SystemModel model_;  // without channels no station is asked for
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
-  test::RecordingTables tables_;
-  config::WindowSettings settings_{QString()};
   QMdiArea area_;
-  stations::Changes changes_;
-  OpenViews views_{area_,
-                   {.model = model_,
-                    .stations = [] { return nullptr; },
-                    .changes = changes_,
-                    .commands = commands_,
-                    .tables = tables_,
-                    .poll = tables_,
-                    .settings = settings_,
-                    .reporter = reporter_}};
+  OpenViews views_{area_, Services()};
 };
 
 TEST_F(OpenViewsTest, EachOpensOnceInTheStoredPlace) {
@@ -204,10 +174,7 @@ TEST_F(OpenViewsTest, TheTallyIsMarkedOpenExactlyWhileItShows) {
 
 TEST_F(OpenViewsTest, TheTallySaysWhenItWasReportedAlsoWhenItWasClosedThen) {
   const auto reported = [this] {
-    return Dialogs("frmQdvTally")[0]
-        ->findChild<QLabel*>(QStringLiteral("aidLastReport"))
-        ->text()
-        .toStdString();
+    return test::Find<QLabel>(*Dialogs("frmQdvTally")[0], "aidLastReport").text().toStdString();
   };
   views_.ShowTally();
   EXPECT_EQ(reported(), "No report since start");
@@ -222,10 +189,7 @@ TEST_F(OpenViewsTest, TheTallySaysWhenItWasReportedAlsoWhenItWasClosedThen) {
 
 TEST_F(OpenViewsTest, LevelsSayWhenTheGainsWereReported) {
   const auto reported = [this] {
-    return Dialogs("frmInptLevel")[0]
-        ->findChild<QLabel*>(QStringLiteral("aidLastReport"))
-        ->text()
-        .toStdString();
+    return test::Find<QLabel>(*Dialogs("frmInptLevel")[0], "aidLastReport").text().toStdString();
   };
   views_.ShowLevels();
   EXPECT_EQ(reported(), "No report since start");
@@ -254,31 +218,6 @@ TEST_F(OpenViewsTest, AReportOfGainsReachesTheLevelsThatAreOpen) {
   Dialogs("frmInptLevel")[0]->close();
   views_.GainsChanged();
   EXPECT_TRUE(Dialogs("frmInptLevel").isEmpty());
-}
-
-TEST_F(OpenViewsTest, WhatAToolSendsIsAnnouncedWithItsCount) {
-  views_.ShowXmap();
-  std::vector<std::string> seen;
-  QObject::connect(&views_, &OpenViews::SentByTool,
-                   [&](const switcher::TablePart& table, int messages) {
-                     EXPECT_EQ(table, switcher::TablePart{switcher::Table::Inhibits});
-                     seen.push_back("tool " + std::to_string(messages));
-                   });
-  QObject::connect(&views_, &OpenViews::Sent, [&](const switcher::TablePart& table, int messages) {
-    EXPECT_EQ(table, switcher::TablePart{switcher::Table::Inhibits});
-    seen.push_back("sent " + std::to_string(messages));
-  });
-  tables_.messages = 64;
-  views_.Xmap()->findChild<QAction*>(QStringLiteral("ID_SendInhibits"))->trigger();
-  EXPECT_THAT(seen, testing::UnorderedElementsAre("tool 64", "sent 64"));
-  // A download tells of itself.
-  seen.clear();
-  views_.TableSent(switcher::Table::Inhibits, model::kAll, 64);
-  EXPECT_THAT(seen, testing::ElementsAre("sent 64"));
-  seen.clear();
-  tables_.goOut = false;
-  views_.Xmap()->findChild<QAction*>(QStringLiteral("ID_SendInhibits"))->trigger();
-  EXPECT_TRUE(seen.empty());
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <QToolButton>
 
 #include "app/shell/main_window.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
@@ -122,7 +123,7 @@ TEST_F(PanelErrorsTest, AClosedHintStaysAwayUntilTheNextBox) {
   Report();
   Close();
   Report();
-  window_.findChild<QToolButton*>(QStringLiteral("aidHintClose"))->click();
+  test::Find<QToolButton>(window_, "aidHintClose").click();
   Report();
   EXPECT_EQ(Hint(), "");
   now_ += 10s;

@@ -21,6 +21,10 @@ class PanelReportsTest : public testing::Test {
     window_.show();
     QObject::connect(&reports_, &PanelReports::Happened,
                      [this](const QString& text) { lines_.push_back(text.toStdString()); });
+    QObject::connect(&reports_, &PanelReports::PanelsChanged, &window_.Status(),
+                     &StatusBar::SetPanels);
+    QObject::connect(&reports_, &PanelReports::NoteRequested, &window_.Status(),
+                     &StatusBar::ShowNote);
   }
 
   QLabel* Aid() const { return window_.findChild<QLabel*>(QStringLiteral("aidPanels")); }
@@ -33,7 +37,7 @@ class PanelReportsTest : public testing::Test {
   stations::Changes changes_;
   ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
   InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }, changes_};
-  PanelReports reports_{window_.Status(), labels_, inhibits_};
+  PanelReports reports_{labels_, inhibits_};
   std::vector<std::string> lines_;
 };
 
@@ -108,7 +112,7 @@ TEST_F(PanelReportsTest, WithoutADatabaseATakeHasItsNumbers) {
       model_, [] { return nullptr; }, changes_);
   InhibitedCells inhibits(
       model_, [] { return nullptr; }, changes_);
-  PanelReports reports(window_.Status(), labels, inhibits);
+  PanelReports reports(labels, inhibits);
   QString line;
   QObject::connect(&reports, &PanelReports::Happened, [&](const QString& text) { line = text; });
   reports.PanelTook({1, "192.0.2.7"}, {.destination = 3, .source = 4, .action = 0x84});

@@ -13,22 +13,34 @@ namespace app {
 namespace {
 
 using switcher::Table;
+using views::UnsentTables;
 
 TEST(SentNote, OneToolIsOneNote) {
-  SentNote note;
+  UnsentTables unsent;
+  SentNote note(unsent);
   QSignalSpy said(&note, &SentNote::NoteRequested);
-  note.Add({Table::Inhibits}, 64);
+  unsent.NoteSent({Table::Inhibits}, 64, UnsentTables::Sender::Tool);
   QCoreApplication::processEvents();
   ASSERT_EQ(said.count(), 1);
   EXPECT_EQ(said[0][0].toString(), QStringLiteral("Sent: inhibits, 64 outputs"));
 
-  note.Add({Table::OutputLabels}, 2);
-  note.Add({Table::InputLabels}, 2);
+  unsent.NoteSent({Table::OutputLabels}, 2, UnsentTables::Sender::Tool);
+  unsent.NoteSent({Table::InputLabels}, 2, UnsentTables::Sender::Tool);
   QCoreApplication::processEvents();
   ASSERT_EQ(said.count(), 2);
   EXPECT_EQ(said[1][0].toString(), QStringLiteral("Sent: station labels; input labels"));
   QCoreApplication::processEvents();
   EXPECT_EQ(said.count(), 2);
+}
+
+TEST(SentNote, ADownloadTellsOfItself) {
+  UnsentTables unsent;
+  SentNote note(unsent);
+  const QSignalSpy said(&note, &SentNote::NoteRequested);
+  unsent.NoteSent({Table::Inhibits}, 64, UnsentTables::Sender::Download);
+  unsent.NoteFailed({Table::Relays});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(said.count(), 0);
 }
 
 }  // namespace

@@ -38,7 +38,11 @@ constexpr char kIpPortText[] =
 class StartUpTest : public testing::Test {
  protected:
   void Run(std::string_view settings = "") {
-    StartUp(model_, files_, listener_, link_, reporter_)
+    StartUp({.model = model_,
+             .files = files_,
+             .listener = listener_,
+             .link = link_,
+             .reporter = reporter_})
         .Run(folder_.Path().string(), config::IniFile(settings));
   }
 

@@ -2,24 +2,17 @@
 //
 // What is typed into the label grid when a download or a retrieval is asked for.
 
-#include "app/transfers.h"
+#include "app/shell/transfers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QAbstractItemModel>
 #include <QDialog>
-#include <QMainWindow>
 #include <QTableView>
 
-#include "switcher/decoder.h"
-#include "switcher/live_commands.h"
-#include "switcher/table_senders.h"
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_tables.h"
-#include "tests/support/silent_link_display.h"
-#include "tests/support/small_database.h"
+#include "tests/app/views_fixture.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
@@ -28,14 +21,13 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class TransfersTest : public testing::Test {
+class TransfersTest : public TransfersFixture {
  protected:
   TransfersTest() {
     model_.ApplyFixedValues();
     for (int station = 1; station <= 3; ++station) {
       database_.AddStation(station, {{"Hidden", 0}, {"Label", "out"}, {"InLabel", "in"}});
     }
-    window_.setCentralWidget(area_);
     window_.resize(900, 700);
     window_.show();
     views_.ShowAlphas();
@@ -43,55 +35,11 @@ class TransfersTest : public testing::Test {
 
   // Types a station label without leaving its row.
   void TypeLabel(int station, const char* label) {
-    auto& labels = *views_.Alphas()->findChild<QTableView*>(QStringLiteral("jgAlphas"))->model();
+    auto& labels = *test::Find<QTableView>(*views_.Alphas(), "jgAlphas").model();
     ASSERT_TRUE(labels.setData(labels.index(station - 1, 1), QLatin1String(label)));
   }
 
-  bool IsOpen(const char* name) {
-    for (const auto* const dialog : window_.findChildren<QDialog*>(QLatin1String(name))) {
-      if (dialog->isVisible()) return true;
-    }
-    return false;
-  }
-
-  model::SystemModel model_;
-  test::SmallDatabase database_;
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  test::RecordingTables tables_;
-  config::WindowSettings settings_{QString()};
-  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
-  switcher::TableSenders senders_{
-      {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
-  QMainWindow window_;
-  QMdiArea* area_ = new QMdiArea;
-  stations::Changes changes_;
-  OpenViews views_{*area_,
-                   {.model = model_,
-                    .stations = [this] { return database_.Files().Stations(); },
-                    .changes = changes_,
-                    .commands = commands_,
-                    .tables = tables_,
-                    .poll = tables_,
-                    .settings = settings_,
-                    .reporter = reporter_}};
-  switcher::Decoder decoder_{{.model = model_,
-                              .database = [this] { return database_.Files().Database(); },
-                              .reporter = reporter_,
-                              .changes = changes_,
-                              .observers = {views_}}};
-  test::SilentLinkDisplay linkDisplay_;
-  switcher::Link link_{model_, port_, decoder_, linkDisplay_};
-  Transfers transfers_{window_,
-                       views_,
-                       {.model = model_, .tables = senders_, .poll = tables_},
-                       {.parts = {.model = model_,
-                                  .decoder = decoder_,
-                                  .port = port_,
-                                  .link = link_,
-                                  .poll = tables_,
-                                  .reporter = reporter_},
-                        .closeViews = {}}};
+  bool IsOpen(const char* name) { return !test::ShownDialogs(window_, name).isEmpty(); }
 };
 
 TEST_F(TransfersTest, ADownloadSendsWhatIsTyped) {
@@ -122,8 +70,7 @@ TEST_F(TransfersTest, WhatCannotBeStoredIsReportedAndNeitherSentNorLost) {
   EXPECT_THAT(reporter_.reports, SizeIs(2));
   EXPECT_FALSE(IsOpen("frmSysInfo"));
   ASSERT_NE(views_.Alphas(), nullptr);
-  const auto& labels =
-      *views_.Alphas()->findChild<QTableView*>(QStringLiteral("jgAlphas"))->model();
+  const auto& labels = *test::Find<QTableView>(*views_.Alphas(), "jgAlphas").model();
   EXPECT_EQ(labels.index(1, 1).data().toString(), QStringLiteral("Studio"));
 }
 

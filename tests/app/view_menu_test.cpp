@@ -6,8 +6,10 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QSignalSpy>
 #include <QTest>
 
+#include "tests/views/gui_support.h"
 #include "tests/views/mnemonics.h"
 #include "tests/views/view_console.h"
 
@@ -16,17 +18,12 @@ namespace {
 
 class ViewMenuTest : public testing::Test {
  protected:
-  QAction& Item(const char* name) {
-    auto* const item = menu_.findChild<QAction*>(QLatin1String(name));
-    if (item == nullptr) throw std::runtime_error(name);
-    return *item;
-  }
+  QAction& Item(const char* name) { return test::Find<QAction>(menu_, name); }
 
   test::ViewConsole console_{8};
   OpenViews views_{*console_.area, console_.Services()};
   QMenu menu_;
-  int logsShown_ = 0;
-  ViewMenu viewMenu_{menu_, views_, *console_.window, [this] { ++logsShown_; }};
+  ViewMenu viewMenu_{{.menu = menu_, .views = views_, .window = *console_.window}};
 };
 
 TEST_F(ViewMenuTest, EveryItemHasAMnemonicOfItsOwn) {
@@ -74,8 +71,9 @@ TEST_F(ViewMenuTest, FindIsThatOfTheViewInWhichTheOperatorWorks) {
 }
 
 TEST_F(ViewMenuTest, TheLogAndTheFullScreenAreThereAlways) {
+  const QSignalSpy logRequested(&viewMenu_, &ViewMenu::EventLogRequested);
   Item("aidEventLog").trigger();
-  EXPECT_EQ(logsShown_, 1);
+  EXPECT_EQ(logRequested.size(), 1);
   Item("aidFullScreen").trigger();
   EXPECT_TRUE(console_.window->isFullScreen());
   Item("aidFullScreen").trigger();

@@ -7,17 +7,13 @@
 
 #include <QCoreApplication>
 
-#include "app/open_views.h"
-#include "switcher/live_commands.h"
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_tables.h"
-#include "tests/support/small_database.h"
+#include "tests/app/views_fixture.h"
+#include "tests/views/gui_support.h"
 
 namespace app {
 namespace {
 
-class ViewsInPlaceTest : public testing::Test {
+class ViewsInPlaceTest : public ViewsFixture {
  protected:
   ViewsInPlaceTest() {
     model_.ChannelCount = 8;
@@ -36,13 +32,7 @@ class ViewsInPlaceTest : public testing::Test {
     area_.show();
   }
 
-  QMdiSubWindow* Frame(const char* name) {
-    for (QMdiSubWindow* const frame : area_.subWindowList()) {
-      if (!frame->isHidden() && frame->widget()->objectName() == QLatin1String(name)) return frame;
-    }
-    return nullptr;
-  }
-
+  QMdiSubWindow* Frame(const char* name) { return test::SubWindow(area_, name); }
   QRect Place(const char* name) { return Frame(name)->geometry(); }
 
   void ExpectEverythingInPlace() {
@@ -55,24 +45,8 @@ class ViewsInPlaceTest : public testing::Test {
     EXPECT_EQ(area_.activeSubWindow(), Frame("frmXmap"));
   }
 
-  model::SystemModel model_;
-  test::SmallDatabase database_;
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  test::RecordingTables tables_;
-  config::WindowSettings settings_{QString()};
-  switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   QMdiArea area_;
-  stations::Changes changes_;
-  OpenViews views_{area_,
-                   {.model = model_,
-                    .stations = [this] { return database_.Files().Stations(); },
-                    .changes = changes_,
-                    .commands = commands_,
-                    .tables = tables_,
-                    .poll = tables_,
-                    .settings = settings_,
-                    .reporter = reporter_}};
+  OpenViews views_{area_, Services()};
 };
 
 TEST_F(ViewsInPlaceTest, ViewsThatWereClosed) {

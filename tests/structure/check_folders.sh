@@ -6,6 +6,8 @@
 set -u
 cd "$1" || exit 2
 
+below_app="views views/rules views/widgets views/window_place gateway switcher switcher/wire stations db db/jet config files model"
+
 allowed() {
   case "$1" in
     model) echo "" ;;
@@ -21,15 +23,17 @@ allowed() {
     views/widgets) echo "" ;;
     views/window_place) echo "config" ;;
     views) echo "views/rules views/widgets views/window_place gateway switcher switcher/wire stations db db/jet config model" ;;
-    app) echo "views views/rules views/widgets views/window_place gateway switcher switcher/wire stations db db/jet config files model" ;;
+    app/shell) echo "$below_app" ;;
+    app/log) echo "app/shell $below_app" ;;
+    app) echo "app/log app/shell $below_app" ;;
   esac
 }
 
-folders="model files db/jet config db stations switcher/wire switcher gateway views/rules views/widgets views/window_place views app"
+folders="model files db/jet config db stations switcher/wire switcher gateway views/rules views/widgets views/window_place views app/shell app/log app"
 
 # folder_of PATH: the longest folder of the list that the path is in.
 folder_of() {
-  for folder in db/jet switcher/wire views/rules views/widgets views/window_place $folders; do
+  for folder in db/jet switcher/wire views/rules views/widgets views/window_place app/shell app/log $folders; do
     case "$1" in "$folder"/*) echo "$folder"; return ;; esac
   done
 }

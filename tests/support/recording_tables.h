@@ -16,13 +16,9 @@ namespace test {
 // "inhibits 9999", "poll on".
 class RecordingTables : public views::TableSender, public switcher::PollSwitch {
  public:
-  std::optional<int> SendLabels(int selector) override { return Keep("labels", selector); }
-  std::optional<int> SendInhibits(int output) override { return Keep("inhibits", output); }
-  std::optional<int> SendRelays(int station) override { return Keep("relays", station); }
-  std::optional<int> SendButtons(int station) override { return Keep("buttons", station); }
-  std::optional<int> SendOptos() override {
-    traffic.emplace_back("optos");
-    return Sent();
+  std::optional<int> Send(const switcher::TablePart& part) override {
+    traffic.push_back(Name(part));
+    return goOut ? std::optional(messages) : std::nullopt;
   }
   void SetPolling(bool on) override { traffic.emplace_back(on ? "poll on" : "poll off"); }
 
@@ -31,11 +27,24 @@ class RecordingTables : public views::TableSender, public switcher::PollSwitch {
   int messages = 1;   // so many are said to have been sent
 
  private:
-  std::optional<int> Keep(const char* table, int number) {
-    traffic.push_back(table + (" " + std::to_string(number)));
-    return Sent();
+  static std::string Name(const switcher::TablePart& part) {
+    using switcher::Table;
+    switch (part.table) {
+      case Table::Optos:
+        return "optos";
+      case Table::OutputLabels:
+        return "labels 20";
+      case Table::InputLabels:
+        return "labels 10";
+      case Table::Inhibits:
+        return "inhibits " + std::to_string(part.station);
+      case Table::Relays:
+        return "relays " + std::to_string(part.station);
+      case Table::Buttons:
+        return "buttons " + std::to_string(part.station);
+    }
+    return "?";
   }
-  std::optional<int> Sent() const { return goOut ? std::optional(messages) : std::nullopt; }
 };
 
 }  // namespace test

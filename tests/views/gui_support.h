@@ -4,7 +4,11 @@
 #define TESTS_VIEWS_GUI_SUPPORT_H_
 
 #include <QApplication>
+#include <QDialog>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QTemporaryDir>
+#include <stdexcept>
 
 namespace test {
 
@@ -19,6 +23,24 @@ class GuiApplication {
   QTemporaryDir folder_;
   QApplication application_;
 };
+
+// The part of `whole` with that object name.  A part that is not there ends the test.
+template <typename Part = QWidget>
+Part& Find(const QObject& whole, const QString& name) {
+  auto* const part = whole.findChild<Part*>(name);
+  if (part == nullptr) throw std::runtime_error("there is no " + name.toStdString());
+  return *part;
+}
+template <typename Part = QWidget>
+Part& Find(const QObject& whole, const char* name) {
+  return Find<Part>(whole, QString(QLatin1String(name)));
+}
+
+// The dialogs of that name over `window` that are shown.
+QList<QDialog*> ShownDialogs(const QWidget& window, const char* name);
+
+// The sub-window that holds the form of that name; null for one that is not open.
+QMdiSubWindow* SubWindow(const QMdiArea& area, const char* name);
 
 }  // namespace test
 

@@ -110,6 +110,7 @@ views::Services ViewConsole::Services() {
           .changes = changes,
           .commands = commands,
           .tables = tables,
+          .unsent = unsent,
           .poll = tables,
           .settings = *settings,
           .reporter = reporter};

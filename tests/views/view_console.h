@@ -57,6 +57,7 @@ class ViewConsole {
   RecordingReporter reporter;
   switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}};
   RecordingTables tables;
+  views::UnsentTables unsent;
   std::unique_ptr<config::WindowSettings> settings;
   std::unique_ptr<jet::Database> database;
   std::unique_ptr<jet::RecordSet> stations;

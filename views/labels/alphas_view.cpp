@@ -15,7 +15,6 @@
 #include <optional>
 #include <utility>
 
-#include "switcher/wire/messages/label_order.h"
 #include "views/labels/label_find.h"
 #include "views/labels/label_messages.h"
 #include "views/labels/labels_grid.h"
@@ -174,10 +173,10 @@ void AlphasView::Announce(const std::vector<stations::LabelEdit>& changes) {
     const int station = change.station.Int();
     const bool hidden = Changes(change, LabelColumn::Hidden);
     if (hidden || Changes(change, LabelColumn::StationLabel)) {
-      Q_EMIT TableEdited(Table::OutputLabels, station);
+      services_.unsent.NoteEdited({.table = Table::OutputLabels, .station = station});
     }
     if (hidden || Changes(change, LabelColumn::InputLabel)) {
-      Q_EMIT TableEdited(Table::InputLabels, station);
+      services_.unsent.NoteEdited({.table = Table::InputLabels, .station = station});
     }
   }
   Q_EMIT LabelsChanged();
@@ -246,15 +245,9 @@ void AlphasView::Paste() {
 // the other one from the switcher.
 void AlphasView::DownloadLabels() {
   if (!StoreRow()) return;
-  std::optional<int> outputsSent;
-  std::optional<int> inputsSent;
-  {
-    const switcher::PollPause pause(services_.poll);
-    outputsSent = services_.tables.SendLabels(switcher::kOutputLabels);
-    inputsSent = services_.tables.SendLabels(switcher::kInputLabels);
-  }
-  if (outputsSent) Q_EMIT TableSent(Table::OutputLabels, model::kAll, *outputsSent);
-  if (inputsSent) Q_EMIT TableSent(Table::InputLabels, model::kAll, *inputsSent);
+  const switcher::PollPause pause(services_.poll);
+  SendTable(services_, {.table = Table::OutputLabels});
+  SendTable(services_, {.table = Table::InputLabels});
 }
 
 void AlphasView::Refuse(const QString& text) { ShowRefusal(services_, text.toStdString()); }

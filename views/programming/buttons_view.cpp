@@ -216,7 +216,7 @@ void ButtonsView::CheckForInactive() {
     return stations::StoreInactive(stations, Button(), services_.Operator(), &changed);
   });
   if (!changed) return;
-  Q_EMIT TableEdited(switcher::Table::Buttons, CurrentStation());
+  NoteEdited(switcher::Table::Buttons);
   NoteInactive();
 }
 
@@ -372,7 +372,7 @@ void ButtonsView::ToggleTarget(int target, bool set) {
     return stations::ReadEditedCaption(stations, Button(), count, &caption);
   });
   PageOf(Button()).SetCaption(Button(), QString::fromStdString(caption));
-  Q_EMIT TableEdited(switcher::Table::Buttons, CurrentStation());
+  NoteEdited(switcher::Table::Buttons);
   if (isInactive) NoteInactive();
 }
 
@@ -388,7 +388,7 @@ void ButtonsView::ChooseType(int type) {
     options_->Select(shownType_);
     return;
   }
-  if (changed) Q_EMIT TableEdited(switcher::Table::Buttons, CurrentStation());
+  if (changed) NoteEdited(switcher::Table::Buttons);
   ShowType(type);
 }
 
@@ -402,7 +402,7 @@ void ButtonsView::ToggleRelay(int relay, bool set) {
     UpdateRelaySelections();
     return;
   }
-  Q_EMIT TableEdited(switcher::Table::Relays, CurrentStation());
+  NoteEdited(switcher::Table::Relays);
 }
 
 void ButtonsView::SendSingleStation() {
@@ -410,18 +410,14 @@ void ButtonsView::SendSingleStation() {
   const int station = CurrentStation();
   if (station == 0) return;
   const switcher::PollPause pause(services_.poll);
-  if (const auto sent = services_.tables.SendButtons(station)) {
-    Q_EMIT TableSent(switcher::Table::Buttons, station, *sent);
-  }
-  if (const auto sent = services_.tables.SendRelays(station)) {
-    Q_EMIT TableSent(switcher::Table::Relays, station, *sent);
-  }
+  SendTable(services_, {.table = switcher::Table::Buttons, .station = station});
+  SendTable(services_, {.table = switcher::Table::Relays, .station = station});
 }
 
-void ButtonsView::SendOptos() {
-  if (const auto sent = services_.tables.SendOptos()) {
-    Q_EMIT TableSent(switcher::Table::Optos, model::kAll, *sent);
-  }
+void ButtonsView::SendOptos() { SendTable(services_, {.table = switcher::Table::Optos}); }
+
+void ButtonsView::NoteEdited(switcher::Table table) {
+  services_.unsent.NoteEdited({.table = table, .station = CurrentStation()});
 }
 
 }  // namespace views

@@ -133,6 +133,8 @@ class ButtonsView : public MainView {
   void ToggleRelay(int relay, bool set);
   void SendSingleStation();
   void SendOptos();
+  // The operator or the view itself has changed this table of the current station.
+  void NoteEdited(switcher::Table table);
 
   OneReport report_;
   const Services services_;  // reports go through report_

@@ -138,8 +138,9 @@ void ButtonsView::AddPages() {
           [this](int index, bool checked) { ToggleTarget(index + 1, checked); });
   connect(relays_, &TargetBoxes::Toggled, this,
           [this](int index, bool checked) { ToggleRelay(index + 1, checked); });
-  connect(optos_, &OptoPage::Edited, this,
-          [this](int station) { Q_EMIT TableEdited(switcher::Table::Optos, station); });
+  connect(optos_, &OptoPage::Edited, this, [this](int station) {
+    services_.unsent.NoteEdited({.table = switcher::Table::Optos, .station = station});
+  });
   connect(optos_, &OptoPage::NoteRequested, this, &ButtonsView::NoteRequested);
 
   // Selecting the item that is selected already counts, too: only the second signal tells of it.

@@ -20,10 +20,11 @@ constexpr int kTextCharacters = 60;
 
 DownloadWindow::DownloadWindow(const DownloadServices& services, QWidget* parent)
     : QDialog(parent),
+      unsent_(services.unsent),
       text_(new QLabel(this)),
       status_(new QLabel(this)),
       bar_(new QProgressBar(this)),
-      go_(new QPushButton(tr("OK"), this)),
+      ok_(new QPushButton(tr("OK"), this)),
       cancel_(new QPushButton(tr("Cancel"), this)),
       download_(services.model, services.tables, services.poll, *this) {
   setObjectName(QStringLiteral("frmDownProg"));
@@ -32,7 +33,7 @@ DownloadWindow::DownloadWindow(const DownloadServices& services, QWidget* parent
   text_->setText(QString::fromUtf8(download_.Confirmation()));
   LayOut();
   MakeTimers(services.model.DownloadInterval);
-  connect(go_, &QPushButton::clicked, this, [this] { download_.Go(); });
+  connect(ok_, &QPushButton::clicked, this, [this] { download_.Go(); });
   connect(cancel_, &QPushButton::clicked, this, [this] { download_.Cancel(); });
 }
 
@@ -47,7 +48,7 @@ void DownloadWindow::LayOut() {
   bar_->setObjectName(QStringLiteral("pbDownloadProg"));
   bar_->setAccessibleName(tr("Download progress"));
   bar_->hide();
-  go_->setObjectName(QStringLiteral("cmdDownGo"));
+  ok_->setObjectName(QStringLiteral("cmdDownGo"));
   cancel_->setObjectName(QStringLiteral("cmdDownCancel"));
   // The other one reprograms a live switcher: Enter is for it only where it has the focus.
   cancel_->setDefault(true);
@@ -60,7 +61,7 @@ void DownloadWindow::LayOut() {
   layout->addSpacing(layout->spacing());
   layout->addStretch();
   auto* const buttons = new QDialogButtonBox(this);
-  buttons->addButton(go_, QDialogButtonBox::AcceptRole);
+  buttons->addButton(ok_, QDialogButtonBox::AcceptRole);
   buttons->addButton(cancel_, QDialogButtonBox::RejectRole);
   layout->addWidget(buttons);
   // Only now: on the way into the box a button loses the focus.
@@ -90,7 +91,7 @@ void DownloadWindow::ShowProgressBar(int maximum) {
   // The window stays as large as the explanation made it.
   setFixedSize(size());
   text_->hide();
-  go_->hide();
+  ok_->hide();
   // A range of nothing would show a bar that runs to and fro.
   bar_->setRange(0, std::max(1, maximum));
   bar_->setValue(0);
@@ -113,11 +114,11 @@ void DownloadWindow::ShowPosition(int position) { bar_->setValue(position); }
 void DownloadWindow::ShowCancelling() { cancel_->setEnabled(false); }
 
 void DownloadWindow::TableSent(switcher::Table table, int station, int messages) {
-  Q_EMIT Sent(table, station, messages);
+  unsent_.NoteSent({.table = table, .station = station}, messages, UnsentTables::Sender::Download);
 }
 
 void DownloadWindow::TableFailed(switcher::Table table, int station) {
-  Q_EMIT Failed(table, station);
+  unsent_.NoteFailed({.table = table, .station = station});
 }
 
 void DownloadWindow::Close() {

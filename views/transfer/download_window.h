@@ -14,6 +14,7 @@
 #include "switcher/poll_switch.h"
 #include "switcher/table.h"
 #include "switcher/table_senders.h"
+#include "views/unsent_tables.h"
 
 namespace views {
 
@@ -22,12 +23,13 @@ struct DownloadServices {
   model::SystemModel& model;
   switcher::TableSenders& tables;
   switcher::PollSwitch& poll;
+  UnsentTables& unsent;  // it is told of every table
 };
 
 // frmDownProg: asks, then shows how far the tables have got on their way to the switcher.  The
 // model's DownloadMode says which tables; it is set by whoever opens the window.  Closing the
 // window is cancelling.
-class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
+class DownloadWindow : public QDialog, public switcher::DownloadDisplay {
   Q_OBJECT
 
  public:
@@ -39,21 +41,7 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
 
   void reject() override { download_.Cancel(); }
 
- Q_SIGNALS:
-  // The operator has confirmed.
-  void Begun();
-  // A table has been sent without a failure, in so many messages: of one station (from 1), or of
-  // all with model::kAll.
-  void Sent(switcher::Table table, int station, int messages);
-  // The same of a table that could not be sent.
-  void Failed(switcher::Table table, int station);
-  // A download that was begun is over.
-  void Ended(const switcher::DownloadResult& result);
-
- private:
-  void LayOut();
-  void MakeTimers(int spacingMilliseconds);
-
+  // What the download shows.
   void ShowProgressBar(int maximum) override;
   void ShowCaption(std::string_view caption) override;
   void ShowStatus(std::string_view status) override;
@@ -66,11 +54,22 @@ class DownloadWindow : public QDialog, private switcher::DownloadDisplay {
   void TableFailed(switcher::Table table, int station) override;
   void Close() override;
 
+ Q_SIGNALS:
+  // The operator has confirmed.
+  void Begun();
+  // A download that was begun is over.
+  void Ended(const switcher::DownloadResult& result);
+
+ private:
+  void LayOut();
+  void MakeTimers(int spacingMilliseconds);
+
+  UnsentTables& unsent_;
   bool begun_ = false;
   QLabel* text_;
   QLabel* status_;
   QProgressBar* bar_;
-  QPushButton* go_;
+  QPushButton* ok_;
   QPushButton* cancel_;
   QTimer delayTimer_;
   QTimer spacingTimer_;

@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "views/transfer/held_enter.h"
-#include "views/transfer/retrieval_summary.h"
+#include "views/transfer/transfer_words.h"
 #include "views/widgets/icon.h"
 #include "views/window_place/on_screen.h"
 
@@ -21,10 +21,9 @@ constexpr int kSecond = 1000;
 
 }  // namespace
 
-RetrievalWindow::RetrievalWindow(const RetrievalServices& services, QWidget* parent)
+RetrievalWindow::RetrievalWindow(const switcher::RetrievalParts& parts, QWidget* parent)
     : QDialog(parent),
-      closeViews_(services.closeViews),
-      model_(services.parts.model),
+      model_(parts.model),
       text_(new QLabel(this)),
       history_(new MessageList(this)),
       line_(new QLabel(this)),
@@ -33,7 +32,7 @@ RetrievalWindow::RetrievalWindow(const RetrievalServices& services, QWidget* par
       summary_(new QLabel(this)),
       ok_(new QPushButton(tr("OK"), this)),
       cancel_(new QPushButton(tr("Cancel"), this)),
-      retrieval_(services.parts, *this) {
+      retrieval_(parts, *this) {
   setObjectName(QStringLiteral("frmSysInfo"));
   setWindowTitle(QString::fromUtf8(switcher::Retrieval::kCaption));
   setWindowIcon(Icon(QStringLiteral("retrieve-data")));

@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
-#include <functional>
 
 #include "model/system_model.h"
 #include "switcher/retrieval.h"
@@ -15,38 +14,23 @@
 
 namespace views {
 
-// What the retrieval window works with; all must outlive the window.
-struct RetrievalServices {
-  switcher::RetrievalParts parts;
-  std::function<void()> closeViews;  // closes the three main views
-};
-
 // frmSysInfo: asks, then shows each message that the switcher sends of its tables, and at the end
 // what came of it.  Closing the window is cancelling: it ends the wait for the switcher, or closes
 // when there is none.
-class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
+class RetrievalWindow : public QDialog, public switcher::RetrievalDisplay {
   Q_OBJECT
 
  public:
-  explicit RetrievalWindow(const RetrievalServices& services, QWidget* parent = nullptr);
+  // All parts must outlive the window.
+  explicit RetrievalWindow(const switcher::RetrievalParts& parts, QWidget* parent = nullptr);
 
   // Ends the wait, if there is one, and closes.
   void CancelNow();
 
   void reject() override { retrieval_.Cancel(); }
 
- Q_SIGNALS:
-  // The operator has confirmed: the tables are asked for.
-  void Begun();
-  // The wait has ended.
-  void Ended(const switcher::RetrievalResult& result);
-
- private:
-  void LayOut();
-  void ShowResult(const switcher::RetrievalResult& result);
-  void MakeTimers();
-
-  void CloseViews() override { closeViews_(); }
+  // What the retrieval shows.
+  void CloseViews() override { Q_EMIT ViewsOutdated(); }
   void ShowHistory() override;
   void SetWaiting(bool waiting) override;
   void AddMessage(std::string_view description, int byteCount,
@@ -58,7 +42,19 @@ class RetrievalWindow : public QDialog, private switcher::RetrievalDisplay {
   void StopDelayTimer() override { delayTimer_.stop(); }
   void Close() override;
 
-  const std::function<void()> closeViews_;
+ Q_SIGNALS:
+  // The main views are to be closed now: they would show what is no longer true.
+  void ViewsOutdated();
+  // The operator has confirmed: the tables are asked for.
+  void Begun();
+  // The wait has ended.
+  void Ended(const switcher::RetrievalResult& result);
+
+ private:
+  void LayOut();
+  void ShowResult(const switcher::RetrievalResult& result);
+  void MakeTimers();
+
   const model::SystemModel& model_;
   QLabel* text_;
   MessageList* history_;

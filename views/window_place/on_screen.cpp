@@ -25,4 +25,11 @@ QPoint CornerOnScreen(const QRect& frame, const QRect& room) {
           Start(frame.top(), frame.height(), room.top(), room.height())};
 }
 
+void BringUp(QWidget& window) {
+  if (window.isMinimized()) window.showNormal();
+  window.show();
+  window.raise();
+  window.activateWindow();
+}
+
 }  // namespace views

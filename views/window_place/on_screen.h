@@ -21,6 +21,9 @@ QPoint CornerOnScreen(const QRect& frame, const QRect& room);
 // until then.
 inline bool IsShown(const QWidget* window) { return window != nullptr && window->isVisible(); }
 
+// Shows a window of its own before all others, also when it was minimised.
+void BringUp(QWidget& window);
+
 }  // namespace views
 
 #endif  // VIEWS_WINDOW_PLACE_ON_SCREEN_H_

@@ -95,6 +95,9 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   setFocusProxy(table_);
   AddTools();
 
+  ShowUnsent();
+
+  connect(&services_.unsent, &UnsentTables::Changed, this, &XmapView::ShowUnsent);
   connect(table_, &XmapTable::CurrentCellChanged, this, &XmapView::ReadCurrentCell);
   connect(&model_, &QAbstractItemModel::dataChanged, this, &XmapView::ReadCurrentCell);
   connect(&model_, &QAbstractItemModel::headerDataChanged, this, &XmapView::ReadCurrentCell);
@@ -237,7 +240,8 @@ bool XmapView::HasCrosshair() const { return table_->HasCrosshair(); }
 
 void XmapView::SetCrosshair(bool visible) { table_->SetCrosshair(visible); }
 
-void XmapView::SetInhibitsUnsent(bool unsent) {
+void XmapView::ShowUnsent() {
+  const bool unsent = services_.unsent.Has(switcher::Table::Inhibits);
   findChild<QAction*>(QStringLiteral("ID_SendInhibits"))
       ->setIcon(Icon(QStringLiteral("send-inhibits"),
                      unsent ? QStringLiteral("unsent-badge") : QString()));
@@ -367,7 +371,7 @@ void XmapView::ToggleInhibit() {
     // Drawn when it is stored, so that the grid never shows an inhibit that is not there.
     grid_.SetMark(cell.output, cell.input, decision->mark);
     model_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(cell.output)));
-    Q_EMIT TableEdited(switcher::Table::Inhibits, cell.output);
+    services_.unsent.NoteEdited({.table = switcher::Table::Inhibits, .station = cell.output});
   }
 }
 
@@ -378,12 +382,8 @@ void XmapView::RefreshMap() {
 }
 
 void XmapView::SendInhibits() {
-  std::optional<int> sent;
-  {
-    const switcher::PollPause pause(services_.poll);
-    sent = services_.tables.SendInhibits(model::kAll);
-  }
-  if (sent) Q_EMIT TableSent(switcher::Table::Inhibits, model::kAll, *sent);
+  const switcher::PollPause pause(services_.poll);
+  SendTable(services_, {.table = switcher::Table::Inhibits});
 }
 
 void XmapView::ReadCurrentCell() {

@@ -66,9 +66,6 @@ class XmapView : public MainView {
   bool HasCrosshair() const;
   void SetCrosshair(bool visible);
 
-  // Puts the badge "not sent yet" on the tool that sends the inhibits.
-  void SetInhibitsUnsent(bool unsent);
-
  Q_SIGNALS:
   // The command of a crosspoint, both from 1, was handed to the line with this action byte.
   void TakeSent(int output, int input, int action);
@@ -101,6 +98,8 @@ class XmapView : public MainView {
   void ToggleInhibit();
   void RefreshMap();
   void SendInhibits();
+  // Puts the badge "not sent yet" on the tool that sends the inhibits, or takes it off.
+  void ShowUnsent();
 
   void ReadCurrentCell();
   void SetReadout(const QString& readout);

@@ -15,14 +15,14 @@ namespace test {
 views::AlphasView& LabelsConsole::Open() {
   view = new views::AlphasView(Services());
   using views::AlphasView;
-  QObject::connect(view, &AlphasView::TableEdited, [this](switcher::Table table, int station) {
-    said.push_back("edited " + std::to_string(static_cast<int>(table)) + " " +
-                   std::to_string(station));
-  });
-  QObject::connect(view, &AlphasView::TableSent, [this](switcher::Table table, int station) {
-    said.push_back("sent " + std::to_string(static_cast<int>(table)) + " " +
-                   std::to_string(station));
-  });
+  const auto say = [this](const char* what) {
+    return [this, what](const switcher::TablePart& part) {
+      said.push_back(what + std::to_string(static_cast<int>(part.table)) + " " +
+                     std::to_string(part.station));
+    };
+  };
+  QObject::connect(&unsent, &views::UnsentTables::Edited, view, say("edited "));
+  QObject::connect(&unsent, &views::UnsentTables::Sent, view, say("sent "));
   QObject::connect(view, &AlphasView::LabelsChanged, [this] { said.emplace_back("labels"); });
   QObject::connect(view, &AlphasView::QdvStatusRequested, [this] { said.emplace_back("tally"); });
   QObject::connect(view, &AlphasView::NoteRequested,

@@ -44,12 +44,12 @@ ButtonsConsole::ButtonsConsole() : ViewConsole(kChannels) {}
 views::ButtonsView& ButtonsConsole::Open() {
   view = new views::ButtonsView(Services());
   const auto tell = [this](const char* what) {
-    return [this, what](switcher::Table table, int station) {
-      told.push_back(what + (" " + NameOf(table)) + " " + std::to_string(station));
+    return [this, what](const switcher::TablePart& part) {
+      told.push_back(what + (" " + NameOf(part.table)) + " " + std::to_string(part.station));
     };
   };
-  QObject::connect(view, &views::MainView::TableEdited, view, tell("edited"));
-  QObject::connect(view, &views::MainView::TableSent, view, tell("sent"));
+  QObject::connect(&unsent, &views::UnsentTables::Edited, view, tell("edited"));
+  QObject::connect(&unsent, &views::UnsentTables::Sent, view, tell("sent"));
   QObject::connect(view, &views::MainView::NoteRequested, view,
                    [this](const QString& note) { told.push_back("note " + note.toStdString()); });
   QObject::connect(view, &views::MainView::QdvStatusRequested, view,

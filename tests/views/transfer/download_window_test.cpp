@@ -13,6 +13,7 @@
 #include <QTest>
 
 #include "tests/support/download_system.h"
+#include "tests/views/gui_support.h"
 
 namespace views {
 namespace {
@@ -28,7 +29,8 @@ class DownloadWindowTest : public test::DownloadSystem, public switcher::PollSwi
   void SetPolling(bool on) override { polling_.push_back(on); }
 
   void Open() {
-    window_ = new DownloadWindow({.model = model_, .tables = senders_, .poll = *this});
+    window_ =
+        new DownloadWindow({.model = model_, .tables = senders_, .poll = *this, .unsent = unsent_});
     window_->setAttribute(Qt::WA_DeleteOnClose);
     connection_ = QObject::connect(window_, &DownloadWindow::Ended,
                                    [this](const switcher::DownloadResult& result) {
@@ -41,9 +43,7 @@ class DownloadWindowTest : public test::DownloadSystem, public switcher::PollSwi
 
   template <typename Type>
   Type* Child(const char* name) {
-    auto* const child = window_->findChild<Type*>(QLatin1String(name));
-    EXPECT_NE(child, nullptr) << name;
-    return child;
+    return &test::Find<Type>(*window_, name);
   }
 
   void Click(const char* name) { QTest::mouseClick(Child<QPushButton>(name), Qt::LeftButton); }
@@ -68,6 +68,7 @@ class DownloadWindowTest : public test::DownloadSystem, public switcher::PollSwi
 
   ~DownloadWindowTest() override { delete window_; }
 
+  UnsentTables unsent_;
   std::vector<bool> polling_;
   QStringList notSent_;
   QMetaObject::Connection connection_;

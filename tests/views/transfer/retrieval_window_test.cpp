@@ -14,12 +14,14 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "db/database_files.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
 #include "tests/support/silent_link_display.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/views/gui_support.h"
 
 namespace views {
 namespace {
@@ -40,13 +42,13 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
   }
 
   void SetUp() override {
-    window_ = new RetrievalWindow({.parts = {.model = model_,
-                                             .decoder = decoder_,
-                                             .port = port_,
-                                             .link = link_,
-                                             .poll = *this,
-                                             .reporter = reporter_},
-                                   .closeViews = [this] { ++viewsClosed_; }});
+    window_ = new RetrievalWindow({.model = model_,
+                                   .decoder = decoder_,
+                                   .port = port_,
+                                   .link = link_,
+                                   .poll = *this,
+                                   .reporter = reporter_});
+    QObject::connect(window_, &RetrievalWindow::ViewsOutdated, window_, [this] { ++viewsClosed_; });
     connection_ = QObject::connect(
         window_, &RetrievalWindow::Ended,
         [this](const switcher::RetrievalResult& result) { results_.push_back(result); });
@@ -64,9 +66,7 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
 
   template <typename Type>
   Type* Child(const char* name) {
-    auto* const child = window_->findChild<Type*>(QLatin1String(name));
-    EXPECT_NE(child, nullptr) << name;
-    return child;
+    return &test::Find<Type>(*window_, name);
   }
 
   void Click(const char* name) { QTest::mouseClick(Child<QPushButton>(name), Qt::LeftButton); }

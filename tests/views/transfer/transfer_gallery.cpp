@@ -12,6 +12,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "db/database_files.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/relay_row.h"
@@ -47,7 +48,8 @@ class Gallery : public switcher::PollSwitch {
 
   void DrawDownload(std::int16_t mode, const QString& name) {
     model_.DownloadMode = mode;
-    views::DownloadWindow window({.model = model_, .tables = senders_, .poll = *this});
+    views::DownloadWindow window(
+        {.model = model_, .tables = senders_, .poll = *this, .unsent = unsent_});
     window.open();
     Save(window, name + QStringLiteral("-ask"));
     Press(window, "cmdDownGo");
@@ -61,13 +63,12 @@ class Gallery : public switcher::PollSwitch {
   }
 
   void DrawRetrieval() {
-    views::RetrievalWindow window({.parts = {.model = model_,
-                                             .decoder = decoder_,
-                                             .port = port_,
-                                             .link = link_,
-                                             .poll = *this,
-                                             .reporter = reporter_},
-                                   .closeViews = [] {}});
+    views::RetrievalWindow window({.model = model_,
+                                   .decoder = decoder_,
+                                   .port = port_,
+                                   .link = link_,
+                                   .poll = *this,
+                                   .reporter = reporter_});
     window.open();
     Save(window, QStringLiteral("retrieval-ask"));
     Press(window, "cmdOkSysInf");
@@ -150,6 +151,7 @@ class Gallery : public switcher::PollSwitch {
   switcher::Link link_{model_, port_, decoder_, linkDisplay_};
   switcher::TableSenders senders_{
       {.model = model_, .files = files_, .port = port_, .reporter = reporter_}};
+  views::UnsentTables unsent_;
 };
 
 void Draw() {

@@ -68,7 +68,7 @@ void DrawMaps() {
     console.ClickTool("ID_Sum");
     Save(*console.subWindow, QStringLiteral("pending"));
     view.UpdateXmap(model::kAll, 0);
-    view.SetInhibitsUnsent(true);
+    console.unsent.NoteEdited({.table = switcher::Table::Inhibits, .station = 1});
     QTest::keyClicks(&console.Grid(), QStringLiteral("00"));
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("0"));
     Save(*console.subWindow, QStringLiteral("find"));

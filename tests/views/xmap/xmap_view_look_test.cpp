@@ -178,10 +178,10 @@ TEST(XmapView, UnsentInhibitsAreABadgeNotACaption) {
   XmapView& view = console.Open();
   auto* const send = view.findChild<QAction*>(QStringLiteral("ID_SendInhibits"));
   const QImage before = send->icon().pixmap(32).toImage();
-  view.SetInhibitsUnsent(true);
+  console.unsent.NoteEdited({switcher::Table::Inhibits, 1});
   EXPECT_NE(send->icon().pixmap(32).toImage(), before);
   EXPECT_EQ(send->text(), QStringLiteral("Sen&d Inhibits"));
-  view.SetInhibitsUnsent(false);
+  console.unsent.Clear();
   EXPECT_EQ(send->icon().pixmap(32).toImage(), before);
 }
 
@@ -191,7 +191,7 @@ TEST(XmapView, AidsSendAndStoreNothing) {
   view.SetZoom(150);
   view.SetCrosshair(false);
   view.ShowFind(QStringLiteral("sta"));
-  view.SetInhibitsUnsent(true);
+  console.unsent.NoteEdited({switcher::Table::Inhibits, 1});
   console.Close();
   EXPECT_EQ(console.port.TakeWritten(), "");
   EXPECT_THAT(console.tables.traffic, IsEmpty());

@@ -22,6 +22,8 @@
 namespace views {
 namespace {
 
+using switcher::Table;
+using switcher::TablePart;
 using test::BandActions;
 using test::Viewport;
 using test::XmapConsole;
@@ -529,8 +531,8 @@ TEST(XmapView, FailedLineIsReportedByTheCommand) {
 
 TEST(XmapView, InhibitIsToggledInDatabaseAndGrid) {
   XmapConsole console(8);
-  XmapView& view = console.Open();
-  QSignalSpy edited(&view, &XmapView::TableEdited);
+  console.Open();
+  const QSignalSpy edited(&console.unsent, &UnsentTables::Edited);
   console.SelectCell(4, 7);
   console.ClickTool("ID_ToggleInhibit");
   EXPECT_EQ(console.Text(3, "Inhibits"), "00000100");
@@ -539,8 +541,7 @@ TEST(XmapView, InhibitIsToggledInDatabaseAndGrid) {
   EXPECT_EQ(console.Text(3, "Inhibits"), "00000000");
   EXPECT_EQ(console.Row(4), "........");
   ASSERT_EQ(edited.count(), 2);
-  EXPECT_EQ(edited[0][0].value<switcher::Table>(), switcher::Table::Inhibits);
-  EXPECT_EQ(edited[0][1].toInt(), 3);
+  EXPECT_EQ(edited[0][0].value<TablePart>(), (TablePart{Table::Inhibits, 3}));
   EXPECT_EQ(console.port.TakeWritten(), "") << "inhibits reach the switcher by their own command";
   EXPECT_THAT(console.tables.traffic, IsEmpty());
 }
@@ -548,7 +549,7 @@ TEST(XmapView, InhibitIsToggledInDatabaseAndGrid) {
 TEST(XmapView, InhibitOnACrosspointIsRefused) {
   XmapConsole console(8);
   XmapView& view = console.Open();
-  QSignalSpy edited(&view, &XmapView::TableEdited);
+  const QSignalSpy edited(&console.unsent, &UnsentTables::Edited);
   console.model.CrosspointMap.At(3, 6) = 1;
   for (const int mode : {0, 1}) {
     console.reporter.reports.clear();
@@ -594,8 +595,8 @@ TEST(XmapView, InhibitThatCannotBeStoredIsReportedAndNotDrawn) {
   XmapConsole console(64);
   ASSERT_TRUE(database->OpenTable(db::kStationsTable, &console.stations).ok());
   ASSERT_TRUE(console.stations->SetIndex(db::kStationNumIndex).ok());
-  XmapView& view = console.Open();
-  QSignalSpy edited(&view, &XmapView::TableEdited);
+  console.Open();
+  const QSignalSpy edited(&console.unsent, &UnsentTables::Edited);
   EXPECT_EQ(console.Mark(3, 3), 2) << "a new database inhibits each station from itself";
   for (const QPoint& cell : {QPoint(3, 3), QPoint(4, 3)}) {
     console.reporter.reports.clear();
@@ -614,20 +615,22 @@ TEST(XmapView, InhibitThatCannotBeStoredIsReportedAndNotDrawn) {
 
 TEST(XmapView, SendInhibitsPausesThePoll) {
   XmapConsole console(8);
-  XmapView& view = console.Open();
-  QSignalSpy sent(&view, &XmapView::TableSent);
+  console.tables.messages = 64;
+  console.Open();
+  const QSignalSpy sent(&console.unsent, &UnsentTables::Sent);
   console.ClickTool("ID_SendInhibits");
   EXPECT_THAT(console.tables.traffic, ElementsAre("poll off", "inhibits 9999", "poll on"));
   ASSERT_EQ(sent.count(), 1);
-  EXPECT_EQ(sent[0][0].value<switcher::Table>(), switcher::Table::Inhibits);
-  EXPECT_EQ(sent[0][1].toInt(), 9999);
+  EXPECT_EQ(sent[0][0].value<TablePart>(), (TablePart{Table::Inhibits, 9999}));
+  EXPECT_EQ(sent[0][1].toInt(), 64);
+  EXPECT_EQ(sent[0][2].value<UnsentTables::Sender>(), UnsentTables::Sender::Tool);
 }
 
 TEST(XmapView, InhibitsThatCouldNotBeSentStayUnsent) {
   XmapConsole console(8);
   console.tables.goOut = false;
-  XmapView& view = console.Open();
-  QSignalSpy sent(&view, &XmapView::TableSent);
+  console.Open();
+  const QSignalSpy sent(&console.unsent, &UnsentTables::Sent);
   console.ClickTool("ID_SendInhibits");
   EXPECT_THAT(console.tables.traffic, ElementsAre("poll off", "inhibits 9999", "poll on"));
   EXPECT_EQ(sent.count(), 0);

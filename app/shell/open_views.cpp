@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/open_views.h"
+#include "app/shell/open_views.h"
 
 #include <QScreen>
 
@@ -47,6 +47,7 @@ void OpenViews::Show(const QString& name, const std::function<views::MainView*()
   views::MainView* view = nullptr;  // when it is a new one
   if (window == nullptr) {
     view = load();
+    Q_EMIT Loaded(view);
     window = area_.addSubWindow(view);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(view->windowIcon());
@@ -69,7 +70,7 @@ void OpenViews::ShowAlphas() {
 }
 
 void OpenViews::ShowButtons() {
-  Show(kButtons, [this] { return LoadButtons(); });
+  Show(kButtons, [this] { return new views::ButtonsView(services_); });
 }
 
 void OpenViews::ShowAllInPlace() {
@@ -101,36 +102,15 @@ void OpenViews::ShowTally() {
   tally_->open();
 }
 
-void OpenViews::Connect(views::MainView& view) {
-  connect(&view, &views::MainView::QdvStatusRequested, this, &OpenViews::QdvStatusRequested);
-  connect(&view, &views::MainView::TableEdited, this, &OpenViews::TableEdited);
-  connect(&view, &views::MainView::TableSent, this,
-          [this](switcher::Table table, int station, int messages) {
-            TableSent(table, station, messages);
-            Q_EMIT SentByTool({.table = table, .station = station}, messages);
-          });
-  connect(&view, &views::MainView::NoteRequested, this, &OpenViews::NoteRequested);
-}
-
 views::MainView* OpenViews::LoadXmap() {
   auto* const view = new views::XmapView(services_);
-  Connect(*view);
-  connect(view, &views::XmapView::TakeSent, this, &OpenViews::TakeSent);
-  connect(view, &views::XmapView::RefreshRequested, this, &OpenViews::MapRefreshRequested);
-  connect(view, &views::XmapView::ReadoutChanged, this, &OpenViews::ReadoutChanged);
-  view->SetInhibitsUnsent(unsent_.Has(switcher::Table::Inhibits));
-  connect(view, &QObject::destroyed, this, [this] {
-    Q_EMIT ReadoutChanged({});
-    Q_EMIT XmapLoaded(false);
-  });
+  connect(view, &QObject::destroyed, this, [this] { Q_EMIT XmapLoaded(false); });
   Q_EMIT XmapLoaded(true);
-  Q_EMIT ReadoutChanged(view->Readout());
   return view;
 }
 
 views::MainView* OpenViews::LoadAlphas() {
   auto* const view = new views::AlphasView(services_);
-  Connect(*view);
   // What shows labels follows a row that was stored, in this order; the optos come last.
   connect(view, &views::AlphasView::LabelsChanged, this, [this] {
     views::ButtonsView* const buttons = Buttons();
@@ -147,51 +127,15 @@ views::MainView* OpenViews::LoadAlphas() {
   return view;
 }
 
-views::MainView* OpenViews::LoadButtons() {
-  auto* const view = new views::ButtonsView(services_);
-  Connect(*view);
-  connect(view, &views::ButtonsView::SendButtonDataRequested, this,
-          &OpenViews::SendButtonDataRequested);
-  return view;
-}
-
-void OpenViews::TableEdited(switcher::Table table, int station) {
-  unsent_.Edited(table, station);
-  Q_EMIT Edited({.table = table, .station = station});
-  ShowUnsent();
-}
-
-void OpenViews::TableSent(switcher::Table table, int station, int messages) {
-  unsent_.Sent(table, station);
-  Q_EMIT Sent({.table = table, .station = station}, messages);
-  ShowUnsent();
-}
-
-void OpenViews::TableFailed(switcher::Table table, int station) {
-  Q_EMIT NotSent({.table = table, .station = station});
-}
-
-void OpenViews::NothingUnsent() {
-  unsent_.Clear();
-  ShowUnsent();
-}
-
-void OpenViews::ShowUnsent() {
-  if (views::XmapView* const xmap = Xmap()) {
-    xmap->SetInhibitsUnsent(unsent_.Has(switcher::Table::Inhibits));
-  }
-  Q_EMIT UnsentChanged(unsent_.Names());
-}
-
 template <typename View>
-View* OpenViews::Loaded(const QString& name) const {
+View* OpenViews::FindView(const QString& name) const {
   const QMdiSubWindow* const window = Find(name);
   return window == nullptr ? nullptr : qobject_cast<View*>(window->widget());
 }
 
-views::XmapView* OpenViews::Xmap() const { return Loaded<views::XmapView>(kXmap); }
-views::AlphasView* OpenViews::Alphas() const { return Loaded<views::AlphasView>(kAlphas); }
-views::ButtonsView* OpenViews::Buttons() const { return Loaded<views::ButtonsView>(kButtons); }
+views::XmapView* OpenViews::Xmap() const { return FindView<views::XmapView>(kXmap); }
+views::AlphasView* OpenViews::Alphas() const { return FindView<views::AlphasView>(kAlphas); }
+views::ButtonsView* OpenViews::Buttons() const { return FindView<views::ButtonsView>(kButtons); }
 
 template <typename View>
 View* OpenViews::Active() const {
@@ -223,7 +167,6 @@ void OpenViews::CloseAll() {
 }
 
 void OpenViews::CrosspointRowChanged(int output, int mode) {
-  Q_EMIT MapReported(output, mode);
   if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmap(output, mode);
 }
 
@@ -260,10 +203,6 @@ void OpenViews::ButtonsChanged(int /*station*/) {
 
 void OpenViews::OptosChanged() {
   if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();
-}
-
-void OpenViews::MessageRefused(std::string_view description, switcher::DecodeStatus status) {
-  Q_EMIT ReportRefused(QString::fromUtf8(description), status);
 }
 
 }  // namespace app

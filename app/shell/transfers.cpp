@@ -1,19 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/transfers.h"
+#include "app/shell/transfers.h"
 
-#include "app/log/event_words.h"
+#include "views/transfer/transfer_words.h"
 #include "views/window_place/on_screen.h"
 
 namespace app {
 
 using views::IsShown;
-
-Transfers::Transfers(QWidget& window, OpenViews& views, const views::DownloadServices& download,
-                     const views::RetrievalServices& retrieval)
-    : window_(window), views_(views), downloadServices_(download), retrievalServices_(retrieval) {
-  retrievalServices_.closeViews = [&views] { views.CloseAll(); };
-}
 
 Transfers::~Transfers() {
   // Before what they work with goes.
@@ -21,18 +15,17 @@ Transfers::~Transfers() {
   delete retrieval_;
 }
 
+bool Transfers::IsOpen() const { return IsShown(download_) || IsShown(retrieval_); }
+
 void Transfers::SendData(std::int16_t mode) {
-  if (IsShown(download_) || IsShown(retrieval_)) return;
   // What is typed belongs to what is sent.
-  if (!views_.StoreEdits()) return;
-  downloadServices_.model.DownloadMode = mode;
-  download_ = new views::DownloadWindow(downloadServices_, &window_);
+  if (IsOpen() || !services_.views.StoreEdits()) return;
+  services_.download.model.DownloadMode = mode;
+  download_ = new views::DownloadWindow(services_.download, &services_.window);
   download_->setAttribute(Qt::WA_DeleteOnClose);
   connect(download_, &views::DownloadWindow::Begun, this,
           [this, mode] { Q_EMIT DownloadBegun(mode); });
   connect(download_, &views::DownloadWindow::Ended, this, &Transfers::FinishDownload);
-  connect(download_, &views::DownloadWindow::Sent, &views_, &OpenViews::TableSent);
-  connect(download_, &views::DownloadWindow::Failed, &views_, &OpenViews::TableFailed);
   download_->open();
 }
 
@@ -40,17 +33,18 @@ void Transfers::FinishDownload(const switcher::DownloadResult& result) {
   Q_EMIT DownloadEnded(result);
   Q_EMIT NoteRequested(
       result.notSent.empty()
-          ? DownloadWords(result)
+          ? views::DownloadWords(result)
           : tr("Cancelled. Stages not sent: %1").arg(QString::fromStdString(result.notSent)));
 }
 
 void Transfers::RetrieveData() {
-  if (IsShown(download_) || IsShown(retrieval_)) return;
   // The views are closed for it: what is typed and cannot be stored would be lost.
-  if (!views_.StoreEdits()) return;
-  retrieval_ = new views::RetrievalWindow(retrievalServices_, &window_);
+  if (IsOpen() || !services_.views.StoreEdits()) return;
+  retrieval_ = new views::RetrievalWindow(services_.retrieval, &services_.window);
   retrieval_->setAttribute(Qt::WA_DeleteOnClose);
-  connect(retrieval_, &QDialog::finished, &views_, &OpenViews::ShowAllInPlace);
+  connect(retrieval_, &views::RetrievalWindow::ViewsOutdated, &services_.views,
+          &OpenViews::CloseAll);
+  connect(retrieval_, &QDialog::finished, &services_.views, &OpenViews::ShowAllInPlace);
   connect(retrieval_, &views::RetrievalWindow::Begun, this, &Transfers::RetrievalBegun);
   connect(retrieval_, &views::RetrievalWindow::Ended, this, &Transfers::FinishRetrieval);
   retrieval_->open();
@@ -58,7 +52,7 @@ void Transfers::RetrieveData() {
 
 void Transfers::FinishRetrieval(const switcher::RetrievalResult& result) {
   // What was edited here is overwritten by what the switcher holds.
-  if (result.IsWhole()) views_.NothingUnsent();
+  if (result.IsWhole()) services_.download.unsent.Clear();
   Q_EMIT RetrievalEnded(result);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/port_access.h"
+#include "app/shell/port_access.h"
 
 #include <QCoreApplication>
 

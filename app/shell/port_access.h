@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_PORT_ACCESS_H_
-#define APP_PORT_ACCESS_H_
+#ifndef APP_SHELL_PORT_ACCESS_H_
+#define APP_SHELL_PORT_ACCESS_H_
 
 #include <QFileInfo>
 #include <QString>
@@ -19,4 +19,4 @@ std::optional<QString> PortAccessHint(const QFileInfo& device);
 
 }  // namespace app
 
-#endif  // APP_PORT_ACCESS_H_
+#endif  // APP_SHELL_PORT_ACCESS_H_

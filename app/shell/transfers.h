@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_TRANSFERS_H_
-#define APP_TRANSFERS_H_
+#ifndef APP_SHELL_TRANSFERS_H_
+#define APP_SHELL_TRANSFERS_H_
 
 #include <QObject>
 #include <QPointer>
 #include <cstdint>
 
-#include "app/open_views.h"
+#include "app/shell/open_views.h"
 #include "views/transfer/download_window.h"
 #include "views/transfer/retrieval_window.h"
 
@@ -19,10 +19,15 @@ class Transfers : public QObject {
   Q_OBJECT
 
  public:
-  // All that is referred to must outlive the object.  The retrieval's closeViews need not be
-  // set.
-  Transfers(QWidget& window, OpenViews& views, const views::DownloadServices& download,
-            const views::RetrievalServices& retrieval);
+  struct Services {
+    QWidget& window;  // the main window
+    OpenViews& views;
+    views::DownloadServices download;
+    switcher::RetrievalParts retrieval;
+  };
+
+  // All that is referred to must outlive the object.
+  explicit Transfers(const Services& services) : services_(services) {}
 
   // Closes what is still open.
   ~Transfers() override;
@@ -50,17 +55,15 @@ class Transfers : public QObject {
   void NoteRequested(const QString& note);
 
  private:
+  bool IsOpen() const;
   void FinishDownload(const switcher::DownloadResult& result);
   void FinishRetrieval(const switcher::RetrievalResult& result);
 
-  QWidget& window_;
-  OpenViews& views_;
-  const views::DownloadServices downloadServices_;
-  views::RetrievalServices retrievalServices_;
+  const Services services_;
   QPointer<views::DownloadWindow> download_;
   QPointer<views::RetrievalWindow> retrieval_;
 };
 
 }  // namespace app
 
-#endif  // APP_TRANSFERS_H_
+#endif  // APP_SHELL_TRANSFERS_H_

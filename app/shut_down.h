@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_SHUT_DOWN_H_
+#define APP_SHUT_DOWN_H_
+
+#include <QObject>
+#include <filesystem>
+
+#include "app/settings_file.h"
+#include "app/shell/main_window.h"
+#include "app/shell/main_window_place.h"
+#include "app/shell/message_boxes.h"
+#include "app/shell/open_views.h"
+#include "app/shell/transfers.h"
+#include "db/database_files.h"
+#include "gateway/panel_gateway.h"
+#include "gateway/qt_sockets.h"
+#include "switcher/serial_port.h"
+
+namespace app {
+
+// The shut-down: the window's place, the database, the serial port, the timers, the settings, the
+// panels, the child windows, in this order.  The program ends behind it.
+//
+// A database that cannot be saved keeps the program running, and closing tries again.
+class ShutDown : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Services {
+    const model::SystemModel& model;
+    MessageBoxes& boxes;
+    MainWindow& window;
+    MainWindowPlace& place;
+    Transfers& transfers;
+    OpenViews& views;
+    db::DatabaseFiles& files;
+    std::filesystem::path workingCopy;  // of the database
+    switcher::SerialPort& port;
+    const SettingsFile& settings;
+    gateway::Listener& listener;
+    gateway::PanelGateway& panels;
+  };
+
+  // All must outlive the object.
+  explicit ShutDown(const Services& services) : services_(services) {}
+
+  // The window is to close: runs the shut-down.  False when something keeps it from its end, which
+  // has been reported.
+  bool Run();
+
+  // The system wants the program to end: what cannot be stored does not hold it up.
+  void Terminate();
+
+  // The user logs out of the desktop, and wants what was edited kept.  False when the console must
+  // stay for that.
+  bool EndSession();
+
+ Q_SIGNALS:
+  // The database was saved, and had been changed.
+  void DatabaseSaved();
+
+ private:
+  void OfferToCloseWithoutSaving(const model::Status& status);
+  void CloseWithoutSaving();
+  void EndRun();
+  void EndProgram();
+
+  const Services services_;
+  bool terminating_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace app
+
+#endif  // APP_SHUT_DOWN_H_

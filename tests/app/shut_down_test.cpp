@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/shut_down.h"
+
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QSignalSpy>
+#include <QTableView>
+#include <filesystem>
+
+#include "app/log/panel_reports.h"
+#include "config/configuration.h"
+#include "switcher/line_share.h"
+#include "tests/app/views_fixture.h"
+#include "tests/support/fake_client_socket.h"
+#include "tests/support/fake_pause_timer.h"
+#include "tests/views/gui_support.h"
+
+namespace app {
+namespace {
+
+using testing::HasSubstr;
+
+class ShutDownTest : public TransfersFixture {
+ protected:
+  ShutDownTest() {
+    model_.ApplyFixedValues();
+    database_.AddStation(1, {{"Hidden", 0}, {"Label", "out"}, {"InLabel", "in"}});
+    EXPECT_TRUE(line_.Open(1).ok());
+    window_.show();
+    window_.move(200, 150);
+    window_.PollTimer().start();
+    window_.DecodeTimer().start();
+    views_.ShowAlphas();
+    gateway_.Accept(std::make_unique<Socket>(*this));
+    line_.atClose = [this] { atPortClose_ = Ended(); };
+  }
+
+  // A program under test must not be told to quit.
+  ~ShutDownTest() override { QCoreApplication::removePostedEvents(qApp, QEvent::MetaCall); }
+
+  class Line : public test::FakeSerialPort {
+   public:
+    void Close() override {
+      if (atClose) atClose();
+      FakeSerialPort::Close();
+    }
+    std::function<void()> atClose;
+  };
+
+  class Socket : public test::FakeClientSocket {
+   public:
+    explicit Socket(ShutDownTest& test)
+        : FakeClientSocket(std::make_shared<test::FakePeer>()), test_(test) {}
+    void Close() override {
+      test_.atPanelClose_ = test_.Ended();
+      FakeClientSocket::Close();
+    }
+
+   private:
+    ShutDownTest& test_;
+  };
+
+  // What of the run has ended.
+  std::string Ended() {
+    std::string ended;
+    if (settings_.Text(QStringLiteral("MainLeft")) == QStringLiteral("3000")) ended += "place ";
+    if (!database_.Files().IsOpen()) ended += "database ";
+    if (!line_.IsOpen()) ended += "port ";
+    if (!window_.PollTimer().isActive() && !window_.DecodeTimer().isActive()) ended += "timers ";
+    if (std::filesystem::exists(folder_ / config::kConfigurationFile)) ended += "settings ";
+    if (!views_.IsOpen(QStringLiteral("frmAlphas"))) ended += "views";
+    return ended;
+  }
+
+  // Types a label that cannot be stored.
+  void TypeWhatCannotBeStored() {
+    auto& labels = *test::Find<QTableView>(*views_.Alphas(), "jgAlphas").model();
+    ASSERT_TRUE(labels.setData(labels.index(0, 1), QStringLiteral("Studio")));
+    database_.Delete(1);
+  }
+
+  std::string atPortClose_ = "(the port was not closed)";
+  std::string atPanelClose_ = "(no panel was closed)";
+  test::TemporaryFolder folder_;
+  SettingsFile settingsFile_{
+      {.path = QString::fromStdString(folder_.Path().string()), .program = {}, .lacks = {}}};
+  Line line_;
+  switcher::LineShare share_{line_, [] { return std::chrono::milliseconds(500); }};
+  test::FakePauseTimer pause_;
+  PanelReports panelReports_{labels_, inhibits_};
+  gateway::PanelGateway gateway_{{.model = model_,
+                                  .files = database_.Files(),
+                                  .commands = live_,
+                                  .line = share_,
+                                  .timer = pause_,
+                                  .decodeTimer = window_,
+                                  .events = panelReports_,
+                                  .reporter = reporter_}};
+  gateway::Listener listener_;
+  MessageBoxes boxes_;
+  MainWindowPlace place_{window_, settings_};
+  ShutDown shutDown_{{.model = model_,
+                      .boxes = boxes_,
+                      .window = window_,
+                      .place = place_,
+                      .transfers = transfers_,
+                      .views = views_,
+                      .files = database_.Files(),
+                      .workingCopy = {},
+                      .port = line_,
+                      .settings = settingsFile_,
+                      .listener = listener_,
+                      .panels = gateway_}};
+};
+
+TEST_F(ShutDownTest, EverythingEndsInItsOrder) {
+  const QSignalSpy saved(&shutDown_, &ShutDown::DatabaseSaved);
+  EXPECT_EQ(Ended(), "");
+  EXPECT_TRUE(shutDown_.Run());
+  EXPECT_EQ(atPortClose_, "place database ");
+  EXPECT_EQ(atPanelClose_, "place database port timers settings ");
+  EXPECT_EQ(Ended(), "place database port timers settings views");
+  EXPECT_EQ(saved.size(), 1);
+  EXPECT_TRUE(boxes_.IsEmpty());
+  EXPECT_TRUE(shutDown_.Run()) << "the window may close once more";
+}
+
+TEST_F(ShutDownTest, WhatCannotBeStoredKeepsTheProgram) {
+  TypeWhatCannotBeStored();
+  EXPECT_FALSE(shutDown_.Run());
+  EXPECT_FALSE(shutDown_.EndSession());
+  EXPECT_EQ(Ended(), "");
+  EXPECT_THAT(reporter_.reports.back(), HasSubstr("Error Storing Station Labels"));
+}
+
+TEST_F(ShutDownTest, ASystemThatEndsTheProgramIsNotHeldUpByIt) {
+  window_.SetCloseHandler([this] { return shutDown_.Run(); });
+  TypeWhatCannotBeStored();
+  shutDown_.Terminate();
+  EXPECT_EQ(Ended(), "place database port timers settings views");
+  EXPECT_FALSE(window_.isVisible());
+}
+
+TEST_F(ShutDownTest, AMinimisedWindowKeepsItsPlace) {
+  window_.showMinimized();
+  EXPECT_TRUE(shutDown_.Run());
+  EXPECT_EQ(Ended(), "database port timers settings views");
+}
+
+}  // namespace
+}  // namespace app

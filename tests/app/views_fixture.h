@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef TESTS_APP_VIEWS_FIXTURE_H_
+#define TESTS_APP_VIEWS_FIXTURE_H_
+
+#include <gtest/gtest.h>
+
+#include "app/log/switcher_reports.h"
+#include "app/shell/main_window.h"
+#include "app/shell/open_views.h"
+#include "app/shell/transfers.h"
+#include "switcher/decoder.h"
+#include "switcher/live_commands.h"
+#include "switcher/table_senders.h"
+#include "tests/support/fake_serial_port.h"
+#include "tests/support/recording_reporter.h"
+#include "tests/support/recording_tables.h"
+#include "tests/support/small_database.h"
+
+namespace app {
+
+// What the views work with, without hardware and without stations.
+class ViewsFixture : public testing::Test {
+ protected:
+  views::Services Services() {
+    return {.model = model_,
+            .stations = [this] { return database_.Files().Stations(); },
+            .changes = changes_,
+            .commands = live_,
+            .tables = tables_,
+            .unsent = unsent_,
+            .poll = tables_,
+            .settings = settings_,
+            .reporter = reporter_};
+  }
+
+  model::SystemModel model_;
+  test::SmallDatabase database_;
+  test::FakeSerialPort port_;
+  test::RecordingReporter reporter_;
+  test::RecordingTables tables_;
+  views::UnsentTables unsent_;
+  stations::Changes changes_;
+  config::WindowSettings settings_{QString()};
+  switcher::LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}};
+};
+
+// The main window with its views and transfers, and what decodes for them.
+class TransfersFixture : public ViewsFixture {
+ protected:
+  CommandTable commands_;
+  MainWindow window_{commands_};
+  OpenViews views_{window_.Area(), Services()};
+  EventLog log_;
+  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
+  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }, changes_};
+  SwitcherReports reports_{{.model = model_, .labels = labels_, .log = log_}};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .changes = changes_,
+                              .observers = {views_, reports_}}};
+  switcher::Link link_{model_, port_, decoder_, window_};
+  switcher::TableSenders senders_{
+      {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
+  Transfers transfers_{
+      {.window = window_,
+       .views = views_,
+       .download = {.model = model_, .tables = senders_, .poll = tables_, .unsent = unsent_},
+       .retrieval = {.model = model_,
+                     .decoder = decoder_,
+                     .port = port_,
+                     .link = link_,
+                     .poll = tables_,
+                     .reporter = reporter_}}};
+};
+
+}  // namespace app
+
+#endif  // TESTS_APP_VIEWS_FIXTURE_H_
