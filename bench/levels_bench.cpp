@@ -122,6 +122,7 @@ double DragOnTheLine(int drags) {
                                  .stations = plain.stations,
                                  .commands = commands,
                                  .tables = plain.tables,
+                                 .unsent = plain.unsent,
                                  .poll = plain.poll,
                                  .settings = plain.settings,
                                  .reporter = plain.reporter};
