@@ -124,6 +124,7 @@ double DragOnTheLine(int drags) {
                                  .changes = plain.changes,
                                  .commands = commands,
                                  .tables = plain.tables,
+                                 .unsent = plain.unsent,
                                  .poll = plain.poll,
                                  .settings = plain.settings,
                                  .reporter = plain.reporter};

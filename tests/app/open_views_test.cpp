@@ -7,7 +7,6 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTest>
@@ -23,9 +22,6 @@ namespace {
 class OpenViewsTest : public ViewsFixture {
  protected:
   OpenViewsTest() {
-    QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
-              QStringLiteral("Orvo Intercom Control"))
-        .clear();
     area_.resize(900, 700);
     area_.show();
   }

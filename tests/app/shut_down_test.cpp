@@ -139,7 +139,7 @@ TEST_F(ShutDownTest, ASystemThatEndsTheProgramIsNotHeldUpByIt) {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
   TypeWhatCannotBeStored();
   shutDown_.Terminate();
-  EXPECT_EQ(Ended(), "place database port timers settings views");
+  EXPECT_EQ(Ended(), "place database port timers settings ") << "all but the view itself";
   EXPECT_FALSE(window_.isVisible());
 }
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QSettings>
+
 #include "app/log/switcher_reports.h"
 #include "app/shell/main_window.h"
 #include "app/shell/open_views.h"
@@ -19,9 +21,15 @@
 
 namespace app {
 
-// What the views work with, without hardware and without stations.
+// What the views work with, without hardware and without stations, with settings that are empty.
 class ViewsFixture : public testing::Test {
  protected:
+  ViewsFixture() {
+    QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Orvo"),
+              QStringLiteral("Orvo Intercom Control"))
+        .clear();
+  }
+
   views::Services Services() {
     return {.model = model_,
             .stations = [this] { return database_.Files().Stations(); },

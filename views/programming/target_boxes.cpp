@@ -13,6 +13,7 @@
 #include "model/flag_string.h"
 #include "views/programming/focus_grid.h"
 #include "views/programming/page_metrics.h"
+#include "views/widgets/console_style.h"
 #include "views/widgets/plain_caption.h"
 #include "views/widgets/scaled_font.h"
 
@@ -36,6 +37,7 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
   auto* const keys = new FocusGrid(kPageColumns, *this);
   for (int index = 0; index < count; ++index) {
     auto* const box = new QCheckBox(this);
+    ConsoleStyle::SetCaptionClose(*box);
     box->setObjectName(boxName + u'_' + QString::number(index));
     box->setMinimumHeight(kSmallestTarget);
     // All columns are of one width, whatever their captions.

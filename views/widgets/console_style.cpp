@@ -3,6 +3,7 @@
 #include "views/widgets/console_style.h"
 
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QMainWindow>
 #include <QPainter>
 #include <QStyleOption>
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 
-#include "views/programming/target_boxes.h"
 #include "views/widgets/contrast.h"
 
 namespace views {
@@ -19,7 +19,8 @@ namespace {
 constexpr int kFrameWidth = 2;
 constexpr int kTitleHeight = 24;
 constexpr int kToolNarrowing = 4;
-constexpr int kBoxSpacing = 3;
+constexpr int kCloseSpacing = 3;
+constexpr char kCloseCaption[] = "closeCaption";
 
 constexpr double kBoxLine = 0.55;          // of the ink
 constexpr double kDisabledBoxLine = 0.25;  // of the ink
@@ -88,6 +89,8 @@ void KeepTipsLight(QPalette::ColorGroup group, QPalette& palette) {
 
 }  // namespace
 
+void ConsoleStyle::SetCaptionClose(QCheckBox& box) { box.setProperty(kCloseCaption, true); }
+
 bool ConsoleStyle::IsOverFusion() const {
   return baseStyle()->name().compare(QLatin1String("fusion"), Qt::CaseInsensitive) == 0;
 }
@@ -151,10 +154,7 @@ int ConsoleStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
       if (InChildToolBar(widget)) return 0;
       break;
     case PM_CheckBoxLabelSpacing:
-      if (widget != nullptr &&
-          qobject_cast<const TargetBoxes*>(widget->parentWidget()) != nullptr) {
-        return kBoxSpacing;
-      }
+      if (widget != nullptr && widget->property(kCloseCaption).toBool()) return kCloseSpacing;
       break;
     default:
       break;

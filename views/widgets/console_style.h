@@ -5,21 +5,23 @@
 
 #include <QProxyStyle>
 
+class QCheckBox;
+
 namespace views {
 
-// The look of the console: another style with thin frames around the child windows and no
-// margins around their tool bars, so that title bar, tool bar and frame of a child window fit
-// into the 52 pixels that the crosspoint grid leaves them, narrower tools, so that all tools of the
-// grid fit into the width that it has at first, and boxes of targets that stand close to their
-// captions, so that eight of them fit into the first width of the programming view.  A click beside
-// the handle of a slider moves it by a page, and no button makes it jump to the pointer: a gain
-// must not leap.
+// The look of the console, over another style.
 //
-// Fusion tells the focus by a tint and a box by a shade, which dark colours swallow: over it, both
-// get a line.  The picture of the menu item that is lit is in the ink of its text, and a
-// placeholder that a desktop's colours leave dark on dark is one that can be read.  The ground of
-// tips is light on a dark desktop, too: it is that of every other band of the crosspoint map, and
-// the bands between are light whatever the desktop.
+// Child windows: their title bar, tool bar and frame fit into the 52 pixels that the crosspoint
+// grid leaves for them, and their tools are narrower, so that all tools of the grid fit into its
+// first width.
+//
+// Sliders: a click beside the handle moves it by a page, and no button makes it jump to the
+// pointer: a gain must not leap.
+//
+// Colours: Fusion shows the focus by a tint and a box by a shade, which cannot be seen in dark
+// themes; over Fusion, both get a line.  The picture of the lit menu item has the colour of its
+// text.  A placeholder that would be dark on dark can be read.  Tips have a light ground in dark
+// themes, too: every other band of a grid has their colour, and those between are always light.
 class ConsoleStyle : public QProxyStyle {
   Q_OBJECT
 
@@ -27,6 +29,10 @@ class ConsoleStyle : public QProxyStyle {
   // Over the application's own style, or over the named one ("Fusion").
   ConsoleStyle() = default;
   explicit ConsoleStyle(const QString& baseStyle) : QProxyStyle(baseStyle) {}
+
+  // The caption of this check box stands close to the box: where many have to fit beside each
+  // other.
+  static void SetCaptionClose(QCheckBox& box);
 
   using QProxyStyle::polish;
   void polish(QPalette& palette) override;
