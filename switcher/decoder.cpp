@@ -115,7 +115,7 @@ void Decoder::DecodeInhibitRow(Message message) {
   const Outcome outcome =
       Store(ParseInhibitRow(message, services_.model.ChannelCount, &row),
             "Error Storing Inhibits Table", [&](jet::Database& database, Stored* stored) {
-              return StoreFlags(database, row.output, db::kInhibitsField, row.inhibited, Author(),
+              return StoreFlags(database, row.output, db::kInhibitsField, row.inhibited, Switcher(),
                                 stored);
             });
   Tell(message, outcome, &SwitcherEvents::InhibitsChanged, row.output);
