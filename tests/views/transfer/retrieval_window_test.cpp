@@ -14,6 +14,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "db/database_files.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
