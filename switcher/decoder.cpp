@@ -73,7 +73,7 @@ void Decoder::DecodeCrosspointRow(Message message) {
   Tell(message, status);
   if (status != DecodeStatus::Ok) return;
 
-  Announce(&SwitcherEvents::CrosspointRowChanged, row.output, row.status);
+  services_.observers.Tell(&SwitcherEvents::CrosspointRowChanged, row.output, row.status);
   if (row.output == model.ChannelCount) model.XmapComplete = true;
 }
 
@@ -85,14 +85,14 @@ void Decoder::DecodeGainReport(Message message) {
     std::copy_n(steps.begin(), std::min(steps.size(), gains.size()), gains.begin());
   }
   Tell(message, status);
-  if (status == DecodeStatus::Ok) Announce(&SwitcherEvents::GainsChanged);
+  if (status == DecodeStatus::Ok) services_.observers.Tell(&SwitcherEvents::GainsChanged);
 }
 
 void Decoder::DecodeTally(Message message) {
   const DecodeStatus status = ParseTally(message, &services_.model.QdvTally);
   if (status == DecodeStatus::Ok) services_.model.TallySeen = true;
   Tell(message, status);
-  if (status == DecodeStatus::Ok) Announce(&SwitcherEvents::TallyChanged);
+  if (status == DecodeStatus::Ok) services_.observers.Tell(&SwitcherEvents::TallyChanged);
 }
 
 void Decoder::DecodeLabels(Message message) {
@@ -173,7 +173,8 @@ void Decoder::Tell(Message message, DecodeStatus status) {
   if (services_.model.RetrieveActive && history_ != nullptr) {
     history_->UpdateStatus(description, static_cast<int>(message.size()), status);
   }
-  if (status != DecodeStatus::Ok) Announce(&SwitcherEvents::MessageRefused, description, status);
+  if (status != DecodeStatus::Ok)
+    services_.observers.Tell(&SwitcherEvents::MessageRefused, description, status);
 }
 
 }  // namespace switcher

@@ -86,12 +86,7 @@ class Decoder {
   template <typename Event, typename... Values>
   void Tell(Message message, const Outcome& outcome, Event event, Values... values) {
     Tell(message, outcome.status);
-    if (outcome.stored != Stored::Nothing) Announce(event, values...);
-  }
-
-  template <typename Event, typename... Values>
-  void Announce(Event event, Values... values) const {
-    services_.observers.Tell(event, values...);
+    if (outcome.stored != Stored::Nothing) services_.observers.Tell(event, values...);
   }
 
   const Services services_;

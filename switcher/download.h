@@ -10,8 +10,8 @@
 
 #include "model/system_model.h"
 #include "switcher/download_plan.h"
+#include "switcher/line.h"
 #include "switcher/poll_switch.h"
-#include "switcher/send_progress.h"
 #include "switcher/table.h"
 #include "switcher/table_senders.h"
 

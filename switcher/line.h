@@ -10,7 +10,6 @@
 #include "model/error_reporter.h"
 #include "model/status.h"
 #include "model/system_model.h"
-#include "switcher/send_progress.h"
 #include "switcher/serial_port.h"
 
 namespace switcher {
@@ -21,6 +20,16 @@ inline constexpr char kSendErrorTitle[] = "Serial Communications Error";
 // Reports such a failure to the operator.
 void ReportSendError(model::ErrorReporter& reporter, std::string_view failureLine,
                      const model::Status& status);
+
+// Who is told how far the sending of tables has come.
+class SendProgress {
+ public:
+  virtual ~SendProgress() = default;
+
+  // One more data value has been handed to the port.  A pair is one value; of the label texts
+  // every byte is one.  Code, checksum and end byte are none.
+  virtual void UpdateStatus() = 0;
+};
 
 // The line to the switcher, as those use it who send messages.
 class Line {

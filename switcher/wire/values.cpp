@@ -22,6 +22,11 @@ bool WireReader::GetPair(int* value) {
   return true;
 }
 
+DecodeStatus WireReader::Finish() {
+  if (GetRaw() != checksum_) return DecodeStatus::ChecksumFailed;
+  return GetRaw() == kEndOfMessage ? DecodeStatus::Ok : DecodeStatus::MissingEnd;
+}
+
 int WireReader::GetRaw() {
   if (rest_.empty()) return -1;
   const int byte = rest_[0];

@@ -14,6 +14,8 @@
 #include <span>
 #include <vector>
 
+#include "switcher/wire/decode_status.h"
+
 namespace switcher {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -35,14 +37,17 @@ class WireReader {
   // than two bytes are left.
   bool GetPair(int* value);
 
-  // Reads a byte that is no value: the checksum byte, the end byte.  Returns -1 when no byte is
-  // left.
-  int GetRaw();
-
   // The checksum of the values read so far, 0..127.
   int Checksum() const { return checksum_; }
 
+  // Reads what stands behind the values: the checksum byte, which must be that of those read so
+  // far, and the end byte.  Ok, ChecksumFailed or MissingEnd.
+  DecodeStatus Finish();
+
  private:
+  // A byte that is no value; -1 when none is left.
+  int GetRaw();
+
   std::span<const std::uint8_t> rest_;
   int checksum_ = 0;
 };

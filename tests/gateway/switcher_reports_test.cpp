@@ -71,9 +71,11 @@ class SwitcherReportsTest : public GatewayTest {
 
   std::vector<std::string> seen_;
   Views views_{seen_};
+  stations::Changes changes_;
   switcher::Decoder decoder_{{.model = model_,
                               .database = [this] { return database_.Files().Database(); },
                               .reporter = reporter_,
+                              .changes = changes_,
                               .observers = {views_, gateway_}}};
 };
 

@@ -256,6 +256,7 @@ TEST_F(DecoderTest, ObserversAreToldInTheirOrder) {
   Decoder decoder({.model = model_,
                    .database = [] { return nullptr; },
                    .reporter = reporter_,
+                   .changes = changes_,
                    .observers = {first, second}});
   decoder.Decode(EncodeTally({}));
   EXPECT_THAT(told, ElementsAre("first", "second"));

@@ -114,13 +114,5 @@ TEST(DropFirst, TakesExactlyOneByte) {
   EXPECT_TRUE(buffer.bytes.empty());
 }
 
-TEST(IsReceivedCode, KnowsTheEightCodesOfTheSwitcherAndNoOther) {
-  const Bytes known = FromHex("E1 E2 E4 F3 F4 F5 F9 FB");
-  for (int code = 0; code <= 0xFF; ++code) {
-    const bool expected = std::find(known.begin(), known.end(), code) != known.end();
-    EXPECT_EQ(IsReceivedCode(static_cast<std::uint8_t>(code)), expected) << code;
-  }
-}
-
 }  // namespace
 }  // namespace switcher

@@ -302,16 +302,33 @@ Bytes MessageOfRow(const std::string& name, const PageSize& size) {
 TEST(WirePageTest, TheLengthsAreThoseOfThePage) {
   std::set<std::string> codes;
   for (const auto& row : test::PageTable("wire-format.md", "## Lengths")) {
-    ASSERT_EQ(row.size(), 6U) << row.front();
+    ASSERT_EQ(row.size(), 7U) << row.front();
     codes.insert(row[0]);
     for (std::size_t i = 0; i < std::size(kPageSizes); ++i) {
       const Bytes message = MessageOfRow(row[1], kPageSizes[i]);
-      EXPECT_EQ(std::to_string(message.size()), row[3 + i]) << row[1];
+      EXPECT_EQ(std::to_string(message.size()), row[4 + i]) << row[1];
       EXPECT_EQ("0x" + test::Hex(Bytes{message.front()}), row[0]) << row[1];
     }
   }
   for (const MessageKind& kind : kMessages) {
     EXPECT_TRUE(codes.contains("0x" + test::Hex(Bytes{kind.code}))) << kind.name;
+  }
+}
+
+TEST(WirePageTest, TheSwitcherSendsWhatThePageSays) {
+  std::set<std::string> received;
+  std::set<std::string> sent;
+  for (const auto& row : test::PageTable("wire-format.md", "## Lengths")) {
+    ASSERT_THAT(row[2], testing::AnyOf("to", "from", "both"));
+    if (row[2] != "to") received.insert(row[0]);
+    if (row[2] != "from") sent.insert(row[0]);
+  }
+  for (int code = 0; code <= 0xFF; ++code) {
+    const auto byte = static_cast<std::uint8_t>(code);
+    const std::string name = "0x" + test::Hex(Bytes{byte});
+    EXPECT_EQ(IsReceivedCode(byte), received.contains(name)) << name;
+    const MessageKind* const kind = FindMessage(byte);
+    EXPECT_EQ(kind != nullptr && kind->ToSwitcher(), sent.contains(name)) << name;
   }
 }
 

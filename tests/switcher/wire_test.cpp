@@ -56,7 +56,21 @@ TEST(WireReader, HalfAPairIsNotRead) {
   EXPECT_TRUE(reader.GetByte(&value));
   EXPECT_EQ(value, 5);
   EXPECT_FALSE(reader.GetByte(&value));
-  EXPECT_EQ(reader.GetRaw(), -1);
+  EXPECT_EQ(reader.Finish(), DecodeStatus::ChecksumFailed);
+}
+
+TEST(WireReader, TheEndIsTheChecksumAndTheEndByte) {
+  const auto finish = [](const char* hex) {
+    const Bytes data = FromHex(hex);
+    WireReader reader(data);
+    int value = 0;
+    reader.GetByte(&value);
+    return reader.Finish();
+  };
+  EXPECT_EQ(finish("05 05 FF"), DecodeStatus::Ok);
+  EXPECT_EQ(finish("05 06 FF"), DecodeStatus::ChecksumFailed);
+  EXPECT_EQ(finish("05 05 7F"), DecodeStatus::MissingEnd);
+  EXPECT_EQ(finish("05 05"), DecodeStatus::MissingEnd);
 }
 
 }  // namespace

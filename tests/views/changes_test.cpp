@@ -135,7 +135,11 @@ class ChangesOfTheSwitcher : public testing::Test {
   test::RecordingSwitcherEvents events_;
   stations::Changes changes_;
   test::RecordingChanges heard_{changes_};
-  switcher::Decoder decoder_{model_, database_.Files(), reporter_, events_, changes_};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .changes = changes_,
+                              .observers = {events_}}};
 };
 
 TEST_F(ChangesOfTheSwitcher, EveryTableTellsStationByStationWhatItChanged) {
@@ -176,7 +180,11 @@ TEST(ChangesOfAFailure, OfATableThatIsNotStoredAreNone) {
   test::RecordingSwitcherEvents events;
   stations::Changes changes;
   const test::RecordingChanges heard(changes);
-  switcher::Decoder decoder(model, narrow.Files(), reporter, events, changes);
+  switcher::Decoder decoder({.model = model,
+                             .database = [&] { return narrow.Files().Database(); },
+                             .reporter = reporter,
+                             .changes = changes,
+                             .observers = {events}});
   decoder.Decode(test::FromHex("F9 14 61 20 20 20 20 20 20 20 53 74 61 2E 20 30 30 32 5D FF"));
   EXPECT_EQ(reporter.reports.size(), 1U);
   EXPECT_EQ(narrow.Field(1, "Label"), "old");

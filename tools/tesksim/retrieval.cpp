@@ -65,7 +65,7 @@ TableMessage Retrieval::MessageAt(int index) const {
 }
 
 Bytes Retrieval::Encode(const TableMessage& message) const {
-  switch (static_cast<switcher::MessageCode>(message.code)) {
+  switch (message.code) {
     case switcher::kAlphaLabelsCode:
       return LabelsMessage(state_, message.number);
     case switcher::kInhibitRowCode:
@@ -74,17 +74,9 @@ Bytes Retrieval::Encode(const TableMessage& message) const {
       return RelaysMessage(state_, message.number);
     case switcher::kOptoDataCode:
       return OptosMessage(state_);
-    case switcher::kButtonDataCode:
+    default:
       return ButtonsMessage(state_, message.number);
-    case switcher::kTakeCode:
-    case switcher::kGainCode:
-    case switcher::kLabelOrderCode:
-    case switcher::kGainReportCode:
-    case switcher::kCrosspointRowCode:
-    case switcher::kTallyCode:
-      break;  // no tables that the switcher sends
   }
-  return {};
 }
 
 const SpoiledMessage* Retrieval::FindSpoiled(const TableMessage& message) const {

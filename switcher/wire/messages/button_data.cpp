@@ -42,8 +42,7 @@ DecodeStatus ParseButtonData(std::span<const std::uint8_t> message, int stationC
     button.targets.resize(static_cast<std::size_t>(groupsPerButton) * 8);
     GetFlagGroups(reader, button.targets);
   }
-  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
-  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
+  if (const DecodeStatus status = reader.Finish(); status != DecodeStatus::Ok) return status;
   data->buttons = std::move(received);
   return DecodeStatus::Ok;
 }

@@ -23,9 +23,7 @@ DecodeStatus ParseCrosspointRow(std::span<const std::uint8_t> message, int chann
   row->status = static_cast<std::uint8_t>(status & 0xFF);
   row->sources.assign(static_cast<std::size_t>(channelCount), 0);
   GetFlagGroups(reader, row->sources);
-  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
-  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
-  return DecodeStatus::Ok;
+  return reader.Finish();
 }
 
 Bytes EncodeCrosspointRow(const CrosspointRow& row) {

@@ -31,8 +31,7 @@ DecodeStatus ParseFlagRow(MessageCode code, std::span<const std::uint8_t> messag
   reader.GetPair(&wireOutput);
   std::vector<std::uint8_t> received(static_cast<std::size_t>(memberCount));
   GetFlagGroups(reader, received);
-  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
-  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
+  if (const DecodeStatus status = reader.Finish(); status != DecodeStatus::Ok) return status;
   *members = std::move(received);
   return DecodeStatus::Ok;
 }

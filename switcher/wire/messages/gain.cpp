@@ -19,9 +19,7 @@ std::optional<Gain> ParseGain(std::span<const std::uint8_t> message) {
   Gain gain;
   reader.GetByte(&gain.input);
   reader.GetByte(&gain.step);
-  if (reader.GetRaw() != reader.Checksum() || reader.GetRaw() != kEndOfMessage) {
-    return std::nullopt;
-  }
+  if (reader.Finish() != DecodeStatus::Ok) return std::nullopt;
   return gain;
 }
 

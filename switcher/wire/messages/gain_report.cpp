@@ -21,8 +21,7 @@ DecodeStatus ParseGainReport(std::span<const std::uint8_t> message, int channelC
     reader.GetByte(&value);
     received.push_back(static_cast<std::int16_t>(value & 0x7F));
   }
-  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
-  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
+  if (const DecodeStatus status = reader.Finish(); status != DecodeStatus::Ok) return status;
   *steps = std::move(received);
   return DecodeStatus::Ok;
 }

@@ -25,9 +25,7 @@ std::optional<LabelOrder> ParseLabelOrder(std::span<const std::uint8_t> message,
     reader.GetPair(&value);
     order.stations.push_back((value & 0xFF) + 1);
   }
-  if (reader.GetRaw() != reader.Checksum() || reader.GetRaw() != kEndOfMessage) {
-    return std::nullopt;
-  }
+  if (reader.Finish() != DecodeStatus::Ok) return std::nullopt;
   return order;
 }
 

@@ -40,8 +40,7 @@ DecodeStatus ParseLabelTexts(std::span<const std::uint8_t> message, int labelCou
       character = static_cast<char>(value);
     }
   }
-  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
-  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
+  if (const DecodeStatus status = reader.Finish(); status != DecodeStatus::Ok) return status;
   *texts = std::move(received);
   return DecodeStatus::Ok;
 }

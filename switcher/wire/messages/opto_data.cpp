@@ -33,8 +33,7 @@ DecodeStatus ParseOptoData(std::span<const std::uint8_t> message, int optoCount,
     opto.stations.resize(kOptoStations);
     GetFlagGroups(reader, opto.stations);
   }
-  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
-  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
+  if (const DecodeStatus status = reader.Finish(); status != DecodeStatus::Ok) return status;
   *data = std::move(received);
   return DecodeStatus::Ok;
 }

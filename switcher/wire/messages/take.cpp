@@ -21,9 +21,7 @@ std::optional<Take> ParseTake(std::span<const std::uint8_t> message) {
   reader.GetPair(&action);
   reader.GetPair(&source);
   reader.GetPair(&destination);
-  if (reader.GetRaw() != reader.Checksum() || reader.GetRaw() != kEndOfMessage) {
-    return std::nullopt;
-  }
+  if (reader.Finish() != DecodeStatus::Ok) return std::nullopt;
   return Take{.destination = destination + 1,
               .source = source + 1,
               .action = static_cast<std::uint8_t>(action & 0xFF)};

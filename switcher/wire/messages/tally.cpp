@@ -15,8 +15,7 @@ DecodeStatus ParseTally(std::span<const std::uint8_t> message, TallyValues* valu
     reader.GetPair(&value);
     point = static_cast<std::int16_t>(value & 0xFF);
   }
-  if (reader.GetRaw() != reader.Checksum()) return DecodeStatus::ChecksumFailed;
-  if (reader.GetRaw() != kEndOfMessage) return DecodeStatus::MissingEnd;
+  if (const DecodeStatus status = reader.Finish(); status != DecodeStatus::Ok) return status;
   *values = received;
   return DecodeStatus::Ok;
 }
