@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-#include "tests/views/gui_support.h"
+#include "tools/stage/application.h"
 
 #include <QFile>
 #include <QSettings>
 
 #include "views/widgets/console_style.h"
 
-namespace test {
+namespace stage {
 namespace {
 
 QtMessageHandler previousHandler = nullptr;
@@ -19,7 +19,7 @@ void WithoutPlatform(QtMsgType type, const QMessageLogContext& context, const QS
 
 }  // namespace
 
-GuiApplication::GuiApplication(int& argc, char** argv) : application_(argc, argv) {
+Application::Application(int& argc, char** argv) : application_(argc, argv) {
   // Not every machine that tests has one.
   qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder_.path()));
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder_.path());
@@ -27,4 +27,4 @@ GuiApplication::GuiApplication(int& argc, char** argv) : application_(argc, argv
   previousHandler = qInstallMessageHandler(WithoutPlatform);
 }
 
-}  // namespace test
+}  // namespace stage

@@ -1,37 +1,46 @@
 // SPDX-License-Identifier: MIT
-//
-// Draws the windows of the download and the retrieval in their states into PNG files, for
-// looking at.
-//
-//   transfer_gallery FOLDER [light|dark|contrast [POINTS]]
 
-#include <QApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/relay_row.h"
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_switcher_events.h"
-#include "tests/support/silent_link_display.h"
-#include "tests/support/temporary_folder.h"
-#include "tests/views/gallery.h"
+#include "tools/gallery/drawings.h"
+#include "tools/gallery/no_switcher.h"
+#include "tools/gallery/pictures.h"
 #include "views/transfer/download_window.h"
 #include "views/transfer/retrieval_window.h"
 
+namespace gallery {
 namespace {
 
-using test::Save;
+// Nobody minds what comes from the switcher.
+class Unheard : public switcher::SwitcherEvents, public switcher::LinkDisplay {
+ public:
+  void CrosspointRowChanged(int /*output*/, int /*mode*/) override {}
+  void GainsChanged() override {}
+  void TallyChanged() override {}
+  void LabelsChanged(int /*selector*/) override {}
+  void InhibitsChanged(int /*output*/) override {}
+  void RelaysChanged(int /*output*/) override {}
+  void ButtonsChanged(int /*station*/) override {}
+  void OptosChanged() override {}
+  void MessageRefused(std::string_view /*description*/,
+                      switcher::DecodeStatus /*status*/) override {}
+  void ShowLinkText(std::string_view /*text*/) override {}
+  void StartDecodeTimer() override {}
+  void ShowBlockedCode(std::optional<std::uint8_t> /*code*/) override {}
+};
 
 // A default system without hardware.
-class Gallery : public switcher::PollSwitch {
+class Transfers {
  public:
-  Gallery() {
+  Transfers() {
     model_.ChannelCount = 64;
     model_.StationCount = 64;
     model_.LabelCount = 128;
@@ -43,11 +52,9 @@ class Gallery : public switcher::PollSwitch {
     if (!port_.Open(1).ok() || !files_.Open().ok()) qFatal("no system");
   }
 
-  void SetPolling(bool /*on*/) override {}
-
   void DrawDownload(std::int16_t mode, const QString& name) {
     model_.DownloadMode = mode;
-    views::DownloadWindow window({.model = model_, .tables = senders_, .poll = *this});
+    views::DownloadWindow window({.model = model_, .tables = senders_, .poll = noSwitcher_});
     window.open();
     Save(window, name + QStringLiteral("-ask"));
     Press(window, "cmdDownGo");
@@ -65,8 +72,8 @@ class Gallery : public switcher::PollSwitch {
                                              .decoder = decoder_,
                                              .port = port_,
                                              .link = link_,
-                                             .poll = *this,
-                                             .reporter = reporter_},
+                                             .poll = noSwitcher_,
+                                             .reporter = noSwitcher_},
                                    .closeViews = [] {}});
     window.open();
     Save(window, QStringLiteral("retrieval-ask"));
@@ -80,13 +87,13 @@ class Gallery : public switcher::PollSwitch {
     second->stop();
     Save(window, QStringLiteral("retrieval-silence"));
 
-    port_.unavailable = true;
+    port_.isMissing = true;
     port_.Close();
     second->start();
     const auto* const line = window.findChild<QLabel*>(QStringLiteral("aidRetrievalLine"));
     if (!QTest::qWaitFor([line] { return line->isVisible(); })) qFatal("no word of the line");
     Save(window, QStringLiteral("retrieval-lost"));
-    port_.unavailable = false;
+    port_.isMissing = false;
     if (!QTest::qWaitFor([this] { return port_.IsOpen(); })) qFatal("the line stays lost");
     Save(window, QStringLiteral("retrieval-back"));
     window.reject();
@@ -106,10 +113,14 @@ class Gallery : public switcher::PollSwitch {
   }
 
  private:
+  std::filesystem::path PathOf(const char* name) const {
+    return folder_.filePath(QLatin1String(name)).toStdString();
+  }
+
   void BeginAndAsk(QWidget& window) {
-    port_.TakeWritten();
+    port_.wasWritten = false;
     Press(window, "cmdOkSysInf");
-    if (!QTest::qWaitFor([this] { return !port_.TakeWritten().empty(); })) qFatal("not asked");
+    if (!QTest::qWaitFor([this] { return port_.wasWritten; })) qFatal("not asked");
   }
 
   // Inhibits and relays of outputs; the relays of output 12 are damaged on the line.
@@ -135,24 +146,23 @@ class Gallery : public switcher::PollSwitch {
   }
 
   model::SystemModel model_;
-  test::TemporaryFolder folder_;
-  db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  test::RecordingSwitcherEvents events_;
-  switcher::Decoder decoder_{model_, files_, reporter_, events_};
-  test::SilentLinkDisplay linkDisplay_;
-  switcher::Link link_{model_, port_, decoder_, linkDisplay_};
-  switcher::TableSenders senders_{model_, files_, port_, reporter_};
+  QTemporaryDir folder_;
+  db::DatabaseFiles files_{PathOf("Tesk.mdb"), PathOf("WorkingDb.md$")};
+  DeadLine port_;
+  NoSwitcher noSwitcher_;
+  Unheard unheard_;
+  switcher::Decoder decoder_{model_, files_, noSwitcher_, unheard_};
+  switcher::Link link_{model_, port_, decoder_, unheard_};
+  switcher::TableSenders senders_{model_, files_, port_, noSwitcher_};
 };
-
-void Draw() {
-  Gallery gallery;
-  gallery.DrawDownload(0, QStringLiteral("download"));
-  gallery.DrawDownload(-1, QStringLiteral("buttons"));
-  gallery.DrawRetrieval();
-}
 
 }  // namespace
 
-int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }
+void DrawTransfer() {
+  Transfers transfers;
+  transfers.DrawDownload(0, QStringLiteral("download"));
+  transfers.DrawDownload(-1, QStringLiteral("download-buttons"));
+  transfers.DrawRetrieval();
+}
+
+}  // namespace gallery

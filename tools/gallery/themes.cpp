@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-#include "tests/views/gallery_themes.h"
+#include "tools/gallery/themes.h"
 
 #include <QApplication>
 #include <QPalette>
 #include <QStyle>
 #include <QToolTip>
 
-namespace test {
+namespace gallery {
 namespace {
 
 QPalette DarkPalette() {
@@ -54,4 +54,4 @@ void ApplyTheme(const QString& theme) {
   QToolTip::setPalette(QApplication::palette());
 }
 
-}  // namespace test
+}  // namespace gallery
