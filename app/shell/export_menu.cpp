@@ -6,18 +6,17 @@
 #include <QBuffer>
 #include <QFileDialog>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
 
-#include "db/station_fields.h"
 #include "files/whole_file.h"
 #include "views/export/sheet_pdf.h"
 #include "views/rules/export_sheets.h"
 #include "views/rules/station_texts.h"
+#include "views/rules/xmap_records.h"
 
 namespace app {
 namespace {
@@ -47,28 +46,12 @@ constexpr Item kItems[] = {
 // The map as it is in the model and the database, whether its view is open or not.
 model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
   grid->Clear();
-  const int channels = grid->ChannelCount();
-  std::vector<std::optional<std::string>> texts;
-  if (model::Status read =
-          rules::ReadAvailableStationTexts(stations, db::kLabelField, channels, &texts);
-      !read.ok()) {
-    return read;
-  }
-  grid->UpdateOutputLabels(texts);
-  if (model::Status read =
-          rules::ReadAvailableStationTexts(stations, db::kInLabelField, channels, &texts);
-      !read.ok()) {
-    return read;
-  }
-  grid->UpdateInputLabels(texts);
-  if (model::Status read =
-          rules::ReadAvailableStationTexts(stations, db::kInhibitsField, channels, &texts);
-      !read.ok()) {
-    return read;
-  }
-  grid->UpdateXmapInhibits(texts);
+  constexpr auto kRead = rules::ReadAvailableStationTexts;
+  if (model::Status drawn = rules::DrawLabels(stations, kRead, grid); !drawn.ok()) return drawn;
+  rules::ChannelSet changed;
+  model::Status drawn = rules::DrawInhibits(stations, kRead, grid, &changed);
   grid->UpdateXmap(model::kAll, 0);
-  return {};
+  return drawn;
 }
 
 std::string_view AsText(const QByteArray& bytes) {

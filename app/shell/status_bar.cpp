@@ -9,10 +9,12 @@
 #include <algorithm>
 
 #include "app/log/event_words.h"
-#include "app/shell/elided_label.h"
 #include "app/shell/link_lamp.h"
+#include "views/widgets/elided_label.h"
 
 namespace app {
+
+using views::ElidedLabel;
 
 namespace {
 
