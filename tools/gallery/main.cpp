@@ -4,8 +4,8 @@
 //
 //   gallery WINDOW FOLDER [light|dark|contrast [POINTS]]
 //
-// WINDOW is one of the names below, or "all".  The folder is made; the theme is light and the
-// font has the desktop's size without one.
+// WINDOW is one of the names below, or "all".  The folder is made.  The default theme is light, the
+// default font size the desktop's.
 
 #include <QDir>
 

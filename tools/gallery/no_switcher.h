@@ -13,7 +13,7 @@
 
 namespace gallery {
 
-// A serial port on which nobody listens and nobody speaks.
+// A serial port with nothing at its other end.
 class DeadLine : public switcher::SerialPort {
  public:
   void SetEvents(switcher::SerialPortEvents* /*events*/) override {}

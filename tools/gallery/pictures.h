@@ -20,7 +20,7 @@ QString FileFor(const QString& name);
 // The picture as NAME.png.  A file that cannot be written ends the program.
 void Save(const QPixmap& picture, const QString& name);
 
-// What a window, or a part of one, shows once the events that wait have come.
+// A window, or a part of one, after its pending events.
 void Save(QWidget& widget, const QString& name);
 
 // The window and the menu or list that is open over it, as on a screen; closes what is open.

@@ -16,7 +16,7 @@
 
 namespace gallery {
 
-// A stage on which views are handled to be drawn.  What is asked for by name must be there.
+// A stage with a view to be drawn.  Parts that are asked for by name must be there.
 class ShownConsole : public stage::Stage {
  public:
   explicit ShownConsole(int channels = 64) : Stage(channels) {}
@@ -36,7 +36,7 @@ class ShownConsole : public stage::Stage {
   // Makes a cell of a grid the current one; rows and columns from 0, without headers.
   void GoToCell(const QString& grid, int row, int column);
 
-  // Presses keys wherever the focus is then.
+  // Keys go to where the focus is.
   static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   static void Type(const char* text);
 
@@ -45,7 +45,7 @@ class ShownConsole : public stage::Stage {
   ::switcher::LiveCommands commands{model, port, switcher};
 };
 
-// Flags of 64, those of `members`, from 1, set.
+// 64 flags, with those of `members` set; they count from 1.
 std::string Flags(std::initializer_list<int> members);
 
 }  // namespace gallery

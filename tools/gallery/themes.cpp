@@ -44,7 +44,7 @@ QPalette ContrastPalette() {
 }  // namespace
 
 void ApplyTheme(const QString& theme) {
-  // As the toolkit does with what a desktop gives.
+  // As the toolkit does with a desktop's palette.
   const auto apply = [](QPalette palette) {
     QApplication::style()->polish(palette);
     QApplication::setPalette(palette);

@@ -19,7 +19,7 @@
 namespace gallery {
 namespace {
 
-// Nobody minds what comes from the switcher.
+// Ignores what comes from the switcher.
 class Unheard : public switcher::SwitcherEvents, public switcher::LinkDisplay {
  public:
   void CrosspointRowChanged(int /*output*/, int /*mode*/) override {}

@@ -24,15 +24,15 @@ using jet::RowPointer;
 using jet::Status;
 using jet::Value;
 
-// In the order in which its members were added.
+// Its members stay in the order in which they were added.
 using Json = nlohmann::ordered_json;
 
-// On one line; bytes that are no text are replaced.
+// On one line; bytes that are not UTF-8 are replaced.
 std::string Line(const Json& json) {
   return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-// Items, each on a line of its own and indented by so much.
+// A list of items, each on a line of its own behind the indent.
 class Lines {
  public:
   explicit Lines(const char* indent) : indent_(indent) {}
@@ -187,7 +187,7 @@ class TableDump {
     Status status = table_.FirstRow(&row);
     while (true) {
       if (!status.ok()) {
-        // The rest of the page is lost; the walk goes on behind it.
+        // The rest of the page is lost; the next page follows.
         Report(status);
         if (status.Page() == jet::kNoPage || status.Page() <= row.page) break;
         row = {status.Page(), 0xFF};
@@ -246,7 +246,7 @@ class TableDump {
   Value value_;
 };
 
-// The software that made the file, told by a property of the database object.
+// The version of the software that made the file, from a property of the database object.
 std::string FormatName(jet::Store& store) {
   if (!store.GetFormat().IsJet4()) return "V1997 [VERSION_3]";
   std::string version;

@@ -20,7 +20,7 @@ void WithoutPlatform(QtMsgType type, const QMessageLogContext& context, const QS
 }  // namespace
 
 Application::Application(int& argc, char** argv) : application_(argc, argv) {
-  // Not every machine that tests has one.
+  // Not every machine has one.
   qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder_.path()));
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder_.path());
   QApplication::setStyle(new views::ConsoleStyle(QStringLiteral("Fusion")));

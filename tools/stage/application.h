@@ -9,8 +9,8 @@
 namespace stage {
 
 // The toolkit's application in the console's style, for a program that must not touch the user's
-// settings: these, and the runtime folder, are its own and go away with it.  What the platform
-// without a screen says of itself is kept quiet.
+// settings: its settings and its runtime folder are temporary.  Messages of the platform without a
+// screen about itself are not printed.
 class Application {
  public:
   Application(int& argc, char** argv);

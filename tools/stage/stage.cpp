@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kDefaultRecords = 128;
 
-// A failure while the stage is set ends the program.
+// A failure of the preparations ends the program.
 void Check(const jet::Status& status) {
   if (!status.ok()) throw std::runtime_error(status.Description());
 }

@@ -12,10 +12,10 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Characters that are no printable ASCII are escaped.
+// All characters that are not printable ASCII are escaped.
 std::string Line(const Json& event) { return event.dump(-1, ' ', true); }
 
-// The bytes of a label as the characters of the same numbers.
+// Each byte of a label as the character of that number, in UTF-8.
 std::string Characters(std::string_view bytes) {
   std::string text;
   for (const char character : bytes) {
@@ -56,7 +56,7 @@ std::string List(std::span<const int> numbers) {
   return text;
 }
 
-// In quotes, with what a terminal would act on as \xHH.
+// In quotes; characters on which a terminal would act are \xHH.
 std::string Quoted(std::string_view text) {
   static constexpr char kDigits[] = "0123456789ABCDEF";
   std::string quoted = "\"";

@@ -34,7 +34,7 @@ bool SameValues(const LabelRecord& a, const LabelRecord& b) {
   return true;
 }
 
-// A label as panels compare it: spaces at its end do not count.
+// A label as it is sent, filled up with spaces: those at its end do not count.
 std::string WithoutSpaces(std::string label) {
   label.erase(label.find_last_not_of(' ') + 1);
   return label;
