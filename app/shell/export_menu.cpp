@@ -127,7 +127,7 @@ bool ExportMenu::Write(Export what, const QString& path) {
       bytes = QByteArray::fromStdString(rules::ToCsv(labels));
       break;
     case Export::LabelsPdf:
-      drawn = views::WriteTablePdf(buffer, tr("Station Labels"), labels);
+      drawn = views::WriteSheetPdf(buffer, tr("Station Labels"), labels);
       break;
     case Export::ProgrammingCsv:
       bytes = QByteArray::fromStdString(rules::ToCsv(rules::ProgrammingSheet(keys)));

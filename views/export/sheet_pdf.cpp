@@ -231,7 +231,7 @@ void DrawMapPage(Document& document, qreal top, const rules::XmapGrid& grid, int
 
 }  // namespace
 
-bool WriteTablePdf(QIODevice& device, const QString& title, const rules::Sheet& sheet) {
+bool WriteSheetPdf(QIODevice& device, const QString& title, const rules::Sheet& sheet) {
   Document document(device, title);
   if (!document.IsOpen()) return false;
   QPainter& painter = document.Painter();

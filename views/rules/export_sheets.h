@@ -18,7 +18,7 @@
 
 namespace rules {
 
-// A table of texts; every row has as many as there are captions.
+// Rows of texts; every row has as many as there are captions.
 struct Sheet {
   std::vector<std::string> captions;
   std::vector<std::vector<std::string>> rows;
