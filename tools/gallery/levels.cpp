@@ -2,6 +2,7 @@
 
 #include "views/levels/input_level_dialog.h"
 
+#include <QApplication>
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
@@ -26,6 +27,10 @@ void DrawSliders() {
   }
   views::InputLevelDialog dialog(console.Services(), QDateTime(), console.window.get());
   dialog.open();
+  // Without being active it has no focus to show.
+  if (!QTest::qWaitFor([&dialog] { return QApplication::activeWindow() == &dialog; })) {
+    qFatal("the levels do not become active");
+  }
   Save(dialog, QStringLiteral("levels-unreported"));
   dialog.ShowReported(Today());
   Save(dialog, QStringLiteral("levels"));

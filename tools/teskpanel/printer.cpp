@@ -6,6 +6,8 @@
 #include <span>
 #include <utility>
 
+#include "tools/teskpanel/hex.h"
+
 namespace teskpanel {
 
 namespace {
@@ -58,14 +60,11 @@ std::string List(std::span<const int> numbers) {
 
 // In quotes; characters on which a terminal would act are \xHH.
 std::string Quoted(std::string_view text) {
-  static constexpr char kDigits[] = "0123456789ABCDEF";
   std::string quoted = "\"";
   for (const char character : text) {
     const auto byte = static_cast<unsigned char>(character);
     if (byte < 0x20 || byte >= 0x7F) {
-      quoted += "\\x";
-      quoted += kDigits[byte >> 4];
-      quoted += kDigits[byte & 15];
+      quoted += "\\x" + Hex(byte);
     } else {
       if (character == '"' || character == '\\') quoted += '\\';
       quoted += character;
