@@ -89,7 +89,7 @@ void DrawProgramming() {
   Save(*console.subWindow, QStringLiteral("buttons-edit-inactive"));
   GoToTab(console, kRelays);
   Save(*console.subWindow, QStringLiteral("relays"));
-  DrawOptos(console);
+  const QSize firstSize = console.subWindow->size();
   console.subWindow->resize(900, 560);
   GoToTab(console, kOptos);
   Save(*console.subWindow, QStringLiteral("optos-wide"));
@@ -99,6 +99,8 @@ void DrawProgramming() {
   Save(*console.subWindow, QStringLiteral("buttons-edit-wide"));
   console.subWindow->resize(433, 433);
   Save(*console.subWindow, QStringLiteral("buttons-edit-small"));
+  console.subWindow->resize(firstSize);
+  DrawOptos(console);
 }
 
 }  // namespace gallery
