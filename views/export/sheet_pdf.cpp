@@ -146,7 +146,7 @@ void DrawKey(Document& document, const QRectF& place, int button, const rules::K
   QRectF line(place.left(), place.top() + 2, place.width(), kLineHeight);
   document.SetFont(kTextSize);
   DrawText(painter, line, Qt::AlignLeft | Qt::AlignVCenter,
-           Text("Btn - " + model::Padded(button, 2)));
+           QStringLiteral("Btn - ") + Text(model::Padded(button, 2)));
   line.moveTop(line.bottom() + 2);
   line.setHeight(kLineHeight + 4);
   document.SetFont(kTextSize + 3, true);
