@@ -17,8 +17,8 @@
 #include <QCoreApplication>
 
 #include "bench/suite.h"
-#include "tests/views/gui_support.h"
 #include "tests/views/programming/buttons_console.h"
+#include "tools/stage/application.h"
 
 namespace {
 
@@ -124,7 +124,7 @@ void ChooseType(benchmark::State& state) {
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  const test::GuiApplication application(argc, argv);
+  const stage::Application application(argc, argv);
   bench::Suite suite(&argc, argv);
   const auto add = [&suite](const char* what, const bench::Suite::Function& run) {
     suite.Measure({.what = what, .run = run, .limit = bench::kViewMilliseconds});

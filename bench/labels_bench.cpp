@@ -16,8 +16,8 @@
 #include <string>
 
 #include "bench/suite.h"
-#include "tests/views/gui_support.h"
 #include "tests/views/labels/labels_console.h"
+#include "tools/stage/application.h"
 
 namespace {
 
@@ -112,7 +112,7 @@ void Paste(benchmark::State& state) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const test::GuiApplication application(argc, argv);
+  const stage::Application application(argc, argv);
   bench::Suite suite(&argc, argv);
   const auto add = [&suite](const std::string& what, const bench::Suite::Function& run) {
     // A system of 64 stations has 128 records; the figure of twice as many says how it grows.

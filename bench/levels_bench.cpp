@@ -16,8 +16,8 @@
 #include <algorithm>
 
 #include "bench/suite.h"
-#include "tests/views/gui_support.h"
 #include "tests/views/levels/levels_console.h"
+#include "tools/stage/application.h"
 #include "views/tally/tally_dialog.h"
 
 namespace {
@@ -170,7 +170,7 @@ void UpdateTally(benchmark::State& state) {
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const test::GuiApplication application(argc, argv);
+  const stage::Application application(argc, argv);
   bench::Suite suite(&argc, argv);
   const auto add = [&suite](const char* what, const bench::Suite::Function& run) {
     suite.Measure({.what = what, .run = run, .limit = bench::kViewMilliseconds});

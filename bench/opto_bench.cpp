@@ -16,8 +16,8 @@
 #include <vector>
 
 #include "bench/suite.h"
-#include "tests/views/gui_support.h"
 #include "tests/views/programming/opto_console.h"
+#include "tools/stage/application.h"
 
 namespace {
 
@@ -103,7 +103,7 @@ void ClickTarget(benchmark::State& state) {
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const test::GuiApplication application(argc, argv);
+  const stage::Application application(argc, argv);
   bench::Suite suite(&argc, argv);
   const auto add = [&suite](const char* what, const bench::Suite::Function& run) {
     suite.Measure({.what = what, .run = run, .limit = bench::kViewMilliseconds});

@@ -27,9 +27,9 @@
 #include "bench/suite.h"
 #include "switcher/decoder.h"
 #include "switcher/wire/messages/crosspoint_row.h"
-#include "tests/views/gui_support.h"
 #include "tests/views/xmap/xmap_console.h"
-#include "views/xmap/mark_painter.h"
+#include "tools/stage/application.h"
+#include "views/xmap/marks.h"
 #include "views/xmap/xmap_look.h"
 
 namespace {
@@ -250,7 +250,7 @@ void RowPaint(benchmark::State& state) {
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const test::GuiApplication application(argc, argv);
+  const stage::Application application(argc, argv);
   bench::Suite suite(&argc, argv);
   constexpr auto kMicroseconds = benchmark::kMicrosecond;
   for (const int channels : {64, 256}) {

@@ -69,20 +69,11 @@ function(tesk_program name)
 endfunction()
 
 # tesk_tool(NAME SOURCES main.cpp LINKS tesk_x...): a program in bin/ for those who work on this
-# one: a gallery, a long run, a benchmark.
+# one: a long run, a benchmark, the gallery.
 function(tesk_tool name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE tesk_options ${ARG_LINKS})
-endfunction()
-
-# tesk_gallery(NAME SOURCES main.cpp LINKS tesk_x...): a program that draws pictures for somebody
-# to look at.  The sanitizers see the same code in the tests.
-function(tesk_gallery name)
-  tesk_tool(${name} ${ARGN})
-  if(TESK_SANITIZE)
-    set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL TRUE)
-  endif()
 endfunction()
 
 # What is under test is built as it is shipped; the code that tests it need not be quick, and

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "db/station_fields.h"
+#include "model/padded.h"
 
 namespace db {
 
@@ -52,11 +53,6 @@ class RecordWriter {
   jet::Status status_;
 };
 
-std::string ThreeDigits(int number) {
-  std::string digits = std::to_string(number);
-  return std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits;
-}
-
 // All flags clear but one (from 1).
 std::string OnlyFlag(int member) {
   std::string flags(kFlags, '0');
@@ -83,7 +79,7 @@ jet::Status AddDbInfo(jet::Database& database) {
 
 // Texts of a station's own position (number 1..64).
 void SetStationTexts(RecordWriter& record, int number) {
-  const std::string digits = ThreeDigits(number);
+  const std::string digits = model::Padded(number, 3);
   const int unit = (number - 1) / kInputsPerUnit + 1;
   const int channel = (number - 1) % kInputsPerUnit + 1;
   const int outputUnit = (number + 1) / kOutputsPerUnit;
@@ -97,7 +93,7 @@ void SetStationTexts(RecordWriter& record, int number) {
 
 // Texts of a further channel (number 1..64, stored as record 65..128).
 void SetChannelTexts(RecordWriter& record, int number) {
-  const std::string digits = ThreeDigits(number);
+  const std::string digits = model::Padded(number, 3);
   record.Set(kHiddenField, 1);
   record.Set(kLabelField, "Ext. " + digits);
   record.Set(kNotesField, "Notes for Channel " + digits);
@@ -126,7 +122,7 @@ jet::Status AddStation(jet::RecordSet& records, int stationNum, const DefaultBut
   } else {
     SetStationTexts(record, number);
   }
-  record.Set(kInLabelField, "Inpt " + ThreeDigits(number));
+  record.Set(kInLabelField, "Inpt " + model::Padded(number, 3));
   record.Set(kInhibitsField, ownFlag);  // nobody hears himself
   record.Set(kRelaysField, std::string(kFlags, '0'));
   record.Set(kOptoTypeField, kInactive);

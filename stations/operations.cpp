@@ -3,10 +3,10 @@
 #include "stations/operations.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <optional>
 
 #include "db/station_fields.h"
+#include "model/padded.h"
 #include "stations/texts.h"
 
 namespace stations {
@@ -38,12 +38,6 @@ const Operation* Find(int code) {
   return found == std::end(kOperations) ? nullptr : found;
 }
 
-std::string Numbered(const char* format, int number) {
-  char text[16];
-  std::snprintf(text, sizeof text, format, number);
-  return text;
-}
-
 }  // namespace
 
 std::span<const Operation> AllOperations() { return kOperations; }
@@ -68,10 +62,11 @@ model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
         &labels);
   }
   labels.resize(static_cast<std::size_t>(count));
-  const char* const format = targets == TargetKind::Channels ? "Chan %02d" : "Sta. %03d";
   for (int target = 1; target <= count; ++target) {
-    captions->push_back(
-        std::move(labels[static_cast<std::size_t>(target - 1)]).value_or(Numbered(format, target)));
+    std::optional<std::string>& label = labels[static_cast<std::size_t>(target - 1)];
+    captions->push_back(std::move(label).value_or(targets == TargetKind::Channels
+                                                      ? "Chan " + model::Padded(target, 2)
+                                                      : "Sta. " + model::Padded(target, 3)));
   }
   return status;
 }

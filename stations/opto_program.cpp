@@ -2,11 +2,11 @@
 
 #include "stations/opto_program.h"
 
-#include <cstdio>
 #include <utility>
 
 #include "db/station_fields.h"
 #include "model/flag_string.h"
+#include "model/padded.h"
 #include "stations/record.h"
 
 namespace stations {
@@ -59,9 +59,7 @@ model::Status ReadOptoChannelCaptions(jet::RecordSet& stations, int type,
   }
   captions->clear();
   for (int channel = 1; channel <= kOptoChannels; ++channel) {
-    char caption[16];
-    std::snprintf(caption, sizeof caption, "Channel %02d", channel);
-    captions->emplace_back(caption);
+    captions->push_back("Channel " + model::Padded(channel, 2));
   }
   return {};
 }

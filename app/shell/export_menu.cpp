@@ -5,18 +5,17 @@
 #include <QAction>
 #include <QBuffer>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
 #include <vector>
 
-#include "db/station_fields.h"
 #include "files/whole_file.h"
 #include "stations/texts.h"
 #include "views/export/sheet_pdf.h"
 #include "views/rules/export_sheets.h"
+#include "views/rules/xmap_records.h"
 #include "views/widgets/save_dialog.h"
 
 namespace app {
@@ -47,28 +46,12 @@ constexpr Item kItems[] = {
 // The map as it is in the model and the database, whether its view is open or not.
 model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
   grid->Clear();
-  const int channels = grid->ChannelCount();
-  std::vector<std::optional<std::string>> texts;
-  if (model::Status read =
-          stations::ReadAvailableTexts(stations, db::kLabelField, channels, &texts);
-      !read.ok()) {
-    return read;
-  }
-  grid->UpdateOutputLabels(texts);
-  if (model::Status read =
-          stations::ReadAvailableTexts(stations, db::kInLabelField, channels, &texts);
-      !read.ok()) {
-    return read;
-  }
-  grid->UpdateInputLabels(texts);
-  if (model::Status read =
-          stations::ReadAvailableTexts(stations, db::kInhibitsField, channels, &texts);
-      !read.ok()) {
-    return read;
-  }
-  grid->UpdateXmapInhibits(texts);
+  constexpr auto kRead = stations::ReadAvailableTexts;
+  if (model::Status drawn = rules::DrawLabels(stations, kRead, grid); !drawn.ok()) return drawn;
+  rules::ChannelSet changed;
+  model::Status drawn = rules::DrawInhibits(stations, kRead, grid, &changed);
   grid->UpdateXmap(model::kAll, 0);
-  return {};
+  return drawn;
 }
 
 std::string_view AsText(const QByteArray& bytes) {
@@ -139,7 +122,7 @@ bool ExportMenu::Write(Export what, const QString& path) {
       bytes = QByteArray::fromStdString(rules::ToCsv(labels));
       break;
     case Export::LabelsPdf:
-      drawn = views::WriteTablePdf(buffer, tr("Station Labels"), labels);
+      drawn = views::WriteSheetPdf(buffer, tr("Station Labels"), labels);
       break;
     case Export::ProgrammingCsv:
       bytes = QByteArray::fromStdString(rules::ToCsv(rules::ProgrammingSheet(keys)));

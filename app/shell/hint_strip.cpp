@@ -7,7 +7,7 @@
 #include <QStyle>
 #include <QToolButton>
 
-#include "app/shell/elided_label.h"
+#include "views/widgets/elided_label.h"
 
 namespace app {
 namespace {
@@ -19,7 +19,7 @@ constexpr int kVerticalMargin = 2;
 
 HintStrip::HintStrip(QWidget* parent)
     : QFrame(parent),
-      text_(new ElidedLabel(this)),
+      text_(new views::ElidedLabel(this)),
       command_(new QToolButton(this)),
       close_(new QToolButton(this)) {
   setObjectName(QStringLiteral("aidHintStrip"));

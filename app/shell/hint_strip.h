@@ -12,9 +12,11 @@
 class QAction;
 class QToolButton;
 
-namespace app {
-
+namespace views {
 class ElidedLabel;
+}  // namespace views
+
+namespace app {
 
 // What the strip has to say, the most urgent first.
 enum class Hint : std::uint8_t {
@@ -53,7 +55,7 @@ class HintStrip : public QFrame {
 
   std::map<Hint, Content> hints_;
   std::set<Hint> closed_;
-  ElidedLabel* text_;
+  views::ElidedLabel* text_;
   QToolButton* command_;
   QToolButton* close_;
 };

@@ -8,11 +8,13 @@
 #include <QSizeGrip>
 #include <algorithm>
 
-#include "app/shell/elided_label.h"
 #include "app/shell/link_lamp.h"
+#include "views/widgets/elided_label.h"
 #include "views/words.h"
 
 namespace app {
+
+using views::ElidedLabel;
 
 namespace {
 

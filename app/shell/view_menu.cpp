@@ -21,17 +21,13 @@ ViewMenu::ViewMenu(const Services& services)
   menu_.addAction(crosshair_);
   mapActions_.append(crosshair_);
 
-  AddMapAction("aidZoomIn", tr("Zoom &In"), QKeySequence(Qt::CTRL | Qt::Key_Plus),
-               [](views::XmapView& xmap) { xmap.ZoomIn(); });
-  AddMapAction("aidZoomOut", tr("Zoom &Out"), QKeySequence(Qt::CTRL | Qt::Key_Minus),
-               [](views::XmapView& xmap) { xmap.ZoomOut(); });
-  AddMapAction("aidZoomReset", tr("Zoom &100 %"), QKeySequence(Qt::CTRL | Qt::Key_0),
-               [](views::XmapView& xmap) { xmap.SetZoom(100); });
+  AddMapAction("aidZoomIn", tr("Zoom &In"), views::kZoomIn);
+  AddMapAction("aidZoomOut", tr("Zoom &Out"), views::kZoomOut);
+  AddMapAction("aidZoomReset", tr("Zoom &100 %"), views::kZoomReset);
   menu_.addSeparator();
-  find_ = AddAction("aidFind", tr("&Find Channel…"), QKeySequence(Qt::CTRL | Qt::Key_F),
+  find_ = AddAction("aidFind", tr("&Find Channel…"), Qt::CTRL | views::kFindChannel.key,
                     [this] { views_.ShowFind(); });
-  AddMapAction("aidGoTo", tr("&Go To Crosspoint…"), QKeySequence(Qt::CTRL | Qt::Key_G),
-               [](views::XmapView& xmap) { xmap.ShowGoTo(); });
+  AddMapAction("aidGoTo", tr("&Go To Crosspoint…"), views::kGoToCrosspoint);
   menu_.addSeparator();
 
   QAction* const eventLog =
@@ -65,10 +61,10 @@ QAction* ViewMenu::AddAction(const char* name, const QString& caption, const QKe
   return action;
 }
 
-void ViewMenu::AddMapAction(const char* name, const QString& caption, const QKeySequence& shortcut,
-                            void (*operation)(views::XmapView&)) {
-  mapActions_.append(AddAction(name, caption, shortcut, [this, operation] {
-    if (views::XmapView* const xmap = views_.Xmap()) operation(*xmap);
+void ViewMenu::AddMapAction(const char* name, const QString& caption,
+                            const views::MapCommand& command) {
+  mapActions_.append(AddAction(name, caption, Qt::CTRL | command.key, [this, command] {
+    if (views::XmapView* const xmap = views_.Xmap()) command.run(*xmap);
   }));
 }
 

@@ -33,8 +33,7 @@ class ViewMenu : public QObject {
  private:
   QAction* AddAction(const char* name, const QString& caption, const QKeySequence& shortcut,
                      const std::function<void()>& operation);
-  void AddMapAction(const char* name, const QString& caption, const QKeySequence& shortcut,
-                    void (*operation)(views::XmapView&));
+  void AddMapAction(const char* name, const QString& caption, const views::MapCommand& command);
   void Update();
 
   QMenu& menu_;

@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/views/gui_support.h"
+#include "tools/stage/application.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ void FailOnWarning(QtMsgType type, const QMessageLogContext& context, const QStr
 
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
-  const test::GuiApplication application(argc, argv);
+  const stage::Application application(argc, argv);
   previousHandler = qInstallMessageHandler(FailOnWarning);
   return RUN_ALL_TESTS();
 }

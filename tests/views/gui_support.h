@@ -3,26 +3,13 @@
 #ifndef TESTS_VIEWS_GUI_SUPPORT_H_
 #define TESTS_VIEWS_GUI_SUPPORT_H_
 
-#include <QApplication>
 #include <QDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QTemporaryDir>
+#include <QWidget>
 #include <stdexcept>
 
 namespace test {
-
-// An application as the console has it, with its own style, but with settings and a runtime folder
-// of its own that go away with the object.  What the platform without a screen says of itself is
-// kept quiet.
-class GuiApplication {
- public:
-  GuiApplication(int& argc, char** argv);
-
- private:
-  QTemporaryDir folder_;
-  QApplication application_;
-};
 
 // The part of `whole` with that object name.  A part that is not there ends the test.
 template <typename Part = QWidget>

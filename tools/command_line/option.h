@@ -18,15 +18,15 @@ struct Option {
   std::string name;      // without its dashes
   std::string argument;  // as the help shows it; empty: takes no value
   std::string help;
-  std::string expected;  // what the value must be, for a complaint
+  std::string expected;  // what the value must be, for the message when it is not
 
-  // Takes the value ("" for an option without one) and says whether it will do.
+  // Takes the value ("" for an option without one); false when it is not as expected.
   std::function<bool(std::string_view value)> set;
 };
 
-// Reads the arguments, without the program's name, and sets the options among them, first to
-// last.  What is no option goes to *words in its order; without `words` it is refused.  Returns
-// what is wrong, as a sentence for the user; empty when nothing is.
+// Reads the arguments, without the program's name, and sets the options among them in their order.
+// Other words go to *words in their order; without `words` they are refused.  Returns what is
+// wrong, as a sentence for the user; empty when nothing is.
 std::string ParseOptions(std::span<const char* const> arguments, std::span<const Option> known,
                          std::vector<std::string>* words = nullptr);
 

@@ -6,7 +6,8 @@
 #include <charconv>
 #include <cstdint>
 #include <memory>
-#include <string_view>
+#include <nlohmann/json.hpp>
+#include <utility>
 
 #include "db/jet/index_cursor.h"
 #include "db/jet/property_blob.h"
@@ -23,48 +24,41 @@ using jet::RowPointer;
 using jet::Status;
 using jet::Value;
 
-constexpr char kDigits[] = "0123456789abcdef";
+// Its members stay in the order in which they were added.
+using Json = nlohmann::ordered_json;
 
-void AppendNumber(std::int64_t number, std::string* json) {
+// On one line; bytes that are not UTF-8 are replaced.
+std::string Line(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+// A list of items, each on a line of its own behind the indent.
+class Lines {
+ public:
+  explicit Lines(const char* indent) : indent_(indent) {}
+
+  void Add(const std::string& line) { text_ += (text_.empty() ? "\n" : ",\n") + indent_ + line; }
+  const std::string& Text() const { return text_; }
+
+ private:
+  const std::string indent_;
+  std::string text_;
+};
+
+std::string Hex(std::uint64_t number) {
   char buffer[24];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
-  json->append(buffer, end);
+  return {buffer, std::to_chars(buffer, buffer + sizeof buffer, number, 16).ptr};
 }
 
-void AppendHexNumber(std::uint64_t number, std::string* json) {
-  char buffer[24];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, number, 16).ptr;
-  json->append(buffer, end);
+std::string Place(RowPointer row) {
+  return std::to_string(row.page) + ":" + std::to_string(row.slot);
 }
 
-void AppendString(std::string_view text, std::string* json) {
-  json->push_back('"');
-  std::size_t plain = 0;  // begin of what needs no escape
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto c = static_cast<std::uint8_t>(text[i]);
-    if (c >= 0x20 && c != '"' && c != '\\') continue;
-    json->append(text, plain, i - plain);
-    plain = i + 1;
-    if (c < 0x20) {
-      json->append("\\u00").append({kDigits[c >> 4], kDigits[c & 15]});
-    } else {
-      json->append({'\\', static_cast<char>(c)});
-    }
-  }
-  json->append(text, plain);
-  json->push_back('"');
-}
-
-void AppendPlace(RowPointer row, std::string* json) {
-  json->push_back('"');
-  AppendNumber(row.page, json);
-  json->push_back(':');
-  AppendNumber(row.slot, json);
-  json->push_back('"');
-}
-
-void AppendHex(jet::ByteView bytes, std::string* json) {
-  for (const std::uint8_t byte : bytes) json->append({kDigits[byte >> 4], kDigits[byte & 15]});
+std::string HexText(jet::ByteView bytes) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  std::string text;
+  for (const std::uint8_t byte : bytes) text.append({kDigits[byte >> 4], kDigits[byte & 15]});
+  return text;
 }
 
 // "{3F2504E0-4F89-11D3-9A0C-0305E82C3301}": three little-endian numbers, then eight bytes.
@@ -83,55 +77,37 @@ std::string GuidText(jet::ByteView bytes) {
   return text + "}";
 }
 
-void AppendReal(const char* name, std::uint64_t bits, std::string* json) {
-  json->append("{\"").append(name).append("\":\"");
-  AppendHexNumber(bits, json);
-  json->append("\"}");
-}
-
-void AppendValue(const Value& value, std::string* json) {
+Json ValueToJson(const Value& value) {
   switch (value.GetKind()) {
     case Value::Kind::Null:
-      json->append("null");
       break;
     case Value::Kind::Bool:
-      json->append(value.Bool() ? "true" : "false");
-      break;
+      return value.Bool();
     case Value::Kind::Int:
-      AppendNumber(value.Int(), json);
-      break;
+      return value.Int();
     case Value::Kind::Currency: {
       const bool negative = value.Currency() < 0;
       const auto amount = static_cast<std::uint64_t>(value.Currency());
-      json->append("{\"dec\":\"");
-      jet::AppendDecimal(0, negative ? 0 - amount : amount, negative, 4, json);
-      json->append("\"}");
-      break;
+      std::string text;
+      jet::AppendDecimal(0, negative ? 0 - amount : amount, negative, 4, &text);
+      return {{"dec", text}};
     }
     case Value::Kind::Single:
-      AppendReal("float", std::bit_cast<std::uint32_t>(static_cast<float>(value.Real())), json);
-      break;
+      return {{"float", Hex(std::bit_cast<std::uint32_t>(static_cast<float>(value.Real())))}};
     case Value::Kind::Double:
-      AppendReal("double", std::bit_cast<std::uint64_t>(value.Real()), json);
-      break;
+      return {{"double", Hex(std::bit_cast<std::uint64_t>(value.Real()))}};
     case Value::Kind::DateTime:
-      AppendReal("date", std::bit_cast<std::uint64_t>(value.Real()), json);
-      break;
+      return {{"date", Hex(std::bit_cast<std::uint64_t>(value.Real()))}};
     case Value::Kind::Text:
-      AppendString(value.Text(), json);
-      break;
+      return value.Text();
     case Value::Kind::Binary:
-      json->append("{\"hex\":\"");
-      AppendHex(value.Bytes(), json);
-      json->append("\"}");
-      break;
+      return {{"hex", HexText(value.Bytes())}};
     case Value::Kind::Guid:
-      AppendString(GuidText(value.Bytes()), json);
-      break;
+      return GuidText(value.Bytes());
     case Value::Kind::Decimal:
-      json->append("{\"dec\":\"").append(value.Text()).append("\"}");
-      break;
+      return {{"dec", value.Text()}};
   }
+  return nullptr;
 }
 
 std::string TypeName(FieldType type) {
@@ -165,40 +141,26 @@ std::string TypeName(FieldType type) {
     case FieldType::Numeric:
       return "NUMERIC";
   }
-  std::string name = "UNKNOWN_";
-  AppendHexNumber(static_cast<std::uint8_t>(type), &name);
-  return name;
-}
-
-void AppendFlag(const char* name, bool value, std::string* json) {
-  json->append("\"").append(name).append("\": ").append(value ? "true" : "false");
+  return "UNKNOWN_" + Hex(static_cast<std::uint8_t>(type));
 }
 
 class TableDump {
  public:
-  TableDump(jet::Table& table, std::string* json, std::vector<std::string>* problems)
-      : table_(table), json_(*json), problems_(*problems) {}
+  TableDump(jet::Table& table, std::vector<std::string>* problems)
+      : table_(table), problems_(*problems) {}
 
-  void Run() {
-    json_ += "  ";
-    AppendString(table_.Name(), &json_);
-    json_ += ": {\n   \"columns\": [";
-    const char* separator = "\n";
-    for (const Column& column : table_.Def().columns) {
-      json_ += separator;
-      AppendColumn(column);
-      separator = ",\n";
-    }
-    json_ += "\n   ],\n";
-    AppendRows();
-    json_ += "   \"indexes\": {";
-    separator = "\n";
+  // The table as a member of an object.
+  std::string Run() {
+    Lines columns("    ");
+    for (const Column& column : table_.Def().columns) columns.Add(Line(ToJson(column)));
+    std::string json =
+        Line(table_.Name()) + ": {\n   \"columns\": [" + columns.Text() + "\n   ],\n";
+    AppendRows(&json);
+    Lines indexes("    ");
     for (const jet::LogicalIndex& index : table_.Def().logicalIndexes) {
-      json_ += separator;
-      AppendIndex(index);
-      separator = ",\n";
+      indexes.Add(Line(index.name) + ": " + Line(ToJson(index)));
     }
-    json_ += "\n   }\n  }";
+    return json + "   \"indexes\": {" + indexes.Text() + "\n   }\n  }";
   }
 
  private:
@@ -206,112 +168,85 @@ class TableDump {
     problems_.push_back("table \"" + table_.Name() + "\": " + status.Description());
   }
 
-  void AppendColumn(const Column& column) {
-    json_ += "    {\"name\": ";
-    AppendString(column.name, &json_);
-    json_ += ", \"type\": \"" + TypeName(column.type) + "\", \"bytes\": ";
-    AppendNumber(column.length, &json_);
-    json_ += ", ";
-    AppendFlag("var", !column.IsFixed(), &json_);
-    json_ += ", ";
+  static Json ToJson(const Column& column) {
     const bool isAutoGuid =
         column.type == FieldType::Guid && (column.flags & jet::kColumnAutoGuid) != 0;
-    AppendFlag("auto", column.IsAutoNumber() || isAutoGuid, &json_);
-    if (column.hasAllowZeroLength) {
-      json_ += ", ";
-      AppendFlag("allowZeroLength", column.allowZeroLength, &json_);
-    }
-    json_ += "}";
+    Json json = {{"name", column.name},
+                 {"type", TypeName(column.type)},
+                 {"bytes", column.length},
+                 {"var", !column.IsFixed()},
+                 {"auto", column.IsAutoNumber() || isAutoGuid}};
+    if (column.hasAllowZeroLength) json["allowZeroLength"] = column.allowZeroLength;
+    return json;
   }
 
-  void AppendRows() {
-    std::string rows;
+  void AppendRows(std::string* json) {
+    Lines rows("    ");
     std::int64_t count = 0;
     RowPointer row;
     Status status = table_.FirstRow(&row);
     while (true) {
       if (!status.ok()) {
-        // The rest of the page is lost; the walk goes on behind it.
+        // The rest of the page is lost; the next page follows.
         Report(status);
         if (status.Page() == jet::kNoPage || status.Page() <= row.page) break;
         row = {status.Page(), 0xFF};
       } else if (!row) {
         break;
       } else {
-        rows += count++ == 0 ? "\n" : ",\n";
-        AppendRow(row, &rows);
+        ++count;
+        rows.Add(Line(ToJson(row)));
       }
       status = table_.NextRow(row, &row);
     }
-    json_ += "   \"rowCount\": ";
-    AppendNumber(count, &json_);
-    json_ += ",\n   \"rows\": [" + rows + "\n   ],\n";
+    *json += "   \"rowCount\": " + std::to_string(count) + ",\n   \"rows\": [" + rows.Text() +
+             "\n   ],\n";
   }
 
-  void AppendRow(RowPointer row, std::string* json) {
-    *json += "    [";
-    AppendPlace(row, json);
+  Json ToJson(RowPointer row) {
+    Json json = Json::array({Place(row)});
     jet::RowView view;
     const Status found = table_.ReadRow(row, &view);
     if (!found.ok()) Report(found);
     for (std::size_t i = 0; i < table_.Def().columns.size(); ++i) {
-      *json += ", ";
       Status status = found;
       if (status.ok()) {
         status = table_.ReadValue(view, static_cast<int>(i), &value_);
         if (!status.ok()) Report(status);
       }
-      if (status.ok()) {
-        AppendValue(value_, json);
-      } else {
-        *json += "\"?\"";
-      }
+      json.push_back(status.ok() ? ValueToJson(value_) : Json("?"));
     }
-    *json += "]";
+    return json;
   }
 
-  void AppendIndex(const jet::LogicalIndex& index) {
+  Json ToJson(const jet::LogicalIndex& index) {
     const jet::RealIndex& real = table_.Def().realIndexes[index.real];
-    json_ += "    ";
-    AppendString(index.name, &json_);
-    json_ += ": {";
-    AppendFlag("primary", index.kind == jet::LogicalIndex::kPrimary, &json_);
-    json_ += ", ";
-    AppendFlag("unique", real.IsUnique(), &json_);
-    json_ += ", ";
-    AppendFlag("ignoreNulls", real.IgnoresNulls(), &json_);
-    json_ += ", ";
-    AppendFlag("foreignKey", index.kind == jet::LogicalIndex::kForeignKey, &json_);
-    json_ += ", \"columns\": [";
-    const char* separator = "";
+    Json columns = Json::array();
     for (const jet::IndexColumn& column : real.columns) {
-      json_ += separator;
-      json_ += "[";
-      AppendString(table_.Def().columns[column.column].name, &json_);
-      json_ += column.ascending ? ", true]" : ", false]";
-      separator = ", ";
+      columns.push_back({table_.Def().columns[column.column].name, column.ascending});
     }
-    json_ += "], \"entries\": [";
-    separator = "";
+    Json entries = Json::array();
     jet::IndexCursor cursor(table_.GetStore().GetPager(), table_.Def().page, real.root);
     Status status = cursor.SeekFirst();
     while (status.ok() && !cursor.AtEnd()) {
-      json_ += separator;
-      AppendPlace(cursor.Row(), &json_);
-      separator = ", ";
+      entries.push_back(Place(cursor.Row()));
       status = cursor.Next();
     }
     if (!status.ok()) Report(status);
-    json_ += "]}";
+    return {{"primary", index.kind == jet::LogicalIndex::kPrimary},
+            {"unique", real.IsUnique()},
+            {"ignoreNulls", real.IgnoresNulls()},
+            {"foreignKey", index.kind == jet::LogicalIndex::kForeignKey},
+            {"columns", std::move(columns)},
+            {"entries", std::move(entries)}};
   }
 
   jet::Table& table_;
-  std::string& json_;
   std::vector<std::string>& problems_;
   Value value_;
 };
 
-// The software that made the file, told by a property of the database object.
+// The version of the software that made the file, from a property of the database object.
 std::string FormatName(jet::Store& store) {
   if (!store.GetFormat().IsJet4()) return "V1997 [VERSION_3]";
   std::string version;
@@ -338,10 +273,7 @@ std::string FormatName(jet::Store& store) {
 Status AppendJson(const jet::Database& database, std::string* json,
                   std::vector<std::string>* problems) {
   jet::Store& store = database.GetStore();
-  *json += "{\n \"format\": ";
-  AppendString(FormatName(store), json);
-  *json += ",\n \"tables\": {";
-  const char* separator = "\n";
+  Lines tables("  ");
   for (const std::string& name : database.TableNames()) {
     std::shared_ptr<jet::Table> table;
     const Status status = store.OpenTable(name, &table);
@@ -349,11 +281,10 @@ Status AppendJson(const jet::Database& database, std::string* json,
       problems->push_back("table \"" + name + "\": " + status.Description());
       continue;
     }
-    *json += separator;
-    TableDump(*table, json, problems).Run();
-    separator = ",\n";
+    tables.Add(TableDump(*table, problems).Run());
   }
-  *json += "\n }\n}\n";
+  *json += "{\n \"format\": " + Line(FormatName(store)) + ",\n \"tables\": {" + tables.Text() +
+           "\n }\n}\n";
   return {};
 }
 

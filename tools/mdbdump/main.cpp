@@ -95,14 +95,14 @@ struct CommandLine {
   bool defaults = false;
   std::vector<std::string> files;
 
-  // Whether the words fit together.
+  // Whether the options and files fit together.
   bool IsComplete() const {
     if (salvage) return !check && files.size() == 2;
     return !defaults && files.size() == 1;
   }
 };
 
-// False for a word that is none of the program's.
+// False for an unknown option.
 bool Parse(std::span<char*> words, CommandLine* line) {
   const std::map<std::string_view, bool*> options = {{"--help", &line->help},
                                                      {"--check", &line->check},

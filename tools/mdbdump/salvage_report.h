@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What a salvage came to, in words.
+// The result of a salvage in words.
 
 #ifndef TOOLS_MDBDUMP_SALVAGE_REPORT_H_
 #define TOOLS_MDBDUMP_SALVAGE_REPORT_H_

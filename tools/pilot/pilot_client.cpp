@@ -9,7 +9,7 @@
 namespace pilot {
 
 namespace {
-// The first answer waits for the console's start, which takes its time on a busy machine.
+// The first answer waits for the console's start, which may be slow on a busy machine.
 constexpr int kAnswerMilliseconds = 120000;
 }  // namespace
 
@@ -43,7 +43,7 @@ QJsonObject Client::WaitForAnswer() {
     socket_.waitForReadyRead(100);
   }
   if (!socket_.canReadLine()) {
-    // An answer that comes after all is not to be taken for that of the next request.
+    // A late answer must not be taken for the answer to the next request.
     socket_.abort();
     return {{QStringLiteral("ok"), false}, {QStringLiteral("error"), QStringLiteral("no answer")}};
   }

@@ -17,12 +17,12 @@ class Client {
   // Connects; tries again until `milliseconds` have gone, since the console may still start.
   bool Connect(const QString& socketName, int milliseconds);
 
-  // Sends a request and waits for the answer; {"ok":false,…} when the console ends or does not
-  // answer for two minutes: the connection is given up then.
+  // Sends a request and waits for the answer.  When the console ends or does not answer for two
+  // minutes, returns {"ok":false,…} and closes the connection.
   QJsonObject Ask(const QJsonObject& request);
 
-  // Sends requests that the console carries out one after the other, nothing else in between,
-  // and waits for their answers.
+  // Sends requests that the console carries out one after the other with nothing in between, and
+  // waits for their answers.
   std::vector<QJsonObject> AskTogether(const std::vector<QJsonObject>& requests);
 
  private:

@@ -60,7 +60,7 @@ QJsonValue ToJson(const QVariant& value) {
   return QJsonValue::fromVariant(value);
 }
 
-// The object of that name: in the window named, else in any window, those on top first.
+// The object of that name: in the named window, else in any window, beginning with the topmost.
 QObject* Find(const QJsonObject& request) {
   const QString name = TextOf(request, "object");
   const QString windowName = TextOf(request, "window");
@@ -261,7 +261,7 @@ QJsonObject GrabBox(const QJsonObject& request) {
   return SavePicture(*boxes.front(), request);
 }
 
-// As the toolkit does when the desktop's session manager asks programs to save what they have.
+// What the toolkit does when the desktop's session manager asks programs to save their data.
 QJsonObject LogOut() {
   auto* const session = qApp->findChild<QSessionManager*>();
   if (session == nullptr) return Error(QStringLiteral("no session manager"));

@@ -7,7 +7,7 @@
 
 namespace pilot {
 
-// The answer to a request that went well and has nothing to tell.
+// The answer to a request that succeeded and has no result.
 QJsonObject Done();
 
 // Carries out one request in this process, on the user-interface thread, and gives the answer.

@@ -39,7 +39,7 @@ class Server : public QObject {
     }
   }
 
-  // Its socket goes, and with it the last way in; clients that are there are shown out.
+  // Removes the socket, so that nobody can connect any more, and disconnects the clients.
   void Leave() {
     server_.close();
     for (QLocalSocket* const client : server_.findChildren<QLocalSocket*>()) {

@@ -3,7 +3,7 @@
 # Sourced by the scripts that build or run something: installs the Debian packages that they miss.
 
 build_packages="g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev
-  libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev nlohmann-json3-dev zlib1g-dev"
+  nlohmann-json3-dev zlib1g-dev libgtest-dev libgmock-dev libbenchmark-dev libsqlite3-dev"
 run_packages="fonts-dejavu-core fonts-liberation"
 screen_packages="tigervnc-standalone-server tigervnc-tools"
 test_packages="clang-format mdbtools appstream desktop-file-utils man-db mandoc"

@@ -8,7 +8,7 @@ namespace teskpanel {
 // How the program ends.  Scripts rely on the numbers.
 enum class ExitCode {
   Done = 0,
-  NoConnection = 1,  // none to be had, lost, or what answers is no console
+  NoConnection = 1,  // not made, or lost, or to something that is no console
   Usage = 2,         // a wrong command line, or a number that the system does not have
   NotServed = 3,     // the console does not serve a panel of this type
   LinkDown = 4,      // the console has no switcher

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "tools/teskpanel/hex.h"
 #include "tools/teskpanel/messages.h"
 
 namespace teskpanel {
@@ -13,11 +14,6 @@ namespace {
 constexpr std::uint8_t kTypeBit = 0x80;
 constexpr std::uint8_t kTerminator = 0xFF;
 constexpr std::size_t kShortestFrame = 3;  // type, checksum, terminator
-
-std::string HexByte(std::uint8_t byte) {
-  static constexpr char kDigits[] = "0123456789ABCDEF";
-  return {'0', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
-}
 
 }  // namespace
 
@@ -35,7 +31,7 @@ FrameCutter::Result FrameCutter::Next(Bytes* frame) {
 
   const std::uint8_t type = buffer_[start_];
   if ((type & kTypeBit) == 0 || type == kTerminator) {
-    return Break(HexByte(type) + " stands where a frame should begin");
+    return Break("0x" + Hex(type) + " stands where a frame should begin");
   }
   if (type == kLinkUpAnswer || type == kLinkDownAnswer) {
     *frame = {type};
@@ -45,11 +41,11 @@ FrameCutter::Result FrameCutter::Next(Bytes* frame) {
   if (scanned_ <= start_) scanned_ = start_ + 1;
   while (scanned_ < buffer_.size() && (buffer_[scanned_] & kTypeBit) == 0) ++scanned_;
   if (scanned_ - start_ > kLongestFrame) {
-    return Break("a frame of type " + HexByte(type) + " does not end");
+    return Break("a frame of type 0x" + Hex(type) + " does not end");
   }
   if (scanned_ == buffer_.size()) return Result::NeedMore;
   if (buffer_[scanned_] != kTerminator) {
-    return Break(HexByte(buffer_[scanned_]) + " stands within a frame of type " + HexByte(type));
+    return Break("0x" + Hex(buffer_[scanned_]) + " stands within a frame of type 0x" + Hex(type));
   }
   ++scanned_;
   frame->assign(buffer_.begin() + static_cast<std::ptrdiff_t>(start_),
@@ -60,12 +56,12 @@ FrameCutter::Result FrameCutter::Next(Bytes* frame) {
 
 FrameCutter::Result FrameCutter::Check(const Bytes& frame) {
   if (frame.size() < kShortestFrame) {
-    return Break("a frame of type " + HexByte(frame.front()) + " is too short");
+    return Break("a frame of type 0x" + Hex(frame.front()) + " is too short");
   }
   int sum = 0;
   for (std::size_t i = 1; i + 2 < frame.size(); ++i) sum = (sum + frame[i]) % 128;
   if (frame[frame.size() - 2] != sum) {
-    return Break("a frame of type " + HexByte(frame.front()) + " has a wrong checksum");
+    return Break("a frame of type 0x" + Hex(frame.front()) + " has a wrong checksum");
   }
   return Result::Frame;
 }

@@ -22,13 +22,13 @@ using Bytes = std::vector<std::uint8_t>;
 // The largest number of a pair.
 inline constexpr int kLargestPair = 16383;
 
-// Cuts the stream from the console into frames.  TCP neither loses nor changes bytes: the first
-// thing that is no frame means that the other side is no console, or a broken one, and nothing
-// that follows can be trusted.
+// Cuts the stream from the console into frames.  TCP neither loses nor changes bytes: when
+// something is no frame, the other side is no console, or a broken one, and nothing after it can be
+// trusted.
 class FrameCutter {
  public:
-  // A frame is given up beyond this length.  The programming of 256 stations whose 32 buttons
-  // have 256 members each takes 4.3 MB.
+  // No frame is longer.  The programming of 256 stations whose 32 buttons have 256 members each
+  // takes 4.3 MB.
   static constexpr std::size_t kLongestFrame = std::size_t{8} << 20;
 
   enum class Result { NeedMore, Frame, Broken };
@@ -47,8 +47,8 @@ class FrameCutter {
   Result Check(const Bytes& frame);
 
   Bytes buffer_;
-  std::size_t start_ = 0;    // of the frame that comes next
-  std::size_t scanned_ = 0;  // no end of it before this place
+  std::size_t start_ = 0;    // where the next frame begins
+  std::size_t scanned_ = 0;  // it does not end before this place
   std::string problem_;
 };
 
@@ -63,7 +63,7 @@ class FrameWriter {
   // REQUIRES: 0 <= value <= kLargestPair
   FrameWriter& Pair(int value);
 
-  // The frame with its checksum and terminator.  The writer is spent afterwards.
+  // The frame with its checksum and terminator.  The writer cannot be used again.
   Bytes Finish();
 
  private:

@@ -56,7 +56,7 @@ enum class LabelKind { Input = 10, Station = 20 };
 
 struct Label {
   int station = 1;
-  std::string text;  // without the spaces that fill it up
+  std::string text;  // without the spaces at its end
 };
 
 struct LabelTable {
@@ -97,8 +97,8 @@ Bytes EncodeServiceRequest(int mask);
 // kLargestPair + 1
 Bytes EncodeTake(int command, int output, int input);
 
-// Read a frame of their type, whose checksum is right.  Nothing when its data are not what they
-// say: a count that the bytes do not fill, or bytes left over.
+// Each reads a frame of its type, with a right checksum.  Nothing when bytes are missing or left
+// over.
 std::optional<CrosspointMap> ParseCrosspointMap(std::span<const std::uint8_t> frame);
 std::optional<LabelTable> ParseLabelTable(std::span<const std::uint8_t> frame);
 std::optional<std::vector<int>> ParseStationList(std::span<const std::uint8_t> frame);

@@ -78,7 +78,7 @@ std::vector<Option> KnownOptions(Options* options) {
   };
 }
 
-// The words of a command behind its name; they say what is wrong, or nothing.
+// Each reads the words behind a command's name, and returns what is wrong with them, or nothing.
 std::string ReadNumbers(Words words, Options* options) {
   for (const std::string& word : words) {
     const auto number = ParseNumber(word, 1, kLastChannel);

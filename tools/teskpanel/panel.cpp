@@ -38,7 +38,7 @@ Panel::Panel(const Options& options, Task& task, Printer& printer)
   connect(&retry_, &QTimer::timeout, this, &Panel::Connect);
   connect(&socket_, &QTcpSocket::readyRead, this, &Panel::CarryIn);
   connect(&socket_, &QTcpSocket::errorOccurred, this, [this] {
-    CarryIn();  // what came before the end may be the answer
+    CarryIn();  // the answer may have come before the end of the connection
     Lose(ExitCode::NoConnection, socket_.errorString().toStdString());
   });
 }
@@ -87,7 +87,7 @@ void Panel::CheckProgress() {
       deadline_.start();  // now for the answer
     }
   }
-  if (task_.Stays()) deadline_.stop();  // whatever has come shows that the console is there
+  if (task_.Stays()) deadline_.stop();  // something came, so the console is there
 }
 
 void Panel::PollLink() {

@@ -36,7 +36,7 @@ class Panel : public QObject {
   void TimeIsOver();
   void PollLink();
 
-  // The connection is of no more use: ends the program, or tries again later.
+  // The connection cannot be used any more: ends the program, or tries again later.
   void Lose(ExitCode code, const std::string& problem);
   void End(ExitCode code, const std::string& problem);
   bool PrintOut();
@@ -50,7 +50,7 @@ class Panel : public QObject {
   QTimer poll_;                       // runs while a task that stays is served
   QTimer retry_;
   bool wasServed_ = false;  // in this connection
-  int failures_ = 0;        // tries in a row that did not get as far
+  int failures_ = 0;        // tries in a row in which the panel was not served
   bool ended_ = false;
 };
 

@@ -2,14 +2,34 @@
 
 #include "tools/teskpanel/printer.h"
 
+#include <nlohmann/json.hpp>
 #include <span>
 #include <utility>
 
-#include "tools/teskpanel/json_line.h"
+#include "tools/teskpanel/hex.h"
 
 namespace teskpanel {
 
 namespace {
+
+using Json = nlohmann::ordered_json;
+
+// All characters that are not printable ASCII are escaped.
+std::string Line(const Json& event) { return event.dump(-1, ' ', true); }
+
+// Each byte of a label as the character of that number, in UTF-8.
+std::string Characters(std::string_view bytes) {
+  std::string text;
+  for (const char character : bytes) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte < 0x80) {
+      text += character;
+    } else {
+      text.append({static_cast<char>(0xC0 | byte >> 6), static_cast<char>(0x80 | (byte & 0x3F))});
+    }
+  }
+  return text;
+}
 
 struct ButtonTypeWord {
   int type;
@@ -38,16 +58,13 @@ std::string List(std::span<const int> numbers) {
   return text;
 }
 
-// In quotes, with what a terminal would act on as \xHH.
+// In quotes; characters on which a terminal would act are \xHH.
 std::string Quoted(std::string_view text) {
-  static constexpr char kDigits[] = "0123456789ABCDEF";
   std::string quoted = "\"";
   for (const char character : text) {
     const auto byte = static_cast<unsigned char>(character);
     if (byte < 0x20 || byte >= 0x7F) {
-      quoted += "\\x";
-      quoted += kDigits[byte >> 4];
-      quoted += kDigits[byte & 15];
+      quoted += "\\x" + Hex(byte);
     } else {
       if (character == '"' || character == '\\') quoted += '\\';
       quoted += character;
@@ -72,11 +89,10 @@ bool Printer::Shows(const Button& button) const {
 
 void Printer::Row(const MapRow& row) {
   if (json_) {
-    PrintLine(JsonLine("row")
-                  .Number("output", row.output)
-                  .Number("status", row.status)
-                  .Numbers("inputs", row.inputs)
-                  .Finish());
+    PrintLine(Line({{"event", "row"},
+                    {"output", row.output},
+                    {"status", row.status},
+                    {"inputs", row.inputs}}));
     return;
   }
   std::string line = "output " + std::to_string(row.output) + ":";
@@ -88,11 +104,10 @@ void Printer::Row(const MapRow& row) {
 void Printer::LabelText(LabelKind kind, const Label& label) {
   const std::string_view name = KindName(kind);
   if (json_) {
-    PrintLine(JsonLine("label")
-                  .Text("kind", name)
-                  .Number("station", label.station)
-                  .Text("text", label.text)
-                  .Finish());
+    PrintLine(Line({{"event", "label"},
+                    {"kind", name},
+                    {"station", label.station},
+                    {"text", Characters(label.text)}}));
     return;
   }
   PrintLine(std::string(name) + " " + std::to_string(label.station) + ": " + Quoted(label.text));
@@ -100,13 +115,12 @@ void Printer::LabelText(LabelKind kind, const Label& label) {
 
 void Printer::ButtonProgram(int station, int number, const Button& button) {
   if (json_) {
-    PrintLine(JsonLine("button")
-                  .Number("station", station)
-                  .Number("button", number)
-                  .Text("type", ButtonTypeName(button.type))
-                  .Number("first", button.first)
-                  .Numbers("stations", button.stations)
-                  .Finish());
+    PrintLine(Line({{"event", "button"},
+                    {"station", station},
+                    {"button", number},
+                    {"type", ButtonTypeName(button.type)},
+                    {"first", button.first},
+                    {"stations", button.stations}}));
     return;
   }
   std::string line = "station " + std::to_string(station) + " button " + std::to_string(number) +
@@ -118,11 +132,7 @@ void Printer::ButtonProgram(int station, int number, const Button& button) {
 
 void Printer::Take(int output, int input, bool made) {
   if (json_) {
-    PrintLine(JsonLine("take")
-                  .Number("output", output)
-                  .Number("input", input)
-                  .Flag("made", made)
-                  .Finish());
+    PrintLine(Line({{"event", "take"}, {"output", output}, {"input", input}, {"made", made}}));
     return;
   }
   PrintLine("output " + std::to_string(output) + (made ? " hears" : " does not hear") + " input " +
@@ -131,7 +141,7 @@ void Printer::Take(int output, int input, bool made) {
 
 void Printer::Connected(std::string_view where, bool linkUp) {
   if (json_) {
-    PrintLine(JsonLine("connected").Text("to", where).Flag("link", linkUp).Finish());
+    PrintLine(Line({{"event", "connected"}, {"to", Characters(where)}, {"link", linkUp}}));
     return;
   }
   PrintLine("connected to " + std::string(where) + "; " + std::string(LinkText(linkUp)));
@@ -139,10 +149,9 @@ void Printer::Connected(std::string_view where, bool linkUp) {
 
 void Printer::Disconnected(std::string_view reason, int retryMilliseconds) {
   if (json_) {
-    PrintLine(JsonLine("disconnected")
-                  .Text("reason", reason)
-                  .Number("retry_ms", retryMilliseconds)
-                  .Finish());
+    PrintLine(Line({{"event", "disconnected"},
+                    {"reason", Characters(reason)},
+                    {"retry_ms", retryMilliseconds}}));
     return;
   }
   PrintLine("not connected: " + std::string(reason) + "; next try in " +
@@ -150,7 +159,7 @@ void Printer::Disconnected(std::string_view reason, int retryMilliseconds) {
 }
 
 void Printer::Link(bool up) {
-  PrintLine(json_ ? JsonLine("link").Flag("up", up).Finish() : std::string(LinkText(up)));
+  PrintLine(json_ ? Line({{"event", "link"}, {"up", up}}) : std::string(LinkText(up)));
 }
 
 void Printer::Summary(std::string_view text) {

@@ -37,7 +37,7 @@ bool Session::Handle(const Bytes& frame) {
     HandleLinkAnswer(type == kLinkUpAnswer);
     return true;
   }
-  // A console tells everybody what changes, also a panel that it does not serve.
+  // A console sends changes to everybody, also to a panel that it does not serve.
   if (!served_) return true;
   switch (type) {
     case kCrosspointMapType:

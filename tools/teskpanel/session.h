@@ -20,7 +20,7 @@ struct StationButtons {
   std::vector<Button> buttons;
 };
 
-// What a session tells.  Each operation may ask the session for more.
+// What a session reports.  Each operation may ask the session for more.
 class SessionEvents {
  public:
   virtual ~SessionEvents() = default;
@@ -39,9 +39,9 @@ class SessionEvents {
 
 // One connection to a console, from its first byte to its last; it knows no socket.
 //
-// The console asks who is there as soon as it is connected.  It does not say what it makes of
-// the reply, but it answers the keep-alive polls of panels that it serves and of no others: one
-// is sent behind the reply, and its answer tells.
+// The console asks who is there as soon as it is connected.  It does not confirm the reply, but it
+// answers the keep-alive polls of the panels that it serves, and of no others.  So a poll is sent
+// behind the reply: an answer means that the panel is served.
 class Session {
  public:
   // `events` must outlive the session.  REQUIRES: 0 <= type <= 127
@@ -49,12 +49,12 @@ class Session {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  // Takes what has arrived.  False when it is nothing that a console sends: Problem() says what,
-  // and the connection is of no more use.
+  // Takes what has arrived.  False when a console would not send that: Problem() says what is
+  // wrong, and the connection cannot be used any more.
   bool Receive(std::span<const std::uint8_t> bytes);
   const std::string& Problem() const { return problem_; }
 
-  // The bytes to be sent; they are the caller's from then on.
+  // Takes the bytes that are to be sent.
   Bytes TakeOutput();
 
   // Whether the console has asked who is there, and whether it serves the panel.
@@ -81,7 +81,7 @@ class Session {
   Bytes output_;
   bool asked_ = false;
   bool served_ = false;
-  std::vector<int> stations_;  // those that the next programming is of
+  std::vector<int> stations_;  // those of the next programming
   std::string problem_;
 };
 

@@ -14,8 +14,8 @@ void ShowTask::OnServed(Session& session, bool linkUp) {
     return;
   }
   session.Request(missing_);
-  // The console passes over a request while it has no switcher.  Should it have lost it just
-  // now, the answer to this poll says so.
+  // The console ignores a request while it has no switcher.  If it has just lost it, the answer to
+  // this poll says so.
   session.PollLink();
 }
 

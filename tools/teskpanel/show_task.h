@@ -32,7 +32,7 @@ class ShowTask : public Task {
   void HasCome(int bit);
   void Fail(ExitCode code, std::string problem);
 
-  int missing_;  // asked for and not printed yet; none once it has failed
+  int missing_;  // tables asked for and not printed yet; 0 after a failure
   const std::vector<int> numbers_;
   Printer& printer_;
 };

@@ -9,11 +9,11 @@
 
 namespace teskpanel {
 
-// Takes a crosspoint and waits until it stands as asked.
+// Makes or breaks a crosspoint and waits until the switcher reports it.
 //
-// A take is not answered; what the switcher made of it comes as a row of the map.  So the map is
-// asked for first: it says whether the channels exist and how the crosspoint stands.  When it
-// stands as asked already, no row may come, and the task ends when the console has read the take.
+// A take is not answered: when the switcher has done it, a row of the map comes.  So the map is
+// asked for first, which tells whether the channels exist and whether the crosspoint is made.  When
+// it already is as asked, no row may come, and the task ends when the console has read the take.
 class TakeTask : public Task {
  public:
   // Channels count from 1.  `printer` must outlive the task.

@@ -34,10 +34,10 @@ class Task : public SessionEvents {
   // How it ended; nothing while it goes on.
   const std::optional<Outcome>& Result() const { return result_; }
 
-  // What it means that the time for its answer is over.
+  // How it ends when its answer does not come in time.
   virtual Outcome TimeIsOver() const { return {ExitCode::NoAnswer, "the console does not answer"}; }
 
-  // Whether it goes on until the program is ended, over as many connections as it takes.
+  // Whether it goes on until the program is ended, with a new connection when one is lost.
   virtual bool Stays() const { return false; }
 
   void OnMap(Session&, const CrosspointMap&) override {}

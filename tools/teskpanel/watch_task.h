@@ -13,7 +13,7 @@
 
 namespace teskpanel {
 
-// Prints tables and then what changes in them, also what changed while there was no connection.
+// Prints tables and then every change in them, also those made while there was no connection.
 class WatchTask : public Task {
  public:
   // `mask` is what to watch, kAskMap and the like; `where` names the console.  `printer` must
@@ -34,7 +34,7 @@ class WatchTask : public Task {
   Printer& printer_;
   bool linkUp_ = false;
 
-  // What has been printed, or left out as not worth it.
+  // What has been printed, or was not worth a line.
   std::map<int, MapRow> rows_;                               // by output
   std::map<std::pair<LabelKind, int>, std::string> labels_;  // by kind and station
   std::map<std::pair<int, int>, Button> buttons_;            // by station and button

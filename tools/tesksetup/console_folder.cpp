@@ -48,7 +48,7 @@ bool IsSameProgram(const QString& one, const QString& other) {
 
 std::string ComKey(int comPort) { return "COM" + std::to_string(comPort); }
 
-// The settings, with their own rules for what is missing or out of range.
+// The settings as the console reads them: with its defaults for what is missing or out of range.
 model::SystemModel Read(const config::IniFile& settings) {
   model::SystemModel model;
   config::ReadConfiguration(settings, model);
@@ -97,7 +97,7 @@ model::Status ReadSettings(const QString& folder, ConsolePlan* plan) {
 
 QString OwnDevice(const QString& folder) {
   config::IniFile settings;
-  // Settings that cannot be read, and those of no folder, name no port.
+  // No port: the settings cannot be read, or there is no folder.
   if (QDir::isAbsolutePath(folder)) (void)config::IniFile::Load(SettingsIn(folder), &settings);
   return QString::fromStdString(config::SerialDevice({}, Read(settings).ComPort));
 }

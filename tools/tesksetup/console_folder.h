@@ -20,27 +20,27 @@ QString ProgramIn(const QString& folder);
 // Whether the folder has a console's database or settings.
 bool HoldsConsole(const QString& folder);
 
-// Reads what the folder's settings say of device, panels and port into *plan; without a settings
-// file these are a new console's.
+// Reads device, panels and port from the folder's settings into *plan; without a settings file,
+// the defaults of a new console.
 model::Status ReadSettings(const QString& folder, ConsolePlan* plan);
 
-// The device that the console of the folder has when none is named: the machine's own port of
-// the number that its settings give.
+// The device of the folder's console when its settings name none: the machine's own port with the
+// number in the settings.
 QString OwnDevice(const QString& folder);
 
-// Where the places of a console's windows are kept whose settings name no section for them: in a
-// section of its own from now on, or still in the one that such consoles share.
+// Where a console keeps the places of its windows when its settings name no section for them: from
+// now on in a section of its own, or still in the section that such consoles share.
 enum class Places : std::uint8_t { Own, AsTheyAre };
 
-// Makes the folder with the console's executable and its settings.  What is there stays: the
-// database, and of the settings every line but those that the plan is about; a section for the
-// places of the windows that they name stays, too.  Refused while a console works in the folder,
-// which would write its own settings over these.
+// Makes the folder with the console's executable and its settings.  The database that is there
+// stays, and every line of the settings but those of the plan; so does the section that they name
+// for the places of the windows.  Refused while a console works in the folder, which would write
+// its own settings over these.
 model::Status MakeConsoleFolder(const ConsolePlan& plan, const QString& installedProgram,
                                 Places places);
 
-// Makes the folder's executable the same as the installed one.  It is replaced as a whole, also
-// while it runs; after a failure it is as it was.
+// Replaces the folder's executable by the installed one when they differ, also while it runs. After
+// a failure it is as it was.
 model::Status UpdateProgram(const QString& installedProgram, const QString& folder);
 
 }  // namespace tesksetup

@@ -11,7 +11,7 @@ namespace tesksetup {
 struct ConsolePlan {
   QString name;    // in the applications menu
   QString folder;  // an absolute path
-  QString device;  // of its serial line; empty: the machine's own port of that number
+  QString device;  // of its serial line; empty: the machine's own port
   bool servesPanels = false;
   int ipPort = 1250;  // of its panels
 };

@@ -63,11 +63,11 @@ void PrintHelp() {
 // The console's executable as it was installed, beside this one.
 QString InstalledProgram() { return tesksetup::ProgramIn(QCoreApplication::applicationDirPath()); }
 
-// Does not come back when the console was started; else says why it was not.
+// Starts the console in place of this program.  Returns only after a failure: why it failed.
 QString BecomeConsole(const QString& folder, int argc, char** argv) {
   {
     const QCoreApplication application(argc, argv);
-    // An older console is better than none, so this alone does not keep it from starting.
+    // The console is started all the same: an older one is better than none.
     if (const auto status = tesksetup::UpdateProgram(InstalledProgram(), folder); !status.ok()) {
       std::fprintf(stderr, "tesksetup: %s\n", status.Description().c_str());
     }
@@ -79,7 +79,7 @@ QString BecomeConsole(const QString& folder, int argc, char** argv) {
          QString::fromStdString(std::generic_category().message(errno));
 }
 
-// The serial devices that are there, the names that stay with an adapter first.
+// The serial devices of the machine, beginning with the names that belong to one adapter for good.
 QStringList SerialDevices() {
   QStringList devices;
   const QDir fixed(QStringLiteral("/dev/serial/by-id"));
@@ -95,7 +95,7 @@ QStringList SerialDevices() {
 model::Status SetUp(const tesksetup::ConsolePlan& plan) {
   using tesksetup::Places;
   const QString menu = QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
-  // The windows of a console that the user has already stand where he is used to them.
+  // A console that the user already has keeps the places of its windows.
   const Places places = tesksetup::IsInMenu(plan.folder, menu) ? Places::AsTheyAre : Places::Own;
   if (model::Status status = tesksetup::MakeConsoleFolder(plan, InstalledProgram(), places);
       !status.ok()) {

@@ -68,7 +68,7 @@ bool IsInMenu(const QString& folder, const QString& menuFolder) {
 
 model::Status AddToMenu(const ConsolePlan& plan, const QString& starter,
                         const QString& menuFolder) {
-  QDir().mkpath(menuFolder);  // what stands in its way shows in the next step
+  QDir().mkpath(menuFolder);  // when it fails, so does the next step
   QSaveFile file(QDir(menuFolder).filePath(MenuEntryName(plan.folder)));
   const QByteArray text = MenuEntry(plan, starter);
   if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit()) {

@@ -13,7 +13,7 @@
 
 namespace tesksetup {
 
-// The file that the entry of a folder's console is kept in, by name.  Each folder has its own.
+// The name of the file with the entry of a folder's console.  Each folder has its own.
 QString MenuEntryName(const QString& folder);
 
 // The entry's text: `starter` (the path of this program) starts the console of the folder.

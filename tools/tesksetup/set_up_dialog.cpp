@@ -27,7 +27,7 @@ namespace {
 
 constexpr int kLargestPort = 65535;
 
-// The wheel scrolls what it is over; it must not choose another device on its way.
+// The wheel scrolls the dialog: it must not choose another device when it passes over the list.
 class DeviceBox : public QComboBox {
  public:
   using QComboBox::QComboBox;
@@ -44,7 +44,7 @@ QLabel* NewNote(const char* name, QWidget* parent) {
   return note;
 }
 
-// The name of the folder that a console of that name is proposed.
+// The name of the folder that is proposed for a console of that name.
 QString FolderName(QString name) {
   name.replace(QLatin1Char('/'), QLatin1Char('-'));
   return name.startsWith(QLatin1Char('.')) ? QLatin1Char('_') + name : name;
@@ -113,7 +113,7 @@ void SetUpDialog::BuildForm(const QStringList& devices) {
   panelsLine->addWidget(panels_);
   panelsLine->addWidget(port_);
   panelsLine->addStretch();
-  // To be read before the box is ticked.
+  // Shown also while the box is not ticked, so that it is read in time.
   auto* const panelsNote = NewNote("lblPanelsNote", this);
   panelsNote->setText(
       tr("Whoever reaches the port can take any crosspoint: let the firewall "
@@ -176,7 +176,7 @@ void SetUpDialog::ProposeFolder() {
   Judge();
 }
 
-// What a folder's own settings say is the proposal.
+// Proposes what the folder's own settings say.
 void SetUpDialog::FolderChanged() {
   const QString folder = folder_->text().trimmed();
   folderNote_->clear();

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include <cstdio>
-
+#include "model/padded.h"
 #include "tools/tesksim/switcher_state.h"
 
 namespace tesksim {
@@ -11,22 +10,15 @@ namespace {
 constexpr int kTalk = 0;
 constexpr int kInactive = 254;
 
-// "Sta. 007".
-std::string WithThreeDigits(const char* prefix, int number) {
-  char text[16];
-  std::snprintf(text, sizeof text, "%s%03d", prefix, number);
-  return text;
-}
-
 Members Only(int member) { return Members().set(static_cast<std::size_t>(member - 1)); }
 
 void FillLabels(SwitcherState& state) {
   const int stations = state.Sizes().stations;
   for (int label = 1; label <= state.Sizes().labels; ++label) {
     const bool hidden = label > stations;
-    const int number = hidden ? label - stations : label;
-    state.outLabels[label] = WithThreeDigits(hidden ? "{xt. " : "Sta. ", number);
-    state.inLabels[label] = WithThreeDigits(hidden ? "{npt " : "Inpt ", number);
+    const std::string number = model::Padded(hidden ? label - stations : label, 3);
+    state.outLabels[label] = (hidden ? "{xt. " : "Sta. ") + number;
+    state.inLabels[label] = (hidden ? "{npt " : "Inpt ") + number;
   }
 }
 

@@ -8,11 +8,13 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <algorithm>
+#include <ranges>
 #include <span>
 #include <utility>
 
+#include "model/padded.h"
 #include "stations/operations.h"
-#include "views/xmap/mark_painter.h"
+#include "views/xmap/marks.h"
 #include "views/xmap/xmap_look.h"
 
 namespace views {
@@ -144,7 +146,7 @@ void DrawKey(Document& document, const QRectF& place, int button, const rules::K
   QRectF line(place.left(), place.top() + 2, place.width(), kLineHeight);
   document.SetFont(kTextSize);
   DrawText(painter, line, Qt::AlignLeft | Qt::AlignVCenter,
-           QStringLiteral("Btn - %1").arg(button, 2, 10, QLatin1Char('0')));
+           QStringLiteral("Btn - ") + Text(model::Padded(button, 2)));
   line.moveTop(line.bottom() + 2);
   line.setHeight(kLineHeight + 4);
   document.SetFont(kTextSize + 3, true);
@@ -165,17 +167,11 @@ void DrawKey(Document& document, const QRectF& place, int button, const rules::K
 
 // What the marks mean, at the right of the title.
 void DrawLegend(Document& document) {
-  struct Entry {
-    rules::Mark mark;
-    const char* word;
-  };
   QPainter& painter = document.Painter();
   const QFontMetricsF metrics = document.SetFont(kTextSize);
   qreal right = document.Width();
-  for (const Entry& entry :
-       {Entry{rules::Mark::Inhibit, "inhibit"}, Entry{rules::Mark::Priority, "priority crosspoint"},
-        Entry{rules::Mark::Crosspoint, "crosspoint"}}) {
-    const QString word = QString::fromLatin1(entry.word);
+  for (const auto& entry : std::views::reverse(rules::kExportedMarks)) {
+    const QString word = QString::fromLatin1(entry.legend);
     right -= metrics.horizontalAdvance(word);
     painter.setPen(Qt::black);
     painter.drawText(QPointF(right, kLineHeight - 2), word);
@@ -235,7 +231,7 @@ void DrawMapPage(Document& document, qreal top, const rules::XmapGrid& grid, int
 
 }  // namespace
 
-bool WriteTablePdf(QIODevice& device, const QString& title, const rules::Sheet& sheet) {
+bool WriteSheetPdf(QIODevice& device, const QString& title, const rules::Sheet& sheet) {
   Document document(device, title);
   if (!document.IsOpen()) return false;
   QPainter& painter = document.Painter();

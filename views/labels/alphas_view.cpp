@@ -53,7 +53,7 @@ AlphasView::AlphasView(const Services& services, QWidget* parent)
   tools_->Add(kDownload, [this] { DownloadLabels(); });
   tools_->Add(kQdvStatus, [this] { Q_EMIT QdvStatusRequested(); });
   SetupAlphaView();
-  find_ = new LabelFind(model_, this);
+  find_ = new LabelFind(rows_, this);
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
@@ -62,30 +62,30 @@ AlphasView::AlphasView(const Services& services, QWidget* parent)
   setFocusProxy(grid_);
   ConnectGrid();
   UpdateLabels();
-  grid_->setCurrentIndex(model_.index(0, static_cast<int>(LabelColumn::StationLabel)));
+  grid_->setCurrentIndex(rows_.index(0, static_cast<int>(LabelColumn::StationLabel)));
 }
 
 void AlphasView::SetupAlphaView() {
   grid_ = new LabelsGrid(
-      model_, [this] { return StoreRow(); }, this);
+      rows_, [this] { return StoreRow(); }, this);
   grid_->setAccessibleName(windowTitle());
 }
 
 void AlphasView::ConnectGrid() {
   connect(grid_, &LabelsGrid::HeaderClicked, this, &AlphasView::SortBy);
-  connect(grid_, &LabelsGrid::DropRequested, &model_, &LabelsModel::DropEdit);
+  connect(grid_, &LabelsGrid::DropRequested, &rows_, &LabelsModel::DropEdit);
   connect(grid_, &LabelsGrid::CopyRequested, this, &AlphasView::Copy);
   connect(grid_, &LabelsGrid::PasteRequested, this, &AlphasView::Paste);
   connect(grid_, &LabelsGrid::MenuRequested, this, &AlphasView::ShowMenu);
   connect(
       grid_, &LabelsGrid::TextRefused, this,
       [this](const QModelIndex& index, const stations::TextCheck& check) {
-        Refuse(CellRefusalText(model_.StationText(index.row()), LabelsModel::Column(index), check));
+        Refuse(CellRefusalText(rows_.StationText(index.row()), LabelsModel::Column(index), check));
       });
   connect(grid_, &LabelsGrid::TextTaken, this,
           [this](const QModelIndex& index, const QString& text) {
             const QString note =
-                LabelNote(model_.StationText(index.row()), LabelsModel::Column(index), text);
+                LabelNote(rows_.StationText(index.row()), LabelsModel::Column(index), text);
             if (!note.isEmpty()) Q_EMIT NoteRequested(note);
           });
   connect(grid_, &LabelsGrid::Full, this, [this](LabelColumn column) {
@@ -101,14 +101,14 @@ void AlphasView::ConnectGrid() {
           [this](const QWidget* /*from*/, const QWidget* to) { FocusMoved(to); });
 }
 
-// Who goes to another view leaves the row.  The tools of this one store it where they need it;
-// boxes, menus and other programs are not meant.  On the way to another view the focus may be
-// nowhere.
+// Going to another view stores the row.  The tools of this view store it themselves when they need
+// to; boxes, menus and other programs do not count.  On the way to another view there may be no
+// focus for a moment.
 void AlphasView::FocusMoved(const QWidget* to) {
   if (to == nullptr || to->window() != window()) return;
   const bool isHere = to == this || to == parentWidget() || isAncestorOf(to);
-  if (wasHere_ && !isHere) StoreRow();
-  wasHere_ = isHere;
+  if (hadFocus_ && !isHere) StoreRow();
+  hadFocus_ = isHere;
 }
 
 void AlphasView::UpdateLabels() {
@@ -117,24 +117,23 @@ void AlphasView::UpdateLabels() {
     return stations::ReadLabelRecords(stations, &records);
   });
   if (status.ok() || !records.empty()) {
-    const bool sameRows = model_.HasSameStations(records);
+    const bool sameRows = rows_.HasSameStations(records);
     if (!sameRows) grid_->CommitEditor();
     const QModelIndex current = grid_->currentIndex();
     const int column = current.column();
     const std::optional<jet::Value> station =
         current.isValid()
-            ? std::optional(model_.Records()[static_cast<std::size_t>(current.row())].Station())
+            ? std::optional(rows_.Records()[static_cast<std::size_t>(current.row())].Station())
             : std::nullopt;
     const QPoint scrolled(grid_->horizontalScrollBar()->value(),
                           grid_->verticalScrollBar()->value());
-    model_.SetRecords(std::move(records));
+    rows_.SetRecords(std::move(records));
     if (!sameRows && station) {
-      const auto& rows = model_.Records();
-      const auto row = std::find_if(
-          rows.begin(), rows.end(),
-          [&](const stations::LabelRecord& each) { return each.Station() == *station; });
-      if (row != rows.end()) {
-        grid_->setCurrentIndex(model_.index(static_cast<int>(row - rows.begin()), column));
+      const auto& shown = rows_.Records();
+      const auto row = std::ranges::find_if(
+          shown, [&](const stations::LabelRecord& each) { return each.Station() == *station; });
+      if (row != shown.end()) {
+        grid_->setCurrentIndex(rows_.index(static_cast<int>(row - shown.begin()), column));
       }
       grid_->horizontalScrollBar()->setValue(scrolled.x());
       grid_->verticalScrollBar()->setValue(scrolled.y());
@@ -150,8 +149,8 @@ void AlphasView::UpdateLabels() {
 
 bool AlphasView::StoreRow() {
   if (!grid_->CommitEditor()) return false;
-  if (!model_.HasEdit()) return true;
-  const stations::LabelEdit change = model_.Edit();
+  if (!rows_.HasEdit()) return true;
+  const stations::LabelEdit change = rows_.Edit();
   stations::LabelRecord stored;
   const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
     return stations::StoreLabelRecord(stations, change, services_.Operator(), &stored);
@@ -160,7 +159,7 @@ bool AlphasView::StoreRow() {
     ShowFailure(services_, "Error Storing Station Labels", status);
     return false;
   }
-  model_.RecordsStored({stored});
+  rows_.RecordsStored({stored});
   Announce({change});
   return true;
 }
@@ -183,9 +182,9 @@ void AlphasView::Announce(const std::vector<stations::LabelEdit>& changes) {
 }
 
 void AlphasView::SortBy(int column) {
-  const bool descending = column == model_.SortColumn() && model_.SortOrder() == Qt::AscendingOrder;
+  const bool descending = column == rows_.SortColumn() && rows_.SortOrder() == Qt::AscendingOrder;
   if (StoreRow()) {
-    model_.sort(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    rows_.sort(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
     find_->Refresh();
   }
   grid_->ShowSortOrder();
@@ -198,7 +197,7 @@ void AlphasView::Copy() {
   for (int row = block.top(); row <= block.bottom(); ++row) {
     std::vector<std::string>& texts = cells.emplace_back();
     for (int column = block.left(); column <= block.right(); ++column) {
-      texts.push_back(model_.Text(row, static_cast<LabelColumn>(column)));
+      texts.push_back(rows_.Text(row, static_cast<LabelColumn>(column)));
     }
   }
   QGuiApplication::clipboard()->setText(QString::fromStdString(rules::WriteBlock(cells)));
@@ -210,11 +209,11 @@ void AlphasView::Paste() {
   const rules::TextBlock block =
       rules::ParseBlock(QGuiApplication::clipboard()->text().toStdString());
   const rules::PastePlan plan =
-      rules::PlanPaste(block, model_.Records(), static_cast<std::size_t>(at.top()),
+      rules::PlanPaste(block, rows_.Records(), static_cast<std::size_t>(at.top()),
                        static_cast<LabelColumn>(at.left()));
   if (!plan.refusal.ok()) {
-    const int row = std::min(static_cast<int>(plan.refusal.row), model_.rowCount() - 1);
-    Refuse(PasteRefusalText(model_.StationText(row), plan.refusal));
+    const int row = std::min(static_cast<int>(plan.refusal.row), rows_.rowCount() - 1);
+    Refuse(PasteRefusalText(rows_.StationText(row), plan.refusal));
     return;
   }
   std::vector<stations::LabelRecord> stored;
@@ -225,7 +224,7 @@ void AlphasView::Paste() {
     ShowFailure(services_, "Error Storing Station Labels", status);
     return;
   }
-  model_.RecordsStored(stored);
+  rows_.RecordsStored(stored);
   std::size_t columns = 1;
   for (const std::vector<std::string>& row : block) columns = std::max(columns, row.size());
   grid_->SelectBlock(
@@ -241,8 +240,8 @@ void AlphasView::Paste() {
   Announce(plan.changes);
 }
 
-// Two messages, each of which reports its own failure: a table that cannot be read does not keep
-// the other one from the switcher.
+// Two messages, each of which reports its own failure: when one table cannot be read, the other is
+// sent all the same.
 void AlphasView::DownloadLabels() {
   if (!StoreRow()) return;
   const switcher::PollPause pause(services_.poll);
@@ -267,7 +266,7 @@ void AlphasView::ShowMenu(const QPoint& globalPosition) {
   menu->setObjectName(QStringLiteral("aidAlphasMenu"));
   menu->setAttribute(Qt::WA_DeleteOnClose);
   const auto add = [menu](const char* name, const QString& text, const QKeySequence& keys) {
-    // The keys work in the grid anyway; here they are only named.
+    // The keys work in the grid anyway; the menu only shows them.
     QAction* const action = menu->addAction(text + u'\t' + keys.toString(QKeySequence::NativeText));
     action->setObjectName(QString::fromLatin1(name));
     return action;
@@ -280,7 +279,7 @@ void AlphasView::ShowMenu(const QPoint& globalPosition) {
           &AlphasView::ShowFind);
   if (const int column = grid_->currentIndex().column(); column >= 0) {
     QAction* const sort = menu->addAction(
-        tr("&Sort by “%1”").arg(model_.headerData(column, Qt::Horizontal).toString()));
+        tr("&Sort by “%1”").arg(rows_.headerData(column, Qt::Horizontal).toString()));
     sort->setObjectName(QStringLiteral("aidSort"));
     connect(sort, &QAction::triggered, this, [this, column] { SortBy(column); });
   }

@@ -20,8 +20,8 @@ class LabelsGrid;
 class ToolBand;
 
 // The station labels "frmAlphas": labels, hidden flag, system input and output, and notes of
-// every record of the stations in one grid.  An edited row is stored when it is left, also for
-// another window, or when Enter is pressed; Escape gives it back.
+// every record of the stations in one grid.  An edited row is stored when the operator leaves it,
+// also for another window, or presses Enter; Escape undoes the edit.
 class AlphasView : public MainView {
   Q_OBJECT
 
@@ -29,14 +29,13 @@ class AlphasView : public MainView {
   // Builds the grid from the stations.  A failure is reported and leaves what could be read.
   explicit AlphasView(const Services& services, QWidget* parent = nullptr);
 
-  // Reads all rows anew from the stations, keeping the current row, the order and the place
-  // scrolled to: the database was written from elsewhere.  An edit that is not stored yet is
-  // kept.  What cannot be read is reported once, until it can be read again.
+  // Call after the database was written by others: reads all rows again, and keeps the current row,
+  // the order, the scrolled place, and an edit that is not stored yet.  A failure is reported once,
+  // until reading succeeds again.
   void UpdateLabels();
 
-  // Stores the row being edited, if there is one.  False when that failed, or when the open
-  // editor holds a text that its column does not take; it is reported then, and the edit stays
-  // as it is.
+  // Stores the row being edited, if there is one.  False when that failed, or when the open editor
+  // holds a text that its column does not take: this is reported, and the edit stays as it is.
   bool StoreRow();
 
   // Opens the field for finding a label.
@@ -68,11 +67,11 @@ class AlphasView : public MainView {
   void Refuse(const QString& text);
 
   const Services services_;
-  LabelsModel model_;
+  LabelsModel rows_;
   ToolBand* tools_;
   LabelsGrid* grid_;
   LabelFind* find_;
-  bool wasHere_ = false;         // the focus, when it was somewhere last
+  bool hadFocus_ = false;        // the focus was in this view when it was last in any
   std::string reportedFailure_;  // of the last reading
 };
 

@@ -28,8 +28,8 @@ class LengthValidator : public QValidator {
 
 }  // namespace
 
-// A validator rather than the field's own limit, which would cut a text that is pasted, or one
-// that is too long already.
+// A validator instead of the field's own limit, which would cut a pasted text, or one that is too
+// long already.
 LabelTextEditor::LabelTextEditor(const QString& text, int maxLength, QWidget* parent)
     : QLineEdit(text, parent), maxLength_(maxLength), count_(new QLabel(this)) {
   setFrame(false);

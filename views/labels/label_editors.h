@@ -37,7 +37,7 @@ class HiddenEditor : public QComboBox {
   explicit HiddenEditor(QWidget* parent);
 
  protected:
-  // The wheel scrolls the grid.
+  // Leaves the wheel to the grid, which scrolls.
   void wheelEvent(QWheelEvent* event) override;
 };
 

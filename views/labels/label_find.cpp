@@ -6,17 +6,17 @@
 
 namespace views {
 
-LabelFind::LabelFind(LabelsModel& model, QWidget* parent)
-    : FindField(tr("%1 of %2").arg(8888).arg(8888), parent), model_(model) {}
+LabelFind::LabelFind(LabelsModel& rows, QWidget* parent)
+    : FindField(tr("%1 of %2").arg(8888).arg(8888), parent), rows_(rows) {}
 
 void LabelFind::OpenFind() { Open(Text(), tr("Find label or station")); }
 
-int LabelFind::Light() {
+int LabelFind::Highlight() {
   matches_.clear();
   const QString wanted = Text();
-  for (int row = 0; !wanted.isEmpty() && row < model_.rowCount(); ++row) {
-    for (int column = 0; column < model_.columnCount(); ++column) {
-      const QModelIndex cell = model_.index(row, column);
+  for (int row = 0; !wanted.isEmpty() && row < rows_.rowCount(); ++row) {
+    for (int column = 0; column < rows_.columnCount(); ++column) {
+      const QModelIndex cell = rows_.index(row, column);
       const QString text = cell.data().toString();
       const bool isNumber = LabelsModel::Column(cell) == stations::LabelColumn::Station;
       if (isNumber ? text == wanted : text.contains(wanted, Qt::CaseInsensitive)) {
@@ -24,13 +24,13 @@ int LabelFind::Light() {
       }
     }
   }
-  model_.SetMatches(matches_);
+  rows_.SetMatches(matches_);
   return static_cast<int>(matches_.size());
 }
 
-void LabelFind::PutOut() {
+void LabelFind::ClearHighlights() {
   matches_.clear();
-  model_.SetMatches({});
+  rows_.SetMatches({});
 }
 
 void LabelFind::ShowFirst() { Q_EMIT FirstMatch(matches_.front()); }

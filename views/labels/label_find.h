@@ -19,8 +19,8 @@ class LabelFind : public FindField {
   Q_OBJECT
 
  public:
-  // `model` must outlive the field.
-  explicit LabelFind(LabelsModel& model, QWidget* parent = nullptr);
+  // `rows` must outlive the field.
+  explicit LabelFind(LabelsModel& rows, QWidget* parent = nullptr);
 
   // Opens, keeping the text of the last search, and takes the focus.
   void OpenFind();
@@ -32,13 +32,13 @@ class LabelFind : public FindField {
   void Chosen(const QModelIndex& index);
 
  protected:
-  int Light() override;
-  void PutOut() override;
+  int Highlight() override;
+  void ClearHighlights() override;
   void ShowFirst() override;
   void GoToMatch(int match) override;
 
  private:
-  LabelsModel& model_;
+  LabelsModel& rows_;
   std::vector<QModelIndex> matches_;
 };
 

@@ -46,7 +46,7 @@ void LabelsDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelI
   if (index.data(LabelsModel::MatchRole).toBool()) {
     option->backgroundBrush = kMatchGround;
     option->palette.setColor(QPalette::Text, kMatchInk);
-    // What is selected has a frame instead: its ground says that it matches.
+    // A selected match keeps the ground of a match, and gets a frame instead.
     option->state &= ~QStyle::State_Selected;
   }
 }
@@ -104,8 +104,8 @@ QWidget* LabelsDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
   return editor_;
 }
 
-// A text is in the editor from its start: what is typed must survive the database being read
-// anew behind it.
+// An editor of text gets its text when it is made, not here: what is typed must survive when the
+// database is read again.
 void LabelsDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
   if (auto* const field = qobject_cast<QLineEdit*>(editor)) {
     if (!field->isModified()) field->selectAll();

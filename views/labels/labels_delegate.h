@@ -13,13 +13,13 @@ class QKeyEvent;
 
 namespace views {
 
-// The rows that Enter goes on by once the row is stored: one down, with Shift one up.
+// How many rows Enter moves down after the row is stored: 1, with Shift -1.
 int StepOfEnter(const QKeyEvent& event);
 
 // Draws and edits the cells of the grid of labels.
 //
-// An editor stays open until its text is taken or given up: it is not closed by losing the focus
-// to another window or to a box.  A text that the column cannot hold keeps it open.
+// An editor stays open until its text is taken or dropped: losing the focus to another window or a
+// box does not close it, and a text that the column cannot hold keeps it open.
 class LabelsDelegate : public QStyledItemDelegate {
   Q_OBJECT
 
@@ -49,7 +49,7 @@ class LabelsDelegate : public QStyledItemDelegate {
   // In an editor: Enter, and Tab (1) or Shift+Tab (-1).
   void EnterPressed(int step);
   void TabPressed(int step);
-  // The choice of a drop-down was made.
+  // A choice was made in a drop-down list.
   void ChoiceMade();
   // The editor of a column refuses more characters.
   void Full(stations::LabelColumn column) const;

@@ -46,18 +46,18 @@ class GuardedSelection : public QItemSelectionModel {
 
 }  // namespace
 
-LabelsGrid::LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidget* parent)
+LabelsGrid::LabelsGrid(LabelsModel& rows, std::function<bool()> storeRow, QWidget* parent)
     : QTableView(parent),
-      model_(model),
+      rows_(rows),
       storeRow_(std::move(storeRow)),
       delegate_(new LabelsDelegate(this)) {
   setObjectName(QStringLiteral("jgAlphas"));
   setFrameShape(QFrame::NoFrame);
   setVerticalHeader(new LabelsRowHeader(this));
-  setModel(&model);
+  setModel(&rows);
   QItemSelectionModel* const before = selectionModel();
   setSelectionModel(new GuardedSelection(
-      model, [this](const QModelIndex& index) { return MayMoveTo(index); }, this));
+      rows, [this](const QModelIndex& index) { return MayMoveTo(index); }, this));
   delete before;
   setItemDelegate(delegate_);
   setSelectionMode(ContiguousSelection);
@@ -78,10 +78,10 @@ LabelsGrid::LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidg
   ShowSortOrder();
   FitFont();
 
-  connect(&model, &LabelsModel::MarkChanged, verticalHeader()->viewport(),
+  connect(&rows, &LabelsModel::MarkChanged, verticalHeader()->viewport(),
           qOverload<>(&QWidget::update));
-  // Laid out before anything is painted: a sort is one repaint.
-  connect(&model, &QAbstractItemModel::layoutChanged, this, [this] {
+  // Laid out before anything is painted, so that a sort costs one repaint.
+  connect(&rows, &QAbstractItemModel::layoutChanged, this, [this] {
     verticalHeader()->doItemsLayout();
     horizontalHeader()->doItemsLayout();
     executeDelayedItemsLayout();
@@ -96,7 +96,7 @@ LabelsGrid::LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidg
 void LabelsGrid::FitFont() {
   verticalHeader()->setDefaultSectionSize(
       std::max(kSmallestRowHeight, fontMetrics().height() + kRowPadding));
-  // The captions fit into the widths beside the arrow.
+  // A smaller font for the captions, which have to fit beside the arrow.
   QHeaderView* const header = horizontalHeader();
   header->setFont(Scaled(font(), kHeaderFontScale));
   for (int column = 0; column < header->count(); ++column) {
@@ -128,7 +128,7 @@ void LabelsGrid::changeEvent(QEvent* event) {
 }
 
 void LabelsGrid::ShowSortOrder() {
-  horizontalHeader()->setSortIndicator(model_.SortColumn(), model_.SortOrder());
+  horizontalHeader()->setSortIndicator(rows_.SortColumn(), rows_.SortOrder());
 }
 
 bool LabelsGrid::CommitEditor() {
@@ -147,11 +147,11 @@ bool LabelsGrid::CommitEditor() {
 bool LabelsGrid::MayMoveTo(const QModelIndex& index) {
   if (index == currentIndex()) return true;
   moveRefused_ =
-      !CommitEditor() || (model_.HasEdit() && index.row() != model_.EditedRow() && !storeRow_());
+      !CommitEditor() || (rows_.HasEdit() && index.row() != rows_.EditedRow() && !storeRow_());
   return !moveRefused_;
 }
 
-// A cell that was not left is still the selected one.
+// After a refused move the selection stays, too.
 void LabelsGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) {
   if (!moveRefused_) QTableView::setSelection(rect, command);
 }
@@ -159,7 +159,7 @@ void LabelsGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionF
 bool LabelsGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
   const bool wasOpen = delegate_->Editor() != nullptr;
   const bool opened = QTableView::edit(index, trigger, event);
-  if (!wasOpen && delegate_->Editor() != nullptr) model_.SetRowOfEditor(index.row());
+  if (!wasOpen && delegate_->Editor() != nullptr) rows_.SetRowOfEditor(index.row());
   if (opened && !wasOpen && (trigger == DoubleClicked || trigger == EditKeyPressed)) {
     if (auto* const choice = qobject_cast<QComboBox*>(delegate_->Editor())) choice->showPopup();
   }
@@ -168,20 +168,20 @@ bool LabelsGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* eve
 
 void LabelsGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
   delegate_->Forget(editor);
-  model_.SetRowOfEditor(-1);
+  rows_.SetRowOfEditor(-1);
   QTableView::closeEditor(editor, hint);
 }
 
 void LabelsGrid::Walk(int step) {
   if (!CommitEditor()) return;
-  const int columns = model_.columnCount();
-  const int cells = model_.rowCount() * columns;
+  const int columns = rows_.columnCount();
+  const int cells = rows_.rowCount() * columns;
   int cell = currentIndex().row() * columns + currentIndex().column();
   QModelIndex next;
   do {
     cell += step;
     if (cell < 0 || cell >= cells) return;
-    next = model_.index(cell / columns, cell % columns);
+    next = rows_.index(cell / columns, cell % columns);
   } while ((next.flags() & Qt::ItemIsEditable) == 0);
   selectionModel()->setCurrentIndex(next, QItemSelectionModel::ClearAndSelect);
   if (currentIndex() == next) QTableView::edit(next);
@@ -202,8 +202,8 @@ QRect LabelsGrid::Block() const {
 }
 
 void LabelsGrid::SelectBlock(const QRect& block) {
-  selectionModel()->select(QItemSelection(model_.index(block.top(), block.left()),
-                                          model_.index(block.bottom(), block.right())),
+  selectionModel()->select(QItemSelection(rows_.index(block.top(), block.left()),
+                                          rows_.index(block.bottom(), block.right())),
                            QItemSelectionModel::ClearAndSelect);
 }
 
@@ -217,7 +217,7 @@ void LabelsGrid::keyPressEvent(QKeyEvent* event) {
     Q_EMIT MenuRequested(CurrentPlace());
   } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     StoreAndStep(StepOfEnter(*event));
-  } else if (event->key() == Qt::Key_Escape && model_.HasEdit()) {
+  } else if (event->key() == Qt::Key_Escape && rows_.HasEdit()) {
     Q_EMIT DropRequested();
   } else {
     QTableView::keyPressEvent(event);
@@ -235,9 +235,9 @@ void LabelsGrid::mousePressEvent(QMouseEvent* event) {
   QTableView::mousePressEvent(event);
 }
 
-// A drag over other rows selects only when there is nothing to be stored first.
+// A drag to another row selects nothing while the row has values to be stored first.
 void LabelsGrid::mouseMoveEvent(QMouseEvent* event) {
-  const bool leaves = model_.HasEdit() && indexAt(event->pos()).row() != model_.EditedRow();
+  const bool leaves = rows_.HasEdit() && indexAt(event->pos()).row() != rows_.EditedRow();
   if (event->buttons() == Qt::NoButton || !leaves) QTableView::mouseMoveEvent(event);
 }
 

@@ -16,18 +16,18 @@ namespace views {
 class LabelsDelegate;
 class LabelsModel;
 
-// The grid "jgAlphas": moves, editors and keys.  A row with values that are not stored is left
-// only when they could be stored.
+// The grid "jgAlphas": moves, editors and keys.  The operator can leave a row with values that are
+// not stored only when storing them succeeds.
 class LabelsGrid : public QTableView {
   Q_OBJECT
 
  public:
-  // `storeRow` stores the row being edited; false when that failed.  `model` must outlive the
+  // `storeRow` stores the row being edited; false when that failed.  `rows` must outlive the
   // grid.
-  LabelsGrid(LabelsModel& model, std::function<bool()> storeRow, QWidget* parent);
+  LabelsGrid(LabelsModel& rows, std::function<bool()> storeRow, QWidget* parent);
 
   // Takes the text of the open editor, if there is one, into the row and closes it.  False when
-  // the column cannot hold the text: TextRefused tells, and the editor stays.
+  // the column cannot hold the text: TextRefused is emitted, and the editor stays open.
   bool CommitEditor();
 
   // The selected block; the current cell when nothing is selected.  Empty without a cell.
@@ -35,24 +35,24 @@ class LabelsGrid : public QTableView {
   // Selects a block, without moving the current cell.
   void SelectBlock(const QRect& block);
 
-  // The arrow in the header.
+  // Puts the arrow in the header at the column that the rows are sorted by.
   void ShowSortOrder();
 
  Q_SIGNALS:
   // The caption of a column (from 0) was clicked; the order is still what it was.
   void HeaderClicked(int column);
-  // The text in the editor of this cell cannot be held there, and why; the editor stays open.
+  // This cell cannot hold the text of its editor, and why; the editor stays open.
   void TextRefused(const QModelIndex& index, const stations::TextCheck& check);
   // A text went from the editor into the row being edited; it is not stored yet.
   void TextTaken(const QModelIndex& index, const QString& text);
   // The editor of a column refused a character: it holds as many as the column takes.
   void Full(stations::LabelColumn column);
-  // Escape outside an editor: the row being edited is to get its stored values back.
+  // Escape outside an editor: the edit of the row is to be undone.
   void DropRequested();
   // The keys of the clipboard: for Block().
   void CopyRequested();
   void PasteRequested();
-  // The context menu is to open here, for the pointer or, by key, for the current cell.
+  // The context menu is to open here: at the pointer or, asked for by key, at the current cell.
   void MenuRequested(const QPoint& globalPosition);
 
  protected:
@@ -70,22 +70,22 @@ class LabelsGrid : public QTableView {
   bool MayMoveTo(const QModelIndex& index);
   // To the next cell that can be edited, in either direction, and edits it.
   void Walk(int step);
-  // Stores the row being edited and goes to the same column of the row `step` below; stays where
-  // it is when that failed, or when there is no such row.
+  // Stores the row being edited and goes down `step` rows in the same column; stays where it is
+  // when storing failed or there is no such row.
   void StoreAndStep(int step);
   // The middle of the current cell, on the screen.
   QPoint CurrentPlace() const;
-  // Rows, columns and captions for the font: the columns have their required widths at the usual
-  // one, and are wider for a larger one.
+  // Fits rows, columns and captions to the font.  The columns have their fixed widths in the usual
+  // font, and larger ones in a larger font.
   void FitFont();
   int WidthFor(stations::LabelColumn column) const;
-  // The notes have the room that the other columns leave.
+  // Gives the notes the room that the other columns leave.
   void WidenNotes();
 
-  LabelsModel& model_;
+  LabelsModel& rows_;
   const std::function<bool()> storeRow_;
   LabelsDelegate* delegate_;
-  bool moveRefused_ = false;  // of the last key or click
+  bool moveRefused_ = false;  // the last key or click was not allowed to leave its cell
 };
 
 }  // namespace views

@@ -35,13 +35,13 @@ bool SameValues(const LabelRecord& a, const LabelRecord& b) {
   return true;
 }
 
-// A label as it travels: spaces at its end do not count.
+// A label as it is sent, filled up with spaces: those at its end do not count.
 std::string WithoutSpaces(std::string label) {
   label.erase(label.find_last_not_of(' ') + 1);
   return label;
 }
 
-// As large as all else, in the desktop's fixed family.
+// The desktop's fixed font, in the size of the other text.
 QFont LabelFont() {
   QFont font = QGuiApplication::font();
   font.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
@@ -218,7 +218,7 @@ void LabelsModel::SetRowOfEditor(int row) {
   if (rowOfEditor_.row() != before) Q_EMIT MarkChanged();
 }
 
-// Labels of other rows may have got a namesake or lost it.
+// Other rows may have the same label now, or no longer.
 void LabelsModel::RowChanged() {
   FindDuplicates();
   Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
@@ -325,7 +325,7 @@ const LabelsModel::Stations* LabelsModel::Namesakes(int row, LabelColumn column)
   return found == labels.end() || found->second.size() < 2 ? nullptr : &found->second;
 }
 
-// Hidden stations do not count: panels do not offer them beside the others.
+// Hidden stations do not count: panels do not list them.
 void LabelsModel::FindDuplicates() {
   for (const LabelColumn column : {LabelColumn::StationLabel, LabelColumn::InputLabel}) {
     auto& labels = namesakes_[static_cast<std::size_t>(column)];

@@ -18,8 +18,8 @@
 
 namespace views {
 
-// The stations as the grid shows them: what is stored, in the order that the operator chose, and
-// over it the new values of the one row that is being edited.  It reads and writes no database.
+// The stations as the grid shows them: the stored values, in the order that the operator chose, and
+// for the one row being edited its new values instead.  It reads and writes no database.
 class LabelsModel : public QAbstractTableModel {
   Q_OBJECT
 
@@ -41,17 +41,17 @@ class LabelsModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation,
                       int role = Qt::DisplayRole) const override;
 
-  // Puts a new value into the row being edited; false, and nothing changes, when that is another
-  // row or the column cannot take it.  The value that is stored takes the edit back.
+  // Puts a new value into the row being edited.  False, without a change, when another row is being
+  // edited or the column cannot take the value.  Setting the stored value undoes the edit.
   bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
-  // Orders the rows as the database does by what is stored, equal ones by their stations.
+  // Orders the rows by their stored values, as the database does; equal ones by their stations.
   void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
   int SortColumn() const { return sortColumn_; }
   Qt::SortOrder SortOrder() const { return sortOrder_; }
 
-  // Replaces what is stored.  The rows are put in order again, unless one is being edited: then
-  // they stay where they are.  The edit is kept as long as its station is there.
+  // Replaces the stored values.  The rows are sorted again, unless one is being edited: then they
+  // stay where they are.  The edit is kept as long as its station is there.
   void SetRecords(std::vector<stations::LabelRecord> records);
 
   // Whether these records are of the stations that the model has: SetRecords then keeps what
@@ -70,7 +70,8 @@ class LabelsModel : public QAbstractTableModel {
   // An editor was opened in a row, or, with -1, closed.
   void SetRowOfEditor(int row);
 
-  // These records were stored.  No row changes its place; the edit of one of them is over.
+  // These records were stored.  No row changes its place; if one of them was being edited, its edit
+  // ends.
   void RecordsStored(const std::vector<stations::LabelRecord>& records);
 
   static stations::LabelColumn Column(const QModelIndex& index) {
@@ -85,7 +86,8 @@ class LabelsModel : public QAbstractTableModel {
   void SetMatches(const std::vector<QModelIndex>& matches);
 
  Q_SIGNALS:
-  // EditedRole of some row is another.  Not headerDataChanged, which lays the whole grid out anew.
+  // EditedRole of some row has changed.  Not headerDataChanged, after which the whole grid is laid
+  // out again.
   void MarkChanged();
 
  private:
@@ -94,7 +96,7 @@ class LabelsModel : public QAbstractTableModel {
   const jet::Value& ShownValue(int row, stations::LabelColumn column) const;
   bool IsHidden(int row) const;
   QString DuplicateTip(int row, stations::LabelColumn column) const;
-  // The stations that show this label; null when it is none that counts.
+  // The stations that show this label, when there are several; else null.
   const Stations* Namesakes(int row, stations::LabelColumn column) const;
   void FindDuplicates();
   void Put(stations::LabelColumn column, const jet::Value& value, int row);

@@ -7,8 +7,8 @@
 
 namespace views {
 
-// The narrow header at the left of the grid of labels: a triangle at the current row, a pencil at
-// the row that has values which are not stored.
+// The narrow header at the left of the grid of labels: a triangle at the current row, a pencil at a
+// row with values that are not stored.
 class LabelsRowHeader : public QHeaderView {
   Q_OBJECT
 

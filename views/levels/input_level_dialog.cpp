@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <algorithm>
@@ -19,6 +20,7 @@
 #include "views/rules/levels.h"
 #include "views/widgets/icon.h"
 #include "views/widgets/last_report.h"
+#include "views/window_place/twips.h"
 
 namespace views {
 namespace {
@@ -27,9 +29,8 @@ constexpr int kPerBand = 16;
 constexpr int kBands = model::kLevelCount / kPerBand;
 constexpr int kVisibleBands = 2;
 
-// 2640 and 40 twips in pixels.
-constexpr int kBandHeight = 176;
-constexpr int kPanelOffset = 3;
+constexpr int kBandHeight = ToPixels(2640);
+constexpr int kPanelOffset = ToPixels(40);
 constexpr int kNarrowestStrip = 36;  // "−36 dB"
 
 }  // namespace
@@ -46,7 +47,7 @@ InputLevelDialog::InputLevelDialog(const Services& services, const QDateTime& la
   UpdateLabels();
 }
 
-// A slider that loses the focus says so: not to a dialog of which half is gone.
+// Hidden while it is whole: a slider that loses the focus then calls back into the dialog.
 InputLevelDialog::~InputLevelDialog() { hide(); }
 
 QWidget* InputLevelDialog::MakeSliders() {
@@ -93,7 +94,7 @@ void InputLevelDialog::FitSliders() {
   for (const LevelStrip* const strip : strips_) width = std::max(width, strip->NeededWidth());
   width = std::min(width, std::max(kNarrowestStrip, (largestWidth_ - beside) / kPerBand));
   for (LevelStrip* const strip : strips_) strip->setFixedWidth(width);
-  // From the inside out: the panel is in no layout that would ask it.
+  // From the inside out, because the panel stands in no layout that would do it.
   for (int first = 0; first < model::kLevelCount; first += kPerBand) {
     Strip(first).parentWidget()->layout()->activate();
   }
@@ -103,7 +104,7 @@ void InputLevelDialog::FitSliders() {
 }
 
 void InputLevelDialog::LayOut(QWidget* sliders) {
-  scroll_ = new BandScrollBar(this);
+  scroll_ = new NotchScrollBar(this);
   scroll_->setObjectName(QStringLiteral("VScroll1"));
   scroll_->setAccessibleName(tr("Bands of sliders"));
   scroll_->setRange(0, kBands - kVisibleBands);
@@ -115,7 +116,7 @@ void InputLevelDialog::LayOut(QWidget* sliders) {
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   QPushButton* const close = buttons->button(QDialogButtonBox::Close);
   close->setObjectName(QStringLiteral("cmdClose"));
-  // A key pressed before anybody has looked must not change a gain.
+  // A key pressed before the operator has looked must not change a gain.
   close->setFocus();
   close->installEventFilter(this);
 
@@ -137,14 +138,14 @@ void InputLevelDialog::LayOut(QWidget* sliders) {
 
 void InputLevelDialog::Update_GainMap() {
   for (int index = 0; index < model::kLevelCount; ++index) {
-    // Reports come late for a hand that moves: the slider would jump back from under it, and the
-    // next move would start from there.
+    // A report may be older than the last move: the slider would jump back from under the hand,
+    // and the next move would start from there.
     if (!Strip(index).Slider().IsHeld()) ShowGain(index);
   }
 }
 
 void InputLevelDialog::ShowGain(int index) {
-  const UpdatingFlag::Scope refreshing(refreshing_);
+  const QSignalBlocker sendsNothing(Strip(index).Slider());
   const int gain = services_.model.InputGains[static_cast<std::size_t>(index)];
   Strip(index).Slider().setValue(rules::SliderValue(gain));
   Strip(index).ShowLevel();
@@ -172,7 +173,6 @@ void InputLevelDialog::UpdateLabels() {
 }
 
 void InputLevelDialog::Moved(int index) {
-  if (refreshing_.IsSet()) return;
   LevelStrip& strip = Strip(index);
   const int value = strip.Slider().value();
   const int gain = rules::GainOf(value);
@@ -210,7 +210,8 @@ void InputLevelDialog::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) FitSliders();
 }
 
-// An arrow on a button goes to the next widget, here a slider, which the next arrow would move.
+// By default an arrow key on a button moves the focus to the next widget: here a slider, which the
+// next arrow key would move.
 bool InputLevelDialog::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     auto* const key = static_cast<QKeyEvent*>(event);

@@ -9,10 +9,9 @@
 #include <array>
 
 #include "model/system_model.h"
-#include "views/levels/band_scroll_bar.h"
 #include "views/levels/level_strip.h"
 #include "views/services.h"
-#include "views/updating_flag.h"
+#include "views/widgets/notch_scroll_bar.h"
 
 namespace views {
 
@@ -33,15 +32,16 @@ class InputLevelDialog : public QDialog {
                    QWidget* parent = nullptr);
   ~InputLevelDialog() override;
 
-  // Keeps the dialog no wider than that, as far as the sliders can be so narrow: they are all as
-  // wide as the widest label if there is room for that, and else cut it.
+  // Makes the dialog no wider than `width`, unless its narrowest sliders need more.  All sliders
+  // are as wide as the widest label; where there is no room for that, labels are cut.
   void FitInto(int width);
 
-  // Shows all gains from the model.  Sends nothing.  A slider that the operator has in hand
-  // stays where it is until it is let go of, and then shows what the model holds.
+  // Shows all gains from the model.  Sends nothing.  A slider that the operator holds stays where
+  // it is; when it is released, it shows what the model holds.
   void Update_GainMap();
 
-  // Says when the switcher reported the gains.  A null time is never: the sliders are hatched.
+  // Says when the switcher reported the gains.  A null time stands for never: the sliders are
+  // hatched.
   void ShowReported(const QDateTime& at);
 
   // Shows the input labels from the database; a failure is reported, and the labels that could
@@ -64,17 +64,16 @@ class InputLevelDialog : public QDialog {
   void Moved(int index);
   void LetGo(int index);
   void ScrollTo(int index);
-  // Gives the focus to the slider `distance` further than the one that has it, if there is one.
+  // Moves the focus from a slider to the one `distance` further on, if there is one.
   void GoToNeighbour(int distance);
 
   const Services services_;
   std::array<LevelStrip*, model::kLevelCount> strips_{};
-  QWidget* panel_ = nullptr;  // carries the sliders, and moves within its parent
+  QWidget* panel_ = nullptr;  // holds the sliders, and moves within its parent
   int largestWidth_ = QWIDGETSIZE_MAX;
   LevelScale* scale_ = nullptr;  // one of its bands
-  BandScrollBar* scroll_ = nullptr;
+  NotchScrollBar* scroll_ = nullptr;
   QLabel* reported_ = nullptr;
-  UpdatingFlag refreshing_;
 };
 
 }  // namespace views

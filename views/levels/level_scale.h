@@ -14,7 +14,7 @@ class LevelScale : public QWidget {
   Q_OBJECT
 
  public:
-  // `slider` is one of the band; it gives the heights, and must outlive the scale.
+  // `slider` is one of the band; the scale's heights are its.  It must outlive the scale.
   LevelScale(const LevelSlider& slider, QWidget* parent);
 
   QSize sizeHint() const override;

@@ -22,7 +22,7 @@ constexpr double kUnityOuter = 18;
 
 constexpr float kFaint = 0.5F;      // of the ink
 constexpr float kHatching = 0.25F;  // of the ink
-constexpr int kBesideHatching = 4;  // to that of the neighbour
+constexpr int kBesideHatching = 4;  // a gap to the neighbour's
 
 // A slider as a screen reader tells of it: in dB, louder upwards.
 class AccessibleLevel : public QAccessibleWidget, public QAccessibleValueInterface {
@@ -66,7 +66,7 @@ LevelSlider::LevelSlider(QWidget* parent) : QSlider(Qt::Vertical, parent) {
   setRange(0, rules::kLargestSliderValue);
   setSingleStep(1);
   setPageStep(kPageStep);
-  // Value 0 at the top, and keys that lead to the top make it smaller.
+  // Value 0 is at the top, and the keys that go up make the value smaller.
   setInvertedAppearance(true);
   setInvertedControls(true);
   setFocusPolicy(Qt::StrongFocus);
@@ -78,8 +78,8 @@ void LevelSlider::SetReported(bool reported) {
   update();
 }
 
-// For the style it is a slider the right way round, so that it is filled from the bottom to the
-// handle: the fuller the louder.
+// The style is told that the slider is not inverted, so that it fills it from the bottom to the
+// handle: the fuller, the louder.
 QStyleOptionSlider LevelSlider::OptionAt(int value) const {
   QStyleOptionSlider option;
   initStyleOption(&option);
@@ -178,7 +178,7 @@ void LevelSlider::focusInEvent(QFocusEvent* event) {
   if (event->reason() != Qt::ActiveWindowFocusReason) Q_EMIT Entered();
 }
 
-// The release of what was pressed goes elsewhere now.
+// The release of what was pressed will go to another widget.
 void LevelSlider::focusOutEvent(QFocusEvent* event) {
   QSlider::focusOutEvent(event);
   mouseIsDown_ = false;

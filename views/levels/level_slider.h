@@ -9,20 +9,19 @@
 
 namespace views {
 
-// A slider for the gain of one input, loud at the top.  Every change acts on the switcher at
-// once, so nothing changes it by accident: the wheel is left to what scrolls the sliders, Home
-// and End, which would jump to full gain or none, do nothing.
+// A slider for the gain of one input, loud at the top.  Every change acts on the switcher at once,
+// so it must not be changed by accident: the wheel scrolls the sliders instead, and Home and End,
+// which would jump to full gain or none, do nothing.
 class LevelSlider : public QSlider {
   Q_OBJECT
 
  public:
   explicit LevelSlider(QWidget* parent);
 
-  // Whether the switcher has reported a gain; without that the ground behind it is hatched.
+  // Whether the switcher has reported a gain; until then the slider's ground is hatched.
   void SetReported(bool reported);
 
-  // Whether the operator has it in hand: from the press of a mouse button or key on it to the
-  // release.
+  // Whether the operator holds it: from the press of a mouse button or key on it to the release.
   bool IsHeld() const { return mouseIsDown_ || keyIsDown_; }
 
   // The middle of the handle while the slider stands at `value`, in pixels from the widget's top.

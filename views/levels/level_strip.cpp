@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "model/padded.h"
 #include "views/rules/levels.h"
 #include "views/widgets/scaled_font.h"
 
@@ -37,7 +38,7 @@ LevelStrip::LevelStrip(int index, QWidget* parent)
       level_(NewText(QStringLiteral("lblLevel_"), index, this)),
       label_(NewText(QStringLiteral("lblInptName_"), index, this)) {
   QLabel* const number = NewText(QStringLiteral("lblInptNumber_"), index, this);
-  number->setText(QStringLiteral("%1").arg(index + 1, 2, 10, QLatin1Char('0')));
+  number->setText(QString::fromStdString(model::Padded(index + 1, 2)));
   slider_->setObjectName(QStringLiteral("Slider1_%1").arg(index));
   slider_->setAccessibleName(tr("Input %1 level").arg(index + 1));
   slider_->setMinimumHeight(kLowestSlider);

@@ -2,6 +2,7 @@
 
 #include "views/rules/export_sheets.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -32,19 +33,11 @@ model::Status ReadLabelRow(const jet::RecordSet& stations, std::vector<std::stri
 }
 
 const char* WordOf(Mark mark) {
-  switch (mark) {
-    case Mark::Crosspoint:
-      return "crosspoint";
-    case Mark::Priority:
-      return "priority";
-    case Mark::Inhibit:
-      return "inhibit";
-    default:
-      return "";
-  }
+  const auto* const found = std::ranges::find(kExportedMarks, mark, &ExportedMark::mark);
+  return found == std::end(kExportedMarks) ? "" : found->word;
 }
 
-// The captions of targets by the operation's code, each read once: every button asks for them.
+// The captions of targets by operation, read once each although every button asks for them.
 class TargetLabels {
  public:
   TargetLabels(jet::RecordSet& stations, int count) : stations_(stations), count_(count) {}

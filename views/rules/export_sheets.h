@@ -18,7 +18,7 @@
 
 namespace rules {
 
-// A table of texts; every row has as many as there are captions.
+// Rows of texts; every row has as many as there are captions.
 struct Sheet {
   std::vector<std::string> captions;
   std::vector<std::vector<std::string>> rows;
@@ -28,15 +28,27 @@ struct Sheet {
 // labels.
 model::Status ReadLabelSheet(jet::RecordSet& stations, Sheet* sheet);
 
-// A row for every output, a column for every input after the two for the output itself:
-// "crosspoint", "priority", "inhibit", or nothing.
+// The marks that an exported map has, with their words in a cell of a sheet and in a legend.
+struct ExportedMark {
+  Mark mark;
+  const char* word;
+  const char* legend;
+};
+inline constexpr ExportedMark kExportedMarks[] = {
+    {Mark::Crosspoint, "crosspoint", "crosspoint"},
+    {Mark::Priority, "priority", "priority crosspoint"},
+    {Mark::Inhibit, "inhibit", "inhibit"},
+};
+
+// A row for every output, a column for every input after the two for the output itself.  A cell
+// has the word of its mark, or nothing.
 Sheet MapSheet(const XmapGrid& grid);
 
 // What a button does, in words.
 struct KeyLegend {
   int type = 0;         // the operation's code
   std::string caption;  // the label of its first target, as ReadChosenCaption() has it
-  // The labels of all targets, separated by ", ", from ten targets on after "(10) ".
+  // The labels of all targets, separated by ", "; from ten targets on, "(10) " stands before them.
   std::string targets;
 };
 

@@ -2,8 +2,8 @@
 //
 // The gain of an input as the operator sees it: the value of a slider, and its texts.
 //
-// Gain step g stands for g - 100 dB, from 0 (-100 dB) to 127 (+27 dB).  A slider is the other way
-// round: value 0, at its top, is the loudest.
+// Gain step g stands for g - 100 dB, from 0 (-100 dB) to 127 (+27 dB).  Slider values run the other
+// way: 0, at the top, is the loudest.
 
 #ifndef VIEWS_RULES_LEVELS_H_
 #define VIEWS_RULES_LEVELS_H_
@@ -15,7 +15,7 @@ namespace rules {
 inline constexpr int kLargestSliderValue = 127;
 inline constexpr int kUnityValue = 27;  // where a slider stands for 0 dB
 
-// The slider value of a gain step.  A step outside 0..127 gives the end of the slider next to it.
+// The slider value of a gain step.  A step outside 0..127 gives the nearer end of the slider.
 int SliderValue(int gain);
 
 // The gain step, 0..127, of a slider value.

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "model/flag_string.h"
+#include "model/padded.h"
 
 namespace rules {
 namespace {
@@ -40,7 +41,7 @@ std::size_t CharacterLength(char lead) {
   return 1;
 }
 
-// The mark of a crosspoint that is made in a row with this status value; one that says neither
+// The mark of a made crosspoint in a row with this status value; a value that is neither 0 nor 1
 // leaves what is shown.
 Mark MadeMark(int mode, Mark shown) {
   if (mode == 0) return Mark::Crosspoint;
@@ -91,10 +92,7 @@ std::string XmapGrid::CellText(int row, int column) const {
 }
 
 std::string XmapGrid::Number(int channel) const {
-  const std::size_t width = ChannelCount() >= kManyChannels ? 3 : 2;
-  std::string number = std::to_string(channel);
-  if (number.size() < width) number.insert(0, width - number.size(), '0');
-  return number;
+  return model::Padded(channel, ChannelCount() >= kManyChannels ? 3 : 2);
 }
 
 std::string XmapGrid::Label(const std::optional<std::string>& label, int channel) const {
@@ -122,8 +120,7 @@ std::string XmapGrid::ColumnText(const std::string& label) const {
 
 MapUpdate XmapGrid::UpdateXmap(int output, int mode) {
   MapUpdate update;
-  // The map has been allocated anew since when its size is another one; then nothing that it
-  // says belongs to this grid.
+  // A map of another size was allocated after this grid was made, and says nothing about it.
   if (!HasMapOfThisSize()) return update;
   if (output == model::kAll) {
     for (int r = 1; r <= ChannelCount(); ++r) {

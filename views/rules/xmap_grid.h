@@ -28,7 +28,7 @@ inline constexpr int kFixedCells = 2;
 // From so many channels on, numbers have three digits and columns are wider.
 inline constexpr int kManyChannels = 100;
 
-// What a cell shows.  It is state of its own: the tools decide by it, not by the database.
+// What a cell shows.  The tools decide by it, not by the database.
 enum class Mark : std::uint8_t {
   None = 0,
   Crosspoint = 1,  // ordinary: take, sum, listen
@@ -52,7 +52,7 @@ enum class XmapAction : int { Call = 0, Listen = 1, PriorityListen = 2, Take = 4
 // What a tool is to do with a crosspoint.
 struct ActionDecision {
   enum class Kind : std::uint8_t {
-    Nothing,      // an action that there is not, or a state that is none
+    Nothing,      // an unknown action, or a crosspoint in an unknown state
     NoCell,       // a header cell, or none at all
     Inhibited,    // refused: the cell shows an inhibit
     AlreadyMade,  // a take of a crosspoint that is made: takes are never undone
@@ -127,13 +127,14 @@ class XmapGrid {
 
   // Draws the inhibits: element r of `inhibits`, the text as the database has it, belongs to
   // output r + 1, and null is a text without inhibits; outputs without an element stay as they
-  // are.  A set flag puts Inhibit, whatever was there;
-  // elsewhere all marks but Crosspoint go, Priority too.  Returns the outputs that look different.
+  // are.  A set flag puts Inhibit, whatever was there; elsewhere all marks but Crosspoint go,
+  // Priority too.  Returns the outputs that look different.
   ChannelSet UpdateXmapInhibits(std::span<const std::optional<std::string>> inhibits);
 
-  // Draws the crosspoints of all outputs where no inhibit shows: Crosspoint or Priority by the
-  // output's ChannelStatus, which leaves a made one alone when it is neither 0 nor 1, and nothing
-  // where none is made.  Returns the outputs that look different.
+  // Draws the crosspoints of all outputs in the cells that show no inhibit.  A made crosspoint gets
+  // Crosspoint when the output's ChannelStatus is 0 and Priority when it is 1; any other value
+  // leaves its mark alone.  Where no crosspoint is made, the mark goes.  Returns the outputs that
+  // look different.
   ChannelSet RedrawCrosspoints();
 
   // Takes over the labels of the outputs or of the inputs and writes the numbers: element r

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "views/transfer/held_enter.h"
+#include "views/widgets/held_enter.h"
 #include "views/widgets/icon.h"
 
 namespace views {

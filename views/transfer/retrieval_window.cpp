@@ -7,8 +7,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "views/transfer/held_enter.h"
 #include "views/transfer/transfer_words.h"
+#include "views/widgets/held_enter.h"
 #include "views/widgets/icon.h"
 #include "views/window_place/on_screen.h"
 

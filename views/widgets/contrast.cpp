@@ -20,7 +20,7 @@ double Luminance(const QColor& colour) {
 }
 
 bool IsDark(const QColor& ground) {
-  // At this luminance black and white are equally far away.
+  // At this luminance black and white have the same contrast.
   return Luminance(ground) < 0.179;
 }
 

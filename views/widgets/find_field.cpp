@@ -47,7 +47,7 @@ void FindField::Open(const QString& text, const QString& prompt) {
   adjustSize();
   show();
   raise();
-  // A reason for which the field does not select its text: more letters may follow.
+  // With this reason the field does not select its text: more letters may follow.
   field_->setFocus(Qt::OtherFocusReason);
 }
 
@@ -55,13 +55,13 @@ void FindField::Close() {
   if (isHidden()) return;
   hide();
   matchCount_ = 0;
-  PutOut();
+  ClearHighlights();
   Q_EMIT Closed();
 }
 
 void FindField::Refresh() {
   if (isHidden()) return;
-  matchCount_ = Light();
+  matchCount_ = Highlight();
   at_ = -1;
   ShowCount();
 }
@@ -69,7 +69,7 @@ void FindField::Refresh() {
 QString FindField::Text() const { return field_->text(); }
 
 void FindField::Search() {
-  matchCount_ = Light();
+  matchCount_ = Highlight();
   at_ = -1;
   ShowCount();
   if (matchCount_ > 0) ShowFirst();

@@ -12,21 +12,21 @@ class QLineEdit;
 
 namespace views {
 
-// What matches a search stands on this ground in any theme.
+// Matches of a search have these colours in every theme.
 inline constexpr QColor kMatchGround{0xFF, 0xD5, 0x4F};
 inline constexpr QColor kMatchInk{0x00, 0x00, 0x00};
 
-// A small field "aidFind" over a grid, for finding something in it: typing lights what matches,
-// Enter goes from one match to the next and Shift+Enter back, Escape closes it.  What stands for
-// a match, and how it is lit, is the derived class's business.
+// A small field "aidFind" over a grid, for finding something in it: typing highlights what matches,
+// Enter goes to the next match and Shift+Enter to the one before, Escape closes the field.  The
+// derived class knows what matches and highlights it.
 class FindField : public QFrame {
   Q_OBJECT
 
  public:
-  // Closes and puts out the lights; does nothing when it is closed.
+  // Closes the field and takes the highlights away; does nothing when it is closed.
   void Close();
 
-  // Lights what matches now; call after the texts have changed.  The grid does not scroll.
+  // Call after the texts have changed: highlights what matches now.  The grid does not scroll.
   void Refresh();
 
  Q_SIGNALS:
@@ -42,10 +42,10 @@ class FindField : public QFrame {
 
   QString Text() const;
 
-  // Collects and lights what matches Text(), and says how many there are.  Without a text there
-  // is nothing to search for.
-  virtual int Light() = 0;
-  virtual void PutOut() = 0;
+  // Collects and highlights what matches Text(), and returns how many there are; none without a
+  // text.
+  virtual int Highlight() = 0;
+  virtual void ClearHighlights() = 0;
   // Brings the first match of a new search into sight, without going there.
   virtual void ShowFirst() = 0;
   // Goes to a match, from 0.

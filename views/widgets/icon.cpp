@@ -25,8 +25,8 @@ QByteArray Drawing(const QString& name) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Draws the icon when it is asked for, in the colours of that moment.  The SVG icon plugin is
-// not used: it is packaged separately, and where it is missing icons are silently blank.
+// Draws the icon when it is shown, in the colours of that moment.  The toolkit's SVG icon plugin is
+// not used: it is a package of its own, and without it icons stay blank.
 class DrawingEngine : public QIconEngine {
  public:
   DrawingEngine(const QString& name, const QString& badge)
@@ -59,7 +59,7 @@ class DrawingEngine : public QIconEngine {
     Render(drawing_, ink, painter);
     if (!badgeDrawing_.isEmpty()) Render(badgeDrawing_, ink, painter);
     if (selected) {
-      // The accents would drown in the highlight.
+      // The accents could not be seen on the highlight.
       painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
       painter.fillRect(pixmap.rect(), ink);
     }

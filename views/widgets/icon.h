@@ -9,14 +9,14 @@
 
 namespace views {
 
-// One of the program's own drawings, by the name of its file in views/icons without ".svg".
-// Its lines follow the palette's ButtonText, also when the palette changes later; all of it is
-// in HighlightedText where it is selected.  It is sharp at every size and device pixel ratio, and
-// stands undistorted in the middle of a size that is not square.  `badge`, when given, names a
-// second drawing laid over it ("unsent-badge").  A name that is not there gives a null icon.
+// One of the program's own drawings, by the name of its file in views/icons without ".svg".  Its
+// lines have the palette's ButtonText, also when the palette changes later; a selected one is
+// HighlightedText throughout.  It is sharp at every size and device pixel ratio, and is not
+// distorted by a size that is not square.  `badge` names a second drawing laid over it
+// ("unsent-badge").  An unknown name gives a null icon.
 QIcon Icon(const QString& name, const QString& badge = QString());
 
-// All names, for a test or a gallery.
+// All names.
 QStringList IconNames();
 
 }  // namespace views

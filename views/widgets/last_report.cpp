@@ -10,7 +10,7 @@ QString LastReportText(const QDateTime& reportedAt) {
   if (!reportedAt.isValid()) {
     return QCoreApplication::translate("LastReport", "No report since start");
   }
-  // A console may run for days; yesterday's time alone would pass for today's.
+  // A console may run for days: yesterday's time alone would be taken for today's.
   const bool today = reportedAt.date() == QDate::currentDate();
   return QCoreApplication::translate("LastReport", "Last report %1")
       .arg(reportedAt.toString(today ? QStringLiteral("HH:mm:ss")

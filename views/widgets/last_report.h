@@ -8,8 +8,8 @@
 
 namespace views {
 
-// What a window says of the switcher's report that it shows: "Last report 12:03:44", with the day
-// when that was not today, or "No report since start" for a null time.
+// When the switcher reported what a window shows: "Last report 12:03:44", with the day when that
+// was not today, or "No report since start" for a null time.
 QString LastReportText(const QDateTime& reportedAt);
 
 }  // namespace views

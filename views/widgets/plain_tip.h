@@ -8,7 +8,7 @@
 
 namespace views {
 
-// A text of the operator's own for a tip, which must not take it for markup.
+// A text of the operator's own as a tip, which shows it as it is even when it looks like markup.
 inline QString PlainTip(const QString& text) {
   return Qt::mightBeRichText(text) ? QStringLiteral("<pre>%1</pre>").arg(text.toHtmlEscaped())
                                    : text;

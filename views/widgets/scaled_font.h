@@ -7,17 +7,17 @@
 
 namespace views {
 
-// The height of the usual font in pixels, that of nine points: the first sizes of the windows are
-// made for it.
+// The height in pixels of the usual font, of nine points, for which the first sizes of the windows
+// are made.
 inline constexpr double kUsualFont = 12;
 
-// How much larger than the usual font it is.
+// How much larger a font is than the usual one.
 double ScaleOf(const QFont& font);
 
 // `scale` of a font whose size is given in points or in pixels.
 QFont Scaled(const QFont& font, double scale);
 
-// The font, smaller where the text is wider than `room`, but no smaller than `least` of it.
+// The font, made smaller until the text fits into `room`, but not below `least` of its size.
 QFont Fitting(const QFont& font, const QString& text, int room, double least);
 
 }  // namespace views

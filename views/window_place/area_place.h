@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Places in the own coordinates of a work area: those of its viewport when nothing is scrolled.
-// Scrolling moves the child windows; in these coordinates they stay where they are.
+// Places of child windows in a work area, in coordinates that scrolling does not change: those of
+// the viewport when nothing is scrolled.
 
 #ifndef VIEWS_WINDOW_PLACE_AREA_PLACE_H_
 #define VIEWS_WINDOW_PLACE_AREA_PLACE_H_
@@ -11,7 +11,7 @@
 
 namespace views {
 
-// Where a child window stands.  What is in no work area has the place that its parent knows.
+// Where a child window stands; for a window in no work area, its place in its parent.
 QRect PlaceInArea(const QWidget& window);
 
 // Puts a child window there.

@@ -41,7 +41,7 @@ void Placement::Save(const QRect& geometry) {
     const bool moved = !restored_.has_value() || pixels != ((*restored_).*side.of)();
     settings_.SetText(key, moved ? QString::number(ToTwips(pixels)) : settings_.Text(key));
   }
-  restored_ = geometry;  // this is what the stored texts mean from now on
+  restored_ = geometry;  // what the stored texts stand for now
 }
 
 }  // namespace views

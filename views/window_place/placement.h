@@ -12,7 +12,7 @@
 namespace views {
 
 // The place of one window in the user's settings.  A side that was not moved keeps its text, so
-// that the rounding of twips to pixels never makes a window creep.
+// that a window never creeps because twips are rounded to pixels.
 class Placement {
  public:
   // `prefix` begins the window's four keys ("Xmap").  `settings` must outlive the object.
@@ -21,7 +21,7 @@ class Placement {
   // The stored place in pixels.
   QRect Stored() const;
 
-  // What the stored place came to: where the window stands after it was put there.
+  // Where the window really stands after it was put at the stored place.
   void SetRestored(const QRect& geometry) { restored_ = geometry; }
 
   // Stores where the window stands now.  May be called again when the window lives on.

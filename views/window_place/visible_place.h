@@ -8,9 +8,9 @@
 
 namespace views {
 
-// Where to show a window that is to stand at `place`: there when any part of it lies on one of
-// these screens, however large it is; else in the upper left of `home`, the room for windows on
-// the primary screen, and no larger than that.
+// Where to show a window that was stored at `place`.  There, when any part of it lies on one of the
+// screens; else in the upper left of `home`, the room for windows on the primary screen, and no
+// larger than that.
 QRect VisiblePlace(const QRect& place, const QList<QRect>& screens, const QRect& home);
 
 }  // namespace views

@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <QToolTip>
 
-#include "views/xmap/mark_painter.h"
+#include "views/xmap/marks.h"
 #include "views/xmap/xmap_legend.h"
 
 namespace views {

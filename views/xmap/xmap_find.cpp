@@ -26,7 +26,7 @@ bool XmapFind::Matches(const std::string& label, int channel) const {
          QString::number(channel) == wanted;
 }
 
-int XmapFind::Light() {
+int XmapFind::Highlight() {
   matches_.clear();
   rules::ChannelSet outputs;
   rules::ChannelSet inputs;
@@ -46,7 +46,7 @@ int XmapFind::Light() {
   return static_cast<int>(matches_.size());
 }
 
-void XmapFind::PutOut() {
+void XmapFind::ClearHighlights() {
   matches_.clear();
   Q_EMIT MatchesChanged({}, {});
 }

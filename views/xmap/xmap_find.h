@@ -29,7 +29,7 @@ class XmapFind : public FindField {
   void OpenGoTo();
 
  Q_SIGNALS:
-  // The channels to light; both sets are empty when there is nothing to search for.
+  // The channels to highlight; both sets are empty when there is nothing to search for.
   void MatchesChanged(const rules::ChannelSet& outputs, const rules::ChannelSet& inputs);
 
   // The first match of a new search (or 0, 0 for none): exactly one of both is set.
@@ -39,8 +39,8 @@ class XmapFind : public FindField {
   void Chosen(int output, int input);
 
  protected:
-  int Light() override;
-  void PutOut() override;
+  int Highlight() override;
+  void ClearHighlights() override;
   void ShowFirst() override;
   void GoToMatch(int match) override;
   void Enter(bool back) override;

@@ -99,8 +99,8 @@ XmapHeader::Colours XmapHeader::ColoursOf(int channel) const {
   return {ground, ink};
 }
 
-// Lit channels are drawn into a pixmap as well: at a fractional device pixel ratio their letters
-// would otherwise jump when the light goes on.
+// Highlighted channels are drawn by way of a pixmap, too: else, at a fractional device pixel ratio,
+// their letters would jump when the highlight comes.
 QPixmap XmapHeader::Render(int channel, qreal ratio) const {
   const QRect section(QPoint(0, 0), SectionRect(channel).size());
   QPixmap pixmap((QSizeF(section.size()) * ratio).toSize());
@@ -204,7 +204,7 @@ void XmapColumnHeader::DrawChannel(QPainter& painter, const QRect& section, int 
   DrawCell(painter, label, colours.ground);
   DrawCell(painter, number, colours.ground);
   painter.setPen(colours.ink);
-  // The indent of wide columns is for a grid that wraps; here every letter is centred.
+  // The spaces of wide columns are dropped: every letter is centred here.
   const QStringList letters = QString::fromStdString(Grid().CellText(0, channel + 1))
                                   .split(QChar::CarriageReturn, Qt::SkipEmptyParts);
   if (!letters.isEmpty()) {

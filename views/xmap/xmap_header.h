@@ -13,9 +13,9 @@
 
 namespace views {
 
-// One header of the crosspoint map: for each channel its label and its number.  It stays in
-// sight while the map scrolls, shows where the current cell and the pointer are, and lights the
-// labels that match a search.
+// One header of the crosspoint map: for each channel its label and its number.  It stays in sight
+// while the map scrolls, and highlights the channels of the current cell, of the cell under the
+// pointer, and those whose labels match a search.
 class XmapHeader : public QHeaderView {
   Q_OBJECT
 

@@ -6,8 +6,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 
-#include "views/xmap/mark_painter.h"
-#include "views/xmap/xmap_look.h"
+#include "views/xmap/marks.h"
 
 namespace views {
 namespace {
@@ -16,24 +15,12 @@ constexpr int kMarkSize = 16;
 constexpr int kSpace = 12;  // between two entries
 constexpr int kGap = 3;     // between a mark and its name
 
-struct Entry {
-  rules::Mark mark;
-  const char* name;
-};
-
-constexpr Entry kEntries[] = {
-    {rules::Mark::Crosspoint, QT_TRANSLATE_NOOP("views::XmapLegend", "Crosspoint")},
-    {rules::Mark::Inhibit, QT_TRANSLATE_NOOP("views::XmapLegend", "Inhibited")},
-    {rules::Mark::Priority, QT_TRANSLATE_NOOP("views::XmapLegend", "Priority crosspoint")},
-    {rules::Mark::Reserved, QT_TRANSLATE_NOOP("views::XmapLegend", "Reserved mark")},
-};
-
 }  // namespace
 
 XmapLegend::XmapLegend(QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("aidLegend"));
   QStringList names;
-  for (const Entry& entry : kEntries) names.append(tr(entry.name));
+  for (const rules::Mark mark : kMarks) names.append(MarkName(mark));
   setAccessibleName(tr("Marks of the crosspoint map: %1").arg(names.join(QStringLiteral(", "))));
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
 }
@@ -41,12 +28,12 @@ XmapLegend::XmapLegend(QWidget* parent) : QWidget(parent) {
 QString XmapLegend::Tip(const QPalette& palette) {
   const QColor ground = palette.color(QPalette::Inactive, QPalette::ToolTipBase);
   QString tip = QStringLiteral("<table cellspacing='2'>");
-  for (const Entry& entry : kEntries) {
+  for (const rules::Mark mark : kMarks) {
     const qreal ratio = qGuiApp->devicePixelRatio();
     QPixmap pixmap((QSizeF(kMarkSize, kMarkSize) * ratio).toSize());
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    PaintMark(painter, pixmap.rect(), entry.mark, MarkInk(entry.mark, ground));
+    PaintMark(painter, pixmap.rect(), mark, MarkInk(mark, ground));
     painter.end();
     QByteArray png;
     QBuffer buffer(&png);
@@ -56,15 +43,15 @@ QString XmapLegend::Tip(const QPalette& palette) {
                "<tr><td><img width='%1' height='%1' src='data:image/png;base64,%2'></td>"
                "<td>%3</td></tr>")
                .arg(QString::number(kMarkSize), QString::fromLatin1(png.toBase64()),
-                    tr(entry.name).toHtmlEscaped());
+                    MarkName(mark).toHtmlEscaped());
   }
   return tip + QStringLiteral("</table>");
 }
 
 QSize XmapLegend::sizeHint() const {
   int width = 0;
-  for (const Entry& entry : kEntries) {
-    width += kMarkSize + kGap + fontMetrics().horizontalAdvance(tr(entry.name)) + kSpace;
+  for (const rules::Mark mark : kMarks) {
+    width += kMarkSize + kGap + fontMetrics().horizontalAdvance(MarkName(mark)) + kSpace;
   }
   return QSize(width - kSpace, qMax(kMarkSize, fontMetrics().height()));
 }
@@ -74,13 +61,13 @@ void XmapLegend::paintEvent(QPaintEvent*) {
   const QColor ground = palette().color(QPalette::Window);
   painter.setPen(palette().color(QPalette::WindowText));
   int x = 0;
-  for (const Entry& entry : kEntries) {
-    const QRectF mark(x, (height() - kMarkSize) / 2.0, kMarkSize, kMarkSize);
-    PaintMark(painter, mark, entry.mark, MarkInk(entry.mark, ground));
+  for (const rules::Mark mark : kMarks) {
+    const QRectF place(x, (height() - kMarkSize) / 2.0, kMarkSize, kMarkSize);
+    PaintMark(painter, place, mark, MarkInk(mark, ground));
     x += kMarkSize + kGap;
-    const int width = fontMetrics().horizontalAdvance(tr(entry.name));
+    const int width = fontMetrics().horizontalAdvance(MarkName(mark));
     painter.drawText(QRect(x, 0, width + 1, height()), Qt::AlignVCenter | Qt::TextSingleLine,
-                     tr(entry.name));
+                     MarkName(mark));
     x += width + kSpace;
   }
 }

@@ -45,23 +45,6 @@ QColor BandColour(int row, const QPalette& palette) {
                                             : kPlainBand;
 }
 
-QColor MarkInk(rules::Mark mark, const QColor& ground) {
-  const bool dark = IsDark(ground);
-  switch (mark) {
-    case rules::Mark::Crosspoint:
-      return dark ? QColor(0x6D, 0xB9, 0xF2) : QColor(0x00, 0x60, 0xA0);
-    case rules::Mark::Inhibit:
-      return dark ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x00, 0x20);
-    case rules::Mark::Priority:
-      return dark ? QColor(0xFF, 0xB7, 0x4D) : QColor(0xA8, 0x43, 0x00);
-    case rules::Mark::Reserved:
-      return dark ? QColor(0xD3, 0xA4, 0xF5) : QColor(0x5B, 0x2A, 0x86);
-    case rules::Mark::None:
-      break;
-  }
-  return dark ? QColor(Qt::white) : QColor(Qt::black);
-}
-
 QColor StandingOut(const QColor& wanted, const QColor& ground) {
   if (Contrast(wanted, ground) >= kLeastContrast) return wanted;
   return IsDark(ground) ? Qt::white : Qt::black;

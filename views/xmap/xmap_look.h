@@ -43,9 +43,6 @@ QColor HeaderLine(const QColor& ground);
 // The ground of the body cells of a grid row.  REQUIRES: row >= 2
 QColor BandColour(int row, const QPalette& palette);
 
-// The ink of a mark on a ground, light or dark.
-QColor MarkInk(rules::Mark mark, const QColor& ground);
-
 // `wanted` where it stands out from the ground, else black or white, whichever does.
 QColor StandingOut(const QColor& wanted, const QColor& ground);
 

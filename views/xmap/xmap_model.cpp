@@ -2,6 +2,8 @@
 
 #include "views/xmap/xmap_model.h"
 
+#include "views/xmap/marks.h"
+
 namespace views {
 
 XmapModel::XmapModel(const rules::XmapGrid& grid, QObject* parent)
@@ -48,19 +50,7 @@ QString XmapModel::Names(const QModelIndex& index) const {
 }
 
 QString XmapModel::Meaning(const QModelIndex& index) const {
-  switch (static_cast<rules::Mark>(data(index, MarkRole).toInt())) {
-    case rules::Mark::Crosspoint:
-      return tr("Crosspoint");
-    case rules::Mark::Inhibit:
-      return tr("Inhibited");
-    case rules::Mark::Priority:
-      return tr("Priority crosspoint");
-    case rules::Mark::Reserved:
-      return tr("Reserved mark");
-    case rules::Mark::None:
-      break;
-  }
-  return tr("No crosspoint");
+  return MarkName(static_cast<rules::Mark>(data(index, MarkRole).toInt()));
 }
 
 void XmapModel::OutputsChanged(const rules::ChannelSet& outputs) {

@@ -9,8 +9,8 @@
 
 namespace views {
 
-// The body of the crosspoint map as a table: a row per output, a column per input.  The step
-// between its 0-based indexes and the 1-based channels stands here only.
+// The body of the crosspoint map as rows, one per output, and columns, one per input.  Only here do
+// 0-based indexes become 1-based channels.
 class XmapModel : public QAbstractTableModel {
   Q_OBJECT
 

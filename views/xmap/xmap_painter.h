@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "views/rules/xmap_grid.h"
-#include "views/xmap/mark_painter.h"
+#include "views/xmap/marks.h"
 #include "views/xmap/xmap_look.h"
 
 namespace views {
@@ -38,9 +38,8 @@ struct XmapScene {
 
 // Paints the body of the crosspoint map.
 //
-// It goes by arithmetic on the cell size, not cell by cell through a delegate: a band is one
-// rectangle, a grid line another, and only marks cost something of their own.  So the cost is
-// that of the cells in sight, whatever the size of the matrix.
+// It draws whole bands and grid lines as rectangles and then the marks, instead of asking a
+// delegate for each cell.  The cost depends on the cells in sight, not on the size of the matrix.
 class XmapPainter {
  public:
   // `grid` must outlive the painter.

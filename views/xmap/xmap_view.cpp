@@ -12,14 +12,14 @@
 #include <string>
 #include <string_view>
 
-#include "db/station_fields.h"
 #include "stations/inhibits.h"
 #include "stations/texts.h"
+#include "views/rules/xmap_records.h"
 #include "views/widgets/icon.h"
 #include "views/window_place/twips.h"
 #include "views/xmap/xmap_find.h"
+#include "views/xmap/xmap_grid_view.h"
 #include "views/xmap/xmap_header.h"
-#include "views/xmap/xmap_table.h"
 
 namespace views {
 namespace {
@@ -45,6 +45,12 @@ constexpr int kZoomSteps[] = {75, 100, 125, 150, 175, 200};
 constexpr int kFullSize = 100;
 
 }  // namespace
+
+const MapCommand kFindChannel = {Qt::Key_F, [](XmapView& view) { view.ShowFind(); }};
+const MapCommand kGoToCrosspoint = {Qt::Key_G, [](XmapView& view) { view.ShowGoTo(); }};
+const MapCommand kZoomIn = {Qt::Key_Plus, [](XmapView& view) { view.StepZoom(1); }};
+const MapCommand kZoomOut = {Qt::Key_Minus, [](XmapView& view) { view.StepZoom(-1); }};
+const MapCommand kZoomReset = {Qt::Key_0, [](XmapView& view) { view.SetZoom(kFullSize); }};
 
 // A tool of the band, in the band's order.
 struct XmapView::XmapTool {
@@ -85,35 +91,35 @@ XmapView::XmapView(const Services& services, QWidget* parent)
                services.settings, parent),
       services_(services),
       grid_(services.model),
-      model_(grid_) {
+      cells_(grid_) {
   grid_.Clear();
   tools_ = new ToolBand(QStringLiteral("XptmapButtons"), tr("Crosspoint tools"), *this);
-  table_ = new XmapTable(grid_, model_, this);
+  gridView_ = new XmapGridView(grid_, cells_, this);
   find_ = new XmapFind(grid_, this);
   setWindowIcon(Icon(QStringLiteral("teskctl")));
-  table_->setAccessibleName(windowTitle());
-  setFocusProxy(table_);
+  gridView_->setAccessibleName(windowTitle());
+  setFocusProxy(gridView_);
   AddTools();
 
   ShowUnsent();
 
   connect(&services_.unsent, &UnsentTables::Changed, this, &XmapView::ShowUnsent);
-  connect(table_, &XmapTable::CurrentCellChanged, this, &XmapView::ReadCurrentCell);
-  connect(&model_, &QAbstractItemModel::dataChanged, this, &XmapView::ReadCurrentCell);
-  connect(&model_, &QAbstractItemModel::headerDataChanged, this, &XmapView::ReadCurrentCell);
-  connect(table_, &XmapTable::TextTyped, this, &XmapView::ShowFind);
-  connect(table_, &XmapTable::ZoomStepped, this, &XmapView::StepZoom);
-  connect(table_, &XmapTable::MenuRequested, this, &XmapView::ShowMenu);
-  connect(find_, &XmapFind::MatchesChanged, table_, &XmapTable::SetMatches);
+  connect(gridView_, &XmapGridView::CurrentCellChanged, this, &XmapView::ReadCurrentCell);
+  connect(&cells_, &QAbstractItemModel::dataChanged, this, &XmapView::ReadCurrentCell);
+  connect(&cells_, &QAbstractItemModel::headerDataChanged, this, &XmapView::ReadCurrentCell);
+  connect(gridView_, &XmapGridView::TextTyped, this, &XmapView::ShowFind);
+  connect(gridView_, &XmapGridView::ZoomStepped, this, &XmapView::StepZoom);
+  connect(gridView_, &XmapGridView::MenuRequested, this, &XmapView::ShowMenu);
+  connect(find_, &XmapFind::MatchesChanged, gridView_, &XmapGridView::SetMatches);
   connect(find_, &XmapFind::FirstMatch, this, [this](int output, int input) {
-    if (output >= 1) table_->ShowOutput(output);
-    if (input >= 1) table_->ShowInput(input);
+    if (output >= 1) gridView_->ShowOutput(output);
+    if (input >= 1) gridView_->ShowInput(input);
   });
-  connect(find_, &XmapFind::Chosen, table_, [this](int output, int input) {
-    table_->Select({output, input});
+  connect(find_, &XmapFind::Chosen, gridView_, [this](int output, int input) {
+    gridView_->Select({output, input});
   });
-  connect(find_, &XmapFind::Closed, this, [this] { table_->setFocus(Qt::OtherFocusReason); });
-  connect(&pending_, &PendingCrosspoints::Changed, table_, &XmapTable::SetPending);
+  connect(find_, &XmapFind::Closed, this, [this] { gridView_->setFocus(Qt::OtherFocusReason); });
+  connect(&pending_, &PendingCrosspoints::Changed, gridView_, &XmapGridView::SetPending);
   connect(&pending_, &PendingCrosspoints::GivenUp, this, [this](int output) {
     Q_EMIT NoteRequested(
         tr("No report for Out %1").arg(QString::fromStdString(grid_.Number(output))));
@@ -149,19 +155,19 @@ void XmapView::LayOut() {
   const QSize form = FormGeometry().size();
   if (ToTwips(form.width()) >= kSmallestFormWidth &&
       ToTwips(form.height()) >= kSmallestFormHeight) {
-    table_->resize(form.width() - ToPixels(kBesideGrid), form.height() - ToPixels(kAboveGrid));
+    gridView_->resize(form.width() - ToPixels(kBesideGrid), form.height() - ToPixels(kAboveGrid));
   }
   // The tool bar takes what the title bar and the frame leave of the room above the grid.
-  const int room = height() - table_->height();
+  const int room = height() - gridView_->height();
   const int toolBarHeight = std::clamp(room, kSmallestToolBarHeight, ToPixels(kAboveGrid));
   tools_->setGeometry(0, 0, width(), toolBarHeight);
-  table_->move(0, toolBarHeight);
+  gridView_->move(0, toolBarHeight);
   PlaceFind();
 }
 
 void XmapView::PlaceFind() {
   constexpr int kMargin = 6;
-  const QRect body = table_->viewport()->geometry().translated(table_->pos());
+  const QRect body = gridView_->viewport()->geometry().translated(gridView_->pos());
   find_->move(std::max(0, body.right() - find_->width() - kMargin), body.top() + kMargin);
 }
 
@@ -191,21 +197,11 @@ std::function<void()> XmapView::KeyCommand(const QKeyEvent& key) {
   const Qt::KeyboardModifiers modifiers =
       key.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
   if (modifiers != Qt::ControlModifier) return nullptr;
-  switch (key.key()) {
-    case Qt::Key_F:
-      return [this] { ShowFind(); };
-    case Qt::Key_G:
-      return [this] { ShowGoTo(); };
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-      return [this] { ZoomIn(); };
-    case Qt::Key_Minus:
-      return [this] { ZoomOut(); };
-    case Qt::Key_0:
-      return [this] { SetZoom(kFullSize); };
-    default:
-      return nullptr;
+  const int pressed = key.key() == Qt::Key_Equal ? Qt::Key_Plus : key.key();
+  for (const MapCommand& command : {kFindChannel, kGoToCrosspoint, kZoomIn, kZoomOut, kZoomReset}) {
+    if (command.key == pressed) return [this, command] { command.run(*this); };
   }
+  return nullptr;
 }
 
 void XmapView::ShowFind(const QString& text) {
@@ -218,10 +214,10 @@ void XmapView::ShowGoTo() {
   PlaceFind();
 }
 
-int XmapView::Zoom() const { return table_->Zoom(); }
+int XmapView::Zoom() const { return gridView_->Zoom(); }
 
 void XmapView::SetZoom(int percent) {
-  table_->SetZoom(percent);
+  gridView_->SetZoom(percent);
   PlaceFind();
 }
 
@@ -236,9 +232,9 @@ void XmapView::StepZoom(int step) {
   }
 }
 
-bool XmapView::HasCrosshair() const { return table_->HasCrosshair(); }
+bool XmapView::HasCrosshair() const { return gridView_->HasCrosshair(); }
 
-void XmapView::SetCrosshair(bool visible) { table_->SetCrosshair(visible); }
+void XmapView::SetCrosshair(bool visible) { gridView_->SetCrosshair(visible); }
 
 void XmapView::ShowUnsent() {
   const bool unsent = services_.unsent.Has(switcher::Table::Inhibits);
@@ -252,7 +248,7 @@ void XmapView::GenerateGrid() {
     ShowFailure(services_, "Error Generating Crosspoint Grid", status);
     return;
   }
-  table_->selectCell(rules::kFixedCells, rules::kFixedCells);
+  gridView_->selectCell(rules::kFixedCells, rules::kFixedCells);
 }
 
 model::Status XmapView::DrawEverything() {
@@ -266,31 +262,24 @@ model::Status XmapView::DrawEverything() {
 }
 
 model::Status XmapView::DrawAlphas(jet::RecordSet& stations) {
-  std::vector<std::optional<std::string>> labels;
-  model::Status status =
-      stations::ReadTexts(stations, db::kLabelField, grid_.ChannelCount(), &labels);
-  grid_.UpdateOutputLabels(labels);
-  model_.LabelsChanged(Qt::Vertical);
-  if (!status.ok()) return status;
-  status = stations::ReadTexts(stations, db::kInLabelField, grid_.ChannelCount(), &labels);
-  grid_.UpdateInputLabels(labels);
-  model_.LabelsChanged(Qt::Horizontal);
+  model::Status status = rules::DrawLabels(stations, stations::ReadTexts, &grid_);
+  cells_.LabelsChanged(Qt::Vertical);
+  cells_.LabelsChanged(Qt::Horizontal);
   find_->Refresh();
   return status;
 }
 
 model::Status XmapView::DrawInhibits(jet::RecordSet& stations) {
-  std::vector<std::optional<std::string>> inhibits;
-  model::Status status =
-      stations::ReadTexts(stations, db::kInhibitsField, grid_.ChannelCount(), &inhibits);
-  model_.OutputsChanged(grid_.UpdateXmapInhibits(inhibits));
+  rules::ChannelSet changed;
+  model::Status status = rules::DrawInhibits(stations, stations::ReadTexts, &grid_, &changed);
+  cells_.OutputsChanged(changed);
   return status;
 }
 
 void XmapView::UpdateXmap(int row, int mode) {
   pending_.Reported(row);
   const rules::MapUpdate update = grid_.UpdateXmap(row, mode);
-  model_.OutputsChanged(update.changed);
+  cells_.OutputsChanged(update.changed);
   for (int i = 0; i < update.conflicts; ++i) {
     services_.reporter.Show(ErrorReporter::Icon::Exclamation, kConflictTitle, kConflictText);
   }
@@ -304,7 +293,7 @@ void XmapView::UpdateXmapInhibits() {
 
 void XmapView::InhibitsReported() {
   UpdateXmapInhibits();
-  model_.OutputsChanged(grid_.RedrawCrosspoints());
+  cells_.OutputsChanged(grid_.RedrawCrosspoints());
 }
 
 void XmapView::UpdateXmapAlphas() {
@@ -314,7 +303,7 @@ void XmapView::UpdateXmapAlphas() {
 }
 
 void XmapView::PerformAction(int action) {
-  const QPoint cell = table_->selectedCell();
+  const QPoint cell = gridView_->selectedCell();
   const ActionDecision decision = grid_.DecideAction(action, cell.y(), cell.x());
   switch (decision.kind) {
     case ActionDecision::Kind::Nothing:
@@ -336,7 +325,7 @@ void XmapView::PerformAction(int action) {
       if (sent) Q_EMIT TakeSent(decision.output, decision.input, static_cast<int>(decision.code));
       if (services_.model.DemoMode == 1) {
         grid_.DrawAction(decision);
-        model_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(decision.output)));
+        cells_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(decision.output)));
       } else if (sent) {
         pending_.Sent({decision.output, decision.input});
       }
@@ -346,7 +335,7 @@ void XmapView::PerformAction(int action) {
 }
 
 void XmapView::ToggleInhibit() {
-  const Crosspoint cell = table_->Selected();
+  const Crosspoint cell = gridView_->Selected();
   if (cell == Crosspoint()) {
     SetReadout(tr("No crosspoint selected"));
     return;
@@ -370,7 +359,7 @@ void XmapView::ToggleInhibit() {
   } else if (decision) {
     // Drawn when it is stored, so that the grid never shows an inhibit that is not there.
     grid_.SetMark(cell.output, cell.input, decision->mark);
-    model_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(cell.output)));
+    cells_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(cell.output)));
     services_.unsent.NoteEdited({.table = switcher::Table::Inhibits, .station = cell.output});
   }
 }
@@ -387,7 +376,7 @@ void XmapView::SendInhibits() {
 }
 
 void XmapView::ReadCurrentCell() {
-  SetReadout(model_.data(table_->currentIndex(), Qt::AccessibleTextRole).toString());
+  SetReadout(cells_.data(gridView_->currentIndex(), Qt::AccessibleTextRole).toString());
 }
 
 void XmapView::SetReadout(const QString& readout) {

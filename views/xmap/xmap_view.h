@@ -17,13 +17,26 @@
 namespace views {
 
 class XmapFind;
-class XmapTable;
+class XmapGridView;
+
+class XmapView;
+
+// What the map does on a key with Ctrl, in the view and from a menu of the window.
+struct MapCommand {
+  Qt::Key key;
+  void (*run)(XmapView& view);
+};
+extern const MapCommand kFindChannel;
+extern const MapCommand kGoToCrosspoint;
+extern const MapCommand kZoomIn;
+extern const MapCommand kZoomOut;
+extern const MapCommand kZoomReset;
 
 // The crosspoint map "frmXmap": a row per output, a column per input, a mark in every cell that
 // holds a crosspoint or an inhibit, and the tools that make, break and inhibit them.
 //
-// Beyond its tools it helps to read the map (crosshair, readout, search, zoom, an outline while
-// the switcher has not answered).  These helps never send a byte and never store anything.
+// Beside its tools it has aids for reading the map: crosshair, readout, search, zoom, and an
+// outline while the switcher has not answered.  These never send a byte and never store anything.
 class XmapView : public MainView {
   Q_OBJECT
 
@@ -41,9 +54,8 @@ class XmapView : public MainView {
   // Draws the inhibits of the whole map from the stations.
   void UpdateXmapInhibits();
 
-  // The switcher has reported inhibits: draws them, then the crosspoints of all cells without
-  // one.  Drawing the inhibits takes marks of priority away, and nothing would bring back those of
-  // calls that stand.
+  // The switcher has reported inhibits: draws them, then the crosspoints of all cells without one.
+  // Drawing the inhibits removes all priority marks; those of standing calls must come back.
   void InhibitsReported();
 
   // Writes all labels and numbers from the stations.
@@ -60,8 +72,7 @@ class XmapView : public MainView {
   // The size of the grid in per cent, 75 to 200; steps are 75, 100, 125, 150, 175, 200.
   int Zoom() const;
   void SetZoom(int percent);
-  void ZoomIn() { StepZoom(1); }
-  void ZoomOut() { StepZoom(-1); }
+  void StepZoom(int step);  // 1 or -1
 
   bool HasCrosshair() const;
   void SetCrosshair(bool visible);
@@ -103,14 +114,13 @@ class XmapView : public MainView {
 
   void ReadCurrentCell();
   void SetReadout(const QString& readout);
-  void StepZoom(int step);
   void PlaceFind();
 
   const Services services_;
   rules::XmapGrid grid_;
-  XmapModel model_;
+  XmapModel cells_;
   ToolBand* tools_;
-  XmapTable* table_;
+  XmapGridView* gridView_;
   XmapFind* find_;
   PendingCrosspoints pending_;
   QString readout_;

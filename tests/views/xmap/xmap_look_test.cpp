@@ -14,23 +14,6 @@
 namespace views {
 namespace {
 
-using rules::Mark;
-
-constexpr Mark kAllMarks[] = {Mark::Crosspoint, Mark::Inhibit, Mark::Priority, Mark::Reserved};
-
-double Contrast(const QColor& a, const QColor& b) {
-  const auto luminance = [](const QColor& colour) {
-    const auto linear = [](double c) {
-      return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-  };
-  const double light = std::max(luminance(a), luminance(b)) + 0.05;
-  const double dark = std::min(luminance(a), luminance(b)) + 0.05;
-  return light / dark;
-}
-
 TEST(Twips, AreRoundedToTheNearestPixel) {
   EXPECT_EQ(ToPixels(0), 0);
   EXPECT_EQ(ToPixels(7), 0);
@@ -73,28 +56,6 @@ TEST(XmapLook, ElevenLettersFitIntoAColumnLabel) {
   EXPECT_EQ(LetterPitch(12, 120, 8), 12);
   EXPECT_LE(LetterPitch(12, 120, 11) * 11, 120);
   EXPECT_LE(LetterPitch(15, 118, 12) * 12, 118);
-}
-
-TEST(XmapLook, MarksCanBeReadOnEveryGround) {
-  for (const QColor& ground :
-       {QColor(0xFF, 0xFF, 0xFF), QColor(0xFE, 0xFF, 0xF4), QColor(0xFF, 0xFF, 0xDC),
-        QColor(0x00, 0x00, 0x00), QColor(0x35, 0x35, 0x35), QColor(0x3A, 0x3A, 0x2C)}) {
-    for (const Mark mark : kAllMarks) {
-      EXPECT_GE(Contrast(MarkInk(mark, ground), ground), 4.5)
-          << ground.name().toStdString() << ", mark " << static_cast<int>(mark);
-    }
-  }
-}
-
-TEST(XmapLook, InkGoesByTheGroundNotByTheTheme) {
-  EXPECT_EQ(MarkInk(Mark::Crosspoint, QColor(0xFE, 0xFF, 0xF4)), QColor(0x00, 0x60, 0xA0));
-  EXPECT_EQ(MarkInk(Mark::Crosspoint, QColor(0x20, 0x20, 0x20)), QColor(0x6D, 0xB9, 0xF2));
-  EXPECT_EQ(MarkInk(Mark::Inhibit, Qt::white), QColor(0xB0, 0x00, 0x20));
-  EXPECT_EQ(MarkInk(Mark::Inhibit, Qt::black), QColor(0xFF, 0x8A, 0x80));
-  EXPECT_EQ(MarkInk(Mark::Priority, Qt::white), QColor(0xA8, 0x43, 0x00));
-  EXPECT_EQ(MarkInk(Mark::Priority, Qt::black), QColor(0xFF, 0xB7, 0x4D));
-  EXPECT_EQ(MarkInk(Mark::Reserved, Qt::white), QColor(0x5B, 0x2A, 0x86));
-  EXPECT_EQ(MarkInk(Mark::Reserved, Qt::black), QColor(0xD3, 0xA4, 0xF5));
 }
 
 TEST(XmapLook, HighlightThatDoesNotStandOutGivesWay) {

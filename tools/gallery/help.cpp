@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
-//
-// Draws the help window with each page of the manual, for looking at: as wide as it opens and as
-// high as the page.
 
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QUrl>
 
 #include "app/shell/help_window.h"
-#include "tests/views/gallery.h"
+#include "tools/gallery/drawings.h"
+#include "tools/gallery/pictures.h"
 
-namespace {
+namespace gallery {
 
-void Draw() {
+// As wide as the window opens and as high as the page.
+void DrawHelp() {
   for (const QString& page : app::ManualPages()) {
     app::HelpWindow window;
     window.setAttribute(Qt::WA_DeleteOnClose, false);
@@ -22,10 +21,8 @@ void Draw() {
     const int missing =
         static_cast<int>(pages->document()->size().height()) - pages->viewport()->height();
     window.resize(window.width(), window.height() + missing);
-    test::Save(window, page.section(u'.', 0, 0));
+    Save(window, QStringLiteral("help-") + page.section(u'.', 0, 0));
   }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }
+}  // namespace gallery

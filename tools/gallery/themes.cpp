@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-#include "tests/views/gallery_themes.h"
+#include "tools/gallery/themes.h"
 
 #include <QApplication>
 #include <QPalette>
 #include <QStyle>
 #include <QToolTip>
 
-namespace test {
+namespace gallery {
 namespace {
 
 QPalette DarkPalette() {
@@ -44,7 +44,7 @@ QPalette ContrastPalette() {
 }  // namespace
 
 void ApplyTheme(const QString& theme) {
-  // As the toolkit does with what a desktop gives.
+  // As the toolkit does with a desktop's palette.
   const auto apply = [](QPalette palette) {
     QApplication::style()->polish(palette);
     QApplication::setPalette(palette);
@@ -54,4 +54,4 @@ void ApplyTheme(const QString& theme) {
   QToolTip::setPalette(QApplication::palette());
 }
 
-}  // namespace test
+}  // namespace gallery

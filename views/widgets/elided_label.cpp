@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/shell/elided_label.h"
+#include "views/widgets/elided_label.h"
 
 #include <QStyle>
 #include <QStylePainter>
 
-namespace app {
+namespace views {
 
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QStylePainter painter(this);
@@ -14,4 +14,4 @@ void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
                        fontMetrics().elidedText(text(), mode_, room.width()), foregroundRole());
 }
 
-}  // namespace app
+}  // namespace views

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The four marks of the crosspoint map.  Each has a shape of its own, so that they can be told
-// apart without their colours.
+// The marks of the crosspoint map: their names, colours and shapes.  Each has a shape of its own,
+// so that they can be told apart without their colours.
 
 #ifndef VIEWS_XMAP_MARK_PAINTER_H_
 #define VIEWS_XMAP_MARK_PAINTER_H_
@@ -10,12 +10,22 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QSize>
+#include <QString>
 
 #include <array>
 
 #include "views/rules/xmap_grid.h"
 
 namespace views {
+
+inline constexpr std::array kMarks = {rules::Mark::Crosspoint, rules::Mark::Inhibit,
+                                      rules::Mark::Priority, rules::Mark::Reserved};
+
+// "Inhibited"; "No crosspoint" for none.
+QString MarkName(rules::Mark mark);
+
+// The ink of a mark on a ground, light or dark.
+QColor MarkInk(rules::Mark mark, const QColor& ground);
 
 // Draws a mark in the middle of a cell, grid line included in its size: crosspoint a disc,
 // inhibit a diagonal cross, priority a triangle, reserved a hollow square.  The size of the mark
@@ -37,7 +47,7 @@ class MarkPixmaps {
   QSize cell_;
   qreal ratio_ = 0;
   bool darkGround_ = false;
-  std::array<QPixmap, 4> pixmaps_;
+  std::array<QPixmap, kMarks.size()> pixmaps_;
 };
 
 }  // namespace views

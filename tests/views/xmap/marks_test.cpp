@@ -1,20 +1,18 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/xmap/mark_painter.h"
+#include "views/xmap/marks.h"
 
 #include <gtest/gtest.h>
 
 #include <QImage>
 #include <QPainter>
 
-#include "views/xmap/xmap_look.h"
+#include "views/widgets/contrast.h"
 
 namespace views {
 namespace {
 
 using rules::Mark;
-
-constexpr Mark kMarks[] = {Mark::Crosspoint, Mark::Inhibit, Mark::Priority, Mark::Reserved};
 
 // A mark in a cell of this size, black on white.
 QImage Draw(Mark mark, int size) {
@@ -33,7 +31,7 @@ int Ink(const QImage& image) {
   return ink / 255;
 }
 
-TEST(MarkPainter, EveryMarkHasAShapeOfItsOwn) {
+TEST(Marks, EveryMarkHasAShapeOfItsOwn) {
   for (const int size : {15, 20, 30, 40}) {
     for (const Mark a : kMarks) {
       for (const Mark b : kMarks) {
@@ -55,7 +53,7 @@ TEST(MarkPainter, EveryMarkHasAShapeOfItsOwn) {
   }
 }
 
-TEST(MarkPainter, MarksLeaveTheGridLineAndTheOutlineFree) {
+TEST(Marks, MarksLeaveTheGridLineAndTheOutlineFree) {
   for (const Mark mark : kMarks) {
     const QImage image = Draw(mark, 20);
     EXPECT_GT(Ink(image), 30) << static_cast<int>(mark);
@@ -68,7 +66,7 @@ TEST(MarkPainter, MarksLeaveTheGridLineAndTheOutlineFree) {
   }
 }
 
-TEST(MarkPainter, DiscIsRoundAndInTheMiddle) {
+TEST(Marks, DiscIsRoundAndInTheMiddle) {
   const QImage image = Draw(Mark::Crosspoint, 20);
   for (int y = 0; y < 19; ++y) {
     for (int x = 0; x < 19; ++x) {
@@ -79,7 +77,7 @@ TEST(MarkPainter, DiscIsRoundAndInTheMiddle) {
   EXPECT_NEAR(Ink(image), 113, 4);  // pi * 6 * 6
 }
 
-TEST(MarkPainter, NoMarkDrawsNothing) { EXPECT_EQ(Ink(Draw(Mark::None, 20)), 0); }
+TEST(Marks, NoMarkDrawsNothing) { EXPECT_EQ(Ink(Draw(Mark::None, 20)), 0); }
 
 TEST(MarkPixmaps, FitTheRatioAndTheGround) {
   MarkPixmaps pixmaps;
@@ -97,6 +95,28 @@ TEST(MarkPixmaps, AreDrawnOnceOnly) {
   const qint64 key = pixmaps.Get(Mark::Inhibit).cacheKey();
   pixmaps.Prepare(QSize(20, 20), 1.0, false);
   EXPECT_EQ(pixmaps.Get(Mark::Inhibit).cacheKey(), key);
+}
+
+TEST(Marks, MarksCanBeReadOnEveryGround) {
+  for (const QColor& ground :
+       {QColor(0xFF, 0xFF, 0xFF), QColor(0xFE, 0xFF, 0xF4), QColor(0xFF, 0xFF, 0xDC),
+        QColor(0x00, 0x00, 0x00), QColor(0x35, 0x35, 0x35), QColor(0x3A, 0x3A, 0x2C)}) {
+    for (const Mark mark : kMarks) {
+      EXPECT_GE(Contrast(MarkInk(mark, ground), ground), 4.5)
+          << ground.name().toStdString() << ", mark " << static_cast<int>(mark);
+    }
+  }
+}
+
+TEST(Marks, InkGoesByTheGroundNotByTheTheme) {
+  EXPECT_EQ(MarkInk(Mark::Crosspoint, QColor(0xFE, 0xFF, 0xF4)), QColor(0x00, 0x60, 0xA0));
+  EXPECT_EQ(MarkInk(Mark::Crosspoint, QColor(0x20, 0x20, 0x20)), QColor(0x6D, 0xB9, 0xF2));
+  EXPECT_EQ(MarkInk(Mark::Inhibit, Qt::white), QColor(0xB0, 0x00, 0x20));
+  EXPECT_EQ(MarkInk(Mark::Inhibit, Qt::black), QColor(0xFF, 0x8A, 0x80));
+  EXPECT_EQ(MarkInk(Mark::Priority, Qt::white), QColor(0xA8, 0x43, 0x00));
+  EXPECT_EQ(MarkInk(Mark::Priority, Qt::black), QColor(0xFF, 0xB7, 0x4D));
+  EXPECT_EQ(MarkInk(Mark::Reserved, Qt::white), QColor(0x5B, 0x2A, 0x86));
+  EXPECT_EQ(MarkInk(Mark::Reserved, Qt::black), QColor(0xD3, 0xA4, 0xF5));
 }
 
 }  // namespace

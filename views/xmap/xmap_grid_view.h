@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef VIEWS_XMAP_XMAP_TABLE_H_
-#define VIEWS_XMAP_XMAP_TABLE_H_
+#ifndef VIEWS_XMAP_XMAP_GRID_VIEW_H_
+#define VIEWS_XMAP_XMAP_GRID_VIEW_H_
 
 #include <QColor>
 #include <QPoint>
@@ -21,12 +21,12 @@ class XmapHeader;
 //
 // Its accessors speak in the coordinates of the whole grid: rows and columns 0 and 1 are the
 // header, and the crosspoint of output o and input i is row o + 1, column i + 1.
-class XmapTable : public QTableView {
+class XmapGridView : public QTableView {
   Q_OBJECT
 
  public:
-  // Both must outlive the table.
-  XmapTable(const rules::XmapGrid& grid, XmapModel& model, QWidget* parent = nullptr);
+  // Both must outlive the view.
+  XmapGridView(const rules::XmapGrid& grid, XmapModel& cells, QWidget* parent = nullptr);
 
   // The mark of a cell, 0 for none, 1 to 4.
   Q_INVOKABLE int cellMark(int row, int column) const;
@@ -50,7 +50,7 @@ class XmapTable : public QTableView {
   void SetZoom(int zoom);
   int Zoom() const { return zoom_; }
 
-  // Lights the current row and column, and those under the pointer.
+  // Highlights the current row and column, and those under the pointer.
   void SetCrosshair(bool visible);
   bool HasCrosshair() const { return scene_.crosshair; }
 
@@ -108,7 +108,7 @@ class XmapTable : public QTableView {
   void UpdateOrigin();
 
   const rules::XmapGrid& grid_;
-  XmapModel& model_;
+  XmapModel& cells_;
   XmapHeader* rowHeader_;
   XmapHeader* columnHeader_;
   XmapCorner* corner_;
@@ -120,4 +120,4 @@ class XmapTable : public QTableView {
 
 }  // namespace views
 
-#endif  // VIEWS_XMAP_XMAP_TABLE_H_
+#endif  // VIEWS_XMAP_XMAP_GRID_VIEW_H_

@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: MIT
-//
-// Draws the windows of the download and the retrieval in their states into PNG files, for
-// looking at.
-//
-//   transfer_gallery FOLDER [light|dark|contrast [POINTS]]
 
-#include <QApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -16,23 +11,27 @@
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/relay_row.h"
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_switcher_events.h"
-#include "tests/support/silent_link_display.h"
-#include "tests/support/temporary_folder.h"
-#include "tests/views/gallery.h"
+#include "tools/gallery/drawings.h"
+#include "tools/gallery/no_switcher.h"
+#include "tools/gallery/pictures.h"
 #include "views/transfer/download_window.h"
 #include "views/transfer/retrieval_window.h"
 
+namespace gallery {
 namespace {
 
-using test::Save;
+// Shows nothing of the link.
+class NoLinkDisplay : public switcher::LinkDisplay {
+ public:
+  void ShowLinkText(std::string_view /*text*/) override {}
+  void StartDecodeTimer() override {}
+  void ShowBlockedCode(std::optional<std::uint8_t> /*code*/) override {}
+};
 
 // A default system without hardware.
-class Gallery : public switcher::PollSwitch {
+class Transfers {
  public:
-  Gallery() {
+  Transfers() {
     model_.ChannelCount = 64;
     model_.StationCount = 64;
     model_.LabelCount = 128;
@@ -44,12 +43,10 @@ class Gallery : public switcher::PollSwitch {
     if (!port_.Open(1).ok() || !files_.Open().ok()) qFatal("no system");
   }
 
-  void SetPolling(bool /*on*/) override {}
-
   void DrawDownload(std::int16_t mode, const QString& name) {
     model_.DownloadMode = mode;
     views::DownloadWindow window(
-        {.model = model_, .tables = senders_, .poll = *this, .unsent = unsent_});
+        {.model = model_, .tables = senders_, .poll = noSwitcher_, .unsent = unsent_});
     window.open();
     Save(window, name + QStringLiteral("-ask"));
     Press(window, "cmdDownGo");
@@ -67,8 +64,8 @@ class Gallery : public switcher::PollSwitch {
                                    .decoder = decoder_,
                                    .port = port_,
                                    .link = link_,
-                                   .poll = *this,
-                                   .reporter = reporter_});
+                                   .poll = noSwitcher_,
+                                   .reporter = noSwitcher_});
     window.open();
     Save(window, QStringLiteral("retrieval-ask"));
     Press(window, "cmdOkSysInf");
@@ -81,13 +78,13 @@ class Gallery : public switcher::PollSwitch {
     second->stop();
     Save(window, QStringLiteral("retrieval-silence"));
 
-    port_.unavailable = true;
+    port_.isMissing = true;
     port_.Close();
     second->start();
     const auto* const line = window.findChild<QLabel*>(QStringLiteral("aidRetrievalLine"));
     if (!QTest::qWaitFor([line] { return line->isVisible(); })) qFatal("no word of the line");
     Save(window, QStringLiteral("retrieval-lost"));
-    port_.unavailable = false;
+    port_.isMissing = false;
     if (!QTest::qWaitFor([this] { return port_.IsOpen(); })) qFatal("the line stays lost");
     Save(window, QStringLiteral("retrieval-back"));
     window.reject();
@@ -107,10 +104,14 @@ class Gallery : public switcher::PollSwitch {
   }
 
  private:
+  std::filesystem::path PathOf(const char* name) const {
+    return folder_.filePath(QLatin1String(name)).toStdString();
+  }
+
   void BeginAndAsk(QWidget& window) {
-    port_.TakeWritten();
+    port_.wasWritten = false;
     Press(window, "cmdOkSysInf");
-    if (!QTest::qWaitFor([this] { return !port_.TakeWritten().empty(); })) qFatal("not asked");
+    if (!QTest::qWaitFor([this] { return port_.wasWritten; })) qFatal("not asked");
   }
 
   // Inhibits and relays of outputs; the relays of output 12 are damaged on the line.
@@ -136,31 +137,30 @@ class Gallery : public switcher::PollSwitch {
   }
 
   model::SystemModel model_;
-  test::TemporaryFolder folder_;
-  db::DatabaseFiles files_{folder_ / "Tesk.mdb", folder_ / "WorkingDb.md$"};
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  test::RecordingSwitcherEvents events_;
+  QTemporaryDir folder_;
+  db::DatabaseFiles files_{PathOf("Tesk.mdb"), PathOf("WorkingDb.md$")};
+  DeadLine port_;
+  NoSwitcher noSwitcher_;
+  NoLinkDisplay noDisplay_;
   stations::Changes changes_;
   switcher::Decoder decoder_{{.model = model_,
                               .database = [this] { return files_.Database(); },
-                              .reporter = reporter_,
+                              .reporter = noSwitcher_,
                               .changes = changes_,
-                              .observers = {events_}}};
-  test::SilentLinkDisplay linkDisplay_;
-  switcher::Link link_{model_, port_, decoder_, linkDisplay_};
+                              .observers = {}}};
+  switcher::Link link_{model_, port_, decoder_, noDisplay_};
   switcher::TableSenders senders_{
-      {.model = model_, .files = files_, .port = port_, .reporter = reporter_}};
+      {.model = model_, .files = files_, .port = port_, .reporter = noSwitcher_}};
   views::UnsentTables unsent_;
 };
 
-void Draw() {
-  Gallery gallery;
-  gallery.DrawDownload(0, QStringLiteral("download"));
-  gallery.DrawDownload(-1, QStringLiteral("buttons"));
-  gallery.DrawRetrieval();
-}
-
 }  // namespace
 
-int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }
+void DrawTransfer() {
+  Transfers transfers;
+  transfers.DrawDownload(0, QStringLiteral("download"));
+  transfers.DrawDownload(-1, QStringLiteral("download-buttons"));
+  transfers.DrawRetrieval();
+}
+
+}  // namespace gallery

@@ -1,30 +1,25 @@
 // SPDX-License-Identifier: MIT
-//
-// Draws the crosspoint map in many states into PNG files, for looking at.
-//
-//   xmap_gallery FOLDER [light|dark|contrast [POINTS]]
 
-#include <QAction>
 #include <QApplication>
-#include <QMenu>
 #include <QPainter>
 #include <QStatusBar>
 #include <QTest>
 #include <QToolTip>
 
-#include "tests/views/gallery.h"
-#include "tests/views/xmap/xmap_console.h"
+#include "tools/gallery/drawings.h"
+#include "tools/gallery/pictures.h"
+#include "tools/gallery/shown_console.h"
 #include "views/widgets/icon.h"
 #include "views/xmap/xmap_legend.h"
-#include "views/xmap/xmap_table.h"
+#include "views/xmap/xmap_view.h"
 
+namespace gallery {
 namespace {
 
-using test::Save;
-using test::SaveWithPopup;
+const QString kGrid = QStringLiteral("msfgXmap");
 
 // A map as it looks on a busy afternoon.
-void Fill(test::XmapConsole& console) {
+void Fill(ShownConsole& console) {
   const int count = console.model.ChannelCount;
   for (int o = 1; o <= count; ++o) {
     std::string inhibits(static_cast<std::size_t>(count), '0');
@@ -39,76 +34,73 @@ void Fill(test::XmapConsole& console) {
   console.SetField(2, "Label", "STUDIO A");
   console.SetField(3, "Label", "PROD 1");
   console.SetField(5, "InLabel", "CAM 1");
-  console.SetField(6, "InLabel", "W\xC3\x9CRZBG\xC3\x84");
+  console.SetField(6, "InLabel", "WÜRZBGÄ");
 }
 
 void DrawMaps() {
   for (const int channels : {8, 64, 256}) {
-    test::XmapConsole console(channels);
+    ShownConsole console(channels);
     Fill(console);
-    views::XmapView& view = console.Open();
+    auto& view = *new views::XmapView(console.Services());
+    console.Show(&view);
     auto* const legend = new views::XmapLegend;
     console.window->statusBar()->addPermanentWidget(legend);
     QObject::connect(&view, &views::XmapView::ReadoutChanged, console.window->statusBar(),
                      [&](const QString& text) { console.window->statusBar()->showMessage(text); });
-    console.SelectCell(5, 8);
-    const QString size = QString::number(channels);
+    console.GoToCell(kGrid, 3, 6);
+    const QString size = QStringLiteral("map%1").arg(channels);
     Save(*console.window, size + QStringLiteral("-default"));
     if (channels == 8) continue;
 
     console.subWindow->resize(1000, 760);
-    QTest::mouseMove(static_cast<views::XmapTable&>(console.Grid()).viewport(),
-                     console.CellCentre(8, 12));
+    auto& grid = console.Find<QTableView>(kGrid);
+    QTest::mouseMove(grid.viewport(), grid.visualRect(grid.model()->index(6, 10)).center());
     Save(*console.window, size + QStringLiteral("-wide"));
     if (channels == 256) {
-      console.SelectCell(250, 251);
+      console.GoToCell(kGrid, 248, 249);
       Save(*console.window, size + QStringLiteral("-scrolled"));
       continue;
     }
-    console.ClickTool("ID_Sum");
-    Save(*console.subWindow, QStringLiteral("pending"));
+    console.Trigger("ID_Sum");
+    Save(*console.subWindow, QStringLiteral("map-pending"));
     view.UpdateXmap(model::kAll, 0);
     console.unsent.NoteEdited({.table = switcher::Table::Inhibits, .station = 1});
-    QTest::keyClicks(&console.Grid(), QStringLiteral("00"));
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("0"));
-    Save(*console.subWindow, QStringLiteral("find"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    Save(*console.subWindow, QStringLiteral("find-step"));
+    console.Type("00");
+    Save(*console.subWindow, QStringLiteral("map-find"));
+    console.Press(Qt::Key_Return);
+    console.Press(Qt::Key_Return);
+    Save(*console.subWindow, QStringLiteral("map-find-step"));
     view.ShowGoTo();
-    Save(*console.subWindow, QStringLiteral("go-to-empty"));
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5 90"));
-    Save(*console.subWindow, QStringLiteral("go-to"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    QTest::keyClick(&console.Grid(), Qt::Key_F10, Qt::ShiftModifier);
-    if (QWidget* const menu = QApplication::activePopupWidget()) {
-      SaveWithPopup(*console.window, *menu, QStringLiteral("menu"));
-      menu->close();
-    }
+    Save(*console.subWindow, QStringLiteral("map-go-to-empty"));
+    console.Type("5 90");
+    Save(*console.subWindow, QStringLiteral("map-go-to"));
+    console.Press(Qt::Key_Escape);
+    console.Press(Qt::Key_F10, Qt::ShiftModifier);
+    SaveWithPopup(*console.window, QStringLiteral("map-menu"));
     view.SetZoom(75);
-    Save(*console.subWindow, QStringLiteral("zoom75"));
+    Save(*console.subWindow, QStringLiteral("map-zoom75"));
     view.SetZoom(150);
-    Save(*console.subWindow, QStringLiteral("zoom150"));
+    Save(*console.subWindow, QStringLiteral("map-zoom150"));
     view.SetZoom(200);
-    Save(*console.subWindow, QStringLiteral("zoom200"));
+    Save(*console.subWindow, QStringLiteral("map-zoom200"));
     view.SetZoom(100);
     view.SetCrosshair(false);
-    Save(*console.subWindow, QStringLiteral("no-crosshair"));
+    Save(*console.subWindow, QStringLiteral("map-no-crosshair"));
     view.SetCrosshair(true);
     console.subWindow->resize(430, 380);
-    Save(*console.subWindow, QStringLiteral("narrow"));
+    Save(*console.subWindow, QStringLiteral("map-narrow"));
     console.subWindow->showMaximized();
-    Save(*console.window, QStringLiteral("maximised"));
+    Save(*console.window, QStringLiteral("map-maximised"));
   }
-  test::XmapConsole none(0);
-  none.Open();
-  Save(*none.window, QStringLiteral("0"));
+  ShownConsole none(0);
+  none.Show(new views::XmapView(none.Services()));
+  Save(*none.window, QStringLiteral("map0"));
 }
 
 void DrawTip() {
   QToolTip::showText(QPoint(10, 10), views::XmapLegend::Tip(QToolTip::palette()));
   for (QWidget* const window : QApplication::topLevelWidgets()) {
-    if (window->inherits("QTipLabel")) Save(*window, QStringLiteral("legend-tip"));
+    if (window->inherits("QTipLabel")) Save(*window, QStringLiteral("map-legend-tip"));
   }
   QToolTip::hideText();
 }
@@ -137,12 +129,12 @@ void DrawIcons() {
   Save(picture, QStringLiteral("icons"));
 }
 
-void Draw() {
+}  // namespace
+
+void DrawMap() {
   DrawIcons();
   DrawTip();
   DrawMaps();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) { test::RunGallery(argc, argv, Draw); }
+}  // namespace gallery

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_SHELL_ELIDED_LABEL_H_
-#define APP_SHELL_ELIDED_LABEL_H_
+#ifndef VIEWS_WIDGETS_ELIDED_LABEL_H_
+#define VIEWS_WIDGETS_ELIDED_LABEL_H_
 
 #include <QLabel>
 
-namespace app {
+namespace views {
 
-// A line of text that gives way when there is no room, instead of asking for more: what does not
-// fit is replaced by "…", at the end unless `mode` says where else.  text() stays whole.
+// A line of text that can be narrower than its text: what does not fit is replaced by "…", at the
+// end unless `mode` says where else.  text() stays whole.
 class ElidedLabel : public QLabel {
   Q_OBJECT
 
@@ -25,6 +25,6 @@ class ElidedLabel : public QLabel {
   const Qt::TextElideMode mode_;
 };
 
-}  // namespace app
+}  // namespace views
 
-#endif  // APP_SHELL_ELIDED_LABEL_H_
+#endif  // VIEWS_WIDGETS_ELIDED_LABEL_H_

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/levels/band_scroll_bar.h"
+#include "views/widgets/notch_scroll_bar.h"
 
 #include <QWheelEvent>
 
 namespace views {
 
-BandScrollBar::BandScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {}
+NotchScrollBar::NotchScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {}
 
-void BandScrollBar::Turn(int angle) {
+void NotchScrollBar::Turn(int angle) {
   // The wheel turned back acts at once.
   if ((angle > 0) != (turned_ > 0)) turned_ = 0;
   turned_ += angle;
@@ -17,7 +17,7 @@ void BandScrollBar::Turn(int angle) {
   setValue(value() - notches * singleStep());
 }
 
-void BandScrollBar::wheelEvent(QWheelEvent* event) {
+void NotchScrollBar::wheelEvent(QWheelEvent* event) {
   Turn(event->angleDelta().y());
   event->accept();
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/transfer/held_enter.h"
+#include "views/widgets/held_enter.h"
 
 #include <QKeyEvent>
 

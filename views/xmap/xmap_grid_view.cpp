@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/xmap/xmap_table.h"
+#include "views/xmap/xmap_grid_view.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -25,10 +25,10 @@ using rules::kFixedCells;
 
 }  // namespace
 
-XmapTable::XmapTable(const rules::XmapGrid& grid, XmapModel& model, QWidget* parent)
+XmapGridView::XmapGridView(const rules::XmapGrid& grid, XmapModel& cells, QWidget* parent)
     : QTableView(parent),
       grid_(grid),
-      model_(model),
+      cells_(cells),
       rowHeader_(new XmapRowHeader(grid, this)),
       columnHeader_(new XmapColumnHeader(grid, this)),
       corner_(new XmapCorner(this)),
@@ -38,7 +38,7 @@ XmapTable::XmapTable(const rules::XmapGrid& grid, XmapModel& model, QWidget* par
   setFrameShape(QFrame::NoFrame);
   setVerticalHeader(rowHeader_);
   setHorizontalHeader(columnHeader_);
-  setModel(&model);
+  setModel(&cells);
   setCornerButtonEnabled(false);
   setEditTriggers(NoEditTriggers);
   setSelectionMode(NoSelection);  // the current cell is the selected one
@@ -64,29 +64,29 @@ XmapTable::XmapTable(const rules::XmapGrid& grid, XmapModel& model, QWidget* par
     SetHovered(QModelIndex());
     columnHeader_->SetHovered(HasCrosshair() ? input : 0);
   });
-  connect(&model, &QAbstractItemModel::headerDataChanged, this,
+  connect(&cells, &QAbstractItemModel::headerDataChanged, this,
           [this](Qt::Orientation orientation) {
             (orientation == Qt::Vertical ? rowHeader_ : columnHeader_)->LabelsChanged();
           });
   ApplyMetrics();
 }
 
-int XmapTable::cellMark(int row, int column) const {
+int XmapGridView::cellMark(int row, int column) const {
   return static_cast<int>(grid_.MarkAt(row, column));
 }
 
-QString XmapTable::cellText(int row, int column) const {
+QString XmapGridView::cellText(int row, int column) const {
   return QString::fromStdString(grid_.CellText(row, column));
 }
 
-QColor XmapTable::cellColor(int row, int column) const {
+QColor XmapGridView::cellColor(int row, int column) const {
   const int last = grid_.ChannelCount() + kFixedCells - 1;
   if (row < 0 || column < 0 || row > last || column > last) return {};
   return grid_.IsCrosspoint(row, column) ? BandColour(row, palette())
                                          : palette().color(QPalette::Active, QPalette::Button);
 }
 
-void XmapTable::selectCell(int row, int column) {
+void XmapGridView::selectCell(int row, int column) {
   if (grid_.IsCrosspoint(row, column)) {
     Select({row - 1, column - 1});
   } else {
@@ -94,20 +94,20 @@ void XmapTable::selectCell(int row, int column) {
   }
 }
 
-QPoint XmapTable::selectedCell() const {
+QPoint XmapGridView::selectedCell() const {
   const QModelIndex current = currentIndex();
   if (!current.isValid()) return QPoint(-1, -1);
   return QPoint(XmapModel::Input(current) + 1, XmapModel::Output(current) + 1);
 }
 
-void XmapTable::Select(const Crosspoint& crosspoint) {
+void XmapGridView::Select(const Crosspoint& crosspoint) {
   const Crosspoint before = Selected();
   const auto chosen = [](int wanted, int old) { return wanted >= 1 ? wanted : std::max(1, old); };
-  setCurrentIndex(model_.CellOf(chosen(crosspoint.output, before.output),
+  setCurrentIndex(cells_.CellOf(chosen(crosspoint.output, before.output),
                                 chosen(crosspoint.input, before.input)));
 }
 
-void XmapTable::SetZoom(int zoom) {
+void XmapGridView::SetZoom(int zoom) {
   zoom = std::clamp(zoom, kSmallestZoom, kLargestZoom);
   if (zoom == zoom_) return;
   zoom_ = zoom;
@@ -115,49 +115,49 @@ void XmapTable::SetZoom(int zoom) {
   if (currentIndex().isValid()) scrollTo(currentIndex());
 }
 
-void XmapTable::ApplyMetrics() {
+void XmapGridView::ApplyMetrics() {
   scene_.metrics = MetricsFor(grid_.ChannelCount(), zoom_);
   setFont(scene_.metrics.font);
   rowHeader_->SetMetrics(scene_.metrics);
   columnHeader_->SetMetrics(scene_.metrics);
   corner_->SetMetrics(scene_.metrics);
-  XmapTable::updateGeometries();
+  XmapGridView::updateGeometries();
   viewport()->update();
 }
 
-void XmapTable::SetCrosshair(bool visible) {
+void XmapGridView::SetCrosshair(bool visible) {
   if (visible == HasCrosshair()) return;
   scene_.crosshair = visible;
   ShowPosition();
   viewport()->update();
 }
 
-void XmapTable::SetMatches(const rules::ChannelSet& outputs, const rules::ChannelSet& inputs) {
+void XmapGridView::SetMatches(const rules::ChannelSet& outputs, const rules::ChannelSet& inputs) {
   rowHeader_->SetMatches(outputs);
   columnHeader_->SetMatches(inputs);
 }
 
-void XmapTable::ShowOutput(int output) {
+void XmapGridView::ShowOutput(int output) {
   QScrollBar* const bar = verticalScrollBar();
   const int top = (output - 1) * scene_.metrics.cellHeight;
   const int bottom = top + scene_.metrics.cellHeight - viewport()->height();
   bar->setValue(std::clamp(bar->value(), std::min(bottom, top), top));
 }
 
-void XmapTable::ShowInput(int input) {
+void XmapGridView::ShowInput(int input) {
   QScrollBar* const bar = horizontalScrollBar();
   const int left = (input - 1) * scene_.metrics.cellWidth;
   const int right = left + scene_.metrics.cellWidth - viewport()->width();
   bar->setValue(std::clamp(bar->value(), std::min(right, left), left));
 }
 
-void XmapTable::SetPending(const Crosspoint& crosspoint, bool pending) {
+void XmapGridView::SetPending(const Crosspoint& crosspoint, bool pending) {
   const bool had = std::erase(scene_.pending, crosspoint) != 0;
   if (pending) scene_.pending.push_back(crosspoint);
   if (had != pending) viewport()->update(scene_.CellRect(crosspoint));
 }
 
-void XmapTable::UpdateCell(const QModelIndex& index) {
+void XmapGridView::UpdateCell(const QModelIndex& index) {
   if (!index.isValid()) return;
   const QRect cell = CellRect(index);
   if (!HasCrosshair()) {
@@ -169,7 +169,7 @@ void XmapTable::UpdateCell(const QModelIndex& index) {
   viewport()->update(QRect(cell.left() - 1, 0, cell.width() + 1, viewport()->height()));
 }
 
-void XmapTable::ShowPosition() {
+void XmapGridView::ShowPosition() {
   const Crosspoint current = HasCrosshair() ? Selected() : Crosspoint();
   const Crosspoint hovered = HasCrosshair() ? ToCrosspoint(hovered_) : Crosspoint();
   rowHeader_->SetCurrent(current.output);
@@ -178,13 +178,13 @@ void XmapTable::ShowPosition() {
   columnHeader_->SetHovered(hovered.input);
 }
 
-void XmapTable::SetHovered(const QModelIndex& index) {
+void XmapGridView::SetHovered(const QModelIndex& index) {
   if (hovered_ == index) return;
   hovered_ = index;
   ShowPosition();
 }
 
-void XmapTable::paintEvent(QPaintEvent* event) {
+void XmapGridView::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   if (grid_.ChannelCount() == 0) {
     painter.fillRect(viewport()->rect(), kGridGround);
@@ -200,14 +200,14 @@ void XmapTable::paintEvent(QPaintEvent* event) {
   painter_.Paint(painter, event->region(), scene_);
 }
 
-bool XmapTable::viewportEvent(QEvent* event) {
+bool XmapGridView::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::Leave) SetHovered(QModelIndex());
   if (event->type() == QEvent::ToolTip) {
     const auto* const help = static_cast<QHelpEvent*>(event);
     const QModelIndex index = indexAt(help->pos());
     if (index.isValid()) {
       QToolTip::showText(help->globalPos(),
-                         PlainTip(model_.data(index, Qt::ToolTipRole).toString()), viewport(),
+                         PlainTip(cells_.data(index, Qt::ToolTipRole).toString()), viewport(),
                          CellRect(index));
     } else {
       QToolTip::hideText();
@@ -217,39 +217,39 @@ bool XmapTable::viewportEvent(QEvent* event) {
   return QTableView::viewportEvent(event);
 }
 
-void XmapTable::changeEvent(QEvent* event) {
+void XmapGridView::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) viewport()->update();
 }
 
-void XmapTable::focusInEvent(QFocusEvent* event) {
+void XmapGridView::focusInEvent(QFocusEvent* event) {
   // Not the base class's, which would make a cell current where none is.
   // NOLINTNEXTLINE(bugprone-parent-virtual-call)
   QAbstractScrollArea::focusInEvent(event);
   UpdateCell(currentIndex());
 }
 
-void XmapTable::focusOutEvent(QFocusEvent* event) {
+void XmapGridView::focusOutEvent(QFocusEvent* event) {
   QTableView::focusOutEvent(event);
   UpdateCell(currentIndex());
 }
 
-void XmapTable::mousePressEvent(QMouseEvent* event) {
+void XmapGridView::mousePressEvent(QMouseEvent* event) {
   const QModelIndex index = indexAt(event->position().toPoint());
   if (index.isValid()) setCurrentIndex(index);
   event->accept();
 }
 
-void XmapTable::mouseMoveEvent(QMouseEvent* event) {
+void XmapGridView::mouseMoveEvent(QMouseEvent* event) {
   SetHovered(indexAt(event->position().toPoint()));
   event->accept();
 }
 
-void XmapTable::mouseReleaseEvent(QMouseEvent* event) { event->accept(); }
+void XmapGridView::mouseReleaseEvent(QMouseEvent* event) { event->accept(); }
 
-void XmapTable::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+void XmapGridView::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
 
-void XmapTable::wheelEvent(QWheelEvent* event) {
+void XmapGridView::wheelEvent(QWheelEvent* event) {
   if ((event->modifiers() & Qt::ControlModifier) == 0) {
     QTableView::wheelEvent(event);
     return;
@@ -258,7 +258,7 @@ void XmapTable::wheelEvent(QWheelEvent* event) {
   event->accept();
 }
 
-void XmapTable::keyPressEvent(QKeyEvent* event) {
+void XmapGridView::keyPressEvent(QKeyEvent* event) {
   struct MoveKey {
     int key;
     CursorAction action;
@@ -279,7 +279,7 @@ void XmapTable::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) {
     if (currentIndex().isValid()) {
       QGuiApplication::clipboard()->setText(
-          model_.data(currentIndex(), Qt::AccessibleTextRole).toString());
+          cells_.data(currentIndex(), Qt::AccessibleTextRole).toString());
     }
     event->accept();
     return;
@@ -305,7 +305,7 @@ void XmapTable::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-void XmapTable::contextMenuEvent(QContextMenuEvent* event) {
+void XmapGridView::contextMenuEvent(QContextMenuEvent* event) {
   event->accept();
   if (event->reason() == QContextMenuEvent::Mouse) {
     const QPoint position = viewport()->mapFromGlobal(event->globalPos());
@@ -318,7 +318,7 @@ void XmapTable::contextMenuEvent(QContextMenuEvent* event) {
   Q_EMIT MenuRequested(viewport()->mapToGlobal(CellRect(current).center()));
 }
 
-void XmapTable::scrollContentsBy(int dx, int dy) {
+void XmapGridView::scrollContentsBy(int dx, int dy) {
   QTableView::scrollContentsBy(dx, dy);
   UpdateOrigin();
   if (viewport()->underMouse()) {
@@ -326,7 +326,7 @@ void XmapTable::scrollContentsBy(int dx, int dy) {
   }
 }
 
-void XmapTable::updateGeometries() {
+void XmapGridView::updateGeometries() {
   QTableView::updateGeometries();
   corner_->setGeometry(0, 0, rowHeader_->width(), columnHeader_->height());
   corner_->raise();
@@ -335,11 +335,11 @@ void XmapTable::updateGeometries() {
   UpdateOrigin();
 }
 
-void XmapTable::UpdateOrigin() {
+void XmapGridView::UpdateOrigin() {
   scene_.origin = QPoint(-columnHeader_->offset(), -rowHeader_->offset());
 }
 
-QModelIndex XmapTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+QModelIndex XmapGridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
   if ((modifiers & Qt::ControlModifier) != 0 && currentIndex().isValid()) {
     switch (action) {
       case MoveUp:
@@ -357,15 +357,15 @@ QModelIndex XmapTable::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
   return QTableView::moveCursor(action, modifiers);
 }
 
-QModelIndex XmapTable::NextMarked(const QModelIndex& from, int rowStep, int columnStep) const {
+QModelIndex XmapGridView::NextMarked(const QModelIndex& from, int rowStep, int columnStep) const {
   QModelIndex index = from;
   do {
     index = index.sibling(index.row() + rowStep, index.column() + columnStep);
-  } while (index.isValid() && model_.data(index, XmapModel::MarkRole).toInt() == 0);
+  } while (index.isValid() && cells_.data(index, XmapModel::MarkRole).toInt() == 0);
   return index;
 }
 
-void XmapTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+void XmapGridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
   UpdateCell(previous);
   UpdateCell(current);
@@ -373,8 +373,8 @@ void XmapTable::currentChanged(const QModelIndex& current, const QModelIndex& pr
   Q_EMIT CurrentCellChanged();
 }
 
-void XmapTable::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                            const QList<int>& roles) {
+void XmapGridView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                               const QList<int>& roles) {
   // The base class tells assistive software, but repaints everything.
   if (QAccessible::isActive()) QTableView::dataChanged(topLeft, bottomRight, roles);
   viewport()->update(CellRect(topLeft) | CellRect(bottomRight));

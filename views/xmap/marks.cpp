@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/xmap/mark_painter.h"
+#include "views/xmap/marks.h"
 
+#include <QCoreApplication>
 #include <QPainterPath>
 
-#include "views/xmap/xmap_look.h"
+#include "views/widgets/contrast.h"
 
 namespace views {
 namespace {
@@ -12,7 +13,35 @@ namespace {
 // The marks are designed for this cell height.
 constexpr double kDesignHeight = 20;
 
+// By the mark.
+constexpr const char* kNames[] = {QT_TRANSLATE_NOOP("views::Marks", "No crosspoint"),
+                                  QT_TRANSLATE_NOOP("views::Marks", "Crosspoint"),
+                                  QT_TRANSLATE_NOOP("views::Marks", "Inhibited"),
+                                  QT_TRANSLATE_NOOP("views::Marks", "Priority crosspoint"),
+                                  QT_TRANSLATE_NOOP("views::Marks", "Reserved mark")};
+
 }  // namespace
+
+QString MarkName(rules::Mark mark) {
+  return QCoreApplication::translate("views::Marks", kNames[static_cast<std::size_t>(mark)]);
+}
+
+QColor MarkInk(rules::Mark mark, const QColor& ground) {
+  const bool dark = IsDark(ground);
+  switch (mark) {
+    case rules::Mark::Crosspoint:
+      return dark ? QColor(0x6D, 0xB9, 0xF2) : QColor(0x00, 0x60, 0xA0);
+    case rules::Mark::Inhibit:
+      return dark ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x00, 0x20);
+    case rules::Mark::Priority:
+      return dark ? QColor(0xFF, 0xB7, 0x4D) : QColor(0xA8, 0x43, 0x00);
+    case rules::Mark::Reserved:
+      return dark ? QColor(0xD3, 0xA4, 0xF5) : QColor(0x5B, 0x2A, 0x86);
+    case rules::Mark::None:
+      break;
+  }
+  return dark ? QColor(Qt::white) : QColor(Qt::black);
+}
 
 void PaintMark(QPainter& painter, const QRectF& cell, rules::Mark mark, const QColor& ink) {
   painter.save();
@@ -57,15 +86,14 @@ void MarkPixmaps::Prepare(const QSize& cell, qreal ratio, bool darkGround) {
   ratio_ = ratio;
   darkGround_ = darkGround;
   const QColor ground = darkGround ? Qt::black : Qt::white;
-  for (std::size_t i = 0; i < pixmaps_.size(); ++i) {
-    const auto mark = static_cast<rules::Mark>(i + 1);
+  for (const rules::Mark mark : kMarks) {
     QPixmap pixmap((QSizeF(cell) * ratio).toSize());
     pixmap.setDevicePixelRatio(ratio);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     PaintMark(painter, QRectF(QPointF(0, 0), cell), mark, MarkInk(mark, ground));
     painter.end();
-    pixmaps_[i] = pixmap;
+    pixmaps_[static_cast<std::size_t>(mark) - 1] = pixmap;
   }
 }
 
