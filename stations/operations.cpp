@@ -3,11 +3,6 @@
 #include "stations/operations.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <optional>
-
-#include "db/station_fields.h"
-#include "stations/texts.h"
 
 namespace stations {
 namespace {
@@ -38,12 +33,6 @@ const Operation* Find(int code) {
   return found == std::end(kOperations) ? nullptr : found;
 }
 
-std::string Numbered(const char* format, int number) {
-  char text[16];
-  std::snprintf(text, sizeof text, format, number);
-  return text;
-}
-
 }  // namespace
 
 std::span<const Operation> AllOperations() { return kOperations; }
@@ -54,26 +43,5 @@ const Operation& OperationOf(int code) {
 }
 
 bool IsOperation(int code) { return Find(code) != nullptr; }
-
-model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
-                                 std::vector<std::string>* captions) {
-  captions->clear();
-  captions->reserve(static_cast<std::size_t>(count));
-  const TargetKind targets = OperationOf(code).targets;
-  std::vector<std::optional<std::string>> labels;
-  model::Status status;
-  if (targets != TargetKind::Channels) {
-    status = ReadAvailableTexts(
-        stations, targets == TargetKind::Stations ? db::kLabelField : db::kInLabelField, count,
-        &labels);
-  }
-  labels.resize(static_cast<std::size_t>(count));
-  const char* const format = targets == TargetKind::Channels ? "Chan %02d" : "Sta. %03d";
-  for (int target = 1; target <= count; ++target) {
-    captions->push_back(
-        std::move(labels[static_cast<std::size_t>(target - 1)]).value_or(Numbered(format, target)));
-  }
-  return status;
-}
 
 }  // namespace stations

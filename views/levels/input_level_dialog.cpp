@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "stations/operations.h"
+#include "stations/target_labels.h"
 #include "views/levels/level_scale.h"
 #include "views/rules/levels.h"
 #include "views/widgets/icon.h"
@@ -144,7 +145,7 @@ void InputLevelDialog::Update_GainMap() {
 }
 
 void InputLevelDialog::ShowGain(int index) {
-  const UpdatingFlag::Scope refreshing(refreshing_);
+  const QSignalBlocker quietly(Strip(index).Slider());
   const int gain = services_.model.InputGains[static_cast<std::size_t>(index)];
   Strip(index).Slider().setValue(rules::SliderValue(gain));
   Strip(index).ShowLevel();
@@ -160,7 +161,9 @@ void InputLevelDialog::UpdateLabels() {
   const int count = std::clamp<int>(services_.model.ChannelCount, 0, model::kLevelCount);
   if (count > 0) {
     const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-      return stations::ReadTargetCaptions(stations, stations::kListen, count, &labels);
+      auto read = stations::TargetLabels(&stations).Captions(stations::kListen, count);
+      labels = std::move(read.value);
+      return read.status;
     });
     if (!status.ok()) ShowFailure(services_, "Error Reading Input Labels", status);
   }
@@ -172,7 +175,6 @@ void InputLevelDialog::UpdateLabels() {
 }
 
 void InputLevelDialog::Moved(int index) {
-  if (refreshing_.IsSet()) return;
   LevelStrip& strip = Strip(index);
   const int value = strip.Slider().value();
   const int gain = rules::GainOf(value);

@@ -12,7 +12,6 @@
 #include "views/levels/band_scroll_bar.h"
 #include "views/levels/level_strip.h"
 #include "views/services.h"
-#include "views/updating_flag.h"
 
 namespace views {
 
@@ -74,7 +73,6 @@ class InputLevelDialog : public QDialog {
   LevelScale* scale_ = nullptr;  // one of its bands
   BandScrollBar* scroll_ = nullptr;
   QLabel* reported_ = nullptr;
-  UpdatingFlag refreshing_;
 };
 
 }  // namespace views
