@@ -14,6 +14,7 @@
 #include <QTest>
 #include <map>
 
+#include "stations/record.h"
 #include "switcher/decoder.h"
 #include "switcher/live_commands.h"
 #include "switcher/table_senders.h"
@@ -293,8 +294,10 @@ TEST_F(LogWordsTest, ARowIsComparedWithTheOneAcceptedLast) {
 
 TEST_F(LogWordsTest, LabelsThatChangeChangeTheWords) {
   port_.Deliver("F3 00 00 00 00 01 00 01 FF");
-  database_.Set(1, "Label", "HOST");
-  views_.TableEdited(switcher::Table::OutputLabels, 1);
+  database_.GoTo(1);
+  stations::Record record(*database_.Files().Stations());
+  record.Set("Label", "HOST");
+  ASSERT_TRUE(record.Commit({changes_, stations::Origin::Operator}).ok());
   port_.Deliver("F3 00 00 00 00 00 00 00 FF");
   model_.LabelCount = 1;
   port_.Deliver("F9 0A 61 20 20 20 20 20 20 20 4B FF");  // the first input is "a"

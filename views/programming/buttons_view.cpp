@@ -162,7 +162,10 @@ void ButtonsView::resizeEvent(QResizeEvent* event) {
 }
 
 const stations::Reading<stations::ButtonProgram>& ButtonsView::Selected(StationEvent& event) const {
-  return event.Station().buttons[static_cast<std::size_t>(Button() - 1)];
+  static const stations::Reading<stations::ButtonProgram> kNone;
+  const auto& buttons = event.Station().buttons;
+  const auto index = static_cast<std::size_t>(Button() - 1);
+  return index < buttons.size() ? buttons[index] : kNone;
 }
 
 int ButtonsView::SelectedType(StationEvent& event) const {

@@ -85,7 +85,7 @@ void OperationOptions::Select(int code) {
 }
 
 int OperationOptions::Selected() const {
-  static_assert(stations::kNoType == -1, "what the group says when none is selected");
+  static_assert(stations::kNoType == -1);  // as the group has it when none is selected
   return group_->checkedId();
 }
 
