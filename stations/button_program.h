@@ -9,21 +9,22 @@
 #define STATIONS_BUTTON_PROGRAM_H_
 
 #include <string>
-#include <vector>
 
 #include "db/jet/record_set.h"
 #include "model/status.h"
 #include "stations/change.h"
+#include "stations/operations.h"
+#include "stations/reading.h"
+#include "stations/target_labels.h"
 
 namespace stations {
 
-// The caption of a button whose first target is no station's, and of one that is inactive.
-inline constexpr char kNoTarget[] = "NONE";
+// The caption of a button that is inactive.
 inline constexpr char kInactiveCaption[] = "INACTIVE";
 
 // What is stored of a button; null fields read as 0 and "".
 struct ButtonProgram {
-  int type = 0;         // an operation's code, or another
+  int type = kNoType;   // an operation's code, or another
   int first = 0;        // its lowest target
   std::string targets;  // a flag string of "0" and "1" alone
 };
@@ -32,23 +33,20 @@ struct ButtonProgram {
 // holds what can be read.
 model::Status ReadButton(jet::RecordSet& stations, int button, ButtonProgram* program);
 
-// The operation codes of buttons 1 to `count`; kNoType for one that cannot be read.  On a failure,
-// which is the first one met, *types holds `count` codes all the same.
-model::Status ReadButtonTypes(jet::RecordSet& stations, int count, std::vector<int>* types);
-
-// The captions of buttons 1 to `count`: the label of the first target, or kNoTarget.  On a
-// failure, which is the first one met, *captions holds `count` captions all the same.
-model::Status ReadButtonCaptions(jet::RecordSet& stations, int count,
-                                 std::vector<std::string>* captions);
+// The caption of a button: the label of its first target, or kNoTarget, also when it could not be
+// read.
+Reading<std::string> ButtonCaption(const Reading<ButtonProgram>& button,
+                                   const TargetLabels& labels);
 
 // The caption of a button after its targets were edited: the label of its lowest target, looking
 // at the first `targetCount`.
-model::Status ReadEditedCaption(jet::RecordSet& stations, int button, int targetCount,
-                                std::string* caption);
+Reading<std::string> EditedCaption(const Reading<ButtonProgram>& button, int targetCount,
+                                   const TargetLabels& labels);
 
 // The caption of a button whose operation was chosen: the input label for those that listen,
 // kInactiveCaption for the inactive and for codes that are no operation's.
-model::Status ReadChosenCaption(jet::RecordSet& stations, int button, std::string* caption);
+Reading<std::string> ChosenCaption(const Reading<ButtonProgram>& button,
+                                   const TargetLabels& labels);
 
 // Adds target `target` to a button or takes it away, and stores the lowest of the first
 // `targetCount` targets; a button without one becomes inactive, which sets *isInactive.

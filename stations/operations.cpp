@@ -3,11 +3,6 @@
 #include "stations/operations.h"
 
 #include <algorithm>
-#include <optional>
-
-#include "db/station_fields.h"
-#include "model/padded.h"
-#include "stations/texts.h"
 
 namespace stations {
 namespace {
@@ -48,27 +43,5 @@ const Operation& OperationOf(int code) {
 }
 
 bool IsOperation(int code) { return Find(code) != nullptr; }
-
-model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
-                                 std::vector<std::string>* captions) {
-  captions->clear();
-  captions->reserve(static_cast<std::size_t>(count));
-  const TargetKind targets = OperationOf(code).targets;
-  std::vector<std::optional<std::string>> labels;
-  model::Status status;
-  if (targets != TargetKind::Channels) {
-    status = ReadAvailableTexts(
-        stations, targets == TargetKind::Stations ? db::kLabelField : db::kInLabelField, count,
-        &labels);
-  }
-  labels.resize(static_cast<std::size_t>(count));
-  for (int target = 1; target <= count; ++target) {
-    std::optional<std::string>& label = labels[static_cast<std::size_t>(target - 1)];
-    captions->push_back(std::move(label).value_or(targets == TargetKind::Channels
-                                                      ? "Chan " + model::Padded(target, 2)
-                                                      : "Sta. " + model::Padded(target, 3)));
-  }
-  return status;
-}
 
 }  // namespace stations

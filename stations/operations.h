@@ -8,12 +8,6 @@
 
 #include <cstdint>
 #include <span>
-#include <string>
-#include <string_view>
-#include <vector>
-
-#include "db/jet/record_set.h"
-#include "model/status.h"
 
 namespace stations {
 
@@ -53,13 +47,6 @@ const Operation& OperationOf(int code);
 
 // Whether the code is in the table.
 bool IsOperation(int code);
-
-// The captions of targets 1 to `count` for an operation's code, as UTF-8: the labels of the
-// first `count` stations, or "Chan 01" and so on.  A null label, or a station that is not there,
-// gives "Sta. 001" and so on.  Moves in `stations`: the caller holds a db::KeepPosition.  On a
-// failure *captions holds `count` captions all the same.
-model::Status ReadTargetCaptions(jet::RecordSet& stations, int code, int count,
-                                 std::vector<std::string>* captions);
 
 }  // namespace stations
 

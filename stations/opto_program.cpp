@@ -26,9 +26,17 @@ model::Status StoreNumber(jet::RecordSet& stations, const char* field, int numbe
   return Commit(record, author, OptoEdit::Stored, edit);
 }
 
-// An operation whose targets' captions are those of this operation's channels.
-int WithChannelsAsTargets(TargetKind targets) {
-  return targets == TargetKind::Stations ? kListen : kTalk;
+// An operation whose targets are the channels of this one.
+int WithChannelsAsTargets(int type) {
+  switch (OperationOf(type).targets) {
+    case TargetKind::Stations:
+      return kListen;
+    case TargetKind::Sources:
+      return kTalk;
+    case TargetKind::Channels:
+      break;
+  }
+  return type;
 }
 
 }  // namespace
@@ -46,22 +54,14 @@ std::string_view OptoCaptionAtOpening(int type) {
   return OperationOf(IsOperation(type) ? type : kTalk).optoTargets;
 }
 
-model::Status ReadOptoTargetCaptions(jet::RecordSet& stations, int type,
-                                     std::vector<std::string>* captions) {
-  return ReadTargetCaptions(stations, type, kOptoTargets, captions);
-}
-
-model::Status ReadOptoChannelCaptions(jet::RecordSet& stations, int type,
-                                      std::vector<std::string>* captions) {
-  const TargetKind targets = OperationOf(type).targets;
-  if (targets != TargetKind::Channels) {
-    return ReadTargetCaptions(stations, WithChannelsAsTargets(targets), kOptoChannels, captions);
+Reading<std::vector<std::string>> OptoChannelCaptions(int type, const TargetLabels& labels) {
+  auto captions = labels.Captions(WithChannelsAsTargets(type), kOptoChannels);
+  if (OperationOf(type).targets != TargetKind::Channels) return captions;
+  int channel = 0;
+  for (std::string& caption : captions.value) {
+    caption = "Channel " + model::Padded(++channel, 2);
   }
-  captions->clear();
-  for (int channel = 1; channel <= kOptoChannels; ++channel) {
-    captions->push_back("Channel " + model::Padded(channel, 2));
-  }
-  return {};
+  return captions;
 }
 
 model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selected,

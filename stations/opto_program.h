@@ -15,6 +15,8 @@
 #include "model/status.h"
 #include "stations/change.h"
 #include "stations/operations.h"
+#include "stations/reading.h"
+#include "stations/target_labels.h"
 
 namespace stations {
 
@@ -37,17 +39,10 @@ model::Status ReadOpto(jet::RecordSet& stations, OptoProgram* opto);
 // operation, Operation::optoTargets, for a code outside the table.
 std::string_view OptoCaptionAtOpening(int type);
 
-// The captions of all targets for an operation's code, as UTF-8: see ReadTargetCaptions.  That
-// the stations end before the targets do is no failure here.  Moves in `stations`: the caller
-// holds a db::KeepPosition.
-model::Status ReadOptoTargetCaptions(jet::RecordSet& stations, int type,
-                                     std::vector<std::string>* captions);
-
-// The same of the channels that an opto can be associated with.  They are the other side of its
-// targets: output labels for an opto that listens to sources, input labels for one that calls
-// stations, and "Channel 01" and so on for the others.
-model::Status ReadOptoChannelCaptions(jet::RecordSet& stations, int type,
-                                      std::vector<std::string>* captions);
+// The captions of the channels that an opto can be associated with, kOptoChannels of them.  They
+// are the other side of its targets: output labels for an opto that listens to sources, input
+// labels for one that calls stations, and "Channel 01" and so on for the others.
+Reading<std::vector<std::string>> OptoChannelCaptions(int type, const TargetLabels& labels);
 
 // What an edit has done to the record.
 enum class OptoEdit : std::uint8_t {

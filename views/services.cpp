@@ -14,18 +14,6 @@ constexpr std::string_view kErrorTitle = "Control Error";
 
 }  // namespace
 
-Services WithReporter(const Services& services, model::ErrorReporter& reporter) {
-  return {.model = services.model,
-          .stations = services.stations,
-          .changes = services.changes,
-          .commands = services.commands,
-          .tables = services.tables,
-          .unsent = services.unsent,
-          .poll = services.poll,
-          .settings = services.settings,
-          .reporter = reporter};
-}
-
 model::Status WithStations(const Services& services,
                            const std::function<model::Status(jet::RecordSet&)>& work) {
   jet::RecordSet* const stations = services.stations();

@@ -35,9 +35,6 @@ struct Services {
   stations::Author Operator() const { return {changes, stations::Origin::Operator}; }
 };
 
-// The same, but reporting to `reporter`, which must outlive them.
-Services WithReporter(const Services& services, model::ErrorReporter& reporter);
-
 // Runs `work` on the stations and goes back to the record they stood on.  A failure without
 // `work` having run when the database is not open.
 model::Status WithStations(const Services& services,

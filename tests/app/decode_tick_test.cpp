@@ -14,9 +14,11 @@ class DecodeTickTest : public gateway::GatewayTest {
  protected:
   bool DecodeTick() { return app::DecodeTick(link_, gateway_); }
 
+  stations::Changes changes_;
   switcher::Decoder decoder_{{.model = model_,
                               .database = [] { return nullptr; },
                               .reporter = reporter_,
+                              .changes = changes_,
                               .observers = {gateway_}}};
   test::SilentLinkDisplay display_;
   switcher::Link link_{model_, port_, decoder_, display_};

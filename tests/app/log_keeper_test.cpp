@@ -14,6 +14,7 @@
 #include <QTest>
 #include <map>
 
+#include "stations/record.h"
 #include "tests/app/views_fixture.h"
 #include "tests/views/gui_support.h"
 
@@ -255,7 +256,10 @@ TEST_F(LogWordsTest, ARowIsComparedWithTheOneAcceptedLast) {
 
 TEST_F(LogWordsTest, LabelsThatChangeChangeTheWords) {
   port_.Deliver("F3 00 00 00 00 01 00 01 FF");
-  database_.Set(1, "Label", "HOST");
+  database_.GoTo(1);
+  stations::Record record(*database_.Files().Stations());
+  record.Set("Label", "HOST");
+  ASSERT_TRUE(record.Commit({changes_, stations::Origin::Operator}).ok());
   unsent_.NoteEdited({switcher::Table::OutputLabels, 1});
   port_.Deliver("F3 00 00 00 00 00 00 00 FF");
   model_.LabelCount = 1;

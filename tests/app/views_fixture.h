@@ -7,6 +7,7 @@
 
 #include <QSettings>
 
+#include "app/log/inhibited_cells.h"
 #include "app/log/switcher_reports.h"
 #include "app/shell/main_window.h"
 #include "app/shell/open_views.h"

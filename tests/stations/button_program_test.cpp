@@ -7,6 +7,7 @@
 
 #include "stations/operations.h"
 #include "stations/relays.h"
+#include "stations/snapshot.h"
 #include "tests/support/small_database.h"
 
 namespace stations {
@@ -20,6 +21,23 @@ std::string With(int target) {
   flags[static_cast<std::size_t>(target - 1)] = '1';
   return flags;
 }
+
+// What is read of the first buttons of the current record, and the first failure.
+struct ReadButtons {
+  ReadButtons(jet::RecordSet& stations, int count) {
+    const StationSnapshot station(&stations, count);
+    for (const Reading<ButtonProgram>& button : station.buttons) {
+      const auto caption = ButtonCaption(button, station.targets);
+      types.push_back(button.value.type);
+      captions.push_back(caption.value);
+      if (failure == 0) failure = caption.status.Number();
+    }
+  }
+
+  std::vector<int> types;
+  std::vector<std::string> captions;
+  int failure = 0;
+};
 
 class ButtonProgramTest : public testing::Test {
  protected:
@@ -48,14 +66,16 @@ class ButtonProgramTest : public testing::Test {
   }
 
   std::string Chosen() {
-    std::string caption;
-    EXPECT_TRUE(ReadChosenCaption(Stations(), 1, &caption).ok());
-    return caption;
+    const StationSnapshot station(&Stations(), 1);
+    const auto caption = ChosenCaption(station.buttons[0], station.targets);
+    EXPECT_TRUE(caption.status.ok());
+    return caption.value;
   }
   std::string Edited() {
-    std::string caption;
-    EXPECT_TRUE(ReadEditedCaption(Stations(), 1, 64, &caption).ok());
-    return caption;
+    const StationSnapshot station(&Stations(), 1);
+    const auto caption = EditedCaption(station.buttons[0], 64, station.targets);
+    EXPECT_TRUE(caption.status.ok());
+    return caption.value;
   }
 
   test::SmallDatabase database_;
@@ -92,18 +112,16 @@ TEST_F(ButtonProgramTest, CaptionsAreTheLabelsOfTheFirstTargets) {
   Set("B7 Type", 254);
   Set("B7 First", 1);
   Set("B8 First", -3);
-  std::vector<std::string> captions;
-  ASSERT_TRUE(ReadButtonCaptions(Stations(), 9, &captions).ok());
-  EXPECT_THAT(captions, ElementsAre("Prod", "Ext. 005", "NONE", "NONE", "Prod", "NONE", "Studio A",
-                                    "NONE", "NONE"));
+  const ReadButtons read(Stations(), 9);
+  EXPECT_EQ(read.failure, 0);
+  EXPECT_THAT(read.captions, ElementsAre("Prod", "Ext. 005", "NONE", "NONE", "Prod", "NONE",
+                                         "Studio A", "NONE", "NONE"));
 }
 
 TEST_F(ButtonProgramTest, TypesAreRead) {
   Set("B2 Type", 255);
   Set("B3 Type", 77);
-  std::vector<int> types;
-  ASSERT_TRUE(ReadButtonTypes(Stations(), 4, &types).ok());
-  EXPECT_THAT(types, ElementsAre(0, 255, 77, 0));
+  EXPECT_THAT(ReadButtons(Stations(), 4).types, ElementsAre(0, 255, 77, 0));
 }
 
 TEST_F(ButtonProgramTest, TheCaptionOfAChosenOperation) {
@@ -225,13 +243,11 @@ TEST_F(ButtonProgramTest, WithoutARecordEverythingFailsAndNothingBreaks) {
   ASSERT_TRUE(Stations().MoveNext().ok());
   bool flag = true;
   ButtonProgram program;
-  std::vector<std::string> captions;
-  std::vector<int> types;
   EXPECT_EQ(ReadButton(Stations(), 1, &program).Number(), 3021);
-  EXPECT_EQ(ReadButtonCaptions(Stations(), 3, &captions).Number(), 3021);
-  EXPECT_THAT(captions, ElementsAre("NONE", "NONE", "NONE"));
-  EXPECT_EQ(ReadButtonTypes(Stations(), 2, &types).Number(), 3021);
-  EXPECT_THAT(types, ElementsAre(kNoType, kNoType));
+  const ReadButtons read(Stations(), 3);
+  EXPECT_EQ(read.failure, 3021);
+  EXPECT_THAT(read.captions, ElementsAre("NONE", "NONE", "NONE"));
+  EXPECT_THAT(read.types, ElementsAre(kNoType, kNoType, kNoType));
   EXPECT_EQ(StoreTarget(Stations(), 1, 1, true, 64, author_, &flag).Number(), 3021);
   EXPECT_EQ(StoreType(Stations(), 1, 1, author_, &flag).Number(), 3021);
   EXPECT_EQ(StoreInactive(Stations(), 1, author_, &flag).Number(), 3021);
@@ -246,12 +262,10 @@ TEST(ButtonProgramFields, ThatAreLackingFailAlone) {
   database.AddStation(1, {{"Label", "A"}, {"B1 First", 1}, {"B2 First", 1}, {"B3 First", 1}});
   jet::RecordSet& stations = *database.Files().Stations();
   ASSERT_TRUE(stations.MoveFirst().ok());
-  std::vector<std::string> captions;
-  EXPECT_EQ(ReadButtonCaptions(stations, 3, &captions).Number(), 3265);
-  EXPECT_THAT(captions, ElementsAre("A", "NONE", "A"));
-  std::vector<int> types;
-  EXPECT_EQ(ReadButtonTypes(stations, 3, &types).Number(), 3265);
-  EXPECT_THAT(types, ElementsAre(0, kNoType, 0));
+  const ReadButtons read(stations, 3);
+  EXPECT_EQ(read.failure, 3265);
+  EXPECT_THAT(read.captions, ElementsAre("A", "NONE", "A"));
+  EXPECT_THAT(read.types, ElementsAre(0, kNoType, 0));
   bool isInactive = false;
   EXPECT_EQ(StoreTarget(stations, 2, 1, false, 64, author, &isInactive).Number(), 3265);
   EXPECT_FALSE(isInactive);

@@ -54,6 +54,11 @@ class OptoProgramTest : public testing::Test {
            database_.Field(opto, "OptoFirst") + "|" + database_.Field(opto, "OptoStations");
   }
 
+  static std::vector<std::string> Captions(const Reading<std::vector<std::string>>& read) {
+    EXPECT_TRUE(read.status.ok());
+    return read.value;
+  }
+
   test::SmallDatabase database_;
   Changes changes_;
   const Author author_{changes_, Origin::Operator};
@@ -148,15 +153,15 @@ TEST_F(OptoProgramTest, CaptionsOfTargetsAndChannelsAreCrossed) {
     return captions;
   };
   for (const int type : {0, 255}) {
-    EXPECT_TRUE(ReadOptoTargetCaptions(Stations(), type, &captions).ok());
+    captions = Captions(TargetLabels(&Stations()).Captions(type, kOptoTargets));
     EXPECT_THAT(head(), ElementsAre("Studio A", "Sta. 002", "Régie", "Sta. 004")) << type;
-    EXPECT_TRUE(ReadOptoChannelCaptions(Stations(), type, &captions).ok());
+    captions = Captions(OptoChannelCaptions(type, TargetLabels(&Stations())));
     EXPECT_THAT(head(), ElementsAre("Mic 1", "Mic 2", "Sta. 003", "Sta. 004")) << type;
   }
   for (const int type : {1, 2}) {
-    EXPECT_TRUE(ReadOptoTargetCaptions(Stations(), type, &captions).ok());
+    captions = Captions(TargetLabels(&Stations()).Captions(type, kOptoTargets));
     EXPECT_THAT(head(), ElementsAre("Mic 1", "Mic 2", "Sta. 003", "Sta. 004")) << type;
-    EXPECT_TRUE(ReadOptoChannelCaptions(Stations(), type, &captions).ok());
+    captions = Captions(OptoChannelCaptions(type, TargetLabels(&Stations())));
     EXPECT_THAT(head(), ElementsAre("Studio A", "Sta. 002", "Régie", "Sta. 004")) << type;
   }
 }
@@ -164,11 +169,11 @@ TEST_F(OptoProgramTest, CaptionsOfTargetsAndChannelsAreCrossed) {
 TEST_F(OptoProgramTest, CaptionsOfTheOthersAreNumbers) {
   std::vector<std::string> captions;
   for (const int type : {3, 254, 77, kNoType}) {
-    EXPECT_TRUE(ReadOptoTargetCaptions(Stations(), type, &captions).ok());
+    captions = Captions(TargetLabels(&Stations()).Captions(type, kOptoTargets));
     ASSERT_EQ(captions.size(), 64u);
     EXPECT_EQ(captions.front(), "Chan 01");
     EXPECT_EQ(captions.back(), "Chan 64");
-    EXPECT_TRUE(ReadOptoChannelCaptions(Stations(), type, &captions).ok());
+    captions = Captions(OptoChannelCaptions(type, TargetLabels(&Stations())));
     ASSERT_EQ(captions.size(), 64u);
     EXPECT_EQ(captions[0], "Channel 01");
     EXPECT_EQ(captions[9], "Channel 10");
@@ -179,11 +184,11 @@ TEST_F(OptoProgramTest, CaptionsOfTheOthersAreNumbers) {
 TEST(OptoCaptions, OfAFieldThatIsNotThereAreAFailure) {
   test::SmallDatabase database(test::StationsWithout("InLabel"));
   database.AddStation(1, {{"Label", "Studio A"}});
-  std::vector<std::string> captions;
-  EXPECT_EQ(ReadOptoTargetCaptions(*database.Files().Stations(), 1, &captions).Number(), 3265);
-  EXPECT_EQ(captions.size(), 64u);
-  EXPECT_EQ(ReadOptoChannelCaptions(*database.Files().Stations(), 0, &captions).Number(), 3265);
-  EXPECT_EQ(captions.size(), 64u);
+  const TargetLabels labels(database.Files().Stations());
+  for (const auto& captions : {labels.Captions(1, kOptoTargets), OptoChannelCaptions(0, labels)}) {
+    EXPECT_EQ(captions.status.Number(), 3265);
+    EXPECT_EQ(captions.value.size(), 64u);
+  }
 }
 
 TEST_F(OptoProgramTest, ATargetIsStoredWithTheLowest) {

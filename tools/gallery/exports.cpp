@@ -24,7 +24,10 @@ void DrawExports() {
   console.SetField(1, "B7 Type", 254);
   console.SetField(1, "Notes", "a \"long\" note, " + std::string(100, 'x'));
   QMenu menu;
-  app::ExportMenu exports(menu, *console.window, console.Services(), [] { return true; });
+  app::ExportMenu exports(
+      {.menu = menu, .window = *console.window, .data = console.Services(), .storeEdits = [] {
+         return true;
+       }});
   const auto write = [&exports](app::Export what, const char* name) {
     const QString file = FileFor(QLatin1String(name));
     if (!exports.Write(what, file)) qFatal("cannot write %s", qPrintable(file));

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "stations/operations.h"
+#include "stations/target_labels.h"
 #include "views/levels/level_scale.h"
 #include "views/rules/levels.h"
 #include "views/widgets/icon.h"
@@ -161,7 +162,9 @@ void InputLevelDialog::UpdateLabels() {
   const int count = std::clamp<int>(services_.model.ChannelCount, 0, model::kLevelCount);
   if (count > 0) {
     const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-      return stations::ReadTargetCaptions(stations, stations::kListen, count, &labels);
+      auto read = stations::TargetLabels(&stations).Captions(stations::kListen, count);
+      labels = std::move(read.value);
+      return read.status;
     });
     if (!status.ok()) ShowFailure(services_, "Error Reading Input Labels", status);
   }

@@ -2,36 +2,58 @@
 
 #include "views/programming/buttons_view.h"
 
-#include <QComboBox>
+#include <QApplication>
+#include <QShortcut>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QVBoxLayout>
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "db/database_files.h"
-#include "db/station_fields.h"
 #include "stations/button_program.h"
 #include "stations/operations.h"
 #include "stations/relays.h"
-#include "views/programming/inactive_note.h"
-#include "views/programming/operation_options.h"
-#include "views/programming/opto_page.h"
-#include "views/programming/station_fields.h"
-#include "views/programming/station_navigator.h"
-#include "views/programming/target_boxes.h"
+#include "views/programming/buttons_form.h"
+#include "views/programming/page_metrics.h"
+#include "views/widgets/icon.h"
+#include "views/widgets/scaled_font.h"
+#include "views/widgets/tool_band.h"
 
 namespace views {
 namespace {
 
-using Scope = OneReport::Scope;
+using stations::StationSnapshot;
 
-constexpr auto kOperator = OneReport::Cause::Operator;
+constexpr auto kOperator = StationEvent::Cause::Operator;
 
 constexpr std::string_view kReadFailed = "Error Reading Station Record";
 constexpr std::string_view kMoveFailed = "Error Moving To Another Station";
 constexpr std::string_view kButtonFailed = "Error Storing Button Programming";
 constexpr std::string_view kRelayFailed = "Error Storing Relay Assignment";
+
+constexpr Tool kSendButtons{"ID_SendButtonData", "Send All Button Data",
+                            "Click To Send Button Programming Information Only For All Stations",
+                            "send-button-data"};
+constexpr Tool kSendSingle{
+    "ID_SendSingleStation", "Program Single Station",
+    "Click To Send Button And Relay Programming Information For The Current Station Only",
+    "send-single-station", true};
+constexpr Tool kSendOptos{"ID_SendOptoData", "Send Opto Data Only",
+                          "Click To Send Opto Programming Information Only", "send-opto-data",
+                          true};
+constexpr Tool kQdvStatus{"ID_QDVStatus", "QDV Status",
+                          "Click To Display Current QDV Output Module Status", "qdv-status", true};
+
+// The form's first size, in pixels; the usual font is for it.
+constexpr double kFirstWidth = 593;
+constexpr double kFirstHeight = 407;
+
+// The font does not change with every pixel of the form's size.
+constexpr double kFontSteps = 24;
 
 // The caption over the targets until an operation is chosen or another button or station is
 // shown.  It differs from the captions that follow.
@@ -54,370 +76,349 @@ const char* FirstTargetsCaption(int type) {
 ButtonsView::ButtonsView(const Services& services, QWidget* parent)
     : MainView(QStringLiteral("frmButtons"), QStringLiteral("Station Button Programming"),
                QStringLiteral("Butns"), services.settings, parent),
-      report_(services.reporter),
-      services_(WithReporter(services, report_)) {
+      station_{services} {
   AddTools();
-  AddPages();
+  form_ = new ButtonsForm(station_, this);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(kPageMargin);
+  column->addWidget(tools_);
+  column->addWidget(form_, 1);
+  Connect();
   AddKeys();
-  LayOut();
-  Open();
+  StationEvent opening(station_, kOperator);
+  ShowAll(opening);
+  form_->targets.setTitle(QString::fromLatin1(FirstTargetsCaption(SelectedType(opening))));
+  SpeakSelectedButton();
 }
 
-void ButtonsView::Open() {
-  const Scope scope(report_, kOperator);
-  const UpdatingFlag::Scope updating(updating_);
-  QComboBox& selector = navigator_->ButtonSelector();
-  for (int button = 1; button <= services_.model.ButtonCount; ++button) {
-    selector.addItem(QStringLiteral("Button %1").arg(button));
-  }
-  selector.setCurrentIndex(0);
-  wasButtonSelected_ = false;
-  selectedButton_ = 1;
-  ShowTab(0);
-  ShowStation();  // a record that cannot be read is told of as the station's, not as the opto's
-  optos_->FillChannelList();
-  optos_->CaptionFrame();
-  targets_->setTitle(QString::fromLatin1(FirstTargetsCaption(StoredType())));
-  UpdateButtonLabels();
-  UpdateButtonTypes();
-  UpdateCheckboxLabels();
-  UpdateCheckboxSelections();
-  UpdateRelaySelections();
-  UpdateOptionButtons();
-  UpdateOptoCheckboxLabels();
-  UpdateOptoSelections();
-  UpdateOptoOptionButtons();
-  ShowSelectedButton();
+void ButtonsView::AddTools() {
+  setWindowIcon(Icon(QStringLiteral("button-programming")));
+  tools_ = new ToolBand(QStringLiteral("Button Commands"), tr("Button tools"), *this);
+  tools_->Add(kSendButtons, [this] { Q_EMIT SendButtonDataRequested(); });
+  tools_->Add(kSendSingle, [this] { SendSingleStation(); });
+  tools_->Add(kSendOptos, [this] { SendOptos(); });
+  tools_->Add(kQdvStatus, [this] { Q_EMIT QdvStatusRequested(); });
 }
 
-bool ButtonsView::WithRecord(std::string_view line,
-                             const std::function<model::Status(jet::RecordSet&)>& work) {
-  jet::RecordSet* const stations = services_.stations();
-  const model::Status status = stations != nullptr ? work(*stations) : db::NotOpen();
-  if (!status.ok()) ShowFailure(services_, line, status);
-  return status.ok();
-}
-
-bool ButtonsView::Read(const std::function<model::Status(jet::RecordSet&)>& work) {
-  const model::Status status = WithStations(services_, work);
-  if (!status.ok()) ShowFailure(services_, kReadFailed, status);
-  return status.ok();
-}
-
-ButtonPage& ButtonsView::PageOf(int button) const {
-  return *pages_[static_cast<std::size_t>((button - 1) / ButtonPage::kButtons)];
-}
-
-int ButtonsView::StoredType() {
-  stations::ButtonProgram program;
-  const bool isRead = Read(
-      [&](jet::RecordSet& stations) { return stations::ReadButton(stations, Button(), &program); });
-  return isRead ? program.type : shownType_;
-}
-
-int ButtonsView::CurrentStation() {
-  jet::Value number;
-  Read([&](jet::RecordSet& stations) {
-    return model::Status(stations.Get(db::kStationNumField, &number));
+void ButtonsView::Connect() {
+  connect(form_, &ButtonsForm::ButtonPressed, this, &ButtonsView::EditButton);
+  connect(&form_->navigator, &StationNavigator::MoveRequested, this, &ButtonsView::Move);
+  connect(&form_->navigator, &StationNavigator::ButtonSelected, this, [this](int button) {
+    StationEvent event(station_, kOperator);
+    SelectButton(event, button);
   });
-  return number.Int();
-}
-
-void ButtonsView::UpdateButtonLabels() {
-  const Scope scope(report_);
-  const int count = services_.model.ButtonCount;
-  std::vector<std::string> captions(static_cast<std::size_t>(count), stations::kNoTarget);
-  Read([&](jet::RecordSet& stations) {
-    return stations::ReadButtonCaptions(stations, count, &captions);
+  connect(&form_->tabs, &QTabWidget::currentChanged, this, [this](int tab) {
+    StationEvent event(station_, kOperator);
+    ChangeTab(event, tab);
   });
-  for (int first = 1; first <= count; first += ButtonPage::kButtons) {
-    const int onPage = std::min(ButtonPage::kButtons, count - first + 1);
-    PageOf(first).SetCaptions(std::span(captions).subspan(static_cast<std::size_t>(first - 1),
-                                                          static_cast<std::size_t>(onPage)));
-  }
-  ShowStation();
+  connect(&form_->options, &OperationOptions::Chosen, this, &ButtonsView::ChooseType);
+  connect(&form_->targets, &TargetBoxes::Toggled, this,
+          [this](int index, bool checked) { ToggleTarget(index + 1, checked); });
+  connect(&form_->relays, &TargetBoxes::Toggled, this,
+          [this](int index, bool checked) { ToggleRelay(index + 1, checked); });
+  connect(&form_->optos, &OptoPage::Edited, this,
+          [this](int station) { NoteEdited(switcher::Table::Optos, station); });
+  connect(&form_->optos, &OptoPage::NoteRequested, this, &ButtonsView::NoteRequested);
 }
 
-void ButtonsView::UpdateButtonTypes() {
-  const Scope scope(report_);
-  const int count = services_.model.ButtonCount;
-  std::vector<int> types(static_cast<std::size_t>(count), stations::kNoType);
-  Read(
-      [&](jet::RecordSet& stations) { return stations::ReadButtonTypes(stations, count, &types); });
-  for (int button = 1; button <= count; ++button) {
-    PageOf(button).SetOperation(button,
-                                stations::OperationOf(types[static_cast<std::size_t>(button - 1)]));
+void ButtonsView::AddKeys() {
+  for (const auto& [keys, step] :
+       {std::pair(QKeyCombination(Qt::ControlModifier, Qt::Key_PageUp), -1),
+        {QKeyCombination(Qt::ControlModifier, Qt::Key_PageDown), 1}}) {
+    auto* const shortcut = new QShortcut(keys, this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this, step = step] { StepTab(step); });
   }
 }
 
-void ButtonsView::UpdateCheckboxLabels() {
-  const Scope scope(report_);
-  const int type = StoredType();
-  std::vector<std::string> captions;
-  Read([&](jet::RecordSet& stations) {
-    return stations::ReadTargetCaptions(stations, type, services_.model.ChkBoxCount, &captions);
-  });
-  targets_->SetCaptions(captions);
+// Not as a focus proxy: Tab would go around between the tabs and their page.
+QWidget& ButtonsView::FirstFocus() { return *form_->tabs.tabBar(); }
+
+QSize ButtonsView::minimumSizeHint() const {
+  return {form_->navigator.width() + 2 * kPageMargin, MainView::minimumSizeHint().height()};
 }
 
-void ButtonsView::UpdateCheckboxSelections() {
-  const Scope scope(report_);
-  stations::ButtonProgram program;
-  Read(
-      [&](jet::RecordSet& stations) { return stations::ReadButton(stations, Button(), &program); });
-  targets_->SetFlags(program.targets);
+void ButtonsView::FitFont() {
+  const QFont desktop = QApplication::font();
+  const QSizeF form = FormGeometry().size();
+  const double room = std::min(form.width() / kFirstWidth, form.height() / kFirstHeight);
+  const double scale = std::min(1.0, std::max(1.0, room) / ScaleOf(desktop));
+  const QFont fitting = Scaled(desktop, std::floor(scale * kFontSteps) / kFontSteps);
+  if (font() != fitting) setFont(fitting);
+  // Its places are fixed, and made for the usual font.
+  form_->navigator.setFont(Scaled(desktop, std::min(1.0, 1 / ScaleOf(desktop))));
 }
 
-void ButtonsView::UpdateRelaySelections() {
-  const Scope scope(report_);
-  std::string relays;
-  Read([&](jet::RecordSet& stations) { return stations::ReadRelays(stations, &relays); });
-  relays_->SetFlags(relays);
+void ButtonsView::changeEvent(QEvent* event) {
+  MainView::changeEvent(event);
+  if (event->type() == QEvent::ApplicationFontChange) FitFont();
 }
 
-void ButtonsView::UpdateOptionButtons() {
-  const Scope scope(report_);
-  stations::ButtonProgram program;
-  const bool isRead = Read(
-      [&](jet::RecordSet& stations) { return stations::ReadButton(stations, Button(), &program); });
-  shownType_ = isRead ? program.type : stations::kNoType;
-  options_->Select(shownType_);
-  inactive_->hide();
-  // What the click would store is what is stored.
-  if (!updating_.IsSet()) ShowType(shownType_);
+void ButtonsView::resizeEvent(QResizeEvent* event) {
+  MainView::resizeEvent(event);
+  FitFont();
+  form_->PlaceFields(width());
 }
+
+const stations::Reading<stations::ButtonProgram>& ButtonsView::Selected(StationEvent& event) const {
+  static const stations::Reading<stations::ButtonProgram> kNone;
+  const auto& buttons = event.Station().buttons;
+  const auto index = static_cast<std::size_t>(Button() - 1);
+  return index < buttons.size() ? buttons[index] : kNone;
+}
+
+int ButtonsView::SelectedType(StationEvent& event) const {
+  return event.Use(kReadFailed, Selected(event)).type;
+}
+
+template <typename Part>
+void ButtonsView::Refresh(Part& part, void (Part::*draw)(StationEvent&)) {
+  StationEvent event(station_, StationEvent::Cause::Refresh);
+  (part.*draw)(event);
+}
+
+void ButtonsView::UpdateButtonLabels() { Refresh(*this, &ButtonsView::ShowButtonLabels); }
+
+void ButtonsView::UpdateButtonTypes() { Refresh(*this, &ButtonsView::ShowButtonTypes); }
+
+void ButtonsView::UpdateCheckboxLabels() { Refresh(*this, &ButtonsView::ShowTargetCaptions); }
+
+void ButtonsView::UpdateCheckboxSelections() { Refresh(*this, &ButtonsView::ShowTargets); }
+
+void ButtonsView::UpdateRelaySelections() { Refresh(*this, &ButtonsView::ShowRelays); }
+
+void ButtonsView::UpdateOptionButtons() { Refresh(*this, &ButtonsView::ShowChosenOption); }
 
 void ButtonsView::UpdateOptoCheckboxLabels() {
-  const Scope scope(report_);
-  optos_->UpdateOptoCheckboxLabels();
+  Refresh(form_->optos, &OptoPage::UpdateOptoCheckboxLabels);
 }
 
-void ButtonsView::UpdateOptoSelections() {
-  const Scope scope(report_);
-  optos_->UpdateOptoSelections();
-}
+void ButtonsView::UpdateOptoSelections() { Refresh(form_->optos, &OptoPage::UpdateOptoSelections); }
 
 void ButtonsView::UpdateOptoOptionButtons() {
-  const Scope scope(report_);
-  optos_->UpdateOptoOptionButtons();
+  Refresh(form_->optos, &OptoPage::UpdateOptoOptionButtons);
 }
 
-void ButtonsView::UpdateOptoChannels() {
-  const Scope scope(report_);
-  optos_->FillChannelList();
+void ButtonsView::UpdateOptoChannels() { Refresh(form_->optos, &OptoPage::FillChannelList); }
+
+void ButtonsView::CheckForInactive() { Refresh(*this, &ButtonsView::StoreIfInactive); }
+
+void ButtonsView::UpdateStation() { Refresh(*this, &ButtonsView::ShowStationAnew); }
+
+void ButtonsView::ShowAll(StationEvent& event) {
+  ShowButtonLabels(event);
+  ShowButtonTypes(event);
+  ShowTargetCaptions(event);
+  ShowTargets(event);
+  ShowRelays(event);
+  ShowOption(event);
+  form_->optos.Show(event);
 }
 
-void ButtonsView::CheckForInactive() {
-  const Scope scope(report_);
-  const jet::RecordSet* const current = services_.stations();
-  if (current == nullptr || !current->HasRecord()) return;
-  bool changed = false;
-  WithRecord(kButtonFailed, [&](jet::RecordSet& stations) {
-    return stations::StoreInactive(stations, Button(), services_.Operator(), &changed);
-  });
-  if (!changed) return;
-  NoteEdited(switcher::Table::Buttons);
-  NoteInactive();
+void ButtonsView::ShowStationAnew(StationEvent& event) {
+  ShowAll(event);
+  form_->targets.setTitle(
+      QString::fromLatin1(stations::OperationOf(SelectedType(event)).buttonTargets));
 }
 
-void ButtonsView::UpdateStation() {
-  const Scope scope(report_);
-  const UpdatingFlag::Scope updating(updating_);
-  UpdateButtonLabels();
-  UpdateButtonTypes();
-  UpdateCheckboxLabels();
-  UpdateCheckboxSelections();
-  UpdateRelaySelections();
-  UpdateOptionButtons();
-  targets_->setTitle(QString::fromLatin1(stations::OperationOf(shownType_).buttonTargets));
-  optos_->FillChannelList();
-  optos_->CaptionFrame();
-  UpdateOptoCheckboxLabels();
-  UpdateOptoSelections();
-  UpdateOptoOptionButtons();
+void ButtonsView::ShowStation(StationEvent& event) {
+  const StationSnapshot& station = event.Station();
+  const jet::Value number = event.Use(kReadFailed, station.number);
+  form_->fields.ShowStation(QString::fromStdString(event.Use(kReadFailed, station.label)),
+                            QString::fromStdString(event.Use(kReadFailed, station.inputLabel)),
+                            number.IsNull() ? QString() : QString::number(number.Int()));
 }
 
-void ButtonsView::LoadStation() {
-  ShowStation();
-  {
-    const UpdatingFlag::Scope updating(updating_);
-    UpdateButtonLabels();
-    UpdateButtonTypes();
-    UpdateCheckboxSelections();
-    UpdateRelaySelections();
-    UpdateOptoSelections();
+void ButtonsView::ShowButtonLabels(StationEvent& event) {
+  ShowStation(event);
+  std::vector<std::string> captions;
+  for (const auto& button : event.Station().buttons) {
+    captions.push_back(
+        event.Use(kReadFailed, stations::ButtonCaption(button, event.Station().targets)));
   }
-  optos_->SelectChannel();
-  UpdateOptionButtons();
-  UpdateOptoOptionButtons();
+  for (std::size_t first = 0; first < captions.size(); first += ButtonPage::kButtons) {
+    const auto onPage = std::min<std::size_t>(ButtonPage::kButtons, captions.size() - first);
+    form_->PageOf(static_cast<int>(first) + 1)
+        .SetCaptions(std::span(captions).subspan(first, onPage));
+  }
 }
 
-void ButtonsView::ShowStation() {
-  jet::Value label;
-  jet::Value inputLabel;
-  jet::Value number;
-  Read([&](jet::RecordSet& stations) -> model::Status {
-    jet::Status status = stations.Get(db::kLabelField, &label);
-    if (status.ok()) status = stations.Get(db::kInLabelField, &inputLabel);
-    if (status.ok()) status = stations.Get(db::kStationNumField, &number);
-    return status;
-  });
-  fields_->ShowStation(QString::fromStdString(label.Text()),
-                       QString::fromStdString(inputLabel.Text()),
-                       number.IsNull() ? QString() : QString::number(number.Int()));
+void ButtonsView::ShowButtonTypes(StationEvent& event) {
+  int button = 0;
+  for (const auto& read : event.Station().buttons) {
+    ++button;
+    form_->PageOf(button).SetOperation(button,
+                                       stations::OperationOf(event.Use(kReadFailed, read).type));
+  }
 }
 
-void ButtonsView::ShowSelectedButton() {
-  targets_->SetSpokenName(
+void ButtonsView::ShowTargetCaptions(StationEvent& event) {
+  form_->targets.SetCaptions(event.Use(
+      kReadFailed,
+      event.Station().targets.Captions(SelectedType(event), station_.services.model.ChkBoxCount)));
+}
+
+void ButtonsView::ShowTargets(StationEvent& event) {
+  form_->targets.SetFlags(event.Use(kReadFailed, Selected(event)).targets);
+}
+
+void ButtonsView::ShowRelays(StationEvent& event) {
+  form_->relays.SetFlags(event.Use(kReadFailed, event.Station().relays));
+}
+
+void ButtonsView::ShowOption(StationEvent& event) {
+  form_->options.Select(SelectedType(event));
+  form_->inactive.hide();
+}
+
+void ButtonsView::ShowChosenOption(StationEvent& event) {
+  ShowOption(event);
+  ShowOperation(event);
+}
+
+void ButtonsView::ShowOperation(StationEvent& event) {
+  const std::string caption =
+      event.Use(kReadFailed, stations::ChosenCaption(Selected(event), event.Station().targets));
+  const stations::Operation& operation = stations::OperationOf(SelectedType(event));
+  form_->inactive.hide();
+  ButtonPage& page = form_->PageOf(Button());
+  page.SetOperation(Button(), operation);
+  form_->targets.setTitle(QString::fromLatin1(operation.buttonTargets));
+  page.SetCaption(Button(), QString::fromStdString(caption));
+  ShowTargetCaptions(event);
+}
+
+void ButtonsView::SpeakSelectedButton() {
+  form_->targets.SetSpokenName(
       tr("Target %1 of button %2").arg(QStringLiteral("%1"), QString::number(Button())));
 }
 
-void ButtonsView::ShowType(int type) {
-  std::string caption = stations::kNoTarget;
-  Read([&](jet::RecordSet& stations) {
-    return stations::ReadChosenCaption(stations, Button(), &caption);
+void ButtonsView::StoreIfInactive(StationEvent& event) {
+  const jet::RecordSet* const current = station_.services.stations();
+  if (current == nullptr || !current->HasRecord()) return;
+  bool changed = false;
+  event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
+    return stations::StoreInactive(stations, Button(), station_.services.Operator(), &changed);
   });
-  const stations::Operation& operation = stations::OperationOf(type);
-  shownType_ = type;
-  inactive_->hide();
-  ButtonPage& page = PageOf(Button());
-  page.SetOperation(Button(), operation);
-  targets_->setTitle(QString::fromLatin1(operation.buttonTargets));
-  page.SetCaption(Button(), QString::fromStdString(caption));
-  UpdateCheckboxLabels();
+  if (!changed) return;
+  NoteEdited(switcher::Table::Buttons, event.Station().Number());
+  NoteInactive(event);
 }
 
-void ButtonsView::ShowTab(int tab) {
-  using Selector = StationNavigator::Selector;
-  if (tab == kOptoTab) {
-    navigator_->Show(Selector::OptoChannel,
-                     QStringLiteral("Navigation Controls [ Select Opto To Configure ]"));
-  } else if (tab == kEditTab) {
-    navigator_->Show(
-        Selector::Button,
-        QStringLiteral("Navigation Controls [ Select Station And Button To Configure ]"));
-  } else {
-    navigator_->Show(Selector::None,
-                     QStringLiteral("Navigation Controls [ Select Station To Configure ]"));
+void ButtonsView::NoteInactive(StationEvent& event) {
+  if (form_->options.Selected() != stations::kInactive) {
+    form_->inactive.ShowFor(tr("Button %1").arg(Button()));
   }
-  const bool isOpto = tab == kOptoTab;
-  fields_->ShowFor(isOpto ? QStringLiteral("Opto") : QStringLiteral("Port"), !isOpto);
-}
-
-void ButtonsView::NoteInactive() {
-  if (shownType_ != stations::kInactive) inactive_->ShowFor(tr("Button %1").arg(Button()));
   Q_EMIT NoteRequested(tr("Button %1 of station %2 has no target and is stored as inactive")
                            .arg(Button())
-                           .arg(CurrentStation()));
+                           .arg(event.Station().Number()));
 }
 
 void ButtonsView::Move(stations::Movement movement) {
-  const Scope scope(report_, kOperator);
-  CheckForInactive();
-  WithRecord(kMoveFailed, [&](jet::RecordSet& stations) {
-    return stations::MoveStation(stations, movement, services_.model.StationCount);
+  StationEvent event(station_, kOperator);
+  StoreIfInactive(event);
+  event.Do(kMoveFailed, [&](jet::RecordSet& stations) {
+    return stations::MoveStation(stations, movement, station_.services.model.StationCount);
   });
-  LoadStation();
+  ShowButtonLabels(event);
+  ShowButtonTypes(event);
+  ShowTargets(event);
+  ShowRelays(event);
+  form_->optos.UpdateOptoSelections(event);
+  form_->optos.SelectChannel(event);
+  ShowChosenOption(event);
+  form_->optos.UpdateOptoOptionButtons(event);
 }
 
-void ButtonsView::ChangeTab(int tab) {
-  if (updating_.IsSet()) return;
-  const Scope scope(report_, kOperator);
-  CheckForInactive();
-  ShowTab(tab);
+void ButtonsView::ChangeTab(StationEvent& event, int tab) {
+  StoreIfInactive(event);
+  form_->ShowTab(tab);
 }
 
 void ButtonsView::StepTab(int step) {
-  const int tab = tabs_->currentIndex() + step;
-  if (tab >= 0 && tab < tabs_->count()) tabs_->setCurrentIndex(tab);
+  QTabWidget& tabs = form_->tabs;
+  const int tab = tabs.currentIndex() + step;
+  if (tab >= 0 && tab < tabs.count()) tabs.setCurrentIndex(tab);
 }
 
-void ButtonsView::SelectButton(int button) {
-  if (updating_.IsSet()) return;
-  const Scope scope(report_, kOperator);
-  CheckForInactive();
+void ButtonsView::SelectButton(StationEvent& event, int button) {
+  StoreIfInactive(event);
   selectedButton_ = button;
-  UpdateCheckboxSelections();
-  UpdateOptionButtons();
-  ShowSelectedButton();
+  ShowTargets(event);
+  ShowChosenOption(event);
+  SpeakSelectedButton();
 }
 
 void ButtonsView::EditButton(int button) {
-  const Scope scope(report_, kOperator);
-  QComboBox& selector = navigator_->ButtonSelector();
-  if (selector.currentIndex() == button - 1) {
-    SelectButton(button);
-  } else {
-    selector.setCurrentIndex(button - 1);
-    wasButtonSelected_ = false;  // no second signal follows
+  StationEvent event(station_, kOperator);
+  form_->navigator.SelectButton(button);
+  SelectButton(event, button);
+  {
+    const QSignalBlocker quietly(form_->tabs);
+    form_->tabs.setCurrentIndex(ButtonsForm::kEditTab);
   }
-  tabs_->setCurrentIndex(kEditTab);
-  targets_->setFocus(Qt::OtherFocusReason);
+  ChangeTab(event, ButtonsForm::kEditTab);
+  form_->targets.setFocus(Qt::OtherFocusReason);
 }
 
 void ButtonsView::ToggleTarget(int target, bool set) {
-  if (updating_.IsSet()) return;
-  const Scope scope(report_, kOperator);
-  const int count = services_.model.ChkBoxCount;
+  StationEvent event(station_, kOperator);
+  const int count = station_.services.model.ChkBoxCount;
   bool isInactive = false;
-  if (!WithRecord(kButtonFailed, [&](jet::RecordSet& stations) {
-        return stations::StoreTarget(stations, Button(), target, set, count, services_.Operator(),
-                                     &isInactive);
+  if (!event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
+        return stations::StoreTarget(stations, Button(), target, set, count,
+                                     station_.services.Operator(), &isInactive);
       })) {
-    UpdateCheckboxSelections();
+    ShowTargets(event);
     return;
   }
-  std::string caption = stations::kNoTarget;
-  Read([&](jet::RecordSet& stations) {
-    return stations::ReadEditedCaption(stations, Button(), count, &caption);
-  });
-  PageOf(Button()).SetCaption(Button(), QString::fromStdString(caption));
-  NoteEdited(switcher::Table::Buttons);
-  if (isInactive) NoteInactive();
+  const std::string caption = event.Use(
+      kReadFailed, stations::EditedCaption(Selected(event), count, event.Station().targets));
+  form_->PageOf(Button()).SetCaption(Button(), QString::fromStdString(caption));
+  NoteEdited(switcher::Table::Buttons, event.Station().Number());
+  if (isInactive) NoteInactive(event);
 }
 
 void ButtonsView::ChooseType(int type) {
-  if (updating_.IsSet()) return;
-  const Scope scope(report_, kOperator);
+  StationEvent event(station_, kOperator);
   bool changed = false;
-  if (!WithRecord(kButtonFailed, [&](jet::RecordSet& stations) {
-        return stations::StoreType(stations, Button(), type, services_.Operator(), &changed);
+  if (!event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
+        return stations::StoreType(stations, Button(), type, station_.services.Operator(),
+                                   &changed);
       })) {
-    shownType_ = StoredType();
-    inactive_->hide();
-    options_->Select(shownType_);
+    ShowOption(event);
     return;
   }
-  if (changed) NoteEdited(switcher::Table::Buttons);
-  ShowType(type);
+  if (changed) NoteEdited(switcher::Table::Buttons, event.Station().Number());
+  ShowOperation(event);
 }
 
 void ButtonsView::ToggleRelay(int relay, bool set) {
-  if (updating_.IsSet()) return;
-  const Scope scope(report_, kOperator);
-  if (!WithRecord(kRelayFailed, [&](jet::RecordSet& stations) {
-        return stations::StoreRelay(stations, relay, set, services_.model.RelayCount,
-                                    services_.Operator());
+  StationEvent event(station_, kOperator);
+  if (!event.Do(kRelayFailed, [&](jet::RecordSet& stations) {
+        return stations::StoreRelay(stations, relay, set, station_.services.model.RelayCount,
+                                    station_.services.Operator());
       })) {
-    UpdateRelaySelections();
+    ShowRelays(event);
     return;
   }
-  NoteEdited(switcher::Table::Relays);
+  NoteEdited(switcher::Table::Relays, event.Station().Number());
 }
 
 void ButtonsView::SendSingleStation() {
-  const Scope scope(report_, kOperator);
-  const int station = CurrentStation();
+  StationEvent event(station_, kOperator);
+  const int station = event.Use(kReadFailed, event.Station().number).Int();
   if (station == 0) return;
-  const switcher::PollPause pause(services_.poll);
-  SendTable(services_, {.table = switcher::Table::Buttons, .station = station});
-  SendTable(services_, {.table = switcher::Table::Relays, .station = station});
+  const switcher::PollPause pause(station_.services.poll);
+  SendTable(station_.services, {.table = switcher::Table::Buttons, .station = station});
+  SendTable(station_.services, {.table = switcher::Table::Relays, .station = station});
 }
 
-void ButtonsView::SendOptos() { SendTable(services_, {.table = switcher::Table::Optos}); }
+void ButtonsView::SendOptos() { SendTable(station_.services, {.table = switcher::Table::Optos}); }
 
-void ButtonsView::NoteEdited(switcher::Table table) {
-  services_.unsent.NoteEdited({.table = table, .station = CurrentStation()});
+void ButtonsView::NoteEdited(switcher::Table table, int station) {
+  station_.services.unsent.NoteEdited({.table = table, .station = station});
 }
 
 }  // namespace views

@@ -3,36 +3,21 @@
 #ifndef VIEWS_PROGRAMMING_BUTTONS_VIEW_H_
 #define VIEWS_PROGRAMMING_BUTTONS_VIEW_H_
 
-#include <array>
-#include <functional>
-#include <string_view>
-
 #include "stations/navigation.h"
 #include "views/main_view.h"
-#include "views/one_report.h"
-#include "views/programming/button_page.h"
-#include "views/services.h"
-#include "views/updating_flag.h"
-
-class QBoxLayout;
-class QTabWidget;
+#include "views/programming/station_event.h"
 
 namespace views {
 
-class InactiveNote;
-class OperationOptions;
-class OptoPage;
-class StationFields;
-class StationNavigator;
-class TargetBoxes;
+class ButtonsForm;
 class ToolBand;
 
 // The programming view "frmButtons": what each button of a station's panel does, which relays
 // belong to the station, and what each opto input does.  The station is the current record of
 // the shared record set; edits go to the database at once, and to the switcher by the tools.
 //
-// Each Update operation reads the current record and goes back to it.  A failure is reported once
-// for each thing that the operator does, however many refreshes it takes.
+// Each thing that happens, an Update operation or what the operator does, is a StationEvent: it
+// draws from one look at the station, and reports one failure.
 class ButtonsView : public MainView {
   Q_OBJECT
 
@@ -54,8 +39,8 @@ class ButtonsView : public MainView {
   // Ticks the relay boxes of the station.
   void UpdateRelaySelections();
 
-  // Selects the option of the selected button's operation.  Unless the view is updating, the
-  // handler of the option follows, as if it had been clicked.
+  // Selects the option of the selected button's operation; the captions follow as if it had been
+  // clicked.
   void UpdateOptionButtons();
 
   // The same for the page of the optos.
@@ -85,75 +70,60 @@ class ButtonsView : public MainView {
   void changeEvent(QEvent* event) override;
 
  private:
-  static constexpr int kButtonPages = 4;
-  // The tabs behind the pages of buttons.
-  static constexpr int kEditTab = kButtonPages;
-  static constexpr int kRelayTab = kEditTab + 1;
-  static constexpr int kOptoTab = kRelayTab + 1;
-
   void AddTools();
-  void AddPages();
   void AddKeys();
-  void LayOut();
-  void Open();
-
-  // Works on the current record; a failure is reported under `line`.  True for a success.
-  bool WithRecord(std::string_view line, const std::function<model::Status(jet::RecordSet&)>& work);
-  // The same for reading; `work` may move, it is gone back to the record.
-  bool Read(const std::function<model::Status(jet::RecordSet&)>& work);
-
-  int Button() const { return selectedButton_ < 1 ? 1 : selectedButton_; }
-  ButtonPage& PageOf(int button) const;
-  // What is stored as the selected button's operation; what it was shown as when that cannot be
-  // read.
-  int StoredType();
-  // The number of the current station; 0 without one.
-  int CurrentStation();
-
-  void ShowStation();
-  void ShowSelectedButton();
+  void Connect();
   // The desktop's font, as far as the form has room for it: at its first size everything is in
   // sight, whatever that font is.
   void FitFont();
-  // Shows the operation of the selected button wherever it is shown.
-  void ShowType(int type);
-  void ShowTab(int tab);
-  void LoadStation();
+
+  int Button() const { return selectedButton_ < 1 ? 1 : selectedButton_; }
+  // What is stored of the selected button, and its operation.
+  const stations::Reading<stations::ButtonProgram>& Selected(StationEvent& event) const;
+  int SelectedType(StationEvent& event) const;
+
+  // An event of its own for what `part` does in one.
+  template <typename Part>
+  void Refresh(Part& part, void (Part::*draw)(StationEvent&));
+
+  // What the Update operations do, as part of an event.
+  void ShowStation(StationEvent& event);
+  void ShowButtonLabels(StationEvent& event);
+  void ShowButtonTypes(StationEvent& event);
+  void ShowTargetCaptions(StationEvent& event);
+  void ShowTargets(StationEvent& event);
+  void ShowRelays(StationEvent& event);
+  // The option, what follows a click on it, and both.
+  void ShowOption(StationEvent& event);
+  void ShowOperation(StationEvent& event);
+  void ShowChosenOption(StationEvent& event);
+  // Everything, except for the caption of the targets; and with it.
+  void ShowAll(StationEvent& event);
+  void ShowStationAnew(StationEvent& event);
+  void StoreIfInactive(StationEvent& event);
+
+  void SpeakSelectedButton();
   // Says that the selected button was stored as inactive: in passing, and beside its options for as
   // long as these show another operation.
-  void NoteInactive();
+  void NoteInactive(StationEvent& event);
 
   void Move(stations::Movement movement);
-  void ChangeTab(int tab);
+  void ChangeTab(StationEvent& event, int tab);
   void StepTab(int step);
-  void SelectButton(int button);
+  void SelectButton(StationEvent& event, int button);
   void EditButton(int button);
   void ToggleTarget(int target, bool set);
   void ChooseType(int type);
   void ToggleRelay(int relay, bool set);
   void SendSingleStation();
   void SendOptos();
-  // The operator or the view itself has changed this table of the current station.
-  void NoteEdited(switcher::Table table);
+  // The operator or the view itself has changed this table of a station.
+  void NoteEdited(switcher::Table table, int station);
 
-  OneReport report_;
-  const Services services_;  // reports go through report_
-  UpdatingFlag updating_;
+  ShownStation station_;
   int selectedButton_ = 1;
-  int shownType_ = 0;  // of the selected button; what is stored may be another since
-  bool wasButtonSelected_ = false;
-
   ToolBand* tools_ = nullptr;
-  QBoxLayout* station_ = nullptr;  // the navigation and the fields
-  StationNavigator* navigator_ = nullptr;
-  StationFields* fields_ = nullptr;
-  QTabWidget* tabs_ = nullptr;
-  std::array<ButtonPage*, kButtonPages> pages_{};
-  OperationOptions* options_ = nullptr;
-  InactiveNote* inactive_ = nullptr;
-  TargetBoxes* targets_ = nullptr;
-  TargetBoxes* relays_ = nullptr;
-  OptoPage* optos_ = nullptr;
+  ButtonsForm* form_ = nullptr;
 };
 
 }  // namespace views

@@ -32,9 +32,8 @@ OperationOptions::OperationOptions(const QString& name, const QString& optionNam
     option->setObjectName(optionName + u'_' + QString::number(operation.code));
     option->setMinimumHeight(kSmallestTarget);
     option->installEventFilter(this);
-    group_->addButton(option);
+    group_->addButton(option, operation.code);
     row->addWidget(option);
-    options_[operation.code] = option;
     Connect(*option, operation.code);
   }
   row->addStretch();
@@ -62,7 +61,7 @@ void OperationOptions::PlaceNote() {
 void OperationOptions::Connect(QRadioButton& option, int code) {
   // A click on an option that is not selected ticks it first; a screen reader only ticks it.
   connect(&option, &QRadioButton::toggled, this, [this, code](bool checked) {
-    if (selecting_.IsSet() || !checked) return;
+    if (signalsBlocked() || !checked) return;
     Q_EMIT Chosen(code);
     announced_ = code;
   });
@@ -72,10 +71,10 @@ void OperationOptions::Connect(QRadioButton& option, int code) {
 }
 
 void OperationOptions::Select(int code) {
-  const UpdatingFlag::Scope selecting(selecting_);
+  const QSignalBlocker quietly(this);
   announced_.reset();
-  if (const auto found = options_.find(code); found != options_.end()) {
-    found->second->setChecked(true);
+  if (QAbstractButton* const option = group_->button(code)) {
+    option->setChecked(true);
   } else if (QAbstractButton* const selected = group_->checkedButton()) {
     // The last one of a group that is exclusive cannot be cleared.
     group_->setExclusive(false);
@@ -85,10 +84,15 @@ void OperationOptions::Select(int code) {
   KeepReachable();
 }
 
+int OperationOptions::Selected() const {
+  static_assert(stations::kNoType == -1);  // as the group has it when none is selected
+  return group_->checkedId();
+}
+
 // In a group of options only the selected one is reached with Tab: without it, none would be.
 void OperationOptions::KeepReachable() {
   if (group_->checkedButton() != nullptr) return;
-  for (const auto& [code, option] : options_) option->setFocusPolicy(Qt::StrongFocus);
+  for (QAbstractButton* const option : group_->buttons()) option->setFocusPolicy(Qt::StrongFocus);
 }
 
 bool OperationOptions::eventFilter(QObject* watched, QEvent* event) {

@@ -4,18 +4,15 @@
 #define VIEWS_PROGRAMMING_OPERATION_OPTIONS_H_
 
 #include <QGroupBox>
-#include <map>
 #include <optional>
-
-#include "views/updating_flag.h"
 
 class QButtonGroup;
 class QRadioButton;
 
 namespace views {
 
-// The options for the operation of a button or an opto, in a frame "Operation".  One that has
-// the focus is gone from to its neighbour, which is thereby chosen, with the arrow keys.
+// The options for the operation of a button or an opto, in a frame "Operation".  The arrow keys
+// go from the option that has the focus to its neighbour, and choose it.
 class OperationOptions : public QGroupBox {
   Q_OBJECT
 
@@ -29,6 +26,8 @@ class OperationOptions : public QGroupBox {
 
   // Selects the option of this code, or none for a code outside the table.  Emits nothing.
   void Select(int code);
+  // The code of the selected option; stations::kNoType for none.
+  int Selected() const;
 
  Q_SIGNALS:
   // The operator has chosen the option of this code, by click or key; also the one that was
@@ -45,11 +44,9 @@ class OperationOptions : public QGroupBox {
   void KeepReachable();
   void PlaceNote();
 
-  std::map<int, QRadioButton*> options_;
   QButtonGroup* group_;
   QWidget* note_ = nullptr;
   std::optional<int> announced_;  // told of by its tick; a click may follow
-  UpdatingFlag selecting_;
 };
 
 }  // namespace views

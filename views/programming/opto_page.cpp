@@ -4,10 +4,11 @@
 
 #include <QComboBox>
 #include <QVBoxLayout>
-#include <cstdio>
 #include <vector>
 
+#include "model/padded.h"
 #include "stations/operations.h"
+#include "stations/opto_program.h"
 #include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/page_metrics.h"
@@ -31,9 +32,7 @@ QString Text(std::string_view text) {
 std::vector<std::string> DesignCaptions() {
   std::vector<std::string> captions;
   for (int target = 1; target <= stations::kOptoTargets; ++target) {
-    char caption[16];
-    std::snprintf(caption, sizeof caption, "Sta. %02d", target);
-    captions.emplace_back(caption);
+    captions.push_back("Sta. " + model::Padded(target, 2));
   }
   return captions;
 }
@@ -48,11 +47,9 @@ bool Shows(const QComboBox& list, const std::vector<std::string>& items) {
 
 }  // namespace
 
-OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* parent)
+OptoPage::OptoPage(ShownStation& station, QWidget* parent)
     : QWidget(parent),
-      report_(services.reporter),
-      services_(WithReporter(services, report_)),
-      updating_(updating),
+      station_(station),
       channel_(new QComboBox(this)),
       operation_(new OperationOptions(QStringLiteral("frOptoButType"),
                                       QStringLiteral("optOptoType"), this)),
@@ -86,46 +83,52 @@ OptoPage::OptoPage(const Services& services, UpdatingFlag& updating, QWidget* pa
           [this](int index) { StoreChannel(index + 1); });
 }
 
-stations::OptoProgram OptoPage::Read() {
-  stations::OptoProgram opto;
-  const model::Status status = WithStations(
-      services_, [&opto](jet::RecordSet& stations) { return stations::ReadOpto(stations, &opto); });
-  if (!status.ok()) ShowFailure(services_, kReadLine, status);
-  return opto;
+stations::OptoProgram OptoPage::Read(StationEvent& event) {
+  return event.Use(kReadLine, event.Station().opto);
 }
 
-void OptoPage::CaptionFrame() {
-  const OneReport::Scope scope(report_);
-  ShowFrameCaption(stations::OptoCaptionAtOpening(Read().type));
+void OptoPage::Show(StationEvent& event) {
+  ShowFrameCaption(stations::OptoCaptionAtOpening(Read(event).type));
+  FillChannelList(event);
+  UpdateOptoCheckboxLabels(event);
+  UpdateOptoSelections(event);
+  ShowOption(event);
 }
 
-void OptoPage::FillChannelList() {
-  const OneReport::Scope scope(report_);
-  ShowChannelList(Read());
+void OptoPage::FillChannelList(StationEvent& event) {
+  const std::vector<std::string> captions = event.Use(
+      kReadLine, stations::OptoChannelCaptions(Read(event).type, event.Station().targets));
+  if (!Shows(*channel_, captions)) {
+    const QSignalBlocker quietly(channel_);
+    QStringList items;
+    for (const std::string& caption : captions) items.append(Text(caption));
+    channel_->clear();
+    channel_->addItems(items);
+  }
+  SelectChannel(event);
 }
 
-void OptoPage::SelectChannel() {
-  const OneReport::Scope scope(report_);
-  ShowChannel(Read().channel);
+void OptoPage::SelectChannel(StationEvent& event) {
+  const int channel = Read(event).channel;
+  const QSignalBlocker quietly(channel_);
+  channel_->setCurrentIndex(channel >= 1 && channel <= channel_->count() ? channel - 1 : -1);
 }
 
-void OptoPage::UpdateOptoCheckboxLabels() {
-  const OneReport::Scope scope(report_);
-  ShowTargetCaptions(Read().type);
+void OptoPage::UpdateOptoCheckboxLabels(StationEvent& event) {
+  targets_->SetCaptions(event.Use(
+      kReadLine, event.Station().targets.Captions(Read(event).type, stations::kOptoTargets)));
 }
 
-void OptoPage::UpdateOptoSelections() {
-  const OneReport::Scope scope(report_);
-  ShowTargets(Read());
+void OptoPage::UpdateOptoSelections(StationEvent& event) {
+  const stations::OptoProgram opto = Read(event);
+  targets_->SetSpokenName(
+      tr("Target %1 of opto %2").arg(QStringLiteral("%1"), QString::number(opto.stationNum)));
+  targets_->SetFlags(opto.targets);
 }
 
-void OptoPage::UpdateOptoOptionButtons() {
-  const OneReport::Scope scope(report_);
-  const stations::OptoProgram opto = Read();
-  shownType_ = opto.type;
-  inactive_->hide();
-  operation_->Select(opto.type);
-  if (!updating_.IsSet()) ShowOperation(opto);
+void OptoPage::UpdateOptoOptionButtons(StationEvent& event) {
+  ShowOption(event);
+  ShowOperation(event);
 }
 
 void OptoPage::ShowFrameCaption(std::string_view caption) {
@@ -133,107 +136,59 @@ void OptoPage::ShowFrameCaption(std::string_view caption) {
   if (const QString title = Text(caption); targets_->title() != title) targets_->setTitle(title);
 }
 
-void OptoPage::ShowTargetCaptions(int type) {
-  std::vector<std::string> captions;
-  const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-    return stations::ReadOptoTargetCaptions(stations, type, &captions);
-  });
-  if (!status.ok()) ShowFailure(services_, kReadLine, status);
-  targets_->SetCaptions(captions);
+void OptoPage::ShowOption(StationEvent& event) {
+  operation_->Select(Read(event).type);
+  inactive_->hide();
 }
 
-void OptoPage::ShowTargets(const stations::OptoProgram& opto) {
-  targets_->SetSpokenName(
-      tr("Target %1 of opto %2").arg(QStringLiteral("%1"), QString::number(opto.stationNum)));
-  targets_->SetFlags(opto.targets);
-}
-
-void OptoPage::ShowChannelList(const stations::OptoProgram& opto) {
-  std::vector<std::string> captions;
-  const model::Status status = WithStations(services_, [&](jet::RecordSet& stations) {
-    return stations::ReadOptoChannelCaptions(stations, opto.type, &captions);
-  });
-  if (!status.ok()) ShowFailure(services_, kReadLine, status);
-  if (!Shows(*channel_, captions)) {
-    const UpdatingFlag::Scope updating(updating_);
-    QStringList items;
-    for (const std::string& caption : captions) items.append(Text(caption));
-    channel_->clear();
-    channel_->addItems(items);
-  }
-  ShowChannel(opto.channel);
-}
-
-void OptoPage::ShowChannel(int channel) {
-  const UpdatingFlag::Scope updating(updating_);
-  channel_->setCurrentIndex(channel >= 1 && channel <= channel_->count() ? channel - 1 : -1);
-}
-
-void OptoPage::ShowOperation(const stations::OptoProgram& opto) {
-  ShowFrameCaption(stations::OperationOf(opto.type).optoTargets);
-  ShowTargetCaptions(opto.type);
-  ShowChannelList(opto);
-}
-
-bool OptoPage::Store(const Edit& edit, stations::OptoEdit* done) {
-  *done = stations::OptoEdit::None;
-  const model::Status status =
-      WithStations(services_, [&](jet::RecordSet& stations) { return edit(stations, done); });
-  if (!status.ok()) ShowFailure(services_, kStoreLine, status);
-  return status.ok();
+void OptoPage::ShowOperation(StationEvent& event) {
+  inactive_->hide();
+  ShowFrameCaption(stations::OperationOf(Read(event).type).optoTargets);
+  UpdateOptoCheckboxLabels(event);
+  FillChannelList(event);
 }
 
 void OptoPage::StoreTarget(int target, bool selected) {
-  if (updating_.IsSet()) return;
-  const OneReport::Scope scope(report_, OneReport::Cause::Operator);
-  stations::OptoEdit done;
-  const bool isStored = Store(
-      [=, this](jet::RecordSet& stations, stations::OptoEdit* edit) {
-        return stations::StoreOptoTarget(stations, target, selected, services_.Operator(), edit);
-      },
-      &done);
-  const stations::OptoProgram opto = Read();
+  StationEvent event(station_, StationEvent::Cause::Operator);
+  stations::OptoEdit done = stations::OptoEdit::None;
+  const bool isStored = event.Do(kStoreLine, [&](jet::RecordSet& stations) {
+    return stations::StoreOptoTarget(stations, target, selected, station_.services.Operator(),
+                                     &done);
+  });
+  const stations::OptoProgram opto = Read(event);
   if (!isStored) targets_->SetFlags(opto.targets);
   if (done == stations::OptoEdit::MadeInactive) {
-    if (shownType_ != stations::kInactive) inactive_->ShowFor(tr("Opto %1").arg(opto.stationNum));
+    if (operation_->Selected() != stations::kInactive) {
+      inactive_->ShowFor(tr("Opto %1").arg(opto.stationNum));
+    }
     Q_EMIT NoteRequested(tr("Opto %1 has no target left and is inactive now").arg(opto.stationNum));
   }
   if (done != stations::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
 }
 
 void OptoPage::StoreOperation(int code) {
-  if (updating_.IsSet()) return;
-  const OneReport::Scope scope(report_, OneReport::Cause::Operator);
-  stations::OptoEdit done;
-  const bool isStored = Store(
-      [=, this](jet::RecordSet& stations, stations::OptoEdit* edit) {
-        return stations::StoreOptoType(stations, code, services_.Operator(), edit);
-      },
-      &done);
-  const stations::OptoProgram opto = Read();
-  shownType_ = opto.type;
-  inactive_->hide();
+  StationEvent event(station_, StationEvent::Cause::Operator);
+  stations::OptoEdit done = stations::OptoEdit::None;
+  const bool isStored = event.Do(kStoreLine, [&](jet::RecordSet& stations) {
+    return stations::StoreOptoType(stations, code, station_.services.Operator(), &done);
+  });
   if (isStored) {
-    ShowOperation(opto);
+    ShowOperation(event);
   } else {
-    operation_->Select(opto.type);
+    ShowOption(event);
   }
-  if (done != stations::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
+  if (done != stations::OptoEdit::None) Q_EMIT Edited(Read(event).stationNum);
 }
 
 void OptoPage::StoreChannel(int channel) {
-  // Below 1 when the list has lost its selection, which is no choice.
-  if (updating_.IsSet() || channel < 1) return;
-  const OneReport::Scope scope(report_, OneReport::Cause::Operator);
-  stations::OptoEdit done;
-  const bool isStored = Store(
-      [=, this](jet::RecordSet& stations, stations::OptoEdit* edit) {
-        return stations::StoreOptoChannel(stations, channel, services_.Operator(), edit);
-      },
-      &done);
-  const stations::OptoProgram opto = Read();
-  if (!isStored) ShowChannel(opto.channel);
-  if (done != stations::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
+  if (channel < 1) return;  // the list has lost its selection, which is no choice
+  StationEvent event(station_, StationEvent::Cause::Operator);
+  stations::OptoEdit done = stations::OptoEdit::None;
+  const bool isStored = event.Do(kStoreLine, [&](jet::RecordSet& stations) {
+    return stations::StoreOptoChannel(stations, channel, station_.services.Operator(), &done);
+  });
+  if (!isStored) SelectChannel(event);
+  if (done != stations::OptoEdit::None) Q_EMIT Edited(Read(event).stationNum);
 }
 
 }  // namespace views

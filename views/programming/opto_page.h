@@ -4,14 +4,9 @@
 #define VIEWS_PROGRAMMING_OPTO_PAGE_H_
 
 #include <QWidget>
-#include <functional>
 #include <string_view>
 
-#include "model/status.h"
-#include "stations/opto_program.h"
-#include "views/one_report.h"
-#include "views/services.h"
-#include "views/updating_flag.h"
+#include "views/programming/station_event.h"
 
 class QComboBox;
 
@@ -25,37 +20,39 @@ class TargetBoxes;
 // targets, and the switcher channel it is associated with.  The opto is that of the current
 // record of the stations.
 //
-// Each operation reads the current record and goes back to it; a failure is reported once.  What
-// cannot be read is shown as in an opto without a program, and nothing is stored by showing it.
+// What cannot be read is shown as in an opto without a program, and nothing is stored by showing
+// it.
 class OptoPage : public QWidget {
   Q_OBJECT
 
  public:
-  // `updating` is the flag of the view that the page is part of.  Both must outlive the page.
-  OptoPage(const Services& services, UpdatingFlag& updating, QWidget* parent = nullptr);
+  // `station` must outlive the page.
+  explicit OptoPage(ShownStation& station, QWidget* parent = nullptr);
 
   // The channel selector "cmbOptoChan".  It belongs to the page, hidden, until the view has
   // placed it in its own navigation frame and shows it there.
   QComboBox* ChannelSelector() const { return channel_; }
 
-  // Captions the frame of the targets as it is when the view opens.
-  void CaptionFrame();
+  // The following draw from an event's look at the station.
+
+  // Shows all of the opto, with the caption of the targets as it is when the view opens.
+  void Show(StationEvent& event);
 
   // Fills the channel selector for the opto's operation and selects its channel.
-  void FillChannelList();
+  void FillChannelList(StationEvent& event);
 
   // Selects the opto's channel, or none when it is not in the list.
-  void SelectChannel();
+  void SelectChannel(StationEvent& event);
 
   // Captions the target boxes for the opto's operation.
-  void UpdateOptoCheckboxLabels();
+  void UpdateOptoCheckboxLabels(StationEvent& event);
 
   // Ticks the target boxes.
-  void UpdateOptoSelections();
+  void UpdateOptoSelections(StationEvent& event);
 
-  // Selects the option of the opto's operation, or none for a code outside the table.  Unless
-  // the view is updating, the captions and the channel list follow, as after a click on it.
-  void UpdateOptoOptionButtons();
+  // Selects the option of the opto's operation, or none for a code outside the table; the captions
+  // and the channel list follow, as after a click on it.
+  void UpdateOptoOptionButtons(StationEvent& event);
 
  Q_SIGNALS:
   // What opto `station` (the StationNum of its record) does was stored.
@@ -63,31 +60,21 @@ class OptoPage : public QWidget {
   void NoteRequested(const QString& note);
 
  private:
-  using Edit = std::function<model::Status(jet::RecordSet&, stations::OptoEdit*)>;
-
-  stations::OptoProgram Read();
+  static stations::OptoProgram Read(StationEvent& event);
   void ShowFrameCaption(std::string_view caption);
-  void ShowTargetCaptions(int type);
-  void ShowTargets(const stations::OptoProgram& opto);
-  void ShowChannelList(const stations::OptoProgram& opto);
-  void ShowChannel(int channel);
-  // All that follows the operation, as after a click on it.
-  void ShowOperation(const stations::OptoProgram& opto);
+  // The option alone, and what follows a click on it.
+  void ShowOption(StationEvent& event);
+  void ShowOperation(StationEvent& event);
 
-  // Edits the record.  On a failure, which is reported, *done is OptoEdit::None.
-  bool Store(const Edit& edit, stations::OptoEdit* done);
-  // The same, each with what is to be seen of it afterwards.
+  // Each stores what the operator did, and shows what comes of it.
   void StoreTarget(int target, bool selected);
   void StoreOperation(int code);
   void StoreChannel(int channel);
 
-  OneReport report_;
-  const Services services_;
-  UpdatingFlag& updating_;
+  ShownStation& station_;
   QComboBox* channel_;
   OperationOptions* operation_;
   InactiveNote* inactive_;
-  int shownType_ = stations::kNoType;  // what is stored may be another since
   TargetBoxes* targets_;
 };
 

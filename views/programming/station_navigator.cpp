@@ -10,6 +10,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 #include "views/widgets/icon.h"
 
@@ -53,17 +54,14 @@ constexpr char kLongestCaption[] = "Navigation Controls [ Select Station And But
 
 }  // namespace
 
-StationNavigator::StationNavigator(QComboBox& optoChannels, QWidget* parent)
+StationNavigator::StationNavigator(int buttonCount, QComboBox& optoChannels, QWidget* parent)
     : QGroupBox(parent),
       prompt_(new QLabel(this)),
       buttons_(new QComboBox(this)),
       optoChannels_(optoChannels) {
   setObjectName(QStringLiteral("frNavControls"));
   prompt_->setObjectName(QStringLiteral("lblSelectButton"));
-  buttons_->setObjectName(QStringLiteral("cmbButton"));
-  buttons_->setToolTip(QStringLiteral("Click To Select A Station Button To Be Programmed"));
-  buttons_->setAccessibleName(QStringLiteral("Select Button"));
-  buttons_->setAccessibleDescription(buttons_->toolTip());
+  AddButtons(buttonCount);
   optoChannels_.setParent(this);
   for (QComboBox* const selector : {buttons_, &optoChannels_}) selector->installEventFilter(this);
   for (int index = 0; index < kCommands; ++index) AddCommand(index);
@@ -84,6 +82,29 @@ StationNavigator::StationNavigator(QComboBox& optoChannels, QWidget* parent)
             [this, movement = movement] { Q_EMIT MoveRequested(movement); });
   }
   Show(Selector::None, QString());
+}
+
+void StationNavigator::AddButtons(int count) {
+  buttons_->setObjectName(QStringLiteral("cmbButton"));
+  buttons_->setToolTip(QStringLiteral("Click To Select A Station Button To Be Programmed"));
+  buttons_->setAccessibleName(QStringLiteral("Select Button"));
+  buttons_->setAccessibleDescription(buttons_->toolTip());
+  for (int button = 1; button <= count; ++button) {
+    buttons_->addItem(QStringLiteral("Button %1").arg(button));
+  }
+  // Selecting the item that is selected already counts, too: only the second signal tells of it.
+  connect(buttons_, &QComboBox::currentIndexChanged, this, [this](int index) {
+    isTold_ = true;
+    Q_EMIT ButtonSelected(index + 1);
+  });
+  connect(buttons_, &QComboBox::activated, this, [this](int index) {
+    if (!std::exchange(isTold_, false)) Q_EMIT ButtonSelected(index + 1);
+  });
+}
+
+void StationNavigator::SelectButton(int button) {
+  const QSignalBlocker quietly(buttons_);
+  buttons_->setCurrentIndex(button - 1);
 }
 
 void StationNavigator::AddCommand(int index) {

@@ -24,17 +24,20 @@ class StationNavigator : public QGroupBox {
   // What there is to select.
   enum class Selector : std::uint8_t { None, Button, OptoChannel };
 
-  // The selector of the optos' channels becomes part of the frame.
-  explicit StationNavigator(QComboBox& optoChannels, QWidget* parent = nullptr);
+  // With a selector of the station's buttons, "cmbButton", of which the first is selected.  The
+  // selector of the optos' channels becomes part of the frame.
+  StationNavigator(int buttonCount, QComboBox& optoChannels, QWidget* parent = nullptr);
 
-  // The selector of the station's buttons, "cmbButton"; without items at first.
-  QComboBox& ButtonSelector() const { return *buttons_; }
+  // Selects a button (from 1), without a signal.
+  void SelectButton(int button);
 
   // Shows a selector and the frame's caption.
   void Show(Selector selector, const QString& caption);
 
  Q_SIGNALS:
   void MoveRequested(stations::Movement movement);
+  // The operator has selected a button (from 1), which may be the one that was selected.
+  void ButtonSelected(int button);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -43,6 +46,7 @@ class StationNavigator : public QGroupBox {
 
  private:
   void AddCommand(int index);
+  void AddButtons(int count);
   void LayOut();
 
   static constexpr int kCommands = 6;
@@ -51,6 +55,7 @@ class StationNavigator : public QGroupBox {
   QLabel* prompt_;
   QComboBox* buttons_;
   QComboBox& optoChannels_;
+  bool isTold_ = false;  // of the button that is being selected
   Selector selector_ = Selector::None;
 };
 

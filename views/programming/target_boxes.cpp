@@ -43,7 +43,7 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
     // All columns are of one width, whatever their captions.
     box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     connect(box, &QCheckBox::toggled, this, [this, index](bool checked) {
-      if (filling_.IsSet()) return;
+      if (signalsBlocked()) return;
       ShowCount();
       Q_EMIT Toggled(index, checked);
     });
@@ -121,7 +121,7 @@ void TargetBoxes::SpeakOf(int index) {
 
 void TargetBoxes::SetFlags(std::string_view flags) {
   {
-    const UpdatingFlag::Scope filling(filling_);
+    const QSignalBlocker quietly(this);
     for (int index = 0; index < Count(); ++index) {
       boxes_[static_cast<std::size_t>(index)]->setChecked(model::FlagIsSet(flags, index + 1));
     }

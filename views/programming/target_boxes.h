@@ -10,8 +10,6 @@
 #include <string_view>
 #include <vector>
 
-#include "views/updating_flag.h"
-
 class QCheckBox;
 class QLabel;
 
@@ -65,7 +63,6 @@ class TargetBoxes : public QGroupBox {
   QLabel* count_;
   std::optional<QFont> boxFamily_;
   QString spokenName_;
-  UpdatingFlag filling_;
 };
 
 }  // namespace views

@@ -3,7 +3,6 @@
 #include "views/rules/export_sheets.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include "db/station_fields.h"
@@ -13,6 +12,7 @@
 #include "stations/labels.h"
 #include "stations/navigation.h"
 #include "stations/operations.h"
+#include "stations/target_labels.h"
 #include "views/rules/label_headings.h"
 
 namespace rules {
@@ -36,25 +36,6 @@ const char* WordOf(Mark mark) {
   const auto* const found = std::ranges::find(kExportedMarks, mark, &ExportedMark::mark);
   return found == std::end(kExportedMarks) ? "" : found->word;
 }
-
-// The captions of targets by operation, read once each although every button asks for them.
-class TargetLabels {
- public:
-  TargetLabels(jet::RecordSet& stations, int count) : stations_(stations), count_(count) {}
-
-  model::Status Of(int type, const std::vector<std::string>** labels) {
-    auto [entry, isNew] = labels_.try_emplace(stations::OperationOf(type).targets);
-    model::Status status;
-    if (isNew) status = stations::ReadTargetCaptions(stations_, type, count_, &entry->second);
-    *labels = &entry->second;
-    return status;
-  }
-
- private:
-  jet::RecordSet& stations_;
-  const int count_;
-  std::map<stations::TargetKind, std::vector<std::string>> labels_;
-};
 
 std::string Join(const std::string& flags, const std::vector<std::string>& labels) {
   std::string joined;
@@ -119,11 +100,10 @@ Sheet MapSheet(const XmapGrid& grid) {
 model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& model,
                             std::vector<KeySheet>* sheets) {
   sheets->clear();
-  TargetLabels labels(stations, model.ChkBoxCount);
+  const stations::TargetLabels labels(&stations);
   for (int station = 1; station <= model.StationCount; ++station) {
     if (model::Status found = stations::FindStation(stations, station); !found.ok()) return found;
     if (stations.NoMatch()) continue;
-    const jet::Bookmark place = stations.Mark();
     KeySheet sheet{.station = station};
     jet::Value value;
     if (const jet::Status read = stations.Get(db::kLabelField, &value); !read.ok()) return read;
@@ -131,20 +111,16 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
     if (const jet::Status read = stations.Get(db::kInLabelField, &value); !read.ok()) return read;
     sheet.inputLabel = value.Text();
     for (int button = 1; button <= model.ButtonCount; ++button) {
-      if (const jet::Status moved = stations.GoTo(place); !moved.ok()) return moved;
-      stations::ButtonProgram program;
-      if (model::Status read = stations::ReadButton(stations, button, &program); !read.ok())
-        return read;
-      KeyLegend key;
-      key.type = program.type;
-      if (model::Status read = stations::ReadChosenCaption(stations, button, &key.caption);
-          !read.ok()) {
-        return read;
-      }
-      const std::vector<std::string>* targets = nullptr;
-      if (model::Status read = labels.Of(program.type, &targets); !read.ok()) return read;
-      key.targets = Join(program.targets, *targets);
-      sheet.keys.push_back(std::move(key));
+      stations::Reading<stations::ButtonProgram> program;
+      program.status = stations::ReadButton(stations, button, &program.value);
+      if (!program.status.ok()) return program.status;
+      const auto caption = stations::ChosenCaption(program, labels);
+      if (!caption.status.ok()) return caption.status;
+      const auto targets = labels.Captions(program.value.type, model.ChkBoxCount);
+      if (!targets.status.ok()) return targets.status;
+      sheet.keys.push_back({.type = program.value.type,
+                            .caption = caption.value,
+                            .targets = Join(program.value.targets, targets.value)});
     }
     sheets->push_back(std::move(sheet));
   }

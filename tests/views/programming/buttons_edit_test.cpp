@@ -392,6 +392,11 @@ TEST(ButtonsWithoutDatabase, AreShownEmptyWithOneReportEach) {
   console.reporter.reports.clear();
   console.Press("cmdFwd10");
   EXPECT_THAT(console.reporter.reports, SizeIs(1));
+  console.GoToTab(1);
+  console.reporter.reports.clear();
+  console.Press("cmdButton_4");
+  EXPECT_EQ(console.Tab(), 5);
+  EXPECT_THAT(console.reporter.reports, SizeIs(1)) << "selected, and shown on another page";
   console.databaseIsOpen = true;
   console.reporter.reports.clear();
   view.UpdateStation();

@@ -20,7 +20,7 @@ OptoConsole::OptoConsole() : ViewConsole(64) {
 void OptoConsole::Open() {
   host = std::make_unique<QWidget>();
   host->setWindowTitle(QStringLiteral("Opto Assignments"));
-  page = new views::OptoPage(Services(), updating);
+  page = new views::OptoPage(shown);
   auto* const column = new QVBoxLayout(host.get());
   column->addWidget(page->ChannelSelector(), 0, Qt::AlignLeft);
   column->addWidget(page);
@@ -30,12 +30,8 @@ void OptoConsole::Open() {
   QObject::connect(page, &views::OptoPage::NoteRequested, page,
                    [this](const QString& note) { notes.push_back(note.toStdString()); });
   {
-    const views::UpdatingFlag::Scope opening(updating);
-    page->FillChannelList();
-    page->CaptionFrame();
-    page->UpdateOptoCheckboxLabels();
-    page->UpdateOptoSelections();
-    page->UpdateOptoOptionButtons();
+    views::StationEvent opening(shown, views::StationEvent::Cause::Operator);
+    page->Show(opening);
   }
   host->show();
   host->activateWindow();
@@ -44,12 +40,15 @@ void OptoConsole::Open() {
 
 void OptoConsole::Load(int opto) {
   GoToStation(opto);
-  {
-    const views::UpdatingFlag::Scope loading(updating);
-    page->UpdateOptoSelections();
-  }
-  page->SelectChannel();
-  page->UpdateOptoOptionButtons();
+  views::StationEvent event(shown, views::StationEvent::Cause::Refresh);
+  page->UpdateOptoSelections(event);
+  page->SelectChannel(event);
+  page->UpdateOptoOptionButtons(event);
+}
+
+void OptoConsole::Refresh(void (views::OptoPage::*update)(views::StationEvent&)) {
+  views::StationEvent event(shown, views::StationEvent::Cause::Refresh);
+  (page->*update)(event);
 }
 
 QComboBox& OptoConsole::Channels() {

@@ -29,6 +29,8 @@ class OptoConsole : public ViewConsole {
   void Open();
   // Goes to an opto as the navigation of the view does.
   void Load(int opto);
+  // Brings one thing up to date, as one event.
+  void Refresh(void (views::OptoPage::*update)(views::StationEvent&));
 
   QComboBox& Channels();
   QGroupBox& Frame();
@@ -49,7 +51,7 @@ class OptoConsole : public ViewConsole {
   // "type|channel|first|targets" of an opto, with the numbers of the targets.
   std::string Stored(int opto);
 
-  views::UpdatingFlag updating;
+  views::ShownStation shown{Services()};
   std::unique_ptr<QWidget> host;
   views::OptoPage* page = nullptr;
   std::vector<int> edited;  // the optos that were told of as edited

@@ -123,9 +123,9 @@ TEST_F(OptoPageInputTest, WithoutARecordThePageIsEmptyAndSaysSoOnce) {
   UseStations(db::StationsSpec(), 0);
   console_.Open();
   for (int i = 0; i < 3; ++i) {
-    console_.page->UpdateOptoSelections();
-    console_.page->SelectChannel();
-    console_.page->UpdateOptoOptionButtons();
+    console_.Refresh(&OptoPage::UpdateOptoSelections);
+    console_.Refresh(&OptoPage::SelectChannel);
+    console_.Refresh(&OptoPage::UpdateOptoOptionButtons);
   }
   EXPECT_THAT(console_.SelectedOptions(), IsEmpty());
   EXPECT_THAT(console_.Ticked(), IsEmpty());

@@ -34,8 +34,7 @@ class OptoPageTest : public testing::Test {
 };
 
 TEST_F(OptoPageTest, BoxesAreAsDesignedBeforeARecordIsShown) {
-  UpdatingFlag updating;
-  const OptoPage page(console_.Services(), updating);
+  const OptoPage page(console_.shown);
   const auto* const frame = page.findChild<QGroupBox*>(QStringLiteral("frOptoStations"));
   ASSERT_NE(frame, nullptr);
   EXPECT_EQ(frame->findChildren<QCheckBox*>().size(), 64);
@@ -73,8 +72,7 @@ TEST_F(OptoPageTest, OptionsCarryTheCodesOfTheOperations) {
 }
 
 TEST_F(OptoPageTest, ChannelSelectorWaitsForItsPlace) {
-  UpdatingFlag updating;
-  const OptoPage page(console_.Services(), updating);
+  const OptoPage page(console_.shown);
   EXPECT_EQ(page.ChannelSelector()->objectName(), QLatin1String("cmbOptoChan"));
   EXPECT_TRUE(page.ChannelSelector()->isHidden());
   EXPECT_EQ(page.ChannelSelector()->toolTip(),
@@ -264,34 +262,24 @@ TEST_F(OptoPageTest, AnotherOptoIsShownWhole) {
   }
 }
 
-TEST_F(OptoPageTest, OptionsFollowedByTheCaptionsOnlyWhileTheViewIsNotUpdating) {
+TEST_F(OptoPageTest, OptionsAreFollowedByTheCaptions) {
   console_.Open();
   console_.GoToStation(2);
-  {
-    const UpdatingFlag::Scope updating(console_.updating);
-    console_.page->UpdateOptoOptionButtons();
-    EXPECT_TRUE(console_.updating.IsSet());
-  }
+  console_.Refresh(&OptoPage::UpdateOptoOptionButtons);
   EXPECT_THAT(console_.SelectedOptions(), ElementsAre(1));
-  EXPECT_EQ(console_.FrameCaption(), kStations);
-  EXPECT_EQ(console_.BoxCaption(7), "Sta. 007");
-  console_.page->UpdateOptoOptionButtons();
   EXPECT_EQ(console_.FrameCaption(), kSource);
   EXPECT_EQ(console_.BoxCaption(7), "Inpt 007");
   EXPECT_EQ(console_.ChannelItem(7), "Sta. 007");
-  EXPECT_FALSE(console_.updating.IsSet());
   EXPECT_THAT(console_.edited, IsEmpty());
 }
 
-TEST_F(OptoPageTest, HandlersDoNothingWhileTheViewIsUpdating) {
+TEST_F(OptoPageTest, HandlersDoNothingWhileThePageIsFilled) {
   console_.Open();
-  const UpdatingFlag::Scope updating(console_.updating);
-  ClickBox(3);
-  ClickBox(5);
-  ClickOption(3);
-  console_.Channels().setCurrentIndex(20);
+  console_.GoToStation(2);
+  console_.Refresh(&OptoPage::Show);
+  EXPECT_THAT(console_.Ticked(), ElementsAre(7));
   EXPECT_EQ(console_.Stored(1), "0|1|3|3,5");
-  EXPECT_EQ(console_.FrameCaption(), kStations);
+  EXPECT_EQ(console_.Stored(2), "1|2|7|7");
   EXPECT_THAT(console_.edited, IsEmpty());
   EXPECT_THAT(console_.notes, IsEmpty());
 }

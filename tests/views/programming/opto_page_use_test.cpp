@@ -173,11 +173,11 @@ TEST_F(OptoPagePaintTest, OperationPaintsEachWidgetOnceAtMost) {
 }
 
 TEST_F(OptoPagePaintTest, RefreshWithoutNewsPaintsNothing) {
-  console_.page->UpdateOptoCheckboxLabels();
-  console_.page->UpdateOptoSelections();
-  console_.page->UpdateOptoOptionButtons();
-  console_.page->FillChannelList();
-  console_.page->SelectChannel();
+  console_.Refresh(&OptoPage::UpdateOptoCheckboxLabels);
+  console_.Refresh(&OptoPage::UpdateOptoSelections);
+  console_.Refresh(&OptoPage::UpdateOptoOptionButtons);
+  console_.Refresh(&OptoPage::FillChannelList);
+  console_.Refresh(&OptoPage::SelectChannel);
   EXPECT_THAT(counter_.Painted(), IsEmpty());
 }
 
