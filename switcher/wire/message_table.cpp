@@ -6,8 +6,8 @@ namespace switcher {
 
 std::string DescribeMessage(MessageCode code, int number) {
   std::string title(FindMessage(code)->title);
-  const std::size_t mark = title.find('#');
-  return mark == std::string::npos ? title : title.replace(mark, 1, std::to_string(number));
+  const std::size_t mark = title.find("%1");
+  return mark == std::string::npos ? title : title.replace(mark, 2, std::to_string(number));
 }
 
 }  // namespace switcher

@@ -41,7 +41,7 @@ struct MessageKind {
   MessageCode code;
   MessageUse use;
   std::string_view name;   // one word, as the simulator knows it
-  std::string_view title;  // of one from the switcher; "#" is its output or station
+  std::string_view title;  // of one from the switcher; "%1" is its output or station
   int length;              // in bytes, from the code to the end byte, without items
   int itemLength;          // of each item
   int valueBytes;          // of one value
@@ -56,13 +56,13 @@ inline constexpr MessageKind kMessages[] = {
     {kTakeCode, MessageUse::Command, "take", "", 9, 0, 2},
     {kGainCode, MessageUse::Command, "gain", "", 5, 0, 1},
     {kGainReportCode, MessageUse::Report, "gains", "DCA Gain Settings", 3, 1, 1},
-    {kCrosspointRowCode, MessageUse::Report, "row", "Output # Crosspoint Map", 7, 2, 2},
+    {kCrosspointRowCode, MessageUse::Report, "row", "Output %1 Crosspoint Map", 7, 2, 2},
     {kTallyCode, MessageUse::Report, "tally", "QDV Responding Tally", 131, 0, 2},
     {kLabelOrderCode, MessageUse::Table, "label-order", "", 5, 2, 2},
     {kAlphaLabelsCode, MessageUse::Table, "label-texts", "Alpha Labels", 4, 8, 1},
-    {kButtonDataCode, MessageUse::Table, "buttons", "Station # Button Data", 5, 2, 2},
-    {kRelayRowCode, MessageUse::Table, "relays", "Output # Relay Assignments", 5, 2, 2},
-    {kInhibitRowCode, MessageUse::Table, "inhibits", "Output # Inhibit Map", 5, 2, 2},
+    {kButtonDataCode, MessageUse::Table, "buttons", "Station %1 Button Data", 5, 2, 2},
+    {kRelayRowCode, MessageUse::Table, "relays", "Output %1 Relay Assignments", 5, 2, 2},
+    {kInhibitRowCode, MessageUse::Table, "inhibits", "Output %1 Inhibit Map", 5, 2, 2},
     {kOptoDataCode, MessageUse::Table, "optos", "Opto Programming Data", 3, 22, 2},
 };
 

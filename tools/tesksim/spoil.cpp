@@ -38,7 +38,7 @@ std::optional<std::uint8_t> ParseCode(std::string_view text) {
 bool IsRow(std::uint8_t code) {
   const switcher::MessageKind* const kind = switcher::FindMessage(code);
   return kind != nullptr && kind->use == switcher::MessageUse::Table &&
-         kind->title.find('#') != std::string_view::npos;
+         kind->title.find("%1") != std::string_view::npos;
 }
 
 std::optional<int> ParseMessageNumber(std::uint8_t code, Words words) {
