@@ -2,13 +2,14 @@
 
 #include "stations/target_labels.h"
 
-#include <algorithm>
-
 #include "db/database_files.h"
 #include "db/keep_position.h"
 #include "db/station_fields.h"
 #include "model/padded.h"
+#include "stations/navigation.h"
 #include "stations/operations.h"
+#include "stations/record.h"
+#include "stations/texts.h"
 
 namespace stations {
 namespace {
@@ -16,55 +17,58 @@ namespace {
 // External switcher destinations are numbered after the stations.
 constexpr int kBeforeExternal = 64;
 
-Reading<std::optional<std::string>> ReadLabel(jet::RecordSet& stations, const char* field) {
-  jet::Value value;
-  const jet::Status read = stations.Get(field, &value);
-  if (!read.ok() || value.IsNull()) return {.status = read};
-  return {.value = value.Text()};
+const char* FieldOf(bool input) { return input ? db::kInLabelField : db::kLabelField; }
+
+Reading<std::string> ReadLabel(jet::RecordSet& stations, int number, const char* field) {
+  Reading<std::string> label{.value = kNoTarget, .status = FindStation(stations, number)};
+  if (!label.status.ok() || stations.NoMatch()) return label;
+  Record record(stations);
+  const jet::Value value = record.Get(field);
+  if (!value.IsNull()) label.value = value.Text();
+  label.status = record.Outcome();
+  return label;
 }
 
 }  // namespace
 
-TargetLabels::TargetLabels(jet::RecordSet* stations)
-    : isOpen_(stations != nullptr), end_(db::NotOpen()) {
-  if (!isOpen_) return;
-  const db::KeepPosition keep(*stations);
-  for (end_ = stations->MoveFirst(); end_.ok() && stations->HasRecord();
-       end_ = stations->MoveNext()) {
-    jet::Value number;
-    (void)stations->Get(db::kStationNumField, &number);
-    records_.push_back({.number = number.Int(),
-                        .output = ReadLabel(*stations, db::kLabelField),
-                        .input = ReadLabel(*stations, db::kInLabelField)});
-  }
+const TargetLabels::Texts& TargetLabels::First(int count, const char* field) const {
+  const auto [entry, isNew] = first_.try_emplace({field, count});
+  Texts& texts = entry->second;
+  if (!isNew) return texts;
+  const db::KeepPosition keep(*stations_);
+  texts.status = ReadAvailableTexts(*stations_, field, count, &texts.value);
+  texts.value.resize(static_cast<std::size_t>(count));
+  return texts;
 }
 
 Reading<std::vector<std::string>> TargetLabels::Captions(int code, int count) const {
-  if (!isOpen_) return {.status = end_};
+  if (stations_ == nullptr) return {.status = db::NotOpen()};
   Reading<std::vector<std::string>> captions;
   const TargetKind targets = OperationOf(code).targets;
-  for (int target = 1; target <= count; ++target) {
-    if (targets == TargetKind::Channels) {
+  if (targets == TargetKind::Channels) {
+    for (int target = 1; target <= count; ++target) {
       captions.value.push_back("Chan " + model::Padded(target, 2));
-      continue;
     }
-    const auto place = static_cast<std::size_t>(target - 1);
-    const bool isThere = place < records_.size();
-    const Label& label = !isThere                         ? Label{.status = end_}
-                         : targets == TargetKind::Sources ? records_[place].input
-                                                          : records_[place].output;
-    captions.value.push_back(label.value.value_or("Sta. " + model::Padded(target, 3)));
-    if (captions.status.ok()) captions.status = label.status;
+    return captions;
+  }
+  const Texts& labels = First(count, FieldOf(targets == TargetKind::Sources));
+  captions.status = labels.status;
+  for (const std::optional<std::string>& label : labels.value) {
+    const int target = static_cast<int>(captions.value.size()) + 1;
+    captions.value.push_back(label.value_or("Sta. " + model::Padded(target, 3)));
   }
   return captions;
 }
 
 Reading<std::string> TargetLabels::Of(int code, int target, bool input) const {
+  if (stations_ == nullptr) return {.value = kNoTarget, .status = db::NotOpen()};
   const int number = code == kExternal ? target + kBeforeExternal : target;
-  const auto record = std::ranges::find(records_, number, &Record::number);
-  if (record == records_.end()) return {.value = kNoTarget, .status = end_};
-  const Label& label = input ? record->input : record->output;
-  return {.value = label.value.value_or(kNoTarget), .status = label.status};
+  const auto [entry, isNew] = single_.try_emplace({FieldOf(input), number});
+  if (isNew) {
+    const db::KeepPosition keep(*stations_);
+    entry->second = ReadLabel(*stations_, number, FieldOf(input));
+  }
+  return entry->second;
 }
 
 }  // namespace stations

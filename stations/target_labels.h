@@ -3,8 +3,11 @@
 #ifndef STATIONS_TARGET_LABELS_H_
 #define STATIONS_TARGET_LABELS_H_
 
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "db/jet/record_set.h"
@@ -16,11 +19,13 @@ namespace stations {
 // In the place of the label of a target that is no station, or has none.
 inline constexpr char kNoTarget[] = "NONE";
 
-// Who can be the target of a button or an opto: the labels of all records, read once.
+// Who can be the target of a button or an opto: the labels of the records, each read once, when it
+// is asked for first.
 class TargetLabels {
  public:
-  // Reads them and goes back to the current record.  Null `stations`: the database is not open.
-  explicit TargetLabels(jet::RecordSet* stations);
+  // `stations` must outlive the object; every operation goes back to its current record.  Null: the
+  // database is not open.
+  explicit TargetLabels(jet::RecordSet* stations) : stations_(stations) {}
 
   // The captions of targets 1 to `count` for an operation's code, as UTF-8: the labels of the
   // first `count` records, or "Chan 01" and so on.  A null label, or a record that is not there,
@@ -32,16 +37,14 @@ class TargetLabels {
   Reading<std::string> Of(int code, int target, bool input) const;
 
  private:
-  using Label = Reading<std::optional<std::string>>;
-  struct Record {
-    int number;
-    Label output;
-    Label input;
-  };
+  using Texts = Reading<std::vector<std::optional<std::string>>>;
 
-  bool isOpen_;                  // the database
-  std::vector<Record> records_;  // in the set's order
-  model::Status end_;            // why there are no more
+  const Texts& First(int count, const char* field) const;
+
+  jet::RecordSet* stations_;
+  // What was read, by field and by count or number.
+  mutable std::map<std::pair<std::string_view, int>, Texts> first_;
+  mutable std::map<std::pair<std::string_view, int>, Reading<std::string>> single_;
 };
 
 }  // namespace stations

@@ -37,8 +37,7 @@ class SnapshotTest : public testing::Test {
                                                                   {"B2 Type", 255},
                                                                   {"B2 First", 2},
                                                                   {"B2 Prog", Only(2)}}) {
-      if (spec.fields.end() != std::find_if(spec.fields.begin(), spec.fields.end(),
-                                            [&](const auto& each) { return each.name == field; })) {
+      if (std::ranges::count(spec.fields, field, &jet::FieldSpec::name) == 1) {
         database_->Set(2, field, value);
       }
     }

@@ -8,7 +8,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 #include <span>
 #include <utility>
 
@@ -170,15 +170,16 @@ void DrawLegend(Document& document) {
   QPainter& painter = document.Painter();
   const QFontMetricsF metrics = document.SetFont(kTextSize);
   qreal right = document.Width();
-  for (const auto& entry : std::views::reverse(rules::kExportedMarks)) {
-    const QString word = QString::fromLatin1(entry.legend);
+  for (auto entry = std::rbegin(rules::kExportedMarks); entry != std::rend(rules::kExportedMarks);
+       ++entry) {
+    const QString word = QString::fromLatin1(entry->legend);
     right -= metrics.horizontalAdvance(word);
     painter.setPen(Qt::black);
     painter.drawText(QPointF(right, kLineHeight - 2), word);
     right -= kLineHeight;
     painter.save();
-    PaintMark(painter, QRectF(right - 2, 0, kLineHeight, kLineHeight), entry.mark,
-              MarkInk(entry.mark, Qt::white));
+    PaintMark(painter, QRectF(right - 2, 0, kLineHeight, kLineHeight), entry->mark,
+              MarkInk(entry->mark, Qt::white));
     painter.restore();
     right -= kLineHeight;
   }
