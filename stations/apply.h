@@ -36,8 +36,9 @@ struct Conflict {
 model::Status FindConflicts(jet::Database& database, std::span<const Change> changes,
                             Direction direction, std::vector<Conflict>* conflicts);
 
-// Stores the wanted values, all at once or on a failure none, whatever the fields hold now; what
-// has them already is not written.  A station without a record is passed over.
+// Stores the wanted values of changes as above, all at once or on a failure none, whatever the
+// fields hold now; what has them already is not written.  A station without a record is passed
+// over.
 model::Status Apply(jet::Database& database, std::span<const Change> changes, Direction direction,
                     const Author& author);
 

@@ -9,8 +9,8 @@
 
 namespace stations {
 
-// Records that are stored together: all of them, or none.  Their changes are announced when all
-// are stored.
+// Records that are stored together: all of them, or none.  One batch at a time.  Their changes are
+// announced when all are stored.
 class Batch {
  public:
   // `where` is the database or a record set in it.  Without Commit() nothing is stored.

@@ -9,45 +9,56 @@
 namespace stations {
 namespace {
 
-using stations::Record;
-
-// The lowest target of a button that has none.
-constexpr int kFirstOfNone = 1;
-
 std::string TypeField(int button) { return db::ButtonField(button, db::kButtonType); }
 std::string FirstField(int button) { return db::ButtonField(button, db::kButtonFirst); }
 std::string TargetsField(int button) { return db::ButtonField(button, db::kButtonTargets); }
 
+// A button without a target is inactive.
+void SetInactive(Record& record, int button) {
+  record.Set(FirstField(button), kFirstOfNone);
+  record.Set(TypeField(button), kInactive);
+}
+
 }  // namespace
 
-model::Status ReadButton(jet::RecordSet& stations, int button, ButtonProgram* program) {
-  Record record(stations);
-  program->type = record.Number(TypeField(button), kNoType);
-  program->first = record.Number(FirstField(button));
-  program->targets = record.Flags(TargetsField(button));
-  return record.Outcome();
+model::Status ButtonProgram::Outcome() const {
+  return !type.status.ok() ? type.status : !first.status.ok() ? first.status : targets.status;
 }
 
-Reading<std::string> ButtonCaption(const Reading<ButtonProgram>& button,
-                                   const TargetLabels& labels) {
-  const ButtonProgram& program = button.value;
-  if (!button.status.ok() || program.first == 0) return {kNoTarget, button.status};
-  return labels.Of(program.type, program.first, /*input=*/false);
+ButtonProgram ReadButton(jet::RecordSet& stations, int button) {
+  Record type(stations);
+  Record first(stations);
+  Record targets(stations);
+  ButtonProgram program;
+  program.type.value = type.Number(TypeField(button), kNoType);
+  program.type.status = type.Outcome();
+  program.first.value = first.Number(FirstField(button));
+  program.first.status = first.Outcome();
+  program.targets.value = targets.Flags(TargetsField(button));
+  program.targets.status = targets.Outcome();
+  return program;
 }
 
-Reading<std::string> EditedCaption(const Reading<ButtonProgram>& button, int targetCount,
-                                   const TargetLabels& labels) {
-  const int first = model::FirstFlag(button.value.targets, targetCount);
-  if (!button.status.ok() || first == 0) return {kNoTarget, button.status};
-  return labels.Of(button.value.type, first, /*input=*/false);
+Reading<std::string> ButtonCaption(const ButtonProgram& button, const TargetLabels& labels) {
+  if (!button.type.status.ok()) return {kNoTarget, button.type.status};
+  if (button.first.value == 0) return {kNoTarget, button.first.status};
+  return labels.Of(button.type.value, button.first.value, /*input=*/false);
 }
 
-Reading<std::string> ChosenCaption(const Reading<ButtonProgram>& button,
+Reading<std::string> EditedCaption(const ButtonProgram& button, int targetCount,
                                    const TargetLabels& labels) {
-  const auto& [type, first, targets] = button.value;
-  if (!button.status.ok()) return {kNoTarget, button.status};
+  const int first = model::FirstFlag(button.targets.value, targetCount);
+  if (!button.Outcome().ok() || first == 0) return {kNoTarget, button.Outcome()};
+  return labels.Of(button.type.value, first, /*input=*/false);
+}
+
+Reading<std::string> ChosenCaption(const ButtonProgram& button, const TargetLabels& labels) {
+  const int type = button.type.value;
+  if (!button.type.status.ok()) return {kNoTarget, button.type.status};
+  if (!button.first.status.ok()) return {kNoTarget, button.first.status};
   if (type == kInactive || !IsOperation(type)) return {.value = kInactiveCaption};
-  return labels.Of(type, first, /*input=*/OperationOf(type).targets == TargetKind::Sources);
+  return labels.Of(type, button.first.value,
+                   /*input=*/OperationOf(type).targets == TargetKind::Sources);
 }
 
 model::Status StoreTarget(jet::RecordSet& stations, int button, int target, bool set,
@@ -58,8 +69,11 @@ model::Status StoreTarget(jet::RecordSet& stations, int button, int target, bool
       model::WithFlag(record.Text(TargetsField(button)), target, set, targetCount);
   const int first = model::FirstFlag(model::PlainFlags(text), targetCount);
   record.Set(TargetsField(button), text);
-  record.Set(FirstField(button), first != 0 ? first : kFirstOfNone);
-  if (first == 0) record.Set(TypeField(button), kInactive);
+  if (first != 0) {
+    record.Set(FirstField(button), first);
+  } else {
+    SetInactive(record, button);
+  }
   model::Status status = record.Commit(author);
   *isInactive = first == 0 && status.ok();
   return status;
@@ -78,8 +92,7 @@ model::Status StoreInactive(jet::RecordSet& stations, int button, const Author& 
   Record record(stations);
   const bool hasTarget = record.Flags(TargetsField(button)).find('1') != std::string::npos;
   if (hasTarget || !record.Outcome().ok()) return record.Outcome();
-  record.Set(FirstField(button), kFirstOfNone);
-  record.Set(TypeField(button), kInactive);
+  SetInactive(record, button);
   return record.Commit(author, changed);
 }
 

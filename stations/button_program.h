@@ -24,29 +24,29 @@ inline constexpr char kInactiveCaption[] = "INACTIVE";
 
 // What is stored of a button; null fields read as 0 and "".
 struct ButtonProgram {
-  int type = kNoType;   // an operation's code, or another
-  int first = 0;        // its lowest target
-  std::string targets;  // a flag string of "0" and "1" alone
+  Reading<int> type{.value = kNoType};  // an operation's code, or another
+  Reading<int> first;                   // its lowest target
+  Reading<std::string> targets;         // a flag string of "0" and "1" alone
+
+  // The first failure of the three, or ok.
+  model::Status Outcome() const;
 };
 
-// Reads what is stored of a button.  On a failure, which is the first one met, *program
-// holds what can be read.
-model::Status ReadButton(jet::RecordSet& stations, int button, ButtonProgram* program);
+// Reads what is stored of a button of the current record.
+ButtonProgram ReadButton(jet::RecordSet& stations, int button);
 
 // The caption of a button: the label of its first target, or kNoTarget, also when it could not be
 // read.
-Reading<std::string> ButtonCaption(const Reading<ButtonProgram>& button,
-                                   const TargetLabels& labels);
+Reading<std::string> ButtonCaption(const ButtonProgram& button, const TargetLabels& labels);
 
 // The caption of a button after its targets were edited: the label of its lowest target, looking
 // at the first `targetCount`.
-Reading<std::string> EditedCaption(const Reading<ButtonProgram>& button, int targetCount,
+Reading<std::string> EditedCaption(const ButtonProgram& button, int targetCount,
                                    const TargetLabels& labels);
 
 // The caption of a button whose operation was chosen: the input label for those that listen,
 // kInactiveCaption for the inactive and for codes that are no operation's.
-Reading<std::string> ChosenCaption(const Reading<ButtonProgram>& button,
-                                   const TargetLabels& labels);
+Reading<std::string> ChosenCaption(const ButtonProgram& button, const TargetLabels& labels);
 
 // Adds target `target` to a button or takes it away, and stores the lowest of the first
 // `targetCount` targets; a button without one becomes inactive, which sets *isInactive.

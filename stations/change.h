@@ -46,7 +46,8 @@ class ChangeObserver {
   ChangeObserver(const ChangeObserver&) = delete;
   ChangeObserver& operator=(const ChangeObserver&) = delete;
 
-  // All of these have been stored at once, for one author; there is at least one.
+  // All of these have been stored at once, for one author; there is at least one.  The shared
+  // record set may stand anywhere meanwhile, and no observer begins or ends.
   virtual void Changed(std::span<const Change> changes) = 0;
 
  private:

@@ -21,6 +21,9 @@ inline constexpr int kGroup = 255;
 // In the place of a code that cannot be read; no operation's.
 inline constexpr int kNoType = -1;
 
+// What is stored as the first target of a button or opto without one, which is inactive.
+inline constexpr int kFirstOfNone = 1;
+
 // What the targets of an operation are.
 enum class TargetKind : std::uint8_t {
   Stations,  // by their output label, "Label"

@@ -73,7 +73,7 @@ model::Status StoreOptoTarget(jet::RecordSet& stations, int target, bool selecte
   const bool isInactive = first == 0;
   const bool wasInactive = record.Number(db::kOptoTypeField) == kInactive;
   record.Set(db::kOptoStationsField, std::move(targets));
-  record.Set(db::kOptoFirstField, isInactive ? 1 : first);
+  record.Set(db::kOptoFirstField, isInactive ? kFirstOfNone : first);
   if (isInactive) record.Set(db::kOptoTypeField, kInactive);
   return Commit(record, author,
                 isInactive && !wasInactive ? OptoEdit::MadeInactive : OptoEdit::Stored, edit);

@@ -2,6 +2,7 @@
 
 #include "stations/record.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "db/station_fields.h"
@@ -30,7 +31,12 @@ int Record::Number(std::string_view field, int unreadable) {
 std::string Record::Flags(std::string_view field) { return model::PlainFlags(Text(field)); }
 
 void Record::Set(std::string_view field, jet::Value value) {
-  changes_.push_back({.field = std::string(field), .before = {}, .after = std::move(value)});
+  const auto known = std::ranges::find(changes_, field, &FieldChange::field);
+  if (known != changes_.end()) {
+    known->after = std::move(value);
+  } else {
+    changes_.push_back({.field = std::string(field), .before = {}, .after = std::move(value)});
+  }
 }
 
 // A field that cannot be read differs from any value: storing one may mend it.

@@ -40,7 +40,7 @@ class Record {
   // Whether everything was read that was asked for: the first failure, or ok.
   const model::Status& Outcome() const { return outcome_; }
 
-  // Changes a field.
+  // Changes a field; of several new values the last one counts.
   void Set(std::string_view field, jet::Value value);
 
   // Writes the fields that get another value in one update, all of them, or on a failure none, and

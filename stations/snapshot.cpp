@@ -28,15 +28,16 @@ StationSnapshot::StationSnapshot(jet::RecordSet* stations, int buttonCount)
     : number(ReadField(stations, db::kStationNumField)),
       label(ReadText(stations, db::kLabelField)),
       inputLabel(ReadText(stations, db::kInLabelField)),
-      buttons(static_cast<std::size_t>(buttonCount), {.status = db::NotOpen()}),
+      buttons(static_cast<std::size_t>(buttonCount),
+              ButtonProgram{.type = {.value = kNoType, .status = db::NotOpen()},
+                            .first = {.status = db::NotOpen()},
+                            .targets = {.status = db::NotOpen()}}),
       relays{.status = db::NotOpen()},
       opto{.status = db::NotOpen()},
       targets(stations) {
   if (stations == nullptr) return;
   int button = 0;
-  for (Reading<ButtonProgram>& read : buttons) {
-    read.status = ReadButton(*stations, ++button, &read.value);
-  }
+  for (ButtonProgram& program : buttons) program = ReadButton(*stations, ++button);
   relays.status = ReadRelays(*stations, &relays.value);
   opto.status = ReadOpto(*stations, &opto.value);
 }

@@ -21,13 +21,11 @@ struct StationSnapshot {
   // Of the current record of `stations`, to which it goes back; null: the database is not open.
   StationSnapshot(jet::RecordSet* stations, int buttonCount);
 
-  int Number() const { return number.value.Int(); }
-
   Reading<jet::Value> number;
   Reading<std::string> label;
   Reading<std::string> inputLabel;
-  std::vector<Reading<ButtonProgram>> buttons;  // from button 1 on
-  Reading<std::string> relays;                  // a flag string of "0" and "1" alone
+  std::vector<ButtonProgram> buttons;  // from button 1 on
+  Reading<std::string> relays;         // a flag string of "0" and "1" alone
   Reading<OptoProgram> opto;
   TargetLabels targets;
 };

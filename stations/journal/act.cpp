@@ -3,8 +3,8 @@
 #include "stations/journal/act.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -15,17 +15,27 @@ namespace {
 // In the order in which it is written.
 using Json = nlohmann::ordered_json;
 
-constexpr std::array kOrigins = {
-    std::pair{Origin::Operator, std::string_view("operator")},
-    std::pair{Origin::Switcher, std::string_view("switcher")},
-};
-using Named = decltype(kOrigins)::value_type;
+constexpr Origin kOrigins[] = {Origin::Operator, Origin::Switcher};
+
+constexpr const char* WordOf(Origin origin) {
+  switch (origin) {
+    case Origin::Operator:
+      return "operator";
+    case Origin::Switcher:
+      return "switcher";
+  }
+  return "";
+}
+
+bool CanBeWritten(const jet::Value& value) {
+  using Kind = jet::Value::Kind;
+  const Kind kind = value.GetKind();
+  return kind == Kind::Null || kind == Kind::Int || kind == Kind::Text;
+}
 
 Json JsonOf(const jet::Value& value) {
-  using Kind = jet::Value::Kind;
-  if (value.GetKind() == Kind::Int) return value.Int();
-  if (value.GetKind() == Kind::Text) return value.Text();
-  return nullptr;
+  if (value.IsNull()) return nullptr;
+  return value.GetKind() == jet::Value::Kind::Int ? Json(value.Int()) : Json(value.Text());
 }
 
 bool ReadValue(const Json& json, jet::Value* value) {
@@ -76,14 +86,16 @@ std::string WriteAct(const Act& act) {
   Json json;
   json["title"] = act.title;
   json["time"] = act.time;
-  json["origin"] = std::ranges::find(kOrigins, act.origin, &Named::first)->second;
+  json["origin"] = WordOf(act.origin);
   if (act.group != 0) json["group"] = act.group;
   Json& changes = json["changes"] = Json::array();
   for (const Change& change : act.changes) {
     Json fields = Json::object();
     for (const FieldChange& field : change.fields) {
+      if (!CanBeWritten(field.before) || !CanBeWritten(field.after)) continue;
       fields[field.field] = {JsonOf(field.before), JsonOf(field.after)};
     }
+    if (change.station < 1 || fields.empty()) continue;
     changes.push_back({{"station", change.station}, {"fields", std::move(fields)}});
   }
   // What is no UTF-8 must not keep the rest from being written.
@@ -93,13 +105,13 @@ std::string WriteAct(const Act& act) {
 bool ReadAct(std::string_view text, Act* act) {
   const Json json = Json::parse(text, nullptr, false);
   if (!json.is_object()) return false;
-  const auto* const origin = std::ranges::find(kOrigins, TextOf(json, "origin"), &Named::second);
+  const auto* const origin = std::ranges::find(kOrigins, TextOf(json, "origin"), WordOf);
   const auto changes = json.find("changes");
-  if (origin == kOrigins.end() || changes == json.end() || !changes->is_array()) return false;
+  if (origin == std::end(kOrigins) || changes == json.end() || !changes->is_array()) return false;
   *act = {};
   act->title = TextOf(json, "title");
   act->time = TextOf(json, "time");
-  act->origin = origin->first;
+  act->origin = *origin;
   if (const auto group = json.find("group"); group != json.end()) {
     if (!group->is_number_unsigned()) return false;
     act->group = group->get<std::int64_t>();

@@ -28,7 +28,8 @@ struct Act {
 //    "changes":[{"station":17,"fields":{"Label":["Sta. 017","CAM 4"]}}]}
 //
 // with "group" where there is one.  A field's values are those before and after: a number, a text,
-// or null.  A value of a kind that no field of a station has is written as null.
+// or null.  A field with a value of another kind, which no
+// field of a station has, is left out, and so is a station whose number is not known.
 std::string WriteAct(const Act& act);
 
 // Reads such an object; members that are not known are passed over.  False when it is none, and

@@ -2,6 +2,7 @@
 
 #include "stations/journal/journal.h"
 
+#include <array>
 #include <span>
 #include <utility>
 
@@ -18,9 +19,8 @@ files::Outcome Journal::Read() {
   std::string text;
   files::Outcome outcome = files::ReadWhole(path_, kMostBytes, &text);
   if (outcome.error == std::errc::no_such_file_or_directory) outcome = {};
-  if (!outcome.ok()) return outcome;
-  endsInLine_ = !text.empty() && text.back() != '\n';
-  end_ = text.size();
+  wasRead_ = outcome.ok();
+  if (!wasRead_) return outcome;
   contents_ = std::make_unique<JournalContents>(std::move(text));
   next_ = contents_->NextNumber();
   return outcome;
@@ -53,7 +53,9 @@ files::Outcome Journal::AddAct(std::string_view object) {
 files::Outcome Journal::EndRun(std::int64_t run, JournalLine::Kind kind, std::string_view object) {
   files::Outcome outcome =
       Append(WriteLine({.number = next_, .kind = kind, .run = run, .content = object}));
-  if (outcome.ok()) ++next_;
+  if (!outcome.ok()) return outcome;
+  ++next_;
+  if (run == run_) run_ = 0;
   return outcome;
 }
 
@@ -63,24 +65,31 @@ files::Outcome Journal::Open() {
   if (error == std::errc::no_such_file_or_directory) {
     error = files::File::Create(path_, files::Rights::OfFolder, &opened);
   }
+  if (!error) error = opened.Size(&end_);
+  std::array<std::uint8_t, 1> last{'\n'};
+  if (!error && end_ > 0) error = opened.Read(end_ - 1, last);
   if (error) return files::Failure("open", path_, error);
+  hasTornEnd_ = last[0] != '\n';
   file_ = std::make_shared<files::File>(std::move(opened));
   return {};
 }
 
 files::Outcome Journal::Append(const std::string& lines) {
+  if (!wasRead_) {
+    return files::Failure("write", path_, std::make_error_code(std::errc::operation_not_permitted));
+  }
   if (file_ == nullptr) {
     if (files::Outcome outcome = Open(); !outcome.ok()) return outcome;
   }
   // The torn end of a run that was killed becomes a line of its own, which is passed over.
-  const std::string written = endsInLine_ ? '\n' + lines : lines;
+  const std::string written = hasTornEnd_ ? '\n' + lines : lines;
   if (const std::error_code error = file_->Write(end_, BytesOf(written))) {
     // What was written of it would be a torn line in the middle.
     (void)file_->Truncate(end_);
     return files::Failure("write", path_, error);
   }
   end_ += written.size();
-  endsInLine_ = false;
+  hasTornEnd_ = false;
   return {};
 }
 

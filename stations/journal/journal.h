@@ -21,7 +21,7 @@ namespace stations {
 // A line is in the system's hands when an operation returns, so that a program that is killed
 // loses none; the disk has it after a Sync() of File(), which may take its time and is the caller's
 // to put where nobody waits.  After a failure of the disk the next line is tried all the same, in
-// the same place.
+// the same place.  A journal that could not be read is not added to: what it holds would be lost.
 class Journal {
  public:
   // No journal is larger; one that is, is not read.
@@ -47,7 +47,8 @@ class Journal {
   // Adds an act of this run, as a JSON object.
   files::Outcome AddAct(std::string_view object);
 
-  // Adds how a run ended; `kind` is Saved, Restored or Discarded.
+  // Adds how a run ended; `kind` is Saved, Restored or Discarded.  What is changed after the end of
+  // this run begins another.
   files::Outcome EndRun(std::int64_t run, JournalLine::Kind kind, std::string_view object);
 
   // The number of this run; 0 before its first act.
@@ -64,8 +65,9 @@ class Journal {
   std::unique_ptr<JournalContents> contents_ = std::make_unique<JournalContents>();
   std::string beginning_;
   std::shared_ptr<files::File> file_;
+  bool wasRead_ = false;
   std::uint64_t end_ = 0;    // behind the last whole line
-  bool endsInLine_ = false;  // the file found does not end in a line end
+  bool hasTornEnd_ = false;  // the file found does not end in a line end
   std::int64_t next_ = 1;
   std::int64_t run_ = 0;
 };

@@ -26,9 +26,9 @@ std::string With(int target) {
 struct ReadButtons {
   ReadButtons(jet::RecordSet& stations, int count) {
     const StationSnapshot station(&stations, count);
-    for (const Reading<ButtonProgram>& button : station.buttons) {
+    for (const ButtonProgram& button : station.buttons) {
       const auto caption = ButtonCaption(button, station.targets);
-      types.push_back(button.value.type);
+      types.push_back(button.type.value);
       captions.push_back(caption.value);
       if (failure == 0) failure = caption.status.Number();
     }
@@ -84,20 +84,20 @@ class ButtonProgramTest : public testing::Test {
 };
 
 TEST_F(ButtonProgramTest, IsReadAndNullIsNothing) {
-  ButtonProgram program;
-  ASSERT_TRUE(ReadButton(Stations(), 1, &program).ok());
-  EXPECT_EQ(program.type, 0);
-  EXPECT_EQ(program.first, 5);
-  EXPECT_EQ(program.targets, With(5));
-  ASSERT_TRUE(ReadButton(Stations(), 2, &program).ok());
-  EXPECT_EQ(program.type, 0);
-  EXPECT_EQ(program.first, 0);
-  EXPECT_EQ(program.targets, "");
+  const ButtonProgram first = ReadButton(Stations(), 1);
+  ASSERT_TRUE(first.Outcome().ok());
+  EXPECT_EQ(first.type.value, 0);
+  EXPECT_EQ(first.first.value, 5);
+  EXPECT_EQ(first.targets.value, With(5));
+  const ButtonProgram second = ReadButton(Stations(), 2);
+  ASSERT_TRUE(second.Outcome().ok());
+  EXPECT_EQ(second.type.value, 0);
+  EXPECT_EQ(second.first.value, 0);
+  EXPECT_EQ(second.targets.value, "");
   Set("B1 Prog",
       "1x\xC3\xBC"
       "1");
-  ASSERT_TRUE(ReadButton(Stations(), 1, &program).ok());
-  EXPECT_EQ(program.targets, "1001");
+  EXPECT_EQ(ReadButton(Stations(), 1).targets.value, "1001");
 }
 
 TEST_F(ButtonProgramTest, CaptionsAreTheLabelsOfTheFirstTargets) {
@@ -242,8 +242,7 @@ TEST_F(ButtonProgramTest, WithoutARecordEverythingFailsAndNothingBreaks) {
   ASSERT_TRUE(Stations().MoveLast().ok());
   ASSERT_TRUE(Stations().MoveNext().ok());
   bool flag = true;
-  ButtonProgram program;
-  EXPECT_EQ(ReadButton(Stations(), 1, &program).Number(), 3021);
+  EXPECT_EQ(ReadButton(Stations(), 1).Outcome().Number(), 3021);
   const ReadButtons read(Stations(), 3);
   EXPECT_EQ(read.failure, 3021);
   EXPECT_THAT(read.captions, ElementsAre("NONE", "NONE", "NONE"));
@@ -271,6 +270,18 @@ TEST(ButtonProgramFields, ThatAreLackingFailAlone) {
   EXPECT_FALSE(isInactive);
   EXPECT_FALSE(stations.IsChanging());
   EXPECT_EQ(database.Field(1, "B2 First"), "1") << "stored whole or not at all";
+}
+
+TEST(ButtonProgramFields, TargetsThatAreLackingTakeNoCaptionAlong) {
+  test::SmallDatabase database(test::StationsWithout("B2 Prog"));
+  database.AddStation(1, {{"Label", "A"}, {"B1 First", 1}, {"B2 First", 1}});
+  jet::RecordSet& stations = *database.Files().Stations();
+  ASSERT_TRUE(stations.MoveFirst().ok());
+  const ReadButtons read(stations, 2);
+  EXPECT_EQ(read.failure, 0);
+  EXPECT_THAT(read.captions, ElementsAre("A", "A"));
+  EXPECT_EQ(ReadButton(stations, 2).targets.status.Number(), 3265);
+  EXPECT_EQ(ReadButton(stations, 2).Outcome().Number(), 3265);
 }
 
 }  // namespace

@@ -70,6 +70,19 @@ TEST(JournalAct, IsReadAsItWasWritten) {
   EXPECT_TRUE(read.changes[0].fields[2].after.IsNull());
 }
 
+TEST(JournalAct, WhatCouldNotBeCarriedOutIsLeftOut) {
+  Act act;
+  act.changes = {ChangeOf(Origin::Operator, 0, {{"Label", "A", "B"}}),
+                 ChangeOf(Origin::Operator, 5, {{"Label", "A", "B"}, {"Hidden", true, 0}}),
+                 ChangeOf(Origin::Operator, 6, {{"Hidden", 0.5, 1}})};
+  Act read;
+  ASSERT_TRUE(ReadAct(WriteAct(act), &read));
+  ASSERT_EQ(read.changes.size(), 1u);
+  EXPECT_EQ(read.changes[0].station, 5);
+  ASSERT_EQ(read.changes[0].fields.size(), 1u);
+  EXPECT_EQ(read.changes[0].fields[0].field, "Label");
+}
+
 TEST(JournalAct, EveryCharacterOfTheCodePageIsKept) {
   for (int byte = 1; byte < 256; ++byte) {
     std::string text;

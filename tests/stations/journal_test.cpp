@@ -192,6 +192,40 @@ TEST_F(JournalTest, WithoutAFolderEveryActFailsAndIsTriedAgain) {
             Line(1, Kind::Run, 1, "{}") + Line(2, Kind::Act, 1, "{\"a\":2}"));
 }
 
+TEST_F(JournalTest, OneThatWasNotReadIsNotAddedTo) {
+  test::WriteFile(Path(), "");
+  std::filesystem::resize_file(Path(), Journal::kMostBytes + 1);
+  Journal journal(Path());
+  EXPECT_FALSE(journal.Read().ok());
+  EXPECT_FALSE(journal.AddAct("{\"a\":1}").ok());
+  EXPECT_EQ(std::filesystem::file_size(Path()), Journal::kMostBytes + 1);
+}
+
+TEST_F(JournalTest, WhatIsChangedAfterTheEndOfTheRunIsAnotherRun) {
+  Journal journal(Path());
+  ASSERT_TRUE(journal.Read().ok());
+  journal.SetBeginning("{}");
+  ASSERT_TRUE(journal.AddAct("{\"a\":1}").ok());
+  ASSERT_TRUE(journal.EndRun(journal.ThisRun(), Kind::Saved, "{}").ok());
+  ASSERT_TRUE(journal.AddAct("{\"a\":2}").ok());
+  Journal again(Path());
+  ASSERT_TRUE(again.Read().ok());
+  ASSERT_EQ(again.Contents().Runs().size(), 2u);
+  EXPECT_FALSE(again.Contents().Runs()[0].IsUnsaved());
+  EXPECT_TRUE(again.Contents().Runs()[1].IsUnsaved());
+  EXPECT_EQ(ActsOf(again.Contents().Runs()[1]), std::vector<std::string>{"{\"a\":2}"});
+}
+
+TEST_F(JournalTest, AFileThatIsGoneMeanwhileIsMadeAnew) {
+  test::WriteFile(Path(), Line(1, Kind::Run, 1, "{}") + Line(2, Kind::Act, 1, "{\"a\":1}"));
+  Journal journal(Path());
+  ASSERT_TRUE(journal.Read().ok());
+  journal.SetBeginning("{}");
+  std::filesystem::remove(Path());
+  ASSERT_TRUE(journal.AddAct("{\"a\":2}").ok());
+  EXPECT_EQ(Text(), Line(3, Kind::Run, 3, "{}") + Line(4, Kind::Act, 3, "{\"a\":2}"));
+}
+
 TEST_F(JournalTest, APipeIsNoJournal) {
   ASSERT_EQ(mkfifo(Path().c_str(), 0600), 0);
   Journal journal(Path());

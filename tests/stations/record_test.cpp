@@ -118,6 +118,17 @@ class ChangesTest : public RecordTest {
   test::RecordingChanges heard_{changes_};
 };
 
+TEST_F(ChangesTest, OfTwoNewValuesOfAFieldTheLastOneCounts) {
+  Record record(Stations());
+  record.Set("Label", "LINE");
+  record.Set("Label", "MIC");
+  record.Set("Notes", "one");
+  record.Set("Notes", "two");
+  ASSERT_TRUE(record.Commit(author_).ok());
+  EXPECT_EQ(Label(), "MIC");
+  EXPECT_THAT(heard_.seen, ElementsAre("operator 1: Notes null > two"));
+}
+
 TEST_F(ChangesTest, TellWhatGotAnotherValue) {
   Record record(Stations());
   record.Set("Label", "LINE");

@@ -51,7 +51,7 @@ class SnapshotTest : public testing::Test {
 TEST_F(SnapshotTest, HasAllThatIsProgrammed) {
   Use(db::StationsSpec());
   const StationSnapshot station = Take();
-  EXPECT_EQ(station.Number(), 2);
+  EXPECT_EQ(station.number.value.Int(), 2);
   EXPECT_EQ(station.label.value, "Studio A");
   EXPECT_EQ(station.inputLabel.value, "Mic 1");
   EXPECT_EQ(station.relays.value, Only(9));
@@ -59,12 +59,12 @@ TEST_F(SnapshotTest, HasAllThatIsProgrammed) {
   EXPECT_EQ(station.opto.value.channel, 7);
   EXPECT_EQ(station.opto.value.targets, Only(3));
   ASSERT_EQ(station.buttons.size(), 2u);
-  EXPECT_EQ(station.buttons[1].value.type, 255);
-  EXPECT_EQ(station.buttons[1].value.targets, Only(2));
+  EXPECT_EQ(station.buttons[1].type.value, 255);
+  EXPECT_EQ(station.buttons[1].targets.value, Only(2));
   EXPECT_EQ(ButtonCaption(station.buttons[0], station.targets).value, "Studio A");
   for (const model::Status& status :
        {station.number.status, station.label.status, station.relays.status, station.opto.status,
-        station.buttons[0].status, station.buttons[1].status}) {
+        station.buttons[0].Outcome(), station.buttons[1].Outcome()}) {
     EXPECT_TRUE(status.ok());
   }
   EXPECT_EQ(database_->CurrentStation(), 2);
@@ -81,12 +81,12 @@ TEST_F(SnapshotTest, AFieldThatIsLackingSpoilsNoOther) {
     EXPECT_EQ(station.inputLabel.status.ok(), !isLacking("InLabel"));
     EXPECT_EQ(station.relays.status.ok(), !isLacking("Relays"));
     EXPECT_EQ(station.opto.status.ok(), !isLacking("OptoChannel"));
-    EXPECT_EQ(station.buttons[0].status.ok(), !isLacking("B1 Prog"));
-    EXPECT_EQ(station.buttons[1].status.ok(), !isLacking("B2 Type"));
+    EXPECT_EQ(station.buttons[0].targets.status.ok(), !isLacking("B1 Prog"));
+    EXPECT_EQ(station.buttons[1].type.status.ok(), !isLacking("B2 Type"));
     EXPECT_EQ(station.targets.Captions(0, 2).status.ok(), !isLacking("Label"));
     EXPECT_EQ(station.opto.value.type, 1);
-    EXPECT_EQ(station.buttons[0].value.first, 2);
-    EXPECT_EQ(station.Number(), 2);
+    EXPECT_EQ(station.buttons[0].first.value, 2);
+    EXPECT_EQ(station.number.value.Int(), 2);
   }
 }
 
@@ -96,14 +96,14 @@ TEST_F(SnapshotTest, WithoutADatabaseNothingIsRead) {
   EXPECT_FALSE(station.label.status.ok());
   EXPECT_FALSE(station.relays.status.ok());
   EXPECT_FALSE(station.opto.status.ok());
-  EXPECT_FALSE(station.buttons[1].status.ok());
+  EXPECT_FALSE(station.buttons[1].type.status.ok());
   for (const int type : {0, 3}) {
     EXPECT_FALSE(station.targets.Captions(type, 2).status.ok());
     EXPECT_TRUE(station.targets.Captions(type, 2).value.empty());
     EXPECT_TRUE(OptoChannelCaptions(type, station.targets).value.empty());
   }
-  EXPECT_EQ(station.Number(), 0);
-  EXPECT_EQ(station.buttons[1].value.type, kNoType);
+  EXPECT_TRUE(station.number.value.IsNull());
+  EXPECT_EQ(station.buttons[1].type.value, kNoType);
 }
 
 }  // namespace

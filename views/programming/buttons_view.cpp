@@ -161,15 +161,19 @@ void ButtonsView::resizeEvent(QResizeEvent* event) {
   form_->PlaceFields(width());
 }
 
-const stations::Reading<stations::ButtonProgram>& ButtonsView::Selected(StationEvent& event) const {
-  static const stations::Reading<stations::ButtonProgram> kNone;
+const stations::ButtonProgram& ButtonsView::Selected(StationEvent& event) const {
+  static const stations::ButtonProgram kNone;
   const auto& buttons = event.Station().buttons;
   const auto index = static_cast<std::size_t>(Button() - 1);
   return index < buttons.size() ? buttons[index] : kNone;
 }
 
 int ButtonsView::SelectedType(StationEvent& event) const {
-  return event.Use(kReadFailed, Selected(event)).type;
+  return event.Use(kReadFailed, Selected(event).type);
+}
+
+int ButtonsView::StationNumber(StationEvent& event) {
+  return event.Use(kReadFailed, event.Station().number).Int();
 }
 
 template <typename Part>
@@ -249,7 +253,7 @@ void ButtonsView::ShowButtonTypes(StationEvent& event) {
   for (const auto& read : event.Station().buttons) {
     ++button;
     form_->PageOf(button).SetOperation(button,
-                                       stations::OperationOf(event.Use(kReadFailed, read).type));
+                                       stations::OperationOf(event.Use(kReadFailed, read.type)));
   }
 }
 
@@ -260,7 +264,7 @@ void ButtonsView::ShowTargetCaptions(StationEvent& event) {
 }
 
 void ButtonsView::ShowTargets(StationEvent& event) {
-  form_->targets.SetFlags(event.Use(kReadFailed, Selected(event)).targets);
+  form_->targets.SetFlags(event.Use(kReadFailed, Selected(event).targets));
 }
 
 void ButtonsView::ShowRelays(StationEvent& event) {
@@ -302,7 +306,7 @@ void ButtonsView::StoreIfInactive(StationEvent& event) {
     return stations::StoreInactive(stations, Button(), station_.services.Operator(), &changed);
   });
   if (!changed) return;
-  NoteEdited(switcher::Table::Buttons, event.Station().Number());
+  NoteEdited(switcher::Table::Buttons, StationNumber(event));
   NoteInactive(event);
 }
 
@@ -312,7 +316,7 @@ void ButtonsView::NoteInactive(StationEvent& event) {
   }
   Q_EMIT NoteRequested(tr("Button %1 of station %2 has no target and is stored as inactive")
                            .arg(Button())
-                           .arg(event.Station().Number()));
+                           .arg(StationNumber(event)));
 }
 
 void ButtonsView::Move(stations::Movement movement) {
@@ -351,14 +355,15 @@ void ButtonsView::SelectButton(StationEvent& event, int button) {
 }
 
 void ButtonsView::EditButton(int button) {
-  StationEvent event(station_, kOperator);
-  form_->navigator.SelectButton(button);
-  SelectButton(event, button);
   {
+    StationEvent event(station_, kOperator);
+    form_->navigator.SelectButton(button);
+    SelectButton(event, button);
     const QSignalBlocker quietly(form_->tabs);
     form_->tabs.setCurrentIndex(ButtonsForm::kEditTab);
+    ChangeTab(event, ButtonsForm::kEditTab);
   }
-  ChangeTab(event, ButtonsForm::kEditTab);
+  // What another view stores when it loses the focus is an event of its own.
   form_->targets.setFocus(Qt::OtherFocusReason);
 }
 
@@ -376,7 +381,7 @@ void ButtonsView::ToggleTarget(int target, bool set) {
   const std::string caption = event.Use(
       kReadFailed, stations::EditedCaption(Selected(event), count, event.Station().targets));
   form_->PageOf(Button()).SetCaption(Button(), QString::fromStdString(caption));
-  NoteEdited(switcher::Table::Buttons, event.Station().Number());
+  NoteEdited(switcher::Table::Buttons, StationNumber(event));
   if (isInactive) NoteInactive(event);
 }
 
@@ -390,7 +395,7 @@ void ButtonsView::ChooseType(int type) {
     ShowOption(event);
     return;
   }
-  if (changed) NoteEdited(switcher::Table::Buttons, event.Station().Number());
+  if (changed) NoteEdited(switcher::Table::Buttons, StationNumber(event));
   ShowOperation(event);
 }
 
@@ -403,12 +408,12 @@ void ButtonsView::ToggleRelay(int relay, bool set) {
     ShowRelays(event);
     return;
   }
-  NoteEdited(switcher::Table::Relays, event.Station().Number());
+  NoteEdited(switcher::Table::Relays, StationNumber(event));
 }
 
 void ButtonsView::SendSingleStation() {
   StationEvent event(station_, kOperator);
-  const int station = event.Use(kReadFailed, event.Station().number).Int();
+  const int station = StationNumber(event);
   if (station == 0) return;
   const switcher::PollPause pause(station_.services.poll);
   SendTable(station_.services, {.table = switcher::Table::Buttons, .station = station});

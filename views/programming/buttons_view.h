@@ -79,8 +79,10 @@ class ButtonsView : public MainView {
 
   int Button() const { return selectedButton_ < 1 ? 1 : selectedButton_; }
   // What is stored of the selected button, and its operation.
-  const stations::Reading<stations::ButtonProgram>& Selected(StationEvent& event) const;
+  const stations::ButtonProgram& Selected(StationEvent& event) const;
   int SelectedType(StationEvent& event) const;
+  // The number of the current station; 0 when it cannot be read.
+  static int StationNumber(StationEvent& event);
 
   // An event of its own for what `part` does in one.
   template <typename Part>

@@ -105,6 +105,7 @@ void StationNavigator::AddButtons(int count) {
 void StationNavigator::SelectButton(int button) {
   const QSignalBlocker quietly(buttons_);
   buttons_->setCurrentIndex(button - 1);
+  isTold_ = false;
 }
 
 void StationNavigator::AddCommand(int index) {

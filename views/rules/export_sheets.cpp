@@ -111,16 +111,15 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
     if (const jet::Status read = stations.Get(db::kInLabelField, &value); !read.ok()) return read;
     sheet.inputLabel = value.Text();
     for (int button = 1; button <= model.ButtonCount; ++button) {
-      stations::Reading<stations::ButtonProgram> program;
-      program.status = stations::ReadButton(stations, button, &program.value);
-      if (!program.status.ok()) return program.status;
+      const stations::ButtonProgram program = stations::ReadButton(stations, button);
+      if (!program.Outcome().ok()) return program.Outcome();
       const auto caption = stations::ChosenCaption(program, labels);
       if (!caption.status.ok()) return caption.status;
-      const auto targets = labels.Captions(program.value.type, model.ChkBoxCount);
+      const auto targets = labels.Captions(program.type.value, model.ChkBoxCount);
       if (!targets.status.ok()) return targets.status;
-      sheet.keys.push_back({.type = program.value.type,
+      sheet.keys.push_back({.type = program.type.value,
                             .caption = caption.value,
-                            .targets = Join(program.value.targets, targets.value)});
+                            .targets = Join(program.targets.value, targets.value)});
     }
     sheets->push_back(std::move(sheet));
   }

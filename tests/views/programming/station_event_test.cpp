@@ -86,7 +86,7 @@ TEST_F(StationEventTest, TheStationIsLookedAtOnceUntilSomethingIsDone) {
   EXPECT_EQ(event.Station().label.value, "Sta. 001");
   event.Do("a", [](jet::RecordSet& stations) { return model::Status(stations.Seek(2)); });
   EXPECT_EQ(event.Station().label.value, "Sta. 002");
-  EXPECT_EQ(event.Station().Number(), 2);
+  EXPECT_EQ(event.Station().number.value.Int(), 2);
 }
 
 }  // namespace
