@@ -19,8 +19,9 @@
 
 namespace app {
 
-// The shut-down: the window's place, the database, the serial port, the timers, the settings, the
-// panels, the child windows, in this order.  The program ends behind it.
+// The shut-down: a running transfer ends (the table that is being sent is sent to its end), what is
+// typed is stored, then the window's place, the database, the serial port, the timers, the
+// settings, the panels, the child windows, in this order.  The program ends behind it.
 //
 // A database that cannot be saved keeps the program running, and closing tries again.
 class ShutDown : public QObject {

@@ -4,14 +4,12 @@
 #define APP_START_UP_H_
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "config/ini_file.h"
 #include "db/database_files.h"
 #include "gateway/qt_sockets.h"
 #include "model/error_reporter.h"
-#include "model/status.h"
 #include "model/system_model.h"
 #include "switcher/link.h"
 

@@ -45,12 +45,12 @@ class PanelProtocol {
   // when there was no work.
   bool DecodeClients();
 
+ private:
   // Takes at most one frame off the slot's RxData and handles it.  Bytes that cannot begin a
   // frame are dropped, one per call.
   // REQUIRES: the slot's RxData is not empty
   void DecodeClientMessage(int slot);
 
- private:
   void HandleByte(std::uint8_t byte, int slot);
   void HandleFrame(std::span<const std::uint8_t> frame, int slot);
   void WaitForEnd(int slot);

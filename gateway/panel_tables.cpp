@@ -61,14 +61,14 @@ model::Status WalkRecords(jet::RecordSet& stations, int count, Put put) {
   return {};
 }
 
-}  // namespace
-
 model::Status CheckChannels(const model::SystemModel& model, int first, int count) {
   if (first < 1 || count < 0 || first - 1 + count > model.CrosspointMap.Size()) {
     return {kOutOfRange, "There is no such channel"};
   }
   return {};
 }
+
+}  // namespace
 
 model::Status BuildCrosspointMap(const model::SystemModel& model, int first, int count,
                                  Bytes* frame) {

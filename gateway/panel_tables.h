@@ -21,10 +21,8 @@ inline constexpr int kLabelWidth = 8;
 // Error number of a channel that is not there.
 inline constexpr int kOutOfRange = 9;
 
-// Fails when `count` channels from `first` on (from 1) are not all within the system.
-model::Status CheckChannels(const model::SystemModel& model, int first, int count);
-
-// 0xF6: the made crosspoints of the channels that CheckChannels() accepts.
+// 0xF6: the made crosspoints of `count` channels from `first` on (from 1).  Fails with kOutOfRange
+// when they are not all within the system.
 model::Status BuildCrosspointMap(const model::SystemModel& model, int first, int count,
                                  Bytes* frame);
 

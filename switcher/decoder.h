@@ -24,8 +24,10 @@ namespace switcher {
 // Checks whole messages from the switcher and writes what they carry into the model (map, gains,
 // tally) or into the configuration database (labels, inhibits, relays, buttons, optos).
 //
-// Of a table that fails its checks nothing is written, and of one that the database cannot take
-// nothing either.  A station without a record is passed over in silence, except by the labels.
+// Of what fails its checks nothing is written, except a row of the map: that is there before its
+// checksum and end byte are judged, and the map is asked for again when they fail.  Of a table that
+// the database cannot take nothing is written either.  A station without a record is passed over in
+// silence, except by the labels.
 class Decoder {
  public:
   // The open database; null when there is none.

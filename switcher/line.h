@@ -31,7 +31,8 @@ class SendProgress {
   virtual void UpdateStatus() = 0;
 };
 
-// The line to the switcher, as those use it who send messages.
+// Sends messages to the switcher: sets SendBusy, which the link takes back when the output has
+// drained, hands the bytes to the port one by one, and reports a failure to the operator.
 class Line {
  public:
   // All must outlive the line.

@@ -66,9 +66,6 @@ class Link : public SerialPortEvents {
   // Takes note that the switcher answered (true) or is gone (false), and then shows a change.
   void SetLinkState(bool connected);
 
-  // Takes at most one message off the receive buffer and decodes it.
-  void DecodeSwitcherMessage();
-
   // Drops the one byte in front of the receive buffer, if it is a code that blocks; decoding goes
   // on behind it.  Returns that code, or nothing when none blocks.
   std::optional<std::uint8_t> DiscardBlockedByte();
@@ -81,6 +78,9 @@ class Link : public SerialPortEvents {
   void PortLost() override;
 
  private:
+  // Takes at most one message off the receive buffer and decodes it.
+  void DecodeSwitcherMessage();
+
   void ShowBlockedCode(std::optional<std::uint8_t> code);
   std::string ConnectedText() const;
   std::string NotConnectedText() const;

@@ -5,8 +5,6 @@
 #include <array>
 #include <memory>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "db/schema.h"
 #include "db/station_fields.h"

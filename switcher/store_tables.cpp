@@ -3,9 +3,8 @@
 #include "switcher/store_tables.h"
 
 #include <memory>
-#include <string>
+#include <string_view>
 
-#include "db/schema.h"
 #include "db/station_fields.h"
 #include "model/flag_string.h"
 #include "stations/batch.h"

@@ -14,7 +14,6 @@
 #include <span>
 
 #include "db/jet/database.h"
-#include "db/station_fields.h"
 #include "model/status.h"
 #include "stations/change.h"
 #include "switcher/wire/messages/button_data.h"

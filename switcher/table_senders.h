@@ -23,7 +23,7 @@ namespace switcher {
 // what is left for the whole.
 class TableSenders {
  public:
-  // All must outlive the object and the transmissions that it makes, as it must itself.
+  // All must outlive the object; the object must outlive its transmissions.
   struct Services {
     model::SystemModel& model;
     db::DatabaseFiles& files;

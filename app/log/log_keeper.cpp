@@ -3,7 +3,7 @@
 #include "app/log/log_keeper.h"
 
 #include "views/transfer/transfer_words.h"
-#include "views/window_place/on_screen.h"
+#include "views/widgets/shown.h"
 #include "views/words.h"
 
 namespace app {

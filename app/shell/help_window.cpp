@@ -20,6 +20,7 @@
 
 #include "views/widgets/contrast.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/shown.h"
 #include "views/window_place/on_screen.h"
 
 // The pages stand in a library, whose resources have to be asked for.  The macro declares the

@@ -8,9 +8,7 @@
 #include <QTimer>
 #include <functional>
 #include <optional>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "app/shell/blocked_line.h"
 #include "app/shell/command_table.h"

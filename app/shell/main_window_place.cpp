@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
-#include "views/window_place/visible_place.h"
+#include "views/window_place/on_screen.h"
 
 namespace app {
 

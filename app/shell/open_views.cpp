@@ -6,6 +6,7 @@
 
 #include "app/shell/in_sight.h"
 #include "views/main_view.h"
+#include "views/widgets/shown.h"
 #include "views/window_place/on_screen.h"
 
 namespace app {

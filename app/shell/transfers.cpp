@@ -3,7 +3,7 @@
 #include "app/shell/transfers.h"
 
 #include "views/transfer/transfer_words.h"
-#include "views/window_place/on_screen.h"
+#include "views/widgets/shown.h"
 
 namespace app {
 

@@ -34,36 +34,38 @@ enum MessageCode : std::uint8_t {
 enum class MessageUse {
   Command,  // to the switcher, which acts on it at once
   Report,   // from the switcher, of what it does
-  Table,    // to the switcher, which keeps it; if it has a title, also from it
+  Table,    // to the switcher, which keeps it
 };
 
 struct MessageKind {
   MessageCode code;
   MessageUse use;
-  std::string_view name;   // one word, as the simulator knows it
-  std::string_view title;  // of one from the switcher; "%1" is its output or station
-  int length;              // in bytes, from the code to the end byte, without items
-  int itemLength;          // of each item
-  int valueBytes;          // of one value
+  std::string_view name;  // one word, as the simulator knows it
+  // "%1" is its output or station.  What has a title comes from the switcher: a report, and a table
+  // that goes both ways.
+  std::string_view title;
+  int length;      // in bytes, from the code to the end byte, without items
+  int itemLength;  // of each item
+  int valueBytes;  // of one value
 
   constexpr bool ToSwitcher() const { return use != MessageUse::Report; }
   constexpr bool FromSwitcher() const { return !title.empty(); }
 };
 
-// An item is a label, a channel, an opto, a group of eight members, or a value of the buttons.
+// Behind each: what its item is.  A group is one of eight sources or relays.
 inline constexpr MessageKind kMessages[] = {
     // code, use, name, title, length, length of an item, bytes of a value
     {kTakeCode, MessageUse::Command, "take", "", 9, 0, 2},
     {kGainCode, MessageUse::Command, "gain", "", 5, 0, 1},
-    {kGainReportCode, MessageUse::Report, "gains", "DCA Gain Settings", 3, 1, 1},
-    {kCrosspointRowCode, MessageUse::Report, "row", "Output %1 Crosspoint Map", 7, 2, 2},
+    {kGainReportCode, MessageUse::Report, "gains", "DCA Gain Settings", 3, 1, 1},  // channel
+    {kCrosspointRowCode, MessageUse::Report, "row", "Output %1 Crosspoint Map", 7, 2, 2},  // group
     {kTallyCode, MessageUse::Report, "tally", "QDV Responding Tally", 131, 0, 2},
-    {kLabelOrderCode, MessageUse::Table, "label-order", "", 5, 2, 2},
-    {kAlphaLabelsCode, MessageUse::Table, "label-texts", "Alpha Labels", 4, 8, 1},
-    {kButtonDataCode, MessageUse::Table, "buttons", "Station %1 Button Data", 5, 2, 2},
-    {kRelayRowCode, MessageUse::Table, "relays", "Output %1 Relay Assignments", 5, 2, 2},
-    {kInhibitRowCode, MessageUse::Table, "inhibits", "Output %1 Inhibit Map", 5, 2, 2},
-    {kOptoDataCode, MessageUse::Table, "optos", "Opto Programming Data", 3, 22, 2},
+    {kLabelOrderCode, MessageUse::Table, "label-order", "", 5, 2, 2},                      // label
+    {kAlphaLabelsCode, MessageUse::Table, "label-texts", "Alpha Labels", 4, 8, 1},         // label
+    {kButtonDataCode, MessageUse::Table, "buttons", "Station %1 Button Data", 5, 2, 2},    // value
+    {kRelayRowCode, MessageUse::Table, "relays", "Output %1 Relay Assignments", 5, 2, 2},  // group
+    {kInhibitRowCode, MessageUse::Table, "inhibits", "Output %1 Inhibit Map", 5, 2, 2},    // group
+    {kOptoDataCode, MessageUse::Table, "optos", "Opto Programming Data", 3, 22, 2},        // opto
 };
 
 // The message of this code; null when there is none.

@@ -11,6 +11,7 @@
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
+#include "tests/support/silent_link_display.h"
 #include "tests/support/temporary_folder.h"
 
 namespace app {
@@ -21,11 +22,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-class Display : public switcher::LinkDisplay {
+class Display : public test::SilentLinkDisplay {
  public:
   void ShowLinkText(std::string_view text) override { linkText = text; }
-  void StartDecodeTimer() override {}
-  void ShowBlockedCode(std::optional<std::uint8_t> /*code*/) override {}
 
   std::string linkText = "(not set)";
 };

@@ -59,6 +59,10 @@ grep -q "<release version=\"$version\"" "$share"/metainfo/*.xml ||
 # The whole licence, whatever its lines are wrapped in.
 same "Licence" "$(sed 1,4d "$source/LICENSE" | xargs -n1)" \
   "$(sed '1,/^License: Expat$/d;1,/^License: Expat$/d;s/^ \.$//' "$share/doc/teskctl/copyright" | xargs -n1)"
+# What is compiled into the programs has authors of its own.
+for author in "Niels Lohmann" "Florian Loitsch" "Bjoern Hoehrmann"; do
+  grep -q "$author" "$share/doc/teskctl/copyright" || fail "The copyright does not name $author"
+done
 
 # --- The desktop
 

@@ -19,10 +19,10 @@ allowed() {
     switcher/wire) echo "model" ;;
     switcher) echo "switcher/wire stations db db/jet model" ;;
     gateway) echo "switcher switcher/wire stations db db/jet model" ;;
-    views/rules) echo "switcher switcher/wire stations db db/jet model" ;;
+    views/rules) echo "switcher/wire stations db db/jet model" ;;
     views/widgets) echo "" ;;
     views/window_place) echo "config" ;;
-    views) echo "views/rules views/widgets views/window_place gateway switcher switcher/wire stations db db/jet config model" ;;
+    views) echo "views/rules views/widgets views/window_place switcher switcher/wire stations db db/jet config model" ;;
     app/shell) echo "$below_app" ;;
     app/log) echo "app/shell $below_app" ;;
     app) echo "app/log app/shell $below_app" ;;

@@ -4,7 +4,6 @@
 #define TOOLS_GALLERY_SHOWN_CONSOLE_H_
 
 #include <QAction>
-#include <QTableView>
 
 #include <initializer_list>
 #include <string>

@@ -4,7 +4,6 @@
 #define TESKPANEL_WATCH_TASK_H_
 
 #include <map>
-#include <optional>
 #include <string>
 #include <utility>
 

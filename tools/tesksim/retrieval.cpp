@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "switcher/wire/frame.h"
 #include "tools/tesksim/messages/buttons.h"
 #include "tools/tesksim/messages/inhibits.h"
 #include "tools/tesksim/messages/labels.h"

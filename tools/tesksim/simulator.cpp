@@ -2,7 +2,6 @@
 
 #include "tools/tesksim/simulator.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "switcher/wire/messages/crosspoint_row.h"

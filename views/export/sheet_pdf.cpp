@@ -15,7 +15,6 @@
 #include "model/padded.h"
 #include "stations/operations.h"
 #include "views/xmap/marks.h"
-#include "views/xmap/xmap_look.h"
 
 namespace views {
 namespace {

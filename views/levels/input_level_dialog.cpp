@@ -11,7 +11,6 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <vector>
 

@@ -10,6 +10,9 @@ namespace {
 // A window's frame and title.
 constexpr QSize kFrame(16, 40);
 
+// Of a place that is not the stored one, from the corner of the room, so that the frame shows.
+constexpr int kInset = 40;
+
 int Start(int start, int length, int roomStart, int roomLength) {
   return std::max(roomStart, std::min(start, roomStart + roomLength - length));
 }
@@ -25,11 +28,12 @@ QPoint CornerOnScreen(const QRect& frame, const QRect& room) {
           Start(frame.top(), frame.height(), room.top(), room.height())};
 }
 
-void BringUp(QWidget& window) {
-  if (window.isMinimized()) window.showNormal();
-  window.show();
-  window.raise();
-  window.activateWindow();
+QRect VisiblePlace(const QRect& place, const QList<QRect>& screens, const QRect& home) {
+  if (std::ranges::any_of(screens, [&](const QRect& screen) { return screen.intersects(place); })) {
+    return place;
+  }
+  const QSize room = home.size() - QSize(2 * kInset, 2 * kInset);
+  return {home.topLeft() + QPoint(kInset, kInset), place.size().boundedTo(room)};
 }
 
 }  // namespace views

@@ -3,9 +3,10 @@
 #ifndef VIEWS_WINDOW_PLACE_ON_SCREEN_H_
 #define VIEWS_WINDOW_PLACE_ON_SCREEN_H_
 
+#include <QList>
+#include <QPoint>
 #include <QRect>
 #include <QSize>
-#include <QWidget>
 
 namespace views {
 
@@ -17,12 +18,10 @@ QSize SizeOnScreen(const QSize& wanted, const QSize& room);
 // than it has to; its upper left comes first.
 QPoint CornerOnScreen(const QRect& frame, const QRect& room);
 
-// Whether a window that deletes itself when it is closed is still there: a closed one is hidden
-// until then.
-inline bool IsShown(const QWidget* window) { return window != nullptr && window->isVisible(); }
-
-// Shows a window of its own before all others, also when it was minimised.
-void BringUp(QWidget& window);
+// Where to show a window that was stored at `place`.  There, when any part of it lies on one of the
+// screens; else in the upper left of `home`, the room for windows on the primary screen, and no
+// larger than that.
+QRect VisiblePlace(const QRect& place, const QList<QRect>& screens, const QRect& home);
 
 }  // namespace views
 

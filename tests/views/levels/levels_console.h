@@ -11,6 +11,7 @@
 #include <QTest>
 #include <string>
 
+#include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
 #include "views/levels/input_level_dialog.h"
 
@@ -34,9 +35,7 @@ class LevelsConsole : public ViewConsole {
 
   template <typename Widget>
   Widget& Find(const QString& name) {
-    auto* const widget = dialog->findChild<Widget*>(name);
-    if (widget == nullptr) throw std::runtime_error("no " + name.toStdString());
-    return *widget;
+    return test::Find<Widget>(*dialog, name);
   }
   QSlider& Slider(int index) { return Find<QSlider>(QStringLiteral("Slider1_%1").arg(index)); }
   QScrollBar& Scroll() { return Find<QScrollBar>(QStringLiteral("VScroll1")); }

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
 #include "views/programming/buttons_view.h"
 
@@ -31,9 +32,7 @@ class ButtonsConsole : public ViewConsole {
   // A control of the view by its name, which must be there.
   template <typename T>
   T& Find(const QString& name) {
-    auto* const found = view->findChild<T*>(name);
-    if (found == nullptr) throw std::runtime_error("no " + name.toStdString());
-    return *found;
+    return test::Find<T>(*view, name);
   }
   template <typename T>
   T& Find(const char* array, int index) {

@@ -13,6 +13,8 @@
 #include <QTest>
 #include <map>
 
+#include "tests/views/gui_support.h"
+
 namespace views {
 namespace {
 
@@ -26,9 +28,7 @@ class TallyDialogTest : public testing::Test {
 
   template <typename Widget = QWidget>
   Widget& Find(const QString& name) {
-    auto* const widget = dialog_->findChild<Widget*>(name);
-    if (widget == nullptr) throw std::runtime_error("no " + name.toStdString());
-    return *widget;
+    return test::Find<Widget>(*dialog_, name);
   }
   QWidget& LampOf(int point) { return Find(QStringLiteral("shpQdvResponding_%1").arg(point)); }
   QColor Colour(int point) { return LampOf(point).property("color").value<QColor>(); }
