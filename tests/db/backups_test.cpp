@@ -82,7 +82,7 @@ TEST_F(BackupsTest, TheNewestIsListedFirst) {
 TEST_F(BackupsTest, TwentyAreKeptAndNothingOfOthersIsDeleted) {
   std::filesystem::create_directory(Folder());
   for (const char* const other : {"Tesk-2020-01-01-000000-mine.mdb",
-                                  "Tesk-2020-1-1-0000000-daily.mdb", "Tesk.mdb", "notes.txt"}) {
+                                  "Tesk-2020-1-1-00000000-daily.mdb", "Tesk.mdb", "notes.txt"}) {
     test::WriteFile(Folder() / other, "");
   }
   for (int second = 0; second < 25; ++second) {
