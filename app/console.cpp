@@ -11,6 +11,7 @@
 #include "app/shell/about_dialog.h"
 #include "app/shell/mdi_arrangement.h"
 #include "app/start_up.h"
+#include "app/switcher_observers.h"
 #include "config/configuration.h"
 #include "views/xmap/xmap_legend.h"
 
@@ -73,7 +74,8 @@ Console::Console(AppFolder folder)
                 .database = [this] { return files_.Database(); },
                 .reporter = boxes_,
                 .changes = changes_,
-                .observers = {views_, panels_, aids_, switcherReports_}}),
+                .observers = InOrder(
+                    {.log = switcherReports_, .aids = aids_, .views = views_, .panels = panels_})}),
       link_(model_, port_, decoder_, window_),
       transfers_(
           {.window = window_,

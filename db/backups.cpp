@@ -8,7 +8,6 @@
 #include <sstream>
 #include <string_view>
 #include <system_error>
-#include <utility>
 
 #include "db/file_status.h"
 #include "db/jet/format.h"
@@ -33,14 +32,18 @@ constexpr std::array kCauses = {
     std::pair{Cause::BeforeRestoring, std::string_view("before-restoring")},
 };
 
+std::string TimeText(const std::tm& time) {
+  std::array<char, kTimeLength + 1> text{};
+  (void)std::strftime(text.data(), text.size(), kTime, &time);
+  return text.data();
+}
+
 std::string NameOf(Cause cause, std::time_t now) {
-  std::array<char, kTimeLength + 1> time{};
   // One thread: nobody else asks for the time meanwhile.
-  if (const std::tm* const local = std::localtime(&now); local != nullptr) {
-    (void)std::strftime(time.data(), time.size(), kTime, local);
-  }
+  const std::tm* const local = std::localtime(&now);
+  const std::string time = local == nullptr ? std::string() : TimeText(*local);
   const auto* const word = std::ranges::find(kCauses, cause, &decltype(kCauses)::value_type::first);
-  return std::string(kBegin) + time.data() + '-' + std::string(word->second) + std::string(kEnd);
+  return std::string(kBegin) + time + '-' + std::string(word->second) + std::string(kEnd);
 }
 
 // False for a name that is none of ours.
@@ -51,11 +54,14 @@ bool ReadName(const fs::path& path, Backups::Copy* copy) {
   rest.remove_prefix(kBegin.size());
   rest.remove_suffix(kEnd.size());
   if (rest.size() < kTimeLength + 1 || rest[kTimeLength] != '-') return false;
-  std::istringstream time{std::string(rest.substr(0, kTimeLength))};
+  const std::string text(rest.substr(0, kTimeLength));
+  std::istringstream time{text};
   time >> std::get_time(&copy->time, kTime);
+  copy->time.tm_isdst = -1;
   const auto* const word = std::ranges::find(kCauses, rest.substr(kTimeLength + 1),
                                              &decltype(kCauses)::value_type::second);
-  if (!time || word == kCauses.end()) return false;
+  // Reading takes what is never written, such as a month of one digit.
+  if (!time || TimeText(copy->time) != text || word == kCauses.end()) return false;
   copy->cause = word->first;
   copy->path = path;
   return true;
@@ -72,7 +78,8 @@ model::Status Backups::Keep(const fs::path& file, Cause cause, std::time_t now) 
       !outcome.ok()) {
     return StatusOf(outcome);
   }
-  std::vector<Copy> copies = List();
+  std::vector<Copy> copies;
+  if (model::Status status = List(&copies); !status.ok()) return status;
   std::erase_if(copies, [&](const Copy& copy) { return copy.path == made; });
   for (std::size_t i = kKept - 1; i < copies.size(); ++i) {
     if (const auto outcome = files::Remove(copies[i].path); !outcome.ok()) return StatusOf(outcome);
@@ -80,15 +87,19 @@ model::Status Backups::Keep(const fs::path& file, Cause cause, std::time_t now) 
   return {};
 }
 
-std::vector<Backups::Copy> Backups::List() const {
-  std::vector<Copy> copies;
+model::Status Backups::List(std::vector<Copy>* copies) const {
+  copies->clear();
   std::error_code error;
   for (fs::directory_iterator at(folder_, error), end; !error && at != end; at.increment(error)) {
     Copy copy;
-    if (at->is_regular_file(error) && ReadName(at->path(), &copy)) copies.push_back(copy);
+    std::error_code gone;
+    if (at->is_regular_file(gone) && ReadName(at->path(), &copy)) copies->push_back(copy);
   }
-  std::ranges::sort(copies, std::ranges::greater(), &Copy::path);
-  return copies;
+  if (error && error != std::errc::no_such_file_or_directory) {
+    return StatusOf(files::Failure("read", folder_, error));
+  }
+  std::ranges::sort(*copies, std::ranges::greater(), &Copy::path);
+  return {};
 }
 
 }  // namespace db

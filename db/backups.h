@@ -7,6 +7,7 @@
 #include <ctime>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "model/status.h"
@@ -42,8 +43,9 @@ class Backups {
   // even when the clock was set back.  A failure leaves no part of a copy and deletes nothing.
   model::Status Keep(const std::filesystem::path& file, Cause cause, std::time_t now);
 
-  // The copies that there are, the newest first.
-  std::vector<Copy> List() const;
+  // The copies that there are, the newest first; none while there is no folder.  A failure when the
+  // folder cannot be read.
+  model::Status List(std::vector<Copy>* copies) const;
 
  private:
   const std::filesystem::path folder_;

@@ -18,11 +18,13 @@ std::filesystem::path RotatingLog::Older(int files) const {
 }
 
 Outcome RotatingLog::Add(std::string_view line) {
+  Outcome rotated;
   if (!file_.IsOpen()) {
     if (Outcome outcome = Open(); !outcome.ok()) return outcome;
   }
   if (end_ > 0 && end_ + line.size() + 1 > limits_.bytes) {
-    if (Outcome outcome = Rotate(); !outcome.ok()) return outcome;
+    rotated = Rotate();
+    if (!file_.IsOpen()) return rotated;
   }
   std::string text = endsInLine_ ? "\n" : "";
   text += line;
@@ -34,7 +36,7 @@ Outcome RotatingLog::Add(std::string_view line) {
   }
   end_ += text.size();
   endsInLine_ = false;
-  return {};
+  return rotated;
 }
 
 Outcome RotatingLog::Open() {
@@ -56,17 +58,25 @@ Outcome RotatingLog::Open() {
 
 Outcome RotatingLog::Rotate() {
   file_.Close();
-  for (int files = limits_.files - 1; files >= 1; --files) {
-    std::error_code error;
+  const Outcome moved = MakeWay();
+  const Outcome opened = Open();
+  return moved.ok() ? opened : moved;
+}
+
+Outcome RotatingLog::MakeWay() const {
+  if (limits_.files == 1) return Remove(path_);
+  // Up to the first name that is free only: a rotation that failed half-way leaves a gap, and what
+  // stands behind it is not to move on with every line.
+  std::error_code error;
+  int free = 1;
+  while (free < limits_.files - 1 && std::filesystem::exists(Older(free), error)) ++free;
+  for (int files = free; files >= 1; --files) {
     std::filesystem::rename(Older(files - 1), Older(files), error);
     if (error && error != std::errc::no_such_file_or_directory) {
       return Failure("rename", Older(files - 1), error);
     }
   }
-  if (limits_.files == 1) {
-    if (Outcome outcome = Remove(path_); !outcome.ok()) return outcome;
-  }
-  return Open();
+  return {};
 }
 
 }  // namespace files

@@ -29,7 +29,8 @@ class RotatingLog {
   RotatingLog(std::filesystem::path path, const Limits& limits)
       : path_(std::move(path)), limits_(limits) {}
 
-  // Adds a line, given without its line end.
+  // Adds a line, given without its line end.  When a full file cannot make way, the line is added
+  // to it all the same, past the limit, and the failure is returned.
   Outcome Add(std::string_view line);
 
   // The file before the present one by so many; the present one for 0.
@@ -37,7 +38,9 @@ class RotatingLog {
 
  private:
   Outcome Open();
+  // The present file is open afterwards if it can be opened, also when the older ones did not move.
   Outcome Rotate();
+  Outcome MakeWay() const;
 
   const std::filesystem::path path_;
   const Limits limits_;

@@ -61,7 +61,10 @@ void PanelGateway::CrosspointRowChanged(int output, int /*mode*/) {
 void PanelGateway::LabelsChanged(int selector) {
   if (clients_.ClientCount() == 0) return;
   senders_.SendAlphaTableToClients(switcher::kOutputLabels, model::kAll);
-  if (selector == switcher::kInputLabels) senders_.SendAlphaTableToClients(selector, model::kAll);
+  // The last panel may have gone while it was sent the first table.
+  if (selector == switcher::kInputLabels && clients_.ClientCount() > 0) {
+    senders_.SendAlphaTableToClients(selector, model::kAll);
+  }
 }
 
 void PanelGateway::ButtonsChanged(int /*station*/) {

@@ -2,6 +2,9 @@
 
 #include "views/services.h"
 
+#include <optional>
+#include <vector>
+
 #include "db/database_files.h"
 #include "db/keep_position.h"
 
@@ -11,6 +14,10 @@ namespace {
 using model::ErrorReporter;
 
 constexpr std::string_view kErrorTitle = "Control Error";
+
+void NoteSent(const Services& services, const switcher::TablePart& part, std::optional<int> sent) {
+  if (sent) services.unsent.NoteSent(part, *sent, UnsentTables::Sender::Tool);
+}
 
 }  // namespace
 
@@ -22,10 +29,18 @@ model::Status WithStations(const Services& services,
   return work(*stations);
 }
 
-void SendTable(const Services& services, const switcher::TablePart& part) {
-  if (const auto sent = services.tables.Send(part)) {
-    services.unsent.NoteSent(part, *sent, UnsentTables::Sender::Tool);
+void SendTables(const Services& services, std::initializer_list<switcher::TablePart> parts) {
+  std::vector<std::optional<int>> sent;
+  {
+    const switcher::PollPause pause(services.poll);
+    for (const switcher::TablePart& part : parts) sent.push_back(services.tables.Send(part));
   }
+  auto each = sent.begin();
+  for (const switcher::TablePart& part : parts) NoteSent(services, part, *each++);
+}
+
+void SendTable(const Services& services, const switcher::TablePart& part) {
+  NoteSent(services, part, services.tables.Send(part));
 }
 
 void ShowFailure(const Services& services, std::string_view line, const model::Status& status) {

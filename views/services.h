@@ -4,6 +4,7 @@
 #define VIEWS_SERVICES_H_
 
 #include <functional>
+#include <initializer_list>
 #include <string_view>
 
 #include "config/window_settings.h"
@@ -40,7 +41,11 @@ struct Services {
 model::Status WithStations(const Services& services,
                            const std::function<model::Status(jet::RecordSet&)>& work);
 
-// Sends what `part` names for a tool, and notes that it was sent.
+// Sends what `parts` name for a tool, one after the other with the poll off, and notes what was
+// sent once the poll is on again.  One that fails, which is reported, does not keep back the next.
+void SendTables(const Services& services, std::initializer_list<switcher::TablePart> parts);
+
+// Sends what `part` names for a tool, with the poll as it is, and notes at once that it was sent.
 void SendTable(const Services& services, const switcher::TablePart& part);
 
 // Reports what failed in a view: `line` names it, the usual error line follows.

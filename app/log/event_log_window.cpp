@@ -141,7 +141,7 @@ void EventLogWindow::Copy() {
 }
 
 void EventLogWindow::AskWhereToSave() {
-  views::AskWhereToSave(*this,
+  views::AskWhereToSave(*this, *this,
                         {.name = QStringLiteral("aidLogSaveDialog"),
                          .title = tr("Save Event Log"),
                          .filters = tr("Text files (*.txt);;All files (*)"),

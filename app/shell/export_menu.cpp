@@ -77,7 +77,7 @@ void ExportMenu::AskWhereTo(Export what, const QString& title, const QString& fi
   if (!services_.storeEdits()) return;
   const QString suffix = fileName.section(u'.', -1);
   views::AskWhereToSave(
-      services_.window,
+      services_.window, *this,
       {.name = QStringLiteral("aidExportDialog"),
        .title = title,
        .filters = tr("%1 files (*.%2);;All files (*)").arg(suffix.toUpper(), suffix),

@@ -105,7 +105,10 @@ void OpenViews::ShowTally() {
 
 views::MainView* OpenViews::LoadXmap() {
   auto* const view = new views::XmapView(services_);
-  connect(view, &QObject::destroyed, this, [this] { Q_EMIT XmapLoaded(false); });
+  connect(view, &QObject::destroyed, this, [this] {
+    // A window that was closed is deleted later: meanwhile another map may have been loaded.
+    if (Xmap() == nullptr) Q_EMIT XmapLoaded(false);
+  });
   Q_EMIT XmapLoaded(true);
   return view;
 }

@@ -246,6 +246,30 @@ TEST_F(LogWordsTest, ReportedRowsSayWhatChangedAlsoWhileTheMapIsLoading) {
   EXPECT_THAT(New(EventLog::Kind::Map), ElementsAre("CAM 2: no crosspoint", "CAM 2: no change"));
 }
 
+// What is reported about a row stands behind it.
+TEST_F(LogWordsTest, ARowStandsBeforeTheReportOfItsConflict) {
+  database_.Set(1, "Inhibits", "10000000");
+  OpenViews views(window_.Area(), Services(boxes_));
+  switcher::Decoder decoder(
+      {.model = model_,
+       .database = [this] { return database_.Files().Database(); },
+       .reporter = boxes_,
+       .changes = changes_,
+       .observers =
+           InOrder({.log = reports_, .aids = nobody_, .views = views, .panels = nobody_})});
+  views.ShowXmap();
+  const int before = log_.rowCount();
+  decoder.Decode(switcher::Bytes{0xF3, 0x00, 0x00, 0x00, 0x00, 0x01, 0x00, 0x01, 0xFF});
+  std::vector<std::string> lines;
+  for (int row = before; row < log_.rowCount(); ++row) {
+    lines.push_back(log_.index(row, EventLog::kKind).data().toString().toStdString() + ": " +
+                    log_.index(row, EventLog::kText).data().toString().toStdString());
+  }
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[0], "Map: CAM 1: + MIC ANCH");
+  EXPECT_THAT(lines[1], testing::StartsWith("Report: Synchronization Warning: "));
+}
+
 TEST_F(LogWordsTest, ARowIsComparedWithTheOneAcceptedLast) {
   port_.Deliver("F3 00 00 00 00 01 00 01 FF");
   port_.Deliver("F3 00 00 00 00 02 00 7F FF");  // refused, and in the model all the same

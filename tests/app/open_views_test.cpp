@@ -145,6 +145,20 @@ TEST_F(OpenViewsTest, TheMapIsToldOfWhenItComesAndGoes) {
   EXPECT_FALSE(loaded[1][0].toBool());
 }
 
+TEST_F(OpenViewsTest, AMapThatWasReopenedStaysLoadedWhenTheClosedOneGoes) {
+  views_.ShowXmap();
+  const QPointer<views::XmapView> closed = views_.Xmap();
+  Frame("frmXmap")->close();
+  QSignalSpy loaded(&views_, &OpenViews::XmapLoaded);
+  views_.ShowXmap();
+  ASSERT_NE(closed, nullptr);
+  Settle();
+  ASSERT_EQ(closed, nullptr);
+  ASSERT_EQ(loaded.count(), 1);
+  EXPECT_TRUE(loaded[0][0].toBool());
+  EXPECT_NE(views_.Xmap(), nullptr);
+}
+
 TEST_F(OpenViewsTest, TheTallyIsMarkedOpenExactlyWhileItShows) {
   for (int times = 0; times < 2; ++times) {
     EXPECT_FALSE(model_.TallyViewOpen);

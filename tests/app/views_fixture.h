@@ -12,6 +12,7 @@
 #include "app/shell/main_window.h"
 #include "app/shell/open_views.h"
 #include "app/shell/transfers.h"
+#include "app/switcher_observers.h"
 #include "switcher/decoder.h"
 #include "switcher/live_commands.h"
 #include "switcher/table_senders.h"
@@ -31,7 +32,8 @@ class ViewsFixture : public testing::Test {
         .clear();
   }
 
-  views::Services Services() {
+  views::Services Services() { return Services(reporter_); }
+  views::Services Services(model::ErrorReporter& reporter) {
     return {.model = model_,
             .stations = [this] { return database_.Files().Stations(); },
             .changes = changes_,
@@ -40,7 +42,7 @@ class ViewsFixture : public testing::Test {
             .unsent = unsent_,
             .poll = tables_,
             .settings = settings_,
-            .reporter = reporter_};
+            .reporter = reporter};
   }
 
   model::SystemModel model_;
@@ -64,11 +66,14 @@ class TransfersFixture : public ViewsFixture {
   ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
   InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }, changes_};
   SwitcherReports reports_{{.model = model_, .labels = labels_, .log = log_}};
-  switcher::Decoder decoder_{{.model = model_,
-                              .database = [this] { return database_.Files().Database(); },
-                              .reporter = reporter_,
-                              .changes = changes_,
-                              .observers = {views_, reports_}}};
+  switcher::SwitcherEvents nobody_;
+  switcher::Decoder decoder_{
+      {.model = model_,
+       .database = [this] { return database_.Files().Database(); },
+       .reporter = reporter_,
+       .changes = changes_,
+       .observers =
+           InOrder({.log = reports_, .aids = nobody_, .views = views_, .panels = nobody_})}};
   switcher::Link link_{model_, port_, decoder_, window_};
   switcher::TableSenders senders_{
       {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};

@@ -44,6 +44,12 @@ class BackupsTest : public testing::Test {
     return names;
   }
 
+  std::vector<Backups::Copy> List() const {
+    std::vector<Backups::Copy> copies;
+    EXPECT_TRUE(backups_.List(&copies).ok());
+    return copies;
+  }
+
   test::TemporaryFolder folder_;
   Backups backups_{Folder()};
 };
@@ -63,28 +69,30 @@ TEST_F(BackupsTest, ACopyIsNamedByItsTimeAndItsCause) {
 TEST_F(BackupsTest, TheNewestIsListedFirst) {
   ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(0)).ok());
   ASSERT_TRUE(backups_.Keep(File(), Cause::BeforeSaving, At(30)).ok());
-  const std::vector<Backups::Copy> copies = backups_.List();
+  const std::vector<Backups::Copy> copies = List();
   ASSERT_EQ(copies.size(), 2u);
   EXPECT_EQ(copies[0].cause, Cause::BeforeSaving);
   EXPECT_EQ(copies[0].path, Folder() / "Tesk-2026-11-21-180542-before-saving.mdb");
   EXPECT_EQ(copies[0].time.tm_mday, 21);
   EXPECT_EQ(copies[0].time.tm_sec, 42);
+  EXPECT_EQ(copies[0].time.tm_isdst, -1) << "whether it was summer, the name does not say";
   EXPECT_EQ(copies[1].cause, Cause::Daily);
 }
 
 TEST_F(BackupsTest, TwentyAreKeptAndNothingOfOthersIsDeleted) {
   std::filesystem::create_directory(Folder());
-  for (const char* const other : {"Tesk-2020-01-01-000000-mine.mdb", "Tesk.mdb", "notes.txt"}) {
+  for (const char* const other : {"Tesk-2020-01-01-000000-mine.mdb",
+                                  "Tesk-2020-1-1-00000000-daily.mdb", "Tesk.mdb", "notes.txt"}) {
     test::WriteFile(Folder() / other, "");
   }
   for (int second = 0; second < 25; ++second) {
     ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(second)).ok());
   }
-  const std::vector<Backups::Copy> copies = backups_.List();
+  const std::vector<Backups::Copy> copies = List();
   ASSERT_EQ(copies.size(), 20u);
   EXPECT_EQ(copies.front().path.filename(), "Tesk-2026-11-21-180536-daily.mdb");
   EXPECT_EQ(copies.back().path.filename(), "Tesk-2026-11-21-180517-daily.mdb");
-  EXPECT_EQ(Names().size(), 23u);
+  EXPECT_EQ(Names().size(), 24u);
 }
 
 TEST_F(BackupsTest, TheNewOneStaysThoughTheClockWasSetBack) {
@@ -92,7 +100,7 @@ TEST_F(BackupsTest, TheNewOneStaysThoughTheClockWasSetBack) {
     ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(second)).ok());
   }
   ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(0)).ok());
-  const std::vector<Backups::Copy> copies = backups_.List();
+  const std::vector<Backups::Copy> copies = List();
   ASSERT_EQ(copies.size(), 20u);
   EXPECT_EQ(copies.back().path.filename(), "Tesk-2026-11-21-180512-daily.mdb");
 }
@@ -113,7 +121,14 @@ TEST_F(BackupsTest, WhereNoFolderCanBeMadeItSaysSo) {
   test::WriteFile(Folder(), "in the way");
   const model::Status status = backups_.Keep(File(), Cause::Daily, At(0));
   EXPECT_FALSE(status.ok());
-  EXPECT_TRUE(backups_.List().empty());
+}
+
+TEST_F(BackupsTest, AFolderThatCannotBeReadIsNotOneWithoutCopies) {
+  EXPECT_TRUE(List().empty()) << "there is none yet";
+  test::WriteFile(Folder(), "in the way");
+  std::vector<Backups::Copy> copies;
+  EXPECT_FALSE(backups_.List(&copies).ok());
+  EXPECT_TRUE(copies.empty());
 }
 
 }  // namespace

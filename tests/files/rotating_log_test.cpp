@@ -74,6 +74,33 @@ TEST_F(RotatingLogTest, AFullDiskCostsTheLineOnly) {
   EXPECT_EQ(Text(), "one\nthree\n");
 }
 
+TEST_F(RotatingLogTest, AFullFileThatCannotMakeWayTakesTheLineAllTheSame) {
+  std::filesystem::create_directories(log_.Older(2) / "in the way");
+  test::WriteFile(log_.Older(1), "before\n");
+  ASSERT_TRUE(log_.Add("a123456789").ok());
+  EXPECT_FALSE(log_.Add("b123456789").ok());
+  EXPECT_FALSE(log_.Add("c123456789").ok());
+  EXPECT_EQ(Text(0), "a123456789\nb123456789\nc123456789\n");
+  EXPECT_EQ(Text(1), "before\n");
+  std::filesystem::remove_all(log_.Older(2));
+  EXPECT_TRUE(log_.Add("d123456789").ok());
+  EXPECT_EQ(Text(0), "d123456789\n");
+  EXPECT_EQ(Text(1), "a123456789\nb123456789\nc123456789\n");
+  EXPECT_EQ(Text(2), "before\n");
+}
+
+TEST_F(RotatingLogTest, WhatStandsBehindAGapStaysWhereItIs) {
+  RotatingLog log(Path(), {.bytes = 20, .files = 4});
+  test::WriteFile(log.Older(2), "older\n");
+  test::WriteFile(log.Older(3), "oldest\n");
+  ASSERT_TRUE(log.Add("a123456789").ok());
+  ASSERT_TRUE(log.Add("b123456789").ok());
+  EXPECT_EQ(Text(0), "b123456789\n");
+  EXPECT_EQ(Text(1), "a123456789\n");
+  EXPECT_EQ(Text(2), "older\n");
+  EXPECT_EQ(Text(3), "oldest\n");
+}
+
 TEST_F(RotatingLogTest, WhereItCannotBeMadeEveryLineSaysSo) {
   RotatingLog log(folder_ / "gone" / "Teskctl.log");
   EXPECT_FALSE(log.Add("one").ok());

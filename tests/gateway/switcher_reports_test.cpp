@@ -127,9 +127,10 @@ TEST_F(SwitcherReportsTest, WhatPanelsDoNotShowGoesToTheViewsAlone) {
   Decode("E4" + points + " 00 FF");
   Decode("F5 00 00 00 00 00 FF");
   Decode("F4 01 00 00 00 01 FF");
-  Decode("E1 00 FF");  // of a system without optos
+  model_.OptoCount = 1;
+  Decode("E1 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 FF");
   timer_.ElapseAll();
-  EXPECT_THAT(views_.seen, ElementsAre("gains", "tally", "inhibits 1", "relays 2"));
+  EXPECT_THAT(views_.seen, ElementsAre("gains", "tally", "inhibits 1", "relays 2", "optos"));
   EXPECT_THAT(seen_, testing::IsEmpty());
 }
 

@@ -25,6 +25,17 @@ TEST(MessageTable, EveryMessageIsThereOnce) {
   EXPECT_EQ(FindMessage(0xED), nullptr);
 }
 
+TEST(MessageTable, TheseAreReceivedAndTheseAreSent) {
+  std::set<int> received;
+  std::set<int> sent;
+  for (const MessageKind& kind : kMessages) {
+    if (kind.FromSwitcher()) received.insert(kind.code);
+    if (kind.ToSwitcher()) sent.insert(kind.code);
+  }
+  EXPECT_EQ(received, (std::set<int>{0xE1, 0xE2, 0xE4, 0xF3, 0xF4, 0xF5, 0xF9, 0xFB}));
+  EXPECT_EQ(sent, (std::set<int>{0xE1, 0xE3, 0xF4, 0xF5, 0xF7, 0xF9, 0xFB, 0xFD}));
+}
+
 TEST(MessageTable, WhatWasReceivedIsNamedWithItsNumber) {
   EXPECT_EQ(DescribeMessage(kCrosspointRowCode, 5), "Output 5 Crosspoint Map");
   EXPECT_EQ(DescribeMessage(kButtonDataCode, 256), "Station 256 Button Data");

@@ -244,9 +244,7 @@ void AlphasView::Paste() {
 // sent all the same.
 void AlphasView::DownloadLabels() {
   if (!StoreRow()) return;
-  const switcher::PollPause pause(services_.poll);
-  SendTable(services_, {.table = Table::OutputLabels});
-  SendTable(services_, {.table = Table::InputLabels});
+  SendTables(services_, {{.table = Table::OutputLabels}, {.table = Table::InputLabels}});
 }
 
 void AlphasView::Refuse(const QString& text) { ShowRefusal(services_, text.toStdString()); }

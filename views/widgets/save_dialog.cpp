@@ -6,7 +6,7 @@
 
 namespace views {
 
-void AskWhereToSave(QWidget& window, const SaveQuestion& question,
+void AskWhereToSave(QWidget& window, QObject& context, const SaveQuestion& question,
                     const std::function<void(const QString& path)>& save) {
   auto* const dialog = new QFileDialog(&window, question.title, QString(), question.filters);
   dialog->setObjectName(question.name);
@@ -14,7 +14,7 @@ void AskWhereToSave(QWidget& window, const SaveQuestion& question,
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setDefaultSuffix(question.fileName.section(u'.', -1));
   dialog->selectFile(question.fileName);
-  QObject::connect(dialog, &QFileDialog::fileSelected, &window, save);
+  QObject::connect(dialog, &QFileDialog::fileSelected, &context, save);
   dialog->open();
 }
 

@@ -6,6 +6,7 @@
 #include <QString>
 #include <functional>
 
+class QObject;
 class QWidget;
 
 namespace views {
@@ -19,8 +20,8 @@ struct SaveQuestion {
 };
 
 // Opens the dialog that asks, modal over `window`.  `save` is run with the path that the user
-// chooses.
-void AskWhereToSave(QWidget& window, const SaveQuestion& question,
+// chooses, unless `context` is gone by then.
+void AskWhereToSave(QWidget& window, QObject& context, const SaveQuestion& question,
                     const std::function<void(const QString& path)>& save);
 
 }  // namespace views

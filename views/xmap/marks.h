@@ -3,8 +3,8 @@
 // The marks of the crosspoint map: their names, colours and shapes.  Each has a shape of its own,
 // so that they can be told apart without their colours.
 
-#ifndef VIEWS_XMAP_MARK_PAINTER_H_
-#define VIEWS_XMAP_MARK_PAINTER_H_
+#ifndef VIEWS_XMAP_MARKS_H_
+#define VIEWS_XMAP_MARKS_H_
 
 #include <QColor>
 #include <QPainter>
@@ -52,4 +52,4 @@ class MarkPixmaps {
 
 }  // namespace views
 
-#endif  // VIEWS_XMAP_MARK_PAINTER_H_
+#endif  // VIEWS_XMAP_MARKS_H_

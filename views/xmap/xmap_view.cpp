@@ -370,10 +370,7 @@ void XmapView::RefreshMap() {
   Q_EMIT RefreshRequested();
 }
 
-void XmapView::SendInhibits() {
-  const switcher::PollPause pause(services_.poll);
-  SendTable(services_, {.table = switcher::Table::Inhibits});
-}
+void XmapView::SendInhibits() { SendTables(services_, {{.table = switcher::Table::Inhibits}}); }
 
 void XmapView::ReadCurrentCell() {
   SetReadout(cells_.data(gridView_->currentIndex(), Qt::AccessibleTextRole).toString());

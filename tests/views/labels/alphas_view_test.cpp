@@ -263,6 +263,20 @@ TEST(AlphasView, DownloadSendsTheStationsThenTheInputs) {
   EXPECT_THAT(console.said, ElementsAre("sent 1 9999", "sent 2 9999"));
 }
 
+// What fails has been reported before the log says what was sent.
+TEST(AlphasView, WhatWasDownloadedIsNotedOnceThePollIsOnAgain) {
+  LabelsConsole console;
+  console.Open();
+  QObject::connect(
+      &console.unsent, &views::UnsentTables::Sent, &console.unsent,
+      [&](const switcher::TablePart& part) {
+        console.tables.traffic.push_back("noted " + std::to_string(static_cast<int>(part.table)));
+      });
+  console.ClickTool("ID_DownloadAlphas");
+  EXPECT_THAT(console.tables.traffic,
+              ElementsAre("poll off", "labels 20", "labels 10", "poll on", "noted 1", "noted 2"));
+}
+
 TEST(AlphasView, ADownloadThatFailsSaysNothingWasSent) {
   LabelsConsole console;
   console.Open();

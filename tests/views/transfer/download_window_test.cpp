@@ -106,6 +106,20 @@ TEST_F(DownloadWindowTest, TheButtonModeAsksForButtons) {
   EXPECT_THAT(Codes(), ElementsAre("FB", "FB"));
 }
 
+TEST_F(DownloadWindowTest, EveryTableIsNotedAsSentByADownload) {
+  Open();
+  const QSignalSpy sent(&unsent_, &UnsentTables::Sent);
+  Click("cmdDownGo");
+  ASSERT_TRUE(WaitForTheEnd());
+  ASSERT_FALSE(sent.empty());
+  EXPECT_EQ(sent[0][0].value<switcher::TablePart>(),
+            (switcher::TablePart{switcher::Table::Optos, 9999}));
+  EXPECT_EQ(sent[0][1].toInt(), 1);
+  for (const auto& signal : sent) {
+    EXPECT_EQ(signal[2].value<UnsentTables::Sender>(), UnsentTables::Sender::Download);
+  }
+}
+
 TEST_F(DownloadWindowTest, EnterAndEscapeCancel) {
   for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
     Open();

@@ -613,6 +613,15 @@ TEST(XmapView, InhibitThatCannotBeStoredIsReportedAndNotDrawn) {
   EXPECT_EQ(console.Text(2, "Inhibits"), "01" + std::string(62, '0'));
 }
 
+TEST(XmapView, SentInhibitsAreNotedOnceThePollIsOnAgain) {
+  XmapConsole console(8);
+  console.Open();
+  QObject::connect(&console.unsent, &UnsentTables::Sent, &console.unsent,
+                   [&] { console.tables.traffic.emplace_back("noted"); });
+  console.ClickTool("ID_SendInhibits");
+  EXPECT_THAT(console.tables.traffic, ElementsAre("poll off", "inhibits 9999", "poll on", "noted"));
+}
+
 TEST(XmapView, SendInhibitsPausesThePoll) {
   XmapConsole console(8);
   console.tables.messages = 64;

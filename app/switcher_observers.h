@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_SWITCHER_OBSERVERS_H_
+#define APP_SWITCHER_OBSERVERS_H_
+
+#include "model/observers.h"
+#include "switcher/switcher_events.h"
+
+namespace app {
+
+// Who is told of what the switcher reports.
+struct SwitcherObservers {
+  switcher::SwitcherEvents& log;
+  switcher::SwitcherEvents& aids;
+  switcher::SwitcherEvents& views;
+  switcher::SwitcherEvents& panels;
+};
+
+// The same in the order in which they are told: the log first, so that its line of a row stands
+// before those of what the views report about it, and the panels last.  All must outlive the
+// result.
+inline model::Observers<switcher::SwitcherEvents> InOrder(const SwitcherObservers& observers) {
+  return {observers.log, observers.aids, observers.views, observers.panels};
+}
+
+}  // namespace app
+
+#endif  // APP_SWITCHER_OBSERVERS_H_
