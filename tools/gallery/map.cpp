@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPainter>
 #include <QStatusBar>
+#include <QTableView>
 #include <QTest>
 #include <QToolTip>
 

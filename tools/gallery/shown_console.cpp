@@ -3,6 +3,7 @@
 #include "tools/gallery/shown_console.h"
 
 #include <QApplication>
+#include <QTableView>
 #include <QTest>
 
 namespace gallery {
