@@ -30,7 +30,7 @@ Console::Console(AppFolder folder)
       windowPlace_(window_, places_),
       port_([this](int number) { return settingsFile_.SerialDevice(number); }),
       liveCommands_({.model = model_, .port = port_, .reporter = boxes_}),
-      line_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
+      share_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
       tables_({.model = model_, .files = files_, .port = port_, .reporter = boxes_}),
       tableTools_(tables_),
       viewServices_{.model = model_,
@@ -59,7 +59,7 @@ Console::Console(AppFolder folder)
       panels_({.model = model_,
                .files = files_,
                .commands = panelCommands_,
-               .line = line_,
+               .line = share_,
                .timer = panelPause_,
                .decodeTimer = window_,
                .events = panelReports_,
@@ -76,7 +76,7 @@ Console::Console(AppFolder folder)
                 .changes = changes_,
                 .observers = InOrder(
                     {.log = switcherReports_, .aids = aids_, .views = views_, .panels = panels_})}),
-      link_(model_, port_, decoder_, window_),
+      link_({.model = model_, .port = port_, .decoder = decoder_, .display = window_}),
       transfers_(
           {.window = window_,
            .views = views_,

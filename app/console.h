@@ -80,7 +80,7 @@ class Console : public QObject {
   MainWindowPlace windowPlace_;
   switcher::QtSerialPort port_;
   switcher::LiveCommands liveCommands_;
-  switcher::LineShare line_;
+  switcher::LineShare share_;
   switcher::TableSenders tables_;
   TableTools tableTools_;
   views::UnsentTables unsent_;

@@ -8,7 +8,7 @@
 
 #include "db/database_files.h"
 #include "db/station_fields.h"
-#include "switcher/line.h"
+#include "switcher/message_sender.h"
 #include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"

@@ -74,7 +74,7 @@ class TransfersFixture : public ViewsFixture {
        .changes = changes_,
        .observers =
            InOrder({.log = reports_, .aids = nobody_, .views = views_, .panels = nobody_})}};
-  switcher::Link link_{model_, port_, decoder_, window_};
+  switcher::Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = window_}};
   switcher::TableSenders senders_{
       {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
   Transfers transfers_{

@@ -148,7 +148,8 @@ class Transfers {
                               .reporter = noSwitcher_,
                               .changes = changes_,
                               .observers = {}}};
-  switcher::Link link_{model_, port_, decoder_, noDisplay_};
+  switcher::Link link_{
+      {.model = model_, .port = port_, .decoder = decoder_, .display = noDisplay_}};
   switcher::TableSenders senders_{
       {.model = model_, .files = files_, .port = port_, .reporter = noSwitcher_}};
   views::UnsentTables unsent_;
