@@ -12,12 +12,11 @@
 #include "app/shell/mdi_arrangement.h"
 #include "app/start_up.h"
 #include "app/switcher_observers.h"
+#include "app/unusual_files.h"
 #include "config/configuration.h"
 #include "views/xmap/xmap_legend.h"
 
 namespace app {
-
-using Icon = model::ErrorReporter::Icon;
 
 Console::Console(AppFolder folder)
     : folder_(std::move(folder)),
@@ -50,9 +49,9 @@ Console::Console(AppFolder folder)
                .storeEdits = [this] { return views_.StoreEdits(); }}),
       sentNote_(unsent_),
       labels_(
-          model_, [this] { return files_.Database(); }, changes_),
+          {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       inhibits_(
-          model_, [this] { return files_.Database(); }, changes_),
+          {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       panelReports_(labels_, inhibits_),
       panelErrors_(boxes_, window_.Hints()),
       panelCommands_({.model = model_, .port = port_, .reporter = panelErrors_}),
@@ -123,7 +122,8 @@ void Console::Start() {
     model::ReportError(boxes_, "Reading Window Settings", places_.Problem());
   }
   windowPlace_.Restore();
-  SayWhatIsUnusual();
+  SayWhatIsUnusual(
+      {.folder = folder_, .database = files_, .status = window_.Status(), .reporter = boxes_});
   config::IniFile settings;
   if (const auto status = settingsFile_.Read(&settings); !status.ok()) {
     model::ReportError(boxes_, "Reading Configuration File", status);
@@ -145,20 +145,6 @@ void Console::Start() {
   views_.ShowXmap();
   window_.show();
   boxes_.ShowOver(&window_);
-}
-
-// About the files that it works on: nothing that is wrong, but what the operator must know.
-void Console::SayWhatIsUnusual() {
-  if (folder_.IsTheUsers()) window_.Status().SetFolder(folder_.path);
-  if (const QString other = OtherDatabase(folder_); !other.isEmpty()) {
-    boxes_.Show(Icon::Exclamation, "Orvo Intercom Control", other.toStdString());
-  }
-  if (files_.IsWriteProtected()) {
-    boxes_.Show(Icon::Exclamation, "Orvo Intercom Control",
-                tr("Tesk.mdb Is Write-Protected\r\rWhat is edited cannot be saved, unless the "
-                   "protection is taken off before the console is closed.")
-                    .toStdString());
-  }
 }
 
 void Console::ConnectCommands() {

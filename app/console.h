@@ -63,7 +63,6 @@ class Console : public QObject {
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
   void ConnectShutDown();
-  void SayWhatIsUnusual();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;

@@ -63,8 +63,12 @@ class TransfersFixture : public ViewsFixture {
   MainWindow window_{commands_};
   OpenViews views_{window_.Area(), Services()};
   EventLog log_;
-  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
-  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }, changes_};
+  ChannelLabels labels_{{.model = model_,
+                         .database = [this] { return database_.Files().Database(); },
+                         .changes = changes_}};
+  InhibitedCells inhibits_{{.model = model_,
+                            .database = [this] { return database_.Files().Database(); },
+                            .changes = changes_}};
   SwitcherReports reports_{{.model = model_, .labels = labels_, .log = log_}};
   switcher::SwitcherEvents nobody_;
   switcher::Decoder decoder_{
