@@ -9,8 +9,7 @@
 
 #include "db/database_files.h"
 #include "switcher/wire/messages/button_data.h"
-#include "switcher/wire/messages/inhibit_row.h"
-#include "switcher/wire/messages/relay_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "tools/gallery/drawings.h"
 #include "tools/gallery/no_switcher.h"
 #include "tools/gallery/pictures.h"
