@@ -16,7 +16,17 @@
 namespace stations {
 
 // Where a change comes from.
-enum class Origin : std::uint8_t { Operator, Switcher };
+enum class Origin : std::uint8_t {
+  Operator,    // an edit
+  Navigation,  // what going to another station, page or button stores by itself; part of the edit
+               // before it
+  Switcher,    // a table that it reported
+  Undo,
+  Redo,
+  Restore,     // of a run that was not saved
+  Comparison,  // chosen from what differs in the switcher
+  Backup,      // chosen from a copy of the database
+};
 
 // A field that has another value now; null stands for one that could not be read, too.
 struct FieldChange {
