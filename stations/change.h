@@ -17,15 +17,14 @@ namespace stations {
 
 // Where a change comes from.
 enum class Origin : std::uint8_t {
-  Operator,    // an edit
-  Navigation,  // what going to another station, page or button stores by itself; part of the edit
-               // before it
-  Switcher,    // a table that it reported
-  Undo,
-  Redo,
-  Restore,     // of a run that was not saved
-  Comparison,  // chosen from what differs in the switcher
-  Backup,      // chosen from a copy of the database
+  Operator,    // an edit in a view, or a paste
+  Navigation,  // what going to a station stores by itself; it belongs to the act before it
+  Switcher,    // a table of the switcher
+  Undo,        // an act taken back
+  Redo,        // an act carried out once more
+  Restore,     // what was edited in a run that ended without saving
+  Comparison,  // what the operator took over from the switcher, row by row
+  Backup,      // what he took over from a copy of the database
 };
 
 // A field that has another value now; null stands for one that could not be read, too.
