@@ -42,6 +42,7 @@ Console::Console(AppFolder folder)
                     .settings = places_,
                     .reporter = boxes_},
       views_(window_.Area(), viewServices_),
+      storedElsewhere_(changes_, views_),
       viewMenu_({.menu = window_.ViewMenu(), .views = views_, .window = window_}),
       export_({.menu = window_.ExportMenu(),
                .window = window_,

@@ -24,6 +24,7 @@
 #include "app/shell/open_views.h"
 #include "app/shell/panel_errors.h"
 #include "app/shell/sent_note.h"
+#include "app/shell/stored_elsewhere.h"
 #include "app/shell/transfers.h"
 #include "app/shell/view_menu.h"
 #include "app/shut_down.h"
@@ -85,6 +86,7 @@ class Console : public QObject {
   views::UnsentTables unsent_;
   const views::Services viewServices_;
   OpenViews views_;
+  StoredElsewhere storedElsewhere_;
   ViewMenu viewMenu_;
   ExportMenu export_;
   SentNote sentNote_;
