@@ -40,9 +40,9 @@ class TableSenders {
   //
   // Of the inhibits and relays one message for the output, or with model::kAll for each of outputs
   // 1 to ChannelCount; of the buttons likewise for the station, or each of stations 1 to
-  // StationCount. What has no record is skipped.  Of the labels, which have no parts, their order
+  // StationCount.  What has no record is skipped.  Of the labels, which have no parts, their order
   // and their texts: both are read from the database before the first of them is sent, so that they
-  // belong together. The optos are one message.
+  // belong together.  The optos are one message.
   Transmission Make(const TablePart& part) const;
 
  private:
