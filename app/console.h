@@ -67,7 +67,6 @@ class Console : public QObject {
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
   void ConnectShutDown();
-  void SayWhatIsUnusual();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;
@@ -84,7 +83,7 @@ class Console : public QObject {
   MainWindowPlace windowPlace_;
   switcher::QtSerialPort port_;
   switcher::LiveCommands liveCommands_;
-  switcher::LineShare line_;
+  switcher::LineShare share_;
   switcher::TableSenders tables_;
   TableTools tableTools_;
   views::UnsentTables unsent_;

@@ -237,9 +237,9 @@ void ButtonsView::ShowStationAnew(StationEvent& event) {
 void ButtonsView::ShowStation(StationEvent& event) {
   const StationSnapshot& station = event.Station();
   const jet::Value number = event.Use(kReadFailed, station.number);
-  form_->fields.ShowStation(QString::fromStdString(event.Use(kReadFailed, station.label)),
-                            QString::fromStdString(event.Use(kReadFailed, station.inputLabel)),
-                            number.IsNull() ? QString() : QString::number(number.Int()));
+  form_->heading.ShowStation(QString::fromStdString(event.Use(kReadFailed, station.label)),
+                             QString::fromStdString(event.Use(kReadFailed, station.inputLabel)),
+                             number.IsNull() ? QString() : QString::number(number.Int()));
 }
 
 void ButtonsView::ShowButtonLabels(StationEvent& event) {
