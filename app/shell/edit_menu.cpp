@@ -45,6 +45,7 @@ EditMenu::EditMenu(const Services& services)
   menu_.addAction(&services.find);
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget* /*from*/, QWidget* to) { FocusMoved(to); });
+  connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &EditMenu::Update);
   connect(&menu_, &QMenu::aboutToShow, this, &EditMenu::Update);
   Update();
 }

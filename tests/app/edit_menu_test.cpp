@@ -131,7 +131,7 @@ TEST_F(EditMenuTest, AnOpenMenuIsAboutWhereTheOperatorWorked) {
   EXPECT_EQ(Enabled(), QStringLiteral("Copy, Find Channel…"));
   grid.setCurrentIndex(grid.model()->index(2, 1));
   Command("aidEditCopy").trigger();
-  EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Sta. 003"));
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Sta. 003\n"));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 #include <string>
@@ -258,7 +259,7 @@ TEST_F(UndoCommandsTest, ProgrammingOfAButtonWithWhatNavigationMadeOfIt) {
   const auto find = [this](const char* name) -> QWidget& {
     return test::Find<QWidget>(*views_.Buttons(), name);
   };
-  test::Find<QTabWidget>(*views_.Buttons(), "").setCurrentIndex(4);
+  test::Find<QTabWidget>(*views_.Buttons(), "SSActiveTabs1").setCurrentIndex(4);
   static_cast<QRadioButton&>(find("optButType_1")).click();
   EXPECT_EQ(Text("aidUndo"), "Undo Button 1 Of Station 1");
   static_cast<QCheckBox&>(find("ckStationSel_0")).click();  // the last target: inactive
