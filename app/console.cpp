@@ -44,11 +44,20 @@ Console::Console(AppFolder folder)
       views_(window_.Area(), viewServices_),
       storedElsewhere_(changes_, views_),
       viewMenu_({.menu = window_.ViewMenu(), .views = views_, .window = window_}),
+      editMenu_({.menu = window_.EditMenu(),
+                 .views = views_,
+                 .window = window_,
+                 .find = viewMenu_.FindCommand()}),
+      undo_({.menu = editMenu_,
+             .views = views_,
+             .data = viewServices_,
+             .database = [this] { return files_.Database(); }}),
       export_({.menu = window_.ExportMenu(),
                .window = window_,
                .data = viewServices_,
                .storeEdits = [this] { return views_.StoreEdits(); }}),
       sentNote_(unsent_),
+      logFile_(folder_.File(kLogFile), eventLog_, window_.Hints()),
       labels_(
           {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       inhibits_(
@@ -203,6 +212,8 @@ void Console::ConnectStatusBar() {
   connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&undo_, &UndoCommands::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
 }

@@ -10,11 +10,13 @@
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
+#include "app/log/log_file.h"
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
 #include "app/settings_file.h"
 #include "app/shell/command_table.h"
+#include "app/shell/edit_menu.h"
 #include "app/shell/export_menu.h"
 #include "app/shell/help_window.h"
 #include "app/shell/link_aids.h"
@@ -30,6 +32,7 @@
 #include "app/shut_down.h"
 #include "app/table_tools.h"
 #include "app/termination.h"
+#include "app/undo/undo_commands.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
 #include "gateway/panel_gateway.h"
@@ -88,10 +91,13 @@ class Console : public QObject {
   OpenViews views_;
   StoredElsewhere storedElsewhere_;
   ViewMenu viewMenu_;
+  EditMenu editMenu_;
+  UndoCommands undo_;
   ExportMenu export_;
   SentNote sentNote_;
   Manual manual_;
   EventLog eventLog_;
+  LogFile logFile_;
   ChannelLabels labels_;
   InhibitedCells inhibits_;
   PanelReports panelReports_;

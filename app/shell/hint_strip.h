@@ -25,6 +25,7 @@ enum class Hint : std::uint8_t {
   PanelReport,
   NoSwitcher,
   WindowRescued,
+  LogFile,
   Demo
 };
 

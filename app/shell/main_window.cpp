@@ -117,6 +117,9 @@ void MainWindow::BuildMenus() {
   file->addSeparator();
   file->addAction(CommandAction("ID_Exit"));
 
+  editMenu_ = menuBar()->addMenu(tr("&Edit"));
+  editMenu_->setObjectName(QStringLiteral("aidEditMenu"));
+
   viewMenu_ = menuBar()->addMenu(tr("&View"));
   viewMenu_->setObjectName(QStringLiteral("aidViewMenu"));
 

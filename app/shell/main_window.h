@@ -58,6 +58,9 @@ class MainWindow : public QMainWindow,
   // The command that discards a byte which blocks all receiving.
   QAction& DiscardCommand() { return blocked_->DiscardCommand(); }
 
+  // The menu for undo, redo and the clipboard.
+  QMenu& EditMenu() { return *editMenu_; }
+
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
 
@@ -99,6 +102,7 @@ class MainWindow : public QMainWindow,
   HintStrip* hints_;
   StatusBar* statusBar_;
   BlockedLine* blocked_;
+  QMenu* editMenu_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;

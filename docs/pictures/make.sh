@@ -235,6 +235,7 @@ wait_for gone frmEventLog
 
 cell 9 20
 trigger ID_ToggleInhibit frmXmap
+picture aidEditMenu undo
 turn_to 5
 click ckRelaySel_9
 sleep 0.3
