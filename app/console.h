@@ -6,6 +6,9 @@
 #include <QObject>
 
 #include "app/app_folder.h"
+#include "app/backups/background_writer.h"
+#include "app/backups/backup_keeper.h"
+#include "app/backups/save_copy.h"
 #include "app/damage_report.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
@@ -62,6 +65,7 @@ class Console : public QObject {
   void ConnectTimers();
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
+  void ConnectBackups();
   void ConnectShutDown();
   void SayWhatIsUnusual();
 
@@ -103,6 +107,9 @@ class Console : public QObject {
   switcher::Link link_;
   Transfers transfers_;
   LogKeeper log_;
+  BackgroundWriter writer_;
+  BackupKeeper backups_;
+  SaveCopy saveCopy_;
   ShutDown shutDown_;
   Termination termination_;
 };

@@ -58,6 +58,10 @@ class MainWindow : public QMainWindow,
   // The command that discards a byte which blocks all receiving.
   QAction& DiscardCommand() { return blocked_->DiscardCommand(); }
 
+  // aidSaveCopy and aidRestoreBackup: copies of the database.
+  QAction& SaveCopyCommand() { return *saveCopy_; }
+  QAction& RestoreBackupCommand() { return *restoreBackup_; }
+
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
 
@@ -91,6 +95,7 @@ class MainWindow : public QMainWindow,
   void OfferManual(QObject* child);
   QAction* CommandAction(const char* id) const;
   QMenu* AddMenu(const char* id);
+  QAction* AddAid(QMenu& menu, const char* name, const QString& caption);
   void MeasureFrame();
 
   const CommandTable& commands_;
@@ -99,6 +104,8 @@ class MainWindow : public QMainWindow,
   HintStrip* hints_;
   StatusBar* statusBar_;
   BlockedLine* blocked_;
+  QAction* saveCopy_ = nullptr;
+  QAction* restoreBackup_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;
