@@ -102,6 +102,12 @@ Console::Console(AppFolder folder)
                  .writer = writer_,
                  .reporter = boxes_,
                  .storeEdits = [this] { return views_.StoreEdits(); }}),
+      restoreBackup_({.window = window_,
+                      .files = files_,
+                      .backups = backups_,
+                      .changes = changes_,
+                      .reporter = boxes_,
+                      .storeEdits = [this] { return views_.StoreEdits(); }}),
       shutDown_({.model = model_,
                  .boxes = boxes_,
                  .window = window_,
@@ -248,6 +254,10 @@ void Console::ConnectBackups() {
   connect(&window_.SaveCopyCommand(), &QAction::triggered, &saveCopy_, &SaveCopy::Ask);
   connect(&saveCopy_, &SaveCopy::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
   connect(&saveCopy_, &SaveCopy::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&window_.RestoreBackupCommand(), &QAction::triggered, &restoreBackup_,
+          &RestoreBackup::Ask);
+  connect(&restoreBackup_, &RestoreBackup::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&restoreBackup_, &RestoreBackup::NoteRequested, &log_, &LogKeeper::Note);
   connect(&transfers_, &Transfers::RetrievalBegun, &backups_,
           [this] { backups_.Keep(db::Backups::Cause::BeforeRetrieval); });
   connect(&backups_, &BackupKeeper::Kept, this, [this](const QString& name) {

@@ -8,6 +8,7 @@
 #include "app/app_folder.h"
 #include "app/backups/background_writer.h"
 #include "app/backups/backup_keeper.h"
+#include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
 #include "app/damage_report.h"
 #include "app/log/channel_labels.h"
@@ -110,6 +111,7 @@ class Console : public QObject {
   BackgroundWriter writer_;
   BackupKeeper backups_;
   SaveCopy saveCopy_;
+  RestoreBackup restoreBackup_;
   ShutDown shutDown_;
   Termination termination_;
 };

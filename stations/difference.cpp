@@ -99,7 +99,7 @@ class Comparison {
   }
 
   model::Status CompareStation(int station, std::vector<Change>* changes) {
-    Change change{.origin = Origin::Operator, .station = station, .fields = {}};
+    Change change{.origin = Origin::Backup, .station = station, .fields = {}};
     for (const Field& field : fields_) {
       if (jet::Status status = there_.Get(field.there, &after_); !status.ok()) return status;
       const bool isRead = here_.Get(field.here, &before_).ok();
