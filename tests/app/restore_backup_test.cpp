@@ -22,6 +22,7 @@ namespace app {
 namespace {
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::IsEmpty;
 using testing::StartsWith;
 
@@ -91,8 +92,8 @@ TEST_F(RestoreBackupTest, WhatIsTickedIsStoredAsOneAct) {
   EXPECT_EQ(Label(4), "Sta. 004");
   EXPECT_EQ(Label(17), "Sta. 017");
   EXPECT_EQ(heard_.times, 1);
-  EXPECT_THAT(heard_.Take(),
-              ElementsAre("copy 4: Label CAM 4 > Sta. 004", "copy 17: Label CAM 17 > Sta. 017"));
+  EXPECT_THAT(heard_.Take(), ElementsAre(EndsWith(" 4: Label CAM 4 > Sta. 004"),
+                                         EndsWith(" 17: Label CAM 17 > Sta. 017")));
   EXPECT_THAT(Windows(), IsEmpty()) << "it has done its work";
   ASSERT_EQ(notes_.size(), 1);
   EXPECT_EQ(notes_[0][0].toString().toStdString(),

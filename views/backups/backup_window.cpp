@@ -93,6 +93,7 @@ BackupWindow::BackupWindow(const Services& services, QWidget* parent)
           [this] { ok_->setEnabled(list_->TickedCount() > 0); });
   connect(ok_, &QPushButton::clicked, this, &BackupWindow::Restore);
   connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
+  copies_->setCurrentItem(copies_->topLevelItem(0));
 }
 
 void BackupWindow::LayOut() {
@@ -172,10 +173,6 @@ void BackupWindow::ListCopies() {
         tr("The copies cannot be listed. %1").arg(QString::fromStdString(status.Description())));
   } else if (copies.empty()) {
     summary_->setText(tr("No copies yet. Other File… takes one that is kept somewhere else."));
-  } else {
-    summary_->setText(
-        tr("Choose a copy: what it holds otherwise than the database is listed "
-           "here. Nothing is changed by looking."));
   }
 }
 

@@ -19,9 +19,9 @@
 
 namespace views {
 
-// frmBackup: the copies of the database that there are, and what the chosen one holds otherwise
-// than the database does now.  It asks for what is ticked to be stored; it stores nothing itself,
-// and no copy is ever changed.
+// frmBackup: the copies of the database that there are, and what the chosen one, at first the
+// newest, holds otherwise than the database does now.  It asks for what is ticked to be stored; it
+// stores nothing itself, and no copy is ever changed.
 class BackupWindow : public QDialog {
   Q_OBJECT
 

@@ -97,12 +97,9 @@ TEST_F(BackupWindowTest, TheCopiesAreListedTheNewestFirst) {
   Show();
   EXPECT_THAT(Copies(), ElementsAre("2026-11-21 18:05:12|Before a retrieval",
                                     "2026-11-20 07:30:00|Once a day"));
-  EXPECT_EQ(Summary(),
-            "Choose a copy: what it holds otherwise than the database is listed here. Nothing is "
-            "changed by looking.");
-  EXPECT_THAT(Differences(), IsEmpty());
+  EXPECT_EQ(Find<QTreeWidget>("lstBackups").currentIndex().row(), 0);
+  EXPECT_EQ(Summary(), "This copy holds the same as the database.");
   EXPECT_FALSE(CanRestore());
-  EXPECT_TRUE(Find("lstBackups").hasFocus());
 }
 
 TEST_F(BackupWindowTest, TheChosenCopysDifferencesAreListedWithATickEach) {
