@@ -25,7 +25,7 @@ BackupKeeper::BackupKeeper(const Services& services)
 }
 
 void BackupKeeper::BeginDays() {
-  if (!services_.files.IsOpen()) return;
+  if (!services_.files.IsOpen() || !services_.files.DamageFound().IsSound()) return;
   const QDate today = services_.clock().date();
   if (HasCopyOf(today)) lastDay_ = today;
   KeepDaily();
@@ -65,6 +65,7 @@ void BackupKeeper::Keep(Cause cause) {
 void BackupKeeper::NoteMainFile() { notedStatus_ = services_.files.ReadMainFile(&noted_); }
 
 void BackupKeeper::KeepMainFile() {
+  if (!services_.files.DamageFound().IsSound()) return;
   services_.writer.Finish();
   const std::filesystem::path path =
       backups_.PathOf(Cause::BeforeSaving, services_.clock().toSecsSinceEpoch());

@@ -41,7 +41,8 @@ class BackupKeeper : public QObject {
   explicit BackupKeeper(const Services& services);
 
   // Keeps a copy today, unless there is a daily one, and one at the first minute of each further
-  // day.  To be called when the database is open; without one there are no copies.
+  // day.  To be called when the database was opened; without one, or with a damaged one, there are
+  // none: they would push out those that can be restored.
   void BeginDays();
 
   // Keeps a copy of the database as it is now.
@@ -50,7 +51,8 @@ class BackupKeeper : public QObject {
   // Tesk.mdb may be replaced next: notes what it holds.
   void NoteMainFile();
 
-  // It was replaced: keeps what was noted.  It is written when this returns, for the program ends.
+  // It was replaced: keeps what was noted, unless it was damaged, for then it was kept beside it.
+  // The copy is written when this returns: the program ends.
   void KeepMainFile();
 
   const db::Backups& Copies() const { return backups_; }

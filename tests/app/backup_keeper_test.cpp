@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "tests/support/another_user.h"
+#include "tests/support/damaged_file.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/temporary_folder.h"
 
@@ -157,6 +158,18 @@ TEST_F(BackupKeeperTest, WithoutADatabaseThereAreNoDays) {
   writer_.Finish();
   EXPECT_THAT(Copies(), IsEmpty());
   EXPECT_EQ(failed_.size(), 0);
+}
+
+TEST_F(BackupKeeperTest, ADamagedDatabasePushesOutNoCopyThatIsSound) {
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  test::ZeroPageOf(folder_ / db::kMainFile, "Sta. 012");
+  ASSERT_TRUE(files_.Open().ok());
+  keeper_.BeginDays();
+  SetLabel("edited");
+  keeper_.NoteMainFile();
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  keeper_.KeepMainFile();
+  EXPECT_THAT(Copies(), IsEmpty());
 }
 
 TEST_F(BackupKeeperTest, AFullDiskIsSaidAndLeavesNothing) {

@@ -23,13 +23,13 @@ class KeptDatabase {
       Set(station, "Label", "SET " + std::to_string(station));
     }
     Keep("Tesk-2026-11-20-073000-daily.mdb");
+    Keep("Tesk-2026-11-20-181455-before-saving.mdb");
     Set(4, "Label", "CAM 4");
     Set(4, "InLabel", "MIC 4");
     Set(12, "B3 Type", 2);
     Set(17, "Inhibits", "0010011100000000");
     Set(17, "Relays", "1000000000000000");
     Set(21, "Notes", "Moved to the second floor, by the lift");
-    Keep("Tesk-2026-11-20-181455-before-saving.mdb");
     Keep("Tesk-2026-11-21-073001-daily.mdb");
     Keep("Tesk-2026-11-21-112936-before-retrieval.mdb");
     Keep("Tesk-2026-11-21-142210-before-restoring.mdb");
@@ -40,7 +40,7 @@ class KeptDatabase {
         {.copies = backups_, .database = [this] { return files_.Database(); }});
     window.show();
     Save(window, QStringLiteral("backups"));
-    for (const int copy : {0, 4, 5}) {
+    for (const int copy : {0, 3, 5}) {
       auto* const list = window.findChild<QTreeWidget*>(QStringLiteral("lstBackups"));
       list->setCurrentItem(list->topLevelItem(copy));
       Save(window, QStringLiteral("backups-%1").arg(copy));
