@@ -26,7 +26,7 @@ class KeptDatabase {
     Keep("Tesk-2026-11-20-181455-before-saving.mdb");
     Set(4, "Label", "CAM 4");
     Set(4, "InLabel", "MIC 4");
-    Set(12, "B3 Type", 2);
+    Set(12, "B3 Type", 1);
     Set(17, "Inhibits", "0010011100000000");
     Set(17, "Relays", "1000000000000000");
     Set(21, "Notes", "Moved to the second floor, by the lift");

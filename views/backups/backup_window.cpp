@@ -111,6 +111,8 @@ void BackupWindow::LayOut() {
   summary_->setObjectName(QStringLiteral("aidBackupSummary"));
   summary_->setTextFormat(Qt::PlainText);
   summary_->setWordWrap(true);
+  // The list below stays where it is, whatever is said.
+  summary_->setMinimumHeight(2 * fontMetrics().lineSpacing());
   summary_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   ok_->setObjectName(QStringLiteral("cmdOkBackup"));
   ok_->setEnabled(false);

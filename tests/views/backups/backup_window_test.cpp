@@ -34,7 +34,7 @@ class BackupWindowTest : public testing::Test {
     // The older copy is as the database was made, the newer one has a label and a button.
     Keep("Tesk-2026-11-20-073000-daily.mdb");
     Set(17, "Label", "CAM 4");
-    Set(12, "B3 Type", 2);
+    Set(12, "B3 Type", 1);
     Keep("Tesk-2026-11-21-180512-before-retrieval.mdb");
   }
 
