@@ -184,8 +184,9 @@ TEST_F(BackupKeeperTest, AFullDiskIsSaidAndLeavesNothing) {
 TEST_F(BackupKeeperTest, AFolderThatMayNotBeWrittenIsSaid) {
   std::filesystem::create_directory(Folder());
   std::filesystem::permissions(folder_.Path(), std::filesystem::perms::all);
+  using std::filesystem::perms;
   std::filesystem::permissions(
-      Folder(), std::filesystem::perms::others_read | std::filesystem::perms::others_exec);
+      Folder(), perms::group_read | perms::group_exec | perms::others_read | perms::others_exec);
   const test::AnotherUser nobody;
   keeper_.Keep(Cause::Daily);
   EXPECT_EQ(Next(failed_), "Cannot write Tesk-2026-11-21-180512-daily.mdb.new: Permission denied");
