@@ -60,6 +60,9 @@ constexpr Explained kExplained[] = {
     {"frmSysInfo", "transfer.html#retrieve"},
     {"frmTeskAbout", "commands.html#help"},
     {"aidExportDialog", "export.html#export"},
+    {"aidSaveCopyDialog", "backups.html#save"},
+    {"frmBackup", "backups.html#restore"},
+    {"aidOtherFileDialog", "backups.html#restore"},
     {"Comm Error", "messages.html#comm"},
     {"Database Error", "messages.html#database"},
     {"Error Processing", "messages.html#processing"},
@@ -74,10 +77,11 @@ QStringList ManualPages() {
   return {QStringLiteral("index.html"),    QStringLiteral("map.html"),
           QStringLiteral("labels.html"),   QStringLiteral("programming.html"),
           QStringLiteral("levels.html"),   QStringLiteral("transfer.html"),
-          QStringLiteral("compare.html"),  QStringLiteral("undo.html"),
-          QStringLiteral("export.html"),   QStringLiteral("link.html"),
-          QStringLiteral("set-up.html"),   QStringLiteral("commands.html"),
-          QStringLiteral("messages.html"), QStringLiteral("errors.html")};
+          QStringLiteral("backups.html"),  QStringLiteral("compare.html"),
+          QStringLiteral("undo.html"),     QStringLiteral("export.html"),
+          QStringLiteral("link.html"),     QStringLiteral("set-up.html"),
+          QStringLiteral("commands.html"), QStringLiteral("messages.html"),
+          QStringLiteral("errors.html")};
 }
 
 QString ManualPlace(const QWidget* dialog) {

@@ -16,7 +16,7 @@ work=$root/build/pictures
 need $build_packages $run_packages $picture_packages
 
 cmake -S "$root" --preset release >/dev/null
-cmake --build "$root/build/release" --target programs
+cmake --build "$root/build/release" --target programs gallery
 
 rm -rf "$work"
 mkdir -p "$into" "$work/user/Orvo" "$work/raw"
@@ -260,6 +260,12 @@ keys fileNameEdit Return
 wait_for test -s "$work/keys.pdf"
 pdftoppm -r 110 -f 5 -l 5 -singlefile -png "$work/keys.pdf" "$work/raw/key-sheet"
 small key-sheet -trim -bordercolor white -border 12 -resize 720x
+
+# --- Copies of the database.
+
+"$bin/gallery" backups "$work/raw"
+mv "$work/raw/light-backups-3.png" "$work/raw/restore-backup.png"
+small restore-backup
 
 # --- The line that is down.
 

@@ -45,6 +45,8 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
                     [this] { return !console_.IsShown("frmDownProg"); }});
   AddTrigger("open the retrieval", "ID_RetreiveData", "frmSysInfo");
   AddClose("close the retrieval", "frmSysInfo");
+  AddTrigger("open the copies", "aidRestoreBackup", "frmBackup");
+  AddClose("close the copies", "frmBackup");
 }
 
 void Operator::AddTrigger(const char* name, const char* action, const char* shows) {
