@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "switcher/wire/message_table.h"
+
 namespace switcher {
 
 Link::Link(model::SystemModel& model, SerialPort& port, Decoder& decoder, LinkDisplay& display)
@@ -65,7 +67,16 @@ void Link::DecodeSwitcherMessage() {
   Bytes message;
   const Cut cut = CutMessage(received_, &message);
   ShowBlockedCode(cut == Cut::Blocked ? std::optional(received_.bytes.front()) : std::nullopt);
-  if (cut == Cut::Message) decoder_.Decode(message);
+  if (cut == Cut::Message) Pass(message);
+}
+
+void Link::Pass(std::span<const std::uint8_t> message) {
+  const bool isTable = FindMessage(message.front())->use == MessageUse::Table;
+  if (isTable && tableTaker_ != nullptr) {
+    tableTaker_->TakeTable(message);
+  } else {
+    decoder_.Decode(message);
+  }
 }
 
 std::optional<std::uint8_t> Link::DiscardBlockedByte() {
