@@ -74,9 +74,10 @@ QStringList ManualPages() {
   return {QStringLiteral("index.html"),    QStringLiteral("map.html"),
           QStringLiteral("labels.html"),   QStringLiteral("programming.html"),
           QStringLiteral("levels.html"),   QStringLiteral("transfer.html"),
-          QStringLiteral("export.html"),   QStringLiteral("link.html"),
-          QStringLiteral("set-up.html"),   QStringLiteral("commands.html"),
-          QStringLiteral("messages.html"), QStringLiteral("errors.html")};
+          QStringLiteral("compare.html"),  QStringLiteral("export.html"),
+          QStringLiteral("link.html"),     QStringLiteral("set-up.html"),
+          QStringLiteral("commands.html"), QStringLiteral("messages.html"),
+          QStringLiteral("errors.html")};
 }
 
 QString ManualPlace(const QWidget* dialog) {
