@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "db/database_files.h"
-#include "switcher/line.h"
+#include "switcher/message_sender.h"
 #include "switcher/wire/frame.h"
 
 namespace switcher {
@@ -30,10 +30,10 @@ std::vector<TablePart> AllParts(const model::SystemModel& model) {
 
 }  // namespace
 
-Comparison::Comparison(ComparisonParts parts, ComparisonDisplay& display)
-    : parts_(std::move(parts)), display_(display) {}
+Comparison::Comparison(Services services, ComparisonDisplay& display)
+    : services_(std::move(services)), display_(display) {}
 
-Comparison::~Comparison() { parts_.link.DivertTables(nullptr); }
+Comparison::~Comparison() { services_.link.DivertTables(nullptr); }
 
 void Comparison::Go() {
   if (state_ == State::Idle) return BeginWait();
@@ -43,21 +43,23 @@ void Comparison::Go() {
 }
 
 void Comparison::BeginWait() {
-  const jet::Database* const database = parts_.database();
-  const model::Status copied =
-      database != nullptr ? ReportedTables::Copy(*database, parts_.model, &tables_) : db::NotOpen();
+  result_ = {};
+  const jet::Database* const database = services_.database();
+  const model::Status copied = database != nullptr
+                                   ? ReportedTables::Copy(*database, services_.model, &tables_)
+                                   : db::NotOpen();
   if (!copied.ok()) {
     state_ = State::Idle;
-    return model::ReportError(parts_.reporter, "Comparing With The Switcher", copied);
+    model::ReportError(services_.reporter, "Comparing With The Switcher", copied);
+    return display_.ShowResult(result_);
   }
-  result_ = {};
-  expected_ = AllParts(parts_.model);
+  expected_ = AllParts(services_.model);
   came_.clear();
   endCame_ = false;
   silentSeconds_ = 0;
   state_ = State::Waiting;
-  parts_.link.DivertTables(this);
-  parts_.poll.SetPolling(false);
+  services_.link.DivertTables(this);
+  services_.poll.SetPolling(false);
   requestDue_ = true;
   display_.ShowWaiting();
   display_.StartDelayTimer();
@@ -67,8 +69,8 @@ void Comparison::DelayTick() {
   // A tick that was on its way when the operator cancelled.
   if (!std::exchange(requestDue_, false)) return;
   quietTicks_ = 0;
-  const model::Status status = parts_.port.Write(kRetrieveRequest);
-  if (!status.ok()) ReportSendError(parts_.reporter, "Error Requesting System Data", status);
+  const model::Status status = services_.port.Write(kRetrieveRequest);
+  if (!status.ok()) ReportSendError(services_.reporter, "Error Requesting System Data", status);
 }
 
 void Comparison::Cancel() {
@@ -97,8 +99,8 @@ void Comparison::SecondTick() {
 void Comparison::TickOfWait() {
   NoteLoss();
   // A tool that sends a table meanwhile has put the poll on again behind it.
-  parts_.poll.SetPolling(false);
-  if (!parts_.link.KeepOpen()) {
+  services_.poll.SetPolling(false);
+  if (!services_.link.KeepOpen()) {
     display_.ShowLine(RetrievalLine::Closed);
   } else {
     display_.ShowLine(result_.lineLost ? RetrievalLine::OpenAgain : RetrievalLine::Open);
@@ -112,7 +114,7 @@ void Comparison::TickOfWait() {
 
 // Whole seconds, the first of which has begun some time before.
 bool Comparison::IsQuiet() {
-  quietTicks_ = parts_.port.IsOpen() ? quietTicks_ + 1 : 0;
+  quietTicks_ = services_.port.IsOpen() ? quietTicks_ + 1 : 0;
   return quietTicks_ > kQuietSeconds;
 }
 
@@ -129,7 +131,7 @@ void Comparison::TakeTable(std::span<const std::uint8_t> message) {
   }
   if (requestDue_) return;  // the answer to an earlier request
   if (!Has(came_, part)) came_.push_back(part);
-  if (part != TablePart{Table::Buttons, parts_.model.StationCount}) return;
+  if (part != TablePart{Table::Buttons, services_.model.StationCount}) return;
   endCame_ = true;
   if (!AllCame()) return;
   const bool wasWaiting = state_ == State::Waiting;
@@ -142,7 +144,7 @@ bool Comparison::AllCame() const {
 }
 
 void Comparison::NoteLoss() {
-  if (!parts_.port.IsOpen()) result_.lineLost = true;
+  if (!services_.port.IsOpen()) result_.lineLost = true;
 }
 
 void Comparison::Listen() {
@@ -151,7 +153,7 @@ void Comparison::Listen() {
 }
 
 void Comparison::EndListening() {
-  parts_.link.DivertTables(nullptr);
+  services_.link.DivertTables(nullptr);
   const bool isHeldUp = state_ == State::HeldUp;
   state_ = State::Idle;
   if (isHeldUp) BeginWait();
@@ -168,7 +170,7 @@ void Comparison::EndWait(bool completed) {
         std::ranges::find(result_.refused, part, &RefusedPart::part) != result_.refused.end();
     if (!isRefused && !Has(result_.accepted, part)) result_.missing.push_back(part);
   }
-  parts_.poll.SetPolling(true);
+  services_.poll.SetPolling(true);
   display_.ShowResult(result_);
 }
 

@@ -65,16 +65,6 @@ class ComparisonDisplay {
   virtual void StopDelayTimer() = 0;
 };
 
-// What a comparison works with; all must outlive it.
-struct ComparisonParts {
-  model::SystemModel& model;
-  std::function<jet::Database*()> database;  // null while it is not open
-  SerialPort& port;
-  Link& link;  // it hands the comparison the tables that come
-  PollSwitch& poll;
-  model::ErrorReporter& reporter;
-};
-
 // Asks the switcher for all its tables, as a retrieval does, and finds out where they differ from
 // the database, into which nothing of it goes.
 //
@@ -86,8 +76,18 @@ class Comparison : private TableTaker {
  public:
   static constexpr int kQuietSeconds = 3;
 
-  // `display` must outlive the object.
-  Comparison(ComparisonParts parts, ComparisonDisplay& display);
+  // What a comparison works with.
+  struct Services {
+    model::SystemModel& model;
+    std::function<jet::Database*()> database;  // null while it is not open
+    SerialPort& port;
+    Link& link;  // it hands the comparison the tables that come
+    PollSwitch& poll;
+    model::ErrorReporter& reporter;
+  };
+
+  // All must outlive the object.
+  Comparison(Services services, ComparisonDisplay& display);
   ~Comparison() override;
   Comparison(const Comparison&) = delete;
   Comparison& operator=(const Comparison&) = delete;
@@ -133,7 +133,7 @@ class Comparison : private TableTaker {
   bool AllCame() const;
   void NoteLoss();
 
-  const ComparisonParts parts_;
+  const Services services_;
   ComparisonDisplay& display_;
   State state_ = State::Idle;
   std::unique_ptr<ReportedTables> tables_;

@@ -10,85 +10,19 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/fake_serial_port.h"
-#include "tests/support/hex.h"
-#include "tests/support/recording_changes.h"
-#include "tests/support/recording_reporter.h"
-#include "tests/support/recording_switcher_events.h"
-#include "tests/support/silent_link_display.h"
-#include "tests/support/small_database.h"
+#include "tests/support/comparison_system.h"
 
 namespace switcher {
 namespace {
 
+using test::Answer;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-// The whole answer of a switcher of eight channels, stations and relays, one label, one button and
-// one opto, in the order in which it sends it.  It differs from the database in the label of
-// station 1, the inhibits of output 2 and the button of station 1.
-const std::vector<std::string>& Answer() {
-  static const std::vector<std::string> kAnswer{
-      "F9 14 43 41 4D 20 31 20 20 20 16 FF",  // CAM 1
-      "F9 0A 4D 49 43 20 31 20 20 20 14 FF",  // MIC 1
-      "F5 00 00 00 00 00 FF",
-      "F4 00 00 00 00 00 FF",
-      "F5 01 00 01 00 02 FF",  // input 1 to output 2
-      "F4 01 00 00 00 01 FF",
-      "F5 02 00 00 00 02 FF",
-      "F4 02 00 00 00 02 FF",
-      "F5 03 00 00 00 03 FF",
-      "F4 03 00 00 00 03 FF",
-      "F5 04 00 00 00 04 FF",
-      "F4 04 00 00 00 04 FF",
-      "F5 05 00 00 00 05 FF",
-      "F4 05 00 00 00 05 FF",
-      "F5 06 00 00 00 06 FF",
-      "F4 06 00 00 00 06 FF",
-      "F5 07 00 00 00 07 FF",
-      "F4 07 00 00 00 07 FF",
-      "E1 " + test::Times(11, "00 00") + "00 FF",
-      "FB 00 00 00 00 01 00 01 00 02 FF",  // TALK to station 1
-      "FB 01 00 7F 01 00 00 00 00 00 FF",
-      "FB 02 00 7F 01 00 00 00 00 01 FF",
-      "FB 03 00 7F 01 00 00 00 00 02 FF",
-      "FB 04 00 7F 01 00 00 00 00 03 FF",
-      "FB 05 00 7F 01 00 00 00 00 04 FF",
-      "FB 06 00 7F 01 00 00 00 00 05 FF",
-      "FB 07 00 7F 01 00 00 00 00 06 FF",
-  };
-  return kAnswer;
-}
-
-class ComparisonTest : public testing::Test, public ComparisonDisplay, public PollSwitch {
+class ComparisonTest : public test::ComparisonSystem, public ComparisonDisplay {
  protected:
-  ComparisonTest() {
-    model_.ChannelCount = 8;
-    model_.StationCount = 8;
-    model_.LabelCount = 1;
-    model_.ButtonCount = 1;
-    model_.RelayCount = 8;
-    model_.OptoCount = 1;
-    model_.AllocateMap();
-    database_.AddStation(1, {{"Label", "Sta. 001"},
-                             {"InLabel", "MIC 1"},
-                             {"Hidden", 0},
-                             {"Inhibits", test::kNoFlags},
-                             {"Relays", test::kNoFlags},
-                             {"B1 Type", 255},
-                             {"B1 First", 0},
-                             {"B1 Prog", test::kNoFlags},
-                             {"OptoType", 0},
-                             {"OptoChannel", 0},
-                             {"OptoFirst", 0},
-                             {"OptoStations", test::kNoFlags}});
-    database_.AddStation(2, {{"Inhibits", test::kNoFlags}, {"B1 Type", 255}});
-  }
-
-  void SetUp() override { ASSERT_TRUE(port_.Open(1).ok()); }
-
   std::vector<std::string> TakeSeen() { return std::exchange(seen_, {}); }
 
   // Begins, and the request is out.
@@ -99,38 +33,13 @@ class ComparisonTest : public testing::Test, public ComparisonDisplay, public Po
     seen_.clear();
   }
 
-  // Messages `first` to behind `last` of the answer arrive and are decoded.
-  void Deliver(std::size_t first, std::size_t last) {
-    for (std::size_t i = first; i < last; ++i) Deliver(Answer()[i]);
-  }
-  void Deliver(const std::string& hex) {
-    port_.Deliver(hex);
-    while (link_.DecodeTick()) {
-    }
-  }
-  void DeliverAll() { Deliver(0, Answer().size()); }
-
   void Seconds(int count) {
     for (int i = 0; i < count; ++i) comparison_.SecondTick();
   }
 
-  // Nothing of the switcher's has reached the database.
-  void ExpectUntouched() {
-    EXPECT_EQ(database_.Field(1, "Label"), "Sta. 001");
-    EXPECT_EQ(database_.Field(2, "Inhibits"), test::kNoFlags);
-    EXPECT_EQ(database_.Field(1, "B1 Type"), "255");
-    EXPECT_THAT(changes_.seen, IsEmpty());
-    EXPECT_THAT(events_.seen, IsEmpty());
-    EXPECT_THAT(events_.refused, IsEmpty());
-    EXPECT_THAT(reporter_.reports, IsEmpty());
-    EXPECT_FALSE(model_.RetrieveActive);
-  }
-
-  // What is sent unasked reaches the database again.
-  void ExpectTheDecoderIsBack() {
+  void ExpectTheEnd() {
     EXPECT_FALSE(comparison_.IsListening());
-    Deliver("F5 01 00 02 00 03 FF");
-    EXPECT_EQ(database_.Field(2, "Inhibits"), "01" + std::string(62, '0'));
+    ExpectTheDecoderIsBack();
   }
 
   std::vector<std::string> Differences() {
@@ -143,33 +52,9 @@ class ComparisonTest : public testing::Test, public ComparisonDisplay, public Po
     return seen;
   }
 
-  model::SystemModel model_;
-  test::SmallDatabase database_;
-  test::RecordingSwitcherEvents events_;
-  test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
-  stations::Changes stream_;
-  test::RecordingChanges changes_{stream_};
-  Decoder decoder_{{.model = model_,
-                    .database = [this] { return database_.Files().Database(); },
-                    .reporter = reporter_,
-                    .changes = stream_,
-                    .observers = {events_}}};
-  test::SilentLinkDisplay linkDisplay_;
-  Link link_{model_, port_, decoder_, linkDisplay_};
-  bool isOpen_ = true;
-  Comparison comparison_{
-      {.model = model_,
-       .database = [this] { return isOpen_ ? database_.Files().Database() : nullptr; },
-       .port = port_,
-       .link = link_,
-       .poll = *this,
-       .reporter = reporter_},
-      *this};
-  std::vector<std::string> seen_;
+  Comparison comparison_{ComparisonServices(), *this};
 
  private:
-  void SetPolling(bool on) override { seen_.emplace_back(on ? "poll on" : "poll off"); }
   void ShowHeldUp() override { seen_.emplace_back("held up"); }
   void ShowWaiting() override { seen_.emplace_back("waiting"); }
   void ShowProgress(int messages, int bytes) override {
@@ -215,7 +100,7 @@ TEST_F(ComparisonTest, FindsWhatDiffersAndStoresNothing) {
   EXPECT_THAT(Differences(),
               ElementsAre("1 Label", "1 B1 Type", "1 B1 First", "1 B1 Prog", "2 Inhibits"));
   ExpectUntouched();
-  ExpectTheDecoderIsBack();
+  ExpectTheEnd();
 }
 
 TEST_F(ComparisonTest, EveryMessageIsProgressAndTheLastOneEndsTheWait) {
@@ -256,7 +141,7 @@ TEST_F(ComparisonTest, ARefusedMessageIsNamedWithoutABox) {
   EXPECT_THAT(result.missing, IsEmpty());
   EXPECT_THAT(Differences(), ElementsAre("1 Label", "1 B1 Type", "1 B1 First", "1 B1 Prog"));
   ExpectUntouched();
-  ExpectTheDecoderIsBack();
+  ExpectTheEnd();
 }
 
 // A message was lost on the line: others may come behind the last one, which is seen by waiting.
@@ -288,7 +173,7 @@ TEST_F(ComparisonTest, TheEndOfAnEarlierAnswerEndsNothing) {
   DeliverAll();
   EXPECT_TRUE(comparison_.Result().IsWhole());
   ExpectUntouched();
-  ExpectTheDecoderIsBack();
+  ExpectTheEnd();
 }
 
 TEST_F(ComparisonTest, TheEndBeforeTheRequestEndsNothing) {
@@ -311,7 +196,7 @@ TEST_F(ComparisonTest, CancelBeforeTheRequestSendsNothing) {
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_THAT(comparison_.Result().missing, SizeIs(27));
   ExpectUntouched();
-  ExpectTheDecoderIsBack();
+  ExpectTheEnd();
 }
 
 // Whatever had come by then: the rest never reaches the database.
@@ -334,7 +219,7 @@ TEST_F(ComparisonTest, CancelledAtEveryMessageNothingLateIsStored) {
     EXPECT_FALSE(comparison_.IsListening()) << "the last one has come";
     ExpectUntouched();
   }
-  ExpectTheDecoderIsBack();
+  ExpectTheEnd();
 }
 
 TEST_F(ComparisonTest, WithoutTheLastMessageLateAnswersEndWithThreeQuietSeconds) {
@@ -348,7 +233,7 @@ TEST_F(ComparisonTest, WithoutTheLastMessageLateAnswersEndWithThreeQuietSeconds)
   EXPECT_TRUE(comparison_.IsListening());
   Seconds(1);
   ExpectUntouched();
-  ExpectTheDecoderIsBack();
+  ExpectTheEnd();
 }
 
 // The switcher talks on while the plug is out.
@@ -367,7 +252,7 @@ TEST_F(ComparisonTest, NothingIsQuietOnALineThatIsLost) {
   Deliver(12, 26);
   ExpectUntouched();
   Seconds(4);
-  ExpectTheDecoderIsBack();
+  ExpectTheEnd();
 }
 
 TEST_F(ComparisonTest, ALineLostInTheMiddleIsOpenedAgain) {
@@ -439,7 +324,7 @@ TEST_F(ComparisonTest, ANewOneThatIsCancelledWhileItIsHeldUpAsksNothing) {
   EXPECT_THAT(TakeSeen(), IsEmpty());
   EXPECT_EQ(port_.TakeWritten(), "");
   ExpectUntouched();
-  ExpectTheDecoderIsBack();
+  ExpectTheEnd();
 }
 
 TEST_F(ComparisonTest, OneAtATime) {
@@ -466,7 +351,7 @@ TEST_F(ComparisonTest, WithoutADatabaseItSaysSoAndAsksNothing) {
   EXPECT_THAT(reporter_.reports,
               ElementsAre(StartsWith("critical|Error Processing|Error in Comparing With The "
                                      "Switcher\rError # ")));
-  EXPECT_THAT(TakeSeen(), IsEmpty());
+  EXPECT_THAT(TakeSeen(), ElementsAre("cancelled"));
   EXPECT_FALSE(comparison_.IsListening());
 }
 
