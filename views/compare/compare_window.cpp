@@ -120,11 +120,11 @@ void CompareWindow::LayOut() {
 
 void CompareWindow::MakeTimers() {
   delayTimer_.setParent(this);
-  delayTimer_.setObjectName(QStringLiteral("tmrCompareDelay"));
+  delayTimer_.setObjectName(QStringLiteral("aidCompareDelayTimer"));
   delayTimer_.setInterval(switcher::Retrieval::kDelayMilliseconds);
   delayTimer_.setSingleShot(true);
   secondTimer_.setParent(this);
-  secondTimer_.setObjectName(QStringLiteral("tmrCompareSecond"));
+  secondTimer_.setObjectName(QStringLiteral("aidCompareSecondTimer"));
   secondTimer_.setInterval(kCompareSecond);
   connect(&delayTimer_, &QTimer::timeout, this, [this] { comparison_.DelayTick(); });
   connect(&secondTimer_, &QTimer::timeout, this, [this] {
@@ -241,7 +241,8 @@ void CompareWindow::Store() {
   });
   const std::vector<ChangeRow> skipped(firstSkipped, rows.end());
   rows.erase(firstSkipped, rows.end());
-  const std::vector<stations::Change> wanted = Chosen(differences_, rows);
+  std::vector<stations::Change> wanted = Chosen(differences_, rows);
+  for (stations::Change& change : wanted) change.origin = stations::Origin::Comparison;
   if (status.ok()) {
     status = stations::Apply(*database, wanted, stations::Direction::Again,
                              {services_.changes, stations::Origin::Comparison});

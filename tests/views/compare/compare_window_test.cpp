@@ -229,7 +229,7 @@ TEST_F(CompareWindowTest, WhileLateAnswersComeItSaysThatItWaitsForTheirEnd) {
 
 TEST_F(CompareWindowTest, SilenceAndALostLineAreSpokenOf) {
   BeginAndAsk();
-  auto& second = Child<QTimer>("tmrCompareSecond");
+  auto& second = Child<QTimer>("aidCompareSecondTimer");
   EXPECT_EQ(second.interval(), 1000);
   second.setInterval(1);
   ASSERT_TRUE(QTest::qWaitFor(
