@@ -95,7 +95,14 @@ Console::Console(AppFolder folder)
                          .port = port_,
                          .link = link_,
                          .poll = window_,
-                         .reporter = boxes_}}),
+                         .reporter = boxes_},
+           .compare = {.comparison = {.model = model_,
+                                      .database = [this] { return files_.Database(); },
+                                      .port = port_,
+                                      .link = link_,
+                                      .poll = window_,
+                                      .reporter = boxes_},
+                       .changes = changes_}}),
       log_({.log = eventLog_,
             .labels = labels_,
             .window = window_,
@@ -195,6 +202,10 @@ void Console::ConnectCommands() {
   commands_.Set(QStringLiteral("ID_TileHorizontal"), [&area] { TileHorizontal(area); });
   commands_.Set(QStringLiteral("ID_TileVertical"), [&area] { TileVertical(area); });
   commands_.Set(QStringLiteral("ID_ArrangeIcons"), [&area] { ArrangeIcons(area); });
+  connect(&window_.CompareCommand(), &QAction::triggered, &transfers_,
+          &Transfers::CompareWithSwitcher);
+  connect(&transfers_, &Transfers::SendRequested, this,
+          [this](const auto& parts) { views::SendTables(viewServices_, parts); });
   window_.UpdateCommands();
   connect(&viewMenu_, &ViewMenu::EventLogRequested, &log_, &LogKeeper::Show);
   connect(&window_.DiscardCommand(), &QAction::triggered, this, [this] {

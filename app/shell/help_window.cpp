@@ -58,6 +58,7 @@ constexpr Explained kExplained[] = {
     {"frmQdvTally", "levels.html#tally"},
     {"frmDownProg", "transfer.html#send"},
     {"frmSysInfo", "transfer.html#retrieve"},
+    {"frmCompare", "compare.html#compare"},
     {"frmTeskAbout", "commands.html#help"},
     {"aidExportDialog", "export.html#export"},
     {"aidSaveCopyDialog", "backups.html#save"},

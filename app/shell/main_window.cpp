@@ -117,6 +117,9 @@ void MainWindow::BuildMenus() {
   QMenu* const file = AddMenu("ID_File");
   file->addAction(CommandAction("ID_SendData"));
   file->addAction(CommandAction("ID_RetreiveData"));
+  compare_ = AddAid(*file, "aidCompare", tr("&Compare With Switcher…"));
+  compare_->setIcon(views::Icon(QStringLiteral("compare")));
+  compare_->setToolTip(tr("Show where the tables of the switcher differ from those here"));
   file->addAction(&DiscardCommand());
   file->addSeparator();
   saveCopy_ = AddAid(*file, "aidSaveCopy", tr("Save A &Copy As…"));

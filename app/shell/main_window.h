@@ -63,6 +63,8 @@ class MainWindow : public QMainWindow,
   // aidSaveCopy and aidRestoreBackup: copies of the database.
   QAction& SaveCopyCommand() { return *saveCopy_; }
   QAction& RestoreBackupCommand() { return *restoreBackup_; }
+  // aidCompare: compares the tables here with the switcher's.
+  QAction& CompareCommand() { return *compare_; }
 
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
@@ -109,6 +111,7 @@ class MainWindow : public QMainWindow,
   QMenu* editMenu_ = nullptr;
   QAction* saveCopy_ = nullptr;
   QAction* restoreBackup_ = nullptr;
+  QAction* compare_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;

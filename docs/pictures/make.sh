@@ -150,6 +150,18 @@ close frmSysInfo
 wait_for gone frmSysInfo
 switcher "spoil none"
 
+# --- Compared with a switcher that was changed at another place.
+
+switcher "label out 12 NEWS 2" "label in 12 NEWS 2" "button 5 3 1 8 8" "button 5 4 0 9 9 10" \
+  "relays 5 5 6"
+trigger aidCompare
+wait_for reads aidCompareSummary text 'differences in'
+letters lstDifferences "S"
+keys lstDifferences Space
+picture frmCompare compare
+close frmCompare
+cat "$here/house.txt" >&3
+
 # --- The whole window.
 
 click cmdFirst
