@@ -38,6 +38,9 @@ class AlphasView : public MainView {
   // holds a text that its column does not take: this is reported, and the edit stays as it is.
   bool StoreRow();
 
+  // Makes a cell of a station the current one; nothing happens when there is no such station.
+  void GoTo(int station, stations::LabelColumn column);
+
   // Opens the field for finding a label.
   void ShowFind();
 

@@ -320,11 +320,40 @@ void ButtonsView::NoteInactive(StationEvent& event) {
 }
 
 void ButtonsView::Move(stations::Movement movement) {
-  StationEvent event(station_, kOperator);
-  StoreIfInactive(event);
-  event.Do(kMoveFailed, [&](jet::RecordSet& stations) {
+  MoveBy([&](jet::RecordSet& stations) {
     return stations::MoveStation(stations, movement, station_.services.model.StationCount);
   });
+}
+
+void ButtonsView::GoToStation(int station) {
+  if (station > station_.services.model.StationCount) return;
+  MoveBy([&](jet::RecordSet& stations) {
+    const jet::Bookmark before = stations.Mark();
+    if (model::Status status = stations::FindStation(stations, station); !status.ok())
+      return status;
+    return stations.NoMatch() ? model::Status(stations.GoTo(before)) : model::Status();
+  });
+}
+
+void ButtonsView::GoToButton(int station, int button) {
+  GoToStation(station);
+  if (button >= 1 && button <= station_.services.model.ButtonCount) EditButton(button);
+}
+
+void ButtonsView::GoToRelays(int station) {
+  GoToStation(station);
+  form_->tabs.setCurrentIndex(ButtonsForm::kRelayTab);
+}
+
+void ButtonsView::GoToOpto(int station) {
+  GoToStation(station);
+  form_->tabs.setCurrentIndex(ButtonsForm::kOptoTab);
+}
+
+void ButtonsView::MoveBy(const std::function<model::Status(jet::RecordSet&)>& move) {
+  StationEvent event(station_, kOperator);
+  StoreIfInactive(event);
+  event.Do(kMoveFailed, move);
   ShowButtonLabels(event);
   ShowButtonTypes(event);
   ShowTargets(event);

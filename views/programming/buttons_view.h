@@ -3,6 +3,8 @@
 #ifndef VIEWS_PROGRAMMING_BUTTONS_VIEW_H_
 #define VIEWS_PROGRAMMING_BUTTONS_VIEW_H_
 
+#include <functional>
+
 #include "stations/navigation.h"
 #include "views/main_view.h"
 #include "views/programming/station_event.h"
@@ -58,6 +60,12 @@ class ButtonsView : public MainView {
   // elsewhere.  Stores nothing.
   void UpdateStation();
 
+  // Goes to a station, as the navigation does, and there to one of its buttons (from 1), to its
+  // relays or to its opto.  A station that cannot be gone to is not left for.
+  void GoToButton(int station, int button);
+  void GoToRelays(int station);
+  void GoToOpto(int station);
+
   QSize minimumSizeHint() const override;
   QWidget& FirstFocus() override;
 
@@ -110,6 +118,9 @@ class ButtonsView : public MainView {
   void NoteInactive(StationEvent& event);
 
   void Move(stations::Movement movement);
+  void GoToStation(int station);
+  // Makes another station the current record by `move`, and shows it.
+  void MoveBy(const std::function<model::Status(jet::RecordSet&)>& move);
   void ChangeTab(StationEvent& event, int tab);
   void StepTab(int step);
   void SelectButton(StationEvent& event, int button);
