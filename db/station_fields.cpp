@@ -2,10 +2,25 @@
 
 #include "db/station_fields.h"
 
+#include <charconv>
+#include <system_error>
+
 namespace db {
 
 std::string ButtonField(int button, const char* suffix) {
   return "B" + std::to_string(button) + " " + suffix;
+}
+
+int ButtonOfField(std::string_view field) {
+  if (!field.starts_with('B')) return 0;
+  int button = 0;
+  const char* const end = field.data() + field.size();
+  const auto number = std::from_chars(field.data() + 1, end, button);
+  if (number.ec != std::errc() || button < 1) return 0;
+  for (const char* const suffix : {kButtonType, kButtonFirst, kButtonTargets}) {
+    if (field == ButtonField(button, suffix)) return button;
+  }
+  return 0;
 }
 
 }  // namespace db

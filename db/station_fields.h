@@ -6,6 +6,7 @@
 #define DB_STATION_FIELDS_H_
 
 #include <string>
+#include <string_view>
 
 namespace db {
 
@@ -30,6 +31,9 @@ inline constexpr char kButtonTargets[] = "Prog";
 
 // The name of a button's field, for example "B1 Type" for (1, kButtonType).  Buttons count from 1.
 std::string ButtonField(int button, const char* suffix);
+
+// The button (from 1) that a field is of; 0 for one that is no button's.
+int ButtonOfField(std::string_view field);
 
 }  // namespace db
 

@@ -16,7 +16,16 @@
 namespace stations {
 
 // Where a change comes from.
-enum class Origin : std::uint8_t { Operator, Switcher };
+enum class Origin : std::uint8_t {
+  Operator,    // an edit in a view, or a paste
+  Navigation,  // what going to a station stores by itself; it belongs to the act before it
+  Switcher,    // a table of the switcher
+  Undo,        // an act taken back
+  Redo,        // an act carried out once more
+  Restore,     // what was edited in a run that ended without saving
+  Comparison,  // what the operator took over from the switcher, row by row
+  Backup,      // what he took over from a copy of the database
+};
 
 // A field that has another value now; null stands for one that could not be read, too.
 struct FieldChange {

@@ -15,14 +15,28 @@ namespace {
 // In the order in which it is written.
 using Json = nlohmann::ordered_json;
 
-constexpr Origin kOrigins[] = {Origin::Operator, Origin::Switcher};
+constexpr Origin kOrigins[] = {Origin::Operator,   Origin::Navigation, Origin::Switcher,
+                               Origin::Undo,       Origin::Redo,       Origin::Restore,
+                               Origin::Comparison, Origin::Backup};
 
 constexpr const char* WordOf(Origin origin) {
   switch (origin) {
     case Origin::Operator:
       return "operator";
+    case Origin::Navigation:
+      return "navigation";
     case Origin::Switcher:
       return "switcher";
+    case Origin::Undo:
+      return "undo";
+    case Origin::Redo:
+      return "redo";
+    case Origin::Restore:
+      return "restore";
+    case Origin::Comparison:
+      return "comparison";
+    case Origin::Backup:
+      return "backup";
   }
   return "";
 }

@@ -70,6 +70,26 @@ TEST(JournalAct, IsReadAsItWasWritten) {
   EXPECT_TRUE(read.changes[0].fields[2].after.IsNull());
 }
 
+TEST(JournalAct, EveryOriginHasAWord) {
+  const std::pair<Origin, std::string> words[] = {{Origin::Operator, "operator"},
+                                                  {Origin::Navigation, "navigation"},
+                                                  {Origin::Switcher, "switcher"},
+                                                  {Origin::Undo, "undo"},
+                                                  {Origin::Redo, "redo"},
+                                                  {Origin::Restore, "restore"},
+                                                  {Origin::Comparison, "comparison"},
+                                                  {Origin::Backup, "backup"}};
+  for (const auto& [origin, word] : words) {
+    Act act;
+    act.origin = origin;
+    const std::string line = WriteAct(act);
+    EXPECT_NE(line.find(R"("origin":")" + word + '"'), std::string::npos) << line;
+    Act read;
+    ASSERT_TRUE(ReadAct(line, &read)) << line;
+    EXPECT_EQ(read.origin, origin) << line;
+  }
+}
+
 TEST(JournalAct, WhatCouldNotBeCarriedOutIsLeftOut) {
   Act act;
   act.changes = {ChangeOf(Origin::Operator, 0, {{"Label", "A", "B"}}),

@@ -1,0 +1,340 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/change_words.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "db/station_fields.h"
+#include "model/flag_string.h"
+#include "stations/label_texts.h"
+#include "stations/operations.h"
+
+namespace views {
+namespace {
+
+using stations::Change;
+using stations::FieldChange;
+
+struct ChangeText {
+  Q_DECLARE_TR_FUNCTIONS(ChangeWords)
+};
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+// What a row can be about, in the order in which rows stand.
+struct Subject {
+  enum Kind {
+    Label,
+    InLabel,
+    Hidden,
+    SysInput,
+    SysOutput,
+    Notes,
+    Inhibits,
+    Relays,
+    Opto,
+    Button,
+    Other
+  };
+  Kind kind = Other;
+  int button = 0;
+  std::string field = {};  // of Other
+
+  auto operator<=>(const Subject&) const = default;
+};
+
+Subject SubjectOf(std::string_view field) {
+  static constexpr std::pair<std::string_view, Subject::Kind> kFields[] = {
+      {db::kLabelField, Subject::Label},         {db::kInLabelField, Subject::InLabel},
+      {db::kHiddenField, Subject::Hidden},       {db::kSysInputField, Subject::SysInput},
+      {db::kSysOutputField, Subject::SysOutput}, {db::kNotesField, Subject::Notes},
+      {db::kInhibitsField, Subject::Inhibits},   {db::kRelaysField, Subject::Relays},
+      {db::kOptoTypeField, Subject::Opto},       {db::kOptoChannelField, Subject::Opto},
+      {db::kOptoFirstField, Subject::Opto},      {db::kOptoStationsField, Subject::Opto},
+  };
+  for (const auto& [name, kind] : kFields) {
+    if (name == field) return {.kind = kind};
+  }
+  if (const int button = db::ButtonOfField(field); button != 0) {
+    return {.kind = Subject::Button, .button = button};
+  }
+  return {.kind = Subject::Other, .field = std::string(field)};
+}
+
+QString SubjectWords(const Subject& subject) {
+  switch (subject.kind) {
+    case Subject::Label:
+      return ChangeText::tr("Label");
+    case Subject::InLabel:
+      return ChangeText::tr("Input label");
+    case Subject::Hidden:
+      return ChangeText::tr("Hidden");
+    case Subject::SysInput:
+      return ChangeText::tr("System input");
+    case Subject::SysOutput:
+      return ChangeText::tr("System output");
+    case Subject::Notes:
+      return ChangeText::tr("Notes");
+    case Subject::Inhibits:
+      return ChangeText::tr("Inhibits");
+    case Subject::Relays:
+      return ChangeText::tr("Relays");
+    case Subject::Opto:
+      return ChangeText::tr("Opto");
+    case Subject::Button:
+      return ChangeText::tr("Button %1").arg(subject.button);
+    case Subject::Other:
+      break;
+  }
+  return Text(subject.field);
+}
+
+// The members of a flag string: "3, 7–12".
+QString Members(const jet::Value& flags) {
+  const std::vector<std::uint8_t> members = model::FlagMembers(flags.Text());
+  QStringList ranges;
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    if (members[i] == 0) continue;
+    const std::size_t first = i;
+    while (i + 1 < members.size() && members[i + 1] != 0) ++i;
+    const QString from = QString::number(first + 1);
+    const QString to = QString::number(i + 1);
+    if (i == first) {
+      ranges.append(from);
+    } else {
+      ranges.append(from + (i == first + 1 ? QStringLiteral(", ") : QStringLiteral("–")) + to);
+    }
+  }
+  return ranges.join(QStringLiteral(", "));
+}
+
+QString MembersOrNone(const jet::Value& flags) {
+  const QString members = Members(flags);
+  return members.isEmpty() ? ChangeText::tr("none") : members;
+}
+
+QString OperationWords(const jet::Value& type) {
+  const int code = type.Int();
+  const QString label = QString::fromLatin1(stations::OperationOf(code).label);
+  return stations::IsOperation(code) ? label : QStringLiteral("%1 (%2)").arg(label).arg(code);
+}
+
+QString PlainWords(const jet::Value& value) {
+  const QString text =
+      value.GetKind() == jet::Value::Kind::Int ? QString::number(value.Int()) : Text(value.Text());
+  return text.isEmpty() ? ChangeText::tr("(empty)") : text;
+}
+
+// The fields of one row, on one side of the change.
+class Side {
+ public:
+  Side(const Change& change, std::vector<const FieldChange*> fields, jet::Value FieldChange::*side,
+       const FieldLookup& lookup)
+      : station_(change.station), fields_(std::move(fields)), side_(side), lookup_(lookup) {}
+
+  // The value of a field: changed, or found; nothing when it is neither.
+  std::optional<jet::Value> Find(const std::string& name) const {
+    const auto field =
+        std::ranges::find(fields_, name, [](const FieldChange* one) { return one->field; });
+    if (field != fields_.end()) return (*field)->*side_;
+    if (lookup_) return lookup_(station_, name);
+    return std::nullopt;
+  }
+
+  QString Words(const Subject& subject) const {
+    switch (subject.kind) {
+      case Subject::Hidden: {
+        const QString hidden = Text(stations::HiddenText(First()));
+        return hidden.isEmpty() ? PlainWords({}) : hidden;
+      }
+      case Subject::Inhibits:
+      case Subject::Relays:
+        return MembersOrNone(First());
+      case Subject::Opto:
+        return Opto();
+      case Subject::Button:
+        return Program(db::ButtonField(subject.button, db::kButtonType),
+                       db::ButtonField(subject.button, db::kButtonTargets));
+      default:
+        return PlainWords(First());
+    }
+  }
+
+  // Where the rest of the programming is the same on both sides.
+  QString FirstTarget(const Subject& subject) const {
+    const auto first =
+        Find(subject.kind == Subject::Opto ? std::string(db::kOptoFirstField)
+                                           : db::ButtonField(subject.button, db::kButtonFirst));
+    return ChangeText::tr("first target %1").arg(first ? first->Int() : 0);
+  }
+
+ private:
+  const jet::Value& First() const { return fields_.front()->*side_; }
+
+  QString Program(const std::string& typeField, const std::string& targetsField) const {
+    QStringList words;
+    if (const auto type = Find(typeField)) words.append(OperationWords(*type));
+    if (const auto targets = Find(targetsField)) {
+      const QString members = Members(*targets);
+      words.append(members.isEmpty() ? ChangeText::tr("without a target") : members);
+    }
+    return words.join(u' ');
+  }
+
+  QString Opto() const {
+    const QString program = Program(db::kOptoTypeField, db::kOptoStationsField);
+    const auto channel = Find(db::kOptoChannelField);
+    if (!channel) return program;
+    const QString words = ChangeText::tr("channel %1").arg(channel->Int());
+    return program.isEmpty() ? words : program + QStringLiteral(", ") + words;
+  }
+
+  const int station_;
+  const std::vector<const FieldChange*> fields_;
+  jet::Value FieldChange::*const side_;
+  const FieldLookup& lookup_;
+};
+
+ChangeRow RowOf(const Change& change, const Subject& subject,
+                const std::vector<const FieldChange*>& fields, const FieldLookup& lookup) {
+  const Side before(change, fields, &FieldChange::before, lookup);
+  const Side after(change, fields, &FieldChange::after, lookup);
+  ChangeRow row{.station = change.station,
+                .fields = {},
+                .where = (subject.kind == Subject::Inhibits ? ChangeText::tr("Output %1")
+                                                            : ChangeText::tr("Station %1"))
+                             .arg(change.station),
+                .what = SubjectWords(subject),
+                .before = before.Words(subject),
+                .after = after.Words(subject)};
+  for (const FieldChange* const field : fields) row.fields.push_back(field->field);
+  const bool isProgram = subject.kind == Subject::Button || subject.kind == Subject::Opto;
+  if (isProgram && row.before == row.after) {
+    row.before = before.FirstTarget(subject);
+    row.after = after.FirstTarget(subject);
+  }
+  return row;
+}
+
+// What rows of one station, or of several, are about, in a few words.
+QString SubjectsWords(const std::set<Subject>& subjects) {
+  constexpr std::size_t kMost = 3;
+  const auto isButton = [](const Subject& subject) { return subject.kind == Subject::Button; };
+  if (subjects.size() > 1 && std::ranges::all_of(subjects, isButton))
+    return ChangeText::tr("Buttons");
+  if (subjects.size() > kMost) return ChangeText::tr("%1 settings").arg(subjects.size());
+  QStringList words;
+  for (const Subject& subject : subjects) {
+    const QString one = SubjectWords(subject);
+    words.append(words.isEmpty() ? one : one.toLower());
+  }
+  return words.join(QStringLiteral(", "));
+}
+
+QString Title(std::span<const Change> changes) {
+  std::set<Subject> subjects;
+  std::set<int> stations;
+  for (const Change& change : changes) {
+    stations.insert(change.station);
+    for (const FieldChange& field : change.fields) subjects.insert(SubjectOf(field.field));
+  }
+  const bool inhibitsOnly = subjects.size() == 1 && subjects.begin()->kind == Subject::Inhibits;
+  const QString what = SubjectsWords(subjects);
+  if (stations.size() == 1) {
+    return (inhibitsOnly ? ChangeText::tr("%1 of output %2") : ChangeText::tr("%1 of station %2"))
+        .arg(what)
+        .arg(*stations.begin());
+  }
+  return (inhibitsOnly ? ChangeText::tr("%1 of %2 outputs") : ChangeText::tr("%1 of %2 stations"))
+      .arg(what)
+      .arg(stations.size());
+}
+
+}  // namespace
+
+std::vector<ChangeRow> ChangeRows(std::span<const Change> changes, const FieldLookup& lookup) {
+  std::vector<ChangeRow> rows;
+  for (const Change& change : changes) {
+    std::map<Subject, std::vector<const FieldChange*>> subjects;
+    for (const FieldChange& field : change.fields) {
+      subjects[SubjectOf(field.field)].push_back(&field);
+    }
+    for (const auto& [subject, fields] : subjects) {
+      rows.push_back(RowOf(change, subject, fields, lookup));
+    }
+  }
+  return rows;
+}
+
+bool IsAbout(const ChangeRow& row, int station, std::string_view field) {
+  return row.station == station && std::ranges::find(row.fields, field) != row.fields.end();
+}
+
+std::vector<Change> Chosen(std::span<const Change> changes, std::span<const ChangeRow> rows) {
+  std::set<std::pair<int, std::string_view>> fields;
+  for (const ChangeRow& row : rows) {
+    for (const std::string& field : row.fields) fields.emplace(row.station, field);
+  }
+  std::vector<Change> chosen;
+  for (const Change& change : changes) {
+    Change part{change.origin, change.station, {}};
+    for (const FieldChange& field : change.fields) {
+      if (fields.contains({change.station, field.field})) part.fields.push_back(field);
+    }
+    if (!part.fields.empty()) chosen.push_back(std::move(part));
+  }
+  return chosen;
+}
+
+QString OriginWords(stations::Origin origin) {
+  using stations::Origin;
+  switch (origin) {
+    case Origin::Operator:
+      return ChangeText::tr("operator");
+    case Origin::Navigation:
+      return ChangeText::tr("navigation");
+    case Origin::Switcher:
+      return ChangeText::tr("switcher");
+    case Origin::Undo:
+      return ChangeText::tr("undo");
+    case Origin::Redo:
+      return ChangeText::tr("redo");
+    case Origin::Restore:
+      return ChangeText::tr("restored");
+    case Origin::Comparison:
+      return ChangeText::tr("comparison");
+    case Origin::Backup:
+      return ChangeText::tr("copy");
+  }
+  return {};
+}
+
+QString ActTitle(std::span<const Change> changes) {
+  using stations::Origin;
+  const QString title = Title(changes);
+  switch (changes.front().origin) {
+    case Origin::Undo:
+      return ChangeText::tr("Undo: %1").arg(title);
+    case Origin::Redo:
+      return ChangeText::tr("Redo: %1").arg(title);
+    case Origin::Restore:
+      return ChangeText::tr("Restored: %1").arg(title);
+    case Origin::Comparison:
+      return ChangeText::tr("From the switcher: %1").arg(title);
+    case Origin::Backup:
+      return ChangeText::tr("From a copy: %1").arg(title);
+    case Origin::Operator:
+    case Origin::Navigation:
+    case Origin::Switcher:
+      break;
+  }
+  return title;
+}
+
+}  // namespace views

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+//
+// Changes of the stations' records in words: for the journal, its window, the undo commands and the
+// lists of differences.
+
+#ifndef VIEWS_CHANGE_WORDS_H_
+#define VIEWS_CHANGE_WORDS_H_
+
+#include <QString>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "db/jet/value.h"
+#include "stations/change.h"
+
+namespace views {
+
+// One thing that got another value: a text, a row of inhibits, the whole programming of a button.
+struct ChangeRow {
+  int station = 0;
+  std::vector<std::string> fields;  // those of the change that the row is about
+  QString where;                    // "Station 12", "Output 3"
+  QString what;                     // "Button 3", "Label", "Inhibits"
+  QString before;                   // "TALK 5"
+  QString after;
+};
+
+// What a field holds that was not changed itself: the targets of a button whose operation was.
+using FieldLookup = std::function<jet::Value(int station, std::string_view field)>;
+
+// The changes row by row: station by station in their order, the fields of each in the order of the
+// views.  Without a `lookup` (null) a row says no more than what was changed.
+std::vector<ChangeRow> ChangeRows(std::span<const stations::Change> changes,
+                                  const FieldLookup& lookup = nullptr);
+
+// Of the changes only what one of the rows is about.
+std::vector<stations::Change> Chosen(std::span<const stations::Change> changes,
+                                     std::span<const ChangeRow> rows);
+
+// Who made a change: "operator", "switcher", "undo".
+QString OriginWords(stations::Origin origin);
+
+// What was done, in one line: "Label of station 17", "Inhibits of 12 outputs",
+// "Undo: Button 3 of station 12".  REQUIRES: at least one change; the first one's origin counts.
+QString ActTitle(std::span<const stations::Change> changes);
+
+}  // namespace views
+
+#endif  // VIEWS_CHANGE_WORDS_H_
