@@ -7,6 +7,9 @@
 
 #include "app/app_folder.h"
 #include "app/damage_report.h"
+#include "app/journal/journal_keeper.h"
+#include "app/journal/recent_changes.h"
+#include "app/journal/rescue.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
@@ -62,6 +65,7 @@ class Console : public QObject {
   void ConnectTimers();
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
+  void ConnectJournal();
   void ConnectShutDown();
   void SayWhatIsUnusual();
 
@@ -73,6 +77,7 @@ class Console : public QObject {
   CommandTable commands_;
   db::DatabaseFiles files_;
   stations::Changes changes_;
+  JournalKeeper journal_;
   DamageReport damage_;
   gateway::Listener listener_;
   gateway::QtPauseTimer panelPause_;
@@ -103,6 +108,8 @@ class Console : public QObject {
   switcher::Link link_;
   Transfers transfers_;
   LogKeeper log_;
+  Rescue rescue_;
+  RecentChanges recentChanges_;
   ShutDown shutDown_;
   Termination termination_;
 };

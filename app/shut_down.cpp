@@ -24,6 +24,7 @@ bool ShutDown::Run() {
     return false;
   }
   if (saved) Q_EMIT DatabaseSaved();
+  Q_EMIT AllSaved();
   EndRun();
   return true;
 }

@@ -60,6 +60,8 @@ class ShutDown : public QObject {
  Q_SIGNALS:
   // The database was saved, and had been changed.
   void DatabaseSaved();
+  // All that was edited is in Tesk.mdb, whether anything had to be saved for that or not.
+  void AllSaved();
 
  private:
   void OfferToCloseWithoutSaving(const model::Status& status);

@@ -44,8 +44,9 @@ ChangePlace PlaceOf(const stations::Change& change, std::string_view field) {
   if (const int button = db::ButtonOfField(field); button != 0) {
     return {View::Button, station, button};
   }
-  const auto column = std::ranges::find(stations::kLabelColumns, field,
-                                        [](const auto& spec) { return std::string_view(spec.field); });
+  const auto column = std::ranges::find(stations::kLabelColumns, field, [](const auto& spec) {
+    return std::string_view(spec.field);
+  });
   return {View::Labels, station,
           column == stations::kLabelColumns.end()
               ? static_cast<int>(stations::LabelColumn::StationLabel)

@@ -23,7 +23,7 @@ struct ChangePlace {
   bool operator==(const ChangePlace&) const = default;
 };
 
-// The place of a field of a change; of inhibits the first input whose flag is another one now.  What
+// The place of a field of a change; of inhibits the first input whose flag is another one now. What
 // no view shows is at the station's label.
 ChangePlace PlaceOf(const stations::Change& change, std::string_view field);
 

@@ -80,7 +80,7 @@ void JournalKeeper::BeginGroup() { group_ = ++groups_; }
 
 void JournalKeeper::Changed(std::span<const stations::Change> changes) {
   const stations::Origin origin = changes.front().origin;
-  const stations::Act act{.title = views::ActTitle(origin, changes).toStdString(),
+  const stations::Act act{.title = views::ActTitle(changes).toStdString(),
                           .time = TimeNow(),
                           .origin = origin,
                           .group = origin == stations::Origin::Switcher ? group_ : 0,

@@ -54,12 +54,12 @@ Rescue::Rescue(const Services& services)
                          &Rescue::Restore)),
       show_(
           AddAction("aidShowChanges", tr("Show"), tr("List what that run changed"), &Rescue::Show)),
-      discard_(AddAction("aidDiscard", tr("Discard"), tr("Offer it no more"), &Rescue::Discard)),
-      unsavedRuns_(
-          AddAction("aidUnsavedRuns", tr("&Unsaved Runs…"),
-                    tr("Offer what a run of the console changed that ended without saving"),
-                    &Rescue::ShowNext)) {
-  unsavedRuns_->setEnabled(false);
+      discard_(AddAction("aidDiscard", tr("Discard"), tr("Offer it no more"), &Rescue::Discard)) {
+  connect(&services_.command, &QAction::triggered, this, &Rescue::ShowNext);
+  services_.command.setToolTip(
+      tr("Offer what a run of the console changed that ended without "
+         "saving"));
+  services_.command.setEnabled(false);
 }
 
 QAction* Rescue::AddAction(const char* name, const QString& caption, const QString& tip,
@@ -119,7 +119,7 @@ const Rescue::Offer* Rescue::OfferOf(std::int64_t run) const {
 
 void Rescue::ShowOffer() {
   services_.hints.Withdraw(Hint::UnsavedRun);
-  unsavedRuns_->setEnabled(!offers_.empty());
+  services_.command.setEnabled(!offers_.empty());
   const Offer* const offer = Current();
   if (offer == nullptr) return;
   QString text = tr("The console ended without saving on %1: %2")
@@ -174,7 +174,7 @@ void Rescue::AskAboutEdited(std::int64_t run, Share share) {
       {.name = QStringLiteral("aidAskEdited"),
        .text = tr("Restore What Was Edited Since?\r\rThese hold neither what that run found nor "
                   "what it left:") +
-               u"\r\r" + named.join(u'\r'),
+               QStringLiteral("\r\r") + named.join(u'\r'),
        .answers = {{.name = QStringLiteral("aidRestoreEdited"),
                     .caption = tr("Restore Them, Too"),
                     .run = [this, run, share] { Store(run, share, Edited::Restore); }},

@@ -24,7 +24,8 @@ namespace app {
 
 // Offers what runs of the console have changed that ended without saving, the oldest first: to
 // restore it, to show it, or to discard it.  Nothing is restored unasked, and nothing is forgotten:
-// closing the hint decides nothing, and the command of the menu brings it back.
+// closing the hint decides nothing, and the command of the menu brings it back, or
+// shows the next one of several.
 //
 // A run is restored on the database that it began with; on another one it can only be shown.
 class Rescue : public QObject {
@@ -36,7 +37,8 @@ class Rescue : public QObject {
     std::function<jet::Database*()> database;  // null while it is not open
     stations::Changes& changes;
     HintStrip& hints;
-    QWidget& window;  // the main window, which the questions are asked over
+    QAction& command;  // aidUnsavedRuns
+    QWidget& window;   // the main window, which the questions are asked over
     model::ErrorReporter& reporter;
     // Stores what is typed into a view; false when that failed, which was reported.
     std::function<bool()> storeEdits;
@@ -49,13 +51,9 @@ class Rescue : public QObject {
   // whose changes are all in the database is none of them: it ended before it could say so.
   void Begin();
 
-  // aidUnsavedRuns: brings the offer back; the next one of several when it shows already or was
-  // closed.  It can be used while there is one.
-  QAction& UnsavedRuns() { return *unsavedRuns_; }
-
  Q_SIGNALS:
   // The operator wants to see what this run has changed.
-  void ShowRequested(std::int64_t run, const QString& title);
+  void ShowRequested(qint64 run, const QString& title);
   // What has become of a run.
   void NoteRequested(const QString& note);
 
@@ -98,7 +96,6 @@ class Rescue : public QObject {
   QAction* restore_;
   QAction* show_;
   QAction* discard_;
-  QAction* unsavedRuns_;
 };
 
 }  // namespace app

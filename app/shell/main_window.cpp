@@ -106,11 +106,20 @@ QMenu* MainWindow::AddMenu(const char* id) {
   return menu;
 }
 
+QAction* MainWindow::AddAid(QMenu& menu, const char* name, const QString& caption) {
+  auto* const action = new QAction(caption, this);
+  action->setObjectName(QLatin1String(name));
+  menu.addAction(action);
+  return action;
+}
+
 void MainWindow::BuildMenus() {
   QMenu* const file = AddMenu("ID_File");
   file->addAction(CommandAction("ID_SendData"));
   file->addAction(CommandAction("ID_RetreiveData"));
   file->addAction(&DiscardCommand());
+  file->addSeparator();
+  unsavedRuns_ = AddAid(*file, "aidUnsavedRuns", tr("&Unsaved Runs…"));
   file->addSeparator();
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));

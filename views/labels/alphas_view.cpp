@@ -149,7 +149,8 @@ void AlphasView::UpdateLabels() {
 
 void AlphasView::GoTo(int station, LabelColumn column) {
   const auto& records = rows_.Records();
-  const auto record = std::ranges::find(records, jet::Value(station), &stations::LabelRecord::Station);
+  const auto record =
+      std::ranges::find(records, jet::Value(station), &stations::LabelRecord::Station);
   if (record == records.end()) return;
   grid_->setCurrentIndex(
       rows_.index(static_cast<int>(record - records.begin()), static_cast<int>(column)));
