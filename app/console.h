@@ -27,6 +27,7 @@
 #include "app/shell/open_views.h"
 #include "app/shell/panel_errors.h"
 #include "app/shell/sent_note.h"
+#include "app/shell/stored_elsewhere.h"
 #include "app/shell/transfers.h"
 #include "app/shell/view_menu.h"
 #include "app/shut_down.h"
@@ -67,7 +68,6 @@ class Console : public QObject {
   void ConnectView(views::MainView* view);
   void ConnectJournal();
   void ConnectShutDown();
-  void SayWhatIsUnusual();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;
@@ -85,12 +85,13 @@ class Console : public QObject {
   MainWindowPlace windowPlace_;
   switcher::QtSerialPort port_;
   switcher::LiveCommands liveCommands_;
-  switcher::LineShare line_;
+  switcher::LineShare share_;
   switcher::TableSenders tables_;
   TableTools tableTools_;
   views::UnsentTables unsent_;
   const views::Services viewServices_;
   OpenViews views_;
+  StoredElsewhere storedElsewhere_;
   ViewMenu viewMenu_;
   ExportMenu export_;
   SentNote sentNote_;

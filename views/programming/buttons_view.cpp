@@ -14,8 +14,10 @@
 #include <utility>
 #include <vector>
 
+#include "db/station_fields.h"
 #include "stations/button_program.h"
 #include "stations/operations.h"
+#include "stations/record.h"
 #include "stations/relays.h"
 #include "views/programming/buttons_form.h"
 #include "views/programming/page_metrics.h"
@@ -210,6 +212,12 @@ void ButtonsView::CheckForInactive() { Refresh(*this, &ButtonsView::StoreIfInact
 
 void ButtonsView::UpdateStation() { Refresh(*this, &ButtonsView::ShowStationAnew); }
 
+int ButtonsView::CurrentStation() const {
+  jet::RecordSet* const current = station_.services.stations();
+  if (current == nullptr || !current->HasRecord()) return 0;
+  return stations::Record(*current).Number(db::kStationNumField);
+}
+
 void ButtonsView::ShowAll(StationEvent& event) {
   ShowButtonLabels(event);
   ShowButtonTypes(event);
@@ -229,9 +237,9 @@ void ButtonsView::ShowStationAnew(StationEvent& event) {
 void ButtonsView::ShowStation(StationEvent& event) {
   const StationSnapshot& station = event.Station();
   const jet::Value number = event.Use(kReadFailed, station.number);
-  form_->fields.ShowStation(QString::fromStdString(event.Use(kReadFailed, station.label)),
-                            QString::fromStdString(event.Use(kReadFailed, station.inputLabel)),
-                            number.IsNull() ? QString() : QString::number(number.Int()));
+  form_->heading.ShowStation(QString::fromStdString(event.Use(kReadFailed, station.label)),
+                             QString::fromStdString(event.Use(kReadFailed, station.inputLabel)),
+                             number.IsNull() ? QString() : QString::number(number.Int()));
 }
 
 void ButtonsView::ShowButtonLabels(StationEvent& event) {
@@ -303,7 +311,7 @@ void ButtonsView::StoreIfInactive(StationEvent& event) {
   if (current == nullptr || !current->HasRecord()) return;
   bool changed = false;
   event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
-    return stations::StoreInactive(stations, Button(), station_.services.Operator(), &changed);
+    return stations::StoreInactive(stations, Button(), station_.services.Navigation(), &changed);
   });
   if (!changed) return;
   NoteEdited(switcher::Table::Buttons, StationNumber(event));
@@ -325,29 +333,27 @@ void ButtonsView::Move(stations::Movement movement) {
   });
 }
 
-void ButtonsView::GoToStation(int station) {
-  if (station > station_.services.model.StationCount) return;
+bool ButtonsView::GoToStation(int station) {
+  if (station > station_.services.model.StationCount) return false;
   MoveBy([&](jet::RecordSet& stations) {
     const jet::Bookmark before = stations.Mark();
-    if (model::Status status = stations::FindStation(stations, station); !status.ok())
-      return status;
+    if (model::Status found = stations::FindStation(stations, station); !found.ok()) return found;
     return stations.NoMatch() ? model::Status(stations.GoTo(before)) : model::Status();
   });
+  return CurrentStation() == station;
 }
 
 void ButtonsView::GoToButton(int station, int button) {
-  GoToStation(station);
-  if (button >= 1 && button <= station_.services.model.ButtonCount) EditButton(button);
+  if (button > station_.services.model.ButtonCount) return;
+  if (GoToStation(station)) EditButton(button);
 }
 
 void ButtonsView::GoToRelays(int station) {
-  GoToStation(station);
-  form_->tabs.setCurrentIndex(ButtonsForm::kRelayTab);
+  if (GoToStation(station)) form_->tabs.setCurrentIndex(ButtonsForm::kRelayTab);
 }
 
 void ButtonsView::GoToOpto(int station) {
-  GoToStation(station);
-  form_->tabs.setCurrentIndex(ButtonsForm::kOptoTab);
+  if (GoToStation(station)) form_->tabs.setCurrentIndex(ButtonsForm::kOptoTab);
 }
 
 void ButtonsView::MoveBy(const std::function<model::Status(jet::RecordSet&)>& move) {

@@ -60,8 +60,11 @@ class ButtonsView : public MainView {
   // elsewhere.  Stores nothing.
   void UpdateStation();
 
+  // The number of the station that is shown; 0 when there is none or it cannot be read.
+  int CurrentStation() const;
+
   // Goes to a station, as the navigation does, and there to one of its buttons (from 1), to its
-  // relays or to its opto.  A station that cannot be gone to is not left for.
+  // relays or to its opto.  Nothing is chosen of a station that cannot be gone to.
   void GoToButton(int station, int button);
   void GoToRelays(int station);
   void GoToOpto(int station);
@@ -118,7 +121,8 @@ class ButtonsView : public MainView {
   void NoteInactive(StationEvent& event);
 
   void Move(stations::Movement movement);
-  void GoToStation(int station);
+  // Whether it is there.
+  bool GoToStation(int station);
   // Makes another station the current record by `move`, and shows it.
   void MoveBy(const std::function<model::Status(jet::RecordSet&)>& move);
   void ChangeTab(StationEvent& event, int tab);
