@@ -135,6 +135,7 @@ void Rescue::ShowOffer() {
 void Rescue::ShowNext() {
   if (services_.hints.Has(Hint::UnsavedRun)) at_ = (at_ + 1) % offers_.size();
   ShowOffer();
+  services_.hints.TakeFocus();
 }
 
 void Rescue::Restore() {

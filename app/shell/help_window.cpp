@@ -60,6 +60,10 @@ constexpr Explained kExplained[] = {
     {"frmSysInfo", "transfer.html#retrieve"},
     {"frmTeskAbout", "commands.html#help"},
     {"aidExportDialog", "export.html#export"},
+    {"aidExportChanges", "recent.html#go"},
+    {"aidAskReceived", "crash.html#ask"},
+    {"aidAskEdited", "crash.html#ask"},
+    {"aidAskDiscard", "crash.html#restore"},
     {"Comm Error", "messages.html#comm"},
     {"Database Error", "messages.html#database"},
     {"Error Processing", "messages.html#processing"},
@@ -75,7 +79,8 @@ QStringList ManualPages() {
           QStringLiteral("labels.html"),   QStringLiteral("programming.html"),
           QStringLiteral("levels.html"),   QStringLiteral("transfer.html"),
           QStringLiteral("export.html"),   QStringLiteral("link.html"),
-          QStringLiteral("set-up.html"),   QStringLiteral("commands.html"),
+          QStringLiteral("set-up.html"),   QStringLiteral("crash.html"),
+          QStringLiteral("recent.html"),   QStringLiteral("commands.html"),
           QStringLiteral("messages.html"), QStringLiteral("errors.html")};
 }
 

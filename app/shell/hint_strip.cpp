@@ -57,6 +57,12 @@ void HintStrip::Withdraw(Hint hint) {
   if (hints_.erase(hint) != 0) ShowCurrent();
 }
 
+void HintStrip::TakeFocus() {
+  if (!buttons_.isEmpty() && buttons_.front()->isVisible()) {
+    buttons_.front()->setFocus(Qt::ShortcutFocusReason);
+  }
+}
+
 void HintStrip::CloseCurrent() {
   if (hints_.empty()) return;
   closed_.insert(hints_.begin()->first);

@@ -47,6 +47,9 @@ class HintStrip : public QFrame {
   // The hint does not hold any more.
   void Withdraw(Hint hint);
 
+  // Gives the focus to the first command of the hint that shows, for whoever works by keys.
+  void TakeFocus();
+
   // Whether it was given, and not closed or withdrawn since; a more urgent one may show.
   bool Has(Hint hint) const { return hints_.contains(hint); }
 
