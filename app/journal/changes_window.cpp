@@ -27,7 +27,7 @@ namespace {
 constexpr QSize kFirstSize(860, 460);
 
 // In characters, column by column; the last one takes what is left.
-constexpr int kWidths[] = {22, 18, 16, 26, 26};
+constexpr int kWidths[] = {26, 21, 16, 26, 26};
 
 }  // namespace
 

@@ -182,15 +182,20 @@ class LargeJournalTest : public JournalKeeperTest {
  protected:
   // More than a journal may have, of a run that was saved, and behind it one that was killed.
   void MakeLarge() {
-    std::vector<stations::Change> changes(7000, LabelOf(5, "a", std::string(200, 'b').c_str()));
-    RunAndCrash(changes);
-    {
-      stations::Changes stream;
-      JournalKeeper keeper(stream, Path(), DatabasePath());
-      keeper.Begin();
-      ASSERT_TRUE(keeper.EndRun(1, stations::JournalLine::Kind::Saved));
-    }
-    RunAndCrash({LabelOf(17, "Sta. 017", "CAM 4")});
+    const auto add = [this](const stations::Act& act, int times) {
+      stations::Journal journal(Path());
+      EXPECT_TRUE(journal.Read().ok());
+      journal.SetBeginning(stations::WriteBeginning(kDigest));
+      for (; times > 0; --times) EXPECT_TRUE(journal.AddAct(stations::WriteAct(act)).ok());
+      return journal.ThisRun();
+    };
+    const std::string long_(200, 'b');
+    const std::int64_t saved =
+        add({.title = "Label of station 5", .changes = {LabelOf(5, "a", long_.c_str())}}, 7000);
+    stations::Journal journal(Path());
+    ASSERT_TRUE(journal.Read().ok());
+    ASSERT_TRUE(journal.EndRun(saved, stations::JournalLine::Kind::Saved, "{}").ok());
+    add({.title = "Label of station 17", .changes = {LabelOf(17, "Sta. 017", "CAM 4")}}, 1);
     ASSERT_GT(Text().size(), JournalKeeper::kMostBytes);
   }
 };

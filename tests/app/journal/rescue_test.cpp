@@ -9,10 +9,11 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+#include <cerrno>
 #include <memory>
 
 #include "tests/app/journal/journal_fixture.h"
-#include "tests/support/full_disk.h"
+#include "tests/faults/fault_plan.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/views/gui_support.h"
 
@@ -49,7 +50,7 @@ class RescueTest : public JournalFixture {
     QObject::connect(rescue_.get(), &Rescue::NoteRequested,
                      [this](const QString& note) { notes_.push_back(note.toStdString()); });
     rescue_->Begin();
-    keeper_->Digest().waitForFinished();
+    QFuture<std::string>(keeper_->Digest()).waitForFinished();
     QCoreApplication::processEvents();
   }
 
@@ -246,10 +247,12 @@ TEST_F(RescueTest, ARunThatWasTakenBackToNothingIsNotOffered) {
 TEST_F(RescueTest, ACrashInARestoreLosesNothingAndRestoringTwiceIsHarmless) {
   RunAndCrash({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", "VT")});
   Start();
-  {
-    const test::FullDisk full(Text().size() + 40);
-    Click("aidRestore");
-  }
+  faults::FaultPlan plan(folder_.Path());
+  TeskWatch(plan.Shared());
+  plan.Fail(1, 1 << 30, ENOSPC);
+  Click("aidRestore");
+  plan.Lift();
+  TeskWatch(nullptr);
   EXPECT_EQ(database_.Field(5, "Label"), "LINE");
   EXPECT_THAT(Runs(), ElementsAre("1 Label of station 5 Label of station 7"))
       << "a restore that is in no journal is not said to be one";
