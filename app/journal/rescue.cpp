@@ -6,7 +6,7 @@
 #include <QLocale>
 #include <QStringList>
 #include <algorithm>
-#include <ranges>
+#include <span>
 #include <utility>
 
 #include "app/shell/question.h"
@@ -57,8 +57,7 @@ Rescue::Rescue(const Services& services)
       discard_(AddAction("aidDiscard", tr("Discard"), tr("Offer it no more"), &Rescue::Discard)) {
   connect(&services_.command, &QAction::triggered, this, &Rescue::ShowNext);
   services_.command.setToolTip(
-      tr("Offer what a run of the console changed that ended without "
-         "saving"));
+      tr("Offer what a run of the console changed that ended without saving"));
   services_.command.setEnabled(false);
 }
 
@@ -125,6 +124,10 @@ void Rescue::ShowOffer() {
   QString text = tr("The console ended without saving on %1: %2")
                      .arg(DayAndTime(offer->run.Time()), CountOf(*offer));
   if (offer->run.unreadable > 0) text += tr(", and some that cannot be read");
+  if (offer->run.acts.empty())
+    text =
+        tr("The console ended without saving, and what it changed "
+           "cannot be read");
   if (!offer->isOfThisDatabase) text += tr(", made in another Tesk.mdb");
   if (offers_.size() > 1) text += tr(" (run %1 of %2)").arg(at_ + 1).arg(offers_.size());
   QList<QAction*> commands{show_, discard_};
@@ -167,7 +170,7 @@ void Rescue::AskAboutEdited(std::int64_t run, Share share) {
   const std::vector<views::ChangeRow> rows = views::ChangeRows(InTheWay(conflicts));
   if (rows.empty()) return Store(run, share, Edited::Restore);
   QStringList named;
-  for (const views::ChangeRow& row : rows | std::views::take(kMostNamed)) {
+  for (const views::ChangeRow& row : std::span(rows).first(std::min(rows.size(), kMostNamed))) {
     named.append(tr("%1, %2: %3, to be %4").arg(row.where, row.what, row.before, row.after));
   }
   if (rows.size() > kMostNamed) named.append(tr("and %1 more").arg(rows.size() - kMostNamed));

@@ -24,6 +24,7 @@ using stations::Origin;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 class RescueTest : public JournalFixture {
  protected:
@@ -308,6 +309,19 @@ TEST_F(RescueTest, LinesThatCannotBeReadAreSaid) {
   Start();
   command_.trigger();
   EXPECT_THAT(Hint(), HasSubstr(": 1 change, and some that cannot be read (run 2 of 2)"));
+}
+
+TEST_F(RescueTest, ARunThatCannotBeReadCanBeDiscarded) {
+  {
+    stations::Journal journal(Path());
+    ASSERT_TRUE(journal.Read().ok());
+    journal.SetBeginning(stations::WriteBeginning(kDigest));
+    ASSERT_TRUE(journal.AddAct("{\"of\":\"another program\"}").ok());
+  }
+  Start();
+  EXPECT_EQ(Hint(), "The console ended without saving, and what it changed cannot be read");
+  EXPECT_THAT(Offered(), ElementsAre("aidShowChanges", "aidDiscard"));
+  EXPECT_THAT(Text(), Not(HasSubstr(" saved ")));
 }
 
 }  // namespace
