@@ -24,6 +24,7 @@ Console::Console(AppFolder folder)
       places_(config::PlacesSection(settingsFile_.Read())),
       files_(folder_.File(db::kMainFile), folder_.File(db::kWorkingCopy),
              folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
+      journal_(changes_, folder_.File(kJournalFile), folder_.File(db::kMainFile)),
       damage_(files_, boxes_),
       window_(commands_),
       windowPlace_(window_, places_),
@@ -124,6 +125,18 @@ Console::Console(AppFolder folder)
                       .changes = changes_,
                       .reporter = boxes_,
                       .storeEdits = [this] { return views_.StoreEdits(); }}),
+      rescue_({.journal = journal_,
+               .database = [this] { return files_.Database(); },
+               .changes = changes_,
+               .hints = window_.Hints(),
+               .command = window_.UnsavedRunsCommand(),
+               .window = window_,
+               .reporter = boxes_,
+               .storeEdits = [this] { return views_.StoreEdits(); }}),
+      recentChanges_({.journal = folder_.File(kJournalFile),
+                      .keeper = journal_,
+                      .views = views_,
+                      .window = window_}),
       shutDown_({.model = model_,
                  .boxes = boxes_,
                  .window = window_,
@@ -140,6 +153,7 @@ Console::Console(AppFolder folder)
   ConnectTimers();
   ConnectStatusBar();
   ConnectBackups();
+  ConnectJournal();
   ConnectShutDown();
   connect(&views_, &OpenViews::Loaded, this, &Console::ConnectView);
   listener_.SetAcceptHandler(
@@ -161,6 +175,8 @@ void Console::Start() {
   StartUp(
       {.model = model_, .files = files_, .listener = listener_, .link = link_, .reporter = boxes_})
       .Run(folder_.path.toStdString(), settings);
+  journal_.Begin();
+  rescue_.Begin();
   damage_.Tell();
   backups_.BeginDays();
   if (listener_.IsListening()) panelReports_.Begin();
@@ -278,6 +294,22 @@ void Console::ConnectBackups() {
     window_.Hints().Give(Hint::NoBackup, text);
     log_.Note(text);
   });
+}
+
+void Console::ConnectJournal() {
+  connect(&journal_, &JournalKeeper::Failed, this, [this](const QString& why) {
+    window_.Hints().Give(Hint::JournalFails,
+                         tr("What is edited now would not survive a crash: %1").arg(why));
+  });
+  connect(&journal_, &JournalKeeper::Recovered, this,
+          [this] { window_.Hints().Withdraw(Hint::JournalFails); });
+  connect(&transfers_, &Transfers::RetrievalBegun, &journal_, &JournalKeeper::BeginGroup);
+  connect(&transfers_, &Transfers::RetrievalEnded, &journal_, &JournalKeeper::EndGroup);
+  connect(&shutDown_, &ShutDown::AllSaved, &journal_, &JournalKeeper::RunSaved);
+  connect(&rescue_, &Rescue::ShowRequested, &recentChanges_, &RecentChanges::ShowRun);
+  connect(&rescue_, &Rescue::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&rescue_, &Rescue::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&viewMenu_, &ViewMenu::RecentChangesRequested, &recentChanges_, &RecentChanges::Show);
 }
 
 void Console::ConnectShutDown() {

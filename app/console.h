@@ -11,6 +11,9 @@
 #include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
 #include "app/damage_report.h"
+#include "app/journal/journal_keeper.h"
+#include "app/journal/recent_changes.h"
+#include "app/journal/rescue.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
@@ -71,6 +74,7 @@ class Console : public QObject {
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
   void ConnectBackups();
+  void ConnectJournal();
   void ConnectShutDown();
 
   const AppFolder folder_;
@@ -81,6 +85,7 @@ class Console : public QObject {
   CommandTable commands_;
   db::DatabaseFiles files_;
   stations::Changes changes_;
+  JournalKeeper journal_;
   DamageReport damage_;
   gateway::Listener listener_;
   gateway::QtPauseTimer panelPause_;
@@ -119,6 +124,8 @@ class Console : public QObject {
   BackupKeeper backups_;
   SaveCopy saveCopy_;
   RestoreBackup restoreBackup_;
+  Rescue rescue_;
+  RecentChanges recentChanges_;
   ShutDown shutDown_;
   Termination termination_;
 };

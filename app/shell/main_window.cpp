@@ -124,6 +124,7 @@ void MainWindow::BuildMenus() {
   file->addSeparator();
   saveCopy_ = AddAid(*file, "aidSaveCopy", tr("Save A &Copy As…"));
   restoreBackup_ = AddAid(*file, "aidRestoreBackup", tr("Restore &Backup…"));
+  unsavedRuns_ = AddAid(*file, "aidUnsavedRuns", tr("&Unsaved Runs…"));
   file->addSeparator();
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));

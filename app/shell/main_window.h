@@ -65,6 +65,8 @@ class MainWindow : public QMainWindow,
   QAction& RestoreBackupCommand() { return *restoreBackup_; }
   // aidCompare: compares the tables here with the switcher's.
   QAction& CompareCommand() { return *compare_; }
+  // aidUnsavedRuns: what runs of the console changed that ended without saving.
+  QAction& UnsavedRunsCommand() { return *unsavedRuns_; }
 
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
@@ -112,6 +114,7 @@ class MainWindow : public QMainWindow,
   QAction* saveCopy_ = nullptr;
   QAction* restoreBackup_ = nullptr;
   QAction* compare_ = nullptr;
+  QAction* unsavedRuns_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;

@@ -273,6 +273,23 @@ wait_for test -s "$work/keys.pdf"
 pdftoppm -r 110 -f 5 -l 5 -singlefile -png "$work/keys.pdf" "$work/raw/key-sheet"
 small key-sheet -trim -bordercolor white -border 12 -resize 720x
 
+# --- What was changed, and what a console that is killed leaves to the next one.
+
+trigger aidRecentChanges
+wait_for shows frmChanges
+does '{"do":"invoke","object":"lstChanges","method":"setFocus"}'
+keys lstChanges Down
+picture frmChanges recent-changes -resize 760x
+close frmChanges
+kill -KILL "$console"
+wait "$console" || true
+rm -f "$pilot"
+QT_QPA_GENERIC_PLUGINS=teskpilot:$pilot "$work/teskctl" &
+console=$!
+wait_for shows aidRestore
+does '{"do":"set","object":"frmMain","property":"size","value":[758,600]}'
+picture aidHintStrip unsaved-run
+click aidHintClose
 # --- Copies of the database.
 
 "$bin/gallery" backups "$work/raw"

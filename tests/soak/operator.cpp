@@ -30,6 +30,8 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
     AddClose("close a view", view);
     AddTrigger("open a view", command, view);
   }
+  AddTrigger("open the recent changes", "aidRecentChanges", "frmChanges");
+  AddClose("close the recent changes", "frmChanges");
   for (const char* const arrangement : {"ID_Cascade", "ID_TileHorizontal", "ID_TileVertical"}) {
     AddTrigger("arrange the windows", arrangement, "frmXmap");
   }

@@ -148,6 +148,16 @@ void AlphasView::UpdateLabels() {
   reportedFailure_ = failure;
 }
 
+void AlphasView::GoTo(int station, LabelColumn column) {
+  const auto& records = rows_.Records();
+  const auto record =
+      std::ranges::find(records, jet::Value(station), &stations::LabelRecord::Station);
+  if (record == records.end()) return;
+  grid_->setCurrentIndex(
+      rows_.index(static_cast<int>(record - records.begin()), static_cast<int>(column)));
+  grid_->setFocus(Qt::OtherFocusReason);
+}
+
 bool AlphasView::StoreRow() {
   if (!grid_->CommitEditor()) return false;
   if (!rows_.HasEdit()) return true;

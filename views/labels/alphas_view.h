@@ -44,6 +44,8 @@ class AlphasView : public MainView {
   // Copies the selected cells, and pastes at the first of them, as the grid's keys do.
   void Copy();
   void Paste();
+  // Makes a cell of a station the current one; nothing happens when there is no such station.
+  void GoTo(int station, stations::LabelColumn column);
 
   // Opens the field for finding a label.
   void ShowFind();
