@@ -163,7 +163,6 @@ void OptoPage::StoreTarget(int target, bool selected) {
     }
     Q_EMIT NoteRequested(tr("Opto %1 has no target left and is inactive now").arg(opto.stationNum));
   }
-  if (done != stations::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
 }
 
 void OptoPage::StoreOperation(int code) {
@@ -177,7 +176,6 @@ void OptoPage::StoreOperation(int code) {
   } else {
     ShowOption(event);
   }
-  if (done != stations::OptoEdit::None) Q_EMIT Edited(Read(event).stationNum);
 }
 
 void OptoPage::StoreChannel(int channel) {
@@ -188,7 +186,6 @@ void OptoPage::StoreChannel(int channel) {
     return stations::StoreOptoChannel(stations, channel, station_.services.Operator(), &done);
   });
   if (!isStored) SelectChannel(event);
-  if (done != stations::OptoEdit::None) Q_EMIT Edited(Read(event).stationNum);
 }
 
 }  // namespace views
