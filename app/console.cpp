@@ -12,12 +12,11 @@
 #include "app/shell/mdi_arrangement.h"
 #include "app/start_up.h"
 #include "app/switcher_observers.h"
+#include "app/unusual_files.h"
 #include "config/configuration.h"
 #include "views/xmap/xmap_legend.h"
 
 namespace app {
-
-using Icon = model::ErrorReporter::Icon;
 
 Console::Console(AppFolder folder)
     : folder_(std::move(folder)),
@@ -30,7 +29,7 @@ Console::Console(AppFolder folder)
       windowPlace_(window_, places_),
       port_([this](int number) { return settingsFile_.SerialDevice(number); }),
       liveCommands_({.model = model_, .port = port_, .reporter = boxes_}),
-      line_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
+      share_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
       tables_({.model = model_, .files = files_, .port = port_, .reporter = boxes_}),
       tableTools_(tables_),
       viewServices_{.model = model_,
@@ -43,6 +42,7 @@ Console::Console(AppFolder folder)
                     .settings = places_,
                     .reporter = boxes_},
       views_(window_.Area(), viewServices_),
+      storedElsewhere_(changes_, views_),
       viewMenu_({.menu = window_.ViewMenu(), .views = views_, .window = window_}),
       export_({.menu = window_.ExportMenu(),
                .window = window_,
@@ -50,16 +50,16 @@ Console::Console(AppFolder folder)
                .storeEdits = [this] { return views_.StoreEdits(); }}),
       sentNote_(unsent_),
       labels_(
-          model_, [this] { return files_.Database(); }, changes_),
+          {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       inhibits_(
-          model_, [this] { return files_.Database(); }, changes_),
+          {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       panelReports_(labels_, inhibits_),
       panelErrors_(boxes_, window_.Hints()),
       panelCommands_({.model = model_, .port = port_, .reporter = panelErrors_}),
       panels_({.model = model_,
                .files = files_,
                .commands = panelCommands_,
-               .line = line_,
+               .line = share_,
                .timer = panelPause_,
                .decodeTimer = window_,
                .events = panelReports_,
@@ -76,7 +76,7 @@ Console::Console(AppFolder folder)
                 .changes = changes_,
                 .observers = InOrder(
                     {.log = switcherReports_, .aids = aids_, .views = views_, .panels = panels_})}),
-      link_(model_, port_, decoder_, window_),
+      link_({.model = model_, .port = port_, .decoder = decoder_, .display = window_}),
       transfers_(
           {.window = window_,
            .views = views_,
@@ -123,7 +123,8 @@ void Console::Start() {
     model::ReportError(boxes_, "Reading Window Settings", places_.Problem());
   }
   windowPlace_.Restore();
-  SayWhatIsUnusual();
+  SayWhatIsUnusual(
+      {.folder = folder_, .database = files_, .status = window_.Status(), .reporter = boxes_});
   config::IniFile settings;
   if (const auto status = settingsFile_.Read(&settings); !status.ok()) {
     model::ReportError(boxes_, "Reading Configuration File", status);
@@ -145,20 +146,6 @@ void Console::Start() {
   views_.ShowXmap();
   window_.show();
   boxes_.ShowOver(&window_);
-}
-
-// About the files that it works on: nothing that is wrong, but what the operator must know.
-void Console::SayWhatIsUnusual() {
-  if (folder_.IsTheUsers()) window_.Status().SetFolder(folder_.path);
-  if (const QString other = OtherDatabase(folder_); !other.isEmpty()) {
-    boxes_.Show(Icon::Exclamation, "Orvo Intercom Control", other.toStdString());
-  }
-  if (files_.IsWriteProtected()) {
-    boxes_.Show(Icon::Exclamation, "Orvo Intercom Control",
-                tr("Tesk.mdb Is Write-Protected\r\rWhat is edited cannot be saved, unless the "
-                   "protection is taken off before the console is closed.")
-                    .toStdString());
-  }
 }
 
 void Console::ConnectCommands() {

@@ -24,6 +24,7 @@
 #include "app/shell/open_views.h"
 #include "app/shell/panel_errors.h"
 #include "app/shell/sent_note.h"
+#include "app/shell/stored_elsewhere.h"
 #include "app/shell/transfers.h"
 #include "app/shell/view_menu.h"
 #include "app/shut_down.h"
@@ -63,7 +64,6 @@ class Console : public QObject {
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
   void ConnectShutDown();
-  void SayWhatIsUnusual();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;
@@ -80,12 +80,13 @@ class Console : public QObject {
   MainWindowPlace windowPlace_;
   switcher::QtSerialPort port_;
   switcher::LiveCommands liveCommands_;
-  switcher::LineShare line_;
+  switcher::LineShare share_;
   switcher::TableSenders tables_;
   TableTools tableTools_;
   views::UnsentTables unsent_;
   const views::Services viewServices_;
   OpenViews views_;
+  StoredElsewhere storedElsewhere_;
   ViewMenu viewMenu_;
   ExportMenu export_;
   SentNote sentNote_;

@@ -23,13 +23,12 @@
 #include "switcher/load_tables.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "switcher/wire/messages/gain.h"
 #include "switcher/wire/messages/gain_report.h"
-#include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/label_order.h"
 #include "switcher/wire/messages/label_texts.h"
 #include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/relay_row.h"
 #include "switcher/wire/messages/take.h"
 #include "switcher/wire/messages/tally.h"
 
@@ -144,14 +143,14 @@ const Kind kKinds[] = {
        return EncodeInhibitRow(channels, values.flags, channels);
      },
      [](const Bytes& message, int channels) {
-       Accept<InhibitRow>([&](auto* row) { return ParseInhibitRow(message, channels, row); });
+       Accept<FlagRow>([&](auto* row) { return ParseInhibitRow(message, channels, row); });
      }},
     {"RelayRow",
      [](const Values& values, int channels) {
        return EncodeRelayRow(channels, values.relays, kRelays);
      },
      [](const Bytes& message, int channels) {
-       Accept<RelayRow>([&](auto* row) { return ParseRelayRow(message, channels, kRelays, row); });
+       Accept<FlagRow>([&](auto* row) { return ParseRelayRow(message, channels, kRelays, row); });
      }},
     {"ButtonData", [](const Values& values, int) { return EncodeButtonData(values.buttons); },
      [](const Bytes& message, int channels) {

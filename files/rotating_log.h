@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "files/line_file.h"
 #include "files/whole_file.h"
 
 namespace files {
@@ -15,8 +16,7 @@ namespace files {
 // A log in a few files of bounded size: "Teskctl.log" is written; when it is full it becomes
 // "Teskctl.1.log", that one "Teskctl.2.log" and so on, and the last one goes.
 //
-// A line is in the system's hands when it was added.  After a failure the next line is tried all
-// the same.
+// A line is kept as LineFile keeps it.
 class RotatingLog {
  public:
   struct Limits {
@@ -27,7 +27,7 @@ class RotatingLog {
   // Nothing is made or opened before the first line.
   explicit RotatingLog(std::filesystem::path path) : RotatingLog(std::move(path), Limits()) {}
   RotatingLog(std::filesystem::path path, const Limits& limits)
-      : path_(std::move(path)), limits_(limits) {}
+      : file_(std::move(path)), limits_(limits) {}
 
   // Adds a line, given without its line end.  When a full file cannot make way, the line is added
   // to it all the same, past the limit, and the failure is returned.
@@ -37,16 +37,11 @@ class RotatingLog {
   std::filesystem::path Older(int files) const;
 
  private:
-  Outcome Open();
-  // The present file is open afterwards if it can be opened, also when the older ones did not move.
-  Outcome Rotate();
+  // Renames the files, the present one too.
   Outcome MakeWay() const;
 
-  const std::filesystem::path path_;
+  LineFile file_;
   const Limits limits_;
-  File file_;
-  std::uint64_t end_ = 0;    // behind the last whole line
-  bool endsInLine_ = false;  // the file found does not end in a line end
 };
 
 }  // namespace files

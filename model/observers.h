@@ -18,6 +18,9 @@ class Observers {
   Observers(std::initializer_list<std::reference_wrapper<Events>> observers)
       : observers_(observers) {}
   void Add(Events& observer) { observers_.push_back(observer); }
+  void Remove(const Events& observer) {
+    std::erase_if(observers_, [&](const Events& added) { return &added == &observer; });
+  }
 
   // Calls one operation of all of them: Tell(&SwitcherEvents::InhibitsChanged, output).
   template <typename... Parameters, typename... Values>

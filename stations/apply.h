@@ -38,7 +38,7 @@ model::Status FindConflicts(jet::Database& database, std::span<const Change> cha
 
 // Stores the wanted values of changes as above, all at once or on a failure none, whatever the
 // fields hold now; what has them already is not written.  A station without a record is passed
-// over.
+// over.  The shared record set stays where it stands.
 model::Status Apply(jet::Database& database, std::span<const Change> changes, Direction direction,
                     const Author& author);
 

@@ -17,8 +17,6 @@ ChangeObserver::ChangeObserver(Changes& changes) : changes_(changes) { changes_.
 
 ChangeObserver::~ChangeObserver() { changes_.Remove(*this); }
 
-void Changes::Remove(const ChangeObserver& observer) { std::erase(observers_, &observer); }
-
 void Changes::Announce(Change change) {
   if (isHeld_) {
     held_.push_back(std::move(change));
@@ -36,10 +34,6 @@ void Changes::Release() {
 void Changes::Drop() {
   isHeld_ = false;
   held_.clear();
-}
-
-void Changes::Tell(std::span<const Change> changes) {
-  for (ChangeObserver* const observer : observers_) observer->Changed(changes);
 }
 
 }  // namespace stations

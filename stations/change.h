@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "db/jet/value.h"
+#include "model/observers.h"
 
 namespace stations {
 
@@ -67,8 +68,8 @@ class ChangeObserver {
 // hear of it at once, in the order in which they came.
 class Changes {
  public:
-  void Add(ChangeObserver& observer) { observers_.push_back(&observer); }
-  void Remove(const ChangeObserver& observer);
+  void Add(ChangeObserver& observer) { observers_.Add(observer); }
+  void Remove(const ChangeObserver& observer) { observers_.Remove(observer); }
 
   void Announce(Change change);
 
@@ -79,9 +80,9 @@ class Changes {
   void Drop();
 
  private:
-  void Tell(std::span<const Change> changes);
+  void Tell(std::span<const Change> changes) { observers_.Tell(&ChangeObserver::Changed, changes); }
 
-  std::vector<ChangeObserver*> observers_;
+  model::Observers<ChangeObserver> observers_;
   bool isHeld_ = false;
   std::vector<Change> held_;
 };

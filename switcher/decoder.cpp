@@ -9,15 +9,14 @@
 
 #include "db/database_files.h"
 #include "db/station_fields.h"
-#include "switcher/line.h"
+#include "switcher/message_sender.h"
 #include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "switcher/wire/messages/gain_report.h"
-#include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/label_texts.h"
 #include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/relay_row.h"
 #include "switcher/wire/messages/row_number.h"
 #include "switcher/wire/messages/tally.h"
 
@@ -112,23 +111,23 @@ void Decoder::DecodeLabels(Message message) {
 }
 
 void Decoder::DecodeInhibitRow(Message message) {
-  InhibitRow row;
+  FlagRow row;
   const Outcome outcome =
       Store(ParseInhibitRow(message, services_.model.ChannelCount, &row),
             "Error Storing Inhibits Table", [&](jet::Database& database, Stored* stored) {
-              return StoreFlags(database, row.output, db::kInhibitsField, row.inhibited, Switcher(),
+              return StoreFlags(database, row.output, db::kInhibitsField, row.members, Switcher(),
                                 stored);
             });
   Tell(message, outcome, &SwitcherEvents::InhibitsChanged, row.output);
 }
 
 void Decoder::DecodeRelayRow(Message message) {
-  RelayRow row;
+  FlagRow row;
   const model::SystemModel& model = services_.model;
   const Outcome outcome = Store(
       ParseRelayRow(message, model.ChannelCount, model.RelayCount, &row),
       "Error Storing Relays Table", [&](jet::Database& database, Stored* stored) {
-        return StoreFlags(database, row.output, db::kRelaysField, row.relays, Switcher(), stored);
+        return StoreFlags(database, row.output, db::kRelaysField, row.members, Switcher(), stored);
       });
   Tell(message, outcome, &SwitcherEvents::RelaysChanged, row.output);
 }

@@ -17,23 +17,14 @@ constexpr std::string_view kConfirmButtons =
     "Preparing to Transmit Button Programming Information to the Switcher. Click 'Ok' to "
     "continue and reprogram the existing System Button Information, or select 'Cancel' to abort.";
 
-// The bar moves at every call behind so many.
-constexpr int kCallsBetweenSteps = 10;
+// The bar moves at every value behind so many.
+constexpr int kValuesBetweenSteps = 10;
 constexpr int kBytesPerStep = 10;
 
 }  // namespace
 
-Download::Download(model::SystemModel& model, TableSenders& tables, PollSwitch& poll,
-                   DownloadDisplay& display)
-    : model_(model),
-      tables_(tables),
-      poll_(poll),
-      display_(display),
-      buttonsOnly_(model.DownloadMode != 0) {}
-
-Download::~Download() {
-  if (state_ != State::Confirming && state_ != State::Ended) tables_.SetProgress(nullptr);
-}
+Download::Download(const Services& services, DownloadDisplay& display)
+    : services_(services), display_(display), buttonsOnly_(services.model.DownloadMode != 0) {}
 
 std::string_view Download::Confirmation() const {
   return buttonsOnly_ ? kConfirmButtons : kConfirmEverything;
@@ -41,12 +32,12 @@ std::string_view Download::Confirmation() const {
 
 void Download::Go() {
   if (state_ != State::Confirming) return;
-  const int total = EstimateDownloadBytes(model_);
+  const int total = EstimateDownloadBytes(services_.model);
   maximum_ = total / kBytesPerStep;
   display_.ShowProgressBar(maximum_);
   display_.ShowCaption("System Download Progress (" + std::to_string(total) + " Total Bytes)");
   display_.ShowStatus("Download Status");
-  stages_ = PlanDownload(model_, tables_);
+  stages_ = PlanDownload(services_.model, services_.tables);
   running_ = true;
   state_ = State::Delaying;
   display_.StartDelayTimer();
@@ -75,8 +66,7 @@ void Download::CancelNow() {
 
 void Download::DelayTick() {
   if (state_ != State::Delaying) return;
-  poll_.SetPolling(false);
-  tables_.SetProgress(this);
+  services_.poll.SetPolling(false);
   Proceed();
 }
 
@@ -92,7 +82,7 @@ void Download::Proceed() {
 
 bool Download::SendMessage() {
   std::optional<Transmission>& table = stages_[current_].table;
-  return table && table->Step();
+  return table && table->Step([this] { CountValue(); });
 }
 
 void Download::SendNext() {
@@ -115,7 +105,7 @@ void Download::SendNext() {
 void Download::EndStage() {
   const DownloadStage& stage = stages_[current_];
   CountTable(stage);
-  const bool pauses = stage.pauses && model_.DownloadInterval > 0;
+  const bool pauses = stage.pauses && services_.model.DownloadInterval > 0;
   ++current_;
   if (pauses) {
     state_ = State::Pausing;
@@ -129,25 +119,25 @@ void Download::CountTable(const DownloadStage& stage) {
   if (!stage.table) return;
   const int messages = stage.table->Messages();
   if (stage.table->Failed()) {
-    result_.failed.push_back({.table = stage.content, .station = stage.station});
-    display_.TableFailed(stage.content, stage.station);
+    result_.failed.push_back(stage.part);
+    display_.TableFailed(stage.part);
     return;
   }
   // What has no record has no message.
   if (messages > 0) ++result_.sent;
-  display_.TableSent(stage.content, stage.station, messages);
+  display_.TableSent(stage.part, messages);
 }
 
 void Download::SpacingTick() {
   if (state_ == State::Pausing) Proceed();
 }
 
-void Download::UpdateStatus() {
-  if (calls_ < kCallsBetweenSteps) {
-    ++calls_;
+void Download::CountValue() {
+  if (values_ < kValuesBetweenSteps) {
+    ++values_;
     return;
   }
-  calls_ = 0;
+  values_ = 0;
   if (position_ == maximum_) return;
   ++position_;
   display_.ShowPosition(position_);
@@ -158,8 +148,7 @@ void Download::End() {
   running_ = false;
   // Also when it was cancelled before the first tick: the poll is on then and stays so.
   state_ = State::Ended;
-  tables_.SetProgress(nullptr);
-  poll_.SetPolling(true);
+  services_.poll.SetPolling(true);
   display_.Close();
 }
 

@@ -10,7 +10,6 @@
 
 #include "model/system_model.h"
 #include "switcher/download_plan.h"
-#include "switcher/line.h"
 #include "switcher/poll_switch.h"
 #include "switcher/table.h"
 #include "switcher/table_senders.h"
@@ -51,12 +50,11 @@ class DownloadDisplay {
   // SendNext() is to come once, from the next turn of the event loop.
   virtual void RequestTurn() = 0;
 
-  // A table has been sent without a failure, in so many messages: of one station (from 1), or of
-  // all with model::kAll.
-  virtual void TableSent(Table table, int station, int messages) = 0;
+  // This has been sent without a failure, in so many messages.
+  virtual void TableSent(const TablePart& part, int messages) = 0;
 
-  // The same of a table that could not be sent, which has been reported.
-  virtual void TableFailed(Table table, int station) = 0;
+  // This could not be sent, which has been reported.
+  virtual void TableFailed(const TablePart& part) = 0;
 
   // Nothing is left to do.
   virtual void Close() = 0;
@@ -67,14 +65,19 @@ class DownloadDisplay {
 //
 // Every event is a function; the timers belong to the window.  It goes back to the event loop
 // between any two messages and never inside one.
-class Download : private SendProgress {
+class Download {
  public:
   static constexpr int kDelayMilliseconds = 10;
 
+  // What a download works with.
+  struct Services {
+    const model::SystemModel& model;
+    const TableSenders& tables;
+    PollSwitch& poll;
+  };
+
   // All must outlive the object.  The mode is the model's DownloadMode as it is now.
-  Download(model::SystemModel& model, TableSenders& tables, PollSwitch& poll,
-           DownloadDisplay& display);
-  ~Download() override;
+  Download(const Services& services, DownloadDisplay& display);
   Download(const Download&) = delete;
   Download& operator=(const Download&) = delete;
 
@@ -106,16 +109,14 @@ class Download : private SendProgress {
  private:
   enum class State { Confirming, Delaying, BeforeStage, Sending, Pausing, Ended };
 
-  void UpdateStatus() override;
   bool SendMessage();
+  void CountValue();
   void Proceed();
   void EndStage();
   void CountTable(const DownloadStage& stage);
   void End();
 
-  model::SystemModel& model_;
-  TableSenders& tables_;
-  PollSwitch& poll_;
+  const Services services_;
   DownloadDisplay& display_;
   const bool buttonsOnly_;
   State state_ = State::Confirming;
@@ -123,7 +124,7 @@ class Download : private SendProgress {
   std::vector<DownloadStage> stages_;
   std::size_t current_ = 0;  // the stage that is sent or comes next
   DownloadResult result_;
-  int calls_ = 0;  // progress calls since the bar last moved
+  int values_ = 0;  // since the bar last moved
   int position_ = 0;
   int maximum_ = 0;
 };

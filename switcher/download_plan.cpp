@@ -4,8 +4,6 @@
 
 #include <utility>
 
-#include "switcher/wire/messages/label_order.h"
-
 namespace switcher {
 
 namespace {
@@ -15,25 +13,24 @@ constexpr char kButtonProgramming[] = "Button Programming Sta ";
 
 }  // namespace
 
-std::vector<DownloadStage> PlanDownload(const model::SystemModel& model, TableSenders& tables) {
+std::vector<DownloadStage> PlanDownload(const model::SystemModel& model,
+                                        const TableSenders& tables) {
   std::vector<DownloadStage> stages;
-  const auto add = [&stages](const char* name, Table content, Transmission table) {
-    stages.push_back({.name = name, .table = std::move(table), .content = content});
+  const auto add = [&](std::string name, const TablePart& part, bool pauses = false) {
+    stages.push_back(
+        {.name = std::move(name), .table = tables.Make(part), .part = part, .pauses = pauses});
   };
   if (model.DownloadMode == 0) {
-    add("Optos", Table::Optos, tables.Optos());
-    add("Output Alphas", Table::OutputLabels, tables.Labels(kOutputLabels));
-    add("Input Alphas", Table::InputLabels, tables.Labels(kInputLabels));
-    add("Inhibits", Table::Inhibits, tables.Inhibits(model::kAll));
-    add("Relays", Table::Relays, tables.Relays(model::kAll));
+    add("Optos", {.table = Table::Optos});
+    add("Output Alphas", {.table = Table::OutputLabels});
+    add("Input Alphas", {.table = Table::InputLabels});
+    add("Inhibits", {.table = Table::Inhibits});
+    add("Relays", {.table = Table::Relays});
     for (int i = 0; i < kPauses; ++i) stages.push_back({.name = "Pause", .pauses = true});
   }
   for (int station = 1; station <= model.StationCount; ++station) {
-    stages.push_back({.name = kButtonProgramming + std::to_string(station),
-                      .table = tables.Buttons(station),
-                      .content = Table::Buttons,
-                      .station = station,
-                      .pauses = true});
+    add(kButtonProgramming + std::to_string(station), {.table = Table::Buttons, .station = station},
+        true);
   }
   return stages;
 }
@@ -55,10 +52,10 @@ std::string NameTables(std::span<const DownloadStage> stages) {
     if (!stage.table) continue;
     if (!names.empty()) names += ", ";
     names += stage.name;
-    if (stage.content != Table::Buttons) continue;
+    if (stage.part.table != Table::Buttons) continue;
     // The stations' button programming comes last and in their order.
-    const int last = stages.back().station;
-    if (last != stage.station) names += " to " + std::to_string(last);
+    const int last = stages.back().part.station;
+    if (last != stage.part.station) names += " to " + std::to_string(last);
     break;
   }
   return names;

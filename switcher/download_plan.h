@@ -22,9 +22,8 @@ struct DownloadStage {
   // The table that the stage sends; none for a pause.
   std::optional<Transmission> table = std::nullopt;
 
-  // What of which table that is: of one station (from 1), or of all with model::kAll.
-  Table content = Table::Optos;
-  int station = model::kAll;
+  // What of which table that is.
+  TablePart part = {};
 
   // A pause follows.
   bool pauses = false;
@@ -33,7 +32,8 @@ struct DownloadStage {
 // The stages of a download in sending order: every table, or with a DownloadMode other than 0
 // the stations' button programming only.  Nothing is sent until they are run.  `tables` must
 // outlive the plan.
-std::vector<DownloadStage> PlanDownload(const model::SystemModel& model, TableSenders& tables);
+std::vector<DownloadStage> PlanDownload(const model::SystemModel& model,
+                                        const TableSenders& tables);
 
 // The bytes of a download, as the window announces them.  An estimate: the tables that are sent
 // have other lengths.

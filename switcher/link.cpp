@@ -6,43 +6,40 @@
 
 namespace switcher {
 
-Link::Link(model::SystemModel& model, SerialPort& port, Decoder& decoder, LinkDisplay& display)
-    : model_(model), port_(port), decoder_(decoder), display_(display) {
-  port_.SetEvents(this);
-}
+Link::Link(const Services& services) : services_(services) { services_.port.SetEvents(this); }
 
-Link::~Link() { port_.SetEvents(nullptr); }
+Link::~Link() { services_.port.SetEvents(nullptr); }
 
 model::Status Link::OpenPort() {
-  model::Status status = port_.Open(model_.ComPort);
-  if (status.ok()) display_.ShowLinkText(NotConnectedText());
+  model::Status status = services_.port.Open(services_.model.ComPort);
+  if (status.ok()) services_.display.ShowLinkText(NotConnectedText());
   return status;
 }
 
 bool Link::KeepOpen() {
-  if (port_.IsOpen()) return true;
-  if (!port_.Open(model_.ComPort).ok()) return false;
+  if (services_.port.IsOpen()) return true;
+  if (!services_.port.Open(services_.model.ComPort).ok()) return false;
   // A message that was cut short by the loss is not coming back, and nothing of what the
   // switcher did meanwhile is known.
-  model_.SendBusy = false;
-  model_.XmapComplete = false;
-  display_.ShowLinkText(NotConnectedText());
+  services_.model.SendBusy = false;
+  services_.model.XmapComplete = false;
+  services_.display.ShowLinkText(NotConnectedText());
   return true;
 }
 
 void Link::PollTick() {
   if (!KeepOpen()) return;
-  if (model_.SendBusy) return;
+  if (services_.model.SendBusy) return;
 
   // A poll that cannot be written is not reported: a lost device announces itself, and the
   // next second polls again.
-  if (!model_.XmapComplete) {
-    (void)port_.Write(kPollMap);
+  if (!services_.model.XmapComplete) {
+    (void)services_.port.Write(kPollMap);
     return;
   }
-  auto& [connected, answered, unanswered] = model_.LinkStatus;
-  (void)port_.Write(model_.TallySeen ? kPollKeepAlive : kPollTally);
-  if (model_.TallySeen) answered = 0;  // of all polls only the keep-alive is watched
+  auto& [connected, answered, unanswered] = services_.model.LinkStatus;
+  (void)services_.port.Write(services_.model.TallySeen ? kPollKeepAlive : kPollTally);
+  if (services_.model.TallySeen) answered = 0;  // of all polls only the keep-alive is watched
   if (connected != answered) ++unanswered;
   if (unanswered > 2) SetLinkState(false);
 }
@@ -54,18 +51,18 @@ bool Link::DecodeTick() {
 }
 
 void Link::SetLinkState(bool connected) {
-  const bool wasConnected = model_.LinkStatus[0] == 1;
-  model_.LinkStatus = {0, 0, 0};
-  if (connected) model_.LinkStatus = {1, 1, 0};
+  const bool wasConnected = services_.model.LinkStatus[0] == 1;
+  services_.model.LinkStatus = {0, 0, 0};
+  if (connected) services_.model.LinkStatus = {1, 1, 0};
   if (connected == wasConnected) return;
-  display_.ShowLinkText(connected ? ConnectedText() : NotConnectedText());
+  services_.display.ShowLinkText(connected ? ConnectedText() : NotConnectedText());
 }
 
 void Link::DecodeSwitcherMessage() {
   Bytes message;
   const Cut cut = CutMessage(received_, &message);
   ShowBlockedCode(cut == Cut::Blocked ? std::optional(received_.bytes.front()) : std::nullopt);
-  if (cut == Cut::Message) decoder_.Decode(message);
+  if (cut == Cut::Message) services_.decoder.Decode(message);
 }
 
 std::optional<std::uint8_t> Link::DiscardBlockedByte() {
@@ -73,19 +70,19 @@ std::optional<std::uint8_t> Link::DiscardBlockedByte() {
   if (!code.has_value()) return code;
   DropFirst(received_);
   ShowBlockedCode(std::nullopt);
-  display_.StartDecodeTimer();
+  services_.display.StartDecodeTimer();
   return code;
 }
 
 void Link::DataReceived() {
-  Bytes received = port_.Read();
+  Bytes received = services_.port.Read();
   const auto answers = std::remove(received.begin(), received.end(), kLinkAnswer);
   const bool answered = answers != received.end();
   received.erase(answers, received.end());
   if (answered) SetLinkState(true);
   if (received.empty()) return;
 
-  display_.StartDecodeTimer();
+  services_.display.StartDecodeTimer();
   Bytes& kept = received_.bytes;
   const std::size_t room = kRxLimit - std::min(kRxLimit, kept.size());
   kept.insert(kept.end(), received.begin(),
@@ -95,12 +92,12 @@ void Link::DataReceived() {
 }
 
 void Link::OutputDrained() {
-  port_.SetSendThreshold(0);
-  model_.SendBusy = false;
+  services_.port.SetSendThreshold(0);
+  services_.model.SendBusy = false;
 }
 
 void Link::PortLost() {
-  model_.SendBusy = false;
+  services_.model.SendBusy = false;
   received_ = {};
   ShowBlockedCode(std::nullopt);
   SetLinkState(false);
@@ -109,15 +106,15 @@ void Link::PortLost() {
 void Link::ShowBlockedCode(std::optional<std::uint8_t> code) {
   if (code == blockedCode_) return;
   blockedCode_ = code;
-  display_.ShowBlockedCode(code);
+  services_.display.ShowBlockedCode(code);
 }
 
 std::string Link::ConnectedText() const {
-  return "Connected - COM " + std::to_string(model_.ComPort) + "  (57600, 8, N, 1)";
+  return "Connected - COM " + std::to_string(services_.model.ComPort) + "  (57600, 8, N, 1)";
 }
 
 std::string Link::NotConnectedText() const {
-  return "Not Connected - COM " + std::to_string(model_.ComPort);
+  return "Not Connected - COM " + std::to_string(services_.model.ComPort);
 }
 
 }  // namespace switcher

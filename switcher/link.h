@@ -42,8 +42,14 @@ class Link : public SerialPortEvents {
   // are dropped.
   static constexpr std::size_t kRxLimit = std::size_t{1} << 20;
 
-  // All must outlive the link.
-  Link(model::SystemModel& model, SerialPort& port, Decoder& decoder, LinkDisplay& display);
+  // What the link works with and who shows it; all must outlive it.
+  struct Services {
+    model::SystemModel& model;
+    SerialPort& port;
+    Decoder& decoder;
+    LinkDisplay& display;
+  };
+  explicit Link(const Services& services);
   ~Link() override;
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;
@@ -85,10 +91,7 @@ class Link : public SerialPortEvents {
   std::string ConnectedText() const;
   std::string NotConnectedText() const;
 
-  model::SystemModel& model_;
-  SerialPort& port_;
-  Decoder& decoder_;
-  LinkDisplay& display_;
+  const Services services_;
   ReceiveBuffer received_;
   std::optional<std::uint8_t> blockedCode_;
 };

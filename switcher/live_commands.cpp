@@ -9,12 +9,12 @@ namespace switcher {
 
 bool LiveCommands::SendTake(int destination, int source, std::uint8_t action) {
   const Take take{.destination = destination, .source = source, .action = action};
-  return line_.Send(EncodeTake(take), "Error Sending Take Command");
+  return sender_.Send(EncodeTake(take), "Error Sending Take Command");
 }
 
 bool LiveCommands::SendGain(int channel, int gain) {
   const Gain message{.input = channel, .step = gain};
-  return line_.Send(EncodeGain(message), "Error Sending Gain Command");
+  return sender_.Send(EncodeGain(message), "Error Sending Gain Command");
 }
 
 }  // namespace switcher

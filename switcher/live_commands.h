@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "switcher/line.h"
+#include "switcher/message_sender.h"
 
 namespace switcher {
 
@@ -14,7 +14,7 @@ namespace switcher {
 // returns false.
 class LiveCommands {
  public:
-  explicit LiveCommands(const Line::Services& services) : line_(services) {}
+  explicit LiveCommands(const MessageSender::Services& services) : sender_(services) {}
 
   // Makes or breaks the crosspoint of an output and an input channel, both from 1 and at most
   // 256.  `action` is a TakeAction, or what a panel asked for.
@@ -24,7 +24,7 @@ class LiveCommands {
   bool SendGain(int channel, int gain);
 
  private:
-  const Line line_;
+  const MessageSender sender_;
 };
 
 }  // namespace switcher

@@ -14,11 +14,10 @@
 #include "stations/record.h"
 #include "switcher/stored_labels.h"
 #include "switcher/wire/messages/button_data.h"
-#include "switcher/wire/messages/inhibit_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "switcher/wire/messages/label_order.h"
 #include "switcher/wire/messages/label_texts.h"
 #include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/relay_row.h"
 
 namespace switcher {
 

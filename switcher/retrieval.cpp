@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "switcher/line.h"
+#include "switcher/message_sender.h"
 #include "switcher/wire/frame.h"
 #include "switcher/wire/message_table.h"
 
@@ -17,15 +17,15 @@ const char Retrieval::kConfirmation[] =
 
 const char Retrieval::kCaption[] = "Retrieve System Data";
 
-Retrieval::Retrieval(const RetrievalParts& parts, RetrievalDisplay& display)
-    : parts_(parts), display_(display) {
-  parts_.decoder.SetHistory(this);
+Retrieval::Retrieval(const Services& services, RetrievalDisplay& display)
+    : services_(services), display_(display) {
+  services_.decoder.SetHistory(this);
 }
 
-Retrieval::~Retrieval() { parts_.decoder.EndHistory(this); }
+Retrieval::~Retrieval() { services_.decoder.EndHistory(this); }
 
 void Retrieval::Go() {
-  if (parts_.model.RetrieveActive) return;
+  if (services_.model.RetrieveActive) return;
   display_.CloseViews();
   result_ = {};
   totalBytes_ = 0;
@@ -33,15 +33,15 @@ void Retrieval::Go() {
   display_.ShowCaption(kCaption);
   display_.ShowHistory();
   display_.SetWaiting(true);
-  parts_.poll.SetPolling(false);
-  parts_.model.RetrieveActive = true;
+  services_.poll.SetPolling(false);
+  services_.model.RetrieveActive = true;
   requestDue_ = true;
   display_.StartDelayTimer();
 }
 
 void Retrieval::Cancel() {
   ForgetRequest();
-  if (parts_.model.RetrieveActive) {
+  if (services_.model.RetrieveActive) {
     EndWait(kCaption);
   } else {
     display_.Close();
@@ -55,15 +55,15 @@ void Retrieval::ForgetRequest() {
 void Retrieval::DelayTick() {
   // A tick that was on its way when the operator cancelled.
   if (!std::exchange(requestDue_, false)) return;
-  const model::Status status = parts_.port.Write(kRetrieveRequest);
-  if (parts_.model.RetrieveActive) result_.asked = status.ok();
-  if (!status.ok()) ReportSendError(parts_.reporter, "Error Requesting System Data", status);
+  const model::Status status = services_.port.Write(kRetrieveRequest);
+  if (services_.model.RetrieveActive) result_.asked = status.ok();
+  if (!status.ok()) ReportSendError(services_.reporter, "Error Requesting System Data", status);
 }
 
 void Retrieval::SecondTick() {
-  if (!parts_.model.RetrieveActive) return;
+  if (!services_.model.RetrieveActive) return;
   NoteLoss();
-  if (!parts_.link.KeepOpen()) {
+  if (!services_.link.KeepOpen()) {
     display_.ShowLine(RetrievalLine::Closed);
   } else {
     display_.ShowLine(result_.lineLost ? RetrievalLine::OpenAgain : RetrievalLine::Open);
@@ -72,7 +72,7 @@ void Retrieval::SecondTick() {
 }
 
 void Retrieval::NoteLoss() {
-  if (!parts_.port.IsOpen()) result_.lineLost = true;
+  if (!services_.port.IsOpen()) result_.lineLost = true;
 }
 
 void Retrieval::UpdateStatus(std::string_view description, int byteCount, DecodeStatus status) {
@@ -84,7 +84,7 @@ void Retrieval::UpdateStatus(std::string_view description, int byteCount, Decode
   if (status != DecodeStatus::Ok && ++result_.refused == 1) result_.firstRefused = description;
 
   // The switcher sends the last station's button data last.
-  if (description == DescribeMessage(kButtonDataCode, parts_.model.StationCount)) {
+  if (description == DescribeMessage(kButtonDataCode, services_.model.StationCount)) {
     result_.completed = true;
     EndWait("Retrieval Completed (" + std::to_string(totalBytes_) + " Bytes)");
   } else {
@@ -94,11 +94,11 @@ void Retrieval::UpdateStatus(std::string_view description, int byteCount, Decode
 
 void Retrieval::EndWait(std::string_view caption) {
   NoteLoss();
-  parts_.model.RetrieveActive = false;
+  services_.model.RetrieveActive = false;
   display_.ShowSilence(0);
   display_.SetWaiting(false);
   display_.ShowCaption(caption);
-  parts_.poll.SetPolling(true);
+  services_.poll.SetPolling(true);
 }
 
 }  // namespace switcher

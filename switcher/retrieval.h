@@ -67,16 +67,6 @@ class RetrievalDisplay {
   virtual void Close() = 0;
 };
 
-// What a retrieval works with; all must outlive it.
-struct RetrievalParts {
-  model::SystemModel& model;
-  Decoder& decoder;  // it tells the retrieval of its messages
-  SerialPort& port;
-  Link& link;
-  PollSwitch& poll;
-  model::ErrorReporter& reporter;
-};
-
 // Asks the switcher for all its tables and keeps account of the messages that come.  The
 // decoders write them into the database.
 //
@@ -97,8 +87,18 @@ class Retrieval : public MessageHistory {
   // Silence is spoken of from this many seconds on.
   static constexpr int kSilenceSeconds = 10;
 
-  // Becomes the decoder's history for its lifetime.  `display` must outlive it.
-  Retrieval(const RetrievalParts& parts, RetrievalDisplay& display);
+  // What a retrieval works with.
+  struct Services {
+    model::SystemModel& model;
+    Decoder& decoder;  // it tells the retrieval of its messages
+    SerialPort& port;
+    Link& link;
+    PollSwitch& poll;
+    model::ErrorReporter& reporter;
+  };
+
+  // Becomes the decoder's history for its lifetime.  All must outlive it.
+  Retrieval(const Services& services, RetrievalDisplay& display);
   ~Retrieval() override;
   Retrieval(const Retrieval&) = delete;
   Retrieval& operator=(const Retrieval&) = delete;
@@ -127,7 +127,7 @@ class Retrieval : public MessageHistory {
   void NoteLoss();
   void EndWait(std::string_view caption);
 
-  const RetrievalParts parts_;
+  const Services services_;
   RetrievalDisplay& display_;
   RetrievalResult result_;
   int totalBytes_ = 0;

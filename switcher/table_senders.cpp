@@ -20,8 +20,33 @@ constexpr std::string_view kOptosFailed = "Error Sending Opto Programming Data";
 
 }  // namespace
 
-Transmission TableSenders::Labels(int selector) const {
-  const Table table = selector == kOutputLabels ? Table::OutputLabels : Table::InputLabels;
+Transmission TableSenders::Make(const TablePart& part) const {
+  switch (part.table) {
+    case Table::Optos:
+      return Optos();
+    case Table::OutputLabels:
+      return Labels(part.table, kOutputLabels);
+    case Table::InputLabels:
+      return Labels(part.table, kInputLabels);
+    case Table::Inhibits:
+      return Rows(part, model_.ChannelCount, kRowsFailed, LoadInhibits);
+    case Table::Relays:
+      return Rows(part, model_.ChannelCount, kRowsFailed, LoadRelays);
+    case Table::Buttons:
+      break;
+  }
+  return Rows(part, model_.StationCount, kButtonsFailed, LoadButtons);
+}
+
+Transmission TableSenders::Optos() const {
+  return Send(kOptosFailed, Table::Optos, 1, model_.OptoCount,
+              [this](jet::Database& database, Bytes* message, bool* more) {
+                *more = false;
+                return LoadOptos(database, model_, message);
+              });
+}
+
+Transmission TableSenders::Labels(Table table, int selector) const {
   return Send(kLabelsFailed, table, 1, model_.LabelCount,
               [this, selector, texts = Bytes()](jet::Database& database, Bytes* message,
                                                 bool* more) mutable -> model::Status {
@@ -39,48 +64,12 @@ Transmission TableSenders::Labels(int selector) const {
               });
 }
 
-Transmission TableSenders::Inhibits(int station) const {
-  const bool all = station == model::kAll;
-  return Rows(kRowsFailed, Table::Inhibits, all ? 1 : station, all ? model_.ChannelCount : station,
-              LoadInhibits);
-}
-
-Transmission TableSenders::Relays(int station) const {
-  const bool all = station == model::kAll;
-  return Rows(kRowsFailed, Table::Relays, all ? 1 : station, all ? model_.ChannelCount : station,
-              LoadRelays);
-}
-
-Transmission TableSenders::Buttons(int station) const {
-  const bool all = station == model::kAll;
-  return Rows(kButtonsFailed, Table::Buttons, all ? 1 : station,
-              all ? model_.StationCount : station, LoadButtons);
-}
-
-Transmission TableSenders::Optos() const {
-  return Send(kOptosFailed, Table::Optos, 1, model_.OptoCount,
-              [this](jet::Database& database, Bytes* message, bool* more) {
-                *more = false;
-                return LoadOptos(database, model_, message);
-              });
-}
-
-Transmission TableSenders::Send(std::string_view failureLine, Table table, int first, int last,
-                                Transmission::ReadNext readNext) const {
-  // What has no record in a sound database either is skipped.
-  const int lastRecord = std::min<int>(last, model_.LabelCount);
-  return Transmission(
-      {.line = line_,
-       .files = files_,
-       .failureLine = failureLine,
-       .check = [this, table, first,
-                 lastRecord] { return files_.CheckTable(table, first, lastRecord); },
-       .readNext = std::move(readNext)});
-}
-
-Transmission TableSenders::Rows(std::string_view failureLine, Table table, int first, int last,
+Transmission TableSenders::Rows(const TablePart& part, int last, std::string_view failureLine,
                                 ReadStation read) const {
-  return Send(failureLine, table, first, last,
+  const bool all = part.station == model::kAll;
+  const int first = all ? 1 : part.station;
+  if (!all) last = first;
+  return Send(failureLine, part.table, first, last,
               [this, next = first, last, read](jet::Database& database, Bytes* message,
                                                bool* more) mutable -> model::Status {
                 while (next <= last && message->empty()) {
@@ -96,11 +85,17 @@ Transmission TableSenders::Rows(std::string_view failureLine, Table table, int f
               });
 }
 
-std::optional<int> TableSenders::Run(Transmission transmission) {
-  while (transmission.Step()) {
-  }
-  if (transmission.Failed()) return std::nullopt;
-  return transmission.Messages();
+Transmission TableSenders::Send(std::string_view failureLine, Table table, int first, int last,
+                                Transmission::ReadNext readNext) const {
+  // What has no record in a sound database either is skipped.
+  const int lastRecord = std::min<int>(last, model_.LabelCount);
+  return Transmission(
+      {.sender = sender_,
+       .files = files_,
+       .failureLine = failureLine,
+       .check = [this, table, first,
+                 lastRecord] { return files_.CheckTable(table, first, lastRecord); },
+       .readNext = std::move(readNext)});
 }
 
 }  // namespace switcher

@@ -10,7 +10,7 @@
 #include "model/error_reporter.h"
 #include "model/status.h"
 #include "model/system_model.h"
-#include "switcher/line.h"
+#include "switcher/message_sender.h"
 #include "switcher/table.h"
 #include "switcher/transmission.h"
 
@@ -33,50 +33,33 @@ class TableSenders {
   explicit TableSenders(const Services& services)
       : model_(services.model),
         files_(services.files),
-        line_({.model = services.model, .port = services.port, .reporter = services.reporter}) {}
+        sender_({.model = services.model, .port = services.port, .reporter = services.reporter}) {}
 
-  // Who is told of each value sent; null for nobody.  Must outlive the object or be taken away.
-  void SetProgress(SendProgress* progress) { line_.SetProgress(progress); }
-
-  // The labels of `selector`, kOutputLabels or kInputLabels: their order, then their texts.
-  // Both messages are read from the database before the first of them is sent, so that they
-  // belong together.
-  Transmission Labels(int selector) const;
-
-  // A row of an output (from 1), or with model::kAll one message for each of outputs 1 to
-  // ChannelCount.  An output without a record is skipped.
-  Transmission Inhibits(int station) const;
-  Transmission Relays(int station) const;
-
-  // The button programming of a station (from 1), or with model::kAll one message for each of
-  // stations 1 to StationCount.  A station without a record is skipped.
-  Transmission Buttons(int station) const;
-
-  // All optos, in one message.
-  Transmission Optos() const;
-
-  // The same, each at once and to its end.  They return how many messages were sent, or nothing
-  // after a failure, which is reported to the operator.
-  std::optional<int> SendLabels(int selector) { return Run(Labels(selector)); }
-  std::optional<int> SendInhibits(int station) { return Run(Inhibits(station)); }
-  std::optional<int> SendRelays(int station) { return Run(Relays(station)); }
-  std::optional<int> SendButtons(int station) { return Run(Buttons(station)); }
-  std::optional<int> SendOptos() { return Run(Optos()); }
+  // What `part` names, to be sent from its first message on; failures are reported to the operator.
+  //
+  // Of the inhibits and relays one message for the output, or with model::kAll for each of outputs
+  // 1 to ChannelCount; of the buttons likewise for the station, or each of stations 1 to
+  // StationCount. What has no record is skipped.  Of the labels, which have no parts, their order
+  // and their texts: both are read from the database before the first of them is sent, so that they
+  // belong together. The optos are one message.
+  Transmission Make(const TablePart& part) const;
 
  private:
   using ReadStation = model::Status (*)(jet::Database& database, const model::SystemModel& model,
                                         int station, std::optional<Bytes>* message);
 
-  // One message for each station of first..last that has a record.
-  Transmission Rows(std::string_view failureLine, Table table, int first, int last,
+  Transmission Optos() const;
+  Transmission Labels(Table table, int selector) const;
+  // One message for each station of the part that has a record; of all, up to `last`.
+  Transmission Rows(const TablePart& part, int last, std::string_view failureLine,
                     ReadStation read) const;
+  // A table of which the stations first..last are looked at before.
   Transmission Send(std::string_view failureLine, Table table, int first, int last,
                     Transmission::ReadNext readNext) const;
-  static std::optional<int> Run(Transmission transmission);
 
   const model::SystemModel& model_;
   db::DatabaseFiles& files_;
-  Line line_;
+  const MessageSender sender_;
 };
 
 }  // namespace switcher

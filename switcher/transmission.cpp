@@ -4,31 +4,37 @@
 
 namespace switcher {
 
-bool Transmission::Step() {
+bool Transmission::Step(const SendProgress& progress) {
   if (ended_) return false;
-  parts_.line.Begin();
+  services_.sender.Begin();
   Bytes message;
   bool more = false;
   model::Status status = Read(&message, &more);
   if (status.ok() && !message.empty()) {
-    status = parts_.line.WriteTable(message);
+    status = services_.sender.WriteTable(message, progress);
     if (status.ok()) ++messages_;
   }
   if (status.ok() && more) return true;
 
   ended_ = true;
-  failed_ = !parts_.line.End(status, parts_.failureLine);
+  failed_ = !services_.sender.End(status, services_.failureLine);
   return false;
 }
 
+std::optional<int> Transmission::Run() {
+  while (Step()) continue;
+  if (failed_) return std::nullopt;
+  return messages_;
+}
+
 model::Status Transmission::Read(Bytes* message, bool* more) {
-  jet::Database* const database = parts_.files.Database();
+  jet::Database* const database = services_.files.Database();
   if (database == nullptr) return db::NotOpen();
   if (!checked_) {
     checked_ = true;
-    if (model::Status status = parts_.check(); !status.ok()) return status;
+    if (model::Status status = services_.check(); !status.ok()) return status;
   }
-  return parts_.readNext(*database, message, more);
+  return services_.readNext(*database, message, more);
 }
 
 }  // namespace switcher

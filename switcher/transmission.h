@@ -4,12 +4,13 @@
 #define SWITCHER_TRANSMISSION_H_
 
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <utility>
 
 #include "db/database_files.h"
 #include "model/status.h"
-#include "switcher/line.h"
+#include "switcher/message_sender.h"
 #include "switcher/wire/values.h"
 
 namespace switcher {
@@ -26,14 +27,14 @@ class Transmission {
       std::function<model::Status(jet::Database& database, Bytes* message, bool* more)>;
 
   // What it works with and what it sends.  What is referred to must outlive it.
-  struct Parts {
-    const Line& line;
+  struct Services {
+    const MessageSender& sender;
     db::DatabaseFiles& files;
     std::string_view failureLine;  // a literal
     Check check;
     ReadNext readNext;
   };
-  explicit Transmission(Parts parts) : parts_(std::move(parts)) {}
+  explicit Transmission(Services services) : services_(std::move(services)) {}
 
   // Sends the next message and says whether there may be more.  It has been read from the
   // database whole before its first byte is handed to the port; the shared record set of the
@@ -43,7 +44,10 @@ class Transmission {
   // A failure is reported to the operator and ends the transmission; what was sent by then
   // stays sent.  After the end: does nothing and returns false.  A transmission that was begun
   // is to be stepped to its end.
-  bool Step();
+  bool Step(const SendProgress& progress = {});
+
+  // Steps to the end.  Returns how many messages were sent, or nothing after a failure.
+  std::optional<int> Run();
 
   // Whether a failure has ended it.
   bool Failed() const { return failed_; }
@@ -55,7 +59,7 @@ class Transmission {
   // *message is empty when there is none.
   model::Status Read(Bytes* message, bool* more);
 
-  Parts parts_;
+  Services services_;
   bool checked_ = false;
   bool ended_ = false;
   bool failed_ = false;

@@ -34,6 +34,8 @@ struct Services {
 
   // Who edits in the views.
   stations::Author Operator() const { return {changes, stations::Origin::Operator}; }
+  // The views themselves, when the operator goes elsewhere in them.
+  stations::Author Navigation() const { return {changes, stations::Origin::Navigation}; }
 };
 
 // Runs `work` on the stations and goes back to the record they stood on.  A failure without

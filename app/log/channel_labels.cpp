@@ -34,12 +34,12 @@ void ChannelLabels::Read() {
   if (read_) return;
   outputs_.clear();
   inputs_.clear();
-  jet::Database* const database = database_();
+  jet::Database* const database = services_.database();
   if (database == nullptr) return;
   read_ = true;
   std::unique_ptr<jet::RecordSet> stations;
   if (!stations::OpenStations(*database, &stations).ok()) return;
-  const int count = model_.ChannelCount;
+  const int count = services_.model.ChannelCount;
   (void)stations::ReadAvailableTexts(*stations, db::kLabelField, count, &outputs_);
   (void)stations::ReadAvailableTexts(*stations, db::kInLabelField, count, &inputs_);
 }

@@ -20,12 +20,14 @@ namespace app {
 // kept until one changes.
 class ChannelLabels : public stations::ChangeObserver {
  public:
-  // The open database; null when there is none.
-  using Database = std::function<jet::Database*()>;
-
-  // `model` and `changes` must outlive the object.
-  ChannelLabels(const model::SystemModel& model, Database database, stations::Changes& changes)
-      : ChangeObserver(changes), model_(model), database_(std::move(database)) {}
+  // What is referred to must outlive the object.
+  struct Services {
+    const model::SystemModel& model;
+    std::function<jet::Database*()> database;  // the open one; null when there is none
+    stations::Changes& changes;
+  };
+  explicit ChannelLabels(Services services)
+      : ChangeObserver(services.changes), services_(std::move(services)) {}
 
   // The label of an output or an input (from 1); where it is empty or cannot be read, its number:
   // "Out 12", "In 12".
@@ -40,8 +42,7 @@ class ChannelLabels : public stations::ChangeObserver {
   void Read();
   static QString Label(const Labels& labels, int channel);
 
-  const model::SystemModel& model_;
-  const Database database_;
+  const Services services_;
   bool read_ = false;
   Labels outputs_;
   Labels inputs_;

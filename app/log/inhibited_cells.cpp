@@ -22,12 +22,13 @@ bool InhibitedCells::Contain(int output, int input) {
 void InhibitedCells::Read() {
   if (read_) return;
   flags_.clear();
-  jet::Database* const database = database_();
+  jet::Database* const database = services_.database();
   if (database == nullptr) return;
   read_ = true;
   std::unique_ptr<jet::RecordSet> stations;
   if (!stations::OpenStations(*database, &stations).ok()) return;
-  (void)stations::ReadAvailableTexts(*stations, db::kInhibitsField, model_.ChannelCount, &flags_);
+  (void)stations::ReadAvailableTexts(*stations, db::kInhibitsField, services_.model.ChannelCount,
+                                     &flags_);
 }
 
 }  // namespace app

@@ -20,12 +20,14 @@ namespace app {
 // asked for, and kept until some change.
 class InhibitedCells : public stations::ChangeObserver {
  public:
-  // The open database; null when there is none.
-  using Database = std::function<jet::Database*()>;
-
-  // `model` and `changes` must outlive the object.
-  InhibitedCells(const model::SystemModel& model, Database database, stations::Changes& changes)
-      : ChangeObserver(changes), model_(model), database_(std::move(database)) {}
+  // What is referred to must outlive the object.
+  struct Services {
+    const model::SystemModel& model;
+    std::function<jet::Database*()> database;  // the open one; null when there is none
+    stations::Changes& changes;
+  };
+  explicit InhibitedCells(Services services)
+      : ChangeObserver(services.changes), services_(std::move(services)) {}
 
   // Whether a crosspoint (both channels from 1) is inhibited.  One that the database does not have,
   // or that cannot be read, is not.
@@ -38,8 +40,7 @@ class InhibitedCells : public stations::ChangeObserver {
  private:
   void Read();
 
-  const model::SystemModel& model_;
-  const Database database_;
+  const Services services_;
   bool read_ = false;
   std::vector<std::optional<std::string>> flags_;  // of each output
 };

@@ -25,8 +25,8 @@ LogKeeper::LogKeeper(const Services& services)
           [this](const QString& title, const QString& text) {
             services_.log.AddRepeated(Kind::Report, QStringLiteral("%1: %2").arg(title, text));
           });
-  services_.commands.SetObserver(
-      [this](const QString& id) { Add(Kind::Command, CommandWords(id)); });
+  connect(&services_.commands, &CommandTable::Runs, this,
+          [this](const QString& id) { Add(Kind::Command, CommandWords(id)); });
 }
 
 void LogKeeper::FollowView(views::MainView* view) {

@@ -19,8 +19,13 @@ class BlockedLine : public QObject {
   Q_OBJECT
 
  public:
-  // `window` owns the object and its command; the others must outlive it.
-  BlockedLine(QWidget& window, StatusBar& status, HintStrip& hints);
+  struct Services {
+    QWidget& window;  // owns the object and its command
+    StatusBar& status;
+    HintStrip& hints;
+  };
+  // The status bar and the hints must outlive it.
+  explicit BlockedLine(const Services& services);
 
   // The code that blocks; nothing when the way is free.
   void Show(std::optional<std::uint8_t> code);
@@ -29,8 +34,7 @@ class BlockedLine : public QObject {
   QAction& DiscardCommand() { return *discard_; }
 
  private:
-  StatusBar& status_;
-  HintStrip& hints_;
+  const Services services_;
   QAction* discard_;
 };
 

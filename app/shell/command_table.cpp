@@ -57,7 +57,7 @@ void CommandTable::Set(const QString& id, Operation operation) {
 void CommandTable::Run(const QString& id) const {
   const auto entry = operations_.find(id);
   if (entry == operations_.end()) return;
-  if (observer_) observer_(id);
+  Q_EMIT Runs(id);
   entry->second();
 }
 

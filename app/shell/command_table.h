@@ -3,11 +3,11 @@
 #ifndef APP_SHELL_COMMAND_TABLE_H_
 #define APP_SHELL_COMMAND_TABLE_H_
 
+#include <QObject>
 #include <QString>
 #include <functional>
 #include <map>
 #include <span>
-#include <utility>
 
 namespace app {
 
@@ -29,17 +29,14 @@ std::span<const Command> AllCommands();
 QString CommandWords(const QString& id);
 
 // What the commands do.
-class CommandTable {
+class CommandTable : public QObject {
+  Q_OBJECT
+
  public:
   using Operation = std::function<void()>;
 
   // Gives a command its operation.
   void Set(const QString& id, Operation operation);
-
-  // Who is told of every command that is run; null for nobody.
-  void SetObserver(std::function<void(const QString& id)> observer) {
-    observer_ = std::move(observer);
-  }
 
   // Whether the command does anything.
   bool Has(const QString& id) const { return operations_.contains(id); }
@@ -47,9 +44,12 @@ class CommandTable {
   // Runs a command.  A heading and any unknown identifier do nothing.
   void Run(const QString& id) const;
 
+ Q_SIGNALS:
+  // The command is about to be run.
+  void Runs(const QString& id) const;
+
  private:
   std::map<QString, Operation> operations_;
-  std::function<void(const QString& id)> observer_;
 };
 
 }  // namespace app

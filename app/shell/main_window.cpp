@@ -32,7 +32,7 @@ MainWindow::MainWindow(const CommandTable& commands)
       area_(new QMdiArea),
       hints_(new HintStrip),
       statusBar_(new StatusBar(this)),
-      blocked_(new BlockedLine(*this, *statusBar_, *hints_)) {
+      blocked_(new BlockedLine({.window = *this, .status = *statusBar_, .hints = *hints_})) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(QStringLiteral("Orvo Intercom Control"));
   setWindowIcon(views::Icon(QStringLiteral("teskctl")));

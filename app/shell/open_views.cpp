@@ -186,7 +186,9 @@ void OpenViews::TallyChanged() {
   if (services_.model.TallyViewOpen && tally_ != nullptr) tally_->UpdateTally(tallyReportedAt_);
 }
 
-void OpenViews::LabelsChanged(int /*selector*/) {
+void OpenViews::LabelsChanged(int /*selector*/) { UpdateLabels(); }
+
+void OpenViews::UpdateLabels() {
   if (views::XmapView* const xmap = Xmap()) xmap->UpdateXmapAlphas();
   if (views::AlphasView* const alphas = Alphas()) alphas->UpdateLabels();
   if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();

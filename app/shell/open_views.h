@@ -67,6 +67,9 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   // Stores what is typed, and unloads all views and dialogs; each main view keeps its place.
   void CloseAll();
 
+  // Shows the labels that are stored now in all views and dialogs that have labels.
+  void UpdateLabels();
+
   void CrosspointRowChanged(int output, int mode) override;
   void GainsChanged() override;
   void TallyChanged() override;

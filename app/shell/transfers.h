@@ -22,8 +22,8 @@ class Transfers : public QObject {
   struct Services {
     QWidget& window;  // the main window
     OpenViews& views;
-    views::DownloadServices download;
-    switcher::RetrievalParts retrieval;
+    views::DownloadWindow::Services download;
+    switcher::Retrieval::Services retrieval;
   };
 
   // All that is referred to must outlive the object.

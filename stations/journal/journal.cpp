@@ -2,22 +2,14 @@
 
 #include "stations/journal/journal.h"
 
-#include <array>
-#include <span>
+#include <system_error>
 #include <utility>
 
 namespace stations {
-namespace {
-
-std::span<const std::uint8_t> BytesOf(const std::string& text) {
-  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
-}  // namespace
 
 files::Outcome Journal::Read() {
   std::string text;
-  files::Outcome outcome = files::ReadWhole(path_, kMostBytes, &text);
+  files::Outcome outcome = files::ReadWhole(file_.Path(), kMostBytes, &text);
   if (outcome.error == std::errc::no_such_file_or_directory) outcome = {};
   wasRead_ = outcome.ok();
   if (!wasRead_) return outcome;
@@ -27,8 +19,8 @@ files::Outcome Journal::Read() {
 }
 
 files::Outcome Journal::Replace(std::string_view text) {
-  if (files::Outcome outcome = files::Replace(path_, text); !outcome.ok()) return outcome;
-  file_.reset();
+  if (files::Outcome outcome = files::Replace(file_.Path(), text); !outcome.ok()) return outcome;
+  file_.Close();
   run_ = 0;
   return Read();
 }
@@ -59,38 +51,10 @@ files::Outcome Journal::EndRun(std::int64_t run, JournalLine::Kind kind, std::st
   return outcome;
 }
 
-files::Outcome Journal::Open() {
-  files::File opened;
-  std::error_code error = files::File::OpenToEdit(path_, &opened);
-  if (error == std::errc::no_such_file_or_directory) {
-    error = files::File::Create(path_, files::Rights::OfFolder, &opened);
-  }
-  if (!error) error = opened.Size(&end_);
-  std::array<std::uint8_t, 1> last{'\n'};
-  if (!error && end_ > 0) error = opened.Read(end_ - 1, last);
-  if (error) return files::Failure("open", path_, error);
-  hasTornEnd_ = last[0] != '\n';
-  file_ = std::make_shared<files::File>(std::move(opened));
-  return {};
-}
-
 files::Outcome Journal::Append(const std::string& lines) {
-  if (!wasRead_) {
-    return files::Failure("write", path_, std::make_error_code(std::errc::operation_not_permitted));
-  }
-  if (file_ == nullptr) {
-    if (files::Outcome outcome = Open(); !outcome.ok()) return outcome;
-  }
-  // The torn end of a run that was killed becomes a line of its own, which is passed over.
-  const std::string written = hasTornEnd_ ? '\n' + lines : lines;
-  if (const std::error_code error = file_->Write(end_, BytesOf(written))) {
-    // What was written of it would be a torn line in the middle.
-    (void)file_->Truncate(end_);
-    return files::Failure("write", path_, error);
-  }
-  end_ += written.size();
-  hasTornEnd_ = false;
-  return {};
+  if (wasRead_) return file_.Append(lines);
+  return files::Failure("write", file_.Path(),
+                        std::make_error_code(std::errc::operation_not_permitted));
 }
 
 }  // namespace stations

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "files/line_file.h"
 #include "files/whole_file.h"
 #include "stations/journal/contents.h"
 #include "stations/journal/line.h"
@@ -18,17 +19,16 @@ namespace stations {
 // The file of changes, `Tesk.journal`: what it held when this run of the program began, and the
 // lines that this run adds.
 //
-// A line is in the system's hands when an operation returns, so that a program that is killed
-// loses none; the disk has it after a Sync() of File(), which may take its time and is the caller's
-// to put where nobody waits.  After a failure of the disk the next line is tried all the same, in
-// the same place.  A journal that could not be read is not added to: what it holds would be lost.
+// Lines are kept as files::LineFile keeps them; the disk has one after a Sync() of File(), which
+// may take its time and is the caller's to put where nobody waits.  A journal that could not be
+// read is not added to: what it holds would be lost.
 class Journal {
  public:
   // No journal is larger; one that is, is not read.
   static constexpr std::uint64_t kMostBytes = 256 << 20;
 
   // `path` need not be there.
-  explicit Journal(std::filesystem::path path) : path_(std::move(path)) {}
+  explicit Journal(std::filesystem::path path) : file_(std::move(path)) {}
 
   // Reads what is there.  Nothing is written yet, and nothing is made.
   files::Outcome Read();
@@ -55,19 +55,15 @@ class Journal {
   std::int64_t ThisRun() const { return run_; }
 
   // The open file; null before the first line of this run.
-  const std::shared_ptr<files::File>& File() const { return file_; }
+  const std::shared_ptr<files::File>& File() const { return file_.Opened(); }
 
  private:
-  files::Outcome Open();
   files::Outcome Append(const std::string& lines);
 
-  const std::filesystem::path path_;
   std::unique_ptr<JournalContents> contents_ = std::make_unique<JournalContents>();
   std::string beginning_;
-  std::shared_ptr<files::File> file_;
+  files::LineFile file_;
   bool wasRead_ = false;
-  std::uint64_t end_ = 0;    // behind the last whole line
-  bool hasTornEnd_ = false;  // the file found does not end in a line end
   std::int64_t next_ = 1;
   std::int64_t run_ = 0;
 };

@@ -17,7 +17,9 @@ class ChannelLabelsTest : public testing::Test {
   model::SystemModel model_;
   test::SmallDatabase database_;
   stations::Changes changes_;
-  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
+  ChannelLabels labels_{{.model = model_,
+                         .database = [this] { return database_.Files().Database(); },
+                         .changes = changes_}};
 };
 
 TEST_F(ChannelLabelsTest, AreThoseOfTheRecordsInTheirOrder) {
@@ -66,7 +68,7 @@ TEST_F(ChannelLabelsTest, LeaveTheSharedRecordSetAlone) {
 TEST_F(ChannelLabelsTest, OfADatabaseThatOpensLaterAreRead) {
   jet::Database* database = nullptr;
   ChannelLabels labels(
-      model_, [&] { return database; }, changes_);
+      {.model = model_, .database = [&] { return database; }, .changes = changes_});
   EXPECT_EQ(labels.Output(1), QStringLiteral("Out 1"));
   database_.AddStation(1, {{"Label", "one"}});
   database = database_.Files().Database();

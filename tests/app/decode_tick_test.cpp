@@ -21,7 +21,7 @@ class DecodeTickTest : public gateway::GatewayTest {
                               .changes = changes_,
                               .observers = {gateway_}}};
   test::SilentLinkDisplay display_;
-  switcher::Link link_{model_, port_, decoder_, display_};
+  switcher::Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = display_}};
 };
 
 TEST_F(DecodeTickTest, ARowFromTheSwitcherReachesThePanelsAndATakeTheSwitcher) {

@@ -28,8 +28,7 @@ TEST(EventWords, LinesThatStandForSeveralHaveTheirCount) {
 TEST(EventWords, AnActionWithoutANameHasItsByte) {
   const model::SystemModel model;
   stations::Changes changes;
-  ChannelLabels labels(
-      model, [] { return nullptr; }, changes);
+  ChannelLabels labels({.model = model, .database = [] { return nullptr; }, .changes = changes});
   const CrosspointWords words(labels);
   EXPECT_EQ(words.Command(3, 12, 0x05), QStringLiteral("Action 0x05: Out 3 < In 12"));
   EXPECT_EQ(words.Command(3, 12, 0x03), QStringLiteral("Take: Out 3 < In 12"));

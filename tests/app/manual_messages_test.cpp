@@ -68,6 +68,7 @@ constexpr const char* kNotShown[] = {
     "QDV %1 not responding",
     "Events",
     "Filter",
+    "Differences",
     // Names of bands of tools.
     "Button Commands",
     "Commands",

@@ -35,8 +35,12 @@ class PanelReportsTest : public testing::Test {
   model::SystemModel model_;
   test::SmallDatabase database_;
   stations::Changes changes_;
-  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
-  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }, changes_};
+  ChannelLabels labels_{{.model = model_,
+                         .database = [this] { return database_.Files().Database(); },
+                         .changes = changes_}};
+  InhibitedCells inhibits_{{.model = model_,
+                            .database = [this] { return database_.Files().Database(); },
+                            .changes = changes_}};
   PanelReports reports_{labels_, inhibits_};
   std::vector<std::string> lines_;
 };
@@ -108,10 +112,9 @@ TEST_F(PanelReportsTest, ATakeOnAnInhibitedCrosspointIsNamedAsSuch) {
 }
 
 TEST_F(PanelReportsTest, WithoutADatabaseATakeHasItsNumbers) {
-  ChannelLabels labels(
-      model_, [] { return nullptr; }, changes_);
+  ChannelLabels labels({.model = model_, .database = [] { return nullptr; }, .changes = changes_});
   InhibitedCells inhibits(
-      model_, [] { return nullptr; }, changes_);
+      {.model = model_, .database = [] { return nullptr; }, .changes = changes_});
   PanelReports reports(labels, inhibits);
   QString line;
   QObject::connect(&reports, &PanelReports::Happened, [&](const QString& text) { line = text; });

@@ -67,7 +67,7 @@ class StartUpTest : public testing::Test {
                               .reporter = reporter_,
                               .changes = changes_,
                               .observers = {events_}}};
-  switcher::Link link_{model_, port_, decoder_, display_};
+  switcher::Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = display_}};
   gateway::Listener listener_;
 };
 

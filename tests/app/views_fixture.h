@@ -68,8 +68,12 @@ class TransfersFixture : public ViewsFixture {
   MainWindow window_{commands_};
   OpenViews views_{window_.Area(), Services()};
   EventLog log_;
-  ChannelLabels labels_{model_, [this] { return database_.Files().Database(); }, changes_};
-  InhibitedCells inhibits_{model_, [this] { return database_.Files().Database(); }, changes_};
+  ChannelLabels labels_{{.model = model_,
+                         .database = [this] { return database_.Files().Database(); },
+                         .changes = changes_}};
+  InhibitedCells inhibits_{{.model = model_,
+                            .database = [this] { return database_.Files().Database(); },
+                            .changes = changes_}};
   SwitcherReports reports_{{.model = model_, .labels = labels_, .log = log_}};
   switcher::SwitcherEvents nobody_;
   switcher::Decoder decoder_{
@@ -79,7 +83,7 @@ class TransfersFixture : public ViewsFixture {
        .changes = changes_,
        .observers =
            InOrder({.log = reports_, .aids = nobody_, .views = views_, .panels = nobody_})}};
-  switcher::Link link_{model_, port_, decoder_, window_};
+  switcher::Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = window_}};
   switcher::TableSenders senders_{
       {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
   Transfers transfers_{

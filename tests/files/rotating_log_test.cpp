@@ -6,7 +6,6 @@
 
 #include <string>
 
-#include "tests/support/full_disk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace files {
@@ -28,12 +27,6 @@ TEST_F(RotatingLogTest, LinesAreAddedToWhatIsThere) {
   ASSERT_TRUE(log_.Add("one").ok());
   ASSERT_TRUE(log_.Add("two").ok());
   EXPECT_EQ(Text(), "before\none\ntwo\n");
-}
-
-TEST_F(RotatingLogTest, ATornEndIsALineOfItsOwn) {
-  test::WriteFile(Path(), "bef");
-  ASSERT_TRUE(log_.Add("one").ok());
-  EXPECT_EQ(Text(), "bef\none\n");
 }
 
 TEST_F(RotatingLogTest, AFullFileMakesWayAndTheOldestGoes) {
@@ -64,16 +57,6 @@ TEST_F(RotatingLogTest, ALineLongerThanAFileHasOneToItself) {
   EXPECT_EQ(Text(2), "one\n");
 }
 
-TEST_F(RotatingLogTest, AFullDiskCostsTheLineOnly) {
-  ASSERT_TRUE(log_.Add("one").ok());
-  {
-    const test::FullDisk full(6);
-    EXPECT_FALSE(log_.Add("two").ok());
-  }
-  ASSERT_TRUE(log_.Add("three").ok());
-  EXPECT_EQ(Text(), "one\nthree\n");
-}
-
 TEST_F(RotatingLogTest, AFullFileThatCannotMakeWayTakesTheLineAllTheSame) {
   std::filesystem::create_directories(log_.Older(2) / "in the way");
   test::WriteFile(log_.Older(1), "before\n");
@@ -99,13 +82,6 @@ TEST_F(RotatingLogTest, WhatStandsBehindAGapStaysWhereItIs) {
   EXPECT_EQ(Text(1), "a123456789\n");
   EXPECT_EQ(Text(2), "older\n");
   EXPECT_EQ(Text(3), "oldest\n");
-}
-
-TEST_F(RotatingLogTest, WhereItCannotBeMadeEveryLineSaysSo) {
-  RotatingLog log(folder_ / "gone" / "Teskctl.log");
-  EXPECT_FALSE(log.Add("one").ok());
-  std::filesystem::create_directory(folder_ / "gone");
-  EXPECT_TRUE(log.Add("two").ok());
 }
 
 }  // namespace

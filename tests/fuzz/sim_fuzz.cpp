@@ -21,11 +21,10 @@
 #include "switcher/wire/frame.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "switcher/wire/messages/gain_report.h"
-#include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/label_texts.h"
 #include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/relay_row.h"
 #include "switcher/wire/messages/tally.h"
 #include "tools/tesksim/kept_state.h"
 #include "tools/tesksim/simulator.h"
@@ -84,8 +83,8 @@ DecodeStatus Judge(const Bytes& message, const SystemSizes& sizes) {
   switcher::TallyValues tally{};
   std::vector<std::int16_t> gains;
   switcher::LabelTexts texts;
-  switcher::InhibitRow inhibits;
-  switcher::RelayRow relays;
+  switcher::FlagRow inhibits;
+  switcher::FlagRow relays;
   switcher::OptoData optos;
   switcher::ButtonData buttons;
   switch (message.front()) {

@@ -26,13 +26,12 @@
 #include "switcher/wire/frame.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "switcher/wire/messages/gain.h"
 #include "switcher/wire/messages/gain_report.h"
-#include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/label_order.h"
 #include "switcher/wire/messages/label_texts.h"
 #include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/relay_row.h"
 #include "switcher/wire/messages/take.h"
 #include "switcher/wire/messages/tally.h"
 
@@ -105,19 +104,19 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
   void TallyChanged() override { Require(model_.TallySeen); }
   void LabelsChanged(int selector) override;
   void InhibitsChanged(int output) override {
-    InhibitRow row;
+    FlagRow row;
     Require(ParseInhibitRow(message_, model_.ChannelCount, &row) == DecodeStatus::Ok);
     std::optional<Bytes> sent;
     Require(LoadInhibits(*OpenDatabase(), model_, output, &sent).ok());
-    Require(sent == EncodeInhibitRow(output, FlagText(row.inhibited), model_.ChannelCount));
+    Require(sent == EncodeInhibitRow(output, FlagText(row.members), model_.ChannelCount));
   }
   void RelaysChanged(int output) override {
-    RelayRow row;
+    FlagRow row;
     Require(ParseRelayRow(message_, model_.ChannelCount, model_.RelayCount, &row) ==
             DecodeStatus::Ok);
     std::optional<Bytes> sent;
     Require(LoadRelays(*OpenDatabase(), model_, output, &sent).ok());
-    Require(sent == EncodeRelayRow(output, FlagText(row.relays), model_.RelayCount));
+    Require(sent == EncodeRelayRow(output, FlagText(row.members), model_.RelayCount));
   }
   void ButtonsChanged(int station) override {
     ButtonData data;
@@ -242,18 +241,18 @@ void Console::RoundTrips(Message message) const {
       RoundTrip<TallyValues>(message, ParseTally, EncodeTally);
       break;
     case kInhibitRowCode:
-      RoundTrip<InhibitRow>(
+      RoundTrip<FlagRow>(
           message, [&](Message m, auto* row) { return ParseInhibitRow(m, channels, row); },
-          [&](const InhibitRow& row) {
-            return EncodeInhibitRow(row.output, FlagText(row.inhibited), channels);
+          [&](const FlagRow& row) {
+            return EncodeInhibitRow(row.output, FlagText(row.members), channels);
           });
       break;
     case kRelayRowCode:
-      RoundTrip<RelayRow>(
+      RoundTrip<FlagRow>(
           message,
           [&](Message m, auto* row) { return ParseRelayRow(m, channels, model_.RelayCount, row); },
-          [&](const RelayRow& row) {
-            return EncodeRelayRow(row.output, FlagText(row.relays), model_.RelayCount);
+          [&](const FlagRow& row) {
+            return EncodeRelayRow(row.output, FlagText(row.members), model_.RelayCount);
           });
       break;
     case kAlphaLabelsCode:

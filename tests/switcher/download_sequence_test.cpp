@@ -27,8 +27,10 @@ class DownloadTest : public test::DownloadSystem, public DownloadDisplay, public
 
   void SetUp() override {
     DownloadSystem::SetUp();
-    download_.emplace(model_, senders_, *this, *this);
+    download_.emplace(Services(), *this);
   }
+
+  Download::Services Services() { return {.model = model_, .tables = senders_, .poll = *this}; }
 
   // What the event loop would do next; false when there is nothing.
   bool RunOne() {
@@ -99,11 +101,13 @@ class DownloadTest : public test::DownloadSystem, public DownloadDisplay, public
     spacingPending_ = true;
   }
   void RequestTurn() override { turnPending_ = true; }
-  void TableSent(Table table, int station, int messages) override {
-    sent_.emplace_back(table, station);
+  void TableSent(const TablePart& part, int messages) override {
+    sent_.emplace_back(part.table, part.station);
     messages_ += messages;
   }
-  void TableFailed(Table table, int station) override { failed_.emplace_back(table, station); }
+  void TableFailed(const TablePart& part) override {
+    failed_.emplace_back(part.table, part.station);
+  }
   void Close() override { Note("close " + download_->Result().notSent); }
 
   bool delayPending_ = false;
@@ -118,7 +122,7 @@ TEST_F(DownloadTest, SaysWhatItIsAboutToDo) {
             "continue and reprogram the existing System Information, or select 'Cancel' to "
             "abort.");
   model_.DownloadMode = -1;
-  const Download buttonsOnly(model_, senders_, *this, *this);
+  const Download buttonsOnly(Services(), *this);
   EXPECT_EQ(buttonsOnly.Confirmation(),
             "Preparing to Transmit Button Programming Information to the Switcher. Click 'Ok' to "
             "continue and reprogram the existing System Button Information, or select 'Cancel' "
@@ -188,7 +192,7 @@ TEST_F(DownloadTest, AnnouncesTheEstimateAsItIsComputed) {
 TEST_F(DownloadTest, TheOtherModeSendsButtonProgrammingOnly) {
   model_.DownloadMode = -1;
   model_.StationCount = 16;
-  download_.emplace(model_, senders_, *this, *this);
+  download_.emplace(Services(), *this);
   download_->Go();
   RunToTheEnd();
   EXPECT_THAT(Seen("caption "), ElementsAre("caption System Download Progress (2112 Total Bytes)"));
@@ -337,7 +341,7 @@ TEST_F(DownloadTest, TablesThatCouldNotBeSentAreNamedInTheirOrder) {
 TEST_F(DownloadTest, AStationWithoutARecordIsNoTableThatWasSent) {
   model_.DownloadMode = -1;
   model_.StationCount = 130;  // a new database has 128
-  download_.emplace(model_, senders_, *this, *this);
+  download_.emplace(Services(), *this);
   download_->Go();
   RunToTheEnd();
   EXPECT_EQ(download_->Result().sent, 128);

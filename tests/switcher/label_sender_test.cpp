@@ -25,7 +25,7 @@ class LabelSenderTest : public SendersTest {
   // The message of the texts when there is but one label.
   std::string OnlyText(const char* label) {
     Add(1, label);
-    senders_.SendLabels(20);
+    Send(Table::OutputLabels);
     const std::string sent = port_.TakeWritten();
     const std::string order = "F7 14 00 00 00 14 FF ";
     EXPECT_EQ(sent.substr(0, order.size()), order);
@@ -38,7 +38,7 @@ TEST_F(LabelSenderTest, LabelsGoInTheGeneralSortOrderAndTiesByStation) {
   Add(3, "alpha");
   Add(4, "Zulu");
   Add(2, "Alpha");  // later in the table than station 3, but before it on the wire
-  senders_.SendLabels(20);
+  Send(Table::OutputLabels);
   EXPECT_EQ(port_.TakeWritten(),
             "F7 14 00 01 00 02 00 00 00 03 00 1A FF "
             "F9 14 41 6C 70 68 61 20 20 20 "
@@ -54,7 +54,7 @@ TEST_F(LabelSenderTest, LabelsGoInTheGeneralSortOrderAndTiesByStation) {
 TEST_F(LabelSenderTest, SelectorTenSendsTheInputLabelsInTheirOwnOrder) {
   Add(1, "a", "In B");
   Add(130, "b", "In A");
-  senders_.SendLabels(10);
+  Send(Table::InputLabels);
   EXPECT_EQ(port_.TakeWritten(),
             "F7 0A 00 01 01 00 00 0B FF "
             "F9 0A 49 6E 20 41 20 20 20 20 49 6E 20 42 20 20 20 20 3B FF");
@@ -64,11 +64,11 @@ TEST_F(LabelSenderTest, AHiddenStationIsMarkedButSortedByItsLabel) {
   Add(1, "MIC", "MIC");
   Add(2, "Amp", "Amp");
   database_.Set(1, "Hidden", 1);
-  senders_.SendLabels(20);
+  Send(Table::OutputLabels);
   EXPECT_EQ(port_.TakeWritten(),
             "F7 14 00 01 00 00 00 15 FF "
             "F9 14 41 6D 70 20 20 20 20 20 7B 49 43 20 20 20 20 20 79 FF");
-  senders_.SendLabels(10);
+  Send(Table::InputLabels);
   EXPECT_EQ(port_.TakeWritten(),
             "F7 0A 00 01 00 00 00 0B FF "
             "F9 0A 41 6D 70 20 20 20 20 20 7B 49 43 20 20 20 20 20 6F FF");
@@ -77,17 +77,17 @@ TEST_F(LabelSenderTest, AHiddenStationIsMarkedButSortedByItsLabel) {
 TEST_F(LabelSenderTest, OnlyOneHides) {
   Add(1, "MIC");
   database_.Set(1, "Hidden", 2);
-  senders_.SendLabels(20);
+  Send(Table::OutputLabels);
   EXPECT_EQ(port_.TakeWritten(), "F7 14 00 00 00 14 FF F9 14 4D 49 43 20 20 20 20 20 0D FF");
   database_.Set(1, "Hidden", -1);
-  senders_.SendLabels(20);
+  Send(Table::OutputLabels);
   EXPECT_EQ(port_.TakeWritten(), "F7 14 00 00 00 14 FF F9 14 4D 49 43 20 20 20 20 20 0D FF");
 }
 
 TEST_F(LabelSenderTest, AHiddenEmptyLabelIsTheMarkAndSpaces) {
   database_.AddStation(1, {{"Hidden", 1}, {"Label", ""}});
   model_.LabelCount = 1;
-  senders_.SendLabels(20);
+  Send(Table::OutputLabels);
   EXPECT_EQ(port_.TakeWritten(), "F7 14 00 00 00 14 FF F9 14 7B 20 20 20 20 20 20 20 6F FF");
 }
 
@@ -108,7 +108,7 @@ TEST_F(LabelSenderTest, TheLastCharacterOfTheCodePageGoesAsItIs) {
 TEST_F(LabelSenderTest, NullLabelsAreEmptyAndNullIsShown) {
   database_.AddStation(1, {});
   model_.LabelCount = 1;
-  senders_.SendLabels(20);
+  Send(Table::OutputLabels);
   EXPECT_EQ(port_.TakeWritten(), "F7 14 00 00 00 14 FF F9 14 20 20 20 20 20 20 20 20 14 FF");
 }
 
@@ -117,14 +117,14 @@ TEST_F(LabelSenderTest, OnlyLabelCountRecordsGo) {
   Add(2, "b");
   Add(3, "a");
   model_.LabelCount = 1;
-  senders_.SendLabels(20);
+  Send(Table::OutputLabels);
   EXPECT_EQ(port_.TakeWritten(), "F7 14 00 02 00 16 FF F9 14 61 20 20 20 20 20 20 20 55 FF");
 }
 
 TEST_F(LabelSenderTest, TooFewRecordsSendNothingAndAreReported) {
   Add(1, "only");
   model_.LabelCount = 2;
-  senders_.SendLabels(20);
+  Send(Table::OutputLabels);
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_THAT(reporter_.reports, ElementsAre(Failure("Error Sending Alpha Table",
                                                      "3021 - There is no current record")));
@@ -137,7 +137,7 @@ TEST_F(LabelSenderTest, TooFewRecordsSendNothingAndAreReported) {
 TEST_F(LabelSenderTest, OneStepIsOneMessageAndBothAreOfOneMoment) {
   Add(1, "b");
   Add(2, "a");
-  Transmission labels = senders_.Labels(20);
+  Transmission labels = senders_.Make({.table = Table::OutputLabels});
   EXPECT_FALSE(model_.SendBusy);
   EXPECT_TRUE(labels.Step());
   EXPECT_EQ(port_.TakeWritten(), "F7 14 00 01 00 00 00 15 FF");
@@ -154,7 +154,7 @@ TEST_F(LabelSenderTest, OneStepIsOneMessageAndBothAreOfOneMoment) {
 TEST_F(LabelSenderTest, AFailingLineEndsThePair) {
   Add(1, "a");
   port_.writesUntilFailure = 4;
-  senders_.SendLabels(20);
+  Send(Table::OutputLabels);
   EXPECT_EQ(port_.TakeWritten(), "F7 14 00 00");
   EXPECT_EQ(values_, 1);  // the second value was cut in its middle
   EXPECT_THAT(reporter_.reports,
@@ -162,7 +162,7 @@ TEST_F(LabelSenderTest, AFailingLineEndsThePair) {
 }
 
 TEST_F(LabelSenderTest, NoLabelsAreTwoShortMessages) {
-  senders_.SendLabels(10);
+  Send(Table::InputLabels);
   EXPECT_EQ(port_.TakeWritten(), "F7 0A 00 0A FF F9 0A 0A FF");
 }
 

@@ -61,7 +61,7 @@ class LinkTest : public testing::Test {
                     .changes = changes_,
                     .observers = {events_}}};
   RecordingDisplay display_;
-  Link link_{model_, port_, decoder_, display_};
+  Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = display_}};
 };
 
 constexpr char kConnected[] = "Connected - COM 2  (57600, 8, N, 1)";
@@ -280,7 +280,7 @@ TEST_F(LinkTest, TheStateIsSetWhenTheTextIsShown) {
     const model::SystemModel& model_;
   };
   Looking display(model_);
-  Link link(model_, port_, decoder_, display);
+  Link link({.model = model_, .port = port_, .decoder = decoder_, .display = display});
   link.SetLinkState(true);
   link.SetLinkState(false);
   EXPECT_THAT(display.states, ElementsAre(1, 0));

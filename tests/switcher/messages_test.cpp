@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "switcher/wire/messages/gain.h"
 #include "switcher/wire/messages/gain_report.h"
-#include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/take.h"
 #include "switcher/wire/messages/tally.h"
 #include "tests/support/hex.h"
@@ -208,15 +208,15 @@ TEST(InhibitRowMessage, AnythingButOneIsClear) {
 }
 
 TEST(InhibitRowMessage, ReadsBackWhatItSends) {
-  InhibitRow row;
+  FlagRow row;
   ASSERT_EQ(ParseInhibitRow(FromHex("F5 01 00 01 01 00 01 02 FF"), 16, &row), DecodeStatus::Ok);
   EXPECT_EQ(row.output, 2);
-  EXPECT_EQ(row.inhibited,
+  EXPECT_EQ(row.members,
             (std::vector<std::uint8_t>{1, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 1}));
 }
 
 TEST(InhibitRowMessage, RefusalsGiveNothingButTheNumber) {
-  InhibitRow row;
+  FlagRow row;
   EXPECT_EQ(ParseInhibitRow(FromHex("F5 01 00 01 01 00 01 03 FF"), 16, &row),
             DecodeStatus::ChecksumFailed);
   EXPECT_EQ(ParseInhibitRow(FromHex("F5 10 00 01 01 00 01 12 FF"), 16, &row),
@@ -224,7 +224,7 @@ TEST(InhibitRowMessage, RefusalsGiveNothingButTheNumber) {
   EXPECT_EQ(row.output, 17);
   EXPECT_EQ(ParseInhibitRow(FromHex("F5 01 00 01 01 03 FF"), 16, &row), DecodeStatus::WrongSize);
   EXPECT_EQ(row.output, 2);
-  EXPECT_TRUE(row.inhibited.empty());
+  EXPECT_TRUE(row.members.empty());
 }
 
 struct SizeCase {
@@ -249,7 +249,7 @@ TEST(MessageSizes, GoByTheChannelsOfTheSystem) {
   for (const SizeCase& size : kSizes) {
     SCOPED_TRACE(size.channels);
     CrosspointRow row;
-    InhibitRow inhibits;
+    FlagRow inhibits;
     std::vector<std::int16_t> steps;
     for (const int off : {-1, 0, 1}) {
       const DecodeStatus expected = off == 0 ? DecodeStatus::Ok : DecodeStatus::WrongSize;

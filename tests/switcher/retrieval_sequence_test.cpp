@@ -52,14 +52,14 @@ class RetrievalTest : public testing::Test, public RetrievalDisplay, public Poll
                     .changes = changes_,
                     .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
-  Link link_{model_, port_, decoder_, linkDisplay_};
-  const RetrievalParts parts_{.model = model_,
-                              .decoder = decoder_,
-                              .port = port_,
-                              .link = link_,
-                              .poll = *this,
-                              .reporter = reporter_};
-  Retrieval retrieval_{parts_, *this};
+  Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = linkDisplay_}};
+  const Retrieval::Services services_{.model = model_,
+                                      .decoder = decoder_,
+                                      .port = port_,
+                                      .link = link_,
+                                      .poll = *this,
+                                      .reporter = reporter_};
+  Retrieval retrieval_{services_, *this};
   std::vector<std::string> seen_;
 
  private:
@@ -298,8 +298,8 @@ TEST_F(RetrievalTest, OkWhileWaitingDoesNothing) {
 }
 
 TEST_F(RetrievalTest, AnEarlierRetrievalThatGoesLateTakesNoMessagesAway) {
-  auto earlier = std::make_unique<Retrieval>(parts_, *this);
-  Retrieval later(parts_, *this);
+  auto earlier = std::make_unique<Retrieval>(services_, *this);
+  Retrieval later(services_, *this);
   earlier.reset();
   later.Go();
   seen_.clear();

@@ -15,18 +15,22 @@
 namespace switcher {
 
 // The table senders between a database of few stations and an open line.
-class SendersTest : public testing::Test, protected SendProgress {
+class SendersTest : public testing::Test {
  protected:
   explicit SendersTest(const jet::TableSpec& stations = db::StationsSpec()) : database_(stations) {
     model_.ChannelCount = 16;
     model_.StationCount = 16;
     model_.ApplyFixedValues();
-    senders_.SetProgress(this);
   }
 
   void SetUp() override { ASSERT_TRUE(port_.Open(1).ok()); }
 
-  void UpdateStatus() override { ++values_; }
+  // Sends this to its end and counts the values.  Returns whether nothing failed.
+  bool Send(Table table, int station = model::kAll) {
+    Transmission transmission = senders_.Make({.table = table, .station = station});
+    while (transmission.Step([this] { ++values_; })) continue;
+    return !transmission.Failed();
+  }
 
   // What a failure shows.
   static std::string Failure(const std::string& line, const std::string& error) {

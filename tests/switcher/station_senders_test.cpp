@@ -25,7 +25,7 @@ using RelaySenderTest = SendersTest;
 
 TEST_F(RelaySenderTest, SixtyFourRelaysWhateverTheChannels) {
   database_.AddStation(2, {{"Relays", Flags(64, {1, 8, 64})}});
-  senders_.SendRelays(2);
+  Send(Table::Relays, 2);
   EXPECT_EQ(port_.TakeWritten(), "F4 01 00 01 01 " + Times(6, "00 00") + "00 01 02 FF");
   EXPECT_EQ(values_, 9);
   EXPECT_TRUE(model_.SendBusy);
@@ -37,7 +37,7 @@ TEST_F(RelaySenderTest, AllOutputsThatHaveARecord) {
   database_.AddStation(1, {});
   database_.AddStation(3, {{"Relays", "1"}});
   database_.AddStation(4, {{"Relays", "1"}});  // beyond the channels
-  senders_.SendRelays(9999);
+  Send(Table::Relays);
   EXPECT_EQ(port_.TakeWritten(), "F4 00 00 " + Times(8, "00 00") + "00 FF " + "F4 02 00 01 00 " +
                                      Times(7, "00 00") + "03 FF");
   EXPECT_THAT(reporter_.reports, IsEmpty());
@@ -46,7 +46,7 @@ TEST_F(RelaySenderTest, AllOutputsThatHaveARecord) {
 TEST_F(RelaySenderTest, FailureHasTheWordsOfTheInhibits) {
   database_.AddStation(1, {});
   port_.writesUntilFailure = 0;
-  senders_.SendRelays(1);
+  Send(Table::Relays, 1);
   EXPECT_THAT(reporter_.reports, ElementsAre(Failure("Error Sending Inhibits Table",
                                                      "8020 - The line takes no bytes")));
   EXPECT_TRUE(model_.SendBusy);
@@ -55,7 +55,7 @@ TEST_F(RelaySenderTest, FailureHasTheWordsOfTheInhibits) {
 
 TEST_F(RelaySenderTest, ACharacterBeyondAsciiIsOneMember) {
   database_.AddStation(1, {{"Relays", "\u00E91\u20AC1"}});
-  senders_.SendRelays(1);
+  Send(Table::Relays, 1);
   EXPECT_EQ(port_.TakeWritten(), "F4 00 00 0A 00 " + Times(7, "00 00") + "0A FF");
 }
 
@@ -71,7 +71,7 @@ TEST_F(ButtonSenderTest, TypesAndFirstsThenTheGroups) {
                            {"B2 Type", 2},
                            {"B2 First", 129},
                            {"B2 Prog", Flags(16, {9})}});
-  senders_.SendButtons(3);
+  Send(Table::Buttons, 3);
   EXPECT_EQ(port_.TakeWritten(), "FB 02 00 7F 01 01 00 02 00 01 01 01 01 00 01 00 00 01 00 07 FF");
   EXPECT_EQ(values_, 9);
 }
@@ -83,14 +83,14 @@ TEST_F(ButtonSenderTest, GroupsGoByTheLengthOfEachText) {
                            {"B2 Type", 3},
                            {"B2 First", 4},
                            {"B2 Prog", ""}});
-  senders_.SendButtons(1);
+  Send(Table::Buttons, 1);
   EXPECT_EQ(port_.TakeWritten(), "FB 00 00 00 00 00 00 03 00 04 00 00 00 01 00 08 FF");
 }
 
 TEST_F(ButtonSenderTest, ValuesTravelWithEightBits) {
   // 300 is 44 beyond 256; -1 has all bits.
   database_.AddStation(1, {{"B1 Type", 300}, {"B1 First", -1}});
-  senders_.SendButtons(1);
+  Send(Table::Buttons, 1);
   EXPECT_EQ(port_.TakeWritten(), "FB 00 00 2C 00 7F 01 00 00 00 00 2B FF");
 }
 
@@ -100,13 +100,13 @@ TEST_F(ButtonSenderTest, AllStationsUpToTheStationCount) {
   for (const int station : {1, 3, 4}) {
     database_.AddStation(station, {{"B1 Type", station}, {"B1 First", 0}, {"B1 Prog", "00000000"}});
   }
-  senders_.SendButtons(9999);
+  Send(Table::Buttons);
   EXPECT_EQ(port_.TakeWritten(),
             "FB 00 00 01 00 00 00 00 00 01 FF FB 02 00 03 00 00 00 00 00 05 FF");
 }
 
 TEST_F(ButtonSenderTest, AStationWithoutARecordSendsAndReportsNothing) {
-  senders_.SendButtons(5);
+  Send(Table::Buttons, 5);
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_THAT(reporter_.reports, IsEmpty());
   EXPECT_EQ(values_, 0);
@@ -119,7 +119,7 @@ TEST_F(ButtonSenderTest, AFailingLineInTheSecondMessage) {
   model_.ButtonCount = 1;
   for (const int station : {1, 2, 3}) database_.AddStation(station, {});
   port_.writesUntilFailure = 9 + 3;
-  senders_.SendButtons(9999);
+  Send(Table::Buttons);
   EXPECT_EQ(port_.TakeWritten(), "FB 00 00 00 00 00 00 00 FF FB 01 00");
   EXPECT_EQ(values_, 3 + 1);
   EXPECT_THAT(reporter_.reports,
@@ -130,7 +130,7 @@ TEST_F(ButtonSenderTest, StepsSendOneMessageEachAndStopAtAFailure) {
   model_.ButtonCount = 1;
   model_.StationCount = 4;
   for (const int station : {1, 3}) database_.AddStation(station, {});
-  Transmission buttons = senders_.Buttons(9999);
+  Transmission buttons = senders_.Make({.table = Table::Buttons});
   EXPECT_TRUE(buttons.Step());
   EXPECT_EQ(port_.TakeWritten(), "FB 00 00 00 00 00 00 00 FF");
   model_.SendBusy = false;  // an earlier message's event comes in between
@@ -142,7 +142,7 @@ TEST_F(ButtonSenderTest, StepsSendOneMessageEachAndStopAtAFailure) {
   EXPECT_EQ(port_.sendThreshold, 1);
 
   port_.Close();
-  Transmission failing = senders_.Buttons(9999);
+  Transmission failing = senders_.Make({.table = Table::Buttons});
   EXPECT_FALSE(failing.Step());
   EXPECT_FALSE(failing.Step());
   EXPECT_EQ(reporter_.reports.size(), 1U);
@@ -154,7 +154,7 @@ TEST_F(ButtonSenderTest, AMessageIsReadWholeBeforeItsFirstByte) {
   lacking.AddStation(1, {});
   TableSenders senders(
       {.model = model_, .files = lacking.Files(), .port = port_, .reporter = reporter_});
-  senders.SendButtons(1);
+  senders.Make({.table = Table::Buttons, .station = 1}).Run();
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_THAT(reporter_.reports,
               ElementsAre(Failure("Error Sending Button Table",
@@ -175,7 +175,7 @@ TEST_F(OptoSenderTest, RecordsInTheOrderOfTheirNumbersFromTheFirst) {
       {{"OptoType", 254}, {"OptoChannel", 1}, {"OptoFirst", 1}, {"OptoStations", Flags(64, {1})}});
   database_.AddStation(9, {{"OptoType", 1}});
   database_.GoTo(9);
-  senders_.SendOptos();
+  Send(Table::Optos);
   EXPECT_EQ(port_.TakeWritten(), "E1 7E 01 01 00 01 00 01 00 " + Times(7, "00 00") +
                                      "00 00 02 01 02 00 " + Times(7, "00 00") + "00 01 05 FF");
   EXPECT_EQ(values_, 22);
@@ -185,39 +185,40 @@ TEST_F(OptoSenderTest, RecordsInTheOrderOfTheirNumbersFromTheFirst) {
 TEST_F(OptoSenderTest, GroupsGoByTheLengthOfEachText) {
   database_.AddStation(1, {{"OptoType", 1}, {"OptoChannel", 2}, {"OptoFirst", 3}});
   database_.AddStation(2, {{"OptoStations", "101"}});
-  senders_.SendOptos();
+  Send(Table::Optos);
   EXPECT_EQ(port_.TakeWritten(), "E1 01 00 02 00 03 00 00 00 00 00 00 00 05 00 0B FF");
 }
 
 TEST_F(OptoSenderTest, TooFewRecordsSendNothingAndAreReported) {
   database_.AddStation(1, {});
-  senders_.SendOptos();
+  Send(Table::Optos);
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_THAT(reporter_.reports, ElementsAre(Failure("Error Sending Opto Programming Data",
                                                      "3021 - There is no current record")));
 }
 
-// All five senders, by name.
-struct Sender {
+// What each table's failure is called.
+struct Named {
   const char* line;
-  void (*send)(TableSenders& senders);
+  Table table;
 };
 
-constexpr Sender kSenders[] = {
-    {"Error Sending Alpha Table", [](TableSenders& senders) { senders.SendLabels(20); }},
-    {"Error Sending Inhibits Table", [](TableSenders& senders) { senders.SendInhibits(9999); }},
-    {"Error Sending Inhibits Table", [](TableSenders& senders) { senders.SendRelays(9999); }},
-    {"Error Sending Button Table", [](TableSenders& senders) { senders.SendButtons(9999); }},
-    {"Error Sending Opto Programming Data", [](TableSenders& senders) { senders.SendOptos(); }},
+constexpr Named kTables[] = {
+    {"Error Sending Alpha Table", Table::OutputLabels},
+    {"Error Sending Alpha Table", Table::InputLabels},
+    {"Error Sending Inhibits Table", Table::Inhibits},
+    {"Error Sending Inhibits Table", Table::Relays},
+    {"Error Sending Button Table", Table::Buttons},
+    {"Error Sending Opto Programming Data", Table::Optos},
 };
 
 using AllSendersTest = SendersTest;
 
 TEST_F(AllSendersTest, AClosedDatabaseIsReported) {
   ASSERT_TRUE(database_.Files().SaveAndClose().ok());
-  for (const auto& [line, send] : kSenders) {
+  for (const auto& [line, table] : kTables) {
     reporter_.reports.clear();
-    send(senders_);
+    EXPECT_FALSE(Send(table));
     EXPECT_THAT(reporter_.reports,
                 ElementsAre(Failure(line, "3021 - The configuration database is not open")));
   }
@@ -229,9 +230,9 @@ TEST_F(AllSendersTest, AClosedPortIsReported) {
   model_.LabelCount = 1;
   model_.OptoCount = 1;
   port_.Close();
-  for (const auto& [line, send] : kSenders) {
+  for (const auto& [line, table] : kTables) {
     reporter_.reports.clear();
-    send(senders_);
+    EXPECT_FALSE(Send(table));
     EXPECT_THAT(reporter_.reports, ElementsAre(Failure(line, "8018 - The port is not open")));
   }
 }
@@ -244,11 +245,11 @@ TEST_F(AllSendersTest, TheSharedRecordSetAndAChangeBegunInItStay) {
   jet::RecordSet& shared = *database_.Files().Stations();
   ASSERT_TRUE(shared.Edit().ok());
   ASSERT_TRUE(shared.Set("Label", "new").ok());
-  for (const Sender& sender : kSenders) {
-    sender.send(senders_);
-    EXPECT_NE(port_.TakeWritten(), "") << sender.line;
-    EXPECT_EQ(database_.CurrentStation(), 2) << sender.line;
-    EXPECT_TRUE(shared.IsChanging()) << sender.line;
+  for (const auto& [line, table] : kTables) {
+    EXPECT_TRUE(Send(table));
+    EXPECT_NE(port_.TakeWritten(), "") << line;
+    EXPECT_EQ(database_.CurrentStation(), 2) << line;
+    EXPECT_TRUE(shared.IsChanging()) << line;
   }
   ASSERT_TRUE(shared.Update().ok());
   EXPECT_EQ(database_.Field(2, "Label"), "new");
@@ -257,8 +258,7 @@ TEST_F(AllSendersTest, TheSharedRecordSetAndAChangeBegunInItStay) {
 TEST_F(AllSendersTest, NobodyNeedsToWatch) {
   database_.AddStation(1, {});
   model_.OptoCount = 1;
-  senders_.SetProgress(nullptr);
-  senders_.SendOptos();
+  EXPECT_EQ(senders_.Make({.table = Table::Optos}).Run(), 1);
   EXPECT_EQ(port_.TakeWritten(), "E1 00 00 00 00 00 00 00 FF");
   EXPECT_EQ(values_, 0);
 }

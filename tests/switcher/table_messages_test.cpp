@@ -8,11 +8,10 @@
 #include <string>
 
 #include "switcher/wire/messages/button_data.h"
-#include "switcher/wire/messages/inhibit_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "switcher/wire/messages/label_order.h"
 #include "switcher/wire/messages/label_texts.h"
 #include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/relay_row.h"
 #include "tests/support/hex.h"
 
 namespace switcher {
@@ -144,15 +143,15 @@ TEST(RelayRowMessage, Bytes) {
   flags[0] = flags[7] = flags[63] = '1';
   // 1 + 129 + 128 = 258.
   EXPECT_EQ(Hex(EncodeRelayRow(2, flags, 64)), kRelays + "02 FF");
-  RelayRow row;
+  FlagRow row;
   ASSERT_EQ(ParseRelayRow(FromHex(kRelays + "02 FF"), 16, 64, &row), DecodeStatus::Ok);
-  EXPECT_EQ(row, (RelayRow{.output = 2, .relays = Members(64, {1, 8, 64})}));
+  EXPECT_EQ(row, (FlagRow{.output = 2, .members = Members(64, {1, 8, 64})}));
 }
 
 TEST(RelayRowMessage, SizeGoesByTheRelaysNotTheChannels) {
   EXPECT_EQ(EncodeRelayRow(1, std::string(64, '0'), 64).size(), 21U);
   EXPECT_EQ(Hex(EncodeRelayRow(200, "1", 8)), "F4 47 01 01 00 48 FF");
-  RelayRow row;
+  FlagRow row;
   EXPECT_EQ(ParseRelayRow(FromHex("F4 47 01 01 00 48 FF"), 256, 8, &row), DecodeStatus::Ok);
   EXPECT_EQ(row.output, 200);
 }
@@ -165,11 +164,11 @@ TEST(RelayRowMessage, RefusalsGiveNothingButTheNumber) {
            Refused{"short", kRelays + "FF", DecodeStatus::WrongSize},
            Refused{"long", kRelays + "00 02 FF", DecodeStatus::WrongSize},
        }) {
-    RelayRow row;
+    FlagRow row;
     EXPECT_EQ(ParseRelayRow(FromHex(bytes), 16, 64, &row), status) << why;
-    EXPECT_EQ(row, (RelayRow{.output = 2, .relays = {}})) << why;
+    EXPECT_EQ(row, (FlagRow{.output = 2, .members = {}})) << why;
   }
-  RelayRow row;
+  FlagRow row;
   EXPECT_EQ(ParseRelayRow(FromHex("F4 10 00 01 00 11 FF"), 16, 8, &row),
             DecodeStatus::WrongChannel);
   EXPECT_EQ(row.output, 17);
@@ -183,17 +182,17 @@ TEST(InhibitRowMessage, SizeBySystem) {
     flags.back() = '1';
     const Bytes message = EncodeInhibitRow(channels, flags, channels);
     EXPECT_EQ(message.size(), size);
-    InhibitRow row;
+    FlagRow row;
     EXPECT_EQ(ParseInhibitRow(message, channels, &row), DecodeStatus::Ok);
-    EXPECT_EQ(row, (InhibitRow{.output = channels, .inhibited = Members(channels, {channels})}));
+    EXPECT_EQ(row, (FlagRow{.output = channels, .members = Members(channels, {channels})}));
   }
 }
 
 TEST(InhibitRowMessage, AGroupAboveEightBitsKeepsItsLowEightAndIsSummedWhole) {
   // 3 * 128 + 2 = 386 has the low eight bits 0x82: sources 2 and 8.
-  InhibitRow row;
+  FlagRow row;
   ASSERT_EQ(ParseInhibitRow(FromHex("F5 00 00 02 03 02 FF"), 8, &row), DecodeStatus::Ok);
-  EXPECT_EQ(row.inhibited, Members(8, {2, 8}));
+  EXPECT_EQ(row.members, Members(8, {2, 8}));
   // An output above eight bits is outside every system.
   EXPECT_EQ(ParseInhibitRow(FromHex("F5 00 02 00 00 00 FF"), 8, &row), DecodeStatus::WrongChannel);
   EXPECT_EQ(row.output, 257);

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 #include "db/schema.h"
@@ -27,6 +28,10 @@ class SendInhibitsTest : public test::DownloadSystem {
     ASSERT_TRUE(stations.Update().ok());
   }
 
+  std::optional<int> Send(Table table, int station = model::kAll) {
+    return senders_.Make({.table = table, .station = station}).Run();
+  }
+
   int CurrentStation() {
     jet::Value number;
     EXPECT_TRUE(files_.Stations()->Get("StationNum", &number).ok());
@@ -36,7 +41,7 @@ class SendInhibitsTest : public test::DownloadSystem {
 
 TEST_F(SendInhibitsTest, OneStationIsOneMessage) {
   SetInhibits(2, "1000000100000001");
-  EXPECT_TRUE(senders_.SendInhibits(2));
+  EXPECT_TRUE(Send(Table::Inhibits, 2));
   EXPECT_EQ(port_.TakeWritten(), "F5 01 00 01 01 00 01 02 FF");
   EXPECT_TRUE(model_.SendBusy);
   EXPECT_EQ(port_.sendThreshold, 1);
@@ -45,7 +50,7 @@ TEST_F(SendInhibitsTest, OneStationIsOneMessage) {
 
 TEST_F(SendInhibitsTest, AllStationsUpToTheChannelCount) {
   model_.ChannelCount = 8;
-  senders_.SendInhibits(9999);
+  Send(Table::Inhibits);
   EXPECT_EQ(port_.TakeWritten(),
             "F5 00 00 01 00 01 FF "
             "F5 01 00 02 00 03 FF "
@@ -61,9 +66,9 @@ TEST_F(SendInhibitsTest, AStationWithoutARecordIsSkipped) {
   model_.ChannelCount = 8;
   ASSERT_TRUE(files_.Stations()->Seek(3).ok());
   ASSERT_TRUE(files_.Stations()->Delete().ok());
-  senders_.SendInhibits(3);
+  Send(Table::Inhibits, 3);
   EXPECT_EQ(port_.TakeWritten(), "");
-  senders_.SendInhibits(9999);
+  Send(Table::Inhibits);
   EXPECT_EQ(port_.TakeWritten().substr(0, 3 * 14 + 2),
             "F5 00 00 01 00 01 FF F5 01 00 02 00 03 FF F5");
   EXPECT_THAT(reporter_.reports, IsEmpty());
@@ -71,23 +76,23 @@ TEST_F(SendInhibitsTest, AStationWithoutARecordIsSkipped) {
 
 TEST_F(SendInhibitsTest, NullAndShortTextsInhibitNothing) {
   SetInhibits(1, jet::Value());
-  senders_.SendInhibits(1);
+  Send(Table::Inhibits, 1);
   EXPECT_EQ(port_.TakeWritten(), "F5 00 00 00 00 00 00 00 FF");
   SetInhibits(1, "01");
-  senders_.SendInhibits(1);
+  Send(Table::Inhibits, 1);
   EXPECT_EQ(port_.TakeWritten(), "F5 00 00 02 00 00 00 02 FF");
 }
 
 TEST_F(SendInhibitsTest, TheRecordSetStandsWhereItStood) {
   ASSERT_TRUE(files_.Stations()->Seek(42).ok());
-  senders_.SendInhibits(9999);
+  Send(Table::Inhibits);
   EXPECT_EQ(CurrentStation(), 42);
 }
 
 TEST_F(SendInhibitsTest, AFailingLineIsReportedAndEndsTheSending) {
   port_.writesUntilFailure = 12;
   ASSERT_TRUE(files_.Stations()->Seek(42).ok());
-  EXPECT_FALSE(senders_.SendInhibits(9999));
+  EXPECT_FALSE(Send(Table::Inhibits));
   EXPECT_EQ(port_.TakeWritten(), "F5 00 00 01 00 00 00 01 FF F5 01 00");
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Inhibits Table"
@@ -99,7 +104,7 @@ TEST_F(SendInhibitsTest, AFailingLineIsReportedAndEndsTheSending) {
 
 TEST_F(SendInhibitsTest, WithoutADatabaseNothingIsSent) {
   ASSERT_TRUE(files_.SaveAndClose().ok());
-  EXPECT_FALSE(senders_.SendInhibits(9999));
+  EXPECT_FALSE(Send(Table::Inhibits));
   EXPECT_EQ(port_.TakeWritten(), "");
   // The line is free: the poll goes on when the port says so.
   EXPECT_EQ(port_.sendThreshold, 1);
@@ -110,7 +115,7 @@ TEST_F(SendInhibitsTest, WithoutADatabaseNothingIsSent) {
 
 TEST_F(SendInhibitsTest, OnAClosedPortNoSendEventIsAskedFor) {
   port_.Close();
-  EXPECT_FALSE(senders_.SendInhibits(9999));
+  EXPECT_FALSE(Send(Table::Inhibits));
   EXPECT_TRUE(model_.SendBusy);
   EXPECT_EQ(port_.sendThreshold, 0);
 }
@@ -130,13 +135,13 @@ class DamagedTablesTest : public SendInhibitsTest {
 };
 
 TEST_F(DamagedTablesTest, NoTableThatLacksStationsIsSent) {
-  EXPECT_FALSE(senders_.SendInhibits(9999));
-  EXPECT_FALSE(senders_.SendRelays(9999));
-  EXPECT_FALSE(senders_.SendButtons(9999));
-  EXPECT_FALSE(senders_.SendButtons(12));
-  EXPECT_FALSE(senders_.SendOptos());
-  EXPECT_FALSE(senders_.SendLabels(20));
-  EXPECT_FALSE(senders_.SendLabels(10));
+  EXPECT_FALSE(Send(Table::Inhibits));
+  EXPECT_FALSE(Send(Table::Relays));
+  EXPECT_FALSE(Send(Table::Buttons));
+  EXPECT_FALSE(Send(Table::Buttons, 12));
+  EXPECT_FALSE(Send(Table::Optos));
+  EXPECT_FALSE(Send(Table::OutputLabels));
+  EXPECT_FALSE(Send(Table::InputLabels));
   EXPECT_EQ(port_.TakeWritten(), "");
   const std::string title = "critical|Serial Communications Error|";
   const std::string reason =
@@ -152,7 +157,7 @@ TEST_F(DamagedTablesTest, NoTableThatLacksStationsIsSent) {
 }
 
 TEST_F(DamagedTablesTest, WhatIsWholeIsSent) {
-  EXPECT_TRUE(senders_.SendInhibits(2));
+  EXPECT_TRUE(Send(Table::Inhibits, 2));
   EXPECT_EQ(port_.TakeWritten(), "F5 01 00 02 00 00 00 03 FF");
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }

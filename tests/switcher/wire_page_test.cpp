@@ -15,13 +15,12 @@
 #include "switcher/wire/frame.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/crosspoint_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "switcher/wire/messages/gain.h"
 #include "switcher/wire/messages/gain_report.h"
-#include "switcher/wire/messages/inhibit_row.h"
 #include "switcher/wire/messages/label_order.h"
 #include "switcher/wire/messages/label_texts.h"
 #include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/relay_row.h"
 #include "switcher/wire/messages/take.h"
 #include "switcher/wire/messages/tally.h"
 #include "tests/support/hex.h"
@@ -153,19 +152,19 @@ Read ReadTexts(const Bytes& message) {
 }
 
 Read ReadInhibits(const Bytes& message) {
-  InhibitRow row;
+  FlagRow row;
   const DecodeStatus status = ParseInhibitRow(message, kPageChannels, &row);
   if (status != DecodeStatus::Ok) return {std::string(StatusWord(status)), {}};
-  return {"inhibits of output " + Number(row.output) + ": " + On("inputs", row.inhibited),
-          EncodeInhibitRow(row.output, Flags(row.inhibited), kPageChannels)};
+  return {"inhibits of output " + Number(row.output) + ": " + On("inputs", row.members),
+          EncodeInhibitRow(row.output, Flags(row.members), kPageChannels)};
 }
 
 Read ReadRelays(const Bytes& message) {
-  RelayRow row;
+  FlagRow row;
   const DecodeStatus status = ParseRelayRow(message, kPageChannels, kPageRelays, &row);
   if (status != DecodeStatus::Ok) return {std::string(StatusWord(status)), {}};
-  return {"relays of output " + Number(row.output) + ": " + On("relays", row.relays),
-          EncodeRelayRow(row.output, Flags(row.relays), kPageRelays)};
+  return {"relays of output " + Number(row.output) + ": " + On("relays", row.members),
+          EncodeRelayRow(row.output, Flags(row.members), kPageRelays)};
 }
 
 Read ReadButtons(const Bytes& message) {

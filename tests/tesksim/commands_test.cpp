@@ -15,25 +15,27 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class FakeTerminal : public TerminalControl {
- public:
-  model::Status Unplug() override {
-    if (!plugged) return {1, "unplugged already"};
-    plugged = false;
+// A terminal that is plugged in and out, and remembers what it was told.
+struct FakeTerminal {
+  TerminalControl Control() {
+    return {.unplug = [this] { return Plug(false, "unplugged already"); },
+            .replug = [this] { return Plug(true, "plugged in already"); },
+            .where = [] { return "/dev/pts/99"; },
+            .save = [this](const std::string& path) { return Save(path); },
+            .quit = [this] { ended = true; }};
+  }
+
+  model::Status Plug(bool in, const char* already) {
+    if (plugged == in) return {1, already};
+    plugged = in;
     return {};
   }
-  model::Status Replug() override {
-    if (plugged) return {1, "plugged in already"};
-    plugged = true;
-    return {};
-  }
-  std::string Where() const override { return "/dev/pts/99"; }
-  model::Status Save(const std::string& path) override {
+
+  model::Status Save(const std::string& path) {
     if (path == "/nowhere") return {2, "cannot write /nowhere"};
     saved = path.empty() ? "the state file" : path;
     return {};
   }
-  void Quit() override { ended = true; }
 
   bool plugged = true;
   bool ended = false;
@@ -46,7 +48,7 @@ class CommandsTest : public testing::Test {
 
   SimulatedLine line_{{.channels = 16}};
   FakeTerminal terminal_;
-  Commands commands_{line_.simulator, terminal_};
+  Commands commands_{line_.simulator, terminal_.Control()};
 };
 
 TEST_F(CommandsTest, MakeBreakAndRow) {

@@ -106,12 +106,11 @@ TEST_P(ConsoleTablesTest, WhatTheConsoleSendsIsWhatItsDatabaseHolds) {
   test::RecordingReporter reporter;
   switcher::TableSenders senders(
       {.model = model, .files = files, .port = port, .reporter = reporter});
-  senders.SendOptos();
-  senders.SendLabels(20);
-  senders.SendLabels(10);
-  senders.SendInhibits(model::kAll);
-  senders.SendRelays(model::kAll);
-  senders.SendButtons(model::kAll);
+  using switcher::Table;
+  for (const Table table : {Table::Optos, Table::OutputLabels, Table::InputLabels, Table::Inhibits,
+                            Table::Relays, Table::Buttons}) {
+    EXPECT_TRUE(senders.Make({.table = table}).Run());
+  }
 
   SimulatedLine line(GetParam());
   line.Send(port.TakeWritten());

@@ -11,11 +11,10 @@
 
 #include "switcher/wire/frame.h"
 #include "switcher/wire/messages/button_data.h"
-#include "switcher/wire/messages/inhibit_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "switcher/wire/messages/label_order.h"
 #include "switcher/wire/messages/label_texts.h"
 #include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/relay_row.h"
 #include "tests/support/hex.h"
 #include "tests/tesksim/simulated_line.h"
 #include "tools/tesksim/kept_state.h"

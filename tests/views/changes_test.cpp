@@ -78,7 +78,7 @@ TEST(ChangesOfTheViews, EveryEditOfTheProgrammingIsOne) {
   console.ChooseOption(255);
   EXPECT_THAT(heard.Take(), ElementsAre("operator 1: B1 Type 254 > 255"));
   console.Press("cmdNext");
-  EXPECT_THAT(heard.Take(), ElementsAre("operator 1: B1 Type 255 > 254"))
+  EXPECT_THAT(heard.Take(), ElementsAre("navigation 1: B1 Type 255 > 254"))
       << "a button without targets is left behind as inactive";
   console.GoToTab(6);
   console.ClickBox("ckRelaySel", 63);

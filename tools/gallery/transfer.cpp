@@ -9,8 +9,7 @@
 
 #include "db/database_files.h"
 #include "switcher/wire/messages/button_data.h"
-#include "switcher/wire/messages/inhibit_row.h"
-#include "switcher/wire/messages/relay_row.h"
+#include "switcher/wire/messages/flag_row.h"
 #include "tools/gallery/drawings.h"
 #include "tools/gallery/no_switcher.h"
 #include "tools/gallery/pictures.h"
@@ -148,7 +147,8 @@ class Transfers {
                               .reporter = noSwitcher_,
                               .changes = changes_,
                               .observers = {}}};
-  switcher::Link link_{model_, port_, decoder_, noDisplay_};
+  switcher::Link link_{
+      {.model = model_, .port = port_, .decoder = decoder_, .display = noDisplay_}};
   switcher::TableSenders senders_{
       {.model = model_, .files = files_, .port = port_, .reporter = noSwitcher_}};
   views::UnsentTables unsent_;

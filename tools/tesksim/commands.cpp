@@ -233,17 +233,17 @@ std::string Commands::Silence(Words words) {
 }
 
 std::string Commands::Unplug(Words) {
-  if (const model::Status status = terminal_.Unplug(); !status.ok()) {
+  if (const model::Status status = terminal_.unplug(); !status.ok()) {
     return "error " + status.Description();
   }
   return "ok";
 }
 
 std::string Commands::Replug(Words) {
-  if (const model::Status status = terminal_.Replug(); !status.ok()) {
+  if (const model::Status status = terminal_.replug(); !status.ok()) {
     return "error " + status.Description();
   }
-  return "ok connect to " + terminal_.Where();
+  return "ok connect to " + terminal_.where();
 }
 
 std::string Commands::ShowStats(Words) {
@@ -300,7 +300,7 @@ std::string Commands::ShowHelp(Words words) {
 }
 
 std::string Commands::Quit(Words) {
-  terminal_.Quit();
+  terminal_.quit();
   return "ok";
 }
 

@@ -5,9 +5,11 @@
 #ifndef TESKSIM_COMMANDS_H_
 #define TESKSIM_COMMANDS_H_
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "model/status.h"
 #include "tools/tesksim/clock.h"
@@ -17,32 +19,29 @@
 namespace tesksim {
 
 // The terminal and the program, as far as commands reach them.
-class TerminalControl {
- public:
-  virtual ~TerminalControl() = default;
-
+struct TerminalControl {
   // Takes the device away from the console.  Fails when it is away already.
-  virtual model::Status Unplug() = 0;
+  std::function<model::Status()> unplug;
 
   // Brings a device back.  Fails when there is one, or when none can be had.
-  virtual model::Status Replug() = 0;
+  std::function<model::Status()> replug;
 
   // Where to connect, as it was printed at the start: "/dev/pts/7".
-  virtual std::string Where() const = 0;
+  std::function<std::string()> where;
 
   // Writes what the switcher holds to a file; an empty path is the file that keeps the state
   // across runs, which fails when there is none.
-  virtual model::Status Save(const std::string& path) = 0;
+  std::function<model::Status(const std::string& path)> save;
 
   // Ends the program once the answer has been written.
-  virtual void Quit() = 0;
+  std::function<void()> quit;
 };
 
 class Commands {
  public:
-  // Both must outlive the commands.
-  Commands(Simulator& simulator, TerminalControl& terminal)
-      : simulator_(simulator), terminal_(terminal) {}
+  // `simulator` must outlive the commands; all of `terminal` is set.
+  Commands(Simulator& simulator, TerminalControl terminal)
+      : simulator_(simulator), terminal_(std::move(terminal)) {}
 
   // Carries out one line, without its line end, at `now`.  The answer is one line without its
   // end: "ok", "ok" and what was asked for, or "error" and the reason.
@@ -99,7 +98,7 @@ class Commands {
   std::string SetFault(const FaultSetting& setting, Words words, Time now);
 
   Simulator& simulator_;
-  TerminalControl& terminal_;
+  const TerminalControl terminal_;
 };
 
 }  // namespace tesksim

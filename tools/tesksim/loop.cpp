@@ -62,7 +62,11 @@ void PrintLine(const std::string& line) {
 
 Loop::Loop(const Options& options, StateFile file, SwitcherState state)
     : simulator_(std::move(state), options.simulator, Clock::now(), PrintLine),
-      commands_(simulator_, *this),
+      commands_(simulator_, {.unplug = [this] { return Unplug(); },
+                             .replug = [this] { return Replug(); },
+                             .where = [this] { return Where(); },
+                             .save = [this](const std::string& path) { return Save(path); },
+                             .quit = [this] { quit_ = true; }}),
       terminal_(options.device),
       link_(options.link),
       linkPath_(options.link),

@@ -23,20 +23,22 @@ namespace tesksim {
 //
 // One thread and one wait, for the terminal, the input, a signal or the next time at which
 // there is something to do.
-class Loop : private TerminalControl {
+class Loop {
  public:
   // Begins with `state`; what it becomes is kept in `file`.
   Loop(const Options& options, StateFile file, SwitcherState state);
+  Loop(const Loop&) = delete;
+  Loop& operator=(const Loop&) = delete;
 
   // Runs until it is told to quit.  Returns the exit status of the program.
   int Run();
 
  private:
-  model::Status Unplug() override;
-  model::Status Replug() override;
-  std::string Where() const override;
-  model::Status Save(const std::string& path) override;
-  void Quit() override { quit_ = true; }
+  // What the commands reach.
+  model::Status Unplug();
+  model::Status Replug();
+  std::string Where() const;
+  model::Status Save(const std::string& path);
 
   void WatchForPeer(Time now);
   void CarryIn(Time now);

@@ -71,7 +71,8 @@ Simulator::Simulator(SwitcherState state, const Options& options, Time now, Log 
       handlers_(std::make_unique<Handlers>(state_)),
       parser_(state_.Sizes().labels),
       log_(std::move(log)),
-      transmitter_(options.baud, options.seed, *this,
+      transmitter_(options.baud, options.seed,
+                   {.hasNext = [this] { return HasNext(); }, .next = [this] { return Next(); }},
                    [this](const std::string& line) { Note(line); }),
       retrieval_(state_, [this](const std::string& line) { Note(line); }),
       demo_(options.seed) {

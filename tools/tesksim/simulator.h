@@ -42,7 +42,7 @@ struct Stats {
 // polls every second and a map of 256 channels takes longer.  A take's row goes before the rest
 // of a map.  0xE4 brings the tally, 0xED the link answer before everything else but inside no
 // table.  0xE7 starts the retrieval, before the rest of a map; another one starts it again.
-class Simulator : private MessageSource {
+class Simulator {
  public:
   struct Options {
     int baud = 57600;        // of the line to the console; 0 sends without a pace
@@ -53,7 +53,7 @@ class Simulator : private MessageSource {
   // Starts with `state` at `now`.  `log` is told of every message, "rx ..." and "tx ...", once
   // SetLogging() has switched it on; it may be empty.
   Simulator(SwitcherState state, const Options& options, Time now, Log log);
-  ~Simulator() override;
+  ~Simulator();
   Simulator(const Simulator&) = delete;
   Simulator& operator=(const Simulator&) = delete;
 
@@ -112,8 +112,8 @@ class Simulator : private MessageSource {
 
   struct Handlers;
 
-  bool HasNext() const override;
-  Outgoing Next() override;
+  bool HasNext() const;
+  Outgoing Next();
 
   void Work(Time now);
   void Enqueue(std::vector<Received> received, Time now);

@@ -161,7 +161,7 @@ std::string Commands::SpoilMessage(Words words) {
 }
 
 std::string Commands::Save(Words words) {
-  const model::Status status = terminal_.Save(std::string(Tail(words, 0)));
+  const model::Status status = terminal_.save(std::string(Tail(words, 0)));
   return status.ok() ? "ok" : "error " + status.Description();
 }
 

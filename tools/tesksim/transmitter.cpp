@@ -20,8 +20,12 @@ constexpr std::size_t kMostNoise = 1000;
 
 }  // namespace
 
-Transmitter::Transmitter(int baud, std::uint32_t seed, MessageSource& source, Log log)
-    : pacer_(baud), faults_(seed), random_(seed + 1), source_(source), log_(std::move(log)) {}
+Transmitter::Transmitter(int baud, std::uint32_t seed, MessageSource source, Log log)
+    : pacer_(baud),
+      faults_(seed),
+      random_(seed + 1),
+      source_(std::move(source)),
+      log_(std::move(log)) {}
 
 void Transmitter::Send(Outgoing message) {
   if (waitingBytes_ + message.bytes.size() > kLimit) {
@@ -77,13 +81,13 @@ void Transmitter::SetFault(const FaultSetting& setting, int value, Time now) {
 
 bool Transmitter::HasOutput() const {
   return linkAnswers_ > 0 || noiseBytes_ > 0 || gapBytes_ > 0 || !InGap() || !waiting_.empty() ||
-         source_.HasNext();
+         source_.hasNext();
 }
 
 bool Transmitter::MayInterrupt() const { return !inOnePiece_ || InGap(); }
 
 std::size_t Transmitter::Portion() const {
-  if (!waiting_.empty() || source_.HasNext()) return pacer_.Portion();
+  if (!waiting_.empty() || source_.hasNext()) return pacer_.Portion();
   const std::size_t left = linkAnswers_ + noiseBytes_ + gapBytes_ + (current_.size() - position_);
   return std::min(left, pacer_.Portion());
 }
@@ -113,7 +117,7 @@ void Transmitter::StartMessage() {
     waiting_.pop_front();
     waitingBytes_ -= next.bytes.size();
   } else {
-    next = source_.Next();
+    next = source_.next();
   }
   std::string harm;
   if (next.mayBeHarmed) harm = faults_.Harm(&next.bytes);

@@ -28,13 +28,9 @@ struct Outgoing {
 };
 
 // Gives messages one by one when the line has nothing else to carry.
-class MessageSource {
- public:
-  virtual ~MessageSource() = default;
-  virtual bool HasNext() const = 0;
-
-  // REQUIRES: HasNext()
-  virtual Outgoing Next() = 0;
+struct MessageSource {
+  std::function<bool()> hasNext;
+  std::function<Outgoing()> next;  // REQUIRES: hasNext()
 };
 
 // The switcher's end of the line to the console: puts messages, link answers and noise into one
@@ -45,8 +41,8 @@ class Transmitter {
   // the line eleven seconds to carry as much.
   static constexpr std::size_t kLimit = 65536;
 
-  // `source` must outlive the transmitter.  `log` may be empty.
-  Transmitter(int baud, std::uint32_t seed, MessageSource& source, Log log);
+  // `log` may be empty.
+  Transmitter(int baud, std::uint32_t seed, MessageSource source, Log log);
 
   // Puts a message behind those that wait; all of them go before the source's next one.
   void Send(Outgoing message);
@@ -88,7 +84,7 @@ class Transmitter {
   LinePacer pacer_;
   FaultInjector faults_;
   Random random_;
-  MessageSource& source_;
+  const MessageSource source_;
   Log log_;
 
   std::size_t linkAnswers_ = 0;  // waiting

@@ -53,7 +53,7 @@ ButtonsForm::ButtonsForm(ShownStation& station, QWidget* parent)
       optos(*new OptoPage(station, this)),
       navigator(*new StationNavigator(station.services.model.ButtonCount, *optos.ChannelSelector(),
                                       this)),
-      fields(*new StationFields(this)),
+      heading(*new StationHeading(this)),
       tabs(*new QTabWidget(this)),
       options(*new OperationOptions(QStringLiteral("fmButType"), QStringLiteral("optButType"))),
       inactive(*new InactiveNote(QStringLiteral("aidInactiveNote"))),
@@ -61,17 +61,17 @@ ButtonsForm::ButtonsForm(ShownStation& station, QWidget* parent)
                                station.services.model.ChkBoxCount)),
       relays(*new TargetBoxes(QStringLiteral("frRelays"), QStringLiteral("ckRelaySel"),
                               station.services.model.RelayCount)),
-      station_(new QHBoxLayout) {
+      top_(new QHBoxLayout) {
   AddTabs(station.services.model);
-  station_->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, 0);
-  station_->setSpacing(kPageMargin);
-  station_->addWidget(&navigator);
-  station_->addWidget(&fields, 1);
-  station_->addStretch();
+  top_->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, 0);
+  top_->setSpacing(kPageMargin);
+  top_->addWidget(&navigator);
+  top_->addWidget(&heading, 1);
+  top_->addStretch();
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(kPageMargin);
-  column->addLayout(station_);
+  column->addLayout(top_);
   column->addWidget(&tabs, 1);
   ShowTab(0);
 }
@@ -119,12 +119,12 @@ void ButtonsForm::ShowTab(int tab) {
     navigator.Show(Selector::None,
                    QStringLiteral("Navigation Controls [ Select Station To Configure ]"));
   }
-  fields.ShowFor(isOpto ? QStringLiteral("Opto") : QStringLiteral("Port"), !isOpto);
+  heading.ShowFor(isOpto ? QStringLiteral("Opto") : QStringLiteral("Port"), !isOpto);
 }
 
 void ButtonsForm::PlaceFields(int room) {
-  const int needed = navigator.width() + fields.minimumSizeHint().width() + 3 * kPageMargin;
-  station_->setDirection(room < needed ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+  const int needed = navigator.width() + heading.minimumSizeHint().width() + 3 * kPageMargin;
+  top_->setDirection(room < needed ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 }  // namespace views

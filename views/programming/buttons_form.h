@@ -10,7 +10,7 @@
 #include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/opto_page.h"
-#include "views/programming/station_fields.h"
+#include "views/programming/station_heading.h"
 #include "views/programming/station_navigator.h"
 #include "views/programming/target_boxes.h"
 
@@ -48,7 +48,7 @@ class ButtonsForm : public QWidget {
   // The parts; they belong to the form.
   OptoPage& optos;
   StationNavigator& navigator;
-  StationFields& fields;
+  StationHeading& heading;
   QTabWidget& tabs;
   OperationOptions& options;  // of the selected button
   InactiveNote& inactive;
@@ -62,7 +62,7 @@ class ButtonsForm : public QWidget {
  private:
   void AddTabs(const model::SystemModel& model);
 
-  QBoxLayout* station_;  // the navigation and the fields
+  QBoxLayout* top_;  // the navigation and the fields
   std::array<ButtonPage*, kButtonPages> pages_{};
 };
 

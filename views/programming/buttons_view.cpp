@@ -14,8 +14,10 @@
 #include <utility>
 #include <vector>
 
+#include "db/station_fields.h"
 #include "stations/button_program.h"
 #include "stations/operations.h"
+#include "stations/record.h"
 #include "stations/relays.h"
 #include "views/programming/buttons_form.h"
 #include "views/programming/page_metrics.h"
@@ -208,6 +210,12 @@ void ButtonsView::CheckForInactive() { Refresh(*this, &ButtonsView::StoreIfInact
 
 void ButtonsView::UpdateStation() { Refresh(*this, &ButtonsView::ShowStationAnew); }
 
+int ButtonsView::CurrentStation() const {
+  jet::RecordSet* const current = station_.services.stations();
+  if (current == nullptr || !current->HasRecord()) return 0;
+  return stations::Record(*current).Number(db::kStationNumField);
+}
+
 void ButtonsView::ShowAll(StationEvent& event) {
   ShowButtonLabels(event);
   ShowButtonTypes(event);
@@ -227,9 +235,9 @@ void ButtonsView::ShowStationAnew(StationEvent& event) {
 void ButtonsView::ShowStation(StationEvent& event) {
   const StationSnapshot& station = event.Station();
   const jet::Value number = event.Use(kReadFailed, station.number);
-  form_->fields.ShowStation(QString::fromStdString(event.Use(kReadFailed, station.label)),
-                            QString::fromStdString(event.Use(kReadFailed, station.inputLabel)),
-                            number.IsNull() ? QString() : QString::number(number.Int()));
+  form_->heading.ShowStation(QString::fromStdString(event.Use(kReadFailed, station.label)),
+                             QString::fromStdString(event.Use(kReadFailed, station.inputLabel)),
+                             number.IsNull() ? QString() : QString::number(number.Int()));
 }
 
 void ButtonsView::ShowButtonLabels(StationEvent& event) {
@@ -301,7 +309,7 @@ void ButtonsView::StoreIfInactive(StationEvent& event) {
   if (current == nullptr || !current->HasRecord()) return;
   bool changed = false;
   event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
-    return stations::StoreInactive(stations, Button(), station_.services.Operator(), &changed);
+    return stations::StoreInactive(stations, Button(), station_.services.Navigation(), &changed);
   });
   if (changed) NoteInactive(event);
 }

@@ -58,6 +58,9 @@ class ButtonsView : public MainView {
   // elsewhere.  Stores nothing.
   void UpdateStation();
 
+  // The number of the station that is shown; 0 when there is none or it cannot be read.
+  int CurrentStation() const;
+
   QSize minimumSizeHint() const override;
   QWidget& FirstFocus() override;
 

@@ -49,7 +49,7 @@ bool Shows(const QComboBox& list, const std::vector<std::string>& items) {
 
 OptoPage::OptoPage(ShownStation& station, QWidget* parent)
     : QWidget(parent),
-      station_(station),
+      shown_(station),
       channel_(new QComboBox(this)),
       operation_(new OperationOptions(QStringLiteral("frOptoButType"),
                                       QStringLiteral("optOptoType"), this)),
@@ -149,11 +149,10 @@ void OptoPage::ShowOperation(StationEvent& event) {
 }
 
 void OptoPage::StoreTarget(int target, bool selected) {
-  StationEvent event(station_, StationEvent::Cause::Operator);
+  StationEvent event(shown_, StationEvent::Cause::Operator);
   stations::OptoEdit done = stations::OptoEdit::None;
   const bool isStored = event.Do(kStoreLine, [&](jet::RecordSet& stations) {
-    return stations::StoreOptoTarget(stations, target, selected, station_.services.Operator(),
-                                     &done);
+    return stations::StoreOptoTarget(stations, target, selected, shown_.services.Operator(), &done);
   });
   const stations::OptoProgram opto = Read(event);
   if (!isStored) targets_->SetFlags(opto.targets);
@@ -166,10 +165,10 @@ void OptoPage::StoreTarget(int target, bool selected) {
 }
 
 void OptoPage::StoreOperation(int code) {
-  StationEvent event(station_, StationEvent::Cause::Operator);
+  StationEvent event(shown_, StationEvent::Cause::Operator);
   stations::OptoEdit done = stations::OptoEdit::None;
   const bool isStored = event.Do(kStoreLine, [&](jet::RecordSet& stations) {
-    return stations::StoreOptoType(stations, code, station_.services.Operator(), &done);
+    return stations::StoreOptoType(stations, code, shown_.services.Operator(), &done);
   });
   if (isStored) {
     ShowOperation(event);
@@ -180,10 +179,10 @@ void OptoPage::StoreOperation(int code) {
 
 void OptoPage::StoreChannel(int channel) {
   if (channel < 1) return;  // the list has lost its selection, which is no choice
-  StationEvent event(station_, StationEvent::Cause::Operator);
+  StationEvent event(shown_, StationEvent::Cause::Operator);
   stations::OptoEdit done = stations::OptoEdit::None;
   const bool isStored = event.Do(kStoreLine, [&](jet::RecordSet& stations) {
-    return stations::StoreOptoChannel(stations, channel, station_.services.Operator(), &done);
+    return stations::StoreOptoChannel(stations, channel, shown_.services.Operator(), &done);
   });
   if (!isStored) SelectChannel(event);
 }

@@ -69,7 +69,7 @@ class OptoPage : public QWidget {
   void StoreOperation(int code);
   void StoreChannel(int channel);
 
-  ShownStation& station_;
+  ShownStation& shown_;
   QComboBox* channel_;
   OperationOptions* operation_;
   InactiveNote* inactive_;

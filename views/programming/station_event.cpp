@@ -20,7 +20,7 @@ StationEvent::~StationEvent() {
 
 bool StationEvent::Do(std::string_view line,
                       const std::function<model::Status(jet::RecordSet&)>& work) {
-  station_.reset();
+  snapshot_.reset();
   jet::RecordSet* const stations = shown_.services.stations();
   const model::Status status = stations != nullptr ? work(*stations) : db::NotOpen();
   Note(line, status);
@@ -28,8 +28,8 @@ bool StationEvent::Do(std::string_view line,
 }
 
 const stations::StationSnapshot& StationEvent::Station() {
-  if (!station_) station_.emplace(shown_.services.stations(), shown_.services.model.ButtonCount);
-  return *station_;
+  if (!snapshot_) snapshot_.emplace(shown_.services.stations(), shown_.services.model.ButtonCount);
+  return *snapshot_;
 }
 
 void StationEvent::Note(std::string_view line, const model::Status& status) {

@@ -53,7 +53,7 @@ class StationEvent {
 
   ShownStation& shown_;
   const Cause cause_;
-  std::optional<stations::StationSnapshot> station_;
+  std::optional<stations::StationSnapshot> snapshot_;
   std::string_view line_;  // of the failure
   model::Status failure_;
 };

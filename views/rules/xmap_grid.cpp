@@ -170,6 +170,27 @@ ChannelSet XmapGrid::UpdateXmapInhibits(std::span<const std::optional<std::strin
   return changed;
 }
 
+bool XmapGrid::InhibitsStored(int output, std::string_view before, std::string_view after) {
+  if (output < 1 || output > ChannelCount()) return false;
+  const std::string old = model::PlainFlags(before);
+  const std::string present = model::PlainFlags(after);
+  bool changed = false;
+  for (int input = 1; input <= ChannelCount(); ++input) {
+    const bool isInhibited = model::FlagIsSet(present, input);
+    if (model::FlagIsSet(old, input) == isInhibited) continue;
+    const Mark shown = marks_.At(output, input);
+    if (isInhibited && shown == Mark::None) {
+      changed |= SetMark(output, input, Mark::Inhibit);
+    } else if (!isInhibited && shown == Mark::Inhibit) {
+      const bool isMade = HasMapOfThisSize() && model_.CrosspointMap.At(output, input) == 1;
+      changed |=
+          SetMark(output, input,
+                  isMade ? MadeMark(model_.ChannelStatus[output], Mark::Crosspoint) : Mark::None);
+    }
+  }
+  return changed;
+}
+
 ChannelSet XmapGrid::RedrawCrosspoints() {
   ChannelSet changed;
   if (!HasMapOfThisSize()) return changed;

@@ -131,6 +131,12 @@ class XmapGrid {
   // Priority too.  Returns the outputs that look different.
   ChannelSet UpdateXmapInhibits(std::span<const std::optional<std::string>> inhibits);
 
+  // The inhibits of one output were stored as `after` instead of `before`, the texts as the
+  // database has them: draws the cells whose flag is another now.  An inhibit hides no crosspoint
+  // that shows; one that goes leaves the crosspoint that is made.  Returns whether the output looks
+  // different. An output that does not exist changes nothing.
+  bool InhibitsStored(int output, std::string_view before, std::string_view after);
+
   // Draws the crosspoints of all outputs in the cells that show no inhibit.  A made crosspoint gets
   // Crosspoint when the output's ChannelStatus is 0 and Priority when it is 1; any other value
   // leaves its mark alone.  Where no crosspoint is made, the mark goes.  Returns the outputs that

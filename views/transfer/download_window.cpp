@@ -18,7 +18,7 @@ constexpr int kTextCharacters = 60;
 
 }  // namespace
 
-DownloadWindow::DownloadWindow(const DownloadServices& services, QWidget* parent)
+DownloadWindow::DownloadWindow(const Services& services, QWidget* parent)
     : QDialog(parent),
       unsent_(services.unsent),
       text_(new QLabel(this)),
@@ -26,7 +26,8 @@ DownloadWindow::DownloadWindow(const DownloadServices& services, QWidget* parent
       bar_(new QProgressBar(this)),
       ok_(new QPushButton(tr("OK"), this)),
       cancel_(new QPushButton(tr("Cancel"), this)),
-      download_(services.model, services.tables, services.poll, *this) {
+      download_({.model = services.model, .tables = services.tables, .poll = services.poll},
+                *this) {
   setObjectName(QStringLiteral("frmDownProg"));
   setWindowTitle(tr("System Download"));
   setWindowIcon(Icon(QStringLiteral("send-data")));
@@ -113,13 +114,11 @@ void DownloadWindow::ShowPosition(int position) { bar_->setValue(position); }
 
 void DownloadWindow::ShowCancelling() { cancel_->setEnabled(false); }
 
-void DownloadWindow::TableSent(switcher::Table table, int station, int messages) {
-  unsent_.NoteSent({.table = table, .station = station}, messages, UnsentTables::Sender::Download);
+void DownloadWindow::TableSent(const switcher::TablePart& part, int messages) {
+  unsent_.NoteSent(part, messages, UnsentTables::Sender::Download);
 }
 
-void DownloadWindow::TableFailed(switcher::Table table, int station) {
-  unsent_.NoteFailed({.table = table, .station = station});
-}
+void DownloadWindow::TableFailed(const switcher::TablePart& part) { unsent_.NoteFailed(part); }
 
 void DownloadWindow::Close() {
   delayTimer_.stop();

@@ -18,14 +18,6 @@
 
 namespace views {
 
-// What the download window works with; all must outlive the window.
-struct DownloadServices {
-  model::SystemModel& model;
-  switcher::TableSenders& tables;
-  switcher::PollSwitch& poll;
-  UnsentTables& unsent;  // it is told of every table
-};
-
 // frmDownProg: asks, then shows how far the tables have got on their way to the switcher.  The
 // model's DownloadMode says which tables; it is set by whoever opens the window.  Closing the
 // window is cancelling.
@@ -33,7 +25,14 @@ class DownloadWindow : public QDialog, public switcher::DownloadDisplay {
   Q_OBJECT
 
  public:
-  explicit DownloadWindow(const DownloadServices& services, QWidget* parent = nullptr);
+  // What the window works with; all must outlive it.
+  struct Services {
+    model::SystemModel& model;
+    const switcher::TableSenders& tables;
+    switcher::PollSwitch& poll;
+    UnsentTables& unsent;  // it is told of every table
+  };
+  explicit DownloadWindow(const Services& services, QWidget* parent = nullptr);
 
   // Cancels and closes at once, for a program that ends: the table that is being sent is sent to
   // its end before this returns.
@@ -50,8 +49,8 @@ class DownloadWindow : public QDialog, public switcher::DownloadDisplay {
   void StartDelayTimer() override { delayTimer_.start(); }
   void StartSpacingTimer() override { spacingTimer_.start(); }
   void RequestTurn() override { turnTimer_.start(); }
-  void TableSent(switcher::Table table, int station, int messages) override;
-  void TableFailed(switcher::Table table, int station) override;
+  void TableSent(const switcher::TablePart& part, int messages) override;
+  void TableFailed(const switcher::TablePart& part) override;
   void Close() override;
 
  Q_SIGNALS:

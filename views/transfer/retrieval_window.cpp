@@ -21,9 +21,9 @@ constexpr int kSecond = 1000;
 
 }  // namespace
 
-RetrievalWindow::RetrievalWindow(const switcher::RetrievalParts& parts, QWidget* parent)
+RetrievalWindow::RetrievalWindow(const switcher::Retrieval::Services& services, QWidget* parent)
     : QDialog(parent),
-      model_(parts.model),
+      model_(services.model),
       text_(new QLabel(this)),
       history_(new MessageList(this)),
       line_(new QLabel(this)),
@@ -32,7 +32,7 @@ RetrievalWindow::RetrievalWindow(const switcher::RetrievalParts& parts, QWidget*
       summary_(new QLabel(this)),
       ok_(new QPushButton(tr("OK"), this)),
       cancel_(new QPushButton(tr("Cancel"), this)),
-      retrieval_(parts, *this) {
+      retrieval_(services, *this) {
   setObjectName(QStringLiteral("frmSysInfo"));
   setWindowTitle(QString::fromUtf8(switcher::Retrieval::kCaption));
   setWindowIcon(Icon(QStringLiteral("retrieve-data")));

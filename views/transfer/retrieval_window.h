@@ -21,8 +21,9 @@ class RetrievalWindow : public QDialog, public switcher::RetrievalDisplay {
   Q_OBJECT
 
  public:
-  // All parts must outlive the window.
-  explicit RetrievalWindow(const switcher::RetrievalParts& parts, QWidget* parent = nullptr);
+  // All must outlive the window.
+  explicit RetrievalWindow(const switcher::Retrieval::Services& services,
+                           QWidget* parent = nullptr);
 
   // Ends the wait, if there is one, and closes.
   void CancelNow();

@@ -296,6 +296,11 @@ void XmapView::InhibitsReported() {
   cells_.OutputsChanged(grid_.RedrawCrosspoints());
 }
 
+void XmapView::InhibitsStored(int output, std::string_view before, std::string_view after) {
+  if (!grid_.InhibitsStored(output, before, after)) return;
+  cells_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(output)));
+}
+
 void XmapView::UpdateXmapAlphas() {
   const model::Status status =
       WithStations(services_, [this](jet::RecordSet& stations) { return DrawAlphas(stations); });

@@ -4,6 +4,7 @@
 #define VIEWS_XMAP_XMAP_VIEW_H_
 
 #include <functional>
+#include <string_view>
 
 #include "db/jet/record_set.h"
 #include "model/status.h"
@@ -57,6 +58,10 @@ class XmapView : public MainView {
   // The switcher has reported inhibits: draws them, then the crosspoints of all cells without one.
   // Drawing the inhibits removes all priority marks; those of standing calls must come back.
   void InhibitsReported();
+
+  // The inhibits of one output (from 1) were stored elsewhere, the texts as the database has them:
+  // draws the cells in which they differ.  Standing crosspoints stay in sight.
+  void InhibitsStored(int output, std::string_view before, std::string_view after);
 
   // Writes all labels and numbers from the stations.
   void UpdateXmapAlphas();

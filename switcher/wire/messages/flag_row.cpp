@@ -5,10 +5,13 @@
 #include <utility>
 
 #include "model/flag_string.h"
+#include "switcher/wire/message_table.h"
 #include "switcher/wire/messages/flag_groups.h"
 #include "switcher/wire/messages/row_number.h"
 
 namespace switcher {
+
+namespace {
 
 Bytes EncodeFlagRow(MessageCode code, int output, std::string_view flags, int memberCount) {
   WireWriter writer(code);
@@ -20,11 +23,11 @@ Bytes EncodeFlagRow(MessageCode code, int output, std::string_view flags, int me
 }
 
 DecodeStatus ParseFlagRow(MessageCode code, std::span<const std::uint8_t> message, int channelCount,
-                          int memberCount, int* output, std::vector<std::uint8_t>* members) {
-  *output = RowNumber(message);
+                          int memberCount, FlagRow* row) {
+  row->output = RowNumber(message);
   const std::size_t required = MessageLength(code, memberCount / 8);
   if (message.size() != required || memberCount % 8 != 0) return DecodeStatus::WrongSize;
-  if (*output > channelCount) return DecodeStatus::WrongChannel;
+  if (row->output > channelCount) return DecodeStatus::WrongChannel;
 
   WireReader reader(message.subspan(1));
   int wireOutput = 0;
@@ -32,8 +35,28 @@ DecodeStatus ParseFlagRow(MessageCode code, std::span<const std::uint8_t> messag
   std::vector<std::uint8_t> received(static_cast<std::size_t>(memberCount));
   GetFlagGroups(reader, received);
   if (const DecodeStatus status = reader.Finish(); status != DecodeStatus::Ok) return status;
-  *members = std::move(received);
+  row->members = std::move(received);
   return DecodeStatus::Ok;
+}
+
+}  // namespace
+
+Bytes EncodeInhibitRow(int output, std::string_view inhibits, int channelCount) {
+  return EncodeFlagRow(kInhibitRowCode, output, inhibits, channelCount);
+}
+
+Bytes EncodeRelayRow(int output, std::string_view relays, int relayCount) {
+  return EncodeFlagRow(kRelayRowCode, output, relays, relayCount);
+}
+
+DecodeStatus ParseInhibitRow(std::span<const std::uint8_t> message, int channelCount,
+                             FlagRow* row) {
+  return ParseFlagRow(kInhibitRowCode, message, channelCount, channelCount, row);
+}
+
+DecodeStatus ParseRelayRow(std::span<const std::uint8_t> message, int channelCount, int relayCount,
+                           FlagRow* row) {
+  return ParseFlagRow(kRelayRowCode, message, channelCount, relayCount, row);
 }
 
 }  // namespace switcher

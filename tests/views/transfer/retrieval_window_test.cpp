@@ -114,7 +114,8 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
                               .changes = changes_,
                               .observers = {events_}}};
   test::SilentLinkDisplay linkDisplay_;
-  switcher::Link link_{model_, port_, decoder_, linkDisplay_};
+  switcher::Link link_{
+      {.model = model_, .port = port_, .decoder = decoder_, .display = linkDisplay_}};
   std::vector<bool> polling_;
   int viewsClosed_ = 0;
   std::vector<switcher::RetrievalResult> results_;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "views/programming/station_fields.h"
+#include "views/programming/station_heading.h"
 
 #include <QEvent>
 #include <QGridLayout>
@@ -20,7 +20,7 @@ constexpr int kPortColumn = 2;
 
 }  // namespace
 
-StationFields::StationFields(QWidget* parent) : QWidget(parent) {
+StationHeading::StationHeading(QWidget* parent) : QWidget(parent) {
   auto* const grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setHorizontalSpacing(kSpacing);
@@ -36,9 +36,9 @@ StationFields::StationFields(QWidget* parent) : QWidget(parent) {
   setMaximumWidth(kLargestWidth);
 }
 
-StationFields::Field StationFields::AddField(QGridLayout& grid, const char* name,
-                                             const char* captionName, const char* caption,
-                                             const char* text, const char* tip) {
+StationHeading::Field StationHeading::AddField(QGridLayout& grid, const char* name,
+                                               const char* captionName, const char* caption,
+                                               const char* text, const char* tip) {
   const int column = grid.count() / 2;
   auto* const label = new QLabel(QString::fromLatin1(caption), this);
   label->setObjectName(QString::fromLatin1(captionName));
@@ -65,26 +65,26 @@ StationFields::Field StationFields::AddField(QGridLayout& grid, const char* name
   return {label, field};
 }
 
-void StationFields::FitCaptions() {
+void StationHeading::FitCaptions() {
   for (const Field& field : {label_, inputLabel_, port_}) {
     const QString caption = field.caption->text();
     field.caption->setMinimumWidth(field.caption->fontMetrics().horizontalAdvance(caption));
   }
 }
 
-void StationFields::changeEvent(QEvent* event) {
+void StationHeading::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::FontChange) FitCaptions();
 }
 
-void StationFields::ShowStation(const QString& label, const QString& inputLabel,
-                                const QString& number) {
+void StationHeading::ShowStation(const QString& label, const QString& inputLabel,
+                                 const QString& number) {
   label_.text->setText(label);
   inputLabel_.text->setText(inputLabel);
   port_.text->setText(number);
 }
 
-void StationFields::ShowFor(const QString& portCaption, bool withLabels) {
+void StationHeading::ShowFor(const QString& portCaption, bool withLabels) {
   port_.caption->setText(portCaption);
   port_.text->setAccessibleName(portCaption);
   for (const Field& field : {label_, inputLabel_}) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef VIEWS_PROGRAMMING_STATION_FIELDS_H_
-#define VIEWS_PROGRAMMING_STATION_FIELDS_H_
+#ifndef VIEWS_PROGRAMMING_STATION_HEADING_H_
+#define VIEWS_PROGRAMMING_STATION_HEADING_H_
 
 #include <QWidget>
 
@@ -13,11 +13,11 @@ namespace views {
 
 // Which station the programming view shows: its output label, its input label and its number,
 // to be read only.
-class StationFields : public QWidget {
+class StationHeading : public QWidget {
   Q_OBJECT
 
  public:
-  explicit StationFields(QWidget* parent = nullptr);
+  explicit StationHeading(QWidget* parent = nullptr);
 
   void ShowStation(const QString& label, const QString& inputLabel, const QString& number);
 
@@ -46,4 +46,4 @@ class StationFields : public QWidget {
 
 }  // namespace views
 
-#endif  // VIEWS_PROGRAMMING_STATION_FIELDS_H_
+#endif  // VIEWS_PROGRAMMING_STATION_HEADING_H_

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef SWITCHER_LINE_H_
-#define SWITCHER_LINE_H_
+#ifndef SWITCHER_MESSAGE_SENDER_H_
+#define SWITCHER_MESSAGE_SENDER_H_
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -21,30 +22,21 @@ inline constexpr char kSendErrorTitle[] = "Serial Communications Error";
 void ReportSendError(model::ErrorReporter& reporter, std::string_view failureLine,
                      const model::Status& status);
 
-// Who is told how far the sending of tables has come.
-class SendProgress {
- public:
-  virtual ~SendProgress() = default;
-
-  // One more data value has been handed to the port.  A pair is one value; of the label texts
-  // every byte is one.  Code, checksum and end byte are none.
-  virtual void UpdateStatus() = 0;
-};
+// Told of each data value of a table that has been handed to the port; empty for nobody.  A pair is
+// one value; of the label texts every byte is one.  Code, checksum and end byte are none.
+using SendProgress = std::function<void()>;
 
 // Sends messages to the switcher: sets SendBusy, which the link takes back when the output has
 // drained, hands the bytes to the port one by one, and reports a failure to the operator.
-class Line {
+class MessageSender {
  public:
-  // All must outlive the line.
+  // All must outlive the object.
   struct Services {
     model::SystemModel& model;
     SerialPort& port;
     model::ErrorReporter& reporter;
   };
-  explicit Line(const Services& services) : services_(services) {}
-
-  // Who is told of each value of a table; null for nobody.  Must outlive the line or be taken away.
-  void SetProgress(SendProgress* progress) { progress_ = progress; }
+  explicit MessageSender(const Services& services) : services_(services) {}
 
   // Sends a command.  A failure is reported to the operator under `failureLine`, and the result is
   // false.
@@ -53,9 +45,10 @@ class Line {
   // A table goes out in these steps: Begin() sets SendBusy, before each of its messages is made.
   void Begin() const { services_.model.SendBusy = true; }
 
-  // Writes a message of the table and tells the progress of each value.  Stops at the first byte
+  // Writes a message of the table and tells `progress` of each value.  Stops at the first byte
   // that cannot be written; what was written by then stays written.
-  model::Status WriteTable(std::span<const std::uint8_t> message) const;
+  model::Status WriteTable(std::span<const std::uint8_t> message,
+                           const SendProgress& progress) const;
 
   // Ends a table that came to `status`.  Asks the port for the event that ends
   // SendBusy, also behind a failure: without it nothing would end the silence of the poll.  (A port
@@ -68,9 +61,8 @@ class Line {
   model::Status Write(std::span<const std::uint8_t> bytes) const;
 
   const Services services_;
-  SendProgress* progress_ = nullptr;
 };
 
 }  // namespace switcher
 
-#endif  // SWITCHER_LINE_H_
+#endif  // SWITCHER_MESSAGE_SENDER_H_

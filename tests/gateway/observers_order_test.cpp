@@ -14,9 +14,9 @@ namespace {
 using testing::ElementsAre;
 
 // Keeps, in one list, what the views are told and what a panel is sent.
-class SwitcherReportsTest : public GatewayTest {
+class ObserversOrderTest : public GatewayTest {
  protected:
-  SwitcherReportsTest() {
+  ObserversOrderTest() {
     model_.StationCount = 8;
     model_.LabelCount = 8;
     model_.ButtonCount = 1;
@@ -79,13 +79,13 @@ class SwitcherReportsTest : public GatewayTest {
                               .observers = {views_, gateway_}}};
 };
 
-TEST_F(SwitcherReportsTest, ARowGoesToTheMapAndThenToThePanels) {
+TEST_F(ObserversOrderTest, ARowGoesToTheMapAndThenToThePanels) {
   ConnectAPanel();
   Decode("F3 04 00 01 00 00 00 05 FF");
   EXPECT_THAT(seen_, ElementsAre("view row 5 mode 1", "panel F6 00"));
 }
 
-TEST_F(SwitcherReportsTest, LabelsOfStationsGoOutAsStations) {
+TEST_F(ObserversOrderTest, LabelsOfStationsGoOutAsStations) {
   AddStations();
   ConnectAPanel();
   DecodeLabels("14");
@@ -93,7 +93,7 @@ TEST_F(SwitcherReportsTest, LabelsOfStationsGoOutAsStations) {
   EXPECT_THAT(seen_, ElementsAre("view labels 20", "panel FC 14"));
 }
 
-TEST_F(SwitcherReportsTest, LabelsOfInputsFollowThoseOfTheStations) {
+TEST_F(ObserversOrderTest, LabelsOfInputsFollowThoseOfTheStations) {
   AddStations();
   ConnectAPanel();
   DecodeLabels("0A");
@@ -101,7 +101,7 @@ TEST_F(SwitcherReportsTest, LabelsOfInputsFollowThoseOfTheStations) {
   EXPECT_THAT(seen_, ElementsAre("view labels 10", "panel FC 14", "panel FC 0A"));
 }
 
-TEST_F(SwitcherReportsTest, ProgrammingGoesToThePanels) {
+TEST_F(ObserversOrderTest, ProgrammingGoesToThePanels) {
   AddStations();
   ConnectAPanel();
   Decode("FB 02 00 00 00 01 00 00 00 03 FF");
@@ -109,7 +109,7 @@ TEST_F(SwitcherReportsTest, ProgrammingGoesToThePanels) {
   EXPECT_THAT(seen_, ElementsAre("view buttons 3", "panel FB 00", "panel FD 00"));
 }
 
-TEST_F(SwitcherReportsTest, WithoutPanelsOnlyTheViewsAreTold) {
+TEST_F(ObserversOrderTest, WithoutPanelsOnlyTheViewsAreTold) {
   AddStations();
   Decode("F3 04 00 00 00 00 00 04 FF");
   DecodeLabels("0A");
@@ -118,7 +118,7 @@ TEST_F(SwitcherReportsTest, WithoutPanelsOnlyTheViewsAreTold) {
   EXPECT_THAT(reporter_.reports, testing::IsEmpty());
 }
 
-TEST_F(SwitcherReportsTest, WhatPanelsDoNotShowGoesToTheViewsAlone) {
+TEST_F(ObserversOrderTest, WhatPanelsDoNotShowGoesToTheViewsAlone) {
   AddStations();
   ConnectAPanel();
   Decode("E2 64 64 64 64 64 64 64 64 20 FF");
@@ -134,7 +134,7 @@ TEST_F(SwitcherReportsTest, WhatPanelsDoNotShowGoesToTheViewsAlone) {
   EXPECT_THAT(seen_, testing::IsEmpty());
 }
 
-TEST_F(SwitcherReportsTest, WhatIsRefusedGoesToNoPanel) {
+TEST_F(ObserversOrderTest, WhatIsRefusedGoesToNoPanel) {
   ConnectAPanel();
   Decode("F3 04 00 01 00 00 00 06 FF");
   timer_.ElapseAll();

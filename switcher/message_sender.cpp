@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "switcher/line.h"
+#include "switcher/message_sender.h"
 
 #include "switcher/wire/message_table.h"
 
@@ -12,31 +12,33 @@ void ReportSendError(model::ErrorReporter& reporter, std::string_view failureLin
                 ErrorText(failureLine, status));
 }
 
-bool Line::Send(std::span<const std::uint8_t> message, std::string_view failureLine) const {
+bool MessageSender::Send(std::span<const std::uint8_t> message,
+                         std::string_view failureLine) const {
   Begin();
   return End(Write(message), failureLine);
 }
 
-model::Status Line::Write(std::span<const std::uint8_t> bytes) const {
+model::Status MessageSender::Write(std::span<const std::uint8_t> bytes) const {
   for (const std::uint8_t byte : bytes) {
     if (model::Status status = services_.port.Write(byte); !status.ok()) return status;
   }
   return {};
 }
 
-model::Status Line::WriteTable(std::span<const std::uint8_t> message) const {
+model::Status MessageSender::WriteTable(std::span<const std::uint8_t> message,
+                                        const SendProgress& progress) const {
   constexpr std::size_t kBehindValues = 2;  // checksum and end byte
   const std::size_t width = FindMessage(message.front())->valueBytes;
   const std::size_t end = message.size() - kBehindValues;
   if (model::Status status = Write(message.first(1)); !status.ok()) return status;
   for (std::size_t value = 1; value < end; value += width) {
     if (model::Status status = Write(message.subspan(value, width)); !status.ok()) return status;
-    if (progress_ != nullptr) progress_->UpdateStatus();
+    if (progress) progress();
   }
   return Write(message.subspan(end));
 }
 
-bool Line::End(const model::Status& status, std::string_view failureLine) const {
+bool MessageSender::End(const model::Status& status, std::string_view failureLine) const {
   if (services_.port.IsOpen()) services_.port.SetSendThreshold(1);
   if (!status.ok()) ReportSendError(services_.reporter, failureLine, status);
   return status.ok();

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/differences/difference_list.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace views {
+
+namespace {
+
+constexpr int kWhereCharacters = 18;
+constexpr int kWhatCharacters = 16;
+constexpr int kValueCharacters = 26;
+
+}  // namespace
+
+DifferenceList::DifferenceList(const Names& names, QWidget* parent)
+    : QWidget(parent),
+      shown_(all_),
+      choice_(names.choice),
+      filter_(new QLineEdit(this)),
+      list_(new QTreeView(this)),
+      count_(new QLabel(this)),
+      tickAll_(new QPushButton(tr("Tick &All"), this)),
+      tickNone_(new QPushButton(tr("Tick &None"), this)) {
+  all_.SetHeadings(names.before, names.after);
+  MakeList(names);
+  LayOut(names);
+  connect(filter_, &QLineEdit::textChanged, this, &DifferenceList::Filter);
+  connect(tickAll_, &QPushButton::clicked, this, [this] { TickShown(true); });
+  connect(tickNone_, &QPushButton::clicked, this, [this] { TickShown(false); });
+  connect(&all_, &DifferenceModel::TicksChanged, this, &DifferenceList::Count);
+  connect(&all_, &DifferenceModel::TicksChanged, this, &DifferenceList::TicksChanged);
+  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, filter_,
+          qOverload<>(&QWidget::setFocus));
+  Count();
+}
+
+void DifferenceList::MakeList(const Names& names) {
+  list_->setObjectName(names.list);
+  list_->setAccessibleName(tr("Differences"));
+  list_->setModel(&shown_);
+  list_->setRootIsDecorated(false);
+  list_->setUniformRowHeights(true);
+  list_->setAlternatingRowColors(true);
+  list_->setAllColumnsShowFocus(true);
+  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  list_->setTabKeyNavigation(false);
+  list_->installEventFilter(this);
+
+  QHeaderView& header = *list_->header();
+  header.setSectionsMovable(false);
+  header.setSortIndicatorClearable(true);
+  header.setSortIndicator(-1, Qt::AscendingOrder);
+  list_->setSortingEnabled(true);
+  const int character = fontMetrics().averageCharWidth();
+  header.setMinimumSectionSize(3 * character);
+  header.setSectionResizeMode(DifferenceModel::kTick, QHeaderView::ResizeToContents);
+  header.resizeSection(DifferenceModel::kWhere, kWhereCharacters * character);
+  header.resizeSection(DifferenceModel::kWhat, kWhatCharacters * character);
+  header.resizeSection(DifferenceModel::kBefore, kValueCharacters * character);
+  header.setSectionHidden(DifferenceModel::kTick, choice_ == Choice::None);
+}
+
+void DifferenceList::LayOut(const Names& names) {
+  filter_->setObjectName(names.filter);
+  filter_->setPlaceholderText(tr("Show only rows with…"));
+  filter_->setAccessibleName(tr("Filter"));
+  filter_->setClearButtonEnabled(true);
+  count_->setObjectName(QStringLiteral("aidDifferenceCount"));
+  count_->setTextFormat(Qt::PlainText);
+  tickAll_->setObjectName(QStringLiteral("aidTickAll"));
+  tickAll_->setToolTip(tr("Tick every row that is shown"));
+  tickNone_->setObjectName(QStringLiteral("aidTickNone"));
+  tickNone_->setToolTip(tr("Take the tick of every row that is shown away"));
+  for (QPushButton* const button : {tickAll_, tickNone_}) {
+    button->setAutoDefault(false);
+    button->setVisible(choice_ == Choice::Ticks);
+  }
+
+  auto* const below = new QHBoxLayout;
+  below->addWidget(count_, 1);
+  below->addWidget(tickAll_);
+  below->addWidget(tickNone_);
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(filter_);
+  layout->addWidget(list_, 1);
+  layout->addLayout(below);
+}
+
+void DifferenceList::SetRows(std::vector<Difference> rows, bool ticked) {
+  all_.SetRows(std::move(rows), ticked && choice_ == Choice::Ticks);
+}
+
+std::vector<Difference> DifferenceList::Ticked() const {
+  std::vector<Difference> ticked;
+  for (int row = 0; row < all_.rowCount(); ++row) {
+    if (all_.IsTicked(row)) ticked.push_back(all_.Row(row));
+  }
+  return ticked;
+}
+
+void DifferenceList::Filter(const QString& text) {
+  shown_.SetFilter(text);
+  Count();
+}
+
+void DifferenceList::TickShown(bool ticked) { all_.SetTicked(shown_.Rows(), ticked); }
+
+// All of them get the same: a tick, unless all have one.  Without a selection it is the row with
+// the focus.
+void DifferenceList::TickSelected() {
+  QModelIndexList chosen = list_->selectionModel()->selectedRows();
+  if (chosen.isEmpty() && list_->currentIndex().isValid()) chosen.append(list_->currentIndex());
+  std::vector<int> rows;
+  for (const QModelIndex& index : chosen) rows.push_back(shown_.mapToSource(index).row());
+  const bool allTicked = std::ranges::all_of(
+      rows, [this](int row) { return all_.IsTicked(row) || !all_.CanBeTicked(row); });
+  all_.SetTicked(rows, !allTicked);
+}
+
+bool DifferenceList::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == list_ && choice_ == Choice::Ticks && event->type() == QEvent::KeyPress) {
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier) {
+      TickSelected();
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void DifferenceList::Count() {
+  const bool isFiltered = shown_.rowCount() != all_.rowCount();
+  QString text;
+  if (choice_ == Choice::Ticks) {
+    text = isFiltered ? tr("%1 of %2 ticked, %3 shown")
+                            .arg(TickedCount())
+                            .arg(RowCount())
+                            .arg(shown_.rowCount())
+                      : tr("%1 of %2 ticked").arg(TickedCount()).arg(RowCount());
+  } else {
+    text = isFiltered ? tr("%1 of %2 shown").arg(shown_.rowCount()).arg(RowCount()) : QString();
+  }
+  count_->setText(text);
+}
+
+}  // namespace views

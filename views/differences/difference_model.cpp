@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/differences/difference_model.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace views {
+
+void DifferenceModel::SetHeadings(const QString& before, const QString& after) {
+  before_ = before;
+  after_ = after;
+  Q_EMIT headerDataChanged(Qt::Horizontal, kBefore, kAfter);
+}
+
+void DifferenceModel::SetRows(std::vector<Difference> rows, bool ticked) {
+  beginResetModel();
+  rows_.clear();
+  rows_.reserve(rows.size());
+  tickedCount_ = 0;
+  for (Difference& row : rows) {
+    const bool isTicked = ticked && row.obstacle.isEmpty();
+    tickedCount_ += isTicked ? 1 : 0;
+    const QString searched =
+        QStringList{row.where, row.what, row.before, row.after}.join(u'\n').toLower();
+    rows_.push_back({.difference = std::move(row), .searched = searched, .ticked = isTicked});
+  }
+  endResetModel();
+  Q_EMIT TicksChanged();
+}
+
+void DifferenceModel::SetTicked(const std::vector<int>& rows, bool ticked) {
+  int first = rowCount();
+  int last = -1;
+  for (const int row : rows) {
+    if (!CanBeTicked(row) || IsTicked(row) == ticked) continue;
+    rows_[static_cast<std::size_t>(row)].ticked = ticked;
+    tickedCount_ += ticked ? 1 : -1;
+    first = std::min(first, row);
+    last = std::max(last, row);
+  }
+  if (last < 0) return;
+  Q_EMIT dataChanged(index(first, kTick), index(last, kTick), {Qt::CheckStateRole});
+  Q_EMIT TicksChanged();
+}
+
+bool DifferenceModel::Has(int row, const QStringList& words) const {
+  const QString& searched = rows_[static_cast<std::size_t>(row)].searched;
+  return std::ranges::all_of(
+      words, [&](const QString& word) { return searched.contains(word.toLower()); });
+}
+
+int DifferenceModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int DifferenceModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : kColumnCount;
+}
+
+Qt::ItemFlags DifferenceModel::flags(const QModelIndex& index) const {
+  Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+  if (index.column() == kTick && CanBeTicked(index.row())) flags |= Qt::ItemIsUserCheckable;
+  return flags;
+}
+
+QString DifferenceModel::Text(const Difference& difference, int column) {
+  switch (column) {
+    case kWhere:
+      return difference.where;
+    case kWhat:
+      return difference.what;
+    case kBefore:
+      return difference.before;
+    case kAfter:
+      return difference.after;
+    default:
+      return {};
+  }
+}
+
+QVariant DifferenceModel::data(const QModelIndex& index, int role) const {
+  const Difference& row = Row(index.row());
+  switch (role) {
+    case Qt::DisplayRole:
+      return Text(row, index.column());
+    case Qt::CheckStateRole:
+      if (index.column() != kTick || !CanBeTicked(index.row())) return {};
+      return QVariant::fromValue(IsTicked(index.row()) ? Qt::Checked : Qt::Unchecked);
+    case Qt::ToolTipRole:
+      // A long value is cut by its column.
+      return CanBeTicked(index.row()) ? Text(row, index.column()) : row.obstacle;
+    case Qt::AccessibleTextRole:
+      if (index.column() == kTick) return CanBeTicked(index.row()) ? row.what : row.obstacle;
+      return {};
+    default:
+      return {};
+  }
+}
+
+bool DifferenceModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::CheckStateRole || index.column() != kTick || !CanBeTicked(index.row())) {
+    return false;
+  }
+  SetTicked({index.row()}, value.toInt() == Qt::Checked);
+  return true;
+}
+
+QVariant DifferenceModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  switch (section) {
+    case kWhere:
+      return tr("Station or Output");
+    case kWhat:
+      return tr("What");
+    case kBefore:
+      return before_;
+    case kAfter:
+      return after_;
+    default:
+      return {};
+  }
+}
+
+}  // namespace views

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/differences/shown_differences.h"
+
+#include <QLocale>
+
+#include "views/differences/difference_model.h"
+
+namespace views {
+
+ShownDifferences::ShownDifferences(DifferenceModel& all)
+    : all_(all), order_(QLocale(QLocale::English)) {
+  order_.setNumericMode(true);
+  order_.setCaseSensitivity(Qt::CaseInsensitive);
+  setSourceModel(&all);
+}
+
+void ShownDifferences::SetFilter(const QString& text) {
+  words_ = text.split(u' ', Qt::SkipEmptyParts);
+  invalidateFilter();
+}
+
+std::vector<int> ShownDifferences::Rows() const {
+  std::vector<int> rows;
+  for (int row = 0; row < rowCount(); ++row) rows.push_back(mapToSource(index(row, 0)).row());
+  return rows;
+}
+
+bool ShownDifferences::filterAcceptsRow(int row, const QModelIndex& /*parent*/) const {
+  return all_.Has(row, words_);
+}
+
+bool ShownDifferences::lessThan(const QModelIndex& left, const QModelIndex& right) const {
+  switch (left.column()) {
+    case DifferenceModel::kTick:
+      return !all_.IsTicked(left.row()) && all_.IsTicked(right.row());
+    case DifferenceModel::kWhere:
+      return all_.Row(left.row()).station < all_.Row(right.row()).station;
+    default:
+      return order_.compare(left.data().toString(), right.data().toString()) < 0;
+  }
+}
+
+}  // namespace views
