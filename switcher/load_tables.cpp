@@ -23,8 +23,8 @@ namespace switcher {
 
 namespace {
 
-using stations::Record;
 using model::SystemModel;
+using stations::Record;
 
 // The message of an output or station, made of its record.
 using MakeRow = Bytes (*)(Record& record, const SystemModel& model, int number);

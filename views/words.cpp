@@ -100,7 +100,8 @@ QString PartWords(std::span<const switcher::TablePart> parts) {
 }
 
 QString DayWords(const std::chrono::year_month_day& day) {
-  const QDate date(static_cast<int>(day.year()), static_cast<int>(static_cast<unsigned>(day.month())),
+  const QDate date(static_cast<int>(day.year()),
+                   static_cast<int>(static_cast<unsigned>(day.month())),
                    static_cast<int>(static_cast<unsigned>(day.day())));
   const bool isThisYear = date.year() == QDate::currentDate().year();
   return QLocale::c().toString(date,

@@ -11,9 +11,7 @@ namespace {
 using model::SystemModel;
 
 // The selector of a table of labels.
-int SelectorOf(Table table) {
-  return table == Table::OutputLabels ? kOutputLabels : kInputLabels;
-}
+int SelectorOf(Table table) { return table == Table::OutputLabels ? kOutputLabels : kInputLabels; }
 
 model::Status LoadLabelDigest(jet::Database& database, const SystemModel& model, Table table,
                               std::optional<Digest>* digest) {

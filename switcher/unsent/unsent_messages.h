@@ -23,8 +23,8 @@
 namespace switcher {
 
 // Which messages the switcher lacks: a comparison of what would be sent now with what it was last
-// known to hold, message by message.  A message that the switcher was never seen to hold is compared
-// with what was found in the database, so that an edit of it is told all the same.
+// known to hold, message by message.  A message that the switcher was never seen to hold is
+// compared with what was found in the database, so that an edit of it is told all the same.
 //
 // Only the messages that a change is in are made anew.
 class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, public LineEvents {

