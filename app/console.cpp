@@ -3,6 +3,7 @@
 #include "app/console.h"
 
 #include <QApplication>
+#include <QDate>
 #include <QFileInfo>
 #include <QSessionManager>
 #include <utility>
@@ -17,6 +18,15 @@
 #include "views/xmap/xmap_legend.h"
 
 namespace app {
+namespace {
+
+switcher::Day Today() {
+  const QDate today = QDate::currentDate();
+  return {std::chrono::year(today.year()), std::chrono::month(static_cast<unsigned>(today.month())),
+          std::chrono::day(static_cast<unsigned>(today.day()))};
+}
+
+}  // namespace
 
 Console::Console(AppFolder folder)
     : folder_(std::move(folder)),
@@ -24,14 +34,24 @@ Console::Console(AppFolder folder)
       places_(config::PlacesSection(settingsFile_.Read())),
       files_(folder_.File(db::kMainFile), folder_.File(db::kWorkingCopy),
              folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
+      unsentMessages_({.model = model_,
+                       .database = [this] { return files_.Database(); },
+                       .changes = changes_,
+                       .today = Today}),
+      sentFile_(folder_.File(kSentFile), unsentMessages_.Held()),
       damage_(files_, boxes_),
       window_(commands_),
       windowPlace_(window_, places_),
       port_([this](int number) { return settingsFile_.SerialDevice(number); }),
       liveCommands_({.model = model_, .port = port_, .reporter = boxes_}),
       share_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
-      tables_({.model = model_, .files = files_, .port = port_, .reporter = boxes_}),
+      tables_({.model = model_,
+               .files = files_,
+               .port = port_,
+               .reporter = boxes_,
+               .account = &unsentMessages_}),
       tableTools_(tables_),
+      unsent_(unsentMessages_),
       viewServices_{.model = model_,
                     .stations = [this] { return files_.Stations(); },
                     .changes = changes_,
@@ -69,14 +89,27 @@ Console::Console(AppFolder folder)
              .device = [this] { return QFileInfo(settingsFile_.SerialDevice(model_.ComPort)); },
              .status = window_.Status(),
              .hints = window_.Hints()}),
+      unsentAids_({.model = model_,
+                   .messages = unsentMessages_,
+                   .unsent = unsent_,
+                   .status = window_.Status(),
+                   .hints = window_.Hints(),
+                   .sendChanges = window_.SendChangesCommand()}),
       switcherReports_({.model = model_, .labels = labels_, .log = eventLog_}),
       decoder_({.model = model_,
                 .database = [this] { return files_.Database(); },
                 .reporter = boxes_,
                 .changes = changes_,
-                .observers = InOrder(
-                    {.log = switcherReports_, .aids = aids_, .views = views_, .panels = panels_})}),
-      link_({.model = model_, .port = port_, .decoder = decoder_, .display = window_}),
+                .observers = InOrder({.unsent = unsentMessages_,
+                                      .log = switcherReports_,
+                                      .aids = aids_,
+                                      .views = views_,
+                                      .panels = panels_})}),
+      link_({.model = model_,
+             .port = port_,
+             .decoder = decoder_,
+             .display = window_,
+             .account = &unsentMessages_}),
       transfers_(
           {.window = window_,
            .views = views_,
@@ -111,6 +144,7 @@ Console::Console(AppFolder folder)
   ConnectCommands();
   ConnectTimers();
   ConnectStatusBar();
+  ConnectSentFile();
   ConnectShutDown();
   connect(&views_, &OpenViews::Loaded, this, &Console::ConnectView);
   listener_.SetAcceptHandler(
@@ -132,6 +166,7 @@ void Console::Start() {
   StartUp(
       {.model = model_, .files = files_, .listener = listener_, .link = link_, .reporter = boxes_})
       .Run(folder_.path.toStdString(), settings);
+  unsentMessages_.Begin(sentFile_.Read());
   damage_.Tell();
   if (listener_.IsListening()) panelReports_.Begin();
   if (model_.DemoMode == 1) {
@@ -172,6 +207,7 @@ void Console::ConnectCommands() {
   commands_.Set(QStringLiteral("ID_TileHorizontal"), [&area] { TileHorizontal(area); });
   commands_.Set(QStringLiteral("ID_TileVertical"), [&area] { TileVertical(area); });
   commands_.Set(QStringLiteral("ID_ArrangeIcons"), [&area] { ArrangeIcons(area); });
+  connect(&window_.SendChangesCommand(), &QAction::triggered, &transfers_, &Transfers::SendChanges);
   window_.UpdateCommands();
   connect(&viewMenu_, &ViewMenu::EventLogRequested, &log_, &LogKeeper::Show);
   connect(&window_.DiscardCommand(), &QAction::triggered, this, [this] {
@@ -192,19 +228,31 @@ void Console::ConnectTimers() {
 void Console::ConnectStatusBar() {
   StatusBar& status = window_.Status();
   status.SetLegend(new views::XmapLegend(&status));
-  connect(&window_, &MainWindow::LinkTextShown, this, [this] { aids_.LinkChanged(); });
+  connect(&window_, &MainWindow::LinkTextShown, this, [this] {
+    aids_.LinkChanged();
+    unsentAids_.Update();
+  });
   connect(&views_, &OpenViews::XmapLoaded, &status, [&status](bool loaded) {
     if (!loaded) status.SetReadout({});
     status.WantLegend(loaded);
   });
-  connect(&unsent_, &views::UnsentTables::Changed, &status,
-          [this, &status] { status.SetUnsent(unsent_.Names()); });
   connect(&panelReports_, &PanelReports::PanelsChanged, &status, &StatusBar::SetPanels);
   connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
+}
+
+void Console::ConnectSentFile() {
+  connect(&unsent_, &views::UnsentTables::Changed, &sentFile_, &SentFile::Update);
+  connect(&sentFile_, &SentFile::Failed, this, [this](const QString& why) {
+    window_.Hints().Give(Hint::SentFails,
+                         tr("What the switcher holds cannot be kept: %1").arg(why));
+  });
+  connect(&sentFile_, &SentFile::Written, this,
+          [this] { window_.Hints().Withdraw(Hint::SentFails); });
+  connect(&shutDown_, &ShutDown::RunEnded, &sentFile_, &SentFile::Finish);
 }
 
 // A main view that was loaded asks for what is not its own.

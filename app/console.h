@@ -13,6 +13,7 @@
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
+#include "app/sent_file.h"
 #include "app/settings_file.h"
 #include "app/shell/command_table.h"
 #include "app/shell/export_menu.h"
@@ -26,6 +27,7 @@
 #include "app/shell/sent_note.h"
 #include "app/shell/stored_elsewhere.h"
 #include "app/shell/transfers.h"
+#include "app/shell/unsent_aids.h"
 #include "app/shell/view_menu.h"
 #include "app/shut_down.h"
 #include "app/table_tools.h"
@@ -42,6 +44,7 @@
 #include "switcher/live_commands.h"
 #include "switcher/qt_serial_port.h"
 #include "switcher/table_senders.h"
+#include "switcher/unsent/unsent_messages.h"
 #include "views/services.h"
 #include "views/unsent_tables.h"
 
@@ -63,6 +66,7 @@ class Console : public QObject {
   void ConnectTimers();
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
+  void ConnectSentFile();
   void ConnectShutDown();
 
   const AppFolder folder_;
@@ -73,6 +77,8 @@ class Console : public QObject {
   CommandTable commands_;
   db::DatabaseFiles files_;
   stations::Changes changes_;
+  switcher::UnsentMessages unsentMessages_;
+  SentFile sentFile_;
   DamageReport damage_;
   gateway::Listener listener_;
   gateway::QtPauseTimer panelPause_;
@@ -99,6 +105,7 @@ class Console : public QObject {
   switcher::LiveCommands panelCommands_;
   gateway::PanelGateway panels_;
   LinkAids aids_;
+  UnsentAids unsentAids_;
   SwitcherReports switcherReports_;
   switcher::Decoder decoder_;
   switcher::Link link_;

@@ -60,6 +60,8 @@ class ShutDown : public QObject {
  Q_SIGNALS:
   // The database was saved, and had been changed.
   void DatabaseSaved();
+  // The port and the database are closed; the settings are written next.
+  void RunEnded();
 
  private:
   void OfferToCloseWithoutSaving(const model::Status& status);

@@ -31,6 +31,12 @@ UnsentTables::Parts UnsentTables::All() const {
   return parts;
 }
 
+std::optional<switcher::Day> UnsentTables::Since(const switcher::TablePart& part) const {
+  const auto entry = messages_.Unsent().find(part);
+  if (entry == messages_.Unsent().end()) return std::nullopt;
+  return entry->second;
+}
+
 QString UnsentTables::Names() const { return PartWords(All()); }
 
 QString UnsentTables::Words() const {

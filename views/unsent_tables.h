@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "switcher/table.h"
@@ -38,10 +39,13 @@ class UnsentTables : public QObject, private switcher::UnsentMessages::Listener 
   // What is unsent, message by message in the order of a download.
   Parts All() const;
 
-  // The same in words: "inhibits of output 3, buttons of station 12"; empty for nothing.
+  // The day since which the message is unsent; nothing when it is not.
+  std::optional<switcher::Day> Since(const switcher::TablePart& part) const;
+
+  // All() in words: "inhibits of output 3, buttons of station 12"; empty for nothing.
   QString Names() const;
 
-  // The same with the first day: "Unsent since 21 Nov: inhibits of output 3"; empty for nothing.
+  // The same behind the first day: "Unsent since 21 Nov: inhibits of output 3"; empty for nothing.
   QString Words() const;
 
   // Whether something was sent that the switcher can still confirm.

@@ -23,7 +23,9 @@ enum class Hint : std::uint8_t {
   Blocked,
   PortDenied,
   PanelReport,
+  SentFails,
   NoSwitcher,
+  NeverSeen,
   WindowRescued,
   Demo
 };

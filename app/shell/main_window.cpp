@@ -106,10 +106,19 @@ QMenu* MainWindow::AddMenu(const char* id) {
   return menu;
 }
 
+QAction* MainWindow::AddAid(QMenu& menu, const char* name, const QString& caption) {
+  auto* const action = new QAction(caption, this);
+  action->setObjectName(QLatin1String(name));
+  menu.addAction(action);
+  return action;
+}
+
 void MainWindow::BuildMenus() {
   QMenu* const file = AddMenu("ID_File");
   file->addAction(CommandAction("ID_SendData"));
   file->addAction(CommandAction("ID_RetreiveData"));
+  sendChanges_ = AddAid(*file, "aidSendChanges", tr("Send C&hanges…"));
+  sendChanges_->setToolTip(tr("Send what the switcher does not hold yet, and nothing else"));
   file->addAction(&DiscardCommand());
   file->addSeparator();
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));

@@ -58,6 +58,9 @@ class MainWindow : public QMainWindow,
   // The command that discards a byte which blocks all receiving.
   QAction& DiscardCommand() { return blocked_->DiscardCommand(); }
 
+  // aidSendChanges: sends what is unsent.
+  QAction& SendChangesCommand() { return *sendChanges_; }
+
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
 
@@ -91,6 +94,7 @@ class MainWindow : public QMainWindow,
   void OfferManual(QObject* child);
   QAction* CommandAction(const char* id) const;
   QMenu* AddMenu(const char* id);
+  QAction* AddAid(QMenu& menu, const char* name, const QString& caption);
   void MeasureFrame();
 
   const CommandTable& commands_;
@@ -99,6 +103,7 @@ class MainWindow : public QMainWindow,
   HintStrip* hints_;
   StatusBar* statusBar_;
   BlockedLine* blocked_;
+  QAction* sendChanges_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;

@@ -38,7 +38,7 @@ struct HeldMessage {
 using HeldMessages = std::map<TablePart, HeldMessage>;
 
 // The greatest size of the file.
-inline constexpr std::uint64_t kMostHeldText = 1 << 20;
+inline constexpr std::uint64_t kMostHeldText = 1 << 22;
 
 // The text of the file: a line for each message, without those that say nothing (found so, and
 // still so).

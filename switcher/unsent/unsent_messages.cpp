@@ -41,7 +41,12 @@ void UnsentMessages::Changed(std::span<const stations::Change> changes) {
   bool all = false;
   for (const stations::Change& change : changes) {
     all = all || change.station == 0;  // of which one, nobody knows
-    for (const TablePart& part : EditedParts(change)) parts.insert(MessageOf(part));
+    for (const TablePart& part : EditedParts(change)) {
+      parts.insert(MessageOf(part));
+      if (part.table == Table::InputLabels && change.origin != stations::Origin::Switcher) {
+        inputLabelsReported_ = false;
+      }
+    }
   }
   if (hasBegun_ && all) MakeAllAnew();
   if (hasBegun_ && !all) {
@@ -158,10 +163,15 @@ void UnsentMessages::Hold(const TablePart& part, Digest digest) {
   Compare(part);
 }
 
-// The database holds what the switcher has sent.
+// The database holds what the switcher has sent.  Who is hidden comes with the station labels and
+// is a mark in the input labels, too.
 void UnsentMessages::TableAccepted(const TablePart& part) {
   if (const auto present = present_.find(part); present != present_.end()) {
     NoteHeld(part, present->second);
+  }
+  if (part.table == Table::InputLabels) inputLabelsReported_ = true;
+  if (part.table == Table::OutputLabels && inputLabelsReported_) {
+    TableAccepted({.table = Table::InputLabels});
   }
 }
 

@@ -107,6 +107,7 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   HeldMessages held_;
   std::map<TablePart, Day> unsent_;
   Confirmation confirmation_;
+  bool inputLabelsReported_ = false;      // by the switcher, and not edited since
   std::optional<TablePart> begunLabels_;  // whose order was sent, and no message since
   Digest orderDigest_ = 0;
 };

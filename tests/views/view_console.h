@@ -7,6 +7,7 @@
 #include "switcher/live_commands.h"
 #include "switcher/unsent/unsent_messages.h"
 #include "tests/support/fake_serial_port.h"
+#include "tests/support/one_day.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_tables.h"
 #include "tools/stage/stage.h"
@@ -33,12 +34,7 @@ class ViewConsole : public stage::Stage {
   switcher::UnsentMessages unsentMessages{{.model = model,
                                            .database = [this] { return database.get(); },
                                            .changes = changes,
-                                           .today =
-                                               [] {
-                                                 return switcher::Day(std::chrono::year(2026),
-                                                                      std::chrono::November,
-                                                                      std::chrono::day(21));
-                                               }}};
+                                           .today = [] { return kToday; }}};
   views::UnsentTables unsent{unsentMessages};
 };
 

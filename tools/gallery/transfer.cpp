@@ -151,7 +151,11 @@ class Transfers {
       {.model = model_, .port = port_, .decoder = decoder_, .display = noDisplay_}};
   switcher::TableSenders senders_{
       {.model = model_, .files = files_, .port = port_, .reporter = noSwitcher_}};
-  views::UnsentTables unsent_;
+  switcher::UnsentMessages unsentMessages_{{.model = model_,
+                                            .database = [this] { return files_.Database(); },
+                                            .changes = changes_,
+                                            .today = [] { return kToday; }}};
+  views::UnsentTables unsent_{unsentMessages_};
 };
 
 }  // namespace
