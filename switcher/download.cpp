@@ -37,6 +37,7 @@ void Download::Go() {
   Begin(PlanDownload(services_.model, services_.tables),
         {.maximum = total / kBytesPerStep,
          .caption = "System Download Progress (" + std::to_string(total) + " Total Bytes)"});
+  display_.StartDelayTimer();
 }
 
 void Download::GoFor(std::span<const TablePart> parts) {
@@ -46,6 +47,7 @@ void Download::GoFor(std::span<const TablePart> parts) {
   Begin(PlanSending(parts, services_.tables),
         {.maximum = size.values / (kValuesBetweenSteps + 1),
          .caption = "Sending Changes (" + std::to_string(size.bytes) + " Bytes)"});
+  DelayTick();
 }
 
 void Download::Begin(std::vector<DownloadStage> stages, const Progress& progress) {
@@ -56,7 +58,6 @@ void Download::Begin(std::vector<DownloadStage> stages, const Progress& progress
   stages_ = std::move(stages);
   running_ = true;
   state_ = State::Delaying;
-  display_.StartDelayTimer();
 }
 
 void Download::Cancel() {

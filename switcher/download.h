@@ -88,7 +88,8 @@ class Download {
   // The operator said OK.  Does nothing the second time.
   void Go();
 
-  // The same for no more than these messages, in the order and with the pauses of a download.
+  // The same for no more than these messages, in the order and with the pauses of a download, and
+  // without the delay before it.
   void GoFor(std::span<const TablePart> parts);
 
   // What has come of it since Go().
