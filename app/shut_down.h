@@ -64,6 +64,8 @@ class ShutDown : public QObject {
   void DatabaseSaved();
   // All that was edited is in Tesk.mdb, whether anything had to be saved for that or not.
   void AllSaved();
+  // The port and the database are closed; the settings are written next.
+  void RunEnded();
 
  private:
   void OfferToCloseWithoutSaving(const model::Status& status);
