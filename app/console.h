@@ -6,6 +6,10 @@
 #include <QObject>
 
 #include "app/app_folder.h"
+#include "app/backups/background_writer.h"
+#include "app/backups/backup_keeper.h"
+#include "app/backups/restore_backup.h"
+#include "app/backups/save_copy.h"
 #include "app/damage_report.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
@@ -66,6 +70,7 @@ class Console : public QObject {
   void ConnectTimers();
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
+  void ConnectBackups();
   void ConnectShutDown();
 
   const AppFolder folder_;
@@ -110,6 +115,10 @@ class Console : public QObject {
   switcher::Link link_;
   Transfers transfers_;
   LogKeeper log_;
+  BackgroundWriter writer_;
+  BackupKeeper backups_;
+  SaveCopy saveCopy_;
+  RestoreBackup restoreBackup_;
   ShutDown shutDown_;
   Termination termination_;
 };

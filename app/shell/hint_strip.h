@@ -23,6 +23,7 @@ enum class Hint : std::uint8_t {
   Blocked,
   PortDenied,
   PanelReport,
+  NoBackup,
   NoSwitcher,
   WindowRescued,
   LogFile,

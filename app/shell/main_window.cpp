@@ -106,11 +106,24 @@ QMenu* MainWindow::AddMenu(const char* id) {
   return menu;
 }
 
+QAction* MainWindow::AddAid(QMenu& menu, const char* name, const QString& caption) {
+  auto* const action = new QAction(caption, this);
+  action->setObjectName(QLatin1String(name));
+  menu.addAction(action);
+  return action;
+}
+
 void MainWindow::BuildMenus() {
   QMenu* const file = AddMenu("ID_File");
   file->addAction(CommandAction("ID_SendData"));
   file->addAction(CommandAction("ID_RetreiveData"));
+  compare_ = AddAid(*file, "aidCompare", tr("&Compare With Switcher…"));
+  compare_->setIcon(views::Icon(QStringLiteral("compare")));
+  compare_->setToolTip(tr("Show where the tables of the switcher differ from those here"));
   file->addAction(&DiscardCommand());
+  file->addSeparator();
+  saveCopy_ = AddAid(*file, "aidSaveCopy", tr("Save A &Copy As…"));
+  restoreBackup_ = AddAid(*file, "aidRestoreBackup", tr("Restore &Backup…"));
   file->addSeparator();
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));

@@ -60,6 +60,11 @@ class MainWindow : public QMainWindow,
 
   // The menu for undo, redo and the clipboard.
   QMenu& EditMenu() { return *editMenu_; }
+  // aidSaveCopy and aidRestoreBackup: copies of the database.
+  QAction& SaveCopyCommand() { return *saveCopy_; }
+  QAction& RestoreBackupCommand() { return *restoreBackup_; }
+  // aidCompare: compares the tables here with the switcher's.
+  QAction& CompareCommand() { return *compare_; }
 
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
@@ -94,6 +99,7 @@ class MainWindow : public QMainWindow,
   void OfferManual(QObject* child);
   QAction* CommandAction(const char* id) const;
   QMenu* AddMenu(const char* id);
+  QAction* AddAid(QMenu& menu, const char* name, const QString& caption);
   void MeasureFrame();
 
   const CommandTable& commands_;
@@ -103,6 +109,9 @@ class MainWindow : public QMainWindow,
   StatusBar* statusBar_;
   BlockedLine* blocked_;
   QMenu* editMenu_ = nullptr;
+  QAction* saveCopy_ = nullptr;
+  QAction* restoreBackup_ = nullptr;
+  QAction* compare_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;
