@@ -24,6 +24,7 @@ Console::Console(AppFolder folder)
       places_(config::PlacesSection(settingsFile_.Read())),
       files_(folder_.File(db::kMainFile), folder_.File(db::kWorkingCopy),
              folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
+      journal_(changes_, folder_.File(kJournalFile), folder_.File(db::kMainFile)),
       damage_(files_, boxes_),
       window_(commands_),
       windowPlace_(window_, places_),
@@ -44,11 +45,20 @@ Console::Console(AppFolder folder)
       views_(window_.Area(), viewServices_),
       storedElsewhere_(changes_, views_),
       viewMenu_({.menu = window_.ViewMenu(), .views = views_, .window = window_}),
+      editMenu_({.menu = window_.EditMenu(),
+                 .views = views_,
+                 .window = window_,
+                 .find = viewMenu_.FindCommand()}),
+      undo_({.menu = editMenu_,
+             .views = views_,
+             .data = viewServices_,
+             .database = [this] { return files_.Database(); }}),
       export_({.menu = window_.ExportMenu(),
                .window = window_,
                .data = viewServices_,
                .storeEdits = [this] { return views_.StoreEdits(); }}),
       sentNote_(unsent_),
+      logFile_(folder_.File(kLogFile), eventLog_, window_.Hints()),
       labels_(
           {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       inhibits_(
@@ -86,7 +96,14 @@ Console::Console(AppFolder folder)
                          .port = port_,
                          .link = link_,
                          .poll = window_,
-                         .reporter = boxes_}}),
+                         .reporter = boxes_},
+           .compare = {.comparison = {.model = model_,
+                                      .database = [this] { return files_.Database(); },
+                                      .port = port_,
+                                      .link = link_,
+                                      .poll = window_,
+                                      .reporter = boxes_},
+                       .changes = changes_}}),
       log_({.log = eventLog_,
             .labels = labels_,
             .window = window_,
@@ -108,6 +125,18 @@ Console::Console(AppFolder folder)
                       .changes = changes_,
                       .reporter = boxes_,
                       .storeEdits = [this] { return views_.StoreEdits(); }}),
+      rescue_({.journal = journal_,
+               .database = [this] { return files_.Database(); },
+               .changes = changes_,
+               .hints = window_.Hints(),
+               .command = window_.UnsavedRunsCommand(),
+               .window = window_,
+               .reporter = boxes_,
+               .storeEdits = [this] { return views_.StoreEdits(); }}),
+      recentChanges_({.journal = folder_.File(kJournalFile),
+                      .keeper = journal_,
+                      .views = views_,
+                      .window = window_}),
       shutDown_({.model = model_,
                  .boxes = boxes_,
                  .window = window_,
@@ -124,6 +153,7 @@ Console::Console(AppFolder folder)
   ConnectTimers();
   ConnectStatusBar();
   ConnectBackups();
+  ConnectJournal();
   ConnectShutDown();
   connect(&views_, &OpenViews::Loaded, this, &Console::ConnectView);
   listener_.SetAcceptHandler(
@@ -145,6 +175,8 @@ void Console::Start() {
   StartUp(
       {.model = model_, .files = files_, .listener = listener_, .link = link_, .reporter = boxes_})
       .Run(folder_.path.toStdString(), settings);
+  journal_.Begin();
+  rescue_.Begin();
   damage_.Tell();
   backups_.BeginDays();
   if (listener_.IsListening()) panelReports_.Begin();
@@ -186,6 +218,10 @@ void Console::ConnectCommands() {
   commands_.Set(QStringLiteral("ID_TileHorizontal"), [&area] { TileHorizontal(area); });
   commands_.Set(QStringLiteral("ID_TileVertical"), [&area] { TileVertical(area); });
   commands_.Set(QStringLiteral("ID_ArrangeIcons"), [&area] { ArrangeIcons(area); });
+  connect(&window_.CompareCommand(), &QAction::triggered, &transfers_,
+          &Transfers::CompareWithSwitcher);
+  connect(&transfers_, &Transfers::SendRequested, this,
+          [this](const auto& parts) { views::SendTables(viewServices_, parts); });
   window_.UpdateCommands();
   connect(&viewMenu_, &ViewMenu::EventLogRequested, &log_, &LogKeeper::Show);
   connect(&window_.DiscardCommand(), &QAction::triggered, this, [this] {
@@ -217,6 +253,8 @@ void Console::ConnectStatusBar() {
   connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&undo_, &UndoCommands::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
 }
@@ -256,6 +294,22 @@ void Console::ConnectBackups() {
     window_.Hints().Give(Hint::NoBackup, text);
     log_.Note(text);
   });
+}
+
+void Console::ConnectJournal() {
+  connect(&journal_, &JournalKeeper::Failed, this, [this](const QString& why) {
+    window_.Hints().Give(Hint::JournalFails,
+                         tr("What is edited now would not survive a crash: %1").arg(why));
+  });
+  connect(&journal_, &JournalKeeper::Recovered, this,
+          [this] { window_.Hints().Withdraw(Hint::JournalFails); });
+  connect(&transfers_, &Transfers::RetrievalBegun, &journal_, &JournalKeeper::BeginGroup);
+  connect(&transfers_, &Transfers::RetrievalEnded, &journal_, &JournalKeeper::EndGroup);
+  connect(&shutDown_, &ShutDown::AllSaved, &journal_, &JournalKeeper::RunSaved);
+  connect(&rescue_, &Rescue::ShowRequested, &recentChanges_, &RecentChanges::ShowRun);
+  connect(&rescue_, &Rescue::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&rescue_, &Rescue::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&viewMenu_, &ViewMenu::RecentChangesRequested, &recentChanges_, &RecentChanges::Show);
 }
 
 void Console::ConnectShutDown() {

@@ -11,14 +11,19 @@
 #include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
 #include "app/damage_report.h"
+#include "app/journal/journal_keeper.h"
+#include "app/journal/recent_changes.h"
+#include "app/journal/rescue.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
+#include "app/log/log_file.h"
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
 #include "app/settings_file.h"
 #include "app/shell/command_table.h"
+#include "app/shell/edit_menu.h"
 #include "app/shell/export_menu.h"
 #include "app/shell/help_window.h"
 #include "app/shell/link_aids.h"
@@ -34,6 +39,7 @@
 #include "app/shut_down.h"
 #include "app/table_tools.h"
 #include "app/termination.h"
+#include "app/undo/undo_commands.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
 #include "gateway/panel_gateway.h"
@@ -68,6 +74,7 @@ class Console : public QObject {
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
   void ConnectBackups();
+  void ConnectJournal();
   void ConnectShutDown();
 
   const AppFolder folder_;
@@ -78,6 +85,7 @@ class Console : public QObject {
   CommandTable commands_;
   db::DatabaseFiles files_;
   stations::Changes changes_;
+  JournalKeeper journal_;
   DamageReport damage_;
   gateway::Listener listener_;
   gateway::QtPauseTimer panelPause_;
@@ -93,10 +101,13 @@ class Console : public QObject {
   OpenViews views_;
   StoredElsewhere storedElsewhere_;
   ViewMenu viewMenu_;
+  EditMenu editMenu_;
+  UndoCommands undo_;
   ExportMenu export_;
   SentNote sentNote_;
   Manual manual_;
   EventLog eventLog_;
+  LogFile logFile_;
   ChannelLabels labels_;
   InhibitedCells inhibits_;
   PanelReports panelReports_;
@@ -113,6 +124,8 @@ class Console : public QObject {
   BackupKeeper backups_;
   SaveCopy saveCopy_;
   RestoreBackup restoreBackup_;
+  Rescue rescue_;
+  RecentChanges recentChanges_;
   ShutDown shutDown_;
   Termination termination_;
 };

@@ -25,6 +25,7 @@ bool ShutDown::Run() {
     return false;
   }
   if (saved) Q_EMIT DatabaseSaved();
+  Q_EMIT AllSaved();
   EndRun();
   return true;
 }

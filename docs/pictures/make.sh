@@ -150,6 +150,18 @@ close frmSysInfo
 wait_for gone frmSysInfo
 switcher "spoil none"
 
+# --- Compared with a switcher that was changed at another place.
+
+switcher "label out 12 NEWS 2" "label in 12 NEWS 2" "button 5 3 1 8 8" "button 5 4 0 9 9 10" \
+  "relays 5 5 6"
+trigger aidCompare
+wait_for reads aidCompareSummary text 'differences in'
+letters lstDifferences "S"
+keys lstDifferences Space
+picture frmCompare compare
+close frmCompare
+cat "$here/house.txt" >&3
+
 # --- The whole window.
 
 click cmdFirst
@@ -235,6 +247,7 @@ wait_for gone frmEventLog
 
 cell 9 20
 trigger ID_ToggleInhibit frmXmap
+picture aidEditMenu undo
 turn_to 5
 click ckRelaySel_9
 sleep 0.3
@@ -260,6 +273,23 @@ wait_for test -s "$work/keys.pdf"
 pdftoppm -r 110 -f 5 -l 5 -singlefile -png "$work/keys.pdf" "$work/raw/key-sheet"
 small key-sheet -trim -bordercolor white -border 12 -resize 720x
 
+# --- What was changed, and what a console that is killed leaves to the next one.
+
+trigger aidRecentChanges
+wait_for shows frmChanges
+does '{"do":"invoke","object":"lstChanges","method":"setFocus"}'
+keys lstChanges Down
+picture frmChanges recent-changes -resize 760x
+close frmChanges
+kill -KILL "$console"
+wait "$console" || true
+rm -f "$pilot"
+QT_QPA_GENERIC_PLUGINS=teskpilot:$pilot "$work/teskctl" &
+console=$!
+wait_for shows aidRestore
+does '{"do":"set","object":"frmMain","property":"size","value":[758,600]}'
+picture aidHintStrip unsaved-run
+click aidHintClose
 # --- Copies of the database.
 
 "$bin/gallery" backups "$work/raw"

@@ -76,6 +76,7 @@ constexpr const char* kNotShown[] = {
     "Text files (*.txt);;All files (*)",
     "Database files (*.mdb)",
     "%1 files (*.%2);;All files (*)",
+    "CSV files (*.csv);;All files (*)",
     // The picture of a tip.
     "<table cellspacing='2'>",
     "<tr><td><img width='%1' height='%1' src='data:image/png;base64,%2'></td><td>%3</td></tr>",
@@ -83,6 +84,7 @@ constexpr const char* kNotShown[] = {
     "h1 { font-size: x-large",
     // Forms of dates.
     "yyyy-MM-dd HH:mm:ss",
+    "d MMM HH:mm",
     // What the desktop shows of a console that was set up.
     "[Desktop Entry]",
     "\nGenericName=",

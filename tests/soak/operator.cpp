@@ -30,6 +30,8 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
     AddClose("close a view", view);
     AddTrigger("open a view", command, view);
   }
+  AddTrigger("open the recent changes", "aidRecentChanges", "frmChanges");
+  AddClose("close the recent changes", "frmChanges");
   for (const char* const arrangement : {"ID_Cascade", "ID_TileHorizontal", "ID_TileVertical"}) {
     AddTrigger("arrange the windows", arrangement, "frmXmap");
   }
@@ -47,6 +49,13 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   AddClose("close the retrieval", "frmSysInfo");
   AddTrigger("open the copies", "aidRestoreBackup", "frmBackup");
   AddClose("close the copies", "frmBackup");
+  AddTrigger("begin a comparison", "aidCompare", "frmCompare");
+  tasks_.push_back({"compare", [] {},
+                    [this] {
+                      return console_.Property("cmdCloseCmp", "text").toString() ==
+                             QLatin1String("Close");
+                    }});
+  AddClose("close the comparison", "frmCompare");
 }
 
 void Operator::AddTrigger(const char* name, const char* action, const char* shows) {

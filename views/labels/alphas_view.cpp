@@ -93,6 +93,7 @@ void AlphasView::ConnectGrid() {
                              .arg(QString::fromLatin1(rules::Heading(column).caption))
                              .arg(stations::Spec(column).maxLength));
   });
+  connect(&rows_, &LabelsModel::MarkChanged, this, &AlphasView::EditChanged);
   connect(find_, &LabelFind::FirstMatch, grid_,
           [this](const QModelIndex& index) { grid_->scrollTo(index); });
   connect(find_, &LabelFind::Chosen, grid_, &QAbstractItemView::setCurrentIndex);
@@ -145,6 +146,16 @@ void AlphasView::UpdateLabels() {
     ShowFailure(services_, "Error Reading Station Labels", status);
   }
   reportedFailure_ = failure;
+}
+
+void AlphasView::GoTo(int station, LabelColumn column) {
+  const auto& records = rows_.Records();
+  const auto record =
+      std::ranges::find(records, jet::Value(station), &stations::LabelRecord::Station);
+  if (record == records.end()) return;
+  grid_->setCurrentIndex(
+      rows_.index(static_cast<int>(record - records.begin()), static_cast<int>(column)));
+  grid_->setFocus(Qt::OtherFocusReason);
 }
 
 bool AlphasView::StoreRow() {

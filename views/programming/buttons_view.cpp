@@ -328,11 +328,38 @@ void ButtonsView::NoteInactive(StationEvent& event) {
 }
 
 void ButtonsView::Move(stations::Movement movement) {
-  StationEvent event(station_, kOperator);
-  StoreIfInactive(event);
-  event.Do(kMoveFailed, [&](jet::RecordSet& stations) {
+  MoveBy([&](jet::RecordSet& stations) {
     return stations::MoveStation(stations, movement, station_.services.model.StationCount);
   });
+}
+
+bool ButtonsView::GoToStation(int station) {
+  if (station > station_.services.model.StationCount) return false;
+  MoveBy([&](jet::RecordSet& stations) {
+    const jet::Bookmark before = stations.Mark();
+    if (model::Status found = stations::FindStation(stations, station); !found.ok()) return found;
+    return stations.NoMatch() ? model::Status(stations.GoTo(before)) : model::Status();
+  });
+  return CurrentStation() == station;
+}
+
+void ButtonsView::GoToButton(int station, int button) {
+  if (button > station_.services.model.ButtonCount) return;
+  if (GoToStation(station)) EditButton(button);
+}
+
+void ButtonsView::GoToRelays(int station) {
+  if (GoToStation(station)) form_->tabs.setCurrentIndex(ButtonsForm::kRelayTab);
+}
+
+void ButtonsView::GoToOpto(int station) {
+  if (GoToStation(station)) form_->tabs.setCurrentIndex(ButtonsForm::kOptoTab);
+}
+
+void ButtonsView::MoveBy(const std::function<model::Status(jet::RecordSet&)>& move) {
+  StationEvent event(station_, kOperator);
+  StoreIfInactive(event);
+  event.Do(kMoveFailed, move);
   ShowButtonLabels(event);
   ShowButtonTypes(event);
   ShowTargets(event);

@@ -214,6 +214,15 @@ void XmapView::ShowGoTo() {
   PlaceFind();
 }
 
+void XmapView::GoTo(int output, int input) {
+  const auto isChannel = [this](int channel) {
+    return channel >= 1 && channel <= grid_.ChannelCount();
+  };
+  if (!isChannel(output) || !isChannel(input)) return;
+  gridView_->Select({output, input});
+  gridView_->setFocus(Qt::OtherFocusReason);
+}
+
 int XmapView::Zoom() const { return gridView_->Zoom(); }
 
 void XmapView::SetZoom(int percent) {
