@@ -6,6 +6,10 @@
 #include <QObject>
 
 #include "app/app_folder.h"
+#include "app/backups/background_writer.h"
+#include "app/backups/backup_keeper.h"
+#include "app/backups/restore_backup.h"
+#include "app/backups/save_copy.h"
 #include "app/damage_report.h"
 #include "app/journal/journal_keeper.h"
 #include "app/journal/recent_changes.h"
@@ -13,11 +17,13 @@
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
+#include "app/log/log_file.h"
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
 #include "app/settings_file.h"
 #include "app/shell/command_table.h"
+#include "app/shell/edit_menu.h"
 #include "app/shell/export_menu.h"
 #include "app/shell/help_window.h"
 #include "app/shell/link_aids.h"
@@ -33,6 +39,7 @@
 #include "app/shut_down.h"
 #include "app/table_tools.h"
 #include "app/termination.h"
+#include "app/undo/undo_commands.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
 #include "gateway/panel_gateway.h"
@@ -66,6 +73,7 @@ class Console : public QObject {
   void ConnectTimers();
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
+  void ConnectBackups();
   void ConnectJournal();
   void ConnectShutDown();
 
@@ -93,10 +101,13 @@ class Console : public QObject {
   OpenViews views_;
   StoredElsewhere storedElsewhere_;
   ViewMenu viewMenu_;
+  EditMenu editMenu_;
+  UndoCommands undo_;
   ExportMenu export_;
   SentNote sentNote_;
   Manual manual_;
   EventLog eventLog_;
+  LogFile logFile_;
   ChannelLabels labels_;
   InhibitedCells inhibits_;
   PanelReports panelReports_;
@@ -109,6 +120,10 @@ class Console : public QObject {
   switcher::Link link_;
   Transfers transfers_;
   LogKeeper log_;
+  BackgroundWriter writer_;
+  BackupKeeper backups_;
+  SaveCopy saveCopy_;
+  RestoreBackup restoreBackup_;
   Rescue rescue_;
   RecentChanges recentChanges_;
   ShutDown shutDown_;

@@ -9,28 +9,25 @@ namespace switcher {
 namespace {
 
 constexpr int kPauses = 4;
-constexpr char kButtonProgramming[] = "Button Programming Sta ";
 
 }  // namespace
 
 std::vector<DownloadStage> PlanDownload(const model::SystemModel& model,
                                         const TableSenders& tables) {
   std::vector<DownloadStage> stages;
-  const auto add = [&](std::string name, const TablePart& part, bool pauses = false) {
+  const auto add = [&](const TablePart& part, bool pauses) {
+    Transmission table = tables.Make(part);
     stages.push_back(
-        {.name = std::move(name), .table = tables.Make(part), .part = part, .pauses = pauses});
+        {.name = table.Name(), .table = std::move(table), .part = part, .pauses = pauses});
   };
   if (model.DownloadMode == 0) {
-    add("Optos", {.table = Table::Optos});
-    add("Output Alphas", {.table = Table::OutputLabels});
-    add("Input Alphas", {.table = Table::InputLabels});
-    add("Inhibits", {.table = Table::Inhibits});
-    add("Relays", {.table = Table::Relays});
+    for (const Table table : db::kTables) {
+      if (table != Table::Buttons) add({.table = table}, false);
+    }
     for (int i = 0; i < kPauses; ++i) stages.push_back({.name = "Pause", .pauses = true});
   }
   for (int station = 1; station <= model.StationCount; ++station) {
-    add(kButtonProgramming + std::to_string(station), {.table = Table::Buttons, .station = station},
-        true);
+    add({.table = Table::Buttons, .station = station}, true);
   }
   return stages;
 }

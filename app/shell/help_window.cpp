@@ -58,8 +58,12 @@ constexpr Explained kExplained[] = {
     {"frmQdvTally", "levels.html#tally"},
     {"frmDownProg", "transfer.html#send"},
     {"frmSysInfo", "transfer.html#retrieve"},
+    {"frmCompare", "compare.html#compare"},
     {"frmTeskAbout", "commands.html#help"},
     {"aidExportDialog", "export.html#export"},
+    {"aidSaveCopyDialog", "backups.html#save"},
+    {"frmBackup", "backups.html#restore"},
+    {"aidOtherFileDialog", "backups.html#restore"},
     {"aidExportChanges", "recent.html#go"},
     {"aidAskReceived", "crash.html#ask"},
     {"aidAskEdited", "crash.html#ask"},
@@ -78,10 +82,12 @@ QStringList ManualPages() {
   return {QStringLiteral("index.html"),    QStringLiteral("map.html"),
           QStringLiteral("labels.html"),   QStringLiteral("programming.html"),
           QStringLiteral("levels.html"),   QStringLiteral("transfer.html"),
-          QStringLiteral("export.html"),   QStringLiteral("link.html"),
-          QStringLiteral("set-up.html"),   QStringLiteral("crash.html"),
-          QStringLiteral("recent.html"),   QStringLiteral("commands.html"),
-          QStringLiteral("messages.html"), QStringLiteral("errors.html")};
+          QStringLiteral("compare.html"),  QStringLiteral("undo.html"),
+          QStringLiteral("recent.html"),   QStringLiteral("crash.html"),
+          QStringLiteral("backups.html"),  QStringLiteral("export.html"),
+          QStringLiteral("link.html"),     QStringLiteral("set-up.html"),
+          QStringLiteral("commands.html"), QStringLiteral("messages.html"),
+          QStringLiteral("errors.html")};
 }
 
 QString ManualPlace(const QWidget* dialog) {

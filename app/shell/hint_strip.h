@@ -27,8 +27,10 @@ enum class Hint : std::uint8_t {
   PortDenied,
   JournalFails,
   PanelReport,
+  NoBackup,
   NoSwitcher,
   WindowRescued,
+  LogFile,
   Demo
 };
 

@@ -13,13 +13,28 @@ Transfers::~Transfers() {
   // Before what they work with goes.
   delete download_;
   delete retrieval_;
+  delete compare_;
 }
 
 bool Transfers::IsOpen() const { return IsShown(download_) || IsShown(retrieval_); }
 
+bool Transfers::MayBegin(bool isComparisonBusy) {
+  if (IsOpen()) return false;
+  if (isComparisonBusy) {
+    Q_EMIT NoteRequested(tr("Not while the switcher sends what a comparison asked for"));
+    return false;
+  }
+  return services_.views.StoreEdits();
+}
+
+void Transfers::CloseComparison() {
+  if (compare_ != nullptr) compare_->close();
+}
+
 void Transfers::SendData(std::int16_t mode) {
   // What is typed belongs to what is sent.
-  if (IsOpen() || !services_.views.StoreEdits()) return;
+  if (!MayBegin(compare_ != nullptr && compare_->IsWaiting())) return;
+  CloseComparison();
   services_.download.model.DownloadMode = mode;
   download_ = new views::DownloadWindow(services_.download, &services_.window);
   download_->setAttribute(Qt::WA_DeleteOnClose);
@@ -38,8 +53,10 @@ void Transfers::FinishDownload(const switcher::DownloadResult& result) {
 }
 
 void Transfers::RetrieveData() {
-  // The views are closed for it: what is typed and cannot be stored would be lost.
-  if (IsOpen() || !services_.views.StoreEdits()) return;
+  // The views are closed for it: what is typed and cannot be stored would be lost.  What comes late
+  // for a comparison would be taken for its answer.
+  if (!MayBegin(compare_ != nullptr && compare_->IsListening())) return;
+  CloseComparison();
   retrieval_ = new views::RetrievalWindow(services_.retrieval, &services_.window);
   retrieval_->setAttribute(Qt::WA_DeleteOnClose);
   connect(retrieval_, &views::RetrievalWindow::ViewsOutdated, &services_.views,
@@ -56,9 +73,23 @@ void Transfers::FinishRetrieval(const switcher::RetrievalResult& result) {
   Q_EMIT RetrievalEnded(result);
 }
 
+void Transfers::CompareWithSwitcher() {
+  if (IsOpen() || !services_.views.StoreEdits()) return;
+  if (compare_ == nullptr) {
+    using views::CompareWindow;
+    compare_ = new CompareWindow(services_.compare, &services_.window);
+    connect(compare_, &CompareWindow::Begun, this, &Transfers::ComparisonBegun);
+    connect(compare_, &CompareWindow::Ended, this, &Transfers::ComparisonEnded);
+    connect(compare_, &CompareWindow::Stored, this, &Transfers::TakenOver);
+    connect(compare_, &CompareWindow::SendRequested, this, &Transfers::SendRequested);
+  }
+  compare_->Begin();
+}
+
 void Transfers::CancelNow() {
   if (IsShown(download_)) download_->CancelNow();
   if (IsShown(retrieval_)) retrieval_->CancelNow();
+  if (compare_ != nullptr) compare_->CancelNow();
 }
 
 }  // namespace app

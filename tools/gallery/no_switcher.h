@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "model/error_reporter.h"
 #include "switcher/poll_switch.h"
@@ -25,7 +26,7 @@ class DeadLine : public switcher::SerialPort {
   void Close() override { isOpen_ = false; }
   bool IsOpen() const override { return isOpen_; }
   int Number() const override { return 1; }
-  switcher::Bytes Read() override { return {}; }
+  switcher::Bytes Read() override { return std::exchange(incoming, {}); }
   model::Status Write(std::uint8_t /*byte*/) override {
     wasWritten = true;
     return {};
@@ -35,6 +36,7 @@ class DeadLine : public switcher::SerialPort {
 
   bool isMissing = false;  // the next Open() fails
   bool wasWritten = false;
+  switcher::Bytes incoming;  // for the next Read()
 
  private:
   bool isOpen_ = true;
