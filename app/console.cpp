@@ -64,11 +64,20 @@ Console::Console(AppFolder folder)
       views_(window_.Area(), viewServices_),
       storedElsewhere_(changes_, views_),
       viewMenu_({.menu = window_.ViewMenu(), .views = views_, .window = window_}),
+      editMenu_({.menu = window_.EditMenu(),
+                 .views = views_,
+                 .window = window_,
+                 .find = viewMenu_.FindCommand()}),
+      undo_({.menu = editMenu_,
+             .views = views_,
+             .data = viewServices_,
+             .database = [this] { return files_.Database(); }}),
       export_({.menu = window_.ExportMenu(),
                .window = window_,
                .data = viewServices_,
                .storeEdits = [this] { return views_.StoreEdits(); }}),
       sentNote_(unsent_),
+      logFile_(folder_.File(kLogFile), eventLog_, window_.Hints()),
       labels_(
           {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       inhibits_(
@@ -119,7 +128,14 @@ Console::Console(AppFolder folder)
                          .port = port_,
                          .link = link_,
                          .poll = window_,
-                         .reporter = boxes_}}),
+                         .reporter = boxes_},
+           .compare = {.comparison = {.model = model_,
+                                      .database = [this] { return files_.Database(); },
+                                      .port = port_,
+                                      .link = link_,
+                                      .poll = window_,
+                                      .reporter = boxes_},
+                       .changes = changes_}}),
       log_({.log = eventLog_,
             .labels = labels_,
             .window = window_,
@@ -129,6 +145,18 @@ Console::Console(AppFolder folder)
             .transfers = transfers_,
             .boxes = boxes_,
             .commands = commands_}),
+      backups_({.files = files_, .writer = writer_, .folder = folder_.File(kBackupsFolder)}),
+      saveCopy_({.window = window_,
+                 .files = files_,
+                 .writer = writer_,
+                 .reporter = boxes_,
+                 .storeEdits = [this] { return views_.StoreEdits(); }}),
+      restoreBackup_({.window = window_,
+                      .files = files_,
+                      .backups = backups_,
+                      .changes = changes_,
+                      .reporter = boxes_,
+                      .storeEdits = [this] { return views_.StoreEdits(); }}),
       shutDown_({.model = model_,
                  .boxes = boxes_,
                  .window = window_,
@@ -145,6 +173,7 @@ Console::Console(AppFolder folder)
   ConnectTimers();
   ConnectStatusBar();
   ConnectSentFile();
+  ConnectBackups();
   ConnectShutDown();
   connect(&views_, &OpenViews::Loaded, this, &Console::ConnectView);
   listener_.SetAcceptHandler(
@@ -168,6 +197,7 @@ void Console::Start() {
       .Run(folder_.path.toStdString(), settings);
   unsentMessages_.Begin(sentFile_.Read());
   damage_.Tell();
+  backups_.BeginDays();
   if (listener_.IsListening()) panelReports_.Begin();
   if (model_.DemoMode == 1) {
     window_.Status().SetDemo(true);
@@ -208,6 +238,10 @@ void Console::ConnectCommands() {
   commands_.Set(QStringLiteral("ID_TileVertical"), [&area] { TileVertical(area); });
   commands_.Set(QStringLiteral("ID_ArrangeIcons"), [&area] { ArrangeIcons(area); });
   connect(&window_.SendChangesCommand(), &QAction::triggered, &transfers_, &Transfers::SendChanges);
+  connect(&window_.CompareCommand(), &QAction::triggered, &transfers_,
+          &Transfers::CompareWithSwitcher);
+  connect(&transfers_, &Transfers::SendRequested, this,
+          [this](const auto& parts) { views::SendTables(viewServices_, parts); });
   window_.UpdateCommands();
   connect(&viewMenu_, &ViewMenu::EventLogRequested, &log_, &LogKeeper::Show);
   connect(&window_.DiscardCommand(), &QAction::triggered, this, [this] {
@@ -240,6 +274,8 @@ void Console::ConnectStatusBar() {
   connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&undo_, &UndoCommands::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
 }
@@ -271,9 +307,32 @@ void Console::ConnectView(views::MainView* view) {
   }
 }
 
+void Console::ConnectBackups() {
+  connect(&window_.SaveCopyCommand(), &QAction::triggered, &saveCopy_, &SaveCopy::Ask);
+  connect(&saveCopy_, &SaveCopy::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&saveCopy_, &SaveCopy::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&window_.RestoreBackupCommand(), &QAction::triggered, &restoreBackup_,
+          &RestoreBackup::Ask);
+  connect(&restoreBackup_, &RestoreBackup::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&restoreBackup_, &RestoreBackup::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&transfers_, &Transfers::RetrievalBegun, &backups_,
+          [this] { backups_.Keep(db::Backups::Cause::BeforeRetrieval); });
+  connect(&backups_, &BackupKeeper::Kept, this, [this](const QString& name) {
+    window_.Hints().Withdraw(Hint::NoBackup);
+    log_.Note(tr("Copy kept: %1").arg(name));
+  });
+  connect(&backups_, &BackupKeeper::Failed, this, [this](const QString& why) {
+    const QString text = tr("No copy of the database was kept: %1").arg(why);
+    window_.Hints().Give(Hint::NoBackup, text);
+    log_.Note(text);
+  });
+}
+
 void Console::ConnectShutDown() {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
+  connect(&shutDown_, &ShutDown::SavingDatabase, &backups_, &BackupKeeper::NoteMainFile);
   connect(&shutDown_, &ShutDown::DatabaseSaved, &log_, [this] { log_.Note(tr("Database saved")); });
+  connect(&shutDown_, &ShutDown::DatabaseSaved, &backups_, &BackupKeeper::KeepMainFile);
   connect(&termination_, &Termination::Requested, &shutDown_, &ShutDown::Terminate);
   // Whoever logs out of the desktop wants what was edited kept: only the shut-down saves it.
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {

@@ -6,16 +6,22 @@
 #include <QObject>
 
 #include "app/app_folder.h"
+#include "app/backups/background_writer.h"
+#include "app/backups/backup_keeper.h"
+#include "app/backups/restore_backup.h"
+#include "app/backups/save_copy.h"
 #include "app/damage_report.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
+#include "app/log/log_file.h"
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
 #include "app/sent_file.h"
 #include "app/settings_file.h"
 #include "app/shell/command_table.h"
+#include "app/shell/edit_menu.h"
 #include "app/shell/export_menu.h"
 #include "app/shell/help_window.h"
 #include "app/shell/link_aids.h"
@@ -32,6 +38,7 @@
 #include "app/shut_down.h"
 #include "app/table_tools.h"
 #include "app/termination.h"
+#include "app/undo/undo_commands.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
 #include "gateway/panel_gateway.h"
@@ -67,6 +74,7 @@ class Console : public QObject {
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
   void ConnectSentFile();
+  void ConnectBackups();
   void ConnectShutDown();
 
   const AppFolder folder_;
@@ -94,10 +102,13 @@ class Console : public QObject {
   OpenViews views_;
   StoredElsewhere storedElsewhere_;
   ViewMenu viewMenu_;
+  EditMenu editMenu_;
+  UndoCommands undo_;
   ExportMenu export_;
   SentNote sentNote_;
   Manual manual_;
   EventLog eventLog_;
+  LogFile logFile_;
   ChannelLabels labels_;
   InhibitedCells inhibits_;
   PanelReports panelReports_;
@@ -111,6 +122,10 @@ class Console : public QObject {
   switcher::Link link_;
   Transfers transfers_;
   LogKeeper log_;
+  BackgroundWriter writer_;
+  BackupKeeper backups_;
+  SaveCopy saveCopy_;
+  RestoreBackup restoreBackup_;
   ShutDown shutDown_;
   Termination termination_;
 };

@@ -18,6 +18,7 @@ bool ShutDown::Run() {
   if (!services_.views.StoreEdits() && !terminating_) return false;
   services_.place.Save();
   bool saved = false;
+  Q_EMIT SavingDatabase();
   if (const model::Status status = services_.files.SaveAndClose(&saved); !status.ok()) {
     OfferToCloseWithoutSaving(status);
     terminating_ = false;

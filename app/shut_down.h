@@ -58,6 +58,8 @@ class ShutDown : public QObject {
   bool EndSession();
 
  Q_SIGNALS:
+  // The database is to be saved next.
+  void SavingDatabase();
   // The database was saved, and had been changed.
   void DatabaseSaved();
   // The port and the database are closed; the settings are written next.

@@ -5,6 +5,7 @@
 //   download   from OK until the last message is in.  The terminal between the two takes some
 //              20 kB ahead, so the pauses pass while the line is still busy.
 //   retrieval  from OK until the window says completed; half a second passes before the request
+//   comparison from the command until the window lists the differences, with the same half second
 // Systems of 64 and of 256 channels; with --quick of 64 only.
 
 #include <QCoreApplication>
@@ -25,6 +26,10 @@ using namespace std::chrono_literals;
 constexpr double kBytesPerSecond = 5760;
 constexpr double kDelaySeconds = 0.5;
 
+// So many times the line's own time.
+constexpr double kTransferLimit = 1.05;
+constexpr double kComparisonLimit = 1.03;
+
 double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
@@ -37,7 +42,7 @@ double Stat(test::SimulatorProcess& simulator, const std::string& name) {
 }
 
 void AddTransfer(bench::Figures& figures, const std::string& what, int channels, double bytes,
-                 double seconds, double waits) {
+                 double seconds, double waits, double limit) {
   char kilobytes[32];
   std::snprintf(kilobytes, sizeof kilobytes, "%.1f kB", bytes / 1000);
   figures.Add({.what = "transfer: " + what + " of " + std::to_string(channels) + " channels, " +
@@ -45,7 +50,7 @@ void AddTransfer(bench::Figures& figures, const std::string& what, int channels,
                .value = seconds,
                .unit = "s",
                .other = bench::Other{.name = "the line", .value = bytes / kBytesPerSecond + waits},
-               .ratioLimit = 1.05});
+               .ratioLimit = limit});
 }
 
 bool Run(int channels, bench::Figures& figures) {
@@ -68,7 +73,7 @@ bool Run(int channels, bench::Figures& figures) {
   if (!simulator.WaitForLine("rx buttons station " + count, 600s)) return false;
   const double download = SecondsSince(start);
   double bytes = Stat(simulator, "rx-bytes") - before;
-  AddTransfer(figures, "download", channels, bytes, download, 0);
+  AddTransfer(figures, "download", channels, bytes, download, 0, kTransferLimit);
   test::ConsoleProcess::WaitFor([&] { return !console.IsShown("frmDownProg"); });
 
   console.Trigger("ID_RetreiveData");
@@ -86,7 +91,23 @@ bool Run(int channels, bench::Figures& figures) {
   if (!completed) return false;
   const double retrieval = SecondsSince(start);
   bytes = Stat(simulator, "tx-bytes") - before;
-  AddTransfer(figures, "retrieval", channels, bytes, retrieval, kDelaySeconds);
+  AddTransfer(figures, "retrieval", channels, bytes, retrieval, kDelaySeconds, kTransferLimit);
+  console.CloseWindow("frmSysInfo");
+
+  before = Stat(simulator, "tx-bytes");
+  start = Clock::now();
+  console.Trigger("aidCompare");
+  const bool compared = test::ConsoleProcess::WaitFor(
+      [&] {
+        return console.Property("aidCompareSummary", "text")
+            .toString()
+            .startsWith(QLatin1String("No difference in "));
+      },
+      600s);
+  if (!compared) return false;
+  const double comparison = SecondsSince(start);
+  bytes = Stat(simulator, "tx-bytes") - before;
+  AddTransfer(figures, "comparison", channels, bytes, comparison, kDelaySeconds, kComparisonLimit);
   return true;
 }
 

@@ -12,29 +12,16 @@ namespace switcher {
 namespace {
 
 constexpr int kPauses = 4;
-constexpr char kButtonProgramming[] = "Button Programming Sta ";
 
 void AddPauses(std::vector<DownloadStage>* stages) {
   for (int i = 0; i < kPauses; ++i) stages->push_back({.name = "Pause", .pauses = true});
 }
 
-// What the status line names a single message.
-std::string StageName(const TablePart& part) {
-  switch (part.table) {
-    case Table::Optos:
-      return "Optos";
-    case Table::OutputLabels:
-      return "Output Alphas";
-    case Table::InputLabels:
-      return "Input Alphas";
-    case Table::Inhibits:
-      return "Inhibits Output " + std::to_string(part.station);
-    case Table::Relays:
-      return "Relays Output " + std::to_string(part.station);
-    case Table::Buttons:
-      break;
-  }
-  return kButtonProgramming + std::to_string(part.station);
+void AddStage(const TableSenders& tables, const TablePart& part, bool pauses,
+              std::vector<DownloadStage>* stages) {
+  Transmission table = tables.Make(part);
+  stages->push_back(
+      {.name = table.Name(), .table = std::move(table), .part = part, .pauses = pauses});
 }
 
 }  // namespace
@@ -42,21 +29,14 @@ std::string StageName(const TablePart& part) {
 std::vector<DownloadStage> PlanDownload(const model::SystemModel& model,
                                         const TableSenders& tables) {
   std::vector<DownloadStage> stages;
-  const auto add = [&](std::string name, const TablePart& part, bool pauses = false) {
-    stages.push_back(
-        {.name = std::move(name), .table = tables.Make(part), .part = part, .pauses = pauses});
-  };
   if (model.DownloadMode == 0) {
-    add("Optos", {.table = Table::Optos});
-    add("Output Alphas", {.table = Table::OutputLabels});
-    add("Input Alphas", {.table = Table::InputLabels});
-    add("Inhibits", {.table = Table::Inhibits});
-    add("Relays", {.table = Table::Relays});
+    for (const Table table : db::kTables) {
+      if (table != Table::Buttons) AddStage(tables, {.table = table}, false, &stages);
+    }
     AddPauses(&stages);
   }
   for (int station = 1; station <= model.StationCount; ++station) {
-    add(kButtonProgramming + std::to_string(station), {.table = Table::Buttons, .station = station},
-        true);
+    AddStage(tables, {.table = Table::Buttons, .station = station}, true, &stages);
   }
   return stages;
 }
@@ -69,8 +49,7 @@ std::vector<DownloadStage> PlanSending(std::span<const TablePart> parts,
     const bool isFirstButtons =
         isButtons && !stages.empty() && stages.back().part.table != Table::Buttons;
     if (isFirstButtons) AddPauses(&stages);
-    stages.push_back(
-        {.name = StageName(part), .table = tables.Make(part), .part = part, .pauses = isButtons});
+    AddStage(tables, part, isButtons, &stages);
   }
   return stages;
 }

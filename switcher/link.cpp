@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "switcher/wire/message_table.h"
+
 namespace switcher {
 
 Link::Link(const Services& services) : services_(services) { services_.port.SetEvents(this); }
@@ -74,7 +76,16 @@ void Link::DecodeSwitcherMessage() {
   Bytes message;
   const Cut cut = CutMessage(received_, &message);
   ShowBlockedCode(cut == Cut::Blocked ? std::optional(received_.bytes.front()) : std::nullopt);
-  if (cut == Cut::Message) services_.decoder.Decode(message);
+  if (cut == Cut::Message) Pass(message);
+}
+
+void Link::Pass(std::span<const std::uint8_t> message) {
+  const bool isTable = FindMessage(message.front())->use == MessageUse::Table;
+  if (isTable && tableTaker_ != nullptr) {
+    tableTaker_->TakeTable(message);
+  } else {
+    services_.decoder.Decode(message);
+  }
 }
 
 std::optional<std::uint8_t> Link::DiscardBlockedByte() {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,15 @@ class LinkDisplay {
   // A whole message with this unknown code stands in front of the receive buffer and blocks
   // it; nothing when the way is free again.  Told on a change only.
   virtual void ShowBlockedCode(std::optional<std::uint8_t> code) = 0;
+};
+
+// Who takes the tables that the switcher sends in place of the decoder.
+class TableTaker {
+ public:
+  virtual ~TableTaker() = default;
+
+  // A whole message of a table, code to end byte, not checked yet.
+  virtual void TakeTable(std::span<const std::uint8_t> message) = 0;
 };
 
 // The link to the switcher: the receive buffer, the poll, and the state of the link.
@@ -71,6 +81,10 @@ class Link : public SerialPortEvents {
   // when there was no work.
   bool DecodeTick();
 
+  // Tables that the switcher sends go to `taker` from now on and not into the database; null: to
+  // the decoder again.  All else goes to the decoder as ever.
+  void DivertTables(TableTaker* taker) { tableTaker_ = taker; }
+
   // Takes note that the switcher answered (true) or is gone (false), and then shows a change.
   void SetLinkState(bool connected);
 
@@ -95,11 +109,13 @@ class Link : public SerialPortEvents {
   // Takes at most one message off the receive buffer and decodes it.
   void DecodeSwitcherMessage();
 
+  void Pass(std::span<const std::uint8_t> message);
   void ShowBlockedCode(std::optional<std::uint8_t> code);
   std::string ConnectedText() const;
   std::string NotConnectedText() const;
 
   const Services services_;
+  TableTaker* tableTaker_ = nullptr;
   ReceiveBuffer received_;
   std::optional<std::uint8_t> blockedCode_;
   std::uint8_t lastPoll_ = 0;

@@ -2,6 +2,8 @@
 
 #include "app/log/log_keeper.h"
 
+#include "views/change_words.h"
+#include "views/compare/compare_rows.h"
 #include "views/transfer/transfer_words.h"
 #include "views/widgets/shown.h"
 #include "views/words.h"
@@ -77,6 +79,16 @@ void LogKeeper::FollowTransfers() {
   connect(&transfers, &Transfers::RetrievalEnded, this,
           [this](const switcher::RetrievalResult& result) {
             Add(Kind::Table, views::RetrievalWords(result));
+          });
+  connect(&transfers, &Transfers::ComparisonBegun, this,
+          [this] { Add(Kind::Table, tr("Comparison begun")); });
+  connect(&transfers, &Transfers::ComparisonEnded, this,
+          [this](const switcher::ComparisonResult& result) {
+            Add(Kind::Table, tr("Comparison ended: %1").arg(views::CompareSummary(result)));
+          });
+  connect(&transfers, &Transfers::TakenOver, this,
+          [this](const std::vector<stations::Change>& changes) {
+            Add(Kind::Table, views::ActTitle(changes));
           });
 }
 

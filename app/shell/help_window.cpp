@@ -59,8 +59,12 @@ constexpr Explained kExplained[] = {
     {"frmDownProg", "transfer.html#send"},
     {"frmSendChanges", "unsent.html#send"},
     {"frmSysInfo", "transfer.html#retrieve"},
+    {"frmCompare", "compare.html#compare"},
     {"frmTeskAbout", "commands.html#help"},
     {"aidExportDialog", "export.html#export"},
+    {"aidSaveCopyDialog", "backups.html#save"},
+    {"frmBackup", "backups.html#restore"},
+    {"aidOtherFileDialog", "backups.html#restore"},
     {"Comm Error", "messages.html#comm"},
     {"Database Error", "messages.html#database"},
     {"Error Processing", "messages.html#processing"},
@@ -75,9 +79,11 @@ QStringList ManualPages() {
   return {QStringLiteral("index.html"),    QStringLiteral("map.html"),
           QStringLiteral("labels.html"),   QStringLiteral("programming.html"),
           QStringLiteral("levels.html"),   QStringLiteral("transfer.html"),
-          QStringLiteral("export.html"),   QStringLiteral("link.html"),
-          QStringLiteral("set-up.html"),   QStringLiteral("commands.html"),
-          QStringLiteral("messages.html"), QStringLiteral("errors.html")};
+          QStringLiteral("backups.html"),  QStringLiteral("compare.html"),
+          QStringLiteral("undo.html"),     QStringLiteral("export.html"),
+          QStringLiteral("link.html"),     QStringLiteral("set-up.html"),
+          QStringLiteral("commands.html"), QStringLiteral("messages.html"),
+          QStringLiteral("errors.html")};
 }
 
 QString ManualPlace(const QWidget* dialog) {

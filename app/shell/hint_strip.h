@@ -24,9 +24,11 @@ enum class Hint : std::uint8_t {
   PortDenied,
   PanelReport,
   SentFails,
+  NoBackup,
   NoSwitcher,
   NeverSeen,
   WindowRescued,
+  LogFile,
   Demo
 };
 

@@ -60,6 +60,13 @@ class MainWindow : public QMainWindow,
 
   // aidSendChanges: sends what is unsent.
   QAction& SendChangesCommand() { return *sendChanges_; }
+  // The menu for undo, redo and the clipboard.
+  QMenu& EditMenu() { return *editMenu_; }
+  // aidSaveCopy and aidRestoreBackup: copies of the database.
+  QAction& SaveCopyCommand() { return *saveCopy_; }
+  QAction& RestoreBackupCommand() { return *restoreBackup_; }
+  // aidCompare: compares the tables here with the switcher's.
+  QAction& CompareCommand() { return *compare_; }
 
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
@@ -104,6 +111,10 @@ class MainWindow : public QMainWindow,
   StatusBar* statusBar_;
   BlockedLine* blocked_;
   QAction* sendChanges_ = nullptr;
+  QMenu* editMenu_ = nullptr;
+  QAction* saveCopy_ = nullptr;
+  QAction* restoreBackup_ = nullptr;
+  QAction* compare_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;

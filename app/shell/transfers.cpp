@@ -14,15 +14,30 @@ Transfers::~Transfers() {
   delete download_;
   delete changes_;
   delete retrieval_;
+  delete compare_;
 }
 
 bool Transfers::IsOpen() const {
   return IsShown(download_) || IsShown(changes_) || IsShown(retrieval_);
 }
 
+bool Transfers::MayBegin(bool isComparisonBusy) {
+  if (IsOpen()) return false;
+  if (isComparisonBusy) {
+    Q_EMIT NoteRequested(tr("Not while the switcher sends what a comparison asked for"));
+    return false;
+  }
+  return services_.views.StoreEdits();
+}
+
+void Transfers::CloseComparison() {
+  if (compare_ != nullptr) compare_->close();
+}
+
 void Transfers::SendData(std::int16_t mode) {
   // What is typed belongs to what is sent.
-  if (IsOpen() || !services_.views.StoreEdits()) return;
+  if (!MayBegin(compare_ != nullptr && compare_->IsWaiting())) return;
+  CloseComparison();
   services_.download.model.DownloadMode = mode;
   download_ = new views::DownloadWindow(services_.download, &services_.window);
   download_->setAttribute(Qt::WA_DeleteOnClose);
@@ -41,13 +56,10 @@ void Transfers::FinishDownload(const switcher::DownloadResult& result) {
 }
 
 void Transfers::SendChanges() {
-  if (IsOpen() || !services_.views.StoreEdits()) return;
-  SendParts(services_.download.unsent.All());
-}
-
-void Transfers::SendParts(const views::UnsentTables::Parts& parts) {
-  if (IsOpen() || !services_.views.StoreEdits()) return;
-  changes_ = new views::SendChangesWindow(services_.download, parts, &services_.window);
+  if (!MayBegin(compare_ != nullptr && compare_->IsWaiting())) return;
+  CloseComparison();
+  changes_ = new views::SendChangesWindow(services_.download, services_.download.unsent.All(),
+                                          &services_.window);
   changes_->setAttribute(Qt::WA_DeleteOnClose);
   connect(changes_, &views::SendChangesWindow::Begun, this, &Transfers::SendingBegun);
   connect(changes_, &views::SendChangesWindow::Ended, this, &Transfers::SendingEnded);
@@ -59,8 +71,10 @@ void Transfers::SendParts(const views::UnsentTables::Parts& parts) {
 }
 
 void Transfers::RetrieveData() {
-  // The views are closed for it: what is typed and cannot be stored would be lost.
-  if (IsOpen() || !services_.views.StoreEdits()) return;
+  // The views are closed for it: what is typed and cannot be stored would be lost.  What comes late
+  // for a comparison would be taken for its answer.
+  if (!MayBegin(compare_ != nullptr && compare_->IsListening())) return;
+  CloseComparison();
   retrieval_ = new views::RetrievalWindow(services_.retrieval, &services_.window);
   retrieval_->setAttribute(Qt::WA_DeleteOnClose);
   if (const QString unsent = services_.download.unsent.Names(); !unsent.isEmpty()) {
@@ -78,10 +92,24 @@ void Transfers::FinishRetrieval(const switcher::RetrievalResult& result) {
   Q_EMIT RetrievalEnded(result);
 }
 
+void Transfers::CompareWithSwitcher() {
+  if (IsOpen() || !services_.views.StoreEdits()) return;
+  if (compare_ == nullptr) {
+    using views::CompareWindow;
+    compare_ = new CompareWindow(services_.compare, &services_.window);
+    connect(compare_, &CompareWindow::Begun, this, &Transfers::ComparisonBegun);
+    connect(compare_, &CompareWindow::Ended, this, &Transfers::ComparisonEnded);
+    connect(compare_, &CompareWindow::Stored, this, &Transfers::TakenOver);
+    connect(compare_, &CompareWindow::SendRequested, this, &Transfers::SendRequested);
+  }
+  compare_->Begin();
+}
+
 void Transfers::CancelNow() {
   if (IsShown(download_)) download_->CancelNow();
   if (IsShown(changes_)) changes_->CancelNow();
   if (IsShown(retrieval_)) retrieval_->CancelNow();
+  if (compare_ != nullptr) compare_->CancelNow();
 }
 
 }  // namespace app

@@ -6,16 +6,20 @@
 #include <QObject>
 #include <QPointer>
 #include <cstdint>
+#include <vector>
 
 #include "app/shell/open_views.h"
+#include "views/compare/compare_window.h"
 #include "views/transfer/download_window.h"
 #include "views/transfer/retrieval_window.h"
 #include "views/transfer/send_changes_window.h"
 
 namespace app {
 
-// The windows that carry the configuration to the switcher and back.  Each is open at most
-// once, modal over the main window.
+// The windows that carry the configuration to the switcher and back, each open at most once and
+// modal over the main window, and the one that compares the two sides, which is beside it.  Only
+// one of them works at a time: while tables come for the comparison the others begin nothing, with
+// a note why; when one of them opens, the comparison closes, because it will not hold any more.
 class Transfers : public QObject {
   Q_OBJECT
 
@@ -25,6 +29,7 @@ class Transfers : public QObject {
     OpenViews& views;
     views::SendingWindow::Services download;
     switcher::Retrieval::Services retrieval;
+    views::CompareWindow::Services compare;
   };
 
   // All that is referred to must outlive the object.
@@ -38,15 +43,17 @@ class Transfers : public QObject {
   // typed into a view; where that fails, which is reported, they open nothing.
   void SendData(std::int16_t mode);
 
-  // Opens frmSendChanges for what is unsent, or for these messages, which rise.
+  // Opens frmSendChanges for what is unsent.
   void SendChanges();
-  void SendParts(const views::UnsentTables::Parts& parts);
 
   // Opens frmSysInfo.  When it closes the three main views are shown again in their stored
   // places.
   void RetrieveData();
 
-  // Cancels and closes the open window, for a program that ends.
+  // Opens frmCompare and compares, or brings it up.
+  void CompareWithSwitcher();
+
+  // Cancels and closes what is open, for a program that ends.
   void CancelNow();
 
  Q_SIGNALS:
@@ -59,11 +66,19 @@ class Transfers : public QObject {
   // The same of a retrieval.
   void RetrievalBegun();
   void RetrievalEnded(const switcher::RetrievalResult& result);
+  // The same of a comparison; what the operator took over from the switcher is stored; what he
+  // wants to have sent.
+  void ComparisonBegun();
+  void ComparisonEnded(const switcher::ComparisonResult& result);
+  void TakenOver(const std::vector<stations::Change>& changes);
+  void SendRequested(const std::vector<switcher::TablePart>& parts);
   // Something to say in passing.
   void NoteRequested(const QString& note);
 
  private:
   bool IsOpen() const;
+  bool MayBegin(bool isComparisonBusy);
+  void CloseComparison();
   void FinishDownload(const switcher::DownloadResult& result);
   void FinishRetrieval(const switcher::RetrievalResult& result);
 
@@ -71,6 +86,7 @@ class Transfers : public QObject {
   QPointer<views::DownloadWindow> download_;
   QPointer<views::SendChangesWindow> changes_;
   QPointer<views::RetrievalWindow> retrieval_;
+  QPointer<views::CompareWindow> compare_;  // closed it stays, for late answers
 };
 
 }  // namespace app

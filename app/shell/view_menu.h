@@ -26,6 +26,9 @@ class ViewMenu : public QObject {
   // All must outlive the object.
   explicit ViewMenu(const Services& services);
 
+  // The command that finds, in the view that the operator works in.
+  QAction& FindCommand() { return *find_; }
+
  Q_SIGNALS:
   // The command that shows the event log.
   void EventLogRequested();

@@ -45,6 +45,19 @@ Status Database::Open(const std::filesystem::path& path, Access access,
   return status.ok() ? Open(std::move(file), access, database) : status;
 }
 
+Status Database::CopyInMemory(const Database& source, std::unique_ptr<Database>* copy) {
+  Pager& pager = source.store_->GetPager();
+  const std::size_t pageSize = pager.GetFormat().pageSize;
+  std::vector<std::uint8_t> content;
+  content.reserve(pager.PageCount() * pageSize);
+  for (std::uint32_t page = 0; page < pager.PageCount(); ++page) {
+    const std::uint8_t* bytes = nullptr;
+    if (Status status = pager.Read(page, &bytes); !status.ok()) return status;
+    content.insert(content.end(), bytes, bytes + pageSize);
+  }
+  return Open(std::make_unique<MemoryPageFile>(std::move(content)), Access::ReadWrite, copy);
+}
+
 int Database::Version() const { return store_->GetFormat().version; }
 
 Status Database::CreateTable(const TableSpec& spec, std::span<const IndexSpec> indexes) {

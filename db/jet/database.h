@@ -70,6 +70,9 @@ class Database {
   static Status Open(std::unique_ptr<PageFile> file, Access access,
                      std::unique_ptr<Database>* database);
   static Status Create(std::unique_ptr<PageFile> file, std::unique_ptr<Database>* database);
+  // A copy of an open database, as its record sets show it, without a file: what is changed in the
+  // one is not in the other.  REQUIRES: no batch of `source` is open
+  static Status CopyInMemory(const Database& source, std::unique_ptr<Database>* copy);
 
   // 3 or 4.
   int Version() const;

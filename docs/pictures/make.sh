@@ -16,7 +16,7 @@ work=$root/build/pictures
 need $build_packages $run_packages $picture_packages
 
 cmake -S "$root" --preset release >/dev/null
-cmake --build "$root/build/release" --target programs
+cmake --build "$root/build/release" --target programs gallery
 
 rm -rf "$work"
 mkdir -p "$into" "$work/user/Orvo" "$work/raw"
@@ -150,6 +150,18 @@ close frmSysInfo
 wait_for gone frmSysInfo
 switcher "spoil none"
 
+# --- Compared with a switcher that was changed at another place.
+
+switcher "label out 12 NEWS 2" "label in 12 NEWS 2" "button 5 3 1 8 8" "button 5 4 0 9 9 10" \
+  "relays 5 5 6"
+trigger aidCompare
+wait_for reads aidCompareSummary text 'differences in'
+letters lstDifferences "S"
+keys lstDifferences Space
+picture frmCompare compare
+close frmCompare
+cat "$here/house.txt" >&3
+
 # --- The whole window.
 
 click cmdFirst
@@ -235,6 +247,7 @@ wait_for gone frmEventLog
 
 cell 9 20
 trigger ID_ToggleInhibit frmXmap
+picture aidEditMenu undo
 turn_to 5
 click ckRelaySel_9
 sleep 0.3
@@ -264,6 +277,12 @@ keys fileNameEdit Return
 wait_for test -s "$work/keys.pdf"
 pdftoppm -r 110 -f 5 -l 5 -singlefile -png "$work/keys.pdf" "$work/raw/key-sheet"
 small key-sheet -trim -bordercolor white -border 12 -resize 720x
+
+# --- Copies of the database.
+
+"$bin/gallery" backups "$work/raw"
+mv "$work/raw/light-backups-3.png" "$work/raw/restore-backup.png"
+small restore-backup
 
 # --- The line that is down.
 

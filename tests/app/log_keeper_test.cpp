@@ -130,6 +130,21 @@ TEST_F(LogKeeperTest, ARetrievalIsFollowedToItsEnd) {
                   "came before the tables were asked for: retrieve again"));
 }
 
+TEST_F(LogKeeperTest, AComparisonIsFollowedToWhatIsStoredOfIt) {
+  model_.ChannelCount = 8;
+  transfers_.CompareWithSwitcher();
+  auto& window = Shown<views::CompareWindow>();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return port_.TakeWritten() == "E7"; }, 20000));
+  port_.Deliver("F5 00 00 01 00 01 FF");
+  Click(window, "cmdCloseCmp");
+  EXPECT_THAT(Tables(), ElementsAre("Comparison begun",
+                                    "Comparison ended: Cancelled. 1 difference in 1 tables, 19 "
+                                    "not reported"));
+  Click(window, "aidTickAll");
+  Click(window, "cmdStoreCmp");
+  EXPECT_EQ(Tables().back(), "From the switcher: Inhibits of output 1");
+}
+
 TEST_F(LogKeeperTest, TheLinkThePanelsAndNotesHaveTheirLines) {
   window_.ShowLinkText("Not Connected - COM 1");
   window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");

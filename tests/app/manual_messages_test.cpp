@@ -76,6 +76,7 @@ constexpr const char* kNotShown[] = {
     "Commands",
     // A file dialog's choice of files.
     "Text files (*.txt);;All files (*)",
+    "Database files (*.mdb)",
     "%1 files (*.%2);;All files (*)",
     // The picture of a tip.
     "<table cellspacing='2'>",

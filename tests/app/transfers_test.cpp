@@ -10,6 +10,8 @@
 #include <QAbstractItemModel>
 #include <QDialog>
 #include <QTableView>
+#include <QTest>
+#include <QTimer>
 
 #include "tests/app/views_fixture.h"
 #include "tests/views/gui_support.h"
@@ -72,6 +74,63 @@ TEST_F(TransfersTest, WhatCannotBeStoredIsReportedAndNeitherSentNorLost) {
   ASSERT_NE(views_.Alphas(), nullptr);
   const auto& labels = *test::Find<QTableView>(*views_.Alphas(), "jgAlphas").model();
   EXPECT_EQ(labels.index(1, 1).data().toString(), QStringLiteral("Studio"));
+}
+
+TEST_F(TransfersTest, AComparisonComesAfterWhatIsTypedAndLeavesTheViewsOpen) {
+  TypeLabel(2, "Studio");
+  transfers_.CompareWithSwitcher();
+  EXPECT_EQ(database_.Field(2, "Label"), "Studio");
+  EXPECT_TRUE(IsOpen("frmCompare"));
+  EXPECT_NE(views_.Alphas(), nullptr);
+}
+
+TEST_F(TransfersTest, WhileAComparisonWaitsNothingElseBegins) {
+  std::vector<QString> notes;
+  QObject::connect(&transfers_, &Transfers::NoteRequested,
+                   [&](const QString& note) { notes.push_back(note); });
+  transfers_.CompareWithSwitcher();
+  transfers_.SendData(0);
+  transfers_.RetrieveData();
+  EXPECT_FALSE(IsOpen("frmDownProg"));
+  EXPECT_FALSE(IsOpen("frmSysInfo"));
+  EXPECT_THAT(notes, SizeIs(2));
+  EXPECT_EQ(notes.back(),
+            QStringLiteral("Not while the switcher sends what a comparison asked for"));
+
+  // Cancelled before anything was asked for.
+  auto& compare = *test::ShownDialogs(window_, "frmCompare").front();
+  compare.reject();
+  EXPECT_TRUE(compare.isVisible());
+  transfers_.SendData(0);
+  EXPECT_TRUE(IsOpen("frmDownProg"));
+  EXPECT_FALSE(IsOpen("frmCompare")) << "it will not hold any more";
+  transfers_.CompareWithSwitcher();
+  EXPECT_FALSE(IsOpen("frmCompare"));
+}
+
+TEST_F(TransfersTest, ARetrievalWaitsForTheEndOfLateAnswers) {
+  ASSERT_TRUE(port_.Open(1).ok());
+  transfers_.CompareWithSwitcher();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return port_.TakeWritten() == "E7"; }, 20000));
+  auto& compare = *test::ShownDialogs(window_, "frmCompare").front();
+  compare.reject();
+  compare.reject();
+  EXPECT_FALSE(IsOpen("frmCompare"));
+  transfers_.RetrieveData();
+  EXPECT_FALSE(IsOpen("frmSysInfo")) << "it would take them for its own";
+  test::Find<QTimer>(compare, "aidCompareSecondTimer").setInterval(1);
+  ASSERT_TRUE(QTest::qWaitFor(
+      [this] {
+        transfers_.RetrieveData();
+        return IsOpen("frmSysInfo");
+      },
+      20000));
+}
+
+TEST_F(TransfersTest, TheEndOfTheProgramEndsAComparison) {
+  transfers_.CompareWithSwitcher();
+  transfers_.CancelNow();
+  EXPECT_FALSE(IsOpen("frmCompare"));
 }
 
 TEST_F(TransfersTest, TheModeIsSetWhenTheWindowOpensAndOnlyThen) {

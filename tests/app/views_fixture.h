@@ -101,7 +101,14 @@ class TransfersFixture : public ViewsFixture {
                      .port = port_,
                      .link = link_,
                      .poll = tables_,
-                     .reporter = reporter_}}};
+                     .reporter = reporter_},
+       .compare = {.comparison = {.model = model_,
+                                  .database = [this] { return database_.Files().Database(); },
+                                  .port = port_,
+                                  .link = link_,
+                                  .poll = tables_,
+                                  .reporter = reporter_},
+                   .changes = changes_}}};
 };
 
 }  // namespace app

@@ -56,6 +56,21 @@ TEST_F(ProductFileTest, HasItsLongDefinitionOnTwoPages) {
   EXPECT_EQ(continued, 1);
 }
 
+TEST_F(ProductFileTest, ACopyInMemoryHoldsTheSameAndGoesItsOwnWay) {
+  std::unique_ptr<jet::Database> copy;
+  ASSERT_THAT(jet::Database::CopyInMemory(*database_, &copy), IsOk());
+  const QJsonObject before = test::Dump(*database_);
+  EXPECT_THAT(Differences(test::Dump(*copy), before), IsEmpty());
+
+  const auto stations = test::OpenTable(*copy, "Stations");
+  ASSERT_THAT(stations->Edit(), IsOk());
+  ASSERT_THAT(stations->Set("Label", "CAM 1"), IsOk());
+  ASSERT_THAT(stations->Update(), IsOk());
+  EXPECT_THAT(Differences(test::Dump(*database_), before), IsEmpty());
+  EXPECT_EQ(test::Problems(*copy), "");
+  EXPECT_EQ(test::Problems(*database_), "");
+}
+
 TEST_F(ProductFileTest, EditsLeaveItSound) {
   const auto stations = test::OpenTable(*database_, "Stations");
   ASSERT_THAT(stations->SetIndex("StationNum"), IsOk());

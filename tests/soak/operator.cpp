@@ -45,6 +45,15 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
                     [this] { return !console_.IsShown("frmDownProg"); }});
   AddTrigger("open the retrieval", "ID_RetreiveData", "frmSysInfo");
   AddClose("close the retrieval", "frmSysInfo");
+  AddTrigger("open the copies", "aidRestoreBackup", "frmBackup");
+  AddClose("close the copies", "frmBackup");
+  AddTrigger("begin a comparison", "aidCompare", "frmCompare");
+  tasks_.push_back({"compare", [] {},
+                    [this] {
+                      return console_.Property("cmdCloseCmp", "text").toString() ==
+                             QLatin1String("Close");
+                    }});
+  AddClose("close the comparison", "frmCompare");
 }
 
 void Operator::AddTrigger(const char* name, const char* action, const char* shows) {

@@ -17,6 +17,7 @@ namespace {
 using test::Hex;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 class RecordingDisplay : public LinkDisplay {
  public:
@@ -361,6 +362,35 @@ TEST_F(LinkTest, APortMissingAtStartIsFoundLater) {
   port_.unavailable = false;
   EXPECT_EQ(Poll(), "E5");
   EXPECT_THAT(display_.texts, ElementsAre(kNotConnected));
+}
+
+// Takes tables, and writes down their codes.
+class RecordingTaker : public TableTaker {
+ public:
+  void TakeTable(std::span<const std::uint8_t> message) override {
+    taken.push_back(test::Hex(message));
+  }
+
+  std::vector<std::string> taken;
+};
+
+TEST_F(LinkTest, TablesCanBeDivertedAndNothingElse) {
+  Open();
+  RecordingTaker taker;
+  link_.DivertTables(&taker);
+  for (const char* const message : {"F9 FF", "FB FF", "F4 FF", "F5 FF", "E1 FF"}) {
+    port_.Deliver(message);
+  }
+  EXPECT_THAT(taker.taken, ElementsAre("F9 FF", "FB FF", "F4 FF", "F5 FF", "E1 FF"));
+  EXPECT_THAT(events_.refused, IsEmpty());
+  for (const char* const message : {"E2 FF", "F3 FF", "E4 FF"}) port_.Deliver(message);
+  EXPECT_THAT(taker.taken, SizeIs(5));
+  EXPECT_THAT(events_.refused, SizeIs(3));
+
+  link_.DivertTables(nullptr);
+  port_.Deliver("F5 FF");
+  EXPECT_THAT(taker.taken, SizeIs(5));
+  EXPECT_THAT(events_.refused, SizeIs(4));
 }
 
 }  // namespace

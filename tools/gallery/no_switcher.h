@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include <chrono>
 
@@ -31,7 +32,7 @@ class DeadLine : public switcher::SerialPort {
   void Close() override { isOpen_ = false; }
   bool IsOpen() const override { return isOpen_; }
   int Number() const override { return 1; }
-  switcher::Bytes Read() override { return {}; }
+  switcher::Bytes Read() override { return std::exchange(incoming, {}); }
   model::Status Write(std::uint8_t /*byte*/) override {
     wasWritten = true;
     return {};
@@ -41,6 +42,7 @@ class DeadLine : public switcher::SerialPort {
 
   bool isMissing = false;  // the next Open() fails
   bool wasWritten = false;
+  switcher::Bytes incoming;  // for the next Read()
 
  private:
   bool isOpen_ = true;

@@ -6,15 +6,18 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 #include "db/database_files.h"
 #include "db/keep_position.h"
 #include "stations/record.h"
+#include "switcher/load_tables.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/flag_row.h"
 #include "tools/gallery/drawings.h"
 #include "tools/gallery/no_switcher.h"
 #include "tools/gallery/pictures.h"
+#include "views/compare/compare_window.h"
 #include "views/transfer/download_window.h"
 #include "views/transfer/retrieval_window.h"
 #include "views/transfer/send_changes_window.h"
@@ -102,6 +105,30 @@ class Transfers {
     model_.LinkStatus = {};
   }
 
+  void DrawComparison() {
+    views::CompareWindow window({.comparison = {.model = model_,
+                                                .database = [this] { return files_.Database(); },
+                                                .port = port_,
+                                                .link = link_,
+                                                .poll = noSwitcher_,
+                                                .reporter = noSwitcher_},
+                                 .changes = changes_});
+    port_.wasWritten = false;
+    window.Begin();
+    if (!QTest::qWaitFor([this] { return port_.wasWritten; })) qFatal("not asked");
+    for (int output = 1; output <= 12; ++output) Arrive(InhibitsOf(output));
+    Save(window, QStringLiteral("comparison-waiting"));
+    for (int output = 13; output <= 64; ++output) Arrive(InhibitsOf(output));
+    for (int station = 1; station <= 64; ++station) Arrive(ButtonsOf(station));
+    window.reject();
+    Save(window, QStringLiteral("comparison-cancelled"));
+    auto& list = *window.findChild<QTreeView*>(QStringLiteral("lstDifferences"))->model();
+    for (const int row : {1, 2}) list.setData(list.index(row, 0), Qt::Checked, Qt::CheckStateRole);
+    Save(window, QStringLiteral("comparison-ticked"));
+    Press(window, "cmdStoreCmp");
+    Save(window, QStringLiteral("comparison-stored"));
+  }
+
   void DrawRetrieval() {
     views::RetrievalWindow window({.model = model_,
                                    .decoder = decoder_,
@@ -169,6 +196,33 @@ class Transfers {
     if (!QTest::qWaitFor([this] { return port_.wasWritten; })) qFatal("not asked");
   }
 
+  void Arrive(const switcher::Bytes& message) {
+    port_.incoming = message;
+    link_.DataReceived();
+    while (link_.DecodeTick()) {
+    }
+  }
+
+  // The inhibits of an output: of all the one of its own input; outputs 5 and 9 have one more.
+  static switcher::Bytes InhibitsOf(int output) {
+    std::string flags(64, '0');
+    flags[static_cast<std::size_t>(output) - 1] = '1';
+    if (output == 5 || output == 9) flags[20] = '1';
+    return switcher::EncodeInhibitRow(output, flags, 64);
+  }
+
+  // A station's buttons as they are in a new database; station 12 has one more.
+  switcher::Bytes ButtonsOf(int station) {
+    std::optional<switcher::Bytes> message;
+    (void)switcher::LoadButtons(*files_.Database(), model_, station, &message);
+    if (station != 12) return *message;
+    switcher::ButtonData data;
+    (void)switcher::ParseButtonData(*message, 64, 32, 8, &data);
+    data.buttons[2] = {.type = 1, .first = 5, .targets = std::vector<std::uint8_t>(64, 0)};
+    data.buttons[2].targets[4] = 1;
+    return switcher::EncodeButtonData(data);
+  }
+
   // Inhibits and relays of outputs; the relays of output 12 are damaged on the line.
   void DeliverTables(int first, int last) {
     const std::string flags(64, '0');
@@ -222,6 +276,7 @@ void DrawTransfer() {
   transfers.DrawDownload(-1, QStringLiteral("download-buttons"));
   transfers.DrawSendChanges();
   transfers.DrawRetrieval();
+  transfers.DrawComparison();
 }
 
 }  // namespace gallery

@@ -103,8 +103,8 @@ void DifferenceList::SetRows(std::vector<Difference> rows, bool ticked) {
   all_.SetRows(std::move(rows), ticked && choice_ == Choice::Ticks);
 }
 
-std::vector<Difference> DifferenceList::Ticked() const {
-  std::vector<Difference> ticked;
+std::vector<ChangeRow> DifferenceList::Ticked() const {
+  std::vector<ChangeRow> ticked;
   for (int row = 0; row < all_.rowCount(); ++row) {
     if (all_.IsTicked(row)) ticked.push_back(all_.Row(row));
   }

@@ -45,7 +45,7 @@ class DifferenceList : public QWidget {
   void SetRows(std::vector<Difference> rows, bool ticked = false);
 
   // The ticked rows in the order in which they were given, also those that the filter hides.
-  std::vector<Difference> Ticked() const;
+  std::vector<ChangeRow> Ticked() const;
   int TickedCount() const { return all_.TickedCount(); }
   int RowCount() const { return all_.rowCount(); }
 

@@ -18,12 +18,14 @@ void DifferenceModel::SetRows(std::vector<Difference> rows, bool ticked) {
   rows_.clear();
   rows_.reserve(rows.size());
   tickedCount_ = 0;
-  for (Difference& row : rows) {
-    const bool isTicked = ticked && row.obstacle.isEmpty();
+  for (Difference& difference : rows) {
+    const bool isTicked = ticked && difference.obstacle.isEmpty();
     tickedCount_ += isTicked ? 1 : 0;
+    const ChangeRow& row = difference.row;
     const QString searched =
         QStringList{row.where, row.what, row.before, row.after}.join(u'\n').toLower();
-    rows_.push_back({.difference = std::move(row), .searched = searched, .ticked = isTicked});
+    rows_.push_back(
+        {.difference = std::move(difference), .searched = searched, .ticked = isTicked});
   }
   endResetModel();
   Q_EMIT TicksChanged();
@@ -64,23 +66,23 @@ Qt::ItemFlags DifferenceModel::flags(const QModelIndex& index) const {
   return flags;
 }
 
-QString DifferenceModel::Text(const Difference& difference, int column) {
+QString DifferenceModel::Text(const ChangeRow& row, int column) {
   switch (column) {
     case kWhere:
-      return difference.where;
+      return row.where;
     case kWhat:
-      return difference.what;
+      return row.what;
     case kBefore:
-      return difference.before;
+      return row.before;
     case kAfter:
-      return difference.after;
+      return row.after;
     default:
       return {};
   }
 }
 
 QVariant DifferenceModel::data(const QModelIndex& index, int role) const {
-  const Difference& row = Row(index.row());
+  const auto& [row, obstacle] = At(index.row()).difference;
   switch (role) {
     case Qt::DisplayRole:
       return Text(row, index.column());
@@ -89,9 +91,9 @@ QVariant DifferenceModel::data(const QModelIndex& index, int role) const {
       return QVariant::fromValue(IsTicked(index.row()) ? Qt::Checked : Qt::Unchecked);
     case Qt::ToolTipRole:
       // A long value is cut by its column.
-      return CanBeTicked(index.row()) ? Text(row, index.column()) : row.obstacle;
+      return CanBeTicked(index.row()) ? Text(row, index.column()) : obstacle;
     case Qt::AccessibleTextRole:
-      if (index.column() == kTick) return CanBeTicked(index.row()) ? row.what : row.obstacle;
+      if (index.column() == kTick) return CanBeTicked(index.row()) ? row.what : obstacle;
       return {};
     default:
       return {};

@@ -28,9 +28,9 @@ class DifferenceModel : public QAbstractTableModel {
   void SetRows(std::vector<Difference> rows, bool ticked);
 
   // REQUIRES: there is such a row
-  const Difference& Row(int row) const { return rows_[static_cast<std::size_t>(row)].difference; }
-  bool CanBeTicked(int row) const { return Row(row).obstacle.isEmpty(); }
-  bool IsTicked(int row) const { return rows_[static_cast<std::size_t>(row)].ticked; }
+  const ChangeRow& Row(int row) const { return At(row).difference.row; }
+  bool CanBeTicked(int row) const { return At(row).difference.obstacle.isEmpty(); }
+  bool IsTicked(int row) const { return At(row).ticked; }
   // Ticks these rows or takes their ticks away, as far as they can have one.
   void SetTicked(const std::vector<int>& rows, bool ticked);
   int TickedCount() const { return tickedCount_; }
@@ -56,7 +56,8 @@ class DifferenceModel : public QAbstractTableModel {
     bool ticked;
   };
 
-  static QString Text(const Difference& difference, int column);
+  const Shown& At(int row) const { return rows_[static_cast<std::size_t>(row)]; }
+  static QString Text(const ChangeRow& row, int column);
 
   QString before_;
   QString after_;

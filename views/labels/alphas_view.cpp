@@ -88,6 +88,7 @@ void AlphasView::ConnectGrid() {
                              .arg(QString::fromLatin1(rules::Heading(column).caption))
                              .arg(stations::Spec(column).maxLength));
   });
+  connect(&rows_, &LabelsModel::MarkChanged, this, &AlphasView::EditChanged);
   connect(find_, &LabelFind::FirstMatch, grid_,
           [this](const QModelIndex& index) { grid_->scrollTo(index); });
   connect(find_, &LabelFind::Chosen, grid_, &QAbstractItemView::setCurrentIndex);

@@ -38,12 +38,21 @@ class AlphasView : public MainView {
   // holds a text that its column does not take: this is reported, and the edit stays as it is.
   bool StoreRow();
 
+  // Whether a row has values that are typed and not stored yet.
+  bool HasEdit() const { return rows_.HasEdit(); }
+
+  // Copies the selected cells, and pastes at the first of them, as the grid's keys do.
+  void Copy();
+  void Paste();
+
   // Opens the field for finding a label.
   void ShowFind();
 
  Q_SIGNALS:
   // A row was stored whose labels may be shown elsewhere.
   void LabelsChanged();
+  // HasEdit() may have changed.
+  void EditChanged();
 
  protected:
   bool event(QEvent* event) override;
@@ -59,8 +68,6 @@ class AlphasView : public MainView {
   void ShowMenu(const QPoint& globalPosition);
 
   void SortBy(int column);
-  void Copy();
-  void Paste();
   void DownloadLabels();
   // Labels were stored.
   void Announce();

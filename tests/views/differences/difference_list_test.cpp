@@ -20,14 +20,13 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-Difference Row(int station, const QString& what, const QString& before, const QString& after) {
-  return {.where = QStringLiteral("Station %1").arg(station),
+ChangeRow Row(int station, const QString& what, const QString& before, const QString& after) {
+  return {.station = station,
+          .fields = {what.toStdString()},
+          .where = QStringLiteral("Station %1").arg(station),
           .what = what,
           .before = before,
-          .after = after,
-          .station = station,
-          .fields = {what.toStdString()},
-          .obstacle = {}};
+          .after = after};
 }
 
 // Of three stations, in no order, and one row that cannot be ticked.
@@ -76,7 +75,7 @@ class DifferenceListTest : public testing::Test {
 
   std::vector<std::string> Ticked() {
     std::vector<std::string> rows;
-    for (const Difference& row : list.Ticked()) rows.push_back(row.what.toStdString());
+    for (const ChangeRow& row : list.Ticked()) rows.push_back(row.what.toStdString());
     return rows;
   }
 

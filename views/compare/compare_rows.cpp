@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/compare/compare_rows.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <memory>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "db/jet/record_set.h"
+#include "db/station_fields.h"
+#include "stations/open_stations.h"
+#include "stations/record.h"
+
+namespace views {
+namespace {
+
+using switcher::Table;
+using switcher::TablePart;
+
+struct CompareText {
+  Q_DECLARE_TR_FUNCTIONS(CompareRows)
+};
+
+// Reads fields of stations; the rows ask for those of one station after the other.
+class StationLookup {
+ public:
+  explicit StationLookup(jet::Database& database) {
+    if (!stations::OpenStations(database, &stations_).ok()) stations_.reset();
+  }
+
+  jet::Value operator()(int station, std::string_view field) {
+    if (stations_ == nullptr) return {};
+    if (station != station_ && (!stations_->Seek(station).ok() || stations_->NoMatch())) return {};
+    station_ = station;
+    return stations::Record(*stations_).Get(field);
+  }
+
+ private:
+  std::unique_ptr<jet::RecordSet> stations_;
+  int station_ = 0;  // where the set stands
+};
+
+// The table that brings a field to the switcher.  Hidden is a mark in the output labels.
+Table TableOf(std::string_view field) {
+  if (field == db::kLabelField || field == db::kHiddenField) return Table::OutputLabels;
+  if (field == db::kInLabelField) return Table::InputLabels;
+  if (field == db::kInhibitsField) return Table::Inhibits;
+  if (field == db::kRelaysField) return Table::Relays;
+  return db::ButtonOfField(field) != 0 ? Table::Buttons : Table::Optos;
+}
+
+QString TableHeading(Table table) {
+  switch (table) {
+    case Table::Optos:
+      return CompareText::tr("Optos");
+    case Table::OutputLabels:
+      return CompareText::tr("Labels");
+    case Table::InputLabels:
+      return CompareText::tr("Input labels");
+    case Table::Inhibits:
+      return CompareText::tr("Inhibits");
+    case Table::Relays:
+      return CompareText::tr("Relays");
+    case Table::Buttons:
+      return CompareText::tr("Buttons");
+  }
+  return {};
+}
+
+// "Output 5", or "Outputs 5 to 9".
+QString Where(Table table, int first, int last) {
+  if (first == model::kAll) return CompareText::tr("All stations");
+  const bool ofOutputs = table == Table::Inhibits;
+  if (first == last) {
+    return (ofOutputs ? CompareText::tr("Output %1") : CompareText::tr("Station %1")).arg(first);
+  }
+  return (ofOutputs ? CompareText::tr("Outputs %1 to %2") : CompareText::tr("Stations %1 to %2"))
+      .arg(first)
+      .arg(last);
+}
+
+Difference UnknownRow(const TablePart& first, int last, const QString& after,
+                      const QString& obstacle) {
+  return {ChangeRow{.station = first.station,
+                    .fields = {},
+                    .where = Where(first.table, first.station, last),
+                    .what = TableHeading(first.table),
+                    .before = {},
+                    .after = after},
+          obstacle};
+}
+
+Difference RefusedRow(const switcher::RefusedPart& refused) {
+  const QString word = QString::fromUtf8(switcher::StatusWord(refused.status));
+  const QString after =
+      word.isEmpty() ? CompareText::tr("not reported") : CompareText::tr("refused: %1").arg(word);
+  return UnknownRow(refused.part, refused.part.station, after,
+                    CompareText::tr("What the switcher reported was refused."));
+}
+
+// Rows of one table that follow each other are one row.
+void AddMissingRows(std::span<const TablePart> missing, std::vector<Difference>* rows) {
+  for (std::size_t i = 0; i < missing.size();) {
+    const TablePart& first = missing[i];
+    std::size_t end = i + 1;
+    while (end < missing.size() && missing[end].table == first.table &&
+           missing[end].station == missing[end - 1].station + 1) {
+      ++end;
+    }
+    rows->push_back(UnknownRow(first, missing[end - 1].station, CompareText::tr("not reported"),
+                               CompareText::tr("The switcher did not report it.")));
+    i = end;
+  }
+}
+
+}  // namespace
+
+std::vector<Difference> CompareRows(const switcher::ComparisonResult& result,
+                                    jet::Database* reported) {
+  FieldLookup lookup;
+  if (reported != nullptr) {
+    lookup = [fields = std::make_shared<StationLookup>(*reported)](
+                 int station, std::string_view field) { return (*fields)(station, field); };
+  }
+  const std::vector<ChangeRow> changed = ChangeRows(result.differences, lookup);
+  std::vector<Difference> rows(changed.begin(), changed.end());
+  for (const switcher::RefusedPart& refused : result.refused) rows.push_back(RefusedRow(refused));
+  AddMissingRows(result.missing, &rows);
+  return rows;
+}
+
+QString CompareSummary(const switcher::ComparisonResult& result) {
+  const std::size_t compared = result.accepted.size();
+  const std::size_t differing = ChangeRows(result.differences).size();
+  QString words;
+  if (compared == 0) {
+    words = CompareText::tr("No table came");
+  } else if (differing == 0) {
+    words = CompareText::tr("No difference in %1 tables").arg(compared);
+  } else if (differing == 1) {
+    words = CompareText::tr("1 difference in %1 tables").arg(compared);
+  } else {
+    words = CompareText::tr("%1 differences in %2 tables").arg(differing).arg(compared);
+  }
+  const std::size_t unknown = result.refused.size() + result.missing.size();
+  if (!result.completed) words = CompareText::tr("Cancelled. %1").arg(words);
+  if (unknown > 0 && compared > 0)
+    words = CompareText::tr("%1, %2 not reported").arg(words).arg(unknown);
+  if (result.lineLost) words = CompareText::tr("%1. The line was lost meanwhile").arg(words);
+  return words;
+}
+
+std::vector<TablePart> PartsOf(std::span<const stations::Change> changes) {
+  std::set<std::pair<Table, int>> parts;
+  for (const stations::Change& change : changes) {
+    for (const stations::FieldChange& field : change.fields) {
+      const Table table = TableOf(field.field);
+      const bool isOfOne =
+          table == Table::Inhibits || table == Table::Relays || table == Table::Buttons;
+      parts.emplace(table, isOfOne ? change.station : model::kAll);
+    }
+  }
+  std::vector<TablePart> ordered;
+  for (const auto& [table, station] : parts) ordered.push_back({table, station});
+  return ordered;
+}
+
+}  // namespace views
