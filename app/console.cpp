@@ -3,6 +3,7 @@
 #include "app/console.h"
 
 #include <QApplication>
+#include <QDate>
 #include <QFileInfo>
 #include <QSessionManager>
 #include <utility>
@@ -17,6 +18,15 @@
 #include "views/xmap/xmap_legend.h"
 
 namespace app {
+namespace {
+
+switcher::Day Today() {
+  const QDate today = QDate::currentDate();
+  return {std::chrono::year(today.year()), std::chrono::month(static_cast<unsigned>(today.month())),
+          std::chrono::day(static_cast<unsigned>(today.day()))};
+}
+
+}  // namespace
 
 Console::Console(AppFolder folder)
     : folder_(std::move(folder)),
@@ -24,14 +34,25 @@ Console::Console(AppFolder folder)
       places_(config::PlacesSection(settingsFile_.Read())),
       files_(folder_.File(db::kMainFile), folder_.File(db::kWorkingCopy),
              folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
+      unsentMessages_({.model = model_,
+                       .database = [this] { return files_.Database(); },
+                       .changes = changes_,
+                       .today = Today}),
+      sentFile_(folder_.File(kSentFile), unsentMessages_.Held()),
+      journal_(changes_, folder_.File(kJournalFile), folder_.File(db::kMainFile)),
       damage_(files_, boxes_),
       window_(commands_),
       windowPlace_(window_, places_),
       port_([this](int number) { return settingsFile_.SerialDevice(number); }),
       liveCommands_({.model = model_, .port = port_, .reporter = boxes_}),
       share_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
-      tables_({.model = model_, .files = files_, .port = port_, .reporter = boxes_}),
+      tables_({.model = model_,
+               .files = files_,
+               .port = port_,
+               .reporter = boxes_,
+               .account = &unsentMessages_}),
       tableTools_(tables_),
+      unsent_(unsentMessages_),
       viewServices_{.model = model_,
                     .stations = [this] { return files_.Stations(); },
                     .changes = changes_,
@@ -44,11 +65,20 @@ Console::Console(AppFolder folder)
       views_(window_.Area(), viewServices_),
       storedElsewhere_(changes_, views_),
       viewMenu_({.menu = window_.ViewMenu(), .views = views_, .window = window_}),
+      editMenu_({.menu = window_.EditMenu(),
+                 .views = views_,
+                 .window = window_,
+                 .find = viewMenu_.FindCommand()}),
+      undo_({.menu = editMenu_,
+             .views = views_,
+             .data = viewServices_,
+             .database = [this] { return files_.Database(); }}),
       export_({.menu = window_.ExportMenu(),
                .window = window_,
                .data = viewServices_,
                .storeEdits = [this] { return views_.StoreEdits(); }}),
       sentNote_(unsent_),
+      logFile_(folder_.File(kLogFile), eventLog_, window_.Hints()),
       labels_(
           {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       inhibits_(
@@ -69,14 +99,27 @@ Console::Console(AppFolder folder)
              .device = [this] { return QFileInfo(settingsFile_.SerialDevice(model_.ComPort)); },
              .status = window_.Status(),
              .hints = window_.Hints()}),
+      unsentAids_({.model = model_,
+                   .messages = unsentMessages_,
+                   .unsent = unsent_,
+                   .status = window_.Status(),
+                   .hints = window_.Hints(),
+                   .sendChanges = window_.SendChangesCommand()}),
       switcherReports_({.model = model_, .labels = labels_, .log = eventLog_}),
       decoder_({.model = model_,
                 .database = [this] { return files_.Database(); },
                 .reporter = boxes_,
                 .changes = changes_,
-                .observers = InOrder(
-                    {.log = switcherReports_, .aids = aids_, .views = views_, .panels = panels_})}),
-      link_({.model = model_, .port = port_, .decoder = decoder_, .display = window_}),
+                .observers = InOrder({.unsent = unsentMessages_,
+                                      .log = switcherReports_,
+                                      .aids = aids_,
+                                      .views = views_,
+                                      .panels = panels_})}),
+      link_({.model = model_,
+             .port = port_,
+             .decoder = decoder_,
+             .display = window_,
+             .account = &unsentMessages_}),
       transfers_(
           {.window = window_,
            .views = views_,
@@ -103,6 +146,30 @@ Console::Console(AppFolder folder)
             .transfers = transfers_,
             .boxes = boxes_,
             .commands = commands_}),
+      backups_({.files = files_, .writer = writer_, .folder = folder_.File(kBackupsFolder)}),
+      saveCopy_({.window = window_,
+                 .files = files_,
+                 .writer = writer_,
+                 .reporter = boxes_,
+                 .storeEdits = [this] { return views_.StoreEdits(); }}),
+      restoreBackup_({.window = window_,
+                      .files = files_,
+                      .backups = backups_,
+                      .changes = changes_,
+                      .reporter = boxes_,
+                      .storeEdits = [this] { return views_.StoreEdits(); }}),
+      rescue_({.journal = journal_,
+               .database = [this] { return files_.Database(); },
+               .changes = changes_,
+               .hints = window_.Hints(),
+               .command = window_.UnsavedRunsCommand(),
+               .window = window_,
+               .reporter = boxes_,
+               .storeEdits = [this] { return views_.StoreEdits(); }}),
+      recentChanges_({.journal = folder_.File(kJournalFile),
+                      .keeper = journal_,
+                      .views = views_,
+                      .window = window_}),
       shutDown_({.model = model_,
                  .boxes = boxes_,
                  .window = window_,
@@ -118,6 +185,9 @@ Console::Console(AppFolder folder)
   ConnectCommands();
   ConnectTimers();
   ConnectStatusBar();
+  ConnectBackups();
+  ConnectJournal();
+  ConnectSentFile();
   ConnectShutDown();
   connect(&views_, &OpenViews::Loaded, this, &Console::ConnectView);
   listener_.SetAcceptHandler(
@@ -139,7 +209,11 @@ void Console::Start() {
   StartUp(
       {.model = model_, .files = files_, .listener = listener_, .link = link_, .reporter = boxes_})
       .Run(folder_.path.toStdString(), settings);
+  journal_.Begin();
+  rescue_.Begin();
+  unsentMessages_.Begin(sentFile_.Read());
   damage_.Tell();
+  backups_.BeginDays();
   if (listener_.IsListening()) panelReports_.Begin();
   if (model_.DemoMode == 1) {
     window_.Status().SetDemo(true);
@@ -183,6 +257,7 @@ void Console::ConnectCommands() {
           &Transfers::CompareWithSwitcher);
   connect(&transfers_, &Transfers::SendRequested, this,
           [this](const auto& parts) { views::SendTables(viewServices_, parts); });
+  connect(&window_.SendChangesCommand(), &QAction::triggered, &transfers_, &Transfers::SendChanges);
   window_.UpdateCommands();
   connect(&viewMenu_, &ViewMenu::EventLogRequested, &log_, &LogKeeper::Show);
   connect(&window_.DiscardCommand(), &QAction::triggered, this, [this] {
@@ -203,19 +278,33 @@ void Console::ConnectTimers() {
 void Console::ConnectStatusBar() {
   StatusBar& status = window_.Status();
   status.SetLegend(new views::XmapLegend(&status));
-  connect(&window_, &MainWindow::LinkTextShown, this, [this] { aids_.LinkChanged(); });
+  connect(&window_, &MainWindow::LinkTextShown, this, [this] {
+    aids_.LinkChanged();
+    unsentAids_.Update();
+  });
   connect(&views_, &OpenViews::XmapLoaded, &status, [&status](bool loaded) {
     if (!loaded) status.SetReadout({});
     status.WantLegend(loaded);
   });
-  connect(&unsent_, &views::UnsentTables::Changed, &status,
-          [this, &status] { status.SetUnsent(unsent_.Names()); });
   connect(&panelReports_, &PanelReports::PanelsChanged, &status, &StatusBar::SetPanels);
   connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&undo_, &UndoCommands::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
+}
+
+void Console::ConnectSentFile() {
+  connect(&unsent_, &views::UnsentTables::Changed, &sentFile_, &SentFile::Update);
+  connect(&sentFile_, &SentFile::Failed, this, [this](const QString& why) {
+    window_.Hints().Give(Hint::SentFails,
+                         tr("What the switcher holds cannot be kept: %1").arg(why));
+  });
+  connect(&sentFile_, &SentFile::Written, this,
+          [this] { window_.Hints().Withdraw(Hint::SentFails); });
+  connect(&shutDown_, &ShutDown::RunEnded, &sentFile_, &SentFile::Finish);
 }
 
 // A main view that was loaded asks for what is not its own.
@@ -234,9 +323,48 @@ void Console::ConnectView(views::MainView* view) {
   }
 }
 
+void Console::ConnectBackups() {
+  connect(&window_.SaveCopyCommand(), &QAction::triggered, &saveCopy_, &SaveCopy::Ask);
+  connect(&saveCopy_, &SaveCopy::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&saveCopy_, &SaveCopy::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&window_.RestoreBackupCommand(), &QAction::triggered, &restoreBackup_,
+          &RestoreBackup::Ask);
+  connect(&restoreBackup_, &RestoreBackup::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&restoreBackup_, &RestoreBackup::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&transfers_, &Transfers::RetrievalBegun, &backups_,
+          [this] { backups_.Keep(db::Backups::Cause::BeforeRetrieval); });
+  connect(&backups_, &BackupKeeper::Kept, this, [this](const QString& name) {
+    window_.Hints().Withdraw(Hint::NoBackup);
+    log_.Note(tr("Copy kept: %1").arg(name));
+  });
+  connect(&backups_, &BackupKeeper::Failed, this, [this](const QString& why) {
+    const QString text = tr("No copy of the database was kept: %1").arg(why);
+    window_.Hints().Give(Hint::NoBackup, text);
+    log_.Note(text);
+  });
+}
+
+void Console::ConnectJournal() {
+  connect(&journal_, &JournalKeeper::Failed, this, [this](const QString& why) {
+    window_.Hints().Give(Hint::JournalFails,
+                         tr("What is edited now would not survive a crash: %1").arg(why));
+  });
+  connect(&journal_, &JournalKeeper::Recovered, this,
+          [this] { window_.Hints().Withdraw(Hint::JournalFails); });
+  connect(&transfers_, &Transfers::RetrievalBegun, &journal_, &JournalKeeper::BeginGroup);
+  connect(&transfers_, &Transfers::RetrievalEnded, &journal_, &JournalKeeper::EndGroup);
+  connect(&shutDown_, &ShutDown::AllSaved, &journal_, &JournalKeeper::RunSaved);
+  connect(&rescue_, &Rescue::ShowRequested, &recentChanges_, &RecentChanges::ShowRun);
+  connect(&rescue_, &Rescue::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&rescue_, &Rescue::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&viewMenu_, &ViewMenu::RecentChangesRequested, &recentChanges_, &RecentChanges::Show);
+}
+
 void Console::ConnectShutDown() {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
+  connect(&shutDown_, &ShutDown::SavingDatabase, &backups_, &BackupKeeper::NoteMainFile);
   connect(&shutDown_, &ShutDown::DatabaseSaved, &log_, [this] { log_.Note(tr("Database saved")); });
+  connect(&shutDown_, &ShutDown::DatabaseSaved, &backups_, &BackupKeeper::KeepMainFile);
   connect(&termination_, &Termination::Requested, &shutDown_, &ShutDown::Terminate);
   // Whoever logs out of the desktop wants what was edited kept: only the shut-down saves it.
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {

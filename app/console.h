@@ -6,15 +6,25 @@
 #include <QObject>
 
 #include "app/app_folder.h"
+#include "app/backups/background_writer.h"
+#include "app/backups/backup_keeper.h"
+#include "app/backups/restore_backup.h"
+#include "app/backups/save_copy.h"
 #include "app/damage_report.h"
+#include "app/journal/journal_keeper.h"
+#include "app/journal/recent_changes.h"
+#include "app/journal/rescue.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
+#include "app/log/log_file.h"
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
+#include "app/sent_file.h"
 #include "app/settings_file.h"
 #include "app/shell/command_table.h"
+#include "app/shell/edit_menu.h"
 #include "app/shell/export_menu.h"
 #include "app/shell/help_window.h"
 #include "app/shell/link_aids.h"
@@ -26,10 +36,12 @@
 #include "app/shell/sent_note.h"
 #include "app/shell/stored_elsewhere.h"
 #include "app/shell/transfers.h"
+#include "app/shell/unsent_aids.h"
 #include "app/shell/view_menu.h"
 #include "app/shut_down.h"
 #include "app/table_tools.h"
 #include "app/termination.h"
+#include "app/undo/undo_commands.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
 #include "gateway/panel_gateway.h"
@@ -42,6 +54,7 @@
 #include "switcher/live_commands.h"
 #include "switcher/qt_serial_port.h"
 #include "switcher/table_senders.h"
+#include "switcher/unsent/unsent_messages.h"
 #include "views/services.h"
 #include "views/unsent_tables.h"
 
@@ -63,6 +76,9 @@ class Console : public QObject {
   void ConnectTimers();
   void ConnectStatusBar();
   void ConnectView(views::MainView* view);
+  void ConnectBackups();
+  void ConnectJournal();
+  void ConnectSentFile();
   void ConnectShutDown();
 
   const AppFolder folder_;
@@ -73,6 +89,9 @@ class Console : public QObject {
   CommandTable commands_;
   db::DatabaseFiles files_;
   stations::Changes changes_;
+  switcher::UnsentMessages unsentMessages_;
+  SentFile sentFile_;
+  JournalKeeper journal_;
   DamageReport damage_;
   gateway::Listener listener_;
   gateway::QtPauseTimer panelPause_;
@@ -88,10 +107,13 @@ class Console : public QObject {
   OpenViews views_;
   StoredElsewhere storedElsewhere_;
   ViewMenu viewMenu_;
+  EditMenu editMenu_;
+  UndoCommands undo_;
   ExportMenu export_;
   SentNote sentNote_;
   Manual manual_;
   EventLog eventLog_;
+  LogFile logFile_;
   ChannelLabels labels_;
   InhibitedCells inhibits_;
   PanelReports panelReports_;
@@ -99,11 +121,18 @@ class Console : public QObject {
   switcher::LiveCommands panelCommands_;
   gateway::PanelGateway panels_;
   LinkAids aids_;
+  UnsentAids unsentAids_;
   SwitcherReports switcherReports_;
   switcher::Decoder decoder_;
   switcher::Link link_;
   Transfers transfers_;
   LogKeeper log_;
+  BackgroundWriter writer_;
+  BackupKeeper backups_;
+  SaveCopy saveCopy_;
+  RestoreBackup restoreBackup_;
+  Rescue rescue_;
+  RecentChanges recentChanges_;
   ShutDown shutDown_;
   Termination termination_;
 };

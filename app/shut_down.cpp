@@ -18,12 +18,14 @@ bool ShutDown::Run() {
   if (!services_.views.StoreEdits() && !terminating_) return false;
   services_.place.Save();
   bool saved = false;
+  Q_EMIT SavingDatabase();
   if (const model::Status status = services_.files.SaveAndClose(&saved); !status.ok()) {
     OfferToCloseWithoutSaving(status);
     terminating_ = false;
     return false;
   }
   if (saved) Q_EMIT DatabaseSaved();
+  Q_EMIT AllSaved();
   EndRun();
   return true;
 }
@@ -62,6 +64,7 @@ void ShutDown::EndRun() {
   if (services_.port.IsOpen()) services_.port.Close();
   services_.window.PollTimer().stop();
   services_.window.DecodeTimer().stop();
+  Q_EMIT RunEnded();
   if (const model::Status status =
           services_.settings.Write(services_.model, services_.port.Number());
       !status.ok()) {

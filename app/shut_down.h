@@ -58,8 +58,14 @@ class ShutDown : public QObject {
   bool EndSession();
 
  Q_SIGNALS:
+  // The database is to be saved next.
+  void SavingDatabase();
   // The database was saved, and had been changed.
   void DatabaseSaved();
+  // All that was edited is in Tesk.mdb, whether anything had to be saved for that or not.
+  void AllSaved();
+  // The port and the database are closed; the settings are written next.
+  void RunEnded();
 
  private:
   void OfferToCloseWithoutSaving(const model::Status& status);

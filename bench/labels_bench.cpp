@@ -8,6 +8,7 @@
 //   Refresh   all rows read anew, one of them changed, painted
 //   Store     one label edited, stored and painted
 //   Paste     a block of all labels stored and painted
+//   Undo      that block taken back, or done again, and painted
 
 #include <QClipboard>
 #include <QCoreApplication>
@@ -16,6 +17,7 @@
 #include <string>
 
 #include "bench/suite.h"
+#include "stations/history.h"
 #include "tests/views/labels/labels_console.h"
 #include "tools/stage/application.h"
 
@@ -109,6 +111,31 @@ void Paste(benchmark::State& state) {
   if (!console.reporter.reports.empty()) state.SkipWithError("not pasted");
 }
 
+void Undo(benchmark::State& state) {
+  OpenLabels console(state);
+  stations::History history(console.changes);
+  QString block;
+  for (int i = 0; i < console.Grid().model()->rowCount(); ++i) {
+    block += QStringLiteral("A%1\tB%1\n").arg(i);
+  }
+  console.Click(0, test::kLabel);
+  console.Paste(block);
+  auto direction = stations::Direction::Again;
+  for (auto _ : state) {
+    using stations::Direction;
+    direction = direction == Direction::Back ? Direction::Again : Direction::Back;
+    auto outcome = stations::History::Outcome::Stale;
+    const model::Status status = history.Go(
+        *console.database, direction, [](const stations::Step&) { return true; }, &outcome);
+    if (!status.ok() || outcome != stations::History::Outcome::Gone) {
+      state.SkipWithError("not taken back");
+      break;
+    }
+    console.view->UpdateLabels();
+    OpenLabels::Paint();
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -128,6 +155,7 @@ int main(int argc, char** argv) {
   add("all rows read anew", Refresh);
   add("a label edited and stored", Store);
   add("all labels pasted and stored", Paste);
+  add("the pasted labels taken back", Undo);
   suite.Run();
   return suite.Finish();
 }

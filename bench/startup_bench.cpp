@@ -14,11 +14,14 @@
 #include <QThread>
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <string>
 #include <vector>
 
 #include "bench/figures.h"
+#include "stations/journal/act.h"
+#include "stations/journal/journal.h"
 #include "tests/end_to_end/console_process.h"
 #include "tests/support/simulator_process.h"
 
@@ -81,6 +84,25 @@ Sample Median(std::vector<Sample> samples) {
   return median;
 }
 
+// A journal as large as one gets, of a run that was saved.
+void PutJournal(const test::ConsoleFolder& folder) {
+  constexpr std::size_t kBytes = 2'000'000;
+  stations::Journal journal(folder / "Tesk.journal");
+  bool made = journal.Read().ok();
+  journal.SetBeginning("{}");
+  const std::string act = stations::WriteAct(
+      {.title = "Label of station 17",
+       .time = "2026-11-21T18:05:12+01:00",
+       .changes = {{stations::Origin::Operator, 17, {{"Label", "Sta. 017", "CAM 4"}}}}});
+  // With what stands before it in its line.
+  for (std::size_t bytes = 0; made && bytes < kBytes; bytes += act.size() + 20) {
+    made = journal.AddAct(act).ok();
+  }
+  if (!made || !journal.EndRun(journal.ThisRun(), stations::JournalLine::Kind::Saved, "{}").ok()) {
+    std::abort();
+  }
+}
+
 // The folder with another program in the console's place.
 void PutEmptyWindow(const test::ConsoleFolder& folder) {
   namespace fs = std::filesystem;
@@ -104,11 +126,17 @@ int main(int argc, char** argv) {
 
   StartOnce(folder);  // creates the database
   StartOnce(emptyFolder);
+  const test::ConsoleFolder journalFolder;
+  journalFolder.WriteSettings(line);
+  StartOnce(journalFolder);
+  PutJournal(journalFolder);
+  std::vector<Sample> withJournal;
   std::vector<Sample> console;
   std::vector<Sample> empty;
   for (int run = 0; run < runs; ++run) {
     console.push_back(StartOnce(folder));
     empty.push_back(StartOnce(emptyFolder));
+    withJournal.push_back(StartOnce(journalFolder));
   }
   const Sample ours = Median(console);
   const Sample floor = Median(empty);
@@ -126,6 +154,10 @@ int main(int argc, char** argv) {
                .unit = "ms",
                .limit = 150,
                .other = bench::Other{.name = kEmptyWindow, .value = floor.startMilliseconds}});
+  figures.Add({.what = "console: start, longer with a journal of 2 MB (wall)",
+               .value = Median(withJournal).startMilliseconds - ours.startMilliseconds,
+               .unit = "ms",
+               .limit = 10});
   figures.Add({.what = "console: resident after the start",
                .value = ours.residentMegabytes,
                .unit = "MB",

@@ -10,7 +10,6 @@
 #include <system_error>
 
 #include "db/file_status.h"
-#include "db/jet/format.h"
 #include "files/whole_file.h"
 
 namespace db {
@@ -22,6 +21,7 @@ using Cause = Backups::Cause;
 
 constexpr std::string_view kBegin = "Tesk-";
 constexpr std::string_view kEnd = ".mdb";
+constexpr std::string_view kUnfinished = ".new";  // what a replacement is made under
 constexpr char kTime[] = "%Y-%m-%d-%H%M%S";
 constexpr std::size_t kTimeLength = 17;
 
@@ -69,18 +69,31 @@ bool ReadName(const fs::path& path, Backups::Copy* copy) {
 
 }  // namespace
 
-model::Status Backups::Keep(const fs::path& file, Cause cause, std::time_t now) {
+void Backups::DeleteUnfinished() const {
+  std::error_code error;
+  for (fs::directory_iterator at(folder_, error), end; !error && at != end; at.increment(error)) {
+    Copy copy;
+    const fs::path& path = at->path();
+    // What cannot be deleted takes room, no more.
+    if (path.extension() == kUnfinished && ReadName(path.parent_path() / path.stem(), &copy)) {
+      (void)files::Remove(path);
+    }
+  }
+}
+
+fs::path Backups::PathOf(Cause cause, std::time_t now) const {
+  return folder_ / NameOf(cause, now);
+}
+
+model::Status Backups::Keep(const fs::path& path, std::string_view bytes) const {
   std::error_code error;
   fs::create_directories(folder_, error);
   if (error) return StatusOf(files::Failure("make", folder_, error));
-  const fs::path made = folder_ / NameOf(cause, now);
-  if (const auto outcome = files::ReplaceByCopy(made, file, jet::kJet4.maxFileSize);
-      !outcome.ok()) {
-    return StatusOf(outcome);
-  }
+  DeleteUnfinished();
+  if (const auto outcome = files::Replace(path, bytes); !outcome.ok()) return StatusOf(outcome);
   std::vector<Copy> copies;
   if (model::Status status = List(&copies); !status.ok()) return status;
-  std::erase_if(copies, [&](const Copy& copy) { return copy.path == made; });
+  std::erase_if(copies, [&](const Copy& copy) { return copy.path == path; });
   for (std::size_t i = kKept - 1; i < copies.size(); ++i) {
     if (const auto outcome = files::Remove(copies[i].path); !outcome.ok()) return StatusOf(outcome);
   }

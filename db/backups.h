@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <ctime>
 #include <filesystem>
-#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -38,17 +38,25 @@ class Backups {
   // The folder need not be there before the first copy.
   explicit Backups(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
-  // Copies the database `file`, whole and brought to the disk; `now` names it.  A second copy of
-  // the same second and cause replaces the first.  Then the oldest are deleted; this one stays,
-  // even when the clock was set back.  A failure leaves no part of a copy and deletes nothing.
-  model::Status Keep(const std::filesystem::path& file, Cause cause, std::time_t now);
+  // Where a copy made now, for this reason, belongs.  A second one of the same second and cause
+  // has the same place.
+  std::filesystem::path PathOf(Cause cause, std::time_t now) const;
+
+  // Writes a copy, the bytes of a whole database, to the place that PathOf() has given for it and
+  // brings it to the disk.  Then the oldest copies are deleted; this one stays, even when the
+  // clock was set back.  A failure leaves no part of a copy and deletes nothing.  It may take its
+  // time, and may be called in any thread, in one at a time.
+  model::Status Keep(const std::filesystem::path& path, std::string_view bytes) const;
 
   // The copies that there are, the newest first; none while there is no folder.  A failure when the
   // folder cannot be read.
   model::Status List(std::vector<Copy>* copies) const;
 
  private:
-  const std::filesystem::path folder_;
+  // Deletes what a crash has left of copies that were being written.
+  void DeleteUnfinished() const;
+
+  std::filesystem::path folder_;
 };
 
 }  // namespace db

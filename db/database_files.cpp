@@ -3,6 +3,7 @@
 #include "db/database_files.h"
 
 #include <algorithm>
+#include <array>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -199,6 +200,26 @@ model::Status DatabaseFiles::CheckTable(Table table, int first, int last) const 
   if (lacking.empty()) return {};
   return jet::Status(jet::ErrorNumber::Damaged,
                      "The database is damaged, stations cannot be read: " + StationList(lacking));
+}
+
+model::Status DatabaseFiles::ReadWorkingCopy(std::string* bytes) {
+  if (!IsOpen()) return NotOpen();
+  // Pages that a failed write left behind are in memory only.
+  if (model::Status status = database_->Settle(); !status.ok()) return status;
+  return StatusOf(files::ReadWhole(workingCopy_, kLargestFile, bytes));
+}
+
+model::Status DatabaseFiles::ReadMainFile(std::string* bytes) const {
+  return StatusOf(files::ReadWhole(mainFile_, kLargestFile, bytes));
+}
+
+bool DatabaseFiles::IsOwnFile(const std::filesystem::path& path) const {
+  return std::ranges::any_of(std::array{&mainFile_, &workingCopy_}, [&](const auto* own) {
+    std::error_code unseen;
+    return std::filesystem::equivalent(path, *own, unseen) ||
+           (path.filename() == own->filename() &&
+            std::filesystem::equivalent(path.parent_path(), own->parent_path(), unseen));
+  });
 }
 
 bool DatabaseFiles::IsWriteProtected() const { return files::IsWriteProtected(mainFile_); }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string>
 
 #include "db/damage.h"
 #include "db/jet/database.h"
@@ -60,6 +61,14 @@ class DatabaseFiles {
   // and its content until the next Open(); where not all of it could be written, it may be damaged.
   // REQUIRES: IsOpen()
   model::Status CloseWithoutSaving(std::filesystem::path* kept);
+
+  // All bytes of the working copy, with everything that was edited so far; of the main file as it
+  // is now.
+  model::Status ReadWorkingCopy(std::string* bytes);
+  model::Status ReadMainFile(std::string* bytes) const;
+
+  // Whether `path` stands for the main file or for the working copy, by whatever name.
+  bool IsOwnFile(const std::filesystem::path& path) const;
 
   // Whether nothing that is edited can be saved, as things stand.
   bool IsWriteProtected() const;

@@ -11,6 +11,9 @@ namespace db {
 // station, in the order of a download.
 enum class Table : std::uint8_t { Optos, OutputLabels, InputLabels, Inhibits, Relays, Buttons };
 
+inline constexpr Table kTables[] = {Table::Optos,    Table::OutputLabels, Table::InputLabels,
+                                    Table::Inhibits, Table::Relays,       Table::Buttons};
+
 }  // namespace db
 
 #endif  // DB_TABLE_H_

@@ -25,29 +25,29 @@ Transmission TableSenders::Make(const TablePart& part) const {
     case Table::Optos:
       return Optos();
     case Table::OutputLabels:
-      return Labels(part.table, kOutputLabels);
+      return Labels("Output Alphas", part.table, kOutputLabels);
     case Table::InputLabels:
-      return Labels(part.table, kInputLabels);
+      return Labels("Input Alphas", part.table, kInputLabels);
     case Table::Inhibits:
-      return Rows(part, model_.ChannelCount, kRowsFailed, LoadInhibits);
+      return Rows("Inhibits", kRowsFailed, part, model_.ChannelCount, LoadInhibits);
     case Table::Relays:
-      return Rows(part, model_.ChannelCount, kRowsFailed, LoadRelays);
+      return Rows("Relays", kRowsFailed, part, model_.ChannelCount, LoadRelays);
     case Table::Buttons:
       break;
   }
-  return Rows(part, model_.StationCount, kButtonsFailed, LoadButtons);
+  return Rows("Button Programming Sta", kButtonsFailed, part, model_.StationCount, LoadButtons);
 }
 
 Transmission TableSenders::Optos() const {
-  return Send(kOptosFailed, Table::Optos, 1, model_.OptoCount,
+  return Send("Optos", kOptosFailed, Table::Optos, 1, model_.OptoCount,
               [this](jet::Database& database, Bytes* message, bool* more) {
                 *more = false;
                 return LoadOptos(database, model_, message);
               });
 }
 
-Transmission TableSenders::Labels(Table table, int selector) const {
-  return Send(kLabelsFailed, table, 1, model_.LabelCount,
+Transmission TableSenders::Labels(const char* name, Table table, int selector) const {
+  return Send(name, kLabelsFailed, table, 1, model_.LabelCount,
               [this, selector, texts = Bytes()](jet::Database& database, Bytes* message,
                                                 bool* more) mutable -> model::Status {
                 if (!texts.empty()) {
@@ -64,12 +64,15 @@ Transmission TableSenders::Labels(Table table, int selector) const {
               });
 }
 
-Transmission TableSenders::Rows(const TablePart& part, int last, std::string_view failureLine,
-                                ReadStation read) const {
+Transmission TableSenders::Rows(std::string name, std::string_view failureLine,
+                                const TablePart& part, int last, ReadStation read) const {
   const bool all = part.station == model::kAll;
   const int first = all ? 1 : part.station;
-  if (!all) last = first;
-  return Send(failureLine, part.table, first, last,
+  if (!all) {
+    last = first;
+    name += " " + std::to_string(part.station);
+  }
+  return Send(std::move(name), failureLine, part.table, first, last,
               [this, next = first, last, read](jet::Database& database, Bytes* message,
                                                bool* more) mutable -> model::Status {
                 while (next <= last && message->empty()) {
@@ -85,13 +88,14 @@ Transmission TableSenders::Rows(const TablePart& part, int last, std::string_vie
               });
 }
 
-Transmission TableSenders::Send(std::string_view failureLine, Table table, int first, int last,
-                                Transmission::ReadNext readNext) const {
+Transmission TableSenders::Send(std::string name, std::string_view failureLine, Table table,
+                                int first, int last, Transmission::ReadNext readNext) const {
   // What has no record in a sound database either is skipped.
   const int lastRecord = std::min<int>(last, model_.LabelCount);
   return Transmission(
       {.sender = sender_,
        .files = files_,
+       .name = std::move(name),
        .failureLine = failureLine,
        .check = [this, table, first,
                  lastRecord] { return files_.CheckTable(table, first, lastRecord); },

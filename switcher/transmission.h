@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -30,6 +31,7 @@ class Transmission {
   struct Services {
     const MessageSender& sender;
     db::DatabaseFiles& files;
+    std::string name;              // what a download calls it: "Inhibits"
     std::string_view failureLine;  // a literal
     Check check;
     ReadNext readNext;
@@ -48,6 +50,8 @@ class Transmission {
 
   // Steps to the end.  Returns how many messages were sent, or nothing after a failure.
   std::optional<int> Run();
+
+  const std::string& Name() const { return services_.name; }
 
   // Whether a failure has ended it.
   bool Failed() const { return failed_; }

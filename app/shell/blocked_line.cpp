@@ -30,7 +30,7 @@ void BlockedLine::Show(std::optional<std::uint8_t> code) {
       tr("The switcher sent the unknown code %1: nothing behind it is read until it is "
          "discarded or the line is opened anew.")
           .arg(byte),
-      discard_);
+      {discard_});
 }
 
 }  // namespace app

@@ -20,7 +20,7 @@ constexpr int kVerticalMargin = 2;
 HintStrip::HintStrip(QWidget* parent)
     : QFrame(parent),
       text_(new views::ElidedLabel(this)),
-      command_(new QToolButton(this)),
+      row_(new QHBoxLayout(this)),
       close_(new QToolButton(this)) {
   setObjectName(QStringLiteral("aidHintStrip"));
   setAutoFillBackground(true);
@@ -39,25 +39,28 @@ HintStrip::HintStrip(QWidget* parent)
                      QStringLiteral(" (%1)").arg(keys.toString(QKeySequence::NativeText)));
   close_->setAccessibleName(tr("Close this hint"));
 
-  auto* const layout = new QHBoxLayout(this);
-  layout->setContentsMargins(kSideMargin, kVerticalMargin, kVerticalMargin, kVerticalMargin);
-  layout->addWidget(text_, 1);
-  layout->addWidget(command_);
-  layout->addWidget(close_);
+  row_->setContentsMargins(kSideMargin, kVerticalMargin, kVerticalMargin, kVerticalMargin);
+  row_->addWidget(text_, 1);
+  row_->addWidget(close_);
   connect(close_, &QToolButton::clicked, this, &HintStrip::CloseCurrent);
-  command_->hide();
   hide();
 }
 
-void HintStrip::Give(Hint hint, const QString& text, QAction* command) {
+void HintStrip::Give(Hint hint, const QString& text, const QList<QAction*>& commands) {
   if (closed_.contains(hint)) return;
-  hints_[hint] = {.text = text, .command = command};
+  hints_[hint] = {.text = text, .commands = commands};
   ShowCurrent();
 }
 
 void HintStrip::Withdraw(Hint hint) {
   closed_.erase(hint);
   if (hints_.erase(hint) != 0) ShowCurrent();
+}
+
+void HintStrip::TakeFocus() {
+  if (!buttons_.isEmpty() && buttons_.front()->isVisible()) {
+    buttons_.front()->setFocus(Qt::ShortcutFocusReason);
+  }
 }
 
 void HintStrip::CloseCurrent() {
@@ -69,21 +72,29 @@ void HintStrip::CloseCurrent() {
 
 void HintStrip::ShowCurrent() {
   if (!hints_.empty()) {
-    const auto& [text, command] = hints_.begin()->second;
+    const auto& [text, commands] = hints_.begin()->second;
     text_->setText(text);
     text_->setToolTip(text);
     setAccessibleName(text);
-    ShowCommand(command);
+    ShowCommands(commands);
   }
   setVisible(!hints_.empty());
 }
 
-void HintStrip::ShowCommand(QAction* command) {
-  for (QAction* const shown : command_->actions()) command_->removeAction(shown);
-  command_->setVisible(command != nullptr);
-  // The name is that of the command: without one, nothing must be found by it.
-  command_->setObjectName(command == nullptr ? QString() : command->objectName());
-  if (command != nullptr) command_->setDefaultAction(command);
+void HintStrip::ShowCommands(const QList<QAction*>& commands) {
+  while (buttons_.size() < commands.size()) {
+    buttons_.append(new QToolButton(this));
+    row_->insertWidget(static_cast<int>(buttons_.size()), buttons_.back());
+  }
+  for (qsizetype i = 0; i < buttons_.size(); ++i) {
+    QToolButton* const button = buttons_[i];
+    QAction* const command = commands.value(i);
+    for (QAction* const shown : button->actions()) button->removeAction(shown);
+    button->setVisible(command != nullptr);
+    // The name is that of the command: without one, nothing must be found by it.
+    button->setObjectName(command == nullptr ? QString() : command->objectName());
+    if (command != nullptr) button->setDefaultAction(command);
+  }
 }
 
 }  // namespace app

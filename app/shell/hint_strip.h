@@ -4,12 +4,14 @@
 #define APP_SHELL_HINT_STRIP_H_
 
 #include <QFrame>
+#include <QList>
 #include <QString>
 #include <cstdint>
 #include <map>
 #include <set>
 
 class QAction;
+class QHBoxLayout;
 class QToolButton;
 
 namespace views {
@@ -20,11 +22,17 @@ namespace app {
 
 // What the strip has to say, the most urgent first.
 enum class Hint : std::uint8_t {
+  UnsavedRun,
   Blocked,
   PortDenied,
+  JournalFails,
   PanelReport,
+  NoBackup,
+  SentFails,
   NoSwitcher,
+  NeverSeen,
   WindowRescued,
+  LogFile,
   Demo
 };
 
@@ -36,27 +44,34 @@ class HintStrip : public QFrame {
  public:
   explicit HintStrip(QWidget* parent = nullptr);
 
-  // Gives a hint, unless one of that kind was closed and has held since.  `command`, which must
-  // outlive the hint, is offered as a button beside the text; null for none.
-  void Give(Hint hint, const QString& text, QAction* command = nullptr);
+  // Gives a hint, unless one of that kind was closed and has held since.  The commands, which must
+  // outlive the hint, are offered as buttons beside the text.
+  void Give(Hint hint, const QString& text, const QList<QAction*>& commands = {});
 
   // The hint does not hold any more.
   void Withdraw(Hint hint);
 
+  // Gives the focus to the first command of the hint that shows, for whoever works by keys.
+  void TakeFocus();
+
+  // Whether it was given, and not closed or withdrawn since; a more urgent one may show.
+  bool Has(Hint hint) const { return hints_.contains(hint); }
+
  private:
   struct Content {
     QString text;
-    QAction* command;
+    QList<QAction*> commands;
   };
 
   void CloseCurrent();
   void ShowCurrent();
-  void ShowCommand(QAction* command);
+  void ShowCommands(const QList<QAction*>& commands);
 
   std::map<Hint, Content> hints_;
   std::set<Hint> closed_;
   views::ElidedLabel* text_;
-  QToolButton* command_;
+  QList<QToolButton*> buttons_;  // as many as a hint had at most
+  QHBoxLayout* row_;
   QToolButton* close_;
 };
 

@@ -117,15 +117,24 @@ void MainWindow::BuildMenus() {
   QMenu* const file = AddMenu("ID_File");
   file->addAction(CommandAction("ID_SendData"));
   file->addAction(CommandAction("ID_RetreiveData"));
+  sendChanges_ = AddAid(*file, "aidSendChanges", tr("Send C&hanges…"));
+  sendChanges_->setToolTip(tr("Send what the switcher does not hold yet, and nothing else"));
   compare_ = AddAid(*file, "aidCompare", tr("&Compare With Switcher…"));
   compare_->setIcon(views::Icon(QStringLiteral("compare")));
   compare_->setToolTip(tr("Show where the tables of the switcher differ from those here"));
   file->addAction(&DiscardCommand());
   file->addSeparator();
+  saveCopy_ = AddAid(*file, "aidSaveCopy", tr("Save A &Copy As…"));
+  restoreBackup_ = AddAid(*file, "aidRestoreBackup", tr("Restore &Backup…"));
+  unsavedRuns_ = AddAid(*file, "aidUnsavedRuns", tr("&Unsaved Runs…"));
+  file->addSeparator();
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));
   file->addSeparator();
   file->addAction(CommandAction("ID_Exit"));
+
+  editMenu_ = menuBar()->addMenu(tr("&Edit"));
+  editMenu_->setObjectName(QStringLiteral("aidEditMenu"));
 
   viewMenu_ = menuBar()->addMenu(tr("&View"));
   viewMenu_->setObjectName(QStringLiteral("aidViewMenu"));

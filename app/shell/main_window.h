@@ -58,8 +58,17 @@ class MainWindow : public QMainWindow,
   // The command that discards a byte which blocks all receiving.
   QAction& DiscardCommand() { return blocked_->DiscardCommand(); }
 
+  // The menu for undo, redo and the clipboard.
+  QMenu& EditMenu() { return *editMenu_; }
+  // aidSaveCopy and aidRestoreBackup: copies of the database.
+  QAction& SaveCopyCommand() { return *saveCopy_; }
+  QAction& RestoreBackupCommand() { return *restoreBackup_; }
   // aidCompare: compares the tables here with the switcher's.
   QAction& CompareCommand() { return *compare_; }
+  // aidUnsavedRuns: what runs of the console changed that ended without saving.
+  QAction& UnsavedRunsCommand() { return *unsavedRuns_; }
+  // aidSendChanges: sends what is unsent.
+  QAction& SendChangesCommand() { return *sendChanges_; }
 
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
@@ -103,7 +112,12 @@ class MainWindow : public QMainWindow,
   HintStrip* hints_;
   StatusBar* statusBar_;
   BlockedLine* blocked_;
+  QMenu* editMenu_ = nullptr;
+  QAction* saveCopy_ = nullptr;
+  QAction* restoreBackup_ = nullptr;
   QAction* compare_ = nullptr;
+  QAction* unsavedRuns_ = nullptr;
+  QAction* sendChanges_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;

@@ -115,6 +115,7 @@ views::MainView* OpenViews::LoadXmap() {
 
 views::MainView* OpenViews::LoadAlphas() {
   auto* const view = new views::AlphasView(services_);
+  connect(view, &views::AlphasView::EditChanged, this, &OpenViews::EditsChanged);
   // What shows labels follows a row that was stored, in this order; the optos come last.
   connect(view, &views::AlphasView::LabelsChanged, this, [this] {
     views::ButtonsView* const buttons = Buttons();
@@ -154,6 +155,11 @@ bool OpenViews::CanFind() const {
 void OpenViews::ShowFind() {
   if (auto* const xmap = Active<views::XmapView>()) xmap->ShowFind();
   if (auto* const alphas = Active<views::AlphasView>()) alphas->ShowFind();
+}
+
+bool OpenViews::HasEdits() const {
+  const views::AlphasView* const alphas = Alphas();
+  return alphas != nullptr && alphas->HasEdit();
 }
 
 bool OpenViews::StoreEdits() {

@@ -61,6 +61,9 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   bool CanFind() const;
   void ShowFind();
 
+  // Whether something is typed into a view and not stored yet.
+  bool HasEdits() const;
+
   // Stores what is typed into a view and not stored yet.  False when that failed.
   bool StoreEdits();
 
@@ -82,6 +85,8 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
  Q_SIGNALS:
   // The operator works in another view now, or in none.
   void ActiveViewChanged();
+  // HasEdits() may have changed.
+  void EditsChanged();
   // A main view was loaded, and is about to be shown.
   void Loaded(views::MainView* view);
   // The map was loaded or unloaded.

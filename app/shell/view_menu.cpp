@@ -35,6 +35,10 @@ ViewMenu::ViewMenu(const Services& services)
                 [this] { Q_EMIT EventLogRequested(); });
   eventLog->setIcon(views::Icon(QStringLiteral("event-log")));
 
+  QAction* const changes = AddAction("aidRecentChanges", tr("&Recent Changes"), QKeySequence(),
+                                     [this] { Q_EMIT RecentChangesRequested(); });
+  changes->setIcon(views::Icon(QStringLiteral("recent-changes")));
+
   auto* const fullScreen = new QAction(tr("F&ull Screen"), &menu_);
   fullScreen->setObjectName(QStringLiteral("aidFullScreen"));
   fullScreen->setShortcut(QKeySequence(Qt::Key_F11));

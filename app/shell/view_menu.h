@@ -12,7 +12,7 @@
 namespace app {
 
 // Fills the View menu: helps for reading the crosspoint map, the search of the view that the
-// operator works in, the event log, and the full screen.  They change looks only.
+// operator works in, the event log, what was changed, and the full screen.  They change looks only.
 class ViewMenu : public QObject {
   Q_OBJECT
 
@@ -26,9 +26,13 @@ class ViewMenu : public QObject {
   // All must outlive the object.
   explicit ViewMenu(const Services& services);
 
+  // The command that finds, in the view that the operator works in.
+  QAction& FindCommand() { return *find_; }
+
  Q_SIGNALS:
-  // The command that shows the event log.
+  // The commands that show the event log and what was changed.
   void EventLogRequested();
+  void RecentChangesRequested();
 
  private:
   QAction* AddAction(const char* name, const QString& caption, const QKeySequence& shortcut,

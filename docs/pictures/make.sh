@@ -16,7 +16,7 @@ work=$root/build/pictures
 need $build_packages $run_packages $picture_packages
 
 cmake -S "$root" --preset release >/dev/null
-cmake --build "$root/build/release" --target programs
+cmake --build "$root/build/release" --target programs gallery
 
 rm -rf "$work"
 mkdir -p "$into" "$work/user/Orvo" "$work/raw"
@@ -247,12 +247,18 @@ wait_for gone frmEventLog
 
 cell 9 20
 trigger ID_ToggleInhibit frmXmap
+picture aidEditMenu undo
 turn_to 5
 click ckRelaySel_9
 sleep 0.3
 read -r left _ < <(place aidMapState)
 read -r last wide < <(place aidUnsent)
 picture sbStatusBar unsent -crop "$((last + wide - left))x+$left+0"
+trigger aidSendChanges
+wait_for shows cmdOkSendChg
+picture frmSendChanges send-changes
+click cmdCancelSendChg
+wait_for gone frmSendChanges
 trigger ID_SendData
 wait_for shows cmdDownGo
 picture frmDownProg send
@@ -271,6 +277,29 @@ keys fileNameEdit Return
 wait_for test -s "$work/keys.pdf"
 pdftoppm -r 110 -f 5 -l 5 -singlefile -png "$work/keys.pdf" "$work/raw/key-sheet"
 small key-sheet -trim -bordercolor white -border 12 -resize 720x
+
+# --- What was changed, and what a console that is killed leaves to the next one.
+
+trigger aidRecentChanges
+wait_for shows frmChanges
+does '{"do":"invoke","object":"lstChanges","method":"setFocus"}'
+keys lstChanges Down
+picture frmChanges recent-changes -resize 760x
+close frmChanges
+kill -KILL "$console"
+wait "$console" || true
+rm -f "$pilot"
+QT_QPA_GENERIC_PLUGINS=teskpilot:$pilot "$work/teskctl" &
+console=$!
+wait_for shows aidRestore
+does '{"do":"set","object":"frmMain","property":"size","value":[758,600]}'
+picture aidHintStrip unsaved-run
+click aidHintClose
+# --- Copies of the database.
+
+"$bin/gallery" backups "$work/raw"
+mv "$work/raw/light-backups-3.png" "$work/raw/restore-backup.png"
+small restore-backup
 
 # --- The line that is down.
 

@@ -75,7 +75,7 @@ TEST_F(HintStripTest, AHintMayOfferACommand) {
   QObject::connect(&command, &QAction::triggered, [&] { ++done; });
   strip_->Give(Hint::Demo, QStringLiteral("demo"));
   EXPECT_EQ(strip_->findChild<QToolButton*>(QStringLiteral("aidDoIt")), nullptr);
-  strip_->Give(Hint::Blocked, QStringLiteral("blocked"), &command);
+  strip_->Give(Hint::Blocked, QStringLiteral("blocked"), {&command});
   auto* const button = &test::Find<QToolButton>(*strip_, "aidDoIt");
   EXPECT_TRUE(button->isVisible());
   EXPECT_EQ(button->text(), QStringLiteral("Do It"));
@@ -86,8 +86,34 @@ TEST_F(HintStripTest, AHintMayOfferACommand) {
   EXPECT_EQ(Text(), QStringLiteral("demo"));
   EXPECT_FALSE(button->isVisible());
   EXPECT_EQ(strip_->findChild<QToolButton*>(QStringLiteral("aidDoIt")), nullptr);
-  strip_->Give(Hint::Blocked, QStringLiteral("blocked"), &command);
+  strip_->Give(Hint::Blocked, QStringLiteral("blocked"), {&command});
   EXPECT_TRUE(button->isVisible());
+}
+
+TEST_F(HintStripTest, AHintMayOfferSeveralCommandsInTheirOrder) {
+  QAction first(QStringLiteral("Restore"));
+  QAction second(QStringLiteral("Show"));
+  first.setObjectName(QStringLiteral("aidFirst"));
+  second.setObjectName(QStringLiteral("aidSecond"));
+  strip_->Give(Hint::Blocked, QStringLiteral("blocked"), {&second});
+  strip_->Give(Hint::UnsavedRun, QStringLiteral("unsaved"), {&first, &second});
+  QTest::qWait(0);
+  const auto& left = test::Find<QToolButton>(*strip_, "aidFirst");
+  const auto& right = test::Find<QToolButton>(*strip_, "aidSecond");
+  EXPECT_TRUE(left.isVisible() && right.isVisible());
+  EXPECT_LT(left.geometry().right(), right.geometry().left());
+  strip_->Withdraw(Hint::UnsavedRun);
+  EXPECT_EQ(strip_->findChild<QToolButton*>(QStringLiteral("aidFirst")), nullptr);
+  EXPECT_TRUE(test::Find<QToolButton>(*strip_, "aidSecond").isVisible());
+}
+
+TEST_F(HintStripTest, KnowsWhatItHas) {
+  EXPECT_FALSE(strip_->Has(Hint::NoSwitcher));
+  strip_->Give(Hint::NoSwitcher, QStringLiteral("none"));
+  strip_->Give(Hint::Blocked, QStringLiteral("0xE0"));
+  EXPECT_TRUE(strip_->Has(Hint::NoSwitcher)) << "behind the more urgent one";
+  Close();
+  EXPECT_FALSE(strip_->Has(Hint::Blocked));
 }
 
 TEST_F(HintStripTest, KeysCloseAHintTooWhereverTheFocusIs) {

@@ -106,7 +106,7 @@ TEST_F(ManualTest, EveryPageIsReachedAndLeadsBack) {
 TEST_F(ManualTest, EveryTaskIsInTheContents) {
   const QStringList links = Values(app::ManualPages().front(), "href");
   for (const char* const page : {"map.html", "labels.html", "programming.html", "levels.html",
-                                 "transfer.html", "export.html"}) {
+                                 "transfer.html", "backups.html", "export.html"}) {
     const QString name = QLatin1String(page);
     const auto tasks = std::ranges::count_if(
         links, [&](const QString& link) { return link.startsWith(name + u'#'); });
@@ -229,6 +229,7 @@ TEST_F(CommandsOfTheManualTest, IsToBeHadInTheDialogs) {
                            Case{"ID_ViewQDVStatus", "levels.html", "tally"},
                            Case{"ID_SendData", "transfer.html", "send"},
                            Case{"ID_RetreiveData", "transfer.html", "retrieve"},
+                           Case{"aidRestoreBackup", "backups.html", "restore"},
                            Case{"ID_About", "commands.html", "help"}}) {
     if (each.command != nullptr) {
       test::Find<QAction>(*main_, each.command).trigger();

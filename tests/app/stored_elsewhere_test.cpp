@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -44,6 +45,8 @@ class StoredElsewhereTest : public testing::Test {
   void SetUp() override {
     console_.window->resize(900, 700);
     console_.window->show();
+    console_.window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(console_.window.get()));
     console_.GoToStation(2);
   }
 
@@ -126,7 +129,8 @@ TEST_F(StoredElsewhereTest, AnOpenEditorKeepsWhatIsTyped) {
   views_.ShowAlphas();
   const QModelIndex cell = Labels().model()->index(2, kLabel);
   Labels().setCurrentIndex(cell);
-  QTest::keyClicks(&Labels(), QStringLiteral("MIC"));
+  QTest::keyClicks(&Labels(), QStringLiteral("M"));
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("IC"));
   auto* const editor = Labels().viewport()->findChild<QLineEdit*>();
   ASSERT_NE(editor, nullptr);
   Store(Origin::Undo, 3, {{"Notes", jet::Value(), "left wing"}});

@@ -67,8 +67,7 @@ TEST_F(TableToolsTest, Optos) {
 
 TEST_F(TableToolsTest, NothingIsSentThroughAPortThatIsClosed) {
   port_.Close();
-  for (const Table table : {Table::Optos, Table::OutputLabels, Table::InputLabels, Table::Inhibits,
-                            Table::Relays, Table::Buttons}) {
+  for (const Table table : db::kTables) {
     EXPECT_EQ(tools_.Send({.table = table}), std::nullopt) << static_cast<int>(table);
   }
   EXPECT_EQ(port_.TakeWritten(), "");

@@ -11,6 +11,7 @@ Phase PhaseOfCall(std::string_view call, int opened, bool ending) {
   const std::string_view file = call.substr(call.find(' ') + 1);
   if (file.starts_with("Tesk.mdb")) return ending ? Phase::Saving : Phase::Creating;
   if (file.starts_with("Orvotesk.ini")) return Phase::Settings;
+  if (file == "Tesk.journal") return ending ? Phase::Tidying : Phase::Editing;
   if (file != "WorkingDb.md$") return Phase::Starting;
   if (call.starts_with("write ") && opened != 1) return Phase::Editing;
   return ending ? Phase::Tidying : Phase::Copying;

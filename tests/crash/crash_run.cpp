@@ -11,7 +11,9 @@
 //     operator had done when the console was asked to end; every page of it is in order, and
 //     mdbtools read all its records,
 //   - Orvotesk.ini is the old or the new one,
-//   - the console starts again, without a word, and its map shows what Tesk.mdb holds.
+//   - the console starts again, without a word, and its map shows what Tesk.mdb holds,
+//   - it offers to restore what was edited and not saved; restored and saved, everything is there
+//     that the operator has seen, and besides at most what he was about to do.
 // In the end each of the phases must have been hit.  SEED repeats a run's choices.
 
 #include <QCoreApplication>
@@ -24,6 +26,7 @@
 #include <map>
 #include <memory>
 #include <random>
+#include <set>
 #include <string>
 
 #include "db/database_files.h"
@@ -81,6 +84,7 @@ class CrashRun {
     bool ending = false;
     bool ended = false;  // the console had ended before it was killed
     bool timed = false;
+    bool received = false;                      // it was receiving tables when it was killed
     const test::StoredTables* saved = nullptr;  // what Tesk.mdb may hold instead of the old
   };
 
@@ -94,6 +98,7 @@ class CrashRun {
   std::unique_ptr<ConsoleProcess> StartAndLook();
   bool Edit(ConsoleProcess& console);
   bool Receive(ConsoleProcess& console);
+  void TakeOver(test::StoredTables* tables) const;
   void AskToEnd(ConsoleProcess& console, bool bySystem);
 
   Outcome WhileStarting(Phase phase);
@@ -104,6 +109,8 @@ class CrashRun {
   void EditBeforeTheEnd(ConsoleProcess& console);
   void Check(const Outcome& outcome);
   void CheckWhole(const std::string& when);
+  void Restore(const Outcome& outcome);
+  bool IsAsSeen(const test::StoredTables& restored, bool received) const;
 
   const unsigned seed_;
   std::mt19937 random_;
@@ -138,6 +145,7 @@ class CrashRun {
   int received_ = 0;  // kills while tables were being stored
   int oldFiles_ = 0;
   int newFiles_ = 0;
+  int restored_ = 0;
 };
 
 void CrashRun::Fail(const std::string& what) {
@@ -203,16 +211,21 @@ bool CrashRun::Receive(ConsoleProcess& console) {
   }
   console.Click("cmdCancelSysInf");
   if (!wait([&] { return console.IsShown("frmXmap"); })) return false;
+  TakeOver(&operated_);
+  return true;
+}
+
+// What the switcher has, stored.
+void CrashRun::TakeOver(test::StoredTables* tables) const {
   bool hidden = false;
   for (const std::string& line : receivedTables_) {
     const auto equals = line.find('=');
     const std::string field = line.substr(0, equals);
     const std::string value = line.substr(equals + 1);
     if (field.ends_with(" Hidden")) hidden = value == "1";
-    std::string& stored = operated_[field];
+    std::string& stored = (*tables)[field];
     stored = field.ends_with("Label") && hidden ? HiddenLabel(stored, value) : value;
   }
-  return true;
 }
 
 void CrashRun::AskToEnd(ConsoleProcess& console, bool bySystem) {
@@ -281,6 +294,7 @@ CrashRun::Outcome CrashRun::WhileStarting(Phase phase) {
   if (first) {
     fs::remove(main_);
     before_ = "(none)";
+    operated_ = newTables_;
   }
   const int call = DrawOf(crash::CallsOf(phase, first ? firstStartCalls_ : startCalls_, false));
   plan_.KillAt(call, Draw(2) == 0);
@@ -325,7 +339,9 @@ CrashRun::Outcome CrashRun::WhileReceiving() {
     console->Kill();
   }
   if (plan_.Count() > 0) ++received_;
-  return {.how = "receiving, after " + std::to_string(after.count() / 1000) + " ms", .timed = true};
+  return {.how = "receiving, after " + std::to_string(after.count() / 1000) + " ms",
+          .timed = true,
+          .received = true};
 }
 
 void CrashRun::EditBeforeTheEnd(ConsoleProcess& console) {
@@ -421,6 +437,50 @@ void CrashRun::Check(const Outcome& outcome) {
   std::printf("%4d  %-34s %-24s %-22s Tesk.mdb %s\n", number_, outcome.how.c_str(),
               crash::NameOf(phase), calls.empty() ? "" : calls.back().c_str(), left);
   std::fflush(stdout);
+  Restore(outcome);
+}
+
+// Whether there is what the operator has seen, and besides at most one more edit, of one station,
+// or, of tables that were being received, any part of them.
+bool CrashRun::IsAsSeen(const test::StoredTables& restored, bool received) const {
+  constexpr int kMostFieldsOfAnEdit = 3;
+  test::StoredTables all = operated_;
+  if (received) TakeOver(&all);
+  std::set<std::string> stations;
+  int others = 0;
+  for (const auto& [field, value] : restored) {
+    if (value == operated_.at(field) || value == all.at(field)) continue;
+    stations.insert(field.substr(0, field.find(' ')));
+    ++others;
+  }
+  return stations.size() <= 1 && others <= kMostFieldsOfAnEdit;
+}
+
+// The next console offers what is not in Tesk.mdb, and nothing else.
+void CrashRun::Restore(const Outcome& outcome) {
+  plan_.Restart();
+  const bool isMissing = operated_ != stored_;
+  auto console = Start();
+  const auto isOffered = [&] { return console->IsShown("aidRestore"); };
+  if (isMissing && !ConsoleProcess::WaitFor(isOffered)) return Fail("nothing is offered");
+  // What the operator has not seen done may be offered, too.
+  if (!isOffered()) {
+    console->Terminate();
+    return;
+  }
+  console->Click("aidRestore");
+  const auto isDone = [&] {
+    if (console->IsShown("aidRestoreAll")) console->Click("aidRestoreAll");
+    return !isOffered() && !console->IsShown("aidRestoreAll");
+  };
+  if (!ConsoleProcess::WaitFor(isDone)) return Fail("it is not restored");
+  for (const test::Box& box : console->Boxes())
+    Fail("after restoring: " + box.title + ": " + box.text);
+  if (console->Terminate() != 0) return Fail("the console that has restored does not end");
+  stored_ = test::ReadStations(main_);
+  if (!IsAsSeen(stored_, outcome.received)) Fail("something else was restored");
+  CheckWhole("restored");
+  ++restored_;
 }
 
 void CrashRun::Kill(int number) {
@@ -475,6 +535,8 @@ int CrashRun::Verdict() {
   }
   std::printf("%d of them while storing received tables\n", received_);
   std::printf("Tesk.mdb as it was: %d, with the run's changes or new: %d\n", oldFiles_, newFiles_);
+  std::printf("%d restored\n", restored_);
+  if (restored_ == 0) Fail("nothing was ever restored");
   for (const Phase phase : {Phase::Creating, Phase::Copying, Phase::Editing, Phase::Saving,
                             Phase::Tidying, Phase::Settings}) {
     if (kills_[phase] == 0) Fail(std::string("never killed while ") + crash::NameOf(phase));

@@ -31,9 +31,6 @@ std::time_t At(int second) {
 
 class BackupsTest : public testing::Test {
  protected:
-  BackupsTest() { test::WriteFile(File(), "the database"); }
-
-  std::filesystem::path File() const { return folder_ / "WorkingDb.md$"; }
   std::filesystem::path Folder() const { return folder_ / "Backups"; }
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
@@ -42,6 +39,10 @@ class BackupsTest : public testing::Test {
     }
     std::ranges::sort(names);
     return names;
+  }
+
+  model::Status Keep(Cause cause, std::time_t now) const {
+    return backups_.Keep(backups_.PathOf(cause, now), "the database");
   }
 
   std::vector<Backups::Copy> List() const {
@@ -55,10 +56,10 @@ class BackupsTest : public testing::Test {
 };
 
 TEST_F(BackupsTest, ACopyIsNamedByItsTimeAndItsCause) {
-  ASSERT_TRUE(backups_.Keep(File(), Cause::BeforeRetrieval, At(0)).ok());
-  ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(1)).ok());
-  ASSERT_TRUE(backups_.Keep(File(), Cause::BeforeSaving, At(2)).ok());
-  ASSERT_TRUE(backups_.Keep(File(), Cause::BeforeRestoring, At(3)).ok());
+  ASSERT_TRUE(Keep(Cause::BeforeRetrieval, At(0)).ok());
+  ASSERT_TRUE(Keep(Cause::Daily, At(1)).ok());
+  ASSERT_TRUE(Keep(Cause::BeforeSaving, At(2)).ok());
+  ASSERT_TRUE(Keep(Cause::BeforeRestoring, At(3)).ok());
   EXPECT_EQ(Names(), (std::vector<std::string>{"Tesk-2026-11-21-180512-before-retrieval.mdb",
                                                "Tesk-2026-11-21-180513-daily.mdb",
                                                "Tesk-2026-11-21-180514-before-saving.mdb",
@@ -67,8 +68,8 @@ TEST_F(BackupsTest, ACopyIsNamedByItsTimeAndItsCause) {
 }
 
 TEST_F(BackupsTest, TheNewestIsListedFirst) {
-  ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(0)).ok());
-  ASSERT_TRUE(backups_.Keep(File(), Cause::BeforeSaving, At(30)).ok());
+  ASSERT_TRUE(Keep(Cause::Daily, At(0)).ok());
+  ASSERT_TRUE(Keep(Cause::BeforeSaving, At(30)).ok());
   const std::vector<Backups::Copy> copies = List();
   ASSERT_EQ(copies.size(), 2u);
   EXPECT_EQ(copies[0].cause, Cause::BeforeSaving);
@@ -86,7 +87,7 @@ TEST_F(BackupsTest, TwentyAreKeptAndNothingOfOthersIsDeleted) {
     test::WriteFile(Folder() / other, "");
   }
   for (int second = 0; second < 25; ++second) {
-    ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(second)).ok());
+    ASSERT_TRUE(Keep(Cause::Daily, At(second)).ok());
   }
   const std::vector<Backups::Copy> copies = List();
   ASSERT_EQ(copies.size(), 20u);
@@ -97,9 +98,9 @@ TEST_F(BackupsTest, TwentyAreKeptAndNothingOfOthersIsDeleted) {
 
 TEST_F(BackupsTest, TheNewOneStaysThoughTheClockWasSetBack) {
   for (int second = 1; second <= 20; ++second) {
-    ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(second)).ok());
+    ASSERT_TRUE(Keep(Cause::Daily, At(second)).ok());
   }
-  ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(0)).ok());
+  ASSERT_TRUE(Keep(Cause::Daily, At(0)).ok());
   const std::vector<Backups::Copy> copies = List();
   ASSERT_EQ(copies.size(), 20u);
   EXPECT_EQ(copies.back().path.filename(), "Tesk-2026-11-21-180512-daily.mdb");
@@ -107,19 +108,28 @@ TEST_F(BackupsTest, TheNewOneStaysThoughTheClockWasSetBack) {
 
 TEST_F(BackupsTest, AFullDiskLeavesNoPartOfACopyAndDeletesNothing) {
   for (int second = 0; second < 20; ++second) {
-    ASSERT_TRUE(backups_.Keep(File(), Cause::Daily, At(second)).ok());
+    ASSERT_TRUE(Keep(Cause::Daily, At(second)).ok());
   }
   const std::vector<std::string> before = Names();
   {
     const test::FullDisk full(4);
-    EXPECT_EQ(backups_.Keep(File(), Cause::Daily, At(30)).Number(), 3026);
+    EXPECT_EQ(Keep(Cause::Daily, At(30)).Number(), 3026);
   }
   EXPECT_EQ(Names(), before);
 }
 
+TEST_F(BackupsTest, WhatACrashHasLeftOfACopyGoes) {
+  std::filesystem::create_directory(Folder());
+  test::WriteFile(Folder() / "Tesk-2026-11-20-180512-daily.mdb.new", "half a copy");
+  test::WriteFile(Folder() / "notes.mdb.new", "somebody's");
+  ASSERT_TRUE(Keep(Cause::Daily, At(0)).ok());
+  EXPECT_EQ(Names(),
+            (std::vector<std::string>{"Tesk-2026-11-21-180512-daily.mdb", "notes.mdb.new"}));
+}
+
 TEST_F(BackupsTest, WhereNoFolderCanBeMadeItSaysSo) {
   test::WriteFile(Folder(), "in the way");
-  const model::Status status = backups_.Keep(File(), Cause::Daily, At(0));
+  const model::Status status = Keep(Cause::Daily, At(0));
   EXPECT_FALSE(status.ok());
 }
 

@@ -102,8 +102,7 @@ TEST_F(DamageTest, AZeroedPageOfRecordsIsMissingStationsInEveryTable) {
                std::to_string(page) + ")"));
   EXPECT_THAT(damage.missing, Contains(7));
   EXPECT_THAT(damage.missing, SizeIs(5));  // of 731 bytes each
-  for (const Table table : {Table::OutputLabels, Table::InputLabels, Table::Inhibits, Table::Relays,
-                            Table::Buttons, Table::Optos}) {
+  for (const Table table : kTables) {
     EXPECT_EQ(damage.Lacking(table), damage.missing);
   }
   EXPECT_TRUE(damage.isDbInfoReadable);

@@ -61,6 +61,36 @@ TEST_F(DatabaseFilesTest, StationsAreInTheOrderOfTheirNumbers) {
   EXPECT_EQ(files.Stations()->IndexName(), "StationNum");
 }
 
+TEST_F(DatabaseFilesTest, TheWorkingCopyIsReadWithWhatWasEdited) {
+  DatabaseFiles files(main_, copy_);
+  std::string bytes;
+  EXPECT_EQ(files.ReadWorkingCopy(&bytes).Number(), 3021) << "it is not open";
+  ASSERT_TRUE(files.Open().ok());
+  SetLabel(files, "Studio 1");
+  ASSERT_TRUE(files.ReadWorkingCopy(&bytes).ok());
+  const fs::path other = folder_ / "other.mdb";
+  WriteFile(other, bytes);
+  DatabaseFiles copy(other, folder_ / "other.md$");
+  ASSERT_TRUE(copy.Open().ok());
+  EXPECT_EQ(Label(copy), "Studio 1");
+  ASSERT_TRUE(files.ReadMainFile(&bytes).ok());
+  EXPECT_EQ(bytes, ReadFile(main_)) << "as it was before";
+}
+
+TEST_F(DatabaseFilesTest, KnowsItsOwnFilesByWhateverName) {
+  DatabaseFiles files(main_, copy_);
+  EXPECT_TRUE(files.IsOwnFile(main_)) << "it is not there yet";
+  ASSERT_TRUE(files.Open().ok());
+  EXPECT_TRUE(files.IsOwnFile(main_));
+  EXPECT_TRUE(files.IsOwnFile(copy_));
+  EXPECT_TRUE(files.IsOwnFile(folder_ / "." / kMainFile));
+  fs::create_symlink(copy_, folder_ / "link.mdb");
+  EXPECT_TRUE(files.IsOwnFile(folder_ / "link.mdb"));
+  EXPECT_FALSE(files.IsOwnFile(folder_ / "copy.mdb"));
+  const test::TemporaryFolder other;
+  EXPECT_FALSE(files.IsOwnFile(other / kMainFile)) << "a namesake elsewhere";
+}
+
 TEST_F(DatabaseFilesTest, ChangesReachTheMainFileAtTheEndOnly) {
   DatabaseFiles files(main_, copy_);
   ASSERT_TRUE(files.Open().ok());

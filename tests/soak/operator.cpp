@@ -30,6 +30,8 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
     AddClose("close a view", view);
     AddTrigger("open a view", command, view);
   }
+  AddTrigger("open the recent changes", "aidRecentChanges", "frmChanges");
+  AddClose("close the recent changes", "frmChanges");
   for (const char* const arrangement : {"ID_Cascade", "ID_TileHorizontal", "ID_TileVertical"}) {
     AddTrigger("arrange the windows", arrangement, "frmXmap");
   }
@@ -45,6 +47,8 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
                     [this] { return !console_.IsShown("frmDownProg"); }});
   AddTrigger("open the retrieval", "ID_RetreiveData", "frmSysInfo");
   AddClose("close the retrieval", "frmSysInfo");
+  AddTrigger("open the copies", "aidRestoreBackup", "frmBackup");
+  AddClose("close the copies", "frmBackup");
   AddTrigger("begin a comparison", "aidCompare", "frmCompare");
   tasks_.push_back({"compare", [] {},
                     [this] {

@@ -24,16 +24,16 @@ allowed() {
     views/window_place) echo "config" ;;
     views) echo "views/rules views/widgets views/window_place switcher switcher/wire stations db db/jet config model" ;;
     app/shell) echo "$below_app" ;;
-    app/log) echo "app/shell $below_app" ;;
-    app) echo "app/log app/shell $below_app" ;;
+    app/log | app/undo | app/journal) echo "app/shell $below_app" ;;
+    app) echo "app/journal app/log app/undo app/shell $below_app" ;;
   esac
 }
 
-folders="model files db/jet config db stations switcher/wire switcher gateway views/rules views/widgets views/window_place views app/shell app/log app"
+folders="model files db/jet config db stations switcher/wire switcher gateway views/rules views/widgets views/window_place views app/shell app/log app/undo app/journal app"
 
 # folder_of PATH: the longest folder of the list that the path is in.
 folder_of() {
-  for folder in db/jet switcher/wire views/rules views/widgets views/window_place app/shell app/log $folders; do
+  for folder in db/jet switcher/wire views/rules views/widgets views/window_place app/shell app/log app/undo app/journal $folders; do
     case "$1" in "$folder"/*) echo "$folder"; return ;; esac
   done
 }

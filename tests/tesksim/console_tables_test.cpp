@@ -106,9 +106,7 @@ TEST_P(ConsoleTablesTest, WhatTheConsoleSendsIsWhatItsDatabaseHolds) {
   test::RecordingReporter reporter;
   switcher::TableSenders senders(
       {.model = model, .files = files, .port = port, .reporter = reporter});
-  using switcher::Table;
-  for (const Table table : {Table::Optos, Table::OutputLabels, Table::InputLabels, Table::Inhibits,
-                            Table::Relays, Table::Buttons}) {
+  for (const switcher::Table table : db::kTables) {
     EXPECT_TRUE(senders.Make({.table = table}).Run());
   }
 

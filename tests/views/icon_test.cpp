@@ -73,6 +73,7 @@ TEST(Icon, EveryGroupIsThere) {
                                  "exit",
                                  "find",
                                  "event-log",
+                                 "recent-changes",
                                  "export",
                                  "link-up",
                                  "link-down",

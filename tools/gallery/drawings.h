@@ -7,6 +7,7 @@
 
 namespace gallery {
 
+void DrawBackups();
 void DrawExports();  // CSV and PDF files of a map, its labels and its buttons
 void DrawHelp();     // every page of the manual
 void DrawLabels();

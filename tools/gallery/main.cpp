@@ -22,9 +22,13 @@ struct Drawing {
 };
 
 constexpr Drawing kDrawings[] = {
-    {"exports", gallery::DrawExports},   {"help", gallery::DrawHelp},
-    {"labels", gallery::DrawLabels},     {"levels", gallery::DrawLevels},
-    {"map", gallery::DrawMap},           {"programming", gallery::DrawProgramming},
+    {"backups", gallery::DrawBackups},
+    {"exports", gallery::DrawExports},
+    {"help", gallery::DrawHelp},
+    {"labels", gallery::DrawLabels},
+    {"levels", gallery::DrawLevels},
+    {"map", gallery::DrawMap},
+    {"programming", gallery::DrawProgramming},
     {"transfer", gallery::DrawTransfer},
 };
 

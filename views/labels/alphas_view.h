@@ -38,12 +38,23 @@ class AlphasView : public MainView {
   // holds a text that its column does not take: this is reported, and the edit stays as it is.
   bool StoreRow();
 
+  // Whether a row has values that are typed and not stored yet.
+  bool HasEdit() const { return rows_.HasEdit(); }
+
+  // Copies the selected cells, and pastes at the first of them, as the grid's keys do.
+  void Copy();
+  void Paste();
+  // Makes a cell of a station the current one; nothing happens when there is no such station.
+  void GoTo(int station, stations::LabelColumn column);
+
   // Opens the field for finding a label.
   void ShowFind();
 
  Q_SIGNALS:
   // A row was stored whose labels may be shown elsewhere.
   void LabelsChanged();
+  // HasEdit() may have changed.
+  void EditChanged();
 
  protected:
   bool event(QEvent* event) override;
@@ -59,11 +70,9 @@ class AlphasView : public MainView {
   void ShowMenu(const QPoint& globalPosition);
 
   void SortBy(int column);
-  void Copy();
-  void Paste();
   void DownloadLabels();
-  // Tells the others what was stored.
-  void Announce(const std::vector<stations::LabelEdit>& changes);
+  // Labels were stored.
+  void Announce();
   void Refuse(const QString& text);
 
   const Services services_;

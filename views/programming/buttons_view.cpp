@@ -119,8 +119,6 @@ void ButtonsView::Connect() {
           [this](int index, bool checked) { ToggleTarget(index + 1, checked); });
   connect(&form_->relays, &TargetBoxes::Toggled, this,
           [this](int index, bool checked) { ToggleRelay(index + 1, checked); });
-  connect(&form_->optos, &OptoPage::Edited, this,
-          [this](int station) { NoteEdited(switcher::Table::Optos, station); });
   connect(&form_->optos, &OptoPage::NoteRequested, this, &ButtonsView::NoteRequested);
 }
 
@@ -313,9 +311,7 @@ void ButtonsView::StoreIfInactive(StationEvent& event) {
   event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
     return stations::StoreInactive(stations, Button(), station_.services.Navigation(), &changed);
   });
-  if (!changed) return;
-  NoteEdited(switcher::Table::Buttons, StationNumber(event));
-  NoteInactive(event);
+  if (changed) NoteInactive(event);
 }
 
 void ButtonsView::NoteInactive(StationEvent& event) {
@@ -328,11 +324,38 @@ void ButtonsView::NoteInactive(StationEvent& event) {
 }
 
 void ButtonsView::Move(stations::Movement movement) {
-  StationEvent event(station_, kOperator);
-  StoreIfInactive(event);
-  event.Do(kMoveFailed, [&](jet::RecordSet& stations) {
+  MoveBy([&](jet::RecordSet& stations) {
     return stations::MoveStation(stations, movement, station_.services.model.StationCount);
   });
+}
+
+bool ButtonsView::GoToStation(int station) {
+  if (station > station_.services.model.StationCount) return false;
+  MoveBy([&](jet::RecordSet& stations) {
+    const jet::Bookmark before = stations.Mark();
+    if (model::Status found = stations::FindStation(stations, station); !found.ok()) return found;
+    return stations.NoMatch() ? model::Status(stations.GoTo(before)) : model::Status();
+  });
+  return CurrentStation() == station;
+}
+
+void ButtonsView::GoToButton(int station, int button) {
+  if (button > station_.services.model.ButtonCount) return;
+  if (GoToStation(station)) EditButton(button);
+}
+
+void ButtonsView::GoToRelays(int station) {
+  if (GoToStation(station)) form_->tabs.setCurrentIndex(ButtonsForm::kRelayTab);
+}
+
+void ButtonsView::GoToOpto(int station) {
+  if (GoToStation(station)) form_->tabs.setCurrentIndex(ButtonsForm::kOptoTab);
+}
+
+void ButtonsView::MoveBy(const std::function<model::Status(jet::RecordSet&)>& move) {
+  StationEvent event(station_, kOperator);
+  StoreIfInactive(event);
+  event.Do(kMoveFailed, move);
   ShowButtonLabels(event);
   ShowButtonTypes(event);
   ShowTargets(event);
@@ -389,21 +412,17 @@ void ButtonsView::ToggleTarget(int target, bool set) {
   const std::string caption = event.Use(
       kReadFailed, stations::EditedCaption(Selected(event), count, event.Station().targets));
   form_->PageOf(Button()).SetCaption(Button(), QString::fromStdString(caption));
-  NoteEdited(switcher::Table::Buttons, StationNumber(event));
   if (isInactive) NoteInactive(event);
 }
 
 void ButtonsView::ChooseType(int type) {
   StationEvent event(station_, kOperator);
-  bool changed = false;
   if (!event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
-        return stations::StoreType(stations, Button(), type, station_.services.Operator(),
-                                   &changed);
+        return stations::StoreType(stations, Button(), type, station_.services.Operator());
       })) {
     ShowOption(event);
     return;
   }
-  if (changed) NoteEdited(switcher::Table::Buttons, StationNumber(event));
   ShowOperation(event);
 }
 
@@ -414,9 +433,7 @@ void ButtonsView::ToggleRelay(int relay, bool set) {
                                     station_.services.Operator());
       })) {
     ShowRelays(event);
-    return;
   }
-  NoteEdited(switcher::Table::Relays, StationNumber(event));
 }
 
 void ButtonsView::SendSingleStation() {
@@ -429,9 +446,5 @@ void ButtonsView::SendSingleStation() {
 }
 
 void ButtonsView::SendOptos() { SendTable(station_.services, {.table = switcher::Table::Optos}); }
-
-void ButtonsView::NoteEdited(switcher::Table table, int station) {
-  station_.services.unsent.NoteEdited({.table = table, .station = station});
-}
 
 }  // namespace views

@@ -3,6 +3,8 @@
 #ifndef VIEWS_PROGRAMMING_BUTTONS_VIEW_H_
 #define VIEWS_PROGRAMMING_BUTTONS_VIEW_H_
 
+#include <functional>
+
 #include "stations/navigation.h"
 #include "views/main_view.h"
 #include "views/programming/station_event.h"
@@ -61,6 +63,12 @@ class ButtonsView : public MainView {
   // The number of the station that is shown; 0 when there is none or it cannot be read.
   int CurrentStation() const;
 
+  // Goes to a station, as the navigation does, and there to one of its buttons (from 1), to its
+  // relays or to its opto.  Nothing is chosen of a station that cannot be gone to.
+  void GoToButton(int station, int button);
+  void GoToRelays(int station);
+  void GoToOpto(int station);
+
   QSize minimumSizeHint() const override;
   QWidget& FirstFocus() override;
 
@@ -113,6 +121,10 @@ class ButtonsView : public MainView {
   void NoteInactive(StationEvent& event);
 
   void Move(stations::Movement movement);
+  // Whether it is there.
+  bool GoToStation(int station);
+  // Makes another station the current record by `move`, and shows it.
+  void MoveBy(const std::function<model::Status(jet::RecordSet&)>& move);
   void ChangeTab(StationEvent& event, int tab);
   void StepTab(int step);
   void SelectButton(StationEvent& event, int button);
@@ -123,7 +135,6 @@ class ButtonsView : public MainView {
   void SendSingleStation();
   void SendOptos();
   // The operator or the view itself has changed this table of a station.
-  void NoteEdited(switcher::Table table, int station);
 
   ShownStation station_;
   int selectedButton_ = 1;

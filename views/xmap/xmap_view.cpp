@@ -214,6 +214,15 @@ void XmapView::ShowGoTo() {
   PlaceFind();
 }
 
+void XmapView::GoTo(int output, int input) {
+  const auto isChannel = [this](int channel) {
+    return channel >= 1 && channel <= grid_.ChannelCount();
+  };
+  if (!isChannel(output) || !isChannel(input)) return;
+  gridView_->Select({output, input});
+  gridView_->setFocus(Qt::OtherFocusReason);
+}
+
 int XmapView::Zoom() const { return gridView_->Zoom(); }
 
 void XmapView::SetZoom(int percent) {
@@ -365,7 +374,6 @@ void XmapView::ToggleInhibit() {
     // Drawn when it is stored, so that the grid never shows an inhibit that is not there.
     grid_.SetMark(cell.output, cell.input, decision->mark);
     cells_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(cell.output)));
-    services_.unsent.NoteEdited({.table = switcher::Table::Inhibits, .station = cell.output});
   }
 }
 

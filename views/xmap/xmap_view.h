@@ -74,6 +74,9 @@ class XmapView : public MainView {
   void ShowFind(const QString& text = QString());
   void ShowGoTo();
 
+  // Makes a crosspoint the current cell; without one, nothing happens.
+  void GoTo(int output, int input);
+
   // The size of the grid in per cent, 75 to 200; steps are 75, 100, 125, 150, 175, 200.
   int Zoom() const;
   void SetZoom(int percent);

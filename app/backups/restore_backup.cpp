@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/backups/restore_backup.h"
+
+#include "stations/apply.h"
+#include "views/change_words.h"
+#include "views/widgets/shown.h"
+
+namespace app {
+
+using Icon = model::ErrorReporter::Icon;
+
+void RestoreBackup::Ask() {
+  // What is typed belongs to what is there now.
+  if (views::IsShown(backup_) || !services_.storeEdits()) return;
+  backup_ = new views::BackupWindow({.copies = services_.backups.Copies(),
+                                     .database = [this] { return services_.files.Database(); }},
+                                    &services_.window);
+  backup_->setAttribute(Qt::WA_DeleteOnClose);
+  connect(backup_, &views::BackupWindow::RestoreRequested, this, &RestoreBackup::Restore);
+  backup_->open();
+}
+
+void RestoreBackup::Restore(const std::vector<stations::Change>& changes, const QString& name) {
+  services_.backups.Keep(db::Backups::Cause::BeforeRestoring);
+  jet::Database* const database = services_.files.Database();
+  const model::Status status = database == nullptr
+                                   ? db::NotOpen()
+                                   : stations::Apply(*database, changes, stations::Direction::Again,
+                                                     {services_.changes, stations::Origin::Backup});
+  if (!status.ok()) {
+    services_.reporter.Show(Icon::Critical, "Control Error",
+                            model::ErrorText("Error Restoring Backup", status));
+    return;
+  }
+  backup_->accept();
+  Q_EMIT NoteRequested(QStringLiteral("%1 (%2)").arg(views::ActTitle(changes), name));
+}
+
+}  // namespace app

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_BACKUPS_RESTORE_BACKUP_H_
+#define APP_BACKUPS_RESTORE_BACKUP_H_
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "app/backups/backup_keeper.h"
+#include "db/database_files.h"
+#include "model/error_reporter.h"
+#include "stations/change.h"
+#include "views/backups/backup_window.h"
+
+namespace app {
+
+// Brings back what an older copy of the database holds, as far as the operator wants it.
+class RestoreBackup : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Services {
+    QWidget& window;  // the main window
+    db::DatabaseFiles& files;
+    BackupKeeper& backups;
+    stations::Changes& changes;
+    model::ErrorReporter& reporter;
+    // Stores what is typed into a view and not stored yet; false when that failed, which was
+    // reported, and nothing is asked for.
+    std::function<bool()> storeEdits;
+  };
+
+  // All must outlive the object.
+  explicit RestoreBackup(const Services& services) : services_(services) {}
+
+  // Opens frmBackup, modal over the main window.  What it asks for is stored as one act, after a
+  // copy of what there was.  A failure is reported, stores nothing, and leaves the window open.
+  void Ask();
+
+ Q_SIGNALS:
+  // It was stored.
+  void NoteRequested(const QString& note);
+
+ private:
+  void Restore(const std::vector<stations::Change>& changes, const QString& name);
+
+  const Services services_;
+  QPointer<views::BackupWindow> backup_;
+};
+
+}  // namespace app
+
+#endif  // APP_BACKUPS_RESTORE_BACKUP_H_

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/journal/journal_keeper.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QPromise>
+#include <QThreadPool>
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "files/whole_file.h"
+#include "stations/journal/compaction.h"
+#include "stations/journal/unsaved_run.h"
+#include "views/change_words.h"
+
+namespace app {
+namespace {
+
+using Kind = stations::JournalLine::Kind;
+
+constexpr int kSyncMilliseconds = 1000;
+constexpr std::uint64_t kPieceBytes = 1 << 18;
+constexpr char kNothing[] = "{}";
+
+// Does something that may take its time where nobody waits for it.
+template <typename Result, typename Work>
+QFuture<Result> Elsewhere(Work work) {
+  const auto promise = std::make_shared<QPromise<Result>>();
+  QFuture<Result> result = promise->future();
+  promise->start();
+  QThreadPool::globalInstance()->start([promise, work = std::move(work)] {
+    promise->addResult(work());
+    promise->finish();
+  });
+  return result;
+}
+
+std::string DigestOf(const std::filesystem::path& path) {
+  files::File file;
+  std::uint64_t size = 0;
+  if (files::File::OpenToRead(path, &file) || file.Size(&size)) return {};
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  std::vector<std::uint8_t> piece;
+  for (std::uint64_t at = 0; at < size; at += piece.size()) {
+    piece.resize(std::min(size - at, kPieceBytes));
+    if (file.Read(at, piece)) return {};
+    hash.addData(QByteArrayView(piece));
+  }
+  return hash.result().toHex().toStdString();
+}
+
+// With what the clock on the wall is ahead of the world's.
+std::string TimeNow() {
+  const QDateTime now = QDateTime::currentDateTime();
+  return now.toOffsetFromUtc(now.offsetFromUtc()).toString(Qt::ISODate).toStdString();
+}
+
+}  // namespace
+
+JournalKeeper::JournalKeeper(stations::Changes& changes, const std::filesystem::path& journal,
+                             std::filesystem::path database)
+    : ChangeObserver(changes), path_(journal), database_(std::move(database)), journal_(journal) {
+  syncTimer_.setSingleShot(true);
+  syncTimer_.setInterval(kSyncMilliseconds);
+  connect(&syncTimer_, &QTimer::timeout, this, &JournalKeeper::Sync);
+}
+
+void JournalKeeper::Begin() {
+  digest_ = Elsewhere<std::string>([database = database_] { return DigestOf(database); });
+  const files::Outcome read = journal_.Read();
+  isUsable_ = read.ok();
+  NoteWriting(read);
+  if (isUsable_ && IsLarge()) Compact();
+}
+
+void JournalKeeper::BeginGroup() { group_ = ++groups_; }
+
+void JournalKeeper::Changed(std::span<const stations::Change> changes) {
+  const stations::Origin origin = changes.front().origin;
+  const stations::Act act{.title = views::ActTitle(changes).toStdString(),
+                          .time = TimeNow(),
+                          .origin = origin,
+                          .group = origin == stations::Origin::Switcher ? group_ : 0,
+                          .changes = {changes.begin(), changes.end()}};
+  if (isUsable_) {
+    waiting_.push_back(stations::WriteAct(act));
+    WriteWaiting();
+  }
+  Q_EMIT ActAdded(act);
+}
+
+void JournalKeeper::WriteWaiting() {
+  if (!hasBeginning_) {
+    // Computed long ago, unless this is the first moment of the run.
+    journal_.SetBeginning(stations::WriteBeginning(digest_.result()));
+    hasBeginning_ = true;
+  }
+  while (!waiting_.empty()) {
+    const files::Outcome added = journal_.AddAct(waiting_.front());
+    NoteWriting(added);
+    if (!added.ok()) return;
+    waiting_.pop_front();
+  }
+  SyncSoon();
+}
+
+bool JournalKeeper::EndRun(std::int64_t run, Kind kind) {
+  const files::Outcome ended = journal_.EndRun(run, kind, kNothing);
+  NoteWriting(ended);
+  if (ended.ok()) SyncSoon();
+  return ended.ok();
+}
+
+void JournalKeeper::RunSaved() {
+  waiting_.clear();
+  const std::int64_t run = journal_.ThisRun();
+  if (run == 0) return;
+  // What is not said to be saved is compared with the database at the next start.
+  if (EndRun(run, Kind::Saved) && IsLarge() && journal_.Read().ok()) Compact();
+}
+
+bool JournalKeeper::IsLarge() const {
+  std::error_code error;
+  const std::uint64_t bytes = std::filesystem::file_size(path_, error);
+  return !error && bytes > kMostBytes;
+}
+
+// When that fails, the journal is as it was, and serves as well.
+void JournalKeeper::Compact() {
+  (void)journal_.Replace(stations::Compact(journal_.Contents(), kKeptBytes));
+}
+
+void JournalKeeper::NoteWriting(const files::Outcome& outcome) {
+  Note(outcome, &writingFails_, syncingFails_);
+}
+
+void JournalKeeper::NoteSyncing(const files::Outcome& outcome) {
+  Note(outcome, &syncingFails_, writingFails_);
+}
+
+// Told is the first failure of either, and when neither fails any more.
+void JournalKeeper::Note(const files::Outcome& outcome, bool* fails, bool otherFails) {
+  const bool did = std::exchange(*fails, !outcome.ok());
+  if (did == *fails || otherFails) return;
+  if (*fails) {
+    Q_EMIT Failed(QString::fromStdString(outcome.text));
+  } else {
+    Q_EMIT Recovered();
+  }
+}
+
+void JournalKeeper::SyncSoon() {
+  if (!syncTimer_.isActive()) syncTimer_.start();
+}
+
+void JournalKeeper::Sync() {
+  if (journal_.File() == nullptr) return;       // it was replaced by a file that is on the disk
+  if (syncing_.isRunning()) return SyncSoon();  // a slow disk
+  syncing_ = Elsewhere<files::Outcome>([file = journal_.File(), path = path_] {
+    if (const std::error_code error = file->Sync()) return files::Failure("write", path, error);
+    files::SyncFolder(path.parent_path());
+    return files::Outcome();
+  });
+  syncing_.then(this, [this](const files::Outcome& outcome) { NoteSyncing(outcome); });
+}
+
+}  // namespace app

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_JOURNAL_JOURNAL_KEEPER_H_
+#define APP_JOURNAL_JOURNAL_KEEPER_H_
+
+#include <QFuture>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <string>
+
+#include "stations/change.h"
+#include "stations/journal/act.h"
+#include "stations/journal/journal.h"
+
+namespace app {
+
+inline constexpr char kJournalFile[] = "Tesk.journal";
+
+// Writes everything that is stored in the records of the stations into the journal, so that a crash
+// loses nothing of it: what is stored at once is one act.
+//
+// A line is in the system's hands before the edit that it tells of is over; the disk has it a
+// second later, without anybody waiting for that.  A journal that cannot be written keeps no edit
+// from being made: its lines are kept, and tried again with the next one.
+class JournalKeeper : public QObject, public stations::ChangeObserver {
+  Q_OBJECT
+
+ public:
+  // The file is replaced by one with less history at a start or a saved end, when it is larger than
+  // the first; then it has as much history as the second says.
+  static constexpr std::uint64_t kMostBytes = 2 << 20;
+  static constexpr std::uint64_t kKeptBytes = 3 << 19;
+
+  // `changes` must outlive the object.  Nothing is read or written before Begin().
+  JournalKeeper(stations::Changes& changes, const std::filesystem::path& journal,
+                std::filesystem::path database);
+
+  // Reads the journal.  To be called when the database of the run is the one that is in its file.
+  void Begin();
+
+  // The journal as it was found by Begin().
+  const stations::JournalContents& Found() const { return journal_.Contents(); }
+
+  // The digest of the database's file, computed where nobody waits: hexadecimal; empty when the
+  // file cannot be read.
+  const QFuture<std::string>& Digest() const { return digest_; }
+
+  // The acts from BeginGroup() to EndGroup() that come from the switcher belong together.
+  void BeginGroup();
+  void EndGroup() { group_ = 0; }
+
+  void Changed(std::span<const stations::Change> changes) override;
+
+  // Whether all that was changed in this run is in the journal.
+  bool IsComplete() const { return waiting_.empty(); }
+
+  // Says what became of an earlier run: Saved, Restored or Discarded.  False when that could not be
+  // written.
+  bool EndRun(std::int64_t run, stations::JournalLine::Kind kind);
+
+  // What this run has changed is in the file of the database.
+  void RunSaved();
+
+  // The number of this run in the journal; 0 before its first act.
+  std::int64_t ThisRun() const { return journal_.ThisRun(); }
+
+ Q_SIGNALS:
+  // An act of this run, whether it could be written or not.
+  void ActAdded(const stations::Act& act);
+  // The journal cannot be read or written, and why; told again after it went well in between.
+  void Failed(const QString& why);
+  // What could not be written is written now.
+  void Recovered();
+
+ private:
+  void WriteWaiting();
+  bool IsLarge() const;
+  void Compact();
+  void NoteWriting(const files::Outcome& outcome);
+  void NoteSyncing(const files::Outcome& outcome);
+  void Note(const files::Outcome& outcome, bool* fails, bool otherFails);
+  void SyncSoon();
+  void Sync();
+
+  const std::filesystem::path path_;
+  const std::filesystem::path database_;
+  stations::Journal journal_;
+  QFuture<std::string> digest_;
+  bool isUsable_ = false;
+  bool hasBeginning_ = false;
+  std::deque<std::string> waiting_;  // acts that are not in the file yet
+  bool writingFails_ = false;
+  bool syncingFails_ = false;
+  std::int64_t group_ = 0;  // 0: no group
+  std::int64_t groups_ = 0;
+  QTimer syncTimer_;
+  QFuture<files::Outcome> syncing_;
+};
+
+}  // namespace app
+
+#endif  // APP_JOURNAL_JOURNAL_KEEPER_H_

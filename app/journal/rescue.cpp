@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/journal/rescue.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QStringList>
+#include <algorithm>
+#include <span>
+#include <utility>
+
+#include "app/shell/question.h"
+#include "db/database_files.h"
+#include "stations/fold.h"
+#include "views/change_words.h"
+
+namespace app {
+namespace {
+
+using Kind = stations::JournalLine::Kind;
+using stations::Direction;
+using stations::Share;
+
+// So many of the fields that were edited since are named.
+constexpr std::size_t kMostNamed = 5;
+
+QString DayAndTime(const std::string& time) {
+  const QDateTime at = QDateTime::fromString(QString::fromStdString(time), Qt::ISODate);
+  return QLocale::c().toString(at.toLocalTime(), QStringLiteral("d MMM HH:mm"));
+}
+
+std::size_t RowsOf(const stations::UnsavedRun& run) {
+  return views::ChangeRows(stations::ChangesOf(run, Share::All)).size();
+}
+
+// What stands in the way, from what a field holds to what it is to hold.
+std::vector<stations::Change> InTheWay(const std::vector<stations::Conflict>& conflicts) {
+  std::vector<stations::Change> changes;
+  for (const stations::Conflict& conflict : conflicts) {
+    if (conflict.field.empty()) continue;  // a station without a record: nothing can be done
+    changes.push_back({stations::Origin::Restore,
+                       conflict.station,
+                       {{conflict.field, conflict.present, conflict.wanted}}});
+  }
+  return stations::Fold(changes);
+}
+
+}  // namespace
+
+Rescue::Rescue(const Services& services)
+    : services_(services),
+      restore_(AddAction("aidRestore", tr("Restore"),
+                         tr("Store what that run changed, as one step that can be undone"),
+                         &Rescue::Restore)),
+      show_(
+          AddAction("aidShowChanges", tr("Show"), tr("List what that run changed"), &Rescue::Show)),
+      discard_(AddAction("aidDiscard", tr("Discard"), tr("Offer it no more"), &Rescue::Discard)) {
+  connect(&services_.command, &QAction::triggered, this, &Rescue::ShowNext);
+  services_.command.setToolTip(
+      tr("Offer what a run of the console changed that ended without saving"));
+  services_.command.setEnabled(false);
+}
+
+QAction* Rescue::AddAction(const char* name, const QString& caption, const QString& tip,
+                           void (Rescue::*operation)()) {
+  auto* const action = new QAction(caption, this);
+  action->setObjectName(QLatin1String(name));
+  action->setToolTip(tip);
+  connect(action, &QAction::triggered, this, operation);
+  return action;
+}
+
+void Rescue::Begin() {
+  const auto& runs = services_.journal.Found().Runs();
+  if (std::ranges::none_of(runs, &stations::JournalRun::IsUnsaved)) return;
+  QFuture<std::string> digest = services_.journal.Digest();
+  digest.then(this, [this](const std::string& known) { Collect(known); });
+}
+
+void Rescue::Collect(const std::string& digest) {
+  for (const stations::JournalRun& found : services_.journal.Found().Runs()) {
+    if (!found.IsUnsaved()) continue;
+    stations::UnsavedRun run = stations::ReadUnsavedRun(found);
+    if (IsInPlace(run)) {
+      services_.journal.EndRun(run.id, Kind::Saved);
+      continue;
+    }
+    const std::size_t changes = RowsOf(run);
+    const bool isOfThisDatabase = !digest.empty() && run.database == digest;
+    offers_.push_back(
+        {.run = std::move(run), .changes = changes, .isOfThisDatabase = isOfThisDatabase});
+  }
+  ShowOffer();
+}
+
+// "12 changes".
+QString Rescue::CountOf(const Offer& offer) {
+  return offer.changes == 1 ? tr("1 change") : tr("%1 changes").arg(offer.changes);
+}
+
+bool Rescue::IsInPlace(const stations::UnsavedRun& run) {
+  jet::Database* const database = services_.database();
+  if (database == nullptr || run.unreadable > 0) return false;
+  bool inPlace = false;
+  const model::Status status =
+      stations::AreInPlace(*database, stations::ChangesOf(run, Share::All), &inPlace);
+  return status.ok() && inPlace;
+}
+
+const Rescue::Offer* Rescue::Current() const {
+  return at_ < offers_.size() ? &offers_[at_] : nullptr;
+}
+
+const Rescue::Offer* Rescue::OfferOf(std::int64_t run) const {
+  const auto offer = std::ranges::find(offers_, run, [](const Offer& each) { return each.run.id; });
+  return offer == offers_.end() ? nullptr : &*offer;
+}
+
+void Rescue::ShowOffer() {
+  services_.hints.Withdraw(Hint::UnsavedRun);
+  services_.command.setEnabled(!offers_.empty());
+  const Offer* const offer = Current();
+  if (offer == nullptr) return;
+  QString text = tr("The console ended without saving on %1: %2")
+                     .arg(DayAndTime(offer->run.Time()), CountOf(*offer));
+  if (offer->run.unreadable > 0) text += tr(", and some that cannot be read");
+  if (offer->run.acts.empty())
+    text =
+        tr("The console ended without saving, and what it changed "
+           "cannot be read");
+  if (!offer->isOfThisDatabase) text += tr(", made in another Tesk.mdb");
+  if (offers_.size() > 1) text += tr(" (run %1 of %2)").arg(at_ + 1).arg(offers_.size());
+  QList<QAction*> commands{show_, discard_};
+  if (offer->isOfThisDatabase && offer->changes > 0) commands.prepend(restore_);
+  services_.hints.Give(Hint::UnsavedRun, text, commands);
+}
+
+void Rescue::ShowNext() {
+  if (services_.hints.Has(Hint::UnsavedRun)) at_ = (at_ + 1) % offers_.size();
+  ShowOffer();
+  services_.hints.TakeFocus();
+}
+
+void Rescue::Restore() {
+  const Offer* const offer = Current();
+  if (offer == nullptr || !services_.storeEdits()) return;
+  const std::int64_t run = offer->run.id;
+  if (!offer->run.HasReceived()) return AskAboutEdited(run, Share::All);
+  Question question{
+      .name = QStringLiteral("aidAskReceived"),
+      .text = tr("Restore What The Switcher Sent?\r\rSome of these changes are tables "
+                 "that the switcher sent, in a retrieval or by itself. It has them "
+                 "still, and can be asked for them at any time."),
+      .answers = {{.name = QStringLiteral("aidRestoreAll"),
+                   .caption = tr("Restore All"),
+                   .run = [this, run] { AskAboutEdited(run, Share::All); }}}};
+  if (offer->run.HasEdits()) {
+    question.answers.push_back({.name = QStringLiteral("aidRestoreEdits"),
+                                .caption = tr("Restore Only What Was Edited"),
+                                .run = [this, run] { AskAboutEdited(run, Share::Edits); }});
+  }
+  Ask(services_.window, *this, question);
+}
+
+// Fields that were edited since would lose that: the operator decides.
+void Rescue::AskAboutEdited(std::int64_t run, Share share) {
+  const Offer* const offer = OfferOf(run);
+  std::vector<stations::Conflict> conflicts;
+  if (offer == nullptr || !FindConflicts(ChangesOf(offer->run, share), &conflicts)) return;
+  const std::vector<views::ChangeRow> rows = views::ChangeRows(InTheWay(conflicts));
+  if (rows.empty()) return Store(run, share, Edited::Restore);
+  QStringList named;
+  for (const views::ChangeRow& row : std::span(rows).first(std::min(rows.size(), kMostNamed))) {
+    named.append(tr("%1, %2: %3, to be %4").arg(row.where, row.what, row.before, row.after));
+  }
+  if (rows.size() > kMostNamed) named.append(tr("and %1 more").arg(rows.size() - kMostNamed));
+  Ask(services_.window, *this,
+      {.name = QStringLiteral("aidAskEdited"),
+       .text = tr("Restore What Was Edited Since?\r\rThese hold neither what that run found nor "
+                  "what it left:") +
+               QStringLiteral("\r\r") + named.join(u'\r'),
+       .answers = {{.name = QStringLiteral("aidRestoreEdited"),
+                    .caption = tr("Restore Them, Too"),
+                    .run = [this, run, share] { Store(run, share, Edited::Restore); }},
+                   {.name = QStringLiteral("aidKeepEdited"),
+                    .caption = tr("Keep What They Hold"),
+                    .run = [this, run, share] { Store(run, share, Edited::Keep); }}}});
+}
+
+bool Rescue::FindConflicts(const std::vector<stations::Change>& changes,
+                           std::vector<stations::Conflict>* conflicts) {
+  jet::Database* const database = services_.database();
+  return Succeeds(database == nullptr
+                      ? db::NotOpen()
+                      : stations::FindConflicts(*database, changes, Direction::Again, conflicts));
+}
+
+void Rescue::Store(std::int64_t run, Share share, Edited edited) {
+  const Offer* const offer = OfferOf(run);
+  if (offer == nullptr) return;
+  std::vector<stations::Change> changes = ChangesOf(offer->run, share);
+  if (edited == Edited::Keep) {
+    std::vector<stations::Conflict> conflicts;
+    if (!FindConflicts(changes, &conflicts)) return;
+    changes = stations::Without(changes, conflicts);
+  }
+  jet::Database* const database = services_.database();
+  if (!Succeeds(database == nullptr
+                    ? db::NotOpen()
+                    : stations::Apply(*database, changes, Direction::Again,
+                                      {services_.changes, stations::Origin::Restore}))) {
+    return;
+  }
+  const QString note = tr("Restored: %1 of %2").arg(CountOf(*offer), DayAndTime(offer->run.Time()));
+  // A restore that is in no journal is lost with this run: then the next one offers it again.
+  if (services_.journal.IsComplete()) services_.journal.EndRun(run, Kind::Restored);
+  Forget(run, note);
+}
+
+void Rescue::Show() {
+  const Offer* const offer = Current();
+  if (offer == nullptr) return;
+  Q_EMIT ShowRequested(offer->run.id, tr("Not Saved On %1").arg(DayAndTime(offer->run.Time())));
+}
+
+void Rescue::Discard() {
+  const Offer* const offer = Current();
+  if (offer == nullptr) return;
+  const std::int64_t run = offer->run.id;
+  Ask(services_.window, *this,
+      {.name = QStringLiteral("aidAskDiscard"),
+       .text = tr("Discard What Was Not Saved?\r\rThese changes will not be offered any more. "
+                  "Recent Changes goes on listing them."),
+       .answers = {{.name = QStringLiteral("aidDiscardRun"),
+                    .caption = tr("Discard"),
+                    .run = [this, run] { DiscardRun(run); }}}});
+}
+
+void Rescue::DiscardRun(std::int64_t run) {
+  const Offer* const offer = OfferOf(run);
+  if (offer == nullptr || !services_.journal.EndRun(run, Kind::Discarded)) return;
+  Forget(run, tr("Discarded: %1 of %2").arg(CountOf(*offer), DayAndTime(offer->run.Time())));
+}
+
+void Rescue::Forget(std::int64_t run, const QString& note) {
+  std::erase_if(offers_, [run](const Offer& offer) { return offer.run.id == run; });
+  at_ = 0;
+  ShowOffer();
+  Q_EMIT NoteRequested(note);
+}
+
+bool Rescue::Succeeds(const model::Status& status) {
+  if (status.ok()) return true;
+  services_.reporter.Show(model::ErrorReporter::Icon::Critical, "Database Error",
+                          model::ErrorText("Error Restoring Changes", status));
+  return false;
+}
+
+}  // namespace app

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_SHELL_QUESTION_H_
+#define APP_SHELL_QUESTION_H_
+
+#include <QString>
+#include <functional>
+#include <vector>
+
+class QObject;
+class QWidget;
+
+namespace app {
+
+// One of the answers to a question.
+struct Answer {
+  QString name;  // the object name of its button
+  QString caption;
+  std::function<void()> run;
+};
+
+struct Question {
+  QString name;  // the object name of its box
+  QString text;
+  std::vector<Answer> answers;
+};
+
+// Opens a box that asks, modal over `window`, with a button for each answer and one for Cancel,
+// which Enter and Escape choose and which does nothing.  An answer is run when the box has closed,
+// unless `context` is gone by then.
+void Ask(QWidget& window, QObject& context, const Question& question);
+
+}  // namespace app
+
+#endif  // APP_SHELL_QUESTION_H_

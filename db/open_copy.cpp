@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+
+#include "db/open_copy.h"
+
+#include <utility>
+
+#include "db/damage.h"
+
+namespace db {
+
+model::Status OpenCopy(const std::filesystem::path& path, std::unique_ptr<jet::Database>* copy) {
+  std::unique_ptr<jet::Database> database;
+  if (jet::Status status = jet::Database::Open(path, jet::Access::ReadOnly, &database);
+      !status.ok()) {
+    return status;
+  }
+  Damage damage;
+  if (model::Status status = FindDamage(*database, &damage); !status.ok()) return status;
+  if (!damage.IsSound()) {
+    return jet::Status(jet::ErrorNumber::Damaged,
+                       "The file is damaged: " + damage.problems.front());
+  }
+  *copy = std::move(database);
+  return {};
+}
+
+}  // namespace db

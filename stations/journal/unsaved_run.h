@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+//
+// A run of the program that broke off, as whoever restores it sees it.
+
+#ifndef STATIONS_JOURNAL_UNSAVED_RUN_H_
+#define STATIONS_JOURNAL_UNSAVED_RUN_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "db/jet/database.h"
+#include "model/status.h"
+#include "stations/change.h"
+#include "stations/journal/act.h"
+#include "stations/journal/contents.h"
+
+namespace stations {
+
+// The object of a run's first line: the digest of the database that it began with.
+std::string WriteBeginning(std::string_view database);
+
+struct UnsavedRun {
+  std::int64_t id = 0;
+  std::string database;        // the digest that it began with; empty when that is lost
+  std::vector<Act> acts;       // in their order; those that cannot be read left out
+  std::size_t unreadable = 0;  // how many these are
+
+  // Of its last act, as Act has it; empty without one.
+  std::string Time() const { return acts.empty() ? std::string() : acts.back().time; }
+  // Whether any of its acts came from the switcher, and whether any did not.
+  bool HasReceived() const;
+  bool HasEdits() const;
+};
+
+UnsavedRun ReadUnsavedRun(const JournalRun& run);
+
+// What of a run is meant.
+enum class Share : std::uint8_t {
+  All,
+  Edits,  // without what came from the switcher
+};
+
+// What the run's acts come to, from what it found to what it left.
+std::vector<Change> ChangesOf(const UnsavedRun& run, Share share);
+
+// Whether the stations hold everything that these changes led to.
+model::Status AreInPlace(jet::Database& database, std::vector<Change> changes, bool* inPlace);
+
+}  // namespace stations
+
+#endif  // STATIONS_JOURNAL_UNSAVED_RUN_H_

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/journal/changes_window.h"
+
+#include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+#include "app/journal/recent_changes.h"
+#include "tests/app/journal/journal_fixture.h"
+#include "tests/app/views_fixture.h"
+#include "tests/views/gui_support.h"
+
+namespace app {
+namespace {
+
+using stations::Origin;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+class ChangesWindowTest : public JournalFixture {
+ protected:
+  ChangesWindow& Open() {
+    window_ = std::make_unique<ChangesWindow>(Path());
+    window_->setAttribute(Qt::WA_DeleteOnClose, false);
+    window_->ShowAll();
+    window_->show();
+    return *window_;
+  }
+
+  // Without the time.
+  std::vector<std::string> Rows() const {
+    const QAbstractItemModel& shown = *test::Find<QTableView>(*window_, "lstChanges").model();
+    std::vector<std::string> rows;
+    for (int row = 0; row < shown.rowCount(); ++row) {
+      std::string& words = rows.emplace_back();
+      for (int column = 1; column < shown.columnCount(); ++column) {
+        words += (column > 1 ? "|" : "") + shown.index(row, column).data().toString().toStdString();
+      }
+    }
+    return rows;
+  }
+
+  void Look(const char* text) {
+    test::Find<QLineEdit>(*window_, "txtFilterChg").setText(QString::fromUtf8(text));
+  }
+
+  std::unique_ptr<ChangesWindow> window_;
+};
+
+TEST_F(ChangesWindowTest, HasEverythingTheNewestFirst) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE"),
+               {Origin::Operator, 12, {{"B3 Type", 0, 1}, {"Relays", "0", "1"}}}});
+  RunAndCrash({{Origin::Switcher, 3, {{"Inhibits", "000", "011"}}}});
+  Open();
+  EXPECT_EQ(window_->windowTitle(), QStringLiteral("Recent Changes"));
+  const std::vector<std::string> rows = Rows();
+  ASSERT_THAT(rows, SizeIs(4));
+  EXPECT_EQ(rows[0], "Output 3|Inhibits|none|2, 3|switcher");
+  EXPECT_EQ(rows[1], "Station 12|Relays|none|1|operator");
+  EXPECT_THAT(rows[2], HasSubstr("Station 12|Button 3|"));
+  EXPECT_EQ(rows[3], "Station 5|Label|MIC|LINE|operator");
+}
+
+TEST_F(ChangesWindowTest, FiltersByStationOrWord) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE 15"), LabelOf(15, "MIC", "VT"), LabelOf(7, "CAM", "vt 2")});
+  Open();
+  Look("15");
+  EXPECT_THAT(Rows(), ElementsAre("Station 15|Label|MIC|VT|operator"));
+  Look("VT");
+  EXPECT_THAT(Rows(),
+              ElementsAre("Station 7|Label|CAM|vt 2|operator", "Station 15|Label|MIC|VT|operator"));
+  Look("nowhere");
+  EXPECT_THAT(Rows(), SizeIs(0));
+  EXPECT_FALSE(test::Find<QPushButton>(*window_, "cmdExportChg").isEnabled());
+  Look("");
+  EXPECT_THAT(Rows(), SizeIs(3));
+}
+
+TEST_F(ChangesWindowTest, ShowsOneRunAlone) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE")});
+  RunAndCrash({LabelOf(7, "CAM", "VT")});
+  Open().ShowRun(1, QStringLiteral("Not Saved On 21 Nov 18:05"));
+  EXPECT_THAT(Rows(), ElementsAre("Station 5|Label|MIC|LINE|operator"));
+  EXPECT_EQ(window_->windowTitle(), QStringLiteral("Not Saved On 21 Nov 18:05"));
+  window_->Add({.title = "Label", .changes = {LabelOf(9, "a", "b")}});
+  EXPECT_THAT(Rows(), SizeIs(1)) << "what is done now is not of that run";
+}
+
+TEST_F(ChangesWindowTest, GoesToWhatIsSelected) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE"), {Origin::Operator, 3, {{"Inhibits", "000", "011"}}}});
+  Open();
+  std::vector<ChangePlace> places;
+  QObject::connect(window_.get(), &ChangesWindow::GoToRequested,
+                   [&](const ChangePlace& place) { places.push_back(place); });
+  auto& goTo = test::Find<QPushButton>(*window_, "cmdGoToChg");
+  EXPECT_FALSE(goTo.isEnabled()) << "nothing is selected";
+  auto& list = test::Find<QTableView>(*window_, "lstChanges");
+  list.selectRow(0);
+  QTest::mouseClick(&goTo, Qt::LeftButton);
+  Look("5");
+  list.selectRow(0);
+  QTest::keyClick(&list, Qt::Key_Return);
+  EXPECT_THAT(places, ElementsAre(ChangePlace{ChangePlace::View::Map, 3, 2},
+                                  ChangePlace{ChangePlace::View::Labels, 5, 1}));
+}
+
+TEST_F(ChangesWindowTest, ExportsWhatIsShown) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", "V\"T")});
+  Open();
+  Look("7");
+  const std::filesystem::path path = folder_ / "changes.csv";
+  EXPECT_TRUE(window_->ExportTo(QString::fromStdString(path.string())));
+  const std::string text = test::ReadFile(path);
+  EXPECT_TRUE(text.starts_with("\xEF\xBB\xBFTime,Station or output,What,Before,After,From\r\n"))
+      << text;
+  EXPECT_TRUE(text.ends_with(",Station 7,Label,CAM,\"V\"\"T\",operator\r\n")) << text;
+  EXPECT_FALSE(window_->ExportTo(QString::fromStdString((folder_ / "no" / "a.csv").string())));
+  EXPECT_THAT(test::Find<QLabel>(*window_, "lblSaidChg").text().toStdString(),
+              HasSubstr("could not be written"));
+}
+
+TEST_F(ChangesWindowTest, AJournalThatIsNoneIsSaid) {
+  std::filesystem::create_directory(Path());
+  Open();
+  EXPECT_THAT(test::Find<QLabel>(*window_, "lblSaidChg").text().toStdString(),
+              HasSubstr("Tesk.journal"));
+}
+
+// Its newest rows are there at once, the others come in the pauses.
+TEST_F(ChangesWindowTest, ALongJournalIsReadInPieces) {
+  std::vector<stations::Change> changes;
+  for (int i = 1; i <= 5000; ++i) changes.push_back(LabelOf(i, "a", "b"));
+  RunAndCrash(changes);
+  Open();
+  EXPECT_EQ(Rows().front(), "Station 5000|Label|a|b|operator");
+  EXPECT_LT(Rows().size(), 5000u);
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return test::Find<QTableView>(*window_, "lstChanges").model()->rowCount() == 5000; },
+      60'000));
+  EXPECT_EQ(Rows().back(), "Station 1|Label|a|b|operator");
+}
+
+class RecentChangesTest : public TransfersFixture {
+ protected:
+  RecentChangesTest() {
+    model_.ApplyFixedValues();
+    database_.AddStation(1, {{"Label", "out"}, {"InLabel", "in"}, {"Hidden", 0}});
+    window_.show();
+    test::WriteFile(folder_ / "Tesk.mdb", "database");
+    keeper_.Begin();
+  }
+
+  QWidget* Window() const {
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+      if (window->objectName() == QLatin1String("frmChanges") && window->isVisible()) return window;
+    }
+    return nullptr;
+  }
+
+  test::TemporaryFolder folder_;
+  JournalKeeper keeper_{changes_, folder_ / "Tesk.journal", folder_ / "Tesk.mdb"};
+  RecentChanges recent_{
+      {.journal = folder_ / "Tesk.journal", .keeper = keeper_, .views = views_, .window = window_}};
+};
+
+TEST_F(RecentChangesTest, FollowsWhatIsEditedAndLeadsThere) {
+  recent_.Show();
+  ASSERT_NE(Window(), nullptr);
+  auto& list = test::Find<QTableView>(*Window(), "lstChanges");
+  EXPECT_EQ(list.model()->rowCount(), 0);
+  changes_.Announce({Origin::Operator, 1, {{"Label", "out", "CAM 4"}}});
+  ASSERT_EQ(list.model()->rowCount(), 1);
+  EXPECT_EQ(list.model()->index(0, ChangesModel::kAfter).data().toString(),
+            QStringLiteral("CAM 4"));
+  list.selectRow(0);
+  test::Find<QPushButton>(*Window(), "cmdGoToChg").click();
+  EXPECT_TRUE(views_.IsOpen(QStringLiteral("frmAlphas")));
+  recent_.Show();
+  EXPECT_EQ(list.model()->rowCount(), 1) << "from the file, once";
+}
+
+// Such as the retrieval's, which has closed the views.
+TEST_F(RecentChangesTest, LeadsNowhereWhileADialogIsOpen) {
+  changes_.Announce({Origin::Operator, 1, {{"Label", "out", "CAM 4"}}});
+  recent_.Show();
+  QDialog dialog(&window_);
+  dialog.open();
+  test::Find<QTableView>(*Window(), "lstChanges").selectRow(0);
+  test::Find<QPushButton>(*Window(), "cmdGoToChg").click();
+  EXPECT_FALSE(views_.IsOpen(QStringLiteral("frmAlphas")));
+  EXPECT_EQ(test::Find<QLabel>(*Window(), "lblSaidChg").text(),
+            QStringLiteral("Close the open dialog first"));
+}
+
+}  // namespace
+}  // namespace app

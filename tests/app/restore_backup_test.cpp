@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/backups/restore_backup.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeWidget>
+#include <string>
+#include <vector>
+
+#include "tests/support/full_disk.h"
+#include "tests/support/recording_changes.h"
+#include "tests/support/recording_reporter.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/views/gui_support.h"
+
+namespace app {
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+constexpr char kCopy[] = "Tesk-2026-11-20-073000-daily.mdb";
+
+class RestoreBackupTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(files_.Open().ok());
+    std::string bytes;
+    ASSERT_TRUE(files_.ReadWorkingCopy(&bytes).ok());
+    ASSERT_TRUE(keeper_.Copies().Keep(Folder() / kCopy, bytes).ok());
+    SetLabel(4, "CAM 4");
+    SetLabel(17, "CAM 17");
+    window_.show();
+  }
+
+  std::filesystem::path Folder() const { return folder_ / kBackupsFolder; }
+
+  void SetLabel(int station, const std::string& label) {
+    ASSERT_TRUE(files_.Stations()->Seek(station).ok());
+    ASSERT_TRUE(files_.Stations()->Edit().ok());
+    ASSERT_TRUE(files_.Stations()->Set("Label", label).ok());
+    ASSERT_TRUE(files_.Stations()->Update().ok());
+  }
+
+  std::string Label(int station) {
+    jet::Value label;
+    EXPECT_TRUE(files_.Stations()->Seek(station).ok());
+    EXPECT_TRUE(files_.Stations()->Get("Label", &label).ok());
+    return label.Text();
+  }
+
+  QList<QDialog*> Windows() const { return test::ShownDialogs(window_, "frmBackup"); }
+
+  // Opens the window, chooses the copy and says Restore.
+  void RestoreAll() {
+    restore_.Ask();
+    ASSERT_EQ(Windows().size(), 1);
+    auto& list = test::Find<QTreeWidget>(window_, "lstBackups");
+    list.setCurrentItem(list.topLevelItem(0));
+    QTest::mouseClick(&test::Find<QPushButton>(window_, "cmdOkBackup"), Qt::LeftButton);
+  }
+
+  test::TemporaryFolder folder_;
+  db::DatabaseFiles files_{folder_ / db::kMainFile, folder_ / db::kWorkingCopy};
+  BackgroundWriter writer_;
+  BackupKeeper keeper_{{.files = files_, .writer = writer_, .folder = Folder(), .clock = [] {
+                          return QDateTime(QDate(2026, 11, 21), QTime(18, 5, 12));
+                        }}};
+  stations::Changes changes_;
+  test::RecordingChanges heard_{changes_};
+  test::RecordingReporter reporter_;
+  QWidget window_;
+  bool isStored_ = true;
+  RestoreBackup restore_{{.window = window_,
+                          .files = files_,
+                          .backups = keeper_,
+                          .changes = changes_,
+                          .reporter = reporter_,
+                          .storeEdits = [this] { return isStored_; }}};
+  QSignalSpy notes_{&restore_, &RestoreBackup::NoteRequested};
+};
+
+TEST_F(RestoreBackupTest, WhatIsTickedIsStoredAsOneAct) {
+  RestoreAll();
+  EXPECT_EQ(Label(4), "Sta. 004");
+  EXPECT_EQ(Label(17), "Sta. 017");
+  EXPECT_EQ(heard_.times, 1);
+  EXPECT_THAT(heard_.Take(), ElementsAre(EndsWith(" 4: Label CAM 4 > Sta. 004"),
+                                         EndsWith(" 17: Label CAM 17 > Sta. 017")));
+  EXPECT_THAT(Windows(), IsEmpty()) << "it has done its work";
+  ASSERT_EQ(notes_.size(), 1);
+  EXPECT_EQ(notes_[0][0].toString().toStdString(),
+            std::string("From a copy: Label of 2 stations (") + kCopy + ")");
+  EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(RestoreBackupTest, WhatThereWasIsKeptAsACopyFirst) {
+  RestoreAll();
+  writer_.Finish();
+  const std::filesystem::path kept = Folder() / "Tesk-2026-11-21-180512-before-restoring.mdb";
+  const test::TemporaryFolder other;
+  db::DatabaseFiles copy(kept, other / db::kWorkingCopy, db::WhenMissing::Fail);
+  ASSERT_TRUE(copy.Open().ok());
+  ASSERT_TRUE(copy.Stations()->Seek(17).ok());
+  jet::Value label;
+  ASSERT_TRUE(copy.Stations()->Get("Label", &label).ok());
+  EXPECT_EQ(label.Text(), "CAM 17");
+}
+
+TEST_F(RestoreBackupTest, WhatCannotBeStoredIsReportedAndChangesNothing) {
+  {
+    const test::FullDisk full(0);
+    RestoreAll();
+  }
+  ASSERT_EQ(reporter_.reports.size(), 1u);
+  EXPECT_THAT(reporter_.reports[0],
+              StartsWith("critical|Control Error|Error Restoring Backup\r\rError # "));
+  EXPECT_EQ(Label(4), "CAM 4");
+  EXPECT_EQ(Label(17), "CAM 17");
+  EXPECT_EQ(heard_.times, 0);
+  EXPECT_EQ(notes_.size(), 0);
+  ASSERT_EQ(Windows().size(), 1) << "it can be tried again";
+  QTest::mouseClick(&test::Find<QPushButton>(window_, "cmdOkBackup"), Qt::LeftButton);
+  EXPECT_EQ(Label(17), "Sta. 017");
+  EXPECT_THAT(Windows(), IsEmpty());
+}
+
+TEST_F(RestoreBackupTest, WhatIsTypedIsStoredFirst) {
+  isStored_ = false;
+  restore_.Ask();
+  EXPECT_THAT(Windows(), IsEmpty());
+  isStored_ = true;
+  restore_.Ask();
+  restore_.Ask();
+  EXPECT_EQ(Windows().size(), 1) << "once is enough";
+}
+
+}  // namespace
+}  // namespace app

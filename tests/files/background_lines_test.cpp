@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+
+#include "files/background_lines.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <future>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace files {
+namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
+
+Outcome Failed() {
+  return {.error = std::make_error_code(std::errc::no_space_on_device), .text = "full"};
+}
+
+TEST(BackgroundLines, AreWrittenInTheirOrderAndAllBeforeTheEnd) {
+  std::vector<std::string> written;
+  {
+    BackgroundLines lines(
+        [&](std::string_view line) {
+          written.emplace_back(line);
+          return Outcome();
+        },
+        [](const Outcome&) {});
+    for (int line = 0; line < 500; ++line) EXPECT_TRUE(lines.Add(std::to_string(line)));
+  }
+  ASSERT_THAT(written, SizeIs(500));
+  for (int line = 0; line < 500; ++line) {
+    EXPECT_EQ(written[static_cast<std::size_t>(line)], std::to_string(line));
+  }
+}
+
+TEST(BackgroundLines, ADiskThatDoesNotAnswerHoldsUpNobodyAndCostsLinesOnly) {
+  std::promise<void> begun;
+  std::promise<void> answer;
+  const std::shared_future<void> answered = answer.get_future().share();
+  std::vector<std::string> written;
+  {
+    BackgroundLines lines(
+        [&](std::string_view line) {
+          if (written.empty()) begun.set_value();
+          answered.wait();
+          written.emplace_back(line);
+          return Outcome();
+        },
+        [](const Outcome&) {});
+    ASSERT_TRUE(lines.Add("first"));
+    begun.get_future().wait();
+    for (std::size_t line = 0; line < BackgroundLines::kWaiting; ++line) {
+      ASSERT_TRUE(lines.Add("waits"));
+    }
+    EXPECT_FALSE(lines.Add("too many"));
+    EXPECT_THAT(written, SizeIs(0));
+    answer.set_value();
+  }
+  ASSERT_THAT(written, SizeIs(BackgroundLines::kWaiting + 1));
+  EXPECT_EQ(written.back(), "waits");
+}
+
+TEST(BackgroundLines, TheFirstOfSeveralFailuresIsToldAndThatItIsOver) {
+  std::vector<std::string> told;
+  std::vector<bool> fails = {false, true, true, false, false, true};
+  std::size_t at = 0;
+  {
+    BackgroundLines lines([&](std::string_view) { return fails[at++] ? Failed() : Outcome(); },
+                          [&](const Outcome& outcome) {
+                            told.push_back(std::to_string(at) + (outcome.ok() ? "" : outcome.text));
+                          });
+    for (std::size_t line = 0; line < fails.size(); ++line) EXPECT_TRUE(lines.Add("line"));
+  }
+  EXPECT_THAT(told, ElementsAre("2full", "4", "6full"));
+}
+
+}  // namespace
+}  // namespace files

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/backups/backup_window.h"
+
+#include <QDateTime>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QVBoxLayout>
+#include <memory>
+
+#include "db/database_files.h"
+#include "db/open_copy.h"
+#include "stations/difference.h"
+#include "stations/open_stations.h"
+#include "views/change_words.h"
+#include "views/widgets/held_enter.h"
+#include "views/widgets/icon.h"
+
+namespace views {
+namespace {
+
+enum Column { kMade, kWhy };
+constexpr int kPathRole = Qt::UserRole;
+
+constexpr int kWidthCharacters = 100;
+constexpr int kCopiesShown = 6;
+constexpr int kDifferencesShown = 12;
+
+QString TimeWords(const QDateTime& time) {
+  return time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+QDateTime TimeOf(const std::tm& time) {
+  return {QDate(time.tm_year + 1900, time.tm_mon + 1, time.tm_mday),
+          QTime(time.tm_hour, time.tm_min, time.tm_sec)};
+}
+
+QString PathText(const std::filesystem::path& path) {
+  return QString::fromStdU16String(path.u16string());
+}
+
+// What the fields hold that do not differ: the targets of a button whose operation does.
+FieldLookup LookupIn(jet::Database& database) {
+  std::unique_ptr<jet::RecordSet> opened;
+  if (!stations::OpenStations(database, &opened).ok()) return nullptr;
+  return [stations = std::shared_ptr<jet::RecordSet>(std::move(opened))](int station,
+                                                                         std::string_view field) {
+    jet::Value value;
+    if (!stations->Seek(station).ok() || !stations->Get(field, &value).ok()) value.SetNull();
+    return value;
+  };
+}
+
+std::vector<Difference> RowsOf(std::span<const stations::Change> changes, jet::Database& database) {
+  std::vector<Difference> rows;
+  for (ChangeRow& row : ChangeRows(changes, LookupIn(database))) {
+    rows.push_back({.where = row.where,
+                    .what = row.what,
+                    .before = row.before,
+                    .after = row.after,
+                    .station = row.station,
+                    .fields = std::move(row.fields),
+                    .obstacle = {}});
+  }
+  return rows;
+}
+
+}  // namespace
+
+BackupWindow::BackupWindow(const Services& services, QWidget* parent)
+    : QDialog(parent),
+      services_(services),
+      copies_(new QTreeWidget(this)),
+      otherFile_(new QPushButton(tr("Other &File…"), this)),
+      summary_(new QLabel(this)),
+      list_(new DifferenceList({.filter = QStringLiteral("aidFilterBackup"),
+                                .list = QStringLiteral("lstBackupDiff"),
+                                .before = tr("Now"),
+                                .after = tr("Copy")},
+                               this)),
+      ok_(new QPushButton(tr("Restore"), this)),
+      cancel_(new QPushButton(tr("Cancel"), this)) {
+  setObjectName(QStringLiteral("frmBackup"));
+  setWindowTitle(tr("Restore Backup"));
+  LayOut();
+  ListCopies();
+  connect(copies_, &QTreeWidget::currentItemChanged, this, &BackupWindow::Compare);
+  connect(otherFile_, &QPushButton::clicked, this, &BackupWindow::AskForFile);
+  connect(list_, &DifferenceList::TicksChanged, this,
+          [this] { ok_->setEnabled(list_->TickedCount() > 0); });
+  connect(ok_, &QPushButton::clicked, this, &BackupWindow::Restore);
+  connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
+  copies_->setCurrentItem(copies_->topLevelItem(0));
+}
+
+void BackupWindow::LayOut() {
+  copies_->setObjectName(QStringLiteral("lstBackups"));
+  copies_->setAccessibleName(tr("Copies"));
+  copies_->setHeaderLabels({tr("Copy Made"), tr("Why")});
+  copies_->setRootIsDecorated(false);
+  copies_->setUniformRowHeights(true);
+  copies_->setAllColumnsShowFocus(true);
+  copies_->header()->setSectionsMovable(false);
+  copies_->header()->setSectionResizeMode(kMade, QHeaderView::ResizeToContents);
+  otherFile_->setObjectName(QStringLiteral("aidOtherFile"));
+  otherFile_->setToolTip(tr("Choose a copy that is kept somewhere else"));
+  otherFile_->setAutoDefault(false);
+  summary_->setObjectName(QStringLiteral("aidBackupSummary"));
+  summary_->setTextFormat(Qt::PlainText);
+  summary_->setWordWrap(true);
+  // The list below stays where it is, whatever is said.
+  summary_->setMinimumHeight(2 * fontMetrics().lineSpacing());
+  summary_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  ok_->setObjectName(QStringLiteral("cmdOkBackup"));
+  ok_->setEnabled(false);
+  cancel_->setObjectName(QStringLiteral("cmdCancelBackup"));
+  // The other one overwrites what is edited: Enter is for it only where it has the focus.
+  cancel_->setDefault(true);
+  new HeldEnter(*this, *cancel_);
+
+  auto* const beside = new QVBoxLayout;
+  beside->addWidget(otherFile_);
+  beside->addStretch();
+  auto* const choice = new QHBoxLayout;
+  choice->addWidget(copies_, 1);
+  choice->addLayout(beside);
+  auto* const buttons = new QDialogButtonBox(this);
+  buttons->addButton(ok_, QDialogButtonBox::AcceptRole);
+  buttons->addButton(cancel_, QDialogButtonBox::RejectRole);
+  auto* const layout = new QVBoxLayout(this);
+  layout->addLayout(choice, kCopiesShown);
+  layout->addWidget(summary_);
+  layout->addWidget(list_, kDifferencesShown);
+  layout->addWidget(buttons);
+  const int rows = kCopiesShown + kDifferencesShown;
+  resize(kWidthCharacters * fontMetrics().averageCharWidth(),
+         sizeHint().height() + rows * fontMetrics().height() / 2);
+  copies_->setFocus();
+}
+
+QTreeWidgetItem* BackupWindow::MakeItem(const QString& made, const QString& why,
+                                        const std::filesystem::path& path) {
+  auto* const item = new QTreeWidgetItem({made, why});
+  const QString text = PathText(path);
+  item->setData(kMade, kPathRole, text);
+  item->setToolTip(kMade, text);
+  item->setToolTip(kWhy, text);
+  return item;
+}
+
+void BackupWindow::ListCopies() {
+  const auto words = [](db::Backups::Cause cause) {
+    switch (cause) {
+      case db::Backups::Cause::BeforeRetrieval:
+        return tr("Before a retrieval");
+      case db::Backups::Cause::Daily:
+        return tr("Once a day");
+      case db::Backups::Cause::BeforeSaving:
+        return tr("Tesk.mdb before a run replaced it");
+      case db::Backups::Cause::BeforeRestoring:
+        return tr("Before a copy was restored");
+    }
+    return QString();
+  };
+  std::vector<db::Backups::Copy> copies;
+  const model::Status status = services_.copies.List(&copies);
+  for (const db::Backups::Copy& copy : copies) {
+    copies_->addTopLevelItem(MakeItem(TimeWords(TimeOf(copy.time)), words(copy.cause), copy.path));
+  }
+  if (!status.ok()) {
+    summary_->setText(
+        tr("The copies cannot be listed. %1").arg(QString::fromStdString(status.Description())));
+  } else if (copies.empty()) {
+    summary_->setText(tr("No copies yet. Other File… takes one that is kept somewhere else."));
+  }
+}
+
+void BackupWindow::AskForFile() {
+  auto* const dialog = new QFileDialog(this, tr("Other File"), QString(),
+                                       tr("Database files (*.mdb);;All files (*)"));
+  dialog->setObjectName(QStringLiteral("aidOtherFileDialog"));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setFileMode(QFileDialog::ExistingFile);
+  connect(dialog, &QFileDialog::fileSelected, this, &BackupWindow::Choose);
+  dialog->open();
+}
+
+void BackupWindow::Choose(const QString& path) {
+  const QFileInfo file(path);
+  QTreeWidgetItem* const item =
+      MakeItem(TimeWords(file.lastModified()), tr("Other file: %1").arg(file.fileName()),
+               std::filesystem::path(path.toStdU16String()));
+  copies_->insertTopLevelItem(0, item);
+  copies_->setCurrentItem(item);
+  copies_->setFocus();
+}
+
+void BackupWindow::Compare() {
+  const QTreeWidgetItem* const item = copies_->currentItem();
+  if (item == nullptr) return;
+  const std::filesystem::path path(item->data(kMade, kPathRole).toString().toStdU16String());
+  changes_.clear();
+  jet::Database* const database = services_.database();
+  std::unique_ptr<jet::Database> copy;
+  model::Status status = database == nullptr ? db::NotOpen() : db::OpenCopy(path, &copy);
+  if (status.ok()) status = stations::Difference(*database, *copy, &changes_);
+  list_->SetRows(changes_.empty() ? std::vector<Difference>() : RowsOf(changes_, *database), true);
+  ok_->setEnabled(list_->TickedCount() > 0);
+  if (!status.ok()) {
+    summary_->setText(
+        tr("This copy cannot be restored. %1").arg(QString::fromStdString(status.Description())));
+  } else if (changes_.empty()) {
+    summary_->setText(tr("This copy holds the same as the database."));
+  } else {
+    summary_->setText(
+        tr("What is ticked becomes as it is in the copy. Nothing is sent; the "
+           "database as it is now is kept as a copy first."));
+  }
+}
+
+void BackupWindow::Restore() {
+  const std::vector<Difference> rows = list_->Ticked();
+  if (rows.empty()) return;
+  const QString path = copies_->currentItem()->data(kMade, kPathRole).toString();
+  Q_EMIT RestoreRequested(ChangesOf(changes_, rows), QFileInfo(path).fileName());
+}
+
+}  // namespace views

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_BACKUPS_BACKUP_WINDOW_H_
+#define VIEWS_BACKUPS_BACKUP_WINDOW_H_
+
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QString>
+#include <QTreeWidget>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include "db/backups.h"
+#include "db/jet/database.h"
+#include "stations/change.h"
+#include "views/differences/difference_list.h"
+
+namespace views {
+
+// frmBackup: the copies of the database that there are, and what the chosen one, at first the
+// newest, holds otherwise than the database does now.  It asks for what is ticked to be stored; it
+// stores nothing itself, and no copy is ever changed.
+class BackupWindow : public QDialog {
+  Q_OBJECT
+
+ public:
+  struct Services {
+    const db::Backups& copies;
+    std::function<jet::Database*()> database;  // null while it is not open
+  };
+
+  // What is referred to must outlive the window.
+  explicit BackupWindow(const Services& services, QWidget* parent = nullptr);
+
+  // Lists the differences to another file than the copies that are listed, and lists it, too.
+  void Choose(const QString& path);
+
+ Q_SIGNALS:
+  // The operator wants these changes made, which make the database hold what the copy `name` does.
+  void RestoreRequested(const std::vector<stations::Change>& changes, const QString& name);
+
+ private:
+  void LayOut();
+  void ListCopies();
+  QTreeWidgetItem* MakeItem(const QString& made, const QString& why,
+                            const std::filesystem::path& path);
+  void AskForFile();
+  void Compare();
+  void Restore();
+
+  const Services services_;
+  QTreeWidget* copies_;
+  QPushButton* otherFile_;
+  QLabel* summary_;
+  DifferenceList* list_;
+  QPushButton* ok_;
+  QPushButton* cancel_;
+  std::vector<stations::Change> changes_;  // from the database to the chosen copy
+};
+
+}  // namespace views
+
+#endif  // VIEWS_BACKUPS_BACKUP_WINDOW_H_
