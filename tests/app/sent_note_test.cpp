@@ -9,23 +9,35 @@
 #include <QCoreApplication>
 #include <QSignalSpy>
 
+#include "tests/support/one_day.h"
+
 namespace app {
 namespace {
 
 using switcher::Table;
 using views::UnsentTables;
 
-TEST(SentNote, OneToolIsOneNote) {
-  UnsentTables unsent;
-  SentNote note(unsent);
+class SentNoteTest : public testing::Test {
+ protected:
+  model::SystemModel model_;
+  stations::Changes changes_;
+  switcher::UnsentMessages messages_{{.model = model_,
+                                      .database = [] { return nullptr; },
+                                      .changes = changes_,
+                                      .today = [] { return test::kToday; }}};
+  UnsentTables unsent_{messages_};
+};
+
+TEST_F(SentNoteTest, OneToolIsOneNote) {
+  SentNote note(unsent_);
   QSignalSpy said(&note, &SentNote::NoteRequested);
-  unsent.NoteSent({Table::Inhibits}, 64, UnsentTables::Sender::Tool);
+  unsent_.NoteSent({Table::Inhibits}, 64, UnsentTables::Sender::Tool);
   QCoreApplication::processEvents();
   ASSERT_EQ(said.count(), 1);
   EXPECT_EQ(said[0][0].toString(), QStringLiteral("Sent: inhibits, 64 outputs"));
 
-  unsent.NoteSent({Table::OutputLabels}, 2, UnsentTables::Sender::Tool);
-  unsent.NoteSent({Table::InputLabels}, 2, UnsentTables::Sender::Tool);
+  unsent_.NoteSent({Table::OutputLabels}, 2, UnsentTables::Sender::Tool);
+  unsent_.NoteSent({Table::InputLabels}, 2, UnsentTables::Sender::Tool);
   QCoreApplication::processEvents();
   ASSERT_EQ(said.count(), 2);
   EXPECT_EQ(said[1][0].toString(), QStringLiteral("Sent: station labels; input labels"));
@@ -33,12 +45,11 @@ TEST(SentNote, OneToolIsOneNote) {
   EXPECT_EQ(said.count(), 2);
 }
 
-TEST(SentNote, ADownloadTellsOfItself) {
-  UnsentTables unsent;
-  SentNote note(unsent);
+TEST_F(SentNoteTest, ADownloadTellsOfItself) {
+  SentNote note(unsent_);
   const QSignalSpy said(&note, &SentNote::NoteRequested);
-  unsent.NoteSent({Table::Inhibits}, 64, UnsentTables::Sender::Download);
-  unsent.NoteFailed({Table::Relays});
+  unsent_.NoteSent({Table::Inhibits}, 64, UnsentTables::Sender::Download);
+  unsent_.NoteFailed({Table::Relays});
   QCoreApplication::processEvents();
   EXPECT_EQ(said.count(), 0);
 }
