@@ -86,6 +86,7 @@ constexpr const char* kNotShown[] = {
     "h1 { font-size: x-large",
     // Forms of dates.
     "yyyy-MM-dd HH:mm:ss",
+    "d MMM yyyy",
     "d MMM HH:mm",
     // What the desktop shows of a console that was set up.
     "[Desktop Entry]",
