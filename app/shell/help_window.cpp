@@ -83,12 +83,12 @@ QStringList ManualPages() {
   return {QStringLiteral("index.html"),    QStringLiteral("map.html"),
           QStringLiteral("labels.html"),   QStringLiteral("programming.html"),
           QStringLiteral("levels.html"),   QStringLiteral("transfer.html"),
-          QStringLiteral("compare.html"),  QStringLiteral("undo.html"),
-          QStringLiteral("recent.html"),   QStringLiteral("crash.html"),
-          QStringLiteral("backups.html"),  QStringLiteral("export.html"),
-          QStringLiteral("link.html"),     QStringLiteral("set-up.html"),
-          QStringLiteral("commands.html"), QStringLiteral("messages.html"),
-          QStringLiteral("errors.html")};
+          QStringLiteral("unsent.html"),   QStringLiteral("compare.html"),
+          QStringLiteral("undo.html"),     QStringLiteral("recent.html"),
+          QStringLiteral("crash.html"),    QStringLiteral("backups.html"),
+          QStringLiteral("export.html"),   QStringLiteral("link.html"),
+          QStringLiteral("set-up.html"),   QStringLiteral("commands.html"),
+          QStringLiteral("messages.html"), QStringLiteral("errors.html")};
 }
 
 QString ManualPlace(const QWidget* dialog) {
