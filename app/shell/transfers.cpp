@@ -56,13 +56,10 @@ void Transfers::FinishDownload(const switcher::DownloadResult& result) {
 }
 
 void Transfers::SendChanges() {
-  if (IsOpen() || !services_.views.StoreEdits()) return;
-  SendParts(services_.download.unsent.All());
-}
-
-void Transfers::SendParts(const views::UnsentTables::Parts& parts) {
-  if (IsOpen() || !services_.views.StoreEdits()) return;
-  changes_ = new views::SendChangesWindow(services_.download, parts, &services_.window);
+  if (!MayBegin(compare_ != nullptr && compare_->IsWaiting())) return;
+  CloseComparison();
+  changes_ = new views::SendChangesWindow(services_.download, services_.download.unsent.All(),
+                                          &services_.window);
   changes_->setAttribute(Qt::WA_DeleteOnClose);
   connect(changes_, &views::SendChangesWindow::Begun, this, &Transfers::SendingBegun);
   connect(changes_, &views::SendChangesWindow::Ended, this, &Transfers::SendingEnded);

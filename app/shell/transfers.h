@@ -43,9 +43,8 @@ class Transfers : public QObject {
   // typed into a view; where that fails, which is reported, they open nothing.
   void SendData(std::int16_t mode);
 
-  // Opens frmSendChanges for what is unsent, or for these messages, which rise.
+  // Opens frmSendChanges for what is unsent.
   void SendChanges();
-  void SendParts(const views::UnsentTables::Parts& parts);
 
   // Opens frmSysInfo.  When it closes the three main views are shown again in their stored
   // places.

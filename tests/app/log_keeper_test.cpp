@@ -138,7 +138,7 @@ TEST_F(LogKeeperTest, AComparisonIsFollowedToWhatIsStoredOfIt) {
   port_.Deliver("F5 00 00 01 00 01 FF");
   Click(window, "cmdCloseCmp");
   EXPECT_THAT(Tables(), ElementsAre("Comparison begun",
-                                    "Comparison ended: Cancelled. 1 difference in 1 tables, 19 "
+                                    "Comparison ended: Cancelled. 1 difference in 1 table, 19 "
                                     "not reported"));
   Click(window, "aidTickAll");
   Click(window, "cmdStoreCmp");
