@@ -3,6 +3,7 @@
 #include "app/console.h"
 
 #include <QApplication>
+#include <QDate>
 #include <QFileInfo>
 #include <QSessionManager>
 #include <utility>
@@ -17,6 +18,15 @@
 #include "views/xmap/xmap_legend.h"
 
 namespace app {
+namespace {
+
+switcher::Day Today() {
+  const QDate today = QDate::currentDate();
+  return {std::chrono::year(today.year()), std::chrono::month(static_cast<unsigned>(today.month())),
+          std::chrono::day(static_cast<unsigned>(today.day()))};
+}
+
+}  // namespace
 
 Console::Console(AppFolder folder)
     : folder_(std::move(folder)),
@@ -24,6 +34,11 @@ Console::Console(AppFolder folder)
       places_(config::PlacesSection(settingsFile_.Read())),
       files_(folder_.File(db::kMainFile), folder_.File(db::kWorkingCopy),
              folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
+      unsentMessages_({.model = model_,
+                       .database = [this] { return files_.Database(); },
+                       .changes = changes_,
+                       .today = Today}),
+      sentFile_(folder_.File(kSentFile), unsentMessages_.Held()),
       journal_(changes_, folder_.File(kJournalFile), folder_.File(db::kMainFile)),
       damage_(files_, boxes_),
       window_(commands_),
@@ -31,8 +46,13 @@ Console::Console(AppFolder folder)
       port_([this](int number) { return settingsFile_.SerialDevice(number); }),
       liveCommands_({.model = model_, .port = port_, .reporter = boxes_}),
       share_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
-      tables_({.model = model_, .files = files_, .port = port_, .reporter = boxes_}),
+      tables_({.model = model_,
+               .files = files_,
+               .port = port_,
+               .reporter = boxes_,
+               .account = &unsentMessages_}),
       tableTools_(tables_),
+      unsent_(unsentMessages_),
       viewServices_{.model = model_,
                     .stations = [this] { return files_.Stations(); },
                     .changes = changes_,
@@ -79,14 +99,27 @@ Console::Console(AppFolder folder)
              .device = [this] { return QFileInfo(settingsFile_.SerialDevice(model_.ComPort)); },
              .status = window_.Status(),
              .hints = window_.Hints()}),
+      unsentAids_({.model = model_,
+                   .messages = unsentMessages_,
+                   .unsent = unsent_,
+                   .status = window_.Status(),
+                   .hints = window_.Hints(),
+                   .sendChanges = window_.SendChangesCommand()}),
       switcherReports_({.model = model_, .labels = labels_, .log = eventLog_}),
       decoder_({.model = model_,
                 .database = [this] { return files_.Database(); },
                 .reporter = boxes_,
                 .changes = changes_,
-                .observers = InOrder(
-                    {.log = switcherReports_, .aids = aids_, .views = views_, .panels = panels_})}),
-      link_({.model = model_, .port = port_, .decoder = decoder_, .display = window_}),
+                .observers = InOrder({.unsent = unsentMessages_,
+                                      .log = switcherReports_,
+                                      .aids = aids_,
+                                      .views = views_,
+                                      .panels = panels_})}),
+      link_({.model = model_,
+             .port = port_,
+             .decoder = decoder_,
+             .display = window_,
+             .account = &unsentMessages_}),
       transfers_(
           {.window = window_,
            .views = views_,
@@ -154,6 +187,7 @@ Console::Console(AppFolder folder)
   ConnectStatusBar();
   ConnectBackups();
   ConnectJournal();
+  ConnectSentFile();
   ConnectShutDown();
   connect(&views_, &OpenViews::Loaded, this, &Console::ConnectView);
   listener_.SetAcceptHandler(
@@ -177,6 +211,7 @@ void Console::Start() {
       .Run(folder_.path.toStdString(), settings);
   journal_.Begin();
   rescue_.Begin();
+  unsentMessages_.Begin(sentFile_.Read());
   damage_.Tell();
   backups_.BeginDays();
   if (listener_.IsListening()) panelReports_.Begin();
@@ -222,6 +257,7 @@ void Console::ConnectCommands() {
           &Transfers::CompareWithSwitcher);
   connect(&transfers_, &Transfers::SendRequested, this,
           [this](const auto& parts) { views::SendTables(viewServices_, parts); });
+  connect(&window_.SendChangesCommand(), &QAction::triggered, &transfers_, &Transfers::SendChanges);
   window_.UpdateCommands();
   connect(&viewMenu_, &ViewMenu::EventLogRequested, &log_, &LogKeeper::Show);
   connect(&window_.DiscardCommand(), &QAction::triggered, this, [this] {
@@ -242,13 +278,14 @@ void Console::ConnectTimers() {
 void Console::ConnectStatusBar() {
   StatusBar& status = window_.Status();
   status.SetLegend(new views::XmapLegend(&status));
-  connect(&window_, &MainWindow::LinkTextShown, this, [this] { aids_.LinkChanged(); });
+  connect(&window_, &MainWindow::LinkTextShown, this, [this] {
+    aids_.LinkChanged();
+    unsentAids_.Update();
+  });
   connect(&views_, &OpenViews::XmapLoaded, &status, [&status](bool loaded) {
     if (!loaded) status.SetReadout({});
     status.WantLegend(loaded);
   });
-  connect(&unsent_, &views::UnsentTables::Changed, &status,
-          [this, &status] { status.SetUnsent(unsent_.Names()); });
   connect(&panelReports_, &PanelReports::PanelsChanged, &status, &StatusBar::SetPanels);
   connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
@@ -257,6 +294,17 @@ void Console::ConnectStatusBar() {
   connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
+}
+
+void Console::ConnectSentFile() {
+  connect(&unsent_, &views::UnsentTables::Changed, &sentFile_, &SentFile::Update);
+  connect(&sentFile_, &SentFile::Failed, this, [this](const QString& why) {
+    window_.Hints().Give(Hint::SentFails,
+                         tr("What the switcher holds cannot be kept: %1").arg(why));
+  });
+  connect(&sentFile_, &SentFile::Written, this,
+          [this] { window_.Hints().Withdraw(Hint::SentFails); });
+  connect(&shutDown_, &ShutDown::RunEnded, &sentFile_, &SentFile::Finish);
 }
 
 // A main view that was loaded asks for what is not its own.

@@ -21,6 +21,7 @@
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
+#include "app/sent_file.h"
 #include "app/settings_file.h"
 #include "app/shell/command_table.h"
 #include "app/shell/edit_menu.h"
@@ -35,6 +36,7 @@
 #include "app/shell/sent_note.h"
 #include "app/shell/stored_elsewhere.h"
 #include "app/shell/transfers.h"
+#include "app/shell/unsent_aids.h"
 #include "app/shell/view_menu.h"
 #include "app/shut_down.h"
 #include "app/table_tools.h"
@@ -52,6 +54,7 @@
 #include "switcher/live_commands.h"
 #include "switcher/qt_serial_port.h"
 #include "switcher/table_senders.h"
+#include "switcher/unsent/unsent_messages.h"
 #include "views/services.h"
 #include "views/unsent_tables.h"
 
@@ -75,6 +78,7 @@ class Console : public QObject {
   void ConnectView(views::MainView* view);
   void ConnectBackups();
   void ConnectJournal();
+  void ConnectSentFile();
   void ConnectShutDown();
 
   const AppFolder folder_;
@@ -85,6 +89,8 @@ class Console : public QObject {
   CommandTable commands_;
   db::DatabaseFiles files_;
   stations::Changes changes_;
+  switcher::UnsentMessages unsentMessages_;
+  SentFile sentFile_;
   JournalKeeper journal_;
   DamageReport damage_;
   gateway::Listener listener_;
@@ -115,6 +121,7 @@ class Console : public QObject {
   switcher::LiveCommands panelCommands_;
   gateway::PanelGateway panels_;
   LinkAids aids_;
+  UnsentAids unsentAids_;
   SwitcherReports switcherReports_;
   switcher::Decoder decoder_;
   switcher::Link link_;

@@ -64,6 +64,8 @@ class ShutDown : public QObject {
   void DatabaseSaved();
   // All that was edited is in Tesk.mdb, and whether that was replaced for it.
   void AllSaved(bool replaced);
+  // The port and the database are closed; the settings are written next.
+  void RunEnded();
 
  private:
   void OfferToCloseWithoutSaving(const model::Status& status);

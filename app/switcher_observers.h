@@ -10,17 +10,18 @@ namespace app {
 
 // Who is told of what the switcher reports.
 struct SwitcherObservers {
+  switcher::SwitcherEvents& unsent;
   switcher::SwitcherEvents& log;
   switcher::SwitcherEvents& aids;
   switcher::SwitcherEvents& views;
   switcher::SwitcherEvents& panels;
 };
 
-// The same in the order in which they are told: the log first, so that its line of a row stands
-// before those of what the views report about it, and the panels last.  All must outlive the
+// The same in the order in which they are told: the log before the views, so that its line of a row
+// stands before those of what the views report about it, and the panels last.  All must outlive the
 // result.
 inline model::Observers<switcher::SwitcherEvents> InOrder(const SwitcherObservers& observers) {
-  return {observers.log, observers.aids, observers.views, observers.panels};
+  return {observers.unsent, observers.log, observers.aids, observers.views, observers.panels};
 }
 
 }  // namespace app

@@ -79,11 +79,10 @@ model::Status StoreTarget(jet::RecordSet& stations, int button, int target, bool
   return status;
 }
 
-model::Status StoreType(jet::RecordSet& stations, int button, int type, const Author& author,
-                        bool* changed) {
+model::Status StoreType(jet::RecordSet& stations, int button, int type, const Author& author) {
   Record record(stations);
   record.Set(TypeField(button), type);
-  return record.Commit(author, changed);
+  return record.Commit(author);
 }
 
 model::Status StoreInactive(jet::RecordSet& stations, int button, const Author& author,

@@ -53,9 +53,8 @@ Reading<std::string> ChosenCaption(const ButtonProgram& button, const TargetLabe
 model::Status StoreTarget(jet::RecordSet& stations, int button, int target, bool set,
                           int targetCount, const Author& author, bool* isInactive);
 
-// Stores a button's operation.  *changed tells whether it was another.
-model::Status StoreType(jet::RecordSet& stations, int button, int type, const Author& author,
-                        bool* changed);
+// Stores a button's operation.
+model::Status StoreType(jet::RecordSet& stations, int button, int type, const Author& author);
 
 // Stores a button that has no target as inactive.  *changed tells whether it was not yet.
 model::Status StoreInactive(jet::RecordSet& stations, int button, const Author& author,

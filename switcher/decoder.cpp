@@ -3,6 +3,7 @@
 #include "switcher/decoder.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -174,6 +175,12 @@ void Decoder::Tell(Message message, DecodeStatus status) {
   }
   if (status != DecodeStatus::Ok)
     services_.observers.Tell(&SwitcherEvents::MessageRefused, description, status);
+}
+
+void Decoder::TellAccepted(Message message) {
+  if (const std::optional<TablePart> part = PartOf(message)) {
+    services_.observers.Tell(&SwitcherEvents::TableAccepted, *part);
+  }
 }
 
 }  // namespace switcher

@@ -89,7 +89,9 @@ class Decoder {
   void Tell(Message message, const Outcome& outcome, Event event, Values... values) {
     Tell(message, outcome.status);
     if (outcome.stored != Stored::Nothing) services_.observers.Tell(event, values...);
+    if (outcome.stored == Stored::All) TellAccepted(message);
   }
+  void TellAccepted(Message message);
 
   const Services services_;
   MessageHistory* history_ = nullptr;

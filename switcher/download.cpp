@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <span>
+#include <utility>
 
 namespace switcher {
 
@@ -33,14 +34,30 @@ std::string_view Download::Confirmation() const {
 void Download::Go() {
   if (state_ != State::Confirming) return;
   const int total = EstimateDownloadBytes(services_.model);
-  maximum_ = total / kBytesPerStep;
+  Begin(PlanDownload(services_.model, services_.tables),
+        {.maximum = total / kBytesPerStep,
+         .caption = "System Download Progress (" + std::to_string(total) + " Total Bytes)"});
+  display_.StartDelayTimer();
+}
+
+void Download::GoFor(std::span<const TablePart> parts) {
+  if (state_ != State::Confirming) return;
+  MessageSize size;
+  for (const TablePart& part : parts) size += SizeOf(services_.model, part);
+  Begin(PlanSending(parts, services_.tables),
+        {.maximum = size.values / (kValuesBetweenSteps + 1),
+         .caption = "Sending Changes (" + std::to_string(size.bytes) + " Bytes)"});
+  DelayTick();
+}
+
+void Download::Begin(std::vector<DownloadStage> stages, const Progress& progress) {
+  maximum_ = progress.maximum;
   display_.ShowProgressBar(maximum_);
-  display_.ShowCaption("System Download Progress (" + std::to_string(total) + " Total Bytes)");
+  display_.ShowCaption(progress.caption);
   display_.ShowStatus("Download Status");
-  stages_ = PlanDownload(services_.model, services_.tables);
+  stages_ = std::move(stages);
   running_ = true;
   state_ = State::Delaying;
-  display_.StartDelayTimer();
 }
 
 void Download::Cancel() {

@@ -4,6 +4,7 @@
 #define SWITCHER_DOWNLOAD_H_
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -87,6 +88,10 @@ class Download {
   // The operator said OK.  Does nothing the second time.
   void Go();
 
+  // The same for no more than these messages, in the order and with the pauses of a download, and
+  // without the delay before it.
+  void GoFor(std::span<const TablePart> parts);
+
   // What has come of it since Go().
   const DownloadResult& Result() const { return result_; }
 
@@ -107,8 +112,15 @@ class Download {
   void SendNext();
 
  private:
+  // What a window counts and says when it begins.
+  struct Progress {
+    int maximum;
+    std::string caption;
+  };
+
   enum class State { Confirming, Delaying, BeforeStage, Sending, Pausing, Ended };
 
+  void Begin(std::vector<DownloadStage> stages, const Progress& progress);
   bool SendMessage();
   void CountValue();
   void Proceed();

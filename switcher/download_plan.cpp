@@ -4,32 +4,90 @@
 
 #include <utility>
 
+#include "switcher/wire/message_table.h"
+#include "switcher/wire/messages/label_texts.h"
+
 namespace switcher {
 
 namespace {
 
 constexpr int kPauses = 4;
 
+void AddPauses(std::vector<DownloadStage>* stages) {
+  for (int i = 0; i < kPauses; ++i) stages->push_back({.name = "Pause", .pauses = true});
+}
+
+// The stage that sends `part`; a pause follows the buttons of each station.
+DownloadStage StageOf(const TablePart& part, const TableSenders& tables) {
+  Transmission table = tables.Make(part);
+  return {.name = table.Name(),
+          .table = std::move(table),
+          .part = part,
+          .pauses = part.table == Table::Buttons};
+}
+
 }  // namespace
 
 std::vector<DownloadStage> PlanDownload(const model::SystemModel& model,
                                         const TableSenders& tables) {
   std::vector<DownloadStage> stages;
-  const auto add = [&](const TablePart& part, bool pauses) {
-    Transmission table = tables.Make(part);
-    stages.push_back(
-        {.name = table.Name(), .table = std::move(table), .part = part, .pauses = pauses});
-  };
   if (model.DownloadMode == 0) {
     for (const Table table : db::kTables) {
-      if (table != Table::Buttons) add({.table = table}, false);
+      if (table != Table::Buttons) stages.push_back(StageOf({.table = table}, tables));
     }
-    for (int i = 0; i < kPauses; ++i) stages.push_back({.name = "Pause", .pauses = true});
+    AddPauses(&stages);
   }
   for (int station = 1; station <= model.StationCount; ++station) {
-    add({.table = Table::Buttons, .station = station}, true);
+    stages.push_back(StageOf({.table = Table::Buttons, .station = station}, tables));
   }
   return stages;
+}
+
+std::vector<DownloadStage> PlanSending(std::span<const TablePart> parts,
+                                       const TableSenders& tables) {
+  std::vector<DownloadStage> stages;
+  for (const TablePart& part : parts) {
+    const bool isButtons = part.table == Table::Buttons;
+    const bool isFirstButtons =
+        isButtons && !stages.empty() && stages.back().part.table != Table::Buttons;
+    if (isFirstButtons) AddPauses(&stages);
+    stages.push_back(StageOf(part, tables));
+  }
+  return stages;
+}
+
+MessageSize& MessageSize::operator+=(const MessageSize& other) {
+  bytes += other.bytes;
+  values += other.values;
+  return *this;
+}
+
+MessageSize SizeOf(const model::SystemModel& model, const TablePart& part) {
+  // Sixty-four flags in groups of eight.
+  constexpr int kTargetGroups = 8;
+  constexpr int kNumbersOfButton = 2;
+  const auto bytes = [](MessageCode code, int items) {
+    return static_cast<int>(MessageLength(code, items));
+  };
+  const int buttonValues = model.ButtonCount * (kNumbersOfButton + kTargetGroups);
+  const int sources = (model.ChannelCount + 7) / 8;
+  const int relays = (model.RelayCount + 7) / 8;
+  constexpr int kOptoValues = 11;
+  switch (part.table) {
+    case Table::Optos:
+      return {bytes(kOptoDataCode, model.OptoCount), model.OptoCount * kOptoValues};
+    case Table::OutputLabels:
+    case Table::InputLabels:
+      return {bytes(kLabelOrderCode, model.LabelCount) + bytes(kAlphaLabelsCode, model.LabelCount),
+              model.LabelCount + 1 + model.LabelCount * kLabelLength + 1};
+    case Table::Inhibits:
+      return {bytes(kInhibitRowCode, sources), sources + 1};
+    case Table::Relays:
+      return {bytes(kRelayRowCode, relays), relays + 1};
+    case Table::Buttons:
+      break;
+  }
+  return {bytes(kButtonDataCode, buttonValues), buttonValues + 1};
 }
 
 int EstimateDownloadBytes(const model::SystemModel& model) {

@@ -33,17 +33,29 @@ void Link::PollTick() {
   if (!KeepOpen()) return;
   if (services_.model.SendBusy) return;
 
-  // A poll that cannot be written is not reported: a lost device announces itself, and the
-  // next second polls again.
   if (!services_.model.XmapComplete) {
-    (void)services_.port.Write(kPollMap);
+    Poll(kPollMap);
     return;
   }
   auto& [connected, answered, unanswered] = services_.model.LinkStatus;
-  (void)services_.port.Write(services_.model.TallySeen ? kPollKeepAlive : kPollTally);
+  Poll(services_.model.TallySeen ? kPollKeepAlive : kPollTally);
   if (services_.model.TallySeen) answered = 0;  // of all polls only the keep-alive is watched
   if (connected != answered) ++unanswered;
   if (unanswered > 2) SetLinkState(false);
+}
+
+// A poll that cannot be written is not reported: a lost device announces itself, and the next
+// second polls again.
+void Link::Poll(std::uint8_t poll) {
+  lastPoll_ = poll;
+  if (services_.port.Write(poll).ok() && services_.account != nullptr) services_.account->Polled();
+}
+
+// A keep-alive poll has an answer of its own; the others bring what they ask for.
+void Link::CountAnswers(int linkAnswers) {
+  if (services_.account == nullptr) return;
+  const int polls = lastPoll_ == kPollKeepAlive ? linkAnswers : 1;
+  if (polls > 0) services_.account->Answered(polls);
 }
 
 bool Link::DecodeTick() {
@@ -88,9 +100,10 @@ std::optional<std::uint8_t> Link::DiscardBlockedByte() {
 void Link::DataReceived() {
   Bytes received = services_.port.Read();
   const auto answers = std::remove(received.begin(), received.end(), kLinkAnswer);
-  const bool answered = answers != received.end();
+  const auto linkAnswers = static_cast<int>(received.end() - answers);
   received.erase(answers, received.end());
-  if (answered) SetLinkState(true);
+  if (linkAnswers > 0) SetLinkState(true);
+  CountAnswers(linkAnswers);
   if (received.empty()) return;
 
   services_.display.StartDecodeTimer();
@@ -112,6 +125,7 @@ void Link::PortLost() {
   received_ = {};
   ShowBlockedCode(std::nullopt);
   SetLinkState(false);
+  if (services_.account != nullptr) services_.account->LineLost();
 }
 
 void Link::ShowBlockedCode(std::optional<std::uint8_t> code) {

@@ -13,6 +13,7 @@
 #include "model/system_model.h"
 #include "switcher/decoder.h"
 #include "switcher/serial_port.h"
+#include "switcher/unsent/line_events.h"
 #include "switcher/wire/frame.h"
 
 namespace switcher {
@@ -58,6 +59,7 @@ class Link : public SerialPortEvents {
     SerialPort& port;
     Decoder& decoder;
     LinkDisplay& display;
+    LineEvents* account = nullptr;  // told of polls and their answers; null for nobody
   };
   explicit Link(const Services& services);
   ~Link() override;
@@ -98,6 +100,12 @@ class Link : public SerialPortEvents {
   void PortLost() override;
 
  private:
+  // Polls with this byte.
+  void Poll(std::uint8_t poll);
+
+  // So many link answers came, or something else did.
+  void CountAnswers(int linkAnswers);
+
   // Takes at most one message off the receive buffer and decodes it.
   void DecodeSwitcherMessage();
 
@@ -110,6 +118,7 @@ class Link : public SerialPortEvents {
   TableTaker* tableTaker_ = nullptr;
   ReceiveBuffer received_;
   std::optional<std::uint8_t> blockedCode_;
+  std::uint8_t lastPoll_ = 0;
 };
 
 }  // namespace switcher

@@ -5,6 +5,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "db/schema.h"
 #include "db/station_fields.h"
@@ -22,26 +23,49 @@ namespace switcher {
 
 namespace {
 
-// A row message of one flag string.
-template <typename Encode>
-model::Status LoadRow(jet::Database& database, int output, const char* field, Encode encode,
+using model::SystemModel;
+using stations::Record;
+
+// The message of an output or station, made of its record.
+using MakeRow = Bytes (*)(Record& record, const SystemModel& model, int number);
+
+Bytes MakeInhibits(Record& record, const SystemModel& model, int output) {
+  return EncodeInhibitRow(output, record.Flags(db::kInhibitsField), model.ChannelCount);
+}
+
+Bytes MakeRelays(Record& record, const SystemModel& model, int output) {
+  return EncodeRelayRow(output, record.Flags(db::kRelaysField), model.RelayCount);
+}
+
+Bytes MakeButtons(Record& record, const SystemModel& model, int station) {
+  ButtonData data{.station = station, .buttons = {}};
+  for (int button = 1; button <= model.ButtonCount; ++button) {
+    ButtonData::Button& read = data.buttons.emplace_back();
+    read.type = record.Number(db::ButtonField(button, db::kButtonType));
+    read.first = record.Number(db::ButtonField(button, db::kButtonFirst));
+    read.targets = model::FlagMembers(record.Text(db::ButtonField(button, db::kButtonTargets)));
+  }
+  return EncodeButtonData(data);
+}
+
+model::Status LoadRow(jet::Database& database, const SystemModel& model, int number, MakeRow make,
                       std::optional<Bytes>* message) {
   message->reset();
   std::unique_ptr<jet::RecordSet> stations;
-  if (model::Status status = stations::OpenStation(database, output, &stations); !status.ok()) {
+  if (model::Status status = stations::OpenStation(database, number, &stations); !status.ok()) {
     return status;
   }
   if (stations == nullptr) return {};
-  stations::Record record(*stations);
-  const std::string flags = record.Flags(field);
+  Record record(*stations);
+  Bytes made = make(record, model, number);
   if (!record.Outcome().ok()) return record.Outcome();
-  *message = encode(flags);
+  *message = std::move(made);
   return {};
 }
 
 }  // namespace
 
-model::Status LoadLabels(jet::Database& database, const model::SystemModel& model, int selector,
+model::Status LoadLabels(jet::Database& database, const SystemModel& model, int selector,
                          LabelMessages* messages) {
   const char* const field = LabelFieldOf(selector);
   std::unique_ptr<jet::RecordSet> sorted;
@@ -53,7 +77,7 @@ model::Status LoadLabels(jet::Database& database, const model::SystemModel& mode
   LabelOrder order{.selector = selector, .stations = {}};
   LabelTexts texts{.selector = selector, .labels = {}};
   for (int label = 1; label <= model.LabelCount; ++label) {
-    stations::Record record(*sorted);
+    Record record(*sorted);
     order.stations.push_back(record.Number(db::kStationNumField));
     const bool hidden = record.Number(db::kHiddenField) == 1;
     texts.labels.push_back(WireLabel(record.Text(field), hidden));
@@ -65,50 +89,52 @@ model::Status LoadLabels(jet::Database& database, const model::SystemModel& mode
   return {};
 }
 
-model::Status LoadInhibits(jet::Database& database, const model::SystemModel& model, int output,
+model::Status LoadInhibits(jet::Database& database, const SystemModel& model, int output,
                            std::optional<Bytes>* message) {
-  const auto encode = [&](std::string_view flags) {
-    return EncodeInhibitRow(output, flags, model.ChannelCount);
-  };
-  return LoadRow(database, output, db::kInhibitsField, encode, message);
+  return LoadRow(database, model, output, MakeInhibits, message);
 }
 
-model::Status LoadRelays(jet::Database& database, const model::SystemModel& model, int output,
+model::Status LoadRelays(jet::Database& database, const SystemModel& model, int output,
                          std::optional<Bytes>* message) {
-  const auto encode = [&](std::string_view flags) {
-    return EncodeRelayRow(output, flags, model.RelayCount);
-  };
-  return LoadRow(database, output, db::kRelaysField, encode, message);
+  return LoadRow(database, model, output, MakeRelays, message);
 }
 
-model::Status LoadButtons(jet::Database& database, const model::SystemModel& model, int station,
+model::Status LoadButtons(jet::Database& database, const SystemModel& model, int station,
                           std::optional<Bytes>* message) {
-  message->reset();
-  std::unique_ptr<jet::RecordSet> stations;
-  if (model::Status status = stations::OpenStation(database, station, &stations); !status.ok()) {
-    return status;
-  }
-  if (stations == nullptr) return {};
-  stations::Record record(*stations);
-  ButtonData data{.station = station, .buttons = {}};
-  for (int button = 1; button <= model.ButtonCount; ++button) {
-    ButtonData::Button& read = data.buttons.emplace_back();
-    read.type = record.Number(db::ButtonField(button, db::kButtonType));
-    read.first = record.Number(db::ButtonField(button, db::kButtonFirst));
-    read.targets = model::FlagMembers(record.Text(db::ButtonField(button, db::kButtonTargets)));
-  }
-  if (!record.Outcome().ok()) return record.Outcome();
-  *message = EncodeButtonData(data);
-  return {};
+  return LoadRow(database, model, station, MakeButtons, message);
 }
 
-model::Status LoadOptos(jet::Database& database, const model::SystemModel& model, Bytes* message) {
+model::Status LoadRows(jet::Database& database, const SystemModel& model, const TakeRow& take) {
+  struct Rows {
+    Table table;
+    int last;
+    MakeRow make;
+  };
+  const std::array<Rows, 3> tables{{{Table::Inhibits, model.ChannelCount, MakeInhibits},
+                                    {Table::Relays, model.ChannelCount, MakeRelays},
+                                    {Table::Buttons, model.StationCount, MakeButtons}}};
+  std::unique_ptr<jet::RecordSet> stations;
+  model::Status status = stations::OpenStations(database, &stations);
+  while (status.ok() && stations->HasRecord()) {
+    const int number = Record(*stations).Number(db::kStationNumField);
+    for (const Rows& rows : tables) {
+      if (number < 1 || number > rows.last) continue;
+      Record record(*stations);
+      const Bytes message = rows.make(record, model, number);
+      if (record.Outcome().ok()) take({.table = rows.table, .station = number}, message);
+    }
+    status = stations->MoveNext();
+  }
+  return status;
+}
+
+model::Status LoadOptos(jet::Database& database, const SystemModel& model, Bytes* message) {
   std::unique_ptr<jet::RecordSet> stations;
   if (model::Status status = stations::OpenStations(database, &stations); !status.ok())
     return status;
   OptoData data;
   for (int opto = 1; opto <= model.OptoCount; ++opto) {
-    stations::Record record(*stations);
+    Record record(*stations);
     OptoData::Opto& read = data.optos.emplace_back();
     read.type = record.Number(db::kOptoTypeField);
     read.channel = record.Number(db::kOptoChannelField);

@@ -7,11 +7,13 @@
 #ifndef SWITCHER_LOAD_TABLES_H_
 #define SWITCHER_LOAD_TABLES_H_
 
+#include <functional>
 #include <optional>
 
 #include "db/jet/database.h"
 #include "model/status.h"
 #include "model/system_model.h"
+#include "switcher/table.h"
 #include "switcher/wire/values.h"
 
 namespace switcher {
@@ -32,6 +34,13 @@ model::Status LoadRelays(jet::Database& database, const model::SystemModel& mode
                          std::optional<Bytes>* message);
 model::Status LoadButtons(jet::Database& database, const model::SystemModel& model, int station,
                           std::optional<Bytes>* message);
+
+// All of these messages that there are, in the order of the stations, as each of the operations
+// above makes it, in one pass over the records.  What cannot be read is left out; the status is the
+// first failure of the pass itself.
+using TakeRow = std::function<void(const TablePart& part, const Bytes& message)>;
+model::Status LoadRows(jet::Database& database, const model::SystemModel& model,
+                       const TakeRow& take);
 
 // The message of all optos: opto i is the i-th record in the order of the station numbers.
 // Fewer records than OptoCount are a failure.

@@ -35,7 +35,9 @@ model::Status MessageSender::WriteTable(std::span<const std::uint8_t> message,
     if (model::Status status = Write(message.subspan(value, width)); !status.ok()) return status;
     if (progress) progress();
   }
-  return Write(message.subspan(end));
+  model::Status status = Write(message.subspan(end));
+  if (status.ok() && services_.account != nullptr) services_.account->TableMessageSent(message);
+  return status;
 }
 
 bool MessageSender::End(const model::Status& status, std::string_view failureLine) const {

@@ -12,6 +12,7 @@
 #include "model/status.h"
 #include "model/system_model.h"
 #include "switcher/serial_port.h"
+#include "switcher/unsent/line_events.h"
 
 namespace switcher {
 
@@ -35,6 +36,7 @@ class MessageSender {
     model::SystemModel& model;
     SerialPort& port;
     model::ErrorReporter& reporter;
+    LineEvents* account = nullptr;  // told of each message of a table; null for nobody
   };
   explicit MessageSender(const Services& services) : services_(services) {}
 

@@ -7,6 +7,7 @@
 
 #include <string_view>
 
+#include "switcher/table.h"
 #include "switcher/wire/decode_status.h"
 
 namespace switcher {
@@ -38,6 +39,9 @@ class SwitcherEvents {
 
   // The database holds an accepted table of the optos.
   virtual void OptosChanged() {}
+
+  // The database holds all of an accepted table; told behind the operation above that is about it.
+  virtual void TableAccepted(const TablePart& /*part*/) {}
 
   // A message was not accepted, or could not be stored; `status` is never Ok.  `description` names
   // it as MessageHistory does.

@@ -3,6 +3,11 @@
 #ifndef SWITCHER_TABLE_H_
 #define SWITCHER_TABLE_H_
 
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <span>
+
 #include "db/table.h"
 #include "model/system_model.h"
 
@@ -15,8 +20,13 @@ struct TablePart {
   Table table = Table::Optos;
   int station = model::kAll;
 
-  bool operator==(const TablePart&) const = default;
+  // In the order of a download.
+  auto operator<=>(const TablePart&) const = default;
 };
+
+// What a message of a table holds, from or to the switcher; nothing for another message, and for
+// labels that are neither the stations' nor the inputs'.
+std::optional<TablePart> PartOf(std::span<const std::uint8_t> message);
 
 }  // namespace switcher
 

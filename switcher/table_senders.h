@@ -30,11 +30,15 @@ class TableSenders {
     db::DatabaseFiles& files;
     SerialPort& port;
     model::ErrorReporter& reporter;
+    LineEvents* account = nullptr;  // told of each message that went out; null for nobody
   };
   explicit TableSenders(const Services& services)
       : model_(services.model),
         files_(services.files),
-        sender_({.model = services.model, .port = services.port, .reporter = services.reporter}) {}
+        sender_({.model = services.model,
+                 .port = services.port,
+                 .reporter = services.reporter,
+                 .account = services.account}) {}
 
   // What `part` names, to be sent from its first message on; failures are reported to the operator.
   //

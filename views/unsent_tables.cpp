@@ -2,41 +2,49 @@
 
 #include "views/unsent_tables.h"
 
-#include <QStringList>
+#include <algorithm>
+#include <map>
 
 #include "views/words.h"
 
 namespace views {
 
-void UnsentTables::NoteEdited(const switcher::TablePart& part) {
-  stations_[part.table].insert(part.station);
-  Q_EMIT Edited(part);
-  Q_EMIT Changed();
+UnsentTables::UnsentTables(switcher::UnsentMessages& messages) : messages_(messages) {
+  messages_.SetListener(this);
 }
 
+UnsentTables::~UnsentTables() { messages_.SetListener(nullptr); }
+
 void UnsentTables::NoteSent(const switcher::TablePart& part, int messages, Sender sender) {
-  if (const auto entry = stations_.find(part.table); entry != stations_.end()) {
-    if (part.station == model::kAll) {
-      entry->second.clear();
-    } else {
-      entry->second.erase(part.station);
-    }
-    if (entry->second.empty()) stations_.erase(entry);
-  }
   Q_EMIT Sent(part, messages, sender);
   Q_EMIT Changed();
 }
 
-void UnsentTables::Clear() {
-  stations_.clear();
-  Q_EMIT Changed();
+bool UnsentTables::Has(switcher::Table table) const {
+  return std::ranges::any_of(messages_.Unsent(),
+                             [table](const auto& entry) { return entry.first.table == table; });
 }
 
-QString UnsentTables::Names() const {
-  QStringList names;
-  // Their order is that of a download.
-  for (const auto& [table, stations] : stations_) names.append(TableName(table));
-  return names.join(QStringLiteral(", "));
+UnsentTables::Parts UnsentTables::All() const {
+  Parts parts;
+  for (const auto& [part, since] : messages_.Unsent()) parts.push_back(part);
+  return parts;
+}
+
+std::optional<switcher::Day> UnsentTables::Since(const switcher::TablePart& part) const {
+  const auto entry = messages_.Unsent().find(part);
+  if (entry == messages_.Unsent().end()) return std::nullopt;
+  return entry->second;
+}
+
+QString UnsentTables::Names() const { return PartWords(All()); }
+
+QString UnsentTables::Words() const {
+  const std::map<switcher::TablePart, switcher::Day>& unsent = messages_.Unsent();
+  if (unsent.empty()) return {};
+  const auto first = std::ranges::min_element(
+      unsent, {}, [](const auto& entry) { return std::chrono::sys_days(entry.second); });
+  return tr("Unsent since %1: %2").arg(DayWords(first->second), Names());
 }
 
 }  // namespace views

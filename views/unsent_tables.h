@@ -5,50 +5,68 @@
 
 #include <QObject>
 #include <QString>
-#include <map>
-#include <set>
+#include <optional>
+#include <vector>
 
 #include "switcher/table.h"
+#include "switcher/unsent/unsent_messages.h"
 
 namespace views {
 
-// Which tables were edited in this run and not sent to the switcher since.  Whoever stores an edit
-// or sends a table says so here; whoever shows or logs it listens.
-class UnsentTables : public QObject {
+// What is unsent, for whoever shows it; and the news of the tables, for whoever logs them.
+class UnsentTables : public QObject, private switcher::UnsentMessages::Listener {
   Q_OBJECT
 
  public:
-  // Who handed a table to the line: a tool of a view, or a download.
+  // Who handed a table to the line: a tool of a view, or a window that sends many.
   enum class Sender { Tool, Download };
 
-  // What `part` names was edited: it is stored in the database and not in the switcher yet.
-  void NoteEdited(const switcher::TablePart& part);
+  using Parts = std::vector<switcher::TablePart>;
 
-  // The same was handed to the line, in so many messages.
+  // Becomes the listener of `messages`, which must outlive the object.
+  explicit UnsentTables(switcher::UnsentMessages& messages);
+  ~UnsentTables() override;
+
+  // What `part` names was handed to the line, in so many messages.
   void NoteSent(const switcher::TablePart& part, int messages, Sender sender);
 
   // The same could not be sent, which has been reported.
   void NoteFailed(const switcher::TablePart& part) { Q_EMIT Failed(part); }
 
-  // The database holds what the switcher holds.
-  void Clear();
+  // Whether a message of the table is unsent.
+  bool Has(switcher::Table table) const;
 
-  bool Has(switcher::Table table) const { return stations_.contains(table); }
+  // What is unsent, message by message in the order of a download.
+  Parts All() const;
 
-  // The tables in words, separated by commas, in the order in which a download sends them;
-  // empty for none.
+  // The day since which the message is unsent; nothing when it is not.
+  std::optional<switcher::Day> Since(const switcher::TablePart& part) const;
+
+  // All() in words: "inhibits of output 3, buttons of station 12"; empty for nothing.
   QString Names() const;
 
+  // The same behind the first day: "Unsent since 21 Nov: inhibits of output 3"; empty for nothing.
+  QString Words() const;
+
+  // Whether something was sent that the switcher can still confirm.
+  bool IsWaiting() const { return messages_.IsWaiting(); }
+
  Q_SIGNALS:
-  // Each time that something was noted, once it counts.
+  // The operator edited something, or navigation stored something by itself.
   void Edited(const switcher::TablePart& part);
   void Sent(const switcher::TablePart& part, int messages, UnsentTables::Sender sender);
   void Failed(const switcher::TablePart& part);
-  // Has() and Names() may have changed.
+  // Something was sent, and the switcher did not confirm it: it stays unsent.
+  void NotConfirmed(const UnsentTables::Parts& parts);
+  // All() may have changed, or what of it can still be confirmed.
   void Changed();
 
  private:
-  std::map<switcher::Table, std::set<int>> stations_;  // no empty sets
+  void UnsentChanged() override { Q_EMIT Changed(); }
+  void PartEdited(const switcher::TablePart& part) override { Q_EMIT Edited(part); }
+  void PartsNotConfirmed(const Parts& parts) override { Q_EMIT NotConfirmed(parts); }
+
+  switcher::UnsentMessages& messages_;
 };
 
 }  // namespace views

@@ -3,6 +3,13 @@
 #include "views/words.h"
 
 #include <QCoreApplication>
+#include <QDate>
+#include <QLocale>
+#include <QStringList>
+#include <string>
+#include <vector>
+
+#include "db/station_list.h"
 
 namespace views {
 namespace {
@@ -12,6 +19,29 @@ using switcher::Table;
 struct Words {
   Q_DECLARE_TR_FUNCTIONS(Words)
 };
+
+// A table's messages, of outputs or stations where it has one for each: "inhibits of outputs 3, 5".
+QString StationsWords(Table table, const std::vector<int>& stations) {
+  if (stations.front() == model::kAll) return TableName(table);
+  const QString list = QString::fromStdString(db::StationList(stations));
+  const bool isOne = stations.size() == 1;
+  switch (table) {
+    case Table::Inhibits:
+      return isOne ? Words::tr("inhibits of output %1").arg(list)
+                   : Words::tr("inhibits of outputs %1").arg(list);
+    case Table::Relays:
+      return isOne ? Words::tr("relays of output %1").arg(list)
+                   : Words::tr("relays of outputs %1").arg(list);
+    case Table::Buttons:
+      return isOne ? Words::tr("buttons of station %1").arg(list)
+                   : Words::tr("buttons of stations %1").arg(list);
+    case Table::Optos:
+    case Table::OutputLabels:
+    case Table::InputLabels:
+      break;
+  }
+  return TableName(table);
+}
 
 }  // namespace
 
@@ -54,6 +84,28 @@ QString SentTableWords(const switcher::TablePart& part, int messages) {
       break;
   }
   return TableWords(part);
+}
+
+QString PartWords(std::span<const switcher::TablePart> parts) {
+  QStringList words;
+  for (std::size_t first = 0; first < parts.size();) {
+    const Table table = parts[first].table;
+    std::vector<int> stations;
+    for (; first < parts.size() && parts[first].table == table; ++first) {
+      stations.push_back(parts[first].station);
+    }
+    words.append(StationsWords(table, stations));
+  }
+  return words.join(QStringLiteral(", "));
+}
+
+QString DayWords(const std::chrono::year_month_day& day) {
+  const QDate date(static_cast<int>(day.year()),
+                   static_cast<int>(static_cast<unsigned>(day.month())),
+                   static_cast<int>(static_cast<unsigned>(day.day())));
+  const bool isThisYear = date.year() == QDate::currentDate().year();
+  return QLocale::c().toString(date,
+                               isThisYear ? QStringLiteral("d MMM") : QStringLiteral("d MMM yyyy"));
 }
 
 QString ByteWords(std::uint8_t byte) {

@@ -6,7 +6,9 @@
 #define VIEWS_WORDS_H_
 
 #include <QString>
+#include <chrono>
 #include <cstdint>
+#include <span>
 
 #include "switcher/table.h"
 
@@ -20,6 +22,13 @@ QString TableWords(const switcher::TablePart& part);
 
 // The same when it was sent in so many messages: "inhibits, 64 outputs", "buttons 12".
 QString SentTableWords(const switcher::TablePart& part, int messages);
+
+// Messages of tables, which rise: "station labels, inhibits of outputs 3, 5 to 9, buttons of
+// station 12".
+QString PartWords(std::span<const switcher::TablePart> parts);
+
+// A day: "21 Nov", or "21 Nov 2025" when it is not of this year.
+QString DayWords(const std::chrono::year_month_day& day);
 
 // A byte: "0xCD".
 QString ByteWords(std::uint8_t byte);

@@ -54,6 +54,9 @@ void LogKeeper::FollowTables() {
   connect(&unsent, &UnsentTables::Failed, this, [this](const switcher::TablePart& part) {
     Add(Kind::Table, tr("Not sent: %1").arg(views::TableWords(part)));
   });
+  connect(&unsent, &UnsentTables::NotConfirmed, this, [this](const UnsentTables::Parts& parts) {
+    Add(Kind::Table, tr("Not confirmed by the switcher: %1").arg(views::PartWords(parts)));
+  });
 }
 
 void LogKeeper::FollowTransfers() {
@@ -64,6 +67,12 @@ void LogKeeper::FollowTransfers() {
   connect(&transfers, &Transfers::DownloadEnded, this,
           [this](const switcher::DownloadResult& result) {
             Add(Kind::Table, views::DownloadWords(result));
+          });
+  connect(&transfers, &Transfers::SendingBegun, this,
+          [this] { Add(Kind::Table, tr("Sending of changes begun")); });
+  connect(&transfers, &Transfers::SendingEnded, this,
+          [this](const switcher::DownloadResult& result) {
+            Add(Kind::Table, views::SendingWords(result));
           });
   connect(&transfers, &Transfers::RetrievalBegun, this,
           [this] { Add(Kind::Table, tr("Retrieval begun")); });

@@ -57,6 +57,7 @@ constexpr Explained kExplained[] = {
     {"frmInptLevel", "levels.html#set"},
     {"frmQdvTally", "levels.html#tally"},
     {"frmDownProg", "transfer.html#send"},
+    {"frmSendChanges", "unsent.html#send"},
     {"frmSysInfo", "transfer.html#retrieve"},
     {"frmCompare", "compare.html#compare"},
     {"frmTeskAbout", "commands.html#help"},

@@ -28,7 +28,9 @@ enum class Hint : std::uint8_t {
   JournalFails,
   PanelReport,
   NoBackup,
+  SentFails,
   NoSwitcher,
+  NeverSeen,
   WindowRescued,
   LogFile,
   Demo

@@ -67,6 +67,8 @@ class MainWindow : public QMainWindow,
   QAction& CompareCommand() { return *compare_; }
   // aidUnsavedRuns: what runs of the console changed that ended without saving.
   QAction& UnsavedRunsCommand() { return *unsavedRuns_; }
+  // aidSendChanges: sends what is unsent.
+  QAction& SendChangesCommand() { return *sendChanges_; }
 
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
@@ -115,6 +117,7 @@ class MainWindow : public QMainWindow,
   QAction* restoreBackup_ = nullptr;
   QAction* compare_ = nullptr;
   QAction* unsavedRuns_ = nullptr;
+  QAction* sendChanges_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;

@@ -237,10 +237,11 @@ void StatusBar::ShowNote(const QString& text) {
   Want(note_, true);
 }
 
-void StatusBar::SetUnsent(const QString& tables) {
-  unsent_->setText(tr("Unsent: %1").arg(tables));
-  unsent_->setToolTip(tr("Edited here, and not sent to the switcher since"));
-  Want(unsent_, !tables.isEmpty());
+void StatusBar::SetUnsent(const QString& words) {
+  unsent_->setText(words);
+  unsent_->setToolTip(words + QStringLiteral("\n") +
+                      tr("The switcher was last known to hold something else."));
+  Want(unsent_, !words.isEmpty());
 }
 
 void StatusBar::SetPanels(const QStringList& panels) {

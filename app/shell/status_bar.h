@@ -47,8 +47,8 @@ class StatusBar : public QStatusBar {
   // A note that goes away by itself after five seconds.
   void ShowNote(const QString& text);
 
-  // Names the tables that were edited and not sent; empty for none.
-  void SetUnsent(const QString& tables);
+  // What is unsent, in words; empty for nothing.
+  void SetUnsent(const QString& words);
 
   // Says that the port of that number is closed; without a number nothing.
   void SetClosedPort(std::optional<int> number);

@@ -12,11 +12,14 @@ using views::IsShown;
 Transfers::~Transfers() {
   // Before what they work with goes.
   delete download_;
+  delete changes_;
   delete retrieval_;
   delete compare_;
 }
 
-bool Transfers::IsOpen() const { return IsShown(download_) || IsShown(retrieval_); }
+bool Transfers::IsOpen() const {
+  return IsShown(download_) || IsShown(changes_) || IsShown(retrieval_);
+}
 
 bool Transfers::MayBegin(bool isComparisonBusy) {
   if (IsOpen()) return false;
@@ -52,6 +55,21 @@ void Transfers::FinishDownload(const switcher::DownloadResult& result) {
           : tr("Cancelled. Stages not sent: %1").arg(QString::fromStdString(result.notSent)));
 }
 
+void Transfers::SendChanges() {
+  if (!MayBegin(compare_ != nullptr && compare_->IsWaiting())) return;
+  CloseComparison();
+  changes_ = new views::SendChangesWindow(services_.download, services_.download.unsent.All(),
+                                          &services_.window);
+  changes_->setAttribute(Qt::WA_DeleteOnClose);
+  connect(changes_, &views::SendChangesWindow::Begun, this, &Transfers::SendingBegun);
+  connect(changes_, &views::SendChangesWindow::Ended, this, &Transfers::SendingEnded);
+  connect(changes_, &views::SendChangesWindow::Confirmed, this, [this](int messages) {
+    Q_EMIT NoteRequested(messages == 1 ? tr("1 message sent and confirmed")
+                                       : tr("%1 messages sent and confirmed").arg(messages));
+  });
+  changes_->open();
+}
+
 void Transfers::RetrieveData() {
   // The views are closed for it: what is typed and cannot be stored would be lost.  What comes late
   // for a comparison would be taken for its answer.
@@ -59,6 +77,9 @@ void Transfers::RetrieveData() {
   CloseComparison();
   retrieval_ = new views::RetrievalWindow(services_.retrieval, &services_.window);
   retrieval_->setAttribute(Qt::WA_DeleteOnClose);
+  if (const QString unsent = services_.download.unsent.Names(); !unsent.isEmpty()) {
+    retrieval_->SetWarning(tr("Unsent: %1 will be lost").arg(unsent));
+  }
   connect(retrieval_, &views::RetrievalWindow::ViewsOutdated, &services_.views,
           &OpenViews::CloseAll);
   connect(retrieval_, &QDialog::finished, &services_.views, &OpenViews::ShowAllInPlace);
@@ -68,8 +89,6 @@ void Transfers::RetrieveData() {
 }
 
 void Transfers::FinishRetrieval(const switcher::RetrievalResult& result) {
-  // What was edited here is overwritten by what the switcher holds.
-  if (result.IsWhole()) services_.download.unsent.Clear();
   Q_EMIT RetrievalEnded(result);
 }
 
@@ -88,6 +107,7 @@ void Transfers::CompareWithSwitcher() {
 
 void Transfers::CancelNow() {
   if (IsShown(download_)) download_->CancelNow();
+  if (IsShown(changes_)) changes_->CancelNow();
   if (IsShown(retrieval_)) retrieval_->CancelNow();
   if (compare_ != nullptr) compare_->CancelNow();
 }

@@ -12,6 +12,7 @@
 #include "views/compare/compare_window.h"
 #include "views/transfer/download_window.h"
 #include "views/transfer/retrieval_window.h"
+#include "views/transfer/send_changes_window.h"
 
 namespace app {
 
@@ -26,7 +27,7 @@ class Transfers : public QObject {
   struct Services {
     QWidget& window;  // the main window
     OpenViews& views;
-    views::DownloadWindow::Services download;
+    views::SendingWindow::Services download;
     switcher::Retrieval::Services retrieval;
     views::CompareWindow::Services compare;
   };
@@ -38,9 +39,12 @@ class Transfers : public QObject {
   ~Transfers() override;
 
   // Opens frmDownProg for what `mode` says: 0 for everything, -1 for the button programming.  It
-  // becomes the model's DownloadMode when the window opens.  Both operations first store what is
+  // becomes the model's DownloadMode when the window opens.  All operations first store what is
   // typed into a view; where that fails, which is reported, they open nothing.
   void SendData(std::int16_t mode);
+
+  // Opens frmSendChanges for what is unsent.
+  void SendChanges();
 
   // Opens frmSysInfo.  When it closes the three main views are shown again in their stored
   // places.
@@ -56,6 +60,9 @@ class Transfers : public QObject {
   // The operator has confirmed a download for what `mode` says; what came of it.
   void DownloadBegun(std::int16_t mode);
   void DownloadEnded(const switcher::DownloadResult& result);
+  // The same of sending changes.
+  void SendingBegun();
+  void SendingEnded(const switcher::DownloadResult& result);
   // The same of a retrieval.
   void RetrievalBegun();
   void RetrievalEnded(const switcher::RetrievalResult& result);
@@ -77,6 +84,7 @@ class Transfers : public QObject {
 
   const Services services_;
   QPointer<views::DownloadWindow> download_;
+  QPointer<views::SendChangesWindow> changes_;
   QPointer<views::RetrievalWindow> retrieval_;
   QPointer<views::CompareWindow> compare_;  // closed it stays, for late answers
 };

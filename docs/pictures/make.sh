@@ -254,6 +254,11 @@ sleep 0.3
 read -r left _ < <(place aidMapState)
 read -r last wide < <(place aidUnsent)
 picture sbStatusBar unsent -crop "$((last + wide - left))x+$left+0"
+trigger aidSendChanges
+wait_for shows cmdOkSendChg
+picture frmSendChanges send-changes
+click cmdCancelSendChg
+wait_for gone frmSendChanges
 trigger ID_SendData
 wait_for shows cmdDownGo
 picture frmDownProg send

@@ -138,7 +138,7 @@ TEST_F(LogKeeperTest, AComparisonIsFollowedToWhatIsStoredOfIt) {
   port_.Deliver("F5 00 00 01 00 01 FF");
   Click(window, "cmdCloseCmp");
   EXPECT_THAT(Tables(), ElementsAre("Comparison begun",
-                                    "Comparison ended: Cancelled. 1 difference in 1 tables, 19 "
+                                    "Comparison ended: Cancelled. 1 difference in 1 table, 19 "
                                     "not reported"));
   Click(window, "aidTickAll");
   Click(window, "cmdStoreCmp");
@@ -158,12 +158,15 @@ TEST_F(LogKeeperTest, TheLinkThePanelsAndNotesHaveTheirLines) {
       ElementsAre("Panel 2, 192.0.2.7: connected", "Panel 2, 192.0.2.7: take Out 3 < In 4 (Sum)",
                   "Panel 2, 192.0.2.7: gone"));
   using enum switcher::Table;
-  unsent_.NoteEdited({Inhibits, 3});
+  Q_EMIT unsent_.Edited({Inhibits, 3});
   unsent_.NoteSent({Inhibits}, 64, views::UnsentTables::Sender::Tool);
   unsent_.NoteSent({Buttons, 12}, 1, views::UnsentTables::Sender::Download);
   unsent_.NoteFailed({Relays});
+  Q_EMIT unsent_.NotConfirmed({{Inhibits, 3}, {Inhibits, 5}, {Buttons, 12}});
   EXPECT_THAT(Tables(), ElementsAre("Edited: inhibits 3", "Sent: inhibits, 64 outputs",
-                                    "Sent: buttons 12", "Not sent: relays"));
+                                    "Sent: buttons 12", "Not sent: relays",
+                                    "Not confirmed by the switcher: inhibits of outputs 3, 5, "
+                                    "buttons of station 12"));
   keeper_.Note(QStringLiteral("Written: /tmp/labels.csv"));
   EXPECT_THAT(Lines(EventLog::Kind::Note), ElementsAre("Written: /tmp/labels.csv"));
 }
@@ -265,13 +268,15 @@ TEST_F(LogWordsTest, ReportedRowsSayWhatChangedAlsoWhileTheMapIsLoading) {
 TEST_F(LogWordsTest, ARowStandsBeforeTheReportOfItsConflict) {
   database_.Set(1, "Inhibits", "10000000");
   OpenViews views(window_.Area(), Services(boxes_));
-  switcher::Decoder decoder(
-      {.model = model_,
-       .database = [this] { return database_.Files().Database(); },
-       .reporter = boxes_,
-       .changes = changes_,
-       .observers =
-           InOrder({.log = reports_, .aids = nobody_, .views = views, .panels = nobody_})});
+  switcher::Decoder decoder({.model = model_,
+                             .database = [this] { return database_.Files().Database(); },
+                             .reporter = boxes_,
+                             .changes = changes_,
+                             .observers = InOrder({.unsent = unsentMessages_,
+                                                   .log = reports_,
+                                                   .aids = nobody_,
+                                                   .views = views,
+                                                   .panels = nobody_})});
   views.ShowXmap();
   const int before = log_.rowCount();
   decoder.Decode(switcher::Bytes{0xF3, 0x00, 0x00, 0x00, 0x00, 0x01, 0x00, 0x01, 0xFF});
@@ -299,7 +304,6 @@ TEST_F(LogWordsTest, LabelsThatChangeChangeTheWords) {
   stations::Record record(*database_.Files().Stations());
   record.Set("Label", "HOST");
   ASSERT_TRUE(record.Commit({changes_, stations::Origin::Operator}).ok());
-  unsent_.NoteEdited({switcher::Table::OutputLabels, 1});
   port_.Deliver("F3 00 00 00 00 00 00 00 FF");
   model_.LabelCount = 1;
   port_.Deliver("F9 0A 61 20 20 20 20 20 20 20 4B FF");  // the first input is "a"

@@ -55,6 +55,8 @@ constexpr const char* kNotShown[] = {
     "Crosspoint tools",
     "Label tools",
     "Download progress",
+    "Progress of sending",
+    "What is sent",
     "Messages received",
     "Link to the switcher",
     "Current crosspoint",
@@ -150,7 +152,7 @@ TEST(ManualMessagesTest, TheSearchFindsTheTexts) {
         "Writing Configuration File", "Error Processing Take Command",
         // Notes, hints, the status bar, a window.
         "Panel %1 was dropped: it does not read what it is sent",
-        "Button %1 of station %2 has no target and is stored as inactive", "Unsent: %1",
+        "Button %1 of station %2 has no target and is stored as inactive", "Unsent since %1: %2",
         "Map requesting…", "DEMO", "No data for %1 s", "Failed Csum",
         "The serial line has taken no byte for two seconds", "Cannot write in ",
         "Reported %1 times", "You may not open %1: its rights forbid it.", "Nothing was pasted."}) {

@@ -40,9 +40,12 @@ TEST(SwitcherObservers, TheLogIsToldFirstAndThePanelsLast) {
   Recorder views("views", told);
   Recorder aids("aids", told);
   Recorder log("log", told);
-  const auto observers = InOrder({.log = log, .aids = aids, .views = views, .panels = panels});
+  Recorder unsent("unsent", told);
+  const auto observers =
+      InOrder({.unsent = unsent, .log = log, .aids = aids, .views = views, .panels = panels});
   observers.Tell(&switcher::SwitcherEvents::CrosspointRowChanged, 5, 1);
-  EXPECT_THAT(told, testing::ElementsAre("log 5 1", "aids 5 1", "views 5 1", "panels 5 1"));
+  EXPECT_THAT(told,
+              testing::ElementsAre("unsent 5 1", "log 5 1", "aids 5 1", "views 5 1", "panels 5 1"));
 }
 
 // Whether this operation is one that its class has overridden.

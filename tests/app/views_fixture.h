@@ -17,6 +17,7 @@
 #include "switcher/live_commands.h"
 #include "switcher/table_senders.h"
 #include "tests/support/fake_serial_port.h"
+#include "tests/support/one_day.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_tables.h"
 #include "tests/support/small_database.h"
@@ -50,8 +51,13 @@ class ViewsFixture : public testing::Test {
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
-  views::UnsentTables unsent_;
   stations::Changes changes_;
+  switcher::UnsentMessages unsentMessages_{
+      {.model = model_,
+       .database = [this] { return database_.Files().Database(); },
+       .changes = changes_,
+       .today = [] { return test::kToday; }}};
+  views::UnsentTables unsent_{unsentMessages_};
   config::WindowSettings settings_{QString()};
   switcher::LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}};
 };
@@ -71,16 +77,21 @@ class TransfersFixture : public ViewsFixture {
                             .changes = changes_}};
   SwitcherReports reports_{{.model = model_, .labels = labels_, .log = log_}};
   switcher::SwitcherEvents nobody_;
-  switcher::Decoder decoder_{
-      {.model = model_,
-       .database = [this] { return database_.Files().Database(); },
-       .reporter = reporter_,
-       .changes = changes_,
-       .observers =
-           InOrder({.log = reports_, .aids = nobody_, .views = views_, .panels = nobody_})}};
+  switcher::Decoder decoder_{{.model = model_,
+                              .database = [this] { return database_.Files().Database(); },
+                              .reporter = reporter_,
+                              .changes = changes_,
+                              .observers = InOrder({.unsent = unsentMessages_,
+                                                    .log = reports_,
+                                                    .aids = nobody_,
+                                                    .views = views_,
+                                                    .panels = nobody_})}};
   switcher::Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = window_}};
-  switcher::TableSenders senders_{
-      {.model = model_, .files = database_.Files(), .port = port_, .reporter = reporter_}};
+  switcher::TableSenders senders_{{.model = model_,
+                                   .files = database_.Files(),
+                                   .port = port_,
+                                   .reporter = reporter_,
+                                   .account = &unsentMessages_}};
   Transfers transfers_{
       {.window = window_,
        .views = views_,

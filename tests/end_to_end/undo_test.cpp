@@ -52,7 +52,8 @@ TEST_F(UndoTest, WhatIsTakenBackIsSavedAsItWasAndTheLogOnDiskHasIt) {
   const std::string label = before_["1 Label"];
   EditFirstLabel(console, "DESK A");
   EditFirstLabel(console, "DESK B");
-  EXPECT_EQ(console.Property("aidUndo", "text"), "&Undo Label Of Station 1");
+  EXPECT_EQ(console.Property("aidUndo", "text").toString().toStdString(),
+            "&Undo Label Of Station 1");
   console.Keys("jgAlphas", "Ctrl+Z");
   EXPECT_THAT(console.Rows("jgAlphas").front(), StartsWith("1|DESK A|"));
   console.Keys("jgAlphas", "Ctrl+Z");

@@ -195,15 +195,10 @@ TEST_F(ButtonProgramTest, WhatIsStoredIsWellFormed) {
 }
 
 TEST_F(ButtonProgramTest, AnotherTypeIsStored) {
-  bool changed = false;
-  ASSERT_TRUE(StoreType(Stations(), 1, 2, author_, &changed).ok());
-  EXPECT_TRUE(changed);
+  ASSERT_TRUE(StoreType(Stations(), 1, 2, author_).ok());
   EXPECT_EQ(Field("B1 Type"), "2");
-  ASSERT_TRUE(StoreType(Stations(), 1, 2, author_, &changed).ok());
-  EXPECT_FALSE(changed);
-  ASSERT_TRUE(StoreType(Stations(), 2, 0, author_, &changed).ok());
-  EXPECT_TRUE(changed) << "null is no operation yet";
-  EXPECT_EQ(Field("B2 Type"), "0");
+  ASSERT_TRUE(StoreType(Stations(), 2, 0, author_).ok());
+  EXPECT_EQ(Field("B2 Type"), "0") << "null is no operation yet";
 }
 
 TEST_F(ButtonProgramTest, OnlyAButtonWithoutTargetsIsMadeInactive) {
@@ -248,7 +243,7 @@ TEST_F(ButtonProgramTest, WithoutARecordEverythingFailsAndNothingBreaks) {
   EXPECT_THAT(read.captions, ElementsAre("NONE", "NONE", "NONE"));
   EXPECT_THAT(read.types, ElementsAre(kNoType, kNoType, kNoType));
   EXPECT_EQ(StoreTarget(Stations(), 1, 1, true, 64, author_, &flag).Number(), 3021);
-  EXPECT_EQ(StoreType(Stations(), 1, 1, author_, &flag).Number(), 3021);
+  EXPECT_EQ(StoreType(Stations(), 1, 1, author_).Number(), 3021);
   EXPECT_EQ(StoreInactive(Stations(), 1, author_, &flag).Number(), 3021);
   EXPECT_EQ(StoreRelay(Stations(), 1, true, 64, author_).Number(), 3021);
   EXPECT_FALSE(flag);

@@ -5,7 +5,9 @@
 
 #include "stations/change.h"
 #include "switcher/live_commands.h"
+#include "switcher/unsent/unsent_messages.h"
 #include "tests/support/fake_serial_port.h"
+#include "tests/support/one_day.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_tables.h"
 #include "tools/stage/stage.h"
@@ -28,8 +30,12 @@ class ViewConsole : public stage::Stage {
   RecordingReporter reporter;
   switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}};
   RecordingTables tables;
-  views::UnsentTables unsent;
   stations::Changes changes;
+  switcher::UnsentMessages unsentMessages{{.model = model,
+                                           .database = [this] { return database.get(); },
+                                           .changes = changes,
+                                           .today = [] { return kToday; }}};
+  views::UnsentTables unsent{unsentMessages};
 };
 
 }  // namespace test

@@ -65,7 +65,7 @@ void DrawMaps() {
     console.Trigger("ID_Sum");
     Save(*console.subWindow, QStringLiteral("map-pending"));
     view.UpdateXmap(model::kAll, 0);
-    console.unsent.NoteEdited({.table = switcher::Table::Inhibits, .station = 1});
+    console.unsentMessages.Begin({{{switcher::Table::Inhibits, 1}, {}}});
     console.Type("00");
     Save(*console.subWindow, QStringLiteral("map-find"));
     console.Press(Qt::Key_Return);

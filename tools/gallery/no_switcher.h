@@ -7,12 +7,18 @@
 #include <string_view>
 #include <utility>
 
+#include <chrono>
+
 #include "model/error_reporter.h"
 #include "switcher/poll_switch.h"
 #include "switcher/serial_port.h"
 #include "views/table_sender.h"
 
 namespace gallery {
+
+// What the pictures show as today.
+inline constexpr std::chrono::year_month_day kToday{std::chrono::year(2026), std::chrono::November,
+                                                    std::chrono::day(21)};
 
 // A serial port with nothing at its other end.
 class DeadLine : public switcher::SerialPort {

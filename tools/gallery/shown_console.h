@@ -41,8 +41,12 @@ class ShownConsole : public stage::Stage {
 
   DeadLine port;
   NoSwitcher switcher;
-  views::UnsentTables unsent;
   stations::Changes changes;
+  ::switcher::UnsentMessages unsentMessages{{.model = model,
+                                             .database = [this] { return database.get(); },
+                                             .changes = changes,
+                                             .today = [] { return kToday; }}};
+  views::UnsentTables unsent{unsentMessages};
   ::switcher::LiveCommands commands{{.model = model, .port = port, .reporter = switcher}};
 };
 

@@ -9,6 +9,8 @@
 #include <QTreeView>
 
 #include "db/database_files.h"
+#include "db/keep_position.h"
+#include "stations/record.h"
 #include "switcher/load_tables.h"
 #include "switcher/wire/messages/button_data.h"
 #include "switcher/wire/messages/flag_row.h"
@@ -18,6 +20,7 @@
 #include "views/compare/compare_window.h"
 #include "views/transfer/download_window.h"
 #include "views/transfer/retrieval_window.h"
+#include "views/transfer/send_changes_window.h"
 
 namespace gallery {
 namespace {
@@ -85,6 +88,47 @@ class Transfers {
     Save(window, QStringLiteral("comparison-stored"));
   }
 
+  void DrawSendChanges() {
+    unsentMessages_.Begin({});
+    model_.LinkStatus = {1, 1, 0};
+    Edit(3, "Inhibits", "1");
+    Edit(7, "Relays", "1");
+    Edit(12, "B3 Type", 1);
+    {
+      views::SendChangesWindow window(SendingServices(), unsent_.All());
+      window.open();
+      Save(window, QStringLiteral("send-changes"));
+      model_.LinkStatus = {};
+      QTest::qWait(600);
+      Save(window, QStringLiteral("send-changes-not-connected"));
+      Press(window, "cmdCancelSendChg");
+    }
+    views::RetrievalWindow retrieval({.model = model_,
+                                      .decoder = decoder_,
+                                      .port = port_,
+                                      .link = link_,
+                                      .poll = noSwitcher_,
+                                      .reporter = noSwitcher_});
+    retrieval.SetWarning(QStringLiteral("Unsent: %1 will be lost").arg(unsent_.Names()));
+    retrieval.open();
+    Save(retrieval, QStringLiteral("retrieval-unsent"));
+    retrieval.CancelNow();
+    views::SendChangesWindow nothing(SendingServices(), {});
+    nothing.open();
+    Save(nothing, QStringLiteral("send-changes-nothing"));
+    model_.LinkStatus = {1, 1, 0};
+    views::SendChangesWindow lost(SendingServices(), unsent_.All());
+    lost.open();
+    Press(lost, "cmdOkSendChg");
+    const auto* const status = lost.findChild<QLabel*>(QStringLiteral("lblSendChg"));
+    Save(lost, QStringLiteral("send-changes-sending"));
+    if (!QTest::qWaitFor([status] { return status->text().startsWith(QLatin1String("Not")); })) {
+      qFatal("it says nothing");
+    }
+    Save(lost, QStringLiteral("send-changes-not-confirmed"));
+    model_.LinkStatus = {};
+  }
+
   void DrawRetrieval() {
     views::RetrievalWindow window({.model = model_,
                                    .decoder = decoder_,
@@ -130,6 +174,18 @@ class Transfers {
   }
 
  private:
+  views::SendingWindow::Services SendingServices() {
+    return {.model = model_, .tables = senders_, .poll = noSwitcher_, .unsent = unsent_};
+  }
+
+  void Edit(int station, std::string_view field, const jet::Value& value) {
+    const db::KeepPosition keep(*files_.Stations());
+    stations::Record record(*files_.Stations());
+    if (!files_.Stations()->Seek(station).ok()) qFatal("no station");
+    record.Set(field, value);
+    if (!record.Commit({changes_, stations::Origin::Operator}).ok()) qFatal("not stored");
+  }
+
   std::filesystem::path PathOf(const char* name) const {
     return folder_.filePath(QLatin1String(name)).toStdString();
   }
@@ -205,7 +261,11 @@ class Transfers {
       {.model = model_, .port = port_, .decoder = decoder_, .display = noDisplay_}};
   switcher::TableSenders senders_{
       {.model = model_, .files = files_, .port = port_, .reporter = noSwitcher_}};
-  views::UnsentTables unsent_;
+  switcher::UnsentMessages unsentMessages_{{.model = model_,
+                                            .database = [this] { return files_.Database(); },
+                                            .changes = changes_,
+                                            .today = [] { return kToday; }}};
+  views::UnsentTables unsent_{unsentMessages_};
 };
 
 }  // namespace
@@ -214,6 +274,7 @@ void DrawTransfer() {
   Transfers transfers;
   transfers.DrawDownload(0, QStringLiteral("download"));
   transfers.DrawDownload(-1, QStringLiteral("download-buttons"));
+  transfers.DrawSendChanges();
   transfers.DrawRetrieval();
   transfers.DrawComparison();
 }

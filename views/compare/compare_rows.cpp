@@ -135,16 +135,18 @@ std::vector<Difference> CompareRows(const switcher::ComparisonResult& result,
 
 QString CompareSummary(const switcher::ComparisonResult& result) {
   const std::size_t compared = result.accepted.size();
+  const QString tables =
+      compared == 1 ? CompareText::tr("1 table") : CompareText::tr("%1 tables").arg(compared);
   const std::size_t differing = ChangeRows(result.differences).size();
   QString words;
   if (compared == 0) {
     words = CompareText::tr("No table came");
   } else if (differing == 0) {
-    words = CompareText::tr("No difference in %1 tables").arg(compared);
+    words = CompareText::tr("No difference in %1").arg(tables);
   } else if (differing == 1) {
-    words = CompareText::tr("1 difference in %1 tables").arg(compared);
+    words = CompareText::tr("1 difference in %1").arg(tables);
   } else {
-    words = CompareText::tr("%1 differences in %2 tables").arg(differing).arg(compared);
+    words = CompareText::tr("%1 differences in %2").arg(differing).arg(tables);
   }
   const std::size_t unknown = result.refused.size() + result.missing.size();
   if (!result.completed) words = CompareText::tr("Cancelled. %1").arg(words);

@@ -37,11 +37,6 @@ constexpr Tool kQdvStatus = {"ID_QDVStatus", "QDV Status",
                              "Click To Display Current QDV Output Module Status", "qdv-status",
                              true};
 
-bool Changes(const stations::LabelEdit& change, LabelColumn column) {
-  return std::any_of(change.changes.begin(), change.changes.end(),
-                     [column](const stations::LabelChange& each) { return each.column == column; });
-}
-
 }  // namespace
 
 AlphasView::AlphasView(const Services& services, QWidget* parent)
@@ -171,24 +166,12 @@ bool AlphasView::StoreRow() {
     return false;
   }
   rows_.RecordsStored({stored});
-  Announce({change});
+  Announce();
   return true;
 }
 
-// The hidden flag is a mark in both label tables.
-void AlphasView::Announce(const std::vector<stations::LabelEdit>& changes) {
-  if (changes.empty()) return;
+void AlphasView::Announce() {
   find_->Refresh();
-  for (const stations::LabelEdit& change : changes) {
-    const int station = change.station.Int();
-    const bool hidden = Changes(change, LabelColumn::Hidden);
-    if (hidden || Changes(change, LabelColumn::StationLabel)) {
-      services_.unsent.NoteEdited({.table = Table::OutputLabels, .station = station});
-    }
-    if (hidden || Changes(change, LabelColumn::InputLabel)) {
-      services_.unsent.NoteEdited({.table = Table::InputLabels, .station = station});
-    }
-  }
   Q_EMIT LabelsChanged();
 }
 
@@ -248,7 +231,7 @@ void AlphasView::Paste() {
       if (!note.isEmpty()) Q_EMIT NoteRequested(note);
     }
   }
-  Announce(plan.changes);
+  if (!plan.changes.empty()) Announce();
 }
 
 // Two messages, each of which reports its own failure: when one table cannot be read, the other is

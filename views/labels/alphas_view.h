@@ -71,8 +71,8 @@ class AlphasView : public MainView {
 
   void SortBy(int column);
   void DownloadLabels();
-  // Tells the others what was stored.
-  void Announce(const std::vector<stations::LabelEdit>& changes);
+  // Labels were stored.
+  void Announce();
   void Refuse(const QString& text);
 
   const Services services_;

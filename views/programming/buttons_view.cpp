@@ -119,8 +119,6 @@ void ButtonsView::Connect() {
           [this](int index, bool checked) { ToggleTarget(index + 1, checked); });
   connect(&form_->relays, &TargetBoxes::Toggled, this,
           [this](int index, bool checked) { ToggleRelay(index + 1, checked); });
-  connect(&form_->optos, &OptoPage::Edited, this,
-          [this](int station) { NoteEdited(switcher::Table::Optos, station); });
   connect(&form_->optos, &OptoPage::NoteRequested, this, &ButtonsView::NoteRequested);
 }
 
@@ -313,9 +311,7 @@ void ButtonsView::StoreIfInactive(StationEvent& event) {
   event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
     return stations::StoreInactive(stations, Button(), station_.services.Navigation(), &changed);
   });
-  if (!changed) return;
-  NoteEdited(switcher::Table::Buttons, StationNumber(event));
-  NoteInactive(event);
+  if (changed) NoteInactive(event);
 }
 
 void ButtonsView::NoteInactive(StationEvent& event) {
@@ -416,21 +412,17 @@ void ButtonsView::ToggleTarget(int target, bool set) {
   const std::string caption = event.Use(
       kReadFailed, stations::EditedCaption(Selected(event), count, event.Station().targets));
   form_->PageOf(Button()).SetCaption(Button(), QString::fromStdString(caption));
-  NoteEdited(switcher::Table::Buttons, StationNumber(event));
   if (isInactive) NoteInactive(event);
 }
 
 void ButtonsView::ChooseType(int type) {
   StationEvent event(station_, kOperator);
-  bool changed = false;
   if (!event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
-        return stations::StoreType(stations, Button(), type, station_.services.Operator(),
-                                   &changed);
+        return stations::StoreType(stations, Button(), type, station_.services.Operator());
       })) {
     ShowOption(event);
     return;
   }
-  if (changed) NoteEdited(switcher::Table::Buttons, StationNumber(event));
   ShowOperation(event);
 }
 
@@ -441,9 +433,7 @@ void ButtonsView::ToggleRelay(int relay, bool set) {
                                     station_.services.Operator());
       })) {
     ShowRelays(event);
-    return;
   }
-  NoteEdited(switcher::Table::Relays, StationNumber(event));
 }
 
 void ButtonsView::SendSingleStation() {
@@ -456,9 +446,5 @@ void ButtonsView::SendSingleStation() {
 }
 
 void ButtonsView::SendOptos() { SendTable(station_.services, {.table = switcher::Table::Optos}); }
-
-void ButtonsView::NoteEdited(switcher::Table table, int station) {
-  station_.services.unsent.NoteEdited({.table = table, .station = station});
-}
 
 }  // namespace views

@@ -135,7 +135,6 @@ class ButtonsView : public MainView {
   void SendSingleStation();
   void SendOptos();
   // The operator or the view itself has changed this table of a station.
-  void NoteEdited(switcher::Table table, int station);
 
   ShownStation station_;
   int selectedButton_ = 1;

@@ -162,7 +162,6 @@ void OptoPage::StoreTarget(int target, bool selected) {
     }
     Q_EMIT NoteRequested(tr("Opto %1 has no target left and is inactive now").arg(opto.stationNum));
   }
-  if (done != stations::OptoEdit::None) Q_EMIT Edited(opto.stationNum);
 }
 
 void OptoPage::StoreOperation(int code) {
@@ -176,7 +175,6 @@ void OptoPage::StoreOperation(int code) {
   } else {
     ShowOption(event);
   }
-  if (done != stations::OptoEdit::None) Q_EMIT Edited(Read(event).stationNum);
 }
 
 void OptoPage::StoreChannel(int channel) {
@@ -187,7 +185,6 @@ void OptoPage::StoreChannel(int channel) {
     return stations::StoreOptoChannel(stations, channel, shown_.services.Operator(), &done);
   });
   if (!isStored) SelectChannel(event);
-  if (done != stations::OptoEdit::None) Q_EMIT Edited(Read(event).stationNum);
 }
 
 }  // namespace views

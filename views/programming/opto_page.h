@@ -55,8 +55,6 @@ class OptoPage : public QWidget {
   void UpdateOptoOptionButtons(StationEvent& event);
 
  Q_SIGNALS:
-  // What opto `station` (the StationNum of its record) does was stored.
-  void Edited(int station);
   void NoteRequested(const QString& note);
 
  private:

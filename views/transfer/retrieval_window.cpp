@@ -25,6 +25,7 @@ RetrievalWindow::RetrievalWindow(const switcher::Retrieval::Services& services, 
     : QDialog(parent),
       model_(services.model),
       text_(new QLabel(this)),
+      warning_(new QLabel(this)),
       history_(new MessageList(this)),
       line_(new QLabel(this)),
       silence_(new QLabel(this)),
@@ -46,6 +47,10 @@ RetrievalWindow::RetrievalWindow(const switcher::Retrieval::Services& services, 
 void RetrievalWindow::LayOut() {
   text_->setObjectName(QStringLiteral("lblSysInfText"));
   text_->setTextFormat(Qt::PlainText);
+  warning_->setObjectName(QStringLiteral("aidUnsentWarning"));
+  warning_->setTextFormat(Qt::PlainText);
+  warning_->setWordWrap(true);
+  warning_->hide();
   history_->hide();
   line_->setObjectName(QStringLiteral("aidRetrievalLine"));
   silence_->setObjectName(QStringLiteral("aidSilence"));
@@ -74,6 +79,7 @@ void RetrievalWindow::LayOut() {
 
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(text_);
+  layout->addWidget(warning_);
   layout->addWidget(history_, 1);
   layout->addWidget(line_);
   layout->addWidget(silence_);
@@ -81,6 +87,11 @@ void RetrievalWindow::LayOut() {
   layout->addWidget(buttons);
   // Only now: on the way into the box a button loses the focus.
   cancel_->setFocus();
+}
+
+void RetrievalWindow::SetWarning(const QString& warning) {
+  warning_->setText(warning);
+  warning_->setVisible(!warning.isEmpty());
 }
 
 void RetrievalWindow::MakeTimers() {
@@ -97,12 +108,13 @@ void RetrievalWindow::MakeTimers() {
 void RetrievalWindow::ShowHistory() {
   history_->clear();
   if (!history_->isHidden()) return;
+  const int question = text_->height() + (warning_->isHidden() ? 0 : warning_->height());
   text_->hide();
+  warning_->hide();
   history_->show();
   const int rowHeight = fontMetrics().height() + 4;
   const QRect room = screen()->availableGeometry();
-  resize(SizeOnScreen(QSize(width(), height() - text_->height() + kHistoryRows * rowHeight),
-                      room.size()));
+  resize(SizeOnScreen(QSize(width(), height() - question + kHistoryRows * rowHeight), room.size()));
   // It grows downwards, and its buttons stand at the bottom.
   move(CornerOnScreen(frameGeometry(), room));
 }

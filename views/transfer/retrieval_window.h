@@ -25,6 +25,9 @@ class RetrievalWindow : public QDialog, public switcher::RetrievalDisplay {
   explicit RetrievalWindow(const switcher::Retrieval::Services& services,
                            QWidget* parent = nullptr);
 
+  // Says under the question what would be lost; empty for nothing.
+  void SetWarning(const QString& warning);
+
   // Ends the wait, if there is one, and closes.
   void CancelNow();
 
@@ -58,6 +61,7 @@ class RetrievalWindow : public QDialog, public switcher::RetrievalDisplay {
 
   const model::SystemModel& model_;
   QLabel* text_;
+  QLabel* warning_;
   MessageList* history_;
   QLabel* line_;
   QLabel* silence_;

@@ -46,6 +46,11 @@ QString DownloadWords(const switcher::DownloadResult& result) {
   return Text("Download finished: %1").arg(TableCounts(result));
 }
 
+QString SendingWords(const switcher::DownloadResult& result) {
+  return (result.notSent.empty() ? Text("Changes sent: %1") : Text("Changes cancelled: %1"))
+      .arg(TableCounts(result));
+}
+
 QString RetrievalSummary(const switcher::RetrievalResult& result) {
   const QString counts = MessageCounts(result);
   if (result.lineLost) {

@@ -15,6 +15,9 @@ namespace views {
 // How a download ended: "Download finished: 69 tables sent, 1 not sent: relays".
 QString DownloadWords(const switcher::DownloadResult& result);
 
+// The same of messages that were chosen.
+QString SendingWords(const switcher::DownloadResult& result);
+
 // What a retrieval brought: "197 messages, 1 refused: Output 12 Relay Assignments".  It also says
 // what makes a retrieval without refusals an incomplete one; that it was cancelled is left to the
 // caller.

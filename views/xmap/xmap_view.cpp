@@ -374,7 +374,6 @@ void XmapView::ToggleInhibit() {
     // Drawn when it is stored, so that the grid never shows an inhibit that is not there.
     grid_.SetMark(cell.output, cell.input, decision->mark);
     cells_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(cell.output)));
-    services_.unsent.NoteEdited({.table = switcher::Table::Inhibits, .station = cell.output});
   }
 }
 

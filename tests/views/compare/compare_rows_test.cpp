@@ -72,6 +72,7 @@ TEST(CompareRows, WhatIsNotKnownIsARowThatCannotBeTicked) {
 }
 
 TEST(CompareSummary, SaysHowMuchDiffersAndWhatIsLacking) {
+  EXPECT_EQ(CompareSummary(Complete(1)), QStringLiteral("No difference in 1 table"));
   ComparisonResult result = Complete(195);
   EXPECT_EQ(CompareSummary(result), QStringLiteral("No difference in 195 tables"));
   result.differences = {OneField(3, "Label", "CAM 1", "CAM 2")};

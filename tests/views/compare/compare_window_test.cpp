@@ -112,6 +112,15 @@ TEST_F(CompareWindowTest, ListsWhatDiffersInWords) {
   ExpectUntouched();
 }
 
+// Of a button of which one field differs the row says all of it.
+TEST_F(CompareWindowTest, SaysTheWholeProgrammingOfAButton) {
+  database_.Set(1, "Label", "CAM 1");
+  database_.Set(1, "B1 First", 1);
+  database_.Set(1, "B1 Prog", "1");
+  Compare();
+  EXPECT_THAT(Rows(), ElementsAre("Station 1|Button 1|GROUP 1|TALK 1", "Output 2|Inhibits|none|1"));
+}
+
 TEST_F(CompareWindowTest, StoresWhatIsTickedAsOneAct) {
   Compare();
   TickRow(1);

@@ -25,8 +25,8 @@ void OptoConsole::Open() {
   column->addWidget(page->ChannelSelector(), 0, Qt::AlignLeft);
   column->addWidget(page);
   page->ChannelSelector()->show();
-  QObject::connect(page, &views::OptoPage::Edited, page,
-                   [this](int opto) { edited.push_back(opto); });
+  QObject::connect(&unsent, &views::UnsentTables::Edited, page,
+                   [this](const switcher::TablePart& part) { edited.push_back(part.station); });
   QObject::connect(page, &views::OptoPage::NoteRequested, page,
                    [this](const QString& note) { notes.push_back(note.toStdString()); });
   {

@@ -13,6 +13,7 @@
 #include <QTest>
 
 #include "tests/support/download_system.h"
+#include "tests/support/one_day.h"
 #include "tests/views/gui_support.h"
 
 namespace views {
@@ -68,7 +69,12 @@ class DownloadWindowTest : public test::DownloadSystem, public switcher::PollSwi
 
   ~DownloadWindowTest() override { delete window_; }
 
-  UnsentTables unsent_;
+  stations::Changes changes_;
+  switcher::UnsentMessages messages_{{.model = model_,
+                                      .database = [this] { return files_.Database(); },
+                                      .changes = changes_,
+                                      .today = [] { return test::kToday; }}};
+  UnsentTables unsent_{messages_};
   std::vector<bool> polling_;
   QStringList notSent_;
   QMetaObject::Connection connection_;

@@ -177,11 +177,13 @@ TEST(XmapView, UnsentInhibitsAreABadgeNotACaption) {
   XmapConsole console(8);
   XmapView& view = console.Open();
   auto* const send = view.findChild<QAction*>(QStringLiteral("ID_SendInhibits"));
+  console.unsentMessages.Begin({});
   const QImage before = send->icon().pixmap(32).toImage();
-  console.unsent.NoteEdited({switcher::Table::Inhibits, 1});
+  console.SelectCell(2, 3);
+  console.ClickTool("ID_ToggleInhibit");
   EXPECT_NE(send->icon().pixmap(32).toImage(), before);
   EXPECT_EQ(send->text(), QStringLiteral("Sen&d Inhibits"));
-  console.unsent.Clear();
+  console.ClickTool("ID_ToggleInhibit");
   EXPECT_EQ(send->icon().pixmap(32).toImage(), before);
 }
 
@@ -191,7 +193,7 @@ TEST(XmapView, AidsSendAndStoreNothing) {
   view.SetZoom(150);
   view.SetCrosshair(false);
   view.ShowFind(QStringLiteral("sta"));
-  console.unsent.NoteEdited({switcher::Table::Inhibits, 1});
+  console.unsentMessages.Begin({{{switcher::Table::Inhibits, 1}, {}}});
   console.Close();
   EXPECT_EQ(console.port.TakeWritten(), "");
   EXPECT_THAT(console.tables.traffic, IsEmpty());

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+//
+// What a table message is told by: a digest of all its bytes.  Its code and its number are among
+// them, so that no two messages share one.
+
+#ifndef SWITCHER_UNSENT_DIGEST_H_
+#define SWITCHER_UNSENT_DIGEST_H_
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <span>
+
+#include "db/jet/database.h"
+#include "model/status.h"
+#include "model/system_model.h"
+#include "switcher/table.h"
+
+namespace switcher {
+
+using Digest = std::uint64_t;
+
+inline constexpr Digest kDigestOfNothing = 0xCBF29CE484222325;
+
+// The digest of these bytes behind those of which `before` is the digest.
+Digest DigestOf(std::span<const std::uint8_t> bytes, Digest before = kDigestOfNothing);
+
+// The part whose message an edit of `part` is in: the labels and the optos have one for all
+// stations.
+TablePart MessageOf(const TablePart& part);
+
+// The digest of the message of a part as it would be sent now, of labels of their pair.  Nothing
+// when there is none: no such record, or a number beyond the counts of the model.
+// REQUIRES: `part` is one message: MessageOf(part) == part.
+model::Status LoadDigest(jet::Database& database, const model::SystemModel& model,
+                         const TablePart& part, std::optional<Digest>* digest);
+
+// The same of all messages that there are and that can be read.
+std::map<TablePart, Digest> LoadDigests(jet::Database& database, const model::SystemModel& model);
+
+}  // namespace switcher
+
+#endif  // SWITCHER_UNSENT_DIGEST_H_

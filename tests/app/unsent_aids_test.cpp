@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/shell/unsent_aids.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+
+#include "stations/record.h"
+#include "tests/views/gui_support.h"
+#include "tests/views/view_console.h"
+#include "views/words.h"
+
+namespace app {
+namespace {
+
+class UnsentAidsTest : public testing::Test {
+ protected:
+  void Edit(std::string_view field, const jet::Value& value) {
+    console_.GoToStation(3);
+    stations::Record record(*console_.Stations());
+    record.Set(field, value);
+    ASSERT_TRUE(record.Commit({console_.changes, stations::Origin::Operator}).ok());
+  }
+
+  QLabel& Badge() { return test::Find<QLabel>(status_, "aidUnsent"); }
+  QString HintText() { return test::Find<QLabel>(hints_, "aidHintText").text(); }
+
+  test::ViewConsole console_{8};
+  StatusBar status_;
+  HintStrip hints_;
+  QAction send_;
+  UnsentAids aids_{{.model = console_.model,
+                    .messages = console_.unsentMessages,
+                    .unsent = console_.unsent,
+                    .status = status_,
+                    .hints = hints_,
+                    .sendChanges = send_}};
+};
+
+TEST_F(UnsentAidsTest, TheStatusBarSaysSinceWhen) {
+  status_.resize(1600, 30);
+  status_.show();
+  console_.unsentMessages.Begin({});
+  EXPECT_TRUE(Badge().isHidden());
+  Edit("Inhibits", "10000000");
+  const QString words =
+      QStringLiteral("Unsent since %1: inhibits of output 3").arg(views::DayWords(test::kToday));
+  EXPECT_EQ(Badge().text(), words);
+  EXPECT_FALSE(Badge().isHidden());
+  EXPECT_EQ(Badge().toolTip(),
+            words + QStringLiteral("\nThe switcher was last known to hold something else."));
+  Edit("Inhibits", "00000000");
+  EXPECT_TRUE(Badge().isHidden());
+}
+
+TEST_F(UnsentAidsTest, ADatabaseThatTheSwitcherNeverSawIsSpokenOfWhenItIsThere) {
+  console_.unsentMessages.Begin({});
+  aids_.Update();
+  EXPECT_TRUE(hints_.isHidden()) << "without a link there is nothing to say";
+  console_.model.LinkStatus = {1, 1, 0};
+  aids_.Update();
+  EXPECT_FALSE(hints_.isHidden());
+  EXPECT_EQ(HintText(),
+            QStringLiteral("The switcher was never seen to hold this database. Send all of it, or "
+                           "retrieve what the switcher holds."));
+  console_.unsentMessages.NoteHeld({switcher::Table::Inhibits, 3}, 1);
+  EXPECT_TRUE(hints_.isHidden());
+}
+
+TEST_F(UnsentAidsTest, TheCommandHasABadgeWhileSomethingIsUnsent) {
+  console_.unsentMessages.Begin({});
+  const QImage before = send_.icon().pixmap(32).toImage();
+  Edit("Inhibits", "10000000");
+  EXPECT_NE(send_.icon().pixmap(32).toImage(), before);
+  Edit("Inhibits", "00000000");
+  EXPECT_EQ(send_.icon().pixmap(32).toImage(), before);
+}
+
+}  // namespace
+}  // namespace app

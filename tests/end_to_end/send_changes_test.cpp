@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+//
+// What is unsent, and no more than that on its way to the switcher: the real console on the real
+// simulator.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "tests/end_to_end/console_process.h"
+#include "tests/end_to_end/system_database.h"
+#include "tests/support/simulator_process.h"
+
+namespace test {
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+using namespace std::chrono_literals;
+
+class SendChangesTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    folder_.WriteSettings(line_);
+    CreateSystem(folder_ / "Tesk.mdb", 16, 1);
+    simulator_ = std::make_unique<SimulatorProcess>(std::vector<std::string>{
+        "--database", (folder_ / "Tesk.mdb").string(), "--log", "--baud", "0", "--link", line_});
+    StartConsole();
+  }
+
+  void StartConsole() {
+    console_ = std::make_unique<ConsoleProcess>(folder_);
+    ASSERT_TRUE(console_->IsUp());
+    ASSERT_TRUE(simulator_->WaitForLine("rx poll keep-alive"));
+  }
+
+  std::string Text(const char* object) {
+    return console_->Property(object, "text").toString().toStdString();
+  }
+
+  bool WaitForUnsent(const std::string& words) {
+    return ConsoleProcess::WaitFor(
+        [&] { return console_->IsShown("aidUnsent") && Text("aidUnsent").ends_with(words); });
+  }
+
+  bool WaitForNothingUnsent() {
+    return ConsoleProcess::WaitFor([&] { return !console_->IsShown("aidUnsent"); });
+  }
+
+  void OpenSendChanges() {
+    console_->Trigger("aidSendChanges");
+    ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("frmSendChanges"); }));
+  }
+
+  // What reaches the switcher from now on, up to the next poll.
+  std::vector<std::string> Received() {
+    std::vector<std::string> received;
+    while (const auto line = simulator_->WaitForLine("rx ")) {
+      const std::string what = line->substr(line->find("rx "));
+      if (what.starts_with("rx poll")) {
+        if (received.empty()) continue;
+        break;
+      }
+      received.push_back(what);
+    }
+    return received;
+  }
+
+  int argc_ = 0;
+  QCoreApplication application_{argc_, nullptr};
+  ConsoleFolder folder_;
+  std::string line_ = folder_ / "line";
+  std::unique_ptr<SimulatorProcess> simulator_;
+  std::unique_ptr<ConsoleProcess> console_;
+};
+
+TEST_F(SendChangesTest, TheSwitcherHasTheEditAndNothingElseTravels) {
+  console_->Use("ID_ToggleInhibit", 10, 3);
+  ASSERT_TRUE(WaitForUnsent(": inhibits of output 10"));
+  const std::string before = simulator_->Command("inhibits 10");
+  OpenSendChanges();
+  const std::vector<std::string> rows = console_->Rows("lstUnsent");
+  ASSERT_EQ(rows.size(), 1U);
+  EXPECT_THAT(rows[0], HasSubstr("Inhibits of output 10"));
+  console_->Click("cmdOkSendChg");
+  const std::vector<std::string> received = Received();
+  ASSERT_EQ(received.size(), 1U);
+  EXPECT_THAT(received[0], StartsWith("rx inhibits output 10 "));
+  EXPECT_TRUE(ConsoleProcess::WaitFor([this] { return !console_->IsShown("frmSendChanges"); }));
+  EXPECT_TRUE(WaitForNothingUnsent());
+  EXPECT_NE(simulator_->Command("inhibits 10"), before);
+  SimulatorProcess wanted({"--database", (folder_ / "WorkingDb.md$").string()});
+  EXPECT_EQ(simulator_->Command("inhibits 10"), wanted.Command("inhibits 10"));
+  EXPECT_THAT(console_->Boxes(), IsEmpty());
+}
+
+TEST_F(SendChangesTest, WhatIsUnsentIsSaidAgainInTheNextRun) {
+  console_->Use("ID_ToggleInhibit", 10, 3);
+  ASSERT_TRUE(WaitForUnsent(": inhibits of output 10"));
+  const std::string words = Text("aidUnsent");
+  EXPECT_EQ(console_->Terminate(), 0);
+  std::ifstream file(folder_ / "Tesk.sent");
+  std::string line;
+  ASSERT_TRUE(std::getline(file, line));
+  EXPECT_THAT(line, StartsWith("inhibits 10 found "));
+  console_.reset();
+  StartConsole();
+  ASSERT_TRUE(WaitForUnsent(": inhibits of output 10"));
+  EXPECT_EQ(Text("aidUnsent"), words);
+  console_->Use("ID_ToggleInhibit", 10, 3);
+  EXPECT_TRUE(WaitForNothingUnsent()) << "an edit that is taken back";
+}
+
+TEST_F(SendChangesTest, ASwitcherThatDoesNotAnswerConfirmsNothing) {
+  console_->Use("ID_ToggleInhibit", 10, 3);
+  OpenSendChanges();
+  EXPECT_EQ(simulator_->Command("silence on"), "ok silence on");
+  console_->Click("cmdOkSendChg");
+  ASSERT_TRUE(ConsoleProcess::WaitFor(
+      [this] { return Text("lblSendChg").starts_with("Not confirmed by the switcher"); }));
+  EXPECT_THAT(Text("lblSendChg"), EndsWith("unsent as before: inhibits of output 10"));
+  console_->Click("cmdCancelSendChg");
+  EXPECT_TRUE(WaitForUnsent(": inhibits of output 10"));
+}
+
+TEST_F(SendChangesTest, UnpluggedBeforeTheAnswerItStaysUnsent) {
+  console_->Use("ID_ToggleInhibit", 10, 3);
+  OpenSendChanges();
+  EXPECT_EQ(simulator_->Command("silence on"), "ok silence on");
+  console_->Click("cmdOkSendChg");
+  ASSERT_TRUE(simulator_->WaitForLine("rx inhibits output 10"));
+  simulator_->Command("unplug");
+  ASSERT_TRUE(ConsoleProcess::WaitFor(
+      [this] { return Text("lblSendChg").starts_with("Not confirmed by the switcher"); }));
+  console_->Click("cmdCancelSendChg");
+  EXPECT_TRUE(WaitForUnsent(": inhibits of output 10"));
+}
+
+}  // namespace
+}  // namespace test

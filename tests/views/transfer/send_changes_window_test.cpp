@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/transfer/send_changes_window.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "db/keep_position.h"
+#include "stations/record.h"
+#include "tests/support/download_system.h"
+#include "tests/support/one_day.h"
+#include "tests/views/gui_support.h"
+#include "views/words.h"
+
+namespace views {
+namespace {
+
+using switcher::Table;
+using switcher::TablePart;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr char kInhibits3[] = "F5 02 00 01 00 00 00 03 FF";
+
+// The window on a system of 16 channels and two stations, of which the inhibits of output 3, the
+// relays of output 1 and the buttons of station 2 were edited.
+class SendChangesWindowTest : public test::DownloadSystem, public switcher::PollSwitch {
+ protected:
+  SendChangesWindowTest() { model_.DownloadInterval = 1; }
+  ~SendChangesWindowTest() override { delete window_; }
+
+  void SetUp() override {
+    test::DownloadSystem::SetUp();
+    messages_.Begin({});
+    model_.LinkStatus = {1, 1, 0};
+  }
+
+  void SetPolling(bool on) override { polling_.push_back(on); }
+
+  void Edit(int station, std::string_view field, const jet::Value& value) {
+    const db::KeepPosition keep(*files_.Stations());
+    ASSERT_TRUE(files_.Stations()->Seek(station).ok());
+    stations::Record record(*files_.Stations());
+    record.Set(field, value);
+    ASSERT_TRUE(record.Commit({changes_, stations::Origin::Operator}).ok());
+  }
+
+  void EditAll() {
+    Edit(3, "Inhibits", "1");
+    Edit(1, "Relays", "1");
+    Edit(2, "B1 Type", 2);
+  }
+
+  void Open() {
+    window_ = new SendChangesWindow(
+        {.model = model_, .tables = accounted_, .poll = *this, .unsent = unsent_}, unsent_.All());
+    window_->setAttribute(Qt::WA_DeleteOnClose);
+    window_->open();
+    QCoreApplication::processEvents();
+  }
+
+  template <typename Type>
+  Type* Child(const char* name) {
+    return &test::Find<Type>(*window_, name);
+  }
+
+  QString Text(const char* name) { return Child<QLabel>(name)->text(); }
+
+  void Click(const char* name) { QTest::mouseClick(Child<QPushButton>(name), Qt::LeftButton); }
+
+  void Untick(int row) {
+    Child<QTreeWidget>("lstUnsent")->topLevelItem(row)->setCheckState(0, Qt::Unchecked);
+  }
+
+  std::vector<std::string> Rows() {
+    std::vector<std::string> rows;
+    const QTreeWidget& list = *Child<QTreeWidget>("lstUnsent");
+    for (int row = 0; row < list.topLevelItemCount(); ++row) {
+      QStringList cells;
+      for (int column = 0; column < 4; ++column) cells += list.topLevelItem(row)->text(column);
+      rows.push_back(cells.join(u'|').toStdString());
+    }
+    return rows;
+  }
+
+  bool WaitUntilSent() {
+    return QTest::qWaitFor(
+        [this] {
+          return Text("lblSendChg") == QStringLiteral("Waiting for the switcher's answer");
+        },
+        10000);
+  }
+
+  bool WaitForTheEnd() {
+    return QTest::qWaitFor([this] { return window_ == nullptr; }, 10000);
+  }
+
+  stations::Changes changes_;
+  switcher::UnsentMessages messages_{{.model = model_,
+                                      .database = [this] { return files_.Database(); },
+                                      .changes = changes_,
+                                      .today = [] { return test::kToday; }}};
+  UnsentTables unsent_{messages_};
+  switcher::TableSenders accounted_{{.model = model_,
+                                     .files = files_,
+                                     .port = port_,
+                                     .reporter = reporter_,
+                                     .account = &messages_}};
+  std::vector<bool> polling_;
+  QPointer<SendChangesWindow> window_;
+};
+
+TEST_F(SendChangesWindowTest, ListsWhatIsUnsentWithItsTime) {
+  EditAll();
+  Open();
+  EXPECT_EQ(window_->objectName(), QStringLiteral("frmSendChanges"));
+  EXPECT_TRUE(window_->isModal());
+  const std::string day = DayWords(test::kToday).toStdString();
+  EXPECT_THAT(Rows(), ElementsAre("Inhibits of output 3|" + day + "|9|0.00 s",
+                                  "Relays of output 1|" + day + "|21|0.00 s",
+                                  "Buttons of station 2|" + day + "|645|0.11 s"));
+  EXPECT_EQ(Text("aidSendChgSum"), QStringLiteral("3 messages, 675 bytes, 0.12 s"));
+  EXPECT_TRUE(Child<QPushButton>("cmdOkSendChg")->isEnabled());
+  EXPECT_TRUE(Child<QPushButton>("cmdCancelSendChg")->isDefault());
+  EXPECT_FALSE(Child<QLabel>("aidSendChgLink")->isVisible());
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+TEST_F(SendChangesWindowTest, SendsWhatIsTickedAndNothingElse) {
+  EditAll();
+  Open();
+  Untick(1);
+  Untick(2);
+  EXPECT_EQ(Text("aidSendChgSum"), QStringLiteral("1 message, 9 bytes, 0.00 s"));
+  Click("cmdOkSendChg");
+  ASSERT_TRUE(WaitUntilSent());
+  EXPECT_EQ(port_.TakeWritten(), kInhibits3);
+  EXPECT_THAT(polling_, ElementsAre(false, true));
+  messages_.Polled();
+  messages_.Answered(1);
+  ASSERT_TRUE(WaitForTheEnd());
+  EXPECT_THAT(unsent_.All(),
+              ElementsAre(TablePart{Table::Relays, 1}, TablePart{Table::Buttons, 2}));
+}
+
+TEST_F(SendChangesWindowTest, ClosesWhenAllIsConfirmed) {
+  EditAll();
+  Open();
+  const QSignalSpy confirmed(window_, &SendChangesWindow::Confirmed);
+  const QSignalSpy ended(window_, &SendChangesWindow::Ended);
+  Click("cmdOkSendChg");
+  EXPECT_EQ(window_->windowTitle(), QStringLiteral("Sending Changes (675 Bytes)"));
+  ASSERT_TRUE(WaitUntilSent());
+  EXPECT_EQ(ended.size(), 1);
+  EXPECT_EQ(confirmed.size(), 0);
+  messages_.Polled();
+  messages_.Answered(1);
+  ASSERT_TRUE(WaitForTheEnd());
+  ASSERT_EQ(confirmed.size(), 1);
+  EXPECT_EQ(confirmed[0][0].toInt(), 3);
+  EXPECT_THAT(unsent_.All(), IsEmpty());
+}
+
+TEST_F(SendChangesWindowTest, StaysToSayWhatWasNotConfirmed) {
+  EditAll();
+  Open();
+  Click("cmdOkSendChg");
+  ASSERT_TRUE(WaitUntilSent());
+  messages_.LineLost();
+  EXPECT_EQ(Text("lblSendChg"),
+            QStringLiteral("Not confirmed by the switcher, and unsent as before: inhibits of "
+                           "output 3, relays of output 1, buttons of station 2"));
+  EXPECT_EQ(Child<QPushButton>("cmdCancelSendChg")->text(), QStringLiteral("Close"));
+  Click("cmdCancelSendChg");
+  ASSERT_TRUE(WaitForTheEnd());
+}
+
+TEST_F(SendChangesWindowTest, WithoutASwitcherItSaysSo) {
+  EditAll();
+  model_.LinkStatus = {};
+  Open();
+  EXPECT_FALSE(Child<QPushButton>("cmdOkSendChg")->isEnabled());
+  EXPECT_TRUE(Child<QLabel>("aidSendChgLink")->isVisible());
+  EXPECT_EQ(Text("aidSendChgLink"), QStringLiteral("Not connected: no switcher would take them."));
+  model_.LinkStatus = {1, 1, 0};
+  EXPECT_TRUE(
+      QTest::qWaitFor([this] { return Child<QPushButton>("cmdOkSendChg")->isEnabled(); }, 10000));
+  EXPECT_FALSE(Child<QLabel>("aidSendChgLink")->isVisible());
+}
+
+TEST_F(SendChangesWindowTest, SaysWhenNothingIsUnsent) {
+  Open();
+  EXPECT_EQ(Text("aidSendChgText"),
+            QStringLiteral("Nothing is unsent: what is edited here is in the switcher."));
+  EXPECT_FALSE(Child<QTreeWidget>("lstUnsent")->isVisible());
+  EXPECT_FALSE(Child<QPushButton>("cmdOkSendChg")->isEnabled());
+  QTest::keyClick(window_, Qt::Key_Escape);
+  ASSERT_TRUE(WaitForTheEnd());
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(polling_, IsEmpty());
+}
+
+TEST_F(SendChangesWindowTest, WhatWasCancelledStaysUnsent) {
+  EditAll();
+  Open();
+  const QSignalSpy ended(window_, &SendChangesWindow::Ended);
+  Click("cmdOkSendChg");
+  Click("cmdCancelSendChg");
+  ASSERT_EQ(ended.size(), 0);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return ended.size() == 1; }, 10000));
+  EXPECT_EQ(unsent_.Names(), QStringLiteral("inhibits of output 3, relays of output 1, "
+                                            "buttons of station 2"));
+  EXPECT_EQ(polling_.back(), true);
+}
+
+TEST_F(SendChangesWindowTest, ClosesAtOnceWhenTheProgramEnds) {
+  EditAll();
+  Open();
+  Click("cmdOkSendChg");
+  window_->CancelNow();
+  EXPECT_FALSE(window_->isVisible());
+  EXPECT_EQ(polling_.back(), true);
+}
+
+}  // namespace
+}  // namespace views

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/transfer/send_changes_window.h"
+
+#include <QHeaderView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+#include "switcher/download_plan.h"
+#include "switcher/line_pace.h"
+#include "views/widgets/icon.h"
+#include "views/words.h"
+
+namespace views {
+namespace {
+
+enum Column { kMessage, kSince, kBytes, kSeconds, kColumnCount };
+
+constexpr int kListedRows = 12;
+constexpr int kTextCharacters = 60;
+constexpr int kLinkMilliseconds = 500;
+
+QString SecondsWords(int bytes) {
+  const double seconds = static_cast<double>(bytes) / switcher::LinePace::kBytesPerSecond;
+  return QStringLiteral("%1 s").arg(seconds, 0, 'f', seconds < 1 ? 2 : 1);
+}
+
+// "Inhibits of output 3"
+QString RowWords(const switcher::TablePart& part) {
+  QString words = PartWords({&part, 1});
+  words[0] = words[0].toUpper();
+  return words;
+}
+
+}  // namespace
+
+SendChangesWindow::SendChangesWindow(const Services& services, const UnsentTables::Parts& parts,
+                                     QWidget* parent)
+    : SendingWindow(services,
+                    {.status = "lblSendChg",
+                     .bar = "pbSendChg",
+                     .ok = "cmdOkSendChg",
+                     .cancel = "cmdCancelSendChg"},
+                    parent),
+      model_(services.model),
+      text_(new QLabel(this)),
+      list_(new QTreeWidget(this)),
+      sum_(new QLabel(this)),
+      link_(new QLabel(this)) {
+  setObjectName(QStringLiteral("frmSendChanges"));
+  setWindowTitle(tr("Send Changes"));
+  setWindowIcon(Icon(QStringLiteral("send-changes")));
+  text_->setObjectName(QStringLiteral("aidSendChgText"));
+  sum_->setObjectName(QStringLiteral("aidSendChgSum"));
+  link_->setObjectName(QStringLiteral("aidSendChgLink"));
+  for (QLabel* const label : {text_, sum_, link_}) {
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+  }
+  text_->setMinimumWidth(kTextCharacters * fontMetrics().averageCharWidth());
+  Bar().setAccessibleName(tr("Progress of sending"));
+  FillList(parts);
+  auto* const question = new QVBoxLayout;
+  for (QWidget* const widget : std::initializer_list<QWidget*>{text_, list_, sum_, link_}) {
+    question->addWidget(widget, widget == list_ ? 1 : 0);
+  }
+  LayOut(question);
+  if (!parts_.empty()) list_->setFocus();
+  linkTimer_.setInterval(kLinkMilliseconds);
+  connect(&linkTimer_, &QTimer::timeout, this, &SendChangesWindow::UpdateQuestion);
+  linkTimer_.start();
+  connect(list_, &QTreeWidget::itemChanged, this, &SendChangesWindow::UpdateQuestion);
+  connect(&Unsent(), &UnsentTables::Changed, this, &SendChangesWindow::LookForAnswer);
+  connect(&Unsent(), &UnsentTables::NotConfirmed, this, &SendChangesWindow::NoteUnconfirmed);
+  connect(&Ok(), &QPushButton::clicked, this, [this] {
+    sent_ = Ticked();
+    Sending().GoFor(sent_);
+  });
+  UpdateQuestion();
+}
+
+void SendChangesWindow::FillList(const UnsentTables::Parts& parts) {
+  parts_ = parts;
+  list_->setObjectName(QStringLiteral("lstUnsent"));
+  list_->setAccessibleName(tr("What is sent"));
+  list_->setColumnCount(kColumnCount);
+  list_->setHeaderLabels({tr("Message"), tr("Since"), tr("Bytes"), tr("Time")});
+  list_->setRootIsDecorated(false);
+  list_->setUniformRowHeights(true);
+  list_->setAlternatingRowColors(true);
+  list_->setTabKeyNavigation(false);
+  list_->header()->setSectionsMovable(false);
+  list_->header()->setStretchLastSection(false);
+  list_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  list_->header()->setSectionResizeMode(kMessage, QHeaderView::Stretch);
+  for (const int column : {kBytes, kSeconds}) {
+    list_->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+  }
+  for (const switcher::TablePart& part : parts) {
+    const int bytes = switcher::SizeOf(model_, part).bytes;
+    const std::optional<switcher::Day> since = Unsent().Since(part);
+    auto* const row = new QTreeWidgetItem({RowWords(part), since ? DayWords(*since) : QString(),
+                                           QString::number(bytes), SecondsWords(bytes)});
+    row->setCheckState(kMessage, Qt::Checked);
+    for (const int column : {kBytes, kSeconds}) {
+      row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    }
+    list_->addTopLevelItem(row);
+  }
+  if (!parts.empty()) list_->setCurrentItem(list_->topLevelItem(0));
+  list_->setMinimumHeight(kListedRows * (fontMetrics().height() + 4));
+  list_->setVisible(!parts.empty());
+  sum_->setVisible(!parts.empty());
+  text_->setText(parts.empty()
+                     ? tr("Nothing is unsent: what is edited here is in the switcher.")
+                     : tr("The switcher does not hold these messages as they are here. Those that "
+                          "are ticked are sent, and nothing else."));
+}
+
+UnsentTables::Parts SendChangesWindow::Ticked() const {
+  UnsentTables::Parts ticked;
+  for (int row = 0; row < list_->topLevelItemCount(); ++row) {
+    if (list_->topLevelItem(row)->checkState(kMessage) == Qt::Checked) {
+      ticked.push_back(parts_[static_cast<std::size_t>(row)]);
+    }
+  }
+  return ticked;
+}
+
+void SendChangesWindow::UpdateQuestion() {
+  if (state_ != State::Asking) return;
+  const bool isConnected = model_.LinkStatus[0] == 1;
+  const UnsentTables::Parts ticked = Ticked();
+  int bytes = 0;
+  for (const switcher::TablePart& part : ticked) bytes += switcher::SizeOf(model_, part).bytes;
+  sum_->setText(
+      ticked.size() == 1
+          ? tr("1 message, %1 bytes, %2").arg(bytes).arg(SecondsWords(bytes))
+          : tr("%1 messages, %2 bytes, %3").arg(ticked.size()).arg(bytes).arg(SecondsWords(bytes)));
+  link_->setText(tr("Not connected: no switcher would take them."));
+  link_->setVisible(!isConnected && !parts_.empty());
+  Ok().setEnabled(isConnected && !ticked.empty());
+}
+
+void SendChangesWindow::ShowSending() {
+  state_ = State::Sending;
+  linkTimer_.stop();
+  list_->setEnabled(false);
+}
+
+void SendChangesWindow::Close() {
+  if (state_ == State::Sending && !closing_) {
+    Wait();
+  } else {
+    SendingWindow::Close();
+  }
+}
+
+void SendChangesWindow::CancelNow() {
+  closing_ = true;
+  SendingWindow::CancelNow();
+  if (isVisible()) SendingWindow::Close();
+}
+
+void SendChangesWindow::reject() {
+  if (state_ == State::Waiting || state_ == State::Over) {
+    done(QDialog::Rejected);
+  } else {
+    SendingWindow::reject();
+  }
+}
+
+// Everything is handed to the line; the poll is on again.
+void SendChangesWindow::Wait() {
+  state_ = State::Waiting;
+  Bar().setValue(Bar().maximum());
+  Status().setText(tr("Waiting for the switcher's answer"));
+  Cancel().setText(tr("Close"));
+  Cancel().setEnabled(true);
+  Cancel().setFocus();
+  TellEnd();
+  LookForAnswer();
+}
+
+void SendChangesWindow::LookForAnswer() {
+  if (state_ == State::Waiting && !Unsent().IsWaiting()) ShowEnd();
+}
+
+void SendChangesWindow::NoteUnconfirmed(const UnsentTables::Parts& parts) {
+  std::ranges::copy_if(parts, std::back_inserter(unconfirmed_), [this](const auto& part) {
+    return std::ranges::find(sent_, part) != sent_.end();
+  });
+  LookForAnswer();
+}
+
+void SendChangesWindow::ShowEnd() {
+  state_ = State::Over;
+  const switcher::DownloadResult& result = Sending().Result();
+  // What was left out is still as it was in the list of what is unsent.
+  UnsentTables::Parts missing;
+  const UnsentTables::Parts unsent = Unsent().All();
+  std::ranges::copy_if(sent_, std::back_inserter(missing), [&](const auto& part) {
+    return std::ranges::find(unsent, part) != unsent.end();
+  });
+  if (missing.empty() && unconfirmed_.empty() && result.failed.empty()) {
+    Q_EMIT Confirmed(result.sent);
+    done(QDialog::Accepted);
+    return;
+  }
+  Bar().hide();
+  Status().setWordWrap(true);
+  Status().setText(tr("Not confirmed by the switcher, and unsent as before: %1")
+                       .arg(PartWords(missing.empty() ? unconfirmed_ : missing)));
+}
+
+}  // namespace views
