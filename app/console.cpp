@@ -367,7 +367,10 @@ void Console::ConnectShutDown() {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
   connect(&shutDown_, &ShutDown::SavingDatabase, &backups_, &BackupKeeper::NoteMainFile);
   connect(&shutDown_, &ShutDown::DatabaseSaved, &log_, [this] { log_.Note(tr("Database saved")); });
-  connect(&shutDown_, &ShutDown::DatabaseSaved, &backups_, &BackupKeeper::KeepMainFile);
+  // Behind the journal, which says first that the run is saved.
+  connect(&shutDown_, &ShutDown::AllSaved, &backups_, [this](bool replaced) {
+    if (replaced) backups_.KeepMainFile();
+  });
   connect(&termination_, &Termination::Requested, &shutDown_, &ShutDown::Terminate);
   // Whoever logs out of the desktop wants what was edited kept: only the shut-down saves it.
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {

@@ -25,7 +25,7 @@ bool ShutDown::Run() {
     return false;
   }
   if (saved) Q_EMIT DatabaseSaved();
-  Q_EMIT AllSaved();
+  Q_EMIT AllSaved(saved);
   EndRun();
   return true;
 }

@@ -62,8 +62,8 @@ class ShutDown : public QObject {
   void SavingDatabase();
   // The database was saved, and had been changed.
   void DatabaseSaved();
-  // All that was edited is in Tesk.mdb, whether anything had to be saved for that or not.
-  void AllSaved();
+  // All that was edited is in Tesk.mdb, and whether that was replaced for it.
+  void AllSaved(bool replaced);
   // The port and the database are closed; the settings are written next.
   void RunEnded();
 

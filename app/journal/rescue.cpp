@@ -29,8 +29,11 @@ QString DayAndTime(const std::string& time) {
   return QLocale::c().toString(at.toLocalTime(), QStringLiteral("d MMM HH:mm"));
 }
 
-std::size_t RowsOf(const stations::UnsavedRun& run) {
-  return views::ChangeRows(stations::ChangesOf(run, Share::All)).size();
+// As many as the window of the changes lists.
+std::size_t ChangesIn(const stations::UnsavedRun& run) {
+  std::size_t changes = 0;
+  for (const stations::Act& act : run.acts) changes += views::ChangeRows(act.changes).size();
+  return changes;
 }
 
 // What stands in the way, from what a field holds to what it is to hold.
@@ -85,7 +88,7 @@ void Rescue::Collect(const std::string& digest) {
       services_.journal.EndRun(run.id, Kind::Saved);
       continue;
     }
-    const std::size_t changes = RowsOf(run);
+    const std::size_t changes = ChangesIn(run);
     const bool isOfThisDatabase = !digest.empty() && run.database == digest;
     offers_.push_back(
         {.run = std::move(run), .changes = changes, .isOfThisDatabase = isOfThisDatabase});

@@ -11,6 +11,7 @@
 #include "stations/journal/act.h"
 #include "stations/journal/compaction.h"
 #include "stations/journal/contents.h"
+#include "stations/journal/unsaved_run.h"
 
 namespace {
 
@@ -38,6 +39,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Check(stations::ReadAct(stations::WriteAct(act), &again));
     Check(stations::WriteAct(act) == stations::WriteAct(again));
   }
+  // What a run begins with is read and written alike.
+  stations::JournalRun begun;
+  begun.beginning = text;
+  const std::string database = stations::ReadUnsavedRun(begun).database;
+  const std::string beginning = stations::WriteBeginning(database);
+  begun.beginning = beginning;
+  Check(stations::ReadUnsavedRun(begun).database == database);
   std::string lines(text);
   std::int64_t number = 1;
   for (std::string_view rest = text; !rest.empty();) {
@@ -62,6 +70,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto before = stations::ChangesOf(stations::ActsOf(run, &unreadable));
     const auto after = stations::ChangesOf(stations::ActsOf(*kept, &keptUnreadable));
     Check(unreadable == keptUnreadable && IsSame(before, after));
+    const stations::UnsavedRun read = stations::ReadUnsavedRun(run);
+    Check(IsSame(stations::ChangesOf(read, stations::Share::All), before));
+    if (!read.HasReceived())
+      Check(IsSame(stations::ChangesOf(read, stations::Share::Edits), before));
   }
   return 0;
 }

@@ -10,6 +10,7 @@
 #include <QHeaderView>
 #include <QVBoxLayout>
 #include <memory>
+#include <utility>
 
 #include "db/database_files.h"
 #include "db/open_copy.h"
@@ -56,15 +57,7 @@ FieldLookup LookupIn(jet::Database& database) {
 
 std::vector<Difference> RowsOf(std::span<const stations::Change> changes, jet::Database& database) {
   std::vector<Difference> rows;
-  for (ChangeRow& row : ChangeRows(changes, LookupIn(database))) {
-    rows.push_back({.where = row.where,
-                    .what = row.what,
-                    .before = row.before,
-                    .after = row.after,
-                    .station = row.station,
-                    .fields = std::move(row.fields),
-                    .obstacle = {}});
-  }
+  for (ChangeRow& row : ChangeRows(changes, LookupIn(database))) rows.emplace_back(std::move(row));
   return rows;
 }
 
@@ -222,10 +215,10 @@ void BackupWindow::Compare() {
 }
 
 void BackupWindow::Restore() {
-  const std::vector<Difference> rows = list_->Ticked();
+  const std::vector<ChangeRow> rows = list_->Ticked();
   if (rows.empty()) return;
   const QString path = copies_->currentItem()->data(kMade, kPathRole).toString();
-  Q_EMIT RestoreRequested(ChangesOf(changes_, rows), QFileInfo(path).fileName());
+  Q_EMIT RestoreRequested(Chosen(changes_, rows), QFileInfo(path).fileName());
 }
 
 }  // namespace views
