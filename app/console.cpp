@@ -130,12 +130,17 @@ Console::Console(AppFolder folder)
                          .link = link_,
                          .poll = window_,
                          .reporter = boxes_},
-           .compare = {.comparison = {.model = model_,
-                                      .database = [this] { return files_.Database(); },
-                                      .port = port_,
-                                      .link = link_,
-                                      .poll = window_,
-                                      .reporter = boxes_},
+           .compare = {.comparison = {
+                           .model = model_,
+                           .database = [this] { return files_.Database(); },
+                           .port = port_,
+                           .link = link_,
+                           .poll = window_,
+                           .reporter = boxes_,
+                           .noteHeld =
+                               [this](const switcher::TablePart& part, switcher::Digest digest) {
+                                 unsentMessages_.NoteHeld(part, digest);
+                               }},
                        .changes = changes_}}),
       log_({.log = eventLog_,
             .labels = labels_,
@@ -255,8 +260,6 @@ void Console::ConnectCommands() {
   commands_.Set(QStringLiteral("ID_ArrangeIcons"), [&area] { ArrangeIcons(area); });
   connect(&window_.CompareCommand(), &QAction::triggered, &transfers_,
           &Transfers::CompareWithSwitcher);
-  connect(&transfers_, &Transfers::SendRequested, this,
-          [this](const auto& parts) { views::SendTables(viewServices_, parts); });
   connect(&window_.SendChangesCommand(), &QAction::triggered, &transfers_, &Transfers::SendChanges);
   window_.UpdateCommands();
   connect(&viewMenu_, &ViewMenu::EventLogRequested, &log_, &LogKeeper::Show);

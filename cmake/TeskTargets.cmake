@@ -53,6 +53,11 @@ function(tesk_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE tesk_product_options PUBLIC tesk_options ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC} AUTORCC ${ARG_MOC})
+  # Windows spend their time in the toolkit, and the sanitizers' checks take the optimiser longer
+  # than the tests of windows gain by it.
+  if(TESK_SANITIZE AND ARG_MOC)
+    target_compile_options(${name} PRIVATE -O0)
+  endif()
   tesk_compile_together(${name})
 endfunction()
 

@@ -13,14 +13,14 @@
 namespace stations {
 namespace {
 
-struct Step {
+struct Way {
   const jet::Value& from;
   const jet::Value& to;
 };
 
-Step StepOf(const FieldChange& field, Direction direction) {
-  return direction == Direction::Again ? Step{field.before, field.after}
-                                       : Step{field.after, field.before};
+Way WayOf(const FieldChange& field, Direction direction) {
+  return direction == Direction::Again ? Way{field.before, field.after}
+                                       : Way{field.after, field.before};
 }
 
 }  // namespace
@@ -38,13 +38,13 @@ model::Status FindConflicts(jet::Database& database, std::span<const Change> cha
     }
     Record record(*stations);
     for (const FieldChange& field : change.fields) {
-      const Step step = StepOf(field, direction);
+      const Way way = WayOf(field, direction);
       jet::Value present = record.Get(field.field);
-      if (present == step.from || present == step.to) continue;
+      if (present == way.from || present == way.to) continue;
       conflicts->push_back({.station = change.station,
                             .field = field.field,
                             .present = std::move(present),
-                            .wanted = step.to});
+                            .wanted = way.to});
     }
   }
   return {};
@@ -60,7 +60,7 @@ model::Status Apply(jet::Database& database, std::span<const Change> changes, Di
     if (stations->NoMatch()) continue;
     Record record(*stations);
     for (const FieldChange& field : change.fields) {
-      record.Set(field.field, StepOf(field, direction).to);
+      record.Set(field.field, WayOf(field, direction).to);
     }
     if (model::Status status = record.Commit(author); !status.ok()) return status;
   }

@@ -79,7 +79,7 @@ MessageSize SizeOf(const model::SystemModel& model, const TablePart& part) {
     case Table::OutputLabels:
     case Table::InputLabels:
       return {bytes(kLabelOrderCode, model.LabelCount) + bytes(kAlphaLabelsCode, model.LabelCount),
-              model.LabelCount + 1 + model.LabelCount * kLabelLength + 1};
+              model.LabelCount + 1 + model.LabelCount * static_cast<int>(kLabelLength) + 1};
     case Table::Inhibits:
       return {bytes(kInhibitRowCode, sources), sources + 1};
     case Table::Relays:

@@ -29,7 +29,7 @@ model::Status WithStations(const Services& services,
   return work(*stations);
 }
 
-void SendTables(const Services& services, const std::vector<switcher::TablePart>& parts) {
+void SendTables(const Services& services, std::initializer_list<switcher::TablePart> parts) {
   std::vector<std::optional<int>> sent;
   {
     const switcher::PollPause pause(services.poll);

@@ -4,8 +4,8 @@
 #define VIEWS_SERVICES_H_
 
 #include <functional>
+#include <initializer_list>
 #include <string_view>
-#include <vector>
 
 #include "config/window_settings.h"
 #include "db/jet/record_set.h"
@@ -45,7 +45,7 @@ model::Status WithStations(const Services& services,
 
 // Sends what `parts` name for a tool, one after the other with the poll off, and notes what was
 // sent once the poll is on again.  One that fails, which is reported, does not keep back the next.
-void SendTables(const Services& services, const std::vector<switcher::TablePart>& parts);
+void SendTables(const Services& services, std::initializer_list<switcher::TablePart> parts);
 
 // Sends what `part` names for a tool, with the poll as it is, and notes at once that it was sent.
 void SendTable(const Services& services, const switcher::TablePart& part);

@@ -5,7 +5,6 @@
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QPromise>
-#include <QThreadPool>
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -27,11 +26,11 @@ constexpr char kNothing[] = "{}";
 
 // Does something that may take its time where nobody waits for it.
 template <typename Result, typename Work>
-QFuture<Result> Elsewhere(Work work) {
+QFuture<Result> Elsewhere(QThreadPool& pool, Work work) {
   const auto promise = std::make_shared<QPromise<Result>>();
   QFuture<Result> result = promise->future();
   promise->start();
-  QThreadPool::globalInstance()->start([promise, work = std::move(work)] {
+  pool.start([promise, work = std::move(work)] {
     promise->addResult(work());
     promise->finish();
   });
@@ -69,7 +68,7 @@ JournalKeeper::JournalKeeper(stations::Changes& changes, const std::filesystem::
 }
 
 void JournalKeeper::Begin() {
-  digest_ = Elsewhere<std::string>([database = database_] { return DigestOf(database); });
+  digest_ = Elsewhere<std::string>(pool_, [database = database_] { return DigestOf(database); });
   const files::Outcome read = journal_.Read();
   isUsable_ = read.ok();
   NoteWriting(read);
@@ -159,7 +158,7 @@ void JournalKeeper::SyncSoon() {
 void JournalKeeper::Sync() {
   if (journal_.File() == nullptr) return;       // it was replaced by a file that is on the disk
   if (syncing_.isRunning()) return SyncSoon();  // a slow disk
-  syncing_ = Elsewhere<files::Outcome>([file = journal_.File(), path = path_] {
+  syncing_ = Elsewhere<files::Outcome>(pool_, [file = journal_.File(), path = path_] {
     if (const std::error_code error = file->Sync()) return files::Failure("write", path, error);
     files::SyncFolder(path.parent_path());
     return files::Outcome();

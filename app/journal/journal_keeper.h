@@ -6,6 +6,7 @@
 #include <QFuture>
 #include <QObject>
 #include <QString>
+#include <QThreadPool>
 #include <QTimer>
 #include <cstdint>
 #include <deque>
@@ -38,6 +39,12 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   // `changes` must outlive the object.  Nothing is read or written before Begin().
   JournalKeeper(stations::Changes& changes, const std::filesystem::path& journal,
                 std::filesystem::path database);
+
+  // What is done elsewhere tells an object that is there.
+  ~JournalKeeper() override { Finish(); }
+
+  // Waits until nothing is done elsewhere any more.
+  void Finish() { pool_.waitForDone(); }
 
   // Reads the journal.  To be called when the database of the run is the one that is in its file.
   void Begin();
@@ -99,6 +106,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   std::int64_t groups_ = 0;
   QTimer syncTimer_;
   QFuture<files::Outcome> syncing_;
+  QThreadPool pool_;
 };
 
 }  // namespace app

@@ -47,6 +47,9 @@ class Rescue : public QObject {
   // All must outlive the object.
   explicit Rescue(const Services& services);
 
+  // The digest of the database is told to an object that is there.
+  ~Rescue() override { services_.journal.Finish(); }
+
   // Looks for such runs, and offers the first as soon as it is known which database this is.  A run
   // whose changes are all in the database is none of them: it ended before it could say so.
   void Begin();

@@ -119,7 +119,7 @@ void MainWindow::BuildMenus() {
   file->addAction(CommandAction("ID_RetreiveData"));
   sendChanges_ = AddAid(*file, "aidSendChanges", tr("Send C&hanges…"));
   sendChanges_->setToolTip(tr("Send what the switcher does not hold yet, and nothing else"));
-  compare_ = AddAid(*file, "aidCompare", tr("&Compare With Switcher…"));
+  compare_ = AddAid(*file, "aidCompare", tr("Co&mpare With Switcher…"));
   compare_->setIcon(views::Icon(QStringLiteral("compare")));
   compare_->setToolTip(tr("Show where the tables of the switcher differ from those here"));
   file->addAction(&DiscardCommand());

@@ -58,8 +58,12 @@ void Transfers::FinishDownload(const switcher::DownloadResult& result) {
 void Transfers::SendChanges() {
   if (!MayBegin(compare_ != nullptr && compare_->IsWaiting())) return;
   CloseComparison();
-  changes_ = new views::SendChangesWindow(services_.download, services_.download.unsent.All(),
-                                          &services_.window);
+  SendParts(services_.download.unsent.All(), &services_.window);
+}
+
+// Modal over `parent` and what that stands over.
+void Transfers::SendParts(const views::UnsentTables::Parts& parts, QWidget* parent) {
+  changes_ = new views::SendChangesWindow(services_.download, parts, parent);
   changes_->setAttribute(Qt::WA_DeleteOnClose);
   connect(changes_, &views::SendChangesWindow::Begun, this, &Transfers::SendingBegun);
   connect(changes_, &views::SendChangesWindow::Ended, this, &Transfers::SendingEnded);
@@ -100,7 +104,10 @@ void Transfers::CompareWithSwitcher() {
     connect(compare_, &CompareWindow::Begun, this, &Transfers::ComparisonBegun);
     connect(compare_, &CompareWindow::Ended, this, &Transfers::ComparisonEnded);
     connect(compare_, &CompareWindow::Stored, this, &Transfers::TakenOver);
-    connect(compare_, &CompareWindow::SendRequested, this, &Transfers::SendRequested);
+    connect(compare_, &CompareWindow::SendRequested, this,
+            [this](const std::vector<switcher::TablePart>& parts) {
+              if (MayBegin(/*isComparisonBusy=*/false)) SendParts(parts, compare_);
+            });
   }
   compare_->Begin();
 }

@@ -66,17 +66,16 @@ class Transfers : public QObject {
   // The same of a retrieval.
   void RetrievalBegun();
   void RetrievalEnded(const switcher::RetrievalResult& result);
-  // The same of a comparison; what the operator took over from the switcher is stored; what he
-  // wants to have sent.
+  // The same of a comparison; what the operator took over from the switcher is stored.
   void ComparisonBegun();
   void ComparisonEnded(const switcher::ComparisonResult& result);
   void TakenOver(const std::vector<stations::Change>& changes);
-  void SendRequested(const std::vector<switcher::TablePart>& parts);
   // Something to say in passing.
   void NoteRequested(const QString& note);
 
  private:
   bool IsOpen() const;
+  void SendParts(const views::UnsentTables::Parts& parts, QWidget* parent);
   bool MayBegin(bool isComparisonBusy);
   void CloseComparison();
   void FinishDownload(const switcher::DownloadResult& result);

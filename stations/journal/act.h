@@ -15,8 +15,8 @@
 namespace stations {
 
 struct Act {
-  std::string title;  // "Label of station 17"
-  std::string time;   // of the clock on the wall: "2026-11-21T18:05:12+01:00"; for people only
+  std::string title;      // "Label of station 17"
+  std::string time = {};  // of the clock on the wall: "2026-11-21T18:05:12+01:00"; for people only
   Origin origin = Origin::Operator;
   std::int64_t group = 0;       // acts of one retrieval have one number; 0: belongs to none
   std::vector<Change> changes;  // each of the act's origin

@@ -3,6 +3,7 @@
 #include "switcher/comparison/comparison.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "db/database_files.h"
@@ -123,6 +124,7 @@ void Comparison::TakeTable(std::span<const std::uint8_t> message) {
   const TablePart part = ReportedTables::PartOf(message);
   if (state_ == State::Waiting) {
     tables_->Take(message);
+    NoteHeld(part);
     ++result_.messages;
     result_.bytes += static_cast<int>(message.size());
     silentSeconds_ = 0;
@@ -145,6 +147,16 @@ bool Comparison::AllCame() const {
 
 void Comparison::NoteLoss() {
   if (!services_.port.IsOpen()) result_.lineLost = true;
+}
+
+// Who is hidden comes with the station labels and is a mark in the input labels, too.
+void Comparison::NoteHeld(const TablePart& part) {
+  const std::vector<TablePart>& accepted = tables_->Accepted();
+  if (services_.noteHeld == nullptr || !Has(accepted, part)) return;
+  if (part.table == Table::InputLabels && !Has(accepted, {.table = Table::OutputLabels})) return;
+  std::optional<Digest> digest;
+  (void)LoadDigest(tables_->Database(), services_.model, part, &digest);
+  if (digest) services_.noteHeld(part, *digest);
 }
 
 void Comparison::Listen() {

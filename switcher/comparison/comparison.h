@@ -19,6 +19,7 @@
 #include "switcher/retrieval.h"
 #include "switcher/serial_port.h"
 #include "switcher/table.h"
+#include "switcher/unsent/digest.h"
 
 namespace switcher {
 
@@ -84,6 +85,8 @@ class Comparison : private TableTaker {
     Link& link;  // it hands the comparison the tables that come
     PollSwitch& poll;
     model::ErrorReporter& reporter;
+    // Told of each message that the switcher is now known to hold; null for nobody.
+    std::function<void(const TablePart& part, Digest digest)> noteHeld = nullptr;
   };
 
   // All must outlive the object.
@@ -132,6 +135,7 @@ class Comparison : private TableTaker {
   bool IsQuiet();
   bool AllCame() const;
   void NoteLoss();
+  void NoteHeld(const TablePart& part);
 
   const Services services_;
   ComparisonDisplay& display_;

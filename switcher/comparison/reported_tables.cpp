@@ -7,8 +7,6 @@
 
 #include "stations/fold.h"
 #include "switcher/comparison/carried.h"
-#include "switcher/wire/message_table.h"
-#include "switcher/wire/messages/row_number.h"
 
 namespace switcher {
 
@@ -43,22 +41,9 @@ model::Status ReportedTables::Copy(const jet::Database& database, model::SystemM
   return {};
 }
 
+// Labels of another selector than the inputs' are the stations'.
 TablePart ReportedTables::PartOf(std::span<const std::uint8_t> message) {
-  switch (static_cast<MessageCode>(message.front())) {
-    case kInhibitRowCode:
-      return {Table::Inhibits, RowNumber(message)};
-    case kRelayRowCode:
-      return {Table::Relays, RowNumber(message)};
-    case kButtonDataCode:
-      return {Table::Buttons, RowNumber(message)};
-    case kAlphaLabelsCode: {
-      const bool isInput = message.size() > 1 && message[1] == kInputLabels;
-      return {isInput ? Table::InputLabels : Table::OutputLabels};
-    }
-    case kOptoDataCode:
-    default:
-      return {Table::Optos};
-  }
+  return switcher::PartOf(message).value_or(TablePart{.table = Table::OutputLabels});
 }
 
 void ReportedTables::Take(std::span<const std::uint8_t> message) {

@@ -362,7 +362,8 @@ CrashRun::Outcome CrashRun::WhileEnding(const std::vector<int>& calls) {
   plan_.KillAt(call, Draw(2) == 0);
   AskToEnd(*console, Draw(2) == 0);
   const bool ended = console->WaitForEnd() == 0;
-  if (ended) Fail("not killed at its end");
+  // The journal is brought to the disk when that is due: not every end has as many calls.
+  if (ended && plan_.Count() >= call) Fail("not killed at its end");
   if (console->Lives()) console->Kill();
   return {
       .how = "call " + std::to_string(call), .ending = true, .ended = ended, .saved = &operated_};

@@ -103,9 +103,12 @@ TEST_F(ComparisonTransferTest, WhatIsTickedIsSent) {
   EXPECT_THAT(Rows().back(), EndsWith("|NEWS 1"));
   console_->Click("aidTickAll");
   console_->Click("cmdSendCmp");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("cmdOkSendChg"); }));
+  console_->Click("cmdOkSendChg");
   ASSERT_TRUE(simulator_->WaitForLine("rx inhibits output 3"));
   EXPECT_EQ(simulator_->Command("label out 7"), label);
   EXPECT_EQ(simulator_->Command("inhibits 3"), inhibits);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return !console_->IsShown("frmSendChanges"); }));
   console_->Click("aidCompareAgain");
   ASSERT_TRUE(WaitForSummary("No difference in 195 tables"));
   EXPECT_THAT(console_->Boxes(), IsEmpty());

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -124,7 +125,9 @@ class ComparisonSystem : public testing::Test, public switcher::PollSwitch {
             .port = port_,
             .link = link_,
             .poll = *this,
-            .reporter = reporter_};
+            .reporter = reporter_,
+            .noteHeld = [this](const switcher::TablePart& part,
+                               switcher::Digest digest) { held_[part] = digest; }};
   }
 
   model::SystemModel model_;
@@ -143,7 +146,8 @@ class ComparisonSystem : public testing::Test, public switcher::PollSwitch {
   SilentLinkDisplay linkDisplay_;
   switcher::Link link_{
       {.model = model_, .port = port_, .decoder = decoder_, .display = linkDisplay_}};
-  std::vector<std::string> seen_;  // of what happened, in order
+  std::map<switcher::TablePart, switcher::Digest> held_;  // what the switcher is known to hold
+  std::vector<std::string> seen_;                         // of what happened, in order
 };
 
 }  // namespace test

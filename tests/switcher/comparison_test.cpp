@@ -103,6 +103,27 @@ TEST_F(ComparisonTest, FindsWhatDiffersAndStoresNothing) {
   ExpectTheEnd();
 }
 
+TEST_F(ComparisonTest, WhatTheSwitcherHoldsIsTold) {
+  Begin();
+  Deliver(0, 4);
+  Deliver("F5 01 00 01 00 03 FF");
+  EXPECT_THAT(held_, SizeIs(4)) << "what was refused says nothing";
+  Deliver("F5 01 00 01 00 02 FF");
+  const std::vector<std::uint8_t> row = test::FromHex("F5 01 00 01 00 02 FF");
+  EXPECT_EQ(held_.at({Table::Inhibits, 2}), DigestOf(row));
+  comparison_.Cancel();
+  const auto held = held_;
+  Deliver(5, 27);
+  EXPECT_EQ(held_, held);
+}
+
+// Without the station labels nobody knows whose mark is in the input labels.
+TEST_F(ComparisonTest, InputLabelsAloneSayNothingOfWhatIsHeld) {
+  Begin();
+  Deliver(1, 2);
+  EXPECT_THAT(held_, IsEmpty());
+}
+
 TEST_F(ComparisonTest, EveryMessageIsProgressAndTheLastOneEndsTheWait) {
   Begin();
   Deliver(0, 2);

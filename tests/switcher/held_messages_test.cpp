@@ -14,7 +14,7 @@ using std::chrono::November;
 
 Day NovemberDay(unsigned day) { return {std::chrono::year(2026), November, std::chrono::day(day)}; }
 
-const HeldMessages kMessages{
+const HeldMessages kHeldMessages{
     {{.table = Table::Optos}, {State::Held, 0x8F3A21C49B2D7E10, {}}},
     {{.table = Table::OutputLabels}, {State::Found, 1, NovemberDay(20)}},
     {{.table = Table::InputLabels}, {State::Open, 2, NovemberDay(9)}},
@@ -31,9 +31,9 @@ constexpr char kText[] =
     "relays 256 held 0000000000000000 -\n"
     "buttons 12 open 0000000000000010 2026-11-21\n";
 
-TEST(HeldMessages, HaveALineEach) { EXPECT_EQ(WriteHeld(kMessages), kText); }
+TEST(HeldMessages, HaveALineEach) { EXPECT_EQ(WriteHeld(kHeldMessages), kText); }
 
-TEST(HeldMessages, AreReadAsTheyWereWritten) { EXPECT_EQ(ReadHeld(kText), kMessages); }
+TEST(HeldMessages, AreReadAsTheyWereWritten) { EXPECT_EQ(ReadHeld(kText), kHeldMessages); }
 
 TEST(HeldMessages, OfWhatIsAsItWasFoundHaveNone) {
   EXPECT_EQ(WriteHeld({{{Table::Relays, 1}, {State::Found, 5, {}}}}), "");
@@ -50,7 +50,7 @@ TEST(HeldMessages, LinesThatCannotBeUnderstoodArePassedOver) {
         "inhibits 3 kept ffffffffffffffff -", "inhibits 3 held gfffffffffffffff -",
         "inhibits 3 held +fffffffffffffff -", "INHIBITS 3 held ffffffffffffffff -"}) {
     EXPECT_EQ(ReadHeld(line), HeldMessages()) << line;
-    EXPECT_EQ(ReadHeld(line + std::string("\n") + kText), kMessages) << line;
+    EXPECT_EQ(ReadHeld(line + std::string("\n") + kText), kHeldMessages) << line;
   }
 }
 
@@ -61,7 +61,7 @@ TEST(HeldMessages, OfAFileCutAnywhereTheLastLineAloneIsLost) {
     const auto lines = std::count(text.begin(), text.begin() + static_cast<long>(length), '\n');
     EXPECT_GE(read.size(), static_cast<std::size_t>(lines)) << length;
     for (const auto& [part, message] : read) {
-      if (part < std::prev(read.end())->first) EXPECT_EQ(message, kMessages.at(part)) << length;
+      if (part < std::prev(read.end())->first) EXPECT_EQ(message, kHeldMessages.at(part)) << length;
     }
   }
 }

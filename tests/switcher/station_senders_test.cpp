@@ -198,12 +198,12 @@ TEST_F(OptoSenderTest, TooFewRecordsSendNothingAndAreReported) {
 }
 
 // What each table's failure is called.
-struct Named {
+struct NamedTable {
   const char* line;
   Table table;
 };
 
-constexpr Named kTables[] = {
+constexpr NamedTable kNamedTables[] = {
     {"Error Sending Alpha Table", Table::OutputLabels},
     {"Error Sending Alpha Table", Table::InputLabels},
     {"Error Sending Inhibits Table", Table::Inhibits},
@@ -216,7 +216,7 @@ using AllSendersTest = SendersTest;
 
 TEST_F(AllSendersTest, AClosedDatabaseIsReported) {
   ASSERT_TRUE(database_.Files().SaveAndClose().ok());
-  for (const auto& [line, table] : kTables) {
+  for (const auto& [line, table] : kNamedTables) {
     reporter_.reports.clear();
     EXPECT_FALSE(Send(table));
     EXPECT_THAT(reporter_.reports,
@@ -230,7 +230,7 @@ TEST_F(AllSendersTest, AClosedPortIsReported) {
   model_.LabelCount = 1;
   model_.OptoCount = 1;
   port_.Close();
-  for (const auto& [line, table] : kTables) {
+  for (const auto& [line, table] : kNamedTables) {
     reporter_.reports.clear();
     EXPECT_FALSE(Send(table));
     EXPECT_THAT(reporter_.reports, ElementsAre(Failure(line, "8018 - The port is not open")));
@@ -245,7 +245,7 @@ TEST_F(AllSendersTest, TheSharedRecordSetAndAChangeBegunInItStay) {
   jet::RecordSet& shared = *database_.Files().Stations();
   ASSERT_TRUE(shared.Edit().ok());
   ASSERT_TRUE(shared.Set("Label", "new").ok());
-  for (const auto& [line, table] : kTables) {
+  for (const auto& [line, table] : kNamedTables) {
     EXPECT_TRUE(Send(table));
     EXPECT_NE(port_.TakeWritten(), "") << line;
     EXPECT_EQ(database_.CurrentStation(), 2) << line;

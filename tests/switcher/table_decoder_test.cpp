@@ -295,14 +295,14 @@ TEST_F(OptoDecoderTest, RefusedDataWriteNothing) {
 }
 
 // A database that cannot take a table.  Each message would be accepted.
-struct Table {
+struct RefusedTable {
   const char* field;  // one that it needs; for tables of several, the last that is written
   const char* line;
   const char* history;
   std::string message;
 };
 
-const Table kTables[] = {
+const RefusedTable kRefusedTables[] = {
     {"Hidden", "Error Storing Alpha Table", "Alpha Labels|12|",
      "F9 14 61 20 20 20 20 20 20 20 55 FF"},
     {"Inhibits", "Error Storing Inhibits Table", "Output 1 Inhibit Map|9|",
@@ -326,7 +326,7 @@ class FailingStoreTest : public TableDecoderTest {
 
 TEST_F(FailingStoreTest, AClosedDatabaseIsReportedOnce) {
   ASSERT_TRUE(database_.Files().SaveAndClose().ok());
-  for (const Table& table : kTables) {
+  for (const RefusedTable& table : kRefusedTables) {
     reporter_.reports.clear();
     EXPECT_THAT(Decode(table.message), ElementsAre(table.history));
     EXPECT_THAT(reporter_.reports,
@@ -335,7 +335,7 @@ TEST_F(FailingStoreTest, AClosedDatabaseIsReportedOnce) {
 }
 
 TEST_F(FailingStoreTest, ALackingFieldIsReportedOnceAndNothingIsStored) {
-  for (const Table& table : kTables) {
+  for (const RefusedTable& table : kRefusedTables) {
     SCOPED_TRACE(table.line);
     test::SmallDatabase lacking(test::StationsWithout(table.field));
     lacking.AddStation(1, {{"Label", "old"}, {"B1 Type", 77}, {"OptoType", 77}});

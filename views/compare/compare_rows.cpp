@@ -11,9 +11,10 @@
 #include <utility>
 
 #include "db/jet/record_set.h"
-#include "db/station_fields.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
+#include "switcher/unsent/digest.h"
+#include "switcher/unsent/edited_parts.h"
 
 namespace views {
 namespace {
@@ -43,15 +44,6 @@ class StationLookup {
   std::unique_ptr<jet::RecordSet> stations_;
   int station_ = 0;  // where the set stands
 };
-
-// The table that brings a field to the switcher.  Hidden is a mark in the output labels.
-Table TableOf(std::string_view field) {
-  if (field == db::kLabelField || field == db::kHiddenField) return Table::OutputLabels;
-  if (field == db::kInLabelField) return Table::InputLabels;
-  if (field == db::kInhibitsField) return Table::Inhibits;
-  if (field == db::kRelaysField) return Table::Relays;
-  return db::ButtonOfField(field) != 0 ? Table::Buttons : Table::Optos;
-}
 
 QString TableHeading(Table table) {
   switch (table) {
@@ -157,18 +149,13 @@ QString CompareSummary(const switcher::ComparisonResult& result) {
 }
 
 std::vector<TablePart> PartsOf(std::span<const stations::Change> changes) {
-  std::set<std::pair<Table, int>> parts;
+  std::set<TablePart> parts;
   for (const stations::Change& change : changes) {
-    for (const stations::FieldChange& field : change.fields) {
-      const Table table = TableOf(field.field);
-      const bool isOfOne =
-          table == Table::Inhibits || table == Table::Relays || table == Table::Buttons;
-      parts.emplace(table, isOfOne ? change.station : model::kAll);
+    for (const TablePart& part : switcher::EditedParts(change)) {
+      parts.insert(switcher::MessageOf(part));
     }
   }
-  std::vector<TablePart> ordered;
-  for (const auto& [table, station] : parts) ordered.push_back({table, station});
-  return ordered;
+  return {parts.begin(), parts.end()};
 }
 
 }  // namespace views

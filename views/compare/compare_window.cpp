@@ -33,12 +33,6 @@ QString FewNames(const QStringList& names) {
              : CompareWindow::tr("%1 and %2 more").arg(named).arg(names.size() - kMost);
 }
 
-QString FewTables(const std::vector<switcher::TablePart>& parts) {
-  QStringList names;
-  for (const switcher::TablePart& part : parts) names.append(TableWords(part));
-  return FewNames(names);
-}
-
 bool IsAbout(const ChangeRow& row, const stations::Conflict& conflict) {
   if (row.station != conflict.station) return false;
   return conflict.field.empty() ||
@@ -223,7 +217,7 @@ void CompareWindow::ShowChoice() {
   store_->setEnabled(canChoose);
   send_->setEnabled(canChoose);
   choice_->setText(canChoose ? tr("Sent are whole tables: %1")
-                                   .arg(FewTables(PartsOf(Chosen(differences_, list_->Ticked()))))
+                                   .arg(PartWords(PartsOf(Chosen(differences_, list_->Ticked()))))
                              : QString());
 }
 

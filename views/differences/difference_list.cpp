@@ -18,7 +18,7 @@ namespace views {
 
 namespace {
 
-constexpr int kWhereCharacters = 18;
+constexpr int kWhereCharacters = 21;
 constexpr int kWhatCharacters = 16;
 constexpr int kValueCharacters = 26;
 
@@ -34,6 +34,7 @@ DifferenceList::DifferenceList(const Names& names, QWidget* parent)
       tickAll_(new QPushButton(tr("Tick &All"), this)),
       tickNone_(new QPushButton(tr("Tick &None"), this)) {
   all_.SetHeadings(names.before, names.after);
+  all_.SetRowHeight(fontMetrics().height() + 6);
   MakeList(names);
   LayOut(names);
   connect(filter_, &QLineEdit::textChanged, this, &DifferenceList::Filter);

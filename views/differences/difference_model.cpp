@@ -2,6 +2,8 @@
 
 #include "views/differences/difference_model.h"
 
+#include <QSize>
+
 #include <algorithm>
 #include <utility>
 
@@ -92,6 +94,9 @@ QVariant DifferenceModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
       // A long value is cut by its column.
       return CanBeTicked(index.row()) ? Text(row, index.column()) : obstacle;
+    case Qt::SizeHintRole:
+      // Of one column; the width of that is the operator's.
+      return index.column() == kWhere ? QVariant(QSize(0, rowHeight_)) : QVariant();
     case Qt::AccessibleTextRole:
       if (index.column() == kTick) return CanBeTicked(index.row()) ? row.what : obstacle;
       return {};

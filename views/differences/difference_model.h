@@ -24,6 +24,9 @@ class DifferenceModel : public QAbstractTableModel {
   // What the two last columns are called.
   void SetHeadings(const QString& before, const QString& after);
 
+  // How high a row is shown, in pixels, so that the boxes stand apart.
+  void SetRowHeight(int height) { rowHeight_ = height; }
+
   // Replaces all rows; what can be ticked is, or is not.
   void SetRows(std::vector<Difference> rows, bool ticked);
 
@@ -59,6 +62,7 @@ class DifferenceModel : public QAbstractTableModel {
   const Shown& At(int row) const { return rows_[static_cast<std::size_t>(row)]; }
   static QString Text(const ChangeRow& row, int column);
 
+  int rowHeight_ = 0;
   QString before_;
   QString after_;
   std::vector<Shown> rows_;

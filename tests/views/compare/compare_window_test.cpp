@@ -166,7 +166,7 @@ TEST_F(CompareWindowTest, SaysWhichTablesGoAndAsksForThem) {
   TickRow(0);
   TickRow(2);
   EXPECT_EQ(Said("aidCompareChoice"),
-            QStringLiteral("Sent are whole tables: station labels, inhibits 2"));
+            QStringLiteral("Sent are whole tables: station labels, inhibits of output 2"));
   Button("cmdSendCmp").click();
   EXPECT_THAT(sent_, ElementsAre(ElementsAre(TablePart{Table::OutputLabels},
                                              TablePart{Table::Inhibits, 2})));
