@@ -114,8 +114,9 @@ TEST_F(MainWindowTest, HeadingsOpenMenusAndDoNothingElse) {
 
 TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
   EXPECT_THAT(Names(*Command("ID_File")->menu()),
-              ElementsAre("ID_SendData", "ID_RetreiveData", "aidCompare", "aidDiscardByte", "-",
-                          "aidSaveCopy", "aidRestoreBackup", "aidUnsavedRuns", "-", "", "-",
+              ElementsAre("ID_SendData", "ID_RetreiveData", "aidSendChanges", "aidCompare",
+                          "aidDiscardByte", "-", "aidSaveCopy", "aidRestoreBackup",
+                          "aidUnsavedRuns", "-", "", "-",
                           "ID_Exit"));  // "": Export
   EXPECT_THAT(Names(*Command("ID_Window")->menu()),
               ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",
