@@ -7,8 +7,6 @@
 
 namespace app {
 
-using Icon = model::ErrorReporter::Icon;
-
 bool ShutDown::Run() {
   if (ended_) return true;
   services_.transfers.CancelNow();
@@ -33,7 +31,8 @@ bool ShutDown::Run() {
 // A protection or a full disk that nobody can do anything about must not hold the console for ever.
 void ShutDown::OfferToCloseWithoutSaving(const model::Status& status) {
   services_.boxes.ShowOffering(
-      Icon::Critical, "Database Error", model::ErrorText("Error Saving Database File", status),
+      model::ErrorReporter::Icon::Critical, "Database Error",
+      model::ErrorText("Error Saving Database File", status),
       {{.name = QStringLiteral("aidCloseWithoutSaving"),
         .caption = tr("Close Without Saving"),
         .action = [this] { CloseWithoutSaving(); },
@@ -54,7 +53,8 @@ void ShutDown::CloseWithoutSaving() {
     lines.append(tr("Copy it before the console is started again: the start deletes it."));
   }
   if (!status.ok()) lines.append(QString::fromStdString(status.Description()));
-  services_.boxes.Show(Icon::Exclamation, "Orvo Intercom Control", lines.join(u'\r').toStdString());
+  services_.boxes.Show(model::ErrorReporter::Icon::Exclamation, "Orvo Intercom Control",
+                       lines.join(u'\r').toStdString());
   EndRun();
   services_.window.close();
 }

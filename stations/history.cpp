@@ -50,7 +50,7 @@ model::Status History::Go(jet::Database& database, Direction direction,
   }
   hasStored_ = false;
   if (model::Status status =
-          Apply(database, step, direction, {changes_, isBack ? Origin::Undo : Origin::Redo});
+          CarryOut(database, step, direction, {changes_, isBack ? Origin::Undo : Origin::Redo});
       !status.ok()) {
     return status;
   }

@@ -12,7 +12,7 @@
 
 #include "db/jet/database.h"
 #include "model/status.h"
-#include "stations/apply.h"
+#include "stations/carry_out.h"
 #include "stations/change.h"
 
 namespace stations {

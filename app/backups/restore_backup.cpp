@@ -2,7 +2,7 @@
 
 #include "app/backups/restore_backup.h"
 
-#include "stations/apply.h"
+#include "stations/carry_out.h"
 #include "views/change_words.h"
 #include "views/widgets/shown.h"
 
@@ -24,10 +24,10 @@ void RestoreBackup::Ask() {
 void RestoreBackup::Restore(const std::vector<stations::Change>& changes, const QString& name) {
   services_.backups.Keep(db::Backups::Cause::BeforeRestoring);
   jet::Database* const database = services_.files.Database();
-  const model::Status status = database == nullptr
-                                   ? db::NotOpen()
-                                   : stations::Apply(*database, changes, stations::Direction::Again,
-                                                     {services_.changes, stations::Origin::Backup});
+  const model::Status status =
+      database == nullptr ? db::NotOpen()
+                          : stations::CarryOut(*database, changes, stations::Direction::Again,
+                                               {services_.changes, stations::Origin::Backup});
   if (!status.ok()) {
     services_.reporter.Show(Icon::Critical, "Control Error",
                             model::ErrorText("Error Restoring Backup", status));

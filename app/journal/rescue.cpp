@@ -210,8 +210,8 @@ void Rescue::Store(std::int64_t run, Share share, Edited edited) {
   jet::Database* const database = services_.database();
   if (!Succeeds(database == nullptr
                     ? db::NotOpen()
-                    : stations::Apply(*database, changes, Direction::Again,
-                                      {services_.changes, stations::Origin::Restore}))) {
+                    : stations::CarryOut(*database, changes, Direction::Again,
+                                         {services_.changes, stations::Origin::Restore}))) {
     return;
   }
   const QString note = tr("Restored: %1 of %2").arg(CountOf(*offer), DayAndTime(offer->run.Time()));

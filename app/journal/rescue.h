@@ -16,7 +16,7 @@
 #include "db/jet/database.h"
 #include "model/error_reporter.h"
 #include "model/status.h"
-#include "stations/apply.h"
+#include "stations/carry_out.h"
 #include "stations/change.h"
 #include "stations/journal/unsaved_run.h"
 

@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "stations/apply.h"
+#include "stations/carry_out.h"
 #include "stations/fold.h"
 #include "stations/journal/compaction.h"
 

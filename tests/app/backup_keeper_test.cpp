@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/app/patience.h"
 #include "tests/support/another_user.h"
 #include "tests/support/damaged_file.h"
 #include "tests/support/full_disk.h"
@@ -25,8 +26,6 @@ using Cause = db::Backups::Cause;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
-
-constexpr int kPatience = 60'000;
 
 class BackupKeeperTest : public testing::Test {
  protected:

@@ -24,7 +24,7 @@ namespace {
 
 using Kind = EventLog::Kind;
 
-QDateTime At(int second) { return {QDate(2026, 11, 21), QTime(12, 3, second)}; }
+QDateTime LoggedAt(int second) { return {QDate(2026, 11, 21), QTime(12, 3, second)}; }
 
 class LogFileTest : public testing::Test {
  protected:
@@ -45,9 +45,10 @@ class LogFileTest : public testing::Test {
 };
 
 TEST_F(LogFileTest, HasALineForEachOfTheLogInTheSameWords) {
-  log_.Add(Kind::Panel, QStringLiteral("Panel 2, 192.0.2.7: take CAM 4 < MIC ANCH (Take)"), At(1));
-  log_.Add(Kind::Map, QStringLiteral("CAM 4: + MIC ANCH, − VISION"), At(2));
-  log_.Add(Kind::Report, QStringLiteral("Comm Error: line 1\r\rline 2"), At(3));
+  log_.Add(Kind::Panel, QStringLiteral("Panel 2, 192.0.2.7: take CAM 4 < MIC ANCH (Take)"),
+           LoggedAt(1));
+  log_.Add(Kind::Map, QStringLiteral("CAM 4: + MIC ANCH, − VISION"), LoggedAt(2));
+  log_.Add(Kind::Report, QStringLiteral("Comm Error: line 1\r\rline 2"), LoggedAt(3));
   EXPECT_EQ(Text(),
             "2026-11-21 12:03:01.000\tPanel\tPanel 2, 192.0.2.7: take CAM 4 < MIC ANCH (Take)\n"
             "2026-11-21 12:03:02.000\tMap\tCAM 4: + MIC ANCH, − VISION\n"
@@ -58,39 +59,39 @@ TEST_F(LogFileTest, WithoutAnEventThereIsNoFile) { EXPECT_EQ(Text(), "(none)"); 
 
 TEST_F(LogFileTest, GoesOnWhereTheLastRunEnded) {
   test::WriteFile(Path(), "before\n");
-  log_.Add(Kind::Note, QStringLiteral("Database saved"), At(1));
+  log_.Add(Kind::Note, QStringLiteral("Database saved"), LoggedAt(1));
   EXPECT_EQ(Text(), "before\n2026-11-21 12:03:01.000\tNote\tDatabase saved\n");
 }
 
 TEST_F(LogFileTest, KeepsTheOldestLinesWhenTheWindowDoesNotAnyMore) {
   for (int line = 0; line < EventLog::kLimit + 3; ++line) {
-    log_.Add(Kind::Note, QString::number(line), At(1));
+    log_.Add(Kind::Note, QString::number(line), LoggedAt(1));
   }
   EXPECT_EQ(log_.rowCount(), EventLog::kLimit);
   EXPECT_EQ(Text().substr(0, 32), "2026-11-21 12:03:01.000\tNote\t0\n2");
 }
 
 TEST_F(LogFileTest, AFullDiskCostsAHintWhichGoesWithTheNextLine) {
-  log_.Add(Kind::Note, QStringLiteral("one"), At(1));
+  log_.Add(Kind::Note, QStringLiteral("one"), LoggedAt(1));
   file_ = nullptr;  // written
   file_ = std::make_unique<LogFile>(Path(), log_, hints_);
   QString hint;
   {
     const test::FullDisk full(std::filesystem::file_size(Path()) + 5);
-    log_.Add(Kind::Note, QStringLiteral("two"), At(2));
+    log_.Add(Kind::Note, QStringLiteral("two"), LoggedAt(2));
     AwaitHint(true);
     hint = test::Find<QWidget>(hints_, "aidHintText").toolTip();
   }
   EXPECT_EQ(hint.toStdString(),
             "The event log is not kept on disk: Cannot write Teskctl.log: File too large");
-  log_.Add(Kind::Note, QStringLiteral("three"), At(3));
+  log_.Add(Kind::Note, QStringLiteral("three"), LoggedAt(3));
   AwaitHint(false);
   EXPECT_EQ(Text(), "2026-11-21 12:03:01.000\tNote\tone\n2026-11-21 12:03:03.000\tNote\tthree\n");
 }
 
 TEST_F(LogFileTest, AFolderThatMayNotBeWrittenCostsAHint) {
   const test::AnotherUser user;
-  log_.Add(Kind::Note, QStringLiteral("one"), At(1));
+  log_.Add(Kind::Note, QStringLiteral("one"), LoggedAt(1));
   AwaitHint(true);
   EXPECT_EQ(log_.rowCount(), 1);
   EXPECT_EQ(Text(), "(none)");

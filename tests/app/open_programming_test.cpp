@@ -20,6 +20,7 @@
 
 #include "app/shell/open_views.h"
 #include "db/keep_position.h"
+#include "tests/app/eight_channels.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
 
@@ -27,8 +28,6 @@ namespace app {
 namespace {
 
 using testing::IsEmpty;
-
-constexpr int kChannels = 8;
 
 class OpenProgrammingTest : public testing::Test {
  protected:

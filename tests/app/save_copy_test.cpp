@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/app/patience.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/temporary_folder.h"
@@ -21,8 +22,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr int kPatience = 60'000;
 
 class SaveCopyTest : public testing::Test {
  protected:

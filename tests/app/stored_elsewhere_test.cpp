@@ -19,7 +19,8 @@
 #include <vector>
 
 #include "app/shell/open_views.h"
-#include "stations/apply.h"
+#include "stations/carry_out.h"
+#include "tests/app/eight_channels.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
 
@@ -29,16 +30,6 @@ namespace {
 using stations::Change;
 using stations::Origin;
 using testing::IsEmpty;
-
-constexpr int kChannels = 8;
-constexpr int kLabel = 1;
-constexpr int kNotes = 6;
-
-std::string Flags(const std::vector<int>& members) {
-  std::string flags(64, '0');
-  for (const int member : members) flags[static_cast<std::size_t>(member - 1)] = '1';
-  return flags;
-}
 
 class StoredElsewhereTest : public testing::Test {
  protected:
@@ -52,8 +43,8 @@ class StoredElsewhereTest : public testing::Test {
 
   void Store(Origin origin, int station, const std::vector<stations::FieldChange>& fields) {
     const std::vector<Change> changes = {{origin, station, fields}};
-    ASSERT_TRUE(stations::Apply(*console_.database, changes, stations::Direction::Again,
-                                {console_.changes, origin})
+    ASSERT_TRUE(stations::CarryOut(*console_.database, changes, stations::Direction::Again,
+                                   {console_.changes, origin})
                     .ok());
   }
 

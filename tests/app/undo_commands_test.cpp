@@ -25,6 +25,7 @@
 #include "app/shell/view_menu.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
+#include "tests/app/eight_channels.h"
 #include "tests/support/recording_changes.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
@@ -34,16 +35,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr int kChannels = 8;
-constexpr int kLabel = 1;
-constexpr int kInput = 2;
-
-std::string Flags(const std::vector<int>& members) {
-  std::string flags(64, '0');
-  for (const int member : members) flags[static_cast<std::size_t>(member - 1)] = '1';
-  return flags;
-}
 
 class UndoCommandsTest : public testing::Test {
  protected:

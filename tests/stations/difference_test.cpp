@@ -11,7 +11,7 @@
 
 #include "db/schema.h"
 #include "db/station_fields.h"
-#include "stations/apply.h"
+#include "stations/carry_out.h"
 #include "stations/open_stations.h"
 
 namespace stations {
@@ -123,7 +123,7 @@ TEST_F(DifferenceTest, AppliedItLeavesNoDifference) {
   Set(*there_, 1, "B2 Type", 1);
   Differences(*here_, *there_);
   Changes stream;
-  ASSERT_TRUE(Apply(*here_, changes_, Direction::Again, {stream, Origin::Operator}).ok());
+  ASSERT_TRUE(CarryOut(*here_, changes_, Direction::Again, {stream, Origin::Operator}).ok());
   EXPECT_THAT(Differences(*here_, *there_), IsEmpty());
 }
 

@@ -28,7 +28,7 @@ using stations::Origin;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr TablePart kOptos{.table = Table::Optos};
+constexpr TablePart kOptoTable{.table = Table::Optos};
 constexpr TablePart kStationLabels{.table = Table::OutputLabels};
 constexpr TablePart kInputLabels{.table = Table::InputLabels};
 
@@ -190,11 +190,11 @@ TEST_F(UnsentMessagesTest, AnEditIsUnsentUntilItIsTakenBack) {
 
 TEST_F(UnsentMessagesTest, EveryTableThatAFieldIsInIsUnsent) {
   Edit(1, "OptoFirst", 7);
-  EXPECT_THAT(Unsent(), ElementsAre(kOptos));
+  EXPECT_THAT(Unsent(), ElementsAre(kOptoTable));
   Edit(1, "Hidden", 1);
   Edit(2, "Relays", Inhibited(4));
   Edit(2, "B3 Type", 1);
-  EXPECT_THAT(Unsent(), ElementsAre(kOptos, kStationLabels, kInputLabels,
+  EXPECT_THAT(Unsent(), ElementsAre(kOptoTable, kStationLabels, kInputLabels,
                                     TablePart{Table::Relays, 2}, TablePart{Table::Buttons, 2}));
 }
 

@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "stations/apply.h"
+#include "stations/carry_out.h"
 #include "views/compare/compare_rows.h"
 #include "views/widgets/icon.h"
 #include "views/window_place/on_screen.h"
@@ -238,8 +238,8 @@ void CompareWindow::Store() {
   std::vector<stations::Change> wanted = Chosen(differences_, rows);
   for (stations::Change& change : wanted) change.origin = stations::Origin::Comparison;
   if (status.ok()) {
-    status = stations::Apply(*database, wanted, stations::Direction::Again,
-                             {services_.changes, stations::Origin::Comparison});
+    status = stations::CarryOut(*database, wanted, stations::Direction::Again,
+                                {services_.changes, stations::Origin::Comparison});
   }
   if (!status.ok()) {
     return model::ReportError(services_.comparison.reporter, "Storing What The Switcher Holds",

@@ -78,9 +78,9 @@ const char* FirstTargetsCaption(int type) {
 ButtonsView::ButtonsView(const Services& services, QWidget* parent)
     : MainView(QStringLiteral("frmButtons"), QStringLiteral("Station Button Programming"),
                QStringLiteral("Butns"), services.settings, parent),
-      station_{services} {
+      shown_{services} {
   AddTools();
-  form_ = new ButtonsForm(station_, this);
+  form_ = new ButtonsForm(shown_, this);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(kPageMargin);
@@ -88,7 +88,7 @@ ButtonsView::ButtonsView(const Services& services, QWidget* parent)
   column->addWidget(form_, 1);
   Connect();
   AddKeys();
-  StationEvent opening(station_, kOperator);
+  StationEvent opening(shown_, kOperator);
   ShowAll(opening);
   form_->targets.setTitle(QString::fromLatin1(FirstTargetsCaption(SelectedType(opening))));
   SpeakSelectedButton();
@@ -107,11 +107,11 @@ void ButtonsView::Connect() {
   connect(form_, &ButtonsForm::ButtonPressed, this, &ButtonsView::EditButton);
   connect(&form_->navigator, &StationNavigator::MoveRequested, this, &ButtonsView::Move);
   connect(&form_->navigator, &StationNavigator::ButtonSelected, this, [this](int button) {
-    StationEvent event(station_, kOperator);
+    StationEvent event(shown_, kOperator);
     SelectButton(event, button);
   });
   connect(&form_->tabs, &QTabWidget::currentChanged, this, [this](int tab) {
-    StationEvent event(station_, kOperator);
+    StationEvent event(shown_, kOperator);
     ChangeTab(event, tab);
   });
   connect(&form_->options, &OperationOptions::Chosen, this, &ButtonsView::ChooseType);
@@ -178,7 +178,7 @@ int ButtonsView::StationNumber(StationEvent& event) {
 
 template <typename Part>
 void ButtonsView::Refresh(Part& part, void (Part::*draw)(StationEvent&)) {
-  StationEvent event(station_, StationEvent::Cause::Refresh);
+  StationEvent event(shown_, StationEvent::Cause::Refresh);
   (part.*draw)(event);
 }
 
@@ -211,7 +211,7 @@ void ButtonsView::CheckForInactive() { Refresh(*this, &ButtonsView::StoreIfInact
 void ButtonsView::UpdateStation() { Refresh(*this, &ButtonsView::ShowStationAnew); }
 
 int ButtonsView::CurrentStation() const {
-  jet::RecordSet* const current = station_.services.stations();
+  jet::RecordSet* const current = shown_.services.stations();
   if (current == nullptr || !current->HasRecord()) return 0;
   return stations::Record(*current).Number(db::kStationNumField);
 }
@@ -266,7 +266,7 @@ void ButtonsView::ShowButtonTypes(StationEvent& event) {
 void ButtonsView::ShowTargetCaptions(StationEvent& event) {
   form_->targets.SetCaptions(event.Use(
       kReadFailed,
-      event.Station().targets.Captions(SelectedType(event), station_.services.model.ChkBoxCount)));
+      event.Station().targets.Captions(SelectedType(event), shown_.services.model.ChkBoxCount)));
 }
 
 void ButtonsView::ShowTargets(StationEvent& event) {
@@ -305,11 +305,11 @@ void ButtonsView::SpeakSelectedButton() {
 }
 
 void ButtonsView::StoreIfInactive(StationEvent& event) {
-  const jet::RecordSet* const current = station_.services.stations();
+  const jet::RecordSet* const current = shown_.services.stations();
   if (current == nullptr || !current->HasRecord()) return;
   bool changed = false;
   event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
-    return stations::StoreInactive(stations, Button(), station_.services.Navigation(), &changed);
+    return stations::StoreInactive(stations, Button(), shown_.services.Navigation(), &changed);
   });
   if (changed) NoteInactive(event);
 }
@@ -325,12 +325,12 @@ void ButtonsView::NoteInactive(StationEvent& event) {
 
 void ButtonsView::Move(stations::Movement movement) {
   MoveBy([&](jet::RecordSet& stations) {
-    return stations::MoveStation(stations, movement, station_.services.model.StationCount);
+    return stations::MoveStation(stations, movement, shown_.services.model.StationCount);
   });
 }
 
 bool ButtonsView::GoToStation(int station) {
-  if (station > station_.services.model.StationCount) return false;
+  if (station > shown_.services.model.StationCount) return false;
   MoveBy([&](jet::RecordSet& stations) {
     const jet::Bookmark before = stations.Mark();
     if (model::Status found = stations::FindStation(stations, station); !found.ok()) return found;
@@ -340,7 +340,7 @@ bool ButtonsView::GoToStation(int station) {
 }
 
 void ButtonsView::GoToButton(int station, int button) {
-  if (button > station_.services.model.ButtonCount) return;
+  if (button > shown_.services.model.ButtonCount) return;
   if (GoToStation(station)) EditButton(button);
 }
 
@@ -353,7 +353,7 @@ void ButtonsView::GoToOpto(int station) {
 }
 
 void ButtonsView::MoveBy(const std::function<model::Status(jet::RecordSet&)>& move) {
-  StationEvent event(station_, kOperator);
+  StationEvent event(shown_, kOperator);
   StoreIfInactive(event);
   event.Do(kMoveFailed, move);
   ShowButtonLabels(event);
@@ -387,7 +387,7 @@ void ButtonsView::SelectButton(StationEvent& event, int button) {
 
 void ButtonsView::EditButton(int button) {
   {
-    StationEvent event(station_, kOperator);
+    StationEvent event(shown_, kOperator);
     form_->navigator.SelectButton(button);
     SelectButton(event, button);
     const QSignalBlocker quietly(form_->tabs);
@@ -399,12 +399,12 @@ void ButtonsView::EditButton(int button) {
 }
 
 void ButtonsView::ToggleTarget(int target, bool set) {
-  StationEvent event(station_, kOperator);
-  const int count = station_.services.model.ChkBoxCount;
+  StationEvent event(shown_, kOperator);
+  const int count = shown_.services.model.ChkBoxCount;
   bool isInactive = false;
   if (!event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
         return stations::StoreTarget(stations, Button(), target, set, count,
-                                     station_.services.Operator(), &isInactive);
+                                     shown_.services.Operator(), &isInactive);
       })) {
     ShowTargets(event);
     return;
@@ -416,9 +416,9 @@ void ButtonsView::ToggleTarget(int target, bool set) {
 }
 
 void ButtonsView::ChooseType(int type) {
-  StationEvent event(station_, kOperator);
+  StationEvent event(shown_, kOperator);
   if (!event.Do(kButtonFailed, [&](jet::RecordSet& stations) {
-        return stations::StoreType(stations, Button(), type, station_.services.Operator());
+        return stations::StoreType(stations, Button(), type, shown_.services.Operator());
       })) {
     ShowOption(event);
     return;
@@ -427,24 +427,24 @@ void ButtonsView::ChooseType(int type) {
 }
 
 void ButtonsView::ToggleRelay(int relay, bool set) {
-  StationEvent event(station_, kOperator);
+  StationEvent event(shown_, kOperator);
   if (!event.Do(kRelayFailed, [&](jet::RecordSet& stations) {
-        return stations::StoreRelay(stations, relay, set, station_.services.model.RelayCount,
-                                    station_.services.Operator());
+        return stations::StoreRelay(stations, relay, set, shown_.services.model.RelayCount,
+                                    shown_.services.Operator());
       })) {
     ShowRelays(event);
   }
 }
 
 void ButtonsView::SendSingleStation() {
-  StationEvent event(station_, kOperator);
+  StationEvent event(shown_, kOperator);
   const int station = StationNumber(event);
   if (station == 0) return;
-  const switcher::PollPause pause(station_.services.poll);
-  SendTable(station_.services, {.table = switcher::Table::Buttons, .station = station});
-  SendTable(station_.services, {.table = switcher::Table::Relays, .station = station});
+  const switcher::PollPause pause(shown_.services.poll);
+  SendTable(shown_.services, {.table = switcher::Table::Buttons, .station = station});
+  SendTable(shown_.services, {.table = switcher::Table::Relays, .station = station});
 }
 
-void ButtonsView::SendOptos() { SendTable(station_.services, {.table = switcher::Table::Optos}); }
+void ButtonsView::SendOptos() { SendTable(shown_.services, {.table = switcher::Table::Optos}); }
 
 }  // namespace views

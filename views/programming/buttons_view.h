@@ -136,7 +136,7 @@ class ButtonsView : public MainView {
   void SendOptos();
   // The operator or the view itself has changed this table of a station.
 
-  ShownStation station_;
+  ShownStation shown_;
   int selectedButton_ = 1;
   ToolBand* tools_ = nullptr;
   ButtonsForm* form_ = nullptr;

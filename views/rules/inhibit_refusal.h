@@ -6,7 +6,7 @@
 #include <span>
 
 #include "model/system_model.h"
-#include "stations/apply.h"
+#include "stations/carry_out.h"
 #include "stations/change.h"
 
 namespace rules {

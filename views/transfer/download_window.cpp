@@ -8,12 +8,6 @@
 
 namespace views {
 
-namespace {
-
-constexpr int kTextCharacters = 60;
-
-}  // namespace
-
 DownloadWindow::DownloadWindow(const Services& services, QWidget* parent)
     : SendingWindow(services,
                     {.status = "lblDownloadStatus",

@@ -15,10 +15,9 @@
 namespace views {
 namespace {
 
-enum Column { kMessage, kSince, kBytes, kSeconds, kColumnCount };
+enum UnsentColumn { kMessage, kSince, kBytes, kSeconds, kUnsentColumns };
 
 constexpr int kListedRows = 12;
-constexpr int kTextCharacters = 60;
 constexpr int kLinkMilliseconds = 500;
 
 QString SecondsWords(int bytes) {
@@ -84,7 +83,7 @@ void SendChangesWindow::FillList(const UnsentTables::Parts& parts) {
   parts_ = parts;
   list_->setObjectName(QStringLiteral("lstUnsent"));
   list_->setAccessibleName(tr("What is sent"));
-  list_->setColumnCount(kColumnCount);
+  list_->setColumnCount(kUnsentColumns);
   list_->setHeaderLabels({tr("Message"), tr("Since"), tr("Bytes"), tr("Time")});
   list_->setRootIsDecorated(false);
   list_->setUniformRowHeights(true);

@@ -58,6 +58,9 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
   void Ended(const switcher::DownloadResult& result);
 
  protected:
+  // So wide is what asks the operator, at least.
+  static constexpr int kTextCharacters = 60;
+
   // The object names of its parts.
   struct Names {
     const char* status;

@@ -2,8 +2,8 @@
 //
 // Changes carried out once more, or taken back.
 
-#ifndef STATIONS_APPLY_H_
-#define STATIONS_APPLY_H_
+#ifndef STATIONS_CARRY_OUT_H_
+#define STATIONS_CARRY_OUT_H_
 
 #include <cstdint>
 #include <span>
@@ -39,12 +39,12 @@ model::Status FindConflicts(jet::Database& database, std::span<const Change> cha
 // Stores the wanted values of changes as above, all at once or on a failure none, whatever the
 // fields hold now; what has them already is not written.  A station without a record is passed
 // over.  The shared record set stays where it stands.
-model::Status Apply(jet::Database& database, std::span<const Change> changes, Direction direction,
-                    const Author& author);
+model::Status CarryOut(jet::Database& database, std::span<const Change> changes,
+                       Direction direction, const Author& author);
 
 // The changes without those of fields that are in conflict, and of stations without a record.
 std::vector<Change> Without(std::span<const Change> changes, std::span<const Conflict> conflicts);
 
 }  // namespace stations
 
-#endif  // STATIONS_APPLY_H_
+#endif  // STATIONS_CARRY_OUT_H_

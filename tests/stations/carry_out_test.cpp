@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "stations/apply.h"
+#include "stations/carry_out.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,9 +18,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ApplyTest : public testing::Test {
+class CarryOutTest : public testing::Test {
  protected:
-  ApplyTest() {
+  CarryOutTest() {
     database_.AddStation(5, {{"Label", "MIC"}, {"InLabel", "IN 5"}, {"Hidden", 0}});
     database_.AddStation(7, {{"Label", "CAM"}});
   }
@@ -42,8 +42,8 @@ class ApplyTest : public testing::Test {
     return words;
   }
 
-  model::Status Apply(const std::vector<Change>& changes, Direction direction) {
-    return stations::Apply(Database(), changes, direction, {changes_, Origin::Operator});
+  model::Status CarryOut(const std::vector<Change>& changes, Direction direction) {
+    return stations::CarryOut(Database(), changes, direction, {changes_, Origin::Operator});
   }
 
   test::SmallDatabase database_;
@@ -51,68 +51,70 @@ class ApplyTest : public testing::Test {
   test::RecordingChanges heard_{changes_};
 };
 
-TEST_F(ApplyTest, ChangesAreCarriedOutAgainAndTakenBack) {
+TEST_F(CarryOutTest, ChangesAreCarriedOutAgainAndTakenBack) {
   const std::vector<Change> changes = {
       {Origin::Operator, 5, {{"Label", "MIC", "LINE"}, {"Hidden", 0, 1}}}, LabelOf(7, "CAM", "VT")};
-  ASSERT_TRUE(Apply(changes, Direction::Again).ok());
+  ASSERT_TRUE(CarryOut(changes, Direction::Again).ok());
   EXPECT_THAT(heard_.Take(), ElementsAre("operator 5: Label MIC > LINE, Hidden 0 > 1",
                                          "operator 7: Label CAM > VT"));
   EXPECT_EQ(heard_.times, 1) << "they are one act";
-  ASSERT_TRUE(Apply(changes, Direction::Back).ok());
+  ASSERT_TRUE(CarryOut(changes, Direction::Back).ok());
   EXPECT_THAT(heard_.Take(), ElementsAre("operator 5: Label LINE > MIC, Hidden 1 > 0",
                                          "operator 7: Label VT > CAM"));
 }
 
-TEST_F(ApplyTest, WhereNobodyChangedAnythingSinceThereIsNoConflict) {
+TEST_F(CarryOutTest, WhereNobodyChangedAnythingSinceThereIsNoConflict) {
   EXPECT_THAT(Conflicts({LabelOf(5, "MIC", "LINE")}, Direction::Again), IsEmpty());
   EXPECT_THAT(Conflicts({LabelOf(5, "LINE", "MIC")}, Direction::Back), IsEmpty());
   EXPECT_THAT(Conflicts({LabelOf(5, "LINE", "MIC")}, Direction::Again), IsEmpty())
       << "it has the wanted value";
 }
 
-TEST_F(ApplyTest, AFieldThatWasChangedSinceIsAConflict) {
+TEST_F(CarryOutTest, AFieldThatWasChangedSinceIsAConflict) {
   EXPECT_THAT(Conflicts({LabelOf(5, "A", "B"), LabelOf(7, "CAM", "VT")}, Direction::Again),
               ElementsAre("5 Label: MIC, wanted B"));
   EXPECT_THAT(Conflicts({LabelOf(5, "A", "B")}, Direction::Back),
               ElementsAre("5 Label: MIC, wanted A"));
 }
 
-TEST_F(ApplyTest, AStationWithoutARecordIsAConflictAndIsPassedOver) {
+TEST_F(CarryOutTest, AStationWithoutARecordIsAConflictAndIsPassedOver) {
   const std::vector<Change> changes = {LabelOf(6, "A", "B"), LabelOf(7, "CAM", "VT")};
   EXPECT_THAT(Conflicts(changes, Direction::Again), ElementsAre("6 : , wanted "));
-  ASSERT_TRUE(Apply(changes, Direction::Again).ok());
+  ASSERT_TRUE(CarryOut(changes, Direction::Again).ok());
   EXPECT_EQ(database_.Field(7, "Label"), "VT");
 }
 
-TEST_F(ApplyTest, WithoutWhatIsInConflictTheRestIsLeft) {
+TEST_F(CarryOutTest, WithoutWhatIsInConflictTheRestIsLeft) {
   const std::vector<Change> changes = {
       {Origin::Operator, 5, {{"Label", "A", "B"}, {"InLabel", "IN 5", "IN"}}},
       LabelOf(6, "A", "B")};
   std::vector<Conflict> conflicts;
   ASSERT_TRUE(FindConflicts(Database(), changes, Direction::Again, &conflicts).ok());
-  ASSERT_TRUE(Apply(Without(changes, conflicts), Direction::Again).ok());
+  ASSERT_TRUE(CarryOut(Without(changes, conflicts), Direction::Again).ok());
   EXPECT_THAT(heard_.seen, ElementsAre("operator 5: InLabel IN 5 > IN"));
 }
 
-TEST_F(ApplyTest, OneThatCannotBeStoredKeepsAllFromBeingStored) {
-  EXPECT_FALSE(
-      Apply({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", std::string(300, 'x'))}, Direction::Again)
-          .ok());
+TEST_F(CarryOutTest, OneThatCannotBeStoredKeepsAllFromBeingStored) {
+  EXPECT_FALSE(CarryOut({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", std::string(300, 'x'))},
+                        Direction::Again)
+                   .ok());
   EXPECT_EQ(database_.Field(5, "Label"), "MIC");
   EXPECT_THAT(heard_.seen, IsEmpty());
 }
 
-TEST_F(ApplyTest, NullIsAValueToGoBackTo) {
-  ASSERT_TRUE(Apply({{Origin::Operator, 7, {{"Notes", jet::Value(), ""}}}}, Direction::Again).ok());
+TEST_F(CarryOutTest, NullIsAValueToGoBackTo) {
+  ASSERT_TRUE(
+      CarryOut({{Origin::Operator, 7, {{"Notes", jet::Value(), ""}}}}, Direction::Again).ok());
   EXPECT_THAT(Conflicts({{Origin::Operator, 7, {{"Notes", jet::Value(), ""}}}}, Direction::Back),
               IsEmpty());
-  ASSERT_TRUE(Apply({{Origin::Operator, 7, {{"Notes", jet::Value(), ""}}}}, Direction::Back).ok());
+  ASSERT_TRUE(
+      CarryOut({{Origin::Operator, 7, {{"Notes", jet::Value(), ""}}}}, Direction::Back).ok());
   EXPECT_EQ(database_.Field(7, "Notes"), "null");
 }
 
-TEST_F(ApplyTest, TheSharedRecordSetStaysWhereItIs) {
+TEST_F(CarryOutTest, TheSharedRecordSetStaysWhereItIs) {
   database_.GoTo(7);
-  ASSERT_TRUE(Apply({LabelOf(5, "MIC", "LINE")}, Direction::Again).ok());
+  ASSERT_TRUE(CarryOut({LabelOf(5, "MIC", "LINE")}, Direction::Again).ok());
   EXPECT_EQ(database_.CurrentStation(), 7);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "stations/apply.h"
+#include "stations/carry_out.h"
 
 #include <algorithm>
 #include <memory>
@@ -50,8 +50,8 @@ model::Status FindConflicts(jet::Database& database, std::span<const Change> cha
   return {};
 }
 
-model::Status Apply(jet::Database& database, std::span<const Change> changes, Direction direction,
-                    const Author& author) {
+model::Status CarryOut(jet::Database& database, std::span<const Change> changes,
+                       Direction direction, const Author& author) {
   std::unique_ptr<jet::RecordSet> stations;
   if (model::Status status = OpenStations(database, &stations); !status.ok()) return status;
   Batch batch(database, author.changes);
