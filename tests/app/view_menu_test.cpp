@@ -27,7 +27,7 @@ class ViewMenuTest : public testing::Test {
 };
 
 TEST_F(ViewMenuTest, EveryItemHasAMnemonicOfItsOwn) {
-  EXPECT_EQ(menu_.actions().size(), 8 + 2);  // and its separators
+  EXPECT_EQ(menu_.actions().size(), 9 + 2);  // and its separators
   test::ExpectMnemonics(menu_);
 }
 

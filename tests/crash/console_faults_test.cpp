@@ -37,7 +37,11 @@ constexpr DiskError kErrors[] = {
 
 class ConsoleFaultsTest : public testing::Test {
  protected:
-  void SetUp() override { folder_.WriteSettings(line_); }
+  // What the aids write has tests of its own: it fails in silence, or with a hint.
+  void SetUp() override {
+    folder_.WriteSettings(line_);
+    plan_.Spare({"Tesk.journal", "Tesk.sent", "Teskctl.", "Backups"});
+  }
 
   std::unique_ptr<ConsoleProcess> Start() {
     return std::make_unique<ConsoleProcess>(folder_, plan_.Prefix());
@@ -247,6 +251,28 @@ TEST_F(ConsoleFaultsTest, EveryFailureToSaveIsSaidAndSavingAgainWorks) {
   }
   EXPECT_GE(failures, 10);
   EndAndLook(*console);
+}
+
+// A disk that takes nothing of what the aids write: a hint, and the work goes on.
+TEST_F(ConsoleFaultsTest, WhatTheAidsCannotWriteKeepsNobodyFromWorking) {
+  RunOnce();
+  plan_.Spare({"Tesk.mdb", "WorkingDb", "Orvotesk.ini"});
+  for (const auto& [error, report] : kErrors) {
+    SCOPED_TRACE(error);
+    plan_.Restart();
+    plan_.Fail(1, kForGood, error);
+    const auto console = Start();
+    ASSERT_TRUE(console->IsUp());
+    for (int i = 0; i < 5; ++i) ASSERT_TRUE(Edit(*console));
+    EXPECT_TRUE(console->Boxes().empty());
+    EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return console->IsShown("aidHintStrip"); }));
+    EXPECT_GT(plan_.Count(), 0);
+    console->Trigger("ID_Exit");
+    ASSERT_EQ(console->WaitForEnd(), 0);
+    EXPECT_EQ(WhatIsWrong(main_), "");
+    EXPECT_EQ(ReadStations(main_), tables_);
+    EXPECT_FALSE(fs::exists(copy_));
+  }
 }
 
 TEST_F(ConsoleFaultsTest, SettingsThatCannotBeWrittenAreSaidAndStayAsTheyWere) {

@@ -10,7 +10,6 @@ namespace {
 Phase PhaseOfCall(std::string_view call, int opened, bool ending) {
   const std::string_view file = call.substr(call.find(' ') + 1);
   if (file.starts_with("Tesk.mdb")) return ending ? Phase::Saving : Phase::Creating;
-  if (file.starts_with("Backups")) return Phase::Keeping;
   if (file.starts_with("Orvotesk.ini")) return Phase::Settings;
   if (file == "Tesk.journal") return ending ? Phase::Tidying : Phase::Editing;
   if (file != "WorkingDb.md$") return Phase::Starting;
@@ -45,8 +44,6 @@ const char* NameOf(Phase phase) {
       return "copying back";
     case Phase::Tidying:
       return "removing the copy";
-    case Phase::Keeping:
-      return "keeping a copy";
     case Phase::Settings:
       return "writing settings";
     case Phase::Ended:

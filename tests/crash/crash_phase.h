@@ -18,14 +18,13 @@ enum class Phase {
   Editing,   // with the operator, or with tables from the switcher
   Saving,    // the working copy back over the database
   Tidying,   // the working copy removed
-  Keeping,   // a dated copy of the database
   Settings,  // Orvotesk.ini
   Ended,     // it did not die: it was through before
 };
 
 inline constexpr std::array kPhases{Phase::Starting, Phase::Creating, Phase::Copying,
                                     Phase::Editing,  Phase::Saving,   Phase::Tidying,
-                                    Phase::Keeping,  Phase::Settings, Phase::Ended};
+                                    Phase::Settings, Phase::Ended};
 
 const char* NameOf(Phase phase);
 

@@ -28,6 +28,7 @@ struct Call {
 // the rest, at any time.
 struct Block {
   std::array<char, 512> folder;  // what lies below is watched; set before `watching`
+  std::array<char, 256> spared;  // but for names that begin with one of these, a line each
   std::atomic<std::int32_t> watching;
   std::atomic<std::int32_t> calls;  // so far
 

@@ -46,6 +46,14 @@ std::vector<std::string> FaultPlan::Prefix() const {
       std::string("ASAN_OPTIONS=verify_asan_link_order=0:") + (options == nullptr ? "" : options)};
 }
 
+void FaultPlan::Spare(const std::vector<std::string>& names) {
+  std::string lines;
+  for (const std::string& name : names) lines += name + '\n';
+  if (lines.size() >= block_->spared.size()) throw std::runtime_error("too many names");
+  block_->spared.fill(0);
+  std::copy(lines.begin(), lines.end(), block_->spared.begin());
+}
+
 void FaultPlan::Restart() {
   Lift();
   block_->delay = 0;

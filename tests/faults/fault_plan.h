@@ -29,6 +29,9 @@ class FaultPlan {
   // For TeskWatch(), in a test that the shim is linked to.
   Block* Shared() const { return block_; }
 
+  // Files whose names begin with one of these are not watched.  To be said before the process runs.
+  void Spare(const std::vector<std::string>& names);
+
   // Forgets the calls so far; nothing fails or is slow.
   void Restart();
   // The calls `first` to `last` fail with an errno.  With `halves`, the first half of what a

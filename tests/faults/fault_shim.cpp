@@ -52,13 +52,24 @@ __attribute__((constructor)) void MapBlock() {
   if (mapped != MAP_FAILED) block = static_cast<Block*>(mapped);
 }
 
+bool IsSpared(const char* name) {
+  const char* line = block->spared.data();
+  while (*line != 0) {
+    const std::size_t length = std::strcspn(line, "\n");
+    if (std::strncmp(name, line, length) == 0) return true;
+    line += length + 1;
+  }
+  return false;
+}
+
 // The name of a file below the watched folder, nothing for any other.
 const char* Watched(const char* path) {
   if (block == nullptr || block->watching == 0 || path == nullptr) return nullptr;
   const char* const folder = block->folder.data();
   const std::size_t length = std::strlen(folder);
   if (std::strncmp(path, folder, length) != 0 || path[length] != '/') return nullptr;
-  return path + length + 1;
+  const char* const name = path + length + 1;
+  return IsSpared(name) ? nullptr : name;
 }
 
 struct OpenFile {

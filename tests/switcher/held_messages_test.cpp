@@ -61,7 +61,9 @@ TEST(HeldMessages, OfAFileCutAnywhereTheLastLineAloneIsLost) {
     const auto lines = std::count(text.begin(), text.begin() + static_cast<long>(length), '\n');
     EXPECT_GE(read.size(), static_cast<std::size_t>(lines)) << length;
     for (const auto& [part, message] : read) {
-      if (part < std::prev(read.end())->first) EXPECT_EQ(message, kHeldMessages.at(part)) << length;
+      if (part < std::prev(read.end())->first) {
+        EXPECT_EQ(message, kHeldMessages.at(part)) << length;
+      }
     }
   }
 }

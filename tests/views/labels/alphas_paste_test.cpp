@@ -176,8 +176,9 @@ TEST(AlphasPaste, NotesSayWhatDoesNotTravelWell) {
   console.Click(0, kLabel);
   console.Paste(QStringLiteral("MIC\nMÜLLER"));
   EXPECT_THAT(console.said,
-              ElementsAre("note Station 2: “Ü” does not travel well on a line of 7-bit data",
-                          "edited 1 1", "edited 1 2", "labels"));
+              ElementsAre("edited 1 1", "edited 1 2",
+                          "note Station 2: “Ü” does not travel well on a line of 7-bit data",
+                          "labels"));
 }
 
 }  // namespace
