@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -49,32 +50,45 @@ TEST(EditedParts, OfEveryFieldButThoseThatNeverTravel) {
   }
 }
 
-// The messages that are others after `field` of station 5 got a value that differs from none.
-std::vector<TablePart> MessagesChangedBy(const jet::FieldSpec& field) {
-  test::SmallDatabase database;
-  for (int station = 1; station <= 8; ++station) database.AddStation(station, {});
-  model::SystemModel model;
-  model.ApplyFixedValues();
-  model.ChannelCount = 8;
-  model.StationCount = 8;
-  model.LabelCount = 8;
-  model.OptoCount = 8;
-  const auto before = LoadDigests(*database.Files().Database(), model);
-  database.Set(5, field.name,
-               field.type == jet::FieldType::Integer ? jet::Value(1) : jet::Value("11"));
-  std::vector<TablePart> changed;
-  for (const auto& [part, digest] : LoadDigests(*database.Files().Database(), model)) {
-    if (before.at(part) != digest) changed.push_back(part);
+// Stations 1 to 8, of which nothing is set.
+class EditedMessages : public testing::Test {
+ protected:
+  EditedMessages() {
+    for (int station = 1; station <= 8; ++station) database_.AddStation(station, {});
+    model_.ApplyFixedValues();
+    model_.ChannelCount = 8;
+    model_.StationCount = 8;
+    model_.LabelCount = 8;
+    model_.OptoCount = 8;
   }
-  return changed;
-}
 
-TEST(EditedParts, AreThoseWhoseMessagesAreOthersThen) {
+  std::map<TablePart, Digest> Digests() {
+    return LoadDigests(*database_.Files().Database(), model_);
+  }
+
+  // The messages that are others when the field of station 5 has a value.
+  std::vector<TablePart> ChangedBy(const jet::FieldSpec& field) {
+    const auto before = Digests();
+    database_.Set(5, field.name,
+                  field.type == jet::FieldType::Integer ? jet::Value(1) : jet::Value("11"));
+    std::vector<TablePart> changed;
+    for (const auto& [part, digest] : Digests()) {
+      if (before.at(part) != digest) changed.push_back(part);
+    }
+    return changed;
+  }
+
+ private:
+  test::SmallDatabase database_;
+  model::SystemModel model_;
+};
+
+TEST_F(EditedMessages, AreThoseOfTheEditedParts) {
   for (const jet::FieldSpec& field : db::StationsSpec().fields) {
     if (field.name == "StationNum") continue;  // that is another record
     std::vector<TablePart> messages;
     for (const TablePart& part : PartsOf(field.name)) messages.push_back(MessageOf(part));
-    EXPECT_EQ(MessagesChangedBy(field), messages) << field.name;
+    EXPECT_EQ(ChangedBy(field), messages) << field.name;
   }
 }
 
