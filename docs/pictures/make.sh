@@ -254,6 +254,11 @@ sleep 0.3
 read -r left _ < <(place aidMapState)
 read -r last wide < <(place aidUnsent)
 picture sbStatusBar unsent -crop "$((last + wide - left))x+$left+0"
+trigger aidSendChanges
+wait_for shows cmdCancelSendChg
+picture frmSendChanges send-changes
+close frmSendChanges
+wait_for gone frmSendChanges
 trigger ID_SendData
 wait_for shows cmdDownGo
 picture frmDownProg send

@@ -19,6 +19,7 @@
 #include "views/change_words.h"
 #include "views/widgets/held_enter.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/row_height.h"
 
 namespace views {
 namespace {
@@ -74,7 +75,7 @@ BackupWindow::BackupWindow(const Services& services, QWidget* parent)
                                 .before = tr("Now"),
                                 .after = tr("Copy")},
                                this)),
-      ok_(new QPushButton(tr("Restore"), this)),
+      ok_(new QPushButton(tr("&Restore"), this)),
       cancel_(new QPushButton(tr("Cancel"), this)) {
   setObjectName(QStringLiteral("frmBackup"));
   setWindowTitle(tr("Restore Backup"));
@@ -139,6 +140,7 @@ QTreeWidgetItem* BackupWindow::MakeItem(const QString& made, const QString& why,
   auto* const item = new QTreeWidgetItem({made, why});
   const QString text = PathText(path);
   item->setData(kMade, kPathRole, text);
+  item->setSizeHint(kMade, QSize(0, RowHeight(fontMetrics())));
   item->setToolTip(kMade, text);
   item->setToolTip(kWhy, text);
   return item;
