@@ -158,7 +158,7 @@ TEST_F(MainWindowTest, NoTwoCommandsShareAShortcut) {
     if (shortcut.isEmpty()) continue;
     EXPECT_TRUE(shortcuts.insert(shortcut).second) << shortcut.toStdString();
   }
-  EXPECT_EQ(shortcuts.size(), 9U);
+  EXPECT_EQ(shortcuts.size(), 10U);
 }
 
 TEST_F(MainWindowTest, CommandsWithoutAnOperationAreGreyAndHeadingsAreNot) {
