@@ -254,11 +254,6 @@ sleep 0.3
 read -r left _ < <(place aidMapState)
 read -r last wide < <(place aidUnsent)
 picture sbStatusBar unsent -crop "$((last + wide - left))x+$left+0"
-trigger aidSendChanges
-wait_for shows cmdCancelSendChg
-picture frmSendChanges send-changes
-close frmSendChanges
-wait_for gone frmSendChanges
 trigger ID_SendData
 wait_for shows cmdDownGo
 picture frmDownProg send
@@ -300,6 +295,12 @@ click aidHintClose
 "$bin/gallery" backups "$work/raw"
 mv "$work/raw/light-backups-3.png" "$work/raw/restore-backup.png"
 small restore-backup
+
+# --- What is unsent, to be sent.
+
+"$bin/gallery" transfer "$work/raw"
+mv "$work/raw/light-send-changes.png" "$work/raw/send-changes.png"
+small send-changes
 
 # --- The line that is down.
 

@@ -140,7 +140,8 @@ QTreeWidgetItem* BackupWindow::MakeItem(const QString& made, const QString& why,
   auto* const item = new QTreeWidgetItem({made, why});
   const QString text = PathText(path);
   item->setData(kMade, kPathRole, text);
-  item->setSizeHint(kMade, QSize(0, RowHeight(fontMetrics())));
+  // Of the column whose width is not that of its contents.
+  item->setSizeHint(kWhy, QSize(0, RowHeight(fontMetrics())));
   item->setToolTip(kMade, text);
   item->setToolTip(kWhy, text);
   return item;

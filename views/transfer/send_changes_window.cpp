@@ -111,7 +111,8 @@ void SendChangesWindow::FillList(const UnsentTables::Parts& parts) {
     auto* const row = new QTreeWidgetItem({RowWords(part), since ? DayWords(*since) : QString(),
                                            QString::number(bytes), TimeWords(TimeOf({part}))});
     row->setCheckState(kMessage, Qt::Checked);
-    row->setSizeHint(kSince, QSize(0, RowHeight(fontMetrics())));
+    // Of the column whose width is not that of its contents.
+    row->setSizeHint(kMessage, QSize(0, RowHeight(fontMetrics())));
     for (const int column : {kBytes, kSeconds}) {
       row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     }

@@ -196,6 +196,13 @@ TEST_F(SendChangesWindowTest, OfADatabaseThatTheSwitcherNeverSawItDoesNotSayThat
                            "retrieve what the switcher holds."));
 }
 
+TEST_F(SendChangesWindowTest, TheDayIsWhole) {
+  EditAll();
+  Open();
+  auto& list = *Child<QTreeWidget>("lstUnsent");
+  EXPECT_GT(list.columnWidth(1), list.fontMetrics().horizontalAdvance(DayWords(test::kToday)));
+}
+
 TEST_F(SendChangesWindowTest, SendsWhatIsTickedAndNothingElse) {
   EditAll();
   Open();
@@ -259,9 +266,7 @@ TEST_F(SendChangesWindowTest, WithoutASwitcherItSaysSo) {
 }
 
 TEST_F(SendChangesWindowTest, SaysWhenNothingIsUnsent) {
-  messages_.NoteHeld({Table::Inhibits, 3}, 1);
-  Edit(3, "Inhibits", "1");
-  Edit(3, "Inhibits", "0");
+  messages_.NoteHeld({Table::Inhibits, 3}, messages_.Held().at({Table::Inhibits, 3}).digest);
   Open();
   EXPECT_EQ(Text("aidSendChgText"),
             QStringLiteral("Nothing is unsent: what is edited here is in the switcher."));
