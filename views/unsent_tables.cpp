@@ -37,6 +37,12 @@ std::optional<switcher::Day> UnsentTables::Since(const switcher::TablePart& part
   return entry->second;
 }
 
+QString UnsentTables::NeverSeenWords() {
+  return tr(
+      "The switcher was never seen to hold this database. Send all of it, or retrieve what the "
+      "switcher holds.");
+}
+
 QString UnsentTables::Names() const { return PartWords(All()); }
 
 QString UnsentTables::Words() const {

@@ -21,9 +21,7 @@ void UnsentAids::Update() {
   }
   const bool isConnected = services_.model.LinkStatus[0] == 1;
   if (isConnected && services_.messages.IsNeverSeen()) {
-    services_.hints.Give(Hint::NeverSeen,
-                         tr("The switcher was never seen to hold this database. Send all of it, or "
-                            "retrieve what the switcher holds."));
+    services_.hints.Give(Hint::NeverSeen, views::UnsentTables::NeverSeenWords());
   } else {
     services_.hints.Withdraw(Hint::NeverSeen);
   }

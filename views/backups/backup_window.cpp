@@ -18,6 +18,7 @@
 #include "stations/open_stations.h"
 #include "views/change_words.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/row_height.h"
 
 namespace views {
 namespace {
@@ -77,7 +78,7 @@ BackupWindow::BackupWindow(const Services& services, QWidget* parent)
                                 .before = tr("Now"),
                                 .after = tr("Copy")},
                                this)),
-      ok_(new QPushButton(tr("Restore"), this)),
+      ok_(new QPushButton(tr("&Restore"), this)),
       cancel_(new QPushButton(tr("Cancel"), this)) {
   setObjectName(QStringLiteral("frmBackup"));
   setWindowTitle(tr("Restore Backup"));
@@ -142,6 +143,8 @@ QTreeWidgetItem* BackupWindow::MakeItem(const QString& made, const QString& why,
   auto* const item = new QTreeWidgetItem({made, why});
   const QString text = PathText(path);
   item->setData(kMade, kPathRole, text);
+  // Of the column whose width is not that of its contents.
+  item->setSizeHint(kWhy, QSize(0, RowHeight(fontMetrics())));
   item->setToolTip(kMade, text);
   item->setToolTip(kWhy, text);
   return item;
