@@ -139,8 +139,9 @@ void UnsentMessages::LineLost() {
 
 void UnsentMessages::GiveUp(const std::vector<TablePart>& parts) {
   if (parts.empty()) return;
-  TellChange();
+  // First, so that who waits for the end does not take them for confirmed.
   if (listener_ != nullptr) listener_->PartsNotConfirmed(parts);
+  TellChange();
 }
 
 void UnsentMessages::Answered(int polls) {
