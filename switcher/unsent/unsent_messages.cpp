@@ -30,10 +30,11 @@ void UnsentMessages::Begin(HeldMessages known) {
   TellChange();
 }
 
-bool UnsentMessages::IsNeverSeen() const {
-  return hasBegun_ && std::ranges::none_of(held_, [](const auto& entry) {
-           return entry.second.state == State::Held;
-         });
+int UnsentMessages::NeverSeen() const {
+  return static_cast<int>(std::ranges::count_if(held_, [this](const auto& entry) {
+    const auto& [part, held] = entry;
+    return held.state == State::Found && present_.contains(part) && !unsent_.contains(part);
+  }));
 }
 
 void UnsentMessages::Changed(std::span<const stations::Change> changes) {

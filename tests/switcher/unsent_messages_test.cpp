@@ -178,7 +178,8 @@ class UnsentMessagesTest : public testing::Test, protected UnsentMessages::Liste
 
 TEST_F(UnsentMessagesTest, WhatWasFoundIsNotUnsentThoughTheSwitcherNeverSawIt) {
   EXPECT_THAT(Unsent(), IsEmpty());
-  EXPECT_TRUE(unsent_.IsNeverSeen());
+  EXPECT_EQ(unsent_.NeverSeen(), unsent_.Count());
+  EXPECT_EQ(unsent_.Count(), 9) << "three tables, and three messages of each station";
 }
 
 TEST_F(UnsentMessagesTest, AnEditIsUnsentUntilItIsTakenBack) {
@@ -241,7 +242,7 @@ TEST_F(UnsentMessagesTest, WhatWasSentIsHeldWhenTheNextPollIsAnswered) {
   port_.Deliver("EB");
   EXPECT_THAT(Unsent(), IsEmpty());
   EXPECT_FALSE(unsent_.IsWaiting());
-  EXPECT_FALSE(unsent_.IsNeverSeen());
+  EXPECT_EQ(unsent_.NeverSeen(), unsent_.Count() - 1) << "of the others nobody knows";
   EXPECT_THAT(notConfirmed_, IsEmpty());
 }
 
@@ -423,7 +424,7 @@ TEST_F(UnsentMessagesTest, ATableOfTheSwitcherIsHeld) {
   port_.Deliver("F5 00 00 08 00 08 FF");
   EXPECT_EQ(database_.Field(1, "Inhibits").substr(0, 8), "00010000");
   EXPECT_THAT(Unsent(), IsEmpty());
-  EXPECT_FALSE(unsent_.IsNeverSeen());
+  EXPECT_EQ(unsent_.NeverSeen(), unsent_.Count() - 1) << "of the others nobody knows";
   Edit(1, "Inhibits", Inhibited(3));
   EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
 }
