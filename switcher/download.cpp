@@ -161,7 +161,13 @@ void Download::CountValue() {
 }
 
 void Download::End() {
-  if (!running_) result_.notSent = NameTables(std::span(stages_).subspan(current_));
+  if (!running_) {
+    const auto left = std::span(stages_).subspan(current_);
+    result_.notSent = NameTables(left);
+    for (const DownloadStage& stage : left) {
+      if (stage.table) result_.leftOut.push_back(stage.part);
+    }
+  }
   running_ = false;
   // Also when it was cancelled before the first tick: the poll is on then and stays so.
   state_ = State::Ended;

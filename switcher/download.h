@@ -19,9 +19,10 @@ namespace switcher {
 
 // What came of a download that was begun.
 struct DownloadResult {
-  int sent = 0;                   // tables that went out; one for each station's buttons
-  std::vector<TablePart> failed;  // tables that could not be sent, which was reported
-  std::string notSent;            // the tables that were left out by a cancel; empty for none
+  int sent = 0;                         // tables that went out; one for each station's buttons
+  std::vector<TablePart> failed;        // tables that could not be sent, which was reported
+  std::string notSent;                  // the tables that were left out by a cancel; empty for none
+  std::vector<TablePart> leftOut = {};  // the same, part by part
 };
 
 // What a download shows, and its timers; the download window implements it.

@@ -103,15 +103,16 @@ int EstimateDownloadBytes(const model::SystemModel& model) {
 
 std::string NameTables(std::span<const DownloadStage> stages) {
   std::string names;
-  for (const DownloadStage& stage : stages) {
-    if (!stage.table) continue;
+  for (std::size_t i = 0; i < stages.size(); ++i) {
+    const DownloadStage& first = stages[i];
+    if (!first.table) continue;
     if (!names.empty()) names += ", ";
-    names += stage.name;
-    if (stage.part.table != Table::Buttons) continue;
+    names += first.name;
+    if (first.part.table != Table::Buttons) continue;
     // The stations' button programming comes last and in their order.
-    const int last = stages.back().part.station;
-    if (last != stage.part.station) names += " to " + std::to_string(last);
-    break;
+    while (i + 1 < stages.size() && stages[i + 1].part.station == stages[i].part.station + 1) ++i;
+    const int last = stages[i].part.station;
+    if (last != first.part.station) names += " to " + std::to_string(last);
   }
   return names;
 }

@@ -17,11 +17,11 @@ class LineEvents {
   // A message of a table was handed to the port whole, from its code to its end byte.
   virtual void TableMessageSent(std::span<const std::uint8_t> message) = 0;
 
-  // The switcher was polled; everything that was sent before stands before it on the line.
+  // The switcher was sent a keep-alive poll; everything that was sent before stands before it on
+  // the line.
   virtual void Polled() = 0;
 
-  // So many polls were answered: of keep-alive polls each by a byte of its own, of the others by
-  // whatever comes.
+  // So many of these polls were answered, each by a byte of its own.
   virtual void Answered(int polls) = 0;
 
   // The port is closed.

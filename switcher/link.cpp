@@ -47,15 +47,12 @@ void Link::PollTick() {
 // A poll that cannot be written is not reported: a lost device announces itself, and the next
 // second polls again.
 void Link::Poll(std::uint8_t poll) {
-  lastPoll_ = poll;
-  if (services_.port.Write(poll).ok() && services_.account != nullptr) services_.account->Polled();
-}
-
-// A keep-alive poll has an answer of its own; the others bring what they ask for.
-void Link::CountAnswers(int linkAnswers) {
-  if (services_.account == nullptr) return;
-  const int polls = lastPoll_ == kPollKeepAlive ? linkAnswers : 1;
-  if (polls > 0) services_.account->Answered(polls);
+  const bool isWritten = services_.port.Write(poll).ok();
+  // Only the keep-alive has an answer of its own.  What the others bring may come unasked, too, or
+  // for an earlier one.
+  if (isWritten && poll == kPollKeepAlive && services_.account != nullptr) {
+    services_.account->Polled();
+  }
 }
 
 bool Link::DecodeTick() {
@@ -102,8 +99,10 @@ void Link::DataReceived() {
   const auto answers = std::remove(received.begin(), received.end(), kLinkAnswer);
   const auto linkAnswers = static_cast<int>(received.end() - answers);
   received.erase(answers, received.end());
-  if (linkAnswers > 0) SetLinkState(true);
-  CountAnswers(linkAnswers);
+  if (linkAnswers > 0) {
+    SetLinkState(true);
+    if (services_.account != nullptr) services_.account->Answered(linkAnswers);
+  }
   if (received.empty()) return;
 
   services_.display.StartDecodeTimer();

@@ -59,7 +59,7 @@ class Link : public SerialPortEvents {
     SerialPort& port;
     Decoder& decoder;
     LinkDisplay& display;
-    LineEvents* account = nullptr;  // told of polls and their answers; null for nobody
+    LineEvents* account = nullptr;  // told of keep-alive polls and answers; null for nobody
   };
   explicit Link(const Services& services);
   ~Link() override;
@@ -103,9 +103,6 @@ class Link : public SerialPortEvents {
   // Polls with this byte.
   void Poll(std::uint8_t poll);
 
-  // So many link answers came, or something else did.
-  void CountAnswers(int linkAnswers);
-
   // Takes at most one message off the receive buffer and decodes it.
   void DecodeSwitcherMessage();
 
@@ -118,7 +115,6 @@ class Link : public SerialPortEvents {
   TableTaker* tableTaker_ = nullptr;
   ReceiveBuffer received_;
   std::optional<std::uint8_t> blockedCode_;
-  std::uint8_t lastPoll_ = 0;
 };
 
 }  // namespace switcher

@@ -37,10 +37,18 @@ std::optional<switcher::Day> UnsentTables::Since(const switcher::TablePart& part
   return entry->second;
 }
 
-QString UnsentTables::NeverSeenWords() {
-  return tr(
-      "The switcher was never seen to hold this database. Send all of it, or retrieve what the "
-      "switcher holds.");
+QString UnsentTables::NeverSeenWords() const {
+  const int unknown = messages_.NeverSeen();
+  if (unknown == 0) return {};
+  if (unknown == messages_.Count()) {
+    return tr(
+        "The switcher was never seen to hold this database. Send all of it, or retrieve what the "
+        "switcher holds.");
+  }
+  return tr("The switcher was never seen to hold all of this database: not known are %1 of %2 "
+            "messages. Send all of it, or retrieve what the switcher holds.")
+      .arg(unknown)
+      .arg(messages_.Count());
 }
 
 QString UnsentTables::Names() const { return PartWords(All()); }

@@ -22,7 +22,10 @@ bool Transfers::IsOpen() const {
 }
 
 bool Transfers::MayBegin(bool isComparisonBusy) {
-  if (IsOpen()) return false;
+  if (IsOpen()) {
+    Q_EMIT NoteRequested(tr("Not while another transfer is open"));
+    return false;
+  }
   if (isComparisonBusy) {
     Q_EMIT NoteRequested(tr("Not while the switcher sends what a comparison asked for"));
     return false;
@@ -67,10 +70,13 @@ void Transfers::SendParts(const views::UnsentTables::Parts& parts, QWidget* pare
   changes_->setAttribute(Qt::WA_DeleteOnClose);
   connect(changes_, &views::SendChangesWindow::Begun, this, &Transfers::SendingBegun);
   connect(changes_, &views::SendChangesWindow::Ended, this, &Transfers::SendingEnded);
-  connect(changes_, &views::SendChangesWindow::Confirmed, this, [this](int messages) {
-    Q_EMIT NoteRequested(messages == 1 ? tr("1 message sent and confirmed")
-                                       : tr("%1 messages sent and confirmed").arg(messages));
-  });
+  connect(changes_, &views::SendChangesWindow::Confirmed, this,
+          [this](int messages, const views::UnsentTables::Parts& confirmed) {
+            if (compare_ != nullptr) compare_->NoteSent(confirmed);
+            Q_EMIT NoteRequested(messages == 1
+                                     ? tr("1 message sent and confirmed")
+                                     : tr("%1 messages sent and confirmed").arg(messages));
+          });
   changes_->open();
 }
 
@@ -82,11 +88,14 @@ void Transfers::RetrieveData() {
   retrieval_ = new views::RetrievalWindow(services_.retrieval, &services_.window);
   retrieval_->setAttribute(Qt::WA_DeleteOnClose);
   const views::UnsentTables& unsent = services_.download.unsent;
-  if (unsent.IsNeverSeen()) {
-    retrieval_->SetWarning(tr("What is here was never seen in the switcher and will be lost"));
-  } else if (const QString names = unsent.Names(); !names.isEmpty()) {
-    retrieval_->SetWarning(tr("Unsent: %1 will be lost").arg(names));
+  QStringList warnings;
+  if (const QString names = unsent.Names(); !names.isEmpty()) {
+    warnings += tr("Unsent: %1 will be lost").arg(names);
   }
+  if (!unsent.NeverSeenWords().isEmpty()) {
+    warnings += tr("What is here was never seen in the switcher and will be lost");
+  }
+  if (!warnings.isEmpty()) retrieval_->SetWarning(warnings.join(u'\n'));
   connect(retrieval_, &views::RetrievalWindow::ViewsOutdated, &services_.views,
           &OpenViews::CloseAll);
   connect(retrieval_, &QDialog::finished, &services_.views, &OpenViews::ShowAllInPlace);
@@ -100,7 +109,7 @@ void Transfers::FinishRetrieval(const switcher::RetrievalResult& result) {
 }
 
 void Transfers::CompareWithSwitcher() {
-  if (IsOpen() || !services_.views.StoreEdits()) return;
+  if (!MayBegin(/*isComparisonBusy=*/false)) return;
   if (compare_ == nullptr) {
     using views::CompareWindow;
     compare_ = new CompareWindow(services_.compare, &services_.window);

@@ -20,8 +20,9 @@ void UnsentAids::Update() {
         QStringLiteral("send-changes"), hasBadge_ ? QStringLiteral("unsent-badge") : QString()));
   }
   const bool isConnected = services_.model.LinkStatus[0] == 1;
-  if (isConnected && services_.messages.IsNeverSeen()) {
-    services_.hints.Give(Hint::NeverSeen, views::UnsentTables::NeverSeenWords());
+  const QString neverSeen = services_.unsent.NeverSeenWords();
+  if (isConnected && !neverSeen.isEmpty()) {
+    services_.hints.Give(Hint::NeverSeen, neverSeen);
   } else {
     services_.hints.Withdraw(Hint::NeverSeen);
   }

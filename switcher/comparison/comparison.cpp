@@ -154,9 +154,9 @@ void Comparison::NoteHeld(const TablePart& part) {
   const std::vector<TablePart>& accepted = tables_->Accepted();
   if (services_.noteHeld == nullptr || !Has(accepted, part)) return;
   if (part.table == Table::InputLabels && !Has(accepted, {.table = Table::OutputLabels})) return;
-  std::optional<Digest> digest;
-  (void)LoadDigest(tables_->Database(), services_.model, part, &digest);
+  const std::optional<Digest> digest = tables_->HeldDigest(part);
   if (digest) services_.noteHeld(part, *digest);
+  if (part.table == Table::OutputLabels) NoteHeld({.table = Table::InputLabels});
 }
 
 void Comparison::Listen() {

@@ -4,7 +4,9 @@
 #define SWITCHER_COMPARISON_REPORTED_TABLES_H_
 
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -17,6 +19,7 @@
 #include "switcher/decoder.h"
 #include "switcher/switcher_events.h"
 #include "switcher/table.h"
+#include "switcher/unsent/digest.h"
 
 namespace switcher {
 
@@ -49,6 +52,11 @@ class ReportedTables {
   // something else now.
   std::vector<stations::Change> Differences() const;
 
+  // The digest of the message of an accepted part as it was copied, where what was reported says
+  // the same, though it may be stored in other words then; else as it was reported.  Nothing when
+  // there is no such message.
+  std::optional<Digest> HeldDigest(const TablePart& part) const;
+
   // The copy, with what was reported.
   jet::Database& Database() const { return *database_; }
 
@@ -61,7 +69,7 @@ class ReportedTables {
     using ChangeObserver::ChangeObserver;
 
     DecodeStatus status = DecodeStatus::Ok;  // of the last message
-    std::vector<stations::Change> changes;
+    std::vector<stations::Change> changes;   // the same
 
    private:
     void MessageRefused(std::string_view description, DecodeStatus status) override;
@@ -71,10 +79,15 @@ class ReportedTables {
 
   ReportedTables(std::unique_ptr<jet::Database> database, model::SystemModel& model);
 
+  bool Differs(const TablePart& part) const;
+
+  const model::SystemModel& model_;
   const std::unique_ptr<jet::Database> database_;
+  const std::map<TablePart, Digest> copied_;  // the messages as they were copied
   stations::Changes changes_;
   Witness witness_{changes_};
   Decoder decoder_;
+  std::map<TablePart, std::vector<stations::Change>> stored_;  // of all messages of the part
   std::vector<TablePart> accepted_;
   std::vector<RefusedPart> refused_;
 };

@@ -2,6 +2,7 @@
 
 #include "switcher/unsent/confirmation.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace switcher {
@@ -15,6 +16,11 @@ std::vector<TablePart> PartsOf(const std::map<TablePart, Digest>& messages) {
 
 }  // namespace
 
+void Confirmation::Sent(const TablePart& part, Digest digest) {
+  asked_.erase(part);
+  sent_[part] = digest;
+}
+
 void Confirmation::Forget(const TablePart& part) {
   sent_.erase(part);
   asked_.erase(part);
@@ -22,7 +28,7 @@ void Confirmation::Forget(const TablePart& part) {
 
 std::vector<TablePart> Confirmation::Polled() {
   std::vector<TablePart> givenUp;
-  if (polls_ == kMostPolls || asked_.empty()) {
+  if (polls_ == kMostPolls) {
     givenUp = PartsOf(std::exchange(asked_, {}));
     polls_ = 0;
     unanswered_ = 0;
@@ -31,18 +37,17 @@ std::vector<TablePart> Confirmation::Polled() {
     asked_[part] = digest;
     std::erase(givenUp, part);
   }
-  if (asked_.empty()) return givenUp;
   ++polls_;
   ++unanswered_;
   return givenUp;
 }
 
 std::map<TablePart, Digest> Confirmation::Answered(int answers) {
-  if (asked_.empty()) return {};
-  unanswered_ -= answers;
+  // One that nobody asked for answers no poll.
+  if (unanswered_ == 0) return {};
+  unanswered_ -= std::min(unanswered_, answers);
   if (unanswered_ > 0) return {};
   polls_ = 0;
-  unanswered_ = 0;
   return std::exchange(asked_, {});
 }
 

@@ -16,12 +16,13 @@ namespace switcher {
 // in the answers may have swallowed a message, too.
 class Confirmation {
  public:
-  // So many polls may go by without an answer to all of them, then nothing is confirmed.  A link
-  // that is slow to answer is lost by then.
+  // So many polls may go by without an answer to all of them, then nothing is confirmed and their
+  // answers are given up.  A link that is slow to answer is lost by then.
   static constexpr int kMostPolls = 10;
 
-  // A message was handed to the line whole, while the switcher answered.
-  void Sent(const TablePart& part, Digest digest) { sent_[part] = digest; }
+  // A message was handed to the line whole, while the switcher answered.  An earlier one of the
+  // part is not confirmed any more: the switcher will not keep it.
+  void Sent(const TablePart& part, Digest digest);
 
   // What was sent of the part counts no more.
   void Forget(const TablePart& part);
@@ -41,8 +42,9 @@ class Confirmation {
  private:
   std::map<TablePart, Digest> sent_;   // since the last poll
   std::map<TablePart, Digest> asked_;  // before it
-  int polls_ = 0;                      // with something asked
-  int unanswered_ = 0;                 // of them
+  // Also while nothing is asked: the answer to an earlier poll says nothing of a later message.
+  int polls_ = 0;       // since all were answered
+  int unanswered_ = 0;  // of them
 };
 
 }  // namespace switcher

@@ -30,10 +30,11 @@ void UnsentMessages::Begin(HeldMessages known) {
   TellChange();
 }
 
-bool UnsentMessages::IsNeverSeen() const {
-  return hasBegun_ && std::ranges::none_of(held_, [](const auto& entry) {
-           return entry.second.state == State::Held;
-         });
+int UnsentMessages::NeverSeen() const {
+  return static_cast<int>(std::ranges::count_if(held_, [this](const auto& entry) {
+    const auto& [part, held] = entry;
+    return held.state == State::Found && present_.contains(part) && !unsent_.contains(part);
+  }));
 }
 
 void UnsentMessages::Changed(std::span<const stations::Change> changes) {
@@ -139,8 +140,9 @@ void UnsentMessages::LineLost() {
 
 void UnsentMessages::GiveUp(const std::vector<TablePart>& parts) {
   if (parts.empty()) return;
-  TellChange();
+  // First, so that who waits for the end does not take them for confirmed.
   if (listener_ != nullptr) listener_->PartsNotConfirmed(parts);
+  TellChange();
 }
 
 void UnsentMessages::Answered(int polls) {

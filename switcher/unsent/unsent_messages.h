@@ -64,8 +64,12 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   // What is unsent, in the order of a download, and since which day.
   const std::map<TablePart, Day>& Unsent() const { return unsent_; }
 
-  // The switcher was never seen to hold any message of this database.
-  bool IsNeverSeen() const;
+  // So many messages the switcher was never seen to hold that are as they were found; all of them
+  // where it was never seen to hold any of this database.
+  int NeverSeen() const;
+
+  // So many messages there are.
+  int Count() const { return static_cast<int>(present_.size()); }
 
   // Whether something was sent that the switcher can still confirm.
   bool IsWaiting() const { return confirmation_.IsWaiting(); }

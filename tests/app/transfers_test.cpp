@@ -119,6 +119,11 @@ TEST_F(TransfersTest, WhileAComparisonWaitsNothingElseBegins) {
   EXPECT_FALSE(IsOpen("frmCompare")) << "it will not hold any more";
   transfers_.CompareWithSwitcher();
   EXPECT_FALSE(IsOpen("frmCompare"));
+  EXPECT_THAT(notes, SizeIs(3));
+  EXPECT_EQ(notes.back(), QStringLiteral("Not while another transfer is open"));
+  transfers_.SendChanges();
+  EXPECT_FALSE(IsOpen("frmSendChanges"));
+  EXPECT_THAT(notes, SizeIs(4));
 }
 
 TEST_F(TransfersTest, ARetrievalWaitsForTheEndOfLateAnswers) {

@@ -64,7 +64,21 @@ TEST_F(UnsentAidsTest, ADatabaseThatTheSwitcherNeverSawIsSpokenOfWhenItIsThere) 
   EXPECT_EQ(HintText(),
             QStringLiteral("The switcher was never seen to hold this database. Send all of it, or "
                            "retrieve what the switcher holds."));
-  console_.unsentMessages.NoteHeld({switcher::Table::Inhibits, 3}, 1);
+  const std::map<switcher::TablePart, switcher::Digest> messages =
+      switcher::LoadDigests(*console_.database, console_.model);
+  const std::size_t count = messages.size();
+  std::size_t seen = 0;
+  for (const auto& [part, digest] : messages) {
+    EXPECT_FALSE(hints_.isHidden()) << "one that it holds says nothing of the others";
+    console_.unsentMessages.NoteHeld(part, digest);
+    if (++seen == count) break;
+    EXPECT_EQ(HintText(),
+              QStringLiteral("The switcher was never seen to hold all of this database: not known "
+                             "are %1 of %2 messages. Send all of it, or retrieve what the switcher "
+                             "holds.")
+                  .arg(count - seen)
+                  .arg(count));
+  }
   EXPECT_TRUE(hints_.isHidden());
 }
 

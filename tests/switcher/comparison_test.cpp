@@ -124,6 +124,44 @@ TEST_F(ComparisonTest, InputLabelsAloneSayNothingOfWhatIsHeld) {
   EXPECT_THAT(held_, IsEmpty());
 }
 
+TEST_F(ComparisonTest, InputLabelsThatCameFirstAreHeldWithTheStationLabels) {
+  Begin();
+  Deliver(1, 2);
+  Deliver(0, 1);
+  EXPECT_TRUE(held_.contains({Table::InputLabels}));
+  EXPECT_TRUE(held_.contains({Table::OutputLabels}));
+}
+
+// What is reported is stored with flags for all stations, where a view stores 64 of them and an
+// older database sixteen.
+TEST_F(ComparisonTest, WhatDoesNotDifferIsHeldAsItIsHere) {
+  model_.StationCount = 72;
+  database_.Set(1, "B1 Type", 0);
+  database_.Set(1, "B1 Prog", test::kNoFlags);
+  database_.Set(1, "OptoStations", std::string(16, '0'));
+  const std::map<TablePart, Digest> here = LoadDigests(*database_.Files().Database(), model_);
+  Begin();
+  const std::string row = "FB 00 00 " + test::Times(11, "00 00") + "00 FF";
+  Deliver(row);
+  Deliver(Answer()[18]);
+  comparison_.Cancel();
+  EXPECT_THAT(Differences(), IsEmpty());
+  ASSERT_THAT(held_, SizeIs(2));
+  for (const auto& [part, digest] : held_) EXPECT_EQ(digest, here.at(part));
+}
+
+// One that differs is held as it was reported, and back to what is here as it is here.
+TEST_F(ComparisonTest, WhatDiffersIsHeldAsItWasReported) {
+  database_.Set(2, "Inhibits", std::string(16, '0'));
+  const std::map<TablePart, Digest> here = LoadDigests(*database_.Files().Database(), model_);
+  const TablePart row{Table::Inhibits, 2};
+  Begin();
+  Deliver("F5 01 00 01 00 02 FF");
+  EXPECT_NE(held_.at(row), here.at(row));
+  Deliver("F5 01 00 00 00 01 FF");
+  EXPECT_EQ(held_.at(row), here.at(row));
+}
+
 TEST_F(ComparisonTest, EveryMessageIsProgressAndTheLastOneEndsTheWait) {
   Begin();
   Deliver(0, 2);

@@ -384,5 +384,16 @@ TEST_F(DownloadTest, AProgramThatEndsWhileItAsksSendsNothing) {
   EXPECT_THAT(events_, ElementsAre("close "));
 }
 
+TEST_F(DownloadTest, OnlyStationsThatFollowEachOtherAreNamedAsOne) {
+  const std::vector<TablePart> parts{
+      {Table::Relays, 1}, {Table::Buttons, 1}, {Table::Buttons, 2}, {Table::Buttons, 4}};
+  download_->GoFor(parts);
+  download_->Cancel();
+  RunToTheEnd();
+  EXPECT_EQ(download_->Result().notSent,
+            "Relays 1, Button Programming Sta 1 to 2, Button Programming Sta 4");
+  EXPECT_EQ(download_->Result().leftOut, parts);
+}
+
 }  // namespace
 }  // namespace switcher

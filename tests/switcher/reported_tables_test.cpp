@@ -112,6 +112,13 @@ TEST_F(ReportedTablesTest, AMessageThatIsRefusedIsNamedUntilOneIsAccepted) {
   EXPECT_THAT(tables_->Refused(), IsEmpty()) << "what was accepted still holds";
 }
 
+TEST_F(ReportedTablesTest, WhatIsRefusedAgainIsNamedOnce) {
+  Copy();
+  Take("F5 01 00 01 01 00 01 03 FF");
+  Take("F5 01 00 01 01 00 01 04 FF");
+  EXPECT_EQ(tables_->Refused().size(), 1U);
+}
+
 TEST_F(ReportedTablesTest, OfTwoReportsTheLaterOneCounts) {
   database_.Set(1, "Inhibits", std::string(64, '0'));
   Copy();

@@ -110,7 +110,10 @@ class UnsentMessagesTest : public testing::Test, protected UnsentMessages::Liste
 
   void UnsentChanged() override { ++changed_; }
   void PartEdited(const TablePart& part) override { edited_.push_back(part); }
-  void PartsNotConfirmed(const std::vector<TablePart>& parts) override { notConfirmed_ = parts; }
+  void PartsNotConfirmed(const std::vector<TablePart>& parts) override {
+    notConfirmed_ = parts;
+    changedBeforeGivenUp_ = changed_;
+  }
 
   model::SystemModel model_;
   test::SmallDatabase database_;
@@ -143,13 +146,15 @@ class UnsentMessagesTest : public testing::Test, protected UnsentMessages::Liste
               .display = display_,
               .account = &unsent_}};
   int changed_ = 0;
+  int changedBeforeGivenUp_ = 0;
   std::vector<TablePart> edited_;
   std::vector<TablePart> notConfirmed_;
 };
 
 TEST_F(UnsentMessagesTest, WhatWasFoundIsNotUnsentThoughTheSwitcherNeverSawIt) {
   EXPECT_THAT(Unsent(), IsEmpty());
-  EXPECT_TRUE(unsent_.IsNeverSeen());
+  EXPECT_EQ(unsent_.NeverSeen(), unsent_.Count());
+  EXPECT_EQ(unsent_.Count(), 9) << "three tables, and three messages of each station";
 }
 
 TEST_F(UnsentMessagesTest, AnEditIsUnsentUntilItIsTakenBack) {
@@ -212,7 +217,7 @@ TEST_F(UnsentMessagesTest, WhatWasSentIsHeldWhenTheNextPollIsAnswered) {
   port_.Deliver("EB");
   EXPECT_THAT(Unsent(), IsEmpty());
   EXPECT_FALSE(unsent_.IsWaiting());
-  EXPECT_FALSE(unsent_.IsNeverSeen());
+  EXPECT_EQ(unsent_.NeverSeen(), unsent_.Count() - 1) << "of the others nobody knows";
   EXPECT_THAT(notConfirmed_, IsEmpty());
 }
 
@@ -223,6 +228,64 @@ TEST_F(UnsentMessagesTest, AnAnswerToAnEarlierPollConfirmsNothing) {
   Send({Table::Inhibits, 1});
   port_.Deliver("EB");
   EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+}
+
+// That answer comes when the poll behind the message is already on the line.
+TEST_F(UnsentMessagesTest, ALateAnswerToAnEarlierPollConfirmsNothing) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  Poll();
+  Send({Table::Inhibits, 1});
+  Poll("EB");
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+  EXPECT_TRUE(unsent_.IsWaiting());
+  port_.Deliver("EB");
+  EXPECT_THAT(Unsent(), IsEmpty());
+  EXPECT_FALSE(unsent_.IsWaiting());
+}
+
+TEST_F(UnsentMessagesTest, AnAnswerThatWasLostWhileNothingWasSentIsGivenUp) {
+  ConnectSwitcher();
+  Poll();
+  for (int poll = 0; poll < 10; ++poll) Poll("EB");
+  Edit(1, "Inhibits", Inhibited(3));
+  Send({Table::Inhibits, 1});
+  Poll("EB");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+// They may be those that an earlier poll asked for.
+TEST_F(UnsentMessagesTest, RowsOfTheMapConfirmNothing) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  model_.XmapComplete = false;
+  Poll();
+  Send({Table::Inhibits, 1});
+  port_.TakeWritten();
+  Poll("F3 00 00 00 00 01 00 01 FF");
+  EXPECT_EQ(port_.TakeWritten(), "E5");
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+  for (int poll = 0; poll < 20; ++poll) Poll();
+  EXPECT_THAT(notConfirmed_, IsEmpty()) << "the keep-alive is still to come";
+  model_.XmapComplete = true;
+  Poll("EB");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+TEST_F(UnsentMessagesTest, AnEarlierMessageOfAPartIsNotConfirmedBehindALaterOne) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  Send({Table::Inhibits, 1});
+  Poll();
+  Edit(1, "Inhibits", Inhibited(4));
+  Send({Table::Inhibits, 1});
+  Edit(1, "Inhibits", Inhibited(3));
+  port_.Deliver("EB");
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+  EXPECT_TRUE(unsent_.IsWaiting());
+  Poll("EB");
+  Edit(1, "Inhibits", Inhibited(4));
+  EXPECT_THAT(Unsent(), IsEmpty());
 }
 
 TEST_F(UnsentMessagesTest, OnALineWhereNobodyAnswersNothingChanges) {
@@ -254,6 +317,8 @@ TEST_F(UnsentMessagesTest, WhatALostLineMayHaveSwallowedStaysUnsentWhateverIsEdi
   Send({Table::Inhibits, 1});
   port_.Vanish();
   EXPECT_THAT(notConfirmed_, ElementsAre(TablePart{Table::Inhibits, 1}));
+  EXPECT_GT(changed_, changedBeforeGivenUp_)
+      << "first that it is given up, then that nothing waits";
   EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
   // The switcher may have it all the same.
   Edit(1, "Inhibits", test::kNoFlags);
@@ -334,7 +399,7 @@ TEST_F(UnsentMessagesTest, ATableOfTheSwitcherIsHeld) {
   port_.Deliver("F5 00 00 08 00 08 FF");
   EXPECT_EQ(database_.Field(1, "Inhibits").substr(0, 8), "00010000");
   EXPECT_THAT(Unsent(), IsEmpty());
-  EXPECT_FALSE(unsent_.IsNeverSeen());
+  EXPECT_EQ(unsent_.NeverSeen(), unsent_.Count() - 1) << "of the others nobody knows";
   Edit(1, "Inhibits", Inhibited(3));
   EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
 }

@@ -37,14 +37,17 @@ class StationLookup {
 
   jet::Value operator()(int station, std::string_view field) {
     if (stations_ == nullptr) return {};
-    if (station != station_ && (!stations_->Seek(station).ok() || stations_->NoMatch())) return {};
-    station_ = station;
+    if (station != station_) {
+      station_ = 0;
+      if (!stations_->Seek(station).ok() || stations_->NoMatch()) return {};
+      station_ = station;
+    }
     return stations::Record(*stations_).Get(field);
   }
 
  private:
   std::unique_ptr<jet::RecordSet> stations_;
-  int station_ = 0;  // where the set stands
+  int station_ = 0;  // where the set stands; 0 for nowhere
 };
 
 QString TableHeading(Table table) {

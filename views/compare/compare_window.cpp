@@ -47,6 +47,18 @@ bool Has(const std::vector<ChangeRow>& rows, const ChangeRow& wanted) {
   });
 }
 
+// Whether all that the row is sent in is among the parts.
+bool IsAmong(const ChangeRow& row, const std::vector<switcher::TablePart>& parts) {
+  stations::Change change{
+      .origin = stations::Origin::Comparison, .station = row.station, .fields = {}};
+  for (const std::string& field : row.fields) {
+    change.fields.push_back({.field = field, .before = {}, .after = {}});
+  }
+  return std::ranges::all_of(PartsOf({&change, 1}), [&](const switcher::TablePart& part) {
+    return std::ranges::find(parts, part) != parts.end();
+  });
+}
+
 }  // namespace
 
 CompareWindow::CompareWindow(const Services& services, QWidget* parent)
@@ -246,6 +258,8 @@ void CompareWindow::Store() {
   std::vector<stations::Conflict> conflicts;
   model::Status status = stations::FindConflicts(*database, Chosen(differences_, rows),
                                                  stations::Direction::Again, &conflicts);
+  constexpr std::string_view kStoring = "Storing What The Switcher Holds";
+  if (!status.ok()) return model::ReportError(services_.comparison.reporter, kStoring, status);
   const auto firstSkipped = std::stable_partition(rows.begin(), rows.end(), [&](const auto& row) {
     return std::ranges::none_of(conflicts,
                                 [&](const stations::Conflict& each) { return IsAbout(row, each); });
@@ -254,14 +268,9 @@ void CompareWindow::Store() {
   rows.erase(firstSkipped, rows.end());
   std::vector<stations::Change> wanted = Chosen(differences_, rows);
   for (stations::Change& change : wanted) change.origin = stations::Origin::Comparison;
-  if (status.ok()) {
-    status = stations::CarryOut(*database, wanted, stations::Direction::Again,
-                                {services_.changes, stations::Origin::Comparison});
-  }
-  if (!status.ok()) {
-    return model::ReportError(services_.comparison.reporter, "Storing What The Switcher Holds",
-                              status);
-  }
+  status = stations::CarryOut(*database, wanted, stations::Direction::Again,
+                              {services_.changes, stations::Origin::Comparison});
+  if (!status.ok()) return model::ReportError(services_.comparison.reporter, kStoring, status);
   ShowStored(rows, skipped);
   if (!wanted.empty()) Q_EMIT Stored(wanted);
 }
@@ -283,6 +292,15 @@ void CompareWindow::ShowStored(const std::vector<ChangeRow>& stored,
   }
   summary_->setText(summary);
   ShowSign(skipped.empty() ? QStringLiteral("msg-ok") : QStringLiteral("msg-fail"));
+}
+
+void CompareWindow::NoteSent(const std::vector<switcher::TablePart>& parts) {
+  for (Difference& each : rows_) {
+    if (each.obstacle.isEmpty() && IsAmong(each.row, parts)) {
+      each.obstacle = tr("Sent since. Compare again.");
+    }
+  }
+  list_->SetRows(rows_);
 }
 
 void CompareWindow::Send() { Q_EMIT SendRequested(PartsOf(Chosen(differences_, list_->Ticked()))); }

@@ -39,6 +39,9 @@ class CompareWindow : public QDialog, public switcher::ComparisonDisplay {
   // Ends the wait, if there is one, and closes.
   void CancelNow();
 
+  // These were sent, and the switcher has confirmed them: rows of them cannot be chosen any more.
+  void NoteSent(const std::vector<switcher::TablePart>& parts);
+
   // The tables are on their way, so that none may be sent or asked for meanwhile.
   bool IsWaiting() const { return comparison_.IsWaiting(); }
   // The same, and the switcher may still send some after the wait has ended.

@@ -29,6 +29,10 @@ QString TimeWords(int milliseconds) {
   return QStringLiteral("%1 s").arg(seconds, 0, 'f', seconds < 1 ? 2 : 1);
 }
 
+bool Has(const UnsentTables::Parts& parts, const switcher::TablePart& part) {
+  return std::ranges::find(parts, part) != parts.end();
+}
+
 // "Inhibits of output 3"
 QString RowWords(const switcher::TablePart& part) {
   QString words = PartWords({&part, 1});
@@ -126,8 +130,8 @@ void SendChangesWindow::FillList(const UnsentTables::Parts& parts) {
     text_->setText(
         tr("The switcher does not hold these messages as they are here. Those that "
            "are ticked are sent, and nothing else."));
-  } else if (Unsent().IsNeverSeen()) {
-    text_->setText(UnsentTables::NeverSeenWords());
+  } else if (const QString neverSeen = Unsent().NeverSeenWords(); !neverSeen.isEmpty()) {
+    text_->setText(neverSeen);
   } else {
     text_->setText(tr("Nothing is unsent: what is edited here is in the switcher."));
   }
@@ -225,30 +229,36 @@ void SendChangesWindow::LookForAnswer() {
 }
 
 void SendChangesWindow::NoteUnconfirmed(const UnsentTables::Parts& parts) {
-  std::ranges::copy_if(parts, std::back_inserter(unconfirmed_), [this](const auto& part) {
-    return std::ranges::find(sent_, part) != sent_.end();
-  });
+  std::ranges::copy_if(parts, std::back_inserter(unconfirmed_),
+                       [this](const auto& part) { return Has(sent_, part); });
   LookForAnswer();
 }
 
 void SendChangesWindow::ShowEnd() {
   state_ = State::Over;
   const switcher::DownloadResult& result = Sending().Result();
-  // What was left out is still as it was in the list of what is unsent.
-  UnsentTables::Parts missing;
+  // What went out and is in the list of what is unsent as before was not confirmed.
+  UnsentTables::Parts unconfirmed;
   const UnsentTables::Parts unsent = Unsent().All();
-  std::ranges::copy_if(sent_, std::back_inserter(missing), [&](const auto& part) {
-    return std::ranges::find(unsent, part) != unsent.end();
+  std::ranges::copy_if(sent_, std::back_inserter(unconfirmed), [&](const auto& part) {
+    return !Has(result.leftOut, part) && !Has(result.failed, part) &&
+           (Has(unsent, part) || Has(unconfirmed_, part));
   });
-  if (missing.empty() && unconfirmed_.empty() && result.failed.empty()) {
-    Q_EMIT Confirmed(result.sent);
+  QStringList words;
+  const auto add = [&words](const QString& text, const UnsentTables::Parts& parts) {
+    if (!parts.empty()) words += text.arg(PartWords(parts));
+  };
+  add(tr("Cancelled, and not sent: %1"), result.leftOut);
+  add(tr("Could not be sent: %1"), result.failed);
+  add(tr("Not confirmed by the switcher, and unsent as before: %1"), unconfirmed);
+  if (words.empty()) {
+    Q_EMIT Confirmed(result.sent, sent_);
     done(QDialog::Accepted);
     return;
   }
   Bar().hide();
   Status().setWordWrap(true);
-  Status().setText(tr("Not confirmed by the switcher, and unsent as before: %1")
-                       .arg(PartWords(missing.empty() ? unconfirmed_ : missing)));
+  Status().setText(words.join(u'\n'));
   FreeSize();
 }
 

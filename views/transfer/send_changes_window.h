@@ -28,7 +28,7 @@ class SendChangesWindow : public SendingWindow {
 
  Q_SIGNALS:
   // The switcher has confirmed all that was sent.
-  void Confirmed(int messages);
+  void Confirmed(int messages, const UnsentTables::Parts& parts);
 
  protected:
   void ShowSending() override;

@@ -231,6 +231,19 @@ TEST_F(CompareWindowTest, SaysWhichTablesGoAndAsksForThem) {
   ExpectUntouched();
 }
 
+TEST_F(CompareWindowTest, WhatWasSentCannotBeChosenAnyMore) {
+  Compare();
+  const QAbstractItemModel& model = *Child<QTreeView>("lstDifferences").model();
+  window_->NoteSent({TablePart{Table::OutputLabels}, TablePart{Table::Inhibits, 2}});
+  EXPECT_THAT(Rows(), SizeIs(3));
+  for (const int row : {0, 2}) {
+    EXPECT_FALSE(model.index(row, 0).data(Qt::CheckStateRole).isValid());
+    EXPECT_EQ(model.index(row, 0).data(Qt::ToolTipRole).toString(),
+              QStringLiteral("Sent since. Compare again."));
+  }
+  EXPECT_TRUE(model.index(1, 0).data(Qt::CheckStateRole).isValid()) << "the button was not sent";
+}
+
 TEST_F(CompareWindowTest, CancelEndsTheWaitAndShowsWhatHasCome) {
   BeginAndAsk();
   Deliver(0, 5);

@@ -26,7 +26,11 @@ namespace {
 using switcher::Table;
 using switcher::TablePart;
 using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 constexpr char kInhibits3[] = "F5 02 00 01 00 00 00 03 FF";
 
@@ -59,9 +63,11 @@ class SendChangesWindowTest : public test::DownloadSystem, public switcher::Poll
     Edit(2, "B1 Type", 2);
   }
 
-  void Open() {
+  void Open() { Open(unsent_.All()); }
+
+  void Open(const UnsentTables::Parts& parts) {
     window_ = new SendChangesWindow(
-        {.model = model_, .tables = accounted_, .poll = *this, .unsent = unsent_}, unsent_.All());
+        {.model = model_, .tables = accounted_, .poll = *this, .unsent = unsent_}, parts);
     window_->setAttribute(Qt::WA_DeleteOnClose);
     window_->open();
     QCoreApplication::processEvents();
@@ -97,6 +103,11 @@ class SendChangesWindowTest : public test::DownloadSystem, public switcher::Poll
           return Text("lblSendChg") == QStringLiteral("Waiting for the switcher's answer");
         },
         10000);
+  }
+
+  bool WaitForText(const char* beginning) {
+    return QTest::qWaitFor([&] { return Text("lblSendChg").startsWith(QLatin1String(beginning)); },
+                           10000);
   }
 
   bool WaitForTheEnd() {
@@ -290,6 +301,49 @@ TEST_F(SendChangesWindowTest, WhatWasCancelledStaysUnsent) {
   EXPECT_EQ(unsent_.Names(), QStringLiteral("inhibits of output 3, relays of output 1, "
                                             "buttons of station 2"));
   EXPECT_EQ(polling_.back(), true);
+}
+
+TEST_F(SendChangesWindowTest, SaysWhatWasCancelledApart) {
+  model_.DownloadInterval = 500;  // before the buttons
+  EditAll();
+  Open();
+  const QSignalSpy confirmed(window_, &SendChangesWindow::Confirmed);
+  Click("cmdOkSendChg");
+  ASSERT_TRUE(QTest::qWaitFor([this] { return messages_.IsWaiting(); }, 10000));
+  Click("cmdCancelSendChg");
+  ASSERT_TRUE(WaitUntilSent());
+  messages_.Polled();
+  messages_.Answered(1);
+  EXPECT_EQ(confirmed.size(), 0);
+  EXPECT_THAT(Text("lblSendChg").toStdString(), StartsWith("Cancelled, and not sent: "));
+  EXPECT_THAT(Text("lblSendChg").toStdString(), EndsWith("buttons of station 2"));
+  EXPECT_THAT(Text("lblSendChg").toStdString(), Not(HasSubstr("Not confirmed")));
+}
+
+TEST_F(SendChangesWindowTest, SaysWhatCouldNotBeSentApart) {
+  EditAll();
+  Open();
+  const QSignalSpy confirmed(window_, &SendChangesWindow::Confirmed);
+  port_.writesUntilFailure = 4;
+  Click("cmdOkSendChg");
+  ASSERT_TRUE(WaitForText("Could not be sent: "));
+  EXPECT_EQ(Text("lblSendChg"),
+            QStringLiteral("Could not be sent: inhibits of output 3, relays of output 1, buttons "
+                           "of station 2"));
+  EXPECT_EQ(confirmed.size(), 0);
+}
+
+// Sent once more as it was found, it is not in the list of what is unsent.
+TEST_F(SendChangesWindowTest, WhatALostLineMayHaveSwallowedIsNeverConfirmed) {
+  Open({{Table::Inhibits, 3}});
+  const QSignalSpy confirmed(window_, &SendChangesWindow::Confirmed);
+  Click("cmdOkSendChg");
+  ASSERT_TRUE(WaitUntilSent());
+  messages_.LineLost();
+  EXPECT_EQ(confirmed.size(), 0);
+  EXPECT_EQ(Text("lblSendChg"),
+            QStringLiteral("Not confirmed by the switcher, and unsent as before: inhibits of "
+                           "output 3"));
 }
 
 TEST_F(SendChangesWindowTest, ClosesAtOnceWhenTheProgramEnds) {
