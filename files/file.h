@@ -52,6 +52,9 @@ class File {
   static std::error_code OpenForLock(const std::filesystem::path& path, File* file);
 
   bool IsOpen() const;
+  // Whether it is what stands under a name still; false for another file and for none, and when the
+  // system does not know it any more.
+  bool IsAt(const std::filesystem::path& path) const;
   void Close();
 
   std::error_code Size(std::uint64_t* size) const;

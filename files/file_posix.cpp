@@ -136,6 +136,13 @@ std::error_code File::OpenForLock(const fs::path& path, File* file) {
   return LastError();
 }
 
+bool File::IsAt(const fs::path& path) const {
+  struct stat open {};
+  struct stat there {};
+  return fstat(handle_->descriptor, &open) == 0 && stat(path.c_str(), &there) == 0 &&
+         open.st_dev == there.st_dev && open.st_ino == there.st_ino;
+}
+
 std::error_code File::Size(std::uint64_t* size) const {
   struct stat found {};
   if (fstat(handle_->descriptor, &found) != 0) return LastError();

@@ -104,6 +104,12 @@ std::error_code File::OpenForLock(const fs::path& path, File* file) {
   return error == std::errc::file_exists ? OpenToRead(path, file) : error;
 }
 
+// Where nothing says which file is open, one of that name is taken for it.
+bool File::IsAt(const fs::path& path) const {
+  std::error_code error;
+  return fs::is_regular_file(path, error);
+}
+
 std::error_code File::Size(std::uint64_t* size) const {
   std::error_code error;
   *size = fs::file_size(handle_->path, error);

@@ -9,7 +9,8 @@
 namespace files {
 
 Outcome LineFile::Open() {
-  if (IsOpen()) return {};
+  if (IsOpen() && file_->IsAt(path_)) return {};
+  Close();
   File opened;
   std::error_code error = File::OpenToEdit(path_, &opened);
   if (error == std::errc::no_such_file_or_directory) {
@@ -30,8 +31,9 @@ Outcome LineFile::Append(std::string_view lines) {
   text += lines;
   const std::span bytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
   if (const std::error_code error = file_->Write(size_, bytes)) {
-    // What was written of it would be a torn line in the middle.
-    (void)file_->Truncate(size_);
+    // What was written of it would be a torn line in the middle.  A file that cannot even be cut is
+    // opened anew with the next line.
+    if (file_->Truncate(size_)) Close();
     return Failure("write", path_, error);
   }
   size_ += text.size();

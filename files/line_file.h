@@ -20,7 +20,8 @@ namespace files {
 // What is added is in the system's hands when Append() returns, so that a program that is killed
 // loses none.  A file that does not end in a line end, because it was torn off there, gets one
 // first: the torn line stays one of its own.  After a failure the next lines are tried all the
-// same, in the same place.
+// same, in the same place.  A file that was deleted or replaced meanwhile is not written any more:
+// the lines go into the one that has its name, made anew if need be.
 class LineFile {
  public:
   // Nothing is made or opened yet.
@@ -28,7 +29,7 @@ class LineFile {
 
   const std::filesystem::path& Path() const { return path_; }
 
-  // Opens the file, making it if need be; does nothing while it is open.
+  // Opens the file, making it if need be; does nothing while it is open and has its name.
   Outcome Open();
   void Close() { file_.reset(); }
   bool IsOpen() const { return file_ != nullptr; }

@@ -2,6 +2,10 @@
 
 #include "stations/history.h"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 #include "stations/fold.h"
 
 namespace stations {
@@ -20,6 +24,17 @@ std::size_t BytesOf(std::span<const Change> changes) {
     }
   }
   return bytes;
+}
+
+// Whether the step put something there that `change` found.
+bool LedTo(const Step& step, const Change& change) {
+  return std::ranges::any_of(step, [&](const Change& earlier) {
+    if (earlier.station != change.station) return false;
+    return std::ranges::any_of(change.fields, [&](const FieldChange& field) {
+      const auto found = std::ranges::find(earlier.fields, field.field, &FieldChange::field);
+      return found != earlier.fields.end() && found->after == field.before;
+    });
+  });
 }
 
 }  // namespace
@@ -76,11 +91,8 @@ void History::Changed(std::span<const Change> changes) {
     case Origin::Switcher:
       break;
     case Origin::Navigation:
-      if (!done_.empty() && undone_.empty()) {
-        Join(changes);
-        break;
-      }
-      [[fallthrough]];
+      for (const Change& change : Fold(changes)) Join(change);
+      break;
     case Origin::Operator:
     case Origin::Restore:
     case Origin::Comparison:
@@ -92,26 +104,31 @@ void History::Changed(std::span<const Change> changes) {
 
 void History::Add(Step step) {
   if (step.empty()) return;
-  const std::size_t bytes = BytesOf(step);
   undone_.clear();
+  Append(std::move(step));
+}
+
+void History::Append(Step step) {
+  const std::size_t bytes = BytesOf(step);
   done_.push_back({.step = std::move(step), .bytes = bytes});
   ForgetOldest();
   Tell();
 }
 
 // Together they may come to nothing.
-void History::Join(std::span<const Change> changes) {
-  Step step = std::move(done_.back().step);
-  done_.pop_back();
+void History::Join(const Change& change) {
+  const auto newest = std::find_if(done_.rbegin(), done_.rend(), [&change](const Entry& entry) {
+    return LedTo(entry.step, change);
+  });
+  if (newest == done_.rend()) return Append({change});
+  Step& step = newest->step;
   const Origin origin = step.front().origin;
-  step.insert(step.end(), changes.begin(), changes.end());
+  step.push_back(change);
   step = Fold(step);
-  for (Change& change : step) change.origin = origin;
-  if (step.empty()) {
-    Tell();
-  } else {
-    Add(std::move(step));
-  }
+  for (Change& joined : step) joined.origin = origin;
+  newest->bytes = BytesOf(step);
+  if (step.empty()) done_.erase(std::prev(newest.base()));
+  Tell();
 }
 
 void History::ForgetOldest() {

@@ -23,9 +23,10 @@ using Step = std::vector<Change>;
 // The steps of a run that can be taken back (Direction::Back) and done again (Direction::Again),
 // the latest first.
 //
-// Edits and what is stored from an unsaved run, a comparison or a backup are steps.  What
-// navigation stores joins the latest one, unless that was taken back.  What the switcher reports is
-// none; it may make one stale.  A new step ends what could be done again.
+// Edits and what is stored from an unsaved run, a comparison or a backup are steps; a new one ends
+// what could be done again.  What navigation stores joins the newest step that led to what it found
+// in a field, else it is a step of its own; it ends nothing.  What the switcher reports is none; it
+// may make one stale.
 class History : public ChangeObserver {
  public:
   // Above these the oldest steps go; the latest one is kept, however large it is.
@@ -70,7 +71,8 @@ class History : public ChangeObserver {
   using Entries = std::deque<Entry>;
 
   void Add(Step step);
-  void Join(std::span<const Change> changes);
+  void Append(Step step);
+  void Join(const Change& change);
   void ForgetOldest();
   void Tell() const;
   void Drop(Entries* from);

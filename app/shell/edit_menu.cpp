@@ -45,8 +45,8 @@ EditMenu::EditMenu(const Services& services)
   menu_.addAction(&services.find);
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget* /*from*/, QWidget* to) { FocusMoved(to); });
-  connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &EditMenu::Update);
-  connect(&menu_, &QMenu::aboutToShow, this, &EditMenu::Update);
+  connect(&menu_, &QMenu::aboutToShow, this, &EditMenu::Open);
+  connect(&menu_, &QMenu::aboutToHide, this, &EditMenu::Update);
   Update();
 }
 
@@ -84,6 +84,13 @@ void EditMenu::Update() {
   paste_->setEnabled(CanRun(Edit::Paste));
 }
 
+// Another program may hold what is on the clipboard, and answer late or not at all: it is asked for
+// an open menu only.
+void EditMenu::Open() {
+  Update();
+  if (paste_->isEnabled()) paste_->setEnabled(ClipboardHasText());
+}
+
 views::AlphasView* EditMenu::Labels() const {
   views::AlphasView* const labels = views_.Alphas();
   return labels != nullptr && focus_ != nullptr && labels->isAncestorOf(focus_) ? labels : nullptr;
@@ -101,9 +108,8 @@ bool EditMenu::CanRun(Edit edit) const {
     case Edit::Cut:
       return false;
     case Edit::Copy:
-      return Labels() != nullptr;
     case Edit::Paste:
-      return Labels() != nullptr && ClipboardHasText();
+      return Labels() != nullptr;
   }
   return false;
 }
@@ -119,7 +125,7 @@ bool EditMenu::CanRunInField(const QLineEdit& field, Edit edit) const {
     case Edit::Copy:
       return field.hasSelectedText();
     case Edit::Paste:
-      return !field.isReadOnly() && ClipboardHasText();
+      return !field.isReadOnly();
   }
   return false;
 }

@@ -15,8 +15,8 @@
 namespace app {
 
 // Fills the Edit menu.  In a field for text its commands are those of the field; elsewhere Undo and
-// Redo are of what was stored, and the labels can be copied and pasted.  Each command can be chosen
-// exactly when it does something.
+// Redo are of what was stored, and the labels can be copied and pasted.  Each command of the
+// open menu can be chosen exactly when it does something.
 class EditMenu : public QObject {
   Q_OBJECT
 
@@ -45,6 +45,7 @@ class EditMenu : public QObject {
   QAction* AddEdit(Edit edit, const char* name, const QKeySequence& keys);
   void FocusMoved(QWidget* to);
   void Update();
+  void Open();
   void Run(Edit edit);
   void RunInField(QLineEdit& field, Edit edit);
   bool CanRun(Edit edit) const;

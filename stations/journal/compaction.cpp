@@ -8,72 +8,74 @@
 #include <utility>
 
 #include "stations/fold.h"
+#include "stations/journal/unsaved_run.h"
 
 namespace stations {
 namespace {
 
-// What is kept of a run that broke off, by the numbers of the lines.
-void KeepWhole(const JournalRun& run, std::map<std::int64_t, std::string>* kept) {
-  struct Pending {
-    const JournalLine* line = nullptr;  // the last of those made one
-    std::vector<Act> acts;
-  } pending;
-  const auto write = [&] {
-    if (pending.acts.empty()) return;
-    JournalLine line = *pending.line;
-    std::string content(line.content);
-    if (pending.acts.size() > 1) {
-      Act act = pending.acts.back();
-      act.changes = ChangesOf(pending.acts);
-      content = WriteAct(act);
-    }
-    line.content = content;
-    (*kept)[line.number] = WriteLine(line);
-    pending = {};
-  };
+using Kept = std::map<std::int64_t, std::string>;  // lines by their numbers
+
+// From where these changes lead to where the others do, which begin at the same place.
+std::vector<Change> Between(std::vector<Change> from, const std::vector<Change>& to) {
+  for (Change& change : from) {
+    for (FieldChange& field : change.fields) std::swap(field.before, field.after);
+  }
+  from.insert(from.end(), to.begin(), to.end());
+  return Fold(from);
+}
+
+// The changes as one act in the place of `line`, in the words of the last one that was received, or
+// was not.
+void KeepAs(std::vector<Change> changes, bool isReceived, const UnsavedRun& run,
+            const JournalLine& line, Kept* kept) {
+  const auto last = std::find_if(run.acts.rbegin(), run.acts.rend(), [isReceived](const Act& act) {
+    return IsReceived(act) == isReceived;
+  });
+  Act act{.title = last->title, .time = last->time, .origin = last->origin, .changes = {}};
+  act.changes = std::move(changes);
+  const std::string content = WriteAct(act);
+  JournalLine folded = line;
+  folded.content = content;
+  (*kept)[line.number] = WriteLine(folded);
+}
+
+// Of a run that broke off: what was edited as one act, and behind it what came from the switcher
+// and was not edited again, leading on from there.  So neither takes back the other.
+void KeepFolded(const JournalRun& run, Kept* kept) {
+  UnsavedRun read;
+  std::vector<const JournalLine*> lines;
   for (const JournalLine* const line : run.acts) {
     Act act;
-    if (!ReadAct(line->content, &act)) {
-      write();
+    if (ReadAct(line->content, &act)) {
+      lines.push_back(line);
+      read.acts.push_back(std::move(act));
+    } else {
       (*kept)[line->number] = WriteLine(*line);
-      continue;
     }
-    if (!pending.acts.empty() && pending.acts.back().origin != act.origin) write();
-    pending.line = line;
-    pending.acts.push_back(std::move(act));
   }
-  write();
+  if (lines.size() < 2) {
+    for (const JournalLine* const line : lines) (*kept)[line->number] = WriteLine(*line);
+    return;
+  }
+  std::vector<Change> edits = ChangesOf(read, Share::Edits);
+  std::vector<Change> received = Between(edits, ChangesOf(read, Share::All));
+  const bool hasReceived = read.HasReceived() && (!received.empty() || !read.HasEdits());
+  const bool hasEdits = read.HasEdits() && (!edits.empty() || !hasReceived);
+  const JournalLine& last = *lines.back();
+  const JournalLine& before = hasReceived ? **(lines.end() - 2) : last;
+  if (hasEdits) KeepAs(std::move(edits), false, read, before, kept);
+  if (hasReceived) KeepAs(std::move(received), true, read, last, kept);
 }
 
 }  // namespace
 
-std::vector<Act> ActsOf(const JournalRun& run, std::size_t* unreadable) {
-  std::vector<Act> acts;
-  *unreadable = 0;
-  for (const JournalLine* const line : run.acts) {
-    Act act;
-    if (ReadAct(line->content, &act)) {
-      acts.push_back(std::move(act));
-    } else {
-      ++*unreadable;
-    }
-  }
-  return acts;
-}
-
-std::vector<Change> ChangesOf(std::span<const Act> acts) {
-  std::vector<Change> all;
-  for (const Act& act : acts) all.insert(all.end(), act.changes.begin(), act.changes.end());
-  return Fold(all);
-}
-
 std::string Compact(const JournalContents& contents, std::uint64_t history) {
-  std::map<std::int64_t, std::string> kept;
+  Kept kept;
   std::set<std::int64_t> brokenOff;
   for (const JournalRun& run : contents.Runs()) {
     if (!run.IsUnsaved()) continue;
     brokenOff.insert(run.id);
-    KeepWhole(run, &kept);
+    KeepFolded(run, &kept);
   }
   std::uint64_t bytes = 0;
   for (auto line = contents.Lines().rbegin(); line != contents.Lines().rend(); ++line) {

@@ -44,7 +44,8 @@ class Journal {
   // nothing leaves no line.
   void SetBeginning(std::string object) { beginning_ = std::move(object); }
 
-  // Adds an act of this run, as a JSON object.
+  // Adds an act of this run, as a JSON object.  In a file that is new, since the one before was
+  // deleted, this run begins anew.
   files::Outcome AddAct(std::string_view object);
 
   // Adds how a run ended; `kind` is Saved, Restored or Discarded.  What is changed after the end of
@@ -58,6 +59,7 @@ class Journal {
   const std::shared_ptr<files::File>& File() const { return file_.Opened(); }
 
  private:
+  files::Outcome Open();
   files::Outcome Append(const std::string& lines);
 
   std::unique_ptr<JournalContents> contents_ = std::make_unique<JournalContents>();

@@ -9,14 +9,11 @@
 
 #include "stations/carry_out.h"
 #include "stations/fold.h"
-#include "stations/journal/compaction.h"
 
 namespace stations {
 namespace {
 
 constexpr char kDatabase[] = "database";
-
-bool IsReceived(const Act& act) { return act.origin == Origin::Switcher; }
 
 // The digest in the object of a first line; empty when there is none.
 std::string DatabaseOf(std::string_view beginning) {
@@ -47,6 +44,28 @@ Found ValuesFoundBy(const UnsavedRun& run) {
 std::string WriteBeginning(std::string_view database) {
   return nlohmann::json{{kDatabase, database}}.dump();
 }
+
+std::vector<Act> ActsOf(const JournalRun& run, std::size_t* unreadable) {
+  std::vector<Act> acts;
+  *unreadable = 0;
+  for (const JournalLine* const line : run.acts) {
+    Act act;
+    if (ReadAct(line->content, &act)) {
+      acts.push_back(std::move(act));
+    } else {
+      ++*unreadable;
+    }
+  }
+  return acts;
+}
+
+std::vector<Change> ChangesOf(std::span<const Act> acts) {
+  std::vector<Change> all;
+  for (const Act& act : acts) all.insert(all.end(), act.changes.begin(), act.changes.end());
+  return Fold(all);
+}
+
+bool IsReceived(const Act& act) { return act.origin == Origin::Switcher; }
 
 bool UnsavedRun::HasReceived() const { return std::ranges::any_of(acts, IsReceived); }
 

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,16 @@ namespace stations {
 
 // The object of a run's first line: the digest of the database that it began with.
 std::string WriteBeginning(std::string_view database);
+
+// The acts of a run, in their order.  One that cannot be read is passed over and counted in
+// *unreadable.
+std::vector<Act> ActsOf(const JournalRun& run, std::size_t* unreadable);
+
+// What the acts come to, as Fold() says.
+std::vector<Change> ChangesOf(std::span<const Act> acts);
+
+// Whether an act came from the switcher.
+bool IsReceived(const Act& act);
 
 struct UnsavedRun {
   std::int64_t id = 0;

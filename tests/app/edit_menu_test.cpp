@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
@@ -110,6 +111,7 @@ TEST_F(EditMenuTest, InAFieldItIsTheFields) {
   Command("aidEditCut").trigger();
   EXPECT_EQ(field.text(), QString());
   EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("mic"));
+  EXPECT_EQ(Enabled(), QStringLiteral("Undo, Paste, Find Channel…"));
   Command("aidEditPaste").trigger();
   Command("aidEditPaste").trigger();
   EXPECT_EQ(field.text(), QStringLiteral("micmic"));
@@ -120,6 +122,34 @@ TEST_F(EditMenuTest, InAFieldItIsTheFields) {
   Command("aidRedo").trigger();
   EXPECT_EQ(field.text(), QStringLiteral("micmic"));
   EXPECT_EQ(undo.count(), 0);
+}
+
+// What another program has on the clipboard, which may be long in coming.
+class AskedForText : public QMimeData {
+ public:
+  explicit AskedForText(int* times) : times_(times) {}
+  bool hasFormat(const QString& /*format*/) const override {
+    ++*times_;
+    return true;
+  }
+
+ private:
+  int* const times_;
+};
+
+TEST_F(EditMenuTest, TheClipboardIsAskedForAnOpenMenuOnly) {
+  int times = 0;
+  QGuiApplication::clipboard()->setMimeData(new AskedForText(&times));
+  QLineEdit& field = OpenField();
+  QTest::keyClicks(&field, QStringLiteral("mic"));
+  editMenu_.Offer(QStringLiteral("Label Of Station 17"), std::nullopt);
+  views_.ShowAlphas();
+  test::Find<QTableView>(*views_.Alphas(), "jgAlphas").setFocus();
+  EXPECT_EQ(times, 0);
+  EXPECT_TRUE(Command("aidEditPaste").isEnabled());
+  EXPECT_EQ(Enabled(), QStringLiteral("Undo Label Of Station 17, Copy, Paste, Find Channel…"));
+  EXPECT_GT(times, 0);
+  QGuiApplication::clipboard()->clear();
 }
 
 // Opened by the keyboard a menu bar has the focus.

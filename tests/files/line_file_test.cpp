@@ -52,6 +52,22 @@ TEST_F(LineFileTest, AFullDiskCostsTheLineOnly) {
   EXPECT_EQ(Text(), "one\nthree\n");
 }
 
+TEST_F(LineFileTest, ADeletedFileIsMadeAnewWithTheNextLine) {
+  ASSERT_TRUE(file_.Append("one\n").ok());
+  std::filesystem::remove(file_.Path());
+  ASSERT_TRUE(file_.Append("two\n").ok());
+  EXPECT_EQ(Text(), "two\n");
+  EXPECT_EQ(file_.Size(), 4u);
+}
+
+TEST_F(LineFileTest, LinesGoIntoTheFileThatHasTheNameNow) {
+  ASSERT_TRUE(file_.Append("one\n").ok());
+  test::WriteFile(folder_ / "other", "torn");
+  std::filesystem::rename(folder_ / "other", file_.Path());
+  ASSERT_TRUE(file_.Append("two\n").ok());
+  EXPECT_EQ(Text(), "torn\ntwo\n");
+}
+
 TEST_F(LineFileTest, WhereItCannotBeMadeEveryLineSaysSo) {
   LineFile file(folder_ / "gone" / "lines");
   EXPECT_FALSE(file.Append("one\n").ok());

@@ -3,6 +3,7 @@
 // Takes arbitrary bytes for the journal.  What is read of it must be read again when it was written
 // again, and making it shorter must lose nothing of a run that broke off.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -24,6 +25,11 @@ bool IsSame(const std::vector<stations::Change>& one, const std::vector<stations
   stations::Act second;
   first.changes = one;
   second.changes = other;
+  for (stations::Act* const act : {&first, &second}) {
+    for (stations::Change& change : act->changes) {
+      std::ranges::sort(change.fields, {}, &stations::FieldChange::field);
+    }
+  }
   return stations::WriteAct(first) == stations::WriteAct(second);
 }
 

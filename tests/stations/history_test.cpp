@@ -123,16 +123,26 @@ TEST_F(HistoryTest, ANewStepEndsWhatCouldBeDoneAgainAndAReportDoesNot) {
   EXPECT_EQ(Label(1), "A");
 }
 
-TEST_F(HistoryTest, WhatNavigationStoresJoinsTheLatestStep) {
+TEST_F(HistoryTest, WhatNavigationStoresJoinsTheStepThatLedThere) {
   Store(Origin::Operator, 1, "B1 Type", 0);
+  Edit(2, "B");
   Store(Origin::Navigation, 1, "B1 Type", 254);
-  Store(Origin::Navigation, 2, "B2 Type", 254);
-  EXPECT_EQ(history_.Next(Direction::Back)->front().origin, Origin::Operator);
   heard_.Take();
   EXPECT_EQ(Undo(), "gone");
-  EXPECT_THAT(heard_.Take(),
-              ElementsAre("undo 1: B1 Type 254 > null", "undo 2: B2 Type 254 > null"));
+  EXPECT_THAT(heard_.Take(), ElementsAre("undo 2: Label B > A")) << "another station's edit";
+  EXPECT_EQ(history_.Next(Direction::Back)->front().origin, Origin::Operator);
+  EXPECT_EQ(Undo(), "gone");
+  EXPECT_THAT(heard_.Take(), ElementsAre("undo 1: B1 Type 254 > null"));
   EXPECT_EQ(Undo(), "-");
+}
+
+TEST_F(HistoryTest, WhatTheSwitcherReportedInBetweenIsNotTakenBackWithTheStepBefore) {
+  Store(Origin::Operator, 1, "B1 Type", 0);
+  Store(Origin::Switcher, 1, "B1 Type", 1);
+  Store(Origin::Navigation, 1, "B1 Type", 254);
+  EXPECT_EQ(Undo(), "gone");
+  EXPECT_EQ(database_.Field(1, "B1 Type"), "1");
+  EXPECT_EQ(Undo(), "stale");
 }
 
 TEST_F(HistoryTest, AStepThatNavigationTakesBackIsNoneAnyMore) {
@@ -150,10 +160,20 @@ TEST_F(HistoryTest, WhatNavigationStoresWithoutAStepBeforeItIsAStep) {
   Edit(2, "B");
   EXPECT_EQ(Undo(), "gone");
   Store(Origin::Navigation, 3, "B1 Type", 254);
-  EXPECT_EQ(Redo(), "-");
   EXPECT_EQ(Undo(), "gone");
   EXPECT_EQ(database_.Field(3, "B1 Type"), "null");
   EXPECT_EQ(database_.Field(1, "B1 Type"), "254") << "it is a step of its own";
+}
+
+TEST_F(HistoryTest, WhatNavigationStoresDoesNotEndWhatCanBeDoneAgain) {
+  Edit(1, "B");
+  Store(Origin::Operator, 2, "B1 Type", 0);
+  Edit(3, "D");
+  EXPECT_EQ(Undo(), "gone");
+  Store(Origin::Navigation, 2, "B1 Type", 254);
+  Store(Origin::Navigation, 4, "B1 Type", 254);
+  EXPECT_EQ(Redo(), "gone");
+  EXPECT_EQ(Label(3), "D");
 }
 
 TEST_F(HistoryTest, AStepWhoseFieldWasChangedSinceIsDroppedAndBlocksNothing) {

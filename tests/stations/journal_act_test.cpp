@@ -8,6 +8,7 @@
 
 #include "stations/fold.h"
 #include "stations/journal/compaction.h"
+#include "stations/journal/unsaved_run.h"
 
 namespace stations {
 namespace {
@@ -209,13 +210,50 @@ TEST(JournalCompaction, OfARunThatBrokeOffNothingIsLost) {
                                  Line(8, JournalLine::Kind::Saved, 6));
   const std::string compacted = Compact(contents, 0);
   EXPECT_EQ(compacted, Line(1, JournalLine::Kind::Run, 1) +
-                           ActLine(3, 1, OneChange(Origin::Operator, 2, "Label", "A", "C")) +
-                           ActLine(4, 1, OneChange(Origin::Switcher, 2, "Label", "C", "D")) +
-                           ActLine(5, 1, OneChange(Origin::Operator, 2, "Label", "D", "E")));
+                           ActLine(5, 1, OneChange(Origin::Operator, 2, "Label", "A", "E")))
+      << "what was received was edited again";
   const JournalContents again(compacted);
   ASSERT_EQ(again.Runs().size(), 1u);
   EXPECT_TRUE(again.Runs()[0].IsUnsaved());
   EXPECT_EQ(Compact(again, 0), compacted);
+}
+
+// Edits and reports by turns, as in a day's work: two acts, and each field ends where it did.
+TEST(JournalCompaction, WhatWasReceivedAndEditedByTurnsIsTwoActs) {
+  std::string text = Line(1, JournalLine::Kind::Run, 1);
+  for (int turn = 0; turn < 1000; ++turn) {
+    const auto change = [&](int number, Origin origin, const char* field, int before, int after) {
+      text += ActLine(2 + 3 * turn + number, 1, OneChange(origin, 2, field, before, after));
+    };
+    change(0, Origin::Operator, "Hidden", 2 * turn, 2 * turn + 1);
+    change(1, Origin::Switcher, "Hidden", 2 * turn + 1, 2 * turn + 2);
+    if (turn % 2 == 0) {
+      change(2, Origin::Switcher, "Relays", turn, turn + 1);
+    } else {
+      change(2, Origin::Operator, "Relays", turn, turn + 1);
+    }
+  }
+  const JournalContents contents(text);
+  const JournalContents compacted(Compact(contents, 0));
+  const UnsavedRun before = ReadUnsavedRun(contents.Runs().at(0));
+  const UnsavedRun after = ReadUnsavedRun(compacted.Runs().at(0));
+  ASSERT_EQ(after.acts.size(), 2u);
+  for (const UnsavedRun* const run : {&before, &after}) {
+    const std::vector<Change> all = ChangesOf(*run, Share::All);
+    ASSERT_EQ(all.size(), 1u);
+    ASSERT_EQ(all[0].fields.size(), 2u);
+    EXPECT_EQ(all[0].fields[0].before, jet::Value(0));
+    EXPECT_EQ(all[0].fields[0].after, jet::Value(2000)) << "received last";
+    EXPECT_EQ(all[0].fields[1].before, jet::Value(0));
+    EXPECT_EQ(all[0].fields[1].after, jet::Value(1000)) << "edited last";
+    const std::vector<Change> edits = ChangesOf(*run, Share::Edits);
+    ASSERT_EQ(edits.size(), 1u);
+    ASSERT_EQ(edits[0].fields.size(), 2u);
+    EXPECT_EQ(edits[0].fields[0].before, jet::Value(0));
+    EXPECT_EQ(edits[0].fields[0].after, jet::Value(1999));
+    EXPECT_EQ(edits[0].fields[1].after, jet::Value(1000));
+  }
+  EXPECT_LT(Compact(contents, 0).size(), 1000u);
 }
 
 TEST(JournalCompaction, AnActThatCannotBeReadStaysAsItIs) {
@@ -227,7 +265,9 @@ TEST(JournalCompaction, AnActThatCannotBeReadStaysAsItIs) {
                            ActLine(2, 1, OneChange(Origin::Operator, 2, "Label", "A", "B")) +
                            unknown +
                            ActLine(4, 1, OneChange(Origin::Operator, 2, "Label", "B", "C"));
-  EXPECT_EQ(Compact(JournalContents(text), 0), text);
+  EXPECT_EQ(Compact(JournalContents(text), 0),
+            Line(1, JournalLine::Kind::Run, 1) + unknown +
+                ActLine(4, 1, OneChange(Origin::Operator, 2, "Label", "A", "C")));
   std::size_t unreadable = 0;
   const JournalContents contents(text);
   EXPECT_EQ(ActsOf(contents.Runs()[0], &unreadable).size(), 2u);

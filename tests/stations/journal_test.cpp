@@ -216,14 +216,17 @@ TEST_F(JournalTest, WhatIsChangedAfterTheEndOfTheRunIsAnotherRun) {
   EXPECT_EQ(ActsOf(again.Contents().Runs()[1]), std::vector<std::string>{"{\"a\":2}"});
 }
 
-TEST_F(JournalTest, AFileThatIsGoneMeanwhileIsMadeAnew) {
-  test::WriteFile(Path(), Line(1, Kind::Run, 1, "{}") + Line(2, Kind::Act, 1, "{\"a\":1}"));
+TEST_F(JournalTest, AFileThatIsGoneMeanwhileIsMadeAnewAndBeginsWithItsRun) {
   Journal journal(Path());
   ASSERT_TRUE(journal.Read().ok());
   journal.SetBeginning("{}");
+  ASSERT_TRUE(journal.AddAct("{\"a\":1}").ok());
   std::filesystem::remove(Path());
   ASSERT_TRUE(journal.AddAct("{\"a\":2}").ok());
-  EXPECT_EQ(Text(), Line(3, Kind::Run, 3, "{}") + Line(4, Kind::Act, 3, "{\"a\":2}"));
+  ASSERT_TRUE(journal.AddAct("{\"a\":3}").ok());
+  EXPECT_EQ(Text(), Line(3, Kind::Run, 3, "{}") + Line(4, Kind::Act, 3, "{\"a\":2}") +
+                        Line(5, Kind::Act, 3, "{\"a\":3}"));
+  EXPECT_EQ(journal.ThisRun(), 3);
 }
 
 TEST_F(JournalTest, APipeIsNoJournal) {
