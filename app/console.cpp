@@ -105,7 +105,6 @@ Console::Console(AppFolder folder)
              .status = window_.Status(),
              .hints = window_.Hints()}),
       unsentAids_({.model = model_,
-                   .messages = unsentMessages_,
                    .unsent = unsent_,
                    .status = window_.Status(),
                    .hints = window_.Hints(),

@@ -2,6 +2,8 @@
 
 #include "app/shell/transfers.h"
 
+#include <QStringList>
+
 #include "views/transfer/transfer_words.h"
 #include "views/widgets/shown.h"
 

@@ -9,7 +9,6 @@
 #include "app/shell/hint_strip.h"
 #include "app/shell/status_bar.h"
 #include "model/system_model.h"
-#include "switcher/unsent/unsent_messages.h"
 #include "views/unsent_tables.h"
 
 namespace app {
@@ -22,7 +21,6 @@ class UnsentAids : public QObject {
  public:
   struct Services {
     const model::SystemModel& model;
-    const switcher::UnsentMessages& messages;
     const views::UnsentTables& unsent;
     StatusBar& status;
     HintStrip& hints;

@@ -31,7 +31,6 @@ class UnsentAidsTest : public testing::Test {
   HintStrip hints_;
   QAction send_;
   UnsentAids aids_{{.model = console_.model,
-                    .messages = console_.unsentMessages,
                     .unsent = console_.unsent,
                     .status = status_,
                     .hints = hints_,
