@@ -6,7 +6,6 @@
 #include <QObject>
 
 #include "app/app_folder.h"
-#include "app/backups/background_writer.h"
 #include "app/backups/backup_keeper.h"
 #include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
@@ -23,6 +22,7 @@
 #include "app/log/switcher_reports.h"
 #include "app/sent_file.h"
 #include "app/settings_file.h"
+#include "app/shell/background_writer.h"
 #include "app/shell/command_table.h"
 #include "app/shell/edit_menu.h"
 #include "app/shell/export_menu.h"
@@ -127,8 +127,9 @@ class Console : public QObject {
   switcher::Link link_;
   Transfers transfers_;
   LogKeeper log_;
-  BackgroundWriter writer_;
+  BackgroundWriter backupWriter_;
   BackupKeeper backups_;
+  BackgroundWriter copyWriter_;
   SaveCopy saveCopy_;
   RestoreBackup restoreBackup_;
   Rescue rescue_;
