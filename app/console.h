@@ -6,7 +6,6 @@
 #include <QObject>
 
 #include "app/app_folder.h"
-#include "app/background_writer.h"
 #include "app/backups/backup_keeper.h"
 #include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
@@ -23,6 +22,7 @@
 #include "app/log/switcher_reports.h"
 #include "app/sent_file.h"
 #include "app/settings_file.h"
+#include "app/shell/background_writer.h"
 #include "app/shell/command_table.h"
 #include "app/shell/edit_menu.h"
 #include "app/shell/export_menu.h"

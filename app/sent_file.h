@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <string>
 
-#include "app/background_writer.h"
+#include "app/shell/background_writer.h"
 #include "model/status.h"
 #include "switcher/unsent/held_messages.h"
 

@@ -6,7 +6,7 @@
 #include <QSemaphore>
 #include <memory>
 
-#include "app/background_writer.h"
+#include "app/shell/background_writer.h"
 
 namespace app {
 

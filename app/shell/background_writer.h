@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_BACKGROUND_WRITER_H_
-#define APP_BACKGROUND_WRITER_H_
+#ifndef APP_SHELL_BACKGROUND_WRITER_H_
+#define APP_SHELL_BACKGROUND_WRITER_H_
 
 #include <QDeadlineTimer>
 #include <QObject>
@@ -48,4 +48,4 @@ class BackgroundWriter : public QObject {
 
 }  // namespace app
 
-#endif  // APP_BACKGROUND_WRITER_H_
+#endif  // APP_SHELL_BACKGROUND_WRITER_H_
