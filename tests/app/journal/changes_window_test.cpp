@@ -62,7 +62,7 @@ TEST_F(ChangesWindowTest, HasEverythingTheNewestFirst) {
   const std::vector<std::string> rows = Rows();
   ASSERT_THAT(rows, SizeIs(4));
   EXPECT_EQ(rows[0], "Output 3|Inhibits|none|2, 3|switcher");
-  EXPECT_EQ(rows[1], "Station 12|Relays|none|1|operator");
+  EXPECT_EQ(rows[1], "Output 12|Relays|none|1|operator");
   EXPECT_THAT(rows[2], HasSubstr("Station 12|Button 3|"));
   EXPECT_EQ(rows[3], "Station 5|Label|MIC|LINE|operator");
 }
