@@ -78,7 +78,7 @@ SendChangesWindow::SendChangesWindow(const Services& services, const UnsentTable
   connect(&Unsent(), &UnsentTables::NotConfirmed, this, &SendChangesWindow::NoteUnconfirmed);
   connect(&Ok(), &QPushButton::clicked, this, [this] {
     sent_ = Ticked();
-    Sending().GoFor(sent_);
+    Sending().GoFor(sent_, SizeOf(sent_));
   });
   UpdateQuestion();
 }
@@ -101,7 +101,7 @@ void SendChangesWindow::FillList(const UnsentTables::Parts& parts) {
     list_->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
   }
   for (const switcher::TablePart& part : parts) {
-    const int bytes = switcher::SizeOf(model_, part).bytes;
+    const int bytes = Unsent().SizeOf(part).bytes;
     const std::optional<switcher::Day> since = Unsent().Since(part);
     auto* const row = new QTreeWidgetItem({RowWords(part), since ? DayWords(*since) : QString(),
                                            QString::number(bytes), SecondsWords(bytes)});
@@ -131,12 +131,17 @@ UnsentTables::Parts SendChangesWindow::Ticked() const {
   return ticked;
 }
 
+switcher::MessageSize SendChangesWindow::SizeOf(const UnsentTables::Parts& parts) {
+  switcher::MessageSize size;
+  for (const switcher::TablePart& part : parts) size += Unsent().SizeOf(part);
+  return size;
+}
+
 void SendChangesWindow::UpdateQuestion() {
   if (state_ != State::Asking) return;
   const bool isConnected = model_.LinkStatus[0] == 1;
   const UnsentTables::Parts ticked = Ticked();
-  int bytes = 0;
-  for (const switcher::TablePart& part : ticked) bytes += switcher::SizeOf(model_, part).bytes;
+  const int bytes = SizeOf(ticked).bytes;
   sum_->setText(
       ticked.size() == 1
           ? tr("1 message, %1 bytes, %2").arg(bytes).arg(SecondsWords(bytes))

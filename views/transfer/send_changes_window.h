@@ -38,6 +38,7 @@ class SendChangesWindow : public SendingWindow {
 
   void FillList(const UnsentTables::Parts& parts);
   UnsentTables::Parts Ticked() const;
+  switcher::MessageSize SizeOf(const UnsentTables::Parts& parts);
   void UpdateQuestion();
   void Wait();
   void LookForAnswer();
