@@ -4,8 +4,10 @@
 
 #include <QApplication>
 #include <QDate>
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QSessionManager>
+#include <chrono>
 #include <utility>
 
 #include "app/decode_tick.h"
@@ -19,6 +21,9 @@
 
 namespace app {
 namespace {
+
+// So long the end of the program waits for disks.
+constexpr std::chrono::seconds kPatience{5};
 
 switcher::Day Today() {
   const QDate today = QDate::currentDate();
@@ -151,10 +156,10 @@ Console::Console(AppFolder folder)
             .transfers = transfers_,
             .boxes = boxes_,
             .commands = commands_}),
-      backups_({.files = files_, .writer = writer_, .folder = folder_.File(kBackupsFolder)}),
+      backups_({.files = files_, .writer = backupWriter_, .folder = folder_.File(kBackupsFolder)}),
       saveCopy_({.window = window_,
                  .files = files_,
-                 .writer = writer_,
+                 .writer = copyWriter_,
                  .reporter = boxes_,
                  .storeEdits = [this] { return views_.StoreEdits(); }}),
       restoreBackup_({.window = window_,
@@ -307,7 +312,6 @@ void Console::ConnectSentFile() {
   });
   connect(&sentFile_, &SentFile::Written, this,
           [this] { window_.Hints().Withdraw(Hint::SentFails); });
-  connect(&shutDown_, &ShutDown::RunEnded, &sentFile_, &SentFile::Finish);
 }
 
 // A main view that was loaded asks for what is not its own.
@@ -370,6 +374,12 @@ void Console::ConnectShutDown() {
   // Behind the journal, which says first that the run is saved.
   connect(&shutDown_, &ShutDown::AllSaved, &backups_, [this](bool replaced) {
     if (replaced) backups_.KeepMainFile();
+  });
+  connect(&shutDown_, &ShutDown::AllClosed, this, [this] {
+    const QDeadlineTimer patience(kPatience);
+    sentFile_.Finish(patience);
+    backupWriter_.Finish(patience);
+    copyWriter_.Finish(patience);
   });
   connect(&termination_, &Termination::Requested, &shutDown_, &ShutDown::Terminate);
   // Whoever logs out of the desktop wants what was edited kept: only the shut-down saves it.

@@ -6,7 +6,7 @@
 #include <QObject>
 
 #include "app/app_folder.h"
-#include "app/backups/background_writer.h"
+#include "app/background_writer.h"
 #include "app/backups/backup_keeper.h"
 #include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
@@ -127,8 +127,9 @@ class Console : public QObject {
   switcher::Link link_;
   Transfers transfers_;
   LogKeeper log_;
-  BackgroundWriter writer_;
+  BackgroundWriter backupWriter_;
   BackupKeeper backups_;
+  BackgroundWriter copyWriter_;
   SaveCopy saveCopy_;
   RestoreBackup restoreBackup_;
   Rescue rescue_;

@@ -4,6 +4,9 @@
 
 #include <utility>
 
+#include "db/file_status.h"
+#include "files/whole_file.h"
+
 namespace app {
 namespace {
 
@@ -15,11 +18,8 @@ SentFile::SentFile(std::filesystem::path path, const switcher::HeldMessages& mes
     : path_(std::move(path)), messages_(messages) {
   timer_.setSingleShot(true);
   timer_.setInterval(kSecond);
-  writer_.setMaxThreadCount(1);
   connect(&timer_, &QTimer::timeout, this, &SentFile::Begin);
 }
-
-SentFile::~SentFile() { writer_.waitForDone(); }
 
 switcher::HeldMessages SentFile::Read() {
   // Without it nothing is known, which is no error.
@@ -32,42 +32,35 @@ void SentFile::Update() {
 }
 
 void SentFile::Begin() {
-  if (isWriting_) {
+  if (writing_ > 0) {
     timer_.start();
-    return;
+  } else {
+    Write();
   }
-  writing_ = switcher::WriteHeld(messages_);
-  if (writing_ == written_) return;
-  isWriting_ = true;
-  writer_.start([this, path = path_, text = writing_] {
-    const files::Outcome outcome = files::Replace(path, text);
-    QMetaObject::invokeMethod(
-        this, [this, outcome] { Done(outcome); }, Qt::QueuedConnection);
-  });
 }
 
-void SentFile::Done(const files::Outcome& outcome) {
-  if (!std::exchange(isWriting_, false)) return;  // it was finished meanwhile
-  if (!outcome.ok()) {
-    Q_EMIT Failed(QString::fromStdString(outcome.text));
+void SentFile::Write() {
+  const std::string text = switcher::WriteHeld(messages_);
+  if (writing_ == 0 && text == written_) return;
+  ++writing_;
+  writer_.Begin([path = path_, text] { return db::StatusOf(files::Replace(path, text)); },
+                [this, text](const model::Status& status) { Done(text, status); });
+}
+
+void SentFile::Done(const std::string& text, const model::Status& status) {
+  --writing_;
+  if (!status.ok()) {
+    Q_EMIT Failed(QString::fromStdString(status.Description()));
     return;
   }
-  written_ = writing_;
+  written_ = text;
   Q_EMIT Written();
 }
 
-void SentFile::Finish() {
+void SentFile::Finish(QDeadlineTimer patience) {
   timer_.stop();
-  writer_.waitForDone();
-  isWriting_ = false;
-  writing_ = switcher::WriteHeld(messages_);
-  if (writing_ == written_) return;
-  const files::Outcome outcome = files::Replace(path_, writing_);
-  if (outcome.ok()) {
-    written_ = writing_;
-  } else {
-    Q_EMIT Failed(QString::fromStdString(outcome.text));
-  }
+  Write();
+  writer_.Finish(patience);
 }
 
 }  // namespace app

@@ -3,14 +3,15 @@
 #ifndef APP_SENT_FILE_H_
 #define APP_SENT_FILE_H_
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QString>
-#include <QThreadPool>
 #include <QTimer>
 #include <filesystem>
 #include <string>
 
-#include "files/whole_file.h"
+#include "app/background_writer.h"
+#include "model/status.h"
 #include "switcher/unsent/held_messages.h"
 
 namespace app {
@@ -25,7 +26,6 @@ class SentFile : public QObject {
  public:
   // `messages` is what the file is to hold; it must outlive the object.
   SentFile(std::filesystem::path path, const switcher::HeldMessages& messages);
-  ~SentFile() override;
 
   // What the file says; nothing when it is not there or cannot be read.
   switcher::HeldMessages Read();
@@ -33,8 +33,8 @@ class SentFile : public QObject {
   // The messages have changed: they are to be in the file within a second.
   void Update();
 
-  // Returns when they are in the file, or cannot be.
-  void Finish();
+  // Returns when they are in the file, or cannot be in that time.
+  void Finish(QDeadlineTimer patience = QDeadlineTimer::Forever);
 
  Q_SIGNALS:
   // The file could not be written, and why.  The next change tries again.
@@ -44,15 +44,15 @@ class SentFile : public QObject {
 
  private:
   void Begin();
-  void Done(const files::Outcome& outcome);
+  void Write();
+  void Done(const std::string& text, const model::Status& status);
 
   const std::filesystem::path path_;
   const switcher::HeldMessages& messages_;
-  std::string writing_;  // what is being written
   std::string written_;  // what it holds
-  bool isWriting_ = false;
+  int writing_ = 0;      // so often it is to be replaced
   QTimer timer_;
-  QThreadPool writer_;
+  BackgroundWriter writer_;
 };
 
 }  // namespace app

@@ -64,7 +64,6 @@ void ShutDown::EndRun() {
   if (services_.port.IsOpen()) services_.port.Close();
   services_.window.PollTimer().stop();
   services_.window.DecodeTimer().stop();
-  Q_EMIT RunEnded();
   if (const model::Status status =
           services_.settings.Write(services_.model, services_.port.Number());
       !status.ok()) {
@@ -73,6 +72,7 @@ void ShutDown::EndRun() {
   services_.listener.Stop();
   services_.panels.CloseAll();
   services_.views.CloseAll();
+  Q_EMIT AllClosed();
   ended_ = true;
   EndProgram();
 }

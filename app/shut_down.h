@@ -21,7 +21,8 @@ namespace app {
 
 // The shut-down: a running transfer ends (the table that is being sent is sent to its end), what is
 // typed is stored, then the window's place, the database, the serial port, the timers, the
-// settings, the panels, the child windows, in this order.  The program ends behind it.
+// settings, the panels, the child windows, what is being written in the background, in this order.
+// The program ends behind it.
 //
 // A database that cannot be saved keeps the program running, and closing tries again.
 class ShutDown : public QObject {
@@ -64,8 +65,9 @@ class ShutDown : public QObject {
   void DatabaseSaved();
   // All that was edited is in Tesk.mdb, and whether that was replaced for it.
   void AllSaved(bool replaced);
-  // The port and the database are closed; the settings are written next.
-  void RunEnded();
+  // Nothing of the run is left but what is being written in the background: whoever writes there
+  // waits for it now, as long as an operator may be kept waiting, and reports what fails.
+  void AllClosed();
 
  private:
   void OfferToCloseWithoutSaving(const model::Status& status);

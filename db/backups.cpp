@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "db/file_status.h"
+#include "db/local_time.h"
 #include "files/whole_file.h"
 
 namespace db {
@@ -39,11 +40,9 @@ std::string TimeText(const std::tm& time) {
 }
 
 std::string NameOf(Cause cause, std::time_t now) {
-  // One thread: nobody else asks for the time meanwhile.
-  const std::tm* const local = std::localtime(&now);
-  const std::string time = local == nullptr ? std::string() : TimeText(*local);
   const auto* const word = std::ranges::find(kCauses, cause, &decltype(kCauses)::value_type::first);
-  return std::string(kBegin) + time + '-' + std::string(word->second) + std::string(kEnd);
+  return std::string(kBegin) + LocalTimeText(now, kTime) + '-' + std::string(word->second) +
+         std::string(kEnd);
 }
 
 // False for a name that is none of ours.
@@ -67,6 +66,11 @@ bool ReadName(const fs::path& path, Backups::Copy* copy) {
   return true;
 }
 
+bool Holds(const fs::path& copy, std::string_view bytes) {
+  std::string held;
+  return files::ReadWhole(copy, bytes.size(), &held).ok() && held == bytes;
+}
+
 }  // namespace
 
 void Backups::DeleteUnfinished() const {
@@ -85,18 +89,23 @@ fs::path Backups::PathOf(Cause cause, std::time_t now) const {
   return folder_ / NameOf(cause, now);
 }
 
-model::Status Backups::Keep(const fs::path& path, std::string_view bytes) const {
+model::Status Backups::Keep(const fs::path& path, std::string_view bytes, fs::path* holder) const {
   std::error_code error;
   fs::create_directories(folder_, error);
   if (error) return StatusOf(files::Failure("make", folder_, error));
   DeleteUnfinished();
-  if (const auto outcome = files::Replace(path, bytes); !outcome.ok()) return StatusOf(outcome);
   std::vector<Copy> copies;
   if (model::Status status = List(&copies); !status.ok()) return status;
+  if (!copies.empty() && Holds(copies.front().path, bytes)) {
+    if (holder != nullptr) *holder = copies.front().path;
+    return {};
+  }
+  if (const auto outcome = files::Replace(path, bytes); !outcome.ok()) return StatusOf(outcome);
   std::erase_if(copies, [&](const Copy& copy) { return copy.path == path; });
   for (std::size_t i = kKept - 1; i < copies.size(); ++i) {
-    if (const auto outcome = files::Remove(copies[i].path); !outcome.ok()) return StatusOf(outcome);
+    (void)files::Remove(copies[i].path);  // what cannot be deleted takes room, no more
   }
+  if (holder != nullptr) *holder = path;
   return {};
 }
 

@@ -43,10 +43,13 @@ class Backups {
   std::filesystem::path PathOf(Cause cause, std::time_t now) const;
 
   // Writes a copy, the bytes of a whole database, to the place that PathOf() has given for it and
-  // brings it to the disk.  Then the oldest copies are deleted; this one stays, even when the
-  // clock was set back.  A failure leaves no part of a copy and deletes nothing.  It may take its
-  // time, and may be called in any thread, in one at a time.
-  model::Status Keep(const std::filesystem::path& path, std::string_view bytes) const;
+  // brings it to the disk; when the newest copy has the same bytes, no second one is written.
+  // *holder is the file that holds them.  After a copy was written the oldest are deleted, those
+  // that can be; the new one stays, even when the clock was set back.  A failure leaves no part of
+  // a copy and deletes nothing.  It may take its time, and may be called in any thread, in one at
+  // a time.
+  model::Status Keep(const std::filesystem::path& path, std::string_view bytes,
+                     std::filesystem::path* holder = nullptr) const;
 
   // The copies that there are, the newest first; none while there is no folder.  A failure when the
   // folder cannot be read.

@@ -2,12 +2,12 @@
 
 #include "db/dated_name.h"
 
-#include <array>
 #include <ctime>
 #include <string>
 #include <system_error>
 
 #include "db/file_status.h"
+#include "db/local_time.h"
 #include "files/file.h"
 #include "files/whole_file.h"
 
@@ -16,16 +16,6 @@ namespace db {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Today() {
-  const std::time_t now = std::time(nullptr);
-  std::array<char, 16> text{};
-  // One thread: nobody else asks for the time meanwhile.
-  if (const std::tm* const day = std::localtime(&now); day != nullptr) {
-    (void)std::strftime(text.data(), text.size(), "%Y-%m-%d", day);
-  }
-  return text.data();
-}
 
 bool IsFree(const fs::path& path) {
   files::Kind kind = files::Kind::Nothing;
@@ -36,7 +26,8 @@ bool IsFree(const fs::path& path) {
 
 model::Status DatedName(const fs::path& database, std::string_view what, fs::path* name) {
   constexpr int kMost = 1000;  // a folder that cannot be looked at has no free name
-  const std::string begin = "-" + std::string(what) + "-" + Today();
+  const std::string begin =
+      "-" + std::string(what) + "-" + LocalTimeText(std::time(nullptr), "%Y-%m-%d");
   for (int number = 1; number <= kMost; ++number) {
     *name = database.parent_path() / database.stem();
     *name += begin + (number > 1 ? "-" + std::to_string(number) : "");

@@ -8,7 +8,7 @@
 
 namespace db {
 
-// Stations in words: "11 to 15, 20".  `stations` rise.
+// Stations in words: "11 to 15, 20, 21".  `stations` rise.
 std::string StationList(const std::vector<int>& stations);
 
 }  // namespace db

@@ -12,8 +12,8 @@
 #include "model/status.h"
 #include "model/system_model.h"
 #include "switcher/decoder.h"
+#include "switcher/line_events.h"
 #include "switcher/serial_port.h"
-#include "switcher/unsent/line_events.h"
 #include "switcher/wire/frame.h"
 
 namespace switcher {

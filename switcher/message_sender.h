@@ -11,8 +11,8 @@
 #include "model/error_reporter.h"
 #include "model/status.h"
 #include "model/system_model.h"
+#include "switcher/line_events.h"
 #include "switcher/serial_port.h"
-#include "switcher/unsent/line_events.h"
 
 namespace switcher {
 

@@ -67,6 +67,11 @@ Subject SubjectOf(std::string_view field) {
   return {.kind = Subject::Other, .field = std::string(field)};
 }
 
+// Whether it is spoken of by output, and not by station.
+bool IsOfOutput(const Subject& subject) {
+  return subject.kind == Subject::Inhibits || subject.kind == Subject::Relays;
+}
+
 QString SubjectWords(const Subject& subject) {
   switch (subject.kind) {
     case Subject::Label:
@@ -205,14 +210,14 @@ ChangeRow RowOf(const Change& change, const Subject& subject,
                 const std::vector<const FieldChange*>& fields, const FieldLookup& lookup) {
   const Side before(change, fields, &FieldChange::before, lookup);
   const Side after(change, fields, &FieldChange::after, lookup);
-  ChangeRow row{.station = change.station,
-                .fields = {},
-                .where = (subject.kind == Subject::Inhibits ? ChangeText::tr("Output %1")
-                                                            : ChangeText::tr("Station %1"))
-                             .arg(change.station),
-                .what = SubjectWords(subject),
-                .before = before.Words(subject),
-                .after = after.Words(subject)};
+  ChangeRow row{
+      .station = change.station,
+      .fields = {},
+      .where = (IsOfOutput(subject) ? ChangeText::tr("Output %1") : ChangeText::tr("Station %1"))
+                   .arg(change.station),
+      .what = SubjectWords(subject),
+      .before = before.Words(subject),
+      .after = after.Words(subject)};
   for (const FieldChange* const field : fields) row.fields.push_back(field->field);
   const bool isProgram = subject.kind == Subject::Button || subject.kind == Subject::Opto;
   if (isProgram && row.before == row.after) {
@@ -237,23 +242,35 @@ QString SubjectsWords(const std::set<Subject>& subjects) {
   return words.join(QStringLiteral(", "));
 }
 
-QString Title(std::span<const Change> changes) {
+std::set<Subject> SubjectsOf(std::span<const Change> changes) {
   std::set<Subject> subjects;
-  std::set<int> stations;
   for (const Change& change : changes) {
-    stations.insert(change.station);
     for (const FieldChange& field : change.fields) subjects.insert(SubjectOf(field.field));
   }
-  const bool inhibitsOnly = subjects.size() == 1 && subjects.begin()->kind == Subject::Inhibits;
+  return subjects;
+}
+
+QString Title(std::span<const Change> changes) {
+  const std::set<Subject> subjects = SubjectsOf(changes);
+  std::set<int> stations;
+  for (const Change& change : changes) stations.insert(change.station);
+  const bool ofOutputs = std::ranges::all_of(subjects, IsOfOutput);
   const QString what = SubjectsWords(subjects);
   if (stations.size() == 1) {
-    return (inhibitsOnly ? ChangeText::tr("%1 of output %2") : ChangeText::tr("%1 of station %2"))
+    return (ofOutputs ? ChangeText::tr("%1 of output %2") : ChangeText::tr("%1 of station %2"))
         .arg(what)
         .arg(*stations.begin());
   }
-  return (inhibitsOnly ? ChangeText::tr("%1 of %2 outputs") : ChangeText::tr("%1 of %2 stations"))
+  return (ofOutputs ? ChangeText::tr("%1 of %2 outputs") : ChangeText::tr("%1 of %2 stations"))
       .arg(what)
       .arg(stations.size());
+}
+
+// Of many settings that somebody ticked in a list: how many they are says more than which.
+QString ChosenTitle(std::span<const Change> changes) {
+  return SubjectsOf(changes).size() == 1
+             ? Title(changes)
+             : ChangeText::tr("%1 changes").arg(ChangeRows(changes).size());
 }
 
 }  // namespace
@@ -324,11 +341,11 @@ QString ActTitle(std::span<const Change> changes) {
     case Origin::Redo:
       return ChangeText::tr("Redo: %1").arg(title);
     case Origin::Restore:
-      return ChangeText::tr("Restored: %1").arg(title);
+      return ChangeText::tr("Restored: %1").arg(ChosenTitle(changes));
     case Origin::Comparison:
-      return ChangeText::tr("From the switcher: %1").arg(title);
+      return ChangeText::tr("From the switcher: %1").arg(ChosenTitle(changes));
     case Origin::Backup:
-      return ChangeText::tr("From a copy: %1").arg(title);
+      return ChangeText::tr("From a copy: %1").arg(ChosenTitle(changes));
     case Origin::Operator:
     case Origin::Navigation:
     case Origin::Switcher:

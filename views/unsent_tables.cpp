@@ -37,6 +37,19 @@ std::optional<switcher::Day> UnsentTables::Since(const switcher::TablePart& part
   return entry->second;
 }
 
+QString UnsentTables::NeverSeenWords() const {
+  const int neverSeen = messages_.NeverSeen();
+  if (neverSeen == messages_.Count()) {
+    return tr(
+        "The switcher was never seen to hold this database. Send all of it, or retrieve what the "
+        "switcher holds.");
+  }
+  return tr("The switcher was never seen to hold all of this database: not known are %1 of %2 "
+            "messages. Send all of it, or retrieve what the switcher holds.")
+      .arg(neverSeen)
+      .arg(messages_.Count());
+}
+
 QString UnsentTables::Names() const { return PartWords(All()); }
 
 QString UnsentTables::Words() const {

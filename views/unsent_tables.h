@@ -53,6 +53,10 @@ class UnsentTables : public QObject, private switcher::UnsentMessages::Listener 
   // The same behind the first day: "Unsent since 21 Nov: inhibits of output 3"; empty for nothing.
   QString Words() const;
 
+  // Whether the switcher was never seen to hold some message of this database, and that in words.
+  bool IsNeverSeen() const { return messages_.NeverSeen() > 0; }
+  QString NeverSeenWords() const;
+
   // Whether something was sent that the switcher can still confirm.
   bool IsWaiting() const { return messages_.IsWaiting(); }
 

@@ -3,8 +3,11 @@
 #include "app/backups/backup_keeper.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 #include <vector>
+
+#include "db/jet/status.h"
 
 namespace app {
 
@@ -50,35 +53,45 @@ void BackupKeeper::KeepDaily() {
   Keep(Cause::Daily);
 }
 
-void BackupKeeper::Keep(Cause cause) {
+void BackupKeeper::Keep(Cause cause, const Then& then) {
   const std::filesystem::path path = backups_.PathOf(cause, services_.clock().toSecsSinceEpoch());
+  std::string bytes;
+  const model::Status status =
+      services_.files.DamageFound().IsSound()
+          ? services_.files.ReadWorkingCopy(&bytes)
+          : model::Status(jet::Status(jet::ErrorNumber::Damaged, "It is damaged"));
+  Write(path, status, std::move(bytes), then);
+}
+
+void BackupKeeper::Write(const std::filesystem::path& path, const model::Status& reading,
+                         std::string bytes, const Then& then) {
   // The thread shares them instead of copying them.
-  const auto bytes = std::make_shared<std::string>();
-  if (const model::Status status = services_.files.ReadWorkingCopy(bytes.get()); !status.ok()) {
-    Tell(path, status);
+  const auto held = std::make_shared<const std::string>(std::move(bytes));
+  const auto holder = std::make_shared<std::filesystem::path>(path);
+  const auto tell = [this, holder, then](const model::Status& status) {
+    if (status.ok()) {
+      Q_EMIT Kept(QString::fromStdU16String(holder->filename().u16string()));
+    } else {
+      Q_EMIT Failed(QString::fromStdString(status.Description()));
+    }
+    if (then) then(status);
+  };
+  if (!reading.ok()) {
+    tell(reading);
     return;
   }
-  services_.writer.Begin([backups = backups_, path, bytes] { return backups.Keep(path, *bytes); },
-                         [this, path](const model::Status& status) { Tell(path, status); });
+  services_.writer.Begin(
+      [backups = backups_, path, held, holder] { return backups.Keep(path, *held, holder.get()); },
+      tell);
 }
 
 void BackupKeeper::NoteMainFile() { notedStatus_ = services_.files.ReadMainFile(&noted_); }
 
 void BackupKeeper::KeepMainFile() {
   if (!services_.files.DamageFound().IsSound()) return;
-  services_.writer.Finish();
   const std::filesystem::path path =
       backups_.PathOf(Cause::BeforeSaving, services_.clock().toSecsSinceEpoch());
-  Tell(path, notedStatus_.ok() ? backups_.Keep(path, noted_) : notedStatus_);
-  noted_.clear();
-}
-
-void BackupKeeper::Tell(const std::filesystem::path& path, const model::Status& status) {
-  if (status.ok()) {
-    Q_EMIT Kept(QString::fromStdU16String(path.filename().u16string()));
-  } else {
-    Q_EMIT Failed(QString::fromStdString(status.Description()));
-  }
+  Write(path, notedStatus_, std::move(noted_), {});
 }
 
 }  // namespace app

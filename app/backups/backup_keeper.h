@@ -9,10 +9,9 @@
 #include <QTimer>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <string>
 
-#include "app/backups/background_writer.h"
+#include "app/background_writer.h"
 #include "db/backups.h"
 #include "db/database_files.h"
 
@@ -45,20 +44,25 @@ class BackupKeeper : public QObject {
   // none: they would push out those that can be restored.
   void BeginDays();
 
-  // Keeps a copy of the database as it is now.
-  void Keep(db::Backups::Cause cause);
+  // Is told how keeping a copy went.
+  using Then = std::function<void(const model::Status&)>;
+
+  // Keeps a copy of the database as it is now, and runs `then`, if any, when it is on the disk or
+  // has failed.  Of a damaged database none is kept (3049): it would push out one that can be
+  // restored, and could not be restored itself.
+  void Keep(db::Backups::Cause cause, const Then& then = {});
 
   // Tesk.mdb may be replaced next: notes what it holds.
   void NoteMainFile();
 
   // It was replaced: keeps what was noted, unless it was damaged, for then it was kept beside it.
-  // The copy is written when this returns: the program ends.
   void KeepMainFile();
 
   const db::Backups& Copies() const { return backups_; }
 
  Q_SIGNALS:
-  // A copy is on the disk; the name of its file.
+  // A copy is on the disk; the name of its file, which may be that of an earlier copy that holds
+  // the same.
   void Kept(const QString& name);
   // None could be made, and why; every time.
   void Failed(const QString& why);
@@ -66,7 +70,9 @@ class BackupKeeper : public QObject {
  private:
   bool HasCopyOf(const QDate& day) const;
   void KeepDaily();
-  void Tell(const std::filesystem::path& path, const model::Status& status);
+  // Writes what was read, if that went well.
+  void Write(const std::filesystem::path& path, const model::Status& reading, std::string bytes,
+             const Then& then);
 
   const Services services_;
   const db::Backups backups_;

@@ -2,6 +2,9 @@
 
 #include "app/backups/restore_backup.h"
 
+#include <utility>
+
+#include "app/shell/question.h"
 #include "stations/carry_out.h"
 #include "views/change_words.h"
 #include "views/widgets/shown.h"
@@ -22,7 +25,33 @@ void RestoreBackup::Ask() {
 }
 
 void RestoreBackup::Restore(const std::vector<stations::Change>& changes, const QString& name) {
-  services_.backups.Keep(db::Backups::Cause::BeforeRestoring);
+  if (std::exchange(isKeeping_, true)) return;
+  services_.backups.Keep(db::Backups::Cause::BeforeRestoring,
+                         [this, window = backup_, changes, name](const model::Status& status) {
+                           isKeeping_ = false;
+                           if (!views::IsShown(window)) return;  // it was cancelled meanwhile
+                           if (status.ok()) {
+                             Store(changes, name);
+                           } else {
+                             AskAllTheSame(status, changes, name);
+                           }
+                         });
+}
+
+void RestoreBackup::AskAllTheSame(const model::Status& status,
+                                  const std::vector<stations::Change>& changes,
+                                  const QString& name) {
+  app::Ask(*backup_, *this,
+           {.name = QStringLiteral("aidAskUnkept"),
+            .text = tr("Restore Without A Copy?\r\rThe database as it is now cannot be kept as a "
+                       "copy first: %1")
+                        .arg(QString::fromStdString(status.Description())),
+            .answers = {{.name = QStringLiteral("aidRestoreUnkept"),
+                         .caption = tr("Restore All The Same"),
+                         .run = [this, changes, name] { Store(changes, name); }}}});
+}
+
+void RestoreBackup::Store(const std::vector<stations::Change>& changes, const QString& name) {
   jet::Database* const database = services_.files.Database();
   const model::Status status =
       database == nullptr ? db::NotOpen()
@@ -33,7 +62,7 @@ void RestoreBackup::Restore(const std::vector<stations::Change>& changes, const 
                             model::ErrorText("Error Restoring Backup", status));
     return;
   }
-  backup_->accept();
+  if (backup_ != nullptr) backup_->accept();
   Q_EMIT NoteRequested(QStringLiteral("%1 (%2)").arg(views::ActTitle(changes), name));
 }
 

@@ -37,8 +37,9 @@ class RestoreBackup : public QObject {
   // All must outlive the object.
   explicit RestoreBackup(const Services& services) : services_(services) {}
 
-  // Opens frmBackup, modal over the main window.  What it asks for is stored as one act, after a
-  // copy of what there was.  A failure is reported, stores nothing, and leaves the window open.
+  // Opens frmBackup, modal over the main window.  What it asks for is stored as one act when a copy
+  // of what there was is on the disk; when none can be kept the operator is asked first.  A failure
+  // is reported, stores nothing, and leaves the window open.
   void Ask();
 
  Q_SIGNALS:
@@ -47,9 +48,13 @@ class RestoreBackup : public QObject {
 
  private:
   void Restore(const std::vector<stations::Change>& changes, const QString& name);
+  void AskAllTheSame(const model::Status& status, const std::vector<stations::Change>& changes,
+                     const QString& name);
+  void Store(const std::vector<stations::Change>& changes, const QString& name);
 
   const Services services_;
   QPointer<views::BackupWindow> backup_;
+  bool isKeeping_ = false;  // the copy of what there is
 };
 
 }  // namespace app

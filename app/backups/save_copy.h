@@ -8,7 +8,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "app/backups/background_writer.h"
+#include "app/background_writer.h"
 #include "db/database_files.h"
 #include "model/error_reporter.h"
 
@@ -22,7 +22,7 @@ class SaveCopy : public QObject {
   struct Services {
     QWidget& window;  // the main window
     db::DatabaseFiles& files;
-    BackgroundWriter& writer;
+    BackgroundWriter& writer;  // its own: the disk of a copy may be one that is pulled out
     model::ErrorReporter& reporter;
     // Stores what is typed into a view and not stored yet; false when that failed, which was
     // reported, and nothing is asked for.

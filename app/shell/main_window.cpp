@@ -116,17 +116,21 @@ QAction* MainWindow::AddAid(QMenu& menu, const char* name, const QString& captio
 void MainWindow::BuildMenus() {
   QMenu* const file = AddMenu("ID_File");
   file->addAction(CommandAction("ID_SendData"));
-  file->addAction(CommandAction("ID_RetreiveData"));
   sendChanges_ = AddAid(*file, "aidSendChanges", tr("Send C&hanges…"));
+  sendChanges_->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_H);
   sendChanges_->setToolTip(tr("Send what the switcher does not hold yet, and nothing else"));
+  file->addAction(CommandAction("ID_RetreiveData"));
   compare_ = AddAid(*file, "aidCompare", tr("Co&mpare With Switcher…"));
   compare_->setIcon(views::Icon(QStringLiteral("compare")));
   compare_->setToolTip(tr("Show where the tables of the switcher differ from those here"));
   file->addAction(&DiscardCommand());
   file->addSeparator();
   saveCopy_ = AddAid(*file, "aidSaveCopy", tr("Save A &Copy As…"));
+  saveCopy_->setIcon(views::Icon(QStringLiteral("save-copy")));
   restoreBackup_ = AddAid(*file, "aidRestoreBackup", tr("Restore &Backup…"));
+  restoreBackup_->setIcon(views::Icon(QStringLiteral("restore-backup")));
   unsavedRuns_ = AddAid(*file, "aidUnsavedRuns", tr("&Unsaved Runs…"));
+  unsavedRuns_->setIcon(views::Icon(QStringLiteral("unsaved-runs")));
   file->addSeparator();
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));

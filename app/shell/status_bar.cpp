@@ -6,10 +6,12 @@
 #include <QEvent>
 #include <QFontMetrics>
 #include <QSizeGrip>
+#include <QStyle>
 #include <algorithm>
 
 #include "app/shell/link_lamp.h"
 #include "views/widgets/elided_label.h"
+#include "views/widgets/icon.h"
 #include "views/words.h"
 
 namespace app {
@@ -26,6 +28,9 @@ constexpr int kReadoutCharacters = 60;
 // So many characters of a panel that is elided must be left.
 constexpr int kLeastWarning = 12;
 constexpr int kLeastText = 8;
+
+// Room for "Unsent since 22 Nov…".
+constexpr int kLeastUnsent = 22;
 
 // What the bar has between two panels, and before the first and behind the last one.
 constexpr int kBetween = 6;
@@ -46,6 +51,7 @@ StatusBar::StatusBar(QWidget* parent)
       readout_(new ElidedLabel(this)),
       mapState_(new QLabel(this)),
       unsent_(new ElidedLabel(this)),
+      unsentSign_(new QLabel(this)),
       note_(new ElidedLabel(this)),
       folder_(new ElidedLabel(this, Qt::ElideMiddle)),
       demo_(new QLabel(tr("DEMO"), this)),
@@ -53,8 +59,11 @@ StatusBar::StatusBar(QWidget* parent)
       shares_{{.widget = blocked_, .leastCharacters = kLeastWarning, .isWarning = true},
               {.widget = closedPort_, .leastCharacters = kLeastWarning, .isWarning = true},
               {.widget = note_, .leastCharacters = kLeastText},
+              {.widget = unsent_,
+               .leastCharacters = kLeastUnsent,
+               .isWarning = true,
+               .sign = unsentSign_},
               {.widget = readout_, .leastCharacters = kLeastText},
-              {.widget = unsent_, .leastCharacters = kLeastText, .isWarning = true},
               {.widget = demo_},
               {.widget = mapState_},
               {.widget = panels_},
@@ -68,6 +77,9 @@ StatusBar::StatusBar(QWidget* parent)
   mapState_->setObjectName(QStringLiteral("aidMapState"));
   demo_->setObjectName(QStringLiteral("aidDemo"));
   unsent_->setObjectName(QStringLiteral("aidUnsent"));
+  unsentSign_->setObjectName(QStringLiteral("aidUnsentSign"));
+  unsentSign_->setContentsMargins(kTextMargin, 0, kTextMargin, 0);
+  unsentSign_->hide();
   note_->setObjectName(QStringLiteral("aidNote"));
   folder_->setObjectName(QStringLiteral("aidFolder"));
   for (QLabel* const label : {link_, closedPort_, blocked_, panels_, readout_, mapState_, unsent_,
@@ -86,6 +98,7 @@ StatusBar::StatusBar(QWidget* parent)
   addWidget(readout_, 1);
   addWidget(mapState_);
   addWidget(unsent_);
+  addWidget(unsentSign_);
   addWidget(note_);
   addPermanentWidget(folder_);
   addPermanentWidget(demo_);
@@ -170,7 +183,10 @@ int StatusBar::RoomForPanels() const {
 void StatusBar::ShareRoom() {
   link_->setMinimumWidth(link_->sizeHint().width());
   int room = std::max(RoomForPanels(), 0);
-  for (Panel& panel : shares_) panel.width = 0;
+  for (Panel& panel : shares_) {
+    panel.width = 0;
+    panel.isOnlySign = false;
+  }
   const auto grow = [&room](Panel& panel, int least, int most) {
     if (!panel.wanted || panel.width + room < least) return;
     const int growth = std::min(most - panel.width, room);
@@ -178,7 +194,12 @@ void StatusBar::ShareRoom() {
     room -= growth;
   };
   for (Panel& panel : shares_) {
-    if (panel.isWarning) grow(panel, LeastWidth(panel), LeastWidth(panel));
+    if (!panel.isWarning) continue;
+    grow(panel, LeastWidth(panel), LeastWidth(panel));
+    if (panel.sign == nullptr || !panel.wanted || panel.width > 0) continue;
+    const int sign = panel.sign->sizeHint().width() + kBetween;
+    panel.isOnlySign = sign <= room;
+    if (panel.isOnlySign) room -= sign;
   }
   for (Panel& panel : shares_) {
     grow(panel, LeastWidth(panel), FullWidth(panel));
@@ -189,6 +210,7 @@ void StatusBar::ShareRoom() {
   });
   for (const Panel& panel : shares_) {
     panel.widget->setVisible(panel.width > 0);
+    if (panel.sign != nullptr) panel.sign->setVisible(panel.isOnlySign);
     // The readout has what nobody else wants.
     if (panel.widget != readout_ && panel.width > 0) {
       panel.widget->setFixedWidth(panel.width - kBetween);
@@ -241,6 +263,11 @@ void StatusBar::SetUnsent(const QString& words) {
   unsent_->setText(words);
   unsent_->setToolTip(words + QStringLiteral("\n") +
                       tr("The switcher was last known to hold something else."));
+  const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  const QIcon sign = views::Icon(QStringLiteral("send-changes"), QStringLiteral("unsent-badge"));
+  unsentSign_->setPixmap(sign.pixmap(QSize(size, size), devicePixelRatioF()));
+  unsentSign_->setAccessibleName(words);
+  unsentSign_->setToolTip(unsent_->toolTip());
   Want(unsent_, !words.isEmpty());
 }
 

@@ -19,7 +19,8 @@ class LinkLamp;
 //
 // It takes the width that the window has and never asks for more: aids for which there is no room
 // are elided, or hidden, the least important first.  Nothing that is only good to know stands
-// while a warning or a note is not whole.
+// while a warning or a note is not whole.  Of what is unsent a sign is left where there is no room
+// for words.
 class StatusBar : public QStatusBar {
   Q_OBJECT
 
@@ -76,8 +77,10 @@ class StatusBar : public QStatusBar {
     QWidget* widget;
     int leastCharacters = 0;  // fewer are worth nothing; 0 for one that is never elided
     bool isWarning = false;   // has its least before anything else
+    QWidget* sign = nullptr;  // stands for it where there is no room for its least; null for none
     bool wanted = false;
-    int width = 0;  // its share; 0 when there is no room for it
+    int width = 0;            // its share; 0 when there is no room for it
+    bool isOnlySign = false;  // the sign has its share
   };
 
   // `widget` is one of the panels.
@@ -99,6 +102,7 @@ class StatusBar : public QStatusBar {
   QLabel* readout_;
   QLabel* mapState_;
   QLabel* unsent_;
+  QLabel* unsentSign_;
   QLabel* note_;
   QLabel* folder_;
   QLabel* demo_;

@@ -87,8 +87,11 @@ void Transfers::RetrieveData() {
   CloseComparison();
   retrieval_ = new views::RetrievalWindow(services_.retrieval, &services_.window);
   retrieval_->setAttribute(Qt::WA_DeleteOnClose);
-  if (const QString unsent = services_.download.unsent.Names(); !unsent.isEmpty()) {
-    retrieval_->SetWarning(tr("Unsent: %1 will be lost").arg(unsent));
+  const views::UnsentTables& unsent = services_.download.unsent;
+  if (unsent.IsNeverSeen()) {
+    retrieval_->SetWarning(tr("What is here was never seen in the switcher and will be lost"));
+  } else if (const QString names = unsent.Names(); !names.isEmpty()) {
+    retrieval_->SetWarning(tr("Unsent: %1 will be lost").arg(names));
   }
   connect(retrieval_, &views::RetrievalWindow::ViewsOutdated, &services_.views,
           &OpenViews::CloseAll);

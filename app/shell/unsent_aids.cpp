@@ -20,17 +20,8 @@ void UnsentAids::Update() {
         QStringLiteral("send-changes"), hasBadge_ ? QStringLiteral("unsent-badge") : QString()));
   }
   const bool isConnected = services_.model.LinkStatus[0] == 1;
-  const int neverSeen = services_.messages.NeverSeen();
-  if (isConnected && neverSeen > 0) {
-    services_.hints.Give(
-        Hint::NeverSeen,
-        neverSeen == services_.messages.Count()
-            ? tr("The switcher was never seen to hold this database. Send all of it, or "
-                 "retrieve what the switcher holds.")
-            : tr("The switcher was never seen to hold all of this database: not known are %1 of "
-                 "%2 messages. Send all of it, or retrieve what the switcher holds.")
-                  .arg(neverSeen)
-                  .arg(services_.messages.Count()));
+  if (isConnected && services_.unsent.IsNeverSeen()) {
+    services_.hints.Give(Hint::NeverSeen, services_.unsent.NeverSeenWords());
   } else {
     services_.hints.Withdraw(Hint::NeverSeen);
   }

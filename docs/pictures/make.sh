@@ -296,6 +296,12 @@ click aidHintClose
 mv "$work/raw/light-backups-3.png" "$work/raw/restore-backup.png"
 small restore-backup
 
+# --- What is unsent, to be sent.
+
+"$bin/gallery" transfer "$work/raw"
+mv "$work/raw/light-send-changes.png" "$work/raw/send-changes.png"
+small send-changes
+
 # --- The line that is down.
 
 switcher unplug

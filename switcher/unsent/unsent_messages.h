@@ -13,12 +13,12 @@
 #include "db/jet/database.h"
 #include "model/system_model.h"
 #include "stations/change.h"
+#include "switcher/line_events.h"
 #include "switcher/switcher_events.h"
 #include "switcher/table.h"
 #include "switcher/unsent/confirmation.h"
 #include "switcher/unsent/digest.h"
 #include "switcher/unsent/held_messages.h"
-#include "switcher/unsent/line_events.h"
 
 namespace switcher {
 

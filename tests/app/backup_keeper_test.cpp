@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "tests/app/patience.h"
+#include "tests/app/slow_disk.h"
 #include "tests/support/another_user.h"
 #include "tests/support/damaged_file.h"
 #include "tests/support/full_disk.h"
@@ -108,6 +109,7 @@ TEST_F(BackupKeeperTest, TheFirstStartOfADayKeepsOne) {
 TEST_F(BackupKeeperTest, ACopyForAnotherReasonIsNotTheOneOfTheDay) {
   keeper_.Keep(Cause::BeforeRetrieval);
   EXPECT_THAT(Next(kept_), StartsWith("Tesk-"));
+  SetLabel("edited");
   keeper_.BeginDays();
   EXPECT_EQ(Next(kept_), "Tesk-2026-11-21-180512-daily.mdb");
 }
@@ -115,6 +117,7 @@ TEST_F(BackupKeeperTest, ACopyForAnotherReasonIsNotTheOneOfTheDay) {
 TEST_F(BackupKeeperTest, EachFurtherDayOfRunningKeepsOne) {
   keeper_.BeginDays();
   EXPECT_EQ(Next(kept_), "Tesk-2026-11-21-180512-daily.mdb");
+  SetLabel("edited");
   now_ = QDateTime(QDate(2026, 11, 21), QTime(23, 59, 59));
   AMinutePasses();
   now_ = QDateTime(QDate(2026, 11, 22), QTime(0, 0, 59));
@@ -126,6 +129,19 @@ TEST_F(BackupKeeperTest, EachFurtherDayOfRunningKeepsOne) {
   EXPECT_EQ(Copies().size(), 2u);
 }
 
+TEST_F(BackupKeeperTest, ADayOfWhichTheCopyWouldHoldTheSameHasItsCopy) {
+  keeper_.BeginDays();
+  EXPECT_EQ(Next(kept_), "Tesk-2026-11-21-180512-daily.mdb");
+  now_ = now_.addDays(1);
+  AMinutePasses();
+  EXPECT_EQ(Next(kept_), "Tesk-2026-11-21-180512-daily.mdb") << "which holds it";
+  now_ = now_.addSecs(60);
+  AMinutePasses();
+  writer_.Finish();
+  EXPECT_EQ(kept_.size(), 0) << "once a day";
+  EXPECT_THAT(Copies(), ElementsAre("Tesk-2026-11-21-180512-daily.mdb"));
+}
+
 TEST_F(BackupKeeperTest, TheMainFileIsKeptAsItWasBeforeItWasReplaced) {
   SetLabel("edited");
   const std::string before = test::ReadFile(folder_ / db::kMainFile);
@@ -133,9 +149,12 @@ TEST_F(BackupKeeperTest, TheMainFileIsKeptAsItWasBeforeItWasReplaced) {
   bool saved = false;
   ASSERT_TRUE(files_.SaveAndClose(&saved).ok());
   ASSERT_TRUE(saved);
+  SlowDisk disk(writer_);
   keeper_.KeepMainFile();
-  EXPECT_THAT(Copies(), ElementsAre("Tesk-2026-11-21-180512-before-saving.mdb"))
-      << "it does not wait for an event loop that ends";
+  EXPECT_EQ(kept_.size(), 0) << "a slow disk holds nobody up";
+  disk.Answer();
+  writer_.Finish();
+  EXPECT_THAT(Copies(), ElementsAre("Tesk-2026-11-21-180512-before-saving.mdb"));
   EXPECT_EQ(test::ReadFile(Folder() / "Tesk-2026-11-21-180512-before-saving.mdb"), before);
   EXPECT_EQ(kept_.size(), 1);
 }
@@ -168,6 +187,21 @@ TEST_F(BackupKeeperTest, ADamagedDatabasePushesOutNoCopyThatIsSound) {
   keeper_.NoteMainFile();
   ASSERT_TRUE(files_.SaveAndClose().ok());
   keeper_.KeepMainFile();
+  writer_.Finish();
+  EXPECT_THAT(Copies(), IsEmpty());
+}
+
+TEST_F(BackupKeeperTest, OfADamagedDatabaseNoneIsKeptForAnyReasonAndThatIsSaid) {
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  test::ZeroPageOf(folder_ / db::kMainFile, "Sta. 012");
+  ASSERT_TRUE(files_.Open().ok());
+  std::vector<int> numbers;
+  for (const Cause cause : {Cause::BeforeRetrieval, Cause::BeforeRestoring}) {
+    keeper_.Keep(cause, [&](const model::Status& status) { numbers.push_back(status.Number()); });
+    EXPECT_EQ(Next(failed_), "It is damaged");
+  }
+  writer_.Finish();
+  EXPECT_THAT(numbers, ElementsAre(3049, 3049));
   EXPECT_THAT(Copies(), IsEmpty());
 }
 
@@ -199,6 +233,7 @@ TEST_F(BackupKeeperTest, ASavedRunWhoseCopyFailsIsSavedAllTheSame) {
   EXPECT_TRUE(files_.SaveAndClose(&saved).ok());
   EXPECT_TRUE(saved);
   keeper_.KeepMainFile();
+  writer_.Finish();
   EXPECT_EQ(failed_.size(), 1);
   EXPECT_EQ(LabelIn(folder_ / db::kMainFile), "edited");
 }

@@ -114,7 +114,7 @@ TEST_F(MainWindowTest, HeadingsOpenMenusAndDoNothingElse) {
 
 TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
   EXPECT_THAT(Names(*Command("ID_File")->menu()),
-              ElementsAre("ID_SendData", "ID_RetreiveData", "aidSendChanges", "aidCompare",
+              ElementsAre("ID_SendData", "aidSendChanges", "ID_RetreiveData", "aidCompare",
                           "aidDiscardByte", "-", "aidSaveCopy", "aidRestoreBackup",
                           "aidUnsavedRuns", "-", "", "-",
                           "ID_Exit"));  // "": Export
@@ -158,7 +158,7 @@ TEST_F(MainWindowTest, NoTwoCommandsShareAShortcut) {
     if (shortcut.isEmpty()) continue;
     EXPECT_TRUE(shortcuts.insert(shortcut).second) << shortcut.toStdString();
   }
-  EXPECT_EQ(shortcuts.size(), 9U);
+  EXPECT_EQ(shortcuts.size(), 10U);
 }
 
 TEST_F(MainWindowTest, CommandsWithoutAnOperationAreGreyAndHeadingsAreNot) {
@@ -427,6 +427,61 @@ TEST_F(StatusBarTest, TheLegendStandsOnlyWhereAllElseHasRoom) {
     EXPECT_TRUE(Panel(name)->isVisible()) << name;
     set(false);
   }
+}
+
+// Cut to "Unse…" it would say nothing.
+TEST_F(StatusBarTest, WhatIsUnsentSaysSinceWhenOrIsASignAtEveryWidth) {
+  window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
+  window_.show();
+  StatusBar& bar = window_.Status();
+  bar.SetUnsent(QStringLiteral("Unsent since 22 Nov: inhibits of output 3, buttons of station 12"));
+  bar.SetReadout(QString(60, QLatin1Char('x')));
+  const QLabel& words = *Panel("aidUnsent");
+  const QLabel& sign = *Panel("aidUnsentSign");
+  int worded = 0;
+  int signs = 0;
+  for (int width = 2000; width >= 433; width -= 7) {
+    window_.resize(width, 433);
+    if (words.isVisible()) {
+      ++worded;
+      const QString shown = words.fontMetrics().elidedText(words.text(), Qt::ElideRight,
+                                                           words.contentsRect().width());
+      EXPECT_TRUE(shown.startsWith(QStringLiteral("Unsent since 22 Nov")))
+          << width << ' ' << shown.toStdString();
+      EXPECT_FALSE(sign.isVisible()) << width;
+    } else {
+      ++signs;
+      EXPECT_TRUE(sign.isVisible()) << width;
+      EXPECT_FALSE(sign.pixmap(Qt::ReturnByValue).isNull());
+      EXPECT_TRUE(sign.toolTip().startsWith(words.text()));
+    }
+  }
+  EXPECT_GT(worded, 0);
+  EXPECT_GT(signs, 0);
+  bar.SetUnsent(QString());
+  EXPECT_FALSE(words.isVisible());
+  EXPECT_FALSE(sign.isVisible());
+}
+
+TEST_F(StatusBarTest, TheReadoutGivesWayToWhatIsUnsent) {
+  window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
+  window_.show();
+  StatusBar& bar = window_.Status();
+  const QString words = QStringLiteral("Unsent since 22 Nov: inhibits of output 3");
+  bar.SetUnsent(words);
+  bar.SetReadout(QString(60, QLatin1Char('x')));
+  int width = 433;
+  const QLabel& unsent = *Panel("aidUnsent");
+  const auto isWhole = [&] {
+    window_.resize(width, 433);
+    return unsent.isVisible() &&
+           unsent.fontMetrics().horizontalAdvance(words) <= unsent.contentsRect().width();
+  };
+  while (!isWhole() && width < 3000) {
+    EXPECT_FALSE(Panel("aidReadout")->isVisible()) << width;
+    ++width;
+  }
+  EXPECT_LT(width, 3000);
 }
 
 TEST_F(StatusBarTest, NotesStandBesideTheLinkText) {

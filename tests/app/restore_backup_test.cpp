@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -12,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/app/patience.h"
+#include "tests/app/slow_disk.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/recording_changes.h"
 #include "tests/support/recording_reporter.h"
@@ -64,8 +67,26 @@ class RestoreBackupTest : public testing::Test {
     ASSERT_EQ(Windows().size(), 1);
     auto& list = test::Find<QTreeWidget>(window_, "lstBackups");
     list.setCurrentItem(list.topLevelItem(0));
-    QTest::mouseClick(&test::Find<QPushButton>(window_, "cmdOkBackup"), Qt::LeftButton);
+    PressRestore();
   }
+
+  // The copy of what there is goes to the disk first.
+  void PressRestore() {
+    QTest::mouseClick(&test::Find<QPushButton>(window_, "cmdOkBackup"), Qt::LeftButton);
+    writer_.Finish();
+  }
+
+  // The same on a full disk, whatever is asked.
+  void RestoreAllWithoutACopy() {
+    const test::FullDisk full(0);
+    RestoreAll();
+    ASSERT_EQ(Questions().size(), 1);
+    QTest::mouseClick(&test::Find<QPushButton>(*Questions()[0], "aidRestoreUnkept"),
+                      Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !reporter_.reports.empty(); }, kPatience));
+  }
+
+  QList<QDialog*> Questions() const { return test::ShownDialogs(window_, "aidAskUnkept"); }
 
   test::TemporaryFolder folder_;
   db::DatabaseFiles files_{folder_ / db::kMainFile, folder_ / db::kWorkingCopy};
@@ -114,11 +135,61 @@ TEST_F(RestoreBackupTest, WhatThereWasIsKeptAsACopyFirst) {
   EXPECT_EQ(label.Text(), "CAM 17");
 }
 
-TEST_F(RestoreBackupTest, WhatCannotBeStoredIsReportedAndChangesNothing) {
+TEST_F(RestoreBackupTest, NothingIsRestoredBeforeTheCopyIsOnTheDisk) {
+  SlowDisk disk(writer_);
+  restore_.Ask();
+  auto& list = test::Find<QTreeWidget>(window_, "lstBackups");
+  list.setCurrentItem(list.topLevelItem(0));
+  auto& ok = test::Find<QPushButton>(window_, "cmdOkBackup");
+  QTest::mouseClick(&ok, Qt::LeftButton);
+  QTest::mouseClick(&ok, Qt::LeftButton);
+  EXPECT_EQ(Label(17), "CAM 17");
+  disk.Answer();
+  writer_.Finish();
+  EXPECT_EQ(Label(17), "Sta. 017");
+  EXPECT_EQ(heard_.times, 1) << "once";
+}
+
+TEST_F(RestoreBackupTest, WhoCancelsBeforeTheCopyIsOnTheDiskRestoresNothing) {
+  SlowDisk disk(writer_);
+  restore_.Ask();
+  auto& list = test::Find<QTreeWidget>(window_, "lstBackups");
+  list.setCurrentItem(list.topLevelItem(0));
+  QTest::mouseClick(&test::Find<QPushButton>(window_, "cmdOkBackup"), Qt::LeftButton);
+  QTest::mouseClick(&test::Find<QPushButton>(window_, "cmdCancelBackup"), Qt::LeftButton);
+  disk.Answer();
+  writer_.Finish();
+  EXPECT_EQ(Label(17), "CAM 17");
+  EXPECT_EQ(heard_.times, 0);
+}
+
+TEST_F(RestoreBackupTest, WhereNoCopyCanBeKeptTheOperatorIsAsked) {
   {
-    const test::FullDisk full(0);
+    const test::FullDisk full(100'000);
     RestoreAll();
   }
+  EXPECT_EQ(Label(17), "CAM 17");
+  ASSERT_EQ(Questions().size(), 1);
+  EXPECT_EQ(test::Find<QMessageBox>(window_, "aidAskUnkept").text(),
+            QStringLiteral("Restore Without A Copy?\r\rThe database as it is now cannot be kept as "
+                           "a copy first: Cannot write "
+                           "Tesk-2026-11-21-180512-before-restoring.mdb.new: File too large"));
+  Questions()[0]->reject();
+  EXPECT_EQ(heard_.times, 0);
+  ASSERT_EQ(Windows().size(), 1);
+  {
+    const test::FullDisk full(100'000);
+    PressRestore();
+  }
+  ASSERT_EQ(Questions().size(), 1);
+  QTest::mouseClick(&test::Find<QPushButton>(*Questions()[0], "aidRestoreUnkept"), Qt::LeftButton);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return heard_.times == 1; }, kPatience));
+  EXPECT_EQ(Label(17), "Sta. 017");
+  EXPECT_THAT(Windows(), IsEmpty());
+}
+
+TEST_F(RestoreBackupTest, WhatCannotBeStoredIsReportedAndChangesNothing) {
+  RestoreAllWithoutACopy();
   ASSERT_EQ(reporter_.reports.size(), 1u);
   EXPECT_THAT(reporter_.reports[0],
               StartsWith("critical|Control Error|Error Restoring Backup\r\rError # "));
@@ -127,7 +198,7 @@ TEST_F(RestoreBackupTest, WhatCannotBeStoredIsReportedAndChangesNothing) {
   EXPECT_EQ(heard_.times, 0);
   EXPECT_EQ(notes_.size(), 0);
   ASSERT_EQ(Windows().size(), 1) << "it can be tried again";
-  QTest::mouseClick(&test::Find<QPushButton>(window_, "cmdOkBackup"), Qt::LeftButton);
+  PressRestore();
   EXPECT_EQ(Label(17), "Sta. 017");
   EXPECT_THAT(Windows(), IsEmpty());
 }

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "tests/app/patience.h"
+#include "tests/app/slow_disk.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/temporary_folder.h"
@@ -93,6 +94,26 @@ TEST_F(SaveCopyTest, AFullDiskLeavesWhatWasThere) {
                           " could not be written: Cannot write copy.mdb.new: File too large"));
   EXPECT_EQ(test::ReadFile(folder_ / "copy.mdb"), "an older copy");
   EXPECT_THAT(notes_, IsEmpty());
+}
+
+TEST_F(SaveCopyTest, OneThatFailsWhileTheProgramEndsIsReported) {
+  {
+    const test::FullDisk full(100'000);
+    saveCopy_.Write(Path("copy.mdb"));
+    writer_.Finish();
+  }
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("exclamation|Control Error|" + Path("copy.mdb").toStdString() +
+                          " could not be written: Cannot write copy.mdb.new: File too large"));
+}
+
+TEST_F(SaveCopyTest, AStickThatDoesNotAnswerIsReportedWhenTheProgramEnds) {
+  const SlowDisk stick(writer_);
+  saveCopy_.Write(Path("copy.mdb"));
+  writer_.Finish(QDeadlineTimer(1));
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("exclamation|Control Error|" + Path("copy.mdb").toStdString() +
+                          " could not be written: The disk does not answer"));
 }
 
 TEST_F(SaveCopyTest, WithoutADatabaseThereIsNoCopy) {

@@ -117,13 +117,19 @@ class ShutDownTest : public TransfersFixture {
 
 TEST_F(ShutDownTest, EverythingEndsInItsOrder) {
   const QSignalSpy saved(&shutDown_, &ShutDown::DatabaseSaved);
+  std::string atEnd;
+  QObject::connect(&shutDown_, &ShutDown::AllClosed, &shutDown_, [&] {
+    atEnd = Ended();
+    boxes_.Show(model::ErrorReporter::Icon::Exclamation, "Control Error", "a copy that failed");
+  });
   EXPECT_EQ(Ended(), "");
   EXPECT_TRUE(shutDown_.Run());
   EXPECT_EQ(atPortClose_, "place database ");
   EXPECT_EQ(atPanelClose_, "place database port timers settings ");
   EXPECT_EQ(Ended(), "place database port timers settings views");
   EXPECT_EQ(saved.size(), 1);
-  EXPECT_TRUE(boxes_.IsEmpty());
+  EXPECT_EQ(atEnd, Ended()) << "disks are waited for behind all that";
+  EXPECT_FALSE(boxes_.IsEmpty()) << "it is read before the program is gone";
   EXPECT_TRUE(shutDown_.Run()) << "the window may close once more";
 }
 

@@ -9,6 +9,7 @@
 
 #include <QAbstractItemModel>
 #include <QDialog>
+#include <QLabel>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -59,6 +60,18 @@ TEST_F(TransfersTest, ARetrievalComesAfterWhatIsTyped) {
   EXPECT_EQ(database_.Field(2, "Label"), "Studio");
   EXPECT_TRUE(IsOpen("frmSysInfo"));
   EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(TransfersTest, ARetrievalWarnsOfADatabaseThatTheSwitcherNeverSaw) {
+  unsentMessages_.Begin({});
+  transfers_.RetrieveData();
+  auto& window = *test::ShownDialogs(window_, "frmSysInfo").front();
+  auto& warning = test::Find<QLabel>(window, "aidUnsentWarning");
+  EXPECT_TRUE(warning.isVisible());
+  EXPECT_EQ(warning.text(),
+            QStringLiteral("What is here was never seen in the switcher and will be lost"));
+  EXPECT_FALSE(
+      test::Find<QLabel>(window, "aidUnsentWarningSign").pixmap(Qt::ReturnByValue).isNull());
 }
 
 TEST_F(TransfersTest, WhatCannotBeStoredIsReportedAndNeitherSentNorLost) {

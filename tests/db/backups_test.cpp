@@ -3,11 +3,13 @@
 #include "db/backups.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
+#include "tests/support/another_user.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/temporary_folder.h"
 
@@ -41,8 +43,12 @@ class BackupsTest : public testing::Test {
     return names;
   }
 
-  model::Status Keep(Cause cause, std::time_t now) const {
-    return backups_.Keep(backups_.PathOf(cause, now), "the database");
+  // Of a database that is never the same.
+  model::Status Keep(Cause cause, std::time_t now) {
+    return Keep(cause, now, "the database " + std::to_string(++kept_));
+  }
+  model::Status Keep(Cause cause, std::time_t now, const std::string& bytes) {
+    return backups_.Keep(backups_.PathOf(cause, now), bytes, &holder_);
   }
 
   std::vector<Backups::Copy> List() const {
@@ -53,6 +59,8 @@ class BackupsTest : public testing::Test {
 
   test::TemporaryFolder folder_;
   Backups backups_{Folder()};
+  int kept_ = 0;
+  std::filesystem::path holder_;
 };
 
 TEST_F(BackupsTest, ACopyIsNamedByItsTimeAndItsCause) {
@@ -64,7 +72,7 @@ TEST_F(BackupsTest, ACopyIsNamedByItsTimeAndItsCause) {
                                                "Tesk-2026-11-21-180513-daily.mdb",
                                                "Tesk-2026-11-21-180514-before-saving.mdb",
                                                "Tesk-2026-11-21-180515-before-restoring.mdb"}));
-  EXPECT_EQ(test::ReadFile(Folder() / "Tesk-2026-11-21-180513-daily.mdb"), "the database");
+  EXPECT_EQ(test::ReadFile(Folder() / "Tesk-2026-11-21-180513-daily.mdb"), "the database 2");
 }
 
 TEST_F(BackupsTest, TheNewestIsListedFirst) {
@@ -104,6 +112,41 @@ TEST_F(BackupsTest, TheNewOneStaysThoughTheClockWasSetBack) {
   const std::vector<Backups::Copy> copies = List();
   ASSERT_EQ(copies.size(), 20u);
   EXPECT_EQ(copies.back().path.filename(), "Tesk-2026-11-21-180512-daily.mdb");
+}
+
+TEST_F(BackupsTest, WhatTheNewestHoldsIsNotWrittenAgain) {
+  ASSERT_TRUE(Keep(Cause::BeforeRetrieval, At(0), "one").ok());
+  EXPECT_EQ(holder_.filename(), "Tesk-2026-11-21-180512-before-retrieval.mdb");
+  ASSERT_TRUE(Keep(Cause::Daily, At(1), "one").ok());
+  EXPECT_EQ(holder_.filename(), "Tesk-2026-11-21-180512-before-retrieval.mdb");
+  EXPECT_EQ(List().size(), 1u);
+  ASSERT_TRUE(Keep(Cause::Daily, At(2), "two").ok());
+  ASSERT_TRUE(Keep(Cause::Daily, At(3), "one").ok());
+  EXPECT_EQ(holder_.filename(), "Tesk-2026-11-21-180515-daily.mdb");
+  EXPECT_EQ(List().size(), 3u) << "an older one with the same bytes is not the newest";
+  test::WriteFile(holder_, "onf");
+  ASSERT_TRUE(Keep(Cause::Daily, At(4), "one").ok());
+  EXPECT_EQ(List().size(), 4u) << "as large is not the same";
+}
+
+TEST_F(BackupsTest, AnOldOneThatCannotBeDeletedIsNoFailure) {
+  using std::filesystem::perms;
+  if (geteuid() != 0) GTEST_SKIP() << "only the superuser makes files that are another's";
+  for (int second = 0; second < 20; ++second) {
+    ASSERT_TRUE(Keep(Cause::Daily, At(second)).ok());
+  }
+  std::filesystem::permissions(folder_.Path(), perms::all);
+  // Anybody makes files there, and deletes none of others.
+  std::filesystem::permissions(Folder(), perms::all | perms::sticky_bit);
+  const test::AnotherUser nobody;
+  test::WriteFile(Folder() / "Tesk-2026-11-21-180511-daily.mdb", "older than those");
+  EXPECT_TRUE(Keep(Cause::Daily, At(20)).ok());
+  EXPECT_EQ(holder_.filename(), "Tesk-2026-11-21-180532-daily.mdb");
+  EXPECT_EQ(test::ReadFile(holder_), "the database 21");
+  const std::vector<Backups::Copy> copies = List();
+  ASSERT_EQ(copies.size(), 21u);
+  EXPECT_EQ(copies.back().path.filename(), "Tesk-2026-11-21-180512-daily.mdb")
+      << "the one that can be deleted went";
 }
 
 TEST_F(BackupsTest, AFullDiskLeavesNoPartOfACopyAndDeletesNothing) {

@@ -679,7 +679,7 @@ TEST_F(DatabaseFilesTest, ClosedWithoutSavingInAFolderThatIsLockedTheWorkingCopy
 TEST(StationList, NamesRunsByTheirEnds) {
   EXPECT_EQ(StationList({}), "");
   EXPECT_EQ(StationList({7}), "7");
-  EXPECT_EQ(StationList({1, 2}), "1 to 2");
+  EXPECT_EQ(StationList({1, 2}), "1, 2");
   EXPECT_EQ(StationList({1, 11, 12, 13, 20}), "1, 11 to 13, 20");
 }
 

@@ -57,6 +57,13 @@ TEST_F(OpenCopyTest, WhatIsNoDatabaseIsRefused) {
   EXPECT_EQ(copy_, nullptr);
 }
 
+TEST_F(OpenCopyTest, WhatIsTooLargeForACopyIsRefusedUnread) {
+  std::filesystem::resize_file(file_, std::uintmax_t{64} << 20);
+  EXPECT_EQ(Open().Number(), 0) << "the largest that is looked at: " << Open().Description();
+  std::filesystem::resize_file(file_, (std::uintmax_t{64} << 20) + 1);
+  EXPECT_EQ(Open().Description(), "Cannot read copy.mdb: It is too large");
+}
+
 TEST_F(OpenCopyTest, OneWithAPasswordIsRefused) {
   std::string bytes = test::ReadFile(file_);
   bytes[0x42] = static_cast<char>(bytes[0x42] ^ 0x17);

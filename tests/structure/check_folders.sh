@@ -6,7 +6,7 @@
 set -u
 cd "$1" || exit 2
 
-below_app="views views/rules views/widgets views/window_place gateway switcher switcher/wire stations db db/jet config files model"
+below_app="views views/rules views/widgets views/window_place gateway switcher/comparison switcher/unsent switcher switcher/wire stations db db/jet config files model"
 
 allowed() {
   case "$1" in
@@ -16,24 +16,29 @@ allowed() {
     config) echo "files model" ;;
     db) echo "db/jet files model" ;;
     stations) echo "db db/jet files model" ;;
+    stations/journal) echo "stations db db/jet files model" ;;
     switcher/wire) echo "model" ;;
     switcher) echo "switcher/wire stations db db/jet model" ;;
+    switcher/unsent) echo "switcher switcher/wire stations db db/jet model" ;;
+    switcher/comparison) echo "switcher/unsent switcher switcher/wire stations db db/jet model" ;;
     gateway) echo "switcher switcher/wire stations db db/jet model" ;;
     views/rules) echo "switcher/wire stations db db/jet model" ;;
     views/widgets) echo "" ;;
     views/window_place) echo "config" ;;
-    views) echo "views/rules views/widgets views/window_place switcher switcher/wire stations db db/jet config model" ;;
+    views) echo "views/rules views/widgets views/window_place switcher/comparison switcher/unsent switcher switcher/wire stations db db/jet config model" ;;
     app/shell) echo "$below_app" ;;
-    app/log | app/undo | app/journal) echo "app/shell $below_app" ;;
-    app) echo "app/journal app/log app/undo app/shell $below_app" ;;
+    app/log | app/undo | app/backups) echo "app/shell $below_app" ;;
+    app/journal) echo "app/shell stations/journal $below_app" ;;
+    app) echo "app/backups app/journal app/log app/undo app/shell $below_app" ;;
   esac
 }
 
-folders="model files db/jet config db stations switcher/wire switcher gateway views/rules views/widgets views/window_place views app/shell app/log app/undo app/journal app"
+# A folder that is inside another one stands before it.
+folders="model files db/jet config db stations/journal stations switcher/wire switcher/unsent switcher/comparison switcher gateway views/rules views/widgets views/window_place views app/shell app/log app/undo app/journal app/backups app"
 
-# folder_of PATH: the longest folder of the list that the path is in.
+# folder_of PATH: the innermost folder of the list that the path is in.
 folder_of() {
-  for folder in db/jet switcher/wire views/rules views/widgets views/window_place app/shell app/log app/undo app/journal $folders; do
+  for folder in $folders; do
     case "$1" in "$folder"/*) echo "$folder"; return ;; esac
   done
 }
@@ -52,7 +57,8 @@ for folder in $folders; do
       esac
     done < <(sed -n 's/^#include "\(.*\/.*\)"$/\1/p' "$file")
     case "$folder" in
-      model | files | db/jet | db | stations | switcher/wire | views/rules)
+      model | files | db/jet | db | stations | stations/journal | switcher/wire | switcher/unsent | \
+        switcher/comparison | views/rules)
         if grep -nE '^#include <(Q|qt)' "$file"; then echo "$file must not know the toolkit"; failed=1; fi ;;
       config | switcher | gateway)
         if grep -nE '^#include <Q(Widget|Application|MessageBox|Dialog|Painter)' "$file"; then

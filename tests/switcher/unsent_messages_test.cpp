@@ -14,7 +14,6 @@
 #include "switcher/decoder.h"
 #include "switcher/link.h"
 #include "switcher/table_senders.h"
-#include "switcher/unsent/edited_parts.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
@@ -44,30 +43,6 @@ TEST(Digest, DependsOnEachByte) {
   }
   EXPECT_EQ(DigestOf(test::FromHex("62 61 72"), DigestOf(test::FromHex("66 6F 6F"))),
             DigestOf(test::FromHex("66 6F 6F 62 61 72")));
-}
-
-std::vector<TablePart> PartsOf(std::string_view field) {
-  return EditedParts({.origin = Origin::Operator,
-                      .station = 5,
-                      .fields = {{.field = std::string(field), .before = {}, .after = {}}}});
-}
-
-TEST(EditedParts, AreThoseThatTheFieldTravelsIn) {
-  EXPECT_THAT(PartsOf("Label"), ElementsAre(TablePart{Table::OutputLabels, 5}));
-  EXPECT_THAT(PartsOf("InLabel"), ElementsAre(TablePart{Table::InputLabels, 5}));
-  EXPECT_THAT(PartsOf("Hidden"),
-              ElementsAre(TablePart{Table::OutputLabels, 5}, TablePart{Table::InputLabels, 5}));
-  EXPECT_THAT(PartsOf("Inhibits"), ElementsAre(TablePart{Table::Inhibits, 5}));
-  EXPECT_THAT(PartsOf("Relays"), ElementsAre(TablePart{Table::Relays, 5}));
-  for (const char* const field : {"B1 Type", "B17 First", "B32 Prog"}) {
-    EXPECT_THAT(PartsOf(field), ElementsAre(TablePart{Table::Buttons, 5})) << field;
-  }
-  for (const char* const field : {"OptoType", "OptoChannel", "OptoFirst", "OptoStations"}) {
-    EXPECT_THAT(PartsOf(field), ElementsAre(TablePart{Table::Optos, 5})) << field;
-  }
-  for (const char* const field : {"Notes", "SysOutput", "SysInput", "Butter"}) {
-    EXPECT_THAT(PartsOf(field), IsEmpty()) << field;
-  }
 }
 
 class UnsentMessagesTest : public testing::Test, protected UnsentMessages::Listener {

@@ -49,7 +49,7 @@ TEST(ChangeWords, TextsStandAsTheyAre) {
 TEST(ChangeWords, FlagsAreTheNumbersThatAreSet) {
   EXPECT_EQ(Lines(Of(3, {{"Inhibits", "0010", "11001110001"}})),
             Texts{"Output 3 | Inhibits | 3 | 1, 2, 5–7, 11"});
-  EXPECT_EQ(Lines(Of(3, {{"Relays", "0000", "1000"}})), Texts{"Station 3 | Relays | none | 1"});
+  EXPECT_EQ(Lines(Of(3, {{"Relays", "0000", "1000"}})), Texts{"Output 3 | Relays | none | 1"});
 }
 
 TEST(ChangeWords, AButtonIsOneRow) {
@@ -129,7 +129,17 @@ TEST(ChangeWords, AnActIsOneLine) {
   const std::vector<Change> many = {
       Of(1, {{"Inhibits", "0", "1"}, {"Label", "A", "B"}, {"Relays", "0", "1"}}, Origin::Backup),
       Of(2, {{"Notes", "0", "1"}}, Origin::Backup)};
-  EXPECT_EQ(Title(many), "From a copy: 4 settings of 2 stations");
+  EXPECT_EQ(Title(many), "From a copy: 4 changes");
+  const Change both = Of(1, {{"Label", "A", "B"}, {"Notes", "0", "1"}}, Origin::Restore);
+  EXPECT_EQ(Title({both}), "Restored: 2 changes");
+}
+
+TEST(ChangeWords, RelaysAreOfOutputsAsInhibitsAre) {
+  const Change relays = Of(3, {{"Relays", "0", "1"}});
+  EXPECT_EQ(Title({relays}), "Relays of output 3");
+  EXPECT_EQ(Title({relays, Of(4, {{"Inhibits", "0", "1"}})}), "Inhibits, relays of 2 outputs");
+  EXPECT_EQ(Title({relays, Of(4, {{"Label", "0", "1"}})}), "Label, relays of 2 stations");
+  EXPECT_EQ(ChangeRows(std::vector<Change>{relays}).front().where, QStringLiteral("Output 3"));
 }
 
 }  // namespace

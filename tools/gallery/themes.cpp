@@ -34,6 +34,9 @@ QPalette ContrastPalette() {
   palette.setColor(QPalette::Text, Qt::white);
   palette.setColor(QPalette::WindowText, Qt::white);
   palette.setColor(QPalette::ButtonText, Qt::yellow);
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, QColor(0x3F, 0xF2, 0x3F));
+  }
   palette.setColor(QPalette::Highlight, QColor(0x00, 0xFF, 0xFF));
   palette.setColor(QPalette::HighlightedText, Qt::black);
   palette.setColor(QPalette::ToolTipBase, Qt::black);

@@ -95,6 +95,7 @@ class Transfers {
     Edit(7, "Relays", "1");
     Edit(12, "B3 Type", 1);
     {
+      model_.DownloadInterval = 50;
       views::SendChangesWindow window(SendingServices(), unsent_.All());
       window.open();
       Save(window, QStringLiteral("send-changes"));
@@ -102,6 +103,7 @@ class Transfers {
       QTest::qWait(600);
       Save(window, QStringLiteral("send-changes-not-connected"));
       Press(window, "cmdCancelSendChg");
+      model_.DownloadInterval = 1;
     }
     views::RetrievalWindow retrieval({.model = model_,
                                       .decoder = decoder_,

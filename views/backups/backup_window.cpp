@@ -3,13 +3,13 @@
 #include "views/backups/backup_window.h"
 
 #include <QDateTime>
-#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QVBoxLayout>
 #include <memory>
+#include <system_error>
 #include <utility>
 
 #include "db/database_files.h"
@@ -17,8 +17,8 @@
 #include "stations/difference.h"
 #include "stations/open_stations.h"
 #include "views/change_words.h"
-#include "views/widgets/held_enter.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/row_height.h"
 
 namespace views {
 namespace {
@@ -41,6 +41,10 @@ QDateTime TimeOf(const std::tm& time) {
 
 QString PathText(const std::filesystem::path& path) {
   return QString::fromStdU16String(path.u16string());
+}
+
+std::filesystem::path PathOf(const QTreeWidgetItem& item) {
+  return item.data(kMade, kPathRole).toString().toStdU16String();
 }
 
 // What the fields hold that do not differ: the targets of a button whose operation does.
@@ -74,7 +78,7 @@ BackupWindow::BackupWindow(const Services& services, QWidget* parent)
                                 .before = tr("Now"),
                                 .after = tr("Copy")},
                                this)),
-      ok_(new QPushButton(tr("Restore"), this)),
+      ok_(new QPushButton(tr("&Restore"), this)),
       cancel_(new QPushButton(tr("Cancel"), this)) {
   setObjectName(QStringLiteral("frmBackup"));
   setWindowTitle(tr("Restore Backup"));
@@ -100,7 +104,6 @@ void BackupWindow::LayOut() {
   copies_->header()->setSectionResizeMode(kMade, QHeaderView::ResizeToContents);
   otherFile_->setObjectName(QStringLiteral("aidOtherFile"));
   otherFile_->setToolTip(tr("Choose a copy that is kept somewhere else"));
-  otherFile_->setAutoDefault(false);
   summary_->setObjectName(QStringLiteral("aidBackupSummary"));
   summary_->setTextFormat(Qt::PlainText);
   summary_->setWordWrap(true);
@@ -110,9 +113,8 @@ void BackupWindow::LayOut() {
   ok_->setObjectName(QStringLiteral("cmdOkBackup"));
   ok_->setEnabled(false);
   cancel_->setObjectName(QStringLiteral("cmdCancelBackup"));
-  // The other one overwrites what is edited: Enter is for it only where it has the focus.
-  cancel_->setDefault(true);
-  new HeldEnter(*this, *cancel_);
+  // Enter in a list or in the filter presses none of them: it neither restores nor loses ticks.
+  for (QPushButton* const button : {otherFile_, ok_, cancel_}) button->setAutoDefault(false);
 
   auto* const beside = new QVBoxLayout;
   beside->addWidget(otherFile_);
@@ -120,14 +122,16 @@ void BackupWindow::LayOut() {
   auto* const choice = new QHBoxLayout;
   choice->addWidget(copies_, 1);
   choice->addLayout(beside);
-  auto* const buttons = new QDialogButtonBox(this);
-  buttons->addButton(ok_, QDialogButtonBox::AcceptRole);
-  buttons->addButton(cancel_, QDialogButtonBox::RejectRole);
+  // A box of buttons would make its first one the default.
+  auto* const buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(ok_);
+  buttons->addWidget(cancel_);
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(choice, kCopiesShown);
   layout->addWidget(summary_);
   layout->addWidget(list_, kDifferencesShown);
-  layout->addWidget(buttons);
+  layout->addLayout(buttons);
   const int rows = kCopiesShown + kDifferencesShown;
   resize(kWidthCharacters * fontMetrics().averageCharWidth(),
          sizeHint().height() + rows * fontMetrics().height() / 2);
@@ -139,6 +143,8 @@ QTreeWidgetItem* BackupWindow::MakeItem(const QString& made, const QString& why,
   auto* const item = new QTreeWidgetItem({made, why});
   const QString text = PathText(path);
   item->setData(kMade, kPathRole, text);
+  // Of the column whose width is not that of its contents.
+  item->setSizeHint(kWhy, QSize(0, RowHeight(fontMetrics())));
   item->setToolTip(kMade, text);
   item->setToolTip(kWhy, text);
   return item;
@@ -181,24 +187,37 @@ void BackupWindow::AskForFile() {
   dialog->open();
 }
 
+QTreeWidgetItem* BackupWindow::ItemOf(const std::filesystem::path& path) const {
+  for (int row = 0; row < copies_->topLevelItemCount(); ++row) {
+    QTreeWidgetItem* const item = copies_->topLevelItem(row);
+    std::error_code unseen;
+    if (std::filesystem::equivalent(path, PathOf(*item), unseen)) return item;
+  }
+  return nullptr;
+}
+
 void BackupWindow::Choose(const QString& path) {
+  copies_->setFocus();
+  if (QTreeWidgetItem* const item = ItemOf(path.toStdU16String()); item != nullptr) {
+    copies_->setCurrentItem(item);
+    Compare();  // the file may have been replaced since
+    return;
+  }
   const QFileInfo file(path);
   QTreeWidgetItem* const item =
       MakeItem(TimeWords(file.lastModified()), tr("Other file: %1").arg(file.fileName()),
                std::filesystem::path(path.toStdU16String()));
   copies_->insertTopLevelItem(0, item);
   copies_->setCurrentItem(item);
-  copies_->setFocus();
 }
 
 void BackupWindow::Compare() {
   const QTreeWidgetItem* const item = copies_->currentItem();
   if (item == nullptr) return;
-  const std::filesystem::path path(item->data(kMade, kPathRole).toString().toStdU16String());
   changes_.clear();
   jet::Database* const database = services_.database();
   std::unique_ptr<jet::Database> copy;
-  model::Status status = database == nullptr ? db::NotOpen() : db::OpenCopy(path, &copy);
+  model::Status status = database == nullptr ? db::NotOpen() : db::OpenCopy(PathOf(*item), &copy);
   if (status.ok()) status = stations::Difference(*database, *copy, &changes_);
   list_->SetRows(changes_.empty() ? std::vector<Difference>() : RowsOf(changes_, *database), true);
   ok_->setEnabled(list_->TickedCount() > 0);

@@ -34,7 +34,7 @@ class BackupWindow : public QDialog {
   // What is referred to must outlive the window.
   explicit BackupWindow(const Services& services, QWidget* parent = nullptr);
 
-  // Lists the differences to another file than the copies that are listed, and lists it, too.
+  // Makes another file the chosen one, and lists it unless it is listed already.
   void Choose(const QString& path);
 
  Q_SIGNALS:
@@ -46,6 +46,8 @@ class BackupWindow : public QDialog {
   void ListCopies();
   QTreeWidgetItem* MakeItem(const QString& made, const QString& why,
                             const std::filesystem::path& path);
+  // Null when that file is not listed, by whatever name.
+  QTreeWidgetItem* ItemOf(const std::filesystem::path& path) const;
   void AskForFile();
   void Compare();
   void Restore();

@@ -6,11 +6,13 @@
 
 #include <algorithm>
 #include <memory>
+#include <numeric>
 #include <set>
 #include <string_view>
 #include <utility>
 
 #include "db/jet/record_set.h"
+#include "db/station_list.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
 #include "switcher/unsent/digest.h"
@@ -69,13 +71,14 @@ QString TableHeading(Table table) {
 // "Output 5", or "Outputs 5 to 9".
 QString Where(Table table, int first, int last) {
   if (first == model::kAll) return CompareText::tr("All stations");
-  const bool ofOutputs = table == Table::Inhibits;
+  const bool ofOutputs = table == Table::Inhibits || table == Table::Relays;
   if (first == last) {
     return (ofOutputs ? CompareText::tr("Output %1") : CompareText::tr("Station %1")).arg(first);
   }
-  return (ofOutputs ? CompareText::tr("Outputs %1 to %2") : CompareText::tr("Stations %1 to %2"))
-      .arg(first)
-      .arg(last);
+  std::vector<int> each(static_cast<std::size_t>(last - first + 1));
+  std::iota(each.begin(), each.end(), first);
+  return (ofOutputs ? CompareText::tr("Outputs %1") : CompareText::tr("Stations %1"))
+      .arg(QString::fromStdString(db::StationList(each)));
 }
 
 Difference UnknownRow(const TablePart& first, int last, const QString& after,
@@ -92,7 +95,7 @@ Difference UnknownRow(const TablePart& first, int last, const QString& after,
 Difference RefusedRow(const switcher::RefusedPart& refused) {
   const QString word = QString::fromUtf8(switcher::StatusWord(refused.status));
   const QString after =
-      word.isEmpty() ? CompareText::tr("not reported") : CompareText::tr("refused: %1").arg(word);
+      word.isEmpty() ? CompareText::tr("refused") : CompareText::tr("refused: %1").arg(word);
   return UnknownRow(refused.part, refused.part.station, after,
                     CompareText::tr("What the switcher reported was refused."));
 }
@@ -143,10 +146,13 @@ QString CompareSummary(const switcher::ComparisonResult& result) {
   } else {
     words = CompareText::tr("%1 differences in %2").arg(differing).arg(tables);
   }
-  const std::size_t unknown = result.refused.size() + result.missing.size();
   if (!result.completed) words = CompareText::tr("Cancelled. %1").arg(words);
-  if (unknown > 0 && compared > 0)
-    words = CompareText::tr("%1, %2 not reported").arg(words).arg(unknown);
+  if (!result.refused.empty()) {
+    words = CompareText::tr("%1, %2 refused").arg(words).arg(result.refused.size());
+  }
+  if (!result.missing.empty() && compared > 0) {
+    words = CompareText::tr("%1, %2 not reported").arg(words).arg(result.missing.size());
+  }
   if (result.lineLost) words = CompareText::tr("%1. The line was lost meanwhile").arg(words);
   return words;
 }

@@ -14,6 +14,7 @@
 #include "stations/carry_out.h"
 #include "views/compare/compare_rows.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/row_height.h"
 #include "views/window_place/on_screen.h"
 #include "views/words.h"
 
@@ -21,7 +22,8 @@ namespace views {
 
 namespace {
 
-constexpr QSize kCompareSize(760, 520);
+constexpr int kCompareCharacters = 100;
+constexpr int kComparedRows = 14;
 constexpr int kCompareSecond = 1000;
 
 // The first of them by name: there can be hundreds.
@@ -72,9 +74,9 @@ CompareWindow::CompareWindow(const Services& services, QWidget* parent)
                                 .after = tr("Switcher")},
                                this)),
       choice_(new QLabel(this)),
-      again_(new QPushButton(tr("Compare Again"), this)),
-      store_(new QPushButton(tr("Store Here"), this)),
-      send_(new QPushButton(tr("Send To Switcher"), this)),
+      again_(new QPushButton(tr("&Compare Again"), this)),
+      store_(new QPushButton(tr("&Store Here"), this)),
+      send_(new QPushButton(tr("Send &To Switcher"), this)),
       close_(new QPushButton(tr("Close"), this)),
       comparison_(services.comparison, *this) {
   setObjectName(QStringLiteral("frmCompare"));
@@ -90,6 +92,7 @@ CompareWindow::CompareWindow(const Services& services, QWidget* parent)
 }
 
 void CompareWindow::LayOut() {
+  sign_->setObjectName(QStringLiteral("aidCompareSign"));
   summary_->setObjectName(QStringLiteral("aidCompareSummary"));
   line_->setObjectName(QStringLiteral("aidCompareLine"));
   silence_->setObjectName(QStringLiteral("aidCompareSilence"));
@@ -121,7 +124,9 @@ void CompareWindow::LayOut() {
   layout->addWidget(list_, 1);
   layout->addWidget(choice_);
   layout->addLayout(buttons);
-  resize(SizeOnScreen(kCompareSize, screen()->availableSize()));
+  const QSize size(kCompareCharacters * fontMetrics().averageCharWidth(),
+                   sizeHint().height() + kComparedRows * RowHeight(fontMetrics()) / 2);
+  resize(SizeOnScreen(size, screen()->availableSize()));
 }
 
 void CompareWindow::MakeTimers() {
@@ -212,15 +217,27 @@ void CompareWindow::ShowResult(const switcher::ComparisonResult& result) {
   rows_ = CompareRows(result, comparison_.ReportedDatabase());
   list_->SetRows(rows_);
   summary_->setText(CompareSummary(result));
-  ShowSign(result.IsWhole());
+  // A difference is neither good nor bad; what is not known wants another comparison.
+  ShowSign(!result.IsWhole() ? QStringLiteral("msg-fail")
+           : rows_.empty()   ? QStringLiteral("msg-ok")
+                             : QStringLiteral("compare"));
   SetWaiting(false);
+  FocusList();
   if (std::exchange(isBegun_, false)) Q_EMIT Ended(result);
 }
 
-void CompareWindow::ShowSign(bool isGood) {
-  const QIcon sign = Icon(isGood ? QStringLiteral("msg-ok") : QStringLiteral("msg-fail"));
+// The next key is about the rows.
+void CompareWindow::FocusList() {
+  if (rows_.empty()) {
+    close_->setFocus();
+  } else {
+    list_->setFocus();
+  }
+}
+
+void CompareWindow::ShowSign(const QString& name) {
   const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-  sign_->setPixmap(sign.pixmap(QSize(size, size), devicePixelRatioF()));
+  sign_->setPixmap(Icon(name).pixmap(QSize(size, size), devicePixelRatioF()));
 }
 
 // What is sent are whole tables, so that more may go than what is ticked.
@@ -228,7 +245,7 @@ void CompareWindow::ShowChoice() {
   const bool canChoose = !comparison_.IsWaiting() && list_->TickedCount() > 0;
   store_->setEnabled(canChoose);
   send_->setEnabled(canChoose);
-  choice_->setText(canChoose ? tr("Sent are whole tables: %1")
+  choice_->setText(canChoose ? tr("Whole tables are sent: %1")
                                    .arg(PartWords(PartsOf(Chosen(differences_, list_->Ticked()))))
                              : QString());
 }
@@ -274,7 +291,7 @@ void CompareWindow::ShowStored(const std::vector<ChangeRow>& stored,
         tr("%1. Left out, because they were edited here since: %2").arg(summary, FewNames(names));
   }
   summary_->setText(summary);
-  ShowSign(skipped.empty());
+  ShowSign(skipped.empty() ? QStringLiteral("msg-ok") : QStringLiteral("msg-fail"));
 }
 
 void CompareWindow::NoteSent(const std::vector<switcher::TablePart>& parts) {

@@ -76,7 +76,8 @@ class CompareWindow : public QDialog, public switcher::ComparisonDisplay {
   void LayOut();
   void MakeTimers();
   void SetWaiting(bool waiting);
-  void ShowSign(bool isGood);
+  void ShowSign(const QString& name);
+  void FocusList();
   void ShowChoice();
   void Store();
   void ShowStored(const std::vector<ChangeRow>& stored, const std::vector<ChangeRow>& skipped);

@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+#include "views/widgets/row_height.h"
+
 namespace views {
 
 namespace {
@@ -34,9 +36,10 @@ DifferenceList::DifferenceList(const Names& names, QWidget* parent)
       tickAll_(new QPushButton(tr("Tick &All"), this)),
       tickNone_(new QPushButton(tr("Tick &None"), this)) {
   all_.SetHeadings(names.before, names.after);
-  all_.SetRowHeight(fontMetrics().height() + 6);
+  all_.SetRowHeight(RowHeight(fontMetrics()));
   MakeList(names);
   LayOut(names);
+  setFocusProxy(list_);
   connect(filter_, &QLineEdit::textChanged, this, &DifferenceList::Filter);
   connect(tickAll_, &QPushButton::clicked, this, [this] { TickShown(true); });
   connect(tickNone_, &QPushButton::clicked, this, [this] { TickShown(false); });
@@ -154,7 +157,11 @@ void DifferenceList::Count() {
   } else {
     text = isFiltered ? tr("%1 of %2 shown").arg(shown_.rowCount()).arg(RowCount()) : QString();
   }
+  if (isFiltered && shown_.rowCount() == 0) text = tr("No row has all these words");
   count_->setText(text);
+  for (QPushButton* const button : {tickAll_, tickNone_}) {
+    button->setEnabled(shown_.rowCount() > 0);
+  }
 }
 
 }  // namespace views

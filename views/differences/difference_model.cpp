@@ -117,7 +117,7 @@ QVariant DifferenceModel::headerData(int section, Qt::Orientation orientation, i
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
   switch (section) {
     case kWhere:
-      return tr("Station or Output");
+      return tr("Station or output");
     case kWhat:
       return tr("What");
     case kBefore:

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "views/widgets/icon.h"
+#include "views/widgets/row_height.h"
 
 namespace views {
 
@@ -72,6 +73,7 @@ void MessageList::AddMessage(const QString& description, int byteCount,
   const QString word = QString::fromUtf8(switcher::StatusWord(status));
   auto* const row =
       new QTreeWidgetItem({description, QStringLiteral("%1 Bytes").arg(byteCount), word});
+  row->setSizeHint(kDescription, QSize(0, RowHeight(fontMetrics())));
   row->setTextAlignment(kSize, Qt::AlignRight | Qt::AlignVCenter);
   const bool refused = status != switcher::DecodeStatus::Ok;
   row->setIcon(kStatus, refused ? failed_ : passed_);

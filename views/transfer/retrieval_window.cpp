@@ -10,6 +10,7 @@
 #include "views/transfer/transfer_words.h"
 #include "views/widgets/held_enter.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/row_height.h"
 #include "views/window_place/on_screen.h"
 
 namespace views {
@@ -25,7 +26,9 @@ RetrievalWindow::RetrievalWindow(const switcher::Retrieval::Services& services, 
     : QDialog(parent),
       model_(services.model),
       text_(new QLabel(this)),
-      warning_(new QLabel(this)),
+      warning_(new QWidget(this)),
+      warningSign_(new QLabel(this)),
+      warningText_(new QLabel(this)),
       history_(new MessageList(this)),
       line_(new QLabel(this)),
       silence_(new QLabel(this)),
@@ -47,9 +50,14 @@ RetrievalWindow::RetrievalWindow(const switcher::Retrieval::Services& services, 
 void RetrievalWindow::LayOut() {
   text_->setObjectName(QStringLiteral("lblSysInfText"));
   text_->setTextFormat(Qt::PlainText);
-  warning_->setObjectName(QStringLiteral("aidUnsentWarning"));
-  warning_->setTextFormat(Qt::PlainText);
-  warning_->setWordWrap(true);
+  warningSign_->setObjectName(QStringLiteral("aidUnsentWarningSign"));
+  warningText_->setObjectName(QStringLiteral("aidUnsentWarning"));
+  warningText_->setTextFormat(Qt::PlainText);
+  warningText_->setWordWrap(true);
+  auto* const warning = new QHBoxLayout(warning_);
+  warning->setContentsMargins(0, 0, 0, 0);
+  warning->addWidget(warningSign_);
+  warning->addWidget(warningText_, 1);
   warning_->hide();
   history_->hide();
   line_->setObjectName(QStringLiteral("aidRetrievalLine"));
@@ -90,7 +98,8 @@ void RetrievalWindow::LayOut() {
 }
 
 void RetrievalWindow::SetWarning(const QString& warning) {
-  warning_->setText(warning);
+  ShowSign(*warningSign_, QStringLiteral("msg-fail"));
+  warningText_->setText(warning);
   warning_->setVisible(!warning.isEmpty());
 }
 
@@ -112,9 +121,9 @@ void RetrievalWindow::ShowHistory() {
   text_->hide();
   warning_->hide();
   history_->show();
-  const int rowHeight = fontMetrics().height() + 4;
   const QRect room = screen()->availableGeometry();
-  resize(SizeOnScreen(QSize(width(), height() - question + kHistoryRows * rowHeight), room.size()));
+  resize(SizeOnScreen(QSize(width(), height() - question + kHistoryRows * RowHeight(fontMetrics())),
+                      room.size()));
   // It grows downwards, and its buttons stand at the bottom.
   move(CornerOnScreen(frameGeometry(), room));
 }
@@ -142,10 +151,13 @@ void RetrievalWindow::SetWaiting(bool waiting) {
 void RetrievalWindow::ShowResult(const switcher::RetrievalResult& result) {
   const QString summary = RetrievalSummary(result);
   summary_->setText(result.completed ? summary : tr("Cancelled. %1").arg(summary));
-  const QIcon sign = Icon(result.IsWhole() ? QStringLiteral("msg-ok") : QStringLiteral("msg-fail"));
-  const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
-  sign_->setPixmap(sign.pixmap(QSize(size, size), devicePixelRatioF()));
+  ShowSign(*sign_, result.IsWhole() ? QStringLiteral("msg-ok") : QStringLiteral("msg-fail"));
   history_->ShowFirstRefused();
+}
+
+void RetrievalWindow::ShowSign(QLabel& label, const QString& name) {
+  const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  label.setPixmap(Icon(name).pixmap(QSize(size, size), devicePixelRatioF()));
 }
 
 void RetrievalWindow::AddMessage(std::string_view description, int byteCount,

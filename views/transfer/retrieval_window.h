@@ -56,12 +56,15 @@ class RetrievalWindow : public QDialog, public switcher::RetrievalDisplay {
 
  private:
   void LayOut();
+  void ShowSign(QLabel& label, const QString& name);
   void ShowResult(const switcher::RetrievalResult& result);
   void MakeTimers();
 
   const model::SystemModel& model_;
   QLabel* text_;
-  QLabel* warning_;
+  QWidget* warning_;
+  QLabel* warningSign_;
+  QLabel* warningText_;
   MessageList* history_;
   QLabel* line_;
   QLabel* silence_;

@@ -10,6 +10,7 @@
 #include "switcher/download_plan.h"
 #include "switcher/line_pace.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/row_height.h"
 #include "views/words.h"
 
 namespace views {
@@ -20,8 +21,10 @@ enum UnsentColumn { kMessage, kSince, kBytes, kSeconds, kUnsentColumns };
 constexpr int kListedRows = 12;
 constexpr int kLinkMilliseconds = 500;
 
-QString SecondsWords(int bytes) {
-  const double seconds = static_cast<double>(bytes) / switcher::LinePace::kBytesPerSecond;
+// "4 ms", "0.16 s", "12.3 s".
+QString TimeWords(int milliseconds) {
+  if (milliseconds < 10) return QStringLiteral("%1 ms").arg(milliseconds);
+  const double seconds = milliseconds / 1000.0;
   return QStringLiteral("%1 s").arg(seconds, 0, 'f', seconds < 1 ? 2 : 1);
 }
 
@@ -69,7 +72,12 @@ SendChangesWindow::SendChangesWindow(const Services& services, const UnsentTable
     question->addWidget(widget, widget == list_ ? 1 : 0);
   }
   LayOut(question);
-  if (!parts_.empty()) list_->setFocus();
+  if (parts_.empty()) {
+    Ok().hide();
+    Cancel().setText(tr("Close"));
+  } else {
+    list_->setFocus();
+  }
   linkTimer_.setInterval(kLinkMilliseconds);
   connect(&linkTimer_, &QTimer::timeout, this, &SendChangesWindow::UpdateQuestion);
   linkTimer_.start();
@@ -104,21 +112,43 @@ void SendChangesWindow::FillList(const UnsentTables::Parts& parts) {
     const int bytes = Unsent().SizeOf(part).bytes;
     const std::optional<switcher::Day> since = Unsent().Since(part);
     auto* const row = new QTreeWidgetItem({RowWords(part), since ? DayWords(*since) : QString(),
-                                           QString::number(bytes), SecondsWords(bytes)});
+                                           QString::number(bytes), TimeWords(TimeOf({part}))});
     row->setCheckState(kMessage, Qt::Checked);
+    // Of the column whose width is not that of its contents.
+    row->setSizeHint(kMessage, QSize(0, RowHeight(fontMetrics())));
     for (const int column : {kBytes, kSeconds}) {
       row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     }
     list_->addTopLevelItem(row);
   }
   if (!parts.empty()) list_->setCurrentItem(list_->topLevelItem(0));
-  list_->setMinimumHeight(kListedRows * (fontMetrics().height() + 4));
+  list_->setMinimumHeight(kListedRows * RowHeight(fontMetrics()));
   list_->setVisible(!parts.empty());
   sum_->setVisible(!parts.empty());
-  text_->setText(parts.empty()
-                     ? tr("Nothing is unsent: what is edited here is in the switcher.")
-                     : tr("The switcher does not hold these messages as they are here. Those that "
-                          "are ticked are sent, and nothing else."));
+  if (!parts.empty()) {
+    text_->setText(
+        tr("The switcher does not hold these messages as they are here. Those that "
+           "are ticked are sent, and nothing else."));
+  } else if (Unsent().IsNeverSeen()) {
+    text_->setText(Unsent().NeverSeenWords());
+  } else {
+    text_->setText(tr("Nothing is unsent: what is edited here is in the switcher."));
+  }
+}
+
+switcher::MessageSize SendChangesWindow::SizeOf(const UnsentTables::Parts& parts) const {
+  switcher::MessageSize size;
+  for (const switcher::TablePart& part : parts) size += Unsent().SizeOf(part);
+  return size;
+}
+
+// In milliseconds, with the pauses that the switcher is given to store.
+int SendChangesWindow::TimeOf(const UnsentTables::Parts& parts) const {
+  constexpr double kMilliseconds = 1000.0 / switcher::LinePace::kBytesPerSecond;
+  const auto pauses = std::ranges::count(switcher::PlanSending(parts, Tables()), true,
+                                         &switcher::DownloadStage::pauses);
+  return qRound(SizeOf(parts).bytes * kMilliseconds) +
+         static_cast<int>(pauses) * std::max<int>(model_.DownloadInterval, 0);
 }
 
 UnsentTables::Parts SendChangesWindow::Ticked() const {
@@ -131,21 +161,20 @@ UnsentTables::Parts SendChangesWindow::Ticked() const {
   return ticked;
 }
 
-switcher::MessageSize SendChangesWindow::SizeOf(const UnsentTables::Parts& parts) {
-  switcher::MessageSize size;
-  for (const switcher::TablePart& part : parts) size += Unsent().SizeOf(part);
-  return size;
+QString SendChangesWindow::SumWords(const UnsentTables::Parts& ticked) const {
+  if (ticked.empty()) return tr("Nothing is ticked");
+  const int bytes = SizeOf(ticked).bytes;
+  const QString time = TimeWords(TimeOf(ticked));
+  return ticked.size() == 1
+             ? tr("1 message, %1 bytes, %2").arg(bytes).arg(time)
+             : tr("%1 messages, %2 bytes, %3").arg(ticked.size()).arg(bytes).arg(time);
 }
 
 void SendChangesWindow::UpdateQuestion() {
   if (state_ != State::Asking) return;
   const bool isConnected = model_.LinkStatus[0] == 1;
   const UnsentTables::Parts ticked = Ticked();
-  const int bytes = SizeOf(ticked).bytes;
-  sum_->setText(
-      ticked.size() == 1
-          ? tr("1 message, %1 bytes, %2").arg(bytes).arg(SecondsWords(bytes))
-          : tr("%1 messages, %2 bytes, %3").arg(ticked.size()).arg(bytes).arg(SecondsWords(bytes)));
+  sum_->setText(SumWords(ticked));
   link_->setText(tr("Not connected: no switcher would take them."));
   link_->setVisible(!isConnected && !parts_.empty());
   Ok().setEnabled(isConnected && !ticked.empty());
@@ -155,6 +184,9 @@ void SendChangesWindow::ShowSending() {
   state_ = State::Sending;
   linkTimer_.stop();
   list_->setEnabled(false);
+  // They leave the status line and the bar their room; what that takes more is the list's.
+  for (QLabel* const label : {text_, sum_, link_}) label->hide();
+  list_->setMinimumHeight(0);
 }
 
 void SendChangesWindow::Close() {
@@ -226,6 +258,7 @@ void SendChangesWindow::ShowEnd() {
   Bar().hide();
   Status().setWordWrap(true);
   Status().setText(words.join(u'\n'));
+  FreeSize();
 }
 
 }  // namespace views

@@ -38,7 +38,9 @@ class SendChangesWindow : public SendingWindow {
 
   void FillList(const UnsentTables::Parts& parts);
   UnsentTables::Parts Ticked() const;
-  switcher::MessageSize SizeOf(const UnsentTables::Parts& parts);
+  switcher::MessageSize SizeOf(const UnsentTables::Parts& parts) const;
+  int TimeOf(const UnsentTables::Parts& parts) const;
+  QString SumWords(const UnsentTables::Parts& ticked) const;
   void UpdateQuestion();
   void Wait();
   void LookForAnswer();

@@ -15,6 +15,7 @@ namespace views {
 SendingWindow::SendingWindow(const Services& services, const Names& names, QWidget* parent)
     : QDialog(parent),
       unsent_(services.unsent),
+      tables_(services.tables),
       status_(new QLabel(this)),
       bar_(new QProgressBar(this)),
       ok_(new QPushButton(tr("OK"), this)),
@@ -78,6 +79,14 @@ void SendingWindow::ShowProgressBar(int maximum) {
   bar_->setValue(0);
   status_->show();
   bar_->show();
+}
+
+void SendingWindow::FreeSize() {
+  setMinimumSize(0, 0);
+  setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  // As large as before, and larger where its texts need it.
+  layout()->activate();
+  resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
 }
 
 void SendingWindow::ShowCaption(std::string_view caption) {

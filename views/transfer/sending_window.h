@@ -76,11 +76,15 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
   // Sending begins: what asked makes way for the bar.
   virtual void ShowSending() = 0;
 
+  // The window may have another size again than the question gave it.
+  void FreeSize();
+
   // Tells what came of it, once, if it was begun.
   void TellEnd();
 
   switcher::Download& Sending() { return download_; }
-  UnsentTables& Unsent() { return unsent_; }
+  UnsentTables& Unsent() const { return unsent_; }
+  const switcher::TableSenders& Tables() const { return tables_; }
   QLabel& Status() { return *status_; }
   QProgressBar& Bar() { return *bar_; }
   QPushButton& Ok() { return *ok_; }
@@ -90,6 +94,7 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
   void MakeTimers(int spacingMilliseconds);
 
   UnsentTables& unsent_;
+  const switcher::TableSenders& tables_;
   bool begun_ = false;
   QLabel* status_;
   QProgressBar* bar_;

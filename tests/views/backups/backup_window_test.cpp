@@ -155,6 +155,34 @@ TEST_F(BackupWindowTest, AnotherFileIsListedAndChosen) {
   EXPECT_EQ(Differences().size(), 2u);
 }
 
+TEST_F(BackupWindowTest, AFileThatIsListedIsChosenWhereItStands) {
+  Show();
+  const std::filesystem::path older = folder_ / "Backups" / "Tesk-2026-11-20-073000-daily.mdb";
+  window_->Choose(QString::fromStdU16String(older.u16string()));
+  EXPECT_EQ(Copies().size(), 2u);
+  EXPECT_EQ(Find<QTreeWidget>("lstBackups").currentIndex().row(), 1);
+  EXPECT_EQ(Differences().size(), 2u);
+  const std::filesystem::path other = folder_ / "other.mdb";
+  std::filesystem::copy_file(older, other);
+  window_->Choose(QString::fromStdU16String(other.u16string()));
+  std::filesystem::copy_file(folder_ / "Backups" / "Tesk-2026-11-21-180512-before-retrieval.mdb",
+                             other, std::filesystem::copy_options::overwrite_existing);
+  const std::filesystem::path again = folder_ / "Backups" / ".." / "other.mdb";
+  window_->Choose(QString::fromStdU16String(again.u16string()));
+  EXPECT_EQ(Copies().size(), 3u);
+  EXPECT_EQ(Find<QTreeWidget>("lstBackups").currentIndex().row(), 0);
+  EXPECT_EQ(Summary(), "This copy holds the same as the database.") << "as the file is now";
+}
+
+TEST_F(BackupWindowTest, AFileThatIsTooLargeForADatabaseIsRefused) {
+  Show();
+  const std::filesystem::path large = folder_ / "film.mdb";
+  test::WriteFile(large, "");
+  std::filesystem::resize_file(large, (std::uintmax_t{64} << 20) + 1);
+  window_->Choose(QString::fromStdU16String(large.u16string()));
+  EXPECT_EQ(Summary(), "This copy cannot be restored. Cannot read film.mdb: It is too large");
+}
+
 TEST_F(BackupWindowTest, TheFileIsAskedForInADialogOfItsOwn) {
   Show();
   QTest::mouseClick(&Find("aidOtherFile"), Qt::LeftButton);
@@ -210,11 +238,24 @@ TEST_F(BackupWindowTest, WithoutADatabaseNothingCanBeRestored) {
   EXPECT_FALSE(CanRestore());
 }
 
-TEST_F(BackupWindowTest, EnterChoosesNothingAndEscapeCloses) {
+TEST_F(BackupWindowTest, EnterRestoresNothingAndLosesNoTicksAndEscapeCloses) {
   Show();
   QSignalSpy asked(window_.get(), &BackupWindow::RestoreRequested);
-  EXPECT_TRUE(Find<QPushButton>("cmdCancelBackup").isDefault());
   ChooseRow(1);
+  Find<QPushButton>("aidTickNone").click();
+  auto& list = Find<QAbstractItemView>("lstBackupDiff");
+  list.setCurrentIndex(list.model()->index(0, 0));
+  QTest::keyClick(&list, Qt::Key_Space);
+  ASSERT_TRUE(CanRestore());
+  for (const char* const name : {"lstBackups", "aidFilterBackup", "lstBackupDiff"}) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+      Find(name).setFocus();
+      QTest::keyClick(&Find(name), key);
+      EXPECT_TRUE(window_->isVisible()) << name;
+    }
+  }
+  EXPECT_EQ(Find<QTreeWidget>("lstBackups").currentIndex().row(), 1);
+  EXPECT_EQ(Find<QLabel>("aidDifferenceCount").text(), QStringLiteral("1 of 2 ticked"));
   QTest::keyClick(window_.get(), Qt::Key_Escape);
   EXPECT_FALSE(window_->isVisible());
   EXPECT_EQ(asked.size(), 0);

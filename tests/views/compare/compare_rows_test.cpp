@@ -60,15 +60,15 @@ TEST(CompareRows, WhatIsNotKnownIsARowThatCannotBeTicked) {
   EXPECT_THAT(
       InWords(result),
       ElementsAre(
-          "Station 12|Relays||refused: Failed Csum|What the switcher reported was refused.",
+          "Output 12|Relays||refused: Failed Csum|What the switcher reported was refused.",
           "All stations|Labels||refused: Channel Error|What the switcher reported was refused.",
-          "Station 4|Buttons||not reported|What the switcher reported was refused.",
+          "Station 4|Buttons||refused|What the switcher reported was refused.",
           "All stations|Optos||not reported|The switcher did not report it.",
           "All stations|Input labels||not reported|The switcher did not report it.",
           "Outputs 5 to 7|Inhibits||not reported|The switcher did not report it.",
           "Output 9|Inhibits||not reported|The switcher did not report it.",
-          "Station 10|Relays||not reported|The switcher did not report it.",
-          "Stations 11 to 12|Buttons||not reported|The switcher did not report it."));
+          "Output 10|Relays||not reported|The switcher did not report it.",
+          "Stations 11, 12|Buttons||not reported|The switcher did not report it."));
 }
 
 TEST(CompareSummary, SaysHowMuchDiffersAndWhatIsLacking) {
@@ -81,6 +81,10 @@ TEST(CompareSummary, SaysHowMuchDiffersAndWhatIsLacking) {
   EXPECT_EQ(CompareSummary(result), QStringLiteral("2 differences in 195 tables"));
   result.missing = {{Table::Optos}};
   EXPECT_EQ(CompareSummary(result), QStringLiteral("2 differences in 195 tables, 1 not reported"));
+  result.refused = {{.part = {Table::Relays, 12}, .status = DecodeStatus::ChecksumFailed}};
+  EXPECT_EQ(CompareSummary(result),
+            QStringLiteral("2 differences in 195 tables, 1 refused, 1 not reported"));
+  result.refused.clear();
   result.lineLost = true;
   result.completed = false;
   EXPECT_EQ(CompareSummary(result),

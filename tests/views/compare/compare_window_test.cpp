@@ -4,14 +4,17 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeView>
 #include <memory>
+#include <set>
 
 #include "tests/support/comparison_system.h"
 #include "tests/views/gui_support.h"
+#include "views/widgets/icon.h"
 
 namespace views {
 namespace {
@@ -112,6 +115,61 @@ TEST_F(CompareWindowTest, ListsWhatDiffersInWords) {
   ExpectUntouched();
 }
 
+QImage SignOf(const char* icon, const QLabel& label) {
+  const QSize size = label.pixmap(Qt::ReturnByValue).size();
+  return Icon(QLatin1String(icon)).pixmap(size, 1.0).toImage();
+}
+
+TEST_F(CompareWindowTest, OnlyAWholeComparisonWithoutADifferenceHasATick) {
+  const auto sign = [this] { return Child<QLabel>("aidCompareSign").pixmap(Qt::ReturnByValue); };
+  const auto is = [&](const char* icon) {
+    return sign().toImage() == SignOf(icon, Child<QLabel>("aidCompareSign"));
+  };
+  Compare();
+  EXPECT_TRUE(is("compare")) << "3 differences are no tick";
+  EXPECT_FALSE(is("msg-ok"));
+  for (const int row : {0, 1, 2}) TickRow(row);
+  Button("cmdStoreCmp").click();
+  window_->close();
+  Compare();
+  EXPECT_EQ(Said("aidCompareSummary"), QStringLiteral("No difference in 27 tables"));
+  EXPECT_TRUE(is("msg-ok"));
+  window_->close();
+  BeginAndAsk();
+  Deliver(0, 5);
+  window_->reject();
+  EXPECT_TRUE(is("msg-fail")) << "tables are lacking";
+}
+
+TEST_F(CompareWindowTest, TheListHasTheFocusWhenTheResultComes) {
+  Compare();
+  EXPECT_EQ(window_->focusWidget(), &Child<QTreeView>("lstDifferences"));
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Space);
+  EXPECT_EQ(Said("aidDifferenceCount"), QStringLiteral("1 of 3 ticked"));
+}
+
+TEST_F(CompareWindowTest, ItsButtonsHaveMnemonicsOfTheirOwn) {
+  std::set<QString> keys;
+  for (const char* const name :
+       {"aidCompareAgain", "cmdStoreCmp", "cmdSendCmp", "aidTickAll", "aidTickNone"}) {
+    const QString key = QKeySequence::mnemonic(Button(name).text()).toString();
+    EXPECT_FALSE(key.isEmpty()) << name;
+    EXPECT_TRUE(keys.insert(key).second) << name;
+  }
+}
+
+TEST_F(CompareWindowTest, ALargerFontMakesALargerWindow) {
+  const QSize before = window_->size();
+  QFont font = QApplication::font();
+  const QFont usual = font;
+  font.setPointSizeF(font.pointSizeF() * 1.25);
+  QApplication::setFont(font);
+  const CompareWindow larger(
+      CompareWindow::Services{.comparison = ComparisonServices(), .changes = stream_});
+  QApplication::setFont(usual);
+  EXPECT_GT(larger.width(), before.width());
+}
+
 // Of a button of which one field differs the row says all of it.
 TEST_F(CompareWindowTest, SaysTheWholeProgrammingOfAButton) {
   database_.Set(1, "Label", "CAM 1");
@@ -166,7 +224,7 @@ TEST_F(CompareWindowTest, SaysWhichTablesGoAndAsksForThem) {
   TickRow(0);
   TickRow(2);
   EXPECT_EQ(Said("aidCompareChoice"),
-            QStringLiteral("Sent are whole tables: station labels, inhibits of output 2"));
+            QStringLiteral("Whole tables are sent: station labels, inhibits of output 2"));
   Button("cmdSendCmp").click();
   EXPECT_THAT(sent_, ElementsAre(ElementsAre(TablePart{Table::OutputLabels},
                                              TablePart{Table::Inhibits, 2})));
@@ -198,7 +256,7 @@ TEST_F(CompareWindowTest, CancelEndsTheWaitAndShowsWhatHasCome) {
       Rows(),
       ElementsAre("Station 1|Label|Sta. 001|CAM 1", "Output 2|Inhibits|none|1",
                   "All stations|Optos||not reported", "Outputs 3 to 8|Inhibits||not reported",
-                  "Stations 2 to 8|Relays||not reported", "Stations 1 to 8|Buttons||not reported"));
+                  "Outputs 2 to 8|Relays||not reported", "Stations 1 to 8|Buttons||not reported"));
   Button("cmdCloseCmp").click();
   EXPECT_FALSE(window_->isVisible());
   Deliver(5, 27);

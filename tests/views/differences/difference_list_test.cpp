@@ -89,7 +89,7 @@ class DifferenceListTest : public testing::Test {
 };
 
 TEST_F(DifferenceListTest, ShowsWhereWhatHereAndThereInTheOrderGiven) {
-  EXPECT_EQ(Heading(1), QStringLiteral("Station or Output"));
+  EXPECT_EQ(Heading(1), QStringLiteral("Station or output"));
   EXPECT_EQ(Heading(2), QStringLiteral("What"));
   EXPECT_EQ(Heading(3), QStringLiteral("Here"));
   EXPECT_EQ(Heading(4), QStringLiteral("Switcher"));
@@ -147,6 +147,18 @@ TEST_F(DifferenceListTest, TheFilterWantsEachWordSomewhereInTheRow) {
   EXPECT_EQ(Count(), QStringLiteral("0 of 4 ticked, 1 shown"));
   Filter().clear();
   EXPECT_EQ(Shown().size(), 4U);
+}
+
+TEST_F(DifferenceListTest, AFilterWithoutAHitSaysSoAndLeavesNothingToTick) {
+  EXPECT_TRUE(test::Find<QPushButton>(list, "aidTickAll").isEnabled());
+  Filter().setText(QStringLiteral("talk nowhere"));
+  EXPECT_EQ(Count(), QStringLiteral("No row has all these words"));
+  EXPECT_FALSE(test::Find<QPushButton>(list, "aidTickAll").isEnabled());
+  EXPECT_FALSE(test::Find<QPushButton>(list, "aidTickNone").isEnabled());
+  Filter().clear();
+  EXPECT_TRUE(test::Find<QPushButton>(list, "aidTickNone").isEnabled());
+  list.SetRows({});
+  EXPECT_FALSE(test::Find<QPushButton>(list, "aidTickAll").isEnabled());
 }
 
 TEST_F(DifferenceListTest, TheButtonsTickWhatIsShownAndLeaveWhatIsHidden) {

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QLayout>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
@@ -134,8 +135,8 @@ TEST_F(SendChangesWindowTest, ListsWhatIsUnsentWithItsTime) {
   EXPECT_EQ(window_->objectName(), QStringLiteral("frmSendChanges"));
   EXPECT_TRUE(window_->isModal());
   const std::string day = DayWords(test::kToday).toStdString();
-  EXPECT_THAT(Rows(), ElementsAre("Inhibits of output 3|" + day + "|9|0.00 s",
-                                  "Relays of output 1|" + day + "|21|0.00 s",
+  EXPECT_THAT(Rows(), ElementsAre("Inhibits of output 3|" + day + "|9|2 ms",
+                                  "Relays of output 1|" + day + "|21|4 ms",
                                   "Buttons of station 2|" + day + "|645|0.11 s"));
   EXPECT_EQ(Text("aidSendChgSum"), QStringLiteral("3 messages, 675 bytes, 0.12 s"));
   EXPECT_TRUE(Child<QPushButton>("cmdOkSendChg")->isEnabled());
@@ -144,12 +145,81 @@ TEST_F(SendChangesWindowTest, ListsWhatIsUnsentWithItsTime) {
   EXPECT_EQ(port_.TakeWritten(), "");
 }
 
+TEST_F(SendChangesWindowTest, TheTimeIsWithThePauses) {
+  model_.DownloadInterval = 50;
+  EditAll();
+  Open();
+  EXPECT_THAT(Rows().back(), testing::EndsWith("|645|0.16 s"));
+  EXPECT_EQ(Text("aidSendChgSum"), QStringLiteral("3 messages, 675 bytes, 0.37 s"))
+      << "four pauses before the first buttons, and one behind";
+  Untick(0);
+  Untick(1);
+  EXPECT_EQ(Text("aidSendChgSum"), QStringLiteral("1 message, 645 bytes, 0.16 s"));
+  Untick(2);
+  EXPECT_EQ(Text("aidSendChgSum"), QStringLiteral("Nothing is ticked"));
+}
+
+// Each label that is shown has the height of its text, and nothing is painted over another.
+void ExpectEverythingInSight(QWidget& window) {
+  window.layout()->activate();
+  QWidgetList shown;
+  for (const char* const name : {"aidSendChgText", "lstUnsent", "aidSendChgSum", "aidSendChgLink",
+                                 "lblSendChg", "pbSendChg", "cmdCancelSendChg"}) {
+    QWidget& widget = test::Find<QWidget>(window, name);
+    if (!widget.isVisible()) continue;
+    const QRect place(widget.mapTo(&window, QPoint()), widget.size());
+    EXPECT_TRUE(window.rect().contains(place)) << name;
+    const int needed = widget.hasHeightForWidth() ? widget.heightForWidth(widget.width())
+                                                  : widget.minimumSizeHint().height();
+    EXPECT_GE(widget.height(), needed) << name;
+    for (QWidget* const other : shown) {
+      EXPECT_FALSE(place.intersects(QRect(other->mapTo(&window, QPoint()), other->size())))
+          << name << " over " << other->objectName().toStdString();
+    }
+    shown.append(&widget);
+  }
+}
+
+TEST_F(SendChangesWindowTest, NothingStandsOverAnythingAtAnyTime) {
+  EditAll();
+  for (const int station : {4, 6, 8, 10, 12, 14, 16}) Edit(station, "Inhibits", "1");
+  Open();
+  ExpectEverythingInSight(*window_);
+  const QSize asked = window_->size();
+  Click("cmdOkSendChg");
+  QCoreApplication::processEvents();
+  ExpectEverythingInSight(*window_);
+  EXPECT_FALSE(Child<QLabel>("aidSendChgSum")->isVisible());
+  EXPECT_EQ(window_->size(), asked);
+  ASSERT_TRUE(WaitUntilSent());
+  ExpectEverythingInSight(*window_);
+  messages_.LineLost();
+  QCoreApplication::processEvents();
+  EXPECT_GT(Child<QLabel>("lblSendChg")->height(), 2 * window_->fontMetrics().height());
+  ExpectEverythingInSight(*window_);
+  EXPECT_GT(window_->maximumHeight(), window_->height()) << "it can be made larger";
+}
+
+TEST_F(SendChangesWindowTest, OfADatabaseThatTheSwitcherNeverSawItDoesNotSayThatAllIsThere) {
+  Open();
+  EXPECT_EQ(Text("aidSendChgText"),
+            QStringLiteral("The switcher was never seen to hold this database. Send all of it, or "
+                           "retrieve what the switcher holds."));
+}
+
+TEST_F(SendChangesWindowTest, TheDayIsWhole) {
+  EditAll();
+  Open();
+  auto& list = *Child<QTreeWidget>("lstUnsent");
+  EXPECT_GT(list.columnWidth(1), list.fontMetrics().horizontalAdvance(DayWords(test::kToday)));
+}
+
 TEST_F(SendChangesWindowTest, SendsWhatIsTickedAndNothingElse) {
   EditAll();
   Open();
   Untick(1);
   Untick(2);
-  EXPECT_EQ(Text("aidSendChgSum"), QStringLiteral("1 message, 9 bytes, 0.00 s"));
+  EXPECT_EQ(Text("aidSendChgSum"), QStringLiteral("1 message, 9 bytes, 2 ms"));
   Click("cmdOkSendChg");
   ASSERT_TRUE(WaitUntilSent());
   EXPECT_EQ(port_.TakeWritten(), kInhibits3);
@@ -207,11 +277,13 @@ TEST_F(SendChangesWindowTest, WithoutASwitcherItSaysSo) {
 }
 
 TEST_F(SendChangesWindowTest, SaysWhenNothingIsUnsent) {
+  messages_.NoteHeld({Table::Inhibits, 3}, messages_.Held().at({Table::Inhibits, 3}).digest);
   Open();
   EXPECT_EQ(Text("aidSendChgText"),
             QStringLiteral("Nothing is unsent: what is edited here is in the switcher."));
   EXPECT_FALSE(Child<QTreeWidget>("lstUnsent")->isVisible());
-  EXPECT_FALSE(Child<QPushButton>("cmdOkSendChg")->isEnabled());
+  EXPECT_FALSE(Child<QPushButton>("cmdOkSendChg")->isVisible());
+  EXPECT_EQ(Child<QPushButton>("cmdCancelSendChg")->text(), QStringLiteral("Close"));
   QTest::keyClick(window_, Qt::Key_Escape);
   ASSERT_TRUE(WaitForTheEnd());
   EXPECT_EQ(port_.TakeWritten(), "");

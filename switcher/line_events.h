@@ -2,8 +2,8 @@
 //
 // What passes the line, for who keeps account of it.
 
-#ifndef SWITCHER_UNSENT_LINE_EVENTS_H_
-#define SWITCHER_UNSENT_LINE_EVENTS_H_
+#ifndef SWITCHER_LINE_EVENTS_H_
+#define SWITCHER_LINE_EVENTS_H_
 
 #include <cstdint>
 #include <span>
@@ -30,4 +30,4 @@ class LineEvents {
 
 }  // namespace switcher
 
-#endif  // SWITCHER_UNSENT_LINE_EVENTS_H_
+#endif  // SWITCHER_LINE_EVENTS_H_
