@@ -62,7 +62,7 @@ class Compared {
 void AllDigests(benchmark::State& state) {
   Compared system(static_cast<int>(state.range(0)));
   for (auto _ : state) {
-    benchmark::DoNotOptimize(switcher::LoadDigests(*system.files.Database(), system.model));
+    benchmark::DoNotOptimize(switcher::LoadPrints(*system.files.Database(), system.model));
   }
 }
 

@@ -40,10 +40,8 @@ void Download::Go() {
   display_.StartDelayTimer();
 }
 
-void Download::GoFor(std::span<const TablePart> parts) {
+void Download::GoFor(std::span<const TablePart> parts, const MessageSize& size) {
   if (state_ != State::Confirming) return;
-  MessageSize size;
-  for (const TablePart& part : parts) size += SizeOf(services_.model, part);
   Begin(PlanSending(parts, services_.tables),
         {.maximum = size.values / (kValuesBetweenSteps + 1),
          .caption = "Sending Changes (" + std::to_string(size.bytes) + " Bytes)"});

@@ -11,6 +11,7 @@
 
 #include "model/system_model.h"
 #include "switcher/download_plan.h"
+#include "switcher/message_size.h"
 #include "switcher/poll_switch.h"
 #include "switcher/table.h"
 #include "switcher/table_senders.h"
@@ -91,7 +92,7 @@ class Download {
 
   // The same for no more than these messages, in the order and with the pauses of a download, and
   // without the delay before it.
-  void GoFor(std::span<const TablePart> parts);
+  void GoFor(std::span<const TablePart> parts, const MessageSize& size);
 
   // What has come of it since Go().
   const DownloadResult& Result() const { return result_; }

@@ -4,9 +4,6 @@
 
 #include <utility>
 
-#include "switcher/wire/message_table.h"
-#include "switcher/wire/messages/label_texts.h"
-
 namespace switcher {
 
 namespace {
@@ -54,40 +51,6 @@ std::vector<DownloadStage> PlanSending(std::span<const TablePart> parts,
     stages.push_back(StageOf(part, tables));
   }
   return stages;
-}
-
-MessageSize& MessageSize::operator+=(const MessageSize& other) {
-  bytes += other.bytes;
-  values += other.values;
-  return *this;
-}
-
-MessageSize SizeOf(const model::SystemModel& model, const TablePart& part) {
-  // Sixty-four flags in groups of eight.
-  constexpr int kTargetGroups = 8;
-  constexpr int kNumbersOfButton = 2;
-  const auto bytes = [](MessageCode code, int items) {
-    return static_cast<int>(MessageLength(code, items));
-  };
-  const int buttonValues = model.ButtonCount * (kNumbersOfButton + kTargetGroups);
-  const int sources = (model.ChannelCount + 7) / 8;
-  const int relays = (model.RelayCount + 7) / 8;
-  constexpr int kOptoValues = 11;
-  switch (part.table) {
-    case Table::Optos:
-      return {bytes(kOptoDataCode, model.OptoCount), model.OptoCount * kOptoValues};
-    case Table::OutputLabels:
-    case Table::InputLabels:
-      return {bytes(kLabelOrderCode, model.LabelCount) + bytes(kAlphaLabelsCode, model.LabelCount),
-              model.LabelCount + 1 + model.LabelCount * static_cast<int>(kLabelLength) + 1};
-    case Table::Inhibits:
-      return {bytes(kInhibitRowCode, sources), sources + 1};
-    case Table::Relays:
-      return {bytes(kRelayRowCode, relays), relays + 1};
-    case Table::Buttons:
-      break;
-  }
-  return {bytes(kButtonDataCode, buttonValues), buttonValues + 1};
 }
 
 int EstimateDownloadBytes(const model::SystemModel& model) {

@@ -39,16 +39,6 @@ std::vector<DownloadStage> PlanDownload(const model::SystemModel& model,
 std::vector<DownloadStage> PlanSending(std::span<const TablePart> parts,
                                        const TableSenders& tables);
 
-// How long a message of a table is, of labels their pair, where all texts have the length that the
-// program gives them.
-struct MessageSize {
-  int bytes = 0;
-  int values = 0;  // that the progress is told of
-
-  MessageSize& operator+=(const MessageSize& other);
-};
-MessageSize SizeOf(const model::SystemModel& model, const TablePart& part);
-
 // The bytes of a download, as the window announces them.  An estimate: the tables that are sent
 // have other lengths.
 int EstimateDownloadBytes(const model::SystemModel& model);

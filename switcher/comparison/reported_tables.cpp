@@ -42,7 +42,7 @@ void ReportedTables::Witness::Show(Icon /*icon*/, std::string_view /*title*/,
 ReportedTables::ReportedTables(std::unique_ptr<jet::Database> database, model::SystemModel& model)
     : model_(model),
       database_(std::move(database)),
-      copied_(LoadDigests(*database_, model)),
+      copied_(LoadPrints(*database_, model)),
       decoder_({.model = model,
                 .database = [this] { return database_.get(); },
                 .reporter = witness_,
@@ -105,10 +105,10 @@ bool ReportedTables::Differs(const TablePart& part) const {
 
 std::optional<Digest> ReportedTables::HeldDigest(const TablePart& part) const {
   const auto copied = copied_.find(part);
-  if (copied != copied_.end() && !Differs(part)) return copied->second;
-  std::optional<Digest> reported;
-  (void)LoadDigest(*database_, model_, part, &reported);  // what cannot be read has none
-  return reported;
+  if (copied != copied_.end() && !Differs(part)) return copied->second.digest;
+  std::optional<MessagePrint> reported;
+  (void)LoadPrint(*database_, model_, part, &reported);  // what cannot be read has none
+  return reported ? std::optional(reported->digest) : std::nullopt;
 }
 
 }  // namespace switcher

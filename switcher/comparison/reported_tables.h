@@ -83,7 +83,7 @@ class ReportedTables {
 
   const model::SystemModel& model_;
   const std::unique_ptr<jet::Database> database_;
-  const std::map<TablePart, Digest> copied_;  // the messages as they were copied
+  const std::map<TablePart, MessagePrint> copied_;  // the messages as they were copied
   stations::Changes changes_;
   Witness witness_{changes_};
   Decoder decoder_;

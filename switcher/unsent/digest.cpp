@@ -13,19 +13,26 @@ using model::SystemModel;
 // The selector of a table of labels.
 int SelectorOf(Table table) { return table == Table::OutputLabels ? kOutputLabels : kInputLabels; }
 
-model::Status LoadLabelDigest(jet::Database& database, const SystemModel& model, Table table,
-                              std::optional<Digest>* digest) {
+MessagePrint PrintOf(const Bytes& message) {
+  return {.digest = DigestOf(message), .size = SizeOf(message)};
+}
+
+model::Status LoadLabelPrint(jet::Database& database, const SystemModel& model, Table table,
+                             std::optional<MessagePrint>* print) {
   LabelMessages messages;
   model::Status status = LoadLabels(database, model, SelectorOf(table), &messages);
-  if (status.ok()) *digest = DigestOf(messages.texts, DigestOf(messages.order));
+  if (!status.ok()) return status;
+  *print = MessagePrint{.digest = DigestOf(messages.texts, DigestOf(messages.order)),
+                        .size = SizeOf(messages.order)};
+  (*print)->size += SizeOf(messages.texts);
   return status;
 }
 
-model::Status LoadOptoDigest(jet::Database& database, const SystemModel& model,
-                             std::optional<Digest>* digest) {
+model::Status LoadOptoPrint(jet::Database& database, const SystemModel& model,
+                            std::optional<MessagePrint>* print) {
   Bytes message;
   model::Status status = LoadOptos(database, model, &message);
-  if (status.ok()) *digest = DigestOf(message);
+  if (status.ok()) *print = PrintOf(message);
   return status;
 }
 
@@ -52,15 +59,15 @@ TablePart MessageOf(const TablePart& part) {
   return part;
 }
 
-model::Status LoadDigest(jet::Database& database, const SystemModel& model, const TablePart& part,
-                         std::optional<Digest>* digest) {
-  digest->reset();
+model::Status LoadPrint(jet::Database& database, const SystemModel& model, const TablePart& part,
+                        std::optional<MessagePrint>* print) {
+  print->reset();
   switch (part.table) {
     case Table::Optos:
-      return LoadOptoDigest(database, model, digest);
+      return LoadOptoPrint(database, model, print);
     case Table::OutputLabels:
     case Table::InputLabels:
-      return LoadLabelDigest(database, model, part.table, digest);
+      return LoadLabelPrint(database, model, part.table, print);
     case Table::Inhibits:
     case Table::Relays:
     case Table::Buttons:
@@ -75,22 +82,22 @@ model::Status LoadDigest(jet::Database& database, const SystemModel& model, cons
                                                   : LoadRelays;
   std::optional<Bytes> message;
   model::Status status = load(database, model, part.station, &message);
-  if (message) *digest = DigestOf(*message);
+  if (message) *print = PrintOf(*message);
   return status;
 }
 
-std::map<TablePart, Digest> LoadDigests(jet::Database& database, const SystemModel& model) {
-  std::map<TablePart, Digest> digests;
+std::map<TablePart, MessagePrint> LoadPrints(jet::Database& database, const SystemModel& model) {
+  std::map<TablePart, MessagePrint> prints;
   for (const Table table : {Table::Optos, Table::OutputLabels, Table::InputLabels}) {
     const TablePart part{.table = table};
-    std::optional<Digest> digest;
-    (void)LoadDigest(database, model, part, &digest);  // what cannot be read has none
-    if (digest) digests[part] = *digest;
+    std::optional<MessagePrint> print;
+    (void)LoadPrint(database, model, part, &print);  // what cannot be read has none
+    if (print) prints[part] = *print;
   }
   (void)LoadRows(database, model, [&](const TablePart& part, const Bytes& message) {
-    digests[part] = DigestOf(message);
+    prints[part] = PrintOf(message);
   });
-  return digests;
+  return prints;
 }
 
 }  // namespace switcher

@@ -14,6 +14,7 @@
 #include "db/jet/database.h"
 #include "model/status.h"
 #include "model/system_model.h"
+#include "switcher/message_size.h"
 #include "switcher/table.h"
 
 namespace switcher {
@@ -25,18 +26,25 @@ inline constexpr Digest kDigestOfNothing = 0xCBF29CE484222325;
 // The digest of these bytes behind those of which `before` is the digest.
 Digest DigestOf(std::span<const std::uint8_t> bytes, Digest before = kDigestOfNothing);
 
+// What is kept of a message, of labels of their pair.
+struct MessagePrint {
+  Digest digest = kDigestOfNothing;
+  MessageSize size;
+};
+
 // The part whose message an edit of `part` is in: the labels and the optos have one for all
 // stations.
 TablePart MessageOf(const TablePart& part);
 
-// The digest of the message of a part as it would be sent now, of labels of their pair.  Nothing
-// when there is none: no such record, or a number beyond the counts of the model.
+// The print of the message of a part as it would be sent now.  Nothing when there is none: no such
+// record, or a number beyond the counts of the model.
 // REQUIRES: `part` is one message: MessageOf(part) == part.
-model::Status LoadDigest(jet::Database& database, const model::SystemModel& model,
-                         const TablePart& part, std::optional<Digest>* digest);
+model::Status LoadPrint(jet::Database& database, const model::SystemModel& model,
+                        const TablePart& part, std::optional<MessagePrint>* print);
 
 // The same of all messages that there are and that can be read.
-std::map<TablePart, Digest> LoadDigests(jet::Database& database, const model::SystemModel& model);
+std::map<TablePart, MessagePrint> LoadPrints(jet::Database& database,
+                                             const model::SystemModel& model);
 
 }  // namespace switcher
 

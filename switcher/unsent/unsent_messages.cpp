@@ -37,6 +37,11 @@ int UnsentMessages::NeverSeen() const {
   }));
 }
 
+MessageSize UnsentMessages::SizeOf(const TablePart& part) const {
+  const auto present = present_.find(part);
+  return present == present_.end() ? MessageSize{} : present->second.size;
+}
+
 void UnsentMessages::Changed(std::span<const stations::Change> changes) {
   std::set<TablePart> parts;
   bool all = false;
@@ -67,11 +72,11 @@ void UnsentMessages::TellEdits(std::span<const stations::Change> changes) {
 
 void UnsentMessages::MakeAnew(const TablePart& part) {
   jet::Database* const database = services_.database();
-  std::optional<Digest> digest;
-  if (database != nullptr) (void)LoadDigest(*database, services_.model, part, &digest);
+  std::optional<MessagePrint> print;
+  if (database != nullptr) (void)LoadPrint(*database, services_.model, part, &print);
   ++made_;
-  if (digest) {
-    present_[part] = *digest;
+  if (print) {
+    present_[part] = *print;
   } else {
     present_.erase(part);
   }
@@ -81,10 +86,11 @@ void UnsentMessages::MakeAnew(const TablePart& part) {
 void UnsentMessages::MakeAllAnew() {
   jet::Database* const database = services_.database();
   present_.clear();
-  if (database != nullptr) present_ = LoadDigests(*database, services_.model);
+  if (database != nullptr) present_ = LoadPrints(*database, services_.model);
   made_ += static_cast<int>(present_.size());
-  for (const auto& [part, digest] : present_) {
-    held_.try_emplace(part, HeldMessage{.state = State::Found, .digest = digest, .since = {}});
+  for (const auto& [part, print] : present_) {
+    held_.try_emplace(part,
+                      HeldMessage{.state = State::Found, .digest = print.digest, .since = {}});
   }
   for (const auto& [part, held] : held_) Compare(part);
 }
@@ -98,7 +104,7 @@ void UnsentMessages::Compare(const TablePart& part) {
   if (entry == held_.end()) return;
   HeldMessage& held = entry->second;
   if (present == present_.end()) return;
-  if (held.state != State::Open && held.digest == present->second) {
+  if (held.state != State::Open && held.digest == present->second.digest) {
     held.since.reset();
     return;
   }
@@ -169,7 +175,7 @@ void UnsentMessages::Hold(const TablePart& part, Digest digest) {
 // is a mark in the input labels, too.
 void UnsentMessages::TableAccepted(const TablePart& part) {
   if (const auto present = present_.find(part); present != present_.end()) {
-    NoteHeld(part, present->second);
+    NoteHeld(part, present->second.digest);
   }
   if (part.table == Table::InputLabels) inputLabelsReported_ = true;
   if (part.table == Table::OutputLabels && inputLabelsReported_) {

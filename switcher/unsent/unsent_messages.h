@@ -61,6 +61,9 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   // everything counts as sent.
   void Begin(HeldMessages known);
 
+  // How long the message of the part is as it would be sent now; nothing where there is none.
+  MessageSize SizeOf(const TablePart& part) const;
+
   // What is unsent, in the order of a download, and since which day.
   const std::map<TablePart, Day>& Unsent() const { return unsent_; }
 
@@ -107,7 +110,7 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   Listener* listener_ = nullptr;
   bool hasBegun_ = false;
   int made_ = 0;
-  std::map<TablePart, Digest> present_;  // as they would be sent now
+  std::map<TablePart, MessagePrint> present_;  // as they would be sent now
   HeldMessages held_;
   std::map<TablePart, Day> unsent_;
   Confirmation confirmation_;

@@ -63,13 +63,13 @@ TEST_F(UnsentAidsTest, ADatabaseThatTheSwitcherNeverSawIsSpokenOfWhenItIsThere) 
   EXPECT_EQ(HintText(),
             QStringLiteral("The switcher was never seen to hold this database. Send all of it, or "
                            "retrieve what the switcher holds."));
-  const std::map<switcher::TablePart, switcher::Digest> messages =
-      switcher::LoadDigests(*console_.database, console_.model);
+  const std::map<switcher::TablePart, switcher::MessagePrint> messages =
+      switcher::LoadPrints(*console_.database, console_.model);
   const std::size_t count = messages.size();
   std::size_t seen = 0;
-  for (const auto& [part, digest] : messages) {
+  for (const auto& [part, print] : messages) {
     EXPECT_FALSE(hints_.isHidden()) << "one that it holds says nothing of the others";
-    console_.unsentMessages.NoteHeld(part, digest);
+    console_.unsentMessages.NoteHeld(part, print.digest);
     if (++seen == count) break;
     EXPECT_EQ(HintText(),
               QStringLiteral("The switcher was never seen to hold all of this database: not known "

@@ -139,7 +139,7 @@ TEST_F(ComparisonTest, WhatDoesNotDifferIsHeldAsItIsHere) {
   database_.Set(1, "B1 Type", 0);
   database_.Set(1, "B1 Prog", test::kNoFlags);
   database_.Set(1, "OptoStations", std::string(16, '0'));
-  const std::map<TablePart, Digest> here = LoadDigests(*database_.Files().Database(), model_);
+  const std::map<TablePart, MessagePrint> here = LoadPrints(*database_.Files().Database(), model_);
   Begin();
   const std::string row = "FB 00 00 " + test::Times(11, "00 00") + "00 FF";
   Deliver(row);
@@ -147,19 +147,19 @@ TEST_F(ComparisonTest, WhatDoesNotDifferIsHeldAsItIsHere) {
   comparison_.Cancel();
   EXPECT_THAT(Differences(), IsEmpty());
   ASSERT_THAT(held_, SizeIs(2));
-  for (const auto& [part, digest] : held_) EXPECT_EQ(digest, here.at(part));
+  for (const auto& [part, digest] : held_) EXPECT_EQ(digest, here.at(part).digest);
 }
 
 // One that differs is held as it was reported, and back to what is here as it is here.
 TEST_F(ComparisonTest, WhatDiffersIsHeldAsItWasReported) {
   database_.Set(2, "Inhibits", std::string(16, '0'));
-  const std::map<TablePart, Digest> here = LoadDigests(*database_.Files().Database(), model_);
+  const std::map<TablePart, MessagePrint> here = LoadPrints(*database_.Files().Database(), model_);
   const TablePart row{Table::Inhibits, 2};
   Begin();
   Deliver("F5 01 00 01 00 02 FF");
-  EXPECT_NE(held_.at(row), here.at(row));
+  EXPECT_NE(held_.at(row), here.at(row).digest);
   Deliver("F5 01 00 00 00 01 FF");
-  EXPECT_EQ(held_.at(row), here.at(row));
+  EXPECT_EQ(held_.at(row), here.at(row).digest);
 }
 
 TEST_F(ComparisonTest, EveryMessageIsProgressAndTheLastOneEndsTheWait) {

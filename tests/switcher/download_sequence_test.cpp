@@ -387,7 +387,7 @@ TEST_F(DownloadTest, AProgramThatEndsWhileItAsksSendsNothing) {
 TEST_F(DownloadTest, OnlyStationsThatFollowEachOtherAreNamedAsOne) {
   const std::vector<TablePart> parts{
       {Table::Relays, 1}, {Table::Buttons, 1}, {Table::Buttons, 2}, {Table::Buttons, 4}};
-  download_->GoFor(parts);
+  download_->GoFor(parts, {});
   download_->Cancel();
   RunToTheEnd();
   EXPECT_EQ(download_->Result().notSent,

@@ -178,6 +178,26 @@ TEST_F(UnsentMessagesTest, EveryTableThatAFieldIsInIsUnsent) {
                                     TablePart{Table::Relays, 2}, TablePart{Table::Buttons, 2}));
 }
 
+// Flags travel as they are stored: 32 buttons with 256 targets each are 2181 bytes.
+TEST_F(UnsentMessagesTest, AMessageIsAsLongAsItIsSent) {
+  ConnectSwitcher();
+  for (int button = 1; button <= model_.ButtonCount; ++button) {
+    Edit(1, "B" + std::to_string(button) + " Prog", std::string(256, '0'));
+  }
+  for (const TablePart& part :
+       {TablePart{Table::Buttons, 1}, TablePart{Table::Buttons, 2}, TablePart{Table::Inhibits, 1},
+        TablePart{Table::Relays, 1}, kOptoTable, kStationLabels, kInputLabels}) {
+    int values = 0;
+    Transmission transmission = senders_.Make(part);
+    while (transmission.Step([&] { ++values; })) continue;
+    const auto bytes = static_cast<int>((port_.TakeWritten().size() + 1) / 3);
+    EXPECT_EQ(unsent_.SizeOf(part).bytes, bytes);
+    EXPECT_EQ(unsent_.SizeOf(part).values, values);
+  }
+  EXPECT_EQ(unsent_.SizeOf({Table::Buttons, 1}).bytes, 2181);
+  EXPECT_EQ(unsent_.SizeOf({Table::Buttons, 3}).bytes, 0) << "there is none";
+}
+
 TEST_F(UnsentMessagesTest, WhatDoesNotTravelIsNotUnsent) {
   Edit(1, "Notes", "Studio 3");
   Edit(1, "Inhibits", test::kNoFlags + "1");  // beyond the channels

@@ -6,7 +6,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <numeric>
 
 #include "switcher/download_plan.h"
 #include "switcher/line_pace.h"
@@ -87,7 +86,7 @@ SendChangesWindow::SendChangesWindow(const Services& services, const UnsentTable
   connect(&Unsent(), &UnsentTables::NotConfirmed, this, &SendChangesWindow::NoteUnconfirmed);
   connect(&Ok(), &QPushButton::clicked, this, [this] {
     sent_ = Ticked();
-    Sending().GoFor(sent_);
+    Sending().GoFor(sent_, SizeOf(sent_));
   });
   UpdateQuestion();
 }
@@ -110,7 +109,7 @@ void SendChangesWindow::FillList(const UnsentTables::Parts& parts) {
     list_->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
   }
   for (const switcher::TablePart& part : parts) {
-    const int bytes = switcher::SizeOf(model_, part).bytes;
+    const int bytes = Unsent().SizeOf(part).bytes;
     const std::optional<switcher::Day> since = Unsent().Since(part);
     auto* const row = new QTreeWidgetItem({RowWords(part), since ? DayWords(*since) : QString(),
                                            QString::number(bytes), TimeWords(TimeOf({part}))});
@@ -137,10 +136,10 @@ void SendChangesWindow::FillList(const UnsentTables::Parts& parts) {
   }
 }
 
-int SendChangesWindow::BytesOf(const UnsentTables::Parts& parts) const {
-  return std::accumulate(parts.begin(), parts.end(), 0, [this](int bytes, const auto& part) {
-    return bytes + switcher::SizeOf(model_, part).bytes;
-  });
+switcher::MessageSize SendChangesWindow::SizeOf(const UnsentTables::Parts& parts) const {
+  switcher::MessageSize size;
+  for (const switcher::TablePart& part : parts) size += Unsent().SizeOf(part);
+  return size;
 }
 
 // In milliseconds, with the pauses that the switcher is given to store.
@@ -148,7 +147,7 @@ int SendChangesWindow::TimeOf(const UnsentTables::Parts& parts) const {
   constexpr double kMilliseconds = 1000.0 / switcher::LinePace::kBytesPerSecond;
   const auto pauses = std::ranges::count(switcher::PlanSending(parts, Tables()), true,
                                          &switcher::DownloadStage::pauses);
-  return qRound(BytesOf(parts) * kMilliseconds) +
+  return qRound(SizeOf(parts).bytes * kMilliseconds) +
          static_cast<int>(pauses) * std::max<int>(model_.DownloadInterval, 0);
 }
 
@@ -164,7 +163,7 @@ UnsentTables::Parts SendChangesWindow::Ticked() const {
 
 QString SendChangesWindow::SumWords(const UnsentTables::Parts& ticked) const {
   if (ticked.empty()) return tr("Nothing is ticked");
-  const int bytes = BytesOf(ticked);
+  const int bytes = SizeOf(ticked).bytes;
   const QString time = TimeWords(TimeOf(ticked));
   return ticked.size() == 1
              ? tr("1 message, %1 bytes, %2").arg(bytes).arg(time)

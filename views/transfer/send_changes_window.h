@@ -38,7 +38,7 @@ class SendChangesWindow : public SendingWindow {
 
   void FillList(const UnsentTables::Parts& parts);
   UnsentTables::Parts Ticked() const;
-  int BytesOf(const UnsentTables::Parts& parts) const;
+  switcher::MessageSize SizeOf(const UnsentTables::Parts& parts) const;
   int TimeOf(const UnsentTables::Parts& parts) const;
   QString SumWords(const UnsentTables::Parts& ticked) const;
   void UpdateQuestion();

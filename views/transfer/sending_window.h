@@ -83,7 +83,7 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
   void TellEnd();
 
   switcher::Download& Sending() { return download_; }
-  UnsentTables& Unsent() { return unsent_; }
+  UnsentTables& Unsent() const { return unsent_; }
   const switcher::TableSenders& Tables() const { return tables_; }
   QLabel& Status() { return *status_; }
   QProgressBar& Bar() { return *bar_; }

@@ -277,7 +277,9 @@ TEST_F(SendChangesWindowTest, WithoutASwitcherItSaysSo) {
 }
 
 TEST_F(SendChangesWindowTest, SaysWhenNothingIsUnsent) {
-  messages_.NoteHeld({Table::Inhibits, 3}, messages_.Held().at({Table::Inhibits, 3}).digest);
+  for (const auto& [part, print] : switcher::LoadPrints(*files_.Database(), model_)) {
+    messages_.NoteHeld(part, print.digest);
+  }
   Open();
   EXPECT_EQ(Text("aidSendChgText"),
             QStringLiteral("Nothing is unsent: what is edited here is in the switcher."));
