@@ -70,12 +70,9 @@ JournalKeeper::JournalKeeper(stations::Changes& changes, const std::filesystem::
 void JournalKeeper::Begin() {
   digest_ = Elsewhere<std::string>(pool_, [database = database_] { return DigestOf(database); });
   digest_.then(this, [this](const std::string& digest) {
-    // Of a file that was read by now, too: nobody can have connected yet.
-    const auto tell = [this, digest] {
-      if (!waiting_.empty()) WriteWaiting();
-      Q_EMIT DigestKnown(digest);
-    };
-    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    known_ = digest;
+    if (!waiting_.empty()) WriteWaiting();
+    Q_EMIT DigestKnown(digest);
   });
   const files::Outcome read = journal_.Read();
   isUsable_ = read.ok();

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <deque>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "stations/change.h"
@@ -53,6 +54,10 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   // The journal as it was found by Begin().
   const stations::JournalContents& Found() const { return journal_.Contents(); }
 
+  // The digest of the database's file, in hexadecimal; empty when the file cannot be read.  It is
+  // computed where nobody waits: nothing before DigestKnown().
+  const std::optional<std::string>& Digest() const { return known_; }
+
   // The acts from BeginGroup() to EndGroup() that come from the switcher belong together.
   void BeginGroup();
   void EndGroup() { group_ = 0; }
@@ -73,8 +78,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   std::int64_t ThisRun() const { return journal_.ThisRun(); }
 
  Q_SIGNALS:
-  // After Begin(), once: the digest of the database's file, computed where nobody waits, in
-  // hexadecimal; empty when the file cannot be read.
+  // Once; of a small file perhaps in Begin() already.
   void DigestKnown(const std::string& digest);
   // An act of this run, whether it could be written or not.
   void ActAdded(const stations::Act& act);
@@ -98,6 +102,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   const std::filesystem::path database_;
   stations::Journal journal_;
   QFuture<std::string> digest_;
+  std::optional<std::string> known_;  // the digest, when it was told
   bool isUsable_ = false;
   bool hasBeginning_ = false;
   std::deque<std::string> waiting_;  // acts that are not in the file yet

@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QStringList>
 #include <algorithm>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -89,7 +90,11 @@ QAction* Rescue::AddAction(const char* name, const QString& caption, const QStri
 void Rescue::Begin() {
   const auto& runs = services_.journal.Found().Runs();
   if (std::ranges::none_of(runs, &stations::JournalRun::IsUnsaved)) return;
-  connect(&services_.journal, &JournalKeeper::DigestKnown, this, &Rescue::Collect);
+  if (const std::optional<std::string>& digest = services_.journal.Digest()) {
+    Collect(*digest);
+  } else {
+    connect(&services_.journal, &JournalKeeper::DigestKnown, this, &Rescue::Collect);
+  }
 }
 
 void Rescue::Collect(const std::string& digest) {

@@ -35,7 +35,10 @@ class RescueTest : public JournalFixture {
     database_.AddStation(5, {{"Label", "MIC"}, {"InLabel", "IN 5"}});
     database_.AddStation(7, {{"Label", "CAM"}});
     window_.show();
+    window_.activateWindow();
   }
+
+  void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&window_)); }
 
   // A start of the console, up to what it offers.
   void Start() {
