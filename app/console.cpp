@@ -352,11 +352,14 @@ void Console::ConnectBackups() {
 
 void Console::ConnectJournal() {
   connect(&journal_, &JournalKeeper::Failed, this, [this](const QString& why) {
-    window_.Hints().Give(Hint::JournalFails,
-                         tr("What is edited now would not survive a crash: %1").arg(why));
+    const QString text = tr("What is edited now would not survive a crash: %1").arg(why);
+    window_.Hints().Give(Hint::JournalFails, text);
+    log_.Note(text);
   });
-  connect(&journal_, &JournalKeeper::Recovered, this,
-          [this] { window_.Hints().Withdraw(Hint::JournalFails); });
+  connect(&journal_, &JournalKeeper::Recovered, this, [this] {
+    window_.Hints().Withdraw(Hint::JournalFails);
+    log_.Note(tr("What is edited survives a crash again"));
+  });
   connect(&transfers_, &Transfers::RetrievalBegun, &journal_, &JournalKeeper::BeginGroup);
   connect(&transfers_, &Transfers::RetrievalEnded, &journal_, &JournalKeeper::EndGroup);
   connect(&shutDown_, &ShutDown::AllSaved, &journal_, &JournalKeeper::RunSaved);

@@ -30,7 +30,10 @@ void Store(benchmark::State& state, bool withJournal) {
   database.GoTo(17);
   stations::Changes changes;
   std::optional<app::JournalKeeper> keeper;
-  if (withJournal) keeper.emplace(changes, folder / "Tesk.journal", folder / "Tesk.mdb").Begin();
+  if (withJournal) {
+    keeper.emplace(changes, folder / "Tesk.journal", folder / "Tesk.mdb").Begin();
+    keeper->Finish();
+  }
   bool turn = false;
   for (auto _ : state) {
     turn = !turn;

@@ -6,8 +6,11 @@
 
 namespace files {
 
-BackgroundLines::BackgroundLines(Write write, Listener listener)
-    : write_(std::move(write)), listener_(std::move(listener)), thread_([this] { Run(); }) {}
+BackgroundLines::BackgroundLines(Write write, Gap gap, Listener listener)
+    : write_(std::move(write)),
+      gap_(std::move(gap)),
+      listener_(std::move(listener)),
+      thread_([this] { Run(); }) {}
 
 BackgroundLines::~BackgroundLines() {
   {
@@ -21,11 +24,28 @@ BackgroundLines::~BackgroundLines() {
 bool BackgroundLines::Add(std::string line) {
   {
     const std::lock_guard lock(mutex_);
-    if (waiting_.size() >= kWaiting) return false;
-    waiting_.push_back(std::move(line));
+    if (waiting_.size() >= kWaiting) {
+      ++lost_;
+      return false;
+    }
+    waiting_.push_back({.text = std::move(line), .lost = std::exchange(lost_, 0)});
   }
   changed_.notify_one();
   return true;
+}
+
+Outcome BackgroundLines::WriteBehindGap(const Line& line) {
+  missing_ += line.lost;
+  if (missing_ > 0) {
+    if (Outcome outcome = write_(gap_(missing_)); !outcome.ok()) {
+      ++missing_;
+      return outcome;
+    }
+    missing_ = 0;
+  }
+  Outcome outcome = write_(line.text);
+  if (!outcome.ok()) ++missing_;
+  return outcome;
 }
 
 void BackgroundLines::Run() {
@@ -34,10 +54,10 @@ void BackgroundLines::Run() {
   while (true) {
     changed_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
     if (waiting_.empty()) return;
-    const std::string line = std::move(waiting_.front());
+    const Line line = std::move(waiting_.front());
     waiting_.pop_front();
     lock.unlock();
-    const Outcome outcome = write_(line);
+    const Outcome outcome = WriteBehindGap(line);
     if (outcome.ok() != wasOk) listener_(outcome);
     wasOk = outcome.ok();
     lock.lock();

@@ -26,27 +26,40 @@ class BackgroundLines {
   // the object.
   using Listener = std::function<void(const Outcome& outcome)>;
 
+  // What stands in the place of so many lines that are missing.
+  using Gap = std::function<std::string(std::size_t lines)>;
+
   // So many lines wait for a disk that is slow.
   static constexpr std::size_t kWaiting = 2000;
 
-  // Whatever the two refer to must outlive the object.
-  BackgroundLines(Write write, Listener listener);
+  // Whatever these refer to must outlive the object.
+  BackgroundLines(Write write, Gap gap, Listener listener);
   // Writes what still waits.
   ~BackgroundLines();
   BackgroundLines(const BackgroundLines&) = delete;
   BackgroundLines& operator=(const BackgroundLines&) = delete;
 
-  // False, and the line is lost, while too many wait already.
+  // False, and the line is lost, while too many wait already.  Before the next line that can be
+  // written stands how many were lost, be it so or because they could not be written.
   bool Add(std::string line);
 
  private:
+  struct Line {
+    std::string text;
+    std::size_t lost;  // before it
+  };
+
   void Run();
+  Outcome WriteBehindGap(const Line& line);
 
   const Write write_;
+  const Gap gap_;
   const Listener listener_;
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::deque<std::string> waiting_;
+  std::deque<Line> waiting_;
+  std::size_t lost_ = 0;     // since the last that waits
+  std::size_t missing_ = 0;  // in the file; of the thread
   bool isEnding_ = false;
   std::thread thread_;  // last: it uses the others
 };

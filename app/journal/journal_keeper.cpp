@@ -69,6 +69,11 @@ JournalKeeper::JournalKeeper(stations::Changes& changes, const std::filesystem::
 
 void JournalKeeper::Begin() {
   digest_ = Elsewhere<std::string>(pool_, [database = database_] { return DigestOf(database); });
+  digest_.then(this, [this](const std::string& digest) {
+    known_ = digest;
+    if (!waiting_.empty()) WriteWaiting();
+    Q_EMIT DigestKnown(digest);
+  });
   const files::Outcome read = journal_.Read();
   isUsable_ = read.ok();
   NoteWriting(read);
@@ -93,7 +98,8 @@ void JournalKeeper::Changed(std::span<const stations::Change> changes) {
 
 void JournalKeeper::WriteWaiting() {
   if (!hasBeginning_) {
-    // Computed long ago, unless this is the first moment of the run.
+    // Nobody waits for a slow disk here.
+    if (!digest_.isFinished()) return;
     journal_.SetBeginning(stations::WriteBeginning(digest_.result()));
     hasBeginning_ = true;
   }
@@ -121,15 +127,16 @@ void JournalKeeper::RunSaved() {
   if (EndRun(run, Kind::Saved) && IsLarge() && journal_.Read().ok()) Compact();
 }
 
-bool JournalKeeper::IsLarge() const {
+std::uint64_t JournalKeeper::Bytes() const {
   std::error_code error;
   const std::uint64_t bytes = std::filesystem::file_size(path_, error);
-  return !error && bytes > kMostBytes;
+  return error ? 0 : bytes;
 }
 
 // When that fails, the journal is as it was, and serves as well.
 void JournalKeeper::Compact() {
-  (void)journal_.Replace(stations::Compact(journal_.Contents(), kKeptBytes));
+  const std::string text = stations::Compact(journal_.Contents(), kKeptBytes);
+  if (text.size() < Bytes()) (void)journal_.Replace(text);
 }
 
 void JournalKeeper::NoteWriting(const files::Outcome& outcome) {

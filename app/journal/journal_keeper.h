@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <deque>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "stations/change.h"
@@ -25,15 +26,16 @@ inline constexpr char kJournalFile[] = "Tesk.journal";
 // loses nothing of it: what is stored at once is one act.
 //
 // A line is in the system's hands before the edit that it tells of is over; the disk has it a
-// second later, without anybody waiting for that.  A journal that cannot be written keeps no edit
-// from being made: its lines are kept, and tried again with the next one.
+// second later, without anybody waiting for that.  Only what is edited before it is known which
+// database this is, in the first moment of a run, is written then.  A journal that cannot be
+// written keeps no edit from being made: its lines are kept, and tried again with the next one.
 class JournalKeeper : public QObject, public stations::ChangeObserver {
   Q_OBJECT
 
  public:
   // The file is replaced by one with less history at a start or a saved end, when it is larger than
   // the first; then it has as much history as the second says.
-  static constexpr std::uint64_t kMostBytes = 2 << 20;
+  static constexpr std::uint64_t kLargeBytes = 2 << 20;
   static constexpr std::uint64_t kKeptBytes = 3 << 19;
 
   // `changes` must outlive the object.  Nothing is read or written before Begin().
@@ -52,9 +54,9 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   // The journal as it was found by Begin().
   const stations::JournalContents& Found() const { return journal_.Contents(); }
 
-  // The digest of the database's file, computed where nobody waits: hexadecimal; empty when the
-  // file cannot be read.
-  const QFuture<std::string>& Digest() const { return digest_; }
+  // The digest of the database's file, in hexadecimal; empty when the file cannot be read.  It is
+  // computed where nobody waits: nothing before DigestKnown().
+  const std::optional<std::string>& Digest() const { return known_; }
 
   // The acts from BeginGroup() to EndGroup() that come from the switcher belong together.
   void BeginGroup();
@@ -76,6 +78,8 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   std::int64_t ThisRun() const { return journal_.ThisRun(); }
 
  Q_SIGNALS:
+  // Once; of a small file perhaps in Begin() already.
+  void DigestKnown(const std::string& digest);
   // An act of this run, whether it could be written or not.
   void ActAdded(const stations::Act& act);
   // The journal cannot be read or written, and why; told again after it went well in between.
@@ -85,7 +89,8 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
 
  private:
   void WriteWaiting();
-  bool IsLarge() const;
+  std::uint64_t Bytes() const;
+  bool IsLarge() const { return Bytes() > kLargeBytes; }
   void Compact();
   void NoteWriting(const files::Outcome& outcome);
   void NoteSyncing(const files::Outcome& outcome);
@@ -97,6 +102,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   const std::filesystem::path database_;
   stations::Journal journal_;
   QFuture<std::string> digest_;
+  std::optional<std::string> known_;  // the digest, when it was told
   bool isUsable_ = false;
   bool hasBeginning_ = false;
   std::deque<std::string> waiting_;  // acts that are not in the file yet

@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QStringList>
 #include <algorithm>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -35,6 +36,19 @@ std::size_t ChangesIn(const stations::UnsavedRun& run) {
   for (const stations::Act& act : run.acts) changes += views::ChangeRows(act.changes).size();
   return changes;
 }
+
+// What is stored as long as it lives.
+class Stored : public stations::ChangeObserver {
+ public:
+  using ChangeObserver::ChangeObserver;
+  void Changed(std::span<const stations::Change> changes) override {
+    rows_ += views::ChangeRows(changes).size();
+  }
+  std::size_t Rows() const { return rows_; }
+
+ private:
+  std::size_t rows_ = 0;
+};
 
 // What stands in the way, from what a field holds to what it is to hold.
 std::vector<stations::Change> InTheWay(const std::vector<stations::Conflict>& conflicts) {
@@ -76,8 +90,11 @@ QAction* Rescue::AddAction(const char* name, const QString& caption, const QStri
 void Rescue::Begin() {
   const auto& runs = services_.journal.Found().Runs();
   if (std::ranges::none_of(runs, &stations::JournalRun::IsUnsaved)) return;
-  QFuture<std::string> digest = services_.journal.Digest();
-  digest.then(this, [this](const std::string& known) { Collect(known); });
+  if (const std::optional<std::string>& digest = services_.journal.Digest()) {
+    Collect(*digest);
+  } else {
+    connect(&services_.journal, &JournalKeeper::DigestKnown, this, &Rescue::Collect);
+  }
 }
 
 void Rescue::Collect(const std::string& digest) {
@@ -97,8 +114,14 @@ void Rescue::Collect(const std::string& digest) {
 }
 
 // "12 changes".
-QString Rescue::CountOf(const Offer& offer) {
-  return offer.changes == 1 ? tr("1 change") : tr("%1 changes").arg(offer.changes);
+QString Rescue::CountOf(std::size_t changes) {
+  if (changes == 0) return tr("no changes");
+  return changes == 1 ? tr("1 change") : tr("%1 changes").arg(changes);
+}
+
+// "12 changes of 21 Nov 18:05".
+QString Rescue::CountOf(std::size_t changes, const Offer& of) {
+  return tr("%1 of %2").arg(CountOf(changes), DayAndTime(of.run.Time()));
 }
 
 bool Rescue::IsInPlace(const stations::UnsavedRun& run) {
@@ -125,7 +148,7 @@ void Rescue::ShowOffer() {
   const Offer* const offer = Current();
   if (offer == nullptr) return;
   QString text = tr("The console ended without saving on %1: %2")
-                     .arg(DayAndTime(offer->run.Time()), CountOf(*offer));
+                     .arg(DayAndTime(offer->run.Time()), CountOf(offer->changes));
   if (offer->run.unreadable > 0) text += tr(", and some that cannot be read");
   if (offer->run.acts.empty())
     text =
@@ -139,7 +162,9 @@ void Rescue::ShowOffer() {
 }
 
 void Rescue::ShowNext() {
-  if (services_.hints.Has(Hint::UnsavedRun)) at_ = (at_ + 1) % offers_.size();
+  const bool isSeen = services_.hints.Has(Hint::UnsavedRun) &&
+                      services_.hints.isAncestorOf(services_.window.focusWidget());
+  if (isSeen) at_ = (at_ + 1) % offers_.size();
   ShowOffer();
   services_.hints.TakeFocus();
 }
@@ -174,13 +199,12 @@ void Rescue::AskAboutEdited(std::int64_t run, Share share) {
   if (rows.empty()) return Store(run, share, Edited::Restore);
   QStringList named;
   for (const views::ChangeRow& row : std::span(rows).first(std::min(rows.size(), kMostNamed))) {
-    named.append(tr("%1, %2: %3, to be %4").arg(row.where, row.what, row.before, row.after));
+    named.append(tr("%1, %2: %3 now, %4 then").arg(row.where, row.what, row.before, row.after));
   }
   if (rows.size() > kMostNamed) named.append(tr("and %1 more").arg(rows.size() - kMostNamed));
   Ask(services_.window, *this,
       {.name = QStringLiteral("aidAskEdited"),
-       .text = tr("Restore What Was Edited Since?\r\rThese hold neither what that run found nor "
-                  "what it left:") +
+       .text = tr("Restore What Was Edited Since?\r\rThese were edited again after the crash:") +
                QStringLiteral("\r\r") + named.join(u'\r'),
        .answers = {{.name = QStringLiteral("aidRestoreEdited"),
                     .caption = tr("Restore Them, Too"),
@@ -202,11 +226,10 @@ void Rescue::Store(std::int64_t run, Share share, Edited edited) {
   const Offer* const offer = OfferOf(run);
   if (offer == nullptr) return;
   std::vector<stations::Change> changes = ChangesOf(offer->run, share);
-  if (edited == Edited::Keep) {
-    std::vector<stations::Conflict> conflicts;
-    if (!FindConflicts(changes, &conflicts)) return;
-    changes = stations::Without(changes, conflicts);
-  }
+  std::vector<stations::Conflict> conflicts;
+  if (!FindConflicts(changes, &conflicts)) return;
+  if (edited == Edited::Keep) changes = stations::Without(changes, conflicts);
+  Stored stored(services_.changes);
   jet::Database* const database = services_.database();
   if (!Succeeds(database == nullptr
                     ? db::NotOpen()
@@ -214,7 +237,11 @@ void Rescue::Store(std::int64_t run, Share share, Edited edited) {
                                          {services_.changes, stations::Origin::Restore}))) {
     return;
   }
-  const QString note = tr("Restored: %1 of %2").arg(CountOf(*offer), DayAndTime(offer->run.Time()));
+  QString note = tr("Restored: %1").arg(CountOf(stored.Rows(), *offer));
+  const auto gone = std::ranges::count_if(
+      conflicts, [](const stations::Conflict& conflict) { return conflict.field.empty(); });
+  if (gone == 1) note += tr(", 1 station has no record");
+  if (gone > 1) note += tr(", %1 stations have no record").arg(gone);
   // A restore that is in no journal is lost with this run: then the next one offers it again.
   if (services_.journal.IsComplete()) services_.journal.EndRun(run, Kind::Restored);
   Forget(run, note);
@@ -241,8 +268,12 @@ void Rescue::Discard() {
 
 void Rescue::DiscardRun(std::int64_t run) {
   const Offer* const offer = OfferOf(run);
-  if (offer == nullptr || !services_.journal.EndRun(run, Kind::Discarded)) return;
-  Forget(run, tr("Discarded: %1 of %2").arg(CountOf(*offer), DayAndTime(offer->run.Time())));
+  if (offer == nullptr) return;
+  if (services_.journal.EndRun(run, Kind::Discarded)) {
+    Forget(run, tr("Discarded: %1").arg(CountOf(offer->changes, *offer)));
+  } else {
+    Q_EMIT NoteRequested(tr("Not discarded: %1").arg(CountOf(offer->changes, *offer)));
+  }
 }
 
 void Rescue::Forget(std::int64_t run, const QString& note) {

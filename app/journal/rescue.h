@@ -25,7 +25,7 @@ namespace app {
 // Offers what runs of the console have changed that ended without saving, the oldest first: to
 // restore it, to show it, or to discard it.  Nothing is restored unasked, and nothing is forgotten:
 // closing the hint decides nothing, and the command of the menu brings it back, or
-// shows the next one of several.
+// leads there, or, from there, to the next one of several.
 //
 // A run is restored on the database that it began with; on another one it can only be shown.
 class Rescue : public QObject {
@@ -50,8 +50,9 @@ class Rescue : public QObject {
   // The digest of the database is told to an object that is there.
   ~Rescue() override { services_.journal.Finish(); }
 
-  // Looks for such runs, and offers the first as soon as it is known which database this is.  A run
-  // whose changes are all in the database is none of them: it ended before it could say so.
+  // Behind the journal's Begin(): looks for such runs, and offers the first as soon as it is known
+  // which database this is.  A run whose changes are all in the database is none of them: it ended
+  // before it could say so.
   void Begin();
 
  Q_SIGNALS:
@@ -74,7 +75,8 @@ class Rescue : public QObject {
   // The run that is offered, or that of an id; null when there is none.
   const Offer* Current() const;
   const Offer* OfferOf(std::int64_t run) const;
-  static QString CountOf(const Offer& offer);
+  static QString CountOf(std::size_t changes);
+  static QString CountOf(std::size_t changes, const Offer& of);
   void ShowOffer();
   void ShowNext();
 

@@ -17,10 +17,17 @@ LogFile::LogFile(const std::filesystem::path& path, const EventLog& log, HintStr
               log, hints) {}
 
 LogFile::LogFile(files::BackgroundLines::Write write, const EventLog& log, HintStrip& hints)
-    : hints_(hints), lines_(std::move(write), [this](const files::Outcome& outcome) {
-        // From the thread that writes to the one that shows.
-        QMetaObject::invokeMethod(this, [this, outcome] { ShowOutcome(outcome); });
-      }) {
+    : hints_(hints),
+      lines_(
+          std::move(write),
+          [](std::size_t lines) { return tr("Lines missing here: %1").arg(lines).toStdString(); },
+          [this](const files::Outcome& outcome) {
+            // From the thread that writes to the one that shows.
+            QMetaObject::invokeMethod(this, [this, outcome] {
+              failure_ = QString::fromStdString(outcome.text);
+              ShowState();
+            });
+          }) {
   connect(&log, &QAbstractItemModel::rowsInserted, this,
           [this, &log](const QModelIndex& /*parent*/, int first, int last) {
             for (int row = first; row <= last; ++row) Add(log.Line(row));
@@ -28,17 +35,16 @@ LogFile::LogFile(files::BackgroundLines::Write write, const EventLog& log, HintS
 }
 
 void LogFile::Add(const QString& line) {
-  if (lost_ > 0 && lines_.Add(tr("Lines missing here: %1").arg(lost_).toStdString())) lost_ = 0;
-  if (lost_ > 0 || !lines_.Add(line.toStdString())) ++lost_;
+  const bool hung = std::exchange(hangs_, !lines_.Add(line.toStdString()));
+  if (hung != hangs_) ShowState();
 }
 
-void LogFile::ShowOutcome(const files::Outcome& outcome) {
-  if (outcome.ok()) {
+void LogFile::ShowState() {
+  const QString why = hangs_ ? tr("the disk does not answer") : failure_;
+  if (why.isEmpty()) {
     hints_.Withdraw(Hint::LogFile);
   } else {
-    hints_.Give(
-        Hint::LogFile,
-        tr("The event log is not kept on disk: %1").arg(QString::fromStdString(outcome.text)));
+    hints_.Give(Hint::LogFile, tr("The event log is not kept on disk: %1").arg(why));
   }
 }
 

@@ -17,8 +17,8 @@ namespace app {
 inline constexpr char kLogFile[] = "Teskctl.log";
 
 // Keeps the event log on disk, too: every line that is added, as it is copied and saved, with its
-// date.  A disk that fails costs a hint, which goes when lines can be written again; what could not
-// be written meanwhile is missing in the file.
+// date.  A disk that fails or does not answer costs a hint, which goes when lines can be written
+// again; the file says how many are missing.
 class LogFile : public QObject {
   Q_OBJECT
 
@@ -31,10 +31,11 @@ class LogFile : public QObject {
 
  private:
   void Add(const QString& line);
-  void ShowOutcome(const files::Outcome& outcome);
+  void ShowState();
 
   HintStrip& hints_;
-  int lost_ = 0;  // lines since the last one that could be added
+  QString failure_;     // why a line could not be written; empty when it could
+  bool hangs_ = false;  // no more lines can wait
   files::BackgroundLines lines_;
 };
 

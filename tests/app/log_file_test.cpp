@@ -86,7 +86,9 @@ TEST_F(LogFileTest, AFullDiskCostsAHintWhichGoesWithTheNextLine) {
             "The event log is not kept on disk: Cannot write Teskctl.log: File too large");
   log_.Add(Kind::Note, QStringLiteral("three"), LoggedAt(3));
   AwaitHint(false);
-  EXPECT_EQ(Text(), "2026-11-21 12:03:01.000\tNote\tone\n2026-11-21 12:03:03.000\tNote\tthree\n");
+  EXPECT_EQ(Text(),
+            "2026-11-21 12:03:01.000\tNote\tone\nLines missing here: 1\n2026-11-21 "
+            "12:03:03.000\tNote\tthree\n");
 }
 
 TEST_F(LogFileTest, AFolderThatMayNotBeWrittenCostsAHint) {
@@ -118,9 +120,12 @@ TEST_F(LogFileTest, WhatADiskIsTooSlowForIsCounted) {
   for (std::size_t line = 0; line < kWaiting + 3; ++line) {
     log_.Add(Kind::Note, QStringLiteral("waits"));
   }
+  EXPECT_EQ(test::Find<QWidget>(hints_, "aidHintText").toolTip().toStdString(),
+            "The event log is not kept on disk: the disk does not answer");
   answer.set_value();
   ASSERT_TRUE(QTest::qWaitFor([&] { return count == kWaiting + 1; }, 60'000));
   log_.Add(Kind::Note, QStringLiteral("last"));
+  EXPECT_TRUE(hints_.isHidden());
   file_.reset();
   ASSERT_EQ(written.size(), kWaiting + 3);
   EXPECT_EQ(written[kWaiting], "waits");

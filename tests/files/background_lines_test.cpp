@@ -20,6 +20,25 @@ Outcome Failed() {
   return {.error = std::make_error_code(std::errc::no_space_on_device), .text = "full"};
 }
 
+std::string Gap(std::size_t lines) { return "missing " + std::to_string(lines); }
+
+TEST(BackgroundLines, WhatCouldNotBeWrittenIsCounted) {
+  std::vector<std::string> written;
+  int calls = 0;
+  {
+    BackgroundLines lines(
+        [&](std::string_view line) {
+          ++calls;
+          if (calls == 2 || calls == 3) return Failed();
+          written.emplace_back(line);
+          return Outcome();
+        },
+        Gap, [](const Outcome&) {});
+    for (int line = 1; line <= 5; ++line) EXPECT_TRUE(lines.Add(std::to_string(line)));
+  }
+  EXPECT_THAT(written, ElementsAre("1", "missing 2", "4", "5"));
+}
+
 TEST(BackgroundLines, AreWrittenInTheirOrderAndAllBeforeTheEnd) {
   std::vector<std::string> written;
   {
@@ -28,7 +47,7 @@ TEST(BackgroundLines, AreWrittenInTheirOrderAndAllBeforeTheEnd) {
           written.emplace_back(line);
           return Outcome();
         },
-        [](const Outcome&) {});
+        Gap, [](const Outcome&) {});
     for (int line = 0; line < 500; ++line) EXPECT_TRUE(lines.Add(std::to_string(line)));
   }
   ASSERT_THAT(written, SizeIs(500));
@@ -50,7 +69,7 @@ TEST(BackgroundLines, ADiskThatDoesNotAnswerHoldsUpNobodyAndCostsLinesOnly) {
           written.emplace_back(line);
           return Outcome();
         },
-        [](const Outcome&) {});
+        Gap, [](const Outcome&) {});
     ASSERT_TRUE(lines.Add("first"));
     begun.get_future().wait();
     for (std::size_t line = 0; line < BackgroundLines::kWaiting; ++line) {
@@ -66,16 +85,16 @@ TEST(BackgroundLines, ADiskThatDoesNotAnswerHoldsUpNobodyAndCostsLinesOnly) {
 
 TEST(BackgroundLines, TheFirstOfSeveralFailuresIsToldAndThatItIsOver) {
   std::vector<std::string> told;
-  std::vector<bool> fails = {false, true, true, false, false, true};
+  std::vector<bool> fails = {false, true, true, false, false, false, true};
   std::size_t at = 0;
   {
-    BackgroundLines lines([&](std::string_view) { return fails[at++] ? Failed() : Outcome(); },
+    BackgroundLines lines([&](std::string_view) { return fails[at++] ? Failed() : Outcome(); }, Gap,
                           [&](const Outcome& outcome) {
                             told.push_back(std::to_string(at) + (outcome.ok() ? "" : outcome.text));
                           });
-    for (std::size_t line = 0; line < fails.size(); ++line) EXPECT_TRUE(lines.Add("line"));
+    for (int line = 0; line < 6; ++line) EXPECT_TRUE(lines.Add("line"));
   }
-  EXPECT_THAT(told, ElementsAre("2full", "4", "6full"));
+  EXPECT_THAT(told, ElementsAre("2full", "5", "7full"));
 }
 
 }  // namespace

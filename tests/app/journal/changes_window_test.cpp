@@ -154,6 +154,7 @@ class RecentChangesTest : public TransfersFixture {
     window_.show();
     test::WriteFile(folder_ / "Tesk.mdb", "database");
     keeper_.Begin();
+    keeper_.Finish();
   }
 
   QWidget* Window() const {

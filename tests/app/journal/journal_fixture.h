@@ -39,6 +39,7 @@ class JournalFixture : public testing::Test {
     stations::Changes stream;
     JournalKeeper keeper(stream, Path(), DatabasePath());
     keeper.Begin();
+    keeper.Finish();
     for (const stations::Change& change : changes) stream.Announce(change);
   }
 

@@ -29,6 +29,12 @@ class JournalKeeperTest : public JournalFixture {
   void SetUp() override { TeskWatch(plan_.Shared()); }
   void TearDown() override { TeskWatch(nullptr); }
 
+  // Up to when it is known which database this is.
+  void Begin() {
+    keeper_.Begin();
+    keeper_.Finish();
+  }
+
   // The acts of the last run.
   std::vector<stations::Act> Acts() const {
     const stations::JournalContents contents(Text());
@@ -43,13 +49,13 @@ class JournalKeeperTest : public JournalFixture {
 };
 
 TEST_F(JournalKeeperTest, ARunThatChangesNothingLeavesNothing) {
-  keeper_.Begin();
+  Begin();
   keeper_.RunSaved();
   EXPECT_EQ(Text(), "(none)");
 }
 
 TEST_F(JournalKeeperTest, WhatIsStoredAtOnceIsOneAct) {
-  keeper_.Begin();
+  Begin();
   changes_.Hold();
   changes_.Announce(LabelOf(5, "MIC", "LINE"));
   changes_.Announce(LabelOf(7, "CAM", "VT"));
@@ -67,20 +73,34 @@ TEST_F(JournalKeeperTest, WhatIsStoredAtOnceIsOneAct) {
 }
 
 TEST_F(JournalKeeperTest, TheRunSaysWhichDatabaseItBeganWith) {
-  keeper_.Begin();
+  Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
   EXPECT_THAT(Text(), HasSubstr(" run 1 {\"database\":\"" + std::string(kDigest) + "\"}\n"));
 }
 
-TEST_F(JournalKeeperTest, WhatIsSavedIsSaidToBe) {
+// One that is long in being read; nobody waits for it.
+TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenThen) {
+  std::filesystem::resize_file(DatabasePath(), 1 << 30);
+  QSignalSpy known(&keeper_, &JournalKeeper::DigestKnown);
   keeper_.Begin();
+  changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
+  changes_.Announce(LabelOf(5, "MIC", "LINE"));
+  EXPECT_EQ(Text(), "(none)");
+  EXPECT_FALSE(keeper_.IsComplete());
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !known.isEmpty(); }, 60'000));
+  EXPECT_TRUE(keeper_.IsComplete());
+  EXPECT_THAT(Runs(), ElementsAre("1 Label of station 17 Label of station 5"));
+}
+
+TEST_F(JournalKeeperTest, WhatIsSavedIsSaidToBe) {
+  Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
   keeper_.RunSaved();
   EXPECT_THAT(Runs(), ElementsAre("1 Label of station 17; saved"));
 }
 
 TEST_F(JournalKeeperTest, TheActsOfARetrievalBelongTogether) {
-  keeper_.Begin();
+  Begin();
   changes_.Announce(LabelOf(5, "A", "B", Origin::Switcher));
   keeper_.BeginGroup();
   changes_.Announce(LabelOf(5, "B", "C", Origin::Switcher));
@@ -96,7 +116,7 @@ TEST_F(JournalKeeperTest, TheActsOfARetrievalBelongTogether) {
 }
 
 TEST_F(JournalKeeperTest, EveryCharacterOfALabelComesBack) {
-  keeper_.Begin();
+  Begin();
   std::string label;
   for (int code = 0x20; code < 0x100; ++code) {
     label += QByteArray(QString(QChar(code)).toUtf8()).toStdString();
@@ -108,7 +128,7 @@ TEST_F(JournalKeeperTest, EveryCharacterOfALabelComesBack) {
 
 // The handler of an edit only writes; the disk has it without anybody waiting, once for many edits.
 TEST_F(JournalKeeperTest, TheDiskHasItALittleLater) {
-  keeper_.Begin();
+  Begin();
   plan_.Restart();
   for (int i = 0; i < 20; ++i) changes_.Announce(LabelOf(17, "a", "b"));
   EXPECT_THAT(plan_.Calls(), testing::Not(testing::Contains(HasSubstr("sync"))));
@@ -122,7 +142,7 @@ TEST_F(JournalKeeperTest, TheDiskHasItALittleLater) {
 }
 
 TEST_F(JournalKeeperTest, AFullDiskInTheMiddleOfALineCostsAHintAndNoAct) {
-  keeper_.Begin();
+  Begin();
   changes_.Announce(LabelOf(5, "a", "b"));
   const std::string before = Text();
   {
@@ -143,7 +163,7 @@ TEST_F(JournalKeeperTest, AFullDiskInTheMiddleOfALineCostsAHintAndNoAct) {
 }
 
 TEST_F(JournalKeeperTest, AFolderThatCannotBeWrittenCostsAHintAndNoAct) {
-  keeper_.Begin();
+  Begin();
   plan_.Restart();
   plan_.Fail(1, 1 << 30, EROFS);
   changes_.Announce(LabelOf(5, "a", "b"));
@@ -157,7 +177,7 @@ TEST_F(JournalKeeperTest, AFolderThatCannotBeWrittenCostsAHintAndNoAct) {
 }
 
 TEST_F(JournalKeeperTest, ADiskThatDoesNotTakeItIsSaid) {
-  keeper_.Begin();
+  Begin();
   changes_.Announce(LabelOf(5, "a", "b"));
   plan_.Restart();
   plan_.Fail(1, 1, EIO);
@@ -170,7 +190,7 @@ TEST_F(JournalKeeperTest, ADiskThatDoesNotTakeItIsSaid) {
 
 TEST_F(JournalKeeperTest, WhatIsNoFileIsLeftAlone) {
   std::filesystem::create_directory(Path());
-  keeper_.Begin();
+  Begin();
   EXPECT_EQ(failed_.size(), 1);
   changes_.Announce(LabelOf(5, "a", "b"));
   keeper_.RunSaved();
@@ -196,14 +216,14 @@ class LargeJournalTest : public JournalKeeperTest {
     ASSERT_TRUE(journal.Read().ok());
     ASSERT_TRUE(journal.EndRun(saved, stations::JournalLine::Kind::Saved, "{}").ok());
     add({.title = "Label of station 17", .changes = {LabelOf(17, "Sta. 017", "CAM 4")}}, 1);
-    ASSERT_GT(Text().size(), JournalKeeper::kMostBytes);
+    ASSERT_GT(Text().size(), JournalKeeper::kLargeBytes);
   }
 };
 
 TEST_F(LargeJournalTest, AStartMakesItSmallerAndKeepsWhatIsNotSaved) {
   MakeLarge();
-  keeper_.Begin();
-  EXPECT_LE(Text().size(), JournalKeeper::kMostBytes);
+  Begin();
+  EXPECT_LE(Text().size(), JournalKeeper::kLargeBytes);
   EXPECT_GT(Text().size(), JournalKeeper::kKeptBytes / 2);
   const stations::JournalRun& last = keeper_.Found().Runs().back();
   ASSERT_TRUE(last.IsUnsaved());
@@ -216,10 +236,10 @@ TEST_F(LargeJournalTest, AStartMakesItSmallerAndKeepsWhatIsNotSaved) {
 }
 
 TEST_F(LargeJournalTest, ASavedEndMakesItSmaller) {
-  keeper_.Begin();
+  Begin();
   const std::string long_(200, 'b');
   for (int i = 0; i < 7000; ++i) changes_.Announce(LabelOf(5, "a", long_.c_str()));
-  ASSERT_GT(Text().size(), JournalKeeper::kMostBytes);
+  ASSERT_GT(Text().size(), JournalKeeper::kLargeBytes);
   keeper_.RunSaved();
   EXPECT_LE(Text().size(), JournalKeeper::kKeptBytes);
   EXPECT_THAT(Runs(), ElementsAre(testing::EndsWith("; saved")));
@@ -236,6 +256,7 @@ TEST_F(LargeJournalTest, ADiskThatFailsLeavesTheLargeOneWhole) {
     stations::Changes stream;
     JournalKeeper keeper(stream, Path(), DatabasePath());
     keeper.Begin();
+    keeper.Finish();
     const bool isThrough = plan_.Count() < call;
     plan_.Lift();
     if (isThrough) break;
@@ -244,7 +265,7 @@ TEST_F(LargeJournalTest, ADiskThatFailsLeavesTheLargeOneWhole) {
     stream.Announce(LabelOf(18, "a", "b"));
     EXPECT_THAT(Runs().back(), HasSubstr("Label of station 18"));
   }
-  EXPECT_LE(Text().size(), JournalKeeper::kMostBytes);
+  EXPECT_LE(Text().size(), JournalKeeper::kLargeBytes);
 }
 
 // A run of days that ends in a crash.
@@ -263,7 +284,7 @@ TEST_F(JournalKeeperTest, AHundredThousandActsAreOneAtTheNextStart) {
       ASSERT_TRUE(journal.AddAct(stations::WriteAct(act)).ok());
     }
   }
-  keeper_.Begin();
+  Begin();
   ASSERT_EQ(keeper_.Found().Runs().size(), 1u);
   const stations::UnsavedRun run = stations::ReadUnsavedRun(keeper_.Found().Runs()[0]);
   ASSERT_THAT(run.acts, SizeIs(1));

@@ -21,10 +21,13 @@ namespace app {
 namespace {
 
 using stations::Origin;
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 class RescueTest : public JournalFixture {
  protected:
@@ -32,7 +35,10 @@ class RescueTest : public JournalFixture {
     database_.AddStation(5, {{"Label", "MIC"}, {"InLabel", "IN 5"}});
     database_.AddStation(7, {{"Label", "CAM"}});
     window_.show();
+    window_.activateWindow();
   }
+
+  void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&window_)); }
 
   // A start of the console, up to what it offers.
   void Start() {
@@ -158,6 +164,9 @@ TEST_F(RescueTest, SeveralAreOfferedOneByOneTheOldestFirst) {
   Start();
   EXPECT_EQ(Hint(), "The console ended without saving on DATE: 1 change (run 1 of 2)");
   command_.trigger();
+  EXPECT_EQ(Hint(), "The console ended without saving on DATE: 1 change (run 1 of 2)")
+      << "the operator was elsewhere";
+  command_.trigger();
   EXPECT_EQ(Hint(), "The console ended without saving on DATE: 2 changes (run 2 of 2)");
   command_.trigger();
   Click("aidRestore");
@@ -170,8 +179,10 @@ TEST_F(RescueTest, WhatWasEditedSinceIsAskedAbout) {
   Start();
   database_.Set(5, "Label", "NEW");
   Click("aidRestore");
-  EXPECT_THAT(test::Find<QMessageBox>(window_, "aidAskEdited").text().toStdString(),
-              HasSubstr("Station 5, Label: NEW, to be LINE"));
+  EXPECT_THAT(
+      test::Find<QMessageBox>(window_, "aidAskEdited").text().toStdString(),
+      HasSubstr(
+          "These were edited again after the crash:\r\rStation 5, Label: NEW now, LINE then"));
   EXPECT_EQ(database_.Field(7, "Label"), "CAM") << "nothing is stored meanwhile";
   Cancel("aidAskEdited");
   EXPECT_EQ(database_.Field(7, "Label"), "CAM");
@@ -181,6 +192,17 @@ TEST_F(RescueTest, WhatWasEditedSinceIsAskedAbout) {
   EXPECT_EQ(database_.Field(5, "Label"), "NEW");
   EXPECT_EQ(database_.Field(7, "Label"), "VT");
   EXPECT_EQ(Hint(), "");
+  EXPECT_THAT(notes_, ElementsAre(StartsWith("Restored: 1 change of ")));
+}
+
+TEST_F(RescueTest, WhereNothingWasLeftToRestoreItSaysSo) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE")});
+  Start();
+  database_.Set(5, "Label", "NEW");
+  Click("aidRestore");
+  Answer("aidAskEdited", "aidKeepEdited");
+  EXPECT_EQ(database_.Field(5, "Label"), "NEW");
+  EXPECT_THAT(notes_, ElementsAre(StartsWith("Restored: no changes of ")));
 }
 
 TEST_F(RescueTest, WhatWasEditedSinceCanBeRestoredToo) {
@@ -200,6 +222,7 @@ TEST_F(RescueTest, WhatCameFromTheSwitcherIsAChoiceOfItsOwn) {
   Answer("aidAskReceived", "aidRestoreEdits");
   EXPECT_EQ(database_.Field(5, "Label"), "LINE");
   EXPECT_EQ(database_.Field(7, "Label"), "CAM");
+  EXPECT_THAT(notes_, ElementsAre(StartsWith("Restored: 1 change of ")));
 }
 
 TEST_F(RescueTest, WhatCameFromTheSwitcherCanBeRestoredToo) {
@@ -227,6 +250,21 @@ TEST_F(RescueTest, DiscardingAsksOnce) {
   EXPECT_EQ(database_.Field(5, "Label"), "MIC");
   Start();
   EXPECT_EQ(Hint(), "");
+}
+
+TEST_F(RescueTest, WhatCannotBeDiscardedIsSaidAndOfferedOn) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE")});
+  Start();
+  faults::FaultPlan plan(folder_.Path());
+  TeskWatch(plan.Shared());
+  plan.Fail(1, 1 << 30, ENOSPC);
+  Click("aidDiscard");
+  Answer("aidAskDiscard", "aidDiscardRun");
+  plan.Lift();
+  TeskWatch(nullptr);
+  EXPECT_THAT(notes_, ElementsAre(StartsWith("Not discarded: 1 change of ")));
+  EXPECT_EQ(Hint(), "The console ended without saving on DATE: 1 change");
+  EXPECT_THAT(Runs(), ElementsAre("1 Label of station 5"));
 }
 
 // The crash came between the renaming of the database and the line that says so.
@@ -281,6 +319,8 @@ TEST_F(RescueTest, AStationThatIsGoneIsPassedOver) {
   Click("aidRestore");
   EXPECT_EQ(database_.Field(5, "Label"), "LINE");
   EXPECT_EQ(Hint(), "");
+  EXPECT_THAT(notes_, ElementsAre(AllOf(StartsWith("Restored: 1 change of "),
+                                        EndsWith(", 1 station has no record"))));
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
@@ -307,6 +347,7 @@ TEST_F(RescueTest, LinesThatCannotBeReadAreSaid) {
             .ok());
   }
   Start();
+  command_.trigger();
   command_.trigger();
   EXPECT_THAT(Hint(), HasSubstr(": 1 change, and some that cannot be read (run 2 of 2)"));
 }
