@@ -42,6 +42,11 @@ class UnsentTables : public QObject, private switcher::UnsentMessages::Listener 
   // The day since which the message is unsent; nothing when it is not.
   std::optional<switcher::Day> Since(const switcher::TablePart& part) const;
 
+  // How long the message is as it would be sent now; nothing where there is none.
+  switcher::MessageSize SizeOf(const switcher::TablePart& part) const {
+    return messages_.SizeOf(part);
+  }
+
   // All() in words: "inhibits of output 3, buttons of station 12"; empty for nothing.
   QString Names() const;
 

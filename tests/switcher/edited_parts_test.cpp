@@ -63,7 +63,11 @@ class EditedMessages : public testing::Test {
   }
 
   std::map<TablePart, Digest> Digests() {
-    return LoadDigests(*database_.Files().Database(), model_);
+    std::map<TablePart, Digest> digests;
+    for (const auto& [part, print] : LoadPrints(*database_.Files().Database(), model_)) {
+      digests[part] = print.digest;
+    }
+    return digests;
   }
 
   // The messages that are others when the field of station 5 has a value.
