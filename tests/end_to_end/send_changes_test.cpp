@@ -42,13 +42,18 @@ class SendChangesTest : public testing::Test {
     return console_->Property(object, "text").toString().toStdString();
   }
 
+  // In words, or where the bar has no room for them as a sign.
+  bool IsUnsentShown() {
+    return console_->IsShown("aidUnsent") || console_->IsShown("aidUnsentSign");
+  }
+
   bool WaitForUnsent(const std::string& words) {
     return ConsoleProcess::WaitFor(
-        [&] { return console_->IsShown("aidUnsent") && Text("aidUnsent").ends_with(words); });
+        [&] { return IsUnsentShown() && Text("aidUnsent").ends_with(words); });
   }
 
   bool WaitForNothingUnsent() {
-    return ConsoleProcess::WaitFor([&] { return !console_->IsShown("aidUnsent"); });
+    return ConsoleProcess::WaitFor([this] { return !IsUnsentShown(); });
   }
 
   void OpenSendChanges() {
