@@ -53,7 +53,8 @@ class UnsentTables : public QObject, private switcher::UnsentMessages::Listener 
   // The same behind the first day: "Unsent since 21 Nov: inhibits of output 3"; empty for nothing.
   QString Words() const;
 
-  // Says that the switcher was never seen to hold this database, or a part of it; empty when it was.
+  // Says that the switcher was never seen to hold this database, or a part of it; empty when it
+  // was.
   QString NeverSeenWords() const;
 
   // Whether something was sent that the switcher can still confirm.

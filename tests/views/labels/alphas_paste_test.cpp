@@ -175,10 +175,10 @@ TEST(AlphasPaste, NotesSayWhatDoesNotTravelWell) {
   console.Open();
   console.Click(0, kLabel);
   console.Paste(QStringLiteral("MIC\nMÜLLER"));
-  EXPECT_THAT(console.said,
-              ElementsAre("edited 1 1", "edited 1 2",
-                          "note Station 2: “Ü” does not travel well on a line of 7-bit data",
-                          "labels"));
+  EXPECT_THAT(
+      console.said,
+      ElementsAre("edited 1 1", "edited 1 2",
+                  "note Station 2: “Ü” does not travel well on a line of 7-bit data", "labels"));
 }
 
 }  // namespace
