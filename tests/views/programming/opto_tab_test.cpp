@@ -107,9 +107,9 @@ TEST_F(OptoTabTest, EditsAreUnsentUntilTheToolSendsThem) {
   console_.ClickBox(kBoxes, 6);
   console_.ClickBox(kBoxes, 9);
   console_.ClickTool("ID_SendOptoData");
-  EXPECT_THAT(console_.told, ElementsAre("edited optos 2", "edited optos 2", "edited optos 2",
-                                         "note Opto 2 has no target left and is inactive now",
-                                         "sent optos 9999"));
+  EXPECT_THAT(console_.told,
+              ElementsAre("edited optos 2", "edited optos 2", "edited optos 2",
+                          "note Opto 2 has no target left and is inactive now", "sent optos 9999"));
   EXPECT_THAT(console_.tables.traffic, ElementsAre("optos")) << "the poll goes on";
   EXPECT_EQ(console_.Number(2, "OptoType"), 254);
 }
