@@ -3,13 +3,11 @@
 #include "db/backups.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
-#include "tests/support/another_user.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/temporary_folder.h"
 
@@ -127,26 +125,6 @@ TEST_F(BackupsTest, WhatTheNewestHoldsIsNotWrittenAgain) {
   test::WriteFile(holder_, "onf");
   ASSERT_TRUE(Keep(Cause::Daily, At(4), "one").ok());
   EXPECT_EQ(List().size(), 4u) << "as large is not the same";
-}
-
-TEST_F(BackupsTest, AnOldOneThatCannotBeDeletedIsNoFailure) {
-  using std::filesystem::perms;
-  if (geteuid() != 0) GTEST_SKIP() << "only the superuser makes files that are another's";
-  for (int second = 0; second < 20; ++second) {
-    ASSERT_TRUE(Keep(Cause::Daily, At(second)).ok());
-  }
-  std::filesystem::permissions(folder_.Path(), perms::all);
-  // Anybody makes files there, and deletes none of others.
-  std::filesystem::permissions(Folder(), perms::all | perms::sticky_bit);
-  const test::AnotherUser nobody;
-  test::WriteFile(Folder() / "Tesk-2026-11-21-180511-daily.mdb", "older than those");
-  EXPECT_TRUE(Keep(Cause::Daily, At(20)).ok());
-  EXPECT_EQ(holder_.filename(), "Tesk-2026-11-21-180532-daily.mdb");
-  EXPECT_EQ(test::ReadFile(holder_), "the database 21");
-  const std::vector<Backups::Copy> copies = List();
-  ASSERT_EQ(copies.size(), 21u);
-  EXPECT_EQ(copies.back().path.filename(), "Tesk-2026-11-21-180512-daily.mdb")
-      << "the one that can be deleted went";
 }
 
 TEST_F(BackupsTest, AFullDiskLeavesNoPartOfACopyAndDeletesNothing) {
