@@ -23,6 +23,7 @@ class KeptDatabase {
       Set(station, "Label", "SET " + std::to_string(station));
     }
     Keep("Tesk-2026-11-20-073000-daily.mdb");
+    Set(30, "Notes", "On the roof");
     Keep("Tesk-2026-11-20-181455-before-saving.mdb");
     Set(4, "Label", "CAM 4");
     Set(4, "InLabel", "MIC 4");
@@ -31,7 +32,9 @@ class KeptDatabase {
     Set(17, "Relays", "1000000000000000");
     Set(21, "Notes", "Moved to the second floor, by the lift");
     Keep("Tesk-2026-11-21-073001-daily.mdb");
+    Set(31, "Notes", "On the roof");
     Keep("Tesk-2026-11-21-112936-before-retrieval.mdb");
+    Set(32, "Notes", "On the roof");
     Keep("Tesk-2026-11-21-142210-before-restoring.mdb");
   }
 

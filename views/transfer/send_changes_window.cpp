@@ -72,6 +72,7 @@ SendChangesWindow::SendChangesWindow(const Services& services, const UnsentTable
     question->addWidget(widget, widget == list_ ? 1 : 0);
   }
   LayOut(question);
+  KeepRoomForLink(!parts_.empty());
   if (parts_.empty()) {
     Ok().hide();
     Cancel().setText(tr("Close"));
@@ -180,12 +181,20 @@ void SendChangesWindow::UpdateQuestion() {
   Ok().setEnabled(isConnected && !ticked.empty());
 }
 
+// The line about the link comes and goes, and nothing else moves for it.
+void SendChangesWindow::KeepRoomForLink(bool keep) {
+  QSizePolicy policy = link_->sizePolicy();
+  policy.setRetainSizeWhenHidden(keep);
+  link_->setSizePolicy(policy);
+}
+
 void SendChangesWindow::ShowSending() {
   state_ = State::Sending;
   linkTimer_.stop();
   list_->setEnabled(false);
   // They leave the status line and the bar their room; what that takes more is the list's.
   for (QLabel* const label : {text_, sum_, link_}) label->hide();
+  KeepRoomForLink(false);
   list_->setMinimumHeight(0);
 }
 

@@ -42,6 +42,7 @@ class SendChangesWindow : public SendingWindow {
   int TimeOf(const UnsentTables::Parts& parts) const;
   QString SumWords(const UnsentTables::Parts& ticked) const;
   void UpdateQuestion();
+  void KeepRoomForLink(bool keep);
   void Wait();
   void LookForAnswer();
   void NoteUnconfirmed(const UnsentTables::Parts& parts);

@@ -200,6 +200,20 @@ TEST_F(SendChangesWindowTest, NothingStandsOverAnythingAtAnyTime) {
   EXPECT_GT(window_->maximumHeight(), window_->height()) << "it can be made larger";
 }
 
+TEST_F(SendChangesWindowTest, NothingMovesForTheLineAboutTheLink) {
+  EditAll();
+  Open();
+  const QSize asked = window_->size();
+  const QRect sum = Child<QLabel>("aidSendChgSum")->geometry();
+  ASSERT_FALSE(Child<QLabel>("aidSendChgLink")->isVisible());
+  model_.LinkStatus = {};
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Child<QLabel>("aidSendChgLink")->isVisible(); }));
+  QCoreApplication::processEvents();
+  ExpectEverythingInSight(*window_);
+  EXPECT_EQ(Child<QLabel>("aidSendChgSum")->geometry(), sum);
+  EXPECT_EQ(window_->size(), asked);
+}
+
 TEST_F(SendChangesWindowTest, OfADatabaseThatTheSwitcherNeverSawItDoesNotSayThatAllIsThere) {
   Open();
   EXPECT_EQ(Text("aidSendChgText"),
