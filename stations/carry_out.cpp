@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "stations/batch.h"
+#include "stations/navigation.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
 
@@ -54,11 +55,16 @@ model::Status CarryOut(jet::Database& database, std::span<const Change> changes,
                        Direction direction, const Author& author) {
   std::unique_ptr<jet::RecordSet> stations;
   if (model::Status status = OpenStations(database, &stations); !status.ok()) return status;
-  Batch batch(database, author.changes);
+  return CarryOut(*stations, changes, direction, author);
+}
+
+model::Status CarryOut(jet::RecordSet& stations, std::span<const Change> changes,
+                       Direction direction, const Author& author) {
+  Batch batch(stations, author.changes);
   for (const Change& change : changes) {
-    if (jet::Status status = stations->Seek(change.station); !status.ok()) return status;
-    if (stations->NoMatch()) continue;
-    Record record(*stations);
+    if (model::Status status = FindStation(stations, change.station); !status.ok()) return status;
+    if (stations.NoMatch()) continue;
+    Record record(stations);
     for (const FieldChange& field : change.fields) {
       record.Set(field.field, WayOf(field, direction).to);
     }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "db/jet/database.h"
+#include "db/jet/record_set.h"
 #include "db/jet/value.h"
 #include "model/status.h"
 #include "stations/change.h"
@@ -40,6 +41,10 @@ model::Status FindConflicts(jet::Database& database, std::span<const Change> cha
 // fields hold now; what has them already is not written.  A station without a record is passed
 // over.  The shared record set stays where it stands.
 model::Status CarryOut(jet::Database& database, std::span<const Change> changes,
+                       Direction direction, const Author& author);
+
+// The same by moving in `stations`: the caller holds a db::KeepPosition.
+model::Status CarryOut(jet::RecordSet& stations, std::span<const Change> changes,
                        Direction direction, const Author& author);
 
 // The changes without those of fields that are in conflict, and of stations without a record.

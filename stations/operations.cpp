@@ -44,4 +44,12 @@ const Operation& OperationOf(int code) {
 
 bool IsOperation(int code) { return Find(code) != nullptr; }
 
+int TargetOfStation(int code, int station, int targetCount) {
+  int target = station;
+  if (OperationOf(code).targets == TargetKind::Channels) {
+    target = code == kExternal ? station - kBeforeExternal : 0;
+  }
+  return target >= 1 && target <= targetCount ? target : 0;
+}
+
 }  // namespace stations

@@ -21,6 +21,9 @@ inline constexpr int kGroup = 255;
 // In the place of a code that cannot be read; no operation's.
 inline constexpr int kNoType = -1;
 
+// External switcher destinations are numbered behind this many stations.
+inline constexpr int kBeforeExternal = 64;
+
 // What is stored as the first target of a button or opto without one, which is inactive.
 inline constexpr int kFirstOfNone = 1;
 
@@ -50,6 +53,11 @@ const Operation& OperationOf(int code);
 
 // Whether the code is in the table.
 bool IsOperation(int code);
+
+// The target (from 1) that stands for station `station` where this is the operation; 0 when none of
+// the `targetCount` does.  An external destination is the
+// station kBeforeExternal behind it.
+int TargetOfStation(int code, int station, int targetCount);
 
 }  // namespace stations
 

@@ -14,9 +14,6 @@
 namespace stations {
 namespace {
 
-// External switcher destinations are numbered after the stations.
-constexpr int kBeforeExternal = 64;
-
 const char* FieldOf(bool input) { return input ? db::kInLabelField : db::kLabelField; }
 
 Reading<std::string> ReadLabel(jet::RecordSet& stations, int number, const char* field) {

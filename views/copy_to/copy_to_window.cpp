@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/copy_to/copy_to_window.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+#include "db/station_fields.h"
+#include "stations/carry_out.h"
+#include "stations/navigation.h"
+#include "stations/record.h"
+#include "views/change_words.h"
+#include "views/programming/button_page.h"
+#include "views/widgets/icon.h"
+#include "views/window_place/on_screen.h"
+
+namespace views {
+namespace {
+
+constexpr int kCopyCharacters = 76;
+constexpr int kCopyRows = 12;
+
+constexpr std::string_view kPlanFailed = "Error Reading What Is To Be Copied";
+constexpr std::string_view kCopyFailed = "Error Copying To Stations";
+
+QString NameOf(int station, const QString& label) {
+  return label.isEmpty() ? QString::number(station)
+                         : QStringLiteral("%1 %2").arg(station).arg(label);
+}
+
+// What a station's part of the plan changes.
+QString ChangeRemark(const stations::Change& change) {
+  const std::vector<ChangeRow> rows = ChangeRows({&change, 1});
+  if (rows.size() != 1) return CopyToWindow::tr("%1 buttons change").arg(rows.size());
+  return QStringLiteral("%1 → %2").arg(rows.front().before, rows.front().after);
+}
+
+}  // namespace
+
+CopyToWindow::CopyToWindow(const Services& services, const CopySource& source, QWidget* parent)
+    : QDialog(parent),
+      services_(services),
+      source_(source),
+      button_(new QRadioButton(this)),
+      page_(new QRadioButton(this)),
+      all_(new QRadioButton(this)),
+      relays_(new QRadioButton(this)),
+      own_(new QCheckBox(this)),
+      count_(new QLabel(this)),
+      ok_(new QPushButton(tr("Cop&y"), this)),
+      cancel_(new QPushButton(tr("Cancel"), this)) {
+  setObjectName(QStringLiteral("frmCopyTo"));
+  setWindowIcon(Icon(QStringLiteral("copy-to-stations")));
+  ReadStations();
+  setWindowTitle(tr("Copy To Stations"));
+  picker_ = new StationPicker({.find = QStringLiteral("txtFindCopy"),
+                               .list = QStringLiteral("lstStations"),
+                               .remarks = tr("What It Gets")},
+                              stations_, this);
+  AddChoices();
+  LayOut();
+  for (QRadioButton* const choice : {button_, page_, all_, relays_}) {
+    connect(choice, &QRadioButton::toggled, this, [this](bool checked) {
+      if (checked) ShowPlan();
+    });
+  }
+  connect(own_, &QCheckBox::toggled, this, &CopyToWindow::ShowPlan);
+  connect(picker_, &StationPicker::TicksChanged, this, &CopyToWindow::ShowCount);
+  connect(ok_, &QPushButton::clicked, this, &CopyToWindow::Copy);
+  connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
+  ShowPlan();
+}
+
+void CopyToWindow::ReadStations() {
+  const model::Status read = WithStations(services_, [this](jet::RecordSet& stations) {
+    for (int number = 1; number <= services_.model.StationCount; ++number) {
+      if (model::Status found = stations::FindStation(stations, number); !found.ok()) return found;
+      if (stations.NoMatch()) continue;
+      // A label that cannot be read keeps nobody from copying.
+      const QString label =
+          QString::fromStdString(stations::Record(stations).Text(db::kLabelField));
+      if (number == source_.station) {
+        label_ = label;
+      } else {
+        stations_.push_back({.number = number, .label = label});
+      }
+    }
+    return model::Status();
+  });
+  if (!read.ok()) ShowFailure(services_, kPlanFailed, read);
+}
+
+void CopyToWindow::AddChoices() {
+  const int buttons = services_.model.ButtonCount;
+  const int pageLast = std::min(source_.pageFirst + ButtonPage::kButtons - 1, buttons);
+  struct Named {
+    QRadioButton* option;
+    const char* name;
+    QString caption;
+    Choice choice;
+  };
+  const Named choices[] = {
+      {button_, "optCopyButton", tr("This &button: %1").arg(source_.button), Choice::Button},
+      {page_, "optCopyPage", tr("This &page: buttons %1 to %2").arg(source_.pageFirst).arg(pageLast),
+       Choice::Page},
+      {all_, "optCopyAll", tr("&All %1 buttons").arg(buttons), Choice::All},
+      {relays_, "optCopyRelays", tr("&Relays"), Choice::Relays},
+  };
+  for (const Named& each : choices) {
+    each.option->setObjectName(QLatin1String(each.name));
+    each.option->setText(each.caption);
+    each.option->setChecked(each.choice == source_.choice);
+  }
+  own_->setObjectName(QStringLiteral("ckOwnStation"));
+  own_->setText(tr("What points at station %1 &itself points at the copy's own station")
+                    .arg(source_.station));
+}
+
+void CopyToWindow::LayOut() {
+  auto* const what = new QGroupBox(
+      tr("Copy From Station %1").arg(NameOf(source_.station, label_).replace(u'&', u"&&")), this);
+  what->setObjectName(QStringLiteral("aidCopyWhat"));
+  auto* const options = new QHBoxLayout;
+  for (QRadioButton* const choice : {button_, page_, all_, relays_}) options->addWidget(choice);
+  options->addStretch();
+  auto* const inside = new QVBoxLayout(what);
+  inside->addLayout(options);
+  inside->addWidget(own_);
+
+  count_->setObjectName(QStringLiteral("aidCopyCount"));
+  count_->setTextFormat(Qt::PlainText);
+  ok_->setObjectName(QStringLiteral("cmdOkCopy"));
+  ok_->setToolTip(tr("Store it for the stations that are ticked; nothing is sent"));
+  cancel_->setObjectName(QStringLiteral("cmdCancelCopy"));
+  cancel_->setAutoDefault(false);
+  ok_->setDefault(true);
+
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(count_, 1);
+  buttons->addWidget(ok_);
+  buttons->addWidget(cancel_);
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(what);
+  layout->addWidget(picker_, 1);
+  layout->addLayout(buttons);
+  const QSize wanted(kCopyCharacters * fontMetrics().averageCharWidth(),
+                     sizeHint().height() + kCopyRows * fontMetrics().height() / 2);
+  resize(SizeOnScreen(wanted.expandedTo(minimumSizeHint()), screen()->availableSize()));
+  picker_->setFocus();
+}
+
+CopyToWindow::Choice CopyToWindow::Chosen() const {
+  if (page_->isChecked()) return Choice::Page;
+  if (all_->isChecked()) return Choice::All;
+  return relays_->isChecked() ? Choice::Relays : Choice::Button;
+}
+
+stations::CopyOrder CopyToWindow::Order() const {
+  stations::CopyOrder order{.from = source_.station,
+                            .pointsAtOwn = own_->isChecked(),
+                            .targetCount = services_.model.ChkBoxCount};
+  const int buttons = services_.model.ButtonCount;
+  switch (Chosen()) {
+    case Choice::Button:
+      order.firstButton = order.lastButton = source_.button;
+      break;
+    case Choice::Page:
+      order.firstButton = source_.pageFirst;
+      order.lastButton = std::min(source_.pageFirst + ButtonPage::kButtons - 1, buttons);
+      break;
+    case Choice::All:
+      order.lastButton = buttons;
+      break;
+    case Choice::Relays:
+      order.relays = true;
+      break;
+  }
+  return order;
+}
+
+QString CopyToWindow::What() const {
+  const stations::CopyOrder order = Order();
+  if (order.relays) return tr("Relays");
+  if (order.firstButton == order.lastButton) return tr("Button %1").arg(order.firstButton);
+  return tr("Buttons %1 to %2").arg(order.firstButton).arg(order.lastButton);
+}
+
+bool CopyToWindow::Plan() {
+  std::vector<int> to;
+  for (const PickableStation& station : stations_) to.push_back(station.number);
+  const model::Status planned = WithStations(services_, [&](jet::RecordSet& stations) {
+    return stations::PlanCopy(stations, Order(), to, &plan_);
+  });
+  if (!planned.ok()) ShowFailure(services_, kPlanFailed, planned);
+  return planned.ok();
+}
+
+void CopyToWindow::ShowPlan() {
+  own_->setEnabled(Chosen() != Choice::Relays);
+  Plan();
+  for (std::size_t row = 0; row < stations_.size(); ++row) {
+    const int number = stations_[row].number;
+    const auto change = std::ranges::find(plan_.changes, number, &stations::Change::station);
+    const bool cannot = std::ranges::find(plan_.cannotPoint, number) != plan_.cannotPoint.end();
+    QString remark = tr("has it already");
+    if (cannot) remark = tr("no button can point at it");
+    if (change != plan_.changes.end()) remark = ChangeRemark(*change);
+    picker_->SetRemark(static_cast<int>(row), remark, cannot);
+  }
+  ShowCount();
+}
+
+void CopyToWindow::ShowCount() {
+  const std::vector<int> ticked = picker_->Ticked();
+  const auto changing = std::ranges::count_if(plan_.changes, [&](const stations::Change& change) {
+    return std::ranges::find(ticked, change.station) != ticked.end();
+  });
+  const auto all = static_cast<qsizetype>(ticked.size());
+  if (ticked.empty()) {
+    count_->setText(tr("Tick the stations that are to get it"));
+  } else {
+    const QString stations = all == 1 ? tr("1 station") : tr("%1 stations").arg(all);
+    count_->setText(
+        tr("%1, %2 change, %3 have it already").arg(stations).arg(changing).arg(all - changing));
+  }
+  ok_->setEnabled(changing > 0);
+}
+
+// The stations may have been changed since the list was drawn: what counts is how they are now.
+void CopyToWindow::Copy() {
+  if (!Plan()) return;
+  const std::vector<int> ticked = picker_->Ticked();
+  std::erase_if(plan_.changes, [&](const stations::Change& change) {
+    return std::ranges::find(ticked, change.station) == ticked.end();
+  });
+  const model::Status stored = WithStations(services_, [this](jet::RecordSet& stations) {
+    return stations::CarryOut(stations, plan_.changes, stations::Direction::Again,
+                              services_.Operator());
+  });
+  if (!stored.ok()) {
+    ShowFailure(services_, kCopyFailed, stored);
+    ShowPlan();
+    return;
+  }
+  Q_EMIT Copied(tr("%1 of station %2 copied: %3 of %4 stations changed")
+                    .arg(What())
+                    .arg(source_.station)
+                    .arg(plan_.changes.size())
+                    .arg(ticked.size()));
+  accept();
+}
+
+}  // namespace views

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/widgets/station_picker.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+#include "views/widgets/row_height.h"
+
+namespace views {
+namespace {
+
+enum PickerColumn { kPickNumber, kPickLabel, kPickRemark };
+
+constexpr int kNumberCharacters = 13;
+constexpr int kLabelCharacters = 18;
+constexpr int kPickerRows = 10;
+
+bool IsTicked(const QTreeWidgetItem& item) {
+  return item.checkState(kPickNumber) == Qt::Checked;
+}
+
+bool CanBeTicked(const QTreeWidgetItem& item) { return item.flags().testFlag(Qt::ItemIsEnabled); }
+
+}  // namespace
+
+StationPicker::StationPicker(const Names& names, const std::vector<PickableStation>& stations,
+                             QWidget* parent)
+    : QWidget(parent),
+      find_(new QLineEdit(this)),
+      list_(new QTreeWidget(this)),
+      count_(new QLabel(this)),
+      tickAll_(new QPushButton(tr("Tick Al&l"), this)),
+      tickNone_(new QPushButton(tr("Tick &None"), this)) {
+  MakeList(names, stations);
+  LayOut(names);
+  setFocusProxy(find_);
+  connect(find_, &QLineEdit::textChanged, this, &StationPicker::ShowOnly);
+  connect(list_, &QTreeWidget::itemChanged, this, [this] {
+    Count();
+    Q_EMIT TicksChanged();
+  });
+  connect(tickAll_, &QPushButton::clicked, this, [this] { Tick(Shown(), true); });
+  connect(tickNone_, &QPushButton::clicked, this, [this] { Tick(Shown(), false); });
+  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, find_,
+          qOverload<>(&QWidget::setFocus));
+  Count();
+}
+
+void StationPicker::MakeList(const Names& names, const std::vector<PickableStation>& stations) {
+  list_->setObjectName(names.list);
+  list_->setAccessibleName(tr("Stations"));
+  QStringList headings{tr("Station"), tr("Label")};
+  if (!names.remarks.isEmpty()) headings.append(names.remarks);
+  list_->setHeaderLabels(headings);
+  list_->setRootIsDecorated(false);
+  list_->setUniformRowHeights(true);
+  list_->setAlternatingRowColors(true);
+  list_->setAllColumnsShowFocus(true);
+  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  list_->setTabKeyNavigation(false);
+  list_->installEventFilter(this);
+  const int character = fontMetrics().averageCharWidth();
+  list_->header()->setSectionsMovable(false);
+  list_->header()->resizeSection(kPickNumber, kNumberCharacters * character);
+  list_->header()->resizeSection(kPickLabel, kLabelCharacters * character);
+  list_->setMinimumHeight(kPickerRows / 2 * RowHeight(fontMetrics()));
+  for (const PickableStation& station : stations) {
+    auto* const item = new QTreeWidgetItem({QString::number(station.number), station.label});
+    item->setCheckState(kPickNumber, Qt::Unchecked);
+    // Of the column whose width is not that of its contents.
+    item->setSizeHint(kPickLabel, QSize(0, RowHeight(fontMetrics())));
+    list_->addTopLevelItem(item);
+  }
+  if (!stations.empty()) {
+    list_->setCurrentItem(list_->topLevelItem(0), kPickNumber, QItemSelectionModel::NoUpdate);
+  }
+}
+
+void StationPicker::LayOut(const Names& names) {
+  find_->setObjectName(names.find);
+  find_->setPlaceholderText(tr("Show only stations with…"));
+  find_->setAccessibleName(tr("Find a station"));
+  find_->setClearButtonEnabled(true);
+  find_->installEventFilter(this);
+  count_->setObjectName(QStringLiteral("aidPickedCount"));
+  count_->setTextFormat(Qt::PlainText);
+  tickAll_->setObjectName(QStringLiteral("aidTickAll"));
+  tickAll_->setToolTip(tr("Tick every station that is shown"));
+  tickNone_->setObjectName(QStringLiteral("aidTickNone"));
+  tickNone_->setToolTip(tr("Take the tick of every station that is shown away"));
+  for (QPushButton* const button : {tickAll_, tickNone_}) button->setAutoDefault(false);
+
+  auto* const below = new QHBoxLayout;
+  below->addWidget(count_, 1);
+  below->addWidget(tickAll_);
+  below->addWidget(tickNone_);
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(find_);
+  layout->addWidget(list_, 1);
+  layout->addLayout(below);
+}
+
+void StationPicker::SetRemark(int row, const QString& remark, bool isObstacle) {
+  QTreeWidgetItem* const item = list_->topLevelItem(row);
+  item->setText(kPickRemark, remark);
+  item->setToolTip(kPickRemark, remark);
+  if (isObstacle) item->setCheckState(kPickNumber, Qt::Unchecked);
+  item->setFlags(item->flags().setFlag(Qt::ItemIsEnabled, !isObstacle));
+}
+
+std::vector<int> StationPicker::Ticked() const {
+  std::vector<int> ticked;
+  for (int row = 0; row < list_->topLevelItemCount(); ++row) {
+    const QTreeWidgetItem& item = *list_->topLevelItem(row);
+    if (IsTicked(item)) ticked.push_back(item.text(kPickNumber).toInt());
+  }
+  return ticked;
+}
+
+void StationPicker::ShowOnly(const QString& text) {
+  const QString wanted = text.simplified();
+  for (int row = 0; row < list_->topLevelItemCount(); ++row) {
+    QTreeWidgetItem& item = *list_->topLevelItem(row);
+    item.setHidden(!item.text(kPickNumber).startsWith(wanted) &&
+                   !item.text(kPickLabel).contains(wanted, Qt::CaseInsensitive));
+  }
+  Count();
+}
+
+QList<QTreeWidgetItem*> StationPicker::Shown() const {
+  QList<QTreeWidgetItem*> shown;
+  for (int row = 0; row < list_->topLevelItemCount(); ++row) {
+    QTreeWidgetItem* const item = list_->topLevelItem(row);
+    if (!item->isHidden()) shown.append(item);
+  }
+  return shown;
+}
+
+void StationPicker::Tick(const QList<QTreeWidgetItem*>& items, bool ticked) {
+  {
+    const QSignalBlocker quietly(list_);
+    for (QTreeWidgetItem* const item : items) {
+      if (CanBeTicked(*item)) item->setCheckState(kPickNumber, ticked ? Qt::Checked : Qt::Unchecked);
+    }
+  }
+  list_->viewport()->update();
+  Count();
+  Q_EMIT TicksChanged();
+}
+
+// All of them get the same: a tick, unless all have one.
+void StationPicker::TickSelected() {
+  QList<QTreeWidgetItem*> chosen = list_->selectedItems();
+  std::erase_if(chosen, [](const QTreeWidgetItem* item) { return item->isHidden(); });
+  if (chosen.isEmpty() && list_->currentItem() != nullptr) chosen.append(list_->currentItem());
+  const bool allTicked = std::ranges::all_of(chosen, [](const QTreeWidgetItem* item) {
+    return IsTicked(*item) || !CanBeTicked(*item);
+  });
+  Tick(chosen, !allTicked);
+}
+
+bool StationPicker::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+  const auto& key = *static_cast<QKeyEvent*>(event);
+  if (watched == list_ && key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier) {
+    TickSelected();
+    return true;
+  }
+  // What was found is gone to; Enter there is the window's.
+  if (watched == find_ && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter ||
+                           key.key() == Qt::Key_Down)) {
+    const QList<QTreeWidgetItem*> shown = Shown();
+    if (!shown.isEmpty()) list_->setCurrentItem(shown.front());
+    list_->setFocus();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void StationPicker::Count() {
+  const int all = list_->topLevelItemCount();
+  const auto shown = Shown().size();
+  const auto ticked = static_cast<int>(Ticked().size());
+  QString text = shown == all ? tr("%1 of %2 ticked").arg(ticked).arg(all)
+                              : tr("%1 of %2 ticked, %3 shown").arg(ticked).arg(all).arg(shown);
+  if (shown == 0 && all > 0) text = tr("No station has this number or label");
+  count_->setText(text);
+  for (QPushButton* const button : {tickAll_, tickNone_}) button->setEnabled(shown > 0);
+}
+
+}  // namespace views

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_WIDGETS_STATION_PICKER_H_
+#define VIEWS_WIDGETS_STATION_PICKER_H_
+
+#include <QString>
+#include <QWidget>
+
+#include <vector>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace views {
+
+// A station that can be chosen.
+struct PickableStation {
+  int number = 0;
+  QString label = {};
+};
+
+// A list of stations with a check box each, under a field that shows only some of them: those whose
+// number or label begins with or has what is typed.  Space ticks the selected rows or takes their
+// ticks away, two buttons do so with all that are shown; what is not shown keeps its tick, and the
+// line below says how many have one.
+class StationPicker : public QWidget {
+  Q_OBJECT
+
+ public:
+  // The object names of the field and the list.  With a heading for them there is a column for
+  // remarks.
+  struct Names {
+    QString find;
+    QString list;
+    QString remarks = {};
+  };
+  StationPicker(const Names& names, const std::vector<PickableStation>& stations,
+                QWidget* parent = nullptr);
+
+  // What is said of a station, from 0 in the order in which they were given.  One with an obstacle
+  // cannot be ticked, and loses its tick.
+  void SetRemark(int row, const QString& remark, bool isObstacle = false);
+
+  // The numbers of the ticked stations, also of those that are not shown.
+  std::vector<int> Ticked() const;
+
+ Q_SIGNALS:
+  // What Ticked() says has changed.
+  void TicksChanged();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void MakeList(const Names& names, const std::vector<PickableStation>& stations);
+  void LayOut(const Names& names);
+  void ShowOnly(const QString& text);
+  void Tick(const QList<QTreeWidgetItem*>& items, bool ticked);
+  void TickSelected();
+  QList<QTreeWidgetItem*> Shown() const;
+  void Count();
+
+  QLineEdit* find_;
+  QTreeWidget* list_;
+  QLabel* count_;
+  QPushButton* tickAll_;
+  QPushButton* tickNone_;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_WIDGETS_STATION_PICKER_H_
