@@ -326,6 +326,10 @@ void Console::ConnectView(views::MainView* view) {
   if (const auto* const buttons = qobject_cast<views::ButtonsView*>(view)) {
     connect(buttons, &views::ButtonsView::SendButtonDataRequested, &transfers_,
             [this] { transfers_.SendData(-1); });
+    connect(buttons, &views::ButtonsView::CrosspointRequested, this, [this](int output, int input) {
+      views_.ShowXmap();
+      views_.Xmap()->GoTo(output, input);
+    });
   }
 }
 

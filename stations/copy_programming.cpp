@@ -40,9 +40,8 @@ model::Status ReadOriginal(jet::RecordSet& stations, const CopyOrder& order, Ori
   for (int button = order.firstButton; button <= order.lastButton; ++button) {
     const ButtonProgram program = ReadButton(stations, button);
     if (!program.Outcome().ok()) return program.Outcome();
-    CopiedButton copied{.button = button,
-                        .type = program.type.value,
-                        .targets = program.targets.value};
+    CopiedButton copied{
+        .button = button, .type = program.type.value, .targets = program.targets.value};
     copied.targets.resize(static_cast<std::size_t>(order.targetCount), '0');
     if (copied.targets.find('1') == std::string::npos) copied.type = kInactive;
     original->buttons.push_back(std::move(copied));
@@ -123,9 +122,8 @@ model::Status PlanCopy(jet::RecordSet& stations, const CopyOrder& order, std::sp
     if (!canPoint) {
       plan->cannotPoint.push_back(station);
     } else if (!differing.fields.empty()) {
-      plan->changes.push_back({.origin = Origin::Operator,
-                               .station = station,
-                               .fields = std::move(differing.fields)});
+      plan->changes.push_back(
+          {.origin = Origin::Operator, .station = station, .fields = std::move(differing.fields)});
     }
   }
   return {};

@@ -149,12 +149,14 @@ View* OpenViews::Active() const {
 }
 
 bool OpenViews::CanFind() const {
-  return Active<views::XmapView>() != nullptr || Active<views::AlphasView>() != nullptr;
+  return Active<views::XmapView>() != nullptr || Active<views::AlphasView>() != nullptr ||
+         Active<views::ButtonsView>() != nullptr;
 }
 
 void OpenViews::ShowFind() {
   if (auto* const xmap = Active<views::XmapView>()) xmap->ShowFind();
   if (auto* const alphas = Active<views::AlphasView>()) alphas->ShowFind();
+  if (auto* const buttons = Active<views::ButtonsView>()) buttons->ShowFind();
 }
 
 bool OpenViews::HasEdits() const {

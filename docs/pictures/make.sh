@@ -209,6 +209,13 @@ picture frmButtons buttons
 does '{"do":"click","object":"cmdButton_4"}'
 sleep 0.3
 picture frmButtons edit-button
+trigger aidCopyToStations frmButtons
+wait_for shows frmCopyTo
+letters txtFindCopy "M"
+click aidTickAll
+picture frmCopyTo copy-to-stations
+close frmCopyTo
+wait_for gone frmCopyTo
 turn_to 5
 picture frmButtons relays
 turn_to 6

@@ -30,6 +30,11 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
     AddClose("close a view", view);
     AddTrigger("open a view", command, view);
   }
+  for (const auto& [command, window] :
+       {std::pair{"aidCopyToStations", "frmCopyTo"}, std::pair{"aidWhereUsed", "frmWhereUsed"}}) {
+    AddTrigger("open a window of the buttons", command, window, "frmButtons");
+    AddClose("close a window of the buttons", window);
+  }
   AddTrigger("open the recent changes", "aidRecentChanges", "frmChanges");
   AddClose("close the recent changes", "frmChanges");
   for (const char* const arrangement : {"ID_Cascade", "ID_TileHorizontal", "ID_TileVertical"}) {
@@ -58,8 +63,8 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   AddClose("close the comparison", "frmCompare");
 }
 
-void Operator::AddTrigger(const char* name, const char* action, const char* shows) {
-  tasks_.push_back({name, [this, action] { console_.Trigger(action); },
+void Operator::AddTrigger(const char* name, const char* action, const char* shows, const char* of) {
+  tasks_.push_back({name, [this, action, of] { console_.Trigger(action, of); },
                     [this, shows] { return console_.IsShown(shows); }});
 }
 

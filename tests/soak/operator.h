@@ -41,7 +41,8 @@ class Operator {
     std::function<bool()> isDone;
   };
 
-  void AddTrigger(const char* name, const char* action, const char* shows);
+  void AddTrigger(const char* name, const char* action, const char* shows,
+                  const char* of = "frmMain");
   void AddClose(const char* name, const char* window);
   void AddEdits(int count);
 

@@ -192,15 +192,14 @@ TEST_F(CopyProgrammingTest, RelaysGoAlone) {
 
 TEST_F(CopyProgrammingTest, WhatCannotBeReadIsNotCopied) {
   CopyPlan plan;
-  EXPECT_EQ(PlanCopy(*database_.Files().Stations(), Buttons(9, 1, 1), std::vector{2}, &plan)
-                .Number(),
-            3021);
+  EXPECT_EQ(
+      PlanCopy(*database_.Files().Stations(), Buttons(9, 1, 1), std::vector{2}, &plan).Number(),
+      3021);
   test::SmallDatabase without(test::StationsWithout("B2 Prog"));
   without.AddStation(1, {{"B1 Prog", Targets({1})}});
   without.AddStation(2, {});
-  EXPECT_EQ(
-      PlanCopy(*without.Files().Stations(), Buttons(1, 1, 2), std::vector{2}, &plan).Number(),
-      3265);
+  EXPECT_EQ(PlanCopy(*without.Files().Stations(), Buttons(1, 1, 2), std::vector{2}, &plan).Number(),
+            3265);
   EXPECT_THAT(plan.changes, IsEmpty());
 }
 

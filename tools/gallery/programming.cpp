@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QComboBox>
+#include <QDialog>
 #include <QTabWidget>
 
 #include "tools/gallery/drawings.h"
@@ -78,6 +80,16 @@ void DrawProgramming() {
   console.Show(new views::ButtonsView(console.Services()));
   console.Find<QAbstractButton>(QStringLiteral("cmdButton_1")).setFocus(Qt::TabFocusReason);
   Save(*console.subWindow, QStringLiteral("buttons-page1"));
+  for (const auto& [action, window] :
+       {std::pair{"aidCopyToStations", "frmCopyTo"}, std::pair{"aidWhereUsed", "frmWhereUsed"}}) {
+    console.Find<QAction>(QLatin1String(action)).trigger();
+    auto* const dialog = console.window->findChild<QDialog*>(QLatin1String(window));
+    if (auto* const all = dialog->findChild<QAbstractButton*>(QStringLiteral("aidTickAll"))) {
+      all->click();
+    }
+    Save(*dialog, QLatin1String(action).mid(3));
+    dialog->close();
+  }
   GoToTab(console, kThirdPage);
   Save(*console.subWindow, QStringLiteral("buttons-page3"));
   GoToTab(console, kFirstPage);

@@ -4,17 +4,18 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
-#include "db/station_fields.h"
 #include "stations/carry_out.h"
 #include "stations/navigation.h"
-#include "stations/record.h"
 #include "views/change_words.h"
+#include "views/pickable_stations.h"
 #include "views/programming/button_page.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/plain_caption.h"
 #include "views/window_place/on_screen.h"
 
 namespace views {
@@ -32,10 +33,12 @@ QString NameOf(int station, const QString& label) {
 }
 
 // What a station's part of the plan changes.
-QString ChangeRemark(const stations::Change& change) {
+QString ChangeRemark(const stations::Change& change, const FieldLookup& lookup) {
   const std::vector<ChangeRow> rows = ChangeRows({&change, 1});
   if (rows.size() != 1) return CopyToWindow::tr("%1 buttons change").arg(rows.size());
-  return QStringLiteral("%1 → %2").arg(rows.front().before, rows.front().after);
+  // With the operation where only the targets change, and the other way round.
+  const ChangeRow row = ChangeRows({&change, 1}, lookup).front();
+  return QStringLiteral("%1 → %2").arg(row.before, row.after);
 }
 
 }  // namespace
@@ -75,22 +78,11 @@ CopyToWindow::CopyToWindow(const Services& services, const CopySource& source, Q
 }
 
 void CopyToWindow::ReadStations() {
-  const model::Status read = WithStations(services_, [this](jet::RecordSet& stations) {
-    for (int number = 1; number <= services_.model.StationCount; ++number) {
-      if (model::Status found = stations::FindStation(stations, number); !found.ok()) return found;
-      if (stations.NoMatch()) continue;
-      // A label that cannot be read keeps nobody from copying.
-      const QString label =
-          QString::fromStdString(stations::Record(stations).Text(db::kLabelField));
-      if (number == source_.station) {
-        label_ = label;
-      } else {
-        stations_.push_back({.number = number, .label = label});
-      }
-    }
-    return model::Status();
-  });
-  if (!read.ok()) ShowFailure(services_, kPlanFailed, read);
+  stations_ = ReadPickableStations(services_);
+  const auto own = std::ranges::find(stations_, source_.station, &PickableStation::number);
+  if (own == stations_.end()) return;
+  label_ = own->label;
+  stations_.erase(own);
 }
 
 void CopyToWindow::AddChoices() {
@@ -104,8 +96,8 @@ void CopyToWindow::AddChoices() {
   };
   const Named choices[] = {
       {button_, "optCopyButton", tr("This &button: %1").arg(source_.button), Choice::Button},
-      {page_, "optCopyPage", tr("This &page: buttons %1 to %2").arg(source_.pageFirst).arg(pageLast),
-       Choice::Page},
+      {page_, "optCopyPage",
+       tr("This &page: buttons %1 to %2").arg(source_.pageFirst).arg(pageLast), Choice::Page},
       {all_, "optCopyAll", tr("&All %1 buttons").arg(buttons), Choice::All},
       {relays_, "optCopyRelays", tr("&Relays"), Choice::Relays},
   };
@@ -121,7 +113,7 @@ void CopyToWindow::AddChoices() {
 
 void CopyToWindow::LayOut() {
   auto* const what = new QGroupBox(
-      tr("Copy From Station %1").arg(NameOf(source_.station, label_).replace(u'&', u"&&")), this);
+      tr("Copy From Station %1").arg(PlainCaption(NameOf(source_.station, label_))), this);
   what->setObjectName(QStringLiteral("aidCopyWhat"));
   auto* const options = new QHBoxLayout;
   for (QRadioButton* const choice : {button_, page_, all_, relays_}) options->addWidget(choice);
@@ -201,13 +193,21 @@ bool CopyToWindow::Plan() {
 void CopyToWindow::ShowPlan() {
   own_->setEnabled(Chosen() != Choice::Relays);
   Plan();
+  const FieldLookup lookup = [this](int station, std::string_view field) {
+    jet::Value value;
+    const model::Status read = WithStations(services_, [&](jet::RecordSet& stations) {
+      if (model::Status found = stations::FindStation(stations, station); !found.ok()) return found;
+      return model::Status(stations.Get(field, &value));
+    });
+    return read.ok() ? value : jet::Value();
+  };
   for (std::size_t row = 0; row < stations_.size(); ++row) {
     const int number = stations_[row].number;
     const auto change = std::ranges::find(plan_.changes, number, &stations::Change::station);
     const bool cannot = std::ranges::find(plan_.cannotPoint, number) != plan_.cannotPoint.end();
     QString remark = tr("has it already");
     if (cannot) remark = tr("no button can point at it");
-    if (change != plan_.changes.end()) remark = ChangeRemark(*change);
+    if (change != plan_.changes.end()) remark = ChangeRemark(*change, lookup);
     picker_->SetRemark(static_cast<int>(row), remark, cannot);
   }
   ShowCount();

@@ -23,8 +23,8 @@ struct CopySource {
   enum class Choice : std::uint8_t { Button, Page, All, Relays };
 
   int station = 0;
-  int button = 1;     // from 1
-  int pageFirst = 1;  // the first button of the page that is meant
+  int button = 1;                  // from 1
+  int pageFirst = 1;               // the first button of the page that is meant
   Choice choice = Choice::Button;  // what is proposed
 };
 

@@ -4,8 +4,10 @@
 
 #include <QEvent>
 #include <QGridLayout>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -13,6 +15,7 @@
 #include "views/programming/focus_grid.h"
 #include "views/programming/page_metrics.h"
 #include "views/widgets/plain_caption.h"
+#include "views/widgets/plain_tip.h"
 #include "views/widgets/scaled_font.h"
 
 namespace views {
@@ -72,6 +75,7 @@ ButtonPage::Key ButtonPage::MakeKey(int button, bool isThere) {
   key->setAutoDefault(true);  // Enter presses it, too
   key->setEnabled(isThere);
   key->setAccessibleName(tr("Button %1").arg(button));
+  key->installEventFilter(this);
   connect(key, &QPushButton::clicked, this, [this, button] { Q_EMIT Clicked(button); });
 
   auto* const type = new QLabel(this);
@@ -147,6 +151,22 @@ void ButtonPage::changeEvent(QEvent* event) {
     key.width = fontMetrics().horizontalAdvance(SpokenCaption(key.button->text()));
   }
   FitFont();
+}
+
+int ButtonPage::FocusedButton() const {
+  const auto focused =
+      std::ranges::find_if(keys_, [](const Key& key) { return key.button->hasFocus(); });
+  return focused == keys_.end() ? 0 : first_ + static_cast<int>(focused - keys_.begin());
+}
+
+// What is stored of the button is read when somebody wants to see it.
+bool ButtonPage::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::ToolTip || !tipOf_) return QWidget::eventFilter(watched, event);
+  const auto key = std::ranges::find(keys_, watched, &Key::button);
+  const int button = first_ + static_cast<int>(key - keys_.begin());
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), PlainTip(tipOf_(button)),
+                     key->button);
+  return true;
 }
 
 void ButtonPage::SetOperation(int button, const stations::Operation& operation) {

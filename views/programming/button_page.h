@@ -5,8 +5,10 @@
 
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "stations/operations.h"
@@ -35,12 +37,19 @@ class ButtonPage : public QWidget {
   // Shows the operation of a button of this page.
   void SetOperation(int button, const stations::Operation& operation);
 
+  // Asks for the tip of a button (from 1) when the pointer rests on it.
+  void SetTips(std::function<QString(int button)> tipOf) { tipOf_ = std::move(tipOf); }
+
+  // The button of this page that has the focus, from 1; 0 when none has.
+  int FocusedButton() const;
+
  Q_SIGNALS:
   void Clicked(int button);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   struct Key {
@@ -62,6 +71,7 @@ class ButtonPage : public QWidget {
 
   const int first_;
   std::vector<Key> keys_;
+  std::function<QString(int button)> tipOf_;
 };
 
 }  // namespace views

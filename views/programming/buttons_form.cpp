@@ -2,7 +2,9 @@
 
 #include "views/programming/buttons_form.h"
 
+#include <QAction>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTabWidget>
@@ -12,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "views/pickable_stations.h"
 #include "views/programming/page_metrics.h"
 
 namespace views {
@@ -30,7 +33,7 @@ QScrollArea* Scrolled(QWidget* page) {
 QWidget* PageWith(std::initializer_list<QWidget*> parts) {
   auto* const page = new QWidget;
   auto* const column = new QVBoxLayout(page);
-  column->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
+  column->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, 0);
   column->setSpacing(kPageMargin);
   for (QWidget* const part : parts) column->addWidget(part);
   column->addStretch();
@@ -53,6 +56,8 @@ ButtonsForm::ButtonsForm(ShownStation& station, QWidget* parent)
       optos(*new OptoPage(station, this)),
       navigator(*new StationNavigator(station.services.model.ButtonCount, *optos.ChannelSelector(),
                                       this)),
+      finder(*new StationFinder(
+          [&services = station.services] { return ReadPickableStations(services); })),
       heading(*new StationHeading(this)),
       tabs(*new QTabWidget(this)),
       options(*new OperationOptions(QStringLiteral("fmButType"), QStringLiteral("optButType"))),
@@ -61,7 +66,8 @@ ButtonsForm::ButtonsForm(ShownStation& station, QWidget* parent)
                                station.services.model.ChkBoxCount)),
       relays(*new TargetBoxes(QStringLiteral("frRelays"), QStringLiteral("ckRelaySel"),
                               station.services.model.RelayCount)),
-      top_(new QHBoxLayout) {
+      top_(new QHBoxLayout),
+      aids_(new QHBoxLayout) {
   AddTabs(station.services.model);
   top_->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, 0);
   top_->setSpacing(kPageMargin);
@@ -73,7 +79,24 @@ ButtonsForm::ButtonsForm(ShownStation& station, QWidget* parent)
   column->setSpacing(kPageMargin);
   column->addLayout(top_);
   column->addWidget(&tabs, 1);
+  column->addLayout(aids_);
+  auto* const prompt = new QLabel(tr("&Go to station"), this);
+  prompt->setObjectName(QStringLiteral("aidStationPrompt"));
+  prompt->setBuddy(&finder);
+  aids_->setContentsMargins(kPageMargin, 0, kPageMargin, kPageMargin);
+  aids_->addWidget(prompt);
+  aids_->addWidget(&finder);
+  aids_->addStretch();
   ShowTab(0);
+}
+
+void ButtonsForm::AddCommand(QAction& command) {
+  auto* const button = new QToolButton(this);
+  button->setObjectName(QStringLiteral("btn") + command.objectName().mid(3));
+  button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  button->setDefaultAction(&command);
+  button->setFocusPolicy(Qt::TabFocus);
+  aids_->addWidget(button);
 }
 
 void ButtonsForm::AddTabs(const model::SystemModel& model) {
@@ -103,6 +126,16 @@ void ButtonsForm::AddTabs(const model::SystemModel& model) {
 
 ButtonPage& ButtonsForm::PageOf(int button) const {
   return *pages_[static_cast<std::size_t>((button - 1) / ButtonPage::kButtons)];
+}
+
+int ButtonsForm::FirstInSight() const {
+  const int tab = tabs.currentIndex();
+  return tab < kButtonPages ? tab * ButtonPage::kButtons + 1 : 0;
+}
+
+int ButtonsForm::FocusedButton() const {
+  const int first = FirstInSight();
+  return first == 0 ? 0 : PageOf(first).FocusedButton();
 }
 
 void ButtonsForm::ShowTab(int tab) {

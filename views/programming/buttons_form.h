@@ -10,10 +10,12 @@
 #include "views/programming/inactive_note.h"
 #include "views/programming/operation_options.h"
 #include "views/programming/opto_page.h"
+#include "views/programming/station_finder.h"
 #include "views/programming/station_heading.h"
 #include "views/programming/station_navigator.h"
 #include "views/programming/target_boxes.h"
 
+class QAction;
 class QBoxLayout;
 class QTabWidget;
 
@@ -39,15 +41,25 @@ class ButtonsForm : public QWidget {
   // The page of a button (from 1).
   ButtonPage& PageOf(int button) const;
 
+  // Of the buttons in sight, the one that has the focus, from 1; 0 when none has.
+  int FocusedButton() const;
+
+  // The first button of the page in sight; 0 while that is none of buttons.
+  int FirstInSight() const;
+
   // What stands over the tabs while this one is chosen (from 0).
   void ShowTab(int tab);
 
   // In a `room` that is too narrow for both, the fields stand under the navigation.
   void PlaceFields(int room);
 
+  // Adds the button of a command beside the finder, under the tabs.
+  void AddCommand(QAction& command);
+
   // The parts; they belong to the form.
   OptoPage& optos;
   StationNavigator& navigator;
+  StationFinder& finder;
   StationHeading& heading;
   QTabWidget& tabs;
   OperationOptions& options;  // of the selected button
@@ -62,7 +74,8 @@ class ButtonsForm : public QWidget {
  private:
   void AddTabs(const model::SystemModel& model);
 
-  QBoxLayout* top_;  // the navigation and the fields
+  QBoxLayout* top_;   // the navigation and the fields
+  QBoxLayout* aids_;  // the finder and the buttons beside it
   std::array<ButtonPage*, kButtonPages> pages_{};
 };
 

@@ -2,6 +2,7 @@
 
 #include "views/programming/buttons_view.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QShortcut>
 #include <QTabBar>
@@ -19,10 +20,14 @@
 #include "stations/operations.h"
 #include "stations/record.h"
 #include "stations/relays.h"
+#include "views/copy_to/copy_to_window.h"
 #include "views/programming/buttons_form.h"
 #include "views/programming/page_metrics.h"
+#include "views/rules/button_tip.h"
+#include "views/where_used/where_used_window.h"
 #include "views/widgets/icon.h"
 #include "views/widgets/scaled_font.h"
+#include "views/widgets/shown.h"
 #include "views/widgets/tool_band.h"
 
 namespace views {
@@ -87,11 +92,17 @@ ButtonsView::ButtonsView(const Services& services, QWidget* parent)
   column->addWidget(tools_);
   column->addWidget(form_, 1);
   Connect();
+  AddAids();
   AddKeys();
   StationEvent opening(shown_, kOperator);
   ShowAll(opening);
   form_->targets.setTitle(QString::fromLatin1(FirstTargetsCaption(SelectedType(opening))));
   SpeakSelectedButton();
+}
+
+ButtonsView::~ButtonsView() {
+  delete copyTo_;
+  delete whereUsed_;
 }
 
 void ButtonsView::AddTools() {
@@ -101,6 +112,26 @@ void ButtonsView::AddTools() {
   tools_->Add(kSendSingle, [this] { SendSingleStation(); });
   tools_->Add(kSendOptos, [this] { SendOptos(); });
   tools_->Add(kQdvStatus, [this] { Q_EMIT QdvStatusRequested(); });
+}
+
+void ButtonsView::AddAids() {
+  const auto add = [this](const char* name, const QString& caption, const QString& tip,
+                          const char* icon, const char* keys, auto run) {
+    auto* const action = new QAction(Icon(QLatin1String(icon)), caption, this);
+    action->setObjectName(QLatin1String(name));
+    action->setToolTip(QStringLiteral("%1 (%2)").arg(tip, QLatin1String(keys)));
+    action->setShortcut(QKeySequence(QLatin1String(keys)));
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this, run);
+    addAction(action);
+    form_->AddCommand(*action);
+  };
+  add("aidCopyToStations", tr("Copy To Stations…"),
+      tr("Copy buttons or relays of this station to others"), "copy-to-stations", "Ctrl+Shift+C",
+      &ButtonsView::CopyToStations);
+  add("aidWhereUsed", tr("Where Used"),
+      tr("List the buttons, optos and inhibits that point at this station"), "where-used", "Ctrl+U",
+      &ButtonsView::ShowWhereUsed);
 }
 
 void ButtonsView::Connect() {
@@ -120,6 +151,13 @@ void ButtonsView::Connect() {
   connect(&form_->relays, &TargetBoxes::Toggled, this,
           [this](int index, bool checked) { ToggleRelay(index + 1, checked); });
   connect(&form_->optos, &OptoPage::NoteRequested, this, &ButtonsView::NoteRequested);
+  connect(&form_->finder, &StationFinder::Chosen, this, &ButtonsView::GoToStation);
+  connect(&form_->finder, &StationFinder::NotFound, this, [this](const QString& text) {
+    Q_EMIT NoteRequested(tr("No station has the number or label %1").arg(text));
+  });
+  for (int first = 1; first <= shown_.services.model.ButtonCount; first += ButtonPage::kButtons) {
+    form_->PageOf(first).SetTips([this](int button) { return TipOf(button); });
+  }
 }
 
 void ButtonsView::AddKeys() {
@@ -235,6 +273,7 @@ void ButtonsView::ShowStationAnew(StationEvent& event) {
 void ButtonsView::ShowStation(StationEvent& event) {
   const StationSnapshot& station = event.Station();
   const jet::Value number = event.Use(kReadFailed, station.number);
+  form_->finder.ShowStation(number.Int(), QString::fromStdString(station.label.value));
   form_->heading.ShowStation(QString::fromStdString(event.Use(kReadFailed, station.label)),
                              QString::fromStdString(event.Use(kReadFailed, station.inputLabel)),
                              number.IsNull() ? QString() : QString::number(number.Int()));
@@ -433,6 +472,59 @@ void ButtonsView::ToggleRelay(int relay, bool set) {
                                     shown_.services.Operator());
       })) {
     ShowRelays(event);
+  }
+}
+
+void ButtonsView::ShowFind() { form_->finder.Begin(); }
+
+QString ButtonsView::TipOf(int button) {
+  const StationSnapshot station(shown_.services.stations(), shown_.services.model.ButtonCount);
+  const auto index = static_cast<std::size_t>(button - 1);
+  if (index >= station.buttons.size()) return {};
+  return tr("Button %1").arg(button) + u'\n' +
+         QString::fromStdString(rules::ButtonTip(station.buttons[index], station.targets,
+                                                 shown_.services.model.ChkBoxCount));
+}
+
+void ButtonsView::CopyToStations() {
+  const int station = CurrentStation();
+  if (station == 0 || IsShown(copyTo_)) return;
+  using Choice = CopySource::Choice;
+  const int focused = form_->FocusedButton();
+  const int button = focused != 0 ? focused : Button();
+  const int inSight = form_->FirstInSight();
+  const bool isPage = inSight != 0 && inSight <= shown_.services.model.ButtonCount;
+  const int tab = form_->tabs.currentIndex();
+  CopySource source{.station = station, .button = button, .choice = Choice::Button};
+  source.pageFirst = isPage ? inSight : button - (button - 1) % ButtonPage::kButtons;
+  if (isPage && focused == 0) source.choice = Choice::Page;
+  if (tab == ButtonsForm::kRelayTab) source.choice = Choice::Relays;
+  copyTo_ = new CopyToWindow(shown_.services, source, window());
+  copyTo_->setAttribute(Qt::WA_DeleteOnClose);
+  connect(copyTo_, &CopyToWindow::Copied, this, &ButtonsView::NoteRequested);
+  copyTo_->open();
+}
+
+void ButtonsView::ShowWhereUsed() {
+  const int station = CurrentStation();
+  if (station == 0) return;
+  if (whereUsed_ == nullptr) {
+    whereUsed_ = new WhereUsedWindow(shown_.services, window());
+    connect(whereUsed_, &WhereUsedWindow::GoToRequested, this, &ButtonsView::GoToUse);
+  }
+  whereUsed_->ShowStation(station);
+  BringUp(*whereUsed_);
+}
+
+void ButtonsView::GoToUse(const stations::Use& use) {
+  switch (use.kind) {
+    case stations::Use::Kind::Button:
+      return GoToButton(use.station, use.part);
+    case stations::Use::Kind::Opto:
+    case stations::Use::Kind::OptoChannel:
+      return GoToOpto(use.part);
+    case stations::Use::Kind::Inhibit:
+      Q_EMIT CrosspointRequested(use.station, use.part);
   }
 }
 

@@ -3,16 +3,21 @@
 #ifndef VIEWS_PROGRAMMING_BUTTONS_VIEW_H_
 #define VIEWS_PROGRAMMING_BUTTONS_VIEW_H_
 
+#include <QPointer>
+
 #include <functional>
 
 #include "stations/navigation.h"
+#include "stations/where_used.h"
 #include "views/main_view.h"
 #include "views/programming/station_event.h"
 
 namespace views {
 
 class ButtonsForm;
+class CopyToWindow;
 class ToolBand;
+class WhereUsedWindow;
 
 // The programming view "frmButtons": what each button of a station's panel does, which relays
 // belong to the station, and what each opto input does.  The station is the current record of
@@ -25,6 +30,7 @@ class ButtonsView : public MainView {
 
  public:
   explicit ButtonsView(const Services& services, QWidget* parent = nullptr);
+  ~ButtonsView() override;
 
   // Captions every button with the label of its first target, or "NONE".
   void UpdateButtonLabels();
@@ -69,12 +75,17 @@ class ButtonsView : public MainView {
   void GoToRelays(int station);
   void GoToOpto(int station);
 
+  // Brings the operator to the box that goes to a station.
+  void ShowFind();
+
   QSize minimumSizeHint() const override;
   QWidget& FirstFocus() override;
 
  Q_SIGNALS:
   // The tool that sends all button programming was clicked.
   void SendButtonDataRequested();
+  // The operator wants to see an inhibit, both from 1.
+  void CrosspointRequested(int output, int input);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -82,6 +93,7 @@ class ButtonsView : public MainView {
 
  private:
   void AddTools();
+  void AddAids();
   void AddKeys();
   void Connect();
   // The desktop's font, as far as the form has room for it: at its first size everything is in
@@ -134,12 +146,17 @@ class ButtonsView : public MainView {
   void ToggleRelay(int relay, bool set);
   void SendSingleStation();
   void SendOptos();
-  // The operator or the view itself has changed this table of a station.
+  void CopyToStations();
+  void ShowWhereUsed();
+  void GoToUse(const stations::Use& use);
+  QString TipOf(int button);
 
   ShownStation shown_;
   int selectedButton_ = 1;
   ToolBand* tools_ = nullptr;
   ButtonsForm* form_ = nullptr;
+  QPointer<CopyToWindow> copyTo_;
+  QPointer<WhereUsedWindow> whereUsed_;
 };
 
 }  // namespace views

@@ -26,7 +26,7 @@ OperationOptions::OperationOptions(const QString& name, const QString& optionNam
     : QGroupBox(QStringLiteral("Operation"), parent), group_(new QButtonGroup(this)) {
   setObjectName(name);
   auto* const row = new QHBoxLayout(this);
-  row->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
+  row->setContentsMargins(kPageMargin, kFrameMargin, kPageMargin, kFrameMargin);
   for (const stations::Operation& operation : stations::AllOperations()) {
     auto* const option = new QRadioButton(QString::fromLatin1(operation.option), this);
     option->setObjectName(optionName + u'_' + QString::number(operation.code));

@@ -71,7 +71,8 @@ OptoPage::OptoPage(ShownStation& station, QWidget* parent)
 
   operation_->AddNote(*inactive_);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
+  column->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, 0);
+  column->setSpacing(kPageMargin);
   column->addWidget(operation_);
   column->addWidget(targets_);
   column->addStretch();

@@ -10,6 +10,10 @@ namespace views {
 // The distance of a page's contents from its edges, and of its parts from each other.
 inline constexpr int kPageMargin = 4;
 
+// Above and below what stands in a frame of a page: at the first size of the view there is no room
+// for more.
+inline constexpr int kFrameMargin = 1;
+
 // Keys and target boxes in a row: the channels of one unit of the switcher.
 inline constexpr int kPageColumns = 8;
 

@@ -32,6 +32,7 @@ StationHeading::StationHeading(QWidget* parent) : QWidget(parent) {
   port_ = AddField(*grid, "txtPortNmbr", "lblPortNmbr", "Port", "",
                    "RS-485 Serial Control Port Associated With This Station");
   FitCaptions();
+  ShowReadOnly();
   grid->setRowStretch(2, 1);
   setMaximumWidth(kLargestWidth);
 }
@@ -72,9 +73,19 @@ void StationHeading::FitCaptions() {
   }
 }
 
+// On the ground of the window: what looks like a field for text asks to be typed into.
+void StationHeading::ShowReadOnly() {
+  for (const Field& field : {label_, inputLabel_, port_}) {
+    QPalette colours = palette();
+    colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+    field.text->setPalette(colours);
+  }
+}
+
 void StationHeading::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::FontChange) FitCaptions();
+  if (event->type() == QEvent::PaletteChange) ShowReadOnly();
 }
 
 void StationHeading::ShowStation(const QString& label, const QString& inputLabel,

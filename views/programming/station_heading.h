@@ -39,6 +39,8 @@ class StationHeading : public QWidget {
   // No caption is cut, whatever the room.
   void FitCaptions();
 
+  void ShowReadOnly();
+
   Field label_;
   Field inputLabel_;
   Field port_;

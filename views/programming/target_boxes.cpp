@@ -32,7 +32,7 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
   setObjectName(name);
   count_->setObjectName(QStringLiteral("aid") + name + QStringLiteral("Count"));
   auto* const grid = new QGridLayout(this);
-  grid->setContentsMargins(kPageMargin, kPageMargin, kPageMargin, kPageMargin);
+  grid->setContentsMargins(kPageMargin, kFrameMargin, kPageMargin, kFrameMargin);
   grid->setSpacing(0);
   auto* const keys = new FocusGrid(kPageColumns, *this);
   for (int index = 0; index < count; ++index) {

@@ -25,9 +25,7 @@ constexpr int kNumberCharacters = 13;
 constexpr int kLabelCharacters = 18;
 constexpr int kPickerRows = 10;
 
-bool IsTicked(const QTreeWidgetItem& item) {
-  return item.checkState(kPickNumber) == Qt::Checked;
-}
+bool IsTicked(const QTreeWidgetItem& item) { return item.checkState(kPickNumber) == Qt::Checked; }
 
 bool CanBeTicked(const QTreeWidgetItem& item) { return item.flags().testFlag(Qt::ItemIsEnabled); }
 
@@ -151,7 +149,8 @@ void StationPicker::Tick(const QList<QTreeWidgetItem*>& items, bool ticked) {
   {
     const QSignalBlocker quietly(list_);
     for (QTreeWidgetItem* const item : items) {
-      if (CanBeTicked(*item)) item->setCheckState(kPickNumber, ticked ? Qt::Checked : Qt::Unchecked);
+      if (CanBeTicked(*item))
+        item->setCheckState(kPickNumber, ticked ? Qt::Checked : Qt::Unchecked);
     }
   }
   list_->viewport()->update();
@@ -162,11 +161,10 @@ void StationPicker::Tick(const QList<QTreeWidgetItem*>& items, bool ticked) {
 // All of them get the same: a tick, unless all have one.
 void StationPicker::TickSelected() {
   QList<QTreeWidgetItem*> chosen = list_->selectedItems();
-  std::erase_if(chosen, [](const QTreeWidgetItem* item) { return item->isHidden(); });
+  chosen.removeIf([](const QTreeWidgetItem* item) { return item->isHidden(); });
   if (chosen.isEmpty() && list_->currentItem() != nullptr) chosen.append(list_->currentItem());
-  const bool allTicked = std::ranges::all_of(chosen, [](const QTreeWidgetItem* item) {
-    return IsTicked(*item) || !CanBeTicked(*item);
-  });
+  const bool allTicked = std::ranges::all_of(
+      chosen, [](const QTreeWidgetItem* item) { return IsTicked(*item) || !CanBeTicked(*item); });
   Tick(chosen, !allTicked);
 }
 
@@ -178,8 +176,8 @@ bool StationPicker::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   // What was found is gone to; Enter there is the window's.
-  if (watched == find_ && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter ||
-                           key.key() == Qt::Key_Down)) {
+  if (watched == find_ &&
+      (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Down)) {
     const QList<QTreeWidgetItem*> shown = Shown();
     if (!shown.isEmpty()) list_->setCurrentItem(shown.front());
     list_->setFocus();

@@ -111,11 +111,12 @@ TEST(ButtonsByKeys, TabGoesInReadingOrderAndAround) {
     order.push_back(Focus());
     Press(Qt::Key_Tab);
   } while (Focus() != "cmdFirst" && order.size() < 60);
-  EXPECT_THAT(order, ElementsAre("cmdFirst", "cmdBack10", "cmdPrev", "cmbButton", "cmdNext",
-                                 "cmdFwd10", "cmdLast", "txtStaLabel", "txtInptLabel",
-                                 "txtPortNmbr", "qt_tabwidget_tabbar", "optButType_0",
-                                 "ckStationSel_0", "btnSendButtonData", "btnSendSingleStation",
-                                 "btnSendOptoData", "btnQDVStatus"));
+  EXPECT_THAT(order,
+              ElementsAre("cmdFirst", "cmdBack10", "cmdPrev", "cmbButton", "cmdNext", "cmdFwd10",
+                          "cmdLast", "txtStaLabel", "txtInptLabel", "txtPortNmbr",
+                          "qt_tabwidget_tabbar", "optButType_0", "ckStationSel_0", "aidStation",
+                          "btnCopyToStations", "btnWhereUsed", "btnSendButtonData",
+                          "btnSendSingleStation", "btnSendOptoData", "btnQDVStatus"));
 }
 
 TEST(ButtonsLook, EverythingFitsIntoItsFirstSize) {

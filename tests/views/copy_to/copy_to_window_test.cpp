@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/copy_to/copy_to_window.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QTest>
+#include <QTreeWidget>
+#include <string>
+#include <vector>
+
+#include "tests/support/recording_changes.h"
+#include "tests/views/programming/buttons_console.h"
+
+namespace views {
+namespace {
+
+using test::Flags;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// The window as it is asked for in the programming view, at station 1 of 64.
+class CopyToWindowTest : public testing::Test {
+ protected:
+  CopyToWindowTest() {
+    for (const int station : {1, 7}) {
+      console_.SetField(station, "B2 Type", 0);
+      console_.SetField(station, "B2 First", 1);
+      console_.SetField(station, "B2 Prog", Flags({1, 5}));
+    }
+    console_.SetField(30, "Label", "PANEL A");
+    console_.SetField(31, "Label", "PANEL B");
+    console_.Open();
+  }
+
+  QDialog& Ask() {
+    console_.Find<QAction>(QStringLiteral("aidCopyToStations")).trigger();
+    window_ = test::ShownDialogs(*console_.window, "frmCopyTo").value(0);
+    if (window_ == nullptr) throw std::runtime_error("there is no frmCopyTo");
+
+    return *window_;
+  }
+
+  template <typename Part = QWidget>
+  Part& Find(const char* name) const {
+    return test::Find<Part>(*window_, name);
+  }
+  QTreeWidgetItem& Row(int station) const {
+    return *Find<QTreeWidget>("lstStations")
+                .findItems(QString::number(station), Qt::MatchExactly)
+                .front();
+  }
+  void Tick(int station) { Row(station).setCheckState(0, Qt::Checked); }
+  std::string Remark(int station) const { return Row(station).text(2).toStdString(); }
+  std::string Count() const { return Find<QLabel>("aidCopyCount").text().toStdString(); }
+  void Press(const char* name) { QTest::mouseClick(&Find(name), Qt::LeftButton); }
+
+  test::ButtonsConsole console_;
+  test::RecordingChanges heard_{console_.changes};
+  QDialog* window_ = nullptr;
+};
+
+TEST_F(CopyToWindowTest, SaysBeforehandWhatEachStationGetsAndHowManyChange) {
+  console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
+  Ask();
+  EXPECT_EQ(window_->windowTitle(), QStringLiteral("Copy To Stations"));
+  EXPECT_TRUE(Find<QRadioButton>("optCopyButton").isChecked());
+  EXPECT_EQ(Find<QRadioButton>("optCopyButton").text(), QStringLiteral("This &button: 2"));
+  EXPECT_EQ(Find<QTreeWidget>("lstStations").topLevelItemCount(), 63) << "all but the station";
+  EXPECT_EQ(Remark(3), "TALK 2 → TALK 1, 5");
+  EXPECT_EQ(Remark(7), "has it already");
+  EXPECT_EQ(Count(), "Tick the stations that are to get it");
+  EXPECT_FALSE(Find("cmdOkCopy").isEnabled());
+  Tick(7);
+  EXPECT_EQ(Count(), "1 station, 0 change, 1 have it already");
+  EXPECT_FALSE(Find("cmdOkCopy").isEnabled()) << "there is nothing to do";
+  Tick(3);
+  Tick(4);
+  EXPECT_EQ(Count(), "3 stations, 2 change, 1 have it already");
+  EXPECT_THAT(heard_.seen, IsEmpty()) << "nothing is stored before it is asked for";
+}
+
+TEST_F(CopyToWindowTest, IsOneActStoredAndSendsNothing) {
+  console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
+  Ask();
+  for (const int station : {3, 4, 7}) Tick(station);
+  Press("cmdOkCopy");
+  EXPECT_EQ(heard_.times, 1);
+  EXPECT_THAT(heard_.Take(), ElementsAre("operator 3: B2 Prog " + Flags({2}) + " > " +
+                                             Flags({1, 5}) + ", B2 First 2 > 1",
+                                         "operator 4: B2 Prog " + Flags({2}) + " > " +
+                                             Flags({1, 5}) + ", B2 First 2 > 1"));
+  EXPECT_EQ(console_.Text(3, "B2 Prog"), Flags({1, 5}));
+  EXPECT_THAT(console_.told, testing::Not(testing::Contains(testing::StartsWith("sent"))));
+  EXPECT_THAT(console_.told,
+              testing::Contains("note Button 2 of station 1 copied: 2 of 3 stations changed"));
+  EXPECT_THAT(test::ShownDialogs(*console_.window, "frmCopyTo"), IsEmpty());
+  EXPECT_EQ(console_.CurrentStation(), 1);
+}
+
+TEST_F(CopyToWindowTest, ThePageInSightIsWhatIsProposedThere) {
+  console_.GoToTab(2);
+  Ask();
+  EXPECT_TRUE(Find<QRadioButton>("optCopyPage").isChecked());
+  EXPECT_EQ(Find<QRadioButton>("optCopyPage").text(),
+            QStringLiteral("This &page: buttons 17 to 32"));
+  EXPECT_EQ(Remark(3), "has it already");
+  console_.SetField(1, "B17 Prog", Flags({9}));
+  Find<QRadioButton>("optCopyAll").click();
+  EXPECT_EQ(Remark(3), "2 buttons change");
+}
+
+TEST_F(CopyToWindowTest, OnAPageThatNoStationHasTheSelectedButtonIsProposed) {
+  console_.GoToTab(5);
+  console_.PickButton(20);
+  console_.GoToTab(3);
+  Ask();
+  EXPECT_TRUE(Find<QRadioButton>("optCopyButton").isChecked());
+  EXPECT_EQ(Find<QRadioButton>("optCopyButton").text(), QStringLiteral("This &button: 20"));
+  EXPECT_EQ(Find<QRadioButton>("optCopyPage").text(),
+            QStringLiteral("This &page: buttons 17 to 32"));
+}
+
+TEST_F(CopyToWindowTest, RelaysAreProposedOnTheirPage) {
+  console_.SetField(1, "Relays", Flags({3}));
+  console_.GoToTab(6);
+  Ask();
+  EXPECT_TRUE(Find<QRadioButton>("optCopyRelays").isChecked());
+  EXPECT_FALSE(Find("ckOwnStation").isEnabled());
+  EXPECT_EQ(Remark(3), "none → 3");
+  Tick(3);
+  Press("cmdOkCopy");
+  EXPECT_EQ(console_.Text(3, "Relays"), Flags({3}));
+}
+
+TEST_F(CopyToWindowTest, WhatPointsAtTheStationPointsAtTheCopysOwnOnDemand) {
+  console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
+  Ask();
+  Find<QCheckBox>("ckOwnStation").click();
+  EXPECT_EQ(Remark(3), "TALK 2 → TALK 3, 5");
+  Tick(3);
+  Press("cmdOkCopy");
+  EXPECT_EQ(console_.Text(3, "B2 Prog"), Flags({3, 5}));
+  EXPECT_EQ(console_.Number(3, "B2 First"), 3);
+}
+
+TEST_F(CopyToWindowTest, FoundStationsAreTickedTogetherByKeysAlone) {
+  console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
+  Ask();
+  EXPECT_EQ(window_->focusWidget()->objectName().toStdString(), "txtFindCopy");
+  QTest::keyClicks(window_->focusWidget(), QStringLiteral("panel"));
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Return);
+  EXPECT_TRUE(window_->isVisible()) << "the list was gone to";
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Down, Qt::ShiftModifier);
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Space);
+  EXPECT_EQ(Find<QLabel>("aidPickedCount").text(), QStringLiteral("2 of 63 ticked, 2 shown"));
+  QTest::keyClick(window_->focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(console_.Text(30, "B2 Prog"), Flags({1, 5}));
+  EXPECT_EQ(console_.Text(31, "B2 Prog"), Flags({1, 5}));
+  EXPECT_EQ(console_.Text(29, "B2 Prog"), Flags({2}));
+}
+
+TEST_F(CopyToWindowTest, TheButtonsTickWhatIsShownAndTheRestKeepsItsTick) {
+  Ask();
+  Tick(3);
+  Find<QLineEdit>("txtFindCopy").setText(QStringLiteral("PANEL"));
+  Press("aidTickAll");
+  EXPECT_EQ(Find<QLabel>("aidPickedCount").text(), QStringLiteral("3 of 63 ticked, 2 shown"));
+  Press("aidTickNone");
+  EXPECT_EQ(Find<QLabel>("aidPickedCount").text(), QStringLiteral("1 of 63 ticked, 2 shown"));
+  Find<QLineEdit>("txtFindCopy").setText(QStringLiteral("NOBODY"));
+  EXPECT_EQ(Find<QLabel>("aidPickedCount").text(),
+            QStringLiteral("No station has this number or label"));
+  EXPECT_FALSE(Find("aidTickAll").isEnabled());
+}
+
+TEST_F(CopyToWindowTest, CancelAndEscapeStoreNothing) {
+  Ask();
+  Tick(3);
+  Press("cmdCancelCopy");
+  EXPECT_THAT(test::ShownDialogs(*console_.window, "frmCopyTo"), IsEmpty());
+  Ask();
+  Tick(3);
+  QTest::keyClick(window_, Qt::Key_Escape);
+  EXPECT_THAT(test::ShownDialogs(*console_.window, "frmCopyTo"), IsEmpty());
+  EXPECT_THAT(heard_.seen, IsEmpty());
+}
+
+// The switcher may send its tables while the window is open.
+TEST_F(CopyToWindowTest, WhatCountsIsHowTheStationsAreWhenItIsStored) {
+  console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
+  Ask();
+  Tick(3);
+  console_.SetField(1, "B2 Prog", Flags({9}));
+  Press("cmdOkCopy");
+  EXPECT_EQ(console_.Text(3, "B2 Prog"), Flags({9}));
+  EXPECT_EQ(console_.Number(3, "B2 First"), 9);
+}
+
+TEST_F(CopyToWindowTest, WithoutADatabaseThereIsNothingToCopy) {
+  console_.databaseIsOpen = false;
+  console_.Find<QAction>(QStringLiteral("aidCopyToStations")).trigger();
+  EXPECT_THAT(test::ShownDialogs(*console_.window, "frmCopyTo"), IsEmpty());
+}
+
+}  // namespace
+}  // namespace views

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/pickable_stations.h"
+
+#include "db/station_fields.h"
+#include "stations/navigation.h"
+#include "stations/record.h"
+
+namespace views {
+
+std::vector<PickableStation> ReadPickableStations(const Services& services) {
+  std::vector<PickableStation> pickable;
+  // What is wrong with the database is told by whoever works with it.
+  (void)WithStations(services, [&](jet::RecordSet& stations) {
+    for (int number = 1; number <= services.model.StationCount; ++number) {
+      if (model::Status found = stations::FindStation(stations, number); !found.ok()) return found;
+      if (stations.NoMatch()) continue;
+      pickable.push_back(
+          {.number = number,
+           .label = QString::fromStdString(stations::Record(stations).Text(db::kLabelField))});
+    }
+    return model::Status();
+  });
+  return pickable;
+}
+
+}  // namespace views

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/programming/station_finder.h"
+
+#include <QApplication>
+#include <QCompleter>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+#include <utility>
+
+namespace views {
+namespace {
+
+constexpr int kFinderCharacters = 12;
+constexpr int kFinderItems = 16;
+
+QString ItemOf(int number, const QString& label) {
+  return QStringLiteral("%1  %2").arg(number).arg(label).trimmed();
+}
+
+}  // namespace
+
+StationFinder::StationFinder(std::function<std::vector<PickableStation>()> stations,
+                             QWidget* parent)
+    : QComboBox(parent), read_(std::move(stations)) {
+  setObjectName(QStringLiteral("aidStation"));
+  setAccessibleName(tr("Go to station"));
+  setToolTip(tr("Go to the station with this number or label"));
+  setAccessibleDescription(toolTip());
+  setEditable(true);
+  setInsertPolicy(QComboBox::NoInsert);
+  setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  setMinimumContentsLength(kFinderCharacters);
+  setMaxVisibleItems(kFinderItems);
+  completer()->setCompletionMode(QCompleter::PopupCompletion);
+  completer()->setFilterMode(Qt::MatchContains);
+  completer()->setCaseSensitivity(Qt::CaseInsensitive);
+  completer()->setMaxVisibleItems(kFinderItems);
+  lineEdit()->setObjectName(QStringLiteral("aidStationText"));
+  lineEdit()->setPlaceholderText(tr("Number or label"));
+  connect(lineEdit(), &QLineEdit::returnPressed, this, &StationFinder::GoToText);
+  connect(this, &QComboBox::activated, this, &StationFinder::GoTo);
+}
+
+void StationFinder::ShowStation(int number, const QString& label) {
+  shown_ = number;
+  current_ = number == 0 ? QString() : ItemOf(number, label);
+  if (!lineEdit()->hasFocus()) setEditText(current_);
+}
+
+void StationFinder::Begin() {
+  QWidget* const before = QApplication::focusWidget();
+  if (before != this) backTo_ = before;
+  setFocus(Qt::ShortcutFocusReason);
+  lineEdit()->selectAll();
+}
+
+void StationFinder::Fill() {
+  const QSignalBlocker quietly(this);
+  const QString text = lineEdit()->text();
+  clear();
+  for (const PickableStation& station : read_()) {
+    addItem(ItemOf(station.number, station.label), station.number);
+  }
+  setCurrentIndex(findText(current_));
+  setEditText(text);
+}
+
+void StationFinder::showPopup() {
+  Fill();
+  QComboBox::showPopup();
+}
+
+void StationFinder::focusInEvent(QFocusEvent* event) {
+  // The list is a window of its own: closing it is no coming.
+  if (event->reason() != Qt::PopupFocusReason) Fill();
+  QComboBox::focusInEvent(event);
+}
+
+// A number is one; else it is the first station whose number or label has the text.
+int StationFinder::IndexOf(const QString& text) const {
+  bool isNumber = false;
+  const int number = text.toInt(&isNumber);
+  if (const int index = isNumber ? findData(number) : -1; index >= 0) return index;
+  return findText(text, Qt::MatchContains);
+}
+
+void StationFinder::GoTo(int index) {
+  const int station = itemData(index).toInt();
+  // One choice can be told of twice: by the list and by Enter.
+  if (station != 0 && station != shown_) Q_EMIT Chosen(station);
+  Leave();
+}
+
+void StationFinder::GoToText() {
+  const QString text = lineEdit()->text().trimmed();
+  if (text.isEmpty() || text == current_) return Leave();
+  const int index = IndexOf(text);
+  if (index >= 0) return GoTo(index);
+  lineEdit()->selectAll();
+  Q_EMIT NotFound(text);
+}
+
+void StationFinder::Leave() {
+  setEditText(current_);
+  if (backTo_ != nullptr && backTo_->isVisible()) {
+    backTo_->setFocus(Qt::OtherFocusReason);
+  } else {
+    lineEdit()->selectAll();
+  }
+  backTo_.clear();
+}
+
+void StationFinder::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) return Leave();
+  QComboBox::keyPressEvent(event);
+}
+
+void StationFinder::focusOutEvent(QFocusEvent* event) {
+  QComboBox::focusOutEvent(event);
+  if (event->reason() != Qt::PopupFocusReason) setEditText(current_);
+}
+
+// The wheel passes over it on its way, and would change the station.
+void StationFinder::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+}  // namespace views
