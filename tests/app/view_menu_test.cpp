@@ -50,8 +50,9 @@ TEST_F(ViewMenuTest, FindIsThatOfTheViewInWhichTheOperatorWorks) {
   views_.ShowXmap();
   views_.ShowAlphas();
   views_.ShowButtons();
-  EXPECT_FALSE(Item("aidFind").isEnabled());
+  EXPECT_TRUE(Item("aidFind").isEnabled());
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("aidStation"));
   EXPECT_FALSE(isOpen("frmXmap"));
   EXPECT_FALSE(isOpen("frmAlphas"));
   EXPECT_EQ(console_.area->activeSubWindow()->widget()->objectName(), QStringLiteral("frmButtons"));
