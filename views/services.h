@@ -55,8 +55,8 @@ void SendTable(const Services& services, const switcher::TablePart& part);
 // Whether nothing may be sent or stored because the console is locked.  The operator is told so.
 bool RefusedByLock(const Services& services);
 
-// Reports what failed in a view: `line` names it, the usual error line follows.  What failed because
-// the console is locked is a refusal.
+// Reports what failed in a view: `line` names it, the usual error line follows.  What failed
+// because the console is locked is a refusal.
 void ShowFailure(const Services& services, std::string_view line, const model::Status& status);
 
 // Tells the operator that what he asked for is not allowed.

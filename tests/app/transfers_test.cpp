@@ -63,8 +63,9 @@ TEST_F(TransfersTest, NoneBeginsWhileTheConsoleIsLocked) {
   for (const char* const name : {"frmDownProg", "frmSendChanges", "frmSysInfo", "frmCompare"}) {
     EXPECT_FALSE(IsOpen(name)) << name;
   }
-  EXPECT_THAT(reporter_.reports,
-              testing::Each("exclamation|Control Error|Action Not Allowed While Console Is Locked"));
+  EXPECT_THAT(
+      reporter_.reports,
+      testing::Each("exclamation|Control Error|Action Not Allowed While Console Is Locked"));
   EXPECT_THAT(reporter_.reports, SizeIs(4));
 }
 

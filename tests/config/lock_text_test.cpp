@@ -37,25 +37,26 @@ TEST(LockText, OfNothingThatIsLocked) {
 }
 
 TEST(LockText, AnythingElseIsRefusedAsAWhole) {
-  for (const char* const text : {
-           "",
-           "[]",
-           "{}",
-           R"({"console": true})",
-           R"({"console": 1, "outputs": []})",
-           R"({"console": true, "outputs": {}})",
-           R"({"console": true, "outputs": [], "more": 1})",
-           R"({"console": true, "outputs": []} more)",
-           R"({"console": true, "outputs": [6]})",
-           R"({"console": true, "outputs": [{"output": 6}]})",
-           R"({"console": true, "outputs": [{"output": 6, "panels": 0}]})",
-           R"({"console": true, "outputs": [{"output": 0, "panels": true}]})",
-           R"({"console": true, "outputs": [{"output": 257, "panels": true}]})",
-           R"({"console": true, "outputs": [{"output": 4294967302, "panels": true}]})",
-           R"({"console": true, "outputs": [{"output": -1, "panels": true}]})",
-           R"({"console": true, "outputs": [{"output": 6.0, "panels": true}]})",
-           R"({"console": true, "outputs": [{"output": 6, "panels": true}, {"output": 6, "panels": true}]})",
-       }) {
+  for (
+      const char* const text : {
+          "",
+          "[]",
+          "{}",
+          R"({"console": true})",
+          R"({"console": 1, "outputs": []})",
+          R"({"console": true, "outputs": {}})",
+          R"({"console": true, "outputs": [], "more": 1})",
+          R"({"console": true, "outputs": []} more)",
+          R"({"console": true, "outputs": [6]})",
+          R"({"console": true, "outputs": [{"output": 6}]})",
+          R"({"console": true, "outputs": [{"output": 6, "panels": 0}]})",
+          R"({"console": true, "outputs": [{"output": 0, "panels": true}]})",
+          R"({"console": true, "outputs": [{"output": 257, "panels": true}]})",
+          R"({"console": true, "outputs": [{"output": 4294967302, "panels": true}]})",
+          R"({"console": true, "outputs": [{"output": -1, "panels": true}]})",
+          R"({"console": true, "outputs": [{"output": 6.0, "panels": true}]})",
+          R"({"console": true, "outputs": [{"output": 6, "panels": true}, {"output": 6, "panels": true}]})",
+      }) {
     LockState read{.isConsoleLocked = true, .outputs = {{1, Against::Console}}};
     EXPECT_FALSE(ReadLocks(text, &read)) << text;
     EXPECT_EQ(read, LockState()) << text;

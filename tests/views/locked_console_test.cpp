@@ -29,9 +29,8 @@ TEST(LockedConsole, TheToolsOfTheMapAreRefused) {
   console.locks.LockConsole(true);
   test::RecordingChanges heard(console.changes);
   console.SelectCell(7, 9);
-  for (const char* const tool :
-       {"ID_Take", "ID_Sum", "ID_Call", "ID_PriorityListen", "ID_ToggleInhibit", "ID_RefreshMap",
-        "ID_SendInhibits"}) {
+  for (const char* const tool : {"ID_Take", "ID_Sum", "ID_Call", "ID_PriorityListen",
+                                 "ID_ToggleInhibit", "ID_RefreshMap", "ID_SendInhibits"}) {
     console.model.XmapComplete = true;
     console.ClickTool(tool);
     EXPECT_THAT(console.reporter.reports, SizeIs(1)) << tool;

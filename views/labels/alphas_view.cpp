@@ -61,11 +61,10 @@ AlphasView::AlphasView(const Services& services, QWidget* parent)
 }
 
 void AlphasView::SetupAlphaView() {
-  grid_ = new LabelsGrid(
-      rows_,
-      {.mayEdit = [this] { return !RefusedByLock(services_); },
-       .storeRow = [this] { return StoreRow(); }},
-      this);
+  grid_ = new LabelsGrid(rows_,
+                         {.mayEdit = [this] { return !RefusedByLock(services_); },
+                          .storeRow = [this] { return StoreRow(); }},
+                         this);
   grid_->setAccessibleName(windowTitle());
 }
 

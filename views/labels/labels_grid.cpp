@@ -47,10 +47,7 @@ class GuardedSelection : public QItemSelectionModel {
 }  // namespace
 
 LabelsGrid::LabelsGrid(LabelsModel& rows, Asks asks, QWidget* parent)
-    : QTableView(parent),
-      rows_(rows),
-      asks_(std::move(asks)),
-      delegate_(new LabelsDelegate(this)) {
+    : QTableView(parent), rows_(rows), asks_(std::move(asks)), delegate_(new LabelsDelegate(this)) {
   setObjectName(QStringLiteral("jgAlphas"));
   setFrameShape(QFrame::NoFrame);
   setVerticalHeader(new LabelsRowHeader(this));
