@@ -529,6 +529,7 @@ void ButtonsView::GoToUse(const stations::Use& use) {
 }
 
 void ButtonsView::SendSingleStation() {
+  if (RefusedByLock(shown_.services)) return;
   StationEvent event(shown_, kOperator);
   const int station = StationNumber(event);
   if (station == 0) return;
