@@ -27,6 +27,7 @@ enum class Origin : std::uint8_t {
   Restore,     // what was edited in a run that ended without saving
   Comparison,  // what the operator took over from the switcher, row by row
   Backup,      // what he took over from a copy of the database
+  File,        // labels or programming from a spreadsheet
 };
 
 // A field that has another value now; null stands for one that could not be read, too.

@@ -12,7 +12,7 @@
 #include "stations/button_program.h"
 #include "stations/navigation.h"
 #include "stations/operations.h"
-#include "stations/record.h"
+#include "stations/planned_fields.h"
 #include "stations/relays.h"
 
 namespace stations {
@@ -43,7 +43,6 @@ model::Status ReadOriginal(jet::RecordSet& stations, const CopyOrder& order, Ori
     CopiedButton copied{
         .button = button, .type = program.type.value, .targets = program.targets.value};
     copied.targets.resize(static_cast<std::size_t>(order.targetCount), '0');
-    if (copied.targets.find('1') == std::string::npos) copied.type = kInactive;
     original->buttons.push_back(std::move(copied));
   }
   return order.relays ? ReadRelays(stations, &original->relays) : model::Status();
@@ -61,40 +60,6 @@ bool PointAtOwn(const CopiedButton& button, const CopyOrder& order, int to, std:
   return true;
 }
 
-// The fields of the current record that are to get another value.
-class Differing {
- public:
-  explicit Differing(jet::RecordSet& stations) : stations_(stations) {}
-
-  // One that cannot be read differs from any value: storing one may mend it.
-  void Add(const std::string& field, const jet::Value& value) {
-    jet::Value before;
-    const bool isRead = stations_.Get(field, &before).ok();
-    if (!isRead) before.SetNull();
-    if (isRead && before == value) return;
-    fields.push_back({.field = field, .before = std::move(before), .after = value});
-  }
-
-  // The first members of a flag string; what stands behind them is kept.
-  void AddFlags(const std::string& field, const std::string& flags) {
-    jet::Value before;
-    const bool isRead = stations_.Get(field, &before).ok();
-    if (!isRead) before.SetNull();
-    const std::string text = model::WithFirstFlags(before.Text(), model::FlagMembers(flags));
-    // Members beyond the end of a text are clear.
-    const std::string plain = model::PlainFlags(text);
-    if (isRead && plain == model::FilledFlags(model::PlainFlags(before.Text()), plain.size())) {
-      return;
-    }
-    fields.push_back({.field = field, .before = std::move(before), .after = text});
-  }
-
-  std::vector<FieldChange> fields;
-
- private:
-  jet::RecordSet& stations_;
-};
-
 }  // namespace
 
 model::Status PlanCopy(jet::RecordSet& stations, const CopyOrder& order, std::span<const int> to,
@@ -106,24 +71,20 @@ model::Status PlanCopy(jet::RecordSet& stations, const CopyOrder& order, std::sp
     if (station == order.from) continue;
     if (model::Status found = FindStation(stations, station); !found.ok()) return found;
     if (stations.NoMatch()) continue;
-    Differing differing(stations);
+    PlannedFields planned(stations);
     bool canPoint = true;
     for (const CopiedButton& button : original.buttons) {
       std::string targets;
       canPoint = canPoint && PointAtOwn(button, order, station, &targets);
       if (!canPoint) break;
-      const int first = model::FirstFlag(targets, order.targetCount);
-      differing.AddFlags(db::ButtonField(button.button, db::kButtonTargets), targets);
-      differing.Add(db::ButtonField(button.button, db::kButtonFirst),
-                    first != 0 ? first : kFirstOfNone);
-      differing.Add(db::ButtonField(button.button, db::kButtonType), button.type);
+      planned.AddButton(button.button, button.type, targets);
     }
-    if (order.relays) differing.AddFlags(db::kRelaysField, original.relays);
+    if (order.relays) planned.AddFlags(db::kRelaysField, original.relays);
     if (!canPoint) {
       plan->cannotPoint.push_back(station);
-    } else if (!differing.fields.empty()) {
+    } else if (!planned.changes.empty()) {
       plan->changes.push_back(
-          {.origin = Origin::Operator, .station = station, .fields = std::move(differing.fields)});
+          {.origin = Origin::Operator, .station = station, .fields = std::move(planned.changes)});
     }
   }
   return {};

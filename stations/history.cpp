@@ -97,6 +97,7 @@ void History::Changed(std::span<const Change> changes) {
     case Origin::Restore:
     case Origin::Comparison:
     case Origin::Backup:
+    case Origin::File:
       Add(Fold(changes));
       break;
   }

@@ -345,6 +345,8 @@ QString OriginWords(stations::Origin origin) {
       return ChangeText::tr("comparison");
     case Origin::Backup:
       return ChangeText::tr("copy");
+    case Origin::File:
+      return ChangeText::tr("file");
   }
   return {};
 }
@@ -363,6 +365,8 @@ QString ActTitle(std::span<const Change> changes) {
       return ChangeText::tr("From the switcher: %1").arg(ChosenTitle(changes));
     case Origin::Backup:
       return ChangeText::tr("From a copy: %1").arg(ChosenTitle(changes));
+    case Origin::File:
+      return ChangeText::tr("From a file: %1").arg(ChosenTitle(changes));
     case Origin::Operator:
     case Origin::Navigation:
     case Origin::Switcher:

@@ -26,6 +26,7 @@ bool IsShownAlready(Origin origin) {
     case Origin::Restore:
     case Origin::Comparison:
     case Origin::Backup:
+    case Origin::File:
       return false;
   }
   return false;

@@ -17,7 +17,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr Origin kOrigins[] = {Origin::Operator,   Origin::Navigation, Origin::Switcher,
                                Origin::Undo,       Origin::Redo,       Origin::Restore,
-                               Origin::Comparison, Origin::Backup};
+                               Origin::Comparison, Origin::Backup,     Origin::File};
 
 constexpr const char* WordOf(Origin origin) {
   switch (origin) {
@@ -37,6 +37,8 @@ constexpr const char* WordOf(Origin origin) {
       return "comparison";
     case Origin::Backup:
       return "backup";
+    case Origin::File:
+      return "file";
   }
   return "";
 }

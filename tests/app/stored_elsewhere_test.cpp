@@ -89,7 +89,8 @@ TEST_F(StoredElsewhereTest, LabelsAreShownInEveryView) {
               {Origin::Redo, "REDONE"},
               {Origin::Restore, "RESTORED"},
               {Origin::Comparison, "COMPARED"},
-              {Origin::Backup, "COPIED"}};
+              {Origin::Backup, "COPIED"},
+              {Origin::File, "READ"}};
   for (const auto& [origin, label] : kAll) {
     Store(origin, 3, {{"Label", jet::Value(), label}});
     EXPECT_EQ(LabelCell(2, kLabel), QLatin1String(label));

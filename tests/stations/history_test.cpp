@@ -107,8 +107,9 @@ TEST_F(HistoryTest, WhatIsRestoredComparedOrCopiedIsAStepAndWhatTheSwitcherRepor
   Store(Origin::Switcher, 4, "Label", "S");
   Store(Origin::Comparison, 2, "Label", "C");
   Store(Origin::Backup, 3, "Label", "K");
-  EXPECT_EQ(history_.Next(Direction::Back)->front().origin, Origin::Backup);
-  for (int times = 0; times < 3; ++times) EXPECT_EQ(Undo(), "gone");
+  Store(Origin::File, 1, "Label", "F");
+  EXPECT_EQ(history_.Next(Direction::Back)->front().origin, Origin::File);
+  for (int times = 0; times < 4; ++times) EXPECT_EQ(Undo(), "gone");
   EXPECT_EQ(Undo(), "-");
   EXPECT_EQ(Label(1) + Label(2) + Label(3) + Label(4), "AAAS");
 }

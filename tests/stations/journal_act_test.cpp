@@ -79,7 +79,8 @@ TEST(JournalAct, EveryOriginHasAWord) {
                                                   {Origin::Redo, "redo"},
                                                   {Origin::Restore, "restore"},
                                                   {Origin::Comparison, "comparison"},
-                                                  {Origin::Backup, "backup"}};
+                                                  {Origin::Backup, "backup"},
+                                                  {Origin::File, "file"}};
   for (const auto& [origin, word] : words) {
     Act act;
     act.origin = origin;

@@ -58,6 +58,8 @@ class RecordingChanges : public stations::ChangeObserver {
         return "comparison";
       case Origin::Backup:
         return "backup";
+      case Origin::File:
+        return "file";
     }
     return "nobody";
   }

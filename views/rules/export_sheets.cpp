@@ -14,6 +14,7 @@
 #include "stations/operations.h"
 #include "stations/target_labels.h"
 #include "views/rules/label_headings.h"
+#include "views/rules/target_list.h"
 
 namespace rules {
 namespace {
@@ -119,7 +120,8 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
       if (!targets.status.ok()) return targets.status;
       sheet.keys.push_back({.type = program.type.value,
                             .caption = caption.value,
-                            .targets = Join(program.targets.value, targets.value)});
+                            .targets = Join(program.targets.value, targets.value),
+                            .list = WriteTargetList(program.targets.value, targets.value)});
     }
     sheets->push_back(std::move(sheet));
   }
@@ -132,15 +134,20 @@ std::string TitleOf(const KeySheet& sheet) {
   return title;
 }
 
+std::string OperationCell(int code) {
+  const std::string label = stations::OperationOf(code).label;
+  return stations::IsOperation(code) ? label : label + " (" + std::to_string(code) + ")";
+}
+
 Sheet ProgrammingSheet(const std::vector<KeySheet>& sheets) {
   Sheet sheet;
-  sheet.captions = {"Station", "Station Label", "Button", "Operation", "First Target", "Targets"};
+  sheet.captions.assign(kProgrammingCaptions.begin(), kProgrammingCaptions.end());
   for (const KeySheet& station : sheets) {
     int button = 0;
     for (const KeyLegend& key : station.keys) {
       sheet.rows.push_back({std::to_string(station.station), station.label,
-                            std::to_string(++button), stations::OperationOf(key.type).label,
-                            key.caption, key.targets});
+                            std::to_string(++button), OperationCell(key.type), key.caption,
+                            key.list});
     }
   }
   return sheet;

@@ -8,6 +8,7 @@
 #ifndef VIEWS_RULES_EXPORT_SHEETS_H_
 #define VIEWS_RULES_EXPORT_SHEETS_H_
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -44,12 +45,23 @@ inline constexpr ExportedMark kExportedMarks[] = {
 // has the word of its mark, or nothing.
 Sheet MapSheet(const XmapGrid& grid);
 
+// The captions of the exported programming.
+inline constexpr char kButtonCaption[] = "Button";
+inline constexpr char kOperationCaption[] = "Operation";
+inline constexpr char kTargetsCaption[] = "Targets";
+inline constexpr std::array<const char*, 6> kProgrammingCaptions = {
+    "Station", "Station Label", kButtonCaption, kOperationCaption, "First Target", kTargetsCaption};
+
+// What a cell says of an operation: "TALK"; of a code outside the table "NULL (77)".
+std::string OperationCell(int code);
+
 // What a button does, in words.
 struct KeyLegend {
   int type = 0;         // the operation's code
   std::string caption;  // the label of its first target, as ReadChosenCaption() has it
   // The labels of all targets, separated by ", "; from ten targets on, "(10) " stands before them.
   std::string targets;
+  std::string list;  // the targets as WriteTargetList() has them
 };
 
 // The keys of a station's panel; element k is button k + 1.
