@@ -2,13 +2,17 @@
 
 #include "views/xmap/xmap_header.h"
 
+#include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 
 #include "views/widgets/contrast.h"
 #include "views/widgets/find_field.h"
+#include "views/widgets/plain_tip.h"
 
 namespace views {
 namespace {
@@ -173,8 +177,21 @@ void XmapHeader::mouseReleaseEvent(QMouseEvent* event) { event->accept(); }
 
 void XmapHeader::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
 
+void XmapHeader::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  const int channel = ChannelAt(event->pos());
+  if (channel >= 1) Q_EMIT MenuRequested(channel, event->globalPos());
+}
+
 bool XmapHeader::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::Leave) Q_EMIT ChannelHovered(0);
+  if (event->type() == QEvent::ToolTip) {
+    const auto* const help = static_cast<QHelpEvent*>(event);
+    const int channel = ChannelAt(help->pos());
+    const QString tip = model()->headerData(channel - 1, orientation(), Qt::ToolTipRole).toString();
+    QToolTip::showText(help->globalPos(), PlainTip(tip), viewport(), SectionRect(channel));
+    return true;
+  }
   return QHeaderView::viewportEvent(event);
 }
 

@@ -44,6 +44,9 @@ class XmapHeader : public QHeaderView {
   // The pointer moved onto a channel, or away (0).
   void ChannelHovered(int channel);
 
+  // A menu for a channel was asked for with the pointer.
+  void MenuRequested(int channel, const QPoint& globalPosition);
+
  protected:
   struct Colours {
     QColor ground;
@@ -67,6 +70,7 @@ class XmapHeader : public QHeaderView {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   bool viewportEvent(QEvent* event) override;
 
  private:

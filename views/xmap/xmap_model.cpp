@@ -3,6 +3,7 @@
 #include "views/xmap/xmap_model.h"
 
 #include "views/xmap/marks.h"
+#include "views/xmap/xmap_words.h"
 
 namespace views {
 
@@ -36,17 +37,26 @@ QVariant XmapModel::headerData(int section, Qt::Orientation orientation, int rol
   }
   const int channel = section + 1;
   const bool output = orientation == Qt::Vertical;
-  const QString label =
-      QString::fromStdString(output ? grid_.OutputLabel(channel) : grid_.InputLabel(channel));
-  if (role == Qt::DisplayRole) return label;
-  const QString number = QString::fromStdString(grid_.Number(channel));
-  return (output ? tr("Out %1  %2") : tr("In %1  %2")).arg(number, label);
+  if (role == Qt::ToolTipRole) {
+    return QString(Name(orientation, channel) + u'\n' +
+                   (output ? HearsWords(grid_, channel) : HeardWords(grid_, channel)));
+  }
+  return role == Qt::DisplayRole ? Label(orientation, channel) : Name(orientation, channel);
+}
+
+QString XmapModel::Label(Qt::Orientation side, int channel) const {
+  return QString::fromStdString(side == Qt::Vertical ? grid_.OutputLabel(channel)
+                                                     : grid_.InputLabel(channel));
+}
+
+QString XmapModel::Name(Qt::Orientation side, int channel) const {
+  return (side == Qt::Vertical ? OutputNumber(grid_, channel) : InputNumber(grid_, channel)) +
+         QStringLiteral("  ") + Label(side, channel);
 }
 
 QString XmapModel::Names(const QModelIndex& index) const {
-  return headerData(index.row(), Qt::Vertical, Qt::ToolTipRole).toString() +
-         QStringLiteral("  <  ") +
-         headerData(index.column(), Qt::Horizontal, Qt::ToolTipRole).toString();
+  return Name(Qt::Vertical, Output(index)) + QStringLiteral("  <  ") +
+         Name(Qt::Horizontal, Input(index));
 }
 
 QString XmapModel::Meaning(const QModelIndex& index) const {

@@ -26,7 +26,8 @@ class XmapModel : public QAbstractTableModel {
   // MarkRole; the tip as ToolTipRole; the cell in one sentence as AccessibleTextRole.
   QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
-  // The labels.
+  // The labels; with the number as AccessibleTextRole, and with what the output hears, or where
+  // the input is heard, as ToolTipRole.
   QVariant headerData(int section, Qt::Orientation orientation,
                       int role = Qt::DisplayRole) const override;
 
@@ -49,6 +50,10 @@ class XmapModel : public QAbstractTableModel {
   void LabelsChanged(Qt::Orientation orientation);
 
  private:
+  // A channel of a side, the outputs being the vertical one: "PROD 1", "Out 02  PROD 1".
+  QString Label(Qt::Orientation side, int channel) const;
+  QString Name(Qt::Orientation side, int channel) const;
+
   const rules::XmapGrid& grid_;
 };
 
