@@ -83,6 +83,7 @@ model::Status InhibitTool::Plan(jet::RecordSet& stations, const CellBlock& block
 }
 
 void InhibitTool::AskForBlock(const Crosspoint& current, const CellBlock& block) {
+  if (RefusedByLock(services_)) return;
   bool isInhibited = false;
   InhibitPlan plan;
   const model::Status status =

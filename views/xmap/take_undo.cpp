@@ -26,6 +26,7 @@ void TakeUndo::AskBack() {
     Q_EMIT NoteRequested(refusal);
     return;
   }
+  if (services_.commands.RefusesTake(back.output)) return;
   Ask(*view_.window(), *this,
       {.name = QStringLiteral("aidUndoTakeQuestion"),
        .text = TakeBackQuestion(grid_, back),
@@ -42,6 +43,7 @@ void TakeUndo::SendBack(int output) {
     Q_EMIT NoteRequested(refusal);
     return;
   }
+  if (services_.commands.RefusesTake(output)) return;
   last_.Forget();
   for (const TakeBack::Step& step : back.steps) {
     const auto action = static_cast<std::uint8_t>(step.action);

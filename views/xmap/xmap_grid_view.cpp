@@ -70,10 +70,10 @@ XmapGridView::XmapGridView(const rules::XmapGrid& grid, XmapModel& cells, QWidge
     SetHovered(QModelIndex());
     columnHeader_->SetHovered(HasCrosshair() ? input : 0);
   });
-  for (XmapHeader* const header : {rowHeader_, columnHeader_}) {
+  for (const XmapHeader* const header : {rowHeader_, columnHeader_}) {
     connect(header, &XmapHeader::MenuRequested, this,
-            [this, side = header->orientation()](int channel, const QPoint& globalPosition) {
-              Q_EMIT HeaderMenuRequested(side, channel, globalPosition);
+            [this, side = header->orientation()](const QPoint& globalPosition) {
+              Q_EMIT HeaderMenuRequested(side, globalPosition);
             });
   }
   connect(&cells, &QAbstractItemModel::headerDataChanged, this,

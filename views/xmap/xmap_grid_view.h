@@ -78,8 +78,9 @@ class XmapGridView : public QTableView {
   void CurrentCellChanged();
   // A printable character was typed.
   void TextTyped(const QString& text);
-  // A menu for a channel's header was asked for; the outputs are the vertical side.
-  void HeaderMenuRequested(Qt::Orientation side, int channel, const QPoint& globalPosition);
+  // The menu of a header was asked for, whose channel is the current one; the outputs are the
+  // vertical side.
+  void HeaderMenuRequested(Qt::Orientation side, const QPoint& globalPosition);
   // The wheel was turned with Ctrl: +1 or -1.
   void ZoomStepped(int step);
   // The context menu was asked for, by the pointer or the keyboard.

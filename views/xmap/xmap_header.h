@@ -41,11 +41,11 @@ class XmapHeader : public QHeaderView {
   // The pointer was pressed on a channel's label or number.
   void ChannelPressed(int channel);
 
+  // The context menu of a channel was asked for; it was pressed before.
+  void MenuRequested(const QPoint& globalPosition);
+
   // The pointer moved onto a channel, or away (0).
   void ChannelHovered(int channel);
-
-  // A menu for a channel was asked for with the pointer.
-  void MenuRequested(int channel, const QPoint& globalPosition);
 
  protected:
   struct Colours {

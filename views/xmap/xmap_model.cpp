@@ -7,8 +7,8 @@
 
 namespace views {
 
-XmapModel::XmapModel(const rules::XmapGrid& grid, QObject* parent)
-    : QAbstractTableModel(parent), grid_(grid) {}
+XmapModel::XmapModel(const rules::XmapGrid& grid, const model::Locks& locks, QObject* parent)
+    : QAbstractTableModel(parent), grid_(grid), locks_(locks) {}
 
 int XmapModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : grid_.ChannelCount();
@@ -32,35 +32,52 @@ QVariant XmapModel::data(const QModelIndex& index, int role) const {
 
 QVariant XmapModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (section < 0 || section >= grid_.ChannelCount()) return {};
-  if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole && role != Qt::ToolTipRole) {
-    return {};
-  }
   const int channel = section + 1;
   const bool output = orientation == Qt::Vertical;
-  if (role == Qt::ToolTipRole) {
-    return QString(Name(orientation, channel) + u'\n' +
-                   (output ? HearsWords(grid_, channel) : HeardWords(grid_, channel)));
+  switch (role) {
+    case Qt::DisplayRole:
+      return QString::fromStdString(output ? grid_.OutputLabel(channel)
+                                           : grid_.InputLabel(channel));
+    case Qt::AccessibleTextRole: {
+      const QString name = Name(channel, orientation);
+      const QString lock = output ? LockWords(channel) : QString();
+      return lock.isEmpty() ? name : QStringLiteral("%1: %2").arg(name, lock);
+    }
+    case Qt::ToolTipRole:
+      return QString(headerData(section, orientation, Qt::AccessibleTextRole).toString() + u'\n' +
+                     (output ? HearsWords(grid_, channel) : HeardWords(grid_, channel)));
+    case LockRole: {
+      if (!output || !locks_.IsLocked(channel)) return {};
+      return static_cast<int>(locks_.LockedOutputs().at(channel));
+    }
+    default:
+      return {};
   }
-  return role == Qt::DisplayRole ? Label(orientation, channel) : Name(orientation, channel);
 }
 
-QString XmapModel::Label(Qt::Orientation side, int channel) const {
-  return QString::fromStdString(side == Qt::Vertical ? grid_.OutputLabel(channel)
-                                                     : grid_.InputLabel(channel));
+QString XmapModel::Name(int channel, Qt::Orientation orientation) const {
+  const bool output = orientation == Qt::Vertical;
+  const QString label =
+      QString::fromStdString(output ? grid_.OutputLabel(channel) : grid_.InputLabel(channel));
+  return (output ? OutputNumber(grid_, channel) : InputNumber(grid_, channel)) +
+         QStringLiteral("  ") + label;
 }
 
-QString XmapModel::Name(Qt::Orientation side, int channel) const {
-  return (side == Qt::Vertical ? OutputNumber(grid_, channel) : InputNumber(grid_, channel)) +
-         QStringLiteral("  ") + Label(side, channel);
+QString XmapModel::LockWords(int output) const {
+  if (!locks_.IsLocked(output)) return {};
+  return locks_.IsLockedForPanels(output) ? tr("Output locked, for panels too")
+                                          : tr("Output locked");
 }
 
 QString XmapModel::Names(const QModelIndex& index) const {
-  return Name(Qt::Vertical, Output(index)) + QStringLiteral("  <  ") +
-         Name(Qt::Horizontal, Input(index));
+  return Name(Output(index), Qt::Vertical) + QStringLiteral("  <  ") +
+         Name(Input(index), Qt::Horizontal);
 }
 
 QString XmapModel::Meaning(const QModelIndex& index) const {
-  return MarkName(static_cast<rules::Mark>(data(index, MarkRole).toInt()));
+  const QString mark = MarkName(static_cast<rules::Mark>(data(index, MarkRole).toInt()));
+  const QString lock = LockWords(Output(index));
+  return lock.isEmpty() ? mark : QStringLiteral("%1. %2").arg(mark, lock);
 }
 
 void XmapModel::OutputsChanged(const rules::ChannelSet& outputs) {

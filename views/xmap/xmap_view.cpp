@@ -88,7 +88,7 @@ XmapView::XmapView(const Services& services, QWidget* parent)
                services.settings, parent),
       services_(services),
       grid_(services.model),
-      cells_(grid_) {
+      cells_(grid_, services.locks) {
   grid_.Clear();
   tools_ = new ToolBand(QStringLiteral("XptmapButtons"), tr("Crosspoint tools"), *this);
   gridView_ = new XmapGridView(grid_, cells_, this);
@@ -100,6 +100,8 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   setFocusProxy(gridView_);
   AddTools();
   AddAids();
+  AddLockCommands();
+  services_.locks.AddObserver(*this);
 
   ShowUnsent();
 
@@ -109,7 +111,8 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   connect(&cells_, &QAbstractItemModel::headerDataChanged, this, &XmapView::ReadCurrentCell);
   connect(gridView_, &XmapGridView::TextTyped, this, &XmapView::ShowFind);
   connect(gridView_, &XmapGridView::ZoomStepped, this, &XmapView::StepZoom);
-  connect(gridView_, &XmapGridView::MenuRequested, this, &XmapView::ShowMenu);
+  connect(gridView_, &XmapGridView::MenuRequested, this,
+          [this](const QPoint& at) { ShowMenu(Qt::Vertical, at); });
   connect(find_, &XmapFind::MatchesChanged, gridView_, &XmapGridView::SetMatches);
   connect(find_, &XmapFind::FirstMatch, this, [this](int output, int input) {
     if (output >= 1) gridView_->ShowOutput(output);
@@ -119,7 +122,7 @@ XmapView::XmapView(const Services& services, QWidget* parent)
     gridView_->Select({output, input});
   });
   connect(find_, &XmapFind::Closed, this, [this] { gridView_->setFocus(Qt::OtherFocusReason); });
-  connect(gridView_, &XmapGridView::HeaderMenuRequested, this, &XmapView::ShowHeaderMenu);
+  connect(gridView_, &XmapGridView::HeaderMenuRequested, this, &XmapView::ShowMenu);
   connect(inhibitTool_, &InhibitTool::NoteRequested, this, &XmapView::NoteRequested);
   connect(takeUndo_, &TakeUndo::NoteRequested, this, &XmapView::NoteRequested);
   connect(takeUndo_, &TakeUndo::CommandSent, this, [this](int output, int input, int action) {
@@ -136,7 +139,7 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   GenerateGrid();
 }
 
-XmapView::~XmapView() = default;
+XmapView::~XmapView() { services_.locks.RemoveObserver(*this); }
 
 void XmapView::AddTools() {
   for (const XmapTool& each : kTools) {
@@ -178,33 +181,84 @@ void XmapView::AddAids() {
                       });
 }
 
-QMenu* XmapView::MakeMenu(const QString& name) {
+void XmapView::ShowMenu(Qt::Orientation side, const QPoint& globalPosition) {
   auto* const menu = new QMenu(this);
-  menu->setObjectName(name);
+  menu->setObjectName(QStringLiteral("aidXmapMenu"));
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  return menu;
-}
-
-void XmapView::ShowMenu(const QPoint& globalPosition) {
-  QMenu* const menu = MakeMenu(QStringLiteral("aidXmapMenu"));
   menu->addActions(tools_->actions());
   menu->addSeparator();
-  menu->addActions({undoTake_, programButtons_, editLabel_});
+  menu->addAction(undoTake_);
+  if (side == Qt::Vertical) {
+    menu->addActions({programButtons_, editLabel_});
+  } else {
+    AddWaysOfInput(*menu, gridView_->Selected().input);
+  }
+  menu->addSeparator();
+  menu->addActions({lockOutput_, lockForPanels_});
   menu->popup(globalPosition);
 }
 
-// Its commands are about the channel of the header, wherever the current cell is.
-void XmapView::ShowHeaderMenu(Qt::Orientation side, int channel, const QPoint& globalPosition) {
-  QMenu* const menu = MakeMenu(QStringLiteral("aidXmapHeaderMenu"));
-  const auto add = [menu](const QAction& like, auto run) {
-    QAction* const action = menu->addAction(like.icon(), like.text(), run);
-    action->setObjectName(like.objectName());
+// The same commands as those of the current output.
+void XmapView::AddWaysOfInput(QMenu& menu, int input) {
+  const auto add = [&menu](const QAction& like, auto run) {
+    menu.addAction(like.icon(), like.text(), run)->setObjectName(like.objectName());
   };
-  add(*programButtons_, [this, channel] { Q_EMIT ProgramRequested(channel); });
-  add(*editLabel_, [this, side, channel] {
-    Q_EMIT EditLabelRequested(channel, /*ofInput=*/side == Qt::Horizontal);
+  add(*programButtons_, [this, input] { Q_EMIT ProgramRequested(input); });
+  add(*editLabel_, [this, input] { Q_EMIT EditLabelRequested(input, /*ofInput=*/true); });
+}
+
+void XmapView::AddLockCommands() {
+  using model::Locks;
+  const auto add = [this](const char* name, const QString& caption, const QString& tip) {
+    auto* const action = new QAction(caption, this);
+    action->setObjectName(QLatin1String(name));
+    action->setCheckable(true);
+    action->setToolTip(tip);
+    addAction(action);
+    return action;
+  };
+  lockOutput_ = add("aidLockOutput", tr("Lock &Output"),
+                    tr("Keep the crosspoints of the current output as they are"));
+  lockOutput_->setIcon(Icon(QStringLiteral("lock")));
+  lockForPanels_ = add("aidLockForPanels", tr("Also For Pa&nels"),
+                       tr("Ignore what network panels take on the locked output"));
+  connect(lockOutput_, &QAction::triggered, this, [this](bool isOn) {
+    SetLock(isOn ? std::optional(Locks::Against::Console) : std::nullopt);
   });
-  menu->popup(globalPosition);
+  connect(lockForPanels_, &QAction::triggered, this, [this](bool isOn) {
+    SetLock(isOn ? Locks::Against::ConsoleAndPanels : Locks::Against::Console);
+  });
+  connect(gridView_, &XmapGridView::CurrentCellChanged, this, &XmapView::ShowLock);
+}
+
+void XmapView::ShowLock() {
+  const int output = gridView_->Selected().output;
+  const bool isLocked = services_.locks.IsLocked(output);
+  lockOutput_->setEnabled(output >= 1);
+  lockOutput_->setChecked(isLocked);
+  lockForPanels_->setEnabled(isLocked);
+  lockForPanels_->setChecked(services_.locks.IsLockedForPanels(output));
+}
+
+void XmapView::SetLock(std::optional<model::Locks::Against> against) {
+  const int output = gridView_->Selected().output;
+  if (output < 1 || RefusedByLock(services_)) {
+    ShowLock();  // the command has changed by itself
+    return;
+  }
+  if (against) {
+    services_.locks.LockOutput(output, *against);
+  } else {
+    services_.locks.UnlockOutput(output);
+  }
+  const QString words =
+      cells_.headerData(output - 1, Qt::Vertical, Qt::AccessibleTextRole).toString();
+  Q_EMIT NoteRequested(against ? words : tr("%1: Output unlocked").arg(words));
+}
+
+void XmapView::LocksChanged() {
+  cells_.LabelsChanged(Qt::Vertical);
+  ShowLock();
 }
 
 void XmapView::LayOut() {
@@ -397,6 +451,7 @@ void XmapView::PerformAction(int action) {
       ShowRefusal(services_, "Action Not Allowed On Inhibited Crosspoint");
       break;
     case ActionDecision::Kind::Send: {
+      if (services_.commands.RefusesTake(decision.output)) break;
       const bool sent = services_.commands.SendTake(decision.output, decision.input,
                                                     static_cast<std::uint8_t>(decision.code));
       if (sent) Q_EMIT TakeSent(decision.output, decision.input, static_cast<int>(decision.code));
@@ -425,6 +480,7 @@ void XmapView::ToggleInhibit() {
 
 // The next poll asks for the whole map.
 void XmapView::RefreshMap() {
+  if (RefusedByLock(services_)) return;
   services_.model.XmapComplete = false;
   Q_EMIT RefreshRequested();
 }

@@ -6,9 +6,11 @@
 #include <QAction>
 #include <QMenu>
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "db/jet/record_set.h"
+#include "model/locks.h"
 #include "model/status.h"
 #include "views/main_view.h"
 #include "views/rules/xmap_grid.h"
@@ -42,7 +44,7 @@ extern const MapCommand kZoomReset;
 //
 // Beside its tools it has aids for reading the map: crosshair, readout, search, zoom, and an
 // outline while the switcher has not answered.  These never send a byte and never store anything.
-class XmapView : public MainView {
+class XmapView : public MainView, private model::LockObserver {
   Q_OBJECT
 
  public:
@@ -126,12 +128,18 @@ class XmapView : public MainView {
   void AddAids();
   QAction* AddAid(const char* name, const QString& caption, const QString& icon,
                   const QKeySequence& shortcut, const std::function<void()>& run);
+  void AddLockCommands();
+  // What the commands of the locks say of the current output.
+  void ShowLock();
+  // Locks the current output, or unlocks it with nothing.
+  void SetLock(std::optional<model::Locks::Against> against);
+  void LocksChanged() override;
   // Gives the grid its size, which goes by the form's, and the tool bar the room above it.
   void LayOut();
-  void ShowMenu(const QPoint& globalPosition);
-  // The menu of a channel's header; the outputs are the vertical side.
-  void ShowHeaderMenu(Qt::Orientation side, int channel, const QPoint& globalPosition);
-  QMenu* MakeMenu(const QString& name);
+  // The menu of the current cell, or of its channel on that side, of which the outputs are the
+  // vertical one.
+  void ShowMenu(Qt::Orientation side, const QPoint& globalPosition);
+  void AddWaysOfInput(QMenu& menu, int input);
   // What the view itself does on a key, whatever has the focus in it; nothing for other keys.
   std::function<void()> KeyCommand(const QKeyEvent& key);
 
@@ -158,6 +166,8 @@ class XmapView : public MainView {
   QAction* undoTake_ = nullptr;
   QAction* programButtons_ = nullptr;
   QAction* editLabel_ = nullptr;
+  QAction* lockOutput_ = nullptr;
+  QAction* lockForPanels_ = nullptr;
   XmapGridView* gridView_;
   XmapFind* find_;
   PendingCrosspoints pending_;

@@ -194,6 +194,21 @@ TEST_F(XmapBlockTest, WhereAllHoldACrosspointItIsRefusedAsOfOneCell) {
                           "Crosspoint"));
 }
 
+TEST_F(XmapBlockTest, NothingIsStoredWhileTheConsoleIsLocked) {
+  ActCounter acts(console_.changes);
+  console_.SelectCell(3, 3);
+  Extend(Qt::Key_Right, 3);
+  console_.ClickTool("ID_ToggleInhibit");
+  ASSERT_NE(Box(), nullptr);
+  console_.locks.LockConsole(true);
+  Answer("aidInhibitAll");
+  EXPECT_EQ(console_.reporter.reports.size(), 1U);
+  console_.ClickTool("ID_ToggleInhibit");
+  EXPECT_EQ(Box(), nullptr) << "nothing is asked that would be refused";
+  EXPECT_EQ(console_.Row(3), "........");
+  EXPECT_THAT(acts.acts, IsEmpty());
+}
+
 TEST_F(XmapBlockTest, TakesActOnTheCurrentCellAlone) {
   console_.SelectCell(3, 3);
   Extend(Qt::Key_Right, 3);

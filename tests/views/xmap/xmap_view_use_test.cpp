@@ -218,7 +218,8 @@ TEST(XmapView, ContextMenuHoldsTheBand) {
     if (!action->isSeparator()) aids.append(action->objectName());
   }
   EXPECT_EQ(aids, QStringList({QStringLiteral("aidUndoTake"), QStringLiteral("aidProgramButtons"),
-                               QStringLiteral("aidEditLabel")}));
+                               QStringLiteral("aidEditLabel"), QStringLiteral("aidLockOutput"),
+                               QStringLiteral("aidLockForPanels")}));
   EXPECT_EQ(console.port.TakeWritten(), "");
   menu->close();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
