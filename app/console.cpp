@@ -84,6 +84,9 @@ Console::Console(AppFolder folder)
                .window = window_,
                .data = viewServices_,
                .storeEdits = [this] { return views_.StoreEdits(); }}),
+      import_({.window = window_,
+               .data = viewServices_,
+               .storeEdits = [this] { return views_.StoreEdits(); }}),
       sentNote_(unsent_),
       logFile_(folder_.File(kLogFile), eventLog_, window_.Hints()),
       labels_(
@@ -311,6 +314,9 @@ void Console::ConnectStatusBar() {
   connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&window_.ImportCommand(), &QAction::triggered, &import_, &ImportCommand::Ask);
+  connect(&import_, &ImportCommand::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&import_, &ImportCommand::NoteRequested, &log_, &LogKeeper::Note);
   connect(&lockKeeper_, &LockKeeper::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&lockKeeper_, &LockKeeper::NoteRequested, &log_, &LogKeeper::Note);
 }

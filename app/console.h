@@ -28,6 +28,7 @@
 #include "app/shell/edit_menu.h"
 #include "app/shell/export_menu.h"
 #include "app/shell/help_window.h"
+#include "app/shell/import_command.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/main_window.h"
 #include "app/shell/main_window_place.h"
@@ -112,6 +113,7 @@ class Console : public QObject {
   EditMenu editMenu_;
   UndoCommands undo_;
   ExportMenu export_;
+  ImportCommand import_;
   SentNote sentNote_;
   Manual manual_;
   EventLog eventLog_;

@@ -134,6 +134,8 @@ void MainWindow::BuildMenus() {
   file->addSeparator();
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));
+  import_ = AddAid(*file, "aidImportProgramming", tr("&Import Labels Or Programming…"));
+  import_->setIcon(views::Icon(QStringLiteral("import")));
   file->addSeparator();
   lockConsole_ = AddAid(*file, "aidLockConsole", tr("Loc&k Console"));
   lockConsole_->setIcon(views::Icon(QStringLiteral("lock")));

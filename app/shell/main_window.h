@@ -74,6 +74,7 @@ class MainWindow : public QMainWindow,
 
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
+  QAction& ImportCommand() { return *import_; }
 
   // The menu for the aids of the map.
   QMenu& ViewMenu() { return *viewMenu_; }
@@ -122,6 +123,7 @@ class MainWindow : public QMainWindow,
   QAction* sendChanges_ = nullptr;
   QAction* lockConsole_ = nullptr;
   QMenu* exportMenu_ = nullptr;
+  QAction* import_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;
   QList<QAction*> windowList_;

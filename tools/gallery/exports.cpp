@@ -6,8 +6,35 @@
 #include "tools/gallery/drawings.h"
 #include "tools/gallery/pictures.h"
 #include "tools/gallery/shown_console.h"
+#include "views/import_file/import_window.h"
 
 namespace gallery {
+
+namespace {
+
+void DrawImports(ShownConsole& console) {
+  const struct {
+    const char* name;
+    const char* file;
+  } kFiles[] = {
+      {"import",
+       "Station,Station Label,Hidden,Station Notes\n1,CAM 1,No,By the lift\n2,CAM 2,Yes,\n"
+       "9,VISION,No,\n"},
+      {"import-programming",
+       "Station,Button,Operation,Targets\n1,1,GROUP,\"Studio A, #7\"\n"
+       "1,2,NULL,\n2,9,LISTEN,Inpt 012\n"},
+      {"import-faults",
+       "Station,Station Label,Hidden\n3,VERY LONG,No\n4,X,Perhaps\n999,Y,No\n5,Z\n"},
+      {"import-nothing", "Station,Hidden\n3,No\n"},
+  };
+  for (const auto& [name, file] : kFiles) {
+    views::ImportWindow window(console.Services(), QStringLiteral("labels.csv"), file);
+    window.show();
+    Save(window, QLatin1String(name));
+  }
+}
+
+}  // namespace
 
 void DrawExports() {
   ShownConsole console;
@@ -38,6 +65,7 @@ void DrawExports() {
   write(app::Export::LabelsPdf, "labels.pdf");
   write(app::Export::ProgrammingCsv, "programming.csv");
   write(app::Export::KeySheetsPdf, "key-sheets.pdf");
+  DrawImports(console);
 }
 
 }  // namespace gallery
