@@ -13,6 +13,7 @@
 #include "app/journal/journal_keeper.h"
 #include "app/journal/recent_changes.h"
 #include "app/journal/rescue.h"
+#include "app/lock_keeper.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
@@ -88,6 +89,7 @@ class Console : public QObject {
   config::WindowSettings places_;
   CommandTable commands_;
   db::DatabaseFiles files_;
+  model::Locks locks_;
   stations::Changes changes_;
   switcher::UnsentMessages unsentMessages_;
   SentFile sentFile_;
@@ -134,6 +136,7 @@ class Console : public QObject {
   RestoreBackup restoreBackup_;
   Rescue rescue_;
   RecentChanges recentChanges_;
+  LockKeeper lockKeeper_;
   ShutDown shutDown_;
   Termination termination_;
 };
