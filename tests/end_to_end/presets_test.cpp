@@ -62,6 +62,8 @@ TEST_F(PresetsTest, TheMapComesBackAsItWasStored) {
   EXPECT_THAT(simulator_.Command("break 6 8"), StartsWith("ok"));
   EXPECT_THAT(simulator_.Command("make 6 3"), StartsWith("ok"));
   EXPECT_THAT(simulator_.Command("break 5 9"), StartsWith("ok"));
+  EXPECT_THAT(simulator_.Command("send-row 5"), StartsWith("ok"));
+  EXPECT_THAT(simulator_.Command("send-row 6"), StartsWith("ok"));
   ExpectMark(6, 3, kCrosspoint);
   ExpectMark(5, 9, 0);
 

@@ -54,6 +54,25 @@ QString ObstacleWords(const switcher::PresetDifference& difference) {
   return {};
 }
 
+QString ObstacleLabel(PresetObstacle obstacle) {
+  switch (obstacle) {
+    case PresetObstacle::None:
+      break;
+    case PresetObstacle::NoChannel:
+      return Tr("Not there");
+    case PresetObstacle::OtherLabel:
+      return Tr("Other label");
+    case PresetObstacle::StoredPriority:
+    case PresetObstacle::Priority:
+      return Tr("Priority");
+    case PresetObstacle::Locked:
+      return Tr("Locked");
+    case PresetObstacle::Inhibited:
+      return Tr("Inhibited");
+  }
+  return Tr("Sources");
+}
+
 QString RecallObstacleWords(RecallObstacle obstacle) {
   switch (obstacle) {
     case RecallObstacle::ConsoleLocked:
@@ -68,8 +87,8 @@ QString RecallObstacleWords(RecallObstacle obstacle) {
   return {};
 }
 
-QString OutcomeWords(const switcher::RecallRow& row) {
-  switch (row.outcome) {
+QString OutcomeWords(RecallOutcome outcome) {
+  switch (outcome) {
     case RecallOutcome::Done:
       break;
     case RecallOutcome::NotBegun:
@@ -86,6 +105,28 @@ QString OutcomeWords(const switcher::RecallRow& row) {
       return Tr("The switcher did not do it");
     case RecallOutcome::NotSent:
       return Tr("Could not be sent");
+  }
+  return {};
+}
+
+QString OutcomeLabel(RecallOutcome outcome) {
+  switch (outcome) {
+    case RecallOutcome::Done:
+      break;
+    case RecallOutcome::NotBegun:
+      return Tr("Not begun");
+    case RecallOutcome::Changed:
+      return Tr("Changed");
+    case RecallOutcome::Priority:
+      return Tr("Priority");
+    case RecallOutcome::Locked:
+      return Tr("Locked");
+    case RecallOutcome::Inhibited:
+      return Tr("Inhibited");
+    case RecallOutcome::NoAnswer:
+      return Tr("Not done");
+    case RecallOutcome::NotSent:
+      return Tr("Not sent");
   }
   return {};
 }

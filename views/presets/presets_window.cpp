@@ -117,7 +117,8 @@ void PresetsWindow::SetPresets(const std::vector<Entry>& presets, const QString&
   for (const Entry& preset : presets) {
     auto* const item = new QTreeWidgetItem(
         {preset.name, preset.stored.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))});
-    item->setSizeHint(kStored, QSize(0, RowHeight(fontMetrics())));
+    // Of the column whose width is not that of its contents.
+    item->setSizeHint(kName, QSize(0, RowHeight(fontMetrics())));
     item->setToolTip(kName, preset.name);
     list_->addTopLevelItem(item);
     if (preset.name == chosen) list_->setCurrentItem(item);

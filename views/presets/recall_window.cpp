@@ -108,7 +108,7 @@ void RecallWindow::FillList() {
     rows.emplace_back(ChangeRow{.station = difference.output,
                                 .fields = {},
                                 .where = OutputWords(difference.output, services_.facts),
-                                .what = obstacle.isEmpty() ? tr("Sources") : obstacle,
+                                .what = ObstacleLabel(difference.obstacle),
                                 .before = SourceWords(difference.now, services_.facts),
                                 .after = SourceWords(difference.wanted, services_.facts)},
                       obstacle);
@@ -170,7 +170,8 @@ void RecallWindow::ShowRow(std::size_t row) {
 }
 
 QString RecallWindow::RowWords(const RecallRow& row) const {
-  return QStringLiteral("%1: %2").arg(OutputWords(row.output, services_.facts), OutcomeWords(row));
+  return QStringLiteral("%1: %2").arg(OutputWords(row.output, services_.facts),
+                                      OutcomeWords(row.outcome));
 }
 
 void RecallWindow::Ended() {
@@ -185,11 +186,11 @@ void RecallWindow::Ended() {
         ChangeRow{.station = row.output,
                   .fields = {},
                   .where = OutputWords(row.output, services_.facts),
-                  .what = OutcomeWords(row),
+                  .what = OutcomeLabel(row.outcome),
                   .before = SourceWords(switcher::SourcesOf(services_.recall.model, row.output),
                                         services_.facts),
                   .after = SourceWords(row.wanted, services_.facts)},
-        OutcomeWords(row));
+        OutcomeWords(row.outcome));
   }
   const QString summary = RecallSummary(recall_.Rows(), recall_.IsCancelled());
   Q_EMIT RecallEnded(summary, lines);

@@ -80,6 +80,15 @@ class RecallWindowTest : public testing::Test {
     }
     return rows;
   }
+  // What the column What says when it is pointed at.
+  std::vector<std::string> Tips() {
+    std::vector<std::string> tips;
+    const QAbstractItemModel& model = *Find<QAbstractItemView>("lstRecall").model();
+    for (int row = 0; row < model.rowCount(); ++row) {
+      tips.push_back(model.index(row, 2).data(Qt::ToolTipRole).toString().toStdString());
+    }
+    return tips;
+  }
   bool MayRecall() { return Find<QPushButton>("cmdOkRecall").isEnabled(); }
   std::string Note() { return Find<QLabel>("aidRecallNote").text().toStdString(); }
 
@@ -126,9 +135,11 @@ TEST_F(RecallWindowTest, ListsWhatDiffersTickedAndWhyTheRestCannotBe) {
   model_.ChannelStatus[6] = 1;
   Show(preset);
   EXPECT_THAT(Rows(), ElementsAre("x|Out 02  OUT 2|Sources|nothing|IN 1",
-                                  "-|Out 03  OUT 3|Output locked|nothing|IN 1",
-                                  "-|Out 04  OUT 4|IN 1 is inhibited|nothing|IN 1",
-                                  "-|Out 06  OUT 6|Call or priority listen|IN 1, IN 8|IN 1"));
+                                  "-|Out 03  OUT 3|Locked|nothing|IN 1",
+                                  "-|Out 04  OUT 4|Inhibited|nothing|IN 1",
+                                  "-|Out 06  OUT 6|Priority|IN 1, IN 8|IN 1"));
+  EXPECT_EQ(Tips(), (std::vector<std::string>{"Sources", "Output locked", "IN 1 is inhibited",
+                                              "Call or priority listen"}));
   EXPECT_TRUE(MayRecall());
   EXPECT_FALSE(Find<QCheckBox>("aidRecallRest").isVisible());
   EXPECT_EQ(port_.TakeWritten(), "");
@@ -188,7 +199,7 @@ TEST_F(RecallWindowTest, StaysAndNamesWhatTheSwitcherDidNotDo) {
               ElementsAre("0 of 2 outputs recalled", "Out 02  OUT 2: The switcher did not do it",
                           "Out 03  OUT 3: Not begun"));
   EXPECT_TRUE(window_->isVisible());
-  EXPECT_THAT(Rows(), ElementsAre("-|Out 02  OUT 2|The switcher did not do it|nothing|IN 1",
+  EXPECT_THAT(Rows(), ElementsAre("-|Out 02  OUT 2|Not done|nothing|IN 1",
                                   "-|Out 03  OUT 3|Not begun|nothing|IN 1"));
   EXPECT_EQ(Find<QLabel>("aidRecallText").text(),
             QStringLiteral("0 of 2 outputs recalled. These are not as they are in the preset:"));
@@ -227,7 +238,7 @@ TEST_F(RecallWindowTest, OfAnotherMapDoesTheRestOnlyWhenToldTo) {
   Make(2, 1, 0);
   Show(preset);
   EXPECT_THAT(Rows(), ElementsAre("x|Out 02  OUT 2|Sources|nothing|IN 1",
-                                  "-|Out 08  OUT 8|Channel 8 was VTR 1|IN 1|IN 1"));
+                                  "-|Out 08  OUT 8|Other label|IN 1|IN 1"));
   EXPECT_FALSE(MayRecall());
   EXPECT_TRUE(Find<QLabel>("aidRecallText")
                   .text()
