@@ -7,8 +7,8 @@
 #include <numeric>
 #include <utility>
 
-#include "app/shell/question.h"
 #include "switcher/presets/preset_text.h"
+#include "views/widgets/question.h"
 #include "views/widgets/shown.h"
 
 namespace app {
@@ -90,12 +90,12 @@ void Presets::Store(const QString& name, const std::vector<int>& outputs) {
     StoreNow(name, outputs);
     return;
   }
-  Ask(*presets_, *this,
-      {.name = QStringLiteral("aidAskReplacePreset"),
-       .text = tr("Replace the preset %1?").arg(name),
-       .answers = {{.name = QStringLiteral("aidReplacePreset"),
-                    .caption = tr("&Replace"),
-                    .run = [this, name, outputs] { StoreNow(name, outputs); }}}});
+  views::Ask(*presets_, *this,
+             {.name = QStringLiteral("aidAskReplacePreset"),
+              .text = tr("Replace the preset %1?").arg(name),
+              .answers = {{.name = QStringLiteral("aidReplacePreset"),
+                           .caption = tr("&Replace"),
+                           .run = [this, name, outputs] { StoreNow(name, outputs); }}}});
 }
 
 void Presets::StoreNow(const QString& name, const std::vector<int>& outputs) {
@@ -112,12 +112,12 @@ void Presets::StoreNow(const QString& name, const std::vector<int>& outputs) {
 
 void Presets::AskToDelete(const QString& name) {
   if (IsRefused()) return;
-  Ask(*presets_, *this,
-      {.name = QStringLiteral("aidAskDeletePreset"),
-       .text = tr("Delete the preset %1? It cannot be brought back.").arg(name),
-       .answers = {{.name = QStringLiteral("aidDeletePreset"),
-                    .caption = tr("&Delete"),
-                    .run = [this, name] { Delete(name); }}}});
+  views::Ask(*presets_, *this,
+             {.name = QStringLiteral("aidAskDeletePreset"),
+              .text = tr("Delete the preset %1? It cannot be brought back.").arg(name),
+              .answers = {{.name = QStringLiteral("aidDeletePreset"),
+                           .caption = tr("&Delete"),
+                           .run = [this, name] { Delete(name); }}}});
 }
 
 void Presets::Delete(const QString& name) {
@@ -162,7 +162,8 @@ void Presets::KeepAndGo(const QString& name) {
           return;
         }
         window->AskAgain();
-        Ask(*window, *this,
+        views::Ask(
+            *window, *this,
             {.name = QStringLiteral("aidAskRecallUnkept"),
              .text = tr("Recall All The Same?\r\rWhat the map is now cannot be kept first: %1")
                          .arg(QString::fromStdString(status.Description())),
