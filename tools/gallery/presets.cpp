@@ -71,11 +71,9 @@ class ChangedMap {
     window.show();
     window.Go();
     Save(window, QStringLiteral("recall-going"));
-    window.AskAgain();
-    window.RequestTurn();
-    Save(window, QStringLiteral("recall-first"));
-    window.CrosspointRowChanged(2, 1);
     window.reject();
+    Save(window, QStringLiteral("recall-cancelling"));
+    window.CrosspointRowChanged(2, 1);
     Save(window, QStringLiteral("recall-left"));
   }
 

@@ -17,7 +17,7 @@ namespace {
 
 enum PresetColumn { kName, kStored };
 
-constexpr int kPresetsWidth = 60;  // characters
+constexpr int kPresetsWidth = 80;  // characters
 constexpr int kPresetsShown = 10;
 
 }  // namespace
