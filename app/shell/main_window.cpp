@@ -137,6 +137,9 @@ void MainWindow::BuildMenus() {
   import_ = AddAid(*file, "aidImportProgramming", tr("&Import Labels Or Programming…"));
   import_->setIcon(views::Icon(QStringLiteral("import")));
   file->addSeparator();
+  presets_ = AddAid(*file, "aidPresets", tr("&Presets Of The Map…"));
+  presets_->setIcon(views::Icon(QStringLiteral("presets")));
+  presets_->setToolTip(tr("Keep what the outputs hear under a name, and bring it back"));
   lockConsole_ = AddAid(*file, "aidLockConsole", tr("Loc&k Console"));
   lockConsole_->setIcon(views::Icon(QStringLiteral("lock")));
   lockConsole_->setToolTip(tr("Keep everything as it is: nothing is sent or stored from here"));
