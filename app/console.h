@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include "app/access_settings.h"
 #include "app/app_folder.h"
 #include "app/backups/backup_keeper.h"
 #include "app/backups/restore_backup.h"
@@ -20,6 +21,7 @@
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
+#include "app/open_gateway.h"
 #include "app/sent_file.h"
 #include "app/settings_file.h"
 #include "app/shell/background_writer.h"
@@ -46,6 +48,7 @@
 #include "db/database_files.h"
 #include "gateway/panel_gateway.h"
 #include "gateway/qt_sockets.h"
+#include "model/locks.h"
 #include "model/system_model.h"
 #include "stations/change.h"
 #include "switcher/decoder.h"
@@ -79,15 +82,18 @@ class Console : public QObject {
   void ConnectBackups();
   void ConnectJournal();
   void ConnectSentFile();
+  void ConnectNetwork();
   void ConnectShutDown();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;
+  const AccessSettings access_;
   model::SystemModel model_;
   MessageBoxes boxes_;
   config::WindowSettings places_;
   CommandTable commands_;
   db::DatabaseFiles files_;
+  model::Locks locks_;
   stations::Changes changes_;
   switcher::UnsentMessages unsentMessages_;
   SentFile sentFile_;
@@ -120,6 +126,7 @@ class Console : public QObject {
   PanelErrors panelErrors_;
   switcher::LiveCommands panelCommands_;
   gateway::PanelGateway panels_;
+  OpenGateway openGateway_;
   LinkAids aids_;
   UnsentAids unsentAids_;
   SwitcherReports switcherReports_;

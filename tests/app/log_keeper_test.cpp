@@ -276,7 +276,8 @@ TEST_F(LogWordsTest, ARowStandsBeforeTheReportOfItsConflict) {
                                                    .log = reports_,
                                                    .aids = nobody_,
                                                    .views = views,
-                                                   .panels = nobody_})});
+                                                   .panels = nobody_,
+                                                   .openGateway = nobody_})});
   views.ShowXmap();
   const int before = log_.rowCount();
   decoder.Decode(switcher::Bytes{0xF3, 0x00, 0x00, 0x00, 0x00, 0x01, 0x00, 0x01, 0xFF});

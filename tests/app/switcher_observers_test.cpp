@@ -14,6 +14,7 @@
 #include "app/log/switcher_reports.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/open_views.h"
+#include "gateway/ember/provider.h"
 #include "gateway/panel_gateway.h"
 #include "switcher/wire/message_table.h"
 
@@ -34,18 +35,23 @@ class Recorder : public switcher::SwitcherEvents {
   std::vector<std::string>& told_;
 };
 
-TEST(SwitcherObservers, TheLogIsToldFirstAndThePanelsLast) {
+TEST(SwitcherObservers, TheLogIsToldFirstAndTheNetworkLast) {
   std::vector<std::string> told;
   Recorder panels("panels", told);
   Recorder views("views", told);
   Recorder aids("aids", told);
   Recorder log("log", told);
   Recorder unsent("unsent", told);
-  const auto observers =
-      InOrder({.unsent = unsent, .log = log, .aids = aids, .views = views, .panels = panels});
+  Recorder gateway("gateway", told);
+  const auto observers = InOrder({.unsent = unsent,
+                                  .log = log,
+                                  .aids = aids,
+                                  .views = views,
+                                  .panels = panels,
+                                  .openGateway = gateway});
   observers.Tell(&switcher::SwitcherEvents::CrosspointRowChanged, 5, 1);
-  EXPECT_THAT(told,
-              testing::ElementsAre("unsent 5 1", "log 5 1", "aids 5 1", "views 5 1", "panels 5 1"));
+  EXPECT_THAT(told, testing::ElementsAre("unsent 5 1", "log 5 1", "aids 5 1", "views 5 1",
+                                         "panels 5 1", "gateway 5 1"));
 }
 
 // Whether this operation is one that its class has overridden.
@@ -62,6 +68,7 @@ std::vector<std::string> HearersOf(HasOwn hasOwn) {
   if (hasOwn.template operator()<LinkAids>()) hearers.emplace_back("aids");
   if (hasOwn.template operator()<OpenViews>()) hearers.emplace_back("views");
   if (hasOwn.template operator()<gateway::PanelGateway>()) hearers.emplace_back("panels");
+  if (hasOwn.template operator()<ember::Provider>()) hearers.emplace_back("gateway");
   return hearers;
 }
 
@@ -75,13 +82,13 @@ struct Announced {
 const Announced kAnnounced[] = {
     {switcher::kCrosspointRowCode,
      HearersOf([]<typename T>() { return IsOwn(&T::CrosspointRowChanged); }),
-     {"log", "aids", "views", "panels"}},
+     {"log", "aids", "views", "panels", "gateway"}},
     {switcher::kGainReportCode,
      HearersOf([]<typename T>() { return IsOwn(&T::GainsChanged); }),
-     {"views"}},
+     {"views", "gateway"}},
     {switcher::kTallyCode,
      HearersOf([]<typename T>() { return IsOwn(&T::TallyChanged); }),
-     {"views"}},
+     {"views", "gateway"}},
     {switcher::kAlphaLabelsCode,
      HearersOf([]<typename T>() { return IsOwn(&T::LabelsChanged); }),
      {"views", "panels"}},
