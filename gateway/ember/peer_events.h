@@ -31,7 +31,7 @@ struct Wanted {
   };
 
   Act act = Act::Absolute;
-  int output = 1;           // from 1
+  int output = 1;           // from 1; in a report, 0 for one that is not there
   std::vector<int> inputs;  // from 1, in their order, each once
   bool on = true;           // of Call and PriorityListen, which have one input
 

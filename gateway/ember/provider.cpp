@@ -207,12 +207,12 @@ void Provider::Connect(int peer, const Request& request) {
 void Provider::Take(int peer, const Connection& connection) {
   const int channels = services_.model.ChannelCount;
   const auto isThere = [&](int number) { return number >= 0 && number < channels; };
-  Wanted wanted{.act = ActOf(connection.operation), .output = connection.target + 1, .inputs = {}};
-  const bool allThere = isThere(connection.target) &&
-                        std::all_of(connection.sources.begin(), connection.sources.end(), isThere);
-  if (!allThere) {
-    // Numbers may be as large as numbers go.
-    wanted.output = isThere(connection.target) ? wanted.output : 0;
+  // An output of 0 is none: numbers may be as large as numbers go.
+  Wanted wanted{.act = ActOf(connection.operation),
+                .output = isThere(connection.target) ? connection.target + 1 : 0,
+                .inputs = {}};
+  if (wanted.output == 0 ||
+      !std::all_of(connection.sources.begin(), connection.sources.end(), isThere)) {
     services_.events.TakeRefused(Name(peer), wanted, Refusal::NoSuchChannel);
     return;
   }
