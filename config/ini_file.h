@@ -46,8 +46,7 @@ class IniFile {
     bool operator==(const Entry&) const = default;
   };
 
-  // Whether there is a section of that name, and what stands in all of them, in the file's order.
-  bool HasSection(std::string_view section) const { return FindSection(section).first >= 0; }
+  // What stands in all sections of that name, in the file's order.
   std::vector<Entry> Entries(std::string_view section) const;
 
   // Sets a value.  A key that is missing is added at the end of its section, a section that is
