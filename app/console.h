@@ -14,6 +14,7 @@
 #include "app/journal/journal_keeper.h"
 #include "app/journal/recent_changes.h"
 #include "app/journal/rescue.h"
+#include "app/lock_keeper.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
@@ -141,6 +142,7 @@ class Console : public QObject {
   RestoreBackup restoreBackup_;
   Rescue rescue_;
   RecentChanges recentChanges_;
+  LockKeeper lockKeeper_;
   ShutDown shutDown_;
   Termination termination_;
 };

@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 #include <algorithm>
+#include <charconv>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
@@ -100,28 +102,44 @@ QString SubjectWords(const Subject& subject) {
   return Text(subject.field);
 }
 
-// The members of a flag string: "3, 7–12".
+void AppendNumber(std::size_t number, QString* text) {
+  char digits[20];
+  const char* const end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+  text->append(QLatin1StringView(std::begin(digits), end));
+}
+
+// The members of a flag string: "3, 7–12".  A list of thousands of rows has two of them in each.
 QString Members(const jet::Value& flags) {
   const std::vector<std::uint8_t> members = model::FlagMembers(flags.Text());
-  QStringList ranges;
+  QString text;
   for (std::size_t i = 0; i < members.size(); ++i) {
     if (members[i] == 0) continue;
     const std::size_t first = i;
     while (i + 1 < members.size() && members[i + 1] != 0) ++i;
-    const QString from = QString::number(first + 1);
-    const QString to = QString::number(i + 1);
-    if (i == first) {
-      ranges.append(from);
+    if (!text.isEmpty()) text.append(QLatin1StringView(", "));
+    AppendNumber(first + 1, &text);
+    if (i == first) continue;
+    if (i == first + 1) {
+      text.append(QLatin1StringView(", "));
     } else {
-      ranges.append(from + (i == first + 1 ? QStringLiteral(", ") : QStringLiteral("–")) + to);
+      text.append(u'–');
     }
+    AppendNumber(i + 1, &text);
   }
-  return ranges.join(QStringLiteral(", "));
+  return text;
 }
 
-QString MembersOrNone(const jet::Value& flags) {
+QString MembersOr(const jet::Value& flags, const QString& none) {
   const QString members = Members(flags);
-  return members.isEmpty() ? ChangeText::tr("none") : members;
+  return members.isEmpty() ? none : members;
+}
+
+// Of a program whose operation is not known: "target 5", "targets 2, 7–12".
+QString TargetWords(const jet::Value& flags) {
+  const QString members = Members(flags);
+  if (members.isEmpty()) return ChangeText::tr("without a target");
+  const bool isOne = std::ranges::all_of(members, [](QChar c) { return c.isDigit(); });
+  return (isOne ? ChangeText::tr("target %1") : ChangeText::tr("targets %1")).arg(members);
 }
 
 QString OperationWords(const jet::Value& type) {
@@ -160,7 +178,7 @@ class Side {
       }
       case Subject::Inhibits:
       case Subject::Relays:
-        return MembersOrNone(First());
+        return MembersOr(First(), ChangeText::tr("none"));
       case Subject::Opto:
         return Opto();
       case Subject::Button:
@@ -183,13 +201,11 @@ class Side {
   const jet::Value& First() const { return fields_.front()->*side_; }
 
   QString Program(const std::string& typeField, const std::string& targetsField) const {
-    QStringList words;
-    if (const auto type = Find(typeField)) words.append(OperationWords(*type));
-    if (const auto targets = Find(targetsField)) {
-      const QString members = Members(*targets);
-      words.append(members.isEmpty() ? ChangeText::tr("without a target") : members);
-    }
-    return words.join(u' ');
+    const auto type = Find(typeField);
+    const auto targets = Find(targetsField);
+    if (!targets) return type ? OperationWords(*type) : QString();
+    if (!type) return TargetWords(*targets);
+    return OperationWords(*type) + u' ' + MembersOr(*targets, ChangeText::tr("without a target"));
   }
 
   QString Opto() const {
@@ -268,9 +284,8 @@ QString Title(std::span<const Change> changes) {
 
 // Of many settings that somebody ticked in a list: how many they are says more than which.
 QString ChosenTitle(std::span<const Change> changes) {
-  return SubjectsOf(changes).size() == 1
-             ? Title(changes)
-             : ChangeText::tr("%1 changes").arg(ChangeRows(changes).size());
+  return SubjectsOf(changes).size() == 1 ? Title(changes)
+                                         : ChangeText::tr("%1 changes").arg(CountRows(changes));
 }
 
 }  // namespace
@@ -289,8 +304,10 @@ std::vector<ChangeRow> ChangeRows(std::span<const Change> changes, const FieldLo
   return rows;
 }
 
-bool IsAbout(const ChangeRow& row, int station, std::string_view field) {
-  return row.station == station && std::ranges::find(row.fields, field) != row.fields.end();
+std::size_t CountRows(std::span<const Change> changes) {
+  std::size_t rows = 0;
+  for (const Change& change : changes) rows += SubjectsOf({&change, 1}).size();
+  return rows;
 }
 
 std::vector<Change> Chosen(std::span<const Change> changes, std::span<const ChangeRow> rows) {

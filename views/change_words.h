@@ -7,6 +7,7 @@
 #define VIEWS_CHANGE_WORDS_H_
 
 #include <QString>
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>
@@ -35,6 +36,9 @@ using FieldLookup = std::function<jet::Value(int station, std::string_view field
 // views.  Without a `lookup` (null) a row says no more than what was changed.
 std::vector<ChangeRow> ChangeRows(std::span<const stations::Change> changes,
                                   const FieldLookup& lookup = nullptr);
+
+// How many rows these are.
+std::size_t CountRows(std::span<const stations::Change> changes);
 
 // Of the changes only what one of the rows is about.
 std::vector<stations::Change> Chosen(std::span<const stations::Change> changes,

@@ -27,21 +27,30 @@ ChangesModel::ChangesModel(QObject* parent) : QAbstractTableModel(parent) {
   connect(&reading_, &QTimer::timeout, this, &ChangesModel::ReadPiece);
 }
 
-void ChangesModel::Read(std::unique_ptr<const stations::JournalContents> journal) {
-  Read(std::move(journal), 0);
+void ChangesModel::Read(std::unique_ptr<const stations::JournalContents> journal,
+                        std::deque<std::string> waiting) {
+  Begin(std::move(journal), std::move(waiting), 0);
 }
 
-void ChangesModel::Read(std::unique_ptr<const stations::JournalContents> journal,
-                        std::int64_t run) {
+void ChangesModel::ReadRun(std::unique_ptr<const stations::JournalContents> journal,
+                           std::int64_t run) {
+  Begin(std::move(journal), {}, run);
+}
+
+// Of all runs for 0.
+void ChangesModel::Begin(std::unique_ptr<const stations::JournalContents> journal,
+                         std::deque<std::string> waiting, std::int64_t run) {
   beginResetModel();
   rows_.clear();
   journal_ = std::move(journal);
-  lines_.clear();
+  waiting_ = std::move(waiting);
+  acts_.clear();
   for (const stations::JournalLine& line : journal_->Lines()) {
     const bool isMeant = run == 0 || line.run == run;
-    if (isMeant && line.kind == stations::JournalLine::Kind::Act) lines_.push_back(&line);
+    if (isMeant && line.kind == stations::JournalLine::Kind::Act) acts_.push_back(line.content);
   }
-  next_ = lines_.size();
+  acts_.insert(acts_.end(), waiting_.begin(), waiting_.end());
+  next_ = acts_.size();
   endResetModel();
   ReadPiece();
 }
@@ -50,7 +59,7 @@ void ChangesModel::ReadPiece() {
   std::vector<Row> read;
   for (int acts = 0; next_ > 0 && acts < kActsAtOnce; ++acts) {
     stations::Act act;
-    if (!stations::ReadAct(lines_[--next_]->content, &act)) continue;
+    if (!stations::ReadAct(acts_[--next_], &act)) continue;
     std::ranges::move(RowsOf(act), std::back_inserter(read));
   }
   if (!read.empty()) {
@@ -63,8 +72,10 @@ void ChangesModel::ReadPiece() {
     reading_.start(0);
   } else {
     reading_.stop();
-    lines_.clear();
+    acts_.clear();
+    waiting_.clear();
     journal_.reset();
+    Q_EMIT ReadToEnd();
   }
 }
 

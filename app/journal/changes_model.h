@@ -11,6 +11,8 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/journal/change_place.h"
@@ -32,14 +34,17 @@ class ChangesModel : public QAbstractTableModel {
 
   explicit ChangesModel(QObject* parent = nullptr);
 
-  // Has the acts of a journal in the place of what it had, or those of one of its runs.
-  void Read(std::unique_ptr<const stations::JournalContents> journal);
-  void Read(std::unique_ptr<const stations::JournalContents> journal, std::int64_t run);
+  // Has the acts of a journal in the place of what it had, and newer ones that are not in it, as
+  // stations::WriteAct() writes them, the oldest first.
+  void Read(std::unique_ptr<const stations::JournalContents> journal,
+            std::deque<std::string> waiting);
+  // Has the acts of one of its runs.
+  void ReadRun(std::unique_ptr<const stations::JournalContents> journal, std::int64_t run);
 
   // Adds the newest act.
   void Add(const stations::Act& act);
 
-  // Whether all of the journal was read.
+  // Whether all of it was read.
   bool IsRead() const { return next_ == 0; }
 
   // Where the views show it.
@@ -50,6 +55,10 @@ class ChangesModel : public QAbstractTableModel {
   QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
+ Q_SIGNALS:
+  // IsRead() is true now.
+  void ReadToEnd();
+
  private:
   struct Row {
     std::array<QString, kColumnCount> cells;
@@ -57,11 +66,14 @@ class ChangesModel : public QAbstractTableModel {
   };
 
   static std::vector<Row> RowsOf(const stations::Act& act);
+  void Begin(std::unique_ptr<const stations::JournalContents> journal,
+             std::deque<std::string> waiting, std::int64_t run);
   void ReadPiece();
 
   std::unique_ptr<const stations::JournalContents> journal_;
-  std::vector<const stations::JournalLine*> lines_;  // the acts to be read, the oldest first
-  std::size_t next_ = 0;                             // so many of them are not read yet
+  std::deque<std::string> waiting_;
+  std::vector<std::string_view> acts_;  // those to be read, the oldest first
+  std::size_t next_ = 0;                // so many of them are not read yet
   QTimer reading_;
   std::deque<Row> rows_;
 };

@@ -5,44 +5,43 @@
 
 #include <QSortFilterProxyModel>
 #include <QString>
-#include <QWidget>
 #include <cstdint>
+#include <deque>
 #include <filesystem>
+#include <memory>
+#include <string>
 
 #include "app/journal/change_place.h"
 #include "app/journal/changes_model.h"
-
-class QLabel;
-class QLineEdit;
-class QPushButton;
-class QTableView;
+#include "views/differences/row_filter.h"
+#include "views/widgets/table_window.h"
 
 namespace app {
 
-// Lets through the rows of the station whose number is looked for, or else those with a text.
+// The changes that a filter lets through.
 class ChangesFilter : public QSortFilterProxyModel {
  public:
   using QSortFilterProxyModel::QSortFilterProxyModel;
 
-  void Look(const QString& text);
+  void SetFilter(const views::RowFilter& filter);
 
  protected:
   bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
 
  private:
-  QString text_;
-  int station_ = 0;  // 0: the text is no number
+  views::RowFilter filter_;
 };
 
 // frmChanges: what was changed in this run and before it, as far back as the journal goes.
-class ChangesWindow : public QWidget {
+class ChangesWindow : public views::TableWindow {
   Q_OBJECT
 
  public:
   explicit ChangesWindow(std::filesystem::path journal, QWidget* parent = nullptr);
 
-  // Shows everything that the journal has, read anew.
-  void ShowAll();
+  // Shows everything that the journal has, read anew, and what is not in it yet, as
+  // stations::WriteAct() writes it, the oldest first.
+  void ShowAll(std::deque<std::string> waiting);
   // Shows one run alone, under this title.
   void ShowRun(std::int64_t run, const QString& title);
 
@@ -60,9 +59,12 @@ class ChangesWindow : public QWidget {
   void GoToRequested(const app::ChangePlace& place);
 
  private:
-  void Build();
-  void Read(std::int64_t run);
+  // What is in the journal's file, beginning anew with an empty filter; why it cannot be read is
+  // said.
+  std::unique_ptr<const stations::JournalContents> Read();
+  void Look(const QString& text);
   void Update();
+  QString State() const;
   void GoToCurrent();
   void AskWhereToExport();
 
@@ -70,11 +72,9 @@ class ChangesWindow : public QWidget {
   std::int64_t run_ = 0;  // 0: all
   ChangesModel changes_;
   ChangesFilter shown_;
-  QLineEdit* filter_;
-  QTableView* list_;
-  QLabel* said_;
-  QPushButton* goTo_;
-  QPushButton* export_;
+  QString said_;
+  QPushButton& goTo_;
+  QPushButton& export_;
 };
 
 }  // namespace app

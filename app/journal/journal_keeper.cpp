@@ -71,7 +71,7 @@ void JournalKeeper::Begin() {
   digest_ = Elsewhere<std::string>(pool_, [database = database_] { return DigestOf(database); });
   digest_.then(this, [this](const std::string& digest) {
     known_ = digest;
-    if (!waiting_.empty()) WriteWaiting();
+    WriteWaiting();
     Q_EMIT DigestKnown(digest);
   });
   const files::Outcome read = journal_.Read();
@@ -89,25 +89,24 @@ void JournalKeeper::Changed(std::span<const stations::Change> changes) {
                           .origin = origin,
                           .group = origin == stations::Origin::Switcher ? group_ : 0,
                           .changes = {changes.begin(), changes.end()}};
-  if (isUsable_) {
-    waiting_.push_back(stations::WriteAct(act));
-    WriteWaiting();
-  }
+  waiting_.Add(stations::WriteAct(act));
+  WriteWaiting();
   Q_EMIT ActAdded(act);
 }
 
 void JournalKeeper::WriteWaiting() {
+  if (!isUsable_ || waiting_.IsEmpty()) return;
   if (!hasBeginning_) {
     // Nobody waits for a slow disk here.
     if (!digest_.isFinished()) return;
     journal_.SetBeginning(stations::WriteBeginning(digest_.result()));
     hasBeginning_ = true;
   }
-  while (!waiting_.empty()) {
-    const files::Outcome added = journal_.AddAct(waiting_.front());
+  while (!waiting_.IsEmpty()) {
+    const files::Outcome added = journal_.AddAct(waiting_.First());
     NoteWriting(added);
     if (!added.ok()) return;
-    waiting_.pop_front();
+    waiting_.RemoveFirst();
   }
   SyncSoon();
 }
@@ -120,7 +119,7 @@ bool JournalKeeper::EndRun(std::int64_t run, Kind kind) {
 }
 
 void JournalKeeper::RunSaved() {
-  waiting_.clear();
+  waiting_.Clear();
   const std::int64_t run = journal_.ThisRun();
   if (run == 0) return;
   // What is not said to be saved is compared with the database at the next start.

@@ -17,6 +17,7 @@
 #include "stations/change.h"
 #include "stations/journal/act.h"
 #include "stations/journal/journal.h"
+#include "stations/journal/waiting_acts.h"
 
 namespace app {
 
@@ -28,7 +29,8 @@ inline constexpr char kJournalFile[] = "Tesk.journal";
 // A line is in the system's hands before the edit that it tells of is over; the disk has it a
 // second later, without anybody waiting for that.  Only what is edited before it is known which
 // database this is, in the first moment of a run, is written then.  A journal that cannot be
-// written keeps no edit from being made: its lines are kept, and tried again with the next one.
+// written keeps no edit from being made: its lines are kept, and tried again with the next one, or
+// shown when it cannot be read and is left alone.
 class JournalKeeper : public QObject, public stations::ChangeObserver {
   Q_OBJECT
 
@@ -65,7 +67,10 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   void Changed(std::span<const stations::Change> changes) override;
 
   // Whether all that was changed in this run is in the journal.
-  bool IsComplete() const { return waiting_.empty(); }
+  bool IsComplete() const { return waiting_.IsEmpty(); }
+
+  // What is not, the oldest first, as stations::WriteAct() writes it.
+  const std::deque<std::string>& Waiting() const { return waiting_.Acts(); }
 
   // Says what became of an earlier run: Saved, Restored or Discarded.  False when that could not be
   // written.
@@ -105,7 +110,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   std::optional<std::string> known_;  // the digest, when it was told
   bool isUsable_ = false;
   bool hasBeginning_ = false;
-  std::deque<std::string> waiting_;  // acts that are not in the file yet
+  stations::WaitingActs waiting_;
   bool writingFails_ = false;
   bool syncingFails_ = false;
   std::int64_t group_ = 0;  // 0: no group

@@ -17,7 +17,7 @@ RecentChanges::RecentChanges(const Services& services) : services_(services) {
 RecentChanges::~RecentChanges() { delete window_; }
 
 void RecentChanges::Show() {
-  Window().ShowAll();
+  Window().ShowAll(services_.keeper.Waiting());
   views::BringUp(*window_);
 }
 

@@ -4,19 +4,15 @@
 #define APP_LOG_EVENT_LOG_WINDOW_H_
 
 #include <QSortFilterProxyModel>
-#include <QTableView>
-#include <QWidget>
 
 #include "app/log/event_log.h"
-
-class QLabel;
-class QLineEdit;
+#include "views/widgets/table_window.h"
 
 namespace app {
 
 // The event log in a window of its own: filter, copy, save as text.  It follows the newest line
 // unless the operator has scrolled up.
-class EventLogWindow : public QWidget {
+class EventLogWindow : public views::TableWindow {
   Q_OBJECT
 
  public:
@@ -31,18 +27,13 @@ class EventLogWindow : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void Build();
   // The selected lines, or all that are shown.
   QString Text(bool selectedOnly) const;
   void Copy();
   void AskWhereToSave();
-  void Say(const QString& text);
 
   EventLog& log_;
   QSortFilterProxyModel shown_;
-  QLineEdit* filter_;
-  QTableView* list_;
-  QLabel* said_;
   bool atEnd_ = true;  // before the lines that are being added
 };
 

@@ -35,6 +35,11 @@ void PanelReports::PanelTook(const gateway::PanelName& panel, const gateway::Pan
   Tell(panel, inhibited ? tr("%1, inhibited here").arg(what) : what);
 }
 
+void PanelReports::PanelTakeIgnored(const gateway::PanelName& panel,
+                                    const gateway::PanelTake& take) {
+  Q_EMIT HappenedAgain(Line(panel, tr("%1 ignored, the output is locked").arg(TakeWords(take))));
+}
+
 QString PanelReports::TakeWords(const gateway::PanelTake& take) const {
   return tr("take %1 (%2)")
       .arg(crosspoints_.Crosspoint(take.destination, take.source), ActionWords(take.action));

@@ -135,6 +135,10 @@ void MainWindow::BuildMenus() {
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));
   file->addSeparator();
+  lockConsole_ = AddAid(*file, "aidLockConsole", tr("Loc&k Console"));
+  lockConsole_->setIcon(views::Icon(QStringLiteral("lock")));
+  lockConsole_->setToolTip(tr("Keep everything as it is: nothing is sent or stored from here"));
+  file->addSeparator();
   file->addAction(CommandAction("ID_Exit"));
 
   editMenu_ = menuBar()->addMenu(tr("&Edit"));

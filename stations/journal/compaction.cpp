@@ -2,53 +2,30 @@
 
 #include "stations/journal/compaction.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <map>
 #include <set>
 #include <utility>
+#include <vector>
 
-#include "stations/fold.h"
-#include "stations/journal/unsaved_run.h"
+#include "stations/journal/act.h"
+#include "stations/journal/fold_acts.h"
 
 namespace stations {
 namespace {
 
 using Kept = std::map<std::int64_t, std::string>;  // lines by their numbers
 
-// From where these changes lead to where the others do, which begin at the same place.
-std::vector<Change> Between(std::vector<Change> from, const std::vector<Change>& to) {
-  for (Change& change : from) {
-    for (FieldChange& field : change.fields) std::swap(field.before, field.after);
-  }
-  from.insert(from.end(), to.begin(), to.end());
-  return Fold(from);
-}
-
-// The changes as one act in the place of `line`, in the words of the last one that was received, or
-// was not.
-void KeepAs(std::vector<Change> changes, bool isReceived, const UnsavedRun& run,
-            const JournalLine& line, Kept* kept) {
-  const auto last = std::find_if(run.acts.rbegin(), run.acts.rend(), [isReceived](const Act& act) {
-    return IsReceived(act) == isReceived;
-  });
-  Act act{.title = last->title, .time = last->time, .origin = last->origin, .changes = {}};
-  act.changes = std::move(changes);
-  const std::string content = WriteAct(act);
-  JournalLine folded = line;
-  folded.content = content;
-  (*kept)[line.number] = WriteLine(folded);
-}
-
-// Of a run that broke off: what was edited as one act, and behind it what came from the switcher
-// and was not edited again, leading on from there.  So neither takes back the other.
+// Of a run that broke off what its acts come to, in the places of the last ones; those that cannot
+// be read as they are.
 void KeepFolded(const JournalRun& run, Kept* kept) {
-  UnsavedRun read;
+  std::vector<Act> acts;
   std::vector<const JournalLine*> lines;
   for (const JournalLine* const line : run.acts) {
     Act act;
     if (ReadAct(line->content, &act)) {
       lines.push_back(line);
-      read.acts.push_back(std::move(act));
+      acts.push_back(std::move(act));
     } else {
       (*kept)[line->number] = WriteLine(*line);
     }
@@ -57,14 +34,14 @@ void KeepFolded(const JournalRun& run, Kept* kept) {
     for (const JournalLine* const line : lines) (*kept)[line->number] = WriteLine(*line);
     return;
   }
-  std::vector<Change> edits = ChangesOf(read, Share::Edits);
-  std::vector<Change> received = Between(edits, ChangesOf(read, Share::All));
-  const bool hasReceived = read.HasReceived() && (!received.empty() || !read.HasEdits());
-  const bool hasEdits = read.HasEdits() && (!edits.empty() || !hasReceived);
-  const JournalLine& last = *lines.back();
-  const JournalLine& before = hasReceived ? **(lines.end() - 2) : last;
-  if (hasEdits) KeepAs(std::move(edits), false, read, before, kept);
-  if (hasReceived) KeepAs(std::move(received), true, read, last, kept);
+  const std::vector<Act> folded = FoldActs(std::move(acts));
+  auto place = lines.end() - static_cast<std::ptrdiff_t>(folded.size());
+  for (const Act& act : folded) {
+    const std::string content = WriteAct(act);
+    JournalLine line = **place++;
+    line.content = content;
+    (*kept)[line.number] = WriteLine(line);
+  }
 }
 
 }  // namespace

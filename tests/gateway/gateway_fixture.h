@@ -43,6 +43,9 @@ class RecordingPanelEvents : public PanelEvents {
   void PanelMayNotTake(const PanelName& panel, const PanelTake& take) override {
     Add(panel, "may not take " + std::to_string(take.destination));
   }
+  void PanelTakeIgnored(const PanelName& panel, const PanelTake& take) override {
+    Add(panel, "ignored " + std::to_string(take.destination) + " " + std::to_string(take.source));
+  }
   void PanelDropped(const PanelName& panel, DropReason reason) override {
     dropped.emplace_back(panel.address, reason);
     Add(panel, "dropped");
@@ -119,17 +122,18 @@ class GatewayTest : public testing::Test {
   std::chrono::milliseconds untilPoll_{500};
   switcher::LineShare line_{port_, [this] { return untilPoll_; }};
   std::set<std::string> mayNotTake_;  // addresses
-  PanelGateway gateway_{{.model = model_,
-                         .files = database_.Files(),
-                         .commands = commands_,
-                         .line = line_,
-                         .timer = timer_,
-                         .decodeTimer = decodeTimer_,
-                         .events = events_,
-                         .reporter = reporter_,
-                         .mayTake = [this](const std::string& address) {
-                           return !mayNotTake_.contains(address);
-                         }}};
+  model::Locks locks_;
+  PanelGateway gateway_{
+      {.model = model_,
+       .locks = locks_,
+       .files = database_.Files(),
+       .commands = commands_,
+       .line = line_,
+       .timer = timer_,
+       .decodeTimer = decodeTimer_,
+       .events = events_,
+       .reporter = reporter_,
+       .mayTake = [this](const std::string& address) { return !mayNotTake_.contains(address); }}};
 };
 
 }  // namespace gateway

@@ -72,6 +72,26 @@ TEST(ChangeWords, WhatWasNotChangedIsLookedUp) {
             Texts{"Station 12 | Button 3 | TALK 5 | GROUP 5"});
 }
 
+TEST(ChangeWords, TargetsAloneAreSaidToBeTargets) {
+  EXPECT_EQ(Lines(Of(12, {{"B3 Prog", "01", "0000001"}})),
+            Texts{"Station 12 | Button 3 | target 2 | target 7"});
+  EXPECT_EQ(Lines(Of(12, {{"B3 Prog", "0", "0110001"}})),
+            Texts{"Station 12 | Button 3 | without a target | targets 2, 3, 7"});
+  EXPECT_EQ(Lines(Of(12, {{"B3 Prog", "000000000001", "1111"}})),
+            Texts{"Station 12 | Button 3 | target 12 | targets 1–4"});
+  EXPECT_EQ(Lines(Of(4, {{"OptoChannel", 4, 5}, {"OptoStations", "1", "01"}})),
+            Texts{"Station 4 | Opto | target 1, channel 4 | target 2, channel 5"});
+}
+
+TEST(ChangeWords, RowsAreCountedWithoutTheirWords) {
+  const std::vector<Change> changes = {
+      Of(1, {{"Label", "A", "B"}, {"B1 Type", 0, 1}, {"B1 First", 1, 2}, {"B2 Type", 0, 1}}),
+      Of(1, {{"Label", "B", "C"}, {"Colour", 1, 2}})};
+  EXPECT_EQ(ChangeRows(changes).size(), 5u);
+  EXPECT_EQ(CountRows(changes), 5u);
+  EXPECT_EQ(CountRows({}), 0u);
+}
+
 TEST(ChangeWords, ProgramsOfEveryKind) {
   EXPECT_EQ(Lines(Of(1, {{"B1 Type", 77, 254}, {"B1 Prog", "1", ""}})),
             Texts{"Station 1 | Button 1 | NULL (77) 1 | NULL without a target"});

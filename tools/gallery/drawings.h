@@ -12,6 +12,7 @@ void DrawExports();  // CSV and PDF files of a map, its labels and its buttons
 void DrawHelp();     // every page of the manual
 void DrawLabels();
 void DrawLevels();  // and the tally
+void DrawLists();   // of the recent changes and of events
 void DrawMap();     // and the pictures of the tools
 void DrawProgramming();
 void DrawTransfer();  // download and retrieval

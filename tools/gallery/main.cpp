@@ -22,13 +22,10 @@ struct Drawing {
 };
 
 constexpr Drawing kDrawings[] = {
-    {"backups", gallery::DrawBackups},
-    {"exports", gallery::DrawExports},
-    {"help", gallery::DrawHelp},
-    {"labels", gallery::DrawLabels},
-    {"levels", gallery::DrawLevels},
-    {"map", gallery::DrawMap},
-    {"programming", gallery::DrawProgramming},
+    {"backups", gallery::DrawBackups},   {"exports", gallery::DrawExports},
+    {"help", gallery::DrawHelp},         {"labels", gallery::DrawLabels},
+    {"levels", gallery::DrawLevels},     {"lists", gallery::DrawLists},
+    {"map", gallery::DrawMap},           {"programming", gallery::DrawProgramming},
     {"transfer", gallery::DrawTransfer},
 };
 

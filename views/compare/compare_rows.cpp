@@ -83,13 +83,16 @@ QString Where(Table table, int first, int last) {
 
 Difference UnknownRow(const TablePart& first, int last, const QString& after,
                       const QString& obstacle) {
-  return {ChangeRow{.station = first.station,
-                    .fields = {},
-                    .where = Where(first.table, first.station, last),
-                    .what = TableHeading(first.table),
-                    .before = {},
-                    .after = after},
-          obstacle};
+  Difference row({.station = first.station,
+                  .fields = {},
+                  .where = Where(first.table, first.station, last),
+                  .what = TableHeading(first.table),
+                  .before = {},
+                  .after = after},
+                 obstacle);
+  row.last = last;
+  if (first.station == model::kAll) row.first = 1;
+  return row;
 }
 
 Difference RefusedRow(const switcher::RefusedPart& refused) {
@@ -135,7 +138,7 @@ QString CompareSummary(const switcher::ComparisonResult& result) {
   const std::size_t compared = result.accepted.size();
   const QString tables =
       compared == 1 ? CompareText::tr("1 table") : CompareText::tr("%1 tables").arg(compared);
-  const std::size_t differing = ChangeRows(result.differences).size();
+  const std::size_t differing = CountRows(result.differences);
   QString words;
   if (compared == 0) {
     words = CompareText::tr("No table came");

@@ -15,10 +15,12 @@ namespace views {
 struct Difference {
   ChangeRow row;
   QString obstacle;  // why it cannot be ticked; empty when it can
+  int first;         // the stations, or outputs, that it is about: that of the row, unless it
+  int last;          // speaks of several
 
   // NOLINTNEXTLINE(google-explicit-constructor): any change can be listed.
   Difference(ChangeRow change, QString why = {})
-      : row(std::move(change)), obstacle(std::move(why)) {}
+      : row(std::move(change)), obstacle(std::move(why)), first(row.station), last(row.station) {}
 };
 
 }  // namespace views

@@ -78,7 +78,7 @@ void DifferenceList::MakeList(const Names& names) {
 
 void DifferenceList::LayOut(const Names& names) {
   filter_->setObjectName(names.filter);
-  filter_->setPlaceholderText(tr("Show only rows with…"));
+  filter_->setPlaceholderText(RowFilter::HintText());
   filter_->setAccessibleName(tr("Filter"));
   filter_->setClearButtonEnabled(true);
   count_->setObjectName(QStringLiteral("aidDifferenceCount"));
@@ -116,7 +116,7 @@ std::vector<ChangeRow> DifferenceList::Ticked() const {
 }
 
 void DifferenceList::Filter(const QString& text) {
-  shown_.SetFilter(text);
+  shown_.SetFilter(RowFilter(text));
   Count();
 }
 
@@ -148,16 +148,16 @@ bool DifferenceList::eventFilter(QObject* watched, QEvent* event) {
 void DifferenceList::Count() {
   const bool isFiltered = shown_.rowCount() != all_.rowCount();
   QString text;
-  if (choice_ == Choice::Ticks) {
+  if (all_.TickableCount() > 0 && choice_ == Choice::Ticks) {
     text = isFiltered ? tr("%1 of %2 ticked, %3 shown")
                             .arg(TickedCount())
-                            .arg(RowCount())
+                            .arg(all_.TickableCount())
                             .arg(shown_.rowCount())
-                      : tr("%1 of %2 ticked").arg(TickedCount()).arg(RowCount());
+                      : tr("%1 of %2 ticked").arg(TickedCount()).arg(all_.TickableCount());
   } else {
     text = isFiltered ? tr("%1 of %2 shown").arg(shown_.rowCount()).arg(RowCount()) : QString();
   }
-  if (isFiltered && shown_.rowCount() == 0) text = tr("No row has all these words");
+  if (isFiltered && shown_.rowCount() == 0) text = RowFilter::NoneText();
   count_->setText(text);
   for (QPushButton* const button : {tickAll_, tickNone_}) {
     button->setEnabled(shown_.rowCount() > 0);

@@ -19,16 +19,13 @@ void DifferenceModel::SetRows(std::vector<Difference> rows, bool ticked) {
   beginResetModel();
   rows_.clear();
   rows_.reserve(rows.size());
-  tickedCount_ = 0;
+  tickableCount_ = 0;
   for (Difference& difference : rows) {
-    const bool isTicked = ticked && difference.obstacle.isEmpty();
-    tickedCount_ += isTicked ? 1 : 0;
-    const ChangeRow& row = difference.row;
-    const QString searched =
-        QStringList{row.where, row.what, row.before, row.after}.join(u'\n').toLower();
-    rows_.push_back(
-        {.difference = std::move(difference), .searched = searched, .ticked = isTicked});
+    const bool canBeTicked = difference.obstacle.isEmpty();
+    tickableCount_ += canBeTicked ? 1 : 0;
+    rows_.push_back({.difference = std::move(difference), .ticked = ticked && canBeTicked});
   }
+  tickedCount_ = ticked ? tickableCount_ : 0;
   endResetModel();
   Q_EMIT TicksChanged();
 }
@@ -48,12 +45,6 @@ void DifferenceModel::SetTicked(const std::vector<int>& rows, bool ticked) {
   Q_EMIT TicksChanged();
 }
 
-bool DifferenceModel::Has(int row, const QStringList& words) const {
-  const QString& searched = rows_[static_cast<std::size_t>(row)].searched;
-  return std::ranges::all_of(
-      words, [&](const QString& word) { return searched.contains(word.toLower()); });
-}
-
 int DifferenceModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
@@ -68,38 +59,39 @@ Qt::ItemFlags DifferenceModel::flags(const QModelIndex& index) const {
   return flags;
 }
 
-QString DifferenceModel::Text(const ChangeRow& row, int column) {
+QString DifferenceModel::Text(int row, int column) const {
+  const ChangeRow& change = Row(row);
   switch (column) {
     case kWhere:
-      return row.where;
+      return change.where;
     case kWhat:
-      return row.what;
+      return change.what;
     case kBefore:
-      return row.before;
+      return change.before;
     case kAfter:
-      return row.after;
+      return change.after;
     default:
       return {};
   }
 }
 
 QVariant DifferenceModel::data(const QModelIndex& index, int role) const {
-  const auto& [row, obstacle] = At(index.row()).difference;
+  const Difference& difference = At(index.row());
   switch (role) {
     case Qt::DisplayRole:
-      return Text(row, index.column());
+      return Text(index.row(), index.column());
     case Qt::CheckStateRole:
       if (index.column() != kTick || !CanBeTicked(index.row())) return {};
       return QVariant::fromValue(IsTicked(index.row()) ? Qt::Checked : Qt::Unchecked);
     case Qt::ToolTipRole:
       // A long value is cut by its column.
-      return CanBeTicked(index.row()) ? Text(row, index.column()) : obstacle;
+      return CanBeTicked(index.row()) ? Text(index.row(), index.column()) : difference.obstacle;
     case Qt::SizeHintRole:
       // Of one column; the width of that is the operator's.
       return index.column() == kWhere ? QVariant(QSize(0, rowHeight_)) : QVariant();
     case Qt::AccessibleTextRole:
-      if (index.column() == kTick) return CanBeTicked(index.row()) ? row.what : obstacle;
-      return {};
+      if (index.column() != kTick) return {};
+      return CanBeTicked(index.row()) ? difference.row.what : difference.obstacle;
     default:
       return {};
   }

@@ -31,15 +31,16 @@ class DifferenceModel : public QAbstractTableModel {
   void SetRows(std::vector<Difference> rows, bool ticked);
 
   // REQUIRES: there is such a row
-  const ChangeRow& Row(int row) const { return At(row).difference.row; }
-  bool CanBeTicked(int row) const { return At(row).difference.obstacle.isEmpty(); }
-  bool IsTicked(int row) const { return At(row).ticked; }
+  const Difference& At(int row) const { return Shown(row).difference; }
+  const ChangeRow& Row(int row) const { return At(row).row; }
+  QString Text(int row, int column) const;
+  bool CanBeTicked(int row) const { return At(row).obstacle.isEmpty(); }
+  bool IsTicked(int row) const { return Shown(row).ticked; }
   // Ticks these rows or takes their ticks away, as far as they can have one.
   void SetTicked(const std::vector<int>& rows, bool ticked);
   int TickedCount() const { return tickedCount_; }
-
-  // Whether all of these words stand in the row, in whatever column and case.
-  bool Has(int row, const QStringList& words) const;
+  // How many can be.
+  int TickableCount() const { return tickableCount_; }
 
   int rowCount(const QModelIndex& parent = QModelIndex()) const override;
   int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -53,20 +54,19 @@ class DifferenceModel : public QAbstractTableModel {
   void TicksChanged();
 
  private:
-  struct Shown {
+  struct ShownRow {
     Difference difference;
-    QString searched;  // all its texts in lower case
     bool ticked;
   };
 
-  const Shown& At(int row) const { return rows_[static_cast<std::size_t>(row)]; }
-  static QString Text(const ChangeRow& row, int column);
+  const ShownRow& Shown(int row) const { return rows_[static_cast<std::size_t>(row)]; }
 
   int rowHeight_ = 0;
   QString before_;
   QString after_;
-  std::vector<Shown> rows_;
+  std::vector<ShownRow> rows_;
   int tickedCount_ = 0;
+  int tickableCount_ = 0;
 };
 
 }  // namespace views

@@ -15,8 +15,8 @@ ShownDifferences::ShownDifferences(DifferenceModel& all)
   setSourceModel(&all);
 }
 
-void ShownDifferences::SetFilter(const QString& text) {
-  words_ = text.split(u' ', Qt::SkipEmptyParts);
+void ShownDifferences::SetFilter(const RowFilter& filter) {
+  filter_ = filter;
   invalidateFilter();
 }
 
@@ -27,7 +27,9 @@ std::vector<int> ShownDifferences::Rows() const {
 }
 
 bool ShownDifferences::filterAcceptsRow(int row, const QModelIndex& /*parent*/) const {
-  return all_.Has(row, words_);
+  const Difference& difference = all_.At(row);
+  return filter_.Accepts(difference.first, difference.last, DifferenceModel::kColumnCount,
+                         [this, row](int column) { return all_.Text(row, column); });
 }
 
 bool ShownDifferences::lessThan(const QModelIndex& left, const QModelIndex& right) const {

@@ -5,16 +5,17 @@
 
 #include <QCollator>
 #include <QSortFilterProxyModel>
-#include <QStringList>
 
 #include <vector>
+
+#include "views/differences/row_filter.h"
 
 namespace views {
 
 class DifferenceModel;
 
-// The differences in which some words stand, in the order that the operator chose: without a choice
-// in that in which they were given, by station where that decides, and by numbers as numbers
+// The differences that a filter lets through, in the order that the operator chose: without a
+// choice in that in which they were given, by station where that decides, and by numbers as numbers
 // ("Button 3" before "Button 12").
 class ShownDifferences : public QSortFilterProxyModel {
   Q_OBJECT
@@ -23,8 +24,8 @@ class ShownDifferences : public QSortFilterProxyModel {
   // `all` must outlive the object.
   explicit ShownDifferences(DifferenceModel& all);
 
-  // Shows the rows with all of the words of `text`; all rows without one.
-  void SetFilter(const QString& text);
+  // Shows the rows that it lets through.
+  void SetFilter(const RowFilter& filter);
 
   // The shown rows, by their number among all.
   std::vector<int> Rows() const;
@@ -35,7 +36,7 @@ class ShownDifferences : public QSortFilterProxyModel {
 
  private:
   DifferenceModel& all_;
-  QStringList words_;
+  RowFilter filter_;
   QCollator order_;
 };
 

@@ -10,9 +10,13 @@
 #include <QTableView>
 #include <QTest>
 
+#include <filesystem>
+#include <functional>
+
 #include "app/journal/recent_changes.h"
 #include "tests/app/journal/journal_fixture.h"
 #include "tests/app/views_fixture.h"
+#include "tests/support/full_disk.h"
 #include "tests/views/gui_support.h"
 
 namespace app {
@@ -28,7 +32,7 @@ class ChangesWindowTest : public JournalFixture {
   ChangesWindow& Open() {
     window_ = std::make_unique<ChangesWindow>(Path());
     window_->setAttribute(Qt::WA_DeleteOnClose, false);
-    window_->ShowAll();
+    window_->ShowAll({});
     window_->show();
     return *window_;
   }
@@ -48,6 +52,10 @@ class ChangesWindowTest : public JournalFixture {
 
   void Look(const char* text) {
     test::Find<QLineEdit>(*window_, "txtFilterChg").setText(QString::fromUtf8(text));
+  }
+
+  std::string Said() const {
+    return test::Find<QLabel>(*window_, "lblSaidChg").text().toStdString();
   }
 
   std::unique_ptr<ChangesWindow> window_;
@@ -75,11 +83,42 @@ TEST_F(ChangesWindowTest, FiltersByStationOrWord) {
   Look("VT");
   EXPECT_THAT(Rows(),
               ElementsAre("Station 7|Label|CAM|vt 2|operator", "Station 15|Label|MIC|VT|operator"));
+  Look("vt label 7");
+  EXPECT_THAT(Rows(), ElementsAre("Station 7|Label|CAM|vt 2|operator")) << "all of the words";
+  EXPECT_EQ(Said(), "");
+  Look("VT MIC 7");
+  EXPECT_THAT(Rows(), SizeIs(0));
+  EXPECT_EQ(Said(), "No row has all these words");
   Look("nowhere");
   EXPECT_THAT(Rows(), SizeIs(0));
   EXPECT_FALSE(test::Find<QPushButton>(*window_, "cmdExportChg").isEnabled());
   Look("");
   EXPECT_THAT(Rows(), SizeIs(3));
+}
+
+TEST_F(ChangesWindowTest, SaysThatThereIsNothing) {
+  Open();
+  EXPECT_EQ(Said(), "No changes yet");
+  Look("label");
+  EXPECT_EQ(Said(), "No changes yet");
+  window_->Add({.title = "Label", .changes = {LabelOf(9, "a", "b")}});
+  EXPECT_EQ(Said(), "");
+}
+
+TEST_F(ChangesWindowTest, IsAsLargeAsItsFontWants) {
+  Open();
+  const QSize usual = window_->size();
+  const QFont font = QApplication::font();
+  QFont large = font;
+  large.setPointSizeF(font.pointSizeF() * 1.5);
+  QApplication::setFont(large);
+  Open();
+  QApplication::setFont(font);
+  const QSize room = window_->screen()->availableSize();
+  EXPECT_TRUE(window_->width() > usual.width() || usual.width() > 0.9 * room.width());
+  EXPECT_GT(window_->height(), usual.height());
+  EXPECT_LE(window_->width(), room.width());
+  EXPECT_LE(window_->height(), room.height());
 }
 
 TEST_F(ChangesWindowTest, ShowsOneRunAlone) {
@@ -140,15 +179,23 @@ TEST_F(ChangesWindowTest, ALongJournalIsReadInPieces) {
   Open();
   EXPECT_EQ(Rows().front(), "Station 5000|Label|a|b|operator");
   EXPECT_LT(Rows().size(), 5000u);
+  EXPECT_EQ(Said(), "Reading…");
+  EXPECT_FALSE(test::Find<QPushButton>(*window_, "cmdExportChg").isEnabled())
+      << "the file would have a part of it";
   EXPECT_TRUE(QTest::qWaitFor(
       [&] { return test::Find<QTableView>(*window_, "lstChanges").model()->rowCount() == 5000; },
       60'000));
   EXPECT_EQ(Rows().back(), "Station 1|Label|a|b|operator");
+  EXPECT_EQ(Said(), "");
+  EXPECT_TRUE(test::Find<QPushButton>(*window_, "cmdExportChg").isEnabled());
 }
 
 class RecentChangesTest : public TransfersFixture {
  protected:
-  RecentChangesTest() {
+  using Prepare = std::function<void(const std::filesystem::path& journal)>;
+
+  explicit RecentChangesTest(const Prepare& prepare = [](const auto&) {}) {
+    prepare(folder_ / "Tesk.journal");
     model_.ApplyFixedValues();
     database_.AddStation(1, {{"Label", "out"}, {"InLabel", "in"}, {"Hidden", 0}});
     window_.show();
@@ -186,6 +233,19 @@ TEST_F(RecentChangesTest, FollowsWhatIsEditedAndLeadsThere) {
   EXPECT_EQ(list.model()->rowCount(), 1) << "from the file, once";
 }
 
+TEST_F(RecentChangesTest, HasWhatAFullDiskDidNotTake) {
+  changes_.Announce({Origin::Operator, 1, {{"Label", "out", "CAM 4"}}});
+  const test::FullDisk full(test::ReadFile(folder_ / "Tesk.journal").size() + 10);
+  changes_.Announce({Origin::Operator, 1, {{"Label", "CAM 4", "CAM 5"}}});
+  recent_.Show();
+  const QAbstractItemModel& list = *test::Find<QTableView>(*Window(), "lstChanges").model();
+  ASSERT_EQ(list.rowCount(), 2);
+  EXPECT_EQ(list.index(0, ChangesModel::kAfter).data().toString(), QStringLiteral("CAM 5"));
+  EXPECT_EQ(list.index(1, ChangesModel::kAfter).data().toString(), QStringLiteral("CAM 4"));
+  recent_.Show();
+  EXPECT_EQ(list.rowCount(), 2) << "once";
+}
+
 // Such as the retrieval's, which has closed the views.
 TEST_F(RecentChangesTest, LeadsNowhereWhileADialogIsOpen) {
   changes_.Announce({Origin::Operator, 1, {{"Label", "out", "CAM 4"}}});
@@ -197,6 +257,25 @@ TEST_F(RecentChangesTest, LeadsNowhereWhileADialogIsOpen) {
   EXPECT_FALSE(views_.IsOpen(QStringLiteral("frmAlphas")));
   EXPECT_EQ(test::Find<QLabel>(*Window(), "lblSaidChg").text(),
             QStringLiteral("Close the open dialog first"));
+}
+
+// The journal is a folder: it is left alone.
+class UnusableJournalTest : public RecentChangesTest {
+ protected:
+  UnusableJournalTest()
+      : RecentChangesTest([](const std::filesystem::path& journal) {
+          std::filesystem::create_directory(journal);
+        }) {}
+};
+
+TEST_F(UnusableJournalTest, WhatThisRunChangedIsShown) {
+  changes_.Announce({Origin::Operator, 1, {{"Label", "out", "CAM 4"}}});
+  recent_.Show();
+  const QAbstractItemModel& list = *test::Find<QTableView>(*Window(), "lstChanges").model();
+  ASSERT_EQ(list.rowCount(), 1);
+  EXPECT_EQ(list.index(0, ChangesModel::kAfter).data().toString(), QStringLiteral("CAM 4"));
+  EXPECT_THAT(test::Find<QLabel>(*Window(), "lblSaidChg").text().toStdString(),
+              HasSubstr("Tesk.journal"));
 }
 
 }  // namespace

@@ -193,6 +193,9 @@ TEST_F(JournalKeeperTest, WhatIsNoFileIsLeftAlone) {
   Begin();
   EXPECT_EQ(failed_.size(), 1);
   changes_.Announce(LabelOf(5, "a", "b"));
+  EXPECT_THAT(keeper_.Waiting(), ElementsAre(HasSubstr("Label of station 5")))
+      << "it is shown from here";
+  EXPECT_FALSE(keeper_.IsComplete());
   keeper_.RunSaved();
   EXPECT_EQ(failed_.size(), 1);
   EXPECT_TRUE(std::filesystem::is_directory(Path()));

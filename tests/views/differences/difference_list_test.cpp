@@ -98,7 +98,7 @@ TEST_F(DifferenceListTest, ShowsWhereWhatHereAndThereInTheOrderGiven) {
   const QAbstractItemModel& model = *View().model();
   EXPECT_EQ(model.index(0, 3).data().toString(), QStringLiteral("TALK 5"));
   EXPECT_EQ(model.index(0, 4).data().toString(), QStringLiteral("LISTEN 5"));
-  EXPECT_EQ(Count(), QStringLiteral("0 of 4 ticked"));
+  EXPECT_EQ(Count(), QStringLiteral("0 of 3 ticked")) << "of those with a box";
 }
 
 TEST_F(DifferenceListTest, AClickOnTheBoxTicksItsRow) {
@@ -106,7 +106,7 @@ TEST_F(DifferenceListTest, AClickOnTheBoxTicksItsRow) {
   ClickTick(2);
   EXPECT_THAT(Ticked(), ElementsAre("Label"));
   EXPECT_EQ(told.count(), 1);
-  EXPECT_EQ(Count(), QStringLiteral("1 of 4 ticked"));
+  EXPECT_EQ(Count(), QStringLiteral("1 of 3 ticked"));
   ClickTick(2);
   EXPECT_THAT(Ticked(), IsEmpty());
 }
@@ -144,9 +144,34 @@ TEST_F(DifferenceListTest, TheFilterWantsEachWordSomewhereInTheRow) {
   EXPECT_THAT(Shown(), ElementsAre("Station 12|Button 12", "Station 12|Button 3"));
   QTest::keyClicks(&Filter(), QStringLiteral(" listen"));
   EXPECT_THAT(Shown(), ElementsAre("Station 12|Button 12"));
-  EXPECT_EQ(Count(), QStringLiteral("0 of 4 ticked, 1 shown"));
+  EXPECT_EQ(Count(), QStringLiteral("0 of 3 ticked, 1 shown"));
   Filter().clear();
   EXPECT_EQ(Shown().size(), 4U);
+}
+
+TEST_F(DifferenceListTest, ANumberAloneIsAStation) {
+  std::vector<Difference> rows = SomeRows();
+  rows.back().first = 98;  // "Outputs 98 to 100"
+  list.SetRows(rows);
+  Filter().setText(QStringLiteral("2"));
+  EXPECT_THAT(Shown(), ElementsAre("Station 2|Label"));
+  Filter().setText(QStringLiteral(" 12 "));
+  EXPECT_THAT(Shown(), ElementsAre("Station 12|Button 12", "Station 12|Button 3"));
+  Filter().setText(QStringLiteral("99"));
+  EXPECT_THAT(Shown(), ElementsAre("Station 100|Relays"));
+  Filter().setText(QStringLiteral("97"));
+  EXPECT_EQ(Count(), QStringLiteral("No row has all these words"));
+  Filter().setText(QStringLiteral("2 label"));
+  EXPECT_THAT(Shown(), ElementsAre("Station 2|Label"));
+  Filter().setText(QStringLiteral("0"));
+  EXPECT_THAT(Shown(), ElementsAre("Station 100|Relays")) << "no station: a word";
+}
+
+TEST_F(DifferenceListTest, RowsWithoutABoxAreNotCountedAsTicks) {
+  list.SetRows({SomeRows().back()});
+  EXPECT_EQ(Count(), QString());
+  Filter().setText(QStringLiteral("100"));
+  EXPECT_EQ(Count(), QString());
 }
 
 TEST_F(DifferenceListTest, AFilterWithoutAHitSaysSoAndLeavesNothingToTick) {
@@ -168,7 +193,7 @@ TEST_F(DifferenceListTest, TheButtonsTickWhatIsShownAndLeaveWhatIsHidden) {
   Filter().setText(QStringLiteral("label"));
   test::Find<QPushButton>(list, "aidTickNone").click();
   EXPECT_THAT(Ticked(), ElementsAre("Button 12", "Button 3"));
-  EXPECT_EQ(Count(), QStringLiteral("2 of 4 ticked, 1 shown"));
+  EXPECT_EQ(Count(), QStringLiteral("2 of 3 ticked, 1 shown"));
   Filter().clear();
   test::Find<QPushButton>(list, "aidTickNone").click();
   EXPECT_THAT(Ticked(), IsEmpty());
