@@ -45,9 +45,9 @@ TEST(AccessSettings, WithoutAPortThereIsNoOpenGateway) {
 }
 
 TEST(AccessSettings, AllThatTheSectionsSay) {
-  const OpenGatewayAccess access =
-      Gateway("; for the house\r\n\r\nPort=9000\r\nListen=0.0.0.0\r\nTakes=yes\r\n"
-              "Allow=192.0.2.20, 192.0.2.32/28\r\n[CONFIGURATION]\r\nWhatever=1\r\n");
+  const OpenGatewayAccess access = Gateway(
+      "; for the house\r\n\r\nPort=9000\r\nListen=0.0.0.0\r\nTakes=yes\r\n"
+      "Allow=192.0.2.20, 192.0.2.32/28\r\n[CONFIGURATION]\r\nWhatever=1\r\n");
   EXPECT_TRUE(access.problem.isEmpty()) << access.problem.toStdString();
   EXPECT_EQ(access.listen, QHostAddress(QHostAddress::AnyIPv4));
   EXPECT_TRUE(access.TakesFromElsewhere());
@@ -77,8 +77,8 @@ TEST(AccessSettings, AddressesOfBothKinds) {
 
 TEST(AccessSettings, WhatCannotBeUnderstoodIsNamed) {
   for (const char* const line :
-       {"Port=0", "Port=65536", "Port=90x", "Port=", "Listen=here", "Listen=10.1", "Allow=",
-        "Allow=10.1", "Allow=192.0.2.7/33", "Allow=192.0.2.7/", "Allow=2001:db8::/129",
+       {"Port=0", "Port=65536", "Port=90x", "Port=", "Listen=here", "Listen=10.1",
+        "Allow=", "Allow=10.1", "Allow=192.0.2.7/33", "Allow=192.0.2.7/", "Allow=2001:db8::/129",
         "Allow=192.0.2.7;192.0.2.8", "Takes=Perhaps", "Takes=", "Alow=192.0.2.7", "Anything="}) {
     const OpenGatewayAccess access = Gateway(std::string("Port=9000\r\n") + line + "\r\n");
     EXPECT_TRUE(access.isWanted);

@@ -150,8 +150,8 @@ TEST_F(OpenGatewayTest, TakesAreInTheLog) {
   EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
   EXPECT_FALSE(window_.Hints().Has(Hint::OpenTakes));
   gateway_->Close();
-  ASSERT_TRUE(QTest::qWaitFor(
-      [&] { return socket.state() == QAbstractSocket::UnconnectedState; }, kPatience));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return socket.state() == QAbstractSocket::UnconnectedState; },
+                              kPatience));
 }
 
 TEST_F(OpenGatewayTest, WhoIsNotAllowedIsTurnedAway) {
@@ -159,8 +159,8 @@ TEST_F(OpenGatewayTest, WhoIsNotAllowedIsTurnedAway) {
   QTcpSocket socket;
   Connect(socket);
   ASSERT_TRUE(QTest::qWaitFor([&] { return !lines_.empty(); }, kPatience));
-  ASSERT_TRUE(QTest::qWaitFor(
-      [&] { return socket.state() == QAbstractSocket::UnconnectedState; }, kPatience));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return socket.state() == QAbstractSocket::UnconnectedState; },
+                              kPatience));
   EXPECT_THAT(lines_, ElementsAre("Controller 127.0.0.1 was not admitted"));
 }
 
