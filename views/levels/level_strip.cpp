@@ -39,6 +39,7 @@ LevelStrip::LevelStrip(int index, QWidget* parent)
       label_(NewText(QStringLiteral("lblInptName_"), index, this)) {
   QLabel* const number = NewText(QStringLiteral("lblInptNumber_"), index, this);
   number->setText(QString::fromStdString(model::Padded(index + 1, 2)));
+  level_->installEventFilter(this);
   slider_->setObjectName(QStringLiteral("Slider1_%1").arg(index));
   slider_->setAccessibleName(tr("Input %1 level").arg(index + 1));
   slider_->setMinimumHeight(kLowestSlider);
@@ -70,6 +71,14 @@ int LevelStrip::NeededWidth() const {
   return kSpace + std::max({metrics.horizontalAdvance(lowest),
                             metrics.horizontalAdvance(QLatin1String(kUsualLabel)),
                             metrics.horizontalAdvance(fullLabel_)});
+}
+
+bool LevelStrip::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonDblClick && slider_->isEnabled()) {
+    Q_EMIT EntryRequested();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
 }
 
 void LevelStrip::changeEvent(QEvent* event) {
