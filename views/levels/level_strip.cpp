@@ -98,7 +98,10 @@ QFont LevelStrip::LabelFont() const { return Scaled(font(), kLabelSize); }
 void LevelStrip::ElideLabel() {
   const int room = width() - kSpace / 2;
   QFont font = LabelFont();
-  level_->setFont(font);
+  QFont levelFont = font;
+  const QString lowest = QString::fromStdString(rules::LevelText(rules::kLargestSliderValue));
+  if (QFontMetrics(font).horizontalAdvance(lowest) > room) levelFont.setStretch(kCondensed);
+  level_->setFont(levelFont);
   if (QFontMetrics(font).horizontalAdvance(fullLabel_) > room) font.setStretch(kCondensed);
   label_->setFont(font);
   const QString shown = QFontMetrics(font).elidedText(fullLabel_, Qt::ElideMiddle, room);
