@@ -44,7 +44,7 @@ void DrawSliders() {
   dialog.findChild<QScrollBar*>(QStringLiteral("VScroll1"))->setValue(2);
   Save(dialog, QStringLiteral("levels-last"));
   dialog.resize(dialog.width(), 2000);
-  QTest::mouseDClick(dialog.findChild<QLabel>(QStringLiteral("lblLevel_37")), Qt::LeftButton);
+  QTest::mouseDClick(dialog.findChild<QLabel*>(QStringLiteral("lblLevel_37")), Qt::LeftButton);
   Save(dialog, QStringLiteral("levels-all-bands"));
   QFont large = dialog.font();
   large.setPointSizeF(large.pointSizeF() * 1.5);
