@@ -335,8 +335,9 @@ void Console::ConnectStatusBar() {
   });
   connect(&views_, &OpenViews::XmapLoaded, &status, [&status](bool loaded) {
     if (!loaded) status.SetReadout({});
-    status.WantLegend(loaded);
   });
+  connect(&views_, &OpenViews::ActiveViewChanged, &status,
+          [this, &status] { status.WantLegend(views_.IsMapCurrent()); });
   connect(&panelReports_, &PanelReports::PanelsChanged, &status, &StatusBar::SetPanels);
   connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
