@@ -95,8 +95,9 @@ QStringList ManualPages() {
           QStringLiteral("undo.html"),     QStringLiteral("recent.html"),
           QStringLiteral("crash.html"),    QStringLiteral("backups.html"),
           QStringLiteral("export.html"),   QStringLiteral("link.html"),
-          QStringLiteral("set-up.html"),   QStringLiteral("commands.html"),
-          QStringLiteral("messages.html"), QStringLiteral("errors.html")};
+          QStringLiteral("set-up.html"),   QStringLiteral("controllers.html"),
+          QStringLiteral("commands.html"), QStringLiteral("messages.html"),
+          QStringLiteral("errors.html")};
 }
 
 QString ManualPlace(const QWidget* dialog) {
