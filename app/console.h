@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include "app/access_settings.h"
 #include "app/app_folder.h"
 #include "app/backups/backup_keeper.h"
 #include "app/backups/restore_backup.h"
@@ -21,6 +22,7 @@
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
+#include "app/open_gateway.h"
 #include "app/sent_file.h"
 #include "app/presets.h"
 #include "app/settings_file.h"
@@ -48,6 +50,7 @@
 #include "db/database_files.h"
 #include "gateway/panel_gateway.h"
 #include "gateway/qt_sockets.h"
+#include "model/locks.h"
 #include "model/system_model.h"
 #include "stations/change.h"
 #include "switcher/decoder.h"
@@ -81,10 +84,12 @@ class Console : public QObject {
   void ConnectBackups();
   void ConnectJournal();
   void ConnectSentFile();
+  void ConnectNetwork();
   void ConnectShutDown();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;
+  const AccessSettings access_;
   model::SystemModel model_;
   MessageBoxes boxes_;
   config::WindowSettings places_;
@@ -123,6 +128,7 @@ class Console : public QObject {
   PanelErrors panelErrors_;
   switcher::LiveCommands panelCommands_;
   gateway::PanelGateway panels_;
+  OpenGateway openGateway_;
   LinkAids aids_;
   UnsentAids unsentAids_;
   SwitcherReports switcherReports_;
