@@ -61,6 +61,7 @@ constexpr int kChannels = 64;
 constexpr microseconds kSlowDisk{4000};  // more for each call while the console ends
 constexpr milliseconds kLongestEditing{600};
 constexpr int kMostEditingCalls = 60;
+constexpr int kMostOfAnEdit = 3;  // fields, and acts
 constexpr milliseconds kLongestRestoring{20};
 constexpr std::uintmax_t kLargeJournal = 2 << 20;  // larger ones are made smaller
 
@@ -128,8 +129,9 @@ class CrashRun {
   void CheckWhole(const std::string& when);
   void Restore(const Outcome& outcome);
   bool IsAnyUnsaved() const;
+  std::set<std::string> LastStored() const;
   bool IsAsSeen(const test::StoredTables& found, const test::StoredTables& restored,
-                bool received) const;
+                const std::set<std::string>& last, bool received) const;
 
   const unsigned seed_;
   std::mt19937 random_;
@@ -174,7 +176,8 @@ void CrashRun::Fail(const std::string& what) {
   const fs::path kept = fs::temp_directory_path() /
                         ("crash_run_" + std::to_string(seed_) + "_" + std::to_string(number_));
   std::error_code ignored;
-  fs::copy(folder_.Program(), kept, fs::copy_options::overwrite_existing, ignored);
+  fs::copy(folder_.Program(), kept,
+           fs::copy_options::recursive | fs::copy_options::overwrite_existing, ignored);
   std::printf("FAILED, kill %d, seed %u: %s\n  the files are kept in %s\n", number_, seed_,
               what.c_str(), kept.c_str());
 }
@@ -446,8 +449,9 @@ CrashRun::Outcome CrashRun::WhileShrinking() {
 
 void CrashRun::EditBeforeTheEnd(ConsoleProcess& console) {
   if (Draw(4) == 0 && !Receive(console)) Fail("the tables were not received");
-  for (int edits = 1 + Draw(3); edits > 0; --edits) {
-    if (!Edit(console)) Fail("an edit was not done");
+  // An edit may choose what was there; a console without changes has nothing to copy back.
+  for (int edits = 1 + Draw(3); edits > 0 || operated_ == stored_; --edits) {
+    if (!Edit(console)) return Fail("an edit was not done");
   }
   plan_.Restart();
   plan_.SlowDown(kSlowDisk);
@@ -584,23 +588,43 @@ void CrashRun::Check(const Outcome& outcome) {
   Restore(outcome);
 }
 
+// What the last acts before the kill have stored, as many as an edit may have: "3 B2 Type=255".
+std::set<std::string> CrashRun::LastStored() const {
+  std::set<std::string> stored;
+  stations::Journal journal(journal_);
+  if (!journal.Read().ok() || journal.Contents().Runs().empty()) return stored;
+  const auto& acts = journal.Contents().Runs().back().acts;
+  for (auto line = acts.rbegin(); line != acts.rend() && line - acts.rbegin() < kMostOfAnEdit;
+       ++line) {
+    stations::Act act;
+    if (!stations::ReadAct((*line)->content, &act)) continue;
+    for (const stations::Change& change : act.changes) {
+      for (const stations::FieldChange& field : change.fields) {
+        const bool isText = field.after.GetKind() == jet::Value::Kind::Text;
+        stored.insert(std::to_string(change.station) + " " + field.field + "=" +
+                      (isText ? field.after.Text() : std::to_string(field.after.Int())));
+      }
+    }
+  }
+  return stored;
+}
+
 // Whether there is what the operator has seen, and besides at most one more edit, of one station,
 // or, of tables that were being received, any part of them.  A field that holds again what was
-// found before restoring is an edit that was seen and is lost.
+// found before restoring is an edit that was seen and is lost, unless it was being put back.
 bool CrashRun::IsAsSeen(const test::StoredTables& found, const test::StoredTables& restored,
-                        bool received) const {
-  constexpr int kMostFieldsOfAnEdit = 3;
+                        const std::set<std::string>& last, bool received) const {
   test::StoredTables all = operated_;
   if (received) TakeOver(&all);
   std::set<std::string> stations;
   int others = 0;
   for (const auto& [field, value] : restored) {
     if (value == operated_.at(field) || value == all.at(field)) continue;
-    if (value == found.at(field)) return false;
+    if (value == found.at(field) && !last.contains(field + "=" + value)) return false;
     stations.insert(field.substr(0, field.find(' ')));
     ++others;
   }
-  return stations.size() <= 1 && others <= kMostFieldsOfAnEdit;
+  return stations.size() <= 1 && others <= kMostOfAnEdit;
 }
 
 bool CrashRun::IsAnyUnsaved() const {
@@ -613,6 +637,7 @@ bool CrashRun::IsAnyUnsaved() const {
 void CrashRun::Restore(const Outcome& outcome) {
   plan_.Restart();
   const bool isMissing = operated_ != stored_;
+  const std::set<std::string> last = LastStored();
   auto console = Start();
   const auto isOffered = [&] { return console->IsShown("aidRestore"); };
   if (isMissing && !ConsoleProcess::WaitFor(isOffered)) return Fail("nothing is offered");
@@ -639,7 +664,7 @@ void CrashRun::Restore(const Outcome& outcome) {
     Fail("after restoring: " + box.title + ": " + box.text);
   if (console->Terminate() != 0) return Fail("the console that has restored does not end");
   const test::StoredTables found = std::exchange(stored_, test::ReadStations(main_));
-  if (!IsAsSeen(found, stored_, outcome.received)) Fail("something else was restored");
+  if (!IsAsSeen(found, stored_, last, outcome.received)) Fail("something else was restored");
   CheckWhole("restored");
   ++restored_;
 }

@@ -3,6 +3,7 @@
 #include "tests/end_to_end/programming_edits.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "tests/end_to_end/pending_tables.h"
@@ -83,7 +84,7 @@ class Programming {
     const bool before = flag == '1';
     if (IsChecked(box) != before) return false;
     console_.Click(box.c_str());
-    if (!Wait([&] { return IsChecked(box) != before; })) return false;
+    if (!Wait([&] { return IsChecked(box) == !before; })) return false;
     flag = before ? '0' : '1';
     Set(field, flags);
     return true;
@@ -92,7 +93,7 @@ class Programming {
   bool Choose(const char* options, const char* code, std::string_view field) {
     const std::string option = std::string(options) + "_" + code;
     console_.Click(option.c_str());
-    if (!Wait([&] { return IsChecked(option); })) return false;
+    if (!Wait([&] { return IsChecked(option) == true; })) return false;
     Set(field, code);
     return true;
   }
@@ -113,8 +114,10 @@ class Programming {
   int SelectedButton() { return console_.Property("cmbButton", "currentIndex").toInt(-1) + 1; }
   int Station() { return console_.Property("txtPortNmbr", "text").toString().toInt(); }
 
-  bool IsChecked(const std::string& box) {
-    return console_.Property(box.c_str(), "checked").toBool();
+  // Nothing when nobody answers any more.
+  std::optional<bool> IsChecked(const std::string& box) {
+    const QJsonValue checked = console_.Property(box.c_str(), "checked");
+    return checked.isBool() ? std::optional(checked.toBool()) : std::nullopt;
   }
 
   // A button that is left without targets becomes inactive.
