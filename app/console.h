@@ -9,6 +9,7 @@
 #include "app/backups/backup_keeper.h"
 #include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
+#include "app/change_settings.h"
 #include "app/damage_report.h"
 #include "app/journal/journal_keeper.h"
 #include "app/journal/recent_changes.h"
@@ -78,8 +79,10 @@ class Console : public QObject {
   void ConnectView(views::MainView* view);
   void ConnectBackups();
   void ConnectJournal();
+  void ConnectSettings();
   void ConnectSentFile();
   void ConnectShutDown();
+  void ShowDemoMode();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;
@@ -134,6 +137,7 @@ class Console : public QObject {
   RestoreBackup restoreBackup_;
   Rescue rescue_;
   RecentChanges recentChanges_;
+  ChangeSettings settings_;
   ShutDown shutDown_;
   Termination termination_;
 };

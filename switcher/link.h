@@ -70,6 +70,10 @@ class Link : public SerialPortEvents {
   // When that fails the text stays as it is, and the poll tries again quietly.
   model::Status OpenPort();
 
+  // Leaves the port that is open and opens port `number`, which becomes ComPort, as if the one had
+  // been lost and the other come back.  When that fails the poll tries again quietly.
+  model::Status MoveTo(int number);
+
   // Polls the switcher and watches for its answers, if the port is open or KeepOpen() opens it.
   void PollTick();
 

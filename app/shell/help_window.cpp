@@ -65,6 +65,7 @@ constexpr Explained kExplained[] = {
     {"aidSaveCopyDialog", "backups.html#save"},
     {"frmBackup", "backups.html#restore"},
     {"aidOtherFileDialog", "backups.html#restore"},
+    {"frmSettings", "set-up.html#dialog"},
     {"aidExportChanges", "recent.html#go"},
     {"aidAskReceived", "crash.html#ask"},
     {"aidAskEdited", "crash.html#ask"},

@@ -135,6 +135,10 @@ void MainWindow::BuildMenus() {
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));
   file->addSeparator();
+  settings_ = AddAid(*file, "aidSettings", tr("Settin&gs…"));
+  settings_->setIcon(views::Icon(QStringLiteral("settings")));
+  settings_->setToolTip(tr("Show and change the serial port, the panels and demo mode"));
+  file->addSeparator();
   file->addAction(CommandAction("ID_Exit"));
 
   editMenu_ = menuBar()->addMenu(tr("&Edit"));

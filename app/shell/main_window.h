@@ -67,6 +67,8 @@ class MainWindow : public QMainWindow,
   QAction& CompareCommand() { return *compare_; }
   // aidUnsavedRuns: what runs of the console changed that ended without saving.
   QAction& UnsavedRunsCommand() { return *unsavedRuns_; }
+  // aidSettings: the settings of the installation.
+  QAction& SettingsCommand() { return *settings_; }
   // aidSendChanges: sends what is unsent.
   QAction& SendChangesCommand() { return *sendChanges_; }
 
@@ -117,6 +119,7 @@ class MainWindow : public QMainWindow,
   QAction* restoreBackup_ = nullptr;
   QAction* compare_ = nullptr;
   QAction* unsavedRuns_ = nullptr;
+  QAction* settings_ = nullptr;
   QAction* sendChanges_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;

@@ -117,7 +117,7 @@ TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
               ElementsAre("ID_SendData", "aidSendChanges", "ID_RetreiveData", "aidCompare",
                           "aidDiscardByte", "-", "aidSaveCopy", "aidRestoreBackup",
                           "aidUnsavedRuns", "-", "", "-",
-                          "ID_Exit"));  // "": Export
+                          "aidSettings", "-", "ID_Exit"));  // "": Export
   EXPECT_THAT(Names(*Command("ID_Window")->menu()),
               ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",
                           "ID_ViewSourcelevelControl", "ID_ViewQDVStatus", "-", "ID_Cascade",

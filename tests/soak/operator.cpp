@@ -49,6 +49,8 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   AddClose("close the retrieval", "frmSysInfo");
   AddTrigger("open the copies", "aidRestoreBackup", "frmBackup");
   AddClose("close the copies", "frmBackup");
+  AddTrigger("open the settings", "aidSettings", "frmSettings");
+  AddClose("close the settings", "frmSettings");
   AddTrigger("begin a comparison", "aidCompare", "frmCompare");
   tasks_.push_back({"compare", [] {},
                     [this] {

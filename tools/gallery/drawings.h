@@ -15,6 +15,7 @@ void DrawLevels();  // and the tally
 void DrawLists();   // of the recent changes and of events
 void DrawMap();     // and the pictures of the tools
 void DrawProgramming();
+void DrawSettings();
 void DrawTransfer();  // download and retrieval
 
 }  // namespace gallery

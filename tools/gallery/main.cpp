@@ -26,7 +26,7 @@ constexpr Drawing kDrawings[] = {
     {"help", gallery::DrawHelp},         {"labels", gallery::DrawLabels},
     {"levels", gallery::DrawLevels},     {"lists", gallery::DrawLists},
     {"map", gallery::DrawMap},           {"programming", gallery::DrawProgramming},
-    {"transfer", gallery::DrawTransfer},
+    {"settings", gallery::DrawSettings}, {"transfer", gallery::DrawTransfer},
 };
 
 }  // namespace
