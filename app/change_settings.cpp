@@ -64,6 +64,10 @@ bool ChangeSettings::Apply(const views::WantedSettings& wanted) {
   }
   const QString words = Words(wanted);
   if (words.isEmpty()) return true;
+  if (services_.locks.IsConsoleLocked()) {
+    Refuse(QString::fromUtf8(model::kConsoleLockedText));
+    return false;
+  }
   const bool arePanelsChanged =
       wanted.panels != model.SoftpanelSupport || wanted.ipPort != model.IpPort;
   if (arePanelsChanged && !ListenAs(wanted)) return false;

@@ -12,6 +12,7 @@
 #include "app/settings_file.h"
 #include "gateway/qt_sockets.h"
 #include "model/error_reporter.h"
+#include "model/locks.h"
 #include "model/system_model.h"
 #include "switcher/link.h"
 #include "switcher/serial_port.h"
@@ -33,6 +34,7 @@ class ChangeSettings : public QObject {
     switcher::SerialPort& port;
     gateway::Listener& listener;
     model::ErrorReporter& reporter;
+    const model::Locks& locks;
     std::function<bool()> isComparing;  // then the line cannot be changed
   };
 

@@ -39,6 +39,7 @@ Console::Console(AppFolder folder)
       places_(config::PlacesSection(settingsFile_.Read())),
       files_(folder_.File(db::kMainFile), folder_.File(db::kWorkingCopy),
              folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
+      changes_(locks_),
       unsentMessages_({.model = model_,
                        .database = [this] { return files_.Database(); },
                        .changes = changes_,
@@ -49,7 +50,7 @@ Console::Console(AppFolder folder)
       window_(commands_),
       windowPlace_(window_, places_),
       port_([this](int number) { return settingsFile_.SerialDevice(number); }),
-      liveCommands_({.model = model_, .port = port_, .reporter = boxes_}),
+      liveCommands_({.model = model_, .port = port_, .reporter = boxes_}, &locks_),
       share_(port_, [this] { return window_.PollTimer().remainingTimeAsDuration(); }),
       tables_({.model = model_,
                .files = files_,
@@ -61,6 +62,7 @@ Console::Console(AppFolder folder)
       viewServices_{.model = model_,
                     .stations = [this] { return files_.Stations(); },
                     .changes = changes_,
+                    .locks = locks_,
                     .commands = liveCommands_,
                     .tables = tableTools_,
                     .unsent = unsent_,
@@ -92,6 +94,7 @@ Console::Console(AppFolder folder)
       panelErrors_(boxes_, window_.Hints()),
       panelCommands_({.model = model_, .port = port_, .reporter = panelErrors_}),
       panels_({.model = model_,
+               .locks = locks_,
                .files = files_,
                .commands = panelCommands_,
                .line = share_,
@@ -127,6 +130,7 @@ Console::Console(AppFolder folder)
       transfers_(
           {.window = window_,
            .views = views_,
+           .data = viewServices_,
            .download = {.model = model_, .tables = tables_, .poll = window_, .unsent = unsent_},
            .retrieval = {.model = model_,
                          .decoder = decoder_,
@@ -186,7 +190,12 @@ Console::Console(AppFolder folder)
                  .port = port_,
                  .listener = listener_,
                  .reporter = boxes_,
+                 .locks = locks_,
                  .isComparing = [this] { return transfers_.IsComparing(); }}),
+      lockKeeper_({.locks = locks_,
+                   .file = folder_.File(kLocksFile),
+                   .window = window_,
+                   .storeEdits = [this] { return views_.StoreEdits(); }}),
       shutDown_({.model = model_,
                  .boxes = boxes_,
                  .window = window_,
@@ -227,6 +236,7 @@ void Console::Start() {
   StartUp(
       {.model = model_, .files = files_, .listener = listener_, .link = link_, .reporter = boxes_})
       .Run(folder_.path.toStdString(), settings);
+  lockKeeper_.Begin();
   journal_.Begin();
   rescue_.Begin();
   unsentMessages_.Begin(sentFile_.Read());
@@ -306,6 +316,8 @@ void Console::ConnectStatusBar() {
   connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&lockKeeper_, &LockKeeper::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&lockKeeper_, &LockKeeper::NoteRequested, &log_, &LogKeeper::Note);
 }
 
 void Console::ConnectSentFile() {
@@ -406,6 +418,7 @@ void Console::ConnectShutDown() {
   connect(&shutDown_, &ShutDown::AllClosed, this, [this] {
     const QDeadlineTimer patience(kPatience);
     sentFile_.Finish(patience);
+    lockKeeper_.Finish(patience);
     backupWriter_.Finish(patience);
     copyWriter_.Finish(patience);
   });

@@ -14,6 +14,7 @@
 #include "app/journal/journal_keeper.h"
 #include "app/journal/recent_changes.h"
 #include "app/journal/rescue.h"
+#include "app/lock_keeper.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
@@ -91,6 +92,7 @@ class Console : public QObject {
   config::WindowSettings places_;
   CommandTable commands_;
   db::DatabaseFiles files_;
+  model::Locks locks_;
   stations::Changes changes_;
   switcher::UnsentMessages unsentMessages_;
   SentFile sentFile_;
@@ -138,6 +140,7 @@ class Console : public QObject {
   Rescue rescue_;
   RecentChanges recentChanges_;
   ChangeSettings settings_;
+  LockKeeper lockKeeper_;
   ShutDown shutDown_;
   Termination termination_;
 };

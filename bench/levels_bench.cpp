@@ -122,6 +122,7 @@ double DragOnTheLine(int drags) {
   const views::Services services{.model = plain.model,
                                  .stations = plain.stations,
                                  .changes = plain.changes,
+                                 .locks = plain.locks,
                                  .commands = commands,
                                  .tables = plain.tables,
                                  .unsent = plain.unsent,

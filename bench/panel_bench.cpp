@@ -138,7 +138,9 @@ void Requests(benchmark::State& state) {
   gateway::PanelEvents events;  // nobody is told
   for (auto _ : state) {
     test::FakePauseTimer timer;
+    model::Locks locks;
     gateway::PanelGateway gateway({.model = system.model,
+                                   .locks = locks,
                                    .files = system.database.Files(),
                                    .commands = commands,
                                    .line = line,

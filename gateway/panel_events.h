@@ -41,6 +41,9 @@ class PanelEvents {
   // A panel's take has been handed to the line.
   virtual void PanelTook(const PanelName& /*panel*/, const PanelTake& /*take*/) {}
 
+  // A panel's take was not passed on: its output is locked for panels.
+  virtual void PanelTakeIgnored(const PanelName& /*panel*/, const PanelTake& /*take*/) {}
+
   // The console drops a panel: the operator may want to know but need not act on it.
   // PanelGone() follows.
   virtual void PanelDropped(const PanelName& /*panel*/, DropReason /*reason*/) {}

@@ -24,6 +24,7 @@ PanelGateway::PanelGateway(const Services& services)
                 .reporter = services.reporter}),
       requests_({.model = services.model, .clients = clients_, .senders = senders_}),
       takes_({.clients = clients_,
+              .locks = services.locks,
               .line = services.line,
               .commands = services.commands,
               .events = services.events}),

@@ -16,6 +16,7 @@
 #include "gateway/pause_timer.h"
 #include "gateway/send_queue.h"
 #include "model/error_reporter.h"
+#include "model/locks.h"
 #include "model/system_model.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
@@ -30,6 +31,7 @@ class PanelGateway : public switcher::SwitcherEvents {
   // What the gateway works on.  All must outlive it.
   struct Services {
     const model::SystemModel& model;
+    const model::Locks& locks;
     const db::DatabaseFiles& files;
     switcher::LiveCommands& commands;
     const switcher::LineShare& line;

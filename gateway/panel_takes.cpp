@@ -31,6 +31,10 @@ bool PanelTakes::SendOn() {
     }
     const PanelTake take = takes.front();
     takes.pop_front();
+    if (services_.locks.IsLockedForPanels(take.destination)) {
+      services_.events.PanelTakeIgnored(services_.clients.Name(slot), take);
+      continue;
+    }
     if (services_.commands.SendTake(take.destination, take.source, take.action)) {
       services_.events.PanelTook(services_.clients.Name(slot), take);
     }

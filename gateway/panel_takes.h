@@ -6,6 +6,7 @@
 #include "gateway/client_table.h"
 #include "gateway/panel_events.h"
 #include "gateway/take_frame.h"
+#include "model/locks.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
 
@@ -13,12 +14,13 @@ namespace gateway {
 
 // Passes on to the switcher what panels take.  While the line has no room for panels, the takes of
 // each wait in their order, and whatever else the panel sends is served meanwhile; when there is
-// room again it goes round the panels.
+// room again it goes round the panels.  One of an output that is locked for panels is ignored.
 class PanelTakes {
  public:
   // All must outlive the object.
   struct Services {
     ClientTable& clients;
+    const model::Locks& locks;
     const switcher::LineShare& line;
     switcher::LiveCommands& commands;
     PanelEvents& events;

@@ -4,6 +4,8 @@
 
 namespace model {
 
+Status ConsoleLocked() { return {kPermissionDenied, "The console is locked"}; }
+
 bool Locks::IsLockedForPanels(int output) const {
   const auto lock = outputs_.find(output);
   return lock != outputs_.end() && lock->second == Against::ConsoleAndPanels;

@@ -7,8 +7,16 @@
 #include <map>
 
 #include "model/observers.h"
+#include "model/status.h"
 
 namespace model {
+
+// What is asked for while the console is locked fails with this: permission denied.
+inline constexpr int kPermissionDenied = 70;
+Status ConsoleLocked();
+
+// What the operator is told then.
+inline constexpr char kConsoleLockedText[] = "Action Not Allowed While Console Is Locked";
 
 // Who shows or keeps the locks.
 class LockObserver {

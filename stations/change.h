@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "db/jet/value.h"
+#include "model/locks.h"
 #include "model/observers.h"
 
 namespace stations {
@@ -68,6 +69,18 @@ class ChangeObserver {
 // hear of it at once, in the order in which they came.
 class Changes {
  public:
+  // Changes that nobody is kept from.
+  Changes() = default;
+  // While `locks`, which must outlive the object, lock the console, only the switcher changes
+  // records.
+  explicit Changes(const model::Locks& locks) : locks_(&locks) {}
+
+  // Whether records may be changed for that reason.  What navigation stores by itself is left out
+  // quietly where it may not; anything else has failed.
+  bool MayStore(Origin origin) const {
+    return locks_ == nullptr || !locks_->IsConsoleLocked() || origin == Origin::Switcher;
+  }
+
   void Add(ChangeObserver& observer) { observers_.Add(observer); }
   void Remove(const ChangeObserver& observer) { observers_.Remove(observer); }
 
@@ -82,6 +95,7 @@ class Changes {
  private:
   void Tell(std::span<const Change> changes) { observers_.Tell(&ChangeObserver::Changed, changes); }
 
+  const model::Locks* locks_ = nullptr;
   model::Observers<ChangeObserver> observers_;
   bool isHeld_ = false;
   std::vector<Change> held_;

@@ -56,6 +56,9 @@ model::Status Record::Commit(const Author& author, bool* stored) {
   if (!outcome_.ok()) return outcome_;
   KeepWhatDiffers();
   if (changes_.empty()) return {};
+  if (!author.changes.MayStore(author.origin)) {
+    return author.origin == Origin::Navigation ? model::Status() : model::ConsoleLocked();
+  }
   jet::Status status = records_.Edit();
   for (const FieldChange& change : changes_) {
     if (status.ok()) status = records_.Set(change.field, change.after);

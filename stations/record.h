@@ -45,7 +45,8 @@ class Record {
 
   // Writes the fields that get another value in one update, all of them, or on a failure none, and
   // then announces the change.  Where the record has all of the new values already nothing is
-  // written or announced.  `stored`, unless null, tells whether something was.
+  // written or announced.  `stored`, unless null, tells whether something was.  A locked console
+  // fails the operator's changes and leaves out those of navigation.
   // REQUIRES: it was not called before.
   model::Status Commit(const Author& author, bool* stored = nullptr);
 

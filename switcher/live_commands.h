@@ -5,16 +5,26 @@
 
 #include <cstdint>
 
+#include "model/locks.h"
 #include "switcher/message_sender.h"
 
 namespace switcher {
 
 // The commands that act on the running switcher at once.  Each writes its message, sets
-// SendBusy until the output has drained, and reports a failure to the operator itself; it then
-// returns false.
+// SendBusy until the output has drained, and reports a failure or a refusal to the operator itself;
+// it then returns false.
 class LiveCommands {
  public:
-  explicit LiveCommands(const MessageSender::Services& services) : sender_(services) {}
+  // With `locks`, which must outlive the object, what these lock is refused.  Without them, as for
+  // those whom the locks of the console do not concern, everything is sent.
+  explicit LiveCommands(const MessageSender::Services& services,
+                        const model::Locks* locks = nullptr)
+      : sender_(services), reporter_(services.reporter), locks_(locks) {}
+
+  // Whether a take of an output (from 1), or any command, is refused because of a lock.  The
+  // operator is told so.
+  bool RefusesTake(int destination) const;
+  bool RefusesAll() const;
 
   // Makes or breaks the crosspoint of an output and an input channel, both from 1 and at most
   // 256.  `action` is a TakeAction, or what a panel asked for.
@@ -25,6 +35,8 @@ class LiveCommands {
 
  private:
   const MessageSender sender_;
+  model::ErrorReporter& reporter_;
+  const model::Locks* locks_;
 };
 
 }  // namespace switcher

@@ -30,6 +30,7 @@ model::Status WithStations(const Services& services,
 }
 
 void SendTables(const Services& services, std::initializer_list<switcher::TablePart> parts) {
+  if (RefusedByLock(services)) return;
   std::vector<std::optional<int>> sent;
   {
     const switcher::PollPause pause(services.poll);
@@ -40,10 +41,21 @@ void SendTables(const Services& services, std::initializer_list<switcher::TableP
 }
 
 void SendTable(const Services& services, const switcher::TablePart& part) {
+  if (RefusedByLock(services)) return;
   NoteSent(services, part, services.tables.Send(part));
 }
 
+bool RefusedByLock(const Services& services) {
+  if (!services.locks.IsConsoleLocked()) return false;
+  ShowRefusal(services, model::kConsoleLockedText);
+  return true;
+}
+
 void ShowFailure(const Services& services, std::string_view line, const model::Status& status) {
+  if (status.Number() == model::kPermissionDenied) {
+    ShowRefusal(services, model::kConsoleLockedText);
+    return;
+  }
   services.reporter.Show(ErrorReporter::Icon::Critical, kErrorTitle,
                          model::ErrorText(line, status));
 }

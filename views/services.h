@@ -10,6 +10,7 @@
 #include "config/window_settings.h"
 #include "db/jet/record_set.h"
 #include "model/error_reporter.h"
+#include "model/locks.h"
 #include "model/status.h"
 #include "model/system_model.h"
 #include "stations/change.h"
@@ -25,6 +26,7 @@ struct Services {
   model::SystemModel& model;
   std::function<jet::RecordSet*()> stations;  // the shared record set; null while not open
   stations::Changes& changes;
+  model::Locks& locks;
   switcher::LiveCommands& commands;
   TableSender& tables;
   UnsentTables& unsent;
@@ -50,7 +52,11 @@ void SendTables(const Services& services, std::initializer_list<switcher::TableP
 // Sends what `part` names for a tool, with the poll as it is, and notes at once that it was sent.
 void SendTable(const Services& services, const switcher::TablePart& part);
 
-// Reports what failed in a view: `line` names it, the usual error line follows.
+// Whether nothing may be sent or stored because the console is locked.  The operator is told so.
+bool RefusedByLock(const Services& services);
+
+// Reports what failed in a view: `line` names it, the usual error line follows.  What failed
+// because the console is locked is a refusal.
 void ShowFailure(const Services& services, std::string_view line, const model::Status& status);
 
 // Tells the operator that what he asked for is not allowed.

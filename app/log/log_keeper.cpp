@@ -20,6 +20,8 @@ LogKeeper::LogKeeper(const Services& services)
   connect(&services_.window, &MainWindow::BlockedCodeShown, this, &LogKeeper::NoteBlockedCode);
   connect(&services_.panels, &PanelReports::Happened, this,
           [this](const QString& text) { Add(Kind::Panel, text); });
+  connect(&services_.panels, &PanelReports::HappenedAgain, this,
+          [this](const QString& text) { services_.log.AddRepeated(Kind::Panel, text); });
   connect(&services_.views, &OpenViews::Loaded, this, &LogKeeper::FollowView);
   FollowTables();
   FollowTransfers();

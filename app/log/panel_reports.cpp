@@ -30,11 +30,19 @@ void PanelReports::PanelIdentified(const gateway::PanelName& panel, int type) {
 }
 
 void PanelReports::PanelTook(const gateway::PanelName& panel, const gateway::PanelTake& take) {
-  const QString what =
-      tr("take %1 (%2)")
-          .arg(crosspoints_.Crosspoint(take.destination, take.source), ActionWords(take.action));
+  const QString what = TakeWords(take);
   const bool inhibited = inhibits_.Contain(take.destination, take.source);
   Tell(panel, inhibited ? tr("%1, inhibited here").arg(what) : what);
+}
+
+void PanelReports::PanelTakeIgnored(const gateway::PanelName& panel,
+                                    const gateway::PanelTake& take) {
+  Q_EMIT HappenedAgain(Line(panel, tr("%1 ignored, the output is locked").arg(TakeWords(take))));
+}
+
+QString PanelReports::TakeWords(const gateway::PanelTake& take) const {
+  return tr("take %1 (%2)")
+      .arg(crosspoints_.Crosspoint(take.destination, take.source), ActionWords(take.action));
 }
 
 void PanelReports::PanelDropped(const gateway::PanelName& panel, gateway::DropReason reason) {
@@ -70,10 +78,14 @@ void PanelReports::TellPanels() {
   Q_EMIT PanelsChanged(lines);
 }
 
-void PanelReports::Tell(const gateway::PanelName& panel, const QString& what) {
+QString PanelReports::Line(const gateway::PanelName& panel, const QString& what) {
   const QString name =
       tr("Panel %1, %2").arg(panel.slot).arg(QString::fromStdString(panel.address));
-  Q_EMIT Happened(QStringLiteral("%1: %2").arg(name, what));
+  return QStringLiteral("%1: %2").arg(name, what);
+}
+
+void PanelReports::Tell(const gateway::PanelName& panel, const QString& what) {
+  Q_EMIT Happened(Line(panel, what));
 }
 
 }  // namespace app

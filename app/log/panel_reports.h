@@ -30,6 +30,7 @@ class PanelReports : public QObject, public gateway::PanelEvents {
   void PanelConnected(const gateway::PanelName& panel) override;
   void PanelIdentified(const gateway::PanelName& panel, int type) override;
   void PanelTook(const gateway::PanelName& panel, const gateway::PanelTake& take) override;
+  void PanelTakeIgnored(const gateway::PanelName& panel, const gateway::PanelTake& take) override;
   void PanelDropped(const gateway::PanelName& panel, gateway::DropReason reason) override;
   void PanelGone(const gateway::PanelName& panel) override;
 
@@ -40,9 +41,14 @@ class PanelReports : public QObject, public gateway::PanelEvents {
   void NoteRequested(const QString& note);
   // "Panel 2, 192.0.2.7: connected"
   void Happened(const QString& text);
+  // The same for what a panel may do many times a second.
+  void HappenedAgain(const QString& text);
 
  private:
   void TellPanels();
+  // Takes of a panel in words: "take CAM 4 < MIC ANCH (Take)".
+  QString TakeWords(const gateway::PanelTake& take) const;
+  static QString Line(const gateway::PanelName& panel, const QString& what);
   void Tell(const gateway::PanelName& panel, const QString& what);
 
   CrosspointWords crosspoints_;

@@ -29,6 +29,7 @@ enum class Hint : std::uint8_t {
   PanelReport,
   NoBackup,
   SentFails,
+  LocksFail,
   NoSwitcher,
   NeverSeen,
   WindowRescued,

@@ -69,6 +69,8 @@ class MainWindow : public QMainWindow,
   QAction& UnsavedRunsCommand() { return *unsavedRuns_; }
   // aidSettings: the settings of the installation.
   QAction& SettingsCommand() { return *settings_; }
+  // aidLockConsole: locks the console against slips, or unlocks it.
+  QAction& LockConsoleCommand() { return *lockConsole_; }
   // aidSendChanges: sends what is unsent.
   QAction& SendChangesCommand() { return *sendChanges_; }
 
@@ -121,6 +123,7 @@ class MainWindow : public QMainWindow,
   QAction* unsavedRuns_ = nullptr;
   QAction* settings_ = nullptr;
   QAction* sendChanges_ = nullptr;
+  QAction* lockConsole_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;

@@ -55,9 +55,11 @@ StatusBar::StatusBar(QWidget* parent)
       note_(new ElidedLabel(this)),
       folder_(new ElidedLabel(this, Qt::ElideMiddle)),
       demo_(new QLabel(tr("DEMO"), this)),
+      locked_(new QLabel(tr("LOCKED"), this)),
       // The folder stands for the whole run: it gives way, but for what it can do with.
       shares_{{.widget = blocked_, .leastCharacters = kLeastWarning, .isWarning = true},
               {.widget = closedPort_, .leastCharacters = kLeastWarning, .isWarning = true},
+              {.widget = locked_, .isWarning = true},
               {.widget = note_, .leastCharacters = kLeastText},
               {.widget = unsent_,
                .leastCharacters = kLeastUnsent,
@@ -76,6 +78,7 @@ StatusBar::StatusBar(QWidget* parent)
   readout_->setObjectName(QStringLiteral("aidReadout"));
   mapState_->setObjectName(QStringLiteral("aidMapState"));
   demo_->setObjectName(QStringLiteral("aidDemo"));
+  locked_->setObjectName(QStringLiteral("aidLocked"));
   unsent_->setObjectName(QStringLiteral("aidUnsent"));
   unsentSign_->setObjectName(QStringLiteral("aidUnsentSign"));
   unsentSign_->setContentsMargins(kTextMargin, 0, kTextMargin, 0);
@@ -83,7 +86,7 @@ StatusBar::StatusBar(QWidget* parent)
   note_->setObjectName(QStringLiteral("aidNote"));
   folder_->setObjectName(QStringLiteral("aidFolder"));
   for (QLabel* const label : {link_, closedPort_, blocked_, panels_, readout_, mapState_, unsent_,
-                              note_, folder_, demo_}) {
+                              note_, folder_, demo_, locked_}) {
     label->setTextFormat(Qt::PlainText);
     label->setContentsMargins(kTextMargin, 0, kTextMargin, 0);
   }
@@ -102,6 +105,7 @@ StatusBar::StatusBar(QWidget* parent)
   addWidget(note_);
   addPermanentWidget(folder_);
   addPermanentWidget(demo_);
+  addPermanentWidget(locked_);
   closedPort_->setToolTip(
       tr("The serial port cannot be used now. It is tried again every second, and the link comes "
          "up by itself when it can."));
@@ -109,6 +113,10 @@ StatusBar::StatusBar(QWidget* parent)
   demo_->setToolTip(tr("Demo mode: the map draws its own takes, whatever the switcher says"));
   // A frame makes it a badge without a colour of its own.
   demo_->setFrameShape(QFrame::Box);
+  locked_->setToolTip(
+      tr("The console is locked: nothing is sent or stored by the operator. The File menu unlocks "
+         "it."));
+  locked_->setFrameShape(QFrame::Box);
   Want(readout_, true);
 
   noteTime_.setSingleShot(true);
@@ -242,6 +250,8 @@ void StatusBar::SetMapState(const QString& text) {
 }
 
 void StatusBar::SetDemo(bool demo) { Want(demo_, demo); }
+
+void StatusBar::SetConsoleLocked(bool locked) { Want(locked_, locked); }
 
 void StatusBar::SetFolder(const QString& folder) {
   const QString path = QDir::toNativeSeparators(folder);

@@ -42,6 +42,9 @@ class StatusBar : public QStatusBar {
   // Shows the badge of the demo mode.
   void SetDemo(bool demo);
 
+  // Shows the badge of the locked console.
+  void SetConsoleLocked(bool locked);
+
   // Says that the console works in this folder and not in the program's; nothing takes it away.
   void SetFolder(const QString& folder);
 
@@ -106,6 +109,7 @@ class StatusBar : public QStatusBar {
   QLabel* note_;
   QLabel* folder_;
   QLabel* demo_;
+  QLabel* locked_;
   QWidget* legend_ = nullptr;
   bool legendWanted_ = false;
   std::vector<Panel> shares_;  // without the legend, the most important first

@@ -24,6 +24,7 @@ bool Transfers::IsOpen() const {
 }
 
 bool Transfers::MayBegin(bool isComparisonBusy) {
+  if (views::RefusedByLock(services_.data)) return false;
   if (IsOpen()) {
     Q_EMIT NoteRequested(tr("Not while another transfer is open"));
     return false;

@@ -20,6 +20,7 @@ namespace app {
 // modal over the main window, and the one that compares the two sides, which is beside it.  Only
 // one of them works at a time: while tables come for the comparison the others begin nothing, with
 // a note why; when one of them opens, the comparison closes, because it will not hold any more.
+// While the console is locked none of them begins.
 class Transfers : public QObject {
   Q_OBJECT
 
@@ -27,6 +28,7 @@ class Transfers : public QObject {
   struct Services {
     QWidget& window;  // the main window
     OpenViews& views;
+    views::Services data;
     views::SendingWindow::Services download;
     switcher::Retrieval::Services retrieval;
     views::CompareWindow::Services compare;

@@ -90,6 +90,7 @@ class ChangeSettingsTest : public testing::Test {
                               .observers = {events_}}};
   switcher::Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = display_}};
   gateway::Listener listener_;
+  model::Locks locks_;
   bool isComparing_ = false;
   ChangeSettings settings_{{.model = model_,
                             .window = window_,
@@ -98,6 +99,7 @@ class ChangeSettingsTest : public testing::Test {
                             .port = port_,
                             .listener = listener_,
                             .reporter = reporter_,
+                            .locks = locks_,
                             .isComparing = [this] { return isComparing_; }}};
   QSignalSpy notes_{&settings_, &ChangeSettings::NoteRequested};
 };
@@ -162,6 +164,16 @@ TEST_F(ChangeSettingsTest, TheLineIsNotChangedUnderAComparison) {
   EXPECT_EQ(File(), kFile);
   EXPECT_EQ(model_.DemoMode, 0);
   EXPECT_EQ(port_.openCount, 1);
+}
+
+TEST_F(ChangeSettingsTest, NothingIsChangedWhileTheConsoleIsLocked) {
+  locks_.LockConsole(true);
+  views::WantedSettings wanted = Present();
+  EXPECT_TRUE(settings_.Apply(wanted)) << "nothing to change";
+  wanted.demo = true;
+  EXPECT_FALSE(settings_.Apply(wanted));
+  EXPECT_EQ(model_.DemoMode, 0);
+  EXPECT_EQ(File(), kFile);
 }
 
 TEST_F(ChangeSettingsTest, PanelsAreServedAtOnceOnTheirPort) {

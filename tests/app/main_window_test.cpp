@@ -116,8 +116,8 @@ TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
   EXPECT_THAT(Names(*Command("ID_File")->menu()),
               ElementsAre("ID_SendData", "aidSendChanges", "ID_RetreiveData", "aidCompare",
                           "aidDiscardByte", "-", "aidSaveCopy", "aidRestoreBackup",
-                          "aidUnsavedRuns", "-", "", "-",
-                          "aidSettings", "-", "ID_Exit"));  // "": Export
+                          "aidUnsavedRuns", "-", "", "-", "aidSettings", "aidLockConsole", "-",
+                          "ID_Exit"));  // "": Export
   EXPECT_THAT(Names(*Command("ID_Window")->menu()),
               ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",
                           "ID_ViewSourcelevelControl", "ID_ViewQDVStatus", "-", "ID_Cascade",

@@ -147,5 +147,15 @@ TEST_F(PanelReportsTest, EachReasonToDropAPanelIsSaid) {
                           "Panel 10.0.0.7 was dropped: it began a take and did not end it"));
 }
 
+TEST_F(PanelReportsTest, ATakeOnALockedOutputIsToldAsIgnored) {
+  std::vector<std::string> ignored;
+  QObject::connect(&reports_, &PanelReports::HappenedAgain,
+                   [&](const QString& text) { ignored.push_back(text.toStdString()); });
+  reports_.PanelTakeIgnored({2, "192.0.2.7"}, {.destination = 3, .source = 4, .action = 0});
+  EXPECT_THAT(ignored, ElementsAre("Panel 2, 192.0.2.7: take Out 3 < In 4 (Sum off) ignored, "
+                                   "the output is locked"));
+  EXPECT_TRUE(lines_.empty());
+}
+
 }  // namespace
 }  // namespace app

@@ -91,6 +91,7 @@ class ShutDownTest : public TransfersFixture {
   test::FakePauseTimer pause_;
   PanelReports panelReports_{labels_, inhibits_};
   gateway::PanelGateway gateway_{{.model = model_,
+                                  .locks = locks_,
                                   .files = database_.Files(),
                                   .commands = live_,
                                   .line = share_,

@@ -54,6 +54,21 @@ TEST_F(TransfersTest, ADownloadSendsWhatIsTyped) {
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
+TEST_F(TransfersTest, NoneBeginsWhileTheConsoleIsLocked) {
+  locks_.LockConsole(true);
+  transfers_.SendData(0);
+  transfers_.SendChanges();
+  transfers_.RetrieveData();
+  transfers_.CompareWithSwitcher();
+  for (const char* const name : {"frmDownProg", "frmSendChanges", "frmSysInfo", "frmCompare"}) {
+    EXPECT_FALSE(IsOpen(name)) << name;
+  }
+  EXPECT_THAT(
+      reporter_.reports,
+      testing::Each("exclamation|Control Error|Action Not Allowed While Console Is Locked"));
+  EXPECT_THAT(reporter_.reports, SizeIs(4));
+}
+
 TEST_F(TransfersTest, ARetrievalComesAfterWhatIsTyped) {
   TypeLabel(2, "Studio");
   transfers_.RetrieveData();

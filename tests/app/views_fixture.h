@@ -38,6 +38,7 @@ class ViewsFixture : public testing::Test {
     return {.model = model_,
             .stations = [this] { return database_.Files().Stations(); },
             .changes = changes_,
+            .locks = locks_,
             .commands = live_,
             .tables = tables_,
             .unsent = unsent_,
@@ -51,7 +52,8 @@ class ViewsFixture : public testing::Test {
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   test::RecordingTables tables_;
-  stations::Changes changes_;
+  model::Locks locks_;
+  stations::Changes changes_{locks_};
   switcher::UnsentMessages unsentMessages_{
       {.model = model_,
        .database = [this] { return database_.Files().Database(); },
@@ -59,7 +61,7 @@ class ViewsFixture : public testing::Test {
        .today = [] { return test::kToday; }}};
   views::UnsentTables unsent_{unsentMessages_};
   config::WindowSettings settings_{QString()};
-  switcher::LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}};
+  switcher::LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}, &locks_};
 };
 
 // The main window with its views and transfers, and what decodes for them.
@@ -95,6 +97,7 @@ class TransfersFixture : public ViewsFixture {
   Transfers transfers_{
       {.window = window_,
        .views = views_,
+       .data = Services(),
        .download = {.model = model_, .tables = senders_, .poll = tables_, .unsent = unsent_},
        .retrieval = {.model = model_,
                      .decoder = decoder_,

@@ -201,7 +201,9 @@ class PanelFuzz {
   switcher::LiveCommands commands_{{.model = model_, .port = line_, .reporter = reporter_}};
   switcher::LineShare share_{line_, [] { return std::chrono::milliseconds(500); }};
   std::shared_ptr<test::FakePeer> peers_[3];
+  model::Locks locks_;
   gateway::PanelGateway gateway_{{.model = model_,
+                                  .locks = locks_,
                                   .files = Database(),
                                   .commands = commands_,
                                   .line = share_,

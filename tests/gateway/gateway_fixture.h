@@ -39,6 +39,9 @@ class RecordingPanelEvents : public PanelEvents {
     Add(panel, "took " + std::to_string(take.destination) + " " + std::to_string(take.source) +
                    " " + std::to_string(take.action));
   }
+  void PanelTakeIgnored(const PanelName& panel, const PanelTake& take) override {
+    Add(panel, "ignored " + std::to_string(take.destination) + " " + std::to_string(take.source));
+  }
   void PanelDropped(const PanelName& panel, DropReason reason) override {
     dropped.emplace_back(panel.address, reason);
     Add(panel, "dropped");
@@ -114,7 +117,9 @@ class GatewayTest : public testing::Test {
   switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   std::chrono::milliseconds untilPoll_{500};
   switcher::LineShare line_{port_, [this] { return untilPoll_; }};
+  model::Locks locks_;
   PanelGateway gateway_{{.model = model_,
+                         .locks = locks_,
                          .files = database_.Files(),
                          .commands = commands_,
                          .line = line_,

@@ -95,6 +95,24 @@ TEST_F(PanelTakesTest, ABadTakeIsIgnoredSilently) {
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
+TEST_F(PanelTakesTest, OnAnOutputThatIsLockedForPanelsAreIgnored) {
+  const auto panel = ConnectPanel();
+  locks_.LockOutput(6, model::Locks::Against::ConsoleAndPanels);
+  locks_.LockOutput(7, model::Locks::Against::Console);
+  locks_.LockConsole(true);
+  events_.lines.clear();
+  panel->Send("FE 20 00 05 00 07 00 2C FF");  // output 6
+  panel->Send("FE 20 00 06 00 07 00 2D FF");  // output 7
+  Ticks(3);
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 06 00 0D FF");
+  EXPECT_THAT(events_.lines, ElementsAre("1 10.0.0.7 ignored 6 8", "1 10.0.0.7 took 7 8 0"));
+  EXPECT_EQ(panel->TakeWritten(), "");
+  locks_.UnlockOutput(6);
+  panel->Send("FE 20 00 05 00 07 00 2C FF");
+  Tick();
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
+}
+
 TEST_F(PanelTakesTest, WaitWhileTheLineIsBehind) {
   const auto panel = ConnectPanel();
   port_.unsent = 248;

@@ -143,6 +143,7 @@ class QtSocketsTest : public GatewayTest {
   QElapsedTimer sinceTick_;
   QtPauseTimer clock_;
   PanelGateway clockGateway_{{.model = model_,
+                              .locks = locks_,
                               .files = database_.Files(),
                               .commands = commands_,
                               .line = line_,

@@ -202,5 +202,39 @@ TEST_F(ChangesTest, AreToldToEveryObserverThatIsThere) {
   EXPECT_THAT(heard_.seen, ElementsAre("operator 1: OptoType 3 > 4", "operator 1: OptoType 4 > 5"));
 }
 
+TEST_F(RecordTest, OnlyTheSwitcherChangesItWhileTheConsoleIsLocked) {
+  model::Locks locks;
+  Changes changes(locks);
+  locks.LockConsole(true);
+  for (const Origin origin : {Origin::Operator, Origin::Undo, Origin::Redo, Origin::Restore,
+                              Origin::Comparison, Origin::Backup}) {
+    Record record(Stations());
+    record.Set("Label", "CAM");
+    bool stored = true;
+    const model::Status status = record.Commit({changes, origin}, &stored);
+    EXPECT_EQ(status.Number(), 70);
+    EXPECT_EQ(status.Description(), "The console is locked");
+    EXPECT_FALSE(stored);
+  }
+  Record navigated(Stations());
+  navigated.Set("Label", "CAM");
+  bool stored = true;
+  EXPECT_TRUE(navigated.Commit({changes, Origin::Navigation}, &stored).ok());
+  EXPECT_FALSE(stored) << "navigation writes nothing, quietly";
+  EXPECT_EQ(Label(), "MIC");
+  Record same(Stations());
+  same.Set("Label", "MIC");
+  EXPECT_TRUE(same.Commit({changes, Origin::Operator}).ok()) << "nothing is to be written";
+  Record received(Stations());
+  received.Set("Label", "CAM");
+  EXPECT_TRUE(received.Commit({changes, Origin::Switcher}, &stored).ok());
+  EXPECT_TRUE(stored);
+  locks.LockConsole(false);
+  Record record(Stations());
+  record.Set("Label", "VTR");
+  EXPECT_TRUE(record.Commit({changes, Origin::Operator}).ok());
+  EXPECT_EQ(Label(), "VTR");
+}
+
 }  // namespace
 }  // namespace stations

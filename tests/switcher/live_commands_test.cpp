@@ -61,5 +61,37 @@ TEST_F(LiveCommandsTest, FailedGainOnAClosedPortIsReported) {
                           "\r\rError # 8018 - The port is not open"));
 }
 
+class LockedCommandsTest : public LiveCommandsTest {
+ protected:
+  model::Locks locks_;
+  LiveCommands operator_{{.model = model_, .port = port_, .reporter = reporter_}, &locks_};
+};
+
+TEST_F(LockedCommandsTest, ATakeOnALockedOutputIsRefusedWithTheReason) {
+  locks_.LockOutput(6, model::Locks::Against::Console);
+  EXPECT_FALSE(operator_.SendTake(6, 8, 0x03));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_FALSE(model_.SendBusy);
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("exclamation|Control Error|Action Not Allowed On Locked Output"));
+  EXPECT_TRUE(operator_.SendTake(8, 6, 0x03));
+  EXPECT_EQ(port_.TakeWritten(), "FD 03 00 05 00 07 00 0F FF");
+  EXPECT_TRUE(commands_.SendTake(6, 8, 0x03)) << "those whom the locks do not concern";
+  EXPECT_EQ(port_.TakeWritten(), "FD 03 00 07 00 05 00 0F FF");
+}
+
+TEST_F(LockedCommandsTest, NothingIsSentWhileTheConsoleIsLocked) {
+  locks_.LockConsole(true);
+  EXPECT_FALSE(operator_.SendTake(6, 8, 0x03));
+  EXPECT_FALSE(operator_.SendGain(5, 100));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  constexpr char kRefused[] =
+      "exclamation|Control Error|Action Not Allowed While Console Is Locked";
+  EXPECT_THAT(reporter_.reports, ElementsAre(kRefused, kRefused));
+  locks_.LockConsole(false);
+  EXPECT_TRUE(operator_.SendGain(5, 100));
+  EXPECT_EQ(port_.TakeWritten(), "E3 05 64 69 FF");
+}
+
 }  // namespace
 }  // namespace switcher

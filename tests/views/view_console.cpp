@@ -18,6 +18,7 @@ views::Services ViewConsole::Services() {
   return {.model = model,
           .stations = [this] { return Stations(); },
           .changes = changes,
+          .locks = locks,
           .commands = commands,
           .tables = tables,
           .unsent = unsent,

@@ -28,9 +28,10 @@ class ViewConsole : public stage::Stage {
 
   FakeSerialPort port;
   RecordingReporter reporter;
-  switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}};
+  model::Locks locks;
+  switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}, &locks};
   RecordingTables tables;
-  stations::Changes changes;
+  stations::Changes changes{locks};
   switcher::UnsentMessages unsentMessages{{.model = model,
                                            .database = [this] { return database.get(); },
                                            .changes = changes,

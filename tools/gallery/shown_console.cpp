@@ -12,6 +12,7 @@ views::Services ShownConsole::Services() {
   return {.model = model,
           .stations = [this] { return Stations(); },
           .changes = changes,
+          .locks = locks,
           .commands = commands,
           .tables = switcher,
           .unsent = unsent,

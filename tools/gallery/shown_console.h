@@ -41,13 +41,14 @@ class ShownConsole : public stage::Stage {
 
   DeadLine port;
   NoSwitcher switcher;
-  stations::Changes changes;
+  model::Locks locks;
+  stations::Changes changes{locks};
   ::switcher::UnsentMessages unsentMessages{{.model = model,
                                              .database = [this] { return database.get(); },
                                              .changes = changes,
                                              .today = [] { return kToday; }}};
   views::UnsentTables unsent{unsentMessages};
-  ::switcher::LiveCommands commands{{.model = model, .port = port, .reporter = switcher}};
+  ::switcher::LiveCommands commands{{.model = model, .port = port, .reporter = switcher}, &locks};
 };
 
 // 64 flags, with those of `members` set; they count from 1.

@@ -61,8 +61,10 @@ AlphasView::AlphasView(const Services& services, QWidget* parent)
 }
 
 void AlphasView::SetupAlphaView() {
-  grid_ = new LabelsGrid(
-      rows_, [this] { return StoreRow(); }, this);
+  grid_ = new LabelsGrid(rows_,
+                         {.mayEdit = [this] { return !RefusedByLock(services_); },
+                          .storeRow = [this] { return StoreRow(); }},
+                         this);
   grid_->setAccessibleName(windowTitle());
 }
 
@@ -199,7 +201,7 @@ void AlphasView::Copy() {
 
 void AlphasView::Paste() {
   const QRect at = grid_->Block();
-  if (at.isEmpty() || !StoreRow()) return;
+  if (at.isEmpty() || RefusedByLock(services_) || !StoreRow()) return;
   const rules::TextBlock block =
       rules::ParseBlock(QGuiApplication::clipboard()->text().toStdString());
   const rules::PastePlan plan =

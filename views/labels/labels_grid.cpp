@@ -46,11 +46,8 @@ class GuardedSelection : public QItemSelectionModel {
 
 }  // namespace
 
-LabelsGrid::LabelsGrid(LabelsModel& rows, std::function<bool()> storeRow, QWidget* parent)
-    : QTableView(parent),
-      rows_(rows),
-      storeRow_(std::move(storeRow)),
-      delegate_(new LabelsDelegate(this)) {
+LabelsGrid::LabelsGrid(LabelsModel& rows, Asks asks, QWidget* parent)
+    : QTableView(parent), rows_(rows), asks_(std::move(asks)), delegate_(new LabelsDelegate(this)) {
   setObjectName(QStringLiteral("jgAlphas"));
   setFrameShape(QFrame::NoFrame);
   setVerticalHeader(new LabelsRowHeader(this));
@@ -147,7 +144,7 @@ bool LabelsGrid::CommitEditor() {
 bool LabelsGrid::MayMoveTo(const QModelIndex& index) {
   if (index == currentIndex()) return true;
   moveRefused_ =
-      !CommitEditor() || (rows_.HasEdit() && index.row() != rows_.EditedRow() && !storeRow_());
+      !CommitEditor() || (rows_.HasEdit() && index.row() != rows_.EditedRow() && !asks_.storeRow());
   return !moveRefused_;
 }
 
@@ -156,8 +153,17 @@ void LabelsGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionF
   if (!moveRefused_) QTableView::setSelection(rect, command);
 }
 
+// Whether this is the operator about to change the cell.
+bool LabelsGrid::BeginsEdit(const QModelIndex& index, EditTrigger trigger, const QEvent* event) {
+  if ((index.flags() & Qt::ItemIsEditable) == 0) return false;
+  if (trigger != AnyKeyPressed) return trigger == DoubleClicked || trigger == EditKeyPressed;
+  const QString text = static_cast<const QKeyEvent*>(event)->text();
+  return !text.isEmpty() && text.at(0).isPrint();
+}
+
 bool LabelsGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
   const bool wasOpen = delegate_->Editor() != nullptr;
+  if (!wasOpen && BeginsEdit(index, trigger, event) && !asks_.mayEdit()) return false;
   const bool opened = QTableView::edit(index, trigger, event);
   if (!wasOpen && delegate_->Editor() != nullptr) rows_.SetRowOfEditor(index.row());
   if (opened && !wasOpen && (trigger == DoubleClicked || trigger == EditKeyPressed)) {
@@ -188,7 +194,7 @@ void LabelsGrid::Walk(int step) {
 }
 
 void LabelsGrid::StoreAndStep(int step) {
-  if (!storeRow_()) return;
+  if (!asks_.storeRow()) return;
   const QModelIndex next = currentIndex().siblingAtRow(currentIndex().row() + step);
   if (next.isValid()) selectionModel()->setCurrentIndex(next, QItemSelectionModel::ClearAndSelect);
 }

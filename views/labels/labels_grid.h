@@ -22,9 +22,12 @@ class LabelsGrid : public QTableView {
   Q_OBJECT
 
  public:
-  // `storeRow` stores the row being edited; false when that failed.  `rows` must outlive the
-  // grid.
-  LabelsGrid(LabelsModel& rows, std::function<bool()> storeRow, QWidget* parent);
+  struct Asks {
+    std::function<bool()> mayEdit;   // whether cells may be edited now; says why not
+    std::function<bool()> storeRow;  // stores the row being edited; false when that failed
+  };
+  // `rows` must outlive the grid.
+  LabelsGrid(LabelsModel& rows, Asks asks, QWidget* parent);
 
   // Takes the text of the open editor, if there is one, into the row and closes it.  False when
   // the column cannot hold the text: TextRefused is emitted, and the editor stays open.
@@ -67,6 +70,7 @@ class LabelsGrid : public QTableView {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  static bool BeginsEdit(const QModelIndex& index, EditTrigger trigger, const QEvent* event);
   bool MayMoveTo(const QModelIndex& index);
   // To the next cell that can be edited, in either direction, and edits it.
   void Walk(int step);
@@ -83,7 +87,7 @@ class LabelsGrid : public QTableView {
   void WidenNotes();
 
   LabelsModel& rows_;
-  const std::function<bool()> storeRow_;
+  const Asks asks_;
   LabelsDelegate* delegate_;
   bool moveRefused_ = false;  // the last key or click was not allowed to leave its cell
 };

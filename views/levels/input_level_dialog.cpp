@@ -128,6 +128,12 @@ void InputLevelDialog::LayOut(QWidget* sliders) {
   reported_->setTextFormat(Qt::PlainText);
   auto* const bottom = new QHBoxLayout;
   bottom->addWidget(reported_, 1);
+  if (services_.locks.IsConsoleLocked()) {
+    auto* const locked = new QLabel(tr("Console locked"), this);
+    locked->setObjectName(QStringLiteral("aidLevelsLocked"));
+    bottom->addWidget(locked);
+    for (LevelStrip* const strip : strips_) strip->Slider().setEnabled(false);
+  }
   bottom->addWidget(buttons);
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(row);

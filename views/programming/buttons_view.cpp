@@ -437,6 +437,7 @@ void ButtonsView::ToggleRelay(int relay, bool set) {
 }
 
 void ButtonsView::SendSingleStation() {
+  if (RefusedByLock(shown_.services)) return;
   StationEvent event(shown_, kOperator);
   const int station = StationNumber(event);
   if (station == 0) return;

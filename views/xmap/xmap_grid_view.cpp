@@ -64,6 +64,9 @@ XmapGridView::XmapGridView(const rules::XmapGrid& grid, XmapModel& cells, QWidge
     SetHovered(QModelIndex());
     columnHeader_->SetHovered(HasCrosshair() ? input : 0);
   });
+  for (const XmapHeader* const header : {rowHeader_, columnHeader_}) {
+    connect(header, &XmapHeader::MenuRequested, this, &XmapGridView::MenuRequested);
+  }
   connect(&cells, &QAbstractItemModel::headerDataChanged, this,
           [this](Qt::Orientation orientation) {
             (orientation == Qt::Vertical ? rowHeader_ : columnHeader_)->LabelsChanged();

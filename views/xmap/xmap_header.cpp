@@ -2,6 +2,7 @@
 
 #include "views/xmap/xmap_header.h"
 
+#include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -9,6 +10,7 @@
 
 #include "views/widgets/contrast.h"
 #include "views/widgets/find_field.h"
+#include "views/xmap/xmap_model.h"
 
 namespace views {
 namespace {
@@ -16,6 +18,28 @@ namespace {
 constexpr double kHoverShare = 0.35;
 constexpr int kBarWidth = 3;
 constexpr int kLabelMargin = 4;
+
+// Of the height of a row: what a padlock is wide and high.
+constexpr double kLockWidth = 0.35;
+constexpr double kLockHeight = 0.5;
+
+// A padlock that fills the box: its body is full where panels are locked out, too.
+void DrawLock(QPainter& painter, const QRectF& box, const QColor& ink, bool isFull) {
+  const double pen = box.width() / 6;
+  const QRectF body(box.left() + pen / 2, box.top() + box.height() * 0.45, box.width() - pen,
+                    box.height() * 0.55 - pen / 2);
+  const double inset = box.width() * 0.2;
+  const QRectF bow(body.left() + inset, box.top() + pen / 2, body.width() - 2 * inset,
+                   2 * (body.top() - box.top()) - pen);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(ink, pen));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawArc(bow, 0, 180 * 16);
+  if (isFull) painter.setBrush(ink);
+  painter.drawRect(body);
+  painter.restore();
+}
 
 }  // namespace
 
@@ -162,7 +186,12 @@ void XmapHeader::changeEvent(QEvent* event) {
 
 void XmapHeader::mousePressEvent(QMouseEvent* event) {
   const int channel = ChannelAt(event->position().toPoint());
-  if (channel >= 1 && event->button() == Qt::LeftButton) Q_EMIT ChannelPressed(channel);
+  if (channel >= 1 && event->button() != Qt::MiddleButton) Q_EMIT ChannelPressed(channel);
+}
+
+void XmapHeader::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  if (ChannelAt(event->pos()) >= 1) Q_EMIT MenuRequested(event->globalPos());
 }
 
 void XmapHeader::mouseMoveEvent(QMouseEvent* event) {
@@ -186,7 +215,16 @@ void XmapRowHeader::DrawChannel(QPainter& painter, const QRect& section, int cha
   DrawCell(painter, number, colours.ground);
   painter.setPen(colours.ink);
   const QString text = QString::fromStdString(Grid().CellText(channel + 1, 0));
-  const QRect inner = label.adjusted(kLabelMargin, 0, -2, -1);
+  QRect inner = label.adjusted(kLabelMargin, 0, -2, -1);
+  if (const QVariant lock = model()->headerData(channel - 1, Qt::Vertical, XmapModel::LockRole);
+      lock.isValid()) {
+    const double width = label.height() * kLockWidth;
+    const double height = label.height() * kLockHeight;
+    const QRectF box(label.right() - 1 - width, label.center().y() - height / 2, width, height);
+    DrawLock(painter, box, colours.ink,
+             lock.toInt() == static_cast<int>(model::Locks::Against::ConsoleAndPanels));
+    inner.setRight(static_cast<int>(box.left()) - 1);
+  }
   painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                    painter.fontMetrics().elidedText(text, Qt::ElideRight, inner.width()));
   painter.drawText(number.adjusted(0, 0, -1, -1), Qt::AlignCenter | Qt::TextSingleLine,

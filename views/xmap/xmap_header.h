@@ -41,6 +41,9 @@ class XmapHeader : public QHeaderView {
   // The pointer was pressed on a channel's label or number.
   void ChannelPressed(int channel);
 
+  // The context menu of a channel was asked for; it was pressed before.
+  void MenuRequested(const QPoint& globalPosition);
+
   // The pointer moved onto a channel, or away (0).
   void ChannelHovered(int channel);
 
@@ -67,6 +70,7 @@ class XmapHeader : public QHeaderView {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   bool viewportEvent(QEvent* event) override;
 
  private:

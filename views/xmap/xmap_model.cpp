@@ -6,8 +6,8 @@
 
 namespace views {
 
-XmapModel::XmapModel(const rules::XmapGrid& grid, QObject* parent)
-    : QAbstractTableModel(parent), grid_(grid) {}
+XmapModel::XmapModel(const rules::XmapGrid& grid, const model::Locks& locks, QObject* parent)
+    : QAbstractTableModel(parent), grid_(grid), locks_(locks) {}
 
 int XmapModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : grid_.ChannelCount();
@@ -31,26 +31,50 @@ QVariant XmapModel::data(const QModelIndex& index, int role) const {
 
 QVariant XmapModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (section < 0 || section >= grid_.ChannelCount()) return {};
-  if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole && role != Qt::ToolTipRole) {
-    return {};
-  }
   const int channel = section + 1;
+  const bool output = orientation == Qt::Vertical;
+  switch (role) {
+    case Qt::DisplayRole:
+      return QString::fromStdString(output ? grid_.OutputLabel(channel)
+                                           : grid_.InputLabel(channel));
+    case Qt::ToolTipRole:
+    case Qt::AccessibleTextRole: {
+      const QString name = Name(channel, orientation);
+      const QString lock = output ? LockWords(channel) : QString();
+      return lock.isEmpty() ? name : QStringLiteral("%1: %2").arg(name, lock);
+    }
+    case LockRole: {
+      if (!output || !locks_.IsLocked(channel)) return {};
+      return static_cast<int>(locks_.LockedOutputs().at(channel));
+    }
+    default:
+      return {};
+  }
+}
+
+QString XmapModel::Name(int channel, Qt::Orientation orientation) const {
   const bool output = orientation == Qt::Vertical;
   const QString label =
       QString::fromStdString(output ? grid_.OutputLabel(channel) : grid_.InputLabel(channel));
-  if (role == Qt::DisplayRole) return label;
   const QString number = QString::fromStdString(grid_.Number(channel));
   return (output ? tr("Out %1  %2") : tr("In %1  %2")).arg(number, label);
 }
 
+QString XmapModel::LockWords(int output) const {
+  if (!locks_.IsLocked(output)) return {};
+  return locks_.IsLockedForPanels(output) ? tr("Output locked, for panels too")
+                                          : tr("Output locked");
+}
+
 QString XmapModel::Names(const QModelIndex& index) const {
-  return headerData(index.row(), Qt::Vertical, Qt::ToolTipRole).toString() +
-         QStringLiteral("  <  ") +
-         headerData(index.column(), Qt::Horizontal, Qt::ToolTipRole).toString();
+  return Name(Output(index), Qt::Vertical) + QStringLiteral("  <  ") +
+         Name(Input(index), Qt::Horizontal);
 }
 
 QString XmapModel::Meaning(const QModelIndex& index) const {
-  return MarkName(static_cast<rules::Mark>(data(index, MarkRole).toInt()));
+  const QString mark = MarkName(static_cast<rules::Mark>(data(index, MarkRole).toInt()));
+  const QString lock = LockWords(Output(index));
+  return lock.isEmpty() ? mark : QStringLiteral("%1. %2").arg(mark, lock);
 }
 
 void XmapModel::OutputsChanged(const rules::ChannelSet& outputs) {

@@ -5,6 +5,7 @@
 
 #include <QAbstractTableModel>
 
+#include "model/locks.h"
 #include "views/rules/xmap_grid.h"
 
 namespace views {
@@ -15,10 +16,13 @@ class XmapModel : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  enum Role { MarkRole = Qt::UserRole };  // int, 0 to 4
+  enum Role {
+    MarkRole = Qt::UserRole,  // int, 0 to 4
+    LockRole,                 // of the header of a locked output: int, a model::Locks::Against
+  };
 
-  // `grid` must outlive the model and keep its size.
-  explicit XmapModel(const rules::XmapGrid& grid, QObject* parent = nullptr);
+  // Both must outlive the model; the grid keeps its size.
+  XmapModel(const rules::XmapGrid& grid, const model::Locks& locks, QObject* parent = nullptr);
 
   int rowCount(const QModelIndex& parent = QModelIndex()) const override;
   int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -26,7 +30,7 @@ class XmapModel : public QAbstractTableModel {
   // MarkRole; the tip as ToolTipRole; the cell in one sentence as AccessibleTextRole.
   QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
-  // The labels.
+  // The labels, and what is locked.
   QVariant headerData(int section, Qt::Orientation orientation,
                       int role = Qt::DisplayRole) const override;
 
@@ -45,11 +49,17 @@ class XmapModel : public QAbstractTableModel {
   // Call after the marks of these outputs have changed: one dataChanged for each run of rows.
   void OutputsChanged(const rules::ChannelSet& outputs);
 
-  // Call after the labels have changed.
+  // Call after the labels, or the locks of the outputs, have changed.
   void LabelsChanged(Qt::Orientation orientation);
 
  private:
+  // "Out 02  Sta. 002"
+  QString Name(int channel, Qt::Orientation orientation) const;
+  // How an output is locked, in words; empty when it is not.
+  QString LockWords(int output) const;
+
   const rules::XmapGrid& grid_;
+  const model::Locks& locks_;
 };
 
 }  // namespace views

@@ -91,7 +91,7 @@ XmapView::XmapView(const Services& services, QWidget* parent)
                services.settings, parent),
       services_(services),
       grid_(services.model),
-      cells_(grid_) {
+      cells_(grid_, services.locks) {
   grid_.Clear();
   tools_ = new ToolBand(QStringLiteral("XptmapButtons"), tr("Crosspoint tools"), *this);
   gridView_ = new XmapGridView(grid_, cells_, this);
@@ -100,6 +100,8 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   gridView_->setAccessibleName(windowTitle());
   setFocusProxy(gridView_);
   AddTools();
+  AddLockCommands();
+  services_.locks.AddObserver(*this);
 
   ShowUnsent();
 
@@ -129,7 +131,7 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   GenerateGrid();
 }
 
-XmapView::~XmapView() = default;
+XmapView::~XmapView() { services_.locks.RemoveObserver(*this); }
 
 void XmapView::AddTools() {
   for (const XmapTool& each : kTools) {
@@ -148,7 +150,63 @@ void XmapView::ShowMenu(const QPoint& globalPosition) {
   menu->setObjectName(QStringLiteral("aidXmapMenu"));
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->addActions(tools_->actions());
+  menu->addSeparator();
+  menu->addActions({lockOutput_, lockForPanels_});
   menu->popup(globalPosition);
+}
+
+void XmapView::AddLockCommands() {
+  using model::Locks;
+  const auto add = [this](const char* name, const QString& caption, const QString& tip) {
+    auto* const action = new QAction(caption, this);
+    action->setObjectName(QLatin1String(name));
+    action->setCheckable(true);
+    action->setToolTip(tip);
+    addAction(action);
+    return action;
+  };
+  lockOutput_ = add("aidLockOutput", tr("Lock &Output"),
+                    tr("Keep the crosspoints of the current output as they are"));
+  lockOutput_->setIcon(Icon(QStringLiteral("lock")));
+  lockForPanels_ = add("aidLockForPanels", tr("Also For Pa&nels"),
+                       tr("Ignore what network panels take on the locked output"));
+  connect(lockOutput_, &QAction::triggered, this, [this](bool isOn) {
+    SetLock(isOn ? std::optional(Locks::Against::Console) : std::nullopt);
+  });
+  connect(lockForPanels_, &QAction::triggered, this, [this](bool isOn) {
+    SetLock(isOn ? Locks::Against::ConsoleAndPanels : Locks::Against::Console);
+  });
+  connect(gridView_, &XmapGridView::CurrentCellChanged, this, &XmapView::ShowLock);
+}
+
+void XmapView::ShowLock() {
+  const int output = gridView_->Selected().output;
+  const bool isLocked = services_.locks.IsLocked(output);
+  lockOutput_->setEnabled(output >= 1);
+  lockOutput_->setChecked(isLocked);
+  lockForPanels_->setEnabled(isLocked);
+  lockForPanels_->setChecked(services_.locks.IsLockedForPanels(output));
+}
+
+void XmapView::SetLock(std::optional<model::Locks::Against> against) {
+  const int output = gridView_->Selected().output;
+  if (output < 1 || RefusedByLock(services_)) {
+    ShowLock();  // the command has changed by itself
+    return;
+  }
+  if (against) {
+    services_.locks.LockOutput(output, *against);
+  } else {
+    services_.locks.UnlockOutput(output);
+  }
+  const QString words =
+      cells_.headerData(output - 1, Qt::Vertical, Qt::AccessibleTextRole).toString();
+  Q_EMIT NoteRequested(against ? words : tr("%1: Output unlocked").arg(words));
+}
+
+void XmapView::LocksChanged() {
+  cells_.LabelsChanged(Qt::Vertical);
+  ShowLock();
 }
 
 void XmapView::LayOut() {
@@ -334,6 +392,7 @@ void XmapView::PerformAction(int action) {
       ShowRefusal(services_, "Action Not Allowed On Inhibited Crosspoint");
       break;
     case ActionDecision::Kind::Send: {
+      if (services_.commands.RefusesTake(decision.output)) break;
       const bool sent = services_.commands.SendTake(decision.output, decision.input,
                                                     static_cast<std::uint8_t>(decision.code));
       if (sent) Q_EMIT TakeSent(decision.output, decision.input, static_cast<int>(decision.code));
@@ -379,6 +438,7 @@ void XmapView::ToggleInhibit() {
 
 // The next poll asks for the whole map.
 void XmapView::RefreshMap() {
+  if (RefusedByLock(services_)) return;
   services_.model.XmapComplete = false;
   Q_EMIT RefreshRequested();
 }

@@ -4,9 +4,11 @@
 #define VIEWS_XMAP_XMAP_VIEW_H_
 
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "db/jet/record_set.h"
+#include "model/locks.h"
 #include "model/status.h"
 #include "views/main_view.h"
 #include "views/rules/xmap_grid.h"
@@ -38,7 +40,7 @@ extern const MapCommand kZoomReset;
 //
 // Beside its tools it has aids for reading the map: crosshair, readout, search, zoom, and an
 // outline while the switcher has not answered.  These never send a byte and never store anything.
-class XmapView : public MainView {
+class XmapView : public MainView, private model::LockObserver {
   Q_OBJECT
 
  public:
@@ -102,6 +104,12 @@ class XmapView : public MainView {
   static const XmapTool kTools[];
 
   void AddTools();
+  void AddLockCommands();
+  // What the commands of the locks say of the current output.
+  void ShowLock();
+  // Locks the current output, or unlocks it with nothing.
+  void SetLock(std::optional<model::Locks::Against> against);
+  void LocksChanged() override;
   // Gives the grid its size, which goes by the form's, and the tool bar the room above it.
   void LayOut();
   void ShowMenu(const QPoint& globalPosition);
@@ -128,6 +136,8 @@ class XmapView : public MainView {
   rules::XmapGrid grid_;
   XmapModel cells_;
   ToolBand* tools_;
+  QAction* lockOutput_ = nullptr;
+  QAction* lockForPanels_ = nullptr;
   XmapGridView* gridView_;
   XmapFind* find_;
   PendingCrosspoints pending_;

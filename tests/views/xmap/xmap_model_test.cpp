@@ -27,7 +27,8 @@ class XmapModelTest : public testing::Test {
 
   model::SystemModel system_;
   rules::XmapGrid grid_{system_};
-  XmapModel model_{grid_};
+  model::Locks locks_;
+  XmapModel model_{grid_, locks_};
 };
 
 TEST_F(XmapModelTest, IsAProperModel) {

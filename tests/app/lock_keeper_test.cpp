@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/lock_keeper.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <chrono>
+
+#include "files/whole_file.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/views/gui_support.h"
+
+namespace app {
+namespace {
+
+using model::Locks;
+using testing::ElementsAre;
+
+class LockKeeperTest : public testing::Test {
+ protected:
+  // A console that starts; what happens is kept.
+  struct Run {
+    explicit Run(const std::filesystem::path& path)
+        : keeper({.locks = locks, .file = path, .window = window, .storeEdits = [this] {
+                    return mayLock;
+                  }}) {
+      QObject::connect(&keeper, &LockKeeper::NoteRequested,
+                       [this](const QString& note) { notes.push_back(note.toStdString()); });
+      window.show();
+      keeper.Begin();
+    }
+
+    bool HasBadge() { return test::Find<QLabel>(window, "aidLocked").isVisible(); }
+    bool Hints() { return window.Hints().Has(Hint::LocksFail); }
+    void Toggle() { window.LockConsoleCommand().trigger(); }
+    QMessageBox* Question() {
+      const auto boxes = test::ShownDialogs(window, "aidUnlockQuestion");
+      return boxes.isEmpty() ? nullptr : qobject_cast<QMessageBox*>(boxes.front());
+    }
+
+    bool mayLock = true;
+    std::vector<std::string> notes;
+    model::Locks locks;
+    CommandTable commands;
+    MainWindow window{commands};
+    LockKeeper keeper;
+  };
+
+  std::string Content() {
+    std::string text;
+    (void)files::ReadWhole(path_, 1000, &text);
+    return text;
+  }
+  void Write(const std::string& text) { ASSERT_TRUE(files::Replace(path_, text).ok()); }
+  static void End(Run& run) { run.keeper.Finish(QDeadlineTimer(QDeadlineTimer::Forever)); }
+
+  test::TemporaryFolder folder_;
+  std::filesystem::path path_ = folder_ / "Locks.json";
+};
+
+TEST_F(LockKeeperTest, WithoutLocksThereIsNoFile) {
+  Run run(path_);
+  End(run);
+  EXPECT_FALSE(std::filesystem::exists(path_));
+  EXPECT_FALSE(run.HasBadge());
+  EXPECT_FALSE(run.Hints());
+}
+
+TEST_F(LockKeeperTest, BothKindsSurviveTheRun) {
+  {
+    Run run(path_);
+    run.locks.LockOutput(6, Locks::Against::ConsoleAndPanels);
+    run.Toggle();
+    EXPECT_TRUE(run.HasBadge());
+    End(run);
+  }
+  Run run(path_);
+  EXPECT_TRUE(run.locks.IsLockedForPanels(6));
+  EXPECT_TRUE(run.locks.IsConsoleLocked());
+  EXPECT_TRUE(run.HasBadge());
+  run.locks.UnlockOutput(6);
+  End(run);
+  EXPECT_EQ(Content(), "{\n  \"console\": true,\n  \"outputs\": []\n}\n");
+}
+
+TEST_F(LockKeeperTest, UnlockingTheConsoleTakesASecondStep) {
+  Run run(path_);
+  EXPECT_EQ(run.window.LockConsoleCommand().text(), QStringLiteral("Loc&k Console"));
+  run.Toggle();
+  EXPECT_TRUE(run.locks.IsConsoleLocked());
+  EXPECT_EQ(run.window.LockConsoleCommand().text(), QStringLiteral("Unloc&k Console…"));
+  run.Toggle();
+  ASSERT_NE(run.Question(), nullptr);
+  EXPECT_TRUE(run.locks.IsConsoleLocked());
+  QTest::keyClick(run.Question(), Qt::Key_Return);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(run.locks.IsConsoleLocked()) << "Enter keeps it locked";
+  ASSERT_EQ(run.Question(), nullptr);
+  run.Toggle();
+  ASSERT_NE(run.Question(), nullptr);
+  test::Find<QPushButton>(*run.Question(), "aidUnlock").click();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(run.locks.IsConsoleLocked());
+  EXPECT_FALSE(run.HasBadge());
+  EXPECT_THAT(run.notes, ElementsAre("Console locked", "Console unlocked"));
+}
+
+TEST_F(LockKeeperTest, WhatIsTypedIsStoredFirst) {
+  Run run(path_);
+  run.mayLock = false;
+  run.Toggle();
+  EXPECT_FALSE(run.locks.IsConsoleLocked());
+}
+
+TEST_F(LockKeeperTest, ADamagedFileCostsAHintAndStaysUntilSomethingIsLocked) {
+  Write("{\"console\": true");
+  Run run(path_);
+  EXPECT_FALSE(run.locks.IsConsoleLocked());
+  EXPECT_TRUE(run.Hints());
+  EXPECT_THAT(run.notes,
+              ElementsAre("What was locked is not locked any more: Locks.json is damaged"));
+  End(run);
+  EXPECT_EQ(Content(), "{\"console\": true");
+  run.locks.LockOutput(2, Locks::Against::Console);
+  End(run);
+  EXPECT_EQ(Content(),
+            "{\n  \"console\": false,\n  \"outputs\": [\n"
+            "    {\"output\": 2, \"panels\": false}\n  ]\n}\n");
+}
+
+TEST_F(LockKeeperTest, AFailingDiskCostsAHint) {
+  Run run(path_);
+  std::filesystem::create_directory(path_);
+  run.locks.LockOutput(2, Locks::Against::Console);
+  End(run);
+  EXPECT_TRUE(run.Hints());
+  EXPECT_TRUE(run.locks.IsLocked(2));
+  std::filesystem::remove(path_);
+  run.locks.LockOutput(3, Locks::Against::Console);
+  End(run);
+  EXPECT_FALSE(run.Hints());
+}
+
+}  // namespace
+}  // namespace app
