@@ -106,7 +106,8 @@ Console::Console(AppFolder folder)
              .port = port_,
              .device = [this] { return QFileInfo(settingsFile_.SerialDevice(model_.ComPort)); },
              .status = window_.Status(),
-             .hints = window_.Hints()}),
+             .hints = window_.Hints(),
+             .warnOnMap = [this](const QString& warning) { views_.SetMapWarning(warning); }}),
       unsentAids_({.model = model_,
                    .unsent = unsent_,
                    .status = window_.Status(),
@@ -338,7 +339,12 @@ void Console::ConnectView(views::MainView* view) {
           [this] { commands_.Run(QStringLiteral("ID_QDVStatus")); });
   if (const auto* const xmap = qobject_cast<views::XmapView*>(view)) {
     connect(xmap, &views::XmapView::ReadoutChanged, &status, &StatusBar::SetReadout);
-    status.SetReadout(xmap->Readout());
+    status.SetReadout(xmap->Readout(), xmap->Detail());
+    connect(xmap, &views::XmapView::ProgramRequested, &views_, &OpenViews::ShowButtonsOf);
+    connect(xmap, &views::XmapView::EditLabelRequested, &views_, &OpenViews::ShowLabelOf);
+  }
+  if (const auto* const alphas = qobject_cast<views::AlphasView*>(view)) {
+    connect(alphas, &views::AlphasView::ShowInMapRequested, &views_, &OpenViews::ShowInMap);
   }
   if (const auto* const buttons = qobject_cast<views::ButtonsView*>(view)) {
     connect(buttons, &views::ButtonsView::SendButtonDataRequested, &transfers_,

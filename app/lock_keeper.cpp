@@ -2,8 +2,8 @@
 
 #include "app/lock_keeper.h"
 
-#include "app/shell/question.h"
 #include "config/lock_text.h"
+#include "views/widgets/question.h"
 
 namespace app {
 
@@ -64,7 +64,8 @@ void LockKeeper::Toggle() {
     Q_EMIT NoteRequested(tr("Console locked"));
     return;
   }
-  Ask(services_.window, *this,
+  views::Ask(
+      services_.window, *this,
       {.name = QStringLiteral("aidUnlockQuestion"),
        .text = tr("Unlock the console? What is clicked is then sent and stored again."),
        .answers = {{.name = QStringLiteral("aidUnlock"), .caption = tr("&Unlock"), .run = [this] {

@@ -7,14 +7,18 @@
 //   FullRepaint   grid and both headers painted whole, in a view of 1920 x 1000
 //   ScrolledPaint the same, scrolled to the far corner
 //   RowPaint      one row painted
+//   InhibitAll    the inhibits of all cells set or taken back, stored and painted
 //   StockRepaint  the same matrix in a plain table view: marks as decorations, default headers
 //
 // The view is painted as on a screen, into its window's backing store, without a display
 // server behind it.
 
+#include <QAbstractButton>
 #include <QAbstractTableModel>
+#include <QAction>
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QMessageBox>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -234,6 +238,29 @@ void StockRepaint(benchmark::State& state) {
   counter.Report(state);
 }
 
+void InhibitAll(benchmark::State& state) {
+  OpenMap map(static_cast<int>(state.range(0)));
+  for (int output = 1; output <= map.Channels(); ++output) {
+    for (int input = 1; input <= map.Channels(); ++input) map.Set(output, input, false);
+  }
+  map.View().UpdateXmap(model::kAll, 0);
+  QTest::keyClick(&map.Table(), Qt::Key_Home, Qt::ControlModifier);
+  QTest::keyClick(&map.Table(), Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+  int answered = 0;
+  for (auto _ : state) {
+    map.View().findChild<QAction*>(QStringLiteral("ID_ToggleInhibit"))->trigger();
+    auto* const question =
+        map.View().window()->findChild<QMessageBox*>(QStringLiteral("aidInhibitQuestion"));
+    if (question == nullptr) break;
+    question->buttons().first()->click();
+    OpenMap::Paint();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ++answered;
+  }
+  if (answered == 0) state.SkipWithError("nothing was asked");
+  map.Report(state);
+}
+
 void RowPaint(benchmark::State& state) {
   OpenMap map(static_cast<int>(state.range(0)));
   for (auto _ : state) {
@@ -269,6 +296,10 @@ int main(int argc, char** argv) {
                    .run = RefreshMap,
                    .size = channels,
                    .limit = channels == 64 ? 2 : 16});
+    suite.Measure({.what = "map: all inhibits set, asked, stored and painted" + size,
+                   .run = InhibitAll,
+                   .size = channels,
+                   .limit = 250});
     suite.Compare({.what = "map: painted whole, 1920 × 1000" + size,
                    .run = FullRepaint,
                    .size = channels,

@@ -4,9 +4,9 @@
 
 #include <utility>
 
-#include "app/shell/question.h"
 #include "stations/carry_out.h"
 #include "views/change_words.h"
+#include "views/widgets/question.h"
 #include "views/widgets/shown.h"
 
 namespace app {
@@ -41,14 +41,14 @@ void RestoreBackup::Restore(const std::vector<stations::Change>& changes, const 
 void RestoreBackup::AskAllTheSame(const model::Status& status,
                                   const std::vector<stations::Change>& changes,
                                   const QString& name) {
-  app::Ask(*backup_, *this,
-           {.name = QStringLiteral("aidAskUnkept"),
-            .text = tr("Restore Without A Copy?\r\rThe database as it is now cannot be kept as a "
-                       "copy first: %1")
-                        .arg(QString::fromStdString(status.Description())),
-            .answers = {{.name = QStringLiteral("aidRestoreUnkept"),
-                         .caption = tr("Restore All The Same"),
-                         .run = [this, changes, name] { Store(changes, name); }}}});
+  views::Ask(*backup_, *this,
+             {.name = QStringLiteral("aidAskUnkept"),
+              .text = tr("Restore Without A Copy?\r\rThe database as it is now cannot be kept as a "
+                         "copy first: %1")
+                          .arg(QString::fromStdString(status.Description())),
+              .answers = {{.name = QStringLiteral("aidRestoreUnkept"),
+                           .caption = tr("Restore All The Same"),
+                           .run = [this, changes, name] { Store(changes, name); }}}});
 }
 
 void RestoreBackup::Store(const std::vector<stations::Change>& changes, const QString& name) {

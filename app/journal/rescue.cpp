@@ -10,10 +10,10 @@
 #include <span>
 #include <utility>
 
-#include "app/shell/question.h"
 #include "db/database_files.h"
 #include "stations/fold.h"
 #include "views/change_words.h"
+#include "views/widgets/question.h"
 
 namespace app {
 namespace {
@@ -174,7 +174,7 @@ void Rescue::Restore() {
   if (offer == nullptr || !services_.storeEdits()) return;
   const std::int64_t run = offer->run.id;
   if (!offer->run.HasReceived()) return AskAboutEdited(run, Share::All);
-  Question question{
+  views::Question question{
       .name = QStringLiteral("aidAskReceived"),
       .text = tr("Restore What The Switcher Sent?\r\rSome of these changes are tables "
                  "that the switcher sent, in a retrieval or by itself. It has them "
@@ -187,7 +187,7 @@ void Rescue::Restore() {
                                 .caption = tr("Restore Only What Was Edited"),
                                 .run = [this, run] { AskAboutEdited(run, Share::Edits); }});
   }
-  Ask(services_.window, *this, question);
+  views::Ask(services_.window, *this, question);
 }
 
 // Fields that were edited since would lose that: the operator decides.
@@ -202,7 +202,8 @@ void Rescue::AskAboutEdited(std::int64_t run, Share share) {
     named.append(tr("%1, %2: %3 now, %4 then").arg(row.where, row.what, row.before, row.after));
   }
   if (rows.size() > kMostNamed) named.append(tr("and %1 more").arg(rows.size() - kMostNamed));
-  Ask(services_.window, *this,
+  views::Ask(
+      services_.window, *this,
       {.name = QStringLiteral("aidAskEdited"),
        .text = tr("Restore What Was Edited Since?\r\rThese were edited again after the crash:") +
                QStringLiteral("\r\r") + named.join(u'\r'),
@@ -257,7 +258,8 @@ void Rescue::Discard() {
   const Offer* const offer = Current();
   if (offer == nullptr) return;
   const std::int64_t run = offer->run.id;
-  Ask(services_.window, *this,
+  views::Ask(
+      services_.window, *this,
       {.name = QStringLiteral("aidAskDiscard"),
        .text = tr("Discard What Was Not Saved?\r\rThese changes will not be offered any more. "
                   "Recent Changes goes on listing them."),

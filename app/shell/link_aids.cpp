@@ -35,7 +35,16 @@ void LinkAids::Tick() {
   ShowHints();
 }
 
+QString LinkAids::MapWarning() const {
+  // In demo mode the map is the operator's own.
+  if (IsConnected() || services_.model.DemoMode == 1) return {};
+  return mapTime_.isValid() ? HintText("Not connected: map of %1")
+                                  .arg(mapTime_.toString(QStringLiteral("HH:mm:ss")))
+                            : HintText("Not connected: no map yet");
+}
+
 void LinkAids::ShowMapState() {
+  services_.warnOnMap(MapWarning());
   if (IsConnected() && !services_.model.XmapComplete) {
     services_.status.SetMapState(HintText("Map requesting…"));
   } else if (mapTime_.isValid()) {

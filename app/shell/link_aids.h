@@ -25,6 +25,7 @@ class LinkAids : public switcher::SwitcherEvents {
     std::function<QFileInfo()> device;  // that the port is on
     StatusBar& status;
     HintStrip& hints;
+    std::function<void(const QString&)> warnOnMap;  // says it over the map; empty for nothing
   };
 
   // All must outlive the object.
@@ -46,6 +47,8 @@ class LinkAids : public switcher::SwitcherEvents {
  private:
   bool IsConnected() const { return services_.model.LinkStatus[0] == 1; }
   void ShowMapState();
+  // What the map is while the switcher does not answer.
+  QString MapWarning() const;
   void ShowHints();
 
   const Services services_;

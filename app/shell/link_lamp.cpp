@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QPolygonF>
 
+#include "views/widgets/link_colours.h"
+
 namespace app {
 namespace {
 
@@ -51,8 +53,8 @@ void LinkLamp::paintEvent(QPaintEvent* /*event*/) {
         QPolygonF({middle + QPointF(-5, 0.5), middle + QPointF(-1.5, 4), middle + QPointF(5, -4)}));
     return;
   }
-  painter.fillRect(rect(), kLinkDownGround);
-  painter.setPen(QPen(kLinkDownInk, kStroke, Qt::SolidLine, Qt::RoundCap));
+  painter.fillRect(rect(), views::kLinkDownGround);
+  painter.setPen(QPen(views::kLinkDownInk, kStroke, Qt::SolidLine, Qt::RoundCap));
   const QPointF down(kReach, kReach);
   const QPointF up(kReach, -kReach);
   painter.drawLine(middle - down, middle + down);

@@ -3,14 +3,9 @@
 #ifndef APP_SHELL_LINK_LAMP_H_
 #define APP_SHELL_LINK_LAMP_H_
 
-#include <QColor>
 #include <QWidget>
 
 namespace app {
-
-// What tells of a link that is down has this ground and this ink, whatever the palette.
-inline constexpr QColor kLinkDownGround{0xC0, 0x00, 0x00};
-inline constexpr QColor kLinkDownInk{0xFF, 0xFF, 0xFF};
 
 // aidLinkLamp: a tick while the switcher answers, a cross on red while it does not.  It begins
 // with the cross.

@@ -74,6 +74,26 @@ void OpenViews::ShowButtons() {
   Show(kButtons, [this] { return new views::ButtonsView(services_); });
 }
 
+void OpenViews::ShowButtonsOf(int station) {
+  ShowButtons();
+  Buttons()->GoToStation(station);
+}
+
+void OpenViews::ShowLabelOf(int station, bool ofInput) {
+  ShowAlphas();
+  Alphas()->GoTo(station,
+                 ofInput ? stations::LabelColumn::InputLabel : stations::LabelColumn::StationLabel);
+}
+
+void OpenViews::ShowInMap(int station, bool asInput) {
+  ShowXmap();
+  if (asInput) {
+    Xmap()->GoToInput(station);
+  } else {
+    Xmap()->GoToOutput(station);
+  }
+}
+
 void OpenViews::ShowAllInPlace() {
   ShowButtons();
   ShowAlphas();
@@ -109,6 +129,7 @@ views::MainView* OpenViews::LoadXmap() {
     // A window that was closed is deleted later: meanwhile another map may have been loaded.
     if (Xmap() == nullptr) Q_EMIT XmapLoaded(false);
   });
+  view->SetWarning(mapWarning_);
   Q_EMIT XmapLoaded(true);
   return view;
 }
@@ -155,6 +176,12 @@ bool OpenViews::CanFind() const {
 void OpenViews::ShowFind() {
   if (auto* const xmap = Active<views::XmapView>()) xmap->ShowFind();
   if (auto* const alphas = Active<views::AlphasView>()) alphas->ShowFind();
+}
+
+void OpenViews::SetMapWarning(const QString& warning) {
+  if (warning == mapWarning_) return;
+  mapWarning_ = warning;
+  if (views::XmapView* const xmap = Xmap()) xmap->SetWarning(mapWarning_);
 }
 
 bool OpenViews::HasEdits() const {

@@ -39,6 +39,12 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void ShowAlphas();
   void ShowButtons();
 
+  // Shows the programming of a station, the label of its output or its input, or its row or column
+  // in the map.  Of a station that is not there only the view is shown.
+  void ShowButtonsOf(int station);
+  void ShowLabelOf(int station, bool ofInput);
+  void ShowInMap(int station, bool asInput);
+
   // Shows the three main views, each in the place that the settings say, also where it was open
   // in another.
   void ShowAllInPlace();
@@ -47,6 +53,9 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   // stays as it is.  TallyViewOpen is true while the tally shows.
   void ShowLevels();
   void ShowTally();
+
+  // Says over the map, whenever it is open, that it may not be true any more; empty for nothing.
+  void SetMapWarning(const QString& warning);
 
   // Whether a main view of that name is loaded, compared without regard to case.
   bool IsOpen(const QString& name) const { return Find(name) != nullptr; }
@@ -107,6 +116,7 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
 
   QMdiArea& area_;
   const views::Services services_;
+  QString mapWarning_;
   QPointer<views::InputLevelDialog> levels_;
   QPointer<views::TallyDialog> tally_;
   // Null until the first report.

@@ -12,6 +12,7 @@
 #include "app/shell/link_lamp.h"
 #include "views/widgets/elided_label.h"
 #include "views/widgets/icon.h"
+#include "views/widgets/link_colours.h"
 #include "views/words.h"
 
 namespace app {
@@ -134,8 +135,8 @@ void StatusBar::SetConnected(bool connected) {
   lamp_->SetConnected(connected);
   QPalette colours;
   if (!connected) {
-    colours.setColor(QPalette::Window, kLinkDownGround);
-    colours.setColor(QPalette::WindowText, kLinkDownInk);
+    colours.setColor(QPalette::Window, views::kLinkDownGround);
+    colours.setColor(QPalette::WindowText, views::kLinkDownInk);
   }
   link_->setPalette(colours);
   link_->setAutoFillBackground(!connected);
@@ -238,9 +239,9 @@ void StatusBar::resizeEvent(QResizeEvent* event) {
   ShareRoom();
 }
 
-void StatusBar::SetReadout(const QString& text) {
-  readout_->setText(text);
-  readout_->setToolTip(text);
+void StatusBar::SetReadout(const QString& text, const QString& detail) {
+  readout_->setText(detail.isEmpty() ? text : QStringLiteral("%1. %2").arg(text, detail));
+  readout_->setToolTip(detail.isEmpty() ? text : text + u'\n' + detail);
   ShareRoom();
 }
 

@@ -33,8 +33,8 @@ class StatusBar : public QStatusBar {
   // Whether the switcher answers: the lamp beside the link text, and the ground of both.
   void SetConnected(bool connected);
 
-  // What the current cell of the map says; empty for nothing.
-  void SetReadout(const QString& text);
+  // What the current cell of the map says, and more about it; empty for nothing.
+  void SetReadout(const QString& text, const QString& detail = {});
 
   // How old the map is; empty for nothing.
   void SetMapState(const QString& text);

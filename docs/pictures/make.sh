@@ -182,6 +182,12 @@ letters_in frmXmap aidFindText am
 sleep 0.3
 picture frmXmap find -crop 608x367+0+0
 keys msfgXmap Esc
+cell 8 14
+for _ in 1 2 3 4 5; do
+  keys msfgXmap Shift+Right
+  keys msfgXmap Shift+Down
+done
+picture frmXmap several-inhibits -crop 608x367+0+0
 cell 5 13
 trigger ID_Take frmXmap
 wait_for does '{"do":"grabBox","file":"'"$work/raw/refusal.png"'"}'

@@ -35,11 +35,13 @@ class LinkAidsTest : public testing::Test {
   test::FakeSerialPort port_;
   StatusBar status_;
   HintStrip hints_;
+  QString warning_;
   LinkAids aids_{{.model = model_,
                   .port = port_,
                   .device = [] { return QFileInfo(); },
                   .status = status_,
-                  .hints = hints_}};
+                  .hints = hints_,
+                  .warnOnMap = [this](const QString& warning) { warning_ = warning; }}};
 };
 
 TEST_F(LinkAidsTest, SaysAfterFiveSecondsThatNoSwitcherAnswers) {
@@ -111,6 +113,22 @@ TEST_F(LinkAidsTest, TellsTheAgeOfTheMap) {
   model_.XmapComplete = false;
   Ticks(1);
   EXPECT_EQ(MapState(), QStringLiteral("Map 12:03:44")) << "what is shown is that old";
+}
+
+TEST_F(LinkAidsTest, TheMapSaysWhatItIsWhileNothingAnswers) {
+  Ticks(1);
+  EXPECT_EQ(warning_, QStringLiteral("Not connected: no map yet"));
+  model_.LinkStatus[0] = 1;
+  aids_.LinkChanged();
+  EXPECT_EQ(warning_, QString());
+  aids_.MapReported(QTime(5, 55, 37));
+  EXPECT_EQ(warning_, QString());
+  model_.LinkStatus[0] = 0;
+  aids_.LinkChanged();
+  EXPECT_EQ(warning_, QStringLiteral("Not connected: map of 05:55:37"));
+  model_.DemoMode = 1;
+  Ticks(1);
+  EXPECT_EQ(warning_, QString()) << "the map is the operator's own";
 }
 
 }  // namespace

@@ -5,10 +5,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QLabel>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QTableView>
 #include <QTest>
 #include <string>
 #include <vector>
@@ -157,6 +159,40 @@ TEST_F(OpenViewsTest, AMapThatWasReopenedStaysLoadedWhenTheClosedOneGoes) {
   ASSERT_EQ(loaded.count(), 1);
   EXPECT_TRUE(loaded[0][0].toBool());
   EXPECT_NE(views_.Xmap(), nullptr);
+}
+
+TEST_F(OpenViewsTest, AMapThatIsLoadedLaterHasTheWarningToo) {
+  const auto warning = [this] { return test::Find<QLabel>(*views_.Xmap(), "aidMapLink").text(); };
+  views_.SetMapWarning(QStringLiteral("Not connected: no map yet"));
+  views_.ShowXmap();
+  EXPECT_EQ(warning(), QStringLiteral("Not connected: no map yet"));
+  views_.SetMapWarning({});
+  EXPECT_EQ(warning(), QString());
+}
+
+TEST_F(OpenViewsTest, LeadsFromTheMapToAStationAndBack) {
+  model_.ChannelCount = 8;
+  model_.StationCount = 8;
+  model_.ButtonCount = 32;
+  model_.AllocateMap();
+  for (int station = 1; station <= 8; ++station) database_.AddStation(station, {{"Hidden", 0}});
+  views_.ShowButtonsOf(5);
+  EXPECT_EQ(views_.Buttons()->CurrentStation(), 5);
+  views_.ShowLabelOf(3, /*ofInput=*/true);
+  EXPECT_EQ(area_.activeSubWindow(), Frame("frmAlphas"));
+  const auto& grid = test::Find<QTableView>(*views_.Alphas(), "jgAlphas");
+  EXPECT_EQ(grid.currentIndex().row(), 2);
+  EXPECT_EQ(grid.currentIndex().column(), 2) << "Input Label";
+  const QSignalSpy toMap(views_.Alphas(), &views::AlphasView::ShowInMapRequested);
+  test::Find<QAction>(*views_.Alphas(), "aidShowInMap").trigger();
+  ASSERT_EQ(toMap.size(), 1);
+  EXPECT_EQ(toMap[0][0].toInt(), 3);
+  EXPECT_TRUE(toMap[0][1].toBool());
+  views_.ShowInMap(3, /*asInput=*/true);
+  views_.ShowInMap(6, /*asInput=*/false);
+  EXPECT_EQ(area_.activeSubWindow(), Frame("frmXmap"));
+  EXPECT_TRUE(views_.Xmap()->Readout().startsWith(QStringLiteral("Out 06")));
+  EXPECT_TRUE(views_.Xmap()->Readout().contains(QStringLiteral("In 03")));
 }
 
 TEST_F(OpenViewsTest, TheTallyIsMarkedOpenExactlyWhileItShows) {

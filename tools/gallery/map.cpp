@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
 #include <QApplication>
+#include <QDialog>
 #include <QPainter>
 #include <QStatusBar>
 #include <QTableView>
@@ -78,6 +79,20 @@ void DrawMaps() {
     console.Press(Qt::Key_Escape);
     console.Press(Qt::Key_F10, Qt::ShiftModifier);
     SaveWithPopup(*console.window, QStringLiteral("map-menu"));
+    console.GoToCell(kGrid, 4, 5);
+    for (int i = 0; i < 5; ++i) {
+      console.Press(Qt::Key_Right, Qt::ShiftModifier);
+      console.Press(Qt::Key_Down, Qt::ShiftModifier);
+    }
+    Save(*console.subWindow, QStringLiteral("map-several"));
+    console.Trigger("ID_ToggleInhibit");
+    auto& question = *console.window->findChild<QDialog*>(QStringLiteral("aidInhibitQuestion"));
+    Save(question, QStringLiteral("map-inhibit-question"));
+    question.reject();
+    console.GoToCell(kGrid, 3, 6);
+    view.SetWarning(QStringLiteral("Not connected: map of 05:55:37"));
+    Save(*console.subWindow, QStringLiteral("map-not-connected"));
+    view.SetWarning({});
     view.SetZoom(75);
     Save(*console.subWindow, QStringLiteral("map-zoom75"));
     view.SetZoom(150);

@@ -47,6 +47,12 @@ AlphasView::AlphasView(const Services& services, QWidget* parent)
   tools_ = new ToolBand(QStringLiteral("AlphasButtons"), tr("Label tools"), *this);
   tools_->Add(kDownload, [this] { DownloadLabels(); });
   tools_->Add(kQdvStatus, [this] { Q_EMIT QdvStatusRequested(); });
+  showInMap_ = new QAction(Icon(QStringLiteral("xpoint-map")), tr("Show In &Map"), this);
+  showInMap_->setObjectName(QStringLiteral("aidShowInMap"));
+  showInMap_->setShortcut(Qt::CTRL | Qt::Key_M);
+  showInMap_->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  connect(showInMap_, &QAction::triggered, this, &AlphasView::ShowInMap);
+  addAction(showInMap_);
   SetupAlphaView();
   find_ = new LabelFind(rows_, this);
   auto* const layout = new QVBoxLayout(this);
@@ -277,9 +283,18 @@ void AlphasView::ShowMenu(const QPoint& globalPosition) {
     sort->setObjectName(QStringLiteral("aidSort"));
     connect(sort, &QAction::triggered, this, [this, column] { SortBy(column); });
   }
+  menu->addAction(showInMap_);
   menu->addSeparator();
   menu->addActions(tools_->actions());
   menu->popup(globalPosition);
+}
+
+void AlphasView::ShowInMap() {
+  const QModelIndex current = grid_->currentIndex();
+  if (!current.isValid()) return;
+  const int station = rows_.StationText(current.row()).toInt();
+  if (station < 1) return;
+  Q_EMIT ShowInMapRequested(station, LabelsModel::Column(current) == LabelColumn::InputLabel);
 }
 
 bool AlphasView::event(QEvent* event) {

@@ -55,6 +55,8 @@ class AlphasView : public MainView {
   void LabelsChanged();
   // HasEdit() may have changed.
   void EditChanged();
+  // The command aidShowInMap: the output of a station, or its input, is to be shown in the map.
+  void ShowInMapRequested(int station, bool asInput);
 
  protected:
   bool event(QEvent* event) override;
@@ -68,6 +70,7 @@ class AlphasView : public MainView {
   void FocusMoved(const QWidget* to);
   void PlaceFind();
   void ShowMenu(const QPoint& globalPosition);
+  void ShowInMap();
 
   void SortBy(int column);
   void DownloadLabels();
@@ -78,6 +81,7 @@ class AlphasView : public MainView {
   const Services services_;
   LabelsModel rows_;
   ToolBand* tools_;
+  QAction* showInMap_;
   LabelsGrid* grid_;
   LabelFind* find_;
   bool hadFocus_ = false;        // the focus was in this view when it was last in any

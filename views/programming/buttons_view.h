@@ -65,6 +65,7 @@ class ButtonsView : public MainView {
 
   // Goes to a station, as the navigation does, and there to one of its buttons (from 1), to its
   // relays or to its opto.  Nothing is chosen of a station that cannot be gone to.
+  bool GoToStation(int station);  // whether it is shown now
   void GoToButton(int station, int button);
   void GoToRelays(int station);
   void GoToOpto(int station);
@@ -121,8 +122,6 @@ class ButtonsView : public MainView {
   void NoteInactive(StationEvent& event);
 
   void Move(stations::Movement movement);
-  // Whether it is there.
-  bool GoToStation(int station);
   // Makes another station the current record by `move`, and shows it.
   void MoveBy(const std::function<model::Status(jet::RecordSet&)>& move);
   void ChangeTab(StationEvent& event, int tab);

@@ -10,7 +10,8 @@ namespace views {
 
 DownloadWindow::DownloadWindow(const Services& services, QWidget* parent)
     : SendingWindow(services,
-                    {.status = "lblDownloadStatus",
+                    {.link = "aidDownloadLink",
+                     .status = "lblDownloadStatus",
                      .bar = "pbDownloadProg",
                      .ok = "cmdDownGo",
                      .cancel = "cmdDownCancel"},

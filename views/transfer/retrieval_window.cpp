@@ -29,6 +29,7 @@ RetrievalWindow::RetrievalWindow(const switcher::Retrieval::Services& services, 
       warning_(new QWidget(this)),
       warningSign_(new QLabel(this)),
       warningText_(new QLabel(this)),
+      link_(new LinkLine(model_, tr("Not connected: no switcher would answer."), this)),
       history_(new MessageList(this)),
       line_(new QLabel(this)),
       silence_(new QLabel(this)),
@@ -59,6 +60,7 @@ void RetrievalWindow::LayOut() {
   warning->addWidget(warningSign_);
   warning->addWidget(warningText_, 1);
   warning_->hide();
+  link_->setObjectName(QStringLiteral("aidRetrievalLink"));
   history_->hide();
   line_->setObjectName(QStringLiteral("aidRetrievalLine"));
   silence_->setObjectName(QStringLiteral("aidSilence"));
@@ -88,6 +90,7 @@ void RetrievalWindow::LayOut() {
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(text_);
   layout->addWidget(warning_);
+  layout->addWidget(link_);
   layout->addWidget(history_, 1);
   layout->addWidget(line_);
   layout->addWidget(silence_);
@@ -117,7 +120,9 @@ void RetrievalWindow::MakeTimers() {
 void RetrievalWindow::ShowHistory() {
   history_->clear();
   if (!history_->isHidden()) return;
-  const int question = text_->height() + (warning_->isHidden() ? 0 : warning_->height());
+  const int question =
+      text_->height() + link_->height() + (warning_->isHidden() ? 0 : warning_->height());
+  link_->End();
   text_->hide();
   warning_->hide();
   history_->show();

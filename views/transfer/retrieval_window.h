@@ -10,6 +10,7 @@
 
 #include "model/system_model.h"
 #include "switcher/retrieval.h"
+#include "views/transfer/link_line.h"
 #include "views/transfer/message_list.h"
 
 namespace views {
@@ -65,6 +66,7 @@ class RetrievalWindow : public QDialog, public switcher::RetrievalDisplay {
   QWidget* warning_;
   QLabel* warningSign_;
   QLabel* warningText_;
+  LinkLine* link_;
   MessageList* history_;
   QLabel* line_;
   QLabel* silence_;

@@ -19,7 +19,6 @@ namespace {
 enum UnsentColumn { kMessage, kSince, kBytes, kSeconds, kUnsentColumns };
 
 constexpr int kListedRows = 12;
-constexpr int kLinkMilliseconds = 500;
 
 // "4 ms", "0.16 s", "12.3 s".
 QString TimeWords(int milliseconds) {
@@ -44,7 +43,8 @@ QString RowWords(const switcher::TablePart& part) {
 SendChangesWindow::SendChangesWindow(const Services& services, const UnsentTables::Parts& parts,
                                      QWidget* parent)
     : SendingWindow(services,
-                    {.status = "lblSendChg",
+                    {.link = "aidSendChgLink",
+                     .status = "lblSendChg",
                      .bar = "pbSendChg",
                      .ok = "cmdOkSendChg",
                      .cancel = "cmdCancelSendChg"},
@@ -52,15 +52,13 @@ SendChangesWindow::SendChangesWindow(const Services& services, const UnsentTable
       model_(services.model),
       text_(new QLabel(this)),
       list_(new QTreeWidget(this)),
-      sum_(new QLabel(this)),
-      link_(new QLabel(this)) {
+      sum_(new QLabel(this)) {
   setObjectName(QStringLiteral("frmSendChanges"));
   setWindowTitle(tr("Send Changes"));
   setWindowIcon(Icon(QStringLiteral("send-changes")));
   text_->setObjectName(QStringLiteral("aidSendChgText"));
   sum_->setObjectName(QStringLiteral("aidSendChgSum"));
-  link_->setObjectName(QStringLiteral("aidSendChgLink"));
-  for (QLabel* const label : {text_, sum_, link_}) {
+  for (QLabel* const label : {text_, sum_}) {
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
   }
@@ -68,20 +66,18 @@ SendChangesWindow::SendChangesWindow(const Services& services, const UnsentTable
   Bar().setAccessibleName(tr("Progress of sending"));
   FillList(parts);
   auto* const question = new QVBoxLayout;
-  for (QWidget* const widget : std::initializer_list<QWidget*>{text_, list_, sum_, link_}) {
+  for (QWidget* const widget : std::initializer_list<QWidget*>{text_, list_, sum_}) {
     question->addWidget(widget, widget == list_ ? 1 : 0);
   }
   LayOut(question);
-  KeepRoomForLink(!parts_.empty());
   if (parts_.empty()) {
+    Link().End();
     Ok().hide();
     Cancel().setText(tr("Close"));
   } else {
     list_->setFocus();
   }
-  linkTimer_.setInterval(kLinkMilliseconds);
-  connect(&linkTimer_, &QTimer::timeout, this, &SendChangesWindow::UpdateQuestion);
-  linkTimer_.start();
+  connect(&Link(), &LinkLine::ConnectionChanged, this, &SendChangesWindow::UpdateQuestion);
   connect(list_, &QTreeWidget::itemChanged, this, &SendChangesWindow::UpdateQuestion);
   connect(&Unsent(), &UnsentTables::Changed, this, &SendChangesWindow::LookForAnswer);
   connect(&Unsent(), &UnsentTables::NotConfirmed, this, &SendChangesWindow::NoteUnconfirmed);
@@ -173,28 +169,16 @@ QString SendChangesWindow::SumWords(const UnsentTables::Parts& ticked) const {
 
 void SendChangesWindow::UpdateQuestion() {
   if (state_ != State::Asking) return;
-  const bool isConnected = model_.LinkStatus[0] == 1;
   const UnsentTables::Parts ticked = Ticked();
   sum_->setText(SumWords(ticked));
-  link_->setText(tr("Not connected: no switcher would take them."));
-  link_->setVisible(!isConnected && !parts_.empty());
-  Ok().setEnabled(isConnected && !ticked.empty());
-}
-
-// The line about the link comes and goes, and nothing else moves for it.
-void SendChangesWindow::KeepRoomForLink(bool keep) {
-  QSizePolicy policy = link_->sizePolicy();
-  policy.setRetainSizeWhenHidden(keep);
-  link_->setSizePolicy(policy);
+  Ok().setEnabled(Link().IsConnected() && !ticked.empty());
 }
 
 void SendChangesWindow::ShowSending() {
   state_ = State::Sending;
-  linkTimer_.stop();
   list_->setEnabled(false);
   // They leave the status line and the bar their room; what that takes more is the list's.
-  for (QLabel* const label : {text_, sum_, link_}) label->hide();
-  KeepRoomForLink(false);
+  for (QLabel* const label : {text_, sum_}) label->hide();
   list_->setMinimumHeight(0);
 }
 

@@ -4,7 +4,6 @@
 #define VIEWS_TRANSFER_SEND_CHANGES_WINDOW_H_
 
 #include <QLabel>
-#include <QTimer>
 #include <QTreeWidget>
 
 #include "views/transfer/sending_window.h"
@@ -42,7 +41,6 @@ class SendChangesWindow : public SendingWindow {
   int TimeOf(const UnsentTables::Parts& parts) const;
   QString SumWords(const UnsentTables::Parts& ticked) const;
   void UpdateQuestion();
-  void KeepRoomForLink(bool keep);
   void Wait();
   void LookForAnswer();
   void NoteUnconfirmed(const UnsentTables::Parts& parts);
@@ -57,8 +55,6 @@ class SendChangesWindow : public SendingWindow {
   QLabel* text_;
   QTreeWidget* list_;
   QLabel* sum_;
-  QLabel* link_;
-  QTimer linkTimer_;
 };
 
 }  // namespace views

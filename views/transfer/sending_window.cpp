@@ -16,12 +16,14 @@ SendingWindow::SendingWindow(const Services& services, const Names& names, QWidg
     : QDialog(parent),
       unsent_(services.unsent),
       tables_(services.tables),
+      link_(new LinkLine(services.model, tr("Not connected: no switcher would take them."), this)),
       status_(new QLabel(this)),
       bar_(new QProgressBar(this)),
       ok_(new QPushButton(tr("OK"), this)),
       cancel_(new QPushButton(tr("Cancel"), this)),
       download_({.model = services.model, .tables = services.tables, .poll = services.poll},
                 *this) {
+  link_->setObjectName(QLatin1String(names.link));
   status_->setObjectName(QLatin1String(names.status));
   status_->setTextFormat(Qt::PlainText);
   status_->hide();
@@ -39,6 +41,7 @@ SendingWindow::SendingWindow(const Services& services, const Names& names, QWidg
 void SendingWindow::LayOut(QLayout* question) {
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(question, 1);
+  layout->addWidget(link_);
   layout->addWidget(status_);
   layout->addWidget(bar_);
   layout->addSpacing(layout->spacing());
@@ -72,6 +75,8 @@ void SendingWindow::ShowProgressBar(int maximum) {
   Q_EMIT Begun();
   // The window stays as large as the question made it.
   setFixedSize(size());
+  // They leave the status line and the bar their room.
+  link_->End();
   ShowSending();
   ok_->hide();
   // A range of nothing would show a bar that runs to and fro.

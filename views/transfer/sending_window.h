@@ -14,6 +14,7 @@
 #include "switcher/poll_switch.h"
 #include "switcher/table.h"
 #include "switcher/table_senders.h"
+#include "views/transfer/link_line.h"
 #include "views/unsent_tables.h"
 
 namespace views {
@@ -63,6 +64,7 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
 
   // The object names of its parts.
   struct Names {
+    const char* link;
     const char* status;
     const char* bar;
     const char* ok;
@@ -70,7 +72,7 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
   };
   SendingWindow(const Services& services, const Names& names, QWidget* parent);
 
-  // Puts what asks the operator above the status line.
+  // Puts what asks the operator above the line about the link, and that above the status line.
   void LayOut(QLayout* question);
 
   // Sending begins: what asked makes way for the bar.
@@ -85,6 +87,7 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
   switcher::Download& Sending() { return download_; }
   UnsentTables& Unsent() const { return unsent_; }
   const switcher::TableSenders& Tables() const { return tables_; }
+  LinkLine& Link() { return *link_; }
   QLabel& Status() { return *status_; }
   QProgressBar& Bar() { return *bar_; }
   QPushButton& Ok() { return *ok_; }
@@ -96,6 +99,7 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
   UnsentTables& unsent_;
   const switcher::TableSenders& tables_;
   bool begun_ = false;
+  LinkLine* link_;
   QLabel* status_;
   QProgressBar* bar_;
   QPushButton* ok_;

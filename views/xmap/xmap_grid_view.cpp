@@ -32,9 +32,15 @@ XmapGridView::XmapGridView(const rules::XmapGrid& grid, XmapModel& cells, QWidge
       rowHeader_(new XmapRowHeader(grid, this)),
       columnHeader_(new XmapColumnHeader(grid, this)),
       corner_(new XmapCorner(this)),
+      warning_(new LinkWarning(this)),
       painter_(grid) {
   setObjectName(QStringLiteral("msfgXmap"));
   setLayoutDirection(Qt::LeftToRight);
+  warning_->setObjectName(QStringLiteral("aidMapLink"));
+  warning_->setAlignment(Qt::AlignCenter);
+  warning_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  warning_->setFont(QGuiApplication::font());
+  warning_->hide();
   setFrameShape(QFrame::NoFrame);
   setVerticalHeader(rowHeader_);
   setHorizontalHeader(columnHeader_);
@@ -65,7 +71,10 @@ XmapGridView::XmapGridView(const rules::XmapGrid& grid, XmapModel& cells, QWidge
     columnHeader_->SetHovered(HasCrosshair() ? input : 0);
   });
   for (const XmapHeader* const header : {rowHeader_, columnHeader_}) {
-    connect(header, &XmapHeader::MenuRequested, this, &XmapGridView::MenuRequested);
+    connect(header, &XmapHeader::MenuRequested, this,
+            [this, side = header->orientation()](const QPoint& globalPosition) {
+              Q_EMIT HeaderMenuRequested(side, globalPosition);
+            });
   }
   connect(&cells, &QAbstractItemModel::headerDataChanged, this,
           [this](Qt::Orientation orientation) {
@@ -106,8 +115,49 @@ QPoint XmapGridView::selectedCell() const {
 void XmapGridView::Select(const Crosspoint& crosspoint) {
   const Crosspoint before = Selected();
   const auto chosen = [](int wanted, int old) { return wanted >= 1 ? wanted : std::max(1, old); };
-  setCurrentIndex(cells_.CellOf(chosen(crosspoint.output, before.output),
-                                chosen(crosspoint.input, before.input)));
+  MoveTo(cells_.CellOf(chosen(crosspoint.output, before.output),
+                       chosen(crosspoint.input, before.input)));
+}
+
+rules::CellBlock XmapGridView::Block() const {
+  const Crosspoint one = Selected();
+  const Crosspoint other = ToCrosspoint(farCorner_);
+  if (one == Crosspoint() || other == Crosspoint()) return {};
+  return {.firstOutput = std::min(one.output, other.output),
+          .lastOutput = std::max(one.output, other.output),
+          .firstInput = std::min(one.input, other.input),
+          .lastInput = std::max(one.input, other.input)};
+}
+
+void XmapGridView::MoveTo(const QModelIndex& index) {
+  if (index == currentIndex()) {
+    ExtendTo(index);
+  } else {
+    setCurrentIndex(index);
+  }
+}
+
+void XmapGridView::ExtendTo(const QModelIndex& index) {
+  if (!index.isValid() || !currentIndex().isValid() || index == farCorner_) return;
+  farCorner_ = index;
+  CornerChanged();
+  scrollTo(index);
+  Q_EMIT CurrentCellChanged();
+}
+
+void XmapGridView::CornerChanged() {
+  const rules::CellBlock block = Block();
+  if (block == scene_.block) return;
+  viewport()->update(scene_.BlockRect(scene_.block) | scene_.BlockRect(block));
+  scene_.block = block;
+}
+
+QModelIndex XmapGridView::NearestCell(const QPoint& point) const {
+  const auto channel = [this](int at, int size) {
+    return std::clamp(at < 0 ? 0 : at / size + 1, 1, grid_.ChannelCount());
+  };
+  return cells_.CellOf(channel(point.y() - scene_.origin.y(), scene_.metrics.cellHeight),
+                       channel(point.x() - scene_.origin.x(), scene_.metrics.cellWidth));
 }
 
 void XmapGridView::SetZoom(int zoom) {
@@ -160,6 +210,29 @@ void XmapGridView::SetPending(const Crosspoint& crosspoint, bool pending) {
   if (had != pending) viewport()->update(scene_.CellRect(crosspoint));
 }
 
+void XmapGridView::SetWarning(const QString& warning) {
+  warning_->setText(warning);
+  warning_->setHidden(warning.isEmpty());
+  PlaceWarning();
+  if (scene_.hatched == !warning.isEmpty()) return;
+  scene_.hatched = !warning.isEmpty();
+  viewport()->update();
+}
+
+void XmapGridView::PlaceWarning() {
+  if (warning_->isHidden()) return;
+  const QRect body = viewport()->geometry();
+  QRect line(body.topLeft(), QSize(body.width(), warning_->sizeHint().height()));
+  line.moveBottom(body.bottom());
+  const auto covers = [&](const QModelIndex& cell) {
+    return cell.isValid() && CellRect(cell).translated(body.topLeft()).intersects(line);
+  };
+  const bool givesWay = hovered_.isValid() ? covers(hovered_) : covers(currentIndex());
+  if (givesWay) line.moveTop(body.top());
+  warning_->setGeometry(line);
+  warning_->raise();
+}
+
 void XmapGridView::UpdateCell(const QModelIndex& index) {
   if (!index.isValid()) return;
   const QRect cell = CellRect(index);
@@ -179,6 +252,7 @@ void XmapGridView::ShowPosition() {
   columnHeader_->SetCurrent(current.input);
   rowHeader_->SetHovered(hovered.output);
   columnHeader_->SetHovered(hovered.input);
+  PlaceWarning();
 }
 
 void XmapGridView::SetHovered(const QModelIndex& index) {
@@ -238,17 +312,30 @@ void XmapGridView::focusOutEvent(QFocusEvent* event) {
 }
 
 void XmapGridView::mousePressEvent(QMouseEvent* event) {
-  const QModelIndex index = indexAt(event->position().toPoint());
-  if (index.isValid()) setCurrentIndex(index);
   event->accept();
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (!index.isValid()) return;
+  const bool isLeft = event->button() == Qt::LeftButton;
+  if (isLeft && event->modifiers() == Qt::ShiftModifier) {
+    ExtendTo(index);
+  } else if (event->button() != Qt::RightButton || scene_.block.Cells() <= 1 ||
+             !scene_.BlockRect(scene_.block).contains(event->position().toPoint())) {
+    MoveTo(index);  // a menu for what is chosen leaves it chosen
+  }
+  isDragging_ = isLeft;
 }
 
 void XmapGridView::mouseMoveEvent(QMouseEvent* event) {
-  SetHovered(indexAt(event->position().toPoint()));
+  const QPoint point = event->position().toPoint();
+  SetHovered(indexAt(point));
+  if (isDragging_ && (event->buttons() & Qt::LeftButton) != 0) ExtendTo(NearestCell(point));
   event->accept();
 }
 
-void XmapGridView::mouseReleaseEvent(QMouseEvent* event) { event->accept(); }
+void XmapGridView::mouseReleaseEvent(QMouseEvent* event) {
+  isDragging_ = false;
+  event->accept();
+}
 
 void XmapGridView::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
 
@@ -273,9 +360,16 @@ void XmapGridView::keyPressEvent(QKeyEvent* event) {
   const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
   for (const MoveKey& move : kMoves) {
     if (event->key() != move.key || (modifiers & Qt::AltModifier) != 0) continue;
-    if (const QModelIndex index = moveCursor(move.action, modifiers); index.isValid()) {
-      setCurrentIndex(index);
+    if ((modifiers & Qt::ShiftModifier) != 0 && currentIndex().isValid()) {
+      ExtendTo(MoveCorner(move.action, modifiers));
+    } else if (const QModelIndex index = moveCursor(move.action, modifiers); index.isValid()) {
+      MoveTo(index);
     }
+    event->accept();
+    return;
+  }
+  if (event->key() == Qt::Key_Escape && scene_.block.Cells() > 1) {
+    MoveTo(currentIndex());
     event->accept();
     return;
   }
@@ -327,6 +421,7 @@ void XmapGridView::scrollContentsBy(int dx, int dy) {
   if (viewport()->underMouse()) {
     SetHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())));
   }
+  PlaceWarning();
 }
 
 void XmapGridView::updateGeometries() {
@@ -336,6 +431,7 @@ void XmapGridView::updateGeometries() {
   horizontalScrollBar()->setSingleStep(scene_.metrics.cellWidth);
   verticalScrollBar()->setSingleStep(scene_.metrics.cellHeight);
   UpdateOrigin();
+  PlaceWarning();
 }
 
 void XmapGridView::UpdateOrigin() {
@@ -360,6 +456,42 @@ QModelIndex XmapGridView::moveCursor(CursorAction action, Qt::KeyboardModifiers 
   return QTableView::moveCursor(action, modifiers);
 }
 
+QModelIndex XmapGridView::MoveCorner(CursorAction action, Qt::KeyboardModifiers modifiers) const {
+  const int last = grid_.ChannelCount();
+  const int page = std::max(1, viewport()->height() / scene_.metrics.cellHeight);
+  const bool isFar = (modifiers & Qt::ControlModifier) != 0;
+  Crosspoint to = ToCrosspoint(farCorner_);
+  switch (action) {
+    case MoveUp:
+      to.output = isFar ? 1 : to.output - 1;
+      break;
+    case MoveDown:
+      to.output = isFar ? last : to.output + 1;
+      break;
+    case MoveLeft:
+      to.input = isFar ? 1 : to.input - 1;
+      break;
+    case MoveRight:
+      to.input = isFar ? last : to.input + 1;
+      break;
+    case MovePageUp:
+      to.output -= page;
+      break;
+    case MovePageDown:
+      to.output += page;
+      break;
+    case MoveHome:
+      to = {isFar ? 1 : to.output, 1};
+      break;
+    case MoveEnd:
+      to = {isFar ? last : to.output, last};
+      break;
+    default:
+      break;
+  }
+  return cells_.CellOf(std::clamp(to.output, 1, last), std::clamp(to.input, 1, last));
+}
+
 QModelIndex XmapGridView::NextMarked(const QModelIndex& from, int rowStep, int columnStep) const {
   QModelIndex index = from;
   do {
@@ -370,6 +502,8 @@ QModelIndex XmapGridView::NextMarked(const QModelIndex& from, int rowStep, int c
 
 void XmapGridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
+  farCorner_ = current;
+  CornerChanged();
   UpdateCell(previous);
   UpdateCell(current);
   ShowPosition();

@@ -8,6 +8,7 @@
 #include <QTableView>
 
 #include "views/rules/xmap_grid.h"
+#include "views/widgets/link_warning.h"
 #include "views/xmap/xmap_model.h"
 #include "views/xmap/xmap_painter.h"
 
@@ -46,6 +47,10 @@ class XmapGridView : public QTableView {
   // first when no cell is current.  REQUIRES: both within 0..ChannelCount
   void Select(const Crosspoint& crosspoint);
 
+  // The chosen cells: a rectangle with the current cell at one of its corners, or that alone; empty
+  // when there is none.
+  rules::CellBlock Block() const;
+
   // The size of everything, in per cent; 75 to 200, others are clamped.
   void SetZoom(int zoom);
   int Zoom() const { return zoom_; }
@@ -61,13 +66,21 @@ class XmapGridView : public QTableView {
   void ShowOutput(int output);
   void ShowInput(int input);
 
+  // Hatches the map and writes the warning over it; empty for none.  The line gives way to the
+  // current cell and to the pointer.
+  void SetWarning(const QString& warning);
+
   // Outlines a crosspoint by dots: a command was sent and the switcher has not reported yet.
   void SetPending(const Crosspoint& crosspoint, bool pending);
 
  Q_SIGNALS:
+  // The current cell, or what is chosen beside it, is another.
   void CurrentCellChanged();
   // A printable character was typed.
   void TextTyped(const QString& text);
+  // The menu of a header was asked for, whose channel is the current one; the outputs are the
+  // vertical side.
+  void HeaderMenuRequested(Qt::Orientation side, const QPoint& globalPosition);
   // The wheel was turned with Ctrl: +1 or -1.
   void ZoomStepped(int step);
   // The context menu was asked for, by the pointer or the keyboard.
@@ -98,6 +111,15 @@ class XmapGridView : public QTableView {
     return {XmapModel::Output(index), XmapModel::Input(index)};
   }
   QRect CellRect(const QModelIndex& index) const { return scene_.CellRect(ToCrosspoint(index)); }
+  // Makes a cell the current one, and the only one that is chosen.
+  void MoveTo(const QModelIndex& index);
+  // Chooses all cells from the current one to this.
+  void ExtendTo(const QModelIndex& index);
+  // Where a key leads that extends what is chosen.
+  QModelIndex MoveCorner(CursorAction action, Qt::KeyboardModifiers modifiers) const;
+  // The cell at a point of the viewport, or the next one to it.
+  QModelIndex NearestCell(const QPoint& point) const;
+  void CornerChanged();
   QModelIndex NextMarked(const QModelIndex& from, int rowStep, int columnStep) const;
   // Asks for a repaint of a cell, or of its row and column where the crosshair runs.
   void UpdateCell(const QModelIndex& index);
@@ -106,16 +128,20 @@ class XmapGridView : public QTableView {
   void SetHovered(const QModelIndex& index);
   void ApplyMetrics();
   void UpdateOrigin();
+  void PlaceWarning();
 
   const rules::XmapGrid& grid_;
   XmapModel& cells_;
   XmapHeader* rowHeader_;
   XmapHeader* columnHeader_;
   XmapCorner* corner_;
+  LinkWarning* warning_;
   XmapPainter painter_;
   XmapScene scene_;
   int zoom_ = 100;
   QPersistentModelIndex hovered_;
+  QPersistentModelIndex farCorner_;  // of the chosen cells; the other one is the current cell
+  bool isDragging_ = false;
 };
 
 }  // namespace views

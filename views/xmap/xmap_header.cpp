@@ -3,13 +3,16 @@
 #include "views/xmap/xmap_header.h"
 
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 
 #include "views/widgets/contrast.h"
 #include "views/widgets/find_field.h"
+#include "views/widgets/plain_tip.h"
 #include "views/xmap/xmap_model.h"
 
 namespace views {
@@ -204,6 +207,13 @@ void XmapHeader::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(eve
 
 bool XmapHeader::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::Leave) Q_EMIT ChannelHovered(0);
+  if (event->type() == QEvent::ToolTip) {
+    const auto* const help = static_cast<QHelpEvent*>(event);
+    const int channel = ChannelAt(help->pos());
+    const QString tip = model()->headerData(channel - 1, orientation(), Qt::ToolTipRole).toString();
+    QToolTip::showText(help->globalPos(), PlainTip(tip), viewport(), SectionRect(channel));
+    return true;
+  }
   return QHeaderView::viewportEvent(event);
 }
 

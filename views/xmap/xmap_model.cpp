@@ -3,6 +3,7 @@
 #include "views/xmap/xmap_model.h"
 
 #include "views/xmap/marks.h"
+#include "views/xmap/xmap_words.h"
 
 namespace views {
 
@@ -37,12 +38,14 @@ QVariant XmapModel::headerData(int section, Qt::Orientation orientation, int rol
     case Qt::DisplayRole:
       return QString::fromStdString(output ? grid_.OutputLabel(channel)
                                            : grid_.InputLabel(channel));
-    case Qt::ToolTipRole:
     case Qt::AccessibleTextRole: {
       const QString name = Name(channel, orientation);
       const QString lock = output ? LockWords(channel) : QString();
       return lock.isEmpty() ? name : QStringLiteral("%1: %2").arg(name, lock);
     }
+    case Qt::ToolTipRole:
+      return QString(headerData(section, orientation, Qt::AccessibleTextRole).toString() + u'\n' +
+                     (output ? HearsWords(grid_, channel) : HeardWords(grid_, channel)));
     case LockRole: {
       if (!output || !locks_.IsLocked(channel)) return {};
       return static_cast<int>(locks_.LockedOutputs().at(channel));
@@ -56,8 +59,8 @@ QString XmapModel::Name(int channel, Qt::Orientation orientation) const {
   const bool output = orientation == Qt::Vertical;
   const QString label =
       QString::fromStdString(output ? grid_.OutputLabel(channel) : grid_.InputLabel(channel));
-  const QString number = QString::fromStdString(grid_.Number(channel));
-  return (output ? tr("Out %1  %2") : tr("In %1  %2")).arg(number, label);
+  return (output ? OutputNumber(grid_, channel) : InputNumber(grid_, channel)) +
+         QStringLiteral("  ") + label;
 }
 
 QString XmapModel::LockWords(int output) const {

@@ -30,7 +30,8 @@ class XmapModel : public QAbstractTableModel {
   // MarkRole; the tip as ToolTipRole; the cell in one sentence as AccessibleTextRole.
   QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
-  // The labels, and what is locked.
+  // The labels; what a screen reader says of a channel, its lock included; a tip that says what the
+  // output hears as well, or where the input is heard; and what is locked.
   QVariant headerData(int section, Qt::Orientation orientation,
                       int role = Qt::DisplayRole) const override;
 

@@ -15,6 +15,28 @@ constexpr int kFirstRow = rules::kFixedCells;
 constexpr int kOutlineWidth = 2;
 constexpr int kOutlineWidthUnfocused = 1;
 
+// The veil over chosen cells, which leaves their marks and grounds legible.
+constexpr int kBlockAlpha = 0x38;
+
+// The lines of the hatch, of no colour that a mark has.
+constexpr int kHatchPitch = 16;
+constexpr double kHatchWidth = 2.5;
+constexpr QColor kHatchInk{0x80, 0x80, 0x80, 0x70};
+
+// A square of the hatch, which goes on at all of its sides.
+QPixmap HatchTile(qreal ratio) {
+  QPixmap tile((QSizeF(kHatchPitch, kHatchPitch) * ratio).toSize());
+  tile.setDevicePixelRatio(ratio);
+  tile.fill(Qt::transparent);
+  QPainter painter(&tile);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(kHatchInk, kHatchWidth));
+  for (const int left : {-kHatchPitch, 0, kHatchPitch}) {
+    painter.drawLine(QPointF(left - 1, kHatchPitch + 1), QPointF(left + kHatchPitch + 1, -1));
+  }
+  return tile;
+}
+
 }  // namespace
 
 QRect XmapScene::CellRect(const Crosspoint& cell) const {
@@ -23,11 +45,19 @@ QRect XmapScene::CellRect(const Crosspoint& cell) const {
                metrics.cellHeight);
 }
 
+QRect XmapScene::BlockRect(const rules::CellBlock& cells) const {
+  if (cells.Cells() == 0) return {};
+  return CellRect({cells.firstOutput, cells.firstInput}) |
+         CellRect({cells.lastOutput, cells.lastInput});
+}
+
 void XmapPainter::Paint(QPainter& painter, const QRegion& dirty, const XmapScene& scene) {
   const qreal ratio = painter.device()->devicePixelRatioF();
   const QSize cell(scene.metrics.cellWidth, scene.metrics.cellHeight);
   tipMarks_.Prepare(cell, ratio, IsDark(BandColour(kFirstRow, scene.palette)));
   plainMarks_.Prepare(cell, ratio, IsDark(kPlainBand));
+  if (scene.hatched && hatch_.devicePixelRatio() != ratio) hatch_ = QPixmap();
+  if (scene.hatched && hatch_.isNull()) hatch_ = HatchTile(ratio);
   for (const QRect& rect : dirty) {
     painter.setClipRect(rect);
     PaintCells(painter, rect, scene);
@@ -35,6 +65,7 @@ void XmapPainter::Paint(QPainter& painter, const QRegion& dirty, const XmapScene
   painter.setClipRegion(dirty);
   if (scene.current.output >= 1) {
     if (scene.crosshair) PaintCrosshair(painter, scene);
+    if (scene.block.Cells() > 1) PaintBlock(painter, scene);
     PaintCurrentCell(painter, scene);
   }
   PaintPending(painter, scene);
@@ -65,6 +96,8 @@ void XmapPainter::PaintCells(QPainter& painter, const QRect& dirty, const XmapSc
     const int right = origin.x() + input * width;
     painter.fillRect(lines.RightEdge(right, cells.top(), cells.bottom() + 1), kGridLine);
   }
+  // Under the marks, and with the cells when they are scrolled.
+  if (scene.hatched) painter.drawTiledPixmap(cells, hatch_, cells.topLeft() - origin);
   for (int output = firstOutput; output <= lastOutput; ++output) {
     const std::span<const Mark> marks = grid_.Marks(output);
     const MarkPixmaps& pixmaps =
@@ -90,6 +123,16 @@ void XmapPainter::PaintCrosshair(QPainter& painter, const XmapScene& scene) cons
   for (const int right : {cell.left(), cell.right() + 1}) {
     painter.fillRect(lines.RightEdge(right, scene.origin.y(), last.bottom() + 1), line);
   }
+}
+
+void XmapPainter::PaintBlock(QPainter& painter, const XmapScene& scene) {
+  const QRect block = scene.BlockRect(scene.block).adjusted(0, 0, -1, -1);
+  QColor veil = scene.palette.color(QPalette::Active, QPalette::Highlight);
+  const QColor outline = StandingOut(veil, kPlainBand);
+  veil.setAlpha(kBlockAlpha);
+  painter.fillRect(block, veil);
+  const QRegion inner(block.adjusted(kOutlineWidth, kOutlineWidth, -kOutlineWidth, -kOutlineWidth));
+  for (const QRect& side : QRegion(block) - inner) painter.fillRect(side, outline);
 }
 
 void XmapPainter::PaintCurrentCell(QPainter& painter, const XmapScene& scene) {

@@ -8,6 +8,7 @@
 #include <QRegion>
 #include <vector>
 
+#include "views/rules/inhibit_block.h"
 #include "views/rules/xmap_grid.h"
 #include "views/xmap/marks.h"
 #include "views/xmap/xmap_look.h"
@@ -28,12 +29,16 @@ struct XmapScene {
   QPalette palette;
   QPoint origin;  // where the crosspoint of output 1 and input 1 begins
   Crosspoint current;
+  rules::CellBlock block;  // the chosen cells, when they are more than the current one
   bool hasFocus = false;
   bool crosshair = true;
+  bool hatched = false;             // what it shows may not be true any more
   std::vector<Crosspoint> pending;  // sent, and not reported by the switcher yet
 
   // A cell, grid line included.
   QRect CellRect(const Crosspoint& cell) const;
+  // The same of all cells of a block; an empty one of an empty block.
+  QRect BlockRect(const rules::CellBlock& cells) const;
 };
 
 // Paints the body of the crosspoint map.
@@ -51,10 +56,12 @@ class XmapPainter {
  private:
   void PaintCells(QPainter& painter, const QRect& dirty, const XmapScene& scene) const;
   void PaintCrosshair(QPainter& painter, const XmapScene& scene) const;
+  static void PaintBlock(QPainter& painter, const XmapScene& scene);
   static void PaintCurrentCell(QPainter& painter, const XmapScene& scene);
   static void PaintPending(QPainter& painter, const XmapScene& scene);
 
   const rules::XmapGrid& grid_;
+  QPixmap hatch_;           // a square of it
   MarkPixmaps tipMarks_;    // on the bands with the tool-tip colour
   MarkPixmaps plainMarks_;  // on the others
 };

@@ -8,11 +8,8 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <optional>
-#include <string>
 #include <string_view>
 
-#include "stations/inhibits.h"
 #include "stations/texts.h"
 #include "views/rules/xmap_records.h"
 #include "views/widgets/icon.h"
@@ -20,13 +17,13 @@
 #include "views/xmap/xmap_find.h"
 #include "views/xmap/xmap_grid_view.h"
 #include "views/xmap/xmap_header.h"
+#include "views/xmap/xmap_words.h"
 
 namespace views {
 namespace {
 
 using model::ErrorReporter;
 using rules::ActionDecision;
-using rules::InhibitDecision;
 using rules::XmapAction;
 
 constexpr std::string_view kConflictTitle = "Synchronization Warning";
@@ -96,10 +93,13 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   tools_ = new ToolBand(QStringLiteral("XptmapButtons"), tr("Crosspoint tools"), *this);
   gridView_ = new XmapGridView(grid_, cells_, this);
   find_ = new XmapFind(grid_, this);
+  inhibitTool_ = new InhibitTool(services_, grid_, cells_, *this);
+  takeUndo_ = new TakeUndo(services_, grid_, *this);
   setWindowIcon(Icon(QStringLiteral("teskctl")));
   gridView_->setAccessibleName(windowTitle());
   setFocusProxy(gridView_);
   AddTools();
+  AddAids();
   AddLockCommands();
   services_.locks.AddObserver(*this);
 
@@ -111,7 +111,8 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   connect(&cells_, &QAbstractItemModel::headerDataChanged, this, &XmapView::ReadCurrentCell);
   connect(gridView_, &XmapGridView::TextTyped, this, &XmapView::ShowFind);
   connect(gridView_, &XmapGridView::ZoomStepped, this, &XmapView::StepZoom);
-  connect(gridView_, &XmapGridView::MenuRequested, this, &XmapView::ShowMenu);
+  connect(gridView_, &XmapGridView::MenuRequested, this,
+          [this](const QPoint& at) { ShowMenu(Qt::Vertical, at); });
   connect(find_, &XmapFind::MatchesChanged, gridView_, &XmapGridView::SetMatches);
   connect(find_, &XmapFind::FirstMatch, this, [this](int output, int input) {
     if (output >= 1) gridView_->ShowOutput(output);
@@ -121,6 +122,13 @@ XmapView::XmapView(const Services& services, QWidget* parent)
     gridView_->Select({output, input});
   });
   connect(find_, &XmapFind::Closed, this, [this] { gridView_->setFocus(Qt::OtherFocusReason); });
+  connect(gridView_, &XmapGridView::HeaderMenuRequested, this, &XmapView::ShowMenu);
+  connect(inhibitTool_, &InhibitTool::NoteRequested, this, &XmapView::NoteRequested);
+  connect(takeUndo_, &TakeUndo::NoteRequested, this, &XmapView::NoteRequested);
+  connect(takeUndo_, &TakeUndo::CommandSent, this, [this](int output, int input, int action) {
+    Q_EMIT TakeSent(output, input, action);
+    pending_.Sent({output, input});
+  });
   connect(&pending_, &PendingCrosspoints::Changed, gridView_, &XmapGridView::SetPending);
   connect(&pending_, &PendingCrosspoints::GivenUp, this, [this](int output) {
     Q_EMIT NoteRequested(
@@ -145,14 +153,58 @@ void XmapView::AddTools() {
   }
 }
 
-void XmapView::ShowMenu(const QPoint& globalPosition) {
+QAction* XmapView::AddAid(const char* name, const QString& caption, const QString& icon,
+                          const QKeySequence& shortcut, const std::function<void()>& run) {
+  auto* const action = new QAction(Icon(icon), caption, this);
+  action->setObjectName(QLatin1String(name));
+  action->setShortcut(shortcut);
+  action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  connect(action, &QAction::triggered, this, run);
+  addAction(action);
+  return action;
+}
+
+void XmapView::AddAids() {
+  undoTake_ = AddAid("aidUndoTake", tr("&Undo Last Take…"), QStringLiteral("undo-take"),
+                     Qt::CTRL | Qt::Key_U, [this] { takeUndo_->AskBack(); });
+  programButtons_ = AddAid("aidProgramButtons", tr("Program Its &Buttons"),
+                           QStringLiteral("button-programming"), Qt::CTRL | Qt::Key_B, [this] {
+                             if (const int output = gridView_->Selected().output; output >= 1) {
+                               Q_EMIT ProgramRequested(output);
+                             }
+                           });
+  editLabel_ = AddAid("aidEditLabel", tr("Edit Its &Label"), QStringLiteral("station-labels"),
+                      Qt::Key_F2, [this] {
+                        if (const int output = gridView_->Selected().output; output >= 1) {
+                          Q_EMIT EditLabelRequested(output, /*ofInput=*/false);
+                        }
+                      });
+}
+
+void XmapView::ShowMenu(Qt::Orientation side, const QPoint& globalPosition) {
   auto* const menu = new QMenu(this);
   menu->setObjectName(QStringLiteral("aidXmapMenu"));
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->addActions(tools_->actions());
   menu->addSeparator();
+  menu->addAction(undoTake_);
+  if (side == Qt::Vertical) {
+    menu->addActions({programButtons_, editLabel_});
+  } else {
+    AddWaysOfInput(*menu, gridView_->Selected().input);
+  }
+  menu->addSeparator();
   menu->addActions({lockOutput_, lockForPanels_});
   menu->popup(globalPosition);
+}
+
+// The same commands as those of the current output.
+void XmapView::AddWaysOfInput(QMenu& menu, int input) {
+  const auto add = [&menu](const QAction& like, auto run) {
+    menu.addAction(like.icon(), like.text(), run)->setObjectName(like.objectName());
+  };
+  add(*programButtons_, [this, input] { Q_EMIT ProgramRequested(input); });
+  add(*editLabel_, [this, input] { Q_EMIT EditLabelRequested(input, /*ofInput=*/true); });
 }
 
 void XmapView::AddLockCommands() {
@@ -262,6 +314,8 @@ std::function<void()> XmapView::KeyCommand(const QKeyEvent& key) {
   return nullptr;
 }
 
+void XmapView::SetWarning(const QString& warning) { gridView_->SetWarning(warning); }
+
 void XmapView::ShowFind(const QString& text) {
   find_->OpenFind(text);
   PlaceFind();
@@ -280,6 +334,10 @@ void XmapView::GoTo(int output, int input) {
   gridView_->Select({output, input});
   gridView_->setFocus(Qt::OtherFocusReason);
 }
+
+void XmapView::GoToOutput(int output) { GoTo(output, std::max(1, gridView_->Selected().input)); }
+
+void XmapView::GoToInput(int input) { GoTo(std::max(1, gridView_->Selected().output), input); }
 
 int XmapView::Zoom() const { return gridView_->Zoom(); }
 
@@ -346,6 +404,7 @@ model::Status XmapView::DrawInhibits(jet::RecordSet& stations) {
 void XmapView::UpdateXmap(int row, int mode) {
   pending_.Reported(row);
   const rules::MapUpdate update = grid_.UpdateXmap(row, mode);
+  takeUndo_->Last().Reported(row);
   cells_.OutputsChanged(update.changed);
   for (int i = 0; i < update.conflicts; ++i) {
     services_.reporter.Show(ErrorReporter::Icon::Exclamation, kConflictTitle, kConflictText);
@@ -401,6 +460,9 @@ void XmapView::PerformAction(int action) {
         cells_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(decision.output)));
       } else if (sent) {
         pending_.Sent({decision.output, decision.input});
+        if (decision.code == switcher::TakeAction::Take) {
+          takeUndo_->Last().Sent(decision.output, decision.input);
+        }
       }
       break;
     }
@@ -411,28 +473,8 @@ void XmapView::ToggleInhibit() {
   const Crosspoint cell = gridView_->Selected();
   if (cell == Crosspoint()) {
     SetReadout(tr("No crosspoint selected"));
-    return;
-  }
-  std::optional<InhibitDecision> decision;
-  std::string_view failureLine = "Error Reading Crosspoint Inhibits";
-  const model::Status status =
-      WithStations(services_, [&](jet::RecordSet& stations) -> model::Status {
-        std::optional<std::string> flags;
-        model::Status read = stations::FindInhibits(stations, cell.output, &flags);
-        if (!read.ok() || !flags) return read;
-        decision = grid_.DecideInhibit(*flags, cell.output + 1, cell.input + 1);
-        if (decision->kind != InhibitDecision::Kind::Store) return {};
-        failureLine = "Error Storing Crosspoint Inhibit";
-        return stations::StoreInhibits(stations, decision->flags, services_.Operator());
-      });
-  if (!status.ok()) {
-    ShowFailure(services_, failureLine, status);
-  } else if (decision && decision->kind == InhibitDecision::Kind::CrosspointPresent) {
-    ShowRefusal(services_, "Inhibit Not Possible With Existing Crosspoint");
-  } else if (decision) {
-    // Drawn when it is stored, so that the grid never shows an inhibit that is not there.
-    grid_.SetMark(cell.output, cell.input, decision->mark);
-    cells_.OutputsChanged(rules::ChannelSet().set(static_cast<std::size_t>(cell.output)));
+  } else {
+    inhibitTool_->Toggle(cell, gridView_->Block());
   }
 }
 
@@ -446,13 +488,22 @@ void XmapView::RefreshMap() {
 void XmapView::SendInhibits() { SendTables(services_, {{.table = switcher::Table::Inhibits}}); }
 
 void XmapView::ReadCurrentCell() {
-  SetReadout(cells_.data(gridView_->currentIndex(), Qt::AccessibleTextRole).toString());
+  const int output = gridView_->Selected().output;
+  const int chosen = gridView_->Block().Cells();
+  QString detail;
+  if (chosen > 1) {
+    detail = tr("%1 crosspoints chosen").arg(chosen);
+  } else if (output >= 1) {
+    detail = HearsWords(grid_, output);
+  }
+  SetReadout(cells_.data(gridView_->currentIndex(), Qt::AccessibleTextRole).toString(), detail);
 }
 
-void XmapView::SetReadout(const QString& readout) {
-  if (readout == readout_) return;
+void XmapView::SetReadout(const QString& readout, const QString& detail) {
+  if (readout == readout_ && detail == detail_) return;
   readout_ = readout;
-  Q_EMIT ReadoutChanged(readout_);
+  detail_ = detail;
+  Q_EMIT ReadoutChanged(readout_, detail_);
 }
 
 }  // namespace views

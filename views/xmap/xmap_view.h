@@ -3,6 +3,8 @@
 #ifndef VIEWS_XMAP_XMAP_VIEW_H_
 #define VIEWS_XMAP_XMAP_VIEW_H_
 
+#include <QAction>
+#include <QMenu>
 #include <functional>
 #include <optional>
 #include <string_view>
@@ -14,7 +16,9 @@
 #include "views/rules/xmap_grid.h"
 #include "views/services.h"
 #include "views/widgets/tool_band.h"
+#include "views/xmap/inhibit_tool.h"
 #include "views/xmap/pending_crosspoints.h"
+#include "views/xmap/take_undo.h"
 #include "views/xmap/xmap_model.h"
 
 namespace views {
@@ -71,6 +75,12 @@ class XmapView : public MainView, private model::LockObserver {
   // The current cell, on which the tools act, in words:
   // "Out 02  Sta. 002  <  In 04  Inpt 004: Crosspoint".
   QString Readout() const { return readout_; }
+  // What its output hears: "PROD 1 hears Inpt 004; by priority: none"; of several chosen cells
+  // their number.
+  QString Detail() const { return detail_; }
+
+  // Says over the whole map that it may not be true any more; empty for nothing.
+  void SetWarning(const QString& warning);
 
   // Opens the field for finding a channel, beginning with `text`, or for going to a crosspoint.
   void ShowFind(const QString& text = QString());
@@ -78,6 +88,11 @@ class XmapView : public MainView, private model::LockObserver {
 
   // Makes a crosspoint the current cell; without one, nothing happens.
   void GoTo(int output, int input);
+
+  // Makes the row of an output, or the column of an input, the current one; without such a channel
+  // nothing happens.
+  void GoToOutput(int output);
+  void GoToInput(int input);
 
   // The size of the grid in per cent, 75 to 200; steps are 75, 100, 125, 150, 175, 200.
   int Zoom() const;
@@ -92,7 +107,12 @@ class XmapView : public MainView, private model::LockObserver {
   void TakeSent(int output, int input, int action);
   // The tool that asks for the map anew.
   void RefreshRequested();
-  void ReadoutChanged(const QString& readout);
+  // Readout() or Detail() is another.
+  void ReadoutChanged(const QString& readout, const QString& detail);
+  // The commands that lead to the programming of a station's buttons, and to the label of its
+  // output or its input.
+  void ProgramRequested(int station);
+  void EditLabelRequested(int station, bool ofInput);
 
  protected:
   void FormResized() override { LayOut(); }
@@ -104,6 +124,10 @@ class XmapView : public MainView, private model::LockObserver {
   static const XmapTool kTools[];
 
   void AddTools();
+  // aidUndoTake, aidProgramButtons and aidEditLabel, which stand on no band.
+  void AddAids();
+  QAction* AddAid(const char* name, const QString& caption, const QString& icon,
+                  const QKeySequence& shortcut, const std::function<void()>& run);
   void AddLockCommands();
   // What the commands of the locks say of the current output.
   void ShowLock();
@@ -112,7 +136,10 @@ class XmapView : public MainView, private model::LockObserver {
   void LocksChanged() override;
   // Gives the grid its size, which goes by the form's, and the tool bar the room above it.
   void LayOut();
-  void ShowMenu(const QPoint& globalPosition);
+  // The menu of the current cell, or of its channel on that side, of which the outputs are the
+  // vertical one.
+  void ShowMenu(Qt::Orientation side, const QPoint& globalPosition);
+  void AddWaysOfInput(QMenu& menu, int input);
   // What the view itself does on a key, whatever has the focus in it; nothing for other keys.
   std::function<void()> KeyCommand(const QKeyEvent& key);
 
@@ -129,19 +156,25 @@ class XmapView : public MainView, private model::LockObserver {
   void ShowUnsent();
 
   void ReadCurrentCell();
-  void SetReadout(const QString& readout);
+  void SetReadout(const QString& readout, const QString& detail = {});
   void PlaceFind();
 
   const Services services_;
   rules::XmapGrid grid_;
   XmapModel cells_;
   ToolBand* tools_;
+  QAction* undoTake_ = nullptr;
+  QAction* programButtons_ = nullptr;
+  QAction* editLabel_ = nullptr;
   QAction* lockOutput_ = nullptr;
   QAction* lockForPanels_ = nullptr;
   XmapGridView* gridView_;
   XmapFind* find_;
   PendingCrosspoints pending_;
+  InhibitTool* inhibitTool_;
+  TakeUndo* takeUndo_;
   QString readout_;
+  QString detail_;
 };
 
 }  // namespace views

@@ -315,8 +315,8 @@ TEST(AlphasView, TheMenuOffersWhatKeysDo) {
   for (const QAction* const action : menu->actions()) {
     if (!action->isSeparator()) names.push_back(action->objectName().toStdString());
   }
-  EXPECT_EQ(names, Texts({"aidCopy", "aidPaste", "aidFind", "aidSort", "ID_DownloadAlphas",
-                          "ID_QDVStatus"}));
+  EXPECT_EQ(names, Texts({"aidCopy", "aidPaste", "aidFind", "aidSort", "aidShowInMap",
+                          "ID_DownloadAlphas", "ID_QDVStatus"}));
   menu->findChild<QAction*>(QStringLiteral("aidSort"))->trigger();
   menu->close();
   EXPECT_EQ(console.Grid().horizontalHeader()->sortIndicatorSection(), kSystemInput);

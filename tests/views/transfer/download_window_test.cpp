@@ -101,6 +101,23 @@ TEST_F(DownloadWindowTest, AsksFirst) {
   EXPECT_TRUE(Child<QTimer>("tmrDelayStart")->isSingleShot());
 }
 
+TEST_F(DownloadWindowTest, SaysThatTheLinkIsDownBeforeItBegins) {
+  model_.LinkStatus = {1, 1, 0};
+  Open();
+  const auto* const link = Child<QLabel>("aidDownloadLink");
+  EXPECT_FALSE(link->isVisible());
+  const QSize asked = window_->size();
+  model_.LinkStatus = {};
+  ASSERT_TRUE(QTest::qWaitFor([link] { return link->isVisible(); }, 10000));
+  EXPECT_EQ(link->text(), QStringLiteral("Not connected: no switcher would take them."));
+  EXPECT_EQ(window_->size(), asked) << "nothing moves for it";
+  EXPECT_TRUE(Child<QPushButton>("cmdDownGo")->isEnabled());
+  EXPECT_TRUE(Child<QLabel>("lblDownloadText")->isVisible());
+  Click("cmdDownGo");
+  EXPECT_FALSE(link->isVisible());
+  ASSERT_TRUE(WaitForTheEnd());
+}
+
 TEST_F(DownloadWindowTest, TheButtonModeAsksForButtons) {
   model_.DownloadMode = -1;
   Open();

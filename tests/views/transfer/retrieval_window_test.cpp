@@ -123,6 +123,19 @@ class RetrievalWindowTest : public testing::Test, public switcher::PollSwitch {
   QPointer<RetrievalWindow> window_;
 };
 
+TEST_F(RetrievalWindowTest, SaysThatTheLinkIsDownBeforeItBegins) {
+  const auto* const link = Child<QLabel>("aidRetrievalLink");
+  EXPECT_TRUE(link->isVisible());
+  EXPECT_EQ(link->text(), QStringLiteral("Not connected: no switcher would answer."));
+  EXPECT_TRUE(Child<QPushButton>("cmdOkSysInf")->isEnabled());
+  model_.LinkStatus = {1, 1, 0};
+  EXPECT_TRUE(QTest::qWaitFor([link] { return !link->isVisible(); }, 10000));
+  model_.LinkStatus = {};
+  EXPECT_TRUE(QTest::qWaitFor([link] { return link->isVisible(); }, 10000));
+  Click("cmdOkSysInf");
+  EXPECT_FALSE(link->isVisible());
+}
+
 TEST_F(RetrievalWindowTest, AsksFirst) {
   EXPECT_EQ(window_->objectName(), QStringLiteral("frmSysInfo"));
   EXPECT_EQ(window_->windowTitle(), QStringLiteral("Retrieve System Data"));

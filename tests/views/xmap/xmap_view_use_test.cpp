@@ -211,11 +211,15 @@ TEST(XmapView, ContextMenuHoldsTheBand) {
   console.PressKey(Qt::Key_F10, Qt::ShiftModifier);
   auto* menu = view.findChild<QMenu*>(QStringLiteral("aidXmapMenu"));
   ASSERT_NE(menu, nullptr);
-  QList<QAction*> actions = menu->actions();
-  EXPECT_EQ(actions.takeLast()->objectName(), QStringLiteral("aidLockForPanels"));
-  EXPECT_EQ(actions.takeLast()->objectName(), QStringLiteral("aidLockOutput"));
-  EXPECT_TRUE(actions.takeLast()->isSeparator());
-  EXPECT_EQ(actions, BandActions(view));
+  // The aids stand behind the tools.
+  EXPECT_EQ(menu->actions().mid(0, BandActions(view).size()), BandActions(view));
+  QStringList aids;
+  for (const QAction* const action : menu->actions().mid(BandActions(view).size())) {
+    if (!action->isSeparator()) aids.append(action->objectName());
+  }
+  EXPECT_EQ(aids, QStringList({QStringLiteral("aidUndoTake"), QStringLiteral("aidProgramButtons"),
+                               QStringLiteral("aidEditLabel"), QStringLiteral("aidLockOutput"),
+                               QStringLiteral("aidLockForPanels")}));
   EXPECT_EQ(console.port.TakeWritten(), "");
   menu->close();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -375,6 +379,45 @@ TEST(XmapView, TipNamesTheCell) {
   EXPECT_TRUE(tipAt(3, 5).contains(QStringLiteral("&lt;b&gt;A&lt;/b&gt;")))
       << "a label is no markup";
   QToolTip::hideText();
+}
+
+TEST(XmapView, AWarningStandsOverTheHatchedMap) {
+  XmapConsole console(8);
+  XmapView& view = console.Open();
+  auto* const line = view.findChild<QLabel*>(QStringLiteral("aidMapLink"));
+  ASSERT_NE(line, nullptr);
+  EXPECT_FALSE(line->isVisible());
+  const QImage before = Viewport(console).grab().toImage();
+  view.SetWarning(QStringLiteral("Not connected: map of 05:55:37"));
+  EXPECT_TRUE(line->isVisible());
+  EXPECT_EQ(line->text(), QStringLiteral("Not connected: map of 05:55:37"));
+  EXPECT_NE(Viewport(console).grab().toImage(), before);
+  // What is hatched has the same size and can be used as before.
+  console.ClickCell(3, 5);
+  EXPECT_EQ(console.SelectedCell(), QPoint(5, 3));
+  console.SelectCell(2, 2);
+  view.SetWarning({});
+  EXPECT_FALSE(line->isVisible());
+  EXPECT_EQ(Viewport(console).grab().toImage(), before);
+}
+
+TEST(XmapView, TheWarningGivesWayToTheCurrentCellAndToThePointer) {
+  XmapConsole console(64);
+  XmapView& view = console.Open();
+  view.SetWarning(QStringLiteral("Not connected: no map yet"));
+  const auto* const line = view.findChild<QLabel*>(QStringLiteral("aidMapLink"));
+  const auto covers = [&](const QPoint& inViewport) {
+    return line->geometry().contains(inViewport + Viewport(console).pos());
+  };
+  const QPoint top(30, 5);
+  const QPoint bottom(30, Viewport(console).height() - 5);
+  EXPECT_TRUE(covers(bottom));
+  console.SelectCell(65, 2);
+  EXPECT_TRUE(covers(top)) << "the current cell is at the bottom";
+  QTest::mouseMove(&Viewport(console), top);
+  EXPECT_TRUE(covers(bottom)) << "the pointer is at the top";
+  QTest::mouseMove(&Viewport(console), bottom);
+  EXPECT_TRUE(covers(top));
 }
 
 TEST(XmapView, CornerExplainsTheMarks) {

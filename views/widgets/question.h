@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_SHELL_QUESTION_H_
-#define APP_SHELL_QUESTION_H_
+#ifndef VIEWS_WIDGETS_QUESTION_H_
+#define VIEWS_WIDGETS_QUESTION_H_
 
 #include <QString>
 #include <functional>
@@ -10,7 +10,7 @@
 class QObject;
 class QWidget;
 
-namespace app {
+namespace views {
 
 // One of the answers to a question.
 struct Answer {
@@ -30,6 +30,6 @@ struct Question {
 // unless `context` is gone by then.
 void Ask(QWidget& window, QObject& context, const Question& question);
 
-}  // namespace app
+}  // namespace views
 
-#endif  // APP_SHELL_QUESTION_H_
+#endif  // VIEWS_WIDGETS_QUESTION_H_

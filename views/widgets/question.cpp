@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/shell/question.h"
+#include "views/widgets/question.h"
 
 #include <QMessageBox>
 #include <QPushButton>
 
-namespace app {
+namespace views {
 
 void Ask(QWidget& window, QObject& context, const Question& question) {
   auto* const box = new QMessageBox(QMessageBox::Question, QStringLiteral("Orvo Intercom Control"),
@@ -23,4 +23,4 @@ void Ask(QWidget& window, QObject& context, const Question& question) {
   box->open();
 }
 
-}  // namespace app
+}  // namespace views

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef VIEWS_TRANSFER_LINK_LINE_H_
+#define VIEWS_TRANSFER_LINK_LINE_H_
+
+#include <QTimer>
+
+#include "model/system_model.h"
+#include "views/widgets/link_warning.h"
+
+namespace views {
+
+// What a window says, before the operator confirms a transfer, of a link that is down.  The line
+// comes and goes with the link, and nothing else moves for it.
+class LinkLine : public LinkWarning {
+  Q_OBJECT
+
+ public:
+  // `model` must outlive the line.
+  LinkLine(const model::SystemModel& model, const QString& text, QWidget* parent = nullptr);
+
+  // Whether the switcher answers, as the line has it.
+  bool IsConnected() const { return isConnected_; }
+
+  // There is nothing to confirm (any more): the line goes, and so does its room.
+  void End();
+
+ Q_SIGNALS:
+  void ConnectionChanged();
+
+ private:
+  void Look();
+  void KeepRoom(bool keep);
+
+  const model::SystemModel& model_;
+  bool isConnected_ = false;
+  QTimer timer_;
+};
+
+}  // namespace views
+
+#endif  // VIEWS_TRANSFER_LINK_LINE_H_
