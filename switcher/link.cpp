@@ -23,6 +23,7 @@ model::Status Link::MoveTo(int number) {
   PortLost();
   services_.model.ComPort = static_cast<std::int16_t>(number);
   services_.model.XmapComplete = false;
+  services_.model.TallySeen = false;
   model::Status status = OpenPort();
   if (!status.ok()) services_.display.ShowLinkText(NotConnectedText());
   return status;

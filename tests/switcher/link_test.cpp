@@ -96,6 +96,8 @@ TEST_F(LinkTest, MovingToAnotherPortBeginsAnewThere) {
   EXPECT_FALSE(model_.SendBusy);
   EXPECT_THAT(display_.texts, ElementsAre(kNotConnected, "Not Connected - COM 3"));
   EXPECT_EQ(Poll(), "E5") << "the map of what is there";
+  model_.XmapComplete = true;
+  EXPECT_EQ(Poll(), "E4") << "and its tally";
   port_.Deliver("EB");
   EXPECT_EQ(display_.texts.back(), "Connected - COM 3  (57600, 8, N, 1)");
 }
