@@ -91,9 +91,11 @@ struct Values {
 
 // One kind of message.
 struct Kind {
-  const char* name;
+  MessageCode code;
   Bytes (*build)(const Values& values, int channels);
   void (*parse)(const Bytes& message, int channels);
+
+  const MessageKind& Message() const { return *FindMessage(code); }
 };
 
 template <typename Value, typename Parse>
@@ -110,55 +112,55 @@ void AcceptOptional(const std::optional<Value>& value) {
 }
 
 const Kind kKinds[] = {
-    {"Take",
+    {kTakeCode,
      [](const Values&, int channels) {
        return EncodeTake({channels, channels, 3});
      },
      [](const Bytes& message, int) { AcceptOptional(ParseTake(message)); }},
-    {"Gain", [](const Values&, int) { return EncodeGain({.input = 5, .step = 100}); },
+    {kGainCode, [](const Values&, int) { return EncodeGain({.input = 5, .step = 100}); },
      [](const Bytes& message, int) { AcceptOptional(ParseGain(message)); }},
-    {"CrosspointRow", [](const Values& values, int) { return EncodeCrosspointRow(values.row); },
+    {kCrosspointRowCode, [](const Values& values, int) { return EncodeCrosspointRow(values.row); },
      [](const Bytes& message, int channels) {
        Accept<CrosspointRow>([&](auto* row) { return ParseCrosspointRow(message, channels, row); });
      }},
-    {"GainReport", [](const Values& values, int) { return EncodeGainReport(values.steps); },
+    {kGainReportCode, [](const Values& values, int) { return EncodeGainReport(values.steps); },
      [](const Bytes& message, int channels) {
        Accept<std::vector<std::int16_t>>(
            [&](auto* steps) { return ParseGainReport(message, channels, steps); });
      }},
-    {"Tally", [](const Values& values, int) { return EncodeTally(values.tally); },
+    {kTallyCode, [](const Values& values, int) { return EncodeTally(values.tally); },
      [](const Bytes& message, int) {
        Accept<TallyValues>([&](auto* tally) { return ParseTally(message, tally); });
      }},
-    {"LabelOrder", [](const Values& values, int) { return EncodeLabelOrder(values.order); },
+    {kLabelOrderCode, [](const Values& values, int) { return EncodeLabelOrder(values.order); },
      [](const Bytes& message, int channels) {
        AcceptOptional(ParseLabelOrder(message, channels));
      }},
-    {"LabelTexts", [](const Values& values, int) { return EncodeLabelTexts(values.texts); },
+    {kAlphaLabelsCode, [](const Values& values, int) { return EncodeLabelTexts(values.texts); },
      [](const Bytes& message, int channels) {
        Accept<LabelTexts>([&](auto* texts) { return ParseLabelTexts(message, channels, texts); });
      }},
-    {"InhibitRow",
+    {kInhibitRowCode,
      [](const Values& values, int channels) {
        return EncodeInhibitRow(channels, values.flags, channels);
      },
      [](const Bytes& message, int channels) {
        Accept<FlagRow>([&](auto* row) { return ParseInhibitRow(message, channels, row); });
      }},
-    {"RelayRow",
+    {kRelayRowCode,
      [](const Values& values, int channels) {
        return EncodeRelayRow(channels, values.relays, kRelays);
      },
      [](const Bytes& message, int channels) {
        Accept<FlagRow>([&](auto* row) { return ParseRelayRow(message, channels, kRelays, row); });
      }},
-    {"ButtonData", [](const Values& values, int) { return EncodeButtonData(values.buttons); },
+    {kButtonDataCode, [](const Values& values, int) { return EncodeButtonData(values.buttons); },
      [](const Bytes& message, int channels) {
        Accept<ButtonData>([&](auto* data) {
          return ParseButtonData(message, channels, kButtons, channels / 8, data);
        });
      }},
-    {"OptoData", [](const Values& values, int) { return EncodeOptoData(values.optos); },
+    {kOptoDataCode, [](const Values& values, int) { return EncodeOptoData(values.optos); },
      [](const Bytes& message, int) {
        Accept<OptoData>([&](auto* data) { return ParseOptoData(message, kOptos, data); });
      }},
@@ -228,32 +230,21 @@ class StoredSystem : public SwitcherEvents, private model::ErrorReporter {
                    .observers = {*this}}};
 };
 
-Bytes ReadTable(StoredSystem& system, std::string_view name) {
-  const int last = system.model.ChannelCount;
-  if (name == "LabelTexts") {
-    LabelMessages messages;
-    Require(LoadLabels(*system.database, system.model, kOutputLabels, &messages).ok());
-    return messages.texts;
-  }
-  if (name == "OptoData") {
-    Bytes message;
-    Require(LoadOptos(*system.database, system.model, &message).ok());
-    return message;
-  }
-  const auto read = name == "InhibitRow" ? LoadInhibits
-                    : name == "RelayRow" ? LoadRelays
-                                         : LoadButtons;
-  std::optional<Bytes> message;
-  Require(read(*system.database, system.model, last, &message).ok() && message.has_value());
-  return *message;
+// The messages that the console sends of what this one holds.
+std::vector<Bytes> ReadTable(StoredSystem& system, const Bytes& message) {
+  std::vector<Bytes> messages;
+  Require(LoadMessages(*system.database, system.model, *PartOf(message), &messages).ok());
+  Require(!messages.empty());
+  return messages;
 }
 
 void Read(benchmark::State& state, const Kind& kind) {
   const int channels = static_cast<int>(state.range(0));
   StoredSystem system(channels);
-  system.Decode(kind.build(Values(channels), channels));
-  for (auto _ : state) benchmark::DoNotOptimize(ReadTable(system, kind.name));
-  Report(state, ReadTable(system, kind.name).size());
+  const Bytes message = kind.build(Values(channels), channels);
+  system.Decode(message);
+  for (auto _ : state) benchmark::DoNotOptimize(ReadTable(system, message));
+  Report(state, ReadTable(system, message).back().size());
 }
 
 void Store(benchmark::State& state, const Kind& kind) {
@@ -265,12 +256,9 @@ void Store(benchmark::State& state, const Kind& kind) {
   Report(state, message.size());
 }
 
-bool IsTable(std::string_view name) {
-  for (const char* const table :
-       {"LabelTexts", "InhibitRow", "RelayRow", "ButtonData", "OptoData"}) {
-    if (name == table) return true;
-  }
-  return false;
+// Whether it is read from the database and stored there.
+bool IsStored(const Kind& kind) {
+  return kind.Message().use == MessageUse::Table && kind.Message().FromSwitcher();
 }
 
 // What is done with a message: a function of the message's kind.
@@ -288,12 +276,11 @@ constexpr Work kWork[] = {
 };
 
 std::string NameOf(const Work& work, const Kind& kind, int channels) {
-  return std::string(work.name) + ": " + kind.name + ", " + std::to_string(channels) + " channels";
+  return std::string(work.name) + ": " + std::string(kind.Message().name) + ", " +
+         std::to_string(channels) + " channels";
 }
 
-bool AppliesTo(const Work& work, const Kind& kind) {
-  return !work.tablesOnly || IsTable(kind.name);
-}
+bool AppliesTo(const Work& work, const Kind& kind) { return !work.tablesOnly || IsStored(kind); }
 
 // The message that takes the greatest part of its time on the line.
 void AddCostliest(bench::Suite& suite, const Work& work, int channels) {
@@ -306,7 +293,8 @@ void AddCostliest(bench::Suite& suite, const Work& work, int channels) {
     const double line = bytes / kLineBytesPerSecond * 1e6;
     if (costliest.other && *time / line <= costliest.value / costliest.other->value) continue;
     costliest = {.what = std::string("messages: the costliest to ") + work.name + ", " +
-                         std::to_string(channels) + " channels (" + kind.name + ")",
+                         std::to_string(channels) + " channels (" +
+                         std::string(kind.Message().name) + ")",
                  .value = *time,
                  .unit = "µs",
                  .other = bench::Other{.name = "the line", .value = line},

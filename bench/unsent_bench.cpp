@@ -101,7 +101,11 @@ bool SendOneEdit(int channels, bench::Figures& figures) {
   if (!console.IsUp() || !simulator.WaitForLine("rx poll keep-alive", 120s)) return false;
   console.Set("SSActiveTabs1", "currentIndex", kEditTab);
   console.Click("ckStationSel_5");
-  if (!test::ConsoleProcess::WaitFor([&] { return console.IsShown("aidUnsent"); })) return false;
+  // In words, or where the bar has no room for them as a sign.
+  const auto isUnsent = [&] {
+    return console.IsShown("aidUnsent") || console.IsShown("aidUnsentSign");
+  };
+  if (!test::ConsoleProcess::WaitFor(isUnsent)) return false;
   console.Trigger("aidSendChanges");
   if (!test::ConsoleProcess::WaitFor([&] { return console.IsShown("frmSendChanges"); })) {
     return false;

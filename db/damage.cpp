@@ -17,25 +17,6 @@
 namespace db {
 namespace {
 
-// Whether a field of a station is needed for a table.
-bool IsPartOf(Table table, std::string_view field) {
-  switch (table) {
-    case Table::OutputLabels:
-      return field == "Label" || field == "Hidden";
-    case Table::InputLabels:
-      return field == "InLabel" || field == "Hidden";
-    case Table::Inhibits:
-      return field == "Inhibits";
-    case Table::Relays:
-      return field == "Relays";
-    case Table::Optos:
-      return field.starts_with("Opto");
-    case Table::Buttons:
-      return field.ends_with(" Type") || field.ends_with(" First") || field.ends_with(" Prog");
-  }
-  return false;
-}
-
 // Reads every record of a table that can be read, in the order of its pages.
 class Records {
  public:
@@ -127,7 +108,7 @@ std::vector<int> Damage::Lacking(Table table) const {
   for (const UnreadableStation& station : unreadable) {
     const bool isNeeded =
         std::any_of(station.fields.begin(), station.fields.end(),
-                    [table](const std::string& field) { return IsPartOf(table, field); });
+                    [table](const std::string& field) { return IsFieldOf(table, field); });
     if (isNeeded) stations.push_back(station.station);
   }
   std::sort(stations.begin(), stations.end());

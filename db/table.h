@@ -1,18 +1,46 @@
 // SPDX-License-Identifier: MIT
+//
+// The tables that the console and the switcher hand each other, and what there is to know of each
+// wherever it goes.
 
 #ifndef DB_TABLE_H_
 #define DB_TABLE_H_
 
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace db {
 
-// The tables that the console and the switcher hand each other, each made of a few fields of every
-// station, in the order of a download.
+// Each is made of a few fields of every station.  In the order of a download.
 enum class Table : std::uint8_t { Optos, OutputLabels, InputLabels, Inhibits, Relays, Buttons };
 
-inline constexpr Table kTables[] = {Table::Optos,    Table::OutputLabels, Table::InputLabels,
-                                    Table::Inhibits, Table::Relays,       Table::Buttons};
+// What has a message of its own in a table.
+enum class Rows : std::uint8_t {
+  None,  // one message, or pair of them, has all stations
+  Outputs,
+  Stations,
+};
+
+struct TableKind {
+  Table table;
+  std::string_view word;  // by which files have it
+  Rows rows;
+};
+
+inline constexpr TableKind kTables[] = {
+    {Table::Optos, "optos", Rows::None},
+    {Table::OutputLabels, "station-labels", Rows::None},
+    {Table::InputLabels, "input-labels", Rows::None},
+    {Table::Inhibits, "inhibits", Rows::Outputs},
+    {Table::Relays, "relays", Rows::Outputs},
+    {Table::Buttons, "buttons", Rows::Stations},
+};
+
+constexpr Rows RowsOf(Table table) { return kTables[static_cast<std::size_t>(table)].rows; }
+
+// Whether a field of a station is in a table.
+bool IsFieldOf(Table table, std::string_view field);
 
 }  // namespace db
 

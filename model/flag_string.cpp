@@ -19,8 +19,15 @@ std::size_t UnitsBegunBy(char byte) {
 }  // namespace
 
 std::vector<std::uint8_t> FlagMembers(std::string_view text) {
-  std::vector<std::uint8_t> members;
-  members.reserve(text.size());
+  // In ASCII, as nearly every text is, each byte is a unit.
+  std::vector<std::uint8_t> members(text.size());
+  unsigned bits = 0;
+  std::ranges::transform(text, members.begin(), [&bits](char byte) {
+    bits |= static_cast<std::uint8_t>(byte);
+    return static_cast<std::uint8_t>(byte == '1');
+  });
+  if (bits < 0x80) return members;
+  members.clear();
   for (const char byte : text) {
     members.insert(members.end(), UnitsBegunBy(byte), static_cast<std::uint8_t>(byte == '1'));
   }

@@ -29,8 +29,8 @@ std::vector<DownloadStage> PlanDownload(const model::SystemModel& model,
                                         const TableSenders& tables) {
   std::vector<DownloadStage> stages;
   if (model.DownloadMode == 0) {
-    for (const Table table : db::kTables) {
-      if (table != Table::Buttons) stages.push_back(StageOf({.table = table}, tables));
+    for (const db::TableKind& kind : db::kTables) {
+      if (kind.table != Table::Buttons) stages.push_back(StageOf({.table = kind.table}, tables));
     }
     AddPauses(&stages);
   }

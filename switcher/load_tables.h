@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "db/jet/database.h"
 #include "model/status.h"
@@ -35,9 +36,14 @@ model::Status LoadRelays(jet::Database& database, const model::SystemModel& mode
 model::Status LoadButtons(jet::Database& database, const model::SystemModel& model, int station,
                           std::optional<Bytes>* message);
 
-// All of these messages that there are, in the order of the stations, as each of the operations
-// above makes it, in one pass over the records.  What cannot be read is left out; the status is the
-// first failure of the pass itself.
+// The messages of a part as they are sent: a pair of labels, of anything else one.  None when it
+// has no record, or a number beyond the counts of the model. REQUIRES: MessageOf(part) == part.
+model::Status LoadMessages(jet::Database& database, const model::SystemModel& model,
+                           const TablePart& part, std::vector<Bytes>* messages);
+
+// All messages that are of one output or station, in the order of the stations, as each of the
+// operations above makes it, in one pass over the records.  What cannot be read is left out; the
+// status is the first failure of the pass itself.
 using TakeRow = std::function<void(const TablePart& part, const Bytes& message)>;
 model::Status LoadRows(jet::Database& database, const model::SystemModel& model,
                        const TakeRow& take);

@@ -18,7 +18,7 @@ std::optional<TablePart> LabelsOf(int selector) {
 
 std::optional<TablePart> PartOf(std::span<const std::uint8_t> message) {
   if (message.size() < 2) return std::nullopt;
-  switch (static_cast<MessageCode>(message[0])) {
+  switch (message[0]) {
     case kLabelOrderCode:
     case kAlphaLabelsCode:
       return LabelsOf(message[1]);
@@ -30,14 +30,34 @@ std::optional<TablePart> PartOf(std::span<const std::uint8_t> message) {
       return TablePart{.table = Table::Buttons, .station = RowNumber(message)};
     case kOptoDataCode:
       return TablePart{.table = Table::Optos};
-    case kTakeCode:
-    case kGainCode:
-    case kGainReportCode:
-    case kCrosspointRowCode:
-    case kTallyCode:
-      break;
+    default:
+      return std::nullopt;
   }
-  return std::nullopt;
+}
+
+TablePart MessageOf(const TablePart& part) {
+  return db::RowsOf(part.table) == db::Rows::None ? TablePart{.table = part.table} : part;
+}
+
+int LastRow(Table table, const model::SystemModel& model) {
+  switch (db::RowsOf(table)) {
+    case db::Rows::None:
+      break;
+    case db::Rows::Outputs:
+      return model.ChannelCount;
+    case db::Rows::Stations:
+      return model.StationCount;
+  }
+  return 0;
+}
+
+std::vector<TablePart> AllMessages(const model::SystemModel& model) {
+  std::vector<TablePart> parts;
+  for (const db::TableKind& kind : db::kTables) {
+    if (kind.rows == db::Rows::None) parts.push_back({.table = kind.table});
+    for (int row = 1; row <= LastRow(kind.table, model); ++row) parts.push_back({kind.table, row});
+  }
+  return parts;
 }
 
 }  // namespace switcher

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "db/table.h"
 #include "model/system_model.h"
@@ -27,6 +28,16 @@ struct TablePart {
 // What a message of a table holds, from or to the switcher; nothing for another message, and for
 // labels that are neither the stations' nor the inputs'.
 std::optional<TablePart> PartOf(std::span<const std::uint8_t> message);
+
+// The part whose message an edit of `part` is in: all of a table that has one message for all
+// stations.
+TablePart MessageOf(const TablePart& part);
+
+// The highest number of a table's messages in a system of these counts; 0 when they have none.
+int LastRow(Table table, const model::SystemModel& model);
+
+// All messages of tables that a system of these counts has, in the order of a download.
+std::vector<TablePart> AllMessages(const model::SystemModel& model);
 
 }  // namespace switcher
 

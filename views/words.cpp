@@ -25,22 +25,17 @@ QString StationsWords(Table table, const std::vector<int>& stations) {
   if (stations.front() == model::kAll) return TableName(table);
   const QString list = QString::fromStdString(db::StationList(stations));
   const bool isOne = stations.size() == 1;
-  switch (table) {
-    case Table::Inhibits:
-      return isOne ? Words::tr("inhibits of output %1").arg(list)
-                   : Words::tr("inhibits of outputs %1").arg(list);
-    case Table::Relays:
-      return isOne ? Words::tr("relays of output %1").arg(list)
-                   : Words::tr("relays of outputs %1").arg(list);
-    case Table::Buttons:
-      return isOne ? Words::tr("buttons of station %1").arg(list)
-                   : Words::tr("buttons of stations %1").arg(list);
-    case Table::Optos:
-    case Table::OutputLabels:
-    case Table::InputLabels:
+  const QString name = TableName(table);
+  switch (db::RowsOf(table)) {
+    case db::Rows::None:
       break;
+    case db::Rows::Outputs:
+      return (isOne ? Words::tr("%1 of output %2") : Words::tr("%1 of outputs %2")).arg(name, list);
+    case db::Rows::Stations:
+      return (isOne ? Words::tr("%1 of station %2") : Words::tr("%1 of stations %2"))
+          .arg(name, list);
   }
-  return TableName(table);
+  return name;
 }
 
 }  // namespace
@@ -71,19 +66,16 @@ QString TableWords(const switcher::TablePart& part) {
 
 QString SentTableWords(const switcher::TablePart& part, int messages) {
   if (part.station != model::kAll) return TableWords(part);
-  switch (part.table) {
-    case Table::Inhibits:
-      return Words::tr("inhibits, %1 outputs").arg(messages);
-    case Table::Relays:
-      return Words::tr("relays, %1 outputs").arg(messages);
-    case Table::Buttons:
-      return Words::tr("buttons, %1 stations").arg(messages);
-    case Table::Optos:
-    case Table::OutputLabels:
-    case Table::InputLabels:
+  const QString name = TableName(part.table);
+  switch (db::RowsOf(part.table)) {
+    case db::Rows::None:
       break;
+    case db::Rows::Outputs:
+      return Words::tr("%1, %2 outputs").arg(name).arg(messages);
+    case db::Rows::Stations:
+      return Words::tr("%1, %2 stations").arg(name).arg(messages);
   }
-  return TableWords(part);
+  return name;
 }
 
 QString PartWords(std::span<const switcher::TablePart> parts) {

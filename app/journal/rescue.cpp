@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QLocale>
 #include <QStringList>
+#include <QTimer>
 #include <algorithm>
 #include <optional>
 #include <span>
@@ -25,16 +26,12 @@ using stations::Share;
 // So many of the fields that were edited since are named.
 constexpr std::size_t kMostNamed = 5;
 
+// So much of the journal is read before the operator has his turn again: a few milliseconds.
+constexpr std::size_t kBytesAtOnce = 64 << 10;
+
 QString DayAndTime(const std::string& time) {
   const QDateTime at = QDateTime::fromString(QString::fromStdString(time), Qt::ISODate);
   return QLocale::c().toString(at.toLocalTime(), QStringLiteral("d MMM HH:mm"));
-}
-
-// As many as the window of the changes lists.
-std::size_t ChangesIn(const stations::UnsavedRun& run) {
-  std::size_t changes = 0;
-  for (const stations::Act& act : run.acts) changes += views::ChangeRows(act.changes).size();
-  return changes;
 }
 
 // What is stored as long as it lives.
@@ -98,19 +95,37 @@ void Rescue::Begin() {
 }
 
 void Rescue::Collect(const std::string& digest) {
-  for (const stations::JournalRun& found : services_.journal.Found().Runs()) {
-    if (!found.IsUnsaved()) continue;
-    stations::UnsavedRun run = stations::ReadUnsavedRun(found);
-    if (IsInPlace(run)) {
-      services_.journal.EndRun(run.id, Kind::Saved);
-      continue;
-    }
-    const std::size_t changes = ChangesIn(run);
-    const bool isOfThisDatabase = !digest.empty() && run.database == digest;
-    offers_.push_back(
-        {.run = std::move(run), .changes = changes, .isOfThisDatabase = isOfThisDatabase});
+  database_ = digest;
+  for (const stations::JournalRun& run : services_.journal.Found().Runs()) {
+    if (run.IsUnsaved()) readings_.push_back({.run = stations::UnsavedRunReader(run)});
   }
-  ShowOffer();
+  ReadOn();
+}
+
+void Rescue::ReadOn() {
+  for (std::size_t bytes = 0; bytes < kBytesAtOnce && !readings_.empty();) {
+    Reading& reading = readings_.front();
+    bytes += reading.run.NextBytes();
+    const stations::Act* const act = reading.run.ReadNext();
+    // As many as the window of the changes lists.
+    if (act != nullptr) reading.changes += views::ChangeRows(act->changes).size();
+    if (!reading.run.IsDone()) continue;
+    Take(std::move(reading));
+    readings_.pop_front();
+  }
+  if (readings_.empty()) return ShowOffer();
+  QTimer::singleShot(0, this, &Rescue::ReadOn);
+}
+
+void Rescue::Take(Reading reading) {
+  stations::UnsavedRun run = reading.run.Take();
+  if (IsInPlace(run)) {
+    services_.journal.EndRun(run.id, Kind::Saved);
+    return;
+  }
+  const bool isOfThisDatabase = !database_.empty() && run.database == database_;
+  offers_.push_back(
+      {.run = std::move(run), .changes = reading.changes, .isOfThisDatabase = isOfThisDatabase});
 }
 
 // "12 changes".

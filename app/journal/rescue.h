@@ -8,7 +8,9 @@
 #include <QString>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "app/journal/journal_keeper.h"
@@ -52,7 +54,7 @@ class Rescue : public QObject {
 
   // Behind the journal's Begin(): looks for such runs, and offers the first as soon as it is known
   // which database this is.  A run whose changes are all in the database is none of them: it ended
-  // before it could say so.
+  // before it could say so.  A long run is read bit by bit: the operator does not wait for it.
   void Begin();
 
  Q_SIGNALS:
@@ -68,9 +70,17 @@ class Rescue : public QObject {
     bool isOfThisDatabase = false;
   };
 
+  // A run that is being read.
+  struct Reading {
+    stations::UnsavedRunReader run;
+    std::size_t changes = 0;  // of what was read of it
+  };
+
   QAction* AddAction(const char* name, const QString& caption, const QString& tip,
                      void (Rescue::*operation)());
   void Collect(const std::string& digest);
+  void ReadOn();
+  void Take(Reading reading);
   bool IsInPlace(const stations::UnsavedRun& run);
   // The run that is offered, or that of an id; null when there is none.
   const Offer* Current() const;
@@ -96,7 +106,9 @@ class Rescue : public QObject {
   bool Succeeds(const model::Status& status);
 
   const Services services_;
-  std::vector<Offer> offers_;  // in the order in which they began
+  std::string database_;          // the digest of the database that is open
+  std::deque<Reading> readings_;  // in the order in which they began
+  std::vector<Offer> offers_;     // in the order in which they began
   std::size_t at_ = 0;
   QAction* restore_;
   QAction* show_;

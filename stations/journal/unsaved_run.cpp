@@ -46,17 +46,9 @@ std::string WriteBeginning(std::string_view database) {
 }
 
 std::vector<Act> ActsOf(const JournalRun& run, std::size_t* unreadable) {
-  std::vector<Act> acts;
-  *unreadable = 0;
-  for (const JournalLine* const line : run.acts) {
-    Act act;
-    if (ReadAct(line->content, &act)) {
-      acts.push_back(std::move(act));
-    } else {
-      ++*unreadable;
-    }
-  }
-  return acts;
+  UnsavedRun read = ReadUnsavedRun(run);
+  *unreadable = read.unreadable;
+  return std::move(read.acts);
 }
 
 std::vector<Change> ChangesOf(std::span<const Act> acts) {
@@ -72,11 +64,25 @@ bool UnsavedRun::HasReceived() const { return std::ranges::any_of(acts, IsReceiv
 bool UnsavedRun::HasEdits() const { return !std::ranges::all_of(acts, IsReceived); }
 
 UnsavedRun ReadUnsavedRun(const JournalRun& run) {
-  UnsavedRun read;
-  read.id = run.id;
-  read.database = DatabaseOf(run.beginning);
-  read.acts = ActsOf(run, &read.unreadable);
-  return read;
+  UnsavedRunReader reader(run);
+  while (!reader.IsDone()) reader.ReadNext();
+  return reader.Take();
+}
+
+UnsavedRunReader::UnsavedRunReader(const JournalRun& run) {
+  run_.id = run.id;
+  run_.database = DatabaseOf(run.beginning);
+  lines_.reserve(run.acts.size());
+  for (const JournalLine* const line : run.acts) lines_.emplace_back(line->content);
+}
+
+const Act* UnsavedRunReader::ReadNext() {
+  Act act;
+  if (!ReadAct(lines_[at_++], &act)) {
+    ++run_.unreadable;
+    return nullptr;
+  }
+  return &run_.acts.emplace_back(std::move(act));
 }
 
 std::vector<Change> ChangesOf(const UnsavedRun& run, Share share) {

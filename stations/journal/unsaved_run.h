@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "db/jet/database.h"
@@ -47,6 +48,29 @@ struct UnsavedRun {
 };
 
 UnsavedRun ReadUnsavedRun(const JournalRun& run);
+
+// Reads a run act by act, for those who have other things to do in between.  It keeps the text of
+// the run: the journal may be replaced meanwhile.
+class UnsavedRunReader {
+ public:
+  explicit UnsavedRunReader(const JournalRun& run);
+
+  bool IsDone() const { return at_ == lines_.size(); }
+  // The length of the next act in the journal.
+  // REQUIRES: !IsDone()
+  std::size_t NextBytes() const { return lines_[at_].size(); }
+  // Reads the next act, which is valid until the next one is read; null when it cannot be read.
+  // REQUIRES: !IsDone()
+  const Act* ReadNext();
+
+  // The run, as far as it was read.  The reader is of no use any more.
+  UnsavedRun Take() { return std::move(run_); }
+
+ private:
+  std::vector<std::string> lines_;
+  std::size_t at_ = 0;
+  UnsavedRun run_;
+};
 
 // What of a run is meant.
 enum class Share : std::uint8_t {

@@ -17,18 +17,6 @@ bool Has(const std::vector<TablePart>& parts, const TablePart& part) {
   return std::ranges::find(parts, part) != parts.end();
 }
 
-// What the switcher has to report.
-std::vector<TablePart> AllParts(const model::SystemModel& model) {
-  std::vector<TablePart> parts{{Table::Optos}, {Table::OutputLabels}, {Table::InputLabels}};
-  const auto add = [&](Table table, int count) {
-    for (int number = 1; number <= count; ++number) parts.push_back({table, number});
-  };
-  add(Table::Inhibits, model.ChannelCount);
-  add(Table::Relays, model.ChannelCount);
-  add(Table::Buttons, model.StationCount);
-  return parts;
-}
-
 }  // namespace
 
 Comparison::Comparison(Services services, ComparisonDisplay& display)
@@ -54,7 +42,7 @@ void Comparison::BeginWait() {
     model::ReportError(services_.reporter, "Comparing With The Switcher", copied);
     return display_.ShowResult(result_);
   }
-  expected_ = AllParts(services_.model);
+  expected_ = AllMessages(services_.model);
   came_.clear();
   endCame_ = false;
   silentSeconds_ = 0;

@@ -2,38 +2,22 @@
 
 #include "switcher/unsent/digest.h"
 
+#include <vector>
+
 #include "switcher/load_tables.h"
-#include "switcher/wire/message_table.h"
 
 namespace switcher {
 namespace {
 
 using model::SystemModel;
 
-// The selector of a table of labels.
-int SelectorOf(Table table) { return table == Table::OutputLabels ? kOutputLabels : kInputLabels; }
-
-MessagePrint PrintOf(const Bytes& message) {
-  return {.digest = DigestOf(message), .size = SizeOf(message)};
-}
-
-model::Status LoadLabelPrint(jet::Database& database, const SystemModel& model, Table table,
-                             std::optional<MessagePrint>* print) {
-  LabelMessages messages;
-  model::Status status = LoadLabels(database, model, SelectorOf(table), &messages);
-  if (!status.ok()) return status;
-  *print = MessagePrint{.digest = DigestOf(messages.texts, DigestOf(messages.order)),
-                        .size = SizeOf(messages.order)};
-  (*print)->size += SizeOf(messages.texts);
-  return status;
-}
-
-model::Status LoadOptoPrint(jet::Database& database, const SystemModel& model,
-                            std::optional<MessagePrint>* print) {
-  Bytes message;
-  model::Status status = LoadOptos(database, model, &message);
-  if (status.ok()) *print = PrintOf(message);
-  return status;
+MessagePrint PrintOf(std::span<const Bytes> messages) {
+  MessagePrint print;
+  for (const Bytes& message : messages) {
+    print.digest = DigestOf(message, print.digest);
+    print.size += SizeOf(message);
+  }
+  return print;
 }
 
 }  // namespace
@@ -45,57 +29,26 @@ Digest DigestOf(std::span<const std::uint8_t> bytes, Digest before) {
   return digest;
 }
 
-TablePart MessageOf(const TablePart& part) {
-  switch (part.table) {
-    case Table::Optos:
-    case Table::OutputLabels:
-    case Table::InputLabels:
-      return {.table = part.table};
-    case Table::Inhibits:
-    case Table::Relays:
-    case Table::Buttons:
-      break;
-  }
-  return part;
-}
-
 model::Status LoadPrint(jet::Database& database, const SystemModel& model, const TablePart& part,
                         std::optional<MessagePrint>* print) {
   print->reset();
-  switch (part.table) {
-    case Table::Optos:
-      return LoadOptoPrint(database, model, print);
-    case Table::OutputLabels:
-    case Table::InputLabels:
-      return LoadLabelPrint(database, model, part.table, print);
-    case Table::Inhibits:
-    case Table::Relays:
-    case Table::Buttons:
-      break;
-  }
-  const bool isButtons = part.table == Table::Buttons;
-  if (part.station < 1 || part.station > (isButtons ? model.StationCount : model.ChannelCount)) {
-    return {};
-  }
-  const auto load = part.table == Table::Inhibits ? LoadInhibits
-                    : isButtons                   ? LoadButtons
-                                                  : LoadRelays;
-  std::optional<Bytes> message;
-  model::Status status = load(database, model, part.station, &message);
-  if (message) *print = PrintOf(*message);
+  std::vector<Bytes> messages;
+  model::Status status = LoadMessages(database, model, part, &messages);
+  if (status.ok() && !messages.empty()) *print = PrintOf(messages);
   return status;
 }
 
 std::map<TablePart, MessagePrint> LoadPrints(jet::Database& database, const SystemModel& model) {
   std::map<TablePart, MessagePrint> prints;
-  for (const Table table : {Table::Optos, Table::OutputLabels, Table::InputLabels}) {
-    const TablePart part{.table = table};
+  for (const db::TableKind& kind : db::kTables) {
+    if (kind.rows != db::Rows::None) continue;
+    const TablePart part{.table = kind.table};
     std::optional<MessagePrint> print;
     (void)LoadPrint(database, model, part, &print);  // what cannot be read has none
     if (print) prints[part] = *print;
   }
   (void)LoadRows(database, model, [&](const TablePart& part, const Bytes& message) {
-    prints[part] = PrintOf(message);
+    prints[part] = PrintOf({&message, 1});
   });
   return prints;
 }

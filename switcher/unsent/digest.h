@@ -32,12 +32,8 @@ struct MessagePrint {
   MessageSize size;
 };
 
-// The part whose message an edit of `part` is in: the labels and the optos have one for all
-// stations.
-TablePart MessageOf(const TablePart& part);
-
-// The print of the message of a part as it would be sent now.  Nothing when there is none: no such
-// record, or a number beyond the counts of the model.
+// The print of the message of a part as it would be sent now; nothing when there is none, as
+// LoadMessages() says.
 // REQUIRES: `part` is one message: MessageOf(part) == part.
 model::Status LoadPrint(jet::Database& database, const model::SystemModel& model,
                         const TablePart& part, std::optional<MessagePrint>* print);

@@ -6,21 +6,13 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <iterator>
 #include <utility>
 
 namespace switcher {
 namespace {
 
 using State = HeldMessage::State;
-
-constexpr std::array kTables = {
-    std::pair{Table::Optos, std::string_view("optos")},
-    std::pair{Table::OutputLabels, std::string_view("station-labels")},
-    std::pair{Table::InputLabels, std::string_view("input-labels")},
-    std::pair{Table::Inhibits, std::string_view("inhibits")},
-    std::pair{Table::Relays, std::string_view("relays")},
-    std::pair{Table::Buttons, std::string_view("buttons")},
-};
 
 constexpr std::array kStates = {
     std::pair{State::Held, std::string_view("held")},
@@ -63,9 +55,10 @@ bool ReadNumber(std::string_view word, int base, Number* number) {
 }
 
 bool ReadPart(std::string_view table, std::string_view station, TablePart* part) {
-  if (!ReadWord(kTables, table, &part->table)) return false;
-  const bool isWhole = MessageOf({.table = part->table, .station = 1}).station == model::kAll;
-  if (isWhole) return station == kNone;
+  const auto* const kind = std::ranges::find(db::kTables, table, &db::TableKind::word);
+  if (kind == std::end(db::kTables)) return false;
+  part->table = kind->table;
+  if (kind->rows == db::Rows::None) return station == kNone;
   return ReadNumber(station, 10, &part->station) && part->station >= 1 &&
          part->station <= kLastStation;
 }
@@ -112,7 +105,7 @@ std::string WriteHeld(const HeldMessages& messages) {
   std::string text;
   for (const auto& [part, message] : messages) {
     if (message.state == State::Found && !message.since) continue;
-    text += WordOf(kTables, part.table);
+    text += std::ranges::find(db::kTables, part.table, &db::TableKind::table)->word;
     text += ' ';
     text += part.station == model::kAll ? kNone : std::to_string(part.station);
     text += ' ';

@@ -67,7 +67,8 @@ TEST_F(TableToolsTest, Optos) {
 
 TEST_F(TableToolsTest, NothingIsSentThroughAPortThatIsClosed) {
   port_.Close();
-  for (const Table table : db::kTables) {
+  for (const db::TableKind& kind : db::kTables) {
+    const Table table = kind.table;
     EXPECT_EQ(tools_.Send({.table = table}), std::nullopt) << static_cast<int>(table);
   }
   EXPECT_EQ(port_.TakeWritten(), "");

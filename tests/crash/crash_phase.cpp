@@ -11,6 +11,8 @@ Phase PhaseOfCall(std::string_view call, int opened, bool ending) {
   const std::string_view file = call.substr(call.find(' ') + 1);
   if (file.starts_with("Tesk.mdb")) return ending ? Phase::Saving : Phase::Creating;
   if (file.starts_with("Orvotesk.ini")) return Phase::Settings;
+  if (file == "Tesk.journal.new") return Phase::Shrinking;
+  if (file == "Tesk.journal" && call.starts_with("rename ")) return Phase::Shrinking;
   if (file == "Tesk.journal") return ending ? Phase::Tidying : Phase::Editing;
   if (file != "WorkingDb.md$") return Phase::Starting;
   if (call.starts_with("write ") && opened != 1) return Phase::Editing;
@@ -40,6 +42,10 @@ const char* NameOf(Phase phase) {
       return "making the working copy";
     case Phase::Editing:
       return "editing";
+    case Phase::Shrinking:
+      return "shrinking the journal";
+    case Phase::Restoring:
+      return "restoring";
     case Phase::Saving:
       return "copying back";
     case Phase::Tidying:

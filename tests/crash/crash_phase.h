@@ -12,19 +12,21 @@ namespace crash {
 
 // What a console was at when it died.
 enum class Phase {
-  Starting,  // before it touched any file that matters
-  Creating,  // the first database
-  Copying,   // the working copy
-  Editing,   // with the operator, or with tables from the switcher
-  Saving,    // the working copy back over the database
-  Tidying,   // the working copy removed
-  Settings,  // Orvotesk.ini
-  Ended,     // it did not die: it was through before
+  Starting,   // before it touched any file that matters
+  Creating,   // the first database
+  Copying,    // the working copy
+  Editing,    // with the operator, or with tables from the switcher
+  Shrinking,  // a large journal, at its start
+  Restoring,  // what an earlier console left in the journal
+  Saving,     // the working copy back over the database
+  Tidying,    // the working copy removed
+  Settings,   // Orvotesk.ini
+  Ended,      // it did not die: it was through before
 };
 
-inline constexpr std::array kPhases{Phase::Starting, Phase::Creating, Phase::Copying,
-                                    Phase::Editing,  Phase::Saving,   Phase::Tidying,
-                                    Phase::Settings, Phase::Ended};
+inline constexpr std::array kPhases{
+    Phase::Starting,  Phase::Creating, Phase::Copying, Phase::Shrinking, Phase::Editing,
+    Phase::Restoring, Phase::Saving,   Phase::Tidying, Phase::Settings,  Phase::Ended};
 
 const char* NameOf(Phase phase);
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
 // crash_run [KILLS [SEED]]: the real console on a simulated switcher, killed (SIGKILL) KILLS
-// times (default 300, at least 12): while it creates its database, makes the working copy, is
-// edited, receives tables, copies back, writes its settings.  Part of the kills come at a moment
-// by chance, part in a call by chance that changes a file, some of them with half of a write
-// done.  Whoever closes the console has a slow disk, so that copying back takes its time.
+// times (default 300, at least 16): while it creates its database, makes the working copy, makes
+// a large journal smaller, is edited, receives tables, restores what an earlier one was killed
+// with, copies back, says in the journal that it did, writes its settings.  Part of the kills come
+// at a moment by chance, part in a call by chance that changes a file, some of them with half of a
+// write done.  Whoever closes the console has a slow disk, so that copying back takes its time.
 //
 // After each kill
 //   - Tesk.mdb is byte by byte what it was at the start, or it holds everything that the
@@ -13,24 +14,29 @@
 //   - Orvotesk.ini is the old or the new one,
 //   - the console starts again, without a word, and its map shows what Tesk.mdb holds,
 //   - it offers to restore what was edited and not saved; restored and saved, everything is there
-//     that the operator has seen, and besides at most what he was about to do.
+//     that the operator has seen, and besides at most what he was about to do,
+//   - what was saved is not offered, also when the one that died could not say any more that it is.
 // In the end each of the phases must have been hit.  SEED repeats a run's choices.
 
 #include <QCoreApplication>
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <random>
 #include <set>
 #include <string>
 #include <utility>
 
 #include "db/database_files.h"
+#include "stations/journal/act.h"
+#include "stations/journal/journal.h"
 #include "tests/crash/crash_phase.h"
 #include "tests/crash/killer.h"
 #include "tests/end_to_end/operator_edits.h"
@@ -50,11 +56,13 @@ using crash::Phase;
 using test::ConsoleProcess;
 using test::ReadFile;
 
-constexpr int kLeastKills = 12;
+constexpr int kLeastKills = 16;
 constexpr int kChannels = 64;
 constexpr microseconds kSlowDisk{4000};  // more for each call while the console ends
 constexpr milliseconds kLongestEditing{600};
 constexpr int kMostEditingCalls = 60;
+constexpr milliseconds kLongestRestoring{20};
+constexpr std::uintmax_t kLargeJournal = 2 << 20;  // larger ones are made smaller
 
 // Whether it was killed.  Who dies is there for another moment.
 bool IsGone(ConsoleProcess& console) {
@@ -86,6 +94,7 @@ class CrashRun {
     bool ended = false;  // the console had ended before it was killed
     bool timed = false;
     bool received = false;                      // it was receiving tables when it was killed
+    bool restoring = false;                     // it was restoring then
     const test::StoredTables* saved = nullptr;  // what Tesk.mdb may hold instead of the old
   };
 
@@ -105,14 +114,20 @@ class CrashRun {
   Outcome WhileStarting(Phase phase);
   Outcome WhileEditing(bool timed);
   Outcome WhileReceiving();
+  void EditAndKill();
+  Outcome WhileRestoring(bool timed);
+  void MakeJournalLarge();
+  Outcome WhileShrinking();
   void Watch(const std::vector<std::string>& files);
   void WatchTheWork();
   Outcome WhileEnding(const std::string& file);
   Outcome WhileEndingTimed(int part);
+  Outcome WhileSayingThatItIsSaved();
   void EditBeforeTheEnd(ConsoleProcess& console);
   void Check(const Outcome& outcome);
   void CheckWhole(const std::string& when);
   void Restore(const Outcome& outcome);
+  bool IsAnyUnsaved() const;
   bool IsAsSeen(const test::StoredTables& found, const test::StoredTables& restored,
                 bool received) const;
 
@@ -123,6 +138,7 @@ class CrashRun {
 
   test::ConsoleFolder folder_;
   const fs::path main_ = folder_ / db::kMainFile;
+  const fs::path journal_ = folder_ / "Tesk.journal";
   const fs::path settings_ = folder_ / "Orvotesk.ini";
   const fs::path held_ = folder_.Home() / "Held.mdb";
   const std::string line_ = folder_.Home() / "line";
@@ -133,6 +149,7 @@ class CrashRun {
   std::vector<std::string> firstStartCalls_;
   std::vector<std::string> startCalls_;
   std::vector<std::string> endCalls_;
+  int shrinkCalls_ = 0;
   Clock::duration receiving_{};
   Clock::duration ending_{};
   std::string newSettings_;
@@ -286,6 +303,14 @@ bool CrashRun::Prepare() {
   for (const Phase phase : {Phase::Saving, Phase::Tidying, Phase::Settings}) {
     if (crash::CallsOf(phase, endCalls_, true).empty()) return false;
   }
+  MakeJournalLarge();
+  Watch({"Tesk.journal"});
+  StartAndLook()->Kill();
+  shrinkCalls_ = plan_.Count();
+  if (crash::CallsOf(Phase::Shrinking, plan_.Calls(), false).size() !=
+      static_cast<std::size_t>(shrinkCalls_)) {
+    return false;
+  }
   std::printf(
       "creating: %zu calls, making the copy: %zu, ending: %zu in %.0f ms, receiving: %.0f ms\n",
       firstStartCalls_.size() - startCalls_.size(), startCalls_.size(), endCalls_.size(),
@@ -349,6 +374,74 @@ CrashRun::Outcome CrashRun::WhileReceiving() {
   return {.how = "receiving, after " + std::to_string(after.count() / 1000) + " ms",
           .timed = true,
           .received = true};
+}
+
+// A console that leaves something to be restored.
+void CrashRun::EditAndKill() {
+  const auto console = StartAndLook();
+  for (int edits = 0; edits < 4 || operated_ == stored_; ++edits) {
+    if (!Edit(*console)) return Fail("an edit was not done");
+  }
+  console->Kill();
+}
+
+CrashRun::Outcome CrashRun::WhileRestoring(bool timed) {
+  EditAndKill();
+  plan_.Restart();
+  const auto console = Start();
+  if (!ConsoleProcess::WaitFor([&] { return console->IsShown("aidRestore"); })) {
+    Fail("nothing is offered");
+  }
+  const int call = 1 + Draw(kMostEditingCalls);
+  const microseconds after(
+      Draw(static_cast<int>(std::chrono::duration_cast<microseconds>(kLongestRestoring).count())));
+  plan_.Restart();
+  if (!timed) plan_.KillAt(call, Draw(2) == 0);
+  std::optional<crash::Killer> killer;
+  if (timed) killer.emplace(static_cast<pid_t>(console->Id()), after);
+  console->Click("aidRestore");
+  // Or it has restored before it was killed.
+  ConsoleProcess::WaitFor([&] { return !console->Lives() || !console->IsShown("aidRestore"); });
+  killer.reset();
+  if (console->Lives()) console->Kill();
+  return {.how = timed ? "restoring, after " + std::to_string(after.count() / 1000) + " ms"
+                       : "restoring, call " + std::to_string(call),
+          .timed = timed,
+          .restoring = true};
+}
+
+// By what an earlier run has changed, and saved.
+void CrashRun::MakeJournalLarge() {
+  stations::Journal journal(journal_);
+  bool made = journal.Read().ok();
+  const std::string act = stations::WriteAct(
+      {.title = "Label of station 17",
+       .time = "2026-11-21T18:05:12+01:00",
+       .changes = {{stations::Origin::Operator, 17, {{"Label", "Sta. 017", "CAM 4"}}}}});
+  journal.SetBeginning("{}");
+  do {
+    made = made && journal.AddAct(act).ok();
+  } while (made && fs::file_size(journal_) <= kLargeJournal);
+  if (!made || !journal.EndRun(journal.ThisRun(), stations::JournalLine::Kind::Saved, "{}").ok()) {
+    Fail("the journal is not made large");
+  }
+}
+
+CrashRun::Outcome CrashRun::WhileShrinking() {
+  // What an earlier kill left there would be deleted first, and the calls be other ones.
+  fs::remove(folder_ / "Tesk.journal.new");
+  EditAndKill();
+  MakeJournalLarge();
+  Watch({"Tesk.journal"});
+  plan_.Restart();
+  const int call = 1 + Draw(shrinkCalls_);
+  plan_.KillAt(call, Draw(2) == 0);
+  const auto console = Start();
+  if (!IsGone(*console)) {
+    Fail("not killed at its start");
+    console->Kill();
+  }
+  return {.how = "shrinking the journal, call " + std::to_string(call)};
 }
 
 void CrashRun::EditBeforeTheEnd(ConsoleProcess& console) {
@@ -419,6 +512,28 @@ CrashRun::Outcome CrashRun::WhileEndingTimed(int part) {
           .saved = &operated_};
 }
 
+// The work is saved, and the journal does not have it yet.
+CrashRun::Outcome CrashRun::WhileSayingThatItIsSaved() {
+  Watch({"Tesk.journal"});
+  const auto console = StartAndLook();
+  EditBeforeTheEnd(*console);
+  plan_.Restart();
+  if (!Edit(*console)) Fail("an edit was not done");
+  // Then the next call is that one.
+  const auto isOnTheDisk = [&] {
+    const std::vector<std::string> calls = plan_.Calls();
+    return !calls.empty() && calls.back().starts_with("sync ");
+  };
+  if (!ConsoleProcess::WaitFor(isOnTheDisk)) Fail("the journal is not brought to the disk");
+  plan_.Restart();
+  plan_.KillAt(1, Draw(2) == 0);
+  AskToEnd(*console, Draw(2) == 0);
+  const bool ended = console->WaitForEnd() == 0;
+  if (ended) Fail("not killed at its end");
+  if (console->Lives()) console->Kill();
+  return {.how = "said to be saved", .ending = true, .ended = ended, .saved = &operated_};
+}
+
 void CrashRun::CheckWhole(const std::string& when) {
   if (const std::string wrong = test::WhatIsWrong(main_); !wrong.empty()) {
     Fail(when + ": Tesk.mdb: " + wrong);
@@ -433,7 +548,9 @@ void CrashRun::CheckWhole(const std::string& when) {
 
 void CrashRun::Check(const Outcome& outcome) {
   const auto calls = plan_.Calls();
-  const Phase phase = outcome.ended ? Phase::Ended : crash::PhaseOf(calls, outcome.ending);
+  const Phase phase = outcome.ended       ? Phase::Ended
+                      : outcome.restoring ? Phase::Restoring
+                                          : crash::PhaseOf(calls, outcome.ending);
   plan_.Restart();
   ++kills_[phase];
   if (outcome.timed) ++timedKills_[phase];
@@ -486,6 +603,12 @@ bool CrashRun::IsAsSeen(const test::StoredTables& found, const test::StoredTable
   return stations.size() <= 1 && others <= kMostFieldsOfAnEdit;
 }
 
+bool CrashRun::IsAnyUnsaved() const {
+  stations::Journal journal(journal_);
+  return !journal.Read().ok() ||
+         std::ranges::any_of(journal.Contents().Runs(), &stations::JournalRun::IsUnsaved);
+}
+
 // The next console offers what is not in Tesk.mdb, and nothing else.
 void CrashRun::Restore(const Outcome& outcome) {
   plan_.Restart();
@@ -493,14 +616,22 @@ void CrashRun::Restore(const Outcome& outcome) {
   auto console = Start();
   const auto isOffered = [&] { return console->IsShown("aidRestore"); };
   if (isMissing && !ConsoleProcess::WaitFor(isOffered)) return Fail("nothing is offered");
+  if (outcome.ending && !isMissing &&
+      !ConsoleProcess::WaitFor([this] { return !IsAnyUnsaved(); })) {
+    return Fail("what is saved is not said to be");
+  }
   // What the operator has not seen done may be offered, too.
   if (!isOffered()) {
     console->Terminate();
     return;
   }
-  console->Click("aidRestore");
+  // One run, or also the one that was killed while it restored that.
   const auto isDone = [&] {
-    if (console->IsShown("aidRestoreAll")) console->Click("aidRestoreAll");
+    if (console->IsShown("aidRestoreAll")) {
+      console->Click("aidRestoreAll");
+    } else if (isOffered()) {
+      console->Click("aidRestore");
+    }
     return !isOffered() && !console->IsShown("aidRestoreAll");
   };
   if (!ConsoleProcess::WaitFor(isDone)) return Fail("it is not restored");
@@ -542,8 +673,16 @@ void CrashRun::Kill(int number) {
       return Check(WhileEnding("WorkingDb.md$"));
     case 10:
       return Check(WhileEndingTimed(2));
-    default:
+    case 11:
       return Check(WhileEnding("Tesk.mdb"));
+    case 12:
+      return Check(WhileRestoring(true));
+    case 13:
+      return Check(WhileShrinking());
+    case 14:
+      return Check(WhileRestoring(false));
+    default:
+      return Check(WhileSayingThatItIsSaved());
   }
 }
 
@@ -565,8 +704,8 @@ int CrashRun::Verdict() {
   std::printf("Tesk.mdb as it was: %d, with the run's changes or new: %d\n", oldFiles_, newFiles_);
   std::printf("%d restored\n", restored_);
   if (restored_ == 0) Fail("nothing was ever restored");
-  for (const Phase phase : {Phase::Creating, Phase::Copying, Phase::Editing, Phase::Saving,
-                            Phase::Tidying, Phase::Settings}) {
+  for (const Phase phase : {Phase::Creating, Phase::Copying, Phase::Shrinking, Phase::Editing,
+                            Phase::Restoring, Phase::Saving, Phase::Tidying, Phase::Settings}) {
     if (kills_[phase] == 0) Fail(std::string("never killed while ") + crash::NameOf(phase));
   }
   if (timedKills_[Phase::Saving] == 0) Fail("no kill by time while copying back");

@@ -102,7 +102,8 @@ TEST_F(DamageTest, AZeroedPageOfRecordsIsMissingStationsInEveryTable) {
                std::to_string(page) + ")"));
   EXPECT_THAT(damage.missing, Contains(7));
   EXPECT_THAT(damage.missing, SizeIs(5));  // of 731 bytes each
-  for (const Table table : kTables) {
+  for (const TableKind& kind : kTables) {
+    const Table table = kind.table;
     EXPECT_EQ(damage.Lacking(table), damage.missing);
   }
   EXPECT_TRUE(damage.isDbInfoReadable);

@@ -36,6 +36,7 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
     AddTrigger("arrange the windows", arrangement, "frmXmap");
   }
   AddEdits(2);
+  AddUndo();
   for (const auto& [command, window] : {std::pair{"ID_SourceLevelControl", "frmInptLevel"},
                                         std::pair{"ID_QDVStatus", "frmQdvTally"}}) {
     AddTrigger("open the levels or the tally", command, window);
@@ -45,6 +46,7 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   tasks_.push_back({"begin the download", [this] { console_.Click("cmdDownGo"); }, Always});
   tasks_.push_back({"cancel the download", [this] { console_.Click("cmdDownCancel"); },
                     [this] { return !console_.IsShown("frmDownProg"); }});
+  AddSendChanges();
   AddTrigger("open the retrieval", "ID_RetreiveData", "frmSysInfo");
   AddClose("close the retrieval", "frmSysInfo");
   AddTrigger("open the copies", "aidRestoreBackup", "frmBackup");
@@ -68,6 +70,23 @@ void Operator::AddTrigger(const char* name, const char* action, const char* show
 void Operator::AddClose(const char* name, const char* window) {
   tasks_.push_back({name, [this, window] { console_.CloseWindow(window); },
                     [this, window] { return !console_.IsShown(window); }});
+}
+
+// The last edit, taken back and done again: in the end everything is as it was.
+void Operator::AddUndo() {
+  const auto canRedo = [this] { return console_.Property("aidRedo", "enabled").toBool(); };
+  tasks_.push_back({"undo", [this] { console_.Trigger("aidUndo"); }, canRedo});
+  tasks_.push_back(
+      {"redo", [this] { console_.Trigger("aidRedo"); }, [canRedo] { return !canRedo(); }});
+}
+
+// Thought better of, and then done: it closes by itself when the switcher has everything.
+void Operator::AddSendChanges() {
+  AddTrigger("open what is unsent", "aidSendChanges", "frmSendChanges");
+  AddClose("close what is unsent", "frmSendChanges");
+  AddTrigger("open what is unsent", "aidSendChanges", "frmSendChanges");
+  tasks_.push_back({"send it", [this] { console_.Click("cmdOkSendChg"); },
+                    [this] { return !console_.IsShown("frmSendChanges"); }});
 }
 
 void Operator::AddEdits(int count) {

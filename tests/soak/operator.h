@@ -15,9 +15,9 @@
 namespace soak {
 
 // Somebody who works at the console all the time: edits, closes and opens windows, arranges
-// them, reads the about box, sends tables, begins a download and a retrieval and thinks better
-// of it.  One thing after the other, round after round; a new window's tasks are added to the
-// list in the constructor.
+// them, reads the about box, takes an edit back and does it again, sends tables and what is unsent,
+// begins a download and a retrieval and thinks better of it.  One thing after the other, round
+// after round; a new window's tasks are added to the list in the constructor.
 class Operator {
  public:
   // `tables` is what the console's database holds.
@@ -44,6 +44,8 @@ class Operator {
   void AddTrigger(const char* name, const char* action, const char* shows);
   void AddClose(const char* name, const char* window);
   void AddEdits(int count);
+  void AddUndo();
+  void AddSendChanges();
 
   test::ConsoleProcess& console_;
   test::StoredTables tables_;

@@ -36,7 +36,8 @@ TEST(HeldMessages, HaveALineEach) { EXPECT_EQ(WriteHeld(kHeldMessages), kText); 
 TEST(HeldMessages, AreReadAsTheyWereWritten) { EXPECT_EQ(ReadHeld(kText), kHeldMessages); }
 
 TEST(HeldMessages, EveryTableHasAWord) {
-  for (const Table table : db::kTables) {
+  for (const db::TableKind& kind : db::kTables) {
+    const Table table = kind.table;
     const TablePart part = MessageOf({.table = table, .station = 1});
     const HeldMessages messages{{part, {State::Held, 1, {}}}};
     EXPECT_EQ(ReadHeld(WriteHeld(messages)), messages) << static_cast<int>(table);

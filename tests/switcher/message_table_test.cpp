@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
 #include <vector>
+
+#include "switcher/table.h"
 
 namespace switcher {
 namespace {
@@ -40,6 +43,13 @@ TEST(MessageTable, WhatWasReceivedIsNamedWithItsNumber) {
   EXPECT_EQ(DescribeMessage(kCrosspointRowCode, 5), "Output 5 Crosspoint Map");
   EXPECT_EQ(DescribeMessage(kButtonDataCode, 256), "Station 256 Button Data");
   EXPECT_EQ(DescribeMessage(kAlphaLabelsCode, 5), "Alpha Labels");
+}
+
+TEST(MessageTable, WhatTheSwitcherKeepsIsOfATable) {
+  for (const MessageKind& kind : kMessages) {
+    const std::uint8_t message[] = {kind.code, kOutputLabels, 0, 0xFF};
+    EXPECT_EQ(PartOf(message).has_value(), kind.use == MessageUse::Table) << kind.name;
+  }
 }
 
 // The fuzz target begins with what it finds here: a byte of the system, then messages.

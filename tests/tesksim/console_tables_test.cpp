@@ -106,7 +106,8 @@ TEST_P(ConsoleTablesTest, WhatTheConsoleSendsIsWhatItsDatabaseHolds) {
   test::RecordingReporter reporter;
   switcher::TableSenders senders(
       {.model = model, .files = files, .port = port, .reporter = reporter});
-  for (const switcher::Table table : db::kTables) {
+  for (const db::TableKind& kind : db::kTables) {
+    const switcher::Table table = kind.table;
     EXPECT_TRUE(senders.Make({.table = table}).Run());
   }
 

@@ -15,7 +15,6 @@
 #include "db/station_list.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
-#include "switcher/unsent/digest.h"
 #include "switcher/unsent/edited_parts.h"
 
 namespace views {
@@ -71,7 +70,7 @@ QString TableHeading(Table table) {
 // "Output 5", or "Outputs 5 to 9".
 QString Where(Table table, int first, int last) {
   if (first == model::kAll) return CompareText::tr("All stations");
-  const bool ofOutputs = table == Table::Inhibits || table == Table::Relays;
+  const bool ofOutputs = db::RowsOf(table) == db::Rows::Outputs;
   if (first == last) {
     return (ofOutputs ? CompareText::tr("Output %1") : CompareText::tr("Station %1")).arg(first);
   }

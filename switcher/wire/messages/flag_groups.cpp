@@ -2,6 +2,8 @@
 
 #include "switcher/wire/messages/flag_groups.h"
 
+#include <algorithm>
+
 namespace switcher {
 
 bool GetFlagGroups(WireReader& reader, std::span<std::uint8_t> flags) {
@@ -18,8 +20,11 @@ bool GetFlagGroups(WireReader& reader, std::span<std::uint8_t> flags) {
 void PutFlagGroups(WireWriter& writer, std::span<const std::uint8_t> flags) {
   for (std::size_t first = 0; first < flags.size(); first += 8) {
     int value = 0;
-    for (std::size_t i = 0; i < 8 && first + i < flags.size(); ++i) {
-      if (flags[first + i] != 0) value |= 1 << i;
+    int bit = 1;
+    for (const std::uint8_t flag :
+         flags.subspan(first, std::min<std::size_t>(8, flags.size() - first))) {
+      value |= flag != 0 ? bit : 0;
+      bit *= 2;
     }
     writer.PutPair(value);
   }

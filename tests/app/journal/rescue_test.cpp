@@ -13,6 +13,7 @@
 #include <memory>
 
 #include "tests/app/journal/journal_fixture.h"
+#include "tests/app/patience.h"
 #include "tests/faults/fault_plan.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/views/gui_support.h"
@@ -280,6 +281,27 @@ TEST_F(RescueTest, ARunThatWasTakenBackToNothingIsNotOffered) {
   RunAndCrash({LabelOf(5, "MIC", "LINE"), LabelOf(5, "LINE", "MIC")});
   Start();
   EXPECT_EQ(Hint(), "");
+}
+
+// The window answers while a long run is read, and what is edited meanwhile counts.
+TEST_F(RescueTest, ALongRunIsReadBitByBit) {
+  constexpr int kActs = 4000;
+  std::vector<std::string> labels{"MIC"};
+  for (int act = 0; act < kActs; ++act) labels.push_back("L" + std::to_string(act));
+  std::vector<stations::Change> changes;
+  for (std::size_t act = 0; act < kActs; ++act) {
+    changes.push_back(LabelOf(5, labels[act].c_str(), labels[act + 1].c_str()));
+  }
+  RunAndCrash(changes);
+  Start();
+  EXPECT_EQ(Hint(), "") << "it is still being read";
+  EXPECT_FALSE(command_.isEnabled());
+  database_.Set(5, "Label", "NEW");
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !Hint().empty(); }, kPatience));
+  EXPECT_EQ(Hint(), "The console ended without saving on DATE: 4000 changes");
+  Click("aidRestore");
+  Answer("aidAskEdited", "aidRestoreEdited");
+  EXPECT_EQ(database_.Field(5, "Label"), "L3999");
 }
 
 // A crash in a restore: before the line that says so, what was restored is not in Tesk.mdb either.
