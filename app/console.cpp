@@ -170,6 +170,7 @@ Console::Console(AppFolder folder)
                       .files = files_,
                       .backups = backups_,
                       .changes = changes_,
+                      .reader = copyWriter_,
                       .reporter = boxes_,
                       .storeEdits = [this] { return views_.StoreEdits(); }}),
       rescue_({.journal = journal_,
