@@ -14,6 +14,7 @@ struct SwitcherObservers {
   switcher::SwitcherEvents& log;
   switcher::SwitcherEvents& aids;
   switcher::SwitcherEvents& views;
+  switcher::SwitcherEvents& presets;
   switcher::SwitcherEvents& panels;
 };
 
@@ -21,7 +22,8 @@ struct SwitcherObservers {
 // stands before those of what the views report about it, and the panels last.  All must outlive the
 // result.
 inline model::Observers<switcher::SwitcherEvents> InOrder(const SwitcherObservers& observers) {
-  return {observers.unsent, observers.log, observers.aids, observers.views, observers.panels};
+  return {observers.unsent, observers.log,     observers.aids,
+          observers.views,  observers.presets, observers.panels};
 }
 
 }  // namespace app

@@ -67,6 +67,11 @@ constexpr Explained kExplained[] = {
     {"aidOtherFileDialog", "backups.html#restore"},
     {"frmSettings", "set-up.html#dialog"},
     {"aidExportChanges", "recent.html#go"},
+    {"frmPresets", "presets.html#store"},
+    {"frmRecall", "presets.html#recall"},
+    {"aidAskReplacePreset", "presets.html#store"},
+    {"aidAskDeletePreset", "presets.html#store"},
+    {"aidAskRecallUnkept", "presets.html#cannot"},
     {"aidUnlockQuestion", "locks.html#console"},
     {"aidAskReceived", "crash.html#ask"},
     {"aidAskEdited", "crash.html#ask"},
@@ -82,16 +87,16 @@ constexpr Explained kExplained[] = {
 }  // namespace
 
 QStringList ManualPages() {
-  return {QStringLiteral("index.html"),       QStringLiteral("map.html"),
-          QStringLiteral("locks.html"),       QStringLiteral("labels.html"),
-          QStringLiteral("programming.html"), QStringLiteral("levels.html"),
-          QStringLiteral("transfer.html"),    QStringLiteral("unsent.html"),
-          QStringLiteral("compare.html"),     QStringLiteral("undo.html"),
-          QStringLiteral("recent.html"),      QStringLiteral("crash.html"),
-          QStringLiteral("backups.html"),     QStringLiteral("export.html"),
-          QStringLiteral("link.html"),        QStringLiteral("set-up.html"),
-          QStringLiteral("commands.html"),    QStringLiteral("messages.html"),
-          QStringLiteral("errors.html")};
+  return {QStringLiteral("index.html"),    QStringLiteral("map.html"),
+          QStringLiteral("presets.html"),  QStringLiteral("locks.html"),
+          QStringLiteral("labels.html"),   QStringLiteral("programming.html"),
+          QStringLiteral("levels.html"),   QStringLiteral("transfer.html"),
+          QStringLiteral("unsent.html"),   QStringLiteral("compare.html"),
+          QStringLiteral("undo.html"),     QStringLiteral("recent.html"),
+          QStringLiteral("crash.html"),    QStringLiteral("backups.html"),
+          QStringLiteral("export.html"),   QStringLiteral("link.html"),
+          QStringLiteral("set-up.html"),   QStringLiteral("commands.html"),
+          QStringLiteral("messages.html"), QStringLiteral("errors.html")};
 }
 
 QString ManualPlace(const QWidget* dialog) {

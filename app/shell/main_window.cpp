@@ -138,6 +138,9 @@ void MainWindow::BuildMenus() {
   settings_ = AddAid(*file, "aidSettings", tr("Settin&gs…"));
   settings_->setIcon(views::Icon(QStringLiteral("settings")));
   settings_->setToolTip(tr("Show and change the serial port, the panels and demo mode"));
+  presets_ = AddAid(*file, "aidPresets", tr("&Presets Of The Map…"));
+  presets_->setIcon(views::Icon(QStringLiteral("presets")));
+  presets_->setToolTip(tr("Keep what the outputs hear under a name, and bring it back"));
   lockConsole_ = AddAid(*file, "aidLockConsole", tr("Loc&k Console"));
   lockConsole_->setIcon(views::Icon(QStringLiteral("lock")));
   lockConsole_->setToolTip(tr("Keep everything as it is: nothing is sent or stored from here"));

@@ -69,6 +69,8 @@ class MainWindow : public QMainWindow,
   QAction& UnsavedRunsCommand() { return *unsavedRuns_; }
   // aidSettings: the settings of the installation.
   QAction& SettingsCommand() { return *settings_; }
+  // aidPresets: presets of the map.
+  QAction& PresetsCommand() { return *presets_; }
   // aidLockConsole: locks the console against slips, or unlocks it.
   QAction& LockConsoleCommand() { return *lockConsole_; }
   // aidSendChanges: sends what is unsent.
@@ -123,6 +125,7 @@ class MainWindow : public QMainWindow,
   QAction* unsavedRuns_ = nullptr;
   QAction* settings_ = nullptr;
   QAction* sendChanges_ = nullptr;
+  QAction* presets_ = nullptr;
   QAction* lockConsole_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;

@@ -276,6 +276,7 @@ TEST_F(LogWordsTest, ARowStandsBeforeTheReportOfItsConflict) {
                                                    .log = reports_,
                                                    .aids = nobody_,
                                                    .views = views,
+                                                   .presets = nobody_,
                                                    .panels = nobody_})});
   views.ShowXmap();
   const int before = log_.rowCount();

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/log/switcher_reports.h"
+#include "app/presets.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/open_views.h"
 #include "gateway/panel_gateway.h"
@@ -37,15 +38,20 @@ class Recorder : public switcher::SwitcherEvents {
 TEST(SwitcherObservers, TheLogIsToldFirstAndThePanelsLast) {
   std::vector<std::string> told;
   Recorder panels("panels", told);
+  Recorder presets("presets", told);
   Recorder views("views", told);
   Recorder aids("aids", told);
   Recorder log("log", told);
   Recorder unsent("unsent", told);
-  const auto observers =
-      InOrder({.unsent = unsent, .log = log, .aids = aids, .views = views, .panels = panels});
+  const auto observers = InOrder({.unsent = unsent,
+                                  .log = log,
+                                  .aids = aids,
+                                  .views = views,
+                                  .presets = presets,
+                                  .panels = panels});
   observers.Tell(&switcher::SwitcherEvents::CrosspointRowChanged, 5, 1);
-  EXPECT_THAT(told,
-              testing::ElementsAre("unsent 5 1", "log 5 1", "aids 5 1", "views 5 1", "panels 5 1"));
+  EXPECT_THAT(told, testing::ElementsAre("unsent 5 1", "log 5 1", "aids 5 1", "views 5 1",
+                                         "presets 5 1", "panels 5 1"));
 }
 
 // Whether this operation is one that its class has overridden.
@@ -61,6 +67,7 @@ std::vector<std::string> HearersOf(HasOwn hasOwn) {
   if (hasOwn.template operator()<SwitcherReports>()) hearers.emplace_back("log");
   if (hasOwn.template operator()<LinkAids>()) hearers.emplace_back("aids");
   if (hasOwn.template operator()<OpenViews>()) hearers.emplace_back("views");
+  if (hasOwn.template operator()<Presets>()) hearers.emplace_back("presets");
   if (hasOwn.template operator()<gateway::PanelGateway>()) hearers.emplace_back("panels");
   return hearers;
 }
@@ -75,7 +82,7 @@ struct Announced {
 const Announced kAnnounced[] = {
     {switcher::kCrosspointRowCode,
      HearersOf([]<typename T>() { return IsOwn(&T::CrosspointRowChanged); }),
-     {"log", "aids", "views", "panels"}},
+     {"log", "aids", "views", "presets", "panels"}},
     {switcher::kGainReportCode,
      HearersOf([]<typename T>() { return IsOwn(&T::GainsChanged); }),
      {"views"}},

@@ -22,11 +22,17 @@ struct Drawing {
 };
 
 constexpr Drawing kDrawings[] = {
-    {"backups", gallery::DrawBackups},   {"exports", gallery::DrawExports},
-    {"help", gallery::DrawHelp},         {"labels", gallery::DrawLabels},
-    {"levels", gallery::DrawLevels},     {"lists", gallery::DrawLists},
-    {"map", gallery::DrawMap},           {"programming", gallery::DrawProgramming},
-    {"settings", gallery::DrawSettings}, {"transfer", gallery::DrawTransfer},
+    {"backups", gallery::DrawBackups},
+    {"exports", gallery::DrawExports},
+    {"help", gallery::DrawHelp},
+    {"labels", gallery::DrawLabels},
+    {"levels", gallery::DrawLevels},
+    {"lists", gallery::DrawLists},
+    {"map", gallery::DrawMap},
+    {"presets", gallery::DrawPresets},
+    {"programming", gallery::DrawProgramming},
+    {"settings", gallery::DrawSettings},
+    {"transfer", gallery::DrawTransfer},
 };
 
 }  // namespace
