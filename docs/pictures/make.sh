@@ -308,6 +308,12 @@ small restore-backup
 mv "$work/raw/light-settings-tried.png" "$work/raw/settings.png"
 small settings
 
+# --- A preset, to be recalled.
+
+"$bin/gallery" presets "$work/raw"
+mv "$work/raw/light-recall.png" "$work/raw/recall.png"
+small recall
+
 # --- What is unsent, to be sent.
 
 "$bin/gallery" transfer "$work/raw"

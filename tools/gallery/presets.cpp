@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 
-#include <QCheckBox>
 #include <QDateTime>
 #include <QLineEdit>
+#include <QTest>
 #include <string>
 
 #include "tools/gallery/drawings.h"
@@ -70,6 +70,7 @@ class ChangedMap {
     views::RecallWindow window(Services(), QStringLiteral("Morning show"), preset_);
     window.show();
     window.Go();
+    QTest::qWait(1);  // the first command
     Save(window, QStringLiteral("recall-going"));
     window.reject();
     Save(window, QStringLiteral("recall-cancelling"));
