@@ -36,6 +36,7 @@ switcher::Day Today() {
 Console::Console(AppFolder folder)
     : folder_(std::move(folder)),
       settingsFile_(folder_),
+      access_(ReadAccessSettings(folder_)),
       places_(config::PlacesSection(settingsFile_.Read())),
       files_(folder_.File(db::kMainFile), folder_.File(db::kWorkingCopy),
              folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
@@ -101,7 +102,22 @@ Console::Console(AppFolder folder)
                .timer = panelPause_,
                .decodeTimer = window_,
                .events = panelReports_,
-               .reporter = panelErrors_}),
+               .reporter = panelErrors_,
+               .mayTake =
+                   [this](const std::string& address) {
+                     return access_.panels.takesFrom.Contains(address);
+                   }}),
+      openGateway_({.access = access_.openGateway,
+                    .model = model_,
+                    .database = [this] { return files_.Database(); },
+                    .changes = changes_,
+                    .locks = locks_,
+                    .port = port_,
+                    .line = share_,
+                    .labels = labels_,
+                    .hints = window_.Hints(),
+                    .reporter = panelErrors_,
+                    .gainsChanged = [this] { views_.GainsChanged(); }}),
       aids_({.model = model_,
              .port = port_,
              .device = [this] { return QFileInfo(settingsFile_.SerialDevice(model_.ComPort)); },
@@ -138,7 +154,8 @@ Console::Console(AppFolder folder)
                                       .aids = aids_,
                                       .views = views_,
                                       .presets = presets_,
-                                      .panels = panels_})}),
+                                      .panels = panels_,
+                                      .openGateway = openGateway_.Observer()})}),
       link_({.model = model_,
              .port = port_,
              .decoder = decoder_,
@@ -233,10 +250,9 @@ Console::Console(AppFolder folder)
   ConnectJournal();
   ConnectSettings();
   ConnectSentFile();
+  ConnectNetwork();
   ConnectShutDown();
   connect(&views_, &OpenViews::Loaded, this, &Console::ConnectView);
-  listener_.SetAcceptHandler(
-      [this](std::unique_ptr<gateway::ClientSocket> client) { panels_.Accept(std::move(client)); });
 }
 
 void Console::Start() {
@@ -261,6 +277,7 @@ void Console::Start() {
   damage_.Tell();
   backups_.BeginDays();
   if (listener_.IsListening()) panelReports_.Begin();
+  openGateway_.Begin();
   ShowDemoMode();
   window_.PollTimer().start();
   window_.DecodeTimer().start();
@@ -325,8 +342,9 @@ void Console::ConnectStatusBar() {
   });
   connect(&views_, &OpenViews::XmapLoaded, &status, [&status](bool loaded) {
     if (!loaded) status.SetReadout({});
-    status.WantLegend(loaded);
   });
+  connect(&views_, &OpenViews::ActiveViewChanged, &status,
+          [this, &status] { status.WantLegend(views_.IsMapCurrent()); });
   connect(&panelReports_, &PanelReports::PanelsChanged, &status, &StatusBar::SetPanels);
   connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
@@ -350,6 +368,30 @@ void Console::ConnectSentFile() {
   });
   connect(&sentFile_, &SentFile::Written, this,
           [this] { window_.Hints().Withdraw(Hint::SentFails); });
+}
+
+// Who is let in on the network, and what is said of those who are.
+void Console::ConnectNetwork() {
+  const PanelAccess& panels = access_.panels;
+  listener_.SetAddress(panels.listen);
+  listener_.SetAcceptHandler([this](std::unique_ptr<gateway::ClientSocket> client) {
+    const std::string address = client->PeerAddress();
+    if (access_.panels.problem.isEmpty() && access_.panels.allow.Contains(address)) {
+      panels_.Accept(std::move(client));
+    } else {
+      log_.PanelNotAdmitted(address);
+    }
+  });
+  if (!panels.problem.isEmpty()) {
+    window_.Hints().Give(
+        Hint::PanelsClosed,
+        tr("No network panel is admitted: PANEL ACCESS in Orvotesk.ini is not understood (%1).")
+            .arg(panels.problem));
+  }
+  connect(&openGateway_, &OpenGateway::PeersChanged, &window_.Status(), &StatusBar::SetControllers);
+  connect(&openGateway_, &OpenGateway::Happened, &log_, &LogKeeper::NoteNetwork);
+  connect(&openGateway_, &OpenGateway::HappenedAgain, &log_, &LogKeeper::NoteNetworkAgain);
+  connect(&window_, &MainWindow::LinkTextShown, &openGateway_, &OpenGateway::LinkChanged);
 }
 
 // A main view that was loaded asks for what is not its own.
@@ -444,6 +486,7 @@ void Console::ConnectShutDown() {
     if (replaced) backups_.KeepMainFile();
   });
   connect(&shutDown_, &ShutDown::AllClosed, this, [this] {
+    openGateway_.Close();
     const QDeadlineTimer patience(kPatience);
     sentFile_.Finish(patience);
     lockKeeper_.Finish(patience);

@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include "app/access_settings.h"
 #include "app/app_folder.h"
 #include "app/backups/backup_keeper.h"
 #include "app/backups/restore_backup.h"
@@ -22,6 +23,7 @@
 #include "app/log/log_keeper.h"
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
+#include "app/open_gateway.h"
 #include "app/sent_file.h"
 #include "app/presets.h"
 #include "app/settings_file.h"
@@ -49,6 +51,7 @@
 #include "db/database_files.h"
 #include "gateway/panel_gateway.h"
 #include "gateway/qt_sockets.h"
+#include "model/locks.h"
 #include "model/system_model.h"
 #include "stations/change.h"
 #include "switcher/decoder.h"
@@ -83,11 +86,13 @@ class Console : public QObject {
   void ConnectJournal();
   void ConnectSettings();
   void ConnectSentFile();
+  void ConnectNetwork();
   void ConnectShutDown();
   void ShowDemoMode();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;
+  const AccessSettings access_;
   model::SystemModel model_;
   MessageBoxes boxes_;
   config::WindowSettings places_;
@@ -126,6 +131,7 @@ class Console : public QObject {
   PanelErrors panelErrors_;
   switcher::LiveCommands panelCommands_;
   gateway::PanelGateway panels_;
+  OpenGateway openGateway_;
   LinkAids aids_;
   UnsentAids unsentAids_;
   SwitcherReports switcherReports_;

@@ -16,14 +16,16 @@ struct SwitcherObservers {
   switcher::SwitcherEvents& views;
   switcher::SwitcherEvents& presets;
   switcher::SwitcherEvents& panels;
+  switcher::SwitcherEvents& openGateway;
 };
 
 // The same in the order in which they are told: the log before the views, so that its line of a row
-// stands before those of what the views report about it, and the panels last.  All must outlive the
+// stands before those of what the views report about it, and who is on
+// the network last.  All must outlive the
 // result.
 inline model::Observers<switcher::SwitcherEvents> InOrder(const SwitcherObservers& observers) {
-  return {observers.unsent, observers.log,     observers.aids,
-          observers.views,  observers.presets, observers.panels};
+  return {observers.unsent,  observers.log,    observers.aids,       observers.views,
+          observers.presets, observers.panels, observers.openGateway};
 }
 
 }  // namespace app

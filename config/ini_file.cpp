@@ -108,6 +108,25 @@ std::string IniFile::Value(std::string_view section, std::string_view key) const
   return std::string(ValueOf(lines_[static_cast<std::size_t>(line)]));
 }
 
+std::vector<IniFile::Entry> IniFile::Entries(std::string_view section) const {
+  std::vector<Entry> entries;
+  bool isOurs = false;
+  for (const std::string_view line : lines_) {
+    std::string_view name;
+    if (IsSection(line, &name)) {
+      isOurs = SameName(name, section);
+      continue;
+    }
+    const std::string_view content = Trimmed(line);
+    if (!isOurs || content.empty() || content.starts_with(';')) continue;
+    const auto equals = content.find('=');
+    entries.push_back({.key = std::string(Trimmed(content.substr(0, equals))),
+                       .value = equals == std::string_view::npos ? std::string()
+                                                                 : std::string(ValueOf(content))});
+  }
+  return entries;
+}
+
 void IniFile::SetValue(std::string_view section, std::string_view key, std::string_view value) {
   Body body = FindSection(section);
   if (body.first < 0) {

@@ -38,6 +38,17 @@ class IniFile {
   // without one pair of quotes around it; empty when the section or the key is missing.
   std::string Value(std::string_view section, std::string_view key) const;
 
+  // A line of a section that is neither empty nor a comment.
+  struct Entry {
+    std::string key;    // the whole line where there is no "="
+    std::string value;  // as Value() gives it
+
+    bool operator==(const Entry&) const = default;
+  };
+
+  // What stands in all sections of that name, in the file's order.
+  std::vector<Entry> Entries(std::string_view section) const;
+
   // Sets a value.  A key that is missing is added at the end of its section, a section that is
   // missing at the end of the file.  A line that has the value already is not touched.
   // REQUIRES: neither text holds a line break

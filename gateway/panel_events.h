@@ -41,6 +41,9 @@ class PanelEvents {
   // A panel's take has been handed to the line.
   virtual void PanelTook(const PanelName& /*panel*/, const PanelTake& /*take*/) {}
 
+  // A panel's take was not passed on: none are taken from its address.
+  virtual void PanelMayNotTake(const PanelName& /*panel*/, const PanelTake& /*take*/) {}
+
   // A panel's take was not passed on: its output is locked for panels.
   virtual void PanelTakeIgnored(const PanelName& /*panel*/, const PanelTake& /*take*/) {}
 

@@ -3,7 +3,9 @@
 #ifndef GATEWAY_PANEL_GATEWAY_H_
 #define GATEWAY_PANEL_GATEWAY_H_
 
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "db/database_files.h"
 #include "gateway/client_table.h"
@@ -39,6 +41,7 @@ class PanelGateway : public switcher::SwitcherEvents {
     DecodeTimer& decodeTimer;
     PanelEvents& events;
     model::ErrorReporter& reporter;
+    std::function<bool(const std::string&)> mayTake = {};  // from that address; null: from all
   };
 
   explicit PanelGateway(const Services& services);

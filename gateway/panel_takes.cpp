@@ -12,6 +12,11 @@ void PanelTakes::Add(const PanelTake& take, int slot) {
   // Eight bits of a channel travel to the switcher: a greater one would fold onto another.  Whether
   // there is such a channel is for the switcher to judge.
   if (std::max(take.destination, take.source) > model::kMaxChannelCount) return;
+  const PanelName panel = services_.clients.Name(slot);
+  if (services_.mayTake != nullptr && !services_.mayTake(panel.address)) {
+    services_.events.PanelMayNotTake(panel, take);
+    return;
+  }
   services_.clients.Connection(slot).Takes.push_back(take);
 }
 

@@ -3,6 +3,10 @@
 #ifndef GATEWAY_PANEL_TAKES_H_
 #define GATEWAY_PANEL_TAKES_H_
 
+#include <functional>
+#include <string>
+#include <utility>
+
 #include "gateway/client_table.h"
 #include "gateway/panel_events.h"
 #include "gateway/take_frame.h"
@@ -24,10 +28,12 @@ class PanelTakes {
     const switcher::LineShare& line;
     switcher::LiveCommands& commands;
     PanelEvents& events;
+    std::function<bool(const std::string&)> mayTake;  // from that address; null: from all
   };
-  explicit PanelTakes(const Services& services) : services_(services) {}
+  explicit PanelTakes(Services services) : services_(std::move(services)) {}
 
-  // A take of the client of a slot.  One of a channel that the line cannot name is ignored.
+  // A take of the client of a slot.  One of a channel that the line cannot name, or of a client
+  // that may not take, is ignored.
   void Add(const PanelTake& take, int slot);
 
   // Passes on at most one take of every client, while the line has room.  To be called once per

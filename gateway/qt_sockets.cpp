@@ -69,7 +69,10 @@ bool QtClientSocket::IsConnected() const {
 }
 
 std::string QtClientSocket::PeerAddress() const {
-  return socket_->peerAddress().toString().toStdString();
+  const QHostAddress address = socket_->peerAddress();
+  bool isIpv4 = false;
+  const quint32 number = address.toIPv4Address(&isIpv4);
+  return (isIpv4 ? QHostAddress(number) : address).toString().toStdString();
 }
 
 ClientSocket::ReadResult QtClientSocket::Read(std::size_t atMost, Bytes* bytes) {
@@ -118,7 +121,7 @@ model::Status Listener::Start(int port) {
   if (port < 1 || port > 65535) {
     return {kPortInUse, "There is no IP port " + std::to_string(port)};
   }
-  if (!server_.listen(QHostAddress::AnyIPv4, static_cast<quint16>(port))) {
+  if (!server_.listen(address_, static_cast<quint16>(port))) {
     return {kPortInUse, server_.errorString().toStdString()};
   }
   return {};

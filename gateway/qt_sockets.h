@@ -5,6 +5,7 @@
 #ifndef GATEWAY_QT_SOCKETS_H_
 #define GATEWAY_QT_SOCKETS_H_
 
+#include <QHostAddress>
 #include <QObject>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -60,7 +61,10 @@ class Listener : public QObject {
   // Who takes new connections; without one they are closed at once.
   void SetAcceptHandler(AcceptHandler accept) { accept_ = std::move(accept); }
 
-  // Listens on `port` of every interface (IPv4).  Fails when the port is taken, not permitted,
+  // The address that Start() listens on: every interface (IPv4) unless it is set.
+  void SetAddress(const QHostAddress& address) { address_ = address; }
+
+  // Listens on `port`.  Fails when the port is taken, not permitted,
   // or outside 1..65535.
   model::Status Start(int port);
 
@@ -73,6 +77,7 @@ class Listener : public QObject {
   void AcceptAll();
 
   QTcpServer server_;
+  QHostAddress address_{QHostAddress::AnyIPv4};
   AcceptHandler accept_;
 };
 

@@ -33,6 +33,10 @@ LogKeeper::LogKeeper(const Services& services)
           [this](const QString& id) { Add(Kind::Command, CommandWords(id)); });
 }
 
+void LogKeeper::PanelNotAdmitted(const std::string& address) {
+  NoteNetworkAgain(tr("Panel %1 was not admitted").arg(QString::fromStdString(address)));
+}
+
 void LogKeeper::FollowView(views::MainView* view) {
   connect(view, &views::MainView::NoteRequested, this, &LogKeeper::Note);
   const auto* const xmap = qobject_cast<views::XmapView*>(view);
@@ -94,7 +98,11 @@ void LogKeeper::FollowTransfers() {
           });
 }
 
-LogKeeper::~LogKeeper() { delete window_; }
+LogKeeper::~LogKeeper() {
+  // Closed, so that it keeps its place.
+  if (window_ != nullptr) window_->close();
+  delete window_;
+}
 
 void LogKeeper::Show() {
   if (window_ == nullptr) window_ = new EventLogWindow(services_.log);

@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
@@ -48,6 +49,16 @@ class LogKeeper : public QObject {
 
   // Notes what belongs to none of the parts.
   void Note(const QString& text) { Add(EventLog::Kind::Note, text); }
+
+  // What happens on the network besides what panels do; the second for what may come many times a
+  // second.
+  void NoteNetwork(const QString& text) { Add(EventLog::Kind::Panel, text); }
+  void NoteNetworkAgain(const QString& text) {
+    services_.log.AddRepeated(EventLog::Kind::Panel, text);
+  }
+
+  // A panel from that address was not let in.
+  void PanelNotAdmitted(const std::string& address);
 
   // The operator has discarded a byte that blocked all receiving.
   void ByteDiscarded(std::uint8_t byte);

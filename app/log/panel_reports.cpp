@@ -45,6 +45,11 @@ QString PanelReports::TakeWords(const gateway::PanelTake& take) const {
       .arg(crosspoints_.Crosspoint(take.destination, take.source), ActionWords(take.action));
 }
 
+void PanelReports::PanelMayNotTake(const gateway::PanelName& panel,
+                                   const gateway::PanelTake& take) {
+  Q_EMIT HappenedAgain(Line(panel, tr("%1 ignored, it may not take").arg(TakeWords(take))));
+}
+
 void PanelReports::PanelDropped(const gateway::PanelName& panel, gateway::DropReason reason) {
   QString text;
   switch (reason) {

@@ -30,6 +30,7 @@ class PanelReports : public QObject, public gateway::PanelEvents {
   void PanelConnected(const gateway::PanelName& panel) override;
   void PanelIdentified(const gateway::PanelName& panel, int type) override;
   void PanelTook(const gateway::PanelName& panel, const gateway::PanelTake& take) override;
+  void PanelMayNotTake(const gateway::PanelName& panel, const gateway::PanelTake& take) override;
   void PanelTakeIgnored(const gateway::PanelName& panel, const gateway::PanelTake& take) override;
   void PanelDropped(const gateway::PanelName& panel, gateway::DropReason reason) override;
   void PanelGone(const gateway::PanelName& panel) override;

@@ -21,6 +21,7 @@
 #include "views/widgets/contrast.h"
 #include "views/widgets/icon.h"
 #include "views/widgets/shown.h"
+#include "views/window_place/kept_place.h"
 #include "views/window_place/on_screen.h"
 
 // The pages stand in a library, whose resources have to be asked for.  The macro declares the
@@ -95,8 +96,9 @@ QStringList ManualPages() {
           QStringLiteral("undo.html"),     QStringLiteral("recent.html"),
           QStringLiteral("crash.html"),    QStringLiteral("backups.html"),
           QStringLiteral("export.html"),   QStringLiteral("link.html"),
-          QStringLiteral("set-up.html"),   QStringLiteral("commands.html"),
-          QStringLiteral("messages.html"), QStringLiteral("errors.html")};
+          QStringLiteral("set-up.html"),   QStringLiteral("controllers.html"),
+          QStringLiteral("commands.html"), QStringLiteral("messages.html"),
+          QStringLiteral("errors.html")};
 }
 
 QString ManualPlace(const QWidget* dialog) {
@@ -159,6 +161,7 @@ HelpWindow::HelpWindow(QWidget* parent)
   layout->addWidget(pages_, 1);
   AddKeys();
   pages_->setFocus();
+  new views::KeptPlace(*this, QStringLiteral("Help"));
 }
 
 void HelpWindow::ShowPlace(const QString& place) {
@@ -256,6 +259,12 @@ void HelpWindow::ShowStyled() {
 void HelpWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) ShowStyled();
+}
+
+Manual::~Manual() {
+  // Closed, so that it keeps its place.
+  if (window_ != nullptr) window_->close();
+  delete window_;
 }
 
 void Manual::Show() {

@@ -25,6 +25,8 @@ enum class Hint : std::uint8_t {
   UnsavedRun,
   Blocked,
   PortDenied,
+  PanelsClosed,
+  OpenGatewayClosed,
   JournalFails,
   PanelReport,
   NoBackup,
@@ -34,6 +36,7 @@ enum class Hint : std::uint8_t {
   NeverSeen,
   WindowRescued,
   LogFile,
+  OpenTakes,
   Demo
 };
 

@@ -49,6 +49,7 @@ StatusBar::StatusBar(QWidget* parent)
       closedPort_(new ElidedLabel(this)),
       blocked_(new ElidedLabel(this)),
       panels_(new QLabel(this)),
+      controllers_(new QLabel(this)),
       readout_(new ElidedLabel(this)),
       mapState_(new QLabel(this)),
       unsent_(new ElidedLabel(this)),
@@ -70,12 +71,14 @@ StatusBar::StatusBar(QWidget* parent)
               {.widget = demo_},
               {.widget = mapState_},
               {.widget = panels_},
+              {.widget = controllers_},
               {.widget = folder_, .leastCharacters = kLeastWarning, .isWarning = true}} {
   setObjectName(QStringLiteral("sbStatusBar"));
   link_->setObjectName(QStringLiteral("sbStatusBar_1"));
   closedPort_->setObjectName(QStringLiteral("aidClosedPort"));
   blocked_->setObjectName(QStringLiteral("aidBlockedCode"));
   panels_->setObjectName(QStringLiteral("aidPanels"));
+  controllers_->setObjectName(QStringLiteral("aidControllers"));
   readout_->setObjectName(QStringLiteral("aidReadout"));
   mapState_->setObjectName(QStringLiteral("aidMapState"));
   demo_->setObjectName(QStringLiteral("aidDemo"));
@@ -86,8 +89,8 @@ StatusBar::StatusBar(QWidget* parent)
   unsentSign_->hide();
   note_->setObjectName(QStringLiteral("aidNote"));
   folder_->setObjectName(QStringLiteral("aidFolder"));
-  for (QLabel* const label : {link_, closedPort_, blocked_, panels_, readout_, mapState_, unsent_,
-                              note_, folder_, demo_, locked_}) {
+  for (QLabel* const label : {link_, closedPort_, blocked_, panels_, controllers_, readout_,
+                              mapState_, unsent_, note_, folder_, demo_, locked_}) {
     label->setTextFormat(Qt::PlainText);
     label->setContentsMargins(kTextMargin, 0, kTextMargin, 0);
   }
@@ -99,6 +102,7 @@ StatusBar::StatusBar(QWidget* parent)
   addWidget(closedPort_);
   addWidget(blocked_);
   addWidget(panels_);
+  addWidget(controllers_);
   addWidget(readout_, 1);
   addWidget(mapState_);
   addWidget(unsent_);
@@ -287,6 +291,13 @@ void StatusBar::SetPanels(const QStringList& panels) {
   panels_->setToolTip(panels.isEmpty() ? tr("No network panel is connected")
                                        : panels.join(QLatin1Char('\n')));
   Want(panels_, true);
+}
+
+void StatusBar::SetControllers(const QStringList& controllers) {
+  controllers_->setText(tr("Controllers %1").arg(controllers.size()));
+  controllers_->setToolTip(controllers.isEmpty() ? tr("No controller is on the open gateway")
+                                                 : controllers.join(QLatin1Char('\n')));
+  Want(controllers_, true);
 }
 
 void StatusBar::SetClosedPort(std::optional<int> number) {

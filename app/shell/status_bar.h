@@ -63,6 +63,9 @@ class StatusBar : public QStatusBar {
   // The panels that are connected, a line each: shown as their number.
   void SetPanels(const QStringList& panels);
 
+  // The controllers on the open gateway, likewise.
+  void SetControllers(const QStringList& controllers);
+
   // Takes over the legend of the map.  It stands at the right end while it is wanted and there
   // is room for it beside all else, whole.
   void SetLegend(QWidget* legend);
@@ -102,6 +105,7 @@ class StatusBar : public QStatusBar {
   QLabel* closedPort_;
   QLabel* blocked_;
   QLabel* panels_;
+  QLabel* controllers_;
   QLabel* readout_;
   QLabel* mapState_;
   QLabel* unsent_;

@@ -277,7 +277,8 @@ TEST_F(LogWordsTest, ARowStandsBeforeTheReportOfItsConflict) {
                                                    .aids = nobody_,
                                                    .views = views,
                                                    .presets = nobody_,
-                                                   .panels = nobody_})});
+                                                   .panels = nobody_,
+                                                   .openGateway = nobody_})});
   views.ShowXmap();
   const int before = log_.rowCount();
   decoder.Decode(switcher::Bytes{0xF3, 0x00, 0x00, 0x00, 0x00, 0x01, 0x00, 0x01, 0xFF});

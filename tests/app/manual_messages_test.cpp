@@ -62,6 +62,7 @@ constexpr const char* kNotShown[] = {
     "Current crosspoint",
     "Marks of the crosspoint map: %1",
     "Input %1 level",
+    "Level in dB",
     "Target %1 of button %2",
     "Target %1 of opto %2",
     "Button %1: %2, %3",
@@ -91,6 +92,9 @@ constexpr const char* kNotShown[] = {
     // What the desktop shows of a console that was set up.
     "[Desktop Entry]",
     "\nGenericName=",
+    // What controllers show of the open gateway's tree.
+    "Calls: target and source count from 0",
+    "Parameters of targets and sources",
     // Why the port of the panels cannot be opened: its box says so with words of its own.
     "There is no IP port ",
 };

@@ -45,6 +45,15 @@ class PanelReportsTest : public testing::Test {
   std::vector<std::string> lines_;
 };
 
+TEST_F(PanelReportsTest, ATakeThatIsIgnoredIsSaid) {
+  QObject::connect(&reports_, &PanelReports::HappenedAgain,
+                   [this](const QString& text) { lines_.push_back(text.toStdString()); });
+  reports_.PanelMayNotTake({2, "192.0.2.9"}, {.destination = 6, .source = 8, .action = 3});
+  EXPECT_THAT(lines_,
+              ElementsAre("Panel 2, 192.0.2.9: take Out 6 < In 8 (Take) ignored, it may not "
+                          "take"));
+}
+
 TEST_F(PanelReportsTest, WithoutAGatewayThereIsNoCount) {
   ASSERT_NE(Aid(), nullptr);
   EXPECT_FALSE(Aid()->isVisible());

@@ -15,6 +15,7 @@
 #include "app/presets.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/open_views.h"
+#include "gateway/ember/provider.h"
 #include "gateway/panel_gateway.h"
 #include "switcher/wire/message_table.h"
 
@@ -35,7 +36,7 @@ class Recorder : public switcher::SwitcherEvents {
   std::vector<std::string>& told_;
 };
 
-TEST(SwitcherObservers, TheLogIsToldFirstAndThePanelsLast) {
+TEST(SwitcherObservers, TheLogIsToldFirstAndTheNetworkLast) {
   std::vector<std::string> told;
   Recorder panels("panels", told);
   Recorder presets("presets", told);
@@ -43,15 +44,17 @@ TEST(SwitcherObservers, TheLogIsToldFirstAndThePanelsLast) {
   Recorder aids("aids", told);
   Recorder log("log", told);
   Recorder unsent("unsent", told);
+  Recorder gateway("gateway", told);
   const auto observers = InOrder({.unsent = unsent,
                                   .log = log,
                                   .aids = aids,
                                   .views = views,
                                   .presets = presets,
-                                  .panels = panels});
+                                  .panels = panels,
+                                  .openGateway = gateway});
   observers.Tell(&switcher::SwitcherEvents::CrosspointRowChanged, 5, 1);
   EXPECT_THAT(told, testing::ElementsAre("unsent 5 1", "log 5 1", "aids 5 1", "views 5 1",
-                                         "presets 5 1", "panels 5 1"));
+                                         "presets 5 1", "panels 5 1", "gateway 5 1"));
 }
 
 // Whether this operation is one that its class has overridden.
@@ -69,6 +72,7 @@ std::vector<std::string> HearersOf(HasOwn hasOwn) {
   if (hasOwn.template operator()<OpenViews>()) hearers.emplace_back("views");
   if (hasOwn.template operator()<Presets>()) hearers.emplace_back("presets");
   if (hasOwn.template operator()<gateway::PanelGateway>()) hearers.emplace_back("panels");
+  if (hasOwn.template operator()<ember::Provider>()) hearers.emplace_back("gateway");
   return hearers;
 }
 
@@ -82,13 +86,13 @@ struct Announced {
 const Announced kAnnounced[] = {
     {switcher::kCrosspointRowCode,
      HearersOf([]<typename T>() { return IsOwn(&T::CrosspointRowChanged); }),
-     {"log", "aids", "views", "presets", "panels"}},
+     {"log", "aids", "views", "presets", "panels", "gateway"}},
     {switcher::kGainReportCode,
      HearersOf([]<typename T>() { return IsOwn(&T::GainsChanged); }),
-     {"views"}},
+     {"views", "gateway"}},
     {switcher::kTallyCode,
      HearersOf([]<typename T>() { return IsOwn(&T::TallyChanged); }),
-     {"views"}},
+     {"views", "gateway"}},
     {switcher::kAlphaLabelsCode,
      HearersOf([]<typename T>() { return IsOwn(&T::LabelsChanged); }),
      {"views", "panels"}},

@@ -88,7 +88,8 @@ class TransfersFixture : public ViewsFixture {
                                                     .aids = nobody_,
                                                     .views = views_,
                                                     .presets = nobody_,
-                                                    .panels = nobody_})}};
+                                                    .panels = nobody_,
+                                                    .openGateway = nobody_})}};
   switcher::Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = window_}};
   switcher::TableSenders senders_{{.model = model_,
                                    .files = database_.Files(),

@@ -181,5 +181,13 @@ TEST(IniFile, SavingTheSameBytesDoesNotTouchTheFile) {
   EXPECT_EQ(std::filesystem::last_write_time(path), before);
 }
 
+TEST(IniFile, TheEntriesOfASection) {
+  const IniFile file(
+      "[A]\r\nOne = 1\r\n; a comment\r\n\r\nword\r\n[B]\r\nTwo=2\r\n[a]\r\nThree=\"3\"");
+  using Entries = std::vector<IniFile::Entry>;
+  EXPECT_EQ(file.Entries("A"), (Entries{{"One", "1"}, {"word", ""}, {"Three", "3"}}));
+  EXPECT_EQ(file.Entries("C"), Entries{});
+}
+
 }  // namespace
 }  // namespace config

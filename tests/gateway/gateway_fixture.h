@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,6 +39,9 @@ class RecordingPanelEvents : public PanelEvents {
   void PanelTook(const PanelName& panel, const PanelTake& take) override {
     Add(panel, "took " + std::to_string(take.destination) + " " + std::to_string(take.source) +
                    " " + std::to_string(take.action));
+  }
+  void PanelMayNotTake(const PanelName& panel, const PanelTake& take) override {
+    Add(panel, "may not take " + std::to_string(take.destination));
   }
   void PanelTakeIgnored(const PanelName& panel, const PanelTake& take) override {
     Add(panel, "ignored " + std::to_string(take.destination) + " " + std::to_string(take.source));
@@ -117,16 +121,19 @@ class GatewayTest : public testing::Test {
   switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   std::chrono::milliseconds untilPoll_{500};
   switcher::LineShare line_{port_, [this] { return untilPoll_; }};
+  std::set<std::string> mayNotTake_;  // addresses
   model::Locks locks_;
-  PanelGateway gateway_{{.model = model_,
-                         .locks = locks_,
-                         .files = database_.Files(),
-                         .commands = commands_,
-                         .line = line_,
-                         .timer = timer_,
-                         .decodeTimer = decodeTimer_,
-                         .events = events_,
-                         .reporter = reporter_}};
+  PanelGateway gateway_{
+      {.model = model_,
+       .locks = locks_,
+       .files = database_.Files(),
+       .commands = commands_,
+       .line = line_,
+       .timer = timer_,
+       .decodeTimer = decodeTimer_,
+       .events = events_,
+       .reporter = reporter_,
+       .mayTake = [this](const std::string& address) { return !mayNotTake_.contains(address); }}};
 };
 
 }  // namespace gateway

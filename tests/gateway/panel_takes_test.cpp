@@ -49,6 +49,20 @@ TEST_F(PanelTakesTest, ATakeReachesTheSwitcher) {
   EXPECT_THAT(reporter_.reports, IsEmpty());
 }
 
+// It is served otherwise.
+TEST_F(PanelTakesTest, ATakeOfOneThatMayNotIsIgnored) {
+  const auto panel = ConnectPanel();
+  mayNotTake_ = {"10.0.0.7"};
+  panel->Send("FE 20 00 05 00 07 00 2C FF");
+  Tick();
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(events_.lines.back(), "1 10.0.0.7 may not take 6");
+  panel->Send("F5");
+  Tick();
+  timer_.ElapseAll();
+  EXPECT_EQ(panel->TakeWritten(), "F4");
+}
+
 TEST_F(PanelTakesTest, ATakeOutsideTheSystemIsForTheSwitcherToJudge) {
   const auto panel = ConnectPanel();
   const std::pair<const char*, const char*> kTakes[] = {

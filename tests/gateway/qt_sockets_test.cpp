@@ -51,6 +51,21 @@ TEST_F(ListenerTest, GivesThePortBack) {
   EXPECT_TRUE(second.Start(port).ok());
 }
 
+TEST_F(ListenerTest, ListensOnOneAddressIfItIsToldTo) {
+  const int port = FreePort();
+  listener_.SetAddress(QHostAddress(QStringLiteral("127.0.0.2")));
+  ASSERT_TRUE(listener_.Start(port).ok());
+  QTcpSocket panel;
+  panel.connectToHost(QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(port));
+  EXPECT_FALSE(panel.waitForConnected(2000));
+  QTcpSocket other;
+  other.connectToHost(QHostAddress(QStringLiteral("127.0.0.2")), static_cast<quint16>(port));
+  EXPECT_TRUE(other.waitForConnected(2000));
+  // One that this computer does not have.
+  listener_.SetAddress(QHostAddress(QStringLiteral("203.0.113.9")));
+  EXPECT_FALSE(listener_.Start(port).ok());
+}
+
 TEST_F(ListenerTest, PortsThatDoNotExistAreErrors) {
   EXPECT_FALSE(listener_.Start(0).ok());
   EXPECT_FALSE(listener_.Start(-1).ok());

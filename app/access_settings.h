@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_ACCESS_SETTINGS_H_
+#define APP_ACCESS_SETTINGS_H_
+
+#include <QHostAddress>
+#include <QString>
+
+#include "app/app_folder.h"
+#include "config/ini_file.h"
+#include "gateway/address_list.h"
+
+namespace app {
+
+// Who is let in on the network, as the installer has written it into Orvotesk.ini.  The program
+// never writes it.
+
+// Section "PANEL ACCESS".  Without it everyone is let in on every interface and may take.
+struct PanelAccess {
+  // Why the section cannot be understood, such as "Allow=10.1"; nobody is let in then.
+  QString problem;
+  QHostAddress listen{QHostAddress::AnyIPv4};
+  gateway::AddressList allow;
+  gateway::AddressList takesFrom;
+};
+
+// Section "OPEN GATEWAY".  Without a port there is no open gateway.
+struct OpenGatewayAccess {
+  bool isWanted = false;
+  QString problem;  // as above
+  int port = 0;
+  QHostAddress listen{QHostAddress::LocalHost};
+  gateway::AddressList allow;
+  bool mayTake = false;
+
+  // Whether others than this computer may take.
+  bool TakesFromElsewhere() const { return isWanted && mayTake && !listen.isLoopback(); }
+};
+
+PanelAccess ReadPanelAccess(const config::IniFile& settings);
+OpenGatewayAccess ReadOpenGatewayAccess(const config::IniFile& settings);
+
+// Both of the file in the program's folder, where only the installer may write, if there is one,
+// else of that in the console's folder.  A file that cannot be read cannot be understood.
+struct AccessSettings {
+  PanelAccess panels;
+  OpenGatewayAccess openGateway;
+};
+AccessSettings ReadAccessSettings(const AppFolder& folder);
+
+}  // namespace app
+
+#endif  // APP_ACCESS_SETTINGS_H_

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+
+#include "app/open_gateway.h"
+
+#include <chrono>
+#include <utility>
+
+namespace app {
+namespace {
+
+// As the about box has it.
+constexpr char kVersion[] = "2.12";
+
+QString PeerWords(const ember::PeerName& peer) {
+  return OpenGateway::tr("Controller %1, %2")
+      .arg(peer.number)
+      .arg(QString::fromStdString(peer.address));
+}
+
+QString RefusalWords(ember::Refusal why) {
+  using ember::Refusal;
+  switch (why) {
+    case Refusal::ReadOnly:
+      return OpenGateway::tr("this is for reading only");
+    case Refusal::LinkDown:
+      return OpenGateway::tr("the switcher does not answer");
+    case Refusal::MapNotComplete:
+      return OpenGateway::tr("the map is not complete yet");
+    case Refusal::OutputLocked:
+      return OpenGateway::tr("the output is locked");
+    case Refusal::Inhibited:
+      return OpenGateway::tr("the crosspoint is inhibited");
+    case Refusal::PriorityRow:
+      return OpenGateway::tr("a call or priority listen stands on the output");
+    case Refusal::NoSuchChannel:
+      return OpenGateway::tr("there is no such channel");
+    case Refusal::BadValue:
+      return OpenGateway::tr("the value is of another type or out of range");
+    case Refusal::TooMany:
+      return OpenGateway::tr("too many of its takes wait");
+    case Refusal::LineBusy:
+      return OpenGateway::tr("the line had no room for it in time");
+  }
+  return {};
+}
+
+QString ActWords(const ember::Wanted& wanted) {
+  using Act = ember::Wanted::Act;
+  switch (wanted.act) {
+    case Act::Absolute:
+      return OpenGateway::tr("take");
+    case Act::Connect:
+      return OpenGateway::tr("connect");
+    case Act::Disconnect:
+      return OpenGateway::tr("disconnect");
+    case Act::Call:
+      return wanted.on ? OpenGateway::tr("call") : OpenGateway::tr("end call");
+    case Act::PriorityListen:
+      return wanted.on ? OpenGateway::tr("priority listen")
+                       : OpenGateway::tr("end priority listen");
+  }
+  return {};
+}
+
+}  // namespace
+
+OpenGateway::OpenGateway(Services services)
+    : services_(std::move(services)),
+      crosspoints_(services_.labels),
+      commands_({.model = services_.model, .port = services_.port, .reporter = services_.reporter}),
+      provider_({.model = services_.model,
+                 .database = services_.database,
+                 .changes = services_.changes,
+                 .locks = services_.locks,
+                 .commands = commands_,
+                 .line = services_.line,
+                 .takeTimer = takeTimer_,
+                 .newsTimer = newsTimer_,
+                 .secondTimer = secondTimer_,
+                 .now = std::chrono::steady_clock::now,
+                 .events = *this,
+                 .version = kVersion,
+                 .mayTake = services_.access.mayTake,
+                 .gainsChanged = services_.gainsChanged}) {
+  listener_.SetAcceptHandler(
+      [this](std::unique_ptr<gateway::ClientSocket> client) { Accept(std::move(client)); });
+}
+
+void OpenGateway::Begin() {
+  const OpenGatewayAccess& access = services_.access;
+  if (!access.isWanted) return;
+  if (!access.problem.isEmpty()) {
+    const QString text =
+        tr("The open gateway admits nobody: OPEN GATEWAY in Orvotesk.ini is not understood (%1).")
+            .arg(access.problem);
+    services_.hints.Give(Hint::OpenGatewayClosed, text);
+    Q_EMIT Happened(text);
+    return;
+  }
+  listener_.SetAddress(access.listen);
+  if (const model::Status status = listener_.Start(access.port); !status.ok()) {
+    const QString text = tr("The open gateway cannot listen on port %1: %2")
+                             .arg(access.port)
+                             .arg(QString::fromStdString(status.Description()));
+    services_.hints.Give(Hint::OpenGatewayClosed, text);
+    Q_EMIT Happened(text);
+    return;
+  }
+  if (access.TakesFromElsewhere()) {
+    services_.hints.Give(
+        Hint::OpenTakes,
+        tr("Controllers on other computers may take crosspoints (port %1).").arg(access.port));
+  }
+  TellPeers();
+}
+
+void OpenGateway::Close() {
+  listener_.Stop();
+  provider_.CloseAll();
+}
+
+void OpenGateway::Accept(std::unique_ptr<gateway::ClientSocket> client) {
+  const std::string address = client->PeerAddress();
+  if (services_.access.allow.Contains(address)) {
+    provider_.Accept(std::move(client));
+  } else {
+    Q_EMIT HappenedAgain(tr("Controller %1 was not admitted").arg(QString::fromStdString(address)));
+  }
+}
+
+void OpenGateway::PeerConnected(const ember::PeerName& peer) {
+  peers_[peer.number] = QString::fromStdString(peer.address);
+  TellPeers();
+  Q_EMIT Happened(tr("%1: connected").arg(PeerWords(peer)));
+}
+
+void OpenGateway::PeerTurnedAway(const std::string& address) {
+  Q_EMIT HappenedAgain(tr("Controller %1 was turned away: all connections are taken")
+                           .arg(QString::fromStdString(address)));
+}
+
+void OpenGateway::PeerTook(const ember::PeerName& peer, const switcher::Take& take) {
+  Q_EMIT Happened(tr("%1: take %2 (%3)")
+                      .arg(PeerWords(peer), crosspoints_.Crosspoint(take.destination, take.source),
+                           ActionWords(take.action)));
+}
+
+void OpenGateway::PeerSetGain(const ember::PeerName& peer, int input, int decibels) {
+  Q_EMIT HappenedAgain(tr("%1: gain of %2 set to %3 dB")
+                           .arg(PeerWords(peer), services_.labels.Input(input))
+                           .arg(decibels));
+}
+
+void OpenGateway::TakeRefused(const ember::PeerName& peer, const ember::Wanted& wanted,
+                              ember::Refusal why) {
+  Q_EMIT HappenedAgain(
+      tr("%1: %2 refused, %3").arg(PeerWords(peer), WantedWords(wanted), RefusalWords(why)));
+}
+
+void OpenGateway::ValueRefused(const ember::PeerName& peer, const ember::Path& path,
+                               ember::Refusal why) {
+  QStringList numbers;
+  for (const int number : path) numbers.append(QString::number(number));
+  Q_EMIT HappenedAgain(
+      tr("%1: setting %2 refused, %3")
+          .arg(PeerWords(peer), numbers.join(QLatin1Char('.')), RefusalWords(why)));
+}
+
+void OpenGateway::PeerDropped(const ember::PeerName& peer, ember::PeerDrop why) {
+  QString text;
+  switch (why) {
+    case ember::PeerDrop::TooLong:
+      text = tr("%1: dropped, it sent a frame or a message that does not end");
+      break;
+    case ember::PeerDrop::DoesNotRead:
+      text = tr("%1: dropped, it does not read what it is sent");
+      break;
+    case ember::PeerDrop::Silent:
+      text = tr("%1: dropped, it does not answer");
+      break;
+  }
+  Q_EMIT Happened(text.arg(PeerWords(peer)));
+}
+
+void OpenGateway::PeerGone(const ember::PeerName& peer) {
+  peers_.erase(peer.number);
+  TellPeers();
+  Q_EMIT Happened(tr("%1: gone").arg(PeerWords(peer)));
+}
+
+QString OpenGateway::WantedWords(const ember::Wanted& wanted) const {
+  if (wanted.output == 0) return ActWords(wanted);
+  QStringList inputs;
+  for (const int input : wanted.inputs) inputs.append(services_.labels.Input(input));
+  return QStringLiteral("%1 %2 < %3")
+      .arg(ActWords(wanted), services_.labels.Output(wanted.output),
+           inputs.isEmpty() ? tr("nothing") : inputs.join(QStringLiteral(", ")));
+}
+
+void OpenGateway::TellPeers() {
+  QStringList lines;
+  for (const auto& [number, address] : peers_) {
+    lines.append(tr("Controller %1, %2").arg(number).arg(address));
+  }
+  Q_EMIT PeersChanged(lines);
+}
+
+}  // namespace app

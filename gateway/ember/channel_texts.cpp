@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+
+#include "gateway/ember/channel_texts.h"
+
+#include <memory>
+
+#include "db/station_fields.h"
+#include "model/flag_string.h"
+#include "stations/open_stations.h"
+#include "stations/texts.h"
+
+namespace ember {
+
+namespace {
+
+const std::string kNoText;
+
+const std::string& TextAt(const std::vector<std::optional<std::string>>& texts, std::size_t index) {
+  return index < texts.size() && texts[index].has_value() ? *texts[index] : kNoText;
+}
+
+}  // namespace
+
+const char* ChannelTexts::FieldOf(Kind kind) {
+  switch (kind) {
+    case Kind::Label:
+      return db::kLabelField;
+    case Kind::InLabel:
+      return db::kInLabelField;
+    case Kind::Inhibits:
+      return db::kInhibitsField;
+  }
+  return "";
+}
+
+// Who asks is no operator, so there is no report: he gets one when he uses them himself.
+const ChannelTexts::Texts& ChannelTexts::Read(Kind kind) {
+  Texts& texts = Of(kind);
+  if (texts.isRead) return texts;
+  texts.ofChannels.clear();
+  jet::Database* const database = services_.database();
+  if (database == nullptr) return texts;
+  texts.isRead = true;
+  std::unique_ptr<jet::RecordSet> stations;
+  if (!stations::OpenStations(*database, &stations).ok()) return texts;
+  (void)stations::ReadAvailableTexts(*stations, FieldOf(kind), services_.model.ChannelCount,
+                                     &texts.ofChannels);
+  if (kind != Kind::Inhibits) return texts;
+  for (std::optional<std::string>& flags : texts.ofChannels) {
+    if (flags.has_value()) flags = model::PlainFlags(*flags);
+  }
+  return texts;
+}
+
+const std::string& ChannelTexts::Text(Kind kind, int channel) {
+  if (channel < 1) return kNoText;
+  return TextAt(Read(kind).ofChannels, static_cast<std::size_t>(channel - 1));
+}
+
+std::optional<bool> ChannelTexts::IsInhibited(int output, int input) {
+  if (output < 1 || static_cast<std::size_t>(output) > Read(Kind::Inhibits).ofChannels.size()) {
+    return std::nullopt;
+  }
+  return model::FlagIsSet(Text(Kind::Inhibits, output), input);
+}
+
+void ChannelTexts::Forget(Kind kind) {
+  Texts& texts = Of(kind);
+  if (!texts.isRead) return;
+  texts.isRead = false;
+  if (!texts.before) texts.before = texts.ofChannels;
+}
+
+std::vector<ChannelTexts::Difference> ChannelTexts::TakeDifferences(Kind kind) {
+  const std::optional<List> before = std::exchange(Of(kind).before, std::nullopt);
+  if (!before) return {};
+  const List& now = Read(kind).ofChannels;
+  std::vector<Difference> differences;
+  for (std::size_t i = 0; i < std::max(before->size(), now.size()); ++i) {
+    if (TextAt(*before, i) == TextAt(now, i)) continue;
+    differences.push_back({static_cast<int>(i) + 1, TextAt(*before, i), TextAt(now, i)});
+  }
+  return differences;
+}
+
+}  // namespace ember

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef GATEWAY_EMBER_PEER_EVENTS_H_
+#define GATEWAY_EMBER_PEER_EVENTS_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "gateway/ember/ber.h"
+#include "switcher/wire/messages/take.h"
+
+namespace ember {
+
+// Which consumer: its number, from 1, and its address.
+struct PeerName {
+  int number = 0;
+  std::string address;
+
+  bool operator==(const PeerName&) const = default;
+};
+
+// What a consumer wants of a row.
+struct Wanted {
+  enum class Act : std::uint8_t {
+    Absolute,        // these inputs and no others
+    Connect,         // these inputs, too
+    Disconnect,      // these inputs no more
+    Call,            // a call, on or off
+    PriorityListen,  // a priority listen, on or off
+  };
+
+  Act act = Act::Absolute;
+  int output = 1;           // from 1; in a report, 0 for one that is not there
+  std::vector<int> inputs;  // from 1, in their order, each once
+  bool on = true;           // of Call and PriorityListen, which have one input
+
+  bool operator==(const Wanted&) const = default;
+};
+
+// Why the console does not do what a consumer wants.
+enum class Refusal : std::uint8_t {
+  ReadOnly,        // nobody may take here, or nothing can be set there
+  LinkDown,        // the switcher does not answer
+  MapNotComplete,  // the map is not known whole
+  OutputLocked,
+  Inhibited,      // a crosspoint that would be made is, or it cannot be seen whether it is
+  PriorityRow,    // a crosspoint would be broken in a row of priority
+  NoSuchChannel,  // there is no such output or input
+  BadValue,       // of another type, or out of range
+  TooMany,        // too many of its takes wait
+  LineBusy,       // the line had no room for it in time
+};
+
+// Why the console drops a consumer.
+enum class PeerDrop : std::uint8_t {
+  TooLong,      // it sends a frame or a message that does not end
+  DoesNotRead,  // it does not read what it is sent
+  Silent,       // it does not answer
+};
+
+// What happens to consumers.  Who is told overrides what concerns it.
+class PeerEvents {
+ public:
+  virtual ~PeerEvents() = default;
+
+  virtual void PeerConnected(const PeerName& /*peer*/) {}
+
+  // A consumer was not let in, because so many are connected as can be.
+  virtual void PeerTurnedAway(const std::string& /*address*/) {}
+
+  // A command for a consumer has been handed to the line.
+  virtual void PeerTook(const PeerName& /*peer*/, const switcher::Take& /*take*/) {}
+
+  // A consumer has set the gain of an input (from 1), in dB.
+  virtual void PeerSetGain(const PeerName& /*peer*/, int /*input*/, int /*decibels*/) {}
+
+  // What a consumer wants is not done, or of a value at a path of the tree is not set.
+  virtual void TakeRefused(const PeerName& /*peer*/, const Wanted& /*wanted*/, Refusal /*why*/) {}
+  virtual void ValueRefused(const PeerName& /*peer*/, const Path& /*path*/, Refusal /*why*/) {}
+
+  // The console drops a consumer.  PeerGone() follows.
+  virtual void PeerDropped(const PeerName& /*peer*/, PeerDrop /*why*/) {}
+
+  virtual void PeerGone(const PeerName& /*peer*/) {}
+};
+
+}  // namespace ember
+
+#endif  // GATEWAY_EMBER_PEER_EVENTS_H_

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef GATEWAY_EMBER_PROVIDER_H_
+#define GATEWAY_EMBER_PROVIDER_H_
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "db/jet/database.h"
+#include "gateway/client_socket.h"
+#include "gateway/ember/channel_texts.h"
+#include "gateway/ember/glow.h"
+#include "gateway/ember/peer_events.h"
+#include "gateway/ember/s101.h"
+#include "gateway/ember/takes.h"
+#include "gateway/ember/tree.h"
+#include "gateway/pause_timer.h"
+#include "model/locks.h"
+#include "model/system_model.h"
+#include "stations/change.h"
+#include "switcher/line_share.h"
+#include "switcher/live_commands.h"
+#include "switcher/switcher_events.h"
+
+namespace ember {
+
+// The open gateway: shows the system to consumers, answers what they ask, tells them what changes
+// of that, and carries out what they take, where that is allowed.
+//
+// A consumer is told of nothing that it did not ask for, and nothing is built for it.
+class Provider : public gateway::ClientSocketEvents,
+                 public switcher::SwitcherEvents,
+                 public stations::ChangeObserver,
+                 private TakeAnswers {
+ public:
+  using Time = Takes::Time;
+
+  static constexpr int kMostPeers = 32;
+
+  // The most that waits in a socket for a consumer that does not read.
+  static constexpr std::size_t kMostUnsent = std::size_t{1} << 20;
+
+  // What a consumer has news of; beyond it is answered and has no news.
+  static constexpr std::size_t kMostSubscriptions = 8192;
+
+  // A consumer that has been quiet so long is asked whether it is there, and one that still is,
+  // dropped.
+  static constexpr std::chrono::seconds kAskAfter{10};
+  static constexpr std::chrono::seconds kDropAfter{30};
+
+  // News of the records are gathered so long: a table of the switcher changes many.
+  static constexpr std::chrono::milliseconds kGather{50};
+
+  // All must outlive the object.
+  struct Services {
+    model::SystemModel& model;
+    std::function<jet::Database*()> database;  // the open one; null when there is none
+    stations::Changes& changes;
+    const model::Locks& locks;
+    switcher::LiveCommands& commands;
+    const switcher::LineShare& line;
+    gateway::PauseTimer& takeTimer;
+    gateway::PauseTimer& newsTimer;
+    gateway::PauseTimer& secondTimer;
+    std::function<Time()> now;
+    PeerEvents& events;
+    std::string version;   // of the program
+    bool mayTake = false;  // else all is for reading
+    // A gain was set: whoever shows it.
+    std::function<void()> gainsChanged;
+  };
+  explicit Provider(Services services);
+  Provider(const Provider&) = delete;
+  Provider& operator=(const Provider&) = delete;
+
+  // Serves a new connection, or closes it when there are kMostPeers.
+  void Accept(std::unique_ptr<gateway::ClientSocket> socket);
+
+  // Closes all connections.
+  void CloseAll();
+
+  int PeerCount() const;
+
+  // The link to the switcher may be in another state.
+  void LinkChanged() { TellLevels(); }
+
+  void DataArrived(int slot, std::size_t byteCount) override;
+  void PeerClosed(int slot) override;
+
+  void CrosspointRowChanged(int output, int mode) override;
+  void GainsChanged() override { TellLevels(); }
+  void TallyChanged() override { TellLevels(); }
+
+  void Changed(std::span<const stations::Change> changes) override;
+
+ private:
+  struct Peer {
+    std::unique_ptr<gateway::ClientSocket> socket;
+    std::string address;
+    bool isThere = false;
+    FrameReader reader;
+    std::set<Path> subscriptions;  // the matrix, parameters, and nodes for the parameters below
+    Time lastHeard;
+    bool isAsked = false;  // whether it is there, since it was last heard of
+  };
+
+  // What consumers were last told, or would have been, of what is compared.
+  struct Levels {
+    std::array<std::int16_t, model::kLevelCount> gains{};
+    std::array<std::int16_t, model::kLevelCount> tally{};
+    bool link = false;
+    bool mapComplete = false;
+  };
+
+  struct KnownRow {
+    bool isKnown = false;
+    std::vector<std::uint8_t> sources;
+    std::uint8_t status = 0;
+  };
+
+  Peer& At(int number) { return peers_[static_cast<std::size_t>(number - 1)]; }
+  PeerName Name(int number) { return {number, At(number).address}; }
+  int FreeNumber();
+
+  void Handle(int peer, const FrameReader::Event& event);
+  void Handle(int peer, const Request& request);
+  void AnswerDirectory(int peer, const Path& path);
+  void Subscribe(int peer, const Path& path);
+  void SetValue(int peer, const Request& request);
+  std::optional<Refusal> Set(const Request& request);
+  void Connect(int peer, const Request& request);
+  void Take(int peer, const Connection& connection);
+  void Invoke(int peer, const Request& request);
+  bool Call(int peer, const Request& request);
+
+  void AnswerRow(int peer, int output) override;
+  void RefuseLater(int peer, const Wanted& wanted, std::optional<int> invocation,
+                   Refusal why) override;
+  void AnswerInvocation(int peer, std::optional<int> invocation, bool done) override;
+  void CommandSent(int peer, const switcher::Take& take) override;
+
+  Bytes RowMessage(int output, Disposition disposition);
+  bool NoteRow(int output);
+  void TellLevels();
+  void TellTexts();
+  void TellValue(const Path& path, int always = 0);
+  bool IsSubscribed(const Peer& peer, const Path& parameter) const;
+  void Send(int peer, std::span<const std::uint8_t> message);
+  void SendFrames(int peer, std::span<const std::uint8_t> frames);
+  void Drop(int peer, PeerDrop why);
+  void EndPeer(int peer);
+  void EverySecond();
+
+  const Services services_;
+  ChannelTexts texts_;
+  Tree tree_;
+  Takes takes_;
+  std::vector<Peer> peers_;
+  Levels told_;
+  std::vector<KnownRow> rows_;  // by output - 1
+};
+
+}  // namespace ember
+
+#endif  // GATEWAY_EMBER_PROVIDER_H_

@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: MIT
+//
+// The open gateway with real sockets of this computer.
+
+#include "app/open_gateway.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+#include <string>
+#include <vector>
+
+#include "app/shell/main_window.h"
+#include "tests/app/patience.h"
+#include "tests/support/fake_serial_port.h"
+#include "tests/support/hex.h"
+#include "tests/support/recording_reporter.h"
+#include "tests/support/small_database.h"
+
+namespace app {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr char kRootAsked[] =
+    "FE 00 0E 00 01 C0 01 02 1F 02 60 0B 6B 09 A0 07 62 05 A0 03 02 01 20 B4 EC FF";
+constexpr char kConnect[] =
+    "FE 00 0E 00 01 C0 01 02 1F 02 60 23 6B 21 A0 1F 71 1D A0 04 0D 02 01 02 A5 15 30 13 A0 11 70 "
+    "0F A0 03 02 01 05 A1 03 0D 01 03 A2 03 02 01 01 8E 96 FF";
+
+int FreePort() {
+  QTcpServer server;
+  EXPECT_TRUE(server.listen(QHostAddress::Any, 0));
+  return server.serverPort();
+}
+
+class OpenGatewayTest : public testing::Test {
+ protected:
+  OpenGatewayTest() {
+    model_.ChannelCount = 8;
+    model_.AllocateMap();
+    model_.LinkStatus = {1, 1, 0};
+    model_.XmapComplete = true;
+    for (int i = 1; i <= 8; ++i) {
+      const std::string number = std::to_string(i);
+      database_.AddStation(i, {{"Label", "CAM " + number}, {"InLabel", "MIC " + number}});
+    }
+    EXPECT_TRUE(port_.Open(1).ok());
+    window_.show();
+  }
+
+  // What the installer has written, with this port in place of PORT.
+  void Begin(std::string lines) {
+    number_ = FreePort();
+    const std::size_t at = lines.find("PORT");
+    if (at != std::string::npos) lines.replace(at, 4, std::to_string(number_));
+    gateway_ = std::make_unique<OpenGateway>(OpenGateway::Services{
+        .access = ReadOpenGatewayAccess(config::IniFile("[OPEN GATEWAY]\n" + lines)),
+        .model = model_,
+        .database = [this] { return database_.Files().Database(); },
+        .changes = changes_,
+        .locks = locks_,
+        .port = port_,
+        .line = line_,
+        .labels = labels_,
+        .hints = window_.Hints(),
+        .reporter = reporter_,
+        .gainsChanged = [] {}});
+    const auto note = [this](const QString& text) { lines_.push_back(text.toStdString()); };
+    QObject::connect(gateway_.get(), &OpenGateway::Happened, note);
+    QObject::connect(gateway_.get(), &OpenGateway::HappenedAgain, note);
+    QObject::connect(gateway_.get(), &OpenGateway::PeersChanged, &window_.Status(),
+                     &StatusBar::SetControllers);
+    gateway_->Begin();
+  }
+
+  void Connect(QTcpSocket& socket) {
+    socket.connectToHost(QHostAddress(QHostAddress::LocalHost), static_cast<quint16>(number_));
+  }
+  void Send(QTcpSocket& socket, std::string_view hex) {
+    const auto bytes = test::FromHex(hex);
+    socket.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
+  }
+
+  QLabel* Aid() const { return window_.findChild<QLabel*>(QStringLiteral("aidControllers")); }
+
+  CommandTable commands_;
+  MainWindow window_{commands_};
+  model::SystemModel model_;
+  test::SmallDatabase database_;
+  stations::Changes changes_;
+  model::Locks locks_;
+  test::FakeSerialPort port_;
+  test::RecordingReporter reporter_;
+  switcher::LineShare line_{port_, [] { return std::chrono::milliseconds(500); }};
+  ChannelLabels labels_{{.model = model_,
+                         .database = [this] { return database_.Files().Database(); },
+                         .changes = changes_}};
+  int number_ = 0;
+  std::vector<std::string> lines_;
+  std::unique_ptr<OpenGateway> gateway_;
+};
+
+TEST_F(OpenGatewayTest, IsOffUnlessItIsWanted) {
+  Begin("Takes=Yes\n");
+  QTcpSocket socket;
+  Connect(socket);
+  EXPECT_FALSE(socket.waitForConnected(2000));
+  EXPECT_FALSE(Aid()->isVisible());
+  EXPECT_THAT(lines_, IsEmpty());
+}
+
+TEST_F(OpenGatewayTest, AnswersAndNamesWhoIsConnected) {
+  Begin("Port=PORT\n");
+  EXPECT_TRUE(Aid()->isVisible());
+  EXPECT_EQ(Aid()->text(), QStringLiteral("Controllers 0"));
+  EXPECT_EQ(Aid()->toolTip(), QStringLiteral("No controller is on the open gateway"));
+  QTcpSocket socket;
+  Connect(socket);
+  Send(socket, kRootAsked);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return socket.bytesAvailable() >= 66; }, kPatience));
+  EXPECT_EQ(Aid()->text(), QStringLiteral("Controllers 1"));
+  EXPECT_EQ(Aid()->toolTip(), QStringLiteral("Controller 1, 127.0.0.1"));
+  Send(socket, kConnect);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 2; }, kPatience));
+  socket.abort();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 3; }, kPatience));
+  EXPECT_THAT(lines_,
+              ElementsAre("Controller 1, 127.0.0.1: connected",
+                          "Controller 1, 127.0.0.1: connect CAM 6 < MIC 4 refused, this is for "
+                          "reading only",
+                          "Controller 1, 127.0.0.1: gone"));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(Aid()->text(), QStringLiteral("Controllers 0"));
+}
+
+TEST_F(OpenGatewayTest, TakesAreInTheLog) {
+  Begin("Port=PORT\nTakes=Yes\n");
+  QTcpSocket socket;
+  Connect(socket);
+  Send(socket, kConnect);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 2; }, kPatience));
+  EXPECT_EQ(lines_[1], "Controller 1, 127.0.0.1: take CAM 6 < MIC 4 (Sum)");
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
+  EXPECT_FALSE(window_.Hints().Has(Hint::OpenTakes));
+  gateway_->Close();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return socket.state() == QAbstractSocket::UnconnectedState; },
+                              kPatience));
+}
+
+TEST_F(OpenGatewayTest, WhoIsNotAllowedIsTurnedAway) {
+  Begin("Port=PORT\nAllow=192.0.2.7\n");
+  QTcpSocket socket;
+  Connect(socket);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !lines_.empty(); }, kPatience));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return socket.state() == QAbstractSocket::UnconnectedState; },
+                              kPatience));
+  EXPECT_THAT(lines_, ElementsAre("Controller 127.0.0.1 was not admitted"));
+}
+
+TEST_F(OpenGatewayTest, WhatIsNotUnderstoodAdmitsNobody) {
+  Begin("Port=PORT\nAllow=10.1\n");
+  QTcpSocket socket;
+  Connect(socket);
+  EXPECT_FALSE(socket.waitForConnected(2000));
+  EXPECT_TRUE(window_.Hints().Has(Hint::OpenGatewayClosed));
+  EXPECT_THAT(lines_, ElementsAre("The open gateway admits nobody: OPEN GATEWAY in Orvotesk.ini is "
+                                  "not understood (Allow=10.1)."));
+}
+
+TEST_F(OpenGatewayTest, APortThatIsTakenIsSaid) {
+  QTcpServer other;
+  Begin("Takes=No\n");
+  ASSERT_TRUE(other.listen(QHostAddress::LocalHost, 0));
+  Begin("Port=" + std::to_string(other.serverPort()) + "\n");
+  EXPECT_TRUE(window_.Hints().Has(Hint::OpenGatewayClosed));
+  ASSERT_EQ(lines_.size(), 1U);
+  EXPECT_THAT(lines_[0], HasSubstr("The open gateway cannot listen on port "));
+}
+
+TEST_F(OpenGatewayTest, TakesFromOtherComputersAreHintedAt) {
+  Begin("Port=PORT\nListen=0.0.0.0\nTakes=Yes\n");
+  EXPECT_TRUE(window_.Hints().Has(Hint::OpenTakes));
+}
+
+TEST_F(OpenGatewayTest, SeeingFromOtherComputersIsNot) {
+  Begin("Port=PORT\nListen=0.0.0.0\n");
+  EXPECT_FALSE(window_.Hints().Has(Hint::OpenTakes));
+}
+
+}  // namespace
+}  // namespace app

@@ -1,0 +1,345 @@
+// SPDX-License-Identifier: MIT
+//
+// What consumers are answered and told.
+
+#include "gateway/ember/provider.h"
+
+#include "tests/gateway/ember/provider_fixture.h"
+
+namespace ember {
+namespace {
+
+using std::chrono::seconds;
+using test::Hex;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+TEST_F(ProviderTest, SaysNothingUntilItIsAsked) {
+  const auto peer = Connect();
+  Report(1, {4});
+  Edit(1, "Label", "CAM A");
+  newsTimer_.ElapseAll();
+  EXPECT_EQ(peer->TakeWritten(), "");
+}
+
+TEST_F(ProviderTest, TheRecordedConversation) {
+  const auto peer = Connect();
+  peer->Send(test::kRootAsked);
+  EXPECT_EQ(peer->TakeWritten(), test::kRootAnswered);
+  peer->Send(test::kRootAskedWithMask);
+  EXPECT_EQ(peer->TakeWritten(), test::kRootAnswered);
+  peer->Send(test::kMatrixAsked);
+  EXPECT_EQ(peer->TakeWritten(), test::kMatrixAnswered);
+  peer->Send(Hex(Asked({1, 4, 2, 3})));
+  EXPECT_EQ(peer->TakeWritten(), test::kGainDescribed);
+  peer->Send(test::kGainSet);
+  EXPECT_EQ(peer->TakeWritten(), test::kGainTold);
+  EXPECT_EQ(port_.TakeWritten(), "E3 03 58 5B FF");
+  peer->Send(Hex(Asked({1, 7})));
+  EXPECT_THAT(peer->TakeWritten(), HasSubstr(test::kCallDescribed));
+}
+
+TEST_F(ProviderTest, TheTopNodeListsWhatHasChildren) {
+  const auto peer = Connect();
+  peer->Send(test::kNodeAsked);
+  const std::string answer = peer->TakeWritten();
+  for (const char* const path :
+       {"6A 22 A0 04 0D 02 01 01", "71 5B A0 04 0D 02 01 02", "A0 04 0D 02 01 03",
+        "A0 04 0D 02 01 04", "A0 04 0D 02 01 05", "A0 04 0D 02 01 06", "A0 04 0D 02 01 07"}) {
+    EXPECT_THAT(answer, HasSubstr(path));
+  }
+  EXPECT_THAT(answer, Not(HasSubstr("A0 04 0D 02 01 08")));
+}
+
+// One of its own answers with itself, one without children bare, and what is not there not at all.
+TEST_F(ProviderTest, DirectoriesOfAllKinds) {
+  const auto peer = Connect();
+  peer->Send(Asked({1, 6}));
+  EXPECT_EQ(
+      peer->TakeWritten(),
+      "FE 00 0E 00 01 C0 01 02 1F 02 60 55 6B 53 A0 24 69 22 A0 05 0D 03 01 06 01 A1 19 31 17 "
+      "A0 06 0C 04 6C 69 6E 6B A2 03 01 01 FD DF A5 03 02 01 01 AD 03 02 01 04 A0 2B 69 29 A0 "
+      "05 0D 03 01 06 02 A1 20 31 1E A0 0D 0C 0B 6D 61 70 43 6F 6D 70 6C 65 74 65 A2 03 01 01 "
+      "FD DF A5 03 02 01 01 AD 03 02 01 04 9A 23 FF");
+  peer->Send(Asked({1, 3, 1, 4}));
+  EXPECT_THAT(peer->TakeWritten(), HasSubstr("A2 07 0C 05 43 41 4D 20 35"));  // "CAM 5"
+  peer->Send(Asked({1, 3, 2, 7}));
+  EXPECT_THAT(peer->TakeWritten(), HasSubstr("A2 07 0C 05 4D 49 43 20 38"));  // "MIC 8"
+  peer->Send(Asked({1, 4, 3}));
+  EXPECT_THAT(peer->TakeWritten(), HasSubstr("6A 07 A0 05 0D 03 01 04 03"));
+  peer->Send(Asked({1, 4, 3, 4}));
+  EXPECT_THAT(peer->TakeWritten(), HasSubstr("6A 08 A0 06 0D 04 01 04 03 04"));
+  peer->Send(Asked({1, 4, 3, 4, 4}));  // output 5 is inhibited from input 5
+  EXPECT_THAT(peer->TakeWritten(), HasSubstr("A0 08 0D 06 01 04 03 04 04 01"));
+  peer->Send(Asked({1, 4, 3, 4, 4, 1}));
+  EXPECT_THAT(peer->TakeWritten(), HasSubstr("A2 03 01 01 FD DF"));
+  peer->Send(Asked({1, 4, 3, 4, 3, 1}));
+  EXPECT_THAT(peer->TakeWritten(), HasSubstr("A2 03 01 01 00"));
+  for (const Path& path : {Path{2}, Path{1, 8}, Path{1, 2, 1}, Path{1, 3, 1, 8}, Path{1, 3, 3},
+                           Path{1, 4, 1, 0, 2}, Path{1, 4, 3, 8}, Path{1, 4, 3, 0, 8},
+                           Path{1, 5, 64}, Path{1, 6, 0}, Path{1, 7, 3}, Path{2147483647}}) {
+    peer->Send(Asked(path));
+    EXPECT_EQ(peer->TakeWritten(), "");
+  }
+}
+
+TEST_F(ProviderTest, KeepAlivesAreAnswered) {
+  const auto peer = Connect();
+  peer->Send("FE 00 0E 01 01 94 E4 FF");
+  EXPECT_EQ(peer->TakeWritten(), "FE 00 0E 02 01 FD DC CE FF");
+  peer->Send("F8 01 04 00 0E 01 01");  // in the other framing: read over
+  EXPECT_EQ(peer->TakeWritten(), "");
+}
+
+TEST_F(ProviderTest, ARowIsToldToThoseWhoAskedForTheMatrix) {
+  const auto subscriber = Subscribe();
+  const auto other = Connect();
+  Report(6, {8});
+  EXPECT_EQ(subscriber->TakeWritten(), test::kAbsoluteReported);
+  EXPECT_EQ(other->TakeWritten(), "");
+  Report(6, {8});  // nothing new
+  EXPECT_EQ(subscriber->TakeWritten(), "");
+}
+
+TEST_F(ProviderTest, SubscriptionsBeginAndEnd) {
+  const auto peer = Connect();
+  peer->Send(test::kSubscribed);
+  EXPECT_EQ(peer->TakeWritten(), "");
+  EXPECT_EQ(port_.TakeWritten(), "");
+  Report(6, {8});
+  EXPECT_EQ(peer->TakeWritten(), test::kAbsoluteReported);
+  // The same with 31, Unsubscribe.
+  peer->Send(Packets(test::FromHex(
+      "60 19 6B 17 A0 15 71 13 A0 04 0D 02 01 02 A2 0B 64 09 A0 07 62 05 A0 03 02 01 1F")));
+  Report(6, {2});
+  EXPECT_EQ(peer->TakeWritten(), "");
+}
+
+// The switcher's row failed its checksum and was stored all the same; who read it then is told when
+// the right one comes, though it is the one from before.
+TEST_F(ProviderTest, ARowThatWasReadWhileItWasWrongIsToldAgain) {
+  Report(6, {2, 8});
+  model_.CrosspointMap.At(6, 5) = 1;
+  const auto peer = Subscribe();
+  Report(6, {2, 8});
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {1, 7}));
+}
+
+TEST_F(ProviderTest, ValuesAreToldToThoseWhoAskedForThemOrTheirNode) {
+  const auto byNode = Connect();
+  byNode->Send(Asked({1, 3, 1}));
+  const auto byParameter = Connect();
+  byParameter->Send(Asked({1, 3, 1, 2}));
+  const auto byGrandparent = Connect();
+  byGrandparent->Send(Asked({1, 3}));
+  for (const auto& peer : {byNode, byParameter, byGrandparent}) peer->written.clear();
+  Edit(3, "Label", "CAM C");
+  newsTimer_.ElapseAll();
+  const std::string news = ValueFrame({1, 3, 1, 2}, std::string("CAM C"));
+  EXPECT_EQ(byNode->TakeWritten(), news);
+  EXPECT_EQ(byParameter->TakeWritten(), news);
+  EXPECT_EQ(byGrandparent->TakeWritten(), "");
+  Edit(4, "Label", "CAM D");
+  newsTimer_.ElapseAll();
+  EXPECT_EQ(byParameter->TakeWritten(), "");
+}
+
+TEST_F(ProviderTest, AllKindsOfValuesAreTold) {
+  const auto peer = Connect();
+  for (const Path& path : {Path{1, 3, 2}, Path{1, 4, 1, 5}, Path{1, 4, 2, 3}, Path{1, 5},
+                           Path{1, 6}, Path{1, 4, 3, 0, 1, 1}}) {
+    peer->Send(Asked(path));
+  }
+  peer->written.clear();
+  Edit(8, "InLabel", "LINE");
+  newsTimer_.ElapseAll();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 3, 2, 7}, std::string("LINE")));
+  Report(6, {2, 8}, 1);
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 4, 1, 5, 1}, true));
+  model_.InputGains[3] = 100;
+  model_.InputGains[4] = 100;  // nobody asked for this one
+  provider_.GainsChanged();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 4, 2, 3, 1}, std::int64_t{0}));
+  model_.QdvTally[63] = 1;
+  provider_.TallyChanged();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 5, 63}, true));
+  model_.LinkStatus[0] = 0;
+  provider_.LinkChanged();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 6, 1}, false));
+  model_.XmapComplete = false;
+  secondTimer_.Elapse();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 6, 2}, false));
+  Edit(1, "Inhibits", "01100000");
+  newsTimer_.ElapseAll();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 4, 3, 0, 1, 1}, true));
+}
+
+TEST_F(ProviderTest, AGainIsSetSentAndTold) {
+  const auto peer = Connect();
+  const auto other = Connect();
+  other->Send(Asked({1, 4, 2, 3}));
+  other->written.clear();
+  peer->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{-12}));
+  EXPECT_EQ(port_.TakeWritten(), "E3 03 58 5B FF");
+  EXPECT_EQ(model_.InputGains[3], 88);
+  EXPECT_EQ(gainsShown_, 1);
+  EXPECT_EQ(peer->TakeWritten(), test::kGainTold);
+  EXPECT_EQ(other->TakeWritten(), test::kGainTold);
+  // -12 as a real number.
+  peer->Send(
+      Packets(test::FromHex("60 1A 6B 18 A0 16 69 14 A0 07 0D 05 01 04 02 03 01 A1 09 31 07 "
+                            "A2 05 09 03 C0 03 0C")));
+  EXPECT_EQ(port_.TakeWritten(), "E3 03 58 5B FF");
+  EXPECT_THAT(events_.lines, testing::Contains("1 10.0.0.7 gain 4 -12"));
+}
+
+TEST_F(ProviderTest, WhatCannotBeSetIsAnsweredWithWhatHolds) {
+  const auto peer = Connect();
+  const std::string gain = ValueFrame({1, 4, 2, 3, 1}, std::int64_t{-36});
+  for (const GlowValue& value : {GlowValue(std::int64_t{28}), GlowValue(std::int64_t{-101}),
+                                 GlowValue(std::string("loud")), GlowValue(true)}) {
+    peer->Send(Setting({1, 4, 2, 3, 1}, value));
+    EXPECT_EQ(peer->TakeWritten(), gain);
+  }
+  EXPECT_EQ(std::exchange(events_.refusals, {}), std::vector(4, Refusal::BadValue));
+  peer->Send(Setting({1, 3, 1, 0}, std::string("X")));
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 3, 1, 0}, std::string("CAM 1")));
+  EXPECT_THAT(std::exchange(events_.refusals, {}), ElementsAre(Refusal::ReadOnly));
+  model_.LinkStatus[0] = 0;
+  peer->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{0}));
+  EXPECT_EQ(peer->TakeWritten(), gain);
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::LinkDown));
+  peer->Send(Setting({1, 4, 2, 64, 1}, std::int64_t{0}));  // not there
+  EXPECT_EQ(peer->TakeWritten(), "");
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(model_.InputGains[3], 64);
+}
+
+class ReadOnlyProviderTest : public ProviderTest {
+ protected:
+  ReadOnlyProviderTest() : ProviderTest(false) {}
+};
+
+TEST_F(ReadOnlyProviderTest, NothingReachesTheLine) {
+  const auto peer = Connect();
+  peer->Send(Taking(1, 5, {3}));
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Locked, 5, {1, 7}));
+  peer->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{0}));
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 4, 2, 3, 1}, std::int64_t{-36}));
+  peer->Send(test::kCallInvoked);
+  EXPECT_EQ(
+      peer->TakeWritten(),
+      "FE 00 0E 00 01 C0 01 02 1F 02 60 15 77 13 A0 03 02 01 01 A1 03 01 01 00 A2 07 30 05 A0 "
+      "03 01 01 00 5D FD DE FF");
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(events_.refusals, std::vector(3, Refusal::ReadOnly));
+  // A gain says that it is for reading.
+  peer->Send(Asked({1, 4, 2, 3}));
+  EXPECT_THAT(peer->TakeWritten(), HasSubstr("A5 03 02 01 01 AD 03 02 01 01"));
+}
+
+TEST_F(ProviderTest, AQuietConsumerIsAskedAndThenDropped) {
+  const auto quiet = Connect();
+  const auto busy = Connect();
+  for (int second = 0; second < 40; ++second) {
+    now_ += seconds(1);
+    if (busy->connected) busy->Send("FE 00 0E 02 01 FD DC CE FF");
+    secondTimer_.Elapse();
+  }
+  EXPECT_EQ(quiet->TakeWritten(), "FE 00 0E 01 01 94 E4 FF");
+  EXPECT_TRUE(quiet->closedByConsole);
+  EXPECT_EQ(busy->TakeWritten(), "");
+  EXPECT_TRUE(busy->connected);
+  EXPECT_THAT(events_.drops, ElementsAre(PeerDrop::Silent));
+}
+
+TEST_F(ProviderTest, OneThatDoesNotReadIsDropped) {
+  const auto peer = Connect();
+  peer->reads = false;
+  for (int i = 0; i < 10000 && peer->connected; ++i) peer->Send(test::kMatrixAsked);
+  EXPECT_TRUE(peer->closedByConsole);
+  EXPECT_LE(peer->unsent, (1U << 20) + 300);
+  EXPECT_THAT(events_.drops, ElementsAre(PeerDrop::DoesNotRead));
+}
+
+TEST_F(ProviderTest, OneWithoutAnEndIsDropped) {
+  const auto peer = Connect();
+  peer->Send(Bytes{0xFE});
+  for (int i = 0; i < 100 && peer->connected; ++i) peer->Send(Bytes(1024, 0x11));
+  EXPECT_TRUE(peer->closedByConsole);
+  EXPECT_THAT(events_.drops, ElementsAre(PeerDrop::TooLong));
+}
+
+TEST_F(ProviderTest, SoManyAreServedAndPlacesBecomeFree) {
+  std::vector<std::shared_ptr<test::FakePeer>> peers;
+  for (int i = 0; i < 32; ++i) peers.push_back(Connect());
+  const auto tooMany = Connect();
+  EXPECT_TRUE(tooMany->closedByConsole);
+  EXPECT_EQ(events_.lines.back(), "10.0.0.7 turned away");
+  peers[4]->Close();
+  EXPECT_EQ(provider_.PeerCount(), 31);
+  const auto next = Connect();
+  next->Send(test::kRootAsked);
+  EXPECT_EQ(next->TakeWritten(), test::kRootAnswered);
+  EXPECT_EQ(events_.lines.back(), "5 10.0.0.7 connected");
+}
+
+TEST_F(ProviderTest, OneThatHasGoneIsFoundOutByWriting) {
+  const auto peer = Subscribe();
+  const auto other = Subscribe();
+  peer->closesAtWrite = true;
+  Report(6, {8});
+  EXPECT_EQ(other->TakeWritten(), test::kAbsoluteReported);
+  EXPECT_EQ(provider_.PeerCount(), 1);
+  EXPECT_EQ(events_.lines.back(), "1 10.0.0.7 gone");
+}
+
+TEST_F(ProviderTest, TheNextOneInAPlaceInheritsNothing) {
+  const auto first = Subscribe();
+  first->Send(Bytes{0xFE, 0x00, 0x0E});
+  first->Close();
+  const auto next = Connect();
+  next->Send(test::kRootAsked);
+  EXPECT_EQ(next->TakeWritten(), test::kRootAnswered);
+  Report(6, {8});
+  EXPECT_EQ(next->TakeWritten(), "");
+}
+
+TEST_F(ProviderTest, WithoutChannelsThereIsNoMatrix) {
+  model_.ChannelCount = 0;
+  model_.AllocateMap();
+  const auto peer = Connect();
+  peer->Send(test::kNodeAsked);
+  const std::string answer = peer->TakeWritten();
+  EXPECT_THAT(answer, HasSubstr("A0 04 0D 02 01 05"));
+  for (const char* const path : {"A0 04 0D 02 01 02", "A0 04 0D 02 01 03", "A0 04 0D 02 01 04"}) {
+    EXPECT_THAT(answer, Not(HasSubstr(path)));
+  }
+  peer->Send(test::kMatrixAsked);
+  peer->Send(test::kAbsolute);
+  peer->Send(test::kCallInvoked);
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+// Whatever byte of a frame is another one, nothing is taken: the checksum says so.
+TEST_F(ProviderTest, NoWrongByteOfATakeReachesTheLine) {
+  for (const char* const frame : {test::kAbsolute, test::kAbsoluteWithContents, test::kConnect,
+                                  test::kDisconnect, test::kGainSet, test::kCallInvoked}) {
+    const Bytes bytes = test::FromHex(frame);
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+      for (const int flip : {0x01, 0x80, 0xFF, 0x20}) {
+        Bytes wrong = bytes;
+        wrong[at] = static_cast<std::uint8_t>(wrong[at] ^ flip);
+        const auto peer = Connect();
+        peer->Send(wrong);
+        EXPECT_EQ(port_.TakeWritten(), "") << frame << " at " << at;
+        if (peer->connected) peer->Close();
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace ember

@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+//
+// What consumers take, on its way to the switcher and back.
+
+#include "gateway/ember/takes.h"
+
+#include "tests/gateway/ember/provider_fixture.h"
+
+namespace ember {
+namespace {
+
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr int kAbsoluteOperation = 0;
+constexpr int kConnectOperation = 1;
+constexpr int kDisconnectOperation = 2;
+
+class TakesTest : public ProviderTest {};
+
+TEST_F(TakesTest, AbsoluteIsATake) {
+  const auto peer = Connect();
+  peer->Send(test::kAbsolute);
+  EXPECT_EQ(port_.TakeWritten(), "FD 03 00 07 00 05 00 0F FF");
+  EXPECT_EQ(peer->TakeWritten(), "");
+  Report(6, {8});
+  EXPECT_EQ(peer->TakeWritten(), test::kAbsoluteReported);
+  EXPECT_EQ(events_.lines.back(), "1 10.0.0.7 took 6 8 3");
+}
+
+TEST_F(TakesTest, WithAllThatTheConsumerRemembersToo) {
+  const auto peer = Connect();
+  peer->Send(test::kAbsoluteWithContents);
+  EXPECT_EQ(port_.TakeWritten(), "FD 03 00 07 00 05 00 0F FF");
+}
+
+TEST_F(TakesTest, ConnectAndDisconnectAreSums) {
+  const auto peer = Connect();
+  Report(6, {8});
+  peer->Send(test::kConnect);
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
+  Report(6, {4, 8});
+  EXPECT_EQ(peer->TakeWritten(), test::kConnectReported);
+  peer->Send(test::kDisconnect);
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 07 00 05 00 0C FF");
+  Report(6, {4});
+  EXPECT_EQ(peer->TakeWritten(), test::kDisconnectReported);
+}
+
+// From inputs 2 and 8 to 1 and 2: 1 is made before 8 is broken.
+TEST_F(TakesTest, AbsoluteOfSeveralMakesFirstAndThenBreaks) {
+  const auto peer = Connect();
+  peer->Send(Taking(kAbsoluteOperation, 5, {1, 0, 1}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 00 00 05 00 07 FF FD 00 00 07 00 05 00 0C FF");
+  Report(6, {1, 2, 8});
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {0, 1, 7}));
+}
+
+TEST_F(TakesTest, AbsoluteOfNoneBreaksAll) {
+  const auto peer = Connect();
+  peer->Send(Taking(kAbsoluteOperation, 5, {}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 01 00 05 00 06 FF FD 00 00 07 00 05 00 0C FF");
+}
+
+TEST_F(TakesTest, WhatStandsIsAnsweredAtOnce) {
+  const auto peer = Connect();
+  const std::string row = RowFrame(Disposition::Tally, 5, {1, 7});
+  peer->Send(Taking(kAbsoluteOperation, 5, {7, 1}));
+  EXPECT_EQ(peer->TakeWritten(), row);
+  peer->Send(Taking(kConnectOperation, 5, {7}));
+  EXPECT_EQ(peer->TakeWritten(), row);
+  peer->Send(Taking(kDisconnectOperation, 5, {3}));
+  EXPECT_EQ(peer->TakeWritten(), row);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(events_.refusals, IsEmpty());
+}
+
+TEST_F(TakesTest, MakingWhatIsInhibitedIsRefused) {
+  const auto peer = Connect();
+  peer->Send(test::kConnectInhibited);
+  EXPECT_EQ(peer->TakeWritten(), test::kConnectRefused);
+  peer->Send(Taking(kAbsoluteOperation, 4, {4}));
+  EXPECT_EQ(peer->TakeWritten(), test::kConnectRefused);
+  peer->Send(Taking(kAbsoluteOperation, 4, {3, 4}));
+  EXPECT_EQ(peer->TakeWritten(), test::kConnectRefused);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(events_.refusals, std::vector(3, Refusal::Inhibited));
+}
+
+// One that stands is broken; and nothing is made of it where the others go.
+TEST_F(TakesTest, BreakingWhatIsInhibitedIsCarriedOut) {
+  const auto peer = Connect();
+  Report(5, {5});
+  peer->Send(Taking(kDisconnectOperation, 4, {4}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 04 00 04 00 08 FF");
+  Report(5, {2, 5});
+  peer->Send(Taking(kAbsoluteOperation, 4, {4}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 01 00 04 00 05 FF");
+}
+
+// An inhibit that was edited a moment ago counts.
+TEST_F(TakesTest, InhibitsAreThoseOfNow) {
+  const auto peer = Connect();
+  peer->Send(test::kConnectInhibited);
+  Edit(5, "Inhibits", "00010000");
+  peer->Send(Taking(kConnectOperation, 4, {3}));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  peer->Send(test::kConnectInhibited);
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 04 00 04 00 0A FF");
+}
+
+TEST_F(TakesTest, WhatTheStateForbidsIsRefused) {
+  const auto peer = Connect();
+  const std::string row = RowFrame(Disposition::Locked, 5, {1, 7});
+  locks_.LockOutput(6, model::Locks::Against::Console);
+  peer->Send(test::kConnect);
+  EXPECT_EQ(peer->TakeWritten(), row);
+  locks_.UnlockOutput(6);
+  model_.XmapComplete = false;
+  peer->Send(test::kConnect);
+  EXPECT_EQ(peer->TakeWritten(), row);
+  model_.XmapComplete = true;
+  model_.LinkStatus[0] = 0;
+  peer->Send(test::kConnect);
+  EXPECT_EQ(peer->TakeWritten(), row);
+  EXPECT_THAT(events_.refusals,
+              ElementsAre(Refusal::OutputLocked, Refusal::MapNotComplete, Refusal::LinkDown));
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+// The console's own lock is against slips of the operator.
+TEST_F(TakesTest, ALockedConsoleDoesNotHoldUpControllers) {
+  const auto peer = Connect();
+  locks_.LockConsole(true);
+  peer->Send(test::kConnect);
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
+}
+
+TEST_F(TakesTest, ARowOfPriorityLosesNothing) {
+  const auto peer = Connect();
+  Report(6, {2, 8}, 1);
+  const std::string row = RowFrame(Disposition::Locked, 5, {1, 7});
+  peer->Send(test::kAbsolute);
+  EXPECT_EQ(peer->TakeWritten(), row);
+  peer->Send(test::kDisconnect);
+  EXPECT_EQ(peer->TakeWritten(), row);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(events_.refusals, std::vector(2, Refusal::PriorityRow));
+  peer->Send(test::kConnect);
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
+}
+
+TEST_F(TakesTest, WhatIsNotThereHasNoAnswer) {
+  const auto peer = Connect();
+  for (const int target : {-1, 8, 2147483647}) peer->Send(Taking(kConnectOperation, target, {1}));
+  peer->Send(Taking(kConnectOperation, 5, {8}));
+  peer->Send(Taking(kConnectOperation, 5, {2147483647}));
+  peer->Send(Taking(kAbsoluteOperation, 5, {3, 8}));
+  EXPECT_EQ(peer->TakeWritten(), "");
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(events_.refusals, std::vector(6, Refusal::NoSuchChannel));
+}
+
+TEST_F(TakesTest, WithoutAReportTheRowIsAnsweredInTime) {
+  const auto peer = Connect();
+  peer->Send(test::kConnect);
+  Pass(milliseconds(2499));
+  EXPECT_EQ(peer->TakeWritten(), "");
+  Pass(milliseconds(1));
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {1, 7}));
+  Report(6, {2, 4, 8});
+  EXPECT_EQ(peer->TakeWritten(), "");
+}
+
+TEST_F(TakesTest, AReportEndsTheWait) {
+  const auto peer = Connect();
+  peer->Send(test::kConnect);
+  Report(6, {2, 8});  // the switcher did not carry it out
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {1, 7}));
+  Pass(milliseconds(2500));
+  EXPECT_EQ(peer->TakeWritten(), "");
+}
+
+TEST_F(TakesTest, WhileTheLineIsBusyTakesWaitAndConsumersTakeTurns) {
+  const auto first = Connect();
+  const auto second = Connect();
+  port_.sendsAtOnce = false;
+  port_.unsent = 250;
+  first->Send(Taking(kConnectOperation, 0, {0}));
+  first->Send(Taking(kConnectOperation, 1, {0}));
+  second->Send(Taking(kConnectOperation, 2, {0}));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  port_.unsent = 0;
+  Pass(milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(),
+            "FD 02 00 00 00 00 00 02 FF FD 02 00 00 00 02 00 04 FF FD 02 00 00 00 01 00 03 FF");
+}
+
+TEST_F(TakesTest, WhatWaitedTooLongIsNotSent) {
+  const auto peer = Connect();
+  port_.sendsAtOnce = false;
+  port_.unsent = 250;
+  peer->Send(test::kConnect);
+  Pass(milliseconds(2500));
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Locked, 5, {1, 7}));
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::LineBusy));
+  port_.unsent = 0;
+  Pass(milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+// What has become of the row meanwhile counts.
+TEST_F(TakesTest, WhatWaitedIsJudgedAnew) {
+  const auto peer = Connect();
+  port_.sendsAtOnce = false;
+  port_.unsent = 250;
+  peer->Send(test::kConnect);
+  peer->Send(Taking(kConnectOperation, 0, {0}));
+  locks_.LockOutput(6, model::Locks::Against::Console);
+  model_.CrosspointMap.At(1, 1) = 1;
+  port_.unsent = 0;
+  Pass(milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Locked, 5, {1, 7}) + " " +
+                                     RowFrame(Disposition::Modified, 0, {0, 2}));
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::OutputLocked));
+}
+
+TEST_F(TakesTest, OneWhoLeavesTakesNothingMore) {
+  const auto peer = Connect();
+  port_.sendsAtOnce = false;
+  port_.unsent = 250;
+  peer->Send(test::kConnect);
+  peer->Close();
+  port_.unsent = 0;
+  takeTimer_.ElapseAll();
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+TEST_F(TakesTest, SoManyMayWait) {
+  const auto peer = Connect();
+  port_.sendsAtOnce = false;
+  port_.unsent = 250;
+  for (int i = 0; i < 1000; ++i) peer->Send(test::kConnect);
+  EXPECT_EQ(events_.refusals, std::vector(744, Refusal::TooMany));
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+// Row 6 without priority.
+TEST_F(TakesTest, ACallIsDoneWhenTheRowSaysSo) {
+  const auto peer = Connect();
+  peer->Send(test::kCallInvoked);
+  EXPECT_EQ(port_.TakeWritten(), "FD 06 01 07 00 05 00 12 FF");
+  Report(6, {2, 8});  // not yet
+  EXPECT_EQ(peer->TakeWritten(), "");
+  Report(6, {2, 8}, 1);
+  EXPECT_EQ(peer->TakeWritten(), test::kCallAnswered);
+  // It stands: nothing is sent.
+  peer->Send(test::kCallInvoked);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(peer->TakeWritten(), test::kCallAnswered);
+  peer->Send(Calling({1, 7, 1}, 2, {BerInteger(5), BerInteger(7), BerBoolean(false)}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 04 01 07 00 05 00 10 FF");
+}
+
+TEST_F(TakesTest, PriorityListenHasActionsOfItsOwn) {
+  const auto peer = Connect();
+  peer->Send(Calling({1, 7, 2}, 1, {BerInteger(5), BerInteger(7), BerBoolean(true)}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 0A 01 07 00 05 00 16 FF");
+  Report(6, {8}, 1);
+  EXPECT_EQ(peer->TakeWritten(), test::kCallAnswered);
+  peer->Send(Calling({1, 7, 2}, {}, {BerInteger(5), BerInteger(7), BerBoolean(false)}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 08 01 07 00 05 00 14 FF");
+  Report(6, {}, 0);
+  EXPECT_EQ(peer->TakeWritten(), "");  // it had no number
+}
+
+TEST_F(TakesTest, ACallThatIsNotDoneSaysSo) {
+  const auto peer = Connect();
+  const std::string notDone =
+      test::Hex(Packets(InvocationResult(1, false, std::vector<GlowValue>{false})));
+  peer->Send(test::kCallInvoked);
+  port_.TakeWritten();
+  Pass(milliseconds(2500));
+  EXPECT_EQ(peer->TakeWritten(), notDone);
+  locks_.LockOutput(6, model::Locks::Against::Console);
+  peer->Send(test::kCallInvoked);
+  EXPECT_EQ(peer->TakeWritten(), notDone);
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+TEST_F(TakesTest, WrongArgumentsDoNothing) {
+  const auto peer = Connect();
+  const std::string notDone =
+      test::Hex(Packets(InvocationResult(1, false, std::vector<GlowValue>{false})));
+  const Bytes five = BerInteger(5);
+  const Bytes on = BerBoolean(true);
+  for (const Bytes& frame :
+       {Calling({1, 7, 1}, 1, {}), Calling({1, 7, 1}, 1, {five, five}),
+        Calling({1, 7, 1}, 1, {five, five, on, on}), Calling({1, 7, 1}, 1, {five, five, five}),
+        Calling({1, 7, 1}, 1, {BerInteger(8), five, on}),
+        Calling({1, 7, 1}, 1, {five, BerInteger(-1), on}), Calling({1, 7, 1}, 1, {on, five, on})}) {
+    peer->Send(frame);
+    EXPECT_EQ(peer->TakeWritten(), notDone);
+  }
+  peer->Send(Calling({1, 7, 3}, 1, {five, five, on}));  // no such function
+  EXPECT_EQ(peer->TakeWritten(), "");
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(events_.refusals, SizeIs(7));
+}
+
+TEST_F(TakesTest, ALineThatFailsIsAnsweredInTime) {
+  const auto peer = Connect();
+  port_.writesUntilFailure = 0;
+  peer->Send(test::kConnect);
+  EXPECT_EQ(peer->TakeWritten(), "");
+  Pass(milliseconds(2500));
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {1, 7}));
+  EXPECT_THAT(reporter_.reports, SizeIs(1));
+}
+
+}  // namespace
+}  // namespace ember
