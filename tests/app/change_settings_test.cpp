@@ -36,7 +36,7 @@ constexpr char kFile[] =
     "[SERIAL DEVICES]\r\n; the adapter\r\nCOM1=/dev/ttyUSB0\r\n";
 
 // A port that is free just now.
-int FreePort() {
+int FreeTcpPort() {
   QTcpServer server;
   EXPECT_TRUE(server.listen(QHostAddress::AnyIPv4));
   return server.serverPort();
@@ -180,7 +180,7 @@ TEST_F(ChangeSettingsTest, PanelsAreServedAtOnceOnTheirPort) {
   QSignalSpy panels(&settings_, &ChangeSettings::PanelsChanged);
   views::WantedSettings wanted = Present();
   wanted.panels = true;
-  wanted.ipPort = FreePort();
+  wanted.ipPort = FreeTcpPort();
   EXPECT_TRUE(settings_.Apply(wanted));
   EXPECT_TRUE(listener_.IsListening());
   EXPECT_EQ(panels.count(), 1);
@@ -197,7 +197,7 @@ TEST_F(ChangeSettingsTest, PanelsAreServedAtOnceOnTheirPort) {
 TEST_F(ChangeSettingsTest, ATakenTcpPortChangesNothing) {
   views::WantedSettings wanted = Present();
   wanted.panels = true;
-  wanted.ipPort = FreePort();
+  wanted.ipPort = FreeTcpPort();
   ASSERT_TRUE(settings_.Apply(wanted));
   const std::string before = File();
   QTcpServer other;
