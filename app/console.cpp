@@ -206,6 +206,7 @@ Console::Console(AppFolder folder)
                       .files = files_,
                       .backups = backups_,
                       .changes = changes_,
+                      .reader = copyWriter_,
                       .reporter = boxes_,
                       .storeEdits = [this] { return views_.StoreEdits(); }}),
       rescue_({.journal = journal_,
@@ -220,6 +221,15 @@ Console::Console(AppFolder folder)
                       .keeper = journal_,
                       .views = views_,
                       .window = window_}),
+      settings_({.model = model_,
+                 .window = window_,
+                 .file = settingsFile_,
+                 .link = link_,
+                 .port = port_,
+                 .listener = listener_,
+                 .reporter = boxes_,
+                 .locks = locks_,
+                 .isComparing = [this] { return transfers_.IsComparing(); }}),
       lockKeeper_({.locks = locks_,
                    .file = folder_.File(kLocksFile),
                    .window = window_,
@@ -241,6 +251,7 @@ Console::Console(AppFolder folder)
   ConnectStatusBar();
   ConnectBackups();
   ConnectJournal();
+  ConnectSettings();
   ConnectSentFile();
   ConnectNetwork();
   ConnectShutDown();
@@ -270,11 +281,7 @@ void Console::Start() {
   backups_.BeginDays();
   if (listener_.IsListening()) panelReports_.Begin();
   openGateway_.Begin();
-  if (model_.DemoMode == 1) {
-    window_.Status().SetDemo(true);
-    window_.Hints().Give(Hint::Demo, tr("Demo mode: the map draws its own takes, whether or not a "
-                                        "switcher carries them out."));
-  }
+  ShowDemoMode();
   window_.PollTimer().start();
   window_.DecodeTimer().start();
   views_.ShowButtons();
@@ -456,6 +463,27 @@ void Console::ConnectJournal() {
   connect(&rescue_, &Rescue::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
   connect(&rescue_, &Rescue::NoteRequested, &log_, &LogKeeper::Note);
   connect(&viewMenu_, &ViewMenu::RecentChangesRequested, &recentChanges_, &RecentChanges::Show);
+}
+
+void Console::ConnectSettings() {
+  connect(&window_.SettingsCommand(), &QAction::triggered, &settings_, &ChangeSettings::Ask);
+  connect(&settings_, &ChangeSettings::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&settings_, &ChangeSettings::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&settings_, &ChangeSettings::PanelsChanged, &panelReports_, [this] {
+    if (listener_.IsListening()) panelReports_.Begin();
+  });
+  connect(&settings_, &ChangeSettings::DemoModeChanged, this, &Console::ShowDemoMode);
+}
+
+void Console::ShowDemoMode() {
+  const bool isDemo = model_.DemoMode == 1;
+  window_.Status().SetDemo(isDemo);
+  if (isDemo) {
+    window_.Hints().Give(Hint::Demo, tr("Demo mode: the map draws its own takes, whether or not a "
+                                        "switcher carries them out."));
+  } else {
+    window_.Hints().Withdraw(Hint::Demo);
+  }
 }
 
 void Console::ConnectShutDown() {

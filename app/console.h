@@ -10,6 +10,7 @@
 #include "app/backups/backup_keeper.h"
 #include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
+#include "app/change_settings.h"
 #include "app/damage_report.h"
 #include "app/journal/journal_keeper.h"
 #include "app/journal/recent_changes.h"
@@ -84,9 +85,11 @@ class Console : public QObject {
   void ConnectView(views::MainView* view);
   void ConnectBackups();
   void ConnectJournal();
+  void ConnectSettings();
   void ConnectSentFile();
   void ConnectNetwork();
   void ConnectShutDown();
+  void ShowDemoMode();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;
@@ -146,6 +149,7 @@ class Console : public QObject {
   RestoreBackup restoreBackup_;
   Rescue rescue_;
   RecentChanges recentChanges_;
+  ChangeSettings settings_;
   LockKeeper lockKeeper_;
   ShutDown shutDown_;
   Termination termination_;

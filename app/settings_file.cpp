@@ -26,12 +26,16 @@ QString SettingsFile::SerialDevice(int number) const {
   return QString::fromStdString(config::SerialDevice(Read(), number));
 }
 
-model::Status SettingsFile::Write(const model::SystemModel& model, int portNumber) const {
+model::Status SettingsFile::Write(const model::SystemModel& model, int portNumber,
+                                  const std::map<int, QString>& devices) const {
   std::error_code unseen;
   if (!mayBeMade_ && !std::filesystem::exists(path_, unseen)) return {};
   config::IniFile settings;
   if (model::Status status = Read(&settings); !status.ok()) return status;
   config::WriteConfiguration(model, portNumber, settings);
+  for (const auto& [number, device] : devices) {
+    config::SetSerialDevice(number, device.toStdString(), settings);
+  }
   return settings.Save(path_);
 }
 

@@ -4,6 +4,7 @@
 #define APP_SETTINGS_FILE_H_
 
 #include <QString>
+#include <map>
 
 #include "app/app_folder.h"
 #include "config/ini_file.h"
@@ -24,10 +25,11 @@ class SettingsFile {
   // The device of a serial port, as the file names it now or as the platform does.
   QString SerialDevice(int number) const;
 
-  // Writes the settings of the model and the number of the port that is in use.  A file that cannot
-  // be read is not written either: what it holds would be lost.  Nor is one made in the place of
-  // the house's that could not be copied.
-  model::Status Write(const model::SystemModel& model, int portNumber) const;
+  // Writes the settings of the model, the number of the port that is in use, and the devices of
+  // ports that get another one.  A file that cannot be read is not written either: what it holds
+  // would be lost.  Nor is one made in the place of the house's that could not be copied.
+  model::Status Write(const model::SystemModel& model, int portNumber,
+                      const std::map<int, QString>& devices = {}) const;
 
  private:
   const std::filesystem::path path_;

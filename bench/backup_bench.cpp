@@ -61,8 +61,9 @@ void Read(benchmark::State& state) {
 // Of the copies, in the order of the list.
 void Choose(benchmark::State& state, int row, int differences) {
   KeptSystem system(state);
-  views::BackupWindow window(
-      {.copies = system.Copies(), .database = [&system] { return system.Files().Database(); }});
+  views::BackupWindow window({.copies = system.Copies(),
+                              .database = [&system] { return system.Files().Database(); },
+                              .elsewhere = nullptr});
   window.show();
   auto& copies = test::Find<QTreeWidget>(window, "lstBackups");
   auto& list = test::Find<QAbstractItemView>(window, "lstBackupDiff");

@@ -4,6 +4,7 @@
 #define CONFIG_SERIAL_DEVICES_H_
 
 #include <string>
+#include <string_view>
 
 #include "config/ini_file.h"
 
@@ -13,6 +14,10 @@ namespace config {
 // number in section "SERIAL DEVICES", else the platform's own port of that number ("/dev/ttyS0"
 // for 1, "COM1" on Windows).
 std::string SerialDevice(const IniFile& file, int number);
+
+// Names the device of serial port `number`; an empty one stands for the platform's own.
+// REQUIRES: no line break in it
+void SetSerialDevice(int number, std::string_view device, IniFile& file);
 
 }  // namespace config
 

@@ -18,6 +18,17 @@ model::Status Link::OpenPort() {
   return status;
 }
 
+model::Status Link::MoveTo(int number) {
+  services_.port.Close();
+  PortLost();
+  services_.model.ComPort = static_cast<std::int16_t>(number);
+  services_.model.XmapComplete = false;
+  services_.model.TallySeen = false;
+  model::Status status = OpenPort();
+  if (!status.ok()) services_.display.ShowLinkText(NotConnectedText());
+  return status;
+}
+
 bool Link::KeepOpen() {
   if (services_.port.IsOpen()) return true;
   if (!services_.port.Open(services_.model.ComPort).ok()) return false;

@@ -70,6 +70,11 @@ class Link : public SerialPortEvents {
   // When that fails the text stays as it is, and the poll tries again quietly.
   model::Status OpenPort();
 
+  // Leaves the port that is open and opens port `number`, which becomes ComPort.  Of the switcher
+  // there nothing is known: its map and its tally are asked for.  When the port cannot be opened the
+  // poll tries again quietly.
+  model::Status MoveTo(int number);
+
   // Polls the switcher and watches for its answers, if the port is open or KeepOpen() opens it.
   void PollTick();
 

@@ -5,11 +5,10 @@
 #include <QCoreApplication>
 #include <QStringList>
 #include <algorithm>
-#include <charconv>
-#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
 #include <utility>
 
 #include "db/station_fields.h"
@@ -102,31 +101,27 @@ QString SubjectWords(const Subject& subject) {
   return Text(subject.field);
 }
 
-void AppendNumber(std::size_t number, QString* text) {
-  char digits[20];
-  const char* const end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-  text->append(QLatin1StringView(std::begin(digits), end));
+void AppendNumber(std::size_t number, std::u16string* text) {
+  if (number >= 10) AppendNumber(number / 10, text);
+  text->push_back(static_cast<char16_t>(u'0' + number % 10));
 }
 
 // The members of a flag string: "3, 7–12".  A list of thousands of rows has two of them in each.
 QString Members(const jet::Value& flags) {
   const std::vector<std::uint8_t> members = model::FlagMembers(flags.Text());
-  QString text;
+  std::u16string text;
+  text.reserve(2 * members.size());
   for (std::size_t i = 0; i < members.size(); ++i) {
     if (members[i] == 0) continue;
     const std::size_t first = i;
     while (i + 1 < members.size() && members[i + 1] != 0) ++i;
-    if (!text.isEmpty()) text.append(QLatin1StringView(", "));
+    if (!text.empty()) text += u", ";
     AppendNumber(first + 1, &text);
     if (i == first) continue;
-    if (i == first + 1) {
-      text.append(QLatin1StringView(", "));
-    } else {
-      text.append(u'–');
-    }
+    text += i == first + 1 ? u", " : u"–";
     AppendNumber(i + 1, &text);
   }
-  return text;
+  return QString::fromStdU16String(text);
 }
 
 QString MembersOr(const jet::Value& flags, const QString& none) {

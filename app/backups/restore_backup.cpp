@@ -17,7 +17,11 @@ void RestoreBackup::Ask() {
   // What is typed belongs to what is there now.
   if (views::IsShown(backup_) || !services_.storeEdits()) return;
   backup_ = new views::BackupWindow({.copies = services_.backups.Copies(),
-                                     .database = [this] { return services_.files.Database(); }},
+                                     .database = [this] { return services_.files.Database(); },
+                                     .elsewhere =
+                                         [this](auto work, auto done) {
+                                           services_.reader.Begin(std::move(work), std::move(done));
+                                         }},
                                     &services_.window);
   backup_->setAttribute(Qt::WA_DeleteOnClose);
   connect(backup_, &views::BackupWindow::RestoreRequested, this, &RestoreBackup::Restore);

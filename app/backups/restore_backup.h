@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/backups/backup_keeper.h"
+#include "app/shell/background_writer.h"
 #include "db/database_files.h"
 #include "model/error_reporter.h"
 #include "stations/change.h"
@@ -28,6 +29,7 @@ class RestoreBackup : public QObject {
     db::DatabaseFiles& files;
     BackupKeeper& backups;
     stations::Changes& changes;
+    BackgroundWriter& reader;  // of a file from elsewhere: its disk may be one that is pulled out
     model::ErrorReporter& reporter;
     // Stores what is typed into a view and not stored yet; false when that failed, which was
     // reported, and nothing is asked for.

@@ -39,7 +39,7 @@ class Stored : public stations::ChangeObserver {
  public:
   using ChangeObserver::ChangeObserver;
   void Changed(std::span<const stations::Change> changes) override {
-    rows_ += views::ChangeRows(changes).size();
+    rows_ += views::CountRows(changes);
   }
   std::size_t Rows() const { return rows_; }
 
@@ -108,7 +108,7 @@ void Rescue::ReadOn() {
     bytes += reading.run.NextBytes();
     const stations::Act* const act = reading.run.ReadNext();
     // As many as the window of the changes lists.
-    if (act != nullptr) reading.changes += views::ChangeRows(act->changes).size();
+    if (act != nullptr) reading.changes += views::CountRows(act->changes);
     if (!reading.run.IsDone()) continue;
     Take(std::move(reading));
     readings_.pop_front();

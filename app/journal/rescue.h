@@ -26,8 +26,8 @@ namespace app {
 
 // Offers what runs of the console have changed that ended without saving, the oldest first: to
 // restore it, to show it, or to discard it.  Nothing is restored unasked, and nothing is forgotten:
-// closing the hint decides nothing, and the command of the menu brings it back, or
-// leads there, or, from there, to the next one of several.
+// closing the hint decides nothing, and the command of the menu brings it back, or leads there, or,
+// from there, to the next one of several.
 //
 // A run is restored on the database that it began with; on another one it can only be shown.
 class Rescue : public QObject {

@@ -66,6 +66,7 @@ constexpr Explained kExplained[] = {
     {"aidSaveCopyDialog", "backups.html#save"},
     {"frmBackup", "backups.html#restore"},
     {"aidOtherFileDialog", "backups.html#restore"},
+    {"frmSettings", "set-up.html#dialog"},
     {"aidExportChanges", "recent.html#go"},
     {"frmPresets", "presets.html#store"},
     {"frmRecall", "presets.html#recall"},

@@ -137,6 +137,9 @@ void MainWindow::BuildMenus() {
   import_ = AddAid(*file, "aidImportProgramming", tr("&Import Labels Or Programming…"));
   import_->setIcon(views::Icon(QStringLiteral("import")));
   file->addSeparator();
+  settings_ = AddAid(*file, "aidSettings", tr("Settin&gs…"));
+  settings_->setIcon(views::Icon(QStringLiteral("settings")));
+  settings_->setToolTip(tr("Show and change the serial port, the panels and demo mode"));
   presets_ = AddAid(*file, "aidPresets", tr("&Presets Of The Map…"));
   presets_->setIcon(views::Icon(QStringLiteral("presets")));
   presets_->setToolTip(tr("Keep what the outputs hear under a name, and bring it back"));

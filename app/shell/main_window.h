@@ -67,6 +67,8 @@ class MainWindow : public QMainWindow,
   QAction& CompareCommand() { return *compare_; }
   // aidUnsavedRuns: what runs of the console changed that ended without saving.
   QAction& UnsavedRunsCommand() { return *unsavedRuns_; }
+  // aidSettings: the settings of the installation.
+  QAction& SettingsCommand() { return *settings_; }
   // aidPresets: presets of the map.
   QAction& PresetsCommand() { return *presets_; }
   // aidLockConsole: locks the console against slips, or unlocks it.
@@ -122,6 +124,7 @@ class MainWindow : public QMainWindow,
   QAction* restoreBackup_ = nullptr;
   QAction* compare_ = nullptr;
   QAction* unsavedRuns_ = nullptr;
+  QAction* settings_ = nullptr;
   QAction* sendChanges_ = nullptr;
   QAction* presets_ = nullptr;
   QAction* lockConsole_ = nullptr;

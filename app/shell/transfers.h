@@ -55,6 +55,9 @@ class Transfers : public QObject {
   // Opens frmCompare and compares, or brings it up.
   void CompareWithSwitcher();
 
+  // Whether tables come for the comparison, or may still come.
+  bool IsComparing() const { return compare_ != nullptr && compare_->IsListening(); }
+
   // Cancels and closes what is open, for a program that ends.
   void CancelNow();
 

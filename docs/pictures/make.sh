@@ -309,6 +309,12 @@ click aidHintClose
 mv "$work/raw/light-backups-3.png" "$work/raw/restore-backup.png"
 small restore-backup
 
+# --- The settings.
+
+"$bin/gallery" settings "$work/raw"
+mv "$work/raw/light-settings-tried.png" "$work/raw/settings.png"
+small settings
+
 # --- A preset, to be recalled.
 
 "$bin/gallery" presets "$work/raw"

@@ -19,30 +19,6 @@ constexpr Origin kOrigins[] = {Origin::Operator,   Origin::Navigation, Origin::S
                                Origin::Undo,       Origin::Redo,       Origin::Restore,
                                Origin::Comparison, Origin::Backup,     Origin::File};
 
-constexpr const char* WordOf(Origin origin) {
-  switch (origin) {
-    case Origin::Operator:
-      return "operator";
-    case Origin::Navigation:
-      return "navigation";
-    case Origin::Switcher:
-      return "switcher";
-    case Origin::Undo:
-      return "undo";
-    case Origin::Redo:
-      return "redo";
-    case Origin::Restore:
-      return "restore";
-    case Origin::Comparison:
-      return "comparison";
-    case Origin::Backup:
-      return "backup";
-    case Origin::File:
-      return "file";
-  }
-  return "";
-}
-
 bool CanBeWritten(const jet::Value& value) {
   using Kind = jet::Value::Kind;
   const Kind kind = value.GetKind();
@@ -97,6 +73,30 @@ std::string TextOf(const Json& json, const char* member) {
 }
 
 }  // namespace
+
+std::string_view WordOf(Origin origin) {
+  switch (origin) {
+    case Origin::Operator:
+      return "operator";
+    case Origin::Navigation:
+      return "navigation";
+    case Origin::Switcher:
+      return "switcher";
+    case Origin::Undo:
+      return "undo";
+    case Origin::Redo:
+      return "redo";
+    case Origin::Restore:
+      return "restore";
+    case Origin::Comparison:
+      return "comparison";
+    case Origin::Backup:
+      return "backup";
+    case Origin::File:
+      return "file";
+  }
+  return {};
+}
 
 std::string WriteAct(const Act& act) {
   Json json;

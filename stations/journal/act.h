@@ -22,14 +22,17 @@ struct Act {
   std::vector<Change> changes;  // each of the act's origin
 };
 
+// The word of an origin in it: "operator".
+std::string_view WordOf(Origin origin);
+
 // The act as a JSON object on one line:
 //
 //   {"title":"Label of station 17","time":"2026-11-21T18:05:12+01:00","origin":"operator",
 //    "changes":[{"station":17,"fields":{"Label":["Sta. 017","CAM 4"]}}]}
 //
 // with "group" where there is one.  A field's values are those before and after: a number, a text,
-// or null.  A field with a value of another kind, which no
-// field of a station has, is left out, and so is a station whose number is not known.
+// or null.  A field with a value of another kind, which no field of a station has, is left out, and
+// so is a station whose number is not known.
 std::string WriteAct(const Act& act);
 
 // Reads such an object; members that are not known are passed over.  False when it is none, and

@@ -117,7 +117,7 @@ TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
       Names(*Command("ID_File")->menu()),
       ElementsAre("ID_SendData", "aidSendChanges", "ID_RetreiveData", "aidCompare",
                   "aidDiscardByte", "-", "aidSaveCopy", "aidRestoreBackup", "aidUnsavedRuns", "-",
-                  "", "aidImportProgramming", "-", "aidPresets", "aidLockConsole", "-",
+                  "", "aidImportProgramming", "-", "aidSettings", "aidPresets", "aidLockConsole", "-",
                   "ID_Exit"));  // "": Export
   EXPECT_THAT(Names(*Command("ID_Window")->menu()),
               ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",

@@ -91,6 +91,7 @@ class RestoreBackupTest : public testing::Test {
   test::TemporaryFolder folder_;
   db::DatabaseFiles files_{folder_ / db::kMainFile, folder_ / db::kWorkingCopy};
   BackgroundWriter writer_;
+  BackgroundWriter reader_;
   BackupKeeper keeper_{{.files = files_, .writer = writer_, .folder = Folder(), .clock = [] {
                           return QDateTime(QDate(2026, 11, 21), QTime(18, 5, 12));
                         }}};
@@ -103,6 +104,7 @@ class RestoreBackupTest : public testing::Test {
                           .files = files_,
                           .backups = keeper_,
                           .changes = changes_,
+                          .reader = reader_,
                           .reporter = reporter_,
                           .storeEdits = [this] { return isStored_; }}};
   QSignalSpy notes_{&restore_, &RestoreBackup::NoteRequested};
@@ -120,6 +122,20 @@ TEST_F(RestoreBackupTest, WhatIsTickedIsStoredAsOneAct) {
   EXPECT_EQ(notes_[0][0].toString().toStdString(),
             std::string("From a copy: Label of 2 stations (") + kCopy + ")");
   EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(RestoreBackupTest, AFileFromElsewhereIsReadBesideTheEventLoop) {
+  std::filesystem::copy_file(Folder() / kCopy, folder_ / "other.mdb");
+  restore_.Ask();
+  auto& window = test::Find<views::BackupWindow>(window_, "frmBackup");
+  const auto& list = test::Find<QAbstractItemView>(window, "lstBackupDiff");
+  {
+    const SlowDisk disk(reader_);
+    window.Choose(QString::fromStdString((folder_ / "other.mdb").string()));
+    QTest::qWait(50);
+    EXPECT_EQ(list.model()->rowCount(), 0) << "and the console goes on";
+  }
+  EXPECT_TRUE(QTest::qWaitFor([&] { return list.model()->rowCount() == 2; }, kPatience));
 }
 
 TEST_F(RestoreBackupTest, WhatThereWasIsKeptAsACopyFirst) {

@@ -113,5 +113,18 @@ TEST(SerialDevice, DefaultsToThePlatformsPort) {
   EXPECT_EQ(SerialDevice(IniFile("[serial devices]\ncom2= /dev/x \n"), 1), "/dev/ttyS0");
 }
 
+TEST(SerialDevice, IsNamedWithoutTouchingTheRest) {
+  IniFile file("; x\n[serial devices]\ncom2 = /dev/x\n\n[Other]\na=b\n");
+  SetSerialDevice(2, "/dev/ttyUSB0", file);
+  SetSerialDevice(4, "/dev/y", file);
+  EXPECT_EQ(file.Text(),
+            "; x\n[serial devices]\ncom2 = /dev/ttyUSB0\nCOM4=/dev/y\n\n[Other]\na=b\n");
+  SetSerialDevice(2, "", file);
+  EXPECT_EQ(SerialDevice(file, 2), "/dev/ttyS1");
+  IniFile none;
+  SetSerialDevice(1, "/dev/z", none);
+  EXPECT_EQ(none.Text(), "[SERIAL DEVICES]\r\nCOM1=/dev/z\r\n");
+}
+
 }  // namespace
 }  // namespace config

@@ -11,9 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/end_to_end/console_process.h"
+#include "tests/end_to_end/console_and_switcher.h"
 #include "tests/end_to_end/system_database.h"
-#include "tests/support/simulator_process.h"
 
 namespace test {
 namespace {
@@ -25,25 +24,18 @@ using testing::IsEmpty;
 using testing::StartsWith;
 using namespace std::chrono_literals;
 
-class ComparisonTransferTest : public testing::Test {
+class ComparisonTransferTest : public testing::Test, protected ConsoleAndSwitcher {
  protected:
-  void SetUp() override { folder_.WriteSettings(line_); }
-
   // A console whose database holds pattern 1 and a switcher that holds another, of so many
   // channels.
   void StartBoth(int channels, int heldPattern, const std::string& baud) {
     CreateSystem(database_, channels, 1);
     CreateSystem(held_, channels, heldPattern);
-    simulator_ = std::make_unique<SimulatorProcess>(std::vector<std::string>{
-        "--baud", baud, "--database", held_.string(), "--log", "--link", line_});
-    console_ = std::make_unique<ConsoleProcess>(folder_);
-    ASSERT_TRUE(console_->IsUp());
-    ASSERT_TRUE(simulator_->WaitForLine("rx poll tally", 60s));
+    StartSimulator({"--baud", baud, "--database", held_.string()});
+    StartConsole();
   }
 
-  std::string Summary() {
-    return console_->Property("aidCompareSummary", "text").toString().toStdString();
-  }
+  std::string Summary() { return Text("aidCompareSummary"); }
 
   bool WaitForSummary(const std::string& end) {
     return ConsoleProcess::WaitFor([&] { return Summary().ends_with(end); }, 120s);
@@ -61,15 +53,6 @@ class ComparisonTransferTest : public testing::Test {
   }
 
   std::vector<std::string> Rows() { return console_->Rows("lstDifferences"); }
-
-  int argc_ = 0;
-  QCoreApplication application_{argc_, nullptr};
-  ConsoleFolder folder_;
-  std::filesystem::path database_ = folder_ / "Tesk.mdb";
-  std::filesystem::path held_ = folder_.Home() / "Held.mdb";
-  std::string line_ = folder_ / "line";
-  std::unique_ptr<SimulatorProcess> simulator_;
-  std::unique_ptr<ConsoleProcess> console_;
 };
 
 TEST_F(ComparisonTransferTest, WhatIsTickedIsStored) {

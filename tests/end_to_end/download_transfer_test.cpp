@@ -5,9 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/end_to_end/console_process.h"
+#include "tests/end_to_end/console_and_switcher.h"
 #include "tests/end_to_end/system_database.h"
-#include "tests/support/simulator_process.h"
 
 namespace test {
 namespace {
@@ -20,31 +19,8 @@ using testing::Not;
 using testing::StartsWith;
 using namespace std::chrono_literals;
 
-class DownloadTransferTest : public testing::TestWithParam<int> {
+class DownloadTransferTest : public testing::TestWithParam<int>, protected ConsoleAndSwitcher {
  protected:
-  void SetUp() override { folder_.WriteSettings(line_); }
-
-  void StartSimulator(std::vector<std::string> options) {
-    options.insert(options.end(), {"--log", "--link", line_});
-    simulator_ = std::make_unique<SimulatorProcess>(options);
-  }
-
-  // Starts the console; the map is complete when it asks for the tally.
-  void StartConsole() {
-    console_ = std::make_unique<ConsoleProcess>(folder_);
-    ASSERT_TRUE(console_->IsUp());
-    ASSERT_TRUE(simulator_->WaitForLine("rx poll tally", 60s));
-  }
-
-  std::string Text(const char* object) {
-    return console_->Property(object, "text").toString().toStdString();
-  }
-
-  // In words, or where the bar has no room for them as a sign.
-  bool IsUnsentShown() {
-    return console_->IsShown("aidUnsent") || console_->IsShown("aidUnsentSign");
-  }
-
   void OpenDownload() {
     console_->Trigger("ID_SendData");
     ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("frmDownProg"); }));
@@ -82,13 +58,6 @@ class DownloadTransferTest : public testing::TestWithParam<int> {
     SimulatorProcess other({"--database", database.string()});
     return Holdings(other, folder_.Home() / "wanted");
   }
-
-  int argc_ = 0;
-  QCoreApplication application_{argc_, nullptr};
-  ConsoleFolder folder_;
-  std::string line_ = folder_ / "line";
-  std::unique_ptr<SimulatorProcess> simulator_;
-  std::unique_ptr<ConsoleProcess> console_;
 };
 
 TEST_P(DownloadTransferTest, TheSwitcherThenHoldsTheDatabase) {

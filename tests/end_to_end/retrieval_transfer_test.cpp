@@ -9,9 +9,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "tests/end_to_end/console_process.h"
+#include "tests/end_to_end/console_and_switcher.h"
 #include "tests/end_to_end/system_database.h"
-#include "tests/support/simulator_process.h"
 
 namespace test {
 namespace {
@@ -25,24 +24,16 @@ using testing::Not;
 using testing::StartsWith;
 using namespace std::chrono_literals;
 
-class RetrievalTransferTest : public testing::TestWithParam<int> {
+class RetrievalTransferTest : public testing::TestWithParam<int>, protected ConsoleAndSwitcher {
  protected:
-  void SetUp() override { folder_.WriteSettings(line_); }
-
   // A switcher that holds pattern 2 and a console whose database holds pattern 1, both of so
   // many channels.
   void StartBoth(int channels, std::vector<std::string> options) {
     CreateSystem(database_, channels, 1);
     CreateSystem(held_, channels, 2);
-    options.insert(options.end(), {"--database", held_.string(), "--log", "--link", line_});
-    simulator_ = std::make_unique<SimulatorProcess>(options);
+    options.insert(options.end(), {"--database", held_.string()});
+    StartSimulator(std::move(options));
     StartConsole();
-  }
-
-  void StartConsole() {
-    console_ = std::make_unique<ConsoleProcess>(folder_);
-    ASSERT_TRUE(console_->IsUp());
-    ASSERT_TRUE(simulator_->WaitForLine("rx poll tally", 60s));
   }
 
   std::string Caption() {
@@ -86,9 +77,7 @@ class RetrievalTransferTest : public testing::TestWithParam<int> {
   }
 
   // What the window says of a retrieval that has ended.
-  std::string Summary() {
-    return console_->Property("aidSummary", "text").toString().toStdString();
-  }
+  std::string Summary() { return Text("aidSummary"); }
 
   void CloseRetrieval() {
     console_->Click("cmdCancelSysInf");
@@ -106,15 +95,6 @@ class RetrievalTransferTest : public testing::TestWithParam<int> {
     }
     return lines;
   }
-
-  int argc_ = 0;
-  QCoreApplication application_{argc_, nullptr};
-  ConsoleFolder folder_;
-  std::filesystem::path database_ = folder_ / "Tesk.mdb";
-  std::filesystem::path held_ = folder_.Home() / "Held.mdb";
-  std::string line_ = folder_ / "line";
-  std::unique_ptr<SimulatorProcess> simulator_;
-  std::unique_ptr<ConsoleProcess> console_;
 };
 
 TEST_P(RetrievalTransferTest, TheDatabaseThenHoldsTheSwitchersTables) {
@@ -187,8 +167,7 @@ TEST_F(RetrievalTest, ADownloadAndARetrievalGiveTheSameDatabase) {
   SetField(database_, 9, "Label", "MIC");
   SetField(database_, 9, "Hidden", 1);
   const std::vector<std::string> before = ReadTables(database_, 64);
-  simulator_ = std::make_unique<SimulatorProcess>(
-      std::vector<std::string>{"--baud", "0", "--log", "--link", line_});
+  StartSimulator({"--baud", "0"});
   StartConsole();
   console_->Trigger("ID_SendData");
   ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("cmdDownGo"); }));

@@ -8,9 +8,8 @@
 
 #include <fstream>
 
-#include "tests/end_to_end/console_process.h"
+#include "tests/end_to_end/console_and_switcher.h"
 #include "tests/end_to_end/system_database.h"
-#include "tests/support/simulator_process.h"
 
 namespace test {
 namespace {
@@ -22,29 +21,15 @@ using testing::IsEmpty;
 using testing::StartsWith;
 using namespace std::chrono_literals;
 
-class SendChangesTest : public testing::Test {
+// What is unsent is known by then.
+constexpr char kKeepAlive[] = "rx poll keep-alive";
+
+class SendChangesTest : public testing::Test, protected ConsoleAndSwitcher {
  protected:
   void SetUp() override {
-    folder_.WriteSettings(line_);
-    CreateSystem(folder_ / "Tesk.mdb", 16, 1);
-    simulator_ = std::make_unique<SimulatorProcess>(std::vector<std::string>{
-        "--database", (folder_ / "Tesk.mdb").string(), "--log", "--baud", "0", "--link", line_});
-    StartConsole();
-  }
-
-  void StartConsole() {
-    console_ = std::make_unique<ConsoleProcess>(folder_);
-    ASSERT_TRUE(console_->IsUp());
-    ASSERT_TRUE(simulator_->WaitForLine("rx poll keep-alive"));
-  }
-
-  std::string Text(const char* object) {
-    return console_->Property(object, "text").toString().toStdString();
-  }
-
-  // In words, or where the bar has no room for them as a sign.
-  bool IsUnsentShown() {
-    return console_->IsShown("aidUnsent") || console_->IsShown("aidUnsentSign");
+    CreateSystem(database_, 16, 1);
+    StartSimulator({"--database", database_.string(), "--baud", "0"});
+    StartConsole(kKeepAlive);
   }
 
   bool WaitForUnsent(const std::string& words) {
@@ -74,13 +59,6 @@ class SendChangesTest : public testing::Test {
     }
     return received;
   }
-
-  int argc_ = 0;
-  QCoreApplication application_{argc_, nullptr};
-  ConsoleFolder folder_;
-  std::string line_ = folder_ / "line";
-  std::unique_ptr<SimulatorProcess> simulator_;
-  std::unique_ptr<ConsoleProcess> console_;
 };
 
 TEST_F(SendChangesTest, TheSwitcherHasTheEditAndNothingElseTravels) {
@@ -113,7 +91,7 @@ TEST_F(SendChangesTest, WhatIsUnsentIsSaidAgainInTheNextRun) {
   ASSERT_TRUE(std::getline(file, line));
   EXPECT_THAT(line, StartsWith("inhibits 10 found "));
   console_.reset();
-  StartConsole();
+  StartConsole(kKeepAlive);
   ASSERT_TRUE(WaitForUnsent(": inhibits of output 10"));
   EXPECT_EQ(Text("aidUnsent"), words);
   console_->Use("ID_ToggleInhibit", 10, 3);

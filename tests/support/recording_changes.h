@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "stations/change.h"
+#include "stations/journal/act.h"
 
 namespace test {
 
@@ -30,38 +31,14 @@ class RecordingChanges : public stations::ChangeObserver {
 
  private:
   static std::string InWords(const stations::Change& change) {
-    std::string line = InWords(change.origin) + " " + std::to_string(change.station);
+    std::string line(stations::WordOf(change.origin));
+    line += " " + std::to_string(change.station);
     const char* separator = ": ";
     for (const stations::FieldChange& field : change.fields) {
       line += separator + field.field + " " + InWords(field.before) + " > " + InWords(field.after);
       separator = ", ";
     }
     return line;
-  }
-
-  static std::string InWords(stations::Origin origin) {
-    using stations::Origin;
-    switch (origin) {
-      case Origin::Operator:
-        return "operator";
-      case Origin::Navigation:
-        return "navigation";
-      case Origin::Switcher:
-        return "switcher";
-      case Origin::Undo:
-        return "undo";
-      case Origin::Redo:
-        return "redo";
-      case Origin::Restore:
-        return "restore";
-      case Origin::Comparison:
-        return "comparison";
-      case Origin::Backup:
-        return "backup";
-      case Origin::File:
-        return "file";
-    }
-    return "nobody";
   }
 
   static std::string InWords(const jet::Value& value) {

@@ -81,6 +81,39 @@ TEST_F(LinkTest, APortThatCannotBeOpenedShowsNothing) {
   EXPECT_EQ(Poll(), "");
 }
 
+TEST_F(LinkTest, MovingToAnotherPortBeginsAnewThere) {
+  Open();
+  model_.XmapComplete = model_.TallySeen = true;
+  model_.SendBusy = true;
+  port_.Deliver("EB");
+  port_.Deliver("F5 01");
+  ASSERT_FALSE(link_.RxBuffer().empty());
+  display_.texts.clear();
+  EXPECT_TRUE(link_.MoveTo(3).ok());
+  EXPECT_EQ(port_.Number(), 3);
+  EXPECT_EQ(model_.ComPort, 3);
+  EXPECT_TRUE(link_.RxBuffer().empty()) << "the other half comes on no line";
+  EXPECT_FALSE(model_.SendBusy);
+  EXPECT_THAT(display_.texts, ElementsAre(kNotConnected, "Not Connected - COM 3"));
+  EXPECT_EQ(Poll(), "E5") << "the map of what is there";
+  model_.XmapComplete = true;
+  EXPECT_EQ(Poll(), "E4") << "and its tally";
+  port_.Deliver("EB");
+  EXPECT_EQ(display_.texts.back(), "Connected - COM 3  (57600, 8, N, 1)");
+}
+
+TEST_F(LinkTest, APortToMoveToThatCannotBeOpenedIsTriedAgain) {
+  Open();
+  port_.unavailable = true;
+  EXPECT_FALSE(link_.MoveTo(4).ok());
+  EXPECT_FALSE(port_.IsOpen());
+  EXPECT_EQ(display_.texts.back(), "Not Connected - COM 4");
+  EXPECT_EQ(Poll(), "");
+  port_.unavailable = false;
+  EXPECT_EQ(Poll(), "E5");
+  EXPECT_EQ(port_.Number(), 4);
+}
+
 TEST_F(LinkTest, PollAsksForTheMapThenTheTallyThenKeepsAlive) {
   Open();
   EXPECT_EQ(Poll(), "E5");

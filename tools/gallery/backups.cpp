@@ -40,7 +40,9 @@ class KeptDatabase {
 
   void Draw() {
     views::BackupWindow window(
-        {.copies = backups_, .database = [this] { return files_.Database(); }});
+        {.copies = backups_,
+         .database = [this] { return files_.Database(); },
+         .elsewhere = [](const auto& work, const auto& done) { done(work()); }});
     window.show();
     Save(window, QStringLiteral("backups"));
     for (const int copy : {0, 3, 5}) {
@@ -54,7 +56,8 @@ class KeptDatabase {
 
   void DrawEmpty() {
     const db::Backups none(folder_.filePath(QStringLiteral("none")).toStdString());
-    views::BackupWindow window({.copies = none, .database = [this] { return files_.Database(); }});
+    views::BackupWindow window(
+        {.copies = none, .database = [this] { return files_.Database(); }, .elsewhere = nullptr});
     window.show();
     Save(window, QStringLiteral("backups-none"));
   }

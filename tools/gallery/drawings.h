@@ -16,6 +16,7 @@ void DrawLists();    // of the recent changes and of events
 void DrawMap();      // and the pictures of the tools
 void DrawPresets();  // and their recall
 void DrawProgramming();
+void DrawSettings();
 void DrawTransfer();  // download and retrieval
 
 }  // namespace gallery

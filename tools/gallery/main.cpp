@@ -31,6 +31,7 @@ constexpr Drawing kDrawings[] = {
     {"map", gallery::DrawMap},
     {"presets", gallery::DrawPresets},
     {"programming", gallery::DrawProgramming},
+    {"settings", gallery::DrawSettings},
     {"transfer", gallery::DrawTransfer},
 };
 

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QPointer>
 #include <QVBoxLayout>
 #include <memory>
 #include <system_error>
@@ -25,6 +26,7 @@ namespace {
 
 enum Column { kMade, kWhy };
 constexpr int kPathRole = Qt::UserRole;
+constexpr int kOtherFileRole = Qt::UserRole + 1;
 
 constexpr int kWidthCharacters = 100;
 constexpr int kCopiesShown = 6;
@@ -207,6 +209,7 @@ void BackupWindow::Choose(const QString& path) {
   QTreeWidgetItem* const item =
       MakeItem(TimeWords(file.lastModified()), tr("Other file: %1").arg(file.fileName()),
                std::filesystem::path(path.toStdU16String()));
+  item->setData(kMade, kOtherFileRole, true);
   copies_->insertTopLevelItem(0, item);
   copies_->setCurrentItem(item);
 }
@@ -214,10 +217,30 @@ void BackupWindow::Choose(const QString& path) {
 void BackupWindow::Compare() {
   const QTreeWidgetItem* const item = copies_->currentItem();
   if (item == nullptr) return;
+  ++comparisons_;
+  const auto copy = std::make_shared<std::unique_ptr<jet::Database>>();
+  const auto open = [copy, path = PathOf(*item)] { return db::OpenCopy(path, copy.get()); };
+  if (!item->data(kMade, kOtherFileRole).toBool()) return ShowCopy(open(), *copy);
+  ShowReading();
+  services_.elsewhere(open, [window = QPointer(this), copy,
+                             comparison = comparisons_](const model::Status& status) {
+    if (window != nullptr && window->comparisons_ == comparison) window->ShowCopy(status, *copy);
+  });
+}
+
+void BackupWindow::ShowReading() {
+  changes_.clear();
+  list_->SetRows({});
+  ok_->setEnabled(false);
+  summary_->setText(tr("The file is being read…"));
+}
+
+// A copy that cannot be had yet may still be written to: it is looked at only when all is well.
+void BackupWindow::ShowCopy(const model::Status& opened,
+                            const std::unique_ptr<jet::Database>& copy) {
   changes_.clear();
   jet::Database* const database = services_.database();
-  std::unique_ptr<jet::Database> copy;
-  model::Status status = database == nullptr ? db::NotOpen() : db::OpenCopy(PathOf(*item), &copy);
+  model::Status status = database == nullptr ? db::NotOpen() : opened;
   if (status.ok()) status = stations::Difference(*database, *copy, &changes_);
   list_->SetRows(changes_.empty() ? std::vector<Difference>() : RowsOf(changes_, *database), true);
   ok_->setEnabled(list_->TickedCount() > 0);

@@ -10,10 +10,12 @@
 #include <QTreeWidget>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "db/backups.h"
 #include "db/jet/database.h"
+#include "model/status.h"
 #include "stations/change.h"
 #include "views/differences/difference_list.h"
 
@@ -29,6 +31,11 @@ class BackupWindow : public QDialog {
   struct Services {
     const db::Backups& copies;
     std::function<jet::Database*()> database;  // null while it is not open
+    // Does `work`, which touches nothing that others do, where nobody waits for it, and `done` with
+    // what came of it in the event loop.  So another file is read: its disk may be a slow one.
+    std::function<void(std::function<model::Status()> work,
+                       std::function<void(const model::Status& status)> done)>
+        elsewhere;
   };
 
   // What is referred to must outlive the window.
@@ -50,6 +57,9 @@ class BackupWindow : public QDialog {
   QTreeWidgetItem* ItemOf(const std::filesystem::path& path) const;
   void AskForFile();
   void Compare();
+  // Lists what the copy holds otherwise; `status` says why there is none.
+  void ShowCopy(const model::Status& status, const std::unique_ptr<jet::Database>& copy);
+  void ShowReading();
   void Restore();
 
   const Services services_;
@@ -60,6 +70,7 @@ class BackupWindow : public QDialog {
   QPushButton* ok_;
   QPushButton* cancel_;
   std::vector<stations::Change> changes_;  // from the database to the chosen copy
+  int comparisons_ = 0;                    // the last one is the one that counts
 };
 
 }  // namespace views

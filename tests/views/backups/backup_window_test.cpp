@@ -12,7 +12,9 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeWidget>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "db/database_files.h"
@@ -52,9 +54,26 @@ class BackupWindowTest : public testing::Test {
   }
 
   void Show() {
-    window_ = std::make_unique<BackupWindow>(BackupWindow::Services{
-        .copies = backups_, .database = [this] { return isOpen_ ? files_.Database() : nullptr; }});
+    window_ = std::make_unique<BackupWindow>(
+        BackupWindow::Services{.copies = backups_,
+                               .database = [this] { return isOpen_ ? files_.Database() : nullptr; },
+                               .elsewhere =
+                                   [this](std::function<model::Status()> work,
+                                          std::function<void(const model::Status&)> done) {
+                                     reading_.push_back([work = std::move(work),
+                                                         done = std::move(done)] { done(work()); });
+                                     if (!isSlow_) Read();
+                                   }});
     window_->show();
+  }
+
+  // The disk of another file gives it.
+  void Read() {
+    for (const auto& read : std::exchange(reading_, {})) read();
+  }
+
+  QString MainFile() const {
+    return QString::fromStdU16String((folder_ / db::kMainFile).u16string());
   }
 
   template <typename Part = QWidget>
@@ -90,6 +109,8 @@ class BackupWindowTest : public testing::Test {
   db::DatabaseFiles files_{folder_ / db::kMainFile, folder_ / db::kWorkingCopy};
   db::Backups backups_{folder_ / "Backups"};
   bool isOpen_ = true;
+  bool isSlow_ = false;
+  std::vector<std::function<void()>> reading_;
   std::unique_ptr<BackupWindow> window_;
 };
 
@@ -148,11 +169,39 @@ TEST_F(BackupWindowTest, WithoutATickThereIsNothingToRestore) {
 
 TEST_F(BackupWindowTest, AnotherFileIsListedAndChosen) {
   Show();
-  window_->Choose(QString::fromStdU16String((folder_ / db::kMainFile).u16string()));
+  window_->Choose(MainFile());
   const std::vector<std::string> copies = Copies();
   ASSERT_EQ(copies.size(), 3u);
   EXPECT_THAT(copies[0], testing::EndsWith("|Other file: Tesk.mdb"));
   EXPECT_EQ(Differences().size(), 2u);
+}
+
+TEST_F(BackupWindowTest, NobodyWaitsForASlowDisk) {
+  Show();
+  ChooseRow(1);
+  isSlow_ = true;
+  window_->Choose(MainFile());
+  EXPECT_EQ(Summary(), "The file is being read…");
+  EXPECT_TRUE(Differences().empty());
+  EXPECT_FALSE(CanRestore());
+  Read();
+  EXPECT_EQ(Differences().size(), 2u);
+  EXPECT_TRUE(CanRestore());
+}
+
+// Another copy was chosen, or the window closed, before the file was there.
+TEST_F(BackupWindowTest, AFileThatComesTooLateIsNotShown) {
+  Show();
+  isSlow_ = true;
+  window_->Choose(MainFile());
+  ChooseRow(1);
+  const std::string newest = Summary();
+  Read();
+  EXPECT_EQ(Summary(), newest);
+  EXPECT_TRUE(Differences().empty());
+  ChooseRow(0);
+  window_.reset();
+  Read();
 }
 
 TEST_F(BackupWindowTest, AFileThatIsListedIsChosenWhereItStands) {
