@@ -131,6 +131,21 @@ Console::Console(AppFolder folder)
                    .hints = window_.Hints(),
                    .sendChanges = window_.SendChangesCommand()}),
       switcherReports_({.model = model_, .labels = labels_, .log = eventLog_}),
+      presets_(
+          {.window = window_,
+           .folder = folder_.File(kPresetsFolder),
+           .recall = {.model = model_,
+                      .locks = locks_,
+                      .commands = liveCommands_,
+                      .isInhibited = [this](
+                                         int output,
+                                         int input) { return inhibits_.Contain(output, input); }},
+           .facts = {
+               .outputLabel = [this](int output) { return labels_.Output(output).toStdString(); },
+               .inputLabel = [this](int input) { return labels_.Input(input).toStdString(); },
+               .isInhibited = [this](int output,
+                                     int input) { return inhibits_.Contain(output, input); }},
+           .reporter = boxes_}),
       decoder_({.model = model_,
                 .database = [this] { return files_.Database(); },
                 .reporter = boxes_,
@@ -140,6 +155,7 @@ Console::Console(AppFolder folder)
                                       .log = switcherReports_,
                                       .aids = aids_,
                                       .views = views_,
+                                      .presets = presets_,
                                       .panels = panels_,
                                       .openGateway = openGateway_.Observer()})}),
       link_({.model = model_,
@@ -294,6 +310,7 @@ void Console::ConnectCommands() {
   connect(&window_.CompareCommand(), &QAction::triggered, &transfers_,
           &Transfers::CompareWithSwitcher);
   connect(&window_.SendChangesCommand(), &QAction::triggered, &transfers_, &Transfers::SendChanges);
+  connect(&window_.PresetsCommand(), &QAction::triggered, &presets_, &Presets::Show);
   window_.UpdateCommands();
   connect(&viewMenu_, &ViewMenu::EventLogRequested, &log_, &LogKeeper::Show);
   connect(&window_.DiscardCommand(), &QAction::triggered, this, [this] {
@@ -321,8 +338,9 @@ void Console::ConnectStatusBar() {
   });
   connect(&views_, &OpenViews::XmapLoaded, &status, [&status](bool loaded) {
     if (!loaded) status.SetReadout({});
-    status.WantLegend(loaded);
   });
+  connect(&views_, &OpenViews::ActiveViewChanged, &status,
+          [this, &status] { status.WantLegend(views_.IsMapCurrent()); });
   connect(&panelReports_, &PanelReports::PanelsChanged, &status, &StatusBar::SetPanels);
   connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
@@ -331,6 +349,9 @@ void Console::ConnectStatusBar() {
   connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&presets_, &Presets::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&presets_, &Presets::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&presets_, &Presets::LineRequested, &log_, &LogKeeper::Note);
   connect(&lockKeeper_, &LockKeeper::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&lockKeeper_, &LockKeeper::NoteRequested, &log_, &LogKeeper::Note);
 }
@@ -432,6 +453,7 @@ void Console::ConnectJournal() {
 
 void Console::ConnectShutDown() {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
+  connect(&shutDown_, &ShutDown::SavingDatabase, &presets_, &Presets::CancelNow);
   connect(&shutDown_, &ShutDown::SavingDatabase, &backups_, &BackupKeeper::NoteMainFile);
   connect(&shutDown_, &ShutDown::DatabaseSaved, &log_, [this] { log_.Note(tr("Database saved")); });
   // Behind the journal, which says first that the run is saved.
@@ -443,6 +465,7 @@ void Console::ConnectShutDown() {
     const QDeadlineTimer patience(kPatience);
     sentFile_.Finish(patience);
     lockKeeper_.Finish(patience);
+    presets_.Finish(patience);
     backupWriter_.Finish(patience);
     copyWriter_.Finish(patience);
   });

@@ -24,6 +24,7 @@
 #include "app/log/switcher_reports.h"
 #include "app/open_gateway.h"
 #include "app/sent_file.h"
+#include "app/presets.h"
 #include "app/settings_file.h"
 #include "app/shell/background_writer.h"
 #include "app/shell/command_table.h"
@@ -133,6 +134,7 @@ class Console : public QObject {
   LinkAids aids_;
   UnsentAids unsentAids_;
   SwitcherReports switcherReports_;
+  Presets presets_;
   switcher::Decoder decoder_;
   switcher::Link link_;
   Transfers transfers_;

@@ -15,6 +15,7 @@ struct SwitcherObservers {
   switcher::SwitcherEvents& log;
   switcher::SwitcherEvents& aids;
   switcher::SwitcherEvents& views;
+  switcher::SwitcherEvents& presets;
   switcher::SwitcherEvents& panels;
   switcher::SwitcherEvents& openGateway;
 };
@@ -23,8 +24,8 @@ struct SwitcherObservers {
 // the log before the views, so that its line of a row stands before those of what the views report
 // about it; and who is on the network last.  All must outlive the result.
 inline model::Observers<switcher::SwitcherEvents> InOrder(const SwitcherObservers& observers) {
-  return {observers.knownMap, observers.unsent, observers.log,        observers.aids,
-          observers.views,    observers.panels, observers.openGateway};
+  return {observers.knownMap, observers.unsent,  observers.log,    observers.aids,
+          observers.views,    observers.presets, observers.panels, observers.openGateway};
 }
 
 }  // namespace app

@@ -15,6 +15,7 @@
 
 #include "files/whole_file.h"
 #include "views/widgets/save_dialog.h"
+#include "views/window_place/kept_place.h"
 #include "views/window_place/on_screen.h"
 
 namespace app {
@@ -54,6 +55,7 @@ EventLogWindow::EventLogWindow(EventLog& log, QWidget* parent)
           &QPushButton::clicked, this, &EventLogWindow::AskWhereToSave);
   Table().installEventFilter(this);
   Table().scrollToBottom();
+  new views::KeptPlace(*this, QStringLiteral("EventLog"));
 }
 
 // The list would copy one cell.

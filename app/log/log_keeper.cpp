@@ -98,7 +98,11 @@ void LogKeeper::FollowTransfers() {
           });
 }
 
-LogKeeper::~LogKeeper() { delete window_; }
+LogKeeper::~LogKeeper() {
+  // Closed, so that it keeps its place.
+  if (window_ != nullptr) window_->close();
+  delete window_;
+}
 
 void LogKeeper::Show() {
   if (window_ == nullptr) window_ = new EventLogWindow(services_.log);

@@ -21,6 +21,7 @@
 #include "views/widgets/contrast.h"
 #include "views/widgets/icon.h"
 #include "views/widgets/shown.h"
+#include "views/window_place/kept_place.h"
 #include "views/window_place/on_screen.h"
 
 // The pages stand in a library, whose resources have to be asked for.  The macro declares the
@@ -66,6 +67,11 @@ constexpr Explained kExplained[] = {
     {"frmBackup", "backups.html#restore"},
     {"aidOtherFileDialog", "backups.html#restore"},
     {"aidExportChanges", "recent.html#go"},
+    {"frmPresets", "presets.html#store"},
+    {"frmRecall", "presets.html#recall"},
+    {"aidAskReplacePreset", "presets.html#store"},
+    {"aidAskDeletePreset", "presets.html#store"},
+    {"aidAskRecallUnkept", "presets.html#cannot"},
     {"aidUnlockQuestion", "locks.html#console"},
     {"aidAskReceived", "crash.html#ask"},
     {"aidAskEdited", "crash.html#ask"},
@@ -81,16 +87,17 @@ constexpr Explained kExplained[] = {
 }  // namespace
 
 QStringList ManualPages() {
-  return {QStringLiteral("index.html"),       QStringLiteral("map.html"),
-          QStringLiteral("locks.html"),       QStringLiteral("labels.html"),
-          QStringLiteral("programming.html"), QStringLiteral("levels.html"),
-          QStringLiteral("transfer.html"),    QStringLiteral("unsent.html"),
-          QStringLiteral("compare.html"),     QStringLiteral("undo.html"),
-          QStringLiteral("recent.html"),      QStringLiteral("crash.html"),
-          QStringLiteral("backups.html"),     QStringLiteral("export.html"),
-          QStringLiteral("link.html"),        QStringLiteral("set-up.html"),
-          QStringLiteral("controllers.html"), QStringLiteral("commands.html"),
-          QStringLiteral("messages.html"),    QStringLiteral("errors.html")};
+  return {QStringLiteral("index.html"),    QStringLiteral("map.html"),
+          QStringLiteral("presets.html"),  QStringLiteral("locks.html"),
+          QStringLiteral("labels.html"),   QStringLiteral("programming.html"),
+          QStringLiteral("levels.html"),   QStringLiteral("transfer.html"),
+          QStringLiteral("unsent.html"),   QStringLiteral("compare.html"),
+          QStringLiteral("undo.html"),     QStringLiteral("recent.html"),
+          QStringLiteral("crash.html"),    QStringLiteral("backups.html"),
+          QStringLiteral("export.html"),   QStringLiteral("link.html"),
+          QStringLiteral("set-up.html"),   QStringLiteral("controllers.html"),
+          QStringLiteral("commands.html"), QStringLiteral("messages.html"),
+          QStringLiteral("errors.html")};
 }
 
 QString ManualPlace(const QWidget* dialog) {
@@ -153,6 +160,7 @@ HelpWindow::HelpWindow(QWidget* parent)
   layout->addWidget(pages_, 1);
   AddKeys();
   pages_->setFocus();
+  new views::KeptPlace(*this, QStringLiteral("Help"));
 }
 
 void HelpWindow::ShowPlace(const QString& place) {
@@ -250,6 +258,12 @@ void HelpWindow::ShowStyled() {
 void HelpWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) ShowStyled();
+}
+
+Manual::~Manual() {
+  // Closed, so that it keeps its place.
+  if (window_ != nullptr) window_->close();
+  delete window_;
 }
 
 void Manual::Show() {

@@ -56,7 +56,7 @@ class HelpWindow : public QWidget {
 class Manual {
  public:
   Manual() = default;
-  ~Manual() { delete window_; }
+  ~Manual();
   Manual(const Manual&) = delete;
   Manual& operator=(const Manual&) = delete;
 

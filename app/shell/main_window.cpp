@@ -135,6 +135,9 @@ void MainWindow::BuildMenus() {
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));
   file->addSeparator();
+  presets_ = AddAid(*file, "aidPresets", tr("&Presets Of The Map…"));
+  presets_->setIcon(views::Icon(QStringLiteral("presets")));
+  presets_->setToolTip(tr("Keep what the outputs hear under a name, and bring it back"));
   lockConsole_ = AddAid(*file, "aidLockConsole", tr("Loc&k Console"));
   lockConsole_->setIcon(views::Icon(QStringLiteral("lock")));
   lockConsole_->setToolTip(tr("Keep everything as it is: nothing is sent or stored from here"));

@@ -67,6 +67,8 @@ class MainWindow : public QMainWindow,
   QAction& CompareCommand() { return *compare_; }
   // aidUnsavedRuns: what runs of the console changed that ended without saving.
   QAction& UnsavedRunsCommand() { return *unsavedRuns_; }
+  // aidPresets: presets of the map.
+  QAction& PresetsCommand() { return *presets_; }
   // aidLockConsole: locks the console against slips, or unlocks it.
   QAction& LockConsoleCommand() { return *lockConsole_; }
   // aidSendChanges: sends what is unsent.
@@ -120,6 +122,7 @@ class MainWindow : public QMainWindow,
   QAction* compare_ = nullptr;
   QAction* unsavedRuns_ = nullptr;
   QAction* sendChanges_ = nullptr;
+  QAction* presets_ = nullptr;
   QAction* lockConsole_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QMenu* viewMenu_ = nullptr;

@@ -5,8 +5,11 @@
 #include <QApplication>
 #include <QMetaObject>
 #include <QPushButton>
+#include <QStringList>
 #include <algorithm>
 #include <utility>
+
+#include "app/shell/help_window.h"
 
 namespace app {
 
@@ -83,8 +86,13 @@ void MessageBoxes::OnClosed() {
 }
 
 void MessageBoxes::ShowCount() {
-  if (box_ == nullptr || reports_.front().count < 2) return;
-  box_->setInformativeText(tr("Reported %1 times").arg(reports_.front().count));
+  if (box_ == nullptr) return;
+  QStringList lines;
+  if (const int count = reports_.front().count; count > 1) {
+    lines.append(tr("Reported %1 times").arg(count));
+  }
+  if (!ManualPlace(box_).isEmpty()) lines.append(tr("F1 explains it"));
+  box_->setInformativeText(lines.join(u'\n'));
 }
 
 }  // namespace app

@@ -3,8 +3,14 @@
 #include "app/shell/open_views.h"
 
 #include <QScreen>
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "app/shell/in_sight.h"
+#include "db/station_fields.h"
+#include "stations/texts.h"
 #include "views/main_view.h"
 #include "views/widgets/shown.h"
 #include "views/window_place/on_screen.h"
@@ -118,6 +124,7 @@ void OpenViews::ShowTally() {
   if (IsShown(tally_)) return;
   tally_ = new views::TallyDialog(services_.model, tallyReportedAt_, area_.window());
   tally_->setAttribute(Qt::WA_DeleteOnClose);
+  NameStations();
   connect(tally_, &QDialog::finished, this, [this] { services_.model.TallyViewOpen = false; });
   services_.model.TallyViewOpen = true;
   tally_->open();
@@ -167,6 +174,12 @@ template <typename View>
 View* OpenViews::Active() const {
   const QMdiSubWindow* const window = area_.activeSubWindow();
   return window == nullptr ? nullptr : qobject_cast<View*>(window->widget());
+}
+
+bool OpenViews::IsMapCurrent() const {
+  const QMdiSubWindow* const window = area_.currentSubWindow();
+  return window != nullptr && !window->isHidden() &&
+         qobject_cast<views::XmapView*>(window->widget()) != nullptr;
 }
 
 bool OpenViews::CanFind() const {
@@ -226,6 +239,21 @@ void OpenViews::UpdateLabels() {
   if (views::AlphasView* const alphas = Alphas()) alphas->UpdateLabels();
   if (views::ButtonsView* const buttons = Buttons()) buttons->UpdateStation();
   if (IsShown(levels_)) levels_->UpdateLabels();
+  if (IsShown(tally_)) NameStations();
+}
+
+void OpenViews::NameStations() {
+  std::vector<std::optional<std::string>> labels;
+  // Without them the lamps have their numbers.
+  (void)views::WithStations(services_, [&](jet::RecordSet& stations) {
+    const int count = std::clamp<int>(services_.model.ChannelCount, 0, model::kLevelCount);
+    return stations::ReadAvailableTexts(stations, db::kLabelField, count, &labels);
+  });
+  QStringList names;
+  for (const std::optional<std::string>& label : labels) {
+    names.append(QString::fromStdString(label.value_or(std::string())));
+  }
+  tally_->ShowStations(names);
 }
 
 void OpenViews::InhibitsChanged(int /*output*/) {

@@ -65,6 +65,10 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   views::AlphasView* Alphas() const;
   views::ButtonsView* Buttons() const;
 
+  // Whether the map is the view that the operator works in, or worked in before another window came
+  // up.
+  bool IsMapCurrent() const;
+
   // Whether the view that the operator works in has a search of its own, and opening its field;
   // without one nothing happens.
   bool CanFind() const;
@@ -111,6 +115,8 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   template <typename View>
   View* Active() const;
 
+  // Tells the tally the names of the stations, as far as they can be read.
+  void NameStations();
   views::MainView* LoadXmap();
   views::MainView* LoadAlphas();
 

@@ -302,6 +302,12 @@ click aidHintClose
 mv "$work/raw/light-backups-3.png" "$work/raw/restore-backup.png"
 small restore-backup
 
+# --- A preset, to be recalled.
+
+"$bin/gallery" presets "$work/raw"
+mv "$work/raw/light-recall.png" "$work/raw/recall.png"
+small recall
+
 # --- What is unsent, to be sent.
 
 "$bin/gallery" transfer "$work/raw"

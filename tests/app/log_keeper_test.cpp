@@ -277,6 +277,7 @@ TEST_F(LogWordsTest, ARowStandsBeforeTheReportOfItsConflict) {
                                                    .log = reports_,
                                                    .aids = nobody_,
                                                    .views = views,
+                                                   .presets = nobody_,
                                                    .panels = nobody_,
                                                    .openGateway = nobody_})});
   views.ShowXmap();

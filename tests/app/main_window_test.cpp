@@ -116,7 +116,7 @@ TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
   EXPECT_THAT(Names(*Command("ID_File")->menu()),
               ElementsAre("ID_SendData", "aidSendChanges", "ID_RetreiveData", "aidCompare",
                           "aidDiscardByte", "-", "aidSaveCopy", "aidRestoreBackup",
-                          "aidUnsavedRuns", "-", "", "-", "aidLockConsole", "-",
+                          "aidUnsavedRuns", "-", "", "-", "aidPresets", "aidLockConsole", "-",
                           "ID_Exit"));  // "": Export
   EXPECT_THAT(Names(*Command("ID_Window")->menu()),
               ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",

@@ -62,6 +62,7 @@ constexpr const char* kNotShown[] = {
     "Current crosspoint",
     "Marks of the crosspoint map: %1",
     "Input %1 level",
+    "Level in dB",
     "Target %1 of button %2",
     "Target %1 of opto %2",
     "Button %1: %2, %3",

@@ -55,7 +55,14 @@ TEST_F(MessageBoxesTest, ShowsTitleTextAndIconAsReported) {
   EXPECT_EQ(boxes[0]->icon(), QMessageBox::Critical);
   EXPECT_EQ(boxes[0]->windowModality(), Qt::WindowModal);
   EXPECT_EQ(boxes[0]->parentWidget(), &window_);
-  EXPECT_EQ(boxes[0]->informativeText(), QString());
+  EXPECT_EQ(boxes[0]->informativeText(), QStringLiteral("F1 explains it"));
+}
+
+TEST_F(MessageBoxesTest, TheCountAndTheKeyStandUnderTheText) {
+  boxes_.ShowOver(&window_);
+  for (int i = 0; i < 3; ++i) boxes_.Show(Icon::Critical, "Comm Error", "1");
+  EXPECT_EQ(Showing()[0]->text(), QStringLiteral("1"));
+  EXPECT_EQ(Showing()[0]->informativeText(), QStringLiteral("Reported 3 times\nF1 explains it"));
 }
 
 TEST_F(MessageBoxesTest, CarriageReturnAndLineFeedBothBreakTheLine) {

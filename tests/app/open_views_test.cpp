@@ -170,6 +170,38 @@ TEST_F(OpenViewsTest, AMapThatIsLoadedLaterHasTheWarningToo) {
   EXPECT_EQ(warning(), QString());
 }
 
+TEST_F(OpenViewsTest, KnowsWhetherTheMapIsTheViewThatIsWorkedIn) {
+  const QSignalSpy changed(&views_, &OpenViews::ActiveViewChanged);
+  EXPECT_FALSE(views_.IsMapCurrent());
+  views_.ShowXmap();
+  EXPECT_TRUE(views_.IsMapCurrent());
+  views_.ShowAlphas();
+  EXPECT_FALSE(views_.IsMapCurrent());
+  area_.setActiveSubWindow(Frame("frmXmap"));
+  EXPECT_TRUE(views_.IsMapCurrent());
+  const auto before = changed.size();
+  Frame("frmXmap")->close();
+  Settle();
+  EXPECT_FALSE(views_.IsMapCurrent());
+  EXPECT_GT(changed.size(), before) << "whoever shows it is told";
+}
+
+TEST_F(OpenViewsTest, TheTallyNamesTheStationsOfItsLamps) {
+  model_.ChannelCount = 8;
+  model_.AllocateMap();
+  for (int station = 1; station <= 8; ++station) {
+    database_.AddStation(station, {{"Label", "OUT " + std::to_string(station)}});
+  }
+  views_.ShowTally();
+  const auto tip = [this](int point) {
+    return test::Find<QWidget>(*Dialogs("frmQdvTally").front(),
+                               QStringLiteral("shpQdvResponding_%1").arg(point))
+        .toolTip();
+  };
+  EXPECT_EQ(tip(8), QStringLiteral("QDV 8 not responding  OUT 8"));
+  EXPECT_EQ(tip(9), QStringLiteral("QDV 9 not responding")) << "there is no such station";
+}
+
 TEST_F(OpenViewsTest, LeadsFromTheMapToAStationAndBack) {
   model_.ChannelCount = 8;
   model_.StationCount = 8;

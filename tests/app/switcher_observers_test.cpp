@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/log/switcher_reports.h"
+#include "app/presets.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/open_views.h"
 #include "gateway/ember/provider.h"
@@ -39,6 +40,7 @@ class Recorder : public switcher::SwitcherEvents {
 TEST(SwitcherObservers, TheLogIsToldBeforeTheViewsAndTheNetworkLast) {
   std::vector<std::string> told;
   Recorder panels("panels", told);
+  Recorder presets("presets", told);
   Recorder views("views", told);
   Recorder aids("aids", told);
   Recorder log("log", told);
@@ -50,11 +52,12 @@ TEST(SwitcherObservers, TheLogIsToldBeforeTheViewsAndTheNetworkLast) {
                                   .log = log,
                                   .aids = aids,
                                   .views = views,
+                                  .presets = presets,
                                   .panels = panels,
                                   .openGateway = gateway});
   observers.Tell(&switcher::SwitcherEvents::CrosspointRowChanged, 5, 1);
   EXPECT_THAT(told, testing::ElementsAre("known 5 1", "unsent 5 1", "log 5 1", "aids 5 1",
-                                         "views 5 1", "panels 5 1", "gateway 5 1"));
+                                         "views 5 1", "presets 5 1", "panels 5 1", "gateway 5 1"));
 }
 
 // Whether this operation is one that its class has overridden.
@@ -71,6 +74,7 @@ std::vector<std::string> HearersOf(HasOwn hasOwn) {
   if (hasOwn.template operator()<SwitcherReports>()) hearers.emplace_back("log");
   if (hasOwn.template operator()<LinkAids>()) hearers.emplace_back("aids");
   if (hasOwn.template operator()<OpenViews>()) hearers.emplace_back("views");
+  if (hasOwn.template operator()<Presets>()) hearers.emplace_back("presets");
   if (hasOwn.template operator()<gateway::PanelGateway>()) hearers.emplace_back("panels");
   if (hasOwn.template operator()<ember::Provider>()) hearers.emplace_back("gateway");
   return hearers;
@@ -86,7 +90,7 @@ struct Announced {
 const Announced kAnnounced[] = {
     {switcher::kCrosspointRowCode,
      HearersOf([]<typename T>() { return IsOwn(&T::CrosspointRowChanged); }),
-     {"known", "log", "aids", "views", "panels", "gateway"}},
+     {"known", "log", "aids", "views", "presets", "panels", "gateway"}},
     {switcher::kGainReportCode,
      HearersOf([]<typename T>() { return IsOwn(&T::GainsChanged); }),
      {"views", "gateway"}},

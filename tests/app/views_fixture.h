@@ -90,6 +90,7 @@ class TransfersFixture : public ViewsFixture {
                                                     .log = reports_,
                                                     .aids = nobody_,
                                                     .views = views_,
+                                                    .presets = nobody_,
                                                     .panels = nobody_,
                                                     .openGateway = nobody_})}};
   switcher::Link link_{{.model = model_, .port = port_, .decoder = decoder_, .display = window_}};

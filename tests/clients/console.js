@@ -31,7 +31,7 @@ const freePort = () =>
 
 class System {
   // `lines` is what the section OPEN GATEWAY holds besides the port.
-  static async start(bin, channels, lines) {
+  static async start(bin, lines) {
     const system = new System();
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'clients-'));
     system.folder = folder;
@@ -40,7 +40,7 @@ class System {
     fs.copyFileSync(path.join(bin, 'teskctl'), path.join(folder, 'teskctl'));
     system.simulator = spawn(
       path.join(bin, 'tesksim'),
-      ['--channels', String(channels), '--stations', String(channels), '--baud', '0', '--log', '--link', line],
+      ['--baud', '0', '--log', '--link', line],
       { stdio: ['pipe', 'pipe', 'inherit'] });
     system.heard = '';
     system.simulator.stdout.on('data', (text) => (system.heard += text));
@@ -87,7 +87,9 @@ class System {
     for (const sequence of ['Ctrl+Home', 'Home', 'Right']) {
       await this.ask({ do: 'keys', object: 'jgAlphas', sequence });
     }
-    await this.ask({ do: 'keys', object: 'jgAlphas', text: label });
+    await this.ask({ do: 'keys', object: 'jgAlphas', sequence: 'F2' });
+    await this.ask({ do: 'keys', object: 'edtLabel', sequence: 'Ctrl+A' });
+    await this.ask({ do: 'keys', object: 'edtLabel', text: label });
     await this.ask({ do: 'keys', object: 'jgAlphas', sequence: 'Return' });
   }
 

@@ -51,6 +51,8 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   AddClose("close the retrieval", "frmSysInfo");
   AddTrigger("open the copies", "aidRestoreBackup", "frmBackup");
   AddClose("close the copies", "frmBackup");
+  AddTrigger("open the presets", "aidPresets", "frmPresets");
+  AddClose("close the presets", "frmPresets");
   AddTrigger("begin a comparison", "aidCompare", "frmCompare");
   tasks_.push_back({"compare", [] {},
                     [this] {

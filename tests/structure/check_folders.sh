@@ -6,7 +6,7 @@
 set -u
 cd "$1" || exit 2
 
-below_app="views views/rules views/widgets views/window_place gateway/ember gateway switcher/comparison switcher/unsent switcher switcher/wire stations db db/jet config files model"
+below_app="views views/rules views/widgets views/window_place gateway/ember gateway switcher/comparison switcher/presets switcher/unsent switcher switcher/wire stations db db/jet config files model"
 
 allowed() {
   case "$1" in
@@ -22,11 +22,12 @@ allowed() {
     switcher/unsent) echo "switcher switcher/wire stations db db/jet model" ;;
     switcher/comparison) echo "switcher/unsent switcher switcher/wire stations db db/jet model" ;;
     gateway/ember) echo "gateway switcher switcher/wire stations db db/jet model" ;;
+    switcher/presets) echo "switcher switcher/wire stations db db/jet model" ;;
     gateway) echo "switcher switcher/wire stations db db/jet model" ;;
     views/rules) echo "switcher/wire stations db db/jet model" ;;
     views/widgets) echo "" ;;
     views/window_place) echo "config" ;;
-    views) echo "views/rules views/widgets views/window_place switcher/comparison switcher/unsent switcher switcher/wire stations db db/jet config model" ;;
+    views) echo "views/rules views/widgets views/window_place switcher/comparison switcher/presets switcher/unsent switcher switcher/wire stations db db/jet config model" ;;
     app/shell) echo "$below_app" ;;
     app/log | app/undo | app/backups) echo "app/shell $below_app" ;;
     app/journal) echo "app/shell stations/journal $below_app" ;;
@@ -35,7 +36,7 @@ allowed() {
 }
 
 # A folder that is inside another one stands before it.
-folders="model files db/jet config db stations/journal stations switcher/wire switcher/unsent switcher/comparison switcher gateway/ember gateway views/rules views/widgets views/window_place views app/shell app/log app/undo app/journal app/backups app"
+folders="model files db/jet config db stations/journal stations switcher/wire switcher/unsent switcher/comparison switcher/presets switcher gateway/ember gateway views/rules views/widgets views/window_place views app/shell app/log app/undo app/journal app/backups app"
 
 # folder_of PATH: the innermost folder of the list that the path is in.
 folder_of() {
@@ -59,7 +60,7 @@ for folder in $folders; do
     done < <(sed -n 's/^#include "\(.*\/.*\)"$/\1/p' "$file")
     case "$folder" in
       model | files | db/jet | db | stations | stations/journal | switcher/wire | switcher/unsent | \
-        switcher/comparison | gateway/ember | views/rules)
+        switcher/comparison | switcher/presets | gateway/ember | views/rules)
         if grep -nE '^#include <(Q|qt)' "$file"; then echo "$file must not know the toolkit"; failed=1; fi ;;
       config | switcher | gateway)
         if grep -nE '^#include <Q(Widget|Application|MessageBox|Dialog|Painter)' "$file"; then

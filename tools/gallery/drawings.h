@@ -11,9 +11,10 @@ void DrawBackups();
 void DrawExports();  // CSV and PDF files of a map, its labels and its buttons
 void DrawHelp();     // every page of the manual
 void DrawLabels();
-void DrawLevels();  // and the tally
-void DrawLists();   // of the recent changes and of events
-void DrawMap();     // and the pictures of the tools
+void DrawLevels();   // and the tally
+void DrawLists();    // of the recent changes and of events
+void DrawMap();      // and the pictures of the tools
+void DrawPresets();  // and their recall
 void DrawProgramming();
 void DrawTransfer();  // download and retrieval
 

@@ -3,6 +3,7 @@
 #include "views/levels/input_level_dialog.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
@@ -42,6 +43,9 @@ void DrawSliders() {
   Save(dialog, QStringLiteral("levels-narrow"));
   dialog.findChild<QScrollBar*>(QStringLiteral("VScroll1"))->setValue(2);
   Save(dialog, QStringLiteral("levels-last"));
+  dialog.resize(dialog.width(), 2000);
+  QTest::mouseDClick(dialog.findChild<QLabel*>(QStringLiteral("lblLevel_37")), Qt::LeftButton);
+  Save(dialog, QStringLiteral("levels-all-bands"));
   QFont large = dialog.font();
   large.setPointSizeF(large.pointSizeF() * 1.5);
   dialog.setFont(large);

@@ -22,10 +22,15 @@ struct Drawing {
 };
 
 constexpr Drawing kDrawings[] = {
-    {"backups", gallery::DrawBackups},   {"exports", gallery::DrawExports},
-    {"help", gallery::DrawHelp},         {"labels", gallery::DrawLabels},
-    {"levels", gallery::DrawLevels},     {"lists", gallery::DrawLists},
-    {"map", gallery::DrawMap},           {"programming", gallery::DrawProgramming},
+    {"backups", gallery::DrawBackups},
+    {"exports", gallery::DrawExports},
+    {"help", gallery::DrawHelp},
+    {"labels", gallery::DrawLabels},
+    {"levels", gallery::DrawLevels},
+    {"lists", gallery::DrawLists},
+    {"map", gallery::DrawMap},
+    {"presets", gallery::DrawPresets},
+    {"programming", gallery::DrawProgramming},
     {"transfer", gallery::DrawTransfer},
 };
 

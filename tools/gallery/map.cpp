@@ -93,6 +93,9 @@ void DrawMaps() {
     view.SetWarning(QStringLiteral("Not connected: map of 05:55:37"));
     Save(*console.subWindow, QStringLiteral("map-not-connected"));
     view.SetWarning({});
+    console.locks.LockOutput(2, model::Locks::Against::Console);
+    console.locks.LockOutput(5, model::Locks::Against::ConsoleAndPanels);
+    Save(*console.subWindow, QStringLiteral("map-locked"));
     view.SetZoom(75);
     Save(*console.subWindow, QStringLiteral("map-zoom75"));
     view.SetZoom(150);

@@ -27,7 +27,7 @@ namespace {
 
 constexpr int kPerBand = 16;
 constexpr int kBands = model::kLevelCount / kPerBand;
-constexpr int kVisibleBands = 2;
+constexpr int kLeastBands = 2;  // that show
 
 constexpr int kBandHeight = ToPixels(2640);
 constexpr int kPanelOffset = ToPixels(40);
@@ -51,8 +51,9 @@ InputLevelDialog::InputLevelDialog(const Services& services, const QDateTime& la
 InputLevelDialog::~InputLevelDialog() { hide(); }
 
 QWidget* InputLevelDialog::MakeSliders() {
-  auto* const window = new QWidget(this);
-  panel_ = new QWidget(window);
+  sliders_ = new QWidget(this);
+  sliders_->setMinimumHeight(kLeastBands * kBandHeight);
+  panel_ = new QWidget(sliders_);
   panel_->setObjectName(QStringLiteral("pctSliders"));
   auto* const bands = new QVBoxLayout(panel_);
   bands->setContentsMargins(0, kPanelOffset, 0, 0);
@@ -74,11 +75,18 @@ QWidget* InputLevelDialog::MakeSliders() {
       connect(&strip->Slider(), &QSlider::valueChanged, this, [this, index] { Moved(index); });
       connect(&strip->Slider(), &LevelSlider::Released, this, [this, index] { LetGo(index); });
       connect(&strip->Slider(), &LevelSlider::Entered, this, [this, index] { ScrollTo(index); });
+      connect(&strip->Slider(), &LevelSlider::LevelTyped, this,
+              [this, index](const QString& text) { OpenEntry(index, text); });
+      connect(strip, &LevelStrip::EntryRequested, this, [this, index] { OpenEntry(index, {}); });
     }
     bands->addWidget(band);
   }
   panel_->move(0, -kPanelOffset);
-  return window;
+  entry_ = new LevelEntry(panel_);
+  connect(entry_, &LevelEntry::Chosen, this, &InputLevelDialog::Enter);
+  connect(entry_, &LevelEntry::Closed, this,
+          [this] { Strip(entered_).Slider().setFocus(Qt::OtherFocusReason); });
+  return sliders_;
 }
 
 void InputLevelDialog::FitInto(int width) {
@@ -100,15 +108,32 @@ void InputLevelDialog::FitSliders() {
   }
   panel_->layout()->activate();
   panel_->resize(panel_->layout()->sizeHint());
-  panel_->parentWidget()->setFixedSize(panel_->width(), kVisibleBands * kBandHeight);
+  sliders_->setFixedWidth(panel_->width());
+  layout()->activate();
+  // The width is that of the sliders; the height may grow until all bands show.
+  const QSize least = layout()->totalMinimumSize();
+  setMinimumSize(least);
+  setMaximumSize(least.width(), least.height() + (kBands - kLeastBands) * kBandHeight);
+  resize(least.width(), height());
+}
+
+int InputLevelDialog::VisibleBands() const {
+  return std::clamp(sliders_->height() / kBandHeight, kLeastBands, kBands);
+}
+
+void InputLevelDialog::resizeEvent(QResizeEvent* event) {
+  QDialog::resizeEvent(event);
+  layout()->activate();
+  scroll_->setRange(0, kBands - VisibleBands());
+  scroll_->setPageStep(VisibleBands());
 }
 
 void InputLevelDialog::LayOut(QWidget* sliders) {
   scroll_ = new NotchScrollBar(this);
   scroll_->setObjectName(QStringLiteral("VScroll1"));
   scroll_->setAccessibleName(tr("Bands of sliders"));
-  scroll_->setRange(0, kBands - kVisibleBands);
-  scroll_->setPageStep(kVisibleBands);
+  scroll_->setRange(0, kBands - kLeastBands);
+  scroll_->setPageStep(kLeastBands);
   connect(scroll_, &QScrollBar::valueChanged, this,
           [this](int value) { panel_->move(0, -(value * kBandHeight + kPanelOffset)); });
 
@@ -136,9 +161,9 @@ void InputLevelDialog::LayOut(QWidget* sliders) {
   }
   bottom->addWidget(buttons);
   auto* const layout = new QVBoxLayout(this);
-  layout->addLayout(row);
+  layout->addLayout(row, 1);
   layout->addLayout(bottom);
-  layout->setSizeConstraint(QLayout::SetFixedSize);
+  layout->setSizeConstraint(QLayout::SetNoConstraint);
   FitSliders();
 }
 
@@ -199,7 +224,19 @@ void InputLevelDialog::LetGo(int index) {
 
 void InputLevelDialog::ScrollTo(int index) {
   const int band = index / kPerBand;
-  scroll_->setValue(std::clamp(scroll_->value(), band - (kVisibleBands - 1), band));
+  scroll_->setValue(std::clamp(scroll_->value(), band - (VisibleBands() - 1), band));
+}
+
+void InputLevelDialog::OpenEntry(int index, const QString& text) {
+  ScrollTo(index);
+  entered_ = index;
+  entry_->OpenOver(Strip(index).Level(), rules::DecibelsOf(Strip(index).Slider().value()), text);
+}
+
+// One command, as of a slider that was moved there in one step and let go.
+void InputLevelDialog::Enter(int decibels) {
+  Strip(entered_).Slider().setValue(rules::SliderValueOfLevel(decibels));
+  LetGo(entered_);
 }
 
 void InputLevelDialog::GoToNeighbour(int distance) {

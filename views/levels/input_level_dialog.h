@@ -9,6 +9,7 @@
 #include <array>
 
 #include "model/system_model.h"
+#include "views/levels/level_entry.h"
 #include "views/levels/level_strip.h"
 #include "views/services.h"
 #include "views/widgets/notch_scroll_bar.h"
@@ -18,10 +19,11 @@ namespace views {
 class LevelScale;
 
 // The input levels "frmInptLevel": a slider for the gain of each of the 64 inputs, in four bands
-// of which two show.  Every change by the operator is sent to the switcher at once.
+// of which two show, and more in a larger window.  Every change by the operator is sent to the switcher at once.
 //
 // Keys: Tab walks through the sliders, Ctrl and an arrow goes to the neighbour in that direction;
-// arrows and page keys move the slider.  While no slider has the focus they scroll the bands.
+// arrows and page keys move the slider; digits and signs, or a double click on the level, open a
+// field for another level, which Enter sends.  While no slider has the focus they scroll the bands.
 class InputLevelDialog : public QDialog {
   Q_OBJECT
 
@@ -51,6 +53,7 @@ class InputLevelDialog : public QDialog {
  protected:
   void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
@@ -64,6 +67,10 @@ class InputLevelDialog : public QDialog {
   void Moved(int index);
   void LetGo(int index);
   void ScrollTo(int index);
+  // How many bands show whole.
+  int VisibleBands() const;
+  void OpenEntry(int index, const QString& text);
+  void Enter(int decibels);
   // Moves the focus from a slider to the one `distance` further on, if there is one.
   void GoToNeighbour(int distance);
 
@@ -71,6 +78,9 @@ class InputLevelDialog : public QDialog {
   std::array<LevelStrip*, model::kLevelCount> strips_{};
   QWidget* panel_ = nullptr;  // holds the sliders, and moves within its parent
   int largestWidth_ = QWIDGETSIZE_MAX;
+  QWidget* sliders_ = nullptr;  // what shows of the panel
+  LevelEntry* entry_ = nullptr;
+  int entered_ = 0;              // the slider that it is for
   LevelScale* scale_ = nullptr;  // one of its bands
   NotchScrollBar* scroll_ = nullptr;
   QLabel* reported_ = nullptr;

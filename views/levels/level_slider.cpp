@@ -162,6 +162,12 @@ void LevelSlider::keyPressEvent(QKeyEvent* event) {
     event->ignore();
     return;
   }
+  const QString text = event->text();
+  if (text.size() == 1 && (text[0].isDigit() || text[0] == u'-' || text[0] == u'+')) {
+    event->accept();
+    Q_EMIT LevelTyped(text);
+    return;
+  }
   QSlider::keyPressEvent(event);
   if (event->isAccepted()) keyIsDown_ = true;
 }

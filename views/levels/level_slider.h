@@ -32,6 +32,8 @@ class LevelSlider : public QSlider {
   void Released();
   // The focus came to it, from another widget of the window.
   void Entered();
+  // A digit or a sign was typed: another level is to be entered, which begins with it.
+  void LevelTyped(const QString& text);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -39,6 +39,7 @@ LevelStrip::LevelStrip(int index, QWidget* parent)
       label_(NewText(QStringLiteral("lblInptName_"), index, this)) {
   QLabel* const number = NewText(QStringLiteral("lblInptNumber_"), index, this);
   number->setText(QString::fromStdString(model::Padded(index + 1, 2)));
+  level_->installEventFilter(this);
   slider_->setObjectName(QStringLiteral("Slider1_%1").arg(index));
   slider_->setAccessibleName(tr("Input %1 level").arg(index + 1));
   slider_->setMinimumHeight(kLowestSlider);
@@ -72,6 +73,14 @@ int LevelStrip::NeededWidth() const {
                             metrics.horizontalAdvance(fullLabel_)});
 }
 
+bool LevelStrip::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonDblClick && slider_->isEnabled()) {
+    Q_EMIT EntryRequested();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
 void LevelStrip::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::FontChange) ElideLabel();
@@ -89,7 +98,10 @@ QFont LevelStrip::LabelFont() const { return Scaled(font(), kLabelSize); }
 void LevelStrip::ElideLabel() {
   const int room = width() - kSpace / 2;
   QFont font = LabelFont();
-  level_->setFont(font);
+  QFont levelFont = font;
+  const QString lowest = QString::fromStdString(rules::LevelText(rules::kLargestSliderValue));
+  if (QFontMetrics(font).horizontalAdvance(lowest) > room) levelFont.setStretch(kCondensed);
+  level_->setFont(levelFont);
   if (QFontMetrics(font).horizontalAdvance(fullLabel_) > room) font.setStretch(kCondensed);
   label_->setFont(font);
   const QString shown = QFontMetrics(font).elidedText(fullLabel_, Qt::ElideMiddle, room);

@@ -19,6 +19,8 @@ class LevelStrip : public QWidget {
   LevelStrip(int index, QWidget* parent);
 
   LevelSlider& Slider() { return *slider_; }
+  // What shows the level.
+  const QWidget& Level() const { return *level_; }
 
   // Shows the input's label, cut where it does not fit.
   void SetLabel(const QString& label);
@@ -29,7 +31,12 @@ class LevelStrip : public QWidget {
   // The width that shows its texts whole.  A narrower one cuts them.
   int NeededWidth() const;
 
+ Q_SIGNALS:
+  // The level was double-clicked: another one is to be entered.
+  void EntryRequested();
+
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void changeEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 

@@ -15,6 +15,8 @@ int GainOf(int sliderValue) {
 
 int DecibelsOf(int sliderValue) { return kUnityValue - sliderValue; }
 
+int SliderValueOfLevel(int decibels) { return kUnityValue - decibels; }
+
 std::string LevelTip(int sliderValue) { return std::to_string(DecibelsOf(sliderValue)) + "db "; }
 
 std::string MovingCaption(int index, int sliderValue) {

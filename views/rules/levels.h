@@ -24,6 +24,9 @@ int GainOf(int sliderValue);
 // The level of a slider value in dB, 27 to -100.
 int DecibelsOf(int sliderValue);
 
+// The slider value of a level in dB.  REQUIRES: -100 <= decibels <= 27
+int SliderValueOfLevel(int decibels);
+
 // "-36db ", with a space at the end: a slider's tip.
 std::string LevelTip(int sliderValue);
 

@@ -11,6 +11,7 @@
 
 #include "views/widgets/icon.h"
 #include "views/widgets/last_report.h"
+#include "views/widgets/plain_tip.h"
 
 namespace views {
 namespace {
@@ -100,7 +101,21 @@ void TallyDialog::ShowLamp(int index) {
   const QString state =
       on ? tr("QDV %1 responding").arg(index + 1) : tr("QDV %1 not responding").arg(index + 1);
   lamp.setAccessibleName(state);
-  lamp.setToolTip(state);
+  ShowTip(index);
+}
+
+void TallyDialog::ShowStations(const QStringList& labels) {
+  stations_ = labels;
+  for (int index = 0; index < model::kLevelCount; ++index) ShowTip(index);
+}
+
+void TallyDialog::ShowTip(int index) {
+  Lamp& lamp = *lamps_[static_cast<std::size_t>(index)];
+  const QString station = stations_.value(index).trimmed();
+  lamp.setAccessibleDescription(station);
+  lamp.setToolTip(station.isEmpty()
+                      ? lamp.accessibleName()
+                      : PlainTip(lamp.accessibleName() + QStringLiteral("  ") + station));
 }
 
 }  // namespace views

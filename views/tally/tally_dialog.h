@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QDialog>
 #include <QLabel>
+#include <QStringList>
 #include <array>
 
 #include "model/system_model.h"
@@ -23,6 +24,9 @@ class TallyDialog : public QDialog {
   TallyDialog(const model::SystemModel& model, const QDateTime& lastReport,
               QWidget* parent = nullptr);
 
+  // The labels of the stations, from the first one; the tips of their lamps name them.
+  void ShowStations(const QStringList& labels);
+
   // Colours all lamps from the model, which was reported at `reportedAt`.
   void UpdateTally(const QDateTime& reportedAt);
 
@@ -30,9 +34,11 @@ class TallyDialog : public QDialog {
   QWidget* MakeFrame(int number);
   void LayOut();
   void ShowLamp(int index);
+  void ShowTip(int index);
 
   const model::SystemModel& model_;
   std::array<Lamp*, model::kLevelCount> lamps_{};
+  QStringList stations_;
   QLabel* reported_;
 };
 

@@ -5,8 +5,15 @@
 #include <QVBoxLayout>
 
 #include "views/widgets/icon.h"
+#include "views/widgets/title_width.h"
 
 namespace views {
+namespace {
+
+// Of the title while it sends, with seven digits.
+constexpr int kTitleCharacters = 46;
+
+}  // namespace
 
 DownloadWindow::DownloadWindow(const Services& services, QWidget* parent)
     : SendingWindow(services,
@@ -25,6 +32,8 @@ DownloadWindow::DownloadWindow(const Services& services, QWidget* parent)
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
   text_->setMinimumWidth(kTextCharacters * fontMetrics().averageCharWidth());
+  // It keeps its width when its title counts the bytes.
+  setMinimumWidth(TitleWidth(*this, kTitleCharacters));
   Bar().setAccessibleName(tr("Download progress"));
   auto* const question = new QVBoxLayout;
   question->addWidget(text_);

@@ -11,6 +11,7 @@
 #include "views/widgets/held_enter.h"
 #include "views/widgets/icon.h"
 #include "views/widgets/row_height.h"
+#include "views/widgets/title_width.h"
 #include "views/window_place/on_screen.h"
 
 namespace views {
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int kHistoryRows = 14;
 constexpr int kSecond = 1000;
+constexpr int kRetrievalTitleCharacters = 39;  // with seven digits
 
 }  // namespace
 
@@ -87,6 +89,7 @@ void RetrievalWindow::LayOut() {
   result->addWidget(sign_);
   result->addWidget(summary_, 1);
 
+  setMinimumWidth(TitleWidth(*this, kRetrievalTitleCharacters));
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(text_);
   layout->addWidget(warning_);

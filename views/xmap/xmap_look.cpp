@@ -29,6 +29,7 @@ XmapMetrics MetricsFor(int channelCount, int zoom) {
   metrics.labelWidth = Zoomed(1000, zoom);
   metrics.labelHeight = Zoomed(1800, zoom);
   metrics.font = FixedFont(kHeaderPointSize * zoom / 100.0);
+  metrics.font.setWeight(QFont::Medium);
   return metrics;
 }
 

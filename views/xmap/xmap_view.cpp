@@ -37,6 +37,7 @@ constexpr int kBesideGrid = 80;
 constexpr int kAboveGrid = 780;
 
 constexpr int kSmallestToolBarHeight = 20;
+constexpr int kUsualToolBarHeight = 26;
 
 constexpr int kZoomSteps[] = {75, 100, 125, 150, 175, 200};
 constexpr int kFullSize = 100;
@@ -269,7 +270,10 @@ void XmapView::LayOut() {
   }
   // The tool bar takes what the title bar and the frame leave of the room above the grid.
   const int room = height() - gridView_->height();
-  const int toolBarHeight = std::clamp(room, kSmallestToolBarHeight, ToPixels(kAboveGrid));
+  // A maximised map has no title bar: its tools are no higher than those of other windows.
+  const int highest =
+      std::min(ToPixels(kAboveGrid), std::max(kUsualToolBarHeight, tools_->sizeHint().height()));
+  const int toolBarHeight = std::clamp(room, kSmallestToolBarHeight, highest);
   tools_->setGeometry(0, 0, width(), toolBarHeight);
   gridView_->move(0, toolBarHeight);
   PlaceFind();

@@ -173,6 +173,50 @@ TEST_F(InputLevelDialogTest, KeysMoveTheFocusedSliderUpIsLouder) {
   EXPECT_EQ(Sent(), "E3 02 40 42 FF");
 }
 
+TEST_F(InputLevelDialogTest, ALevelCanBeTyped) {
+  console_.Open();
+  console_.Slider(4).setFocus();
+  QTest::keyClick(&console_.Slider(4), Qt::Key_Minus);
+  auto& entry = console_.Find<QLineEdit>(QStringLiteral("aidLevelEntry"));
+  ASSERT_TRUE(entry.isVisible());
+  EXPECT_EQ(entry.text(), QStringLiteral("-"));
+  QTest::keyClicks(&entry, QStringLiteral("12"));
+  EXPECT_EQ(Sent(), "") << "nothing before Enter";
+  QTest::keyClick(&entry, Qt::Key_Return);
+  EXPECT_EQ(Sent(), "E3 04 58 5C FF");
+  EXPECT_EQ(console_.Slider(4).value(), 39);
+  EXPECT_EQ(console_.Slider(4).toolTip(), QStringLiteral("-12db "));
+  EXPECT_EQ(console_.model.InputGains[4], 88);
+  EXPECT_EQ(console_.dialog->windowTitle(), QStringLiteral("Input Level Controls"));
+  EXPECT_FALSE(entry.isVisible());
+  EXPECT_TRUE(console_.Slider(4).hasFocus());
+}
+
+TEST_F(InputLevelDialogTest, ADoubleClickOnALevelEntersAnother) {
+  console_.Open();
+  QTest::mouseDClick(&console_.Find<QLabel>(QStringLiteral("lblLevel_2")), Qt::LeftButton);
+  auto& entry = console_.Find<QLineEdit>(QStringLiteral("aidLevelEntry"));
+  ASSERT_TRUE(entry.isVisible());
+  EXPECT_EQ(entry.selectedText(), QStringLiteral("-36"));
+  QTest::keyClicks(&entry, QStringLiteral("200"));
+  QTest::keyClick(&entry, Qt::Key_Return);
+  EXPECT_EQ(Sent(), "") << "there is no such level";
+  QTest::keyClick(&entry, Qt::Key_Escape);
+  EXPECT_FALSE(entry.isVisible());
+  EXPECT_EQ(Sent(), "");
+  EXPECT_EQ(console_.Slider(2).value(), 63);
+  EXPECT_TRUE(console_.dialog->isVisible());
+}
+
+TEST_F(InputLevelDialogTest, LeavingTheFieldDropsWhatWasTyped) {
+  console_.Open();
+  console_.Slider(4).setFocus();
+  QTest::keyClick(&console_.Slider(4), Qt::Key_5);
+  console_.Slider(5).setFocus();
+  EXPECT_FALSE(console_.Find<QLineEdit>(QStringLiteral("aidLevelEntry")).isVisible());
+  EXPECT_EQ(Sent(), "");
+}
+
 TEST_F(InputLevelDialogTest, HomeAndEndDoNothing) {
   console_.Open();
   console_.Slider(2).setFocus();

@@ -55,6 +55,27 @@ TEST_F(LevelBandsTest, EachStepOfTheScrollBarShowsTheNextBand) {
   }
 }
 
+TEST_F(LevelBandsTest, ALargerWindowShowsMoreBandsUpToAllFour) {
+  QWidget& dialog = *console_.dialog;
+  const QSize least = dialog.size();
+  EXPECT_EQ(dialog.minimumSize(), least) << "two bands, as ever";
+  dialog.resize(least.width() + 300, least.height() + 176);
+  EXPECT_EQ(dialog.width(), least.width());
+  EXPECT_EQ(console_.Scroll().maximum(), 1);
+  EXPECT_TRUE(Shows(47));
+  console_.Scroll().setValue(1);
+  EXPECT_EQ(PanelTop(), -179);
+  EXPECT_TRUE(Shows(63));
+  dialog.resize(least.width(), 4000);
+  EXPECT_EQ(dialog.height(), least.height() + 2 * 176);
+  EXPECT_EQ(console_.Scroll().maximum(), 0);
+  EXPECT_EQ(PanelTop(), -3);
+  for (int index = 0; index < 64; ++index) EXPECT_TRUE(Shows(index)) << index;
+  dialog.resize(least);
+  EXPECT_EQ(console_.Scroll().maximum(), 2);
+  EXPECT_EQ(console_.port.TakeWritten(), "");
+}
+
 TEST_F(LevelBandsTest, TheWheelScrollsTheBandsAndNeverASlider) {
   console_.Slider(20).setFocus();
   Wheel(console_.Slider(20), -120);

@@ -236,6 +236,18 @@ TEST(XmapView, ContextMenuHoldsTheBand) {
   EXPECT_EQ(console.port.TakeWritten(), "FD 03 00 05 00 02 00 0A FF");
 }
 
+TEST(XmapView, AMaximisedMapHasToolsAsHighAsOthers) {
+  XmapConsole console(8);
+  XmapView& view = console.Open();
+  const auto& tools = *view.findChild<QToolBar*>(QStringLiteral("XptmapButtons"));
+  const int usual = tools.height();
+  console.subWindow->showMaximized();
+  EXPECT_LE(tools.height(), std::max(usual, tools.sizeHint().height()));
+  EXPECT_LT(tools.height(), 52);
+  EXPECT_EQ(console.Grid().y(), tools.height()) << "the grid follows at once";
+  EXPECT_EQ(console.Grid().height(), console.subWindow->height() - 52);
+}
+
 TEST(XmapView, GridFollowsTheForm) {
   XmapConsole console(8);
   XmapView& view = console.Open();

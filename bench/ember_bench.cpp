@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+//
+// The open gateway between sockets and a line that cost nothing.
+//
+//   row to 1, 20    a row reported, to the last consumer's `modified` in its socket
+//   whole map       GetDirectory of the matrix of 256 channels with three sources a row, to its
+//   last
+//                   byte in the socket
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/suite.h"
+#include "gateway/ember/provider.h"
+#include "tests/gateway/ember/conversation.h"
+#include "tests/support/fake_client_socket.h"
+#include "tests/support/fake_pause_timer.h"
+#include "tests/support/fake_serial_port.h"
+#include "tests/support/hex.h"
+#include "tests/support/recording_reporter.h"
+
+namespace {
+
+constexpr int kChannels = 256;
+
+class System {
+ public:
+  explicit System(int consumers) {
+    model.ChannelCount = kChannels;
+    model.AllocateMap();
+    model.LinkStatus = {1, 1, 0};
+    model.XmapComplete = true;
+    for (int output = 1; output <= kChannels; ++output) {
+      for (const int input : {output, output % kChannels + 1, (output + 99) % kChannels + 1}) {
+        model.CrosspointMap.At(output, input) = 1;
+      }
+    }
+    for (int i = 0; i < consumers; ++i) {
+      peers.push_back(std::make_shared<test::FakePeer>());
+      provider.Accept(std::make_unique<test::FakeClientSocket>(peers.back()));
+      Ask(*peers.back());
+    }
+  }
+
+  // The whole map.
+  static std::size_t Ask(test::FakePeer& peer) {
+    static const gateway::Bytes asked = test::FromHex(test::kMatrixAsked);
+    peer.written.clear();
+    peer.Send(asked);
+    return peer.written.size();
+  }
+
+  model::SystemModel model;
+  stations::Changes changes;
+  model::Locks locks;
+  test::FakeSerialPort port;
+  test::RecordingReporter reporter;
+  test::FakePauseTimer takeTimer;
+  test::FakePauseTimer newsTimer;
+  test::FakePauseTimer secondTimer;
+  ember::PeerEvents events;
+  switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}};
+  switcher::LineShare line{port, [] { return std::chrono::milliseconds(500); }};
+  std::vector<std::shared_ptr<test::FakePeer>> peers;
+  ember::Provider provider{{.model = model,
+                            .database = [] { return nullptr; },
+                            .changes = changes,
+                            .locks = locks,
+                            .commands = commands,
+                            .line = line,
+                            .takeTimer = takeTimer,
+                            .newsTimer = newsTimer,
+                            .secondTimer = secondTimer,
+                            .now = std::chrono::steady_clock::now,
+                            .events = events,
+                            .version = "2.12",
+                            .mayTake = true,
+                            .gainsChanged = [] {}}};
+};
+
+void RowToAll(benchmark::State& state) {
+  System system(static_cast<int>(state.range(0)));
+  int output = 1;
+  for (auto _ : state) {
+    system.model.CrosspointMap.At(output, 1) ^= 1;
+    for (const auto& peer : system.peers) peer->written.clear();
+    system.provider.CrosspointRowChanged(output, 0);
+    if (system.peers.back()->written.empty()) state.SkipWithError("the last one was not told");
+    output = output % kChannels + 1;
+  }
+}
+
+void WholeMap(benchmark::State& state) {
+  System system(1);
+  for (auto _ : state) {
+    if (System::Ask(*system.peers[0]) < 6000) state.SkipWithError("the map is not whole");
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  bench::Suite suite(&argc, argv);
+  for (const int consumers : {1, 20}) {
+    suite.Measure({.what = "open gateway: a row reported, to " + std::to_string(consumers) +
+                           (consumers == 1 ? " consumer" : " consumers"),
+                   .run = RowToAll,
+                   .size = consumers,
+                   .limit = 2});
+  }
+  suite.Measure(
+      {.what = "open gateway: the whole map of 256 channels", .run = WholeMap, .limit = 10});
+  suite.Run();
+  return suite.Finish();
+}
