@@ -24,8 +24,8 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr char kKeepAlive[] = "FE 00 0E 01 01 94 E4 FF";
-constexpr char kKeepAliveAnswer[] = "FE 00 0E 02 01 FD DC CE FF";
+constexpr char kConsumerAlive[] = "FE 00 0E 01 01 94 E4 FF";
+constexpr char kConsumerAliveAnswer[] = "FE 00 0E 02 01 FD DC CE FF";
 
 std::size_t SizeOf(std::string_view hex) { return FromHex(hex).size(); }
 
@@ -92,8 +92,8 @@ TEST_F(OpenGatewayProcessTest, BadOnesSpoilNothing) {
   SocketPeer good;
   ASSERT_TRUE(good.Connect(port_));
   for (int i = 0; i < 20; ++i) {
-    good.Send(kKeepAlive);
-    ASSERT_EQ(good.Receive(SizeOf(kKeepAliveAnswer)), kKeepAliveAnswer);
+    good.Send(kConsumerAlive);
+    ASSERT_EQ(good.Receive(SizeOf(kConsumerAliveAnswer)), kConsumerAliveAnswer);
   }
   EXPECT_EQ(console_->LinkText(), kConnected);
 }
