@@ -61,6 +61,8 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   // The link to the switcher may be in another state.
   void LinkChanged() { provider_.LinkChanged(); }
 
+  bool IsListening() const { return listener_.IsListening(); }
+
   // Stops listening and closes all connections.
   void Close();
 
