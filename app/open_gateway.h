@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <functional>
 #include <map>
 #include <string>
@@ -60,6 +61,8 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   // The link to the switcher may be in another state.
   void LinkChanged() { provider_.LinkChanged(); }
 
+  bool IsListening() const { return listener_.IsListening(); }
+
   // Stops listening and closes all connections.
   void Close();
 
@@ -72,6 +75,7 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   void HappenedAgain(const QString& text);
 
  private:
+  void Listen();
   void Accept(std::unique_ptr<gateway::ClientSocket> client);
 
   void PeerConnected(const ember::PeerName& peer) override;
@@ -80,6 +84,10 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   void PeerSetGain(const ember::PeerName& peer, int input, int decibels) override;
   void TakeRefused(const ember::PeerName& peer, const ember::Wanted& wanted,
                    ember::Refusal why) override;
+  void TakeStopped(const ember::PeerName& peer, const ember::Wanted& wanted,
+                   ember::Refusal why) override;
+  void NumbersRefused(const ember::PeerName& peer, ember::Wanted::Act act, int target,
+                      const std::vector<int>& sources) override;
   void ValueRefused(const ember::PeerName& peer, const ember::Path& path,
                     ember::Refusal why) override;
   void PeerDropped(const ember::PeerName& peer, ember::PeerDrop why) override;
@@ -91,9 +99,11 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   const Services services_;
   const CrosspointWords crosspoints_;
   gateway::Listener listener_;
+  QTimer listenTimer_;
   gateway::QtPauseTimer takeTimer_;
   gateway::QtPauseTimer newsTimer_;
   gateway::QtPauseTimer secondTimer_;
+  gateway::QtPauseTimer workTimer_;
   switcher::LiveCommands commands_;
   ember::Provider provider_;
   std::map<int, QString> peers_;  // those that are connected: their addresses

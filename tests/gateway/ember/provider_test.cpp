@@ -202,6 +202,130 @@ TEST_F(ProviderTest, AGainIsSetSentAndTold) {
   EXPECT_THAT(events_.lines, testing::Contains("1 10.0.0.7 gain 4 -12"));
 }
 
+// A gain that waits for the line is neither shown nor told nor in the log.
+TEST_F(ProviderTest, AGainCountsWhenItIsSent) {
+  const auto peer = Connect();
+  MakeRoom(0);
+  peer->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{-12}));
+  EXPECT_EQ(model_.InputGains[3], 64);
+  EXPECT_EQ(peer->TakeWritten(), "");
+  EXPECT_THAT(events_.lines, testing::Not(testing::Contains("1 10.0.0.7 gain 4 -12")));
+  port_.unsent = 0;
+  Pass(std::chrono::milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), "E3 03 58 5B FF");
+  EXPECT_EQ(model_.InputGains[3], 88);
+  EXPECT_EQ(peer->TakeWritten(), test::kGainTold);
+}
+
+TEST_F(ProviderTest, AGainThatWaitsTooLongIsNotSent) {
+  const auto peer = Connect();
+  MakeRoom(0);
+  peer->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{-12}));
+  Pass(std::chrono::milliseconds(2500));
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 4, 2, 3, 1}, std::int64_t{-36}));
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::LineBusy));
+  port_.unsent = 0;
+  Pass(std::chrono::milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+TEST_F(ProviderTest, AGainDoesNotOutliveLinkOrConsumer) {
+  const auto peer = Connect();
+  const auto other = Connect();
+  MakeRoom(0);
+  peer->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{-12}));
+  model_.LinkStatus[0] = 0;
+  provider_.LinkChanged();
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::LinkDown));
+  model_.LinkStatus[0] = 1;
+  other->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{-12}));
+  other->Close();
+  port_.unsent = 0;
+  Pass(std::chrono::milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+// Labels that change on and on are told all the same.
+TEST_F(ProviderTest, NewsAreNotPutOff) {
+  const auto peer = Connect();
+  peer->Send(Asked({1, 3, 2, 7}));
+  peer->written.clear();
+  Edit(8, "InLabel", "ONE");
+  newsTimer_.Start(std::chrono::milliseconds(1), [] { FAIL() << "started anew"; });
+  newsTimer_.Stop();
+  Edit(8, "InLabel", "TWO");
+  EXPECT_FALSE(newsTimer_.IsRunning());
+}
+
+TEST_F(ProviderTest, SubscribeIsForTheMatrixAndParameters) {
+  const auto subscribing = [](const Path& path) {
+    const Bytes command = BerValue(Application(2), BerValue(Context(0), BerInteger(30)));
+    const Bytes children =
+        BerValue(Context(2), BerValue(Application(4), BerValue(Context(0), command)));
+    const std::vector<Bytes> elements{
+        BerValue(Application(10), {BerValue(Context(0), BerOid(path)), children})};
+    return Packets(GlowMessage(elements));
+  };
+  const auto peer = Connect();
+  peer->Send(subscribing({1, 6}));
+  model_.LinkStatus[0] = 0;
+  provider_.LinkChanged();
+  EXPECT_EQ(peer->TakeWritten(), "");
+  peer->Send(subscribing({1, 6, 1}));
+  model_.LinkStatus[0] = 1;
+  provider_.LinkChanged();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 6, 1}, true));
+}
+
+// Hundreds of questions at once are answered in turns, and others between them.
+TEST_F(ProviderTest, ManyQuestionsAreServedInTurns) {
+  const auto greedy = Connect();
+  const auto other = Connect();
+  Bytes questions;
+  const Bytes question = test::FromHex(test::kRootAsked);
+  for (int i = 0; i < 300; ++i) questions.insert(questions.end(), question.begin(), question.end());
+  const std::size_t answer = test::FromHex(test::kRootAnswered).size();
+  workTakes_ = std::chrono::milliseconds(1);
+  greedy->Send(questions);
+  EXPECT_LT(greedy->written.size(), 10 * answer);
+  EXPECT_TRUE(workTimer_.IsRunning());
+  other->Send(test::kRootAsked);
+  EXPECT_EQ(other->TakeWritten(), test::kRootAnswered);
+  workTimer_.ElapseAll();
+  EXPECT_EQ(greedy->written.size(), 300 * answer);
+}
+
+TEST_F(ProviderTest, WhatIsLeftOfOneWhoHasGoneIsNotServed) {
+  const auto peer = Connect();
+  Bytes takes;
+  for (int i = 0; i < 8; ++i) {
+    const Bytes take = Taking(1, i, {0});
+    takes.insert(takes.end(), take.begin(), take.end());
+  }
+  workTakes_ = std::chrono::milliseconds(2);
+  peer->Send(takes);
+  peer->Close();
+  port_.TakeWritten();
+  workTimer_.ElapseAll();
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+// Thirty-two that say nothing keep nobody out.
+TEST_F(ProviderTest, OneThatNeverSpokeMakesRoom) {
+  const auto speaking = Connect();
+  speaking->Send(test::kRootAsked);
+  std::vector<std::shared_ptr<test::FakePeer>> mute;
+  for (int i = 1; i < Provider::kMostPeers; ++i) {
+    now_ += std::chrono::milliseconds(1);
+    mute.push_back(Connect());
+  }
+  const auto late = Connect();
+  EXPECT_TRUE(late->connected);
+  EXPECT_TRUE(speaking->connected);
+  EXPECT_FALSE(mute.front()->connected);
+  EXPECT_TRUE(mute.back()->connected);
+}
+
 TEST_F(ProviderTest, WhatCannotBeSetIsAnsweredWithWhatHolds) {
   const auto peer = Connect();
   const std::string gain = ValueFrame({1, 4, 2, 3, 1}, std::int64_t{-36});
@@ -281,7 +405,10 @@ TEST_F(ProviderTest, OneWithoutAnEndIsDropped) {
 
 TEST_F(ProviderTest, SoManyAreServedAndPlacesBecomeFree) {
   std::vector<std::shared_ptr<test::FakePeer>> peers;
-  for (int i = 0; i < 32; ++i) peers.push_back(Connect());
+  for (int i = 0; i < 32; ++i) {
+    peers.push_back(Connect());
+    peers.back()->Send(test::kRootAsked);
+  }
   const auto tooMany = Connect();
   EXPECT_TRUE(tooMany->closedByConsole);
   EXPECT_EQ(events_.lines.back(), "10.0.0.7 turned away");
@@ -328,6 +455,43 @@ TEST_F(ProviderTest, WithoutChannelsThereIsNoMatrix) {
   peer->Send(test::kAbsolute);
   peer->Send(test::kCallInvoked);
   EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+// Whatever byte of a message is another one, in a good frame: what reaches the line is a whole
+// command of channels that are there.
+TEST_F(ProviderTest, AWrongByteInAGoodFrameTakesOnlyWhatIsThere) {
+  for (const char* const frame :
+       {test::kAbsolute, test::kConnect, test::kDisconnect, test::kGainSet, test::kCallInvoked}) {
+    FrameReader reader;
+    std::vector<FrameReader::Event> events;
+    ASSERT_TRUE(reader.Read(test::FromHex(frame), &events));
+    ASSERT_EQ(events.size(), 1U);
+    for (std::size_t at = 0; at < events[0].message.size(); ++at) {
+      for (const int flip : {0x01, 0x02, 0x08, 0x80, 0xFF}) {
+        Bytes wrong = events[0].message;
+        wrong[at] = static_cast<std::uint8_t>(wrong[at] ^ flip);
+        const auto peer = Connect();
+        peer->Send(Packets(wrong));
+        if (peer->connected) peer->Close();
+        Pass(std::chrono::milliseconds(2500));
+        Bytes sent = test::FromHex(port_.TakeWritten());
+        while (!sent.empty()) {
+          const bool isGain = sent[0] == 0xE3;
+          const std::size_t size = isGain ? 5 : 9;
+          ASSERT_GE(sent.size(), size);
+          if (isGain) {
+            EXPECT_LT(sent[1], 8);
+          } else {
+            const auto take = switcher::ParseTake(std::span(sent).first(size));
+            ASSERT_TRUE(take) << frame << " at " << at;
+            EXPECT_LE(take->destination, 8);
+            EXPECT_LE(take->source, 8);
+          }
+          sent.erase(sent.begin(), sent.begin() + static_cast<std::ptrdiff_t>(size));
+        }
+      }
+    }
+  }
 }
 
 // Whatever byte of a frame is another one, nothing is taken: the checksum says so.
