@@ -23,8 +23,8 @@
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
 #include "app/open_gateway.h"
-#include "app/sent_file.h"
 #include "app/presets.h"
+#include "app/sent_file.h"
 #include "app/settings_file.h"
 #include "app/shell/background_writer.h"
 #include "app/shell/command_table.h"
@@ -134,6 +134,7 @@ class Console : public QObject {
   LinkAids aids_;
   UnsentAids unsentAids_;
   SwitcherReports switcherReports_;
+  BackgroundWriter presetWriter_;
   Presets presets_;
   switcher::Decoder decoder_;
   switcher::Link link_;

@@ -118,6 +118,8 @@ class ShutDownTest : public TransfersFixture {
 
 TEST_F(ShutDownTest, EverythingEndsInItsOrder) {
   const QSignalSpy saved(&shutDown_, &ShutDown::DatabaseSaved);
+  std::string atEnding = "(not told)";
+  QObject::connect(&shutDown_, &ShutDown::Ending, &shutDown_, [&] { atEnding = Ended(); });
   std::string atEnd;
   QObject::connect(&shutDown_, &ShutDown::AllClosed, &shutDown_, [&] {
     atEnd = Ended();
@@ -125,6 +127,7 @@ TEST_F(ShutDownTest, EverythingEndsInItsOrder) {
   });
   EXPECT_EQ(Ended(), "");
   EXPECT_TRUE(shutDown_.Run());
+  EXPECT_EQ(atEnding, "") << "a recall is ended while all is there";
   EXPECT_EQ(atPortClose_, "place database ");
   EXPECT_EQ(atPanelClose_, "place database port timers settings ");
   EXPECT_EQ(Ended(), "place database port timers settings views");
