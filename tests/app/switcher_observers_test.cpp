@@ -90,7 +90,7 @@ struct Announced {
 const Announced kAnnounced[] = {
     {switcher::kCrosspointRowCode,
      HearersOf([]<typename T>() { return IsOwn(&T::CrosspointRowChanged); }),
-      {"known", "log", "aids", "views", "presets", "panels", "gateway"}},
+     {"known", "log", "aids", "views", "presets", "panels", "gateway"}},
     {switcher::kGainReportCode,
      HearersOf([]<typename T>() { return IsOwn(&T::GainsChanged); }),
      {"views", "gateway"}},
