@@ -55,7 +55,6 @@ QString LockKeeper::WhyUnlocked(const model::Status& read) {
   std::filesystem::path kept = services_.file;
   kept.replace_filename(kDamagedLocks);
   std::filesystem::rename(services_.file, kept, error);
-  asRead_.clear();
   return error ? tr("%1 is damaged").arg(QLatin1String(kLocksFile))
                : tr("%1 is damaged; it is kept as %2")
                      .arg(QLatin1String(kLocksFile), QLatin1String(kDamagedLocks));

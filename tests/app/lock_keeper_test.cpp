@@ -127,6 +127,7 @@ TEST_F(LockKeeperTest, ADamagedFileCostsAHintAndIsKept) {
               ElementsAre("What was locked is not locked any more: Locks.json is damaged; it is "
                           "kept as Locks-damaged.json"));
   End(run);
+  EXPECT_FALSE(std::filesystem::exists(path_)) << "nothing is written unasked";
   run.locks.LockOutput(2, Locks::Against::Console);
   End(run);
   EXPECT_EQ(Content(),

@@ -114,7 +114,7 @@ void PresetsWindow::LayOut() {
 
 void PresetsWindow::SetPresets(const std::vector<Entry>& presets, const QString& name) {
   const QString chosen = name.isEmpty() ? Chosen() : name;
-  if (!name.isEmpty()) name_->setModified(false);
+  if (name == name_->text().trimmed()) name_->setModified(false);  // it is stored
   list_->clear();
   for (const Entry& preset : presets) {
     auto* const item = new QTreeWidgetItem(
