@@ -150,6 +150,7 @@ TEST_F(ShutDownTest, ARecallEndsBeforeThePortIsClosedAlsoWithoutSaving) {
     EXPECT_FALSE(shutDown_.Run());
   }
   EXPECT_EQ(told, "open ");
+  QCoreApplication::sendPostedEvents();
   test::Find<QPushButton>(window_, "aidCloseWithoutSaving").click();
   QCoreApplication::sendPostedEvents();
   EXPECT_FALSE(line_.IsOpen());
