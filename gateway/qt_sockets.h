@@ -64,8 +64,8 @@ class Listener : public QObject {
   // The address that Start() listens on: every interface (IPv4) unless it is set.
   void SetAddress(const QHostAddress& address) { address_ = address; }
 
-  // Listens on `port`.  Fails when the port is taken, not permitted or outside 1..65535, or when the
-  // address is none of this computer.
+  // Listens on `port`.  Fails when the port is taken, not permitted or outside 1..65535, or when
+  // the address is none of this computer.
   model::Status Start(int port);
 
   // Stops listening.  Does nothing when it is not.
