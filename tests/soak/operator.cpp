@@ -60,6 +60,10 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   AddClose("close the settings", "frmSettings");
   AddTrigger("open the presets", "aidPresets", "frmPresets");
   AddClose("close the presets", "frmPresets");
+  AddTrigger("lock the console", "aidLockConsole", "aidLocked");
+  AddTrigger("ask to unlock it", "aidLockConsole", "aidUnlockQuestion");
+  tasks_.push_back({"unlock it", [this] { console_.Click("aidUnlock"); },
+                    [this] { return !console_.IsShown("aidLocked"); }});
   AddTrigger("begin a comparison", "aidCompare", "frmCompare");
   tasks_.push_back({"compare", [] {},
                     [this] {

@@ -189,7 +189,8 @@ void XmapHeader::changeEvent(QEvent* event) {
 
 void XmapHeader::mousePressEvent(QMouseEvent* event) {
   const int channel = ChannelAt(event->position().toPoint());
-  if (channel >= 1 && event->button() != Qt::MiddleButton) Q_EMIT ChannelPressed(channel);
+  const bool isOurs = event->button() == Qt::LeftButton || event->button() == Qt::RightButton;
+  if (channel >= 1 && isOurs) Q_EMIT ChannelPressed(channel);
 }
 
 void XmapHeader::contextMenuEvent(QContextMenuEvent* event) {
