@@ -117,6 +117,7 @@ Console::Console(AppFolder folder)
                     .changes = changes_,
                     .locks = locks_,
                     .port = port_,
+                    .knownMap = knownMap_,
                     .line = share_,
                     .labels = labels_,
                     .hints = window_.Hints(),
@@ -153,7 +154,8 @@ Console::Console(AppFolder folder)
                 .database = [this] { return files_.Database(); },
                 .reporter = boxes_,
                 .changes = changes_,
-                .observers = InOrder({.unsent = unsentMessages_,
+                .observers = InOrder({.knownMap = knownMap_,
+                                      .unsent = unsentMessages_,
                                       .log = switcherReports_,
                                       .aids = aids_,
                                       .views = views_,
@@ -334,6 +336,7 @@ void Console::ConnectStatusBar() {
   StatusBar& status = window_.Status();
   status.SetLegend(new views::XmapLegend(&status));
   connect(&window_, &MainWindow::LinkTextShown, this, [this] {
+    knownMap_.LinkChanged();  // before those who ask it
     aids_.LinkChanged();
     unsentAids_.Update();
   });
@@ -373,6 +376,7 @@ void Console::ConnectSentFile() {
 // Who is let in on the network, and what is said of those who are.
 void Console::ConnectNetwork() {
   const PanelAccess& panels = access_.panels;
+  for (const QString& section : access_.inForce) log_.NoteNetwork(tr("In force: %1").arg(section));
   listener_.SetAddress(panels.listen);
   listener_.SetAcceptHandler([this](std::unique_ptr<gateway::ClientSocket> client) {
     const std::string address = client->PeerAddress();

@@ -23,8 +23,8 @@
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
 #include "app/open_gateway.h"
-#include "app/sent_file.h"
 #include "app/presets.h"
+#include "app/sent_file.h"
 #include "app/settings_file.h"
 #include "app/shell/background_writer.h"
 #include "app/shell/command_table.h"
@@ -55,6 +55,7 @@
 #include "model/system_model.h"
 #include "stations/change.h"
 #include "switcher/decoder.h"
+#include "switcher/known_map.h"
 #include "switcher/line_share.h"
 #include "switcher/link.h"
 #include "switcher/live_commands.h"
@@ -98,6 +99,7 @@ class Console : public QObject {
   db::DatabaseFiles files_;
   model::Locks locks_;
   stations::Changes changes_;
+  switcher::KnownMap knownMap_{model_};
   switcher::UnsentMessages unsentMessages_;
   SentFile sentFile_;
   JournalKeeper journal_;

@@ -17,6 +17,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "gateway/ember/channel_texts.h"
@@ -43,6 +44,9 @@ Path MapCompletePath();
 Path CallPath();
 Path PriorityListenPath();
 
+// The target and the source whose inhibit stands at a path, or right below it; nothing for another.
+std::optional<std::pair<int, int>> CrosspointOfInhibited(const Path& path);
+
 // The source whose gain a path is; nothing for any other path.
 std::optional<int> SourceOfGain(const Path& path);
 
@@ -51,6 +55,7 @@ class Tree {
   // What is referred to must outlive the object.
   struct Services {
     const model::SystemModel& model;
+    const switcher::KnownMap& knownMap;
     ChannelTexts& texts;
     std::string version;    // of the program
     bool mayWrite = false;  // gains may be set

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "app/shell/main_window.h"
+#include "stations/record.h"
 #include "tests/app/patience.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
@@ -47,6 +48,7 @@ class OpenGatewayTest : public testing::Test {
     model_.AllocateMap();
     model_.LinkStatus = {1, 1, 0};
     model_.XmapComplete = true;
+    for (int output = 1; output <= 8; ++output) knownMap_.CrosspointRowChanged(output, 0);
     for (int i = 1; i <= 8; ++i) {
       const std::string number = std::to_string(i);
       database_.AddStation(i, {{"Label", "CAM " + number}, {"InLabel", "MIC " + number}});
@@ -67,6 +69,7 @@ class OpenGatewayTest : public testing::Test {
         .changes = changes_,
         .locks = locks_,
         .port = port_,
+        .knownMap = knownMap_,
         .line = line_,
         .labels = labels_,
         .hints = window_.Hints(),
@@ -93,6 +96,7 @@ class OpenGatewayTest : public testing::Test {
   CommandTable commands_;
   MainWindow window_{commands_};
   model::SystemModel model_;
+  switcher::KnownMap knownMap_{model_};
   test::SmallDatabase database_;
   stations::Changes changes_;
   model::Locks locks_;
@@ -109,9 +113,7 @@ class OpenGatewayTest : public testing::Test {
 
 TEST_F(OpenGatewayTest, IsOffUnlessItIsWanted) {
   Begin("Takes=Yes\n");
-  QTcpSocket socket;
-  Connect(socket);
-  EXPECT_FALSE(socket.waitForConnected(2000));
+  EXPECT_FALSE(gateway_->IsListening());
   EXPECT_FALSE(Aid()->isVisible());
   EXPECT_THAT(lines_, IsEmpty());
 }
@@ -166,12 +168,43 @@ TEST_F(OpenGatewayTest, WhoIsNotAllowedIsTurnedAway) {
 
 TEST_F(OpenGatewayTest, WhatIsNotUnderstoodAdmitsNobody) {
   Begin("Port=PORT\nAllow=10.1\n");
-  QTcpSocket socket;
-  Connect(socket);
-  EXPECT_FALSE(socket.waitForConnected(2000));
+  EXPECT_FALSE(gateway_->IsListening());
   EXPECT_TRUE(window_.Hints().Has(Hint::OpenGatewayClosed));
   EXPECT_THAT(lines_, ElementsAre("The open gateway admits nobody: OPEN GATEWAY in Orvotesk.ini is "
                                   "not understood (Allow=10.1)."));
+}
+
+// The gain of input 4, whose label looks like a place of the text, to -12 dB.
+TEST_F(OpenGatewayTest, ALabelStandsInTheLogAsItIs) {
+  database_.GoTo(4);
+  stations::Record record(*database_.Files().Stations());
+  record.Set("InLabel", "MIC%3");
+  ASSERT_TRUE(record.Commit({changes_, stations::Origin::Operator}).ok());
+  Begin("Port=PORT\nTakes=Yes\n");
+  QTcpSocket socket;
+  Connect(socket);
+  Send(socket,
+       "FE 00 0E 00 01 C0 01 02 1F 02 60 1D 6B 1B A0 19 69 17 A0 07 0D 05 01 04 02 03 01 A1 0C 31 "
+       "0A A2 03 02 01 F4 AD 03 02 01 01 0E E3 FF");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 2; }, kPatience));
+  EXPECT_EQ(lines_[1], "Controller 1, 127.0.0.1: gain of MIC%3 set to -12 dB");
+}
+
+// It is tried again until the port is free.
+TEST_F(OpenGatewayTest, ListensWhenItCan) {
+  QTcpServer other;
+  ASSERT_TRUE(other.listen(QHostAddress::LocalHost, 0));
+  number_ = other.serverPort();
+  Begin("Port=" + std::to_string(other.serverPort()) + "\n");
+  ASSERT_TRUE(window_.Hints().Has(Hint::OpenGatewayClosed));
+  number_ = other.serverPort();
+  other.close();
+  ASSERT_TRUE(
+      QTest::qWaitFor([&] { return !window_.Hints().Has(Hint::OpenGatewayClosed); }, kPatience));
+  QTcpSocket socket;
+  Connect(socket);
+  EXPECT_TRUE(socket.waitForConnected(2000));
+  EXPECT_EQ(lines_[1], "The open gateway listens on port " + std::to_string(number_) + " now");
 }
 
 TEST_F(OpenGatewayTest, APortThatIsTakenIsSaid) {
