@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "app/decode_tick.h"
+#include "app/journal/change_place.h"
 #include "app/shell/about_dialog.h"
 #include "app/shell/mdi_arrangement.h"
 #include "app/start_up.h"
@@ -424,10 +425,8 @@ void Console::ConnectView(views::MainView* view) {
   if (const auto* const buttons = qobject_cast<views::ButtonsView*>(view)) {
     connect(buttons, &views::ButtonsView::SendButtonDataRequested, &transfers_,
             [this] { transfers_.SendData(-1); });
-    connect(buttons, &views::ButtonsView::CrosspointRequested, this, [this](int output, int input) {
-      views_.ShowXmap();
-      views_.Xmap()->GoTo(output, input);
-    });
+    connect(buttons, &views::ButtonsView::UseRequested, this,
+            [this](const stations::Use& use) { GoTo(views_, PlaceOf(use)); });
   }
 }
 

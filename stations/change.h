@@ -35,6 +35,8 @@ struct FieldChange {
   std::string field;
   jet::Value before;
   jet::Value after;
+
+  bool operator==(const FieldChange&) const = default;
 };
 
 // What was stored in the record of a station at once.
@@ -42,6 +44,8 @@ struct Change {
   Origin origin;
   int station;                      // its number; 0 when that cannot be read
   std::vector<FieldChange> fields;  // at least one, in the order in which they were set
+
+  bool operator==(const Change&) const = default;
 };
 
 class Changes;

@@ -53,6 +53,19 @@ ChangePlace PlaceOf(const stations::Change& change, std::string_view field) {
               : static_cast<int>(column - stations::kLabelColumns.begin())};
 }
 
+ChangePlace PlaceOf(const stations::Use& use) {
+  switch (use.kind) {
+    case stations::Use::Kind::Button:
+      return {View::Button, use.station, use.part};
+    case stations::Use::Kind::Opto:
+    case stations::Use::Kind::OptoChannel:
+      return {View::Opto, use.part, 0};
+    case stations::Use::Kind::Inhibit:
+      break;
+  }
+  return {View::Map, use.station, use.part};
+}
+
 void GoTo(OpenViews& views, const ChangePlace& place) {
   switch (place.view) {
     case View::Labels:

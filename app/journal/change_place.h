@@ -8,6 +8,7 @@
 
 #include "app/shell/open_views.h"
 #include "stations/change.h"
+#include "stations/where_used.h"
 
 namespace app {
 
@@ -26,6 +27,9 @@ struct ChangePlace {
 // The place of a field of a change; of inhibits the first input whose flag is another one now. What
 // no view shows is at the station's label.
 ChangePlace PlaceOf(const stations::Change& change, std::string_view field);
+
+// The place of what points at a station.
+ChangePlace PlaceOf(const stations::Use& use);
 
 // Shows the view and goes to the place.
 void GoTo(OpenViews& views, const ChangePlace& place);

@@ -15,8 +15,8 @@
 namespace app {
 namespace {
 
-// Some hundred times what the largest system comes to.
-constexpr std::uint64_t kLargestImport = 16 << 20;
+// More than a system of 256 stations with every target in every button comes to.
+constexpr std::uint64_t kLargestImport = 8 << 20;
 
 }  // namespace
 

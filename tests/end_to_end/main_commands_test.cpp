@@ -116,9 +116,10 @@ TEST_F(CommandsTest, TheThreeViewsHaveTheirNamesCaptionsAndFirstPlaces) {
 TEST_F(CommandsTest, EveryWindowCanBeAskedFor) {
   ConsoleProcess console(folder_);
   ASSERT_TRUE(console.IsUp());
-  for (const char* const id : {"ID_SourceLevelControl", "ID_ViewSourcelevelControl", "ID_QDVStatus",
-                               "ID_ViewQDVStatus", "ID_XpointMap", "ID_StationAlphas",
-                               "ID_ButtonProgramming", "ID_SendData", "ID_RetreiveData"}) {
+  for (const char* const id :
+       {"ID_SourceLevelControl", "ID_ViewSourcelevelControl", "ID_QDVStatus", "ID_ViewQDVStatus",
+        "ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming", "ID_SendData",
+        "ID_RetreiveData", "aidImportProgramming", "aidCopyToStations", "aidWhereUsed"}) {
     EXPECT_EQ(console.Property(id, "enabled"), QJsonValue(true)) << id;
   }
 }

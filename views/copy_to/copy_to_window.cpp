@@ -8,6 +8,9 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <iterator>
+#include <map>
+#include <set>
 
 #include "stations/carry_out.h"
 #include "stations/navigation.h"
@@ -67,13 +70,19 @@ CopyToWindow::CopyToWindow(const Services& services, const CopySource& source, Q
   LayOut();
   for (QRadioButton* const choice : {button_, page_, all_, relays_}) {
     connect(choice, &QRadioButton::toggled, this, [this](bool checked) {
-      if (checked) ShowPlan();
+      if (!checked) return;
+      Plan();
+      ShowPlan();
     });
   }
-  connect(own_, &QCheckBox::toggled, this, &CopyToWindow::ShowPlan);
+  connect(own_, &QCheckBox::toggled, this, [this] {
+    Plan();
+    ShowPlan();
+  });
   connect(picker_, &StationPicker::TicksChanged, this, &CopyToWindow::ShowCount);
   connect(ok_, &QPushButton::clicked, this, &CopyToWindow::Copy);
   connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
+  Plan();
   ShowPlan();
 }
 
@@ -180,19 +189,20 @@ QString CopyToWindow::What() const {
   return tr("Buttons %1 to %2").arg(order.firstButton).arg(order.lastButton);
 }
 
-bool CopyToWindow::Plan() {
+void CopyToWindow::Plan() {
   std::vector<int> to;
   for (const PickableStation& station : stations_) to.push_back(station.number);
   const model::Status planned = WithStations(services_, [&](jet::RecordSet& stations) {
     return stations::PlanCopy(stations, Order(), to, &plan_);
   });
-  if (!planned.ok()) ShowFailure(services_, kPlanFailed, planned);
-  return planned.ok();
+  isPlanned_ = planned.ok();
+  if (isPlanned_) return;
+  plan_ = {};
+  ShowFailure(services_, kPlanFailed, planned);
 }
 
 void CopyToWindow::ShowPlan() {
   own_->setEnabled(Chosen() != Choice::Relays);
-  Plan();
   const FieldLookup lookup = [this](int station, std::string_view field) {
     jet::Value value;
     const model::Status read = WithStations(services_, [&](jet::RecordSet& stations) {
@@ -201,55 +211,73 @@ void CopyToWindow::ShowPlan() {
     });
     return read.ok() ? value : jet::Value();
   };
-  for (std::size_t row = 0; row < stations_.size(); ++row) {
-    const int number = stations_[row].number;
-    const auto change = std::ranges::find(plan_.changes, number, &stations::Change::station);
-    const bool cannot = std::ranges::find(plan_.cannotPoint, number) != plan_.cannotPoint.end();
-    QString remark = tr("has it already");
-    if (cannot) remark = tr("no button can point at it");
-    if (change != plan_.changes.end()) remark = ChangeRemark(*change, lookup);
-    picker_->SetRemark(static_cast<int>(row), remark, cannot);
+  std::map<int, StationPicker::Remark> said;
+  for (const int station : plan_.cannotPoint) {
+    said[station] = {.text = tr("no button can point at it"), .isObstacle = true};
   }
-  ShowCount();
+  for (const stations::Change& change : plan_.changes) {
+    said[change.station] = {.text = ChangeRemark(change, lookup)};
+  }
+  const StationPicker::Remark other{.text = isPlanned_ ? tr("has it already") : QString()};
+  std::vector<StationPicker::Remark> remarks;
+  for (const PickableStation& station : stations_) {
+    const auto found = said.find(station.number);
+    remarks.push_back(found != said.end() ? found->second : other);
+  }
+  picker_->SetRemarks(remarks);  // which counts
+}
+
+std::vector<stations::Change> CopyToWindow::TickedChanges() const {
+  const std::vector<int> ticked = picker_->Ticked();
+  const std::set<int> wanted(ticked.begin(), ticked.end());
+  std::vector<stations::Change> changes;
+  std::ranges::copy_if(
+      plan_.changes, std::back_inserter(changes),
+      [&](const stations::Change& change) { return wanted.contains(change.station); });
+  return changes;
 }
 
 void CopyToWindow::ShowCount() {
-  const std::vector<int> ticked = picker_->Ticked();
-  const auto changing = std::ranges::count_if(plan_.changes, [&](const stations::Change& change) {
-    return std::ranges::find(ticked, change.station) != ticked.end();
-  });
-  const auto all = static_cast<qsizetype>(ticked.size());
-  if (ticked.empty()) {
+  const auto all = static_cast<qsizetype>(picker_->Ticked().size());
+  const auto changing = static_cast<qsizetype>(TickedChanges().size());
+  ok_->setEnabled(changing > 0);
+  if (!isPlanned_) {
+    count_->setText(tr("What is to be copied cannot be read"));
+  } else if (all == 0) {
     count_->setText(tr("Tick the stations that are to get it"));
   } else {
     const QString stations = all == 1 ? tr("1 station") : tr("%1 stations").arg(all);
     count_->setText(
         tr("%1, %2 change, %3 have it already").arg(stations).arg(changing).arg(all - changing));
   }
-  ok_->setEnabled(changing > 0);
 }
 
-// The stations may have been changed since the list was drawn: what counts is how they are now.
+// The stations may have been changed since the list was drawn.
 void CopyToWindow::Copy() {
-  if (!Plan()) return;
-  const std::vector<int> ticked = picker_->Ticked();
-  std::erase_if(plan_.changes, [&](const stations::Change& change) {
-    return std::ranges::find(ticked, change.station) == ticked.end();
-  });
-  const model::Status stored = WithStations(services_, [this](jet::RecordSet& stations) {
-    return stations::CarryOut(stations, plan_.changes, stations::Direction::Again,
-                              services_.Operator());
+  const std::vector<stations::Change> shown = TickedChanges();
+  const auto tickedCount = picker_->Ticked().size();
+  Plan();
+  const std::vector<stations::Change> changes = TickedChanges();
+  if (changes != shown) {
+    ShowPlan();
+    if (isPlanned_)
+      count_->setText(tr("The stations were changed meanwhile: see what they get now"));
+    return;
+  }
+  const model::Status stored = WithStations(services_, [&](jet::RecordSet& stations) {
+    return stations::CarryOut(stations, changes, stations::Direction::Again, services_.Operator());
   });
   if (!stored.ok()) {
     ShowFailure(services_, kCopyFailed, stored);
+    Plan();
     ShowPlan();
     return;
   }
   Q_EMIT Copied(tr("%1 of station %2 copied: %3 of %4 stations changed")
                     .arg(What())
                     .arg(source_.station)
-                    .arg(plan_.changes.size())
-                    .arg(ticked.size()));
+                    .arg(changes.size())
+                    .arg(tickedCount));
   accept();
 }
 

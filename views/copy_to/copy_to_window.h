@@ -29,7 +29,8 @@ struct CopySource {
 };
 
 // frmCopyTo: copies programming of one station to others, which are ticked in a list that says
-// what each of them would get.  It is stored as one act; nothing is sent.
+// what each of them would get.  It is stored as one act; nothing is sent, and nothing is stored
+// that the list did not say.
 class CopyToWindow : public QDialog {
   Q_OBJECT
 
@@ -51,9 +52,12 @@ class CopyToWindow : public QDialog {
   stations::CopyOrder Order() const;
   // What is copied: "Button 3", "Relays".
   QString What() const;
-  // What the order comes to for all stations; false, with a report, when that cannot be told.
-  bool Plan();
+  // Plans what the order comes to for all stations, as they are now; what cannot be told is
+  // reported and is a plan of nothing.
+  void Plan();
   void ShowPlan();
+  // What is planned for the stations that are ticked.
+  std::vector<stations::Change> TickedChanges() const;
   void ShowCount();
   void Copy();
 
@@ -62,6 +66,7 @@ class CopyToWindow : public QDialog {
   std::vector<PickableStation> stations_;  // all but the copied one
   QString label_;                          // of the copied one
   stations::CopyPlan plan_;
+  bool isPlanned_ = false;  // else what it comes to cannot be told
   QRadioButton* button_;
   QRadioButton* page_;
   QRadioButton* all_;

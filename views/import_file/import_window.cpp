@@ -49,7 +49,7 @@ ImportWindow::ImportWindow(const Services& services, QString name, std::string b
           [this] { ok_->setEnabled(list_->TickedCount() > 0); });
   connect(ok_, &QPushButton::clicked, this, &ImportWindow::Store);
   connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
-  if (Plan()) ShowPlan();
+  if (Plan()) ShowPlan(true);
 }
 
 void ImportWindow::LayOut() {
@@ -91,14 +91,14 @@ bool ImportWindow::Plan() {
   return planned.ok();
 }
 
-void ImportWindow::ShowPlan() {
+void ImportWindow::ShowPlan(bool ticked) {
   const bool isFaulty = plan_.faultCount > 0;
   list_->setVisible(!isFaulty);
   faults_->setVisible(isFaulty);
   if (isFaulty) {
     ShowFaults();
   } else {
-    ShowDifferences();
+    ShowDifferences(ticked);
   }
 }
 
@@ -114,7 +114,7 @@ void ImportWindow::ShowFaults() {
       tr("Nothing of this file is imported. Mend what is listed, and choose the file again."));
 }
 
-void ImportWindow::ShowDifferences() {
+void ImportWindow::ShowDifferences(bool ticked) {
   const FieldLookup lookup = [this](int station, std::string_view field) {
     jet::Value value;
     const model::Status read = WithStations(services_, [&](jet::RecordSet& stations) {
@@ -125,21 +125,31 @@ void ImportWindow::ShowDifferences() {
   };
   std::vector<Difference> rows;
   for (ChangeRow& row : ChangeRows(plan_.changes, lookup)) rows.emplace_back(std::move(row));
-  list_->SetRows(std::move(rows), true);
+  list_->SetRows(std::move(rows), ticked);
   ok_->setEnabled(list_->TickedCount() > 0);
-  summary_->setText(plan_.changes.empty()
+  QString summary = plan_.changes.empty()
                         ? tr("The %1 rows of this file say what is stored already.").arg(plan_.rows)
                         : tr("What is ticked becomes as it is in the file. Nothing is sent. Rows "
                              "of the file: %1.")
-                              .arg(plan_.rows));
+                              .arg(plan_.rows);
+  if (const QString ignored = ReadOnlyWords(plan_); !ignored.isEmpty()) summary += u'\n' + ignored;
+  summary_->setText(summary);
 }
 
-// The stations may have been changed since the list was drawn: what counts is how they are now.
+// The stations may have been changed since the list was drawn: nothing is stored that it did not
+// say.
 void ImportWindow::Store() {
-  const std::vector<ChangeRow> ticked = list_->Ticked();
-  if (!Plan()) return;
-  const std::vector<stations::Change> changes = Chosen(plan_.changes, ticked);
-  if (plan_.faultCount > 0 || changes.empty()) return ShowPlan();
+  const std::vector<stations::Change> shown = std::move(plan_.changes);
+  if (!Plan()) return ok_->setEnabled(false);
+  if (plan_.faultCount > 0 || plan_.changes != shown) {
+    ShowPlan(false);
+    if (plan_.faultCount > 0) return;
+    summary_->setText(
+        tr("The stations were changed meanwhile. Tick what is to become as it is in "
+           "the file."));
+    return;
+  }
+  const std::vector<stations::Change> changes = Chosen(plan_.changes, list_->Ticked());
   const model::Status stored = WithStations(services_, [&](jet::RecordSet& stations) {
     return stations::CarryOut(stations, changes, stations::Direction::Again,
                               {services_.changes, stations::Origin::File});

@@ -35,9 +35,10 @@ class ImportWindow : public QDialog {
  private:
   void LayOut();
   bool Plan();
-  void ShowPlan();
+  // Shows what is planned; the differences are ticked, or are not.
+  void ShowPlan(bool ticked);
   void ShowFaults();
-  void ShowDifferences();
+  void ShowDifferences(bool ticked);
   void Store();
 
   const Services services_;

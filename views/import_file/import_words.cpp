@@ -31,6 +31,12 @@ QString WhyWords(const rules::ImportFault& fault) {
       return ImportText::tr("The file has no rows below its captions.");
     case Reason::OpenQuotes:
       return ImportText::tr("The quotes that begin there are never closed.");
+    case Reason::TooManyCells:
+      return ImportText::tr("It has more than %1 cells: this is no file of labels or programming.")
+          .arg(fault.expected);
+    case Reason::TooManyRows:
+      return ImportText::tr("The file has more than %1 rows: this is none of this system.")
+          .arg(fault.expected);
     case Reason::UnknownCaption:
       return ImportText::tr("“%1” is no column of such a file.").arg(text);
     case Reason::RepeatedCaption:
@@ -45,8 +51,7 @@ QString WhyWords(const rules::ImportFault& fault) {
       return ImportText::tr("“%1” stands in an earlier line, too.").arg(text);
     case Reason::NoButton:
       return ImportText::tr("There is no button “%1”: a station has %2.")
-          .arg(text)
-          .arg(fault.expected);
+          .arg(text, QString::number(fault.expected));
     case Reason::NotAChoice:
       return ImportText::tr("“%1” is neither No nor Yes.").arg(text);
     case Reason::LabelText:
@@ -69,10 +74,24 @@ QString WhyWords(const rules::ImportFault& fault) {
 QString FaultWords(const rules::ImportFault& fault) {
   const QString why = WhyWords(fault);
   if (fault.line == 0) return why;
-  if (fault.column == 0) return ImportText::tr("Line %1: %2").arg(fault.line).arg(why);
+  if (fault.column == 0) {
+    return ImportText::tr("Line %1: %2").arg(QString::number(fault.line), why);
+  }
   return ImportText::tr("Line %1, column %2 (%3): %4")
       .arg(QString::number(fault.line), QString::number(fault.column), CellWords(fault.caption),
            why);
+}
+
+QString ReadOnlyWords(const rules::ImportPlan& plan) {
+  if (plan.readOnlyCount == 0) return {};
+  const QString place =
+      ImportText::tr("line %1 (%2): “%3”")
+          .arg(QString::number(plan.readOnly.line), QString::fromStdString(plan.readOnly.caption),
+               CellWords(plan.readOnly.text));
+  return plan.readOnlyCount == 1
+             ? ImportText::tr("Only to be read, and not imported: %1.").arg(place)
+             : ImportText::tr("Only to be read, and not imported: %1, and %2 more.")
+                   .arg(place, QString::number(plan.readOnlyCount - 1));
 }
 
 }  // namespace views

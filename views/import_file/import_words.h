@@ -13,6 +13,10 @@ namespace views {
 // Yes."
 QString FaultWords(const rules::ImportFault& fault);
 
+// What of the file is not imported though it differs: "Only to be read, and not imported: line 3
+// (Station Label): “CAM 9”."; empty when there is none.
+QString ReadOnlyWords(const rules::ImportPlan& plan);
+
 }  // namespace views
 
 #endif  // VIEWS_IMPORT_FILE_IMPORT_WORDS_H_

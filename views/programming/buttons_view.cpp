@@ -488,7 +488,7 @@ QString ButtonsView::TipOf(int button) {
 
 void ButtonsView::CopyToStations() {
   const int station = CurrentStation();
-  if (station == 0 || IsShown(copyTo_)) return;
+  if (station == 0 || IsShown(copyTo_) || RefusedByLock(shown_.services)) return;
   using Choice = CopySource::Choice;
   const int focused = form_->FocusedButton();
   const int button = focused != 0 ? focused : Button();
@@ -510,22 +510,10 @@ void ButtonsView::ShowWhereUsed() {
   if (station == 0) return;
   if (whereUsed_ == nullptr) {
     whereUsed_ = new WhereUsedWindow(shown_.services, window());
-    connect(whereUsed_, &WhereUsedWindow::GoToRequested, this, &ButtonsView::GoToUse);
+    connect(whereUsed_, &WhereUsedWindow::GoToRequested, this, &ButtonsView::UseRequested);
   }
   whereUsed_->ShowStation(station);
   BringUp(*whereUsed_);
-}
-
-void ButtonsView::GoToUse(const stations::Use& use) {
-  switch (use.kind) {
-    case stations::Use::Kind::Button:
-      return GoToButton(use.station, use.part);
-    case stations::Use::Kind::Opto:
-    case stations::Use::Kind::OptoChannel:
-      return GoToOpto(use.part);
-    case stations::Use::Kind::Inhibit:
-      Q_EMIT CrosspointRequested(use.station, use.part);
-  }
 }
 
 void ButtonsView::SendSingleStation() {

@@ -85,8 +85,8 @@ class ButtonsView : public MainView {
  Q_SIGNALS:
   // The tool that sends all button programming was clicked.
   void SendButtonDataRequested();
-  // The operator wants to see an inhibit, both from 1.
-  void CrosspointRequested(int output, int input);
+  // The operator goes from the list of Where Used to what points at the station.
+  void UseRequested(const stations::Use& use);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -147,7 +147,6 @@ class ButtonsView : public MainView {
   void SendOptos();
   void CopyToStations();
   void ShowWhereUsed();
-  void GoToUse(const stations::Use& use);
   QString TipOf(int button);
 
   ShownStation shown_;

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
+#include <algorithm>
 #include <utility>
 
 namespace views {
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int kFinderCharacters = 12;
 constexpr int kFinderItems = 16;
+constexpr int kLabelRole = Qt::UserRole + 1;
 
 QString ItemOf(int number, const QString& label) {
   return QStringLiteral("%1  %2").arg(number).arg(label).trimmed();
@@ -62,8 +64,9 @@ void StationFinder::Fill() {
   clear();
   for (const PickableStation& station : read_()) {
     addItem(ItemOf(station.number, station.label), station.number);
+    setItemData(count() - 1, station.label, kLabelRole);
   }
-  setCurrentIndex(findText(current_));
+  setCurrentIndex(findData(shown_));
   setEditText(text);
 }
 
@@ -78,12 +81,18 @@ void StationFinder::focusInEvent(QFocusEvent* event) {
   QComboBox::focusInEvent(event);
 }
 
-// A number is one; else it is the first station whose number or label has the text.
+// Digits alone are the number of a station, or all of a label, but never a part of one.
 int StationFinder::IndexOf(const QString& text) const {
-  bool isNumber = false;
-  const int number = text.toInt(&isNumber);
-  if (const int index = isNumber ? findData(number) : -1; index >= 0) return index;
-  return findText(text, Qt::MatchContains);
+  const bool isNumber = std::ranges::all_of(text, [](QChar c) { return c >= u'0' && c <= u'9'; });
+  if (isNumber) {
+    if (const int index = findData(text.toInt()); index >= 0) return index;
+  }
+  // What was completed is an item as a whole.
+  if (const int index = findText(text, Qt::MatchFixedString); index >= 0) return index;
+  if (const int index = findData(text, kLabelRole, Qt::MatchFixedString); index >= 0) return index;
+  if (isNumber) return -1;
+  if (const int index = findData(text, kLabelRole, Qt::MatchStartsWith); index >= 0) return index;
+  return findData(text, kLabelRole, Qt::MatchContains);
 }
 
 void StationFinder::GoTo(int index) {
@@ -113,8 +122,18 @@ void StationFinder::Leave() {
 }
 
 void StationFinder::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape) return Leave();
-  QComboBox::keyPressEvent(event);
+  switch (event->key()) {
+    case Qt::Key_Escape:
+      return Leave();
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      // A box would choose the next item at once, and so leave the station with every press.
+      return showPopup();
+    default:
+      QComboBox::keyPressEvent(event);
+  }
 }
 
 void StationFinder::focusOutEvent(QFocusEvent* event) {

@@ -15,7 +15,8 @@ namespace views {
 
 // The box "aidStation": goes to a station whose number or label, or a part of it, is typed, or that
 // is chosen in the list.  Enter goes to the number that stands there, or to the first station whose
-// label has the text; Escape gives back what stood there, and both give back the focus.
+// label is the text, begins with it or has it, in this order; Escape gives back what stood there,
+// and both give back the focus.  The arrows open the list.
 class StationFinder : public QComboBox {
   Q_OBJECT
 

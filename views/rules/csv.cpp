@@ -39,9 +39,11 @@ class Reader {
   int Line() const { return line_; }
   int OpenQuotes() const { return openQuotes_; }
 
-  std::vector<std::string> Row() {
+  // The cells of a row; of one that has more than `most` the first of them, and one more.
+  std::vector<std::string> Row(std::size_t most) {
     std::vector<std::string> cells{Cell()};
     while (!IsAtEnd() && text_[at_] == separator_) {
+      if (cells.size() > most) return cells;
       ++at_;
       cells.push_back(Cell());
     }
@@ -106,13 +108,27 @@ std::optional<std::string> TextOfFile(std::string_view bytes) {
   return text;
 }
 
-Csv ParseCsv(std::string_view text) {
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  return text;
+}
+
+Csv ParseCsv(std::string_view text, const CsvBounds& bounds) {
   Csv csv;
   Reader reader(text, SeparatorOf(text));
   while (!reader.IsAtEnd()) {
     const int line = reader.Line();
-    std::vector<std::string> cells = reader.Row();
+    std::vector<std::string> cells = reader.Row(bounds.cells);
     if (cells.size() == 1 && cells.front().empty()) continue;
+    if (cells.size() > bounds.cells) {
+      csv.tooManyCells = line;
+      return csv;
+    }
+    if (csv.rows.size() == bounds.rows) {
+      csv.tooManyRows = line;
+      return csv;
+    }
     csv.rows.push_back({.line = line, .cells = std::move(cells)});
   }
   csv.openQuotes = reader.OpenQuotes();

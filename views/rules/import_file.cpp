@@ -30,6 +30,11 @@ using stations::LabelColumn;
 
 constexpr char kStationCaption[] = "Station";
 constexpr char kStationLabelCaption[] = "Station Label";
+constexpr char kFirstTargetCaption[] = "First Target";
+
+// A file of a system has a row for each of its buttons, or for each of its records, and may have
+// some more that a spreadsheet left.
+constexpr std::size_t kFurtherRows = 2000;
 
 bool IsSame(std::string_view a, std::string_view b) {
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
@@ -37,8 +42,7 @@ bool IsSame(std::string_view a, std::string_view b) {
 }
 
 std::optional<int> NumberOf(std::string_view text) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  text = Trimmed(text);
   int number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
@@ -62,9 +66,20 @@ class Import {
 
   model::Status Read(std::string_view bytes) {
     const std::optional<std::string> text = TextOfFile(bytes);
-    const Csv csv = text ? ParseCsv(*text) : Csv();
+    const CsvBounds bounds{
+        .rows = static_cast<std::size_t>(std::max(0, model_.StationCount * model_.ButtonCount)) +
+                kFurtherRows};
+    const Csv csv = text ? ParseCsv(*text, bounds) : Csv();
     if (!text) {
       Refuse({.reason = Why::NotText});
+    } else if (csv.tooManyCells != 0) {
+      Refuse({.reason = Why::TooManyCells,
+              .line = csv.tooManyCells,
+              .expected = static_cast<int>(bounds.cells)});
+    } else if (csv.tooManyRows != 0) {
+      Refuse({.reason = Why::TooManyRows,
+              .line = csv.tooManyRows,
+              .expected = static_cast<int>(bounds.rows)});
     } else if (csv.openQuotes != 0) {
       Refuse({.reason = Why::OpenQuotes, .line = csv.openQuotes});
     } else if (csv.rows.size() < 2) {
@@ -113,7 +128,7 @@ class Import {
     while (!cells.empty() && cells.back().empty()) cells.pop_back();
     for (std::size_t i = 0; i < cells.size(); ++i) {
       const auto caption = std::ranges::find_if(
-          known, [&](const std::string& each) { return IsSame(each, cells[i]); });
+          known, [&](const std::string& each) { return IsSame(each, Trimmed(cells[i])); });
       const Cell cell{row.line, static_cast<int>(i) + 1, cells[i], cells[i]};
       if (caption == known.end()) {
         Refuse(Why::UnknownCaption, cell);
@@ -208,7 +223,7 @@ class Import {
     }
     if (cell.text == stations::CellText(column, stored)) return;
     if (column == LabelColumn::Hidden) {
-      const std::optional<int> hidden = stations::ParseHidden(cell.text);
+      const std::optional<int> hidden = stations::ParseHidden(Trimmed(cell.text));
       if (!hidden) return Refuse(Why::NotAChoice, cell);
       if (stations::HiddenText(*hidden) == stations::HiddenText(stored)) return;
       return planned->Add(Spec(column).field, *hidden);
@@ -234,10 +249,11 @@ class Import {
     const stations::ButtonProgram stored = stations::ReadButton(stations_, *button);
     if (!stored.Outcome().ok()) return Refuse(Why::Unreadable, buttonCell);
     const Cell operation = At(row, kOperationCaption);
-    const std::optional<int> type = OperationIn(operation.text, stored.type.value);
+    const std::optional<int> type = OperationIn(Trimmed(operation.text), stored.type.value);
     if (!type) return Refuse(Why::UnknownOperation, operation);
     const Cell list = At(row, kTargetsCaption);
     const auto labels = targets_.Captions(*type, model_.ChkBoxCount);
+    if (!labels.status.ok()) return Refuse(Why::Unreadable, list);
     std::string targets;
     const TargetListFault fault = ReadTargetList(list.text, labels.value, &targets);
     if (fault.problem != TargetListProblem::None) {
@@ -249,12 +265,43 @@ class Import {
               .text = fault.target});
       return;
     }
+    CompareReadOnly(row, station, *button, stored, *type, targets);
     std::string present = stored.targets.value;
     present.resize(targets.size(), '0');
     if (*type == stored.type.value && targets == present) return;
     stations::PlannedFields planned(stations_);
     planned.AddButton(*button, *type, targets);
     Keep(station, std::move(planned.changes));
+  }
+
+  // What stands in the columns that are only there to be read is what is stored, or what the row
+  // makes of it.
+  void CompareReadOnly(const CsvRow& row, int station, int button,
+                       const stations::ButtonProgram& stored, int type,
+                       const std::string& targets) {
+    if (columns_.contains(kStationLabelCaption)) {
+      jet::Value label;
+      const bool isRead = stations_.Get(db::kLabelField, &label).ok();
+      const Cell cell = At(row, kStationLabelCaption);
+      if (isRead && cell.text != label.Text()) NoteReadOnly(cell);
+    }
+    if (columns_.contains(kFirstTargetCaption)) {
+      stations::ButtonProgram meant = stored;
+      meant.type.value = type;
+      meant.targets.value = targets;
+      meant.first.value = static_cast<int>(targets.find('1') + 1);
+      const auto before = stations::ChosenCaption(stored, targets_);
+      const auto after = stations::ChosenCaption(meant, targets_);
+      const Cell cell = At(row, kFirstTargetCaption);
+      if (before.status.ok() && after.status.ok() && cell.text != before.value &&
+          cell.text != after.value) {
+        NoteReadOnly(cell);
+      }
+    }
+  }
+
+  void NoteReadOnly(const Cell& cell) {
+    if (plan_->readOnlyCount++ == 0) plan_->readOnly = {cell.line, cell.caption, cell.text};
   }
 
   void Keep(int station, std::vector<stations::FieldChange> fields) {

@@ -25,6 +25,8 @@ struct ImportFault {
     NotText,           // the file
     NoRows,            // the file: nothing stands in it, or captions alone
     OpenQuotes,        // the line: its quotes are never closed
+    TooManyCells,      // the line has more than `expected`
+    TooManyRows,       // the file has more than `expected`, beginning with that line
     UnknownCaption,    // a column that is neither of labels nor of programming
     RepeatedCaption,   // a column that is there twice
     MissingCaption,    // `text` is the one that is missing
@@ -51,12 +53,21 @@ struct ImportFault {
   stations::TextCheck check{};
 };
 
+// A cell in a column that is only there to be read, and says something else than it could.
+struct ReadOnlyCell {
+  int line = 0;
+  std::string caption;
+  std::string text;
+};
+
 // What importing a file comes to.
 struct ImportPlan {
   // The first kMostFaults in their order, and how many there are.  With any there are no changes.
   std::vector<ImportFault> faults;
   int faultCount = 0;
   int rows = 0;                           // below the captions
+  int readOnlyCount = 0;                  // cells that are not imported though they differ
+  ReadOnlyCell readOnly;                  // the first of them
   std::vector<stations::Change> changes;  // one of each station that gets another value
 };
 

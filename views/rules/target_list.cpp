@@ -6,18 +6,13 @@
 #include <charconv>
 
 #include "model/flag_string.h"
+#include "views/rules/csv.h"
 
 namespace rules {
 namespace {
 
 constexpr int kCountedTargets = 10;
 constexpr char kNumberMark = '#';
-
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-  return text;
-}
 
 bool TellsItsTarget(const std::string& label, std::span<const std::string> labels) {
   if (label.empty() || label.front() == kNumberMark || label.front() == '(') return false;
@@ -34,9 +29,11 @@ int NumberIn(std::string_view text, std::size_t count) {
   return isAll && number >= 1 && static_cast<std::size_t>(number) <= count ? number : 0;
 }
 
-// The list without the count before it.
-std::string_view WithoutCount(std::string_view text) {
+// The list without the count before it, unless that begins a label.
+std::string_view WithoutCount(std::string_view text, std::span<const std::string> labels) {
   if (!text.starts_with('(')) return text;
+  const std::string_view first = Trimmed(text.substr(0, text.find(',')));
+  if (std::ranges::find(labels, first) != labels.end()) return text;
   const std::size_t end = text.find(')');
   if (end == std::string_view::npos || end == 1) return text;
   const std::string_view count = text.substr(1, end - 1);
@@ -75,7 +72,7 @@ std::string WriteTargetList(const std::string& flags, std::span<const std::strin
 TargetListFault ReadTargetList(std::string_view text, std::span<const std::string> labels,
                                std::string* flags) {
   flags->assign(labels.size(), '0');
-  std::string_view rest = Trimmed(WithoutCount(Trimmed(text)));
+  std::string_view rest = Trimmed(WithoutCount(Trimmed(text), labels));
   while (!rest.empty()) {
     const std::size_t comma = rest.find(',');
     const std::string_view target = Trimmed(rest.substr(0, comma));

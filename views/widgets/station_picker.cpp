@@ -109,21 +109,37 @@ void StationPicker::LayOut(const Names& names) {
   layout->addLayout(below);
 }
 
-void StationPicker::SetRemark(int row, const QString& remark, bool isObstacle) {
-  QTreeWidgetItem* const item = list_->topLevelItem(row);
-  item->setText(kPickRemark, remark);
-  item->setToolTip(kPickRemark, remark);
-  if (isObstacle) item->setCheckState(kPickNumber, Qt::Unchecked);
-  item->setFlags(item->flags().setFlag(Qt::ItemIsEnabled, !isObstacle));
+void StationPicker::SetRemarks(const std::vector<Remark>& remarks) {
+  {
+    const QSignalBlocker quietly(list_);
+    for (std::size_t row = 0; row < remarks.size(); ++row) {
+      QTreeWidgetItem* const item = list_->topLevelItem(static_cast<int>(row));
+      item->setText(kPickRemark, remarks[row].text);
+      item->setToolTip(kPickRemark, remarks[row].text);
+      item->setFlags(item->flags().setFlag(Qt::ItemIsEnabled, !remarks[row].isObstacle));
+    }
+  }
+  list_->viewport()->update();
+  Count();
+  Q_EMIT TicksChanged();
 }
 
 std::vector<int> StationPicker::Ticked() const {
   std::vector<int> ticked;
   for (int row = 0; row < list_->topLevelItemCount(); ++row) {
     const QTreeWidgetItem& item = *list_->topLevelItem(row);
-    if (IsTicked(item)) ticked.push_back(item.text(kPickNumber).toInt());
+    if (IsTicked(item) && CanBeTicked(item)) ticked.push_back(item.text(kPickNumber).toInt());
   }
   return ticked;
+}
+
+int StationPicker::WaitingCount() const {
+  int waiting = 0;
+  for (int row = 0; row < list_->topLevelItemCount(); ++row) {
+    const QTreeWidgetItem& item = *list_->topLevelItem(row);
+    if (IsTicked(item) && !CanBeTicked(item)) ++waiting;
+  }
+  return waiting;
 }
 
 void StationPicker::ShowOnly(const QString& text) {
@@ -149,8 +165,8 @@ void StationPicker::Tick(const QList<QTreeWidgetItem*>& items, bool ticked) {
   {
     const QSignalBlocker quietly(list_);
     for (QTreeWidgetItem* const item : items) {
-      if (CanBeTicked(*item))
-        item->setCheckState(kPickNumber, ticked ? Qt::Checked : Qt::Unchecked);
+      if (ticked && !CanBeTicked(*item)) continue;
+      item->setCheckState(kPickNumber, ticked ? Qt::Checked : Qt::Unchecked);
     }
   }
   list_->viewport()->update();
@@ -192,6 +208,9 @@ void StationPicker::Count() {
   const auto ticked = static_cast<int>(Ticked().size());
   QString text = shown == all ? tr("%1 of %2 ticked").arg(ticked).arg(all)
                               : tr("%1 of %2 ticked, %3 shown").arg(ticked).arg(all).arg(shown);
+  if (const int waiting = WaitingCount(); waiting > 0) {
+    text = tr("%1, and %2 that cannot get it").arg(text).arg(waiting);
+  }
   if (shown == 0 && all > 0) text = tr("No station has this number or label");
   count_->setText(text);
   for (QPushButton* const button : {tickAll_, tickNone_}) button->setEnabled(shown > 0);

@@ -25,7 +25,8 @@ struct PickableStation {
 // A list of stations with a check box each, under a field that shows only some of them: those whose
 // number or label begins with or has what is typed.  Space ticks the selected rows or takes their
 // ticks away, two buttons do so with all that are shown; what is not shown keeps its tick, and the
-// line below says how many have one.
+// line below says how many have one.  A tick at a station with an obstacle waits for the obstacle
+// to go.
 class StationPicker : public QWidget {
   Q_OBJECT
 
@@ -40,11 +41,17 @@ class StationPicker : public QWidget {
   StationPicker(const Names& names, const std::vector<PickableStation>& stations,
                 QWidget* parent = nullptr);
 
-  // What is said of a station, from 0 in the order in which they were given.  One with an obstacle
-  // cannot be ticked, and loses its tick.
-  void SetRemark(int row, const QString& remark, bool isObstacle = false);
+  // What is said of a station.  One with an obstacle cannot be ticked; a tick that it has does not
+  // count meanwhile.
+  struct Remark {
+    QString text = {};
+    bool isObstacle = false;
+  };
 
-  // The numbers of the ticked stations, also of those that are not shown.
+  // One remark for each station, in the order in which they were given.
+  void SetRemarks(const std::vector<Remark>& remarks);
+
+  // The numbers of the ticked stations that have no obstacle, also of those that are not shown.
   std::vector<int> Ticked() const;
 
  Q_SIGNALS:
@@ -60,6 +67,8 @@ class StationPicker : public QWidget {
   void ShowOnly(const QString& text);
   void Tick(const QList<QTreeWidgetItem*>& items, bool ticked);
   void TickSelected();
+  // How many ticks do not count because of an obstacle.
+  int WaitingCount() const;
   QList<QTreeWidgetItem*> Shown() const;
   void Count();
 

@@ -97,5 +97,25 @@ TEST_F(GoToTest, DoesNotGoToAStationWithoutAPanel) {
   EXPECT_EQ(test::Find<QComboBox>(*views_.Buttons(), "cmbButton").currentIndex(), 11);
 }
 
+// The programming may lie behind another view when one of its uses is gone to.
+TEST_F(GoToTest, BringsTheViewOfAUseUp) {
+  using Kind = stations::Use::Kind;
+  const auto current = [this] { return window_.Area().activeSubWindow()->widget(); };
+  GoTo(views_, PlaceOf(stations::Use{Kind::Button, 5, 12}));
+  views_.ShowAlphas();
+  ASSERT_EQ(current(), views_.Alphas());
+  GoTo(views_, PlaceOf(stations::Use{Kind::Button, 6, 7}));
+  EXPECT_EQ(current(), views_.Buttons());
+  EXPECT_EQ(views_.Buttons()->CurrentStation(), 6);
+  EXPECT_EQ(test::Find<QComboBox>(*views_.Buttons(), "cmbButton").currentIndex(), 6);
+  views_.ShowAlphas();
+  GoTo(views_, PlaceOf(stations::Use{Kind::OptoChannel, 0, 4}));
+  EXPECT_EQ(current(), views_.Buttons());
+  EXPECT_EQ(views_.Buttons()->CurrentStation(), 4);
+  EXPECT_EQ(Tabs().currentIndex(), 6);
+  GoTo(views_, PlaceOf(stations::Use{Kind::Inhibit, 6, 3}));
+  EXPECT_EQ(current(), views_.Xmap());
+}
+
 }  // namespace
 }  // namespace app

@@ -10,12 +10,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTreeWidget>
 #include <string>
 #include <vector>
 
 #include "tests/support/recording_changes.h"
+#include "tests/support/small_database.h"
 #include "tests/views/programming/buttons_console.h"
 
 namespace views {
@@ -193,14 +195,86 @@ TEST_F(CopyToWindowTest, CancelAndEscapeStoreNothing) {
 }
 
 // The switcher may send its tables while the window is open.
-TEST_F(CopyToWindowTest, WhatCountsIsHowTheStationsAreWhenItIsStored) {
+TEST_F(CopyToWindowTest, NothingIsStoredThatWasNotShown) {
   console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
   Ask();
   Tick(3);
   console_.SetField(1, "B2 Prog", Flags({9}));
   Press("cmdOkCopy");
+  EXPECT_THAT(heard_.seen, IsEmpty());
+  EXPECT_EQ(console_.Text(3, "B2 Prog"), Flags({2}));
+  EXPECT_EQ(Remark(3), "TALK 2 → TALK 9");
+  EXPECT_EQ(Count(), "The stations were changed meanwhile: see what they get now");
+  Press("cmdOkCopy");
   EXPECT_EQ(console_.Text(3, "B2 Prog"), Flags({9}));
   EXPECT_EQ(console_.Number(3, "B2 First"), 9);
+}
+
+TEST_F(CopyToWindowTest, WhatChangedAtAStationThatIsNotTickedIsInNobodysWay) {
+  console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
+  Ask();
+  Tick(3);
+  console_.SetField(8, "B2 Type", 3);
+  Press("cmdOkCopy");
+  EXPECT_EQ(console_.Text(3, "B2 Prog"), Flags({1, 5}));
+}
+
+TEST_F(CopyToWindowTest, WhatCannotBeReadIsSaidAndCopiesNothing) {
+  test::SmallDatabase without(test::StationsWithout("Relays"));
+  for (const int station : {1, 2, 3}) {
+    without.AddStation(station, {{"B1 Type", 0}, {"B1 First", 1}, {"B1 Prog", "1"}});
+  }
+  Services services = console_.Services();
+  services.stations = [&without] { return without.Files().Stations(); };
+  CopyToWindow window(services, {.station = 1});
+  window_ = &window;
+  window.show();
+  Tick(3);
+  EXPECT_EQ(Remark(2), "has it already");
+  EXPECT_EQ(Count(), "1 station, 0 change, 1 have it already");
+  Find<QRadioButton>("optCopyRelays").click();
+  EXPECT_THAT(console_.reporter.reports, testing::SizeIs(1));
+  EXPECT_EQ(Remark(2), "");
+  EXPECT_EQ(Remark(3), "");
+  EXPECT_EQ(Count(), "What is to be copied cannot be read");
+  EXPECT_FALSE(Find("cmdOkCopy").isEnabled());
+  Find<QRadioButton>("optCopyButton").click();
+  EXPECT_EQ(Remark(2), "has it already");
+  EXPECT_EQ(Count(), "1 station, 0 change, 1 have it already");
+}
+
+TEST_F(CopyToWindowTest, ATickWaitsWhileNoButtonCanPointAtTheStation) {
+  Ask();
+  Tick(3);
+  Tick(4);
+  auto& picker = *window_->findChild<StationPicker*>();
+  std::vector<StationPicker::Remark> remarks(63);
+  remarks[1] = {.text = QStringLiteral("no button can point at it"), .isObstacle = true};
+  picker.SetRemarks(remarks);
+  EXPECT_THAT(picker.Ticked(), ElementsAre(4));
+  EXPECT_EQ(Find<QLabel>("aidPickedCount").text(),
+            QStringLiteral("1 of 63 ticked, and 1 that cannot get it"));
+  picker.SetRemarks(std::vector<StationPicker::Remark>(63));
+  EXPECT_THAT(picker.Ticked(), ElementsAre(3, 4));
+  picker.SetRemarks(remarks);
+  Press("aidTickNone");
+  picker.SetRemarks(std::vector<StationPicker::Remark>(63));
+  EXPECT_THAT(picker.Ticked(), IsEmpty());
+}
+
+TEST_F(CopyToWindowTest, WhatIsSaidAnewIsCountedOnce) {
+  Ask();
+  auto& picker = *window_->findChild<StationPicker*>();
+  const QSignalSpy counted(&picker, &StationPicker::TicksChanged);
+  Find<QRadioButton>("optCopyAll").click();
+  EXPECT_EQ(counted.count(), 1);
+}
+
+TEST_F(CopyToWindowTest, WhileTheConsoleIsLockedItIsRefused) {
+  console_.locks.LockConsole(true);
+  console_.Find<QAction>(QStringLiteral("aidCopyToStations")).trigger();
+  EXPECT_THAT(test::ShownDialogs(*console_.window, "frmCopyTo"), IsEmpty());
+  EXPECT_THAT(console_.reporter.reports, testing::SizeIs(1));
 }
 
 TEST_F(CopyToWindowTest, WithoutADatabaseThereIsNothingToCopy) {

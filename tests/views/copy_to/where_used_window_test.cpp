@@ -73,32 +73,28 @@ TEST_F(WhereUsedWindowTest, ListsButtonsOptosAndInhibits) {
                            "input: 1."));
 }
 
-TEST_F(WhereUsedWindowTest, EnterGoesThereAndTheWindowStays) {
+// Whoever has the views shows the place: the programming may be behind another.
+TEST_F(WhereUsedWindowTest, EachPlaceIsAskedForAndTheWindowStays) {
+  std::vector<stations::Use> asked;
+  QObject::connect(console_.view, &ButtonsView::UseRequested, console_.view,
+                   [&](const stations::Use& use) { asked.push_back(use); });
   window_->activateWindow();
   auto& list = test::Find<QTreeWidget>(*window_, "lstWhereUsed");
   QTest::keyClick(&list, Qt::Key_Return);
-  EXPECT_EQ(console_.CurrentStation(), 12);
-  EXPECT_EQ(console_.Tab(), 5);
-  EXPECT_EQ(console_.Ticked("ckStationSel"), std::vector<int>{2});
-  EXPECT_TRUE(window_->isVisible());
-  EXPECT_EQ(window_->windowTitle(), QStringLiteral("Where Used: Station 3 CAM 3"));
   QTest::keyClick(&list, Qt::Key_Down);
   QTest::mouseClick(&test::Find(*window_, "aidGoToUse"), Qt::LeftButton);
-  EXPECT_EQ(console_.CurrentStation(), 20);
-  EXPECT_EQ(console_.Tab(), 7);
-}
-
-TEST_F(WhereUsedWindowTest, AnInhibitIsAskedForInTheMap) {
-  std::vector<std::pair<int, int>> asked;
-  QObject::connect(console_.view, &ButtonsView::CrosspointRequested, console_.view,
-                   [&](int output, int input) { asked.emplace_back(output, input); });
-  auto& list = test::Find<QTreeWidget>(*window_, "lstWhereUsed");
-  list.setCurrentItem(list.topLevelItem(2));
   const QRect row = list.visualItemRect(list.topLevelItem(2));
   QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, row.center());
   QTest::mouseDClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, row.center());
-  EXPECT_THAT(asked, ElementsAre(std::pair(40, 3)));
+  using Kind = stations::Use::Kind;
+  EXPECT_THAT(asked, ElementsAre(stations::Use{Kind::Button, 12, 9, 1},
+                                 testing::AllOf(testing::Field(&stations::Use::kind, Kind::Opto),
+                                                testing::Field(&stations::Use::part, 20)),
+                                 testing::AllOf(testing::Field(&stations::Use::station, 40),
+                                                testing::Field(&stations::Use::part, 3))));
   EXPECT_EQ(console_.CurrentStation(), 3);
+  EXPECT_TRUE(window_->isVisible());
+  EXPECT_EQ(window_->windowTitle(), QStringLiteral("Where Used: Station 3 CAM 3"));
 }
 
 TEST_F(WhereUsedWindowTest, FollowsWhatIsEditedMeanwhile) {

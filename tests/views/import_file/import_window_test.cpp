@@ -116,11 +116,46 @@ TEST_F(ImportWindowTest, WhatIsStoredAlreadyIsSaid) {
   EXPECT_FALSE(Find("cmdOkImport").isEnabled());
 }
 
-TEST_F(ImportWindowTest, WhatCountsIsHowTheStationsAreWhenItIsStored) {
-  Show("Station,Station Label\n3,CAM 3\n4,CAM 4\n");
-  console_.SetField(3, "Label", "CAM 3");
+TEST_F(ImportWindowTest, NothingIsStoredThatWasNotShown) {
+  Show("Station,Button,Operation,Targets\n3,2,LISTEN,#5\n4,2,LISTEN,#5\n");
+  EXPECT_THAT(Rows(), ElementsAre("Station 3|Button 2|TALK 2|LISTEN 5",
+                                  "Station 4|Button 2|TALK 2|LISTEN 5"));
+  console_.SetField(3, "B2 Type", 1);
+  console_.SetField(3, "B2 Prog", std::string(63, '0') + "1");
   Press("cmdOkImport");
-  EXPECT_THAT(heard_.Take(), ElementsAre("file 4: Label Sta. 004 > CAM 4"));
+  EXPECT_THAT(heard_.seen, IsEmpty());
+  EXPECT_THAT(Rows(), ElementsAre("Station 3|Button 2|LISTEN 64|LISTEN 5",
+                                  "Station 4|Button 2|TALK 2|LISTEN 5"));
+  EXPECT_EQ(Summary(),
+            "The stations were changed meanwhile. Tick what is to become as it is in the file.");
+  EXPECT_FALSE(Find("cmdOkImport").isEnabled()) << "nothing is ticked any more";
+  Press("aidTickAll");
+  Press("cmdOkImport");
+  EXPECT_EQ(heard_.times, 1);
+  EXPECT_THAT(heard_.Take(), testing::SizeIs(2));
+}
+
+TEST_F(ImportWindowTest, WhatIsOnlyToBeReadAndDiffersIsNamed) {
+  Show(
+      "Station,Station Label,Button,Operation,First Target,Targets\n"
+      "3,CAM 3,2,TALK,Sta. 002,#2\n4,Sta. 004,2,TALK,Sta. 005,#5\n5,Sta. 005,2,TALK,X,#2\n");
+  EXPECT_EQ(Summary(),
+            "What is ticked becomes as it is in the file. Nothing is sent. Rows of the file: 3.\n"
+            "Only to be read, and not imported: line 2 (Station Label): “CAM 3”, and 1 more.");
+}
+
+TEST_F(ImportWindowTest, AFileOfAnotherKindIsRefused) {
+  Show(std::string(100'000, ','));
+  EXPECT_THAT(Faults(),
+              ElementsAre("Line 1: It has more than 64 cells: this is no file of labels or "
+                          "programming."));
+}
+
+// What stands in a cell is no place for more.
+TEST_F(ImportWindowTest, AFaultSaysWhatStandsThere) {
+  Show("Station,Button,Operation,Targets\n3,%2 %1,TALK,\n");
+  EXPECT_THAT(Faults(), ElementsAre("Line 2, column 2 (Button): There is no button “%2 %1”: a "
+                                    "station has 32."));
 }
 
 TEST_F(ImportWindowTest, WhileTheConsoleIsLockedNothingIsStored) {

@@ -128,6 +128,49 @@ TEST_F(StationFinderTest, TheWheelGoesNowhere) {
   EXPECT_EQ(console_.CurrentStation(), 1);
 }
 
+TEST_F(StationFinderTest, ANumberThatNobodyHasGoesNowhere) {
+  for (const char* const number : {"0", "00", "7777"}) {
+    Type(number);
+    Enter();
+    EXPECT_EQ(console_.CurrentStation(), 1) << number;
+    EXPECT_THAT(console_.told,
+                Contains("note No station has the number or label " + std::string(number)));
+    Box().completer()->popup()->hide();
+  }
+}
+
+TEST_F(StationFinderTest, TheLabelAsAWholeIsBeforeItsBeginningAndThatBeforeAPart) {
+  console_.SetField(20, "Label", "XCAM 1");
+  console_.SetField(21, "Label", "CAM 12");
+  console_.SetField(22, "Label", "CAM 1");
+  console_.SetField(23, "Label", "555");
+  const auto go = [this](const char* text) {
+    Type(text);
+    Enter();
+    return console_.CurrentStation();
+  };
+  EXPECT_EQ(go("cam 1"), 22);
+  EXPECT_EQ(go("cam"), 21);
+  EXPECT_EQ(go("xc"), 20);
+  EXPECT_EQ(go("555"), 23);
+  EXPECT_EQ(go("am 12"), 21);
+}
+
+TEST_F(StationFinderTest, TheArrowsOpenTheListAndGoNowhereYet) {
+  for (const int key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp}) {
+    console_.view->ShowFind();
+    QTest::keyClick(&Box(), static_cast<Qt::Key>(key));
+    EXPECT_EQ(console_.CurrentStation(), 1) << key;
+    EXPECT_TRUE(Box().view()->isVisible()) << key;
+    Box().hidePopup();
+  }
+  console_.view->ShowFind();
+  QTest::keyClick(&Box(), Qt::Key_Down);
+  QTest::keyClick(Box().view(), Qt::Key_Down);
+  QTest::keyClick(Box().view(), Qt::Key_Return);
+  EXPECT_EQ(console_.CurrentStation(), 2);
+}
+
 TEST_F(StationFinderTest, AButtonsTipListsItsTargets) {
   console_.SetField(1, "B2 Type", 255);
   console_.SetField(1, "B2 Prog", Flags({2, 12, 37}));

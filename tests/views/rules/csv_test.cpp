@@ -15,9 +15,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using CellRows = std::vector<std::vector<std::string>>;
 
+constexpr CsvBounds kBounds{.rows = 1000};
+
 CellRows Cells(std::string_view text) {
   CellRows rows;
-  for (const CsvRow& row : ParseCsv(text).rows) rows.push_back(row.cells);
+  for (const CsvRow& row : ParseCsv(text, kBounds).rows) rows.push_back(row.cells);
   return rows;
 }
 
@@ -45,15 +47,25 @@ TEST(Csv, ACellInQuotesHoldsEverything) {
 
 TEST(Csv, RowsKnowTheLineInWhichTheyBegin) {
   std::vector<int> lines;
-  for (const CsvRow& row : ParseCsv("a,b\r\n\r\n\"x\r\ny\",1\r\nc,d").rows)
+  for (const CsvRow& row : ParseCsv("a,b\r\n\r\n\"x\r\ny\",1\r\nc,d", kBounds).rows)
     lines.push_back(row.line);
   EXPECT_THAT(lines, ElementsAre(1, 3, 5));
 }
 
 TEST(Csv, QuotesThatAreNeverClosedAreFound) {
-  EXPECT_EQ(ParseCsv("a,b\n1,\"2\n3,4\n").openQuotes, 2);
-  EXPECT_EQ(ParseCsv("a,\"b\"\n").openQuotes, 0);
-  EXPECT_EQ(ParseCsv("\"").openQuotes, 1);
+  EXPECT_EQ(ParseCsv("a,b\n1,\"2\n3,4\n", kBounds).openQuotes, 2);
+  EXPECT_EQ(ParseCsv("a,\"b\"\n", kBounds).openQuotes, 0);
+  EXPECT_EQ(ParseCsv("\"", kBounds).openQuotes, 1);
+}
+
+TEST(Csv, TheReadingEndsWhereAFileIsNoneOfOurs) {
+  const CsvBounds bounds{.cells = 3, .rows = 2};
+  EXPECT_EQ(ParseCsv("a,b,c\n1,2,3\n\n", bounds).rows.size(), 2u);
+  EXPECT_EQ(ParseCsv("a,b,c\n1,2,3\n\n", bounds).tooManyRows, 0);
+  EXPECT_EQ(ParseCsv("a,b,c\n1,2,3\n\n4\n5\n", bounds).tooManyRows, 4);
+  const Csv wide = ParseCsv("a,b,c\n1,2,3," + std::string(1 << 20, ','), bounds);
+  EXPECT_EQ(wide.tooManyCells, 2);
+  EXPECT_EQ(wide.rows.size(), 1u);
 }
 
 TEST(Csv, AFileIsUtf8OrCodePage1252) {

@@ -28,10 +28,10 @@ std::string At(const std::vector<int>& members) {
 
 const char* NameOf(ImportFault::Reason reason) {
   constexpr const char* kNames[] = {
-      "not text",         "no rows",           "open quotes",    "unknown caption",
-      "repeated caption", "missing caption",   "cell count",     "no station",
-      "repeated station", "no button",         "not a choice",   "label text",
-      "unreadable",       "unknown operation", "unknown target", "ambiguous target"};
+      "not text",          "no rows",          "open quotes",     "too many cells", "too many rows",
+      "unknown caption",   "repeated caption", "missing caption", "cell count",     "no station",
+      "repeated station",  "no button",        "not a choice",    "label text",     "unreadable",
+      "unknown operation", "unknown target",   "ambiguous target"};
   return kNames[static_cast<int>(reason)];
 }
 
@@ -120,6 +120,7 @@ TEST_F(ImportFileTest, WhatWasExportedIsNoDifference) {
   EXPECT_THAT(Store(labels), IsEmpty());
   const std::string programming = ExportedProgramming();
   EXPECT_EQ(Plan(programming).rows, 6);
+  EXPECT_EQ(Plan(programming).readOnlyCount, 0);
   EXPECT_THAT(Store(programming), IsEmpty());
 }
 
@@ -212,6 +213,42 @@ TEST_F(ImportFileTest, OfManyFaultsTheFirstHundredAreKeptAndAllAreCounted) {
   const ImportPlan plan = Plan(file);
   EXPECT_EQ(plan.faults.size(), 100u);
   EXPECT_EQ(plan.faultCount, 250);
+}
+
+TEST_F(ImportFileTest, AFileOfAnotherKindIsNotReadToItsEnd) {
+  EXPECT_THAT(Faults(std::string(1 << 20, ',')), ElementsAre("1.0 too many cells: "));
+  std::string rows = "Station,Hidden\n";
+  for (int row = 0; row < 100'000; ++row) rows += "x\n";
+  EXPECT_THAT(Faults(rows), ElementsAre("2007.0 too many rows: "));
+}
+
+TEST_F(ImportFileTest, SpacesAroundAWordAreNoPartOfIt) {
+  EXPECT_THAT(Store(" Station ,Hidden \n 2 , yes \n"), ElementsAre("file 2: Hidden 0 > 1"));
+  EXPECT_THAT(Store("Station, Button , Operation,Targets\n2, 1 , LISTEN , IN 3 \n"),
+              testing::SizeIs(1));
+}
+
+TEST_F(ImportFileTest, CellsThatAreOnlyToBeReadAreCountedWhenTheySaySomethingElse) {
+  const std::string captions = "Station,Station Label,Button,Operation,First Target,Targets\n";
+  EXPECT_EQ(Plan(captions + "1,OUT 1,1,TALK,OUT 2,OUT 2\n").readOnlyCount, 0);
+  EXPECT_EQ(Plan(captions + "1,OUT 1,1,TALK,OUT 2,OUT 3\n").readOnlyCount, 0) << "as it is";
+  EXPECT_EQ(Plan(captions + "1,OUT 1,1,TALK,OUT 3,OUT 3\n").readOnlyCount, 0) << "as it becomes";
+  const ImportPlan plan = Plan(captions + "1,OUT 1,1,TALK,OUT 1,OUT 3\n2,CAM,1,TALK,OUT 2,OUT 2\n");
+  EXPECT_EQ(plan.readOnlyCount, 2);
+  EXPECT_EQ(plan.readOnly.line, 2);
+  EXPECT_EQ(plan.readOnly.caption, "First Target");
+  EXPECT_EQ(plan.readOnly.text, "OUT 1");
+}
+
+TEST_F(ImportFileTest, LabelsOfTargetsThatCannotBeReadAreAFault) {
+  test::SmallDatabase without(test::StationsWithout("InLabel"));
+  without.AddStation(1, {{"Label", "A"}, {"B1 Type", 0}, {"B1 First", 1}, {"B1 Prog", "1"}});
+  ImportPlan plan;
+  ASSERT_TRUE(PlanImport("Station,Button,Operation,Targets\n1,1,LISTEN,\n",
+                         *without.Files().Stations(), model_, &plan)
+                  .ok());
+  ASSERT_EQ(plan.faults.size(), 1u);
+  EXPECT_EQ(plan.faults[0].reason, ImportFault::Reason::Unreadable);
 }
 
 TEST_F(ImportFileTest, AFieldThatIsNotThereIsAFault) {

@@ -52,6 +52,17 @@ TEST(TargetList, PeopleWriteItInTheirWays) {
   EXPECT_EQ(ReadList("VT, VT"), "000000000100");
 }
 
+TEST(TargetList, ALabelThatBeginsLikeACountIsALabel) {
+  const std::vector<std::string> labels = {"CAM", "(2)CAM", "VT"};
+  std::string flags;
+  EXPECT_EQ(ReadTargetList("(2)CAM", labels, &flags).problem, TargetListProblem::None);
+  EXPECT_EQ(flags, "010");
+  EXPECT_EQ(ReadTargetList("(2)CAM, VT", labels, &flags).problem, TargetListProblem::None);
+  EXPECT_EQ(flags, "011");
+  EXPECT_EQ(ReadTargetList("(2) CAM, VT", labels, &flags).problem, TargetListProblem::None);
+  EXPECT_EQ(flags, "101");
+}
+
 TEST(TargetList, WhatIsNobodyOrSeveralIsRefused) {
   EXPECT_EQ(ReadList("CAM 1, CAM 9"), "unknown CAM 9");
   EXPECT_EQ(ReadList("#13"), "unknown #13");
