@@ -113,6 +113,7 @@ Console::Console(AppFolder folder)
                     .changes = changes_,
                     .locks = locks_,
                     .port = port_,
+                    .knownMap = knownMap_,
                     .line = share_,
                     .labels = labels_,
                     .hints = window_.Hints(),
@@ -149,7 +150,8 @@ Console::Console(AppFolder folder)
                 .database = [this] { return files_.Database(); },
                 .reporter = boxes_,
                 .changes = changes_,
-                .observers = InOrder({.unsent = unsentMessages_,
+                .observers = InOrder({.knownMap = knownMap_,
+                                      .unsent = unsentMessages_,
                                       .log = switcherReports_,
                                       .aids = aids_,
                                       .views = views_,
@@ -330,6 +332,7 @@ void Console::ConnectStatusBar() {
   StatusBar& status = window_.Status();
   status.SetLegend(new views::XmapLegend(&status));
   connect(&window_, &MainWindow::LinkTextShown, this, [this] {
+    knownMap_.LinkChanged();  // before those who ask it
     aids_.LinkChanged();
     unsentAids_.Update();
   });

@@ -54,6 +54,7 @@
 #include "model/system_model.h"
 #include "stations/change.h"
 #include "switcher/decoder.h"
+#include "switcher/known_map.h"
 #include "switcher/line_share.h"
 #include "switcher/link.h"
 #include "switcher/live_commands.h"
@@ -97,6 +98,7 @@ class Console : public QObject {
   db::DatabaseFiles files_;
   model::Locks locks_;
   stations::Changes changes_;
+  switcher::KnownMap knownMap_{model_};
   switcher::UnsentMessages unsentMessages_;
   SentFile sentFile_;
   JournalKeeper journal_;

@@ -26,6 +26,8 @@ QString RefusalWords(ember::Refusal why) {
       return OpenGateway::tr("the switcher does not answer");
     case Refusal::MapNotComplete:
       return OpenGateway::tr("the map is not complete yet");
+    case Refusal::MapNotKnown:
+      return OpenGateway::tr("the map is from before the link was lost: Refresh Map");
     case Refusal::OutputLocked:
       return OpenGateway::tr("the output is locked");
     case Refusal::Inhibited:
@@ -73,6 +75,7 @@ OpenGateway::OpenGateway(Services services)
                  .changes = services_.changes,
                  .locks = services_.locks,
                  .commands = commands_,
+                 .knownMap = services_.knownMap,
                  .line = services_.line,
                  .takeTimer = takeTimer_,
                  .newsTimer = newsTimer_,

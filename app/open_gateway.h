@@ -21,6 +21,7 @@
 #include "model/locks.h"
 #include "model/system_model.h"
 #include "stations/change.h"
+#include "switcher/known_map.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
 #include "switcher/serial_port.h"
@@ -41,6 +42,7 @@ class OpenGateway : public QObject, private ember::PeerEvents {
     stations::Changes& changes;
     const model::Locks& locks;
     switcher::SerialPort& port;
+    const switcher::KnownMap& knownMap;
     const switcher::LineShare& line;
     ChannelLabels& labels;
     HintStrip& hints;

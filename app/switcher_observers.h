@@ -10,6 +10,7 @@ namespace app {
 
 // Who is told of what the switcher reports.
 struct SwitcherObservers {
+  switcher::SwitcherEvents& knownMap;
   switcher::SwitcherEvents& unsent;
   switcher::SwitcherEvents& log;
   switcher::SwitcherEvents& aids;
@@ -19,13 +20,12 @@ struct SwitcherObservers {
   switcher::SwitcherEvents& openGateway;
 };
 
-// The same in the order in which they are told: the log before the views, so that its line of a row
-// stands before those of what the views report about it, and who is on
-// the network last.  All must outlive the
-// result.
+// The same in the order in which they are told: what is known first, because the others ask for it;
+// the log before the views, so that its line of a row stands before those of what the views report
+// about it; and who is on the network last.  All must outlive the result.
 inline model::Observers<switcher::SwitcherEvents> InOrder(const SwitcherObservers& observers) {
-  return {observers.unsent,  observers.log,    observers.aids,       observers.views,
-          observers.presets, observers.panels, observers.openGateway};
+  return {observers.knownMap, observers.unsent,  observers.log,    observers.aids,
+          observers.views,    observers.presets, observers.panels, observers.openGateway};
 }
 
 }  // namespace app

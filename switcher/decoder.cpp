@@ -63,7 +63,8 @@ void Decoder::DecodeCrosspointRow(Message message) {
 
   // The row is stored before its checksum and end byte are judged: a message that fails there
   // leaves the row changed, and the map that is asked for again puts it right.
-  if (status != DecodeStatus::WrongSize && status != DecodeStatus::WrongChannel) {
+  const bool isStored = status != DecodeStatus::WrongSize && status != DecodeStatus::WrongChannel;
+  if (isStored) {
     model.ChannelStatus[row.output] = row.status;
     for (int input = 1; input <= model.ChannelCount; ++input) {
       model.CrosspointMap.At(row.output, input) = row.sources[static_cast<std::size_t>(input - 1)];
@@ -71,7 +72,10 @@ void Decoder::DecodeCrosspointRow(Message message) {
   }
   if (status != DecodeStatus::Ok) model.XmapComplete = false;
   Tell(message, status);
-  if (status != DecodeStatus::Ok) return;
+  if (status != DecodeStatus::Ok) {
+    if (isStored) services_.observers.Tell(&SwitcherEvents::CrosspointRowSpoiled, row.output);
+    return;
+  }
 
   services_.observers.Tell(&SwitcherEvents::CrosspointRowChanged, row.output, row.status);
   if (row.output == model.ChannelCount) model.XmapComplete = true;

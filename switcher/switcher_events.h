@@ -21,6 +21,10 @@ class SwitcherEvents {
   // value of the row: 0 ordinary, 1 priority.
   virtual void CrosspointRowChanged(int /*output*/, int /*mode*/) {}
 
+  // Row `output` (from 1) of CrosspointMap holds a report that was not accepted: what the switcher
+  // has there is not known.
+  virtual void CrosspointRowSpoiled(int /*output*/) {}
+
   // InputGains holds an accepted report.
   virtual void GainsChanged() {}
 

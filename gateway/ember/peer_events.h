@@ -42,7 +42,8 @@ struct Wanted {
 enum class Refusal : std::uint8_t {
   ReadOnly,        // nobody may take here, or nothing can be set there
   LinkDown,        // the switcher does not answer
-  MapNotComplete,  // the map is not known whole
+  MapNotComplete,  // the map is being asked for
+  MapNotKnown,     // it was not reported whole since the link last came up
   OutputLocked,
   Inhibited,      // a crosspoint that would be made is, or it cannot be seen whether it is
   PriorityRow,    // a crosspoint would be broken in a row of priority

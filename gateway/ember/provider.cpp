@@ -47,6 +47,7 @@ Provider::Provider(Services services)
       services_(std::move(services)),
       texts_({.model = services_.model, .database = services_.database}),
       tree_({.model = services_.model,
+             .knownMap = services_.knownMap,
              .texts = texts_,
              .version = services_.version,
              .mayWrite = services_.mayTake}),
@@ -54,6 +55,7 @@ Provider::Provider(Services services)
               .locks = services_.locks,
               .texts = texts_,
               .commands = services_.commands,
+              .knownMap = services_.knownMap,
               .line = services_.line,
               .timer = services_.takeTimer,
               .now = services_.now,
@@ -327,8 +329,9 @@ void Provider::CrosspointRowChanged(int output, int /*mode*/) {
 
 void Provider::TellLevels() {
   const model::SystemModel& model = services_.model;
+  const bool isMapComplete = model.XmapComplete && services_.knownMap.IsKnown();
   const Levels before = std::exchange(
-      told_, {model.InputGains, model.QdvTally, model.LinkStatus[0] == 1, model.XmapComplete});
+      told_, {model.InputGains, model.QdvTally, model.LinkStatus[0] == 1, isMapComplete});
   for (std::size_t i = 0; i < model::kLevelCount; ++i) {
     const auto number = static_cast<int>(i);
     if (before.gains[i] != told_.gains[i]) TellValue(GainPath(number));

@@ -26,6 +26,7 @@
 #include "model/locks.h"
 #include "model/system_model.h"
 #include "stations/change.h"
+#include "switcher/known_map.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
 #include "switcher/switcher_events.h"
@@ -66,6 +67,7 @@ class Provider : public gateway::ClientSocketEvents,
     stations::Changes& changes;
     const model::Locks& locks;
     switcher::LiveCommands& commands;
+    const switcher::KnownMap& knownMap;
     const switcher::LineShare& line;
     gateway::PauseTimer& takeTimer;
     gateway::PauseTimer& newsTimer;

@@ -74,10 +74,11 @@ bool IsAsWanted(const model::SystemModel& model, const Wanted& wanted) {
   return difference.makes.empty() && difference.breaks.empty();
 }
 
-TakePlan PlanTake(const model::SystemModel& model, const model::Locks& locks, ChannelTexts& texts,
-                  const Wanted& wanted) {
+TakePlan PlanTake(const model::SystemModel& model, const switcher::KnownMap& knownMap,
+                  const model::Locks& locks, ChannelTexts& texts, const Wanted& wanted) {
   if (model.LinkStatus[0] != 1) return {.refusal = Refusal::LinkDown};
   if (!model.XmapComplete) return {.refusal = Refusal::MapNotComplete};
+  if (!knownMap.IsKnown()) return {.refusal = Refusal::MapNotKnown};
   const RowDifference difference = DifferenceOf(model, wanted);
   TakePlan plan;
   if (difference.makes.empty() && difference.breaks.empty()) return plan;

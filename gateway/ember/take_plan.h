@@ -10,6 +10,7 @@
 #include "gateway/ember/peer_events.h"
 #include "model/locks.h"
 #include "model/system_model.h"
+#include "switcher/known_map.h"
 #include "switcher/wire/messages/take.h"
 
 namespace ember {
@@ -27,8 +28,8 @@ struct TakePlan {
 bool IsAsWanted(const model::SystemModel& model, const Wanted& wanted);
 
 // REQUIRES: the output and the inputs are channels of the system
-TakePlan PlanTake(const model::SystemModel& model, const model::Locks& locks, ChannelTexts& texts,
-                  const Wanted& wanted);
+TakePlan PlanTake(const model::SystemModel& model, const switcher::KnownMap& knownMap,
+                  const model::Locks& locks, ChannelTexts& texts, const Wanted& wanted);
 
 }  // namespace ember
 

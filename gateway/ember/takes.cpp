@@ -16,7 +16,8 @@ bool IsInvocation(const Wanted& wanted) {
 }  // namespace
 
 Takes::Outcome Takes::Add(int peer, const Wanted& wanted, std::optional<int> invocation) {
-  const TakePlan plan = PlanTake(services_.model, services_.locks, services_.texts, wanted);
+  const TakePlan plan =
+      PlanTake(services_.model, services_.knownMap, services_.locks, services_.texts, wanted);
   if (plan.refusal) return {.refusal = plan.refusal};
   if (plan.Stands()) return {.stands = true};
   if (Open(peer) >= kMostOpen) return {.refusal = Refusal::TooMany};
@@ -101,7 +102,8 @@ bool Takes::SendOneTake() {
   turn_ = take->peer;
   if (!take->isPlanned) {
     // The row, a lock or an inhibit may be another one than when it was asked for.
-    TakePlan plan = PlanTake(services_.model, services_.locks, services_.texts, take->wanted);
+    TakePlan plan = PlanTake(services_.model, services_.knownMap, services_.locks, services_.texts,
+                             take->wanted);
     if (plan.refusal || plan.Stands()) {
       const OpenTake over = TakeOut(take);
       if (plan.refusal) {

@@ -19,6 +19,7 @@
 #include "gateway/pause_timer.h"
 #include "model/locks.h"
 #include "model/system_model.h"
+#include "switcher/known_map.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
 
@@ -64,6 +65,7 @@ class Takes {
     const model::Locks& locks;
     ChannelTexts& texts;
     switcher::LiveCommands& commands;
+    const switcher::KnownMap& knownMap;
     const switcher::LineShare& line;
     gateway::PauseTimer& timer;
     std::function<Time()> now;

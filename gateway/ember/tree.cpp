@@ -250,7 +250,8 @@ GlowValue Tree::ValueAt(const Path& path) {
     case kTally:
       return model.QdvTally[static_cast<std::size_t>(number)] != 0;
     case kLinkBranch:
-      return number == kLinkNumber ? model.LinkStatus[0] == 1 : model.XmapComplete;
+      return number == kLinkNumber ? model.LinkStatus[0] == 1
+                                   : model.XmapComplete && services_.knownMap.IsKnown();
     default:
       break;
   }

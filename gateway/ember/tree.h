@@ -51,6 +51,7 @@ class Tree {
   // What is referred to must outlive the object.
   struct Services {
     const model::SystemModel& model;
+    const switcher::KnownMap& knownMap;
     ChannelTexts& texts;
     std::string version;    // of the program
     bool mayWrite = false;  // gains may be set

@@ -47,6 +47,7 @@ class OpenGatewayTest : public testing::Test {
     model_.AllocateMap();
     model_.LinkStatus = {1, 1, 0};
     model_.XmapComplete = true;
+    for (int output = 1; output <= 8; ++output) knownMap_.CrosspointRowChanged(output, 0);
     for (int i = 1; i <= 8; ++i) {
       const std::string number = std::to_string(i);
       database_.AddStation(i, {{"Label", "CAM " + number}, {"InLabel", "MIC " + number}});
@@ -67,6 +68,7 @@ class OpenGatewayTest : public testing::Test {
         .changes = changes_,
         .locks = locks_,
         .port = port_,
+        .knownMap = knownMap_,
         .line = line_,
         .labels = labels_,
         .hints = window_.Hints(),
@@ -93,6 +95,7 @@ class OpenGatewayTest : public testing::Test {
   CommandTable commands_;
   MainWindow window_{commands_};
   model::SystemModel model_;
+  switcher::KnownMap knownMap_{model_};
   test::SmallDatabase database_;
   stations::Changes changes_;
   model::Locks locks_;

@@ -17,6 +17,7 @@
 #include "app/shell/open_views.h"
 #include "gateway/ember/provider.h"
 #include "gateway/panel_gateway.h"
+#include "switcher/known_map.h"
 #include "switcher/wire/message_table.h"
 
 namespace app {
@@ -36,7 +37,7 @@ class Recorder : public switcher::SwitcherEvents {
   std::vector<std::string>& told_;
 };
 
-TEST(SwitcherObservers, TheLogIsToldFirstAndTheNetworkLast) {
+TEST(SwitcherObservers, TheLogIsToldBeforeTheViewsAndTheNetworkLast) {
   std::vector<std::string> told;
   Recorder panels("panels", told);
   Recorder presets("presets", told);
@@ -44,8 +45,10 @@ TEST(SwitcherObservers, TheLogIsToldFirstAndTheNetworkLast) {
   Recorder aids("aids", told);
   Recorder log("log", told);
   Recorder unsent("unsent", told);
+  Recorder knownMap("known", told);
   Recorder gateway("gateway", told);
-  const auto observers = InOrder({.unsent = unsent,
+  const auto observers = InOrder({.knownMap = knownMap,
+                                  .unsent = unsent,
                                   .log = log,
                                   .aids = aids,
                                   .views = views,
@@ -53,8 +56,8 @@ TEST(SwitcherObservers, TheLogIsToldFirstAndTheNetworkLast) {
                                   .panels = panels,
                                   .openGateway = gateway});
   observers.Tell(&switcher::SwitcherEvents::CrosspointRowChanged, 5, 1);
-  EXPECT_THAT(told, testing::ElementsAre("unsent 5 1", "log 5 1", "aids 5 1", "views 5 1",
-                                         "presets 5 1", "panels 5 1", "gateway 5 1"));
+  EXPECT_THAT(told, testing::ElementsAre("known 5 1", "unsent 5 1", "log 5 1", "aids 5 1",
+                                         "views 5 1", "presets 5 1", "panels 5 1", "gateway 5 1"));
 }
 
 // Whether this operation is one that its class has overridden.
@@ -67,6 +70,7 @@ constexpr bool IsOwn(void (Class::* /*event*/)(Values...)) {
 template <typename HasOwn>
 std::vector<std::string> HearersOf(HasOwn hasOwn) {
   std::vector<std::string> hearers;
+  if (hasOwn.template operator()<switcher::KnownMap>()) hearers.emplace_back("known");
   if (hasOwn.template operator()<SwitcherReports>()) hearers.emplace_back("log");
   if (hasOwn.template operator()<LinkAids>()) hearers.emplace_back("aids");
   if (hasOwn.template operator()<OpenViews>()) hearers.emplace_back("views");
@@ -86,7 +90,7 @@ struct Announced {
 const Announced kAnnounced[] = {
     {switcher::kCrosspointRowCode,
      HearersOf([]<typename T>() { return IsOwn(&T::CrosspointRowChanged); }),
-     {"log", "aids", "views", "presets", "panels", "gateway"}},
+     {"known", "log", "aids", "views", "presets", "panels", "gateway"}},
     {switcher::kGainReportCode,
      HearersOf([]<typename T>() { return IsOwn(&T::GainsChanged); }),
      {"views", "gateway"}},

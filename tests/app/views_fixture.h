@@ -14,6 +14,7 @@
 #include "app/shell/transfers.h"
 #include "app/switcher_observers.h"
 #include "switcher/decoder.h"
+#include "switcher/known_map.h"
 #include "switcher/live_commands.h"
 #include "switcher/table_senders.h"
 #include "tests/support/fake_serial_port.h"
@@ -54,6 +55,7 @@ class ViewsFixture : public testing::Test {
   test::RecordingTables tables_;
   model::Locks locks_;
   stations::Changes changes_{locks_};
+  switcher::KnownMap knownMap_{model_};
   switcher::UnsentMessages unsentMessages_{
       {.model = model_,
        .database = [this] { return database_.Files().Database(); },
@@ -83,7 +85,8 @@ class TransfersFixture : public ViewsFixture {
                               .database = [this] { return database_.Files().Database(); },
                               .reporter = reporter_,
                               .changes = changes_,
-                              .observers = InOrder({.unsent = unsentMessages_,
+                              .observers = InOrder({.knownMap = knownMap_,
+                                                    .unsent = unsentMessages_,
                                                     .log = reports_,
                                                     .aids = nobody_,
                                                     .views = views_,

@@ -73,6 +73,7 @@ class EmberFuzz {
     model_.LinkStatus[0] = (setup & 0x80) != 0 ? 1 : 0;
     model_.XmapComplete = true;
     for (int channel = 1; channel <= model_.ChannelCount; ++channel) {
+      knownMap_.CrosspointRowChanged(channel, 0);
       model_.CrosspointMap.At(channel, model_.ChannelCount + 1 - channel) = 1;
       model_.ChannelStatus[channel] = static_cast<std::uint8_t>(channel % 5 == 0);
     }
@@ -152,6 +153,7 @@ class EmberFuzz {
 
   const bool mayTake_;
   model::SystemModel model_;
+  switcher::KnownMap knownMap_{model_};
   stations::Changes changes_;
   model::Locks locks_;
   NullReporter reporter_;
@@ -169,6 +171,7 @@ class EmberFuzz {
                              .changes = changes_,
                              .locks = locks_,
                              .commands = commands_,
+                             .knownMap = knownMap_,
                              .line = share_,
                              .takeTimer = takes_,
                              .newsTimer = news_,

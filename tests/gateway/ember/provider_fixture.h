@@ -74,6 +74,7 @@ class ProviderTest : public testing::Test {
     model_.ResetLevels();
     model_.LinkStatus = {1, 1, 0};
     model_.XmapComplete = true;
+    for (int output = 1; output <= 8; ++output) knownMap_.CrosspointRowChanged(output, 0);
     model_.CrosspointMap.At(1, 3) = 1;
     model_.CrosspointMap.At(6, 2) = 1;
     model_.CrosspointMap.At(6, 8) = 1;
@@ -163,6 +164,7 @@ class ProviderTest : public testing::Test {
     for (int input = 1; input <= 8; ++input) model_.CrosspointMap.At(output, input) = 0;
     for (const int input : inputs) model_.CrosspointMap.At(output, input) = 1;
     model_.ChannelStatus[output] = static_cast<std::uint8_t>(status);
+    knownMap_.CrosspointRowChanged(output, status);
     provider_.CrosspointRowChanged(output, status);
   }
 
@@ -195,12 +197,14 @@ class ProviderTest : public testing::Test {
   int gainsShown_ = 0;
   RecordingPeerEvents events_;
   switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
+  switcher::KnownMap knownMap_{model_};
   switcher::LineShare line_{port_, [] { return std::chrono::milliseconds(500); }};
   Provider provider_{{.model = model_,
                       .database = [this] { return database_.Files().Database(); },
                       .changes = changes_,
                       .locks = locks_,
                       .commands = commands_,
+                      .knownMap = knownMap_,
                       .line = line_,
                       .takeTimer = takeTimer_,
                       .newsTimer = newsTimer_,

@@ -171,6 +171,13 @@ TEST_F(ProviderTest, AllKindsOfValuesAreTold) {
   model_.XmapComplete = false;
   secondTimer_.Elapse();
   EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 6, 2}, false));
+  model_.XmapComplete = true;  // but a row was not reported right
+  knownMap_.CrosspointRowSpoiled(3);
+  secondTimer_.Elapse();
+  EXPECT_EQ(peer->TakeWritten(), "");
+  knownMap_.CrosspointRowChanged(3, 0);
+  secondTimer_.Elapse();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 6, 2}, true));
   Edit(1, "Inhibits", "01100000");
   newsTimer_.ElapseAll();
   EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 4, 3, 0, 1, 1}, true));

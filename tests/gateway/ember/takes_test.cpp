@@ -130,6 +130,24 @@ TEST_F(TakesTest, WhatTheStateForbidsIsRefused) {
   EXPECT_EQ(port_.TakeWritten(), "");
 }
 
+// The switcher fell silent while the port was open, and answers again: who took what meanwhile is
+// in no report.
+TEST_F(TakesTest, AMapFromBeforeTheLinkWasLostIsNotTakenOver) {
+  const auto peer = Connect();
+  const std::string row = RowFrame(Disposition::Locked, 5, {1, 7});
+  model_.LinkStatus[0] = 0;
+  knownMap_.LinkChanged();
+  model_.LinkStatus[0] = 1;
+  knownMap_.LinkChanged();
+  peer->Send(test::kConnect);
+  EXPECT_EQ(peer->TakeWritten(), row);
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::MapNotKnown));
+  for (int output = 1; output <= 8; ++output) knownMap_.CrosspointRowChanged(output, 0);
+  peer->Send(test::kConnect);
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
+}
+
 // The console's own lock is against slips of the operator.
 TEST_F(TakesTest, ALockedConsoleDoesNotHoldUpControllers) {
   const auto peer = Connect();
