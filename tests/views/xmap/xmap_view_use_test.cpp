@@ -218,7 +218,8 @@ TEST(XmapView, ContextMenuHoldsTheBand) {
     if (!action->isSeparator()) aids.append(action->objectName());
   }
   EXPECT_EQ(aids, QStringList({QStringLiteral("aidUndoTake"), QStringLiteral("aidProgramButtons"),
-                               QStringLiteral("aidEditLabel"), QStringLiteral("aidLockOutput"),
+                               QStringLiteral("aidEditLabel"), QStringLiteral("aidProgramInput"),
+                               QStringLiteral("aidEditInputLabel"), QStringLiteral("aidLockOutput"),
                                QStringLiteral("aidLockForPanels")}));
   EXPECT_EQ(console.port.TakeWritten(), "");
   menu->close();
