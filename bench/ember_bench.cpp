@@ -35,6 +35,7 @@ class System {
       for (const int input : {output, output % kChannels + 1, (output + 99) % kChannels + 1}) {
         model.CrosspointMap.At(output, input) = 1;
       }
+      knownMap.CrosspointRowChanged(output, 0);
     }
     for (int i = 0; i < consumers; ++i) {
       peers.push_back(std::make_shared<test::FakePeer>());
@@ -61,6 +62,7 @@ class System {
   test::FakePauseTimer secondTimer;
   ember::PeerEvents events;
   switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}};
+  switcher::KnownMap knownMap{model};
   switcher::LineShare line{port, [] { return std::chrono::milliseconds(500); }};
   std::vector<std::shared_ptr<test::FakePeer>> peers;
   ember::Provider provider{{.model = model,
@@ -68,6 +70,7 @@ class System {
                             .changes = changes,
                             .locks = locks,
                             .commands = commands,
+                            .knownMap = knownMap,
                             .line = line,
                             .takeTimer = takeTimer,
                             .newsTimer = newsTimer,
