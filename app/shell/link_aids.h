@@ -49,7 +49,8 @@ class LinkAids : public switcher::SwitcherEvents {
  private:
   bool IsConnected() const { return services_.model.LinkStatus[0] == 1; }
   void ShowMapState();
-  // What the map is while the switcher does not answer, and from then on until it was reported anew.
+  // What the map is while the switcher does not answer, and from then on until it was reported
+  // anew.
   QString MapWarning();
   void ShowHints();
 

@@ -150,8 +150,7 @@ TEST_F(LinkAidsTest, AfterALossTheMapSaysSoUntilItWasReportedAnew) {
   };
   setLink(0);
   setLink(1);
-  const auto stale =
-      QStringLiteral("Map of 05:55:37, from before the link was lost: Refresh Map");
+  const auto stale = QStringLiteral("Map of 05:55:37, from before the link was lost: Refresh Map");
   EXPECT_EQ(warning_, stale);
   report(1, QTime(6, 0, 0));
   EXPECT_EQ(warning_, stale) << "half of it";

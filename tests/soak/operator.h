@@ -45,6 +45,7 @@ class Operator {
   void AddClose(const char* name, const char* window);
   void AddEdits(int count);
   void AddUndo();
+  void AddMapAids();
   void AddSendChanges();
 
   test::ConsoleProcess& console_;

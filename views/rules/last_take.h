@@ -15,9 +15,9 @@ namespace rules {
 // What taking the last take back comes to.
 struct TakeBack {
   enum class Kind : std::uint8_t {
-    NoTake,  // refused: nothing was taken, or it was never made, or it was taken back
+    NoTake,         // refused: nothing was taken, or it was never made, or it was taken back
     BeforeUnknown,  // refused: the map was not known when the take was sent
-    Unreported,  // refused: the switcher has not reported yet what was sent last
+    Unreported,     // refused: the switcher has not reported yet what was sent last
     Changed,  // refused: the output hears, or heard meanwhile, something else than after the take
     ByPriority,  // refused: the output hears, or heard before the take, by priority
     Inhibited,   // refused: what it heard before is inhibited now

@@ -14,9 +14,9 @@
 namespace views {
 
 // Undo Last Take: asks whether the output of the last take is to hear again what it heard before,
-// and sends what brings that back, each step when the switcher has reported the one before.  It says
-// why when it cannot, and what is open when it comes to a stop between two steps; the take can then
-// be asked about again.
+// and sends what brings that back, each step when the switcher has reported the one before.  It
+// says why when it cannot, and what is open when it comes to a stop between two steps; the take can
+// then be asked about again.
 class TakeUndo : public QObject {
   Q_OBJECT
 

@@ -338,8 +338,8 @@ void XmapGridView::mouseMoveEvent(QMouseEvent* event) {
   const QPoint point = event->position().toPoint();
   SetHovered(indexAt(point));
   if (pressedAt_ && (event->buttons() & Qt::LeftButton) != 0) {
-    isDragging_ = isDragging_ ||
-                  (point - *pressedAt_).manhattanLength() >= QApplication::startDragDistance();
+    isDragging_ =
+        isDragging_ || (point - *pressedAt_).manhattanLength() >= QApplication::startDragDistance();
     if (isDragging_) ExtendTo(NearestCell(point));
   }
   event->accept();

@@ -173,19 +173,18 @@ void XmapView::AddAids() {
   const auto editLabel = [this](int station, bool ofInput) {
     if (station >= 1) Q_EMIT EditLabelRequested(station, ofInput);
   };
-  programButtons_ = AddAid("aidProgramButtons", tr("Program Its &Buttons"),
-                           QStringLiteral("button-programming"), Qt::CTRL | Qt::Key_B,
-                           [this, program] { program(gridView_->Selected().output); });
-  editLabel_ = AddAid("aidEditLabel", tr("Edit Its &Label"), QStringLiteral("station-labels"),
-                      Qt::Key_F2,
-                      [this, editLabel] { editLabel(gridView_->Selected().output, false); });
+  programButtons_ =
+      AddAid("aidProgramButtons", tr("Program Its &Buttons"), QStringLiteral("button-programming"),
+             Qt::CTRL | Qt::Key_B, [this, program] { program(gridView_->Selected().output); });
+  editLabel_ =
+      AddAid("aidEditLabel", tr("Edit Its &Label"), QStringLiteral("station-labels"), Qt::Key_F2,
+             [this, editLabel] { editLabel(gridView_->Selected().output, false); });
   programInput_ = AddAid("aidProgramInput", tr("Pro&gram The Input's Buttons"),
                          QStringLiteral("button-programming"), Qt::CTRL | Qt::SHIFT | Qt::Key_B,
                          [this, program] { program(gridView_->Selected().input); });
-  editInputLabel_ =
-      AddAid("aidEditInputLabel", tr("&Edit The Input's Label"), QStringLiteral("station-labels"),
-             Qt::SHIFT | Qt::Key_F2,
-             [this, editLabel] { editLabel(gridView_->Selected().input, true); });
+  editInputLabel_ = AddAid("aidEditInputLabel", tr("&Edit The Input's Label"),
+                           QStringLiteral("station-labels"), Qt::SHIFT | Qt::Key_F2,
+                           [this, editLabel] { editLabel(gridView_->Selected().input, true); });
 }
 
 void XmapView::ShowMenu(const QPoint& globalPosition) {
@@ -255,7 +254,8 @@ void XmapView::AddLockCommands() {
             isOn ? std::optional(Locks::Against::Console) : std::nullopt);
   });
   connect(lockForPanels_, &QAction::triggered, this, [this](bool isOn) {
-    SetLock(gridView_->Selected().output, isOn ? Locks::Against::ConsoleAndPanels : Locks::Against::Console);
+    SetLock(gridView_->Selected().output,
+            isOn ? Locks::Against::ConsoleAndPanels : Locks::Against::Console);
   });
   connect(gridView_, &XmapGridView::CurrentCellChanged, this, &XmapView::ShowLock);
 }

@@ -96,8 +96,9 @@ TEST_F(XmapBlockTest, ShiftAndAClickOrDraggingChooseCells) {
 // A click of an unsteady hand at the edge of a cell.
 TEST_F(XmapBlockTest, ATremorIsNoDrag) {
   QWidget& viewport = test::Viewport(console_);
-  const QRect cell = static_cast<QTableView&>(console_.Grid())
-                         .visualRect(static_cast<QTableView&>(console_.Grid()).model()->index(1, 1));
+  const QRect cell =
+      static_cast<QTableView&>(console_.Grid())
+          .visualRect(static_cast<QTableView&>(console_.Grid()).model()->index(1, 1));
   const QPoint there = cell.bottomRight() + QPoint(2, 0);
   QTest::mousePress(&viewport, Qt::LeftButton, Qt::NoModifier, cell.bottomRight());
   QMouseEvent move(QEvent::MouseMove, there, viewport.mapToGlobal(there), Qt::NoButton,

@@ -433,6 +433,20 @@ TEST(XmapView, TheWarningGivesWayToTheCurrentCellAndToThePointer) {
   EXPECT_TRUE(covers(top));
 }
 
+TEST(XmapView, TheWarningGivesWayToTheFarCornerOfWhatIsChosen) {
+  XmapConsole console(64);
+  XmapView& view = console.Open();
+  console.SelectCell(33, 2);
+  view.SetWarning(QStringLiteral("Not connected: no map yet"));
+  const auto* const line = view.findChild<QLabel*>(QStringLiteral("aidMapLink"));
+  const auto covers = [&](const QPoint& inViewport) {
+    return line->geometry().contains(inViewport + Viewport(console).pos());
+  };
+  EXPECT_TRUE(covers(QPoint(30, Viewport(console).height() - 5)));
+  console.PressKey(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_FALSE(covers(console.CellCentre(65, 65)));
+}
+
 TEST(XmapView, CornerExplainsTheMarks) {
   XmapConsole console(8);
   console.Open();

@@ -412,8 +412,7 @@ TEST_F(XmapWaysTest, AHeadersMenuHoldsNothingThatActsOnTheCurrentCell) {
   EXPECT_EQ(names(outputs),
             QStringLiteral("aidProgramButtons aidEditLabel aidLockOutput aidLockForPanels"));
   delete &outputs;
-  EXPECT_EQ(names(HeaderMenu(Qt::Horizontal, 7)),
-            QStringLiteral("aidProgramButtons aidEditLabel"));
+  EXPECT_EQ(names(HeaderMenu(Qt::Horizontal, 7)), QStringLiteral("aidProgramButtons aidEditLabel"));
 }
 
 TEST_F(XmapWaysTest, AHeadersMenuLocksItsOwnRow) {
