@@ -101,18 +101,96 @@ OpenGatewayAccess ReadOpenGatewayAccess(const config::IniFile& settings) {
   return access;
 }
 
+namespace {
+
+std::string LettersOf(const std::string& text) {
+  std::string letters;
+  for (const char c : Lowered(text)) {
+    if (c >= 'a' && c <= 'z') letters += c;
+  }
+  return letters;
+}
+
+// Whether a text is the name of a section, or would be without a slip.
+bool IsLikeSection(const std::string& text) {
+  const std::string letters = LettersOf(text);
+  return letters == LettersOf(kPanelAccess) || letters == LettersOf(kOpenGateway);
+}
+
+bool IsSection(const std::string& name) {
+  const std::string lowered = Lowered(name);
+  return lowered == Lowered(kPanelAccess) || lowered == Lowered(kOpenGateway);
+}
+
+// The first thing in the file that was meant for one of the sections and does not stand in it.
+QString FindSlip(const config::IniFile& settings) {
+  static const std::set<std::string> kOurs{"listen", "allow", "takesfrom", "takes"};
+  if (settings.Text().find('\0') != std::string::npos) {
+    return QStringLiteral("the file is not plain text");
+  }
+  for (const std::string& name : settings.Sections()) {
+    if (IsLikeSection(name) && !IsSection(name)) {
+      return QStringLiteral("[%1]").arg(QString::fromStdString(name));
+    }
+  }
+  for (const config::IniFile::Line& line : settings.Lines()) {
+    if (IsSection(line.section)) continue;
+    const bool isHead = !line.hasEquals && (line.section.empty() || IsLikeSection(line.entry.key));
+    if (isHead) return QString::fromStdString(line.entry.key);
+    if (line.hasEquals && kOurs.contains(Lowered(line.entry.key))) {
+      return QStringLiteral("%1=%2").arg(QString::fromStdString(line.entry.key),
+                                         QString::fromStdString(line.entry.value));
+    }
+  }
+  return {};
+}
+
+void Close(AccessSettings& access, const QString& problem) {
+  access.panels.problem = problem;
+  access.openGateway.problem = problem;
+  access.openGateway.isWanted = true;
+}
+
+QStringList InForce(const config::IniFile& settings) {
+  QStringList sections;
+  for (const char* const section : {kPanelAccess, kOpenGateway}) {
+    QStringList lines;
+    for (const config::IniFile::Entry& entry : settings.Entries(section)) {
+      lines.append(QStringLiteral("%1=%2").arg(QString::fromStdString(entry.key),
+                                               QString::fromStdString(entry.value)));
+    }
+    if (lines.isEmpty()) continue;
+    sections.append(QLatin1String(section) + QStringLiteral(": ") +
+                    lines.join(QStringLiteral("; ")));
+  }
+  return sections;
+}
+
+}  // namespace
+
+AccessSettings ReadAccessSettings(const config::IniFile& settings) {
+  AccessSettings access{.panels = ReadPanelAccess(settings),
+                        .openGateway = ReadOpenGatewayAccess(settings),
+                        .inForce = InForce(settings)};
+  if (const QString slip = FindSlip(settings); !slip.isEmpty()) Close(access, slip);
+  return access;
+}
+
 AccessSettings ReadAccessSettings(const AppFolder& folder) {
-  const std::filesystem::path installed =
+  namespace fs = std::filesystem;
+  const fs::path installed =
       QDir(folder.program).filePath(QLatin1String(config::kConfigurationFile)).toStdU16String();
   std::error_code unseen;
-  const std::filesystem::path path = std::filesystem::exists(installed, unseen)
-                                         ? installed
-                                         : folder.File(config::kConfigurationFile);
+  const bool isInstalled = fs::symlink_status(installed, unseen).type() != fs::file_type::not_found;
+  const fs::path path = isInstalled ? installed : folder.File(config::kConfigurationFile);
   config::IniFile settings;
   const model::Status status = config::IniFile::Load(path, &settings);
-  AccessSettings access{.panels = ReadPanelAccess(settings),
-                        .openGateway = ReadOpenGatewayAccess(settings)};
-  if (!status.ok()) access.panels.problem = QString::fromStdString(status.Description());
+  AccessSettings access = ReadAccessSettings(settings);
+  if (!status.ok()) {
+    Close(access, QString::fromStdString(status.Description()));
+  } else if (isInstalled && !fs::exists(installed, unseen)) {
+    Close(access, QStringLiteral("the file cannot be read"));
+  }
   return access;
 }
 

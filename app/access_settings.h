@@ -5,6 +5,7 @@
 
 #include <QHostAddress>
 #include <QString>
+#include <QStringList>
 
 #include "app/app_folder.h"
 #include "config/ini_file.h"
@@ -40,12 +41,18 @@ struct OpenGatewayAccess {
 PanelAccess ReadPanelAccess(const config::IniFile& settings);
 OpenGatewayAccess ReadOpenGatewayAccess(const config::IniFile& settings);
 
-// Both of the file in the program's folder, where only the installer may write, if there is one,
-// else of that in the console's folder.  A file that cannot be read cannot be understood.
+// Both.  What looks like one of the sections and is not, because of a slip in its head or in the
+// file, is a problem of both: nobody is to be let in whom the section would keep out.
 struct AccessSettings {
   PanelAccess panels;
   OpenGatewayAccess openGateway;
+  QStringList inForce;  // "PANEL ACCESS: Allow=192.0.2.0/24", for each section that is there
 };
+AccessSettings ReadAccessSettings(const config::IniFile& settings);
+
+// Both of the file in the program's folder, where only the installer may write, if there is one,
+// else of that in the console's folder.  A file that cannot be read cannot be understood, nor one
+// that cannot be seen to be none.
 AccessSettings ReadAccessSettings(const AppFolder& folder);
 
 }  // namespace app

@@ -371,6 +371,7 @@ void Console::ConnectSentFile() {
 // Who is let in on the network, and what is said of those who are.
 void Console::ConnectNetwork() {
   const PanelAccess& panels = access_.panels;
+  for (const QString& section : access_.inForce) log_.NoteNetwork(tr("In force: %1").arg(section));
   listener_.SetAddress(panels.listen);
   listener_.SetAcceptHandler([this](std::unique_ptr<gateway::ClientSocket> client) {
     const std::string address = client->PeerAddress();

@@ -11,10 +11,12 @@ namespace {
 // As the about box has it.
 constexpr char kVersion[] = "2.12";
 
+// So often it is tried to listen where that failed.
+constexpr std::chrono::seconds kListenAgain{5};
+
 QString PeerWords(const ember::PeerName& peer) {
   return OpenGateway::tr("Controller %1, %2")
-      .arg(peer.number)
-      .arg(QString::fromStdString(peer.address));
+      .arg(QString::number(peer.number), QString::fromStdString(peer.address));
 }
 
 QString RefusalWords(ember::Refusal why) {
@@ -32,6 +34,8 @@ QString RefusalWords(ember::Refusal why) {
       return OpenGateway::tr("the output is locked");
     case Refusal::Inhibited:
       return OpenGateway::tr("the crosspoint is inhibited");
+    case Refusal::InhibitsUnknown:
+      return OpenGateway::tr("the inhibits cannot be read");
     case Refusal::PriorityRow:
       return OpenGateway::tr("a call or priority listen stands on the output");
     case Refusal::NoSuchChannel:
@@ -42,6 +46,12 @@ QString RefusalWords(ember::Refusal why) {
       return OpenGateway::tr("too many of its takes wait");
     case Refusal::LineBusy:
       return OpenGateway::tr("the line had no room for it in time");
+    case Refusal::LineFailed:
+      return OpenGateway::tr("it could not be sent");
+    case Refusal::Replaced:
+      return OpenGateway::tr("another controller has set it since");
+    case Refusal::Closing:
+      return OpenGateway::tr("the console ends");
   }
   return {};
 }
@@ -101,23 +111,39 @@ void OpenGateway::Begin() {
     return;
   }
   listener_.SetAddress(access.listen);
-  if (const model::Status status = listener_.Start(access.port); !status.ok()) {
-    const QString text = tr("The open gateway cannot listen on port %1: %2")
-                             .arg(access.port)
-                             .arg(QString::fromStdString(status.Description()));
-    services_.hints.Give(Hint::OpenGatewayClosed, text);
-    Q_EMIT Happened(text);
-    return;
-  }
+  listenTimer_.setInterval(kListenAgain);
+  connect(&listenTimer_, &QTimer::timeout, this, &OpenGateway::Listen);
+  Listen();
   if (access.TakesFromElsewhere()) {
     services_.hints.Give(
         Hint::OpenTakes,
         tr("Controllers on other computers may take crosspoints (port %1).").arg(access.port));
   }
+}
+
+// The interface of the address may come up later than the console.
+void OpenGateway::Listen() {
+  const OpenGatewayAccess& access = services_.access;
+  if (const model::Status status = listener_.Start(access.port); !status.ok()) {
+    if (listenTimer_.isActive()) return;  // it is said already
+    listenTimer_.start();
+    const QString text =
+        tr("The open gateway cannot listen on port %1: %2")
+            .arg(QString::number(access.port), QString::fromStdString(status.Description()));
+    services_.hints.Give(Hint::OpenGatewayClosed, text);
+    Q_EMIT Happened(text);
+    return;
+  }
+  if (listenTimer_.isActive()) {
+    listenTimer_.stop();
+    services_.hints.Withdraw(Hint::OpenGatewayClosed);
+    Q_EMIT Happened(tr("The open gateway listens on port %1 now").arg(access.port));
+  }
   TellPeers();
 }
 
 void OpenGateway::Close() {
+  listenTimer_.stop();
   listener_.Stop();
   provider_.CloseAll();
 }
@@ -134,7 +160,7 @@ void OpenGateway::Accept(std::unique_ptr<gateway::ClientSocket> client) {
 void OpenGateway::PeerConnected(const ember::PeerName& peer) {
   peers_[peer.number] = QString::fromStdString(peer.address);
   TellPeers();
-  Q_EMIT Happened(tr("%1: connected").arg(PeerWords(peer)));
+  Q_EMIT HappenedAgain(tr("%1: connected").arg(PeerWords(peer)));
 }
 
 void OpenGateway::PeerTurnedAway(const std::string& address) {
@@ -149,15 +175,22 @@ void OpenGateway::PeerTook(const ember::PeerName& peer, const switcher::Take& ta
 }
 
 void OpenGateway::PeerSetGain(const ember::PeerName& peer, int input, int decibels) {
-  Q_EMIT HappenedAgain(tr("%1: gain of %2 set to %3 dB")
-                           .arg(PeerWords(peer), services_.labels.Input(input))
-                           .arg(decibels));
+  // All at once: a label may look like a place of the text.
+  Q_EMIT HappenedAgain(
+      tr("%1: gain of %2 set to %3 dB")
+          .arg(PeerWords(peer), services_.labels.Input(input), QString::number(decibels)));
 }
 
 void OpenGateway::TakeRefused(const ember::PeerName& peer, const ember::Wanted& wanted,
                               ember::Refusal why) {
   Q_EMIT HappenedAgain(
       tr("%1: %2 refused, %3").arg(PeerWords(peer), WantedWords(wanted), RefusalWords(why)));
+}
+
+void OpenGateway::TakeStopped(const ember::PeerName& peer, const ember::Wanted& wanted,
+                              ember::Refusal why) {
+  Q_EMIT Happened(tr("%1: %2 carried out in part, %3")
+                      .arg(PeerWords(peer), WantedWords(wanted), RefusalWords(why)));
 }
 
 void OpenGateway::ValueRefused(const ember::PeerName& peer, const ember::Path& path,
@@ -188,7 +221,7 @@ void OpenGateway::PeerDropped(const ember::PeerName& peer, ember::PeerDrop why) 
 void OpenGateway::PeerGone(const ember::PeerName& peer) {
   peers_.erase(peer.number);
   TellPeers();
-  Q_EMIT Happened(tr("%1: gone").arg(PeerWords(peer)));
+  Q_EMIT HappenedAgain(tr("%1: gone").arg(PeerWords(peer)));
 }
 
 QString OpenGateway::WantedWords(const ember::Wanted& wanted) const {

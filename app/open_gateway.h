@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <functional>
 #include <map>
 #include <string>
@@ -60,6 +61,8 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   // The link to the switcher may be in another state.
   void LinkChanged() { provider_.LinkChanged(); }
 
+  bool IsListening() const { return listener_.IsListening(); }
+
   // Stops listening and closes all connections.
   void Close();
 
@@ -72,6 +75,7 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   void HappenedAgain(const QString& text);
 
  private:
+  void Listen();
   void Accept(std::unique_ptr<gateway::ClientSocket> client);
 
   void PeerConnected(const ember::PeerName& peer) override;
@@ -79,6 +83,8 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   void PeerTook(const ember::PeerName& peer, const switcher::Take& take) override;
   void PeerSetGain(const ember::PeerName& peer, int input, int decibels) override;
   void TakeRefused(const ember::PeerName& peer, const ember::Wanted& wanted,
+                   ember::Refusal why) override;
+  void TakeStopped(const ember::PeerName& peer, const ember::Wanted& wanted,
                    ember::Refusal why) override;
   void ValueRefused(const ember::PeerName& peer, const ember::Path& path,
                     ember::Refusal why) override;
@@ -91,6 +97,7 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   const Services services_;
   const CrosspointWords crosspoints_;
   gateway::Listener listener_;
+  QTimer listenTimer_;
   gateway::QtPauseTimer takeTimer_;
   gateway::QtPauseTimer newsTimer_;
   gateway::QtPauseTimer secondTimer_;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <system_error>
+#include <utility>
 
 #include "files/whole_file.h"
 
@@ -108,23 +109,40 @@ std::string IniFile::Value(std::string_view section, std::string_view key) const
   return std::string(ValueOf(lines_[static_cast<std::size_t>(line)]));
 }
 
+std::vector<IniFile::Line> IniFile::Lines() const {
+  std::vector<Line> lines;
+  std::string_view section;
+  for (const std::string_view line : lines_) {
+    if (IsSection(line, &section)) continue;
+    const std::string_view content = Trimmed(line);
+    if (content.empty() || content.starts_with(';')) continue;
+    const auto equals = content.find('=');
+    const bool hasEquals = equals != std::string_view::npos;
+    lines.push_back({.section = std::string(section),
+                     .entry = {.key = std::string(Trimmed(content.substr(0, equals))),
+                               .value = hasEquals ? std::string(ValueOf(content)) : std::string()},
+                     .hasEquals = hasEquals});
+  }
+  return lines;
+}
+
 std::vector<IniFile::Entry> IniFile::Entries(std::string_view section) const {
   std::vector<Entry> entries;
-  bool isOurs = false;
-  for (const std::string_view line : lines_) {
-    std::string_view name;
-    if (IsSection(line, &name)) {
-      isOurs = SameName(name, section);
-      continue;
+  for (Line& line : Lines()) {
+    if (!line.section.empty() && SameName(line.section, section)) {
+      entries.push_back(std::move(line.entry));
     }
-    const std::string_view content = Trimmed(line);
-    if (!isOurs || content.empty() || content.starts_with(';')) continue;
-    const auto equals = content.find('=');
-    entries.push_back({.key = std::string(Trimmed(content.substr(0, equals))),
-                       .value = equals == std::string_view::npos ? std::string()
-                                                                 : std::string(ValueOf(content))});
   }
   return entries;
+}
+
+std::vector<std::string> IniFile::Sections() const {
+  std::vector<std::string> sections;
+  for (const std::string_view line : lines_) {
+    std::string_view name;
+    if (IsSection(line, &name)) sections.emplace_back(name);
+  }
+  return sections;
 }
 
 void IniFile::SetValue(std::string_view section, std::string_view key, std::string_view value) {

@@ -49,6 +49,18 @@ class IniFile {
   // What stands in all sections of that name, in the file's order.
   std::vector<Entry> Entries(std::string_view section) const;
 
+  // Every line that is neither empty, a comment nor the head of a section, in the file's order,
+  // with the name of its section; that is empty in front of the first.
+  struct Line {
+    std::string section;
+    Entry entry;
+    bool hasEquals = false;
+  };
+  std::vector<Line> Lines() const;
+
+  // The names of the sections, in the file's order, one that is there twice twice.
+  std::vector<std::string> Sections() const;
+
   // Sets a value.  A key that is missing is added at the end of its section, a section that is
   // missing at the end of the file.  A line that has the value already is not touched.
   // REQUIRES: neither text holds a line break

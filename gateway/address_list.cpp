@@ -22,6 +22,13 @@ std::optional<int> ParseBits(std::string_view text, int most) {
 
 }  // namespace
 
+// The toolkit takes more for addresses of IPv4 than are: "::", too.
+QHostAddress Unmapped(const QHostAddress& address) {
+  if (address.protocol() != QAbstractSocket::IPv6Protocol) return address;
+  static const QHostAddress kMapped(QStringLiteral("::ffff:0:0"));
+  return address.isInSubnet(kMapped, 96) ? QHostAddress(address.toIPv4Address()) : address;
+}
+
 // The toolkit completes addresses of fewer numbers, which is not what was meant.
 std::optional<QHostAddress> ParseAddress(std::string_view text) {
   const bool isIpv6 = text.find(':') != std::string_view::npos;
@@ -30,9 +37,7 @@ std::optional<QHostAddress> ParseAddress(std::string_view text) {
   if (!address.setAddress(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())))) {
     return std::nullopt;
   }
-  bool isIpv4 = false;
-  const quint32 number = address.toIPv4Address(&isIpv4);
-  return isIpv4 ? QHostAddress(number) : address;
+  return Unmapped(address);
 }
 
 std::optional<AddressList> AddressList::Parse(std::string_view text) {

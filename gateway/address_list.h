@@ -12,6 +12,10 @@
 
 namespace gateway {
 
+// An address of IPv4 that stands as one of IPv6 (::ffff:192.0.2.7) as that of IPv4; any other as it
+// is.
+QHostAddress Unmapped(const QHostAddress& address);
+
 // An address as it is written: "192.0.2.7", "::1".  Nothing for anything else, such as a name or
 // the first numbers of an address.  One of IPv4 that stands as one of IPv6 is that of IPv4.
 std::optional<QHostAddress> ParseAddress(std::string_view text);

@@ -7,6 +7,8 @@
 #include <chrono>
 #include <utility>
 
+#include "gateway/address_list.h"
+
 #ifdef Q_OS_LINUX
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -69,10 +71,7 @@ bool QtClientSocket::IsConnected() const {
 }
 
 std::string QtClientSocket::PeerAddress() const {
-  const QHostAddress address = socket_->peerAddress();
-  bool isIpv4 = false;
-  const quint32 number = address.toIPv4Address(&isIpv4);
-  return (isIpv4 ? QHostAddress(number) : address).toString().toStdString();
+  return Unmapped(socket_->peerAddress()).toString().toStdString();
 }
 
 ClientSocket::ReadResult QtClientSocket::Read(std::size_t atMost, Bytes* bytes) {

@@ -40,11 +40,15 @@ const ChannelTexts::Texts& ChannelTexts::Read(Kind kind) {
   texts.ofChannels.clear();
   jet::Database* const database = services_.database();
   if (database == nullptr) return texts;
-  texts.isRead = true;
   std::unique_ptr<jet::RecordSet> stations;
   if (!stations::OpenStations(*database, &stations).ok()) return texts;
-  (void)stations::ReadAvailableTexts(*stations, FieldOf(kind), services_.model.ChannelCount,
-                                     &texts.ofChannels);
+  List read;
+  if (!stations::ReadAvailableTexts(*stations, FieldOf(kind), services_.model.ChannelCount, &read)
+           .ok()) {
+    return texts;
+  }
+  texts.isRead = true;
+  texts.ofChannels = std::move(read);
   if (kind != Kind::Inhibits) return texts;
   for (std::optional<std::string>& flags : texts.ofChannels) {
     if (flags.has_value()) flags = model::PlainFlags(*flags);
@@ -72,9 +76,9 @@ void ChannelTexts::Forget(Kind kind) {
 }
 
 std::vector<ChannelTexts::Difference> ChannelTexts::TakeDifferences(Kind kind) {
+  if (!Of(kind).before || !Read(kind).isRead) return {};
   const std::optional<List> before = std::exchange(Of(kind).before, std::nullopt);
-  if (!before) return {};
-  const List& now = Read(kind).ofChannels;
+  const List& now = Of(kind).ofChannels;
   std::vector<Difference> differences;
   for (std::size_t i = 0; i < std::max(before->size(), now.size()); ++i) {
     if (TextAt(*before, i) == TextAt(now, i)) continue;

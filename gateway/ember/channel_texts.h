@@ -18,7 +18,8 @@
 namespace ember {
 
 // The labels and the inhibits of the channels, as the database has them.  Those of a kind are read
-// when one is asked for, and kept until they may have changed.
+// when one is asked for, and kept until they may have changed; what could not be read is tried
+// again each time.
 class ChannelTexts {
  public:
   enum class Kind : std::uint8_t { Label, InLabel, Inhibits };
@@ -51,7 +52,8 @@ class ChannelTexts {
     std::string after;
   };
 
-  // What has become of the texts of a kind since Forget(); nothing when nobody had asked for them.
+  // What has become of the texts of a kind since Forget(); nothing when nobody had asked for them,
+  // and not yet when they cannot be read now.
   std::vector<Difference> TakeDifferences(Kind kind);
 
  private:

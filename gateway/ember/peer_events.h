@@ -33,7 +33,10 @@ struct Wanted {
   Act act = Act::Absolute;
   int output = 1;           // from 1; in a report, 0 for one that is not there
   std::vector<int> inputs;  // from 1, in their order, each once
-  bool on = true;           // of Call and PriorityListen, which have one input
+  bool on = true;           // of the functions, which have one input
+
+  // A function of the tree, and not the matrix.
+  bool IsFunction() const { return act == Act::Call || act == Act::PriorityListen; }
 
   bool operator==(const Wanted&) const = default;
 };
@@ -45,12 +48,16 @@ enum class Refusal : std::uint8_t {
   MapNotComplete,  // the map is being asked for
   MapNotKnown,     // it was not reported whole since the link last came up
   OutputLocked,
-  Inhibited,      // a crosspoint that would be made is, or it cannot be seen whether it is
-  PriorityRow,    // a crosspoint would be broken in a row of priority
-  NoSuchChannel,  // there is no such output or input
-  BadValue,       // of another type, or out of range
-  TooMany,        // too many of its takes wait
-  LineBusy,       // the line had no room for it in time
+  Inhibited,        // a crosspoint that would be made is
+  InhibitsUnknown,  // it cannot be read whether one is
+  PriorityRow,      // a crosspoint would be broken in a row of priority
+  NoSuchChannel,    // there is no such output or input
+  BadValue,         // of another type, or out of range
+  TooMany,          // too many of its takes wait
+  LineBusy,         // the line had no room for it in time
+  LineFailed,       // it could not be written
+  Replaced,         // another consumer has set the same since
+  Closing,          // the console ends
 };
 
 // Why the console drops a consumer.
@@ -76,8 +83,10 @@ class PeerEvents {
   // A consumer has set the gain of an input (from 1), in dB.
   virtual void PeerSetGain(const PeerName& /*peer*/, int /*input*/, int /*decibels*/) {}
 
-  // What a consumer wants is not done, or of a value at a path of the tree is not set.
+  // Nothing was sent of what a consumer wants, or only a part of it, or a value at a path of the
+  // tree is not set.
   virtual void TakeRefused(const PeerName& /*peer*/, const Wanted& /*wanted*/, Refusal /*why*/) {}
+  virtual void TakeStopped(const PeerName& /*peer*/, const Wanted& /*wanted*/, Refusal /*why*/) {}
   virtual void ValueRefused(const PeerName& /*peer*/, const Path& /*path*/, Refusal /*why*/) {}
 
   // The console drops a consumer.  PeerGone() follows.

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "model/flag_string.h"
+
 namespace ember {
 
 namespace {
@@ -71,8 +73,23 @@ int Provider::FreeNumber() {
   return static_cast<int>(peers_.size());
 }
 
+// Who has never sent a frame makes room, the longest of them first; 0 for none.
+int Provider::NumberOfMute() {
+  int mute = 0;
+  for (int number = 1; number <= static_cast<int>(peers_.size()); ++number) {
+    const Peer& peer = At(number);
+    if (!peer.isThere || peer.hasSpoken) continue;
+    if (mute == 0 || peer.lastHeard < At(mute).lastHeard) mute = number;
+  }
+  return mute;
+}
+
 void Provider::Accept(std::unique_ptr<gateway::ClientSocket> socket) {
-  const int number = FreeNumber();
+  int number = FreeNumber();
+  if (number == 0) {
+    number = NumberOfMute();
+    if (number != 0) Drop(number, PeerDrop::Silent);
+  }
   if (number == 0) {
     services_.events.PeerTurnedAway(socket->PeerAddress());
     socket->Close();
@@ -87,6 +104,10 @@ void Provider::Accept(std::unique_ptr<gateway::ClientSocket> socket) {
   peer.socket->SetEvents(this, number);
   services_.events.PeerConnected(Name(number));
   if (PeerCount() == 1) {
+    rows_.assign(static_cast<std::size_t>(services_.model.ChannelCount), {});
+    for (int output = 1; output <= services_.model.ChannelCount; ++output) {
+      RowOf(output).status = services_.model.ChannelStatus[output];
+    }
     TellLevels();
     EverySecond();
   }
@@ -99,6 +120,12 @@ int Provider::PeerCount() const {
 
 void Provider::CloseAll() {
   for (int number = 1; number <= static_cast<int>(peers_.size()); ++number) EndPeer(number);
+  takes_.Clear();
+}
+
+void Provider::LinkChanged() {
+  if (services_.model.LinkStatus[0] != 1) takes_.LinkLost();
+  TellLevels();
 }
 
 void Provider::DataArrived(int slot, std::size_t /*byteCount*/) {
@@ -110,6 +137,7 @@ void Provider::DataArrived(int slot, std::size_t /*byteCount*/) {
     peer.isAsked = false;
     std::vector<FrameReader::Event> events;
     const bool isWhole = peer.reader.Read(bytes, &events);
+    peer.hasSpoken = peer.hasSpoken || !events.empty();
     for (const FrameReader::Event& event : events) {
       if (peer.isThere) Handle(slot, event);
     }
@@ -135,7 +163,9 @@ void Provider::Handle(int peer, const Request& request) {
     case Request::Kind::GetDirectory:
       return AnswerDirectory(peer, request.path);
     case Request::Kind::Subscribe:
-      return Subscribe(peer, request.path);
+      // Of a node, only who was told what is below it can make something of the news.
+      if (tree_.KindAt(request.path) != ElementKind::Node) Subscribe(peer, request.path);
+      return;
     case Request::Kind::Unsubscribe:
       At(peer).subscriptions.erase(request.path);
       return;
@@ -154,9 +184,7 @@ void Provider::AnswerDirectory(int peer, const Path& path) {
   // Rows that are told now count as told only where they were reported so.
   if (kind == ElementKind::Matrix) {
     for (int output = 1; output <= services_.model.ChannelCount; ++output) {
-      KnownRow& row = rows_.size() < static_cast<std::size_t>(output)
-                          ? rows_.emplace_back()
-                          : rows_[static_cast<std::size_t>(output - 1)];
+      KnownRow& row = RowOf(output);
       row.isKnown =
           row.isKnown && std::ranges::equal(row.sources, services_.model.CrosspointMap.Row(output));
     }
@@ -174,29 +202,38 @@ void Provider::Subscribe(int peer, const Path& path) {
 
 void Provider::SetValue(int peer, const Request& request) {
   if (tree_.KindAt(request.path) != ElementKind::Parameter) return;
-  if (const std::optional<Refusal> refusal = Set(request)) {
-    services_.events.ValueRefused(Name(peer), request.path, *refusal);
-    const std::vector<Bytes> present{ParameterValue(request.path, tree_.ValueAt(request.path))};
-    Send(peer, GlowMessage(present));
-    return;
+  if (const std::optional<Refusal> refusal = WhyNotSet(request)) {
+    return RefuseValue(Name(peer), request.path, *refusal);
   }
-  services_.events.PeerSetGain(Name(peer), request.path[3] + 1, *DecibelsOf(request.value));
-  TellValue(request.path, peer);
+  takes_.SendGain(Name(peer), *SourceOfGain(request.path),
+                  *DecibelsOf(request.value) + kUnityGainStep);
+}
+
+std::optional<Refusal> Provider::WhyNotSet(const Request& request) const {
+  if (!SourceOfGain(request.path) || !services_.mayTake) return Refusal::ReadOnly;
+  if (!DecibelsOf(request.value)) return Refusal::BadValue;
+  if (services_.model.LinkStatus[0] != 1) return Refusal::LinkDown;
+  return std::nullopt;
+}
+
+void Provider::GainSent(const PeerName& peer, int input, int step) {
+  const auto index = static_cast<std::size_t>(input);
+  services_.model.InputGains[index] = static_cast<std::int16_t>(step);
+  told_.gains[index] = services_.model.InputGains[index];
+  services_.events.PeerSetGain(peer, input + 1, step - kUnityGainStep);
+  TellValue(GainPath(input), peer.number);
   services_.gainsChanged();
 }
 
-std::optional<Refusal> Provider::Set(const Request& request) {
-  const std::optional<int> source = SourceOfGain(request.path);
-  if (!source || !services_.mayTake) return Refusal::ReadOnly;
-  const std::optional<int> decibels = DecibelsOf(request.value);
-  if (!decibels) return Refusal::BadValue;
-  if (services_.model.LinkStatus[0] != 1) return Refusal::LinkDown;
-  const int step = *decibels + kUnityGainStep;
-  const auto index = static_cast<std::size_t>(*source);
-  services_.model.InputGains[index] = static_cast<std::int16_t>(step);
-  told_.gains[index] = services_.model.InputGains[index];
-  takes_.SendGain(*source, step);
-  return std::nullopt;
+void Provider::GainRefused(const PeerName& peer, int input, Refusal why) {
+  RefuseValue(peer, GainPath(input), why);
+}
+
+// Who asked is answered with what holds.
+void Provider::RefuseValue(const PeerName& peer, const Path& path, Refusal why) {
+  services_.events.ValueRefused(peer, path, why);
+  const std::vector<Bytes> present{ParameterValue(path, tree_.ValueAt(path))};
+  Send(peer.number, GlowMessage(present));
 }
 
 void Provider::Connect(int peer, const Request& request) {
@@ -221,10 +258,15 @@ void Provider::Take(int peer, const Connection& connection) {
   for (const int source : connection.sources) wanted.inputs.push_back(source + 1);
   std::sort(wanted.inputs.begin(), wanted.inputs.end());
   wanted.inputs.erase(std::unique(wanted.inputs.begin(), wanted.inputs.end()), wanted.inputs.end());
-  if (!services_.mayTake) return RefuseLater(peer, wanted, {}, Refusal::ReadOnly);
-  const Takes::Outcome outcome = takes_.Add(peer, wanted);
-  if (outcome.refusal) return RefuseLater(peer, wanted, {}, *outcome.refusal);
+  if (!services_.mayTake) return Refuse(peer, wanted, Refusal::ReadOnly);
+  const Takes::Outcome outcome = takes_.Add(Name(peer), wanted);
+  if (outcome.refusal) return Refuse(peer, wanted, *outcome.refusal);
   if (outcome.stands) Send(peer, RowMessage(wanted.output, Disposition::Tally));
+}
+
+void Provider::Refuse(int peer, const Wanted& wanted, Refusal why) {
+  services_.events.TakeRefused(Name(peer), wanted, why);
+  AnswerRefusal(peer, wanted, {});
 }
 
 void Provider::Invoke(int peer, const Request& request) {
@@ -260,7 +302,7 @@ bool Provider::Call(int peer, const Request& request) {
   if (!services_.mayTake) {
     refusal = Refusal::ReadOnly;
   } else {
-    const Takes::Outcome outcome = takes_.Add(peer, wanted, request.invocation);
+    const Takes::Outcome outcome = takes_.Add(Name(peer), wanted, request.invocation);
     if (outcome.stands) AnswerInvocation(peer, request.invocation, true);
     refusal = outcome.refusal;
   }
@@ -272,10 +314,8 @@ void Provider::AnswerRow(int peer, int output) {
   Send(peer, RowMessage(output, Disposition::Modified));
 }
 
-void Provider::RefuseLater(int peer, const Wanted& wanted, std::optional<int> invocation,
-                           Refusal why) {
-  services_.events.TakeRefused(Name(peer), wanted, why);
-  if (wanted.act == Wanted::Act::Call || wanted.act == Wanted::Act::PriorityListen) {
+void Provider::AnswerRefusal(int peer, const Wanted& wanted, std::optional<int> invocation) {
+  if (wanted.IsFunction()) {
     AnswerInvocation(peer, invocation, false);
   } else {
     Send(peer, RowMessage(wanted.output, Disposition::Locked));
@@ -288,8 +328,16 @@ void Provider::AnswerInvocation(int peer, std::optional<int> invocation, bool do
   Send(peer, InvocationResult(*invocation, done, std::span(&result, 1)));
 }
 
-void Provider::CommandSent(int peer, const switcher::Take& take) {
-  services_.events.PeerTook(Name(peer), take);
+void Provider::CommandSent(const PeerName& peer, const switcher::Take& take) {
+  services_.events.PeerTook(peer, take);
+}
+
+void Provider::TakeRefused(const PeerName& peer, const Wanted& wanted, Refusal why) {
+  services_.events.TakeRefused(peer, wanted, why);
+}
+
+void Provider::TakeStopped(const PeerName& peer, const Wanted& wanted, Refusal why) {
+  services_.events.TakeStopped(peer, wanted, why);
 }
 
 Bytes Provider::RowMessage(int output, Disposition disposition) {
@@ -300,10 +348,7 @@ Bytes Provider::RowMessage(int output, Disposition disposition) {
 
 // Whether the sources of the row are others than were last told.
 bool Provider::NoteRow(int output) {
-  if (rows_.size() < static_cast<std::size_t>(output)) {
-    rows_.resize(static_cast<std::size_t>(output));
-  }
-  KnownRow& known = rows_[static_cast<std::size_t>(output - 1)];
+  KnownRow& known = RowOf(output);
   const auto row = services_.model.CrosspointMap.Row(output);
   if (known.isKnown && std::ranges::equal(known.sources, row)) return false;
   known.isKnown = true;
@@ -312,11 +357,12 @@ bool Provider::NoteRow(int output) {
 }
 
 void Provider::CrosspointRowChanged(int output, int /*mode*/) {
-  const bool isNews = NoteRow(output);
-  KnownRow& known = rows_[static_cast<std::size_t>(output - 1)];
-  const bool hasStatusChanged =
-      std::exchange(known.status, services_.model.ChannelStatus[output]) != known.status;
   std::set<int> receivers = takes_.RowReported(output);
+  if (PeerCount() == 0) return takes_.GoOn();
+  const bool isNews = NoteRow(output);
+  const bool hasStatusChanged =
+      std::exchange(RowOf(output).status, services_.model.ChannelStatus[output]) !=
+      services_.model.ChannelStatus[output];
   for (int number = 1; isNews && number <= static_cast<int>(peers_.size()); ++number) {
     if (At(number).subscriptions.contains(MatrixPath())) receivers.insert(number);
   }
@@ -325,6 +371,7 @@ void Provider::CrosspointRowChanged(int output, int /*mode*/) {
     for (const int number : receivers) SendFrames(number, frames);
   }
   if (hasStatusChanged) TellValue(PriorityPath(output - 1));
+  takes_.GoOn();
 }
 
 void Provider::TellLevels() {
@@ -349,7 +396,12 @@ void Provider::Changed(std::span<const stations::Change> changes) {
     isTouched = true;
   }
   if (!isTouched || PeerCount() == 0) return;
-  services_.newsTimer.Start(kGather, [this] { TellTexts(); });
+  // What changes on and on does not put off what is known by now.
+  if (std::exchange(isNewsDue_, true)) return;
+  services_.newsTimer.Start(kGather, [this] {
+    isNewsDue_ = false;
+    TellTexts();
+  });
 }
 
 void Provider::TellTexts() {
@@ -360,17 +412,28 @@ void Provider::TellTexts() {
   for (const auto& label : texts_.TakeDifferences(Kind::InLabel)) {
     TellValue(SourceLabelPath(label.channel - 1));
   }
+  // Few are asked for, and many may have changed.
+  const auto subscribed = SubscribedInhibits();
   for (const auto& row : texts_.TakeDifferences(Kind::Inhibits)) {
-    for (int input = 1; input <= services_.model.ChannelCount; ++input) {
-      const auto at = static_cast<std::size_t>(input - 1);
-      const auto isSet = [&](const std::string& flags) {
-        return at < flags.size() && flags[at] == '1';
-      };
-      if (isSet(row.before) != isSet(row.after)) {
-        TellValue(InhibitedPath(row.channel - 1, input - 1));
+    for (auto at = subscribed.lower_bound({row.channel - 1, 0});
+         at != subscribed.end() && at->first == row.channel - 1; ++at) {
+      const int input = at->second + 1;
+      if (model::FlagIsSet(row.before, input) != model::FlagIsSet(row.after, input)) {
+        TellValue(InhibitedPath(at->first, at->second));
       }
     }
   }
+}
+
+// The crosspoints (target and source) whose inhibits somebody has news of.
+std::set<std::pair<int, int>> Provider::SubscribedInhibits() const {
+  std::set<std::pair<int, int>> crosspoints;
+  for (const Peer& peer : peers_) {
+    for (const Path& path : peer.subscriptions) {
+      if (const auto crosspoint = CrosspointOfInhibited(path)) crosspoints.insert(*crosspoint);
+    }
+  }
+  return crosspoints;
 }
 
 // Tells all who have asked for the parameter, and consumer `always` in any case.
@@ -419,6 +482,7 @@ void Provider::EndPeer(int number) {
   peer.reader = {};
   peer.socket->Close();
   takes_.Forget(number);
+  if (PeerCount() == 0) rows_.clear();
   services_.events.PeerGone(Name(number));
 }
 

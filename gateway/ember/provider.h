@@ -12,6 +12,7 @@
 #include <set>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "db/jet/database.h"
@@ -83,7 +84,8 @@ class Provider : public gateway::ClientSocketEvents,
   Provider(const Provider&) = delete;
   Provider& operator=(const Provider&) = delete;
 
-  // Serves a new connection, or closes it when there are kMostPeers.
+  // Serves a new connection.  When there are kMostPeers, one that has never sent a frame makes room
+  // for it, or it is closed.
   void Accept(std::unique_ptr<gateway::ClientSocket> socket);
 
   // Closes all connections.
@@ -92,7 +94,7 @@ class Provider : public gateway::ClientSocketEvents,
   int PeerCount() const;
 
   // The link to the switcher may be in another state.
-  void LinkChanged() { TellLevels(); }
+  void LinkChanged();
 
   void DataArrived(int slot, std::size_t byteCount) override;
   void PeerClosed(int slot) override;
@@ -111,7 +113,8 @@ class Provider : public gateway::ClientSocketEvents,
     FrameReader reader;
     std::set<Path> subscriptions;  // the matrix, parameters, and nodes for the parameters below
     Time lastHeard;
-    bool isAsked = false;  // whether it is there, since it was last heard of
+    bool hasSpoken = false;  // a whole frame was read
+    bool isAsked = false;    // whether it is there, since it was last heard of
   };
 
   // What consumers were last told, or would have been, of what is compared.
@@ -129,28 +132,36 @@ class Provider : public gateway::ClientSocketEvents,
   };
 
   Peer& At(int number) { return peers_[static_cast<std::size_t>(number - 1)]; }
+  KnownRow& RowOf(int output) { return rows_[static_cast<std::size_t>(output - 1)]; }
   PeerName Name(int number) { return {number, At(number).address}; }
   int FreeNumber();
+  int NumberOfMute();
 
   void Handle(int peer, const FrameReader::Event& event);
   void Handle(int peer, const Request& request);
   void AnswerDirectory(int peer, const Path& path);
   void Subscribe(int peer, const Path& path);
   void SetValue(int peer, const Request& request);
-  std::optional<Refusal> Set(const Request& request);
+  std::optional<Refusal> WhyNotSet(const Request& request) const;
+  void RefuseValue(const PeerName& peer, const Path& path, Refusal why);
   void Connect(int peer, const Request& request);
   void Take(int peer, const Connection& connection);
+  void Refuse(int peer, const Wanted& wanted, Refusal why);
   void Invoke(int peer, const Request& request);
   bool Call(int peer, const Request& request);
 
   void AnswerRow(int peer, int output) override;
-  void RefuseLater(int peer, const Wanted& wanted, std::optional<int> invocation,
-                   Refusal why) override;
+  void AnswerRefusal(int peer, const Wanted& wanted, std::optional<int> invocation) override;
   void AnswerInvocation(int peer, std::optional<int> invocation, bool done) override;
-  void CommandSent(int peer, const switcher::Take& take) override;
+  void CommandSent(const PeerName& peer, const switcher::Take& take) override;
+  void TakeRefused(const PeerName& peer, const Wanted& wanted, Refusal why) override;
+  void TakeStopped(const PeerName& peer, const Wanted& wanted, Refusal why) override;
+  void GainSent(const PeerName& peer, int input, int step) override;
+  void GainRefused(const PeerName& peer, int input, Refusal why) override;
 
   Bytes RowMessage(int output, Disposition disposition);
   bool NoteRow(int output);
+  std::set<std::pair<int, int>> SubscribedInhibits() const;
   void TellLevels();
   void TellTexts();
   void TellValue(const Path& path, int always = 0);
@@ -167,7 +178,8 @@ class Provider : public gateway::ClientSocketEvents,
   Takes takes_;
   std::vector<Peer> peers_;
   Levels told_;
-  std::vector<KnownRow> rows_;  // by output - 1
+  std::vector<KnownRow> rows_;  // by output - 1; none while nobody is connected
+  bool isNewsDue_ = false;      // the news timer runs
 };
 
 }  // namespace ember

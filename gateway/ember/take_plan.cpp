@@ -10,33 +10,41 @@ namespace {
 
 using switcher::TakeAction;
 
-bool IsFunction(const Wanted& wanted) {
-  return wanted.act == Wanted::Act::Call || wanted.act == Wanted::Act::PriorityListen;
-}
-
 struct RowDifference {
   std::vector<int> makes;
   std::vector<int> breaks;
+
+  bool IsNone() const { return makes.empty() && breaks.empty(); }
 };
 
-RowDifference DifferenceOf(const model::SystemModel& model, const Wanted& wanted) {
+bool Has(const ExpectedRow::Inputs& inputs, int input) {
+  return inputs[static_cast<std::size_t>(input)];
+}
+
+// A row of priority says that a call or a priority listen stands, not which: to end one of them is
+// left to the switcher, which knows.  In a row without priority there is neither.
+RowDifference DifferenceOf(const ExpectedRow& row, const Wanted& wanted) {
   RowDifference difference;
-  const auto stands = [&](int input) { return model.CrosspointMap.At(wanted.output, input) != 0; };
   const bool takesAway =
-      wanted.act == Wanted::Act::Disconnect || (IsFunction(wanted) && !wanted.on);
-  // What is there is a call only in a row of priority.
-  const bool isOrdinary = IsFunction(wanted) && model.ChannelStatus[wanted.output] == 0;
+      wanted.act == Wanted::Act::Disconnect || (wanted.IsFunction() && !wanted.on);
+  const ExpectedRow::Inputs& present = wanted.IsFunction() ? row.calls : row.sources;
+  ExpectedRow::Inputs kept;
   for (const int input : wanted.inputs) {
-    if (takesAway && stands(input)) difference.breaks.push_back(input);
-    if (!takesAway && (!stands(input) || isOrdinary)) difference.makes.push_back(input);
+    kept.set(static_cast<std::size_t>(input));
+    if (takesAway && Has(present, input)) difference.breaks.push_back(input);
+    if (!takesAway && !Has(present, input)) difference.makes.push_back(input);
   }
   if (wanted.act != Wanted::Act::Absolute) return difference;
-  for (int input = 1; input <= model.ChannelCount; ++input) {
-    const bool isKept =
-        std::find(wanted.inputs.begin(), wanted.inputs.end(), input) != wanted.inputs.end();
-    if (stands(input) && !isKept) difference.breaks.push_back(input);
+  for (int input = 1; input <= model::kMaxChannelCount; ++input) {
+    if (Has(present, input) && !Has(kept, input)) difference.breaks.push_back(input);
   }
   return difference;
+}
+
+bool IsAwaited(const ExpectedRow& row, const Wanted& wanted) {
+  if (wanted.act == Wanted::Act::Absolute) return row.awaited.any();
+  return std::any_of(wanted.inputs.begin(), wanted.inputs.end(),
+                     [&](int input) { return Has(row.awaited, input); });
 }
 
 TakeAction MakeAction(Wanted::Act act) {
@@ -51,17 +59,16 @@ TakeAction BreakAction(Wanted::Act act) {
   return TakeAction::BreakSum;
 }
 
-std::optional<Refusal> Judge(const model::SystemModel& model, const model::Locks& locks,
-                             ChannelTexts& texts, const Wanted& wanted,
-                             const RowDifference& difference) {
-  if (locks.IsLocked(wanted.output)) return Refusal::OutputLocked;
+std::optional<Refusal> Judge(const PlanServices& services, const ExpectedRow& row,
+                             const Wanted& wanted, const RowDifference& difference) {
+  if (services.locks.IsLocked(wanted.output)) return Refusal::OutputLocked;
   // What cannot be seen to be allowed is not.
-  const bool makesInhibited = std::any_of(
-      difference.makes.begin(), difference.makes.end(),
-      [&](int input) { return texts.IsInhibited(wanted.output, input).value_or(true); });
-  if (makesInhibited) return Refusal::Inhibited;
-  if (!difference.breaks.empty() && !IsFunction(wanted) &&
-      model.ChannelStatus[wanted.output] != 0) {
+  for (const int input : difference.makes) {
+    const std::optional<bool> isInhibited = services.texts.IsInhibited(wanted.output, input);
+    if (!isInhibited) return Refusal::InhibitsUnknown;
+    if (*isInhibited) return Refusal::Inhibited;
+  }
+  if (!difference.breaks.empty() && !wanted.IsFunction() && row.isPriority) {
     return Refusal::PriorityRow;
   }
   return std::nullopt;
@@ -70,19 +77,17 @@ std::optional<Refusal> Judge(const model::SystemModel& model, const model::Locks
 }  // namespace
 
 bool IsAsWanted(const model::SystemModel& model, const Wanted& wanted) {
-  const RowDifference difference = DifferenceOf(model, wanted);
-  return difference.makes.empty() && difference.breaks.empty();
+  return DifferenceOf(ReportedRow(model, wanted.output), wanted).IsNone();
 }
 
-TakePlan PlanTake(const model::SystemModel& model, const switcher::KnownMap& knownMap,
-                  const model::Locks& locks, ChannelTexts& texts, const Wanted& wanted) {
-  if (model.LinkStatus[0] != 1) return {.refusal = Refusal::LinkDown};
-  if (!model.XmapComplete) return {.refusal = Refusal::MapNotComplete};
-  if (!knownMap.IsKnown()) return {.refusal = Refusal::MapNotKnown};
-  const RowDifference difference = DifferenceOf(model, wanted);
+TakePlan PlanTake(const PlanServices& services, const ExpectedRow& row, const Wanted& wanted) {
+  if (services.model.LinkStatus[0] != 1) return {.refusal = Refusal::LinkDown};
+  if (!services.model.XmapComplete) return {.refusal = Refusal::MapNotComplete};
+  if (!services.knownMap.IsKnown()) return {.refusal = Refusal::MapNotKnown};
+  const RowDifference difference = DifferenceOf(row, wanted);
+  if (difference.IsNone()) return {.isAwaited = IsAwaited(row, wanted)};
   TakePlan plan;
-  if (difference.makes.empty() && difference.breaks.empty()) return plan;
-  plan.refusal = Judge(model, locks, texts, wanted, difference);
+  plan.refusal = Judge(services, row, wanted, difference);
   if (plan.refusal) return plan;
   const auto add = [&](int input, TakeAction action) {
     plan.commands.push_back({.destination = wanted.output,
@@ -93,7 +98,7 @@ TakePlan PlanTake(const model::SystemModel& model, const switcher::KnownMap& kno
     const int input = wanted.inputs.front();
     // One command does it.  Where the input is there and inhibited it would be made anew.
     const bool isMade = !difference.makes.empty();
-    if (isMade || !texts.IsInhibited(wanted.output, input).value_or(true)) {
+    if (isMade || !services.texts.IsInhibited(wanted.output, input).value_or(true)) {
       add(input, TakeAction::Take);
       return plan;
     }

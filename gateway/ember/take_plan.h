@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "gateway/ember/channel_texts.h"
+#include "gateway/ember/expected_rows.h"
 #include "gateway/ember/peer_events.h"
 #include "model/locks.h"
 #include "model/system_model.h"
@@ -16,20 +17,27 @@
 namespace ember {
 
 // What is to be sent for what a consumer wants of a row, as things stand: nothing where the row has
-// it already.
+// it already, or will when what was sent is carried out.
 struct TakePlan {
   std::optional<Refusal> refusal;
   std::vector<switcher::Take> commands;  // what makes first, then what breaks; none if refused
+  bool isAwaited = false;                // nothing is to be sent, but a report is to come
 
-  bool Stands() const { return !refusal && commands.empty(); }
+  bool Stands() const { return !refusal && commands.empty() && !isAwaited; }
 };
 
-// Whether the row is as wanted.
+// Whether the row, as it was last reported, is as wanted.
 bool IsAsWanted(const model::SystemModel& model, const Wanted& wanted);
 
+// Judges by the row that is expected, and everything else as it is now.
 // REQUIRES: the output and the inputs are channels of the system
-TakePlan PlanTake(const model::SystemModel& model, const switcher::KnownMap& knownMap,
-                  const model::Locks& locks, ChannelTexts& texts, const Wanted& wanted);
+struct PlanServices {
+  const model::SystemModel& model;
+  const switcher::KnownMap& knownMap;
+  const model::Locks& locks;
+  ChannelTexts& texts;
+};
+TakePlan PlanTake(const PlanServices& services, const ExpectedRow& row, const Wanted& wanted);
 
 }  // namespace ember
 

@@ -5,7 +5,7 @@
 
 #include <chrono>
 #include <cstddef>
-#include <deque>
+#include <cstdint>
 #include <functional>
 #include <list>
 #include <map>
@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "gateway/ember/channel_texts.h"
+#include "gateway/ember/expected_rows.h"
 #include "gateway/ember/peer_events.h"
 #include "gateway/ember/take_plan.h"
 #include "gateway/pause_timer.h"
@@ -33,19 +34,30 @@ class TakeAnswers {
   // A take is over without a report that answers it: the row is to be answered as it is.
   virtual void AnswerRow(int peer, int output) = 0;
 
-  // What was begun could not be carried out after all.
-  virtual void RefuseLater(int peer, const Wanted& wanted, std::optional<int> invocation,
-                           Refusal why) = 0;
+  // What was begun is not carried out after all.
+  virtual void AnswerRefusal(int peer, const Wanted& wanted, std::optional<int> invocation) = 0;
 
   virtual void AnswerInvocation(int peer, std::optional<int> invocation, bool done) = 0;
 
-  // A command for a consumer has been handed to the line.
-  virtual void CommandSent(int peer, const switcher::Take& take) = 0;
+  // A command for a consumer, which may have gone since, has been handed to the line.
+  virtual void CommandSent(const PeerName& peer, const switcher::Take& take) = 0;
+
+  // Nothing of what was wanted was sent, or only a part of it.
+  virtual void TakeRefused(const PeerName& peer, const Wanted& wanted, Refusal why) = 0;
+  virtual void TakeStopped(const PeerName& peer, const Wanted& wanted, Refusal why) = 0;
+
+  // A gain (input from 0, step 0..127) has been handed to the line, or is not sent after all.
+  virtual void GainSent(const PeerName& peer, int input, int step) = 0;
+  virtual void GainRefused(const PeerName& peer, int input, Refusal why) = 0;
 };
 
 // What consumers take: from the wish to the line, and until the switcher has reported the row.
-// While the line has no room for them, the takes of each wait in their order and the consumers take
-// turns.  What waits so long that its consumer has given up is not sent any more.
+//
+// What is wanted is judged by what the row will be when all that was sent before is carried out,
+// anew before each command; the takes of an output go one after the other.  While the line has no
+// room the consumers take turns.  What waits so long that its consumer has given up is not sent any
+// more, but a take whose first command is out is finished as far as it may be, whatever becomes of
+// the consumer: half of it may be two sources where there was one.
 class Takes {
  public:
   using Time = std::chrono::steady_clock::time_point;
@@ -71,7 +83,8 @@ class Takes {
     std::function<Time()> now;
     TakeAnswers& answers;
   };
-  explicit Takes(Services services) : services_(std::move(services)) {}
+  explicit Takes(Services services)
+      : services_(std::move(services)), rows_(services_.model, kPatience) {}
   Takes(const Takes&) = delete;
   Takes& operator=(const Takes&) = delete;
 
@@ -84,49 +97,75 @@ class Takes {
   // A consumer wants this; by an invocation of that number, if it is one.  Unless the outcome says
   // that it is refused or stands, it is answered later.
   // REQUIRES: the output and the inputs are channels of the system
-  Outcome Add(int peer, const Wanted& wanted, std::optional<int> invocation = {});
+  Outcome Add(const PeerName& peer, const Wanted& wanted, std::optional<int> invocation = {});
 
-  // Sets the gain (step 0..127) of an input (from 0) as soon as the line has room.
-  void SendGain(int input, int step);
+  // Sets the gain (step 0..127) of an input (from 0) as soon as the line has room.  A newer one of
+  // the same input takes the place of one that waits.
+  void SendGain(const PeerName& peer, int input, int step);
 
-  // A row was reported: the consumers whose takes that answers.
+  // A row was reported: the consumers who are to be told of it because of their takes.  What waits
+  // for it goes on with GoOn().
   std::set<int> RowReported(int output);
+  void GoOn();
 
-  // A consumer has gone: what waits for it is not sent.
+  // The link is lost: gains that wait are not sent.
+  void LinkLost();
+
+  // A consumer has gone: what it has not begun is not sent.
   void Forget(int peer);
+
+  // Nothing more is sent.
+  void Clear();
 
   // How many of a consumer's takes are not answered yet.
   std::size_t Open(int peer) const;
 
  private:
   struct OpenTake {
-    int peer;
+    std::uint64_t id;
+    PeerName peer;
     Wanted wanted;
     std::optional<int> invocation;
     Time deadline;
-    bool isPlanned = false;  // `commands` holds what is left of it
-    std::deque<switcher::Take> commands;
+    int sent = 0;             // commands
+    int reports = 0;          // of the row since the first of them
+    bool isSent = false;      // there is nothing more to send
+    bool isWaiting = false;   // for a report of what was sent for others
     bool isAnswered = false;  // by a report; never an invocation, which waits for the wanted state
-
-    bool IsUnsent() const { return !isPlanned || !commands.empty(); }
+    bool isLate = false;      // it was answered in time, and goes on
+    bool isGone = false;      // the consumer
   };
   using Queue = std::list<OpenTake>;
 
+  struct Gain {
+    PeerName peer;
+    int step;
+    Time deadline;
+  };
+
+  PlanServices PlanWith() const;
+  bool IsHeldUp(int output) const;
   void SendOn();
   bool SendOneGain();
   bool SendOneTake();
   Queue::iterator NextUnsent();
-  void SendCommand(Queue::iterator take);
+  Queue::iterator Find(std::uint64_t id);
+  void SendCommand(std::uint64_t id, const switcher::Take& command, bool isLast);
+  bool IsOver(const OpenTake& take) const;
   // `take` is taken out first: who is answered may turn out to have gone.
   OpenTake TakeOut(Queue::iterator take);
+  void Stop(Queue::iterator take, Refusal why);
   void EndOverdue();
   void End(const OpenTake& take);
+  void RefuseGains(Refusal why, const std::function<bool(const Gain&)>& which);
   void Wait();
 
   const Services services_;
-  Queue open_;                // in the order in which they came
-  std::map<int, int> gains_;  // that wait for the line, by input
-  int turn_ = 0;              // the consumer that was served last
+  ExpectedRows rows_;
+  Queue open_;                 // in the order in which they came
+  std::map<int, Gain> gains_;  // that wait for the line, by input
+  int turn_ = 0;               // the consumer that was served last
+  std::uint64_t lastId_ = 0;
 };
 
 }  // namespace ember

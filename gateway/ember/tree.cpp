@@ -70,6 +70,13 @@ Path MapCompletePath() { return {kTop, kLinkBranch, kMapCompleteNumber}; }
 Path CallPath() { return {kTop, kFunctions, kCallNumber}; }
 Path PriorityListenPath() { return {kTop, kFunctions, kPriorityListenNumber}; }
 
+std::optional<std::pair<int, int>> CrosspointOfInhibited(const Path& path) {
+  if (path.size() != 5 && path.size() != 6) return std::nullopt;
+  const Path whole = InhibitedPath(path[3], path[4]);
+  if (!std::equal(path.begin(), path.end(), whole.begin())) return std::nullopt;
+  return std::pair(path[3], path[4]);
+}
+
 std::optional<int> SourceOfGain(const Path& path) {
   if (path.size() != 5 || path != GainPath(path[3])) return std::nullopt;
   return path[3];

@@ -17,6 +17,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "gateway/ember/channel_texts.h"
@@ -42,6 +43,9 @@ Path LinkPath();
 Path MapCompletePath();
 Path CallPath();
 Path PriorityListenPath();
+
+// The target and the source whose inhibit stands at a path, or right below it; nothing for another.
+std::optional<std::pair<int, int>> CrosspointOfInhibited(const Path& path);
 
 // The source whose gain a path is; nothing for any other path.
 std::optional<int> SourceOfGain(const Path& path);

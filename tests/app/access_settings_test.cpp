@@ -109,7 +109,55 @@ TEST(AccessSettings, TheFileBesideTheProgramComesFirst) {
   std::filesystem::remove(root / "program" / "Orvotesk.ini");
   std::filesystem::create_directories(root / "program" / "Orvotesk.ini");
   EXPECT_FALSE(ReadAccessSettings(folder).panels.problem.isEmpty());
-  EXPECT_FALSE(ReadAccessSettings(folder).openGateway.isWanted);
+  EXPECT_FALSE(ReadAccessSettings(folder).openGateway.problem.isEmpty());
+  EXPECT_TRUE(ReadAccessSettings(folder).openGateway.isWanted) << "the operator is told";
+  // Nor is one that leads nowhere none: the user's own file must not stand in for it.
+  std::filesystem::remove(root / "program" / "Orvotesk.ini");
+  std::filesystem::create_symlink(root / "nowhere", root / "program" / "Orvotesk.ini");
+  EXPECT_FALSE(ReadAccessSettings(folder).panels.problem.isEmpty());
+  EXPECT_FALSE(ReadAccessSettings(folder).openGateway.problem.isEmpty());
+}
+
+// A slip in the head of a section must not let in whom it would keep out.
+TEST(AccessSettings, ASlipAroundTheSectionsAdmitsNobody) {
+  using namespace std::string_literals;
+  for (const std::string& text : {
+           "PANEL ACCESS]\nAllow=192.0.2.7\n"s,
+           "[CONFIGURATION]\nIP Port=1250\nPANEL ACCESS]\nAllow=192.0.2.7\n"s,
+           "[PANELACCESS]\nAllow=192.0.2.7\n"s,
+           "[PANEL_ACCESS]\n"s,
+           "[Open-Gateway]\nPort=9000\n"s,
+           "[PANEL]\ntakesfrom = 192.0.2.7\n"s,
+           "Takes=Yes\n[OPEN GATEWAY]\nPort=9000\n"s,
+           "PANEL ACCESS\n"s,
+           "[\0P\0A\0N\0E\0L\0 \0A\0C\0C\0E\0S\0S\0]\0"s,
+       }) {
+    const AccessSettings access = ReadAccessSettings(config::IniFile(text));
+    EXPECT_FALSE(access.panels.problem.isEmpty()) << text;
+    EXPECT_FALSE(access.openGateway.problem.isEmpty()) << text;
+    EXPECT_TRUE(access.openGateway.isWanted) << text;
+  }
+}
+
+TEST(AccessSettings, WhatIsNoneOfOursIsNoSlip) {
+  const AccessSettings access = ReadAccessSettings(
+      config::IniFile("; PANEL ACCESS\nWhatever=1\n[CONFIGURATION]\nIP Port=1250\nnoise\n"
+                      "[SERIAL DEVICES]\nCOM1=/dev/ttyUSB0\n[PANEL ACCESS]\nAllow=192.0.2.7\n"));
+  EXPECT_TRUE(access.panels.problem.isEmpty()) << access.panels.problem.toStdString();
+  EXPECT_FALSE(access.openGateway.isWanted);
+  EXPECT_EQ(access.inForce, QStringList(QStringLiteral("PANEL ACCESS: Allow=192.0.2.7")));
+}
+
+// The toolkit takes these for addresses of IPv4.
+TEST(AccessSettings, AddressesOfIpv6AreOnlyThose) {
+  EXPECT_EQ(gateway::ParseAddress("::"), QHostAddress(QHostAddress::AnyIPv6));
+  EXPECT_EQ(gateway::ParseAddress("::1"), QHostAddress(QHostAddress::LocalHostIPv6));
+  EXPECT_EQ(gateway::ParseAddress("::ffff:192.0.2.7"), QHostAddress(QStringLiteral("192.0.2.7")));
+  const auto all = gateway::AddressList::Parse("::/0");
+  ASSERT_TRUE(all);
+  EXPECT_TRUE(all->Contains("2001:db8::1"));
+  EXPECT_FALSE(all->Contains("192.0.2.7"));
+  EXPECT_FALSE(all->Contains("::ffff:192.0.2.7"));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "app/shell/main_window.h"
+#include "stations/record.h"
 #include "tests/app/patience.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/hex.h"
@@ -112,9 +113,7 @@ class OpenGatewayTest : public testing::Test {
 
 TEST_F(OpenGatewayTest, IsOffUnlessItIsWanted) {
   Begin("Takes=Yes\n");
-  QTcpSocket socket;
-  Connect(socket);
-  EXPECT_FALSE(socket.waitForConnected(2000));
+  EXPECT_FALSE(gateway_->IsListening());
   EXPECT_FALSE(Aid()->isVisible());
   EXPECT_THAT(lines_, IsEmpty());
 }
@@ -169,12 +168,43 @@ TEST_F(OpenGatewayTest, WhoIsNotAllowedIsTurnedAway) {
 
 TEST_F(OpenGatewayTest, WhatIsNotUnderstoodAdmitsNobody) {
   Begin("Port=PORT\nAllow=10.1\n");
-  QTcpSocket socket;
-  Connect(socket);
-  EXPECT_FALSE(socket.waitForConnected(2000));
+  EXPECT_FALSE(gateway_->IsListening());
   EXPECT_TRUE(window_.Hints().Has(Hint::OpenGatewayClosed));
   EXPECT_THAT(lines_, ElementsAre("The open gateway admits nobody: OPEN GATEWAY in Orvotesk.ini is "
                                   "not understood (Allow=10.1)."));
+}
+
+// The gain of input 4, whose label looks like a place of the text, to -12 dB.
+TEST_F(OpenGatewayTest, ALabelStandsInTheLogAsItIs) {
+  database_.GoTo(4);
+  stations::Record record(*database_.Files().Stations());
+  record.Set("InLabel", "MIC%3");
+  ASSERT_TRUE(record.Commit({changes_, stations::Origin::Operator}).ok());
+  Begin("Port=PORT\nTakes=Yes\n");
+  QTcpSocket socket;
+  Connect(socket);
+  Send(socket,
+       "FE 00 0E 00 01 C0 01 02 1F 02 60 1D 6B 1B A0 19 69 17 A0 07 0D 05 01 04 02 03 01 A1 0C 31 "
+       "0A A2 03 02 01 F4 AD 03 02 01 01 0E E3 FF");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 2; }, kPatience));
+  EXPECT_EQ(lines_[1], "Controller 1, 127.0.0.1: gain of MIC%3 set to -12 dB");
+}
+
+// It is tried again until the port is free.
+TEST_F(OpenGatewayTest, ListensWhenItCan) {
+  QTcpServer other;
+  ASSERT_TRUE(other.listen(QHostAddress::LocalHost, 0));
+  number_ = other.serverPort();
+  Begin("Port=" + std::to_string(other.serverPort()) + "\n");
+  ASSERT_TRUE(window_.Hints().Has(Hint::OpenGatewayClosed));
+  number_ = other.serverPort();
+  other.close();
+  ASSERT_TRUE(
+      QTest::qWaitFor([&] { return !window_.Hints().Has(Hint::OpenGatewayClosed); }, kPatience));
+  QTcpSocket socket;
+  Connect(socket);
+  EXPECT_TRUE(socket.waitForConnected(2000));
+  EXPECT_EQ(lines_[1], "The open gateway listens on port " + std::to_string(number_) + " now");
 }
 
 TEST_F(OpenGatewayTest, APortThatIsTakenIsSaid) {

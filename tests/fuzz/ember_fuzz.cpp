@@ -3,9 +3,11 @@
 // Takes arbitrary bytes for what two consumers of the open gateway send.  The first byte says how
 // large the system is, whether the link is up and whether they may take; then come steps: a byte
 // that names a consumer and what happens, for data followed by a length and so many bytes, which
-// are sent as they are or, with a good frame around them, as a message.  Whatever comes, what goes
-// to a consumer is whole frames of readable messages, nothing waits without bounds, and what goes
-// to the switcher is takes of channels that are there and gains, and nothing from who may not take.
+// are sent as they are or, with a good frame around them, as a message.  The upper half of a step's
+// byte says how: which state of the link and the map, with how much room on the line.  Whatever
+// comes, what goes to a consumer is whole frames of readable messages, nothing waits without
+// bounds, and what goes to the switcher is takes of channels that are there and gains, and nothing
+// from who may not take.
 
 #include <algorithm>
 #include <chrono>
@@ -56,19 +58,25 @@ class Line : public switcher::SerialPort {
   int Number() const override { return 1; }
   Bytes Read() override { return {}; }
   model::Status Write(std::uint8_t byte) override {
+    if (fails) return {1, "the device is gone"};
     written.push_back(byte);
     return {};
   }
-  std::size_t Unsent() const override { return written.size(); }
+  std::size_t Unsent() const override {
+    return isFull ? switcher::LineShare::kMostBehind : written.size();
+  }
   void SetSendThreshold(int) override {}
 
   Bytes written;
+  bool isFull = false;
+  bool fails = false;
 };
 
 class EmberFuzz {
  public:
   explicit EmberFuzz(std::uint8_t setup) : mayTake_((setup & 0x40) != 0) {
-    model_.ChannelCount = static_cast<std::int16_t>((setup & 0x0F) * 8);
+    model_.ChannelCount =
+        static_cast<std::int16_t>((setup & 0x0F) * 8 + ((setup & 0x10) != 0 ? 128 : 0));
     model_.AllocateMap();
     model_.LinkStatus[0] = (setup & 0x80) != 0 ? 1 : 0;
     model_.XmapComplete = true;
@@ -93,12 +101,15 @@ class EmberFuzz {
       case 2:
         if (model_.ChannelCount > 0) {
           const int output = 1 + what % model_.ChannelCount;
+          const int status = what / 128;
           model_.CrosspointMap.At(output, 1) ^= 1;
-          provider_.CrosspointRowChanged(output, 0);
+          model_.ChannelStatus[output] = static_cast<std::uint8_t>(status);
+          knownMap_.CrosspointRowChanged(output, status);
+          provider_.CrosspointRowChanged(output, status);
         }
         break;
       case 3:
-        locks_.LockOutput(1 + what % 8, model::Locks::Against::Console);
+        Disturb(what / 16);
         break;
       case 4:
       case 5:
@@ -112,6 +123,38 @@ class EmberFuzz {
   }
 
  private:
+  // 0 locks an output, and so on.
+  void Disturb(int how) {
+    switch (how) {
+      case 0:
+        return locks_.LockOutput(7, model::Locks::Against::Console);
+      case 1:
+        return locks_.UnlockOutput(7);
+      case 2:
+      case 3:
+        model_.LinkStatus[0] = how == 3 ? 1 : 0;
+        knownMap_.LinkChanged();
+        return provider_.LinkChanged();
+      case 4:
+      case 5:
+        model_.XmapComplete = how == 5;
+        return;
+      case 6:
+      case 7:
+        line_.isFull = how == 7;
+        return;
+      case 8:
+        for (int output = 1; output <= model_.ChannelCount; ++output) {
+          knownMap_.CrosspointRowChanged(output, model_.ChannelStatus[output]);
+        }
+        return;
+      case 9:
+        return news_.Elapse();
+      default:
+        line_.fails = how == 15;
+    }
+  }
+
   void Deliver(std::shared_ptr<test::FakePeer>& peer, const Bytes& data) {
     if (peer == nullptr || !peer->connected) {
       peer = std::make_shared<test::FakePeer>();

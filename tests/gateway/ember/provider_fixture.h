@@ -43,6 +43,10 @@ class RecordingPeerEvents : public PeerEvents {
     refusals.push_back(why);
     Add(peer, "refused " + std::to_string(wanted.output));
   }
+  void TakeStopped(const PeerName& peer, const Wanted& wanted, Refusal why) override {
+    refusals.push_back(why);
+    Add(peer, "stopped " + std::to_string(wanted.output));
+  }
   void ValueRefused(const PeerName& peer, const Path& /*path*/, Refusal why) override {
     refusals.push_back(why);
     Add(peer, "value refused");
@@ -166,6 +170,12 @@ class ProviderTest : public testing::Test {
     model_.ChannelStatus[output] = static_cast<std::uint8_t>(status);
     knownMap_.CrosspointRowChanged(output, status);
     provider_.CrosspointRowChanged(output, status);
+  }
+
+  // The line has room for so many takes.
+  void MakeRoom(std::size_t takes) {
+    port_.sendsAtOnce = false;
+    port_.unsent = switcher::LineShare::kMostBehind - takes * switcher::kTakeLength;
   }
 
   // Time passes, and what waits for it happens.

@@ -202,6 +202,97 @@ TEST_F(ProviderTest, AGainIsSetSentAndTold) {
   EXPECT_THAT(events_.lines, testing::Contains("1 10.0.0.7 gain 4 -12"));
 }
 
+// A gain that waits for the line is neither shown nor told nor in the log.
+TEST_F(ProviderTest, AGainCountsWhenItIsSent) {
+  const auto peer = Connect();
+  MakeRoom(0);
+  peer->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{-12}));
+  EXPECT_EQ(model_.InputGains[3], 64);
+  EXPECT_EQ(peer->TakeWritten(), "");
+  EXPECT_THAT(events_.lines, testing::Not(testing::Contains("1 10.0.0.7 gain 4 -12")));
+  port_.unsent = 0;
+  Pass(std::chrono::milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), "E3 03 58 5B FF");
+  EXPECT_EQ(model_.InputGains[3], 88);
+  EXPECT_EQ(peer->TakeWritten(), test::kGainTold);
+}
+
+TEST_F(ProviderTest, AGainThatWaitsTooLongIsNotSent) {
+  const auto peer = Connect();
+  MakeRoom(0);
+  peer->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{-12}));
+  Pass(std::chrono::milliseconds(2500));
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 4, 2, 3, 1}, std::int64_t{-36}));
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::LineBusy));
+  port_.unsent = 0;
+  Pass(std::chrono::milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+TEST_F(ProviderTest, AGainDoesNotOutliveLinkOrConsumer) {
+  const auto peer = Connect();
+  const auto other = Connect();
+  MakeRoom(0);
+  peer->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{-12}));
+  model_.LinkStatus[0] = 0;
+  provider_.LinkChanged();
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::LinkDown));
+  model_.LinkStatus[0] = 1;
+  other->Send(Setting({1, 4, 2, 3, 1}, std::int64_t{-12}));
+  other->Close();
+  port_.unsent = 0;
+  Pass(std::chrono::milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+// Labels that change on and on are told all the same.
+TEST_F(ProviderTest, NewsAreNotPutOff) {
+  const auto peer = Connect();
+  peer->Send(Asked({1, 3, 2, 7}));
+  peer->written.clear();
+  Edit(8, "InLabel", "ONE");
+  newsTimer_.Start(std::chrono::milliseconds(1), [] { FAIL() << "started anew"; });
+  newsTimer_.Stop();
+  Edit(8, "InLabel", "TWO");
+  EXPECT_FALSE(newsTimer_.IsRunning());
+}
+
+TEST_F(ProviderTest, SubscribeIsForTheMatrixAndParameters) {
+  const auto subscribing = [](const Path& path) {
+    const Bytes command = BerValue(Application(2), BerValue(Context(0), BerInteger(30)));
+    const Bytes children =
+        BerValue(Context(2), BerValue(Application(4), BerValue(Context(0), command)));
+    const std::vector<Bytes> elements{
+        BerValue(Application(10), {BerValue(Context(0), BerOid(path)), children})};
+    return Packets(GlowMessage(elements));
+  };
+  const auto peer = Connect();
+  peer->Send(subscribing({1, 6}));
+  model_.LinkStatus[0] = 0;
+  provider_.LinkChanged();
+  EXPECT_EQ(peer->TakeWritten(), "");
+  peer->Send(subscribing({1, 6, 1}));
+  model_.LinkStatus[0] = 1;
+  provider_.LinkChanged();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 6, 1}, true));
+}
+
+// Thirty-two that say nothing keep nobody out.
+TEST_F(ProviderTest, OneThatNeverSpokeMakesRoom) {
+  const auto speaking = Connect();
+  speaking->Send(test::kRootAsked);
+  std::vector<std::shared_ptr<test::FakePeer>> mute;
+  for (int i = 1; i < Provider::kMostPeers; ++i) {
+    now_ += std::chrono::milliseconds(1);
+    mute.push_back(Connect());
+  }
+  const auto late = Connect();
+  EXPECT_TRUE(late->connected);
+  EXPECT_TRUE(speaking->connected);
+  EXPECT_FALSE(mute.front()->connected);
+  EXPECT_TRUE(mute.back()->connected);
+}
+
 TEST_F(ProviderTest, WhatCannotBeSetIsAnsweredWithWhatHolds) {
   const auto peer = Connect();
   const std::string gain = ValueFrame({1, 4, 2, 3, 1}, std::int64_t{-36});
@@ -281,7 +372,10 @@ TEST_F(ProviderTest, OneWithoutAnEndIsDropped) {
 
 TEST_F(ProviderTest, SoManyAreServedAndPlacesBecomeFree) {
   std::vector<std::shared_ptr<test::FakePeer>> peers;
-  for (int i = 0; i < 32; ++i) peers.push_back(Connect());
+  for (int i = 0; i < 32; ++i) {
+    peers.push_back(Connect());
+    peers.back()->Send(test::kRootAsked);
+  }
   const auto tooMany = Connect();
   EXPECT_TRUE(tooMany->closedByConsole);
   EXPECT_EQ(events_.lines.back(), "10.0.0.7 turned away");

@@ -58,6 +58,272 @@ TEST_F(TakesTest, AbsoluteOfSeveralMakesFirstAndThenBreaks) {
   EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {0, 1, 7}));
 }
 
+// The switcher reports the row after each command.
+TEST_F(TakesTest, WhoTookSeveralIsToldOfEachRow) {
+  const auto peer = Connect();
+  peer->Send(Taking(kAbsoluteOperation, 5, {1, 0}));
+  Report(6, {1, 2, 8});
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {0, 1, 7}));
+  Report(6, {1, 2});
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {0, 1}));
+  Report(6, {1});  // somebody else's
+  EXPECT_EQ(peer->TakeWritten(), "");
+}
+
+TEST_F(TakesTest, WhoTookSeveralIsToldAsOftenAsWasSentAtMost) {
+  const auto peer = Connect();
+  peer->Send(Taking(kAbsoluteOperation, 5, {1, 0}));
+  Report(6, {2, 8});
+  Report(6, {2, 8});
+  peer->TakeWritten();
+  Report(6, {1, 2});
+  EXPECT_EQ(peer->TakeWritten(), "");
+}
+
+// Nothing of this is reported yet when the second of two commands comes: it is judged by what the
+// first brings about, and never lost.
+struct Pair {
+  const char* name;
+  int firstOperation;
+  std::vector<int> first;
+  int secondOperation;
+  std::vector<int> second;
+  const char* sent;
+};
+
+class QuickPairTest : public TakesTest, public testing::WithParamInterface<Pair> {};
+
+TEST_P(QuickPairTest, BothAreSent) {
+  const Pair& pair = GetParam();
+  const auto peer = Connect();
+  peer->Send(Taking(pair.firstOperation, 5, pair.first));
+  peer->Send(Taking(pair.secondOperation, 5, pair.second));
+  EXPECT_EQ(port_.TakeWritten(), pair.sent);
+}
+
+TEST_P(QuickPairTest, BothAreSentInTheirOrderWhenTheLineHasRoomAgain) {
+  const Pair& pair = GetParam();
+  const auto peer = Connect();
+  MakeRoom(0);
+  peer->Send(Taking(pair.firstOperation, 5, pair.first));
+  peer->Send(Taking(pair.secondOperation, 5, pair.second));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  port_.unsent = 0;
+  Pass(milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), pair.sent);
+}
+
+// The row before is {2, 8}, on the wire 1 and 7.
+INSTANTIATE_TEST_SUITE_P(
+    Commands, QuickPairTest,
+    testing::Values(Pair{"ConnectDisconnect",
+                         kConnectOperation,
+                         {3},
+                         kDisconnectOperation,
+                         {3},
+                         "FD 02 00 03 00 05 00 0A FF FD 00 00 03 00 05 00 08 FF"},
+                    Pair{"DisconnectConnect",
+                         kDisconnectOperation,
+                         {7},
+                         kConnectOperation,
+                         {7},
+                         "FD 00 00 07 00 05 00 0C FF FD 02 00 07 00 05 00 0E FF"},
+                    Pair{"AbsoluteAbsolute",
+                         kAbsoluteOperation,
+                         {4},
+                         kAbsoluteOperation,
+                         {1, 7},
+                         "FD 03 00 04 00 05 00 0C FF FD 02 00 01 00 05 00 08 FF "
+                         "FD 02 00 07 00 05 00 0E FF FD 00 00 04 00 05 00 09 FF"},
+                    Pair{"AbsoluteConnect",
+                         kAbsoluteOperation,
+                         {4},
+                         kConnectOperation,
+                         {7},
+                         "FD 03 00 04 00 05 00 0C FF FD 02 00 07 00 05 00 0E FF"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST_F(TakesTest, TwoConnectionsOfATargetInOneMessageAreBothSent) {
+  const auto peer = Connect();
+  const auto connection = [](int operation) {
+    return BerValue(Context(0),
+                    BerValue(Application(16), {BerValue(Context(0), BerInteger(5)),
+                                               BerValue(Context(1), BerOid(std::vector<int>{3})),
+                                               BerValue(Context(2), BerInteger(operation))}));
+  };
+  Bytes connections = connection(kConnectOperation);
+  const Bytes second = connection(kDisconnectOperation);
+  connections.insert(connections.end(), second.begin(), second.end());
+  const std::vector<Bytes> elements{
+      BerValue(Application(17), {BerValue(Context(0), BerOid(Path{1, 2})),
+                                 BerValue(Context(5), BerValue(kSequence, connections))})};
+  peer->Send(Packets(GlowMessage(elements)));
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF FD 00 00 03 00 05 00 08 FF");
+}
+
+TEST_F(TakesTest, ACallThatEndsBeforeItIsReportedEnds) {
+  const auto peer = Connect();
+  peer->Send(test::kCallInvoked);
+  peer->Send(Calling({1, 7, 1}, 2, {BerInteger(5), BerInteger(7), BerBoolean(false)}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 06 01 07 00 05 00 12 FF FD 04 01 07 00 05 00 10 FF");
+}
+
+TEST_F(TakesTest, AnotherConsumersCommandCountsToo) {
+  const auto first = Connect();
+  const auto second = Connect();
+  first->Send(test::kConnect);
+  second->Send(Taking(kDisconnectOperation, 5, {3}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF FD 00 00 03 00 05 00 08 FF");
+}
+
+// A report from before the command says nothing of it.
+TEST_F(TakesTest, AReportFromBeforeACommandDoesNotUndoIt) {
+  const auto peer = Connect();
+  peer->Send(test::kConnect);
+  port_.TakeWritten();
+  Report(6, {2, 8});
+  peer->Send(Taking(kDisconnectOperation, 5, {3}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 00 00 03 00 05 00 08 FF");
+}
+
+// It is on its way: it is answered with the row that brings it.
+TEST_F(TakesTest, TheSameAgainWaitsForTheReport) {
+  const auto first = Connect();
+  const auto second = Connect();
+  first->Send(test::kConnect);
+  second->Send(test::kConnect);
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
+  EXPECT_EQ(second->TakeWritten(), "");
+  Report(6, {2, 4, 8});
+  EXPECT_EQ(second->TakeWritten(), RowFrame(Disposition::Modified, 5, {1, 3, 7}));
+}
+
+TEST_F(TakesTest, WhatWasSentInVainIsSentAgain) {
+  const auto peer = Connect();
+  peer->Send(test::kConnect);
+  port_.TakeWritten();
+  Report(6, {2, 8});
+  Pass(milliseconds(2500));
+  peer->Send(test::kConnect);
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
+}
+
+// A report while the line has no room was not brought about by what waits.
+TEST_F(TakesTest, AReportDoesNotAnswerWhatWasNotSent) {
+  const auto peer = Connect();
+  MakeRoom(0);
+  peer->Send(test::kConnect);
+  Report(6, {2});
+  EXPECT_EQ(peer->TakeWritten(), "");
+  port_.unsent = 0;
+  Pass(milliseconds(10));
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
+  Report(6, {2, 4});
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {1, 3}));
+}
+
+// An absolute of which one command is out: what forbids the rest counts, and is said.
+class HalfTakenTest : public TakesTest {
+ protected:
+  void TakeHalf() {
+    MakeRoom(1);
+    peer_->Send(Taking(kAbsoluteOperation, 5, {1, 0}));
+    EXPECT_EQ(port_.TakeWritten(), "FD 02 00 00 00 05 00 07 FF");
+  }
+
+  // The line has room again.
+  std::string Rest() {
+    port_.unsent = 0;
+    Pass(milliseconds(10));
+    return port_.TakeWritten();
+  }
+
+  const std::shared_ptr<test::FakePeer> peer_ = Connect();
+};
+
+TEST_F(HalfTakenTest, GoesOn) {
+  TakeHalf();
+  EXPECT_EQ(Rest(), "FD 00 00 07 00 05 00 0C FF");
+  EXPECT_THAT(events_.refusals, IsEmpty());
+}
+
+TEST_F(HalfTakenTest, ALockStopsTheRest) {
+  TakeHalf();
+  locks_.LockOutput(6, model::Locks::Against::Console);
+  EXPECT_EQ(Rest(), "");
+  EXPECT_EQ(peer_->TakeWritten(), RowFrame(Disposition::Locked, 5, {1, 7}));
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::OutputLocked));
+  EXPECT_EQ(events_.lines.back(), "1 10.0.0.7 stopped 6");
+}
+
+TEST_F(HalfTakenTest, ACallOnTheRowStopsTheRest) {
+  TakeHalf();
+  Report(6, {1, 2, 8}, 1);
+  EXPECT_EQ(Rest(), "");
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::PriorityRow));
+}
+
+TEST_F(HalfTakenTest, ALostLinkStopsTheRest) {
+  TakeHalf();
+  model_.LinkStatus[0] = 0;
+  EXPECT_EQ(Rest(), "");
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::LinkDown));
+}
+
+TEST_F(HalfTakenTest, AnInhibitStopsWhatIsToBeMade) {
+  MakeRoom(1);
+  peer_->Send(Taking(kAbsoluteOperation, 5, {0, 3}));
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 00 00 05 00 07 FF");
+  Edit(6, "Inhibits", "00010000");
+  EXPECT_EQ(Rest(), "");
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::Inhibited));
+}
+
+// What somebody else has brought about meanwhile is not commanded again.
+TEST_F(HalfTakenTest, WhatIsDoneMeanwhileIsNotSent) {
+  TakeHalf();
+  Report(6, {1, 2});
+  EXPECT_EQ(Rest(), "");
+  EXPECT_EQ(peer_->TakeWritten(), RowFrame(Disposition::Modified, 5, {0, 1}));
+}
+
+// Half of it may be two sources where there was one.
+TEST_F(HalfTakenTest, IsFinishedAfterTheConsumerWasAnswered) {
+  TakeHalf();
+  Report(6, {1, 2, 8});
+  EXPECT_EQ(peer_->TakeWritten(), RowFrame(Disposition::Modified, 5, {0, 1, 7}));
+  Pass(milliseconds(2500));
+  EXPECT_EQ(peer_->TakeWritten(), "");
+  EXPECT_THAT(events_.refusals, IsEmpty());
+  EXPECT_EQ(Rest(), "FD 00 00 07 00 05 00 0C FF");
+}
+
+// Nor has the switcher reported the half: it is commanded anew.
+TEST_F(HalfTakenTest, WithoutAReportTheRowIsAnsweredInTimeAndTheTakeGoesOn) {
+  TakeHalf();
+  Pass(milliseconds(2500));
+  EXPECT_EQ(peer_->TakeWritten(), RowFrame(Disposition::Modified, 5, {1, 7}));
+  EXPECT_THAT(events_.refusals, IsEmpty());
+  EXPECT_EQ(Rest(), "FD 02 00 00 00 05 00 07 FF FD 00 00 07 00 05 00 0C FF");
+}
+
+TEST_F(HalfTakenTest, IsFinishedAfterTheConsumerHasGone) {
+  TakeHalf();
+  peer_->Close();
+  const auto other = Connect();  // in its place
+  EXPECT_EQ(Rest(), "FD 00 00 07 00 05 00 0C FF");
+  Report(6, {1, 2});
+  EXPECT_EQ(other->TakeWritten(), "");
+  EXPECT_THAT(events_.lines, testing::Contains("1 10.0.0.7 took 6 8 0"));
+}
+
+TEST_F(HalfTakenTest, TheEndOfTheConsoleIsSaid) {
+  TakeHalf();
+  provider_.CloseAll();
+  EXPECT_EQ(Rest(), "");
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::Closing));
+}
+
 TEST_F(TakesTest, AbsoluteOfNoneBreaksAll) {
   const auto peer = Connect();
   peer->Send(Taking(kAbsoluteOperation, 5, {}));
@@ -95,6 +361,7 @@ TEST_F(TakesTest, BreakingWhatIsInhibitedIsCarriedOut) {
   Report(5, {5});
   peer->Send(Taking(kDisconnectOperation, 4, {4}));
   EXPECT_EQ(port_.TakeWritten(), "FD 00 00 04 00 04 00 08 FF");
+  Report(5, {});
   Report(5, {2, 5});
   peer->Send(Taking(kAbsoluteOperation, 4, {4}));
   EXPECT_EQ(port_.TakeWritten(), "FD 00 00 01 00 04 00 05 FF");
@@ -281,6 +548,16 @@ TEST_F(TakesTest, ACallIsDoneWhenTheRowSaysSo) {
   EXPECT_EQ(peer->TakeWritten(), test::kCallAnswered);
   peer->Send(Calling({1, 7, 1}, 2, {BerInteger(5), BerInteger(7), BerBoolean(false)}));
   EXPECT_EQ(port_.TakeWritten(), "FD 04 01 07 00 05 00 10 FF");
+}
+
+// There is none: what stands in a row without priority is an ordinary crosspoint.
+TEST_F(TakesTest, EndingACallInAnOrdinaryRowSendsNothing) {
+  const auto peer = Connect();
+  for (const int function : {1, 2}) {
+    peer->Send(Calling({1, 7, function}, 1, {BerInteger(5), BerInteger(7), BerBoolean(false)}));
+    EXPECT_EQ(peer->TakeWritten(), test::kCallAnswered);
+  }
+  EXPECT_EQ(port_.TakeWritten(), "");
 }
 
 TEST_F(TakesTest, PriorityListenHasActionsOfItsOwn) {
