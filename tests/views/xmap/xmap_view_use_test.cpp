@@ -436,7 +436,7 @@ TEST(XmapView, TheWarningGivesWayToTheCurrentCellAndToThePointer) {
 TEST(XmapView, TheWarningGivesWayToTheFarCornerOfWhatIsChosen) {
   XmapConsole console(64);
   XmapView& view = console.Open();
-  console.SelectCell(33, 2);
+  console.SelectCell(12, 2);
   view.SetWarning(QStringLiteral("Not connected: no map yet"));
   const auto* const line = view.findChild<QLabel*>(QStringLiteral("aidMapLink"));
   const auto covers = [&](const QPoint& inViewport) {
