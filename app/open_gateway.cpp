@@ -90,6 +90,7 @@ OpenGateway::OpenGateway(Services services)
                  .takeTimer = takeTimer_,
                  .newsTimer = newsTimer_,
                  .secondTimer = secondTimer_,
+                 .workTimer = workTimer_,
                  .now = std::chrono::steady_clock::now,
                  .events = *this,
                  .version = kVersion,
@@ -191,6 +192,23 @@ void OpenGateway::TakeStopped(const ember::PeerName& peer, const ember::Wanted& 
                               ember::Refusal why) {
   Q_EMIT Happened(tr("%1: %2 carried out in part, %3")
                       .arg(PeerWords(peer), WantedWords(wanted), RefusalWords(why)));
+}
+
+void OpenGateway::NumbersRefused(const ember::PeerName& peer, ember::Wanted::Act act, int target,
+                                 const std::vector<int>& sources) {
+  constexpr std::size_t kMostNamed = 8;
+  QStringList numbers;
+  for (const int source : sources) {
+    if (static_cast<std::size_t>(numbers.size()) == kMostNamed) {
+      numbers.append(QStringLiteral("…"));
+      break;
+    }
+    numbers.append(QString::number(source));
+  }
+  Q_EMIT HappenedAgain(
+      tr("%1: %2 of target %3 and sources %4, counted from 0, refused, there is no such channel")
+          .arg(PeerWords(peer), ActWords({.act = act}), QString::number(target),
+               numbers.join(QStringLiteral(", "))));
 }
 
 void OpenGateway::ValueRefused(const ember::PeerName& peer, const ember::Path& path,

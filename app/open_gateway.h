@@ -86,6 +86,8 @@ class OpenGateway : public QObject, private ember::PeerEvents {
                    ember::Refusal why) override;
   void TakeStopped(const ember::PeerName& peer, const ember::Wanted& wanted,
                    ember::Refusal why) override;
+  void NumbersRefused(const ember::PeerName& peer, ember::Wanted::Act act, int target,
+                      const std::vector<int>& sources) override;
   void ValueRefused(const ember::PeerName& peer, const ember::Path& path,
                     ember::Refusal why) override;
   void PeerDropped(const ember::PeerName& peer, ember::PeerDrop why) override;
@@ -101,6 +103,7 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   gateway::QtPauseTimer takeTimer_;
   gateway::QtPauseTimer newsTimer_;
   gateway::QtPauseTimer secondTimer_;
+  gateway::QtPauseTimer workTimer_;
   switcher::LiveCommands commands_;
   ember::Provider provider_;
   std::map<int, QString> peers_;  // those that are connected: their addresses

@@ -60,6 +60,7 @@ class System {
   test::FakePauseTimer takeTimer;
   test::FakePauseTimer newsTimer;
   test::FakePauseTimer secondTimer;
+  test::FakePauseTimer workTimer;
   ember::PeerEvents events;
   switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}};
   switcher::KnownMap knownMap{model};
@@ -75,6 +76,7 @@ class System {
                             .takeTimer = takeTimer,
                             .newsTimer = newsTimer,
                             .secondTimer = secondTimer,
+                            .workTimer = workTimer,
                             .now = std::chrono::steady_clock::now,
                             .events = events,
                             .version = "2.12",

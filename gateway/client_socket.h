@@ -26,7 +26,7 @@ class ClientSocketEvents {
   virtual void PeerClosed(int slot) = 0;
 };
 
-// The connection to one panel.  No operation waits.
+// The connection to one panel or controller.  No operation waits.
 class ClientSocket {
  public:
   enum class ReadResult {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The sockets and the timer of the panel gateway, by Qt.
+// The sockets and the timer of the gateways, by Qt.
 
 #ifndef GATEWAY_QT_SOCKETS_H_
 #define GATEWAY_QT_SOCKETS_H_
@@ -49,7 +49,7 @@ class QtClientSocket : public ClientSocket {
   std::unique_ptr<QTcpSocket> socket_;
 };
 
-// The listening socket of the panel gateway.
+// The listening socket of a gateway.
 class Listener : public QObject {
   Q_OBJECT
 
@@ -64,8 +64,8 @@ class Listener : public QObject {
   // The address that Start() listens on: every interface (IPv4) unless it is set.
   void SetAddress(const QHostAddress& address) { address_ = address; }
 
-  // Listens on `port`.  Fails when the port is taken, not permitted,
-  // or outside 1..65535.
+  // Listens on `port`.  Fails when the port is taken, not permitted or outside 1..65535, or when
+  // the address is none of this computer.
   model::Status Start(int port);
 
   // Stops listening.  Does nothing when it is not.

@@ -87,6 +87,9 @@ class PeerEvents {
   // tree is not set.
   virtual void TakeRefused(const PeerName& /*peer*/, const Wanted& /*wanted*/, Refusal /*why*/) {}
   virtual void TakeStopped(const PeerName& /*peer*/, const Wanted& /*wanted*/, Refusal /*why*/) {}
+  // A consumer names a target or a source (from 0, as it has sent them) that is not there.
+  virtual void NumbersRefused(const PeerName& /*peer*/, Wanted::Act /*act*/, int /*target*/,
+                              const std::vector<int>& /*sources*/) {}
   virtual void ValueRefused(const PeerName& /*peer*/, const Path& /*path*/, Refusal /*why*/) {}
 
   // The console drops a consumer.  PeerGone() follows.

@@ -129,9 +129,15 @@ void Provider::LinkChanged() {
 }
 
 void Provider::DataArrived(int slot, std::size_t /*byteCount*/) {
+  Read(slot);
+  Serve();
+}
+
+// Reads until something is to be served.
+void Provider::Read(int slot) {
   Peer& peer = At(slot);
   Bytes bytes;
-  while (peer.isThere &&
+  while (peer.isThere && peer.requests.empty() &&
          peer.socket->Read(kReadSize, &bytes) == gateway::ClientSocket::ReadResult::Data) {
     peer.lastHeard = services_.now();
     peer.isAsked = false;
@@ -146,16 +152,54 @@ void Provider::DataArrived(int slot, std::size_t /*byteCount*/) {
   }
 }
 
+// Of many connections each is a request.
+void Provider::Queue(int peer, Request request) {
+  if (request.connections.size() <= 1) {
+    At(peer).requests.push_back(std::move(request));
+    return;
+  }
+  for (Connection& connection : std::exchange(request.connections, {})) {
+    Request one = request;
+    one.connections.push_back(std::move(connection));
+    At(peer).requests.push_back(std::move(one));
+  }
+}
+
+// False when the consumer has nothing to be served.
+bool Provider::ServeOne(int number) {
+  Peer& peer = At(number);
+  if (peer.requests.empty()) return false;
+  const Request request = std::move(peer.requests.front());
+  peer.requests.pop_front();
+  Handle(number, request);
+  if (peer.requests.empty()) Read(number);
+  peer.lastHeard = services_.now();
+  return true;
+}
+
+// The consumers take turns.
+void Provider::Serve() {
+  const Time end = services_.now() + kTurn;
+  for (bool isServed = true; isServed;) {
+    isServed = false;
+    for (int number = 1; number <= static_cast<int>(peers_.size()); ++number) {
+      if (services_.now() >= end) {
+        services_.workTimer.Start(std::chrono::milliseconds(1), [this] { Serve(); });
+        return;
+      }
+      isServed = ServeOne(number) || isServed;
+    }
+  }
+}
+
 void Provider::PeerClosed(int slot) { EndPeer(slot); }
 
 void Provider::Handle(int peer, const FrameReader::Event& event) {
   if (event.kind == FrameReader::Kind::KeepAliveRequest) SendFrames(peer, KeepAliveResponse());
   if (event.kind != FrameReader::Kind::Message) return;
-  const std::optional<std::vector<Request>> requests = ParseGlow(event.message);
+  std::optional<std::vector<Request>> requests = ParseGlow(event.message);
   if (!requests) return;
-  for (const Request& request : *requests) {
-    if (At(peer).isThere) Handle(peer, request);
-  }
+  for (Request& request : *requests) Queue(peer, std::move(request));
 }
 
 void Provider::Handle(int peer, const Request& request) {
@@ -252,7 +296,7 @@ void Provider::Take(int peer, const Connection& connection) {
                 .inputs = {}};
   if (wanted.output == 0 ||
       !std::all_of(connection.sources.begin(), connection.sources.end(), isThere)) {
-    services_.events.TakeRefused(Name(peer), wanted, Refusal::NoSuchChannel);
+    services_.events.NumbersRefused(Name(peer), wanted.act, connection.target, connection.sources);
     return;
   }
   for (const int source : connection.sources) wanted.inputs.push_back(source + 1);
@@ -478,6 +522,7 @@ void Provider::EndPeer(int number) {
   Peer& peer = At(number);
   if (!peer.isThere) return;
   peer.isThere = false;
+  peer.requests.clear();
   peer.subscriptions.clear();
   peer.reader = {};
   peer.socket->Close();

@@ -6,6 +6,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -61,6 +62,10 @@ class Provider : public gateway::ClientSocketEvents,
   // News of the records are gathered so long: a table of the switcher changes many.
   static constexpr std::chrono::milliseconds kGather{50};
 
+  // So long consumers are served in one turn of the event loop: the operator and the switcher come
+  // between, however much they ask at once.
+  static constexpr std::chrono::milliseconds kTurn{5};
+
   // All must outlive the object.
   struct Services {
     model::SystemModel& model;
@@ -73,6 +78,7 @@ class Provider : public gateway::ClientSocketEvents,
     gateway::PauseTimer& takeTimer;
     gateway::PauseTimer& newsTimer;
     gateway::PauseTimer& secondTimer;
+    gateway::PauseTimer& workTimer;
     std::function<Time()> now;
     PeerEvents& events;
     std::string version;   // of the program
@@ -111,6 +117,7 @@ class Provider : public gateway::ClientSocketEvents,
     std::string address;
     bool isThere = false;
     FrameReader reader;
+    std::deque<Request> requests;  // that are not served yet; nothing is read meanwhile
     std::set<Path> subscriptions;  // the matrix, parameters, and nodes for the parameters below
     Time lastHeard;
     bool hasSpoken = false;  // a whole frame was read
@@ -137,6 +144,10 @@ class Provider : public gateway::ClientSocketEvents,
   int FreeNumber();
   int NumberOfMute();
 
+  void Read(int peer);
+  void Queue(int peer, Request request);
+  void Serve();
+  bool ServeOne(int peer);
   void Handle(int peer, const FrameReader::Event& event);
   void Handle(int peer, const Request& request);
   void AnswerDirectory(int peer, const Path& path);

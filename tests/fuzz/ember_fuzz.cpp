@@ -204,6 +204,7 @@ class EmberFuzz {
   test::FakePauseTimer takes_;
   test::FakePauseTimer news_;
   test::FakePauseTimer seconds_;
+  test::FakePauseTimer work_;
   ember::Provider::Time now_{};
   ember::PeerEvents events_;
   switcher::LiveCommands commands_{{.model = model_, .port = line_, .reporter = reporter_}};
@@ -219,6 +220,7 @@ class EmberFuzz {
                              .takeTimer = takes_,
                              .newsTimer = news_,
                              .secondTimer = seconds_,
+                             .workTimer = work_,
                              .now = [this] { return now_; },
                              .events = events_,
                              .version = "2.12",

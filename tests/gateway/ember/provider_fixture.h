@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -47,6 +48,11 @@ class RecordingPeerEvents : public PeerEvents {
     refusals.push_back(why);
     Add(peer, "stopped " + std::to_string(wanted.output));
   }
+  void NumbersRefused(const PeerName& peer, Wanted::Act /*act*/, int target,
+                      const std::vector<int>& /*sources*/) override {
+    refusals.push_back(Refusal::NoSuchChannel);
+    Add(peer, "no target " + std::to_string(target));
+  }
   void ValueRefused(const PeerName& peer, const Path& /*path*/, Refusal why) override {
     refusals.push_back(why);
     Add(peer, "value refused");
@@ -65,6 +71,17 @@ class RecordingPeerEvents : public PeerEvents {
   void Add(const PeerName& peer, const std::string& what) {
     lines.push_back(std::to_string(peer.number) + " " + peer.address + " " + what);
   }
+};
+
+// Keeps reports, and lets something happen at each.
+class ActingReporter : public test::RecordingReporter {
+ public:
+  void Show(Icon icon, std::string_view title, std::string_view text) override {
+    RecordingReporter::Show(icon, title, text);
+    if (atReport) atReport();
+  }
+
+  std::function<void()> atReport;
 };
 
 // The open gateway of a system of eight channels between fake consumers and a fake line, with the
@@ -199,31 +216,36 @@ class ProviderTest : public testing::Test {
   stations::Changes changes_;
   model::Locks locks_;
   test::FakeSerialPort port_;
-  test::RecordingReporter reporter_;
+  ActingReporter reporter_;
   test::FakePauseTimer takeTimer_;
   test::FakePauseTimer newsTimer_;
   test::FakePauseTimer secondTimer_;
+  test::FakePauseTimer workTimer_;
   Provider::Time now_{};
+  std::chrono::milliseconds workTakes_{0};  // from one look at the clock to the next
   int gainsShown_ = 0;
+  bool hasDatabase_ = true;
   RecordingPeerEvents events_;
   switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = reporter_}};
   switcher::KnownMap knownMap_{model_};
   switcher::LineShare line_{port_, [] { return std::chrono::milliseconds(500); }};
-  Provider provider_{{.model = model_,
-                      .database = [this] { return database_.Files().Database(); },
-                      .changes = changes_,
-                      .locks = locks_,
-                      .commands = commands_,
-                      .knownMap = knownMap_,
-                      .line = line_,
-                      .takeTimer = takeTimer_,
-                      .newsTimer = newsTimer_,
-                      .secondTimer = secondTimer_,
-                      .now = [this] { return now_; },
-                      .events = events_,
-                      .version = "2.12",
-                      .mayTake = mayTake_,
-                      .gainsChanged = [this] { ++gainsShown_; }}};
+  Provider provider_{
+      {.model = model_,
+       .database = [this] { return hasDatabase_ ? database_.Files().Database() : nullptr; },
+       .changes = changes_,
+       .locks = locks_,
+       .commands = commands_,
+       .knownMap = knownMap_,
+       .line = line_,
+       .takeTimer = takeTimer_,
+       .newsTimer = newsTimer_,
+       .secondTimer = secondTimer_,
+       .workTimer = workTimer_,
+       .now = [this] { return now_ += workTakes_; },
+       .events = events_,
+       .version = "2.12",
+       .mayTake = mayTake_,
+       .gainsChanged = [this] { ++gainsShown_; }}};
 };
 
 }  // namespace ember

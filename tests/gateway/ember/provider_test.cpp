@@ -277,6 +277,39 @@ TEST_F(ProviderTest, SubscribeIsForTheMatrixAndParameters) {
   EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 6, 1}, true));
 }
 
+// Hundreds of questions at once are answered in turns, and others between them.
+TEST_F(ProviderTest, ManyQuestionsAreServedInTurns) {
+  const auto greedy = Connect();
+  const auto other = Connect();
+  Bytes questions;
+  const Bytes question = test::FromHex(test::kRootAsked);
+  for (int i = 0; i < 300; ++i) questions.insert(questions.end(), question.begin(), question.end());
+  const std::size_t answer = test::FromHex(test::kRootAnswered).size();
+  workTakes_ = std::chrono::milliseconds(1);
+  greedy->Send(questions);
+  EXPECT_LT(greedy->written.size(), 10 * answer);
+  EXPECT_TRUE(workTimer_.IsRunning());
+  other->Send(test::kRootAsked);
+  EXPECT_EQ(other->TakeWritten(), test::kRootAnswered);
+  workTimer_.ElapseAll();
+  EXPECT_EQ(greedy->written.size(), 300 * answer);
+}
+
+TEST_F(ProviderTest, WhatIsLeftOfOneWhoHasGoneIsNotServed) {
+  const auto peer = Connect();
+  Bytes takes;
+  for (int i = 0; i < 8; ++i) {
+    const Bytes take = Taking(1, i, {0});
+    takes.insert(takes.end(), take.begin(), take.end());
+  }
+  workTakes_ = std::chrono::milliseconds(2);
+  peer->Send(takes);
+  peer->Close();
+  port_.TakeWritten();
+  workTimer_.ElapseAll();
+  EXPECT_EQ(port_.TakeWritten(), "");
+}
+
 // Thirty-two that say nothing keep nobody out.
 TEST_F(ProviderTest, OneThatNeverSpokeMakesRoom) {
   const auto speaking = Connect();
@@ -422,6 +455,43 @@ TEST_F(ProviderTest, WithoutChannelsThereIsNoMatrix) {
   peer->Send(test::kAbsolute);
   peer->Send(test::kCallInvoked);
   EXPECT_EQ(port_.TakeWritten(), "");
+}
+
+// Whatever byte of a message is another one, in a good frame: what reaches the line is a whole
+// command of channels that are there.
+TEST_F(ProviderTest, AWrongByteInAGoodFrameTakesOnlyWhatIsThere) {
+  for (const char* const frame :
+       {test::kAbsolute, test::kConnect, test::kDisconnect, test::kGainSet, test::kCallInvoked}) {
+    FrameReader reader;
+    std::vector<FrameReader::Event> events;
+    ASSERT_TRUE(reader.Read(test::FromHex(frame), &events));
+    ASSERT_EQ(events.size(), 1U);
+    for (std::size_t at = 0; at < events[0].message.size(); ++at) {
+      for (const int flip : {0x01, 0x02, 0x08, 0x80, 0xFF}) {
+        Bytes wrong = events[0].message;
+        wrong[at] = static_cast<std::uint8_t>(wrong[at] ^ flip);
+        const auto peer = Connect();
+        peer->Send(Packets(wrong));
+        if (peer->connected) peer->Close();
+        Pass(std::chrono::milliseconds(2500));
+        Bytes sent = test::FromHex(port_.TakeWritten());
+        while (!sent.empty()) {
+          const bool isGain = sent[0] == 0xE3;
+          const std::size_t size = isGain ? 5 : 9;
+          ASSERT_GE(sent.size(), size);
+          if (isGain) {
+            EXPECT_LT(sent[1], 8);
+          } else {
+            const auto take = switcher::ParseTake(std::span(sent).first(size));
+            ASSERT_TRUE(take) << frame << " at " << at;
+            EXPECT_LE(take->destination, 8);
+            EXPECT_LE(take->source, 8);
+          }
+          sent.erase(sent.begin(), sent.begin() + static_cast<std::ptrdiff_t>(size));
+        }
+      }
+    }
+  }
 }
 
 // Whatever byte of a frame is another one, nothing is taken: the checksum says so.

@@ -367,6 +367,19 @@ TEST_F(TakesTest, BreakingWhatIsInhibitedIsCarriedOut) {
   EXPECT_EQ(port_.TakeWritten(), "FD 00 00 01 00 04 00 05 FF");
 }
 
+// What cannot be seen to be allowed is not, for as long as it cannot be seen.
+TEST_F(TakesTest, InhibitsThatCannotBeReadForbid) {
+  const auto peer = Connect();
+  hasDatabase_ = false;
+  peer->Send(test::kConnect);
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Locked, 5, {1, 7}));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::InhibitsUnknown));
+  hasDatabase_ = true;
+  peer->Send(test::kConnect);
+  EXPECT_EQ(port_.TakeWritten(), "FD 02 00 03 00 05 00 0A FF");
+}
+
 // An inhibit that was edited a moment ago counts.
 TEST_F(TakesTest, InhibitsAreThoseOfNow) {
   const auto peer = Connect();
@@ -604,6 +617,21 @@ TEST_F(TakesTest, WrongArgumentsDoNothing) {
   EXPECT_EQ(peer->TakeWritten(), "");
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_THAT(events_.refusals, SizeIs(7));
+}
+
+// Whoever is told of the failure closes the connection whose take is being sent.
+TEST_F(TakesTest, AConsumerMayGoWhileItsTakeFails) {
+  const auto peer = Connect();
+  MakeRoom(0);
+  peer->Send(Taking(kAbsoluteOperation, 5, {1, 0}));
+  peer->Send(Taking(kConnectOperation, 0, {0}));
+  reporter_.atReport = [&] { peer->Close(); };
+  port_.writesUntilFailure = 0;
+  port_.unsent = 0;
+  Pass(milliseconds(10));
+  EXPECT_THAT(reporter_.reports, SizeIs(1));
+  EXPECT_FALSE(takeTimer_.IsRunning());
+  EXPECT_EQ(port_.TakeWritten(), "");
 }
 
 TEST_F(TakesTest, ALineThatFailsIsAnsweredInTime) {
