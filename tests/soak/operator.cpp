@@ -37,7 +37,6 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   }
   AddEdits(2);
   AddUndo();
-  AddMapAids();
   for (const auto& [command, window] : {std::pair{"ID_SourceLevelControl", "frmInptLevel"},
                                         std::pair{"ID_QDVStatus", "frmQdvTally"}}) {
     AddTrigger("open the levels or the tally", command, window);
@@ -54,6 +53,10 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   AddClose("close the copies", "frmBackup");
   AddTrigger("open the presets", "aidPresets", "frmPresets");
   AddClose("close the presets", "frmPresets");
+  AddTrigger("lock the console", "aidLockConsole", "aidLocked");
+  AddTrigger("ask to unlock it", "aidLockConsole", "aidUnlockQuestion");
+  tasks_.push_back({"unlock it", [this] { console_.Click("aidUnlock"); },
+                    [this] { return !console_.IsShown("aidLocked"); }});
   AddTrigger("begin a comparison", "aidCompare", "frmCompare");
   tasks_.push_back({"compare", [] {},
                     [this] {
@@ -79,35 +82,6 @@ void Operator::AddUndo() {
   tasks_.push_back({"undo", [this] { console_.Trigger("aidUndo"); }, canRedo});
   tasks_.push_back(
       {"redo", [this] { console_.Trigger("aidRedo"); }, [canRedo] { return !canRedo(); }});
-}
-
-// A take and a block of inhibits, each undone: what is stored stays as it was.
-void Operator::AddMapAids() {
-  constexpr int kOutput = 50;
-  const auto click = [this](const char* button) {
-    if (console_.IsShown(button)) console_.Click(button);
-  };
-  tasks_.push_back({"take", [this] { console_.Use("ID_Take", kOutput, 7); }, Always});
-  tasks_.push_back(
-      {"ask to undo the take", [this] { console_.Trigger("aidUndoTake", "frmXmap"); }, Always});
-  tasks_.push_back({"undo the take", [click] { click("aidTakeBack"); },
-                    [this] { return !console_.IsShown("aidUndoTakeQuestion"); }});
-  tasks_.push_back({"choose a block and ask to inhibit it",
-                    [this] {
-                      console_.Use("ID_RefreshMap", kOutput, 20);
-                      console_.Keys("msfgXmap", "Shift+Right");
-                      console_.Keys("msfgXmap", "Shift+Down");
-                      console_.Trigger("ID_ToggleInhibit", "frmXmap");
-                    },
-                    [this] { return console_.IsShown("aidInhibitQuestion"); }});
-  tasks_.push_back({"inhibit the block",
-                    [click] {
-                      click("aidInhibitAll");
-                      click("aidRemoveAll");
-                    },
-                    [this] { return !console_.IsShown("aidInhibitQuestion"); }});
-  tasks_.push_back({"undo the block", [this] { console_.Trigger("aidUndo"); },
-                    [this] { return console_.Property("aidRedo", "enabled").toBool(); }});
 }
 
 // Thought better of, and then done: it closes by itself when the switcher has everything.

@@ -45,7 +45,6 @@ class Operator {
   void AddClose(const char* name, const char* window);
   void AddEdits(int count);
   void AddUndo();
-  void AddMapAids();
   void AddSendChanges();
 
   test::ConsoleProcess& console_;
