@@ -136,17 +136,18 @@ Console::Console(AppFolder folder)
       presets_(
           {.window = window_,
            .folder = folder_.File(kPresetsFolder),
-           .recall = {.model = model_,
-                      .locks = locks_,
-                      .commands = liveCommands_,
-                      .isInhibited = [this](
-                                         int output,
-                                         int input) { return inhibits_.Contain(output, input); }},
-           .facts = {
-               .outputLabel = [this](int output) { return labels_.Output(output).toStdString(); },
-               .inputLabel = [this](int input) { return labels_.Input(input).toStdString(); },
-               .isInhibited = [this](int output,
-                                     int input) { return inhibits_.Contain(output, input); }},
+           .recall =
+               {.model = model_,
+                .locks = locks_,
+                .knownMap = knownMap_,
+                .commands = liveCommands_,
+                .facts = {
+                    .outputLabel =
+                        [this](int output) { return labels_.Output(output).toStdString(); },
+                    .inputLabel = [this](int input) { return labels_.Input(input).toStdString(); },
+                    .isInhibited = [this](int output,
+                                          int input) { return inhibits_.Find(output, input); }}},
+           .writer = presetWriter_,
            .reporter = boxes_}),
       decoder_({.model = model_,
                 .database = [this] { return files_.Database(); },
@@ -260,10 +261,10 @@ void Console::Start() {
   if (const auto status = settingsFile_.Read(&settings); !status.ok()) {
     model::ReportError(boxes_, "Reading Configuration File", status);
   }
+  lockKeeper_.Begin();  // before a panel is admitted
   StartUp(
       {.model = model_, .files = files_, .listener = listener_, .link = link_, .reporter = boxes_})
       .Run(folder_.path.toStdString(), settings);
-  lockKeeper_.Begin();
   journal_.Begin();
   rescue_.Begin();
   unsentMessages_.Begin(sentFile_.Read());
@@ -354,6 +355,7 @@ void Console::ConnectStatusBar() {
   connect(&presets_, &Presets::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&presets_, &Presets::NoteRequested, &log_, &LogKeeper::Note);
   connect(&presets_, &Presets::LineRequested, &log_, &LogKeeper::Note);
+  connect(&presets_, &Presets::TakeSent, &log_, &LogKeeper::NoteTake);
   connect(&lockKeeper_, &LockKeeper::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&lockKeeper_, &LockKeeper::NoteRequested, &log_, &LogKeeper::Note);
 }
@@ -456,7 +458,7 @@ void Console::ConnectJournal() {
 
 void Console::ConnectShutDown() {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
-  connect(&shutDown_, &ShutDown::SavingDatabase, &presets_, &Presets::CancelNow);
+  connect(&shutDown_, &ShutDown::Ending, &presets_, &Presets::CancelNow);
   connect(&shutDown_, &ShutDown::SavingDatabase, &backups_, &BackupKeeper::NoteMainFile);
   connect(&shutDown_, &ShutDown::DatabaseSaved, &log_, [this] { log_.Note(tr("Database saved")); });
   // Behind the journal, which says first that the run is saved.
@@ -468,7 +470,7 @@ void Console::ConnectShutDown() {
     const QDeadlineTimer patience(kPatience);
     sentFile_.Finish(patience);
     lockKeeper_.Finish(patience);
-    presets_.Finish(patience);
+    presetWriter_.Finish(patience);
     backupWriter_.Finish(patience);
     copyWriter_.Finish(patience);
   });

@@ -134,6 +134,7 @@ class Console : public QObject {
   LinkAids aids_;
   UnsentAids unsentAids_;
   SwitcherReports switcherReports_;
+  BackgroundWriter presetWriter_;
   Presets presets_;
   switcher::Decoder decoder_;
   switcher::Link link_;

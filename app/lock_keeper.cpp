@@ -2,10 +2,17 @@
 
 #include "app/lock_keeper.h"
 
+#include <system_error>
+
 #include "config/lock_text.h"
 #include "views/widgets/question.h"
 
 namespace app {
+namespace {
+
+constexpr char kDamagedLocks[] = "Locks-damaged.json";
+
+}  // namespace
 
 LockKeeper::LockKeeper(const Services& services)
     : services_(services), file_(services.file, [this] { return Text(); }) {
@@ -32,16 +39,25 @@ void LockKeeper::Begin() {
   const model::Status status = file_.Read(config::kMostLockText, &asRead_);
   config::LockState state;
   if (!status.ok() || (!asRead_.empty() && !config::ReadLocks(asRead_, &state))) {
-    const QString why = status.ok() ? tr("%1 is damaged").arg(QLatin1String(kLocksFile))
-                                    : QString::fromStdString(status.Description());
-    const QString text = tr("What was locked is not locked any more: %1").arg(why);
-    services_.window.Hints().Give(Hint::LocksFail, text);
+    const QString text = tr("What was locked is not locked any more: %1").arg(WhyUnlocked(status));
+    services_.window.Hints().Give(Hint::LocksLost, text);
     Q_EMIT NoteRequested(text);
     return;
   }
   for (const auto& [output, against] : state.outputs) services_.locks.LockOutput(output, against);
   services_.locks.LockConsole(state.isConsoleLocked);
   hasChanged_ = false;
+}
+
+QString LockKeeper::WhyUnlocked(const model::Status& read) {
+  if (!read.ok()) return QString::fromStdString(read.Description());
+  std::error_code error;
+  std::filesystem::path kept = services_.file;
+  kept.replace_filename(kDamagedLocks);
+  std::filesystem::rename(services_.file, kept, error);
+  return error ? tr("%1 is damaged").arg(QLatin1String(kLocksFile))
+               : tr("%1 is damaged; it is kept as %2")
+                     .arg(QLatin1String(kLocksFile), QLatin1String(kDamagedLocks));
 }
 
 void LockKeeper::LocksChanged() {

@@ -13,6 +13,7 @@
 #include "app/shell/main_window.h"
 #include "app/text_file.h"
 #include "model/locks.h"
+#include "model/status.h"
 
 namespace app {
 
@@ -36,7 +37,7 @@ class LockKeeper : public QObject, public model::LockObserver {
   explicit LockKeeper(const Services& services);
   ~LockKeeper() override;
 
-  // Locks what was locked when the last run ended.
+  // Locks what was locked when the last run ended.  A damaged file is kept under another name.
   void Begin();
 
   void LocksChanged() override;
@@ -49,6 +50,7 @@ class LockKeeper : public QObject, public model::LockObserver {
   void NoteRequested(const QString& note);
 
  private:
+  QString WhyUnlocked(const model::Status& read);
   void Toggle();
   void ShowConsole();
   std::string Text() const;

@@ -8,18 +8,12 @@
 #include <utility>
 
 #include "switcher/presets/preset_text.h"
+#include "views/presets/preset_words.h"
 #include "views/widgets/question.h"
 #include "views/widgets/shown.h"
 
 namespace app {
 namespace {
-
-constexpr int kLongestName = 80;
-
-// What the state before a recall is kept as.
-QString NameBefore(const QString& name) {
-  return Presets::tr("Before recall of %1").arg(name).left(kLongestName).trimmed();
-}
 
 QDateTime ToTime(std::filesystem::file_time_type time) {
   const auto system = std::chrono::file_clock::to_sys(time);
@@ -50,12 +44,14 @@ void Presets::Show() {
 
 void Presets::ShowList(const QString& name) {
   std::vector<PresetFolder::Entry> entries;
-  const model::Status status = folder_.List(&entries);
+  bool hasMore = false;
+  const model::Status status = folder_.List(&entries, &hasMore);
   std::vector<views::PresetsWindow::Entry> shown;
   for (const PresetFolder::Entry& entry : entries) {
     shown.push_back({.name = QString::fromStdString(entry.name), .stored = ToTime(entry.stored)});
   }
   presets_->SetPresets(shown, name);
+  if (hasMore) presets_->Say(tr("Only the first %1 presets are listed.").arg(shown.size()));
   (void)Succeeds("Error Reading Presets", status);
 }
 
@@ -68,24 +64,29 @@ bool Presets::Succeeds(std::string_view line, const model::Status& status) {
 
 bool Presets::IsRefused() {
   if (!services_.recall.locks.IsConsoleLocked()) return false;
-  services_.reporter.Show(model::ErrorReporter::Icon::Exclamation, "Control Error",
-                          model::kConsoleLockedText);
+  model::ShowConsoleLocked(services_.reporter);
   return true;
 }
 
 std::string Presets::TextOf(const std::vector<int>& outputs) const {
   const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-  return switcher::WritePreset(
-      switcher::PresetOf(services_.recall.model, services_.facts, outputs, now.toStdString()));
+  return switcher::WritePreset(switcher::PresetOf(services_.recall.model, services_.recall.facts,
+                                                  outputs, now.toStdString()));
+}
+
+// What the map does not know would be recalled as silence.
+bool Presets::CannotStore() {
+  if (IsRefused()) return true;
+  const auto obstacle = switcher::Recall::WhyNot(services_.recall);
+  if (!obstacle) return false;
+  if (views::IsShown(presets_)) {
+    presets_->Say(tr("Not stored. %1").arg(views::RecallObstacleWords(*obstacle)));
+  }
+  return true;
 }
 
 void Presets::Store(const QString& name, const std::vector<int>& outputs) {
-  if (IsRefused()) return;
-  // What the map does not know yet would be recalled as silence.
-  if (!services_.recall.model.XmapComplete) {
-    presets_->Say(tr("Not stored: the switcher has not reported the whole map yet."));
-    return;
-  }
+  if (CannotStore()) return;
   if (!folder_.Has(name.toStdString())) {
     StoreNow(name, outputs);
     return;
@@ -99,15 +100,16 @@ void Presets::Store(const QString& name, const std::vector<int>& outputs) {
 }
 
 void Presets::StoreNow(const QString& name, const std::vector<int>& outputs) {
-  writer_.Begin([folder = folder_, file = name.toStdString(),
-                 text = TextOf(outputs)] { return folder.Store(file, text); },
-                [this, name](const model::Status& status) {
-                  if (!Succeeds("Error Storing A Preset", status)) return;
-                  Q_EMIT NoteRequested(tr("Preset stored: %1").arg(name));
-                  if (!views::IsShown(presets_)) return;
-                  ShowList(name);
-                  presets_->Say(tr("Preset stored: %1").arg(name));
-                });
+  if (CannotStore()) return;
+  services_.writer.Begin([folder = folder_, file = name.toStdString(),
+                          text = TextOf(outputs)] { return folder.Store(file, text); },
+                         [this, name](const model::Status& status) {
+                           if (!Succeeds("Error Storing A Preset", status)) return;
+                           Q_EMIT NoteRequested(tr("Preset stored: %1").arg(name));
+                           if (!views::IsShown(presets_)) return;
+                           ShowList(name);
+                           presets_->Say(tr("Preset stored: %1").arg(name));
+                         });
 }
 
 void Presets::AskToDelete(const QString& name) {
@@ -130,10 +132,18 @@ void Presets::Recall(const QString& name) {
   if (views::IsShown(recall_) || IsRefused()) return;
   switcher::Preset preset;
   if (!Succeeds("Error Reading A Preset", folder_.Read(name.toStdString(), &preset))) return;
-  recall_ = new views::RecallWindow({.recall = services_.recall, .facts = services_.facts}, name,
-                                    preset, presets_);
+  recall_ = new views::RecallWindow(services_.recall, name, preset, presets_);
   recall_->setAttribute(Qt::WA_DeleteOnClose);
+  FollowRecall(name);
+  recall_->open();
+}
+
+void Presets::FollowRecall(const QString& name) {
   connect(recall_, &views::RecallWindow::RecallRequested, this, [this, name] { KeepAndGo(name); });
+  connect(recall_, &views::RecallWindow::RecallBegun, this, [this, name](int outputs) {
+    Q_EMIT LineRequested(tr("Recall of %1 begun: %2 outputs").arg(name, QString::number(outputs)));
+  });
+  connect(recall_, &views::RecallWindow::TakeSent, this, &Presets::TakeSent);
   connect(recall_, &views::RecallWindow::RecallEnded, this,
           [this, name](const QString& summary, const QStringList& left) {
             const QString note = QStringLiteral("%1: %2").arg(name, summary);
@@ -141,38 +151,43 @@ void Presets::Recall(const QString& name) {
             if (views::IsShown(presets_)) presets_->Say(note);
             for (const QString& line : left) Q_EMIT LineRequested(line);
           });
-  recall_->open();
 }
 
 // What the map is now is on the disk before the first command is sent.
 void Presets::KeepAndGo(const QString& name) {
-  const QString before = NameBefore(name);
+  if (switcher::Recall::WhyNot(services_.recall)) return recall_->AskAgain();
+  const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
+  const std::string before = folder_.NameBefore(name.toStdString(), time.toStdString());
   std::vector<int> outputs(static_cast<std::size_t>(services_.recall.model.CrosspointMap.Size()));
   std::iota(outputs.begin(), outputs.end(), 1);
-  writer_.Begin(
-      [folder = folder_, file = before.toStdString(), text = TextOf(outputs)] {
-        return folder.Store(file, text);
-      },
-      [this, name, before, window = recall_](const model::Status& status) {
-        if (!views::IsShown(window)) return;  // it was cancelled meanwhile
+  services_.writer.Begin(
+      [folder = folder_, before, text = TextOf(outputs)] { return folder.Keep(before, text); },
+      [this, name, before, keep = ++keeps_, window = recall_](const model::Status& status) {
         if (status.ok()) {
-          Q_EMIT LineRequested(tr("Preset stored: %1").arg(before));
+          Q_EMIT LineRequested(tr("Preset stored: %1").arg(QString::fromStdString(before)));
           if (views::IsShown(presets_)) ShowList(name);
-          window->Go();
-          return;
         }
-        window->AskAgain();
-        views::Ask(
-            *window, *this,
-            {.name = QStringLiteral("aidAskRecallUnkept"),
-             .text = tr("Recall All The Same?\r\rWhat the map is now cannot be kept first: %1")
-                         .arg(QString::fromStdString(status.Description())),
-             .answers = {{.name = QStringLiteral("aidRecallUnkept"),
-                          .caption = tr("&Recall All The Same"),
-                          .run = [window] {
-                            if (views::IsShown(window)) window->Go();
-                          }}}});
+        // It was cancelled meanwhile, or has waited for too long.
+        if (!views::IsShown(window) || !window->IsKeeping() || keep != keeps_) return;
+        if (status.ok()) {
+          window->Go();
+        } else {
+          AskWithoutKeeping(status);
+        }
       });
+}
+
+void Presets::AskWithoutKeeping(const model::Status& status) {
+  recall_->AskAgain();
+  views::Ask(*recall_, *this,
+             {.name = QStringLiteral("aidAskRecallUnkept"),
+              .text = tr("Recall All The Same?\r\rWhat the map is now cannot be kept first: %1")
+                          .arg(QString::fromStdString(status.Description())),
+              .answers = {{.name = QStringLiteral("aidRecallUnkept"),
+                           .caption = tr("&Recall All The Same"),
+                           .run = [window = recall_] {
+                             if (views::IsShown(window)) window->Go();
+                           }}}});
 }
 
 void Presets::CancelNow() {

@@ -3,7 +3,6 @@
 #ifndef APP_PRESETS_H_
 #define APP_PRESETS_H_
 
-#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -31,7 +30,7 @@ class Presets : public QObject, public switcher::SwitcherEvents {
     QWidget& window;  // the main window
     std::filesystem::path folder;
     switcher::Recall::Services recall;
-    switcher::ChannelFacts facts;
+    BackgroundWriter& writer;  // what is stored is on the disk when it has finished
     model::ErrorReporter& reporter;
   };
 
@@ -42,10 +41,8 @@ class Presets : public QObject, public switcher::SwitcherEvents {
   // Opens frmPresets, modal over the main window.
   void Show();
 
-  // Ends and closes what is open, for a program that ends.
+  // Ends and closes what is open, for a program that ends, and says what came of a recall.
   void CancelNow();
-  // Returns when what is being stored is on the disk, or cannot be in that time.
-  void Finish(QDeadlineTimer patience) { writer_.Finish(patience); }
 
   void CrosspointRowChanged(int output, int mode) override;
 
@@ -54,16 +51,22 @@ class Presets : public QObject, public switcher::SwitcherEvents {
   void NoteRequested(const QString& note);
   // A line to be kept.
   void LineRequested(const QString& line);
+  // A recall has sent a command for a crosspoint (from 1) with this action byte.
+  void TakeSent(int output, int input, int action);
 
  private:
   // Whether nothing may be stored, deleted or recalled because the console is locked; says so.
   bool IsRefused();
+  // Whether what the map is now cannot be stored; says why.
+  bool CannotStore();
   void Store(const QString& name, const std::vector<int>& outputs);
   void StoreNow(const QString& name, const std::vector<int>& outputs);
   void AskToDelete(const QString& name);
   void Delete(const QString& name);
   void Recall(const QString& name);
+  void FollowRecall(const QString& name);
   void KeepAndGo(const QString& name);
+  void AskWithoutKeeping(const model::Status& status);
   void ShowList(const QString& name = QString());
   std::string TextOf(const std::vector<int>& outputs) const;
   bool Succeeds(std::string_view line, const model::Status& status);
@@ -72,7 +75,7 @@ class Presets : public QObject, public switcher::SwitcherEvents {
   const PresetFolder folder_;
   QPointer<views::PresetsWindow> presets_;
   QPointer<views::RecallWindow> recall_;
-  BackgroundWriter writer_;
+  int keeps_ = 0;  // so often what the map is was to be kept
 };
 
 }  // namespace app

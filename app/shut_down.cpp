@@ -10,6 +10,7 @@ namespace app {
 bool ShutDown::Run() {
   if (ended_) return true;
   services_.transfers.CancelNow();
+  Q_EMIT Ending();
   // What is typed and cannot be stored has been reported; the window stays, so that it can be
   // mended or given up.  A system that ends the program does not wait for that, and all that was
   // stored before must not be lost for it.
@@ -44,6 +45,7 @@ void ShutDown::OfferToCloseWithoutSaving(const model::Status& status) {
 void ShutDown::CloseWithoutSaving() {
   if (!services_.files.IsOpen()) return;  // another box of this kind was answered before
   services_.transfers.CancelNow();
+  Q_EMIT Ending();
   std::filesystem::path kept;
   const model::Status status = services_.files.CloseWithoutSaving(&kept);
   const QString name = QString::fromStdU16String(kept.u16string());

@@ -19,10 +19,10 @@
 
 namespace app {
 
-// The shut-down: a running transfer ends (the table that is being sent is sent to its end), what is
-// typed is stored, then the window's place, the database, the serial port, the timers, the
-// settings, the panels, the child windows, what is being written in the background, in this order.
-// The program ends behind it.
+// The shut-down: a running transfer ends (the table that is being sent is sent to its end), and a
+// recall, what is typed is stored, then the window's place, the database, the serial port, the
+// timers, the settings, the panels, the child windows, what is being written in the background, in
+// this order. The program ends behind it.
 //
 // A database that cannot be saved keeps the program running, and closing tries again.
 class ShutDown : public QObject {
@@ -59,6 +59,8 @@ class ShutDown : public QObject {
   bool EndSession();
 
  Q_SIGNALS:
+  // What runs on the line and what is asked is to end at once; the port is still open.
+  void Ending();
   // The database is to be saved next.
   void SavingDatabase();
   // The database was saved, and had been changed.

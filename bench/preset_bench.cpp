@@ -48,6 +48,7 @@ class System : public switcher::RecallDisplay {
     model.AllocateMap();
     model.LinkStatus = {1, 1, 0};
     model.XmapComplete = true;
+    for (int output = 1; output <= kChannels; ++output) knownMap_.CrosspointRowChanged(output, 0);
     Set(1);
     preset = switcher::PresetOf(model, facts, outputs_, "2026-04-17 12:03:44");
     Set(0);
@@ -65,12 +66,13 @@ class System : public switcher::RecallDisplay {
   int Recall() {
     switcher::Recall recall({.model = model,
                              .locks = locks_,
+                             .knownMap = knownMap_,
                              .commands = commands_,
-                             .isInhibited = [](int /*output*/, int /*input*/) { return false; }},
+                             .facts = facts},
                             *this);
     std::vector<switcher::RecallRow> rows;
     for (const auto& difference : switcher::Differences(preset, model, locks_, facts)) {
-      rows.push_back({difference.output, difference.now, difference.wanted});
+      rows.push_back({difference.Output(), difference.now, difference.wanted});
     }
     recall.Go(std::move(rows));
     int commands = 0;
@@ -90,6 +92,7 @@ class System : public switcher::RecallDisplay {
   std::size_t Compare() { return switcher::Differences(preset, model, locks_, facts).size(); }
 
   void ShowRow(std::size_t /*row*/) override {}
+  void CommandSent(int /*output*/, int /*input*/, switcher::TakeAction /*action*/) override {}
   void RequestTurn() override {}
   void StartAnswerTimer() override {}
   void StopAnswerTimer() override {}
@@ -109,6 +112,7 @@ class System : public switcher::RecallDisplay {
     return all;
   }();
   model::Locks locks_;
+  switcher::KnownMap knownMap_{model};
   EchoingPort port_;
   test::RecordingReporter reporter_;
   switcher::LiveCommands commands_{{.model = model, .port = port_, .reporter = reporter_}};

@@ -4,7 +4,12 @@
 
 namespace model {
 
-Status ConsoleLocked() { return {kPermissionDenied, "The console is locked"}; }
+Status ConsoleLocked() { return {kConsoleLocked, "The console is locked"}; }
+
+void ShowConsoleLocked(ErrorReporter& reporter) {
+  reporter.Show(ErrorReporter::Icon::Exclamation, "Control Error",
+                "Action Not Allowed While Console Is Locked");
+}
 
 bool Locks::IsLockedForPanels(int output) const {
   const auto lock = outputs_.find(output);

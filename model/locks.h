@@ -6,17 +6,19 @@
 #include <cstdint>
 #include <map>
 
+#include "model/error_reporter.h"
 #include "model/observers.h"
 #include "model/status.h"
 
 namespace model {
 
-// What is asked for while the console is locked fails with this: permission denied.
-inline constexpr int kPermissionDenied = 70;
+// What is asked for while the console is locked fails with this number, which also stands for other
+// permissions that are denied.
+inline constexpr int kConsoleLocked = 70;
 Status ConsoleLocked();
 
-// What the operator is told then.
-inline constexpr char kConsoleLockedText[] = "Action Not Allowed While Console Is Locked";
+// Tells the operator that what he asks for is refused because the console is locked.
+void ShowConsoleLocked(ErrorReporter& reporter);
 
 // Who shows or keeps the locks.
 class LockObserver {
@@ -27,7 +29,7 @@ class LockObserver {
   virtual void LocksChanged() = 0;
 };
 
-// What nobody is to change by mistake: outputs, whose crosspoints then stay as they are, and the
+// What is not to be changed by mistake: outputs, whose crosspoints then stay as they are, and the
 // console as a whole.  It only knows; who is about to send or store asks it first, and says why he
 // does not.
 class Locks {

@@ -8,21 +8,20 @@
 namespace switcher {
 namespace {
 
-constexpr std::string_view kRefusalTitle = "Control Error";
 constexpr std::string_view kOutputLockedText = "Action Not Allowed On Locked Output";
 
 }  // namespace
 
 bool LiveCommands::RefusesAll() const {
   if (locks_ == nullptr || !locks_->IsConsoleLocked()) return false;
-  reporter_.Show(model::ErrorReporter::Icon::Exclamation, kRefusalTitle, model::kConsoleLockedText);
+  model::ShowConsoleLocked(reporter_);
   return true;
 }
 
 bool LiveCommands::RefusesTake(int destination) const {
   if (RefusesAll()) return true;
   if (locks_ == nullptr || !locks_->IsLocked(destination)) return false;
-  reporter_.Show(model::ErrorReporter::Icon::Exclamation, kRefusalTitle, kOutputLockedText);
+  reporter_.Show(model::ErrorReporter::Icon::Exclamation, "Control Error", kOutputLockedText);
   return true;
 }
 

@@ -47,13 +47,13 @@ void SendTable(const Services& services, const switcher::TablePart& part) {
 
 bool RefusedByLock(const Services& services) {
   if (!services.locks.IsConsoleLocked()) return false;
-  ShowRefusal(services, model::kConsoleLockedText);
+  model::ShowConsoleLocked(services.reporter);
   return true;
 }
 
 void ShowFailure(const Services& services, std::string_view line, const model::Status& status) {
-  if (status.Number() == model::kPermissionDenied) {
-    ShowRefusal(services, model::kConsoleLockedText);
+  if (status.Number() == model::kConsoleLocked) {
+    model::ShowConsoleLocked(services.reporter);
     return;
   }
   services.reporter.Show(ErrorReporter::Icon::Critical, kErrorTitle,

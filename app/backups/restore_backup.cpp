@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "model/locks.h"
 #include "stations/carry_out.h"
 #include "views/change_words.h"
 #include "views/widgets/question.h"
@@ -13,9 +14,16 @@ namespace app {
 
 using Icon = model::ErrorReporter::Icon;
 
+// Before anything is asked or kept.
+bool RestoreBackup::IsRefused() {
+  if (services_.changes.MayStore(stations::Origin::Backup)) return false;
+  model::ShowConsoleLocked(services_.reporter);
+  return true;
+}
+
 void RestoreBackup::Ask() {
   // What is typed belongs to what is there now.
-  if (views::IsShown(backup_) || !services_.storeEdits()) return;
+  if (views::IsShown(backup_) || IsRefused() || !services_.storeEdits()) return;
   backup_ = new views::BackupWindow({.copies = services_.backups.Copies(),
                                      .database = [this] { return services_.files.Database(); }},
                                     &services_.window);
@@ -25,7 +33,7 @@ void RestoreBackup::Ask() {
 }
 
 void RestoreBackup::Restore(const std::vector<stations::Change>& changes, const QString& name) {
-  if (std::exchange(isKeeping_, true)) return;
+  if (IsRefused() || std::exchange(isKeeping_, true)) return;
   services_.backups.Keep(db::Backups::Cause::BeforeRestoring,
                          [this, window = backup_, changes, name](const model::Status& status) {
                            isKeeping_ = false;
@@ -52,6 +60,7 @@ void RestoreBackup::AskAllTheSame(const model::Status& status,
 }
 
 void RestoreBackup::Store(const std::vector<stations::Change>& changes, const QString& name) {
+  if (IsRefused()) return;
   jet::Database* const database = services_.files.Database();
   const model::Status status =
       database == nullptr ? db::NotOpen()

@@ -47,6 +47,7 @@ class RestoreBackup : public QObject {
   void NoteRequested(const QString& note);
 
  private:
+  bool IsRefused();
   void Restore(const std::vector<stations::Change>& changes, const QString& name);
   void AskAllTheSame(const model::Status& status, const std::vector<stations::Change>& changes,
                      const QString& name);

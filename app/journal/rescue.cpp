@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "db/database_files.h"
+#include "model/locks.h"
 #include "stations/fold.h"
 #include "views/change_words.h"
 #include "views/widgets/question.h"
@@ -184,9 +185,15 @@ void Rescue::ShowNext() {
   services_.hints.TakeFocus();
 }
 
+bool Rescue::IsRefused() {
+  if (services_.changes.MayStore(stations::Origin::Restore)) return false;
+  model::ShowConsoleLocked(services_.reporter);
+  return true;
+}
+
 void Rescue::Restore() {
   const Offer* const offer = Current();
-  if (offer == nullptr || !services_.storeEdits()) return;
+  if (offer == nullptr || IsRefused() || !services_.storeEdits()) return;
   const std::int64_t run = offer->run.id;
   if (!offer->run.HasReceived()) return AskAboutEdited(run, Share::All);
   views::Question question{
@@ -240,7 +247,7 @@ bool Rescue::FindConflicts(const std::vector<stations::Change>& changes,
 
 void Rescue::Store(std::int64_t run, Share share, Edited edited) {
   const Offer* const offer = OfferOf(run);
-  if (offer == nullptr) return;
+  if (offer == nullptr || IsRefused()) return;
   std::vector<stations::Change> changes = ChangesOf(offer->run, share);
   std::vector<stations::Conflict> conflicts;
   if (!FindConflicts(changes, &conflicts)) return;
@@ -271,7 +278,7 @@ void Rescue::Show() {
 
 void Rescue::Discard() {
   const Offer* const offer = Current();
-  if (offer == nullptr) return;
+  if (offer == nullptr || IsRefused()) return;
   const std::int64_t run = offer->run.id;
   views::Ask(
       services_.window, *this,
@@ -285,7 +292,7 @@ void Rescue::Discard() {
 
 void Rescue::DiscardRun(std::int64_t run) {
   const Offer* const offer = OfferOf(run);
-  if (offer == nullptr) return;
+  if (offer == nullptr || IsRefused()) return;
   if (services_.journal.EndRun(run, Kind::Discarded)) {
     Forget(run, tr("Discarded: %1").arg(CountOf(offer->changes, *offer)));
   } else {

@@ -102,6 +102,8 @@ class Rescue : public QObject {
   void DiscardRun(std::int64_t run);
   // The run is decided about: it is offered no more.
   void Forget(std::int64_t run, const QString& note);
+  // Whether nothing may be decided because the console is locked; says so.
+  bool IsRefused();
   // Reports a failure; false for one.
   bool Succeeds(const model::Status& status);
 

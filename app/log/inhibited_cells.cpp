@@ -18,17 +18,26 @@ bool InhibitedCells::Contain(int output, int input) {
   return flags.has_value() && model::FlagIsSet(model::PlainFlags(*flags), input);
 }
 
+// What could not be read may be readable by now.
+std::optional<bool> InhibitedCells::Find(int output, int input) {
+  if (!isKnown_) read_ = false;
+  const bool isInhibited = Contain(output, input);
+  return isKnown_ ? std::optional(isInhibited) : std::nullopt;
+}
+
 // Words are not worth a report.
 void InhibitedCells::Read() {
   if (read_) return;
   flags_.clear();
+  isKnown_ = false;
   jet::Database* const database = services_.database();
   if (database == nullptr) return;
   read_ = true;
   std::unique_ptr<jet::RecordSet> stations;
   if (!stations::OpenStations(*database, &stations).ok()) return;
-  (void)stations::ReadAvailableTexts(*stations, db::kInhibitsField, services_.model.ChannelCount,
-                                     &flags_);
+  isKnown_ = stations::ReadAvailableTexts(*stations, db::kInhibitsField,
+                                          services_.model.ChannelCount, &flags_)
+                 .ok();
 }
 
 }  // namespace app

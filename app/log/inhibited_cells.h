@@ -16,7 +16,7 @@
 
 namespace app {
 
-// Which crosspoints the database inhibits, for words about them.  The inhibits are read when one is
+// Which crosspoints the database inhibits.  The inhibits are read when one is
 // asked for, and kept until some change.
 class InhibitedCells : public stations::ChangeObserver {
  public:
@@ -33,6 +33,9 @@ class InhibitedCells : public stations::ChangeObserver {
   // or that cannot be read, is not.
   bool Contain(int output, int input);
 
+  // The same for who acts on it: nothing when it cannot be read.
+  std::optional<bool> Find(int output, int input);
+
   void Changed(std::span<const stations::Change> changes) override {
     if (Touches(changes, db::kInhibitsField)) read_ = false;
   }
@@ -42,6 +45,7 @@ class InhibitedCells : public stations::ChangeObserver {
 
   const Services services_;
   bool read_ = false;
+  bool isKnown_ = false;                           // what was read is all that there is
   std::vector<std::optional<std::string>> flags_;  // of each output
 };
 

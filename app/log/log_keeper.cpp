@@ -41,11 +41,13 @@ void LogKeeper::FollowView(views::MainView* view) {
   connect(view, &views::MainView::NoteRequested, this, &LogKeeper::Note);
   const auto* const xmap = qobject_cast<views::XmapView*>(view);
   if (xmap == nullptr) return;
-  connect(xmap, &views::XmapView::TakeSent, this, [this](int output, int input, int action) {
-    Add(Kind::Command, crosspoints_.Command(output, input, action));
-  });
+  connect(xmap, &views::XmapView::TakeSent, this, &LogKeeper::NoteTake);
   connect(xmap, &views::XmapView::RefreshRequested, this,
           [this] { Add(Kind::Command, tr("Refresh Map")); });
+}
+
+void LogKeeper::NoteTake(int output, int input, int action) {
+  Add(Kind::Command, crosspoints_.Command(output, input, action));
 }
 
 void LogKeeper::FollowTables() {

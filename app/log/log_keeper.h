@@ -57,6 +57,9 @@ class LogKeeper : public QObject {
     services_.log.AddRepeated(EventLog::Kind::Panel, text);
   }
 
+  // A command for a crosspoint (from 1) with this action byte was sent for the operator.
+  void NoteTake(int output, int input, int action);
+
   // A panel from that address was not let in.
   void PanelNotAdmitted(const std::string& address);
 

@@ -23,6 +23,7 @@ namespace app {
 // What the strip has to say, the most urgent first.
 enum class Hint : std::uint8_t {
   UnsavedRun,
+  LocksLost,
   Blocked,
   PortDenied,
   PanelsClosed,

@@ -14,7 +14,7 @@ bool IsChannel(const model::SystemModel& model, int channel) {
 // What the row as it was stored has to do with the map of today.
 void FindMisfit(const PresetRow& row, const model::SystemModel& model, const ChannelFacts& facts,
                 PresetDifference* difference) {
-  const auto look = [&](const NamedChannel& stored, const auto& labelNow) {
+  const auto look = [&](const NamedChannel& stored, const auto& labelNow, bool isInput) {
     if (difference->obstacle != PresetObstacle::None) return;
     if (!IsChannel(model, stored.channel)) {
       difference->obstacle = PresetObstacle::NoChannel;
@@ -24,9 +24,10 @@ void FindMisfit(const PresetRow& row, const model::SystemModel& model, const Cha
       return;
     }
     difference->concerned = stored;
+    difference->concernsInput = isInput;
   };
-  look(row.output, facts.outputLabel);
-  for (const NamedChannel& input : row.hears) look(input, facts.inputLabel);
+  look(row.output, facts.outputLabel, false);
+  for (const NamedChannel& input : row.hears) look(input, facts.inputLabel, true);
 }
 
 void FindObstacle(const PresetRow& row, const model::SystemModel& model, const model::Locks& locks,
@@ -41,9 +42,12 @@ void FindObstacle(const PresetRow& row, const model::SystemModel& model, const m
   } else {
     for (const NamedChannel& input : row.hears) {
       const bool isMissing = !difference->now.test(static_cast<std::size_t>(input.channel));
-      if (!isMissing || !facts.isInhibited(row.output.channel, input.channel)) continue;
-      difference->obstacle = PresetObstacle::Inhibited;
+      if (!isMissing) continue;
+      const std::optional<bool> isInhibited = facts.isInhibited(row.output.channel, input.channel);
+      if (isInhibited == false) continue;
+      difference->obstacle = isInhibited ? PresetObstacle::Inhibited : PresetObstacle::NotKnown;
       difference->concerned = input;
+      difference->concernsInput = true;
       return;
     }
   }
@@ -80,7 +84,7 @@ std::vector<PresetDifference> Differences(const Preset& preset, const model::Sys
                                           const model::Locks& locks, const ChannelFacts& facts) {
   std::vector<PresetDifference> differences;
   for (const PresetRow& row : preset.rows) {
-    PresetDifference difference{.output = row.output.channel, .now = {}, .wanted = {}};
+    PresetDifference difference{.stored = row, .now = {}, .wanted = {}};
     if (IsChannel(model, row.output.channel)) {
       difference.now = SourcesOf(model, row.output.channel);
     }

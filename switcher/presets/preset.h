@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A named state of outputs of the map, and what the map differs from it in.
+// A named state of outputs of the map, and how the map differs from it.
 
 #ifndef SWITCHER_PRESETS_PRESET_H_
 #define SWITCHER_PRESETS_PRESET_H_
@@ -8,6 +8,7 @@
 #include <bitset>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,7 @@
 
 namespace switcher {
 
-// The inputs that an output hears; bit n stands for input n, bit 0 is unused.
+// A set of inputs, such as those that an output hears: bit n is input n, bit 0 is unused.
 using Sources = std::bitset<model::kMaxChannelCount + 1>;
 
 // A channel as it was called when the preset was stored.
@@ -48,7 +49,8 @@ struct Preset {
 struct ChannelFacts {
   std::function<std::string(int output)> outputLabel;
   std::function<std::string(int input)> inputLabel;
-  std::function<bool(int output, int input)> isInhibited;
+  // Nothing when that is not known, because it cannot be read.
+  std::function<std::optional<bool>(int output, int input)> isInhibited;
 };
 
 // What an output hears as it was last reported.  REQUIRES: an output of the map
@@ -68,15 +70,19 @@ enum class PresetObstacle : std::uint8_t {
   Priority,        // a call or a priority listen stands on it now
   Locked,          // its output is locked
   Inhibited,       // an input that it does not hear yet is inhibited
+  NotKnown,        // whether it is cannot be read
 };
 
 // A row that the map differs from a preset in.
 struct PresetDifference {
-  int output = 0;
+  PresetRow stored;  // as the preset has it
   Sources now;
   Sources wanted;
   PresetObstacle obstacle = PresetObstacle::None;
   NamedChannel concerned = {};  // what the obstacle is about, as the preset calls it
+  bool concernsInput = false;   // it is an input, and not the output
+
+  int Output() const { return stored.output.channel; }
 
   // Whether the obstacle says that the row was stored of another map.
   bool IsMisfit() const {

@@ -3,10 +3,13 @@
 #include "switcher/presets/preset_text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <utility>
+
+#include "db/jet/text_codec.h"
 
 namespace switcher {
 namespace {
@@ -89,6 +92,42 @@ bool CutSign(std::string_view* rest, char sign) {
   return true;
 }
 
+bool IsContinued(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+
+// What no name of a file may hold somewhere, and what nobody sees or what turns the direction of
+// the rest, so that two names would look the same.
+bool IsRefusedInNames(char16_t unit) {
+  constexpr std::u16string_view kNotInNames = u"/\\:*?\"<>|";
+  constexpr std::array<std::pair<char16_t, char16_t>, 11> kUnseen = {{{0x00, 0x1F},
+                                                                      {0x7F, 0x9F},
+                                                                      {0xAD, 0xAD},
+                                                                      {0x61C, 0x61C},
+                                                                      {0x180E, 0x180E},
+                                                                      {0x200B, 0x200F},
+                                                                      {0x2028, 0x202E},
+                                                                      {0x2060, 0x206F},
+                                                                      {0xDB40, 0xDB40},  // tags
+                                                                      {0xFEFF, 0xFEFF},
+                                                                      {0xFFF9, 0xFFFB}}};
+  return kNotInNames.find(unit) != std::u16string_view::npos ||
+         std::ranges::any_of(kUnseen, [unit](const auto& range) {
+           return unit >= range.first && unit <= range.second;
+         });
+}
+
+// Names of devices, which some systems find in every folder, whatever the file's name ends in.
+bool IsReserved(std::string_view name) {
+  std::string stem(name.substr(0, name.find('.')));
+  while (stem.ends_with(' ')) stem.pop_back();
+  for (char& letter : stem) {
+    if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
+  }
+  if (stem.size() == 4 && (stem.starts_with("COM") || stem.starts_with("LPT"))) {
+    return stem[3] >= '0' && stem[3] <= '9';
+  }
+  return stem == "CON" || stem == "PRN" || stem == "AUX" || stem == "NUL";
+}
+
 }  // namespace
 
 bool ReadPreset(std::string_view text, Preset* preset) {
@@ -137,19 +176,23 @@ std::string WritePreset(const Preset& preset) {
 }
 
 bool IsPresetName(std::string_view name) {
-  constexpr std::string_view kNotInNames = "/\\:*?\"<>|";
-  const auto isContinued = [](char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-  };
-  const auto isRefused = [&](char byte) {
-    return static_cast<unsigned char>(byte) < ' ' || byte == '\x7F' ||
-           kNotInNames.find(byte) != std::string_view::npos;
-  };
+  if (name.empty() || name.size() > kMostNameBytes || IsReserved(name)) return false;
+  std::u16string units;
+  if (!jet::AppendUnits(name, &units) || std::ranges::any_of(units, IsRefusedInNames)) return false;
   const auto characters =
-      static_cast<int>(name.size()) - static_cast<int>(std::ranges::count_if(name, isContinued));
-  return !name.empty() && name.size() <= kMostNameBytes && characters <= kMostNameCharacters &&
-         std::ranges::none_of(name, isRefused) && name.front() != '.' && name.front() != ' ' &&
+      static_cast<int>(name.size()) - static_cast<int>(std::ranges::count_if(name, IsContinued));
+  return characters <= kMostNameCharacters && name.front() != '.' && name.front() != ' ' &&
          name.back() != '.' && name.back() != ' ';
+}
+
+std::string PresetNameOf(std::string_view before, std::string_view name, std::string_view behind) {
+  std::string whole;
+  for (;;) {
+    whole = std::string(before).append(name).append(behind);
+    if (name.empty() || IsPresetName(whole)) return whole;
+    while (name.size() > 1 && IsContinued(name.back())) name.remove_suffix(1);
+    name.remove_suffix(1);
+  }
 }
 
 bool ReadOutputs(std::string_view text, int most, std::vector<int>* outputs) {

@@ -33,8 +33,13 @@ bool ReadPreset(std::string_view text, Preset* preset);
 // What is no UTF-8 in a label is written as a replacement character.
 std::string WritePreset(const Preset& preset);
 
-// A preset is called by 1 to 80 characters that can be the name of a file on any system.
+// A preset is called by 1 to 80 characters, in UTF-8, that can be the name of a file on any system
+// and can be seen.
 bool IsPresetName(std::string_view name);
+
+// `name` between two other texts, shortened at its end by whole characters until IsPresetName().
+// REQUIRES: it is without `name`
+std::string PresetNameOf(std::string_view before, std::string_view name, std::string_view behind);
 
 // Reads a list of outputs as it is typed, "1-8, 12", into ascending numbers within 1..`most`, each
 // once.  An empty one stands for all.  False for anything else.

@@ -4,8 +4,6 @@
 
 #include <utility>
 
-#include "switcher/wire/messages/take.h"
-
 namespace switcher {
 namespace {
 
@@ -19,12 +17,12 @@ std::optional<int> First(const Sources& sources) {
 
 }  // namespace
 
-std::optional<RecallObstacle> WhyNoRecall(const model::SystemModel& model,
-                                          const model::Locks& locks) {
-  if (locks.IsConsoleLocked()) return RecallObstacle::ConsoleLocked;
-  if (model.DemoMode == 1) return RecallObstacle::DemoMode;
-  if (model.LinkStatus[0] != 1) return RecallObstacle::NotConnected;
-  if (!model.XmapComplete) return RecallObstacle::MapIncomplete;
+std::optional<RecallObstacle> Recall::WhyNot(const Services& services) {
+  if (services.locks.IsConsoleLocked()) return RecallObstacle::ConsoleLocked;
+  if (services.model.DemoMode == 1) return RecallObstacle::DemoMode;
+  if (services.model.LinkStatus[0] != 1) return RecallObstacle::NotConnected;
+  if (!services.model.XmapComplete) return RecallObstacle::MapIncomplete;
+  if (!services.knownMap.IsKnown()) return RecallObstacle::MapNotKnown;
   return std::nullopt;
 }
 
@@ -61,6 +59,8 @@ std::optional<Recall::Command> Recall::NextCommand(const Sources& now) const {
 
 void Recall::Next() {
   if (!std::exchange(isTurnDue_, false) || !isRunning_) return;
+  obstacle_ = WhyNot(services_);
+  if (obstacle_) return EndAt(RecallOutcome::NotNow);
   const Sources now = SourcesOf(services_.model, Row().output);
   if (const RecallOutcome skip = WhySkip(now); skip != RecallOutcome::Done) {
     EndRow(skip);
@@ -71,18 +71,28 @@ void Recall::Next() {
     EndRow(RecallOutcome::Done);
     return;
   }
-  if (command_->makes && services_.isInhibited(Row().output, command_->input)) {
-    EndRow(RecallOutcome::Inhibited);
+  if (const RecallOutcome skip = WhyNotMade(*command_); skip != RecallOutcome::Done) {
+    EndRow(skip);
     return;
   }
-  display_.StartAnswerTimer();
+  const int output = Row().output;
+  const int input = command_->input;
   const TakeAction action = command_->makes ? TakeAction::MakeSum : TakeAction::BreakSum;
-  if (services_.commands.SendTake(Row().output, command_->input,
-                                  static_cast<std::uint8_t>(action))) {
+  display_.StartAnswerTimer();
+  if (!services_.commands.SendTake(output, input, static_cast<std::uint8_t>(action))) {
+    EndAt(RecallOutcome::NotSent);
     return;
   }
-  Row().outcome = RecallOutcome::NotSent;
-  End();
+  Row().isTouched = true;
+  display_.CommandSent(output, input, action);
+}
+
+RecallOutcome Recall::WhyNotMade(const Command& command) const {
+  if (!command.makes) return RecallOutcome::Done;
+  const std::optional<bool> isInhibited =
+      services_.facts.isInhibited(rows_[current_].output, command.input);
+  if (!isInhibited) return RecallOutcome::NotKnown;
+  return *isInhibited ? RecallOutcome::Inhibited : RecallOutcome::Done;
 }
 
 void Recall::CrosspointRowChanged(int output, int mode) {
@@ -95,7 +105,6 @@ void Recall::CrosspointRowChanged(int output, int mode) {
   // An older report, or one of what somebody else did: what was commanded is still to come.
   if (now.test(static_cast<std::size_t>(command_->input)) != command_->makes) return;
   display_.StopAnswerTimer();
-  Row().isTouched = true;
   expected_ = command_->expected;
   command_.reset();
   isTurnDue_ = true;
@@ -104,8 +113,8 @@ void Recall::CrosspointRowChanged(int output, int mode) {
 
 void Recall::AnswerOverdue() {
   if (!command_) return;
-  Row().outcome = RecallOutcome::NoAnswer;
-  End();
+  obstacle_ = WhyNot(services_);
+  EndAt(obstacle_ ? RecallOutcome::NotNow : RecallOutcome::NoAnswer);
 }
 
 void Recall::EndRow(RecallOutcome outcome) {
@@ -123,32 +132,43 @@ void Recall::EndRow(RecallOutcome outcome) {
   display_.RequestTurn();
 }
 
+void Recall::EndAt(RecallOutcome outcome) {
+  Row().outcome = outcome;
+  End();
+}
+
 // What was done may have been undone by somebody else since.
 void Recall::Verify() {
   for (RecallRow& row : rows_) {
-    const bool isAsWanted = SourcesOf(services_.model, row.output) == row.wanted &&
-                            services_.model.ChannelStatus[row.output] == 0;
-    if (row.outcome == RecallOutcome::Done && !isAsWanted) row.outcome = RecallOutcome::Changed;
+    const Sources now = SourcesOf(services_.model, row.output);
+    const bool isAsWanted = now == row.wanted && services_.model.ChannelStatus[row.output] == 0;
+    if (row.outcome == RecallOutcome::Cancelled && isAsWanted) row.outcome = RecallOutcome::Done;
+    if (row.outcome == RecallOutcome::Done) {
+      if (!isAsWanted) row.outcome = RecallOutcome::Undone;
+    } else {
+      row.isPartial = row.isTouched && now != row.listed;
+    }
   }
 }
 
 void Recall::CancelNow() {
   if (!isRunning_) return;
   isCancelled_ = true;
-  isRunning_ = false;
-  isTurnDue_ = false;
-  command_.reset();
-  display_.StopAnswerTimer();
-  Verify();
+  if (Row().isTouched) Row().outcome = RecallOutcome::Cancelled;
+  Stop();
 }
 
 void Recall::End() {
+  Stop();
+  display_.Ended();
+}
+
+void Recall::Stop() {
   display_.StopAnswerTimer();
   isRunning_ = false;
   isTurnDue_ = false;
   command_.reset();
   Verify();
-  display_.Ended();
 }
 
 }  // namespace switcher

@@ -11,9 +11,11 @@
 
 #include "model/locks.h"
 #include "model/system_model.h"
+#include "switcher/known_map.h"
 #include "switcher/live_commands.h"
 #include "switcher/presets/preset.h"
 #include "switcher/switcher_events.h"
+#include "switcher/wire/messages/take.h"
 
 namespace switcher {
 
@@ -23,11 +25,8 @@ enum class RecallObstacle : std::uint8_t {
   DemoMode,       // what the map shows then may be its own drawing
   NotConnected,   // nobody would report what came of it
   MapIncomplete,  // the switcher has not reported all rows yet
+  MapNotKnown,    // nor all of them since the link was lost
 };
-
-// Nothing when it can.
-std::optional<RecallObstacle> WhyNoRecall(const model::SystemModel& model,
-                                          const model::Locks& locks);
 
 // What became of an output.
 enum class RecallOutcome : std::uint8_t {
@@ -37,8 +36,12 @@ enum class RecallOutcome : std::uint8_t {
   Priority,   // skipped: a call or a priority listen stands on it
   Locked,     // skipped: it is locked
   Inhibited,  // skipped: an input that it was to hear is inhibited
+  NotKnown,   // skipped: whether an input that it was to hear is inhibited cannot be read
+  Undone,     // it was recalled, and somebody has changed it since
   NoAnswer,   // what was commanded was not reported in time; the recall ended here
   NotSent,    // a command could not be sent, which was reported; the recall ended here
+  NotNow,     // the map cannot be recalled any more, Recall::Obstacle(); the recall ended here
+  Cancelled,  // the program ends, and the recall ended here
 };
 
 // An output that is to be recalled.
@@ -47,7 +50,8 @@ struct RecallRow {
   Sources listed;  // what it heard when that was shown
   Sources wanted;
   RecallOutcome outcome = RecallOutcome::NotBegun;
-  bool isTouched = false;  // a command of it was carried out
+  bool isTouched = false;  // a command of it was sent
+  bool isPartial = false;  // it was left behind some of its commands, and is not as it was listed
 };
 
 // What a recall shows, and its timers; the window implements it.
@@ -57,6 +61,9 @@ class RecallDisplay {
 
   // `row`, from 0, is being recalled.
   virtual void ShowRow(std::size_t row) = 0;
+
+  // A command was sent; the channels are from 1.
+  virtual void CommandSent(int output, int input, TakeAction action) = 0;
 
   // Next() is to come once, from the next turn of the event loop.
   virtual void RequestTurn() = 0;
@@ -73,7 +80,8 @@ class RecallDisplay {
 // Brings outputs of the map to what a preset says, one after the other and with the ordinary
 // commands: what is wanted is connected, then what is not is broken.
 //
-// Each command is made of what the output was last reported to hear, and the next one waits until
+// Each command is made of what the output was last reported to hear, as long as the map is what the
+// switcher holds and may be changed, and the next one waits until
 // the switcher has reported what this one was to bring about: a report of something else is not
 // taken for it.  A row that is not as it was expected any more is left to whoever changed it.
 //
@@ -86,9 +94,14 @@ class Recall : public SwitcherEvents {
   struct Services {
     const model::SystemModel& model;
     const model::Locks& locks;
+    const KnownMap& knownMap;
     LiveCommands& commands;
-    std::function<bool(int output, int input)> isInhibited;  // both from 1
+    ChannelFacts facts;
   };
+
+  // Why the map cannot be brought to a preset now, and what it is now cannot be kept as one;
+  // nothing when it can.
+  static std::optional<RecallObstacle> WhyNot(const Services& services);
 
   // All must outlive the object.
   Recall(Services services, RecallDisplay& display)
@@ -107,6 +120,8 @@ class Recall : public SwitcherEvents {
   bool IsRunning() const { return isRunning_; }
   bool IsCancelled() const { return isCancelled_; }
   const std::vector<RecallRow>& Rows() const { return rows_; }
+  // What has ended it before all was done, other than a row.
+  std::optional<RecallObstacle> Obstacle() const { return obstacle_; }
 
   // What the display's turns and timers come back with.
   void Next();
@@ -127,8 +142,11 @@ class Recall : public SwitcherEvents {
   // Why the present row is to be left as it is now; Done for none.
   RecallOutcome WhySkip(const Sources& now) const;
   std::optional<Command> NextCommand(const Sources& now) const;
+  RecallOutcome WhyNotMade(const Command& command) const;
   void EndRow(RecallOutcome outcome);
+  void EndAt(RecallOutcome outcome);
   void End();
+  void Stop();
   void Verify();
 
   const Services services_;
@@ -138,6 +156,7 @@ class Recall : public SwitcherEvents {
   bool isRunning_ = false;
   bool isCancelled_ = false;
   bool isTurnDue_ = false;
+  std::optional<RecallObstacle> obstacle_;
   Sources expected_;  // what the present row should hear before its next command
   std::optional<Command> command_;
 };

@@ -118,20 +118,23 @@ TEST_F(LockKeeperTest, WhatIsTypedIsStoredFirst) {
   EXPECT_FALSE(run.locks.IsConsoleLocked());
 }
 
-TEST_F(LockKeeperTest, ADamagedFileCostsAHintAndStaysUntilSomethingIsLocked) {
+TEST_F(LockKeeperTest, ADamagedFileCostsAHintAndIsKept) {
   Write("{\"console\": true");
   Run run(path_);
   EXPECT_FALSE(run.locks.IsConsoleLocked());
-  EXPECT_TRUE(run.Hints());
+  EXPECT_TRUE(run.window.Hints().Has(Hint::LocksLost));
   EXPECT_THAT(run.notes,
-              ElementsAre("What was locked is not locked any more: Locks.json is damaged"));
+              ElementsAre("What was locked is not locked any more: Locks.json is damaged; it is "
+                          "kept as Locks-damaged.json"));
   End(run);
-  EXPECT_EQ(Content(), "{\"console\": true");
+  EXPECT_FALSE(std::filesystem::exists(path_)) << "nothing is written unasked";
   run.locks.LockOutput(2, Locks::Against::Console);
   End(run);
   EXPECT_EQ(Content(),
             "{\n  \"console\": false,\n  \"outputs\": [\n"
             "    {\"output\": 2, \"panels\": false}\n  ]\n}\n");
+  path_ = folder_ / "Locks-damaged.json";
+  EXPECT_EQ(Content(), "{\"console\": true");
 }
 
 TEST_F(LockKeeperTest, AFailingDiskCostsAHint) {

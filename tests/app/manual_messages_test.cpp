@@ -87,8 +87,11 @@ constexpr const char* kNotShown[] = {
     "h1 { font-size: x-large",
     // Forms of dates.
     "yyyy-MM-dd HH:mm:ss",
+    "yyyy-MM-dd HH.mm.ss",
     "d MMM yyyy",
     "d MMM HH:mm",
+    // The form of the names of what the map was before a recall.
+    "^Before recall of ",
     // What the desktop shows of a console that was set up.
     "[Desktop Entry]",
     "\nGenericName=",

@@ -54,6 +54,21 @@ TEST_F(PanelReportsTest, ATakeThatIsIgnoredIsSaid) {
                           "take"));
 }
 
+TEST_F(PanelReportsTest, WhoActsOnAnInhibitIsToldWhenItIsNotKnown) {
+  test::SmallDatabase damaged(test::StationsWithout("Inhibits"));
+  damaged.AddStation(1, {{"Label", "CAM 4"}});
+  database_.AddStation(1, {{"Inhibits", "01000000"}});
+  test::SmallDatabase* database = &damaged;
+  InhibitedCells inhibits({.model = model_,
+                           .database = [&] { return database->Files().Database(); },
+                           .changes = changes_});
+  EXPECT_EQ(inhibits.Find(1, 2), std::nullopt);
+  EXPECT_FALSE(inhibits.Contain(1, 2)) << "for words";
+  database = &database_;
+  EXPECT_EQ(inhibits.Find(1, 2), true) << "it is read again";
+  EXPECT_EQ(inhibits.Find(1, 1), false);
+}
+
 TEST_F(PanelReportsTest, WithoutAGatewayThereIsNoCount) {
   ASSERT_NE(Aid(), nullptr);
   EXPECT_FALSE(Aid()->isVisible());

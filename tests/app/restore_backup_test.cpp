@@ -94,7 +94,8 @@ class RestoreBackupTest : public testing::Test {
   BackupKeeper keeper_{{.files = files_, .writer = writer_, .folder = Folder(), .clock = [] {
                           return QDateTime(QDate(2026, 11, 21), QTime(18, 5, 12));
                         }}};
-  stations::Changes changes_;
+  model::Locks locks_;
+  stations::Changes changes_{locks_};
   test::RecordingChanges heard_{changes_};
   test::RecordingReporter reporter_;
   QWidget window_;
@@ -133,6 +134,23 @@ TEST_F(RestoreBackupTest, WhatThereWasIsKeptAsACopyFirst) {
   jet::Value label;
   ASSERT_TRUE(copy.Stations()->Get("Label", &label).ok());
   EXPECT_EQ(label.Text(), "CAM 17");
+}
+
+TEST_F(RestoreBackupTest, ALockedConsoleAsksAndKeepsNothing) {
+  locks_.LockConsole(true);
+  restore_.Ask();
+  EXPECT_THAT(Windows(), IsEmpty());
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("exclamation|Control Error|Action Not Allowed While Console Is Locked"));
+  locks_.LockConsole(false);
+  restore_.Ask();
+  locks_.LockConsole(true);
+  auto& list = test::Find<QTreeWidget>(window_, "lstBackups");
+  list.setCurrentItem(list.topLevelItem(0));
+  PressRestore();
+  EXPECT_EQ(reporter_.reports.size(), 2U);
+  EXPECT_FALSE(std::filesystem::exists(Folder() / "Tesk-2026-11-21-180512-before-restoring.mdb"));
+  EXPECT_EQ(Label(17), "CAM 17");
 }
 
 TEST_F(RestoreBackupTest, NothingIsRestoredBeforeTheCopyIsOnTheDisk) {

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTableView>
 #include <filesystem>
@@ -15,6 +16,7 @@
 #include "tests/app/views_fixture.h"
 #include "tests/support/fake_client_socket.h"
 #include "tests/support/fake_pause_timer.h"
+#include "tests/support/full_disk.h"
 #include "tests/views/gui_support.h"
 
 namespace app {
@@ -118,6 +120,8 @@ class ShutDownTest : public TransfersFixture {
 
 TEST_F(ShutDownTest, EverythingEndsInItsOrder) {
   const QSignalSpy saved(&shutDown_, &ShutDown::DatabaseSaved);
+  std::string atEnding = "(not told)";
+  QObject::connect(&shutDown_, &ShutDown::Ending, &shutDown_, [&] { atEnding = Ended(); });
   std::string atEnd;
   QObject::connect(&shutDown_, &ShutDown::AllClosed, &shutDown_, [&] {
     atEnd = Ended();
@@ -125,6 +129,7 @@ TEST_F(ShutDownTest, EverythingEndsInItsOrder) {
   });
   EXPECT_EQ(Ended(), "");
   EXPECT_TRUE(shutDown_.Run());
+  EXPECT_EQ(atEnding, "") << "a recall is ended while all is there";
   EXPECT_EQ(atPortClose_, "place database ");
   EXPECT_EQ(atPanelClose_, "place database port timers settings ");
   EXPECT_EQ(Ended(), "place database port timers settings views");
@@ -132,6 +137,24 @@ TEST_F(ShutDownTest, EverythingEndsInItsOrder) {
   EXPECT_EQ(atEnd, Ended()) << "disks are waited for behind all that";
   EXPECT_FALSE(boxes_.IsEmpty()) << "it is read before the program is gone";
   EXPECT_TRUE(shutDown_.Run()) << "the window may close once more";
+}
+
+TEST_F(ShutDownTest, ARecallEndsBeforeThePortIsClosedAlsoWithoutSaving) {
+  boxes_.ShowOver(&window_);
+  std::string told;
+  QObject::connect(&shutDown_, &ShutDown::Ending, &shutDown_, [&] {
+    told += line_.IsOpen() && database_.Files().IsOpen() ? "open " : "late";
+  });
+  {
+    const test::FullDisk full(0);
+    EXPECT_FALSE(shutDown_.Run());
+  }
+  EXPECT_EQ(told, "open ");
+  QCoreApplication::sendPostedEvents();
+  test::Find<QPushButton>(window_, "aidCloseWithoutSaving").click();
+  QCoreApplication::sendPostedEvents();
+  EXPECT_FALSE(line_.IsOpen());
+  EXPECT_EQ(told, "open open ");
 }
 
 TEST_F(ShutDownTest, WhatCannotBeStoredKeepsTheProgram) {

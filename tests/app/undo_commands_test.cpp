@@ -119,6 +119,22 @@ class UndoCommandsTest : public testing::Test {
   std::vector<std::string> notes_;
 };
 
+TEST_F(UndoCommandsTest, ALockedConsoleNeitherUndoesNorRedoes) {
+  views_.ShowAlphas();
+  EditLabel(5, "STUDIO");
+  console_.locks.LockConsole(true);
+  Undo();
+  EXPECT_EQ(Cell(4, kLabel), QStringLiteral("STUDIO"));
+  console_.locks.LockConsole(false);
+  Undo();
+  console_.locks.LockConsole(true);
+  Redo();
+  EXPECT_NE(Cell(4, kLabel), QStringLiteral("STUDIO"));
+  EXPECT_THAT(console_.reporter.reports, testing::SizeIs(2));
+  EXPECT_THAT(console_.reporter.reports, testing::Each("exclamation|Control Error|Action Not "
+                                                       "Allowed While Console Is Locked"));
+}
+
 TEST_F(UndoCommandsTest, WithoutAnEditThereIsNothingToTakeBack) {
   views_.ShowXmap();
   EXPECT_EQ(Text("aidUndo"), "");

@@ -136,7 +136,8 @@ class ComparisonSystem : public testing::Test, public switcher::PollSwitch {
   RecordingSwitcherEvents events_;
   FakeSerialPort port_;
   RecordingReporter reporter_;
-  stations::Changes stream_;
+  model::Locks locks_;
+  stations::Changes stream_{locks_};
   RecordingChanges changes_{stream_};
   switcher::Decoder decoder_{{.model = model_,
                               .database = [this] { return database_.Files().Database(); },

@@ -50,8 +50,9 @@ class PresetTest : public testing::Test {
       .inputLabel = [](int input) { return "IN " + std::to_string(input); },
       .isInhibited =
           [this](int output, int input) {
-            return inhibited_.contains({output, input});
+            return isReadable_ ? std::optional(inhibited_.contains({output, input})) : std::nullopt;
           }};
+  bool isReadable_ = true;
 };
 
 constexpr char kPresetText[] =
@@ -117,7 +118,7 @@ TEST_F(PresetTest, OfAMapThatIsAsItWasNothingDiffers) {
   Make(6, 3);
   const std::vector<PresetDifference> found = Find(preset);
   ASSERT_THAT(found, SizeIs(1));
-  EXPECT_EQ(found[0].output, 6);
+  EXPECT_EQ(found[0].Output(), 6);
   EXPECT_EQ(found[0].now, Sources().set(3));
   EXPECT_EQ(found[0].wanted, Sources().set(1));
   EXPECT_EQ(found[0].obstacle, PresetObstacle::None);
@@ -134,6 +135,8 @@ TEST_F(PresetTest, SaysWhatKeepsARowFromBeingRecalled) {
   inhibited_ = {{6, 1}};
   EXPECT_EQ(ObstacleOf(preset), PresetObstacle::Inhibited);
   EXPECT_EQ(Find(preset)[0].concerned, (NamedChannel{1, "IN 1"}));
+  isReadable_ = false;
+  EXPECT_EQ(ObstacleOf(preset), PresetObstacle::NotKnown);
   locks_.LockOutput(6, model::Locks::Against::Console);
   EXPECT_EQ(ObstacleOf(preset), PresetObstacle::Locked);
   model_.ChannelStatus[6] = 1;
@@ -164,10 +167,34 @@ TEST(PresetName, CanBeTheNameOfAFile) {
   const std::string longest(80, 'x');
   EXPECT_TRUE(IsPresetName(longest));
   for (const std::string& name :
-       {std::string(), longest + "x", std::string(".hidden"), std::string("a/b"),
-        std::string("a\\b"), std::string("a:b"), std::string(" a"), std::string("a "),
-        std::string("a."), std::string("a\nb"), std::string("..")}) {
+       {std::string(),           longest + "x",          std::string(".hidden"),
+        std::string("a/b"),      std::string("a\\b"),    std::string("a:b"),
+        std::string(" a"),       std::string("a "),      std::string("a."),
+        std::string("a\nb"),     std::string(".."),      std::string("a\xFF"),
+        std::string("a\xC3"),    std::string("CON"),     std::string("nul.old"),
+        std::string("Com1 .x"),  std::string("LPT9"),    std::string("a\u202Eb"),
+        std::string("a\u200Bb"), std::string("a\u0085b")}) {
     EXPECT_FALSE(IsPresetName(name)) << name;
+  }
+  for (const char* const name : {"Console", "COM10", "NULL", "日本", "🎙 Studio"}) {
+    EXPECT_TRUE(IsPresetName(name)) << name;
+  }
+}
+
+TEST(PresetName, IsShortenedByWholeCharacters) {
+  const std::string behind = ", 2026-11-22 22.16.03";
+  EXPECT_EQ(PresetNameOf("Before recall of ", "Morning", behind),
+            "Before recall of Morning, 2026-11-22 22.16.03");
+  std::string wide;
+  for (int i = 0; i < 66; ++i) wide += "日";
+  std::string pairs;
+  for (int i = 0; i < 60; ++i) pairs += "🎙";
+  for (const std::string& name : {std::string(80, 'x'), std::string(62, 'x') + ".yyyyyyyyyyyyyyy",
+                                  wide, pairs, "x" + pairs}) {
+    const std::string made = PresetNameOf("Before recall of ", name, behind);
+    EXPECT_TRUE(IsPresetName(made)) << made;
+    EXPECT_THAT(made, testing::EndsWith(behind));
+    EXPECT_GT(made.size(), 70U);
   }
 }
 

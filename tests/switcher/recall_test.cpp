@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -30,6 +31,7 @@ class RecallTest : public testing::Test, public RecallDisplay {
     model_.AllocateMap();
     model_.LinkStatus = {1, 1, 0};
     model_.XmapComplete = true;
+    for (int output = 1; output <= 8; ++output) knownMap_.CrosspointRowChanged(output, 0);
   }
 
   void SetUp() override { ASSERT_TRUE(port_.Open(1).ok()); }
@@ -61,6 +63,7 @@ class RecallTest : public testing::Test, public RecallDisplay {
   // The switcher reports a row.
   void Report(int output, const Sources& sources, int mode = 0) {
     SetRow(output, sources, mode);
+    knownMap_.CrosspointRowChanged(output, mode);
     recall_.CrosspointRowChanged(output, mode);
   }
 
@@ -97,7 +100,17 @@ class RecallTest : public testing::Test, public RecallDisplay {
     return outcomes;
   }
 
+  // The switcher falls silent, the port stays open.
+  void LoseLink() {
+    model_.LinkStatus = {0, 0, 0};
+    knownMap_.LinkChanged();
+  }
+
   void ShowRow(std::size_t row) override { shown_.push_back(row); }
+  void CommandSent(int output, int input, TakeAction action) override {
+    logged_.push_back(std::to_string(output) + "<" + std::to_string(input) + " " +
+                      std::to_string(static_cast<int>(action)));
+  }
   void RequestTurn() override { turnDue_ = true; }
   void StartAnswerTimer() override { isTimed_ = true; }
   void StopAnswerTimer() override { isTimed_ = false; }
@@ -109,19 +122,24 @@ class RecallTest : public testing::Test, public RecallDisplay {
   test::RecordingReporter reporter_;
   LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}, &locks_};
   std::set<std::pair<int, int>> inhibited_;
-  Recall recall_{{.model = model_,
-                  .locks = locks_,
-                  .commands = live_,
-                  .isInhibited =
-                      [this](int output, int input) {
-                        return inhibited_.contains({output, input});
-                      }},
-                 *this};
+  bool isReadable_ = true;
+  KnownMap knownMap_{model_};
+  const Recall::Services services_{
+      .model = model_,
+      .locks = locks_,
+      .knownMap = knownMap_,
+      .commands = live_,
+      .facts = {
+          .outputLabel = {}, .inputLabel = {}, .isInhibited = [this](int output, int input) {
+            return isReadable_ ? std::optional(inhibited_.contains({output, input})) : std::nullopt;
+          }}};
+  Recall recall_{services_, *this};
 
   std::set<std::pair<int, int>> refused_;  // crosspoints that the switcher does not touch
   std::function<void(int output, Sources* row)> beforeReport_;
   std::vector<std::string> commands_;
   std::vector<std::size_t> shown_;
+  std::vector<std::string> logged_;
   bool turnDue_ = false;
   bool isTimed_ = false;
   int ends_ = 0;
@@ -195,7 +213,7 @@ TEST_F(RecallTest, ARowThatWasChangedSinceItWasListedIsSkipped) {
   RunWithSwitcher();
   EXPECT_THAT(Outcomes(), ElementsAre(RecallOutcome::Changed, RecallOutcome::Done));
   EXPECT_EQ(Heard(2), "7");
-  EXPECT_FALSE(recall_.Rows()[0].isTouched);
+  EXPECT_FALSE(recall_.Rows()[0].isPartial);
 }
 
 TEST_F(RecallTest, ARowThatSomebodyChangesMeanwhileIsLeftToHim) {
@@ -206,7 +224,50 @@ TEST_F(RecallTest, ARowThatSomebodyChangesMeanwhileIsLeftToHim) {
   RunWithSwitcher();
   EXPECT_THAT(Outcomes(), ElementsAre(RecallOutcome::Changed, RecallOutcome::Done));
   EXPECT_EQ(Heard(2), "4 7") << "5 is not made any more";
-  EXPECT_TRUE(recall_.Rows()[0].isTouched);
+  EXPECT_TRUE(recall_.Rows()[0].isPartial);
+  EXPECT_FALSE(recall_.Rows()[1].isPartial);
+}
+
+TEST_F(RecallTest, EachCommandIsTold) {
+  SetRow(6, Hear({1}));
+  recall_.Go({Row(6, {8})});
+  RunWithSwitcher();
+  EXPECT_THAT(logged_, ElementsAre("6<8 2", "6<1 0"));
+}
+
+TEST_F(RecallTest, ALinkThatIsLostInTheMiddleEndsIt) {
+  recall_.Go({Row(2, {4, 5}), Row(3, {4})});
+  Turn();
+  port_.TakeWritten();
+  Report(2, Hear({4}));
+  LoseLink();
+  Turn();
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(ends_, 1);
+  EXPECT_EQ(recall_.Obstacle(), RecallObstacle::NotConnected);
+  EXPECT_THAT(Outcomes(), ElementsAre(RecallOutcome::NotNow, RecallOutcome::NotBegun));
+  EXPECT_TRUE(recall_.Rows()[0].isPartial);
+}
+
+TEST_F(RecallTest, ALinkThatWasLostAndIsBackEndsItToo) {
+  recall_.Go({Row(2, {4, 5})});
+  Turn();
+  port_.TakeWritten();
+  LoseLink();
+  model_.LinkStatus = {1, 1, 0};
+  Report(2, Hear({4}));
+  Turn();
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_EQ(recall_.Obstacle(), RecallObstacle::MapNotKnown);
+}
+
+TEST_F(RecallTest, WhatCannotBeReadIsNotTakenForAllowed) {
+  SetRow(3, Hear({1}));
+  isReadable_ = false;
+  recall_.Go({Row(2, {4}), Row(3, {})});
+  RunWithSwitcher();
+  EXPECT_THAT(Outcomes(), ElementsAre(RecallOutcome::NotKnown, RecallOutcome::Done));
+  EXPECT_EQ(Heard(2), "");
 }
 
 TEST_F(RecallTest, ARowThatChangesAfterItWasDoneIsNamedAtTheEnd) {
@@ -215,7 +276,8 @@ TEST_F(RecallTest, ARowThatChangesAfterItWasDoneIsNamedAtTheEnd) {
   };
   recall_.Go({Row(2, {4}), Row(3, {4})});
   RunWithSwitcher();
-  EXPECT_THAT(Outcomes(), ElementsAre(RecallOutcome::Changed, RecallOutcome::Done));
+  EXPECT_THAT(Outcomes(), ElementsAre(RecallOutcome::Undone, RecallOutcome::Done));
+  EXPECT_FALSE(recall_.Rows()[0].isPartial);
 }
 
 TEST_F(RecallTest, ACallIsNotDisturbed) {
@@ -272,6 +334,7 @@ TEST_F(RecallTest, TheEndOfTheProgramEndsItAtOnce) {
   recall_.AnswerOverdue();
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_EQ(ends_, 0);
+  EXPECT_THAT(Outcomes(), ElementsAre(RecallOutcome::Cancelled));
 }
 
 TEST_F(RecallTest, ACommandThatCannotBeSentEndsIt) {
@@ -285,15 +348,19 @@ TEST_F(RecallTest, ACommandThatCannotBeSentEndsIt) {
 }
 
 TEST_F(RecallTest, IsRefusedWhereItWouldBeBlind) {
-  EXPECT_EQ(WhyNoRecall(model_, locks_), std::nullopt);
+  EXPECT_EQ(Recall::WhyNot(services_), std::nullopt);
+  LoseLink();
+  model_.LinkStatus = {1, 1, 0};
+  Report(8, {});
+  EXPECT_EQ(Recall::WhyNot(services_), RecallObstacle::MapNotKnown) << "one row is no map";
   model_.XmapComplete = false;
-  EXPECT_EQ(WhyNoRecall(model_, locks_), RecallObstacle::MapIncomplete);
+  EXPECT_EQ(Recall::WhyNot(services_), RecallObstacle::MapIncomplete);
   model_.LinkStatus[0] = 0;
-  EXPECT_EQ(WhyNoRecall(model_, locks_), RecallObstacle::NotConnected);
+  EXPECT_EQ(Recall::WhyNot(services_), RecallObstacle::NotConnected);
   model_.DemoMode = 1;
-  EXPECT_EQ(WhyNoRecall(model_, locks_), RecallObstacle::DemoMode);
+  EXPECT_EQ(Recall::WhyNot(services_), RecallObstacle::DemoMode);
   locks_.LockConsole(true);
-  EXPECT_EQ(WhyNoRecall(model_, locks_), RecallObstacle::ConsoleLocked);
+  EXPECT_EQ(Recall::WhyNot(services_), RecallObstacle::ConsoleLocked);
 }
 
 }  // namespace

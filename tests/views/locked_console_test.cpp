@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QInputMethodEvent>
 #include <QRadioButton>
 #include <QTest>
 
@@ -120,6 +121,21 @@ TEST(LockedConsole, LabelsAreNotStored) {
   EXPECT_THAT(console.tables.traffic, IsEmpty());
   console.locks.LockConsole(false);
   console.Press(Qt::Key_F2);
+  EXPECT_NE(console.Editor(), nullptr);
+}
+
+TEST(LockedConsole, WhatAnInputMethodComposesIsRefusedToo) {
+  test::LabelsConsole console;
+  console.Open();
+  console.Click(4, test::kLabel);
+  console.locks.LockConsole(true);
+  QInputMethodEvent composed;
+  composed.setCommitString(QStringLiteral("X"));
+  QCoreApplication::sendEvent(&console.Grid(), &composed);
+  EXPECT_EQ(console.Editor(), nullptr);
+  EXPECT_THAT(console.reporter.reports, testing::ElementsAre(kRefused));
+  console.locks.LockConsole(false);
+  QCoreApplication::sendEvent(&console.Grid(), &composed);
   EXPECT_NE(console.Editor(), nullptr);
 }
 

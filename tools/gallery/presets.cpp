@@ -24,6 +24,9 @@ class ChangedMap {
     model_.AllocateMap();
     model_.LinkStatus = {1, 1, 0};
     model_.XmapComplete = true;
+    for (int output = 1; output <= kChannels; ++output) {
+      knownMap_.CrosspointRowChanged(output, 0);
+    }
     (void)port_.Open(1);
     for (int output = 1; output <= kChannels; ++output) Make(output, output % 13 + 1);
     for (int input = 20; input < 30; ++input) Make(12, input);
@@ -42,10 +45,11 @@ class ChangedMap {
     window.show();
     Save(window, QStringLiteral("presets-none"));
     const QDateTime day(QDate(2026, 11, 20), QTime(6, 0));
-    window.SetPresets({{QStringLiteral("Before recall of Morning show"), day.addDays(1)},
-                       {QStringLiteral("Evening news, studio 2"), day.addSecs(43000)},
-                       {QStringLiteral("Morning show"), day}},
-                      QStringLiteral("Morning show"));
+    window.SetPresets(
+        {{QStringLiteral("Before recall of Morning show, 2026-11-21 05.58.12"), day.addDays(1)},
+         {QStringLiteral("Evening news, studio 2"), day.addSecs(43000)},
+         {QStringLiteral("Morning show"), day}},
+        QStringLiteral("Morning show"));
     window.findChild<QLineEdit*>(QStringLiteral("aidPresetOutputs"))
         ->setText(QStringLiteral("1-8, 12"));
     window.Say(QStringLiteral("Morning show: 12 of 12 outputs recalled"));
@@ -84,10 +88,10 @@ class ChangedMap {
   }
 
   views::RecallWindow::Services Services() {
-    return {.recall = {.model = model_,
-                       .locks = locks_,
-                       .commands = commands_,
-                       .isInhibited = facts_.isInhibited},
+    return {.model = model_,
+            .locks = locks_,
+            .knownMap = knownMap_,
+            .commands = commands_,
             .facts = facts_};
   }
 
@@ -99,6 +103,7 @@ class ChangedMap {
 
   model::SystemModel model_;
   model::Locks locks_;
+  ::switcher::KnownMap knownMap_{model_};
   DeadLine port_;
   NoSwitcher switcher_;
   ::switcher::LiveCommands commands_{{.model = model_, .port = port_, .reporter = switcher_},

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "model/locks.h"
 #include "stations/carry_out.h"
 #include "views/compare/compare_rows.h"
 #include "views/widgets/icon.h"
@@ -257,6 +258,10 @@ void CompareWindow::ShowChoice() {
 
 // A row of which anything was edited since is left out whole: half a button is none.
 void CompareWindow::Store() {
+  if (!services_.changes.MayStore(stations::Origin::Comparison)) {
+    model::ShowConsoleLocked(services_.comparison.reporter);
+    return;
+  }
   jet::Database* const database = services_.comparison.database();
   if (database == nullptr) return;
   std::vector<ChangeRow> rows = list_->Ticked();

@@ -157,6 +157,9 @@ void LabelsGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionF
 bool LabelsGrid::BeginsEdit(const QModelIndex& index, EditTrigger trigger, const QEvent* event) {
   if ((index.flags() & Qt::ItemIsEditable) == 0) return false;
   if (trigger != AnyKeyPressed) return trigger == DoubleClicked || trigger == EditKeyPressed;
+  // What an input method composes comes with the same trigger.
+  if (event->type() == QEvent::InputMethod) return true;
+  if (event->type() != QEvent::KeyPress) return false;
   const QString text = static_cast<const QKeyEvent*>(event)->text();
   return !text.isEmpty() && text.at(0).isPrint();
 }

@@ -16,12 +16,68 @@ using switcher::RecallOutcome;
 
 QString Tr(const char* text) { return QCoreApplication::translate("PresetWords", text); }
 
+QString Number(int channel) { return QStringLiteral("%1").arg(channel, 2, 10, QLatin1Char('0')); }
+
+// The channel that an obstacle is about.
+QString ConcernedWords(const switcher::PresetDifference& difference) {
+  return (difference.concernsInput ? Tr("In %1") : Tr("Out %1"))
+      .arg(Number(difference.concerned.channel));
+}
+
+QString Listed(const QStringList& labels) {
+  return labels.isEmpty() ? Tr("nothing") : labels.join(QStringLiteral(", "));
+}
+
+// What has ended a recall.
+QString EndWords(RecallObstacle obstacle) {
+  switch (obstacle) {
+    case RecallObstacle::ConsoleLocked:
+      return Tr("The console was locked");
+    case RecallObstacle::DemoMode:
+      return Tr("The demo mode was switched on");
+    case RecallObstacle::NotConnected:
+    case RecallObstacle::MapNotKnown:
+      return Tr("The link was lost");
+    case RecallObstacle::MapIncomplete:
+      return Tr("The map was asked for again");
+  }
+  return {};
+}
+
+QString OutcomeWords(RecallOutcome outcome, std::optional<RecallObstacle> obstacle) {
+  switch (outcome) {
+    case RecallOutcome::Done:
+      break;
+    case RecallOutcome::NotBegun:
+      return Tr("Not begun");
+    case RecallOutcome::Changed:
+      return Tr("Changed by somebody else");
+    case RecallOutcome::Priority:
+      return Tr("Call or priority listen");
+    case RecallOutcome::Locked:
+      return Tr("Output locked");
+    case RecallOutcome::Inhibited:
+      return Tr("A source is inhibited");
+    case RecallOutcome::NotKnown:
+      return Tr("The inhibits cannot be read");
+    case RecallOutcome::Undone:
+      return Tr("Recalled, then changed by somebody else");
+    case RecallOutcome::NoAnswer:
+      return Tr("The switcher did not do it");
+    case RecallOutcome::NotSent:
+      return Tr("Could not be sent");
+    case RecallOutcome::NotNow:
+      return obstacle ? EndWords(*obstacle) : QString();
+    case RecallOutcome::Cancelled:
+      return Tr("Cancelled");
+  }
+  return {};
+}
+
 }  // namespace
 
-QString OutputWords(int output, const switcher::ChannelFacts& facts) {
-  return Tr("Out %1  %2")
-      .arg(output, 2, 10, QLatin1Char('0'))
-      .arg(QString::fromStdString(facts.outputLabel(output)));
+QString OutputWords(const switcher::NamedChannel& output) {
+  return Tr("Out %1  %2").arg(Number(output.channel), QString::fromStdString(output.label));
 }
 
 QString SourceWords(const switcher::Sources& sources, const switcher::ChannelFacts& facts) {
@@ -30,7 +86,15 @@ QString SourceWords(const switcher::Sources& sources, const switcher::ChannelFac
     if (!sources.test(input)) continue;
     labels.append(QString::fromStdString(facts.inputLabel(static_cast<int>(input))));
   }
-  return labels.isEmpty() ? Tr("nothing") : labels.join(QStringLiteral(", "));
+  return Listed(labels);
+}
+
+QString SourceWords(const std::vector<switcher::NamedChannel>& inputs) {
+  QStringList labels;
+  for (const switcher::NamedChannel& input : inputs) {
+    labels.append(QString::fromStdString(input.label));
+  }
+  return Listed(labels);
 }
 
 QString ObstacleWords(const switcher::PresetDifference& difference) {
@@ -39,9 +103,9 @@ QString ObstacleWords(const switcher::PresetDifference& difference) {
     case PresetObstacle::None:
       break;
     case PresetObstacle::NoChannel:
-      return Tr("Channel %1 (%2) is not there").arg(difference.concerned.channel).arg(label);
+      return Tr("%1 (%2) is not there").arg(ConcernedWords(difference), label);
     case PresetObstacle::OtherLabel:
-      return Tr("Channel %1 was %2").arg(difference.concerned.channel).arg(label);
+      return Tr("%1 was %2").arg(ConcernedWords(difference), label);
     case PresetObstacle::StoredPriority:
       return Tr("Stored during a call");
     case PresetObstacle::Priority:
@@ -50,6 +114,8 @@ QString ObstacleWords(const switcher::PresetDifference& difference) {
       return Tr("Output locked");
     case PresetObstacle::Inhibited:
       return Tr("%1 is inhibited").arg(label);
+    case PresetObstacle::NotKnown:
+      return Tr("The inhibits cannot be read");
   }
   return {};
 }
@@ -69,6 +135,8 @@ QString ObstacleLabel(PresetObstacle obstacle) {
       return Tr("Locked");
     case PresetObstacle::Inhibited:
       return Tr("Inhibited");
+    case PresetObstacle::NotKnown:
+      return Tr("Not known");
   }
   return Tr("Sources");
 }
@@ -83,30 +151,15 @@ QString RecallObstacleWords(RecallObstacle obstacle) {
       return Tr("Not while the switcher does not answer.");
     case RecallObstacle::MapIncomplete:
       return Tr("Not before the switcher has reported the whole map.");
+    case RecallObstacle::MapNotKnown:
+      return Tr("Not with a map from before the link was lost: Refresh Map asks for it.");
   }
   return {};
 }
 
-QString OutcomeWords(RecallOutcome outcome) {
-  switch (outcome) {
-    case RecallOutcome::Done:
-      break;
-    case RecallOutcome::NotBegun:
-      return Tr("Not begun");
-    case RecallOutcome::Changed:
-      return Tr("Changed by somebody else");
-    case RecallOutcome::Priority:
-      return Tr("Call or priority listen");
-    case RecallOutcome::Locked:
-      return Tr("Output locked");
-    case RecallOutcome::Inhibited:
-      return Tr("A source is inhibited");
-    case RecallOutcome::NoAnswer:
-      return Tr("The switcher did not do it");
-    case RecallOutcome::NotSent:
-      return Tr("Could not be sent");
-  }
-  return {};
+QString OutcomeWords(const switcher::RecallRow& row, std::optional<RecallObstacle> obstacle) {
+  const QString words = OutcomeWords(row.outcome, obstacle);
+  return row.isPartial ? Tr("%1: half recalled").arg(words) : words;
 }
 
 QString OutcomeLabel(RecallOutcome outcome) {
@@ -123,10 +176,18 @@ QString OutcomeLabel(RecallOutcome outcome) {
       return Tr("Locked");
     case RecallOutcome::Inhibited:
       return Tr("Inhibited");
+    case RecallOutcome::NotKnown:
+      return Tr("Not known");
+    case RecallOutcome::Undone:
+      return Tr("Changed");
     case RecallOutcome::NoAnswer:
       return Tr("Not done");
     case RecallOutcome::NotSent:
       return Tr("Not sent");
+    case RecallOutcome::NotNow:
+      return Tr("Not now");
+    case RecallOutcome::Cancelled:
+      return Tr("Cancelled");
   }
   return {};
 }
@@ -134,7 +195,10 @@ QString OutcomeLabel(RecallOutcome outcome) {
 QString RecallSummary(const std::vector<switcher::RecallRow>& rows, bool isCancelled) {
   const auto done = std::ranges::count(rows, RecallOutcome::Done, &switcher::RecallRow::outcome);
   const QString summary = Tr("%1 of %2 outputs recalled").arg(done).arg(rows.size());
-  return isCancelled ? Tr("%1, then cancelled").arg(summary) : summary;
+  const bool isCut = std::ranges::any_of(rows, [](const switcher::RecallRow& row) {
+    return row.outcome == RecallOutcome::NotBegun || row.outcome == RecallOutcome::Cancelled;
+  });
+  return isCancelled && isCut ? Tr("%1, then cancelled").arg(summary) : summary;
 }
 
 }  // namespace views

@@ -6,6 +6,7 @@
 #define VIEWS_PRESETS_PRESET_WORDS_H_
 
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "switcher/presets/preset.h"
@@ -13,11 +14,12 @@
 
 namespace views {
 
-// A channel of the map: "Out 06  CAM 4".
-QString OutputWords(int output, const switcher::ChannelFacts& facts);
+// An output, as the preset calls it: "Out 06  CAM 4".
+QString OutputWords(const switcher::NamedChannel& output);
 
-// What an output hears: "MIC ANCH, VISION"; "nothing".
+// What an output hears: "MIC ANCH, VISION"; "nothing".  The second calls it as the preset does.
 QString SourceWords(const switcher::Sources& sources, const switcher::ChannelFacts& facts);
+QString SourceWords(const std::vector<switcher::NamedChannel>& inputs);
 
 // Why a row cannot be recalled: "Output locked"; empty when it can.  The label is for a narrow
 // column: "Locked", or of a row that can, what the difference is about.
@@ -27,12 +29,15 @@ QString ObstacleLabel(switcher::PresetObstacle obstacle);
 // Why the map cannot be brought to a preset now, in a sentence.
 QString RecallObstacleWords(switcher::RecallObstacle obstacle);
 
-// What became of an output that is not as it was wanted: "Changed by somebody else"; the label is
-// for a narrow column.
-QString OutcomeWords(switcher::RecallOutcome outcome);
+// What became of an output that is not as it was wanted: "Changed by somebody else", and that it
+// was left half recalled; the label is for a narrow column.  `obstacle` is what has ended the
+// recall.
+QString OutcomeWords(const switcher::RecallRow& row,
+                     std::optional<switcher::RecallObstacle> obstacle);
 QString OutcomeLabel(switcher::RecallOutcome outcome);
 
-// What came of a recall: "3 of 4 outputs recalled", and behind a cancel that it was cancelled.
+// What came of a recall: "3 of 4 outputs recalled", and that it was cancelled if that has kept an
+// output from it.
 QString RecallSummary(const std::vector<switcher::RecallRow>& rows, bool isCancelled);
 
 }  // namespace views

@@ -37,6 +37,7 @@ PresetsWindow::PresetsWindow(const model::SystemModel& model, QWidget* parent)
   setWindowTitle(tr("Presets Of The Map"));
   LayOut();
   connect(list_, &QTreeWidget::currentItemChanged, this, &PresetsWindow::ShowChosen);
+  connect(list_, &QTreeWidget::itemClicked, this, [this] { name_->setText(Chosen()); });
   connect(list_, &QTreeWidget::itemActivated, this, &PresetsWindow::Recall);
   connect(name_, &QLineEdit::returnPressed, this, &PresetsWindow::Store);
   connect(outputs_, &QLineEdit::returnPressed, this, &PresetsWindow::Store);
@@ -113,6 +114,7 @@ void PresetsWindow::LayOut() {
 
 void PresetsWindow::SetPresets(const std::vector<Entry>& presets, const QString& name) {
   const QString chosen = name.isEmpty() ? Chosen() : name;
+  if (name == name_->text().trimmed()) name_->setModified(false);  // it is stored
   list_->clear();
   for (const Entry& preset : presets) {
     auto* const item = new QTreeWidgetItem(
@@ -138,7 +140,7 @@ void PresetsWindow::ShowChosen() {
   const bool hasChosen = !Chosen().isEmpty();
   recall_->setEnabled(hasChosen);
   delete_->setEnabled(hasChosen);
-  if (hasChosen) name_->setText(Chosen());
+  if (hasChosen && !name_->isModified()) name_->setText(Chosen());
   Say(hasChosen ? QString()
                 : tr("No presets yet. Store keeps what the outputs of the map hear under a name."));
 }

@@ -27,11 +27,11 @@ RecallWindow::RecallWindow(Services services, const QString& name, const switche
                            QWidget* parent)
     : QDialog(parent),
       services_(std::move(services)),
-      differences_(switcher::Differences(preset, services_.recall.model, services_.recall.locks,
-                                         services_.facts)),
-      hasMisfits_(preset.channels != services_.recall.model.CrosspointMap.Size() ||
+      differences_(
+          switcher::Differences(preset, services_.model, services_.locks, services_.facts)),
+      hasMisfits_(preset.channels != services_.model.CrosspointMap.Size() ||
                   std::ranges::any_of(differences_, &PresetDifference::IsMisfit)),
-      recall_(services_.recall, *this),
+      recall_(services_, *this),
       text_(new QLabel(this)),
       list_(new DifferenceList({.filter = QStringLiteral("aidFilterRecall"),
                                 .list = QStringLiteral("lstRecall"),
@@ -59,11 +59,13 @@ RecallWindow::RecallWindow(Services services, const QString& name, const switche
   lookTimer_.start();
   connect(list_, &DifferenceList::TicksChanged, this, &RecallWindow::UpdateQuestion);
   connect(rest_, &QCheckBox::toggled, this, &RecallWindow::UpdateQuestion);
-  connect(ok_, &QPushButton::clicked, this, [this] {
-    isAsked_ = true;
-    UpdateQuestion();
-    Q_EMIT RecallRequested();
+  keepTimer_.setSingleShot(true);
+  keepTimer_.setInterval(kKeepMilliseconds);
+  connect(&keepTimer_, &QTimer::timeout, this, [this] {
+    late_ = tr("Nothing was sent: what the map is now could not be kept in time.");
+    AskAgain();
   });
+  connect(ok_, &QPushButton::clicked, this, &RecallWindow::Ask);
   connect(cancel_, &QPushButton::clicked, this, &RecallWindow::reject);
   UpdateQuestion();
 }
@@ -105,12 +107,12 @@ void RecallWindow::FillList() {
   std::vector<Difference> rows;
   for (const PresetDifference& difference : differences_) {
     const QString obstacle = ObstacleWords(difference);
-    rows.emplace_back(ChangeRow{.station = difference.output,
+    rows.emplace_back(ChangeRow{.station = difference.Output(),
                                 .fields = {},
-                                .where = OutputWords(difference.output, services_.facts),
+                                .where = OutputWords(difference.stored.output),
                                 .what = ObstacleLabel(difference.obstacle),
                                 .before = SourceWords(difference.now, services_.facts),
-                                .after = SourceWords(difference.wanted, services_.facts)},
+                                .after = SourceWords(difference.stored.hears)},
                       obstacle);
   }
   list_->SetRows(std::move(rows), true);
@@ -129,76 +131,103 @@ QString RecallWindow::Question() const {
 
 void RecallWindow::UpdateQuestion() {
   if (recall_.IsRunning() || isOver_) return;
-  const auto obstacle = switcher::WhyNoRecall(services_.recall.model, services_.recall.locks);
-  note_->setText(obstacle ? RecallObstacleWords(*obstacle) : QString());
+  const auto obstacle = switcher::Recall::WhyNot(services_);
+  note_->setText(isAsked_   ? tr("Keeping what the map is now…")
+                 : obstacle ? RecallObstacleWords(*obstacle)
+                            : late_);
   const bool isToldTo = !hasMisfits_ || rest_->isChecked();
   ok_->setEnabled(!isAsked_ && !obstacle && isToldTo && list_->TickedCount() > 0);
 }
 
+// What was asked for stays as it was asked for until it is begun.
+void RecallWindow::Ask() {
+  isAsked_ = true;
+  SetChoosable(false);
+  UpdateQuestion();
+  cancel_->setFocus();
+  keepTimer_.start();
+  Q_EMIT RecallRequested();
+}
+
+void RecallWindow::SetChoosable(bool choosable) {
+  list_->setEnabled(choosable);
+  rest_->setEnabled(choosable);
+}
+
+const PresetDifference& RecallWindow::DifferenceOf(int output) const {
+  return *std::ranges::find(differences_, output, &PresetDifference::Output);
+}
+
 void RecallWindow::Go() {
   if (recall_.IsRunning() || isOver_) return;
-  isAsked_ = false;
-  if (switcher::WhyNoRecall(services_.recall.model, services_.recall.locks)) {
-    UpdateQuestion();
+  if (switcher::Recall::WhyNot(services_)) {
+    AskAgain();
     return;
   }
+  isAsked_ = false;
+  keepTimer_.stop();
   std::vector<RecallRow> rows;
   for (const ChangeRow& ticked : list_->Ticked()) {
-    const auto difference =
-        std::ranges::find(differences_, ticked.station, &PresetDifference::output);
+    const PresetDifference& difference = DifferenceOf(ticked.station);
     rows.push_back(
-        {.output = ticked.station, .listed = difference->now, .wanted = difference->wanted});
+        {.output = ticked.station, .listed = difference.now, .wanted = difference.wanted});
   }
   lookTimer_.stop();
-  list_->setEnabled(false);
-  rest_->setEnabled(false);
+  SetChoosable(false);
   ok_->setEnabled(false);
   bar_->setMaximum(static_cast<int>(rows.size()));
   bar_->show();
   cancel_->setFocus();
+  Q_EMIT RecallBegun(static_cast<int>(rows.size()));
   recall_.Go(std::move(rows));
 }
 
 void RecallWindow::AskAgain() {
   isAsked_ = false;
+  keepTimer_.stop();
+  SetChoosable(true);
   UpdateQuestion();
 }
 
 void RecallWindow::ShowRow(std::size_t row) {
   bar_->setValue(static_cast<int>(row));
-  note_->setText(OutputWords(recall_.Rows()[row].output, services_.facts));
+  note_->setText(OutputWords(DifferenceOf(recall_.Rows()[row].output).stored.output));
 }
 
-QString RecallWindow::RowWords(const RecallRow& row) const {
-  return QStringLiteral("%1: %2").arg(OutputWords(row.output, services_.facts),
-                                      OutcomeWords(row.outcome));
+void RecallWindow::SayWhatCameOfIt() {
+  QStringList left;
+  for (const RecallRow& row : recall_.Rows()) {
+    if (row.outcome == RecallOutcome::Done) continue;
+    left.append(QStringLiteral("%1: %2").arg(OutputWords(DifferenceOf(row.output).stored.output),
+                                             OutcomeWords(row, recall_.Obstacle())));
+  }
+  Q_EMIT RecallEnded(RecallSummary(recall_.Rows(), recall_.IsCancelled()), left);
 }
 
 void RecallWindow::Ended() {
   isOver_ = true;
   bar_->hide();
   std::vector<Difference> left;
-  QStringList lines;
   for (const RecallRow& row : recall_.Rows()) {
     if (row.outcome == RecallOutcome::Done) continue;
-    lines.append(RowWords(row));
+    const switcher::PresetRow& stored = DifferenceOf(row.output).stored;
     left.emplace_back(
         ChangeRow{.station = row.output,
                   .fields = {},
-                  .where = OutputWords(row.output, services_.facts),
+                  .where = OutputWords(stored.output),
                   .what = OutcomeLabel(row.outcome),
-                  .before = SourceWords(switcher::SourcesOf(services_.recall.model, row.output),
+                  .before = SourceWords(switcher::SourcesOf(services_.model, row.output),
                                         services_.facts),
-                  .after = SourceWords(row.wanted, services_.facts)},
-        OutcomeWords(row.outcome));
+                  .after = SourceWords(stored.hears)},
+        OutcomeWords(row, recall_.Obstacle()));
   }
-  const QString summary = RecallSummary(recall_.Rows(), recall_.IsCancelled());
-  Q_EMIT RecallEnded(summary, lines);
-  if (lines.isEmpty()) {
+  SayWhatCameOfIt();
+  if (left.empty()) {
     accept();
     return;
   }
-  text_->setText(tr("%1. These are not as they are in the preset:").arg(summary));
+  text_->setText(tr("%1. These are not as they are in the preset:")
+                     .arg(RecallSummary(recall_.Rows(), recall_.IsCancelled())));
   note_->clear();
   list_->setEnabled(true);
   list_->SetRows(std::move(left));
@@ -206,6 +235,7 @@ void RecallWindow::Ended() {
   ok_->hide();
   cancel_->setText(tr("Close"));
   cancel_->setEnabled(true);
+  cancel_->setFocus();
 }
 
 void RecallWindow::reject() {
@@ -219,7 +249,9 @@ void RecallWindow::reject() {
 }
 
 void RecallWindow::CancelNow() {
+  const bool wasRunning = recall_.IsRunning();
   recall_.CancelNow();
+  if (wasRunning) SayWhatCameOfIt();
   QDialog::reject();
 }
 

@@ -25,10 +25,10 @@ class RecallWindow : public QDialog, public switcher::RecallDisplay {
   Q_OBJECT
 
  public:
-  struct Services {
-    switcher::Recall::Services recall;
-    switcher::ChannelFacts facts;
-  };
+  using Services = switcher::Recall::Services;
+
+  // So long the operator is kept waiting for what the map is now to be kept.
+  static constexpr int kKeepMilliseconds = 5000;
 
   // All that is referred to must outlive the window.
   RecallWindow(Services services, const QString& name, const switcher::Preset& preset,
@@ -41,7 +41,11 @@ class RecallWindow : public QDialog, public switcher::RecallDisplay {
   // What was there cannot be kept: the operator may ask again, or Go() is called all the same.
   void AskAgain();
 
-  // Ends and closes at once, for a program that ends.
+  // Whether it waits for what was there to be kept.  It gives up after kKeepMilliseconds: who was
+  // interrupted by a slow disk is not to be surprised by takes a minute later.
+  bool IsKeeping() const { return isAsked_; }
+
+  // Ends and closes at once, for a program that ends; says what came of it.
   void CancelNow();
 
   // The switcher has reported a row.
@@ -50,6 +54,9 @@ class RecallWindow : public QDialog, public switcher::RecallDisplay {
   void reject() override;
 
   void ShowRow(std::size_t row) override;
+  void CommandSent(int output, int input, switcher::TakeAction action) override {
+    Q_EMIT TakeSent(output, input, static_cast<int>(action));
+  }
   void RequestTurn() override { turnTimer_.start(); }
   void StartAnswerTimer() override { answerTimer_.start(); }
   void StopAnswerTimer() override { answerTimer_.stop(); }
@@ -58,6 +65,10 @@ class RecallWindow : public QDialog, public switcher::RecallDisplay {
  Q_SIGNALS:
   // The operator wants what is ticked; Go() begins it.
   void RecallRequested();
+  // It has begun with so many outputs.
+  void RecallBegun(int outputs);
+  // A command for a crosspoint (from 1) was sent, with its action byte.
+  void TakeSent(int output, int input, int action);
   // What came of it, in words: a line, and one for each output that is not as it was wanted.
   void RecallEnded(const QString& summary, const QStringList& left);
 
@@ -66,7 +77,10 @@ class RecallWindow : public QDialog, public switcher::RecallDisplay {
   void FillList();
   void UpdateQuestion();
   QString Question() const;
-  QString RowWords(const switcher::RecallRow& row) const;
+  const switcher::PresetDifference& DifferenceOf(int output) const;
+  void Ask();
+  void SetChoosable(bool choosable);
+  void SayWhatCameOfIt();
 
   const Services services_;
   const std::vector<switcher::PresetDifference> differences_;
@@ -84,6 +98,8 @@ class RecallWindow : public QDialog, public switcher::RecallDisplay {
   QTimer turnTimer_;
   QTimer answerTimer_;
   QTimer lookTimer_;
+  QTimer keepTimer_;
+  QString late_;  // what was there was not kept in time
 };
 
 }  // namespace views

@@ -101,7 +101,8 @@ class RescueTest : public JournalFixture {
   }
 
   test::SmallDatabase database_;
-  stations::Changes changes_;
+  model::Locks locks_;
+  stations::Changes changes_{locks_};
   QWidget window_;
   HintStrip* hints_ = new HintStrip(&window_);
   QAction command_;
@@ -135,6 +136,24 @@ TEST_F(RescueTest, WhatIsRestoredIsStoredAsOneActAndThenSaidToBe) {
   EXPECT_FALSE(command_.isEnabled());
   EXPECT_THAT(notes_, ElementsAre(HasSubstr("Restored: 2 changes of ")));
   EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+TEST_F(RescueTest, ALockedConsoleNeitherRestoresNorDiscards) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE")});
+  Start();
+  locks_.LockConsole(true);
+  Click("aidRestore");
+  Click("aidDiscard");
+  EXPECT_THAT(window_.findChildren<QMessageBox*>(), testing::IsEmpty());
+  EXPECT_THAT(reporter_.reports, testing::SizeIs(2));
+  EXPECT_THAT(reporter_.reports, testing::Each("exclamation|Control Error|Action Not Allowed While "
+                                               "Console Is Locked"));
+  locks_.LockConsole(false);
+  Click("aidDiscard");
+  locks_.LockConsole(true);
+  Answer("aidAskDiscard", "aidDiscardRun");
+  EXPECT_THAT(Offered(), ElementsAre("aidRestore", "aidShowChanges", "aidDiscard"));
+  EXPECT_EQ(database_.Field(5, "Label"), "MIC");
 }
 
 TEST_F(RescueTest, OnAnotherDatabaseItCanOnlyBeShown) {

@@ -125,6 +125,17 @@ TEST_F(CompareWindowTest, ListsWhatDiffersInWords) {
   ExpectUntouched();
 }
 
+TEST_F(CompareWindowTest, StoresNothingWhileTheConsoleIsLocked) {
+  Compare();
+  TickRow(0);
+  locks_.LockConsole(true);
+  Button("cmdStoreCmp").click();
+  EXPECT_THAT(reporter_.reports,
+              ElementsAre("exclamation|Control Error|Action Not Allowed While Console Is Locked"));
+  EXPECT_EQ(database_.Field(1, "Label"), "Sta. 001");
+  EXPECT_THAT(Rows(), SizeIs(3));
+}
+
 QImage SignOf(const char* icon, const QLabel& label) {
   const QSize size = label.pixmap(Qt::ReturnByValue).size();
   return Icon(QLatin1String(icon)).pixmap(size, 1.0).toImage();

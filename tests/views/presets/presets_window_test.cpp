@@ -91,6 +91,17 @@ TEST_F(PresetsWindowTest, AllOutputsOrChosenOnesAreStored) {
   EXPECT_TRUE(window_->isVisible());
 }
 
+TEST_F(PresetsWindowTest, WhatIsTypedIsReplacedOnlyByAClick) {
+  window_->SetPresets({{QStringLiteral("Evening"), {}}, {QStringLiteral("Morning"), {}}});
+  Type("txtPresetName", QStringLiteral("Sunday"));
+  QTest::keyClick(&Find("lstPresets"), Qt::Key_Down);
+  EXPECT_EQ(Find<QLineEdit>("txtPresetName").text(), QStringLiteral("Sunday"));
+  auto& list = Find<QTreeWidget>("lstPresets");
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
+                    list.visualItemRect(list.topLevelItem(0)).center());
+  EXPECT_EQ(Find<QLineEdit>("txtPresetName").text(), QStringLiteral("Evening"));
+}
+
 TEST_F(PresetsWindowTest, SaysWhatIsNoNameAndNoOutput) {
   window_->SetPresets({});
   Find<QPushButton>("cmdStorePreset").click();

@@ -34,6 +34,7 @@ class RecallWindowTest : public testing::Test {
     model_.AllocateMap();
     model_.LinkStatus = {1, 1, 0};
     model_.XmapComplete = true;
+    for (int output = 1; output <= 8; ++output) knownMap_.CrosspointRowChanged(output, 0);
   }
 
   void SetUp() override { ASSERT_TRUE(port_.Open(1).ok()); }
@@ -46,13 +47,12 @@ class RecallWindowTest : public testing::Test {
   }
 
   void Show(const switcher::Preset& preset) {
-    window_ = std::make_unique<RecallWindow>(
-        RecallWindow::Services{.recall = {.model = model_,
-                                          .locks = locks_,
-                                          .commands = live_,
-                                          .isInhibited = facts_.isInhibited},
-                               .facts = facts_},
-        QStringLiteral("Morning"), preset);
+    window_ = std::make_unique<RecallWindow>(RecallWindow::Services{.model = model_,
+                                                                    .locks = locks_,
+                                                                    .knownMap = knownMap_,
+                                                                    .commands = live_,
+                                                                    .facts = facts_},
+                                             QStringLiteral("Morning"), preset);
     QObject::connect(window_.get(), &RecallWindow::RecallEnded,
                      [this](const QString& summary, const QStringList& left) {
                        ended_.push_back(summary.toStdString());
@@ -105,6 +105,7 @@ class RecallWindowTest : public testing::Test {
 
   model::SystemModel model_;
   model::Locks locks_;
+  switcher::KnownMap knownMap_{model_};
   test::FakeSerialPort port_;
   test::RecordingReporter reporter_;
   switcher::LiveCommands live_{{.model = model_, .port = port_, .reporter = reporter_}, &locks_};
@@ -227,6 +228,69 @@ TEST_F(RecallWindowTest, CancelFinishesTheOutput) {
   }));
   EXPECT_THAT(ended_,
               ElementsAre("1 of 2 outputs recalled, then cancelled", "Out 03  OUT 3: Not begun"));
+  EXPECT_TRUE(Find<QPushButton>("cmdCancelRecall").hasFocus());
+}
+
+TEST_F(RecallWindowTest, ACancelThatKeepsNothingFromItIsNotNamed) {
+  Make(2, 1);
+  const switcher::Preset preset = Store({2});
+  Make(2, 1, 0);
+  Show(preset);
+  window_->Go();
+  QTest::keyClick(window_.get(), Qt::Key_Escape);
+  ASSERT_TRUE(QTest::qWaitFor([this] {
+    Answer();
+    return !ended_.empty();
+  }));
+  EXPECT_THAT(ended_, ElementsAre("1 of 1 outputs recalled"));
+}
+
+TEST_F(RecallWindowTest, WhatIsHalfRecalledIsNamedSo) {
+  Make(2, 1);
+  Make(2, 2);
+  const switcher::Preset preset = Store({2});
+  Make(2, 1, 0);
+  Make(2, 2, 0);
+  Show(preset);
+  window_->Go();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Answer(); }));
+  locks_.LockOutput(2, model::Locks::Against::Console);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !ended_.empty(); }));
+  EXPECT_THAT(ended_, ElementsAre("0 of 1 outputs recalled",
+                                  "Out 02  OUT 2: Output locked: half recalled"));
+  EXPECT_EQ(Tips()[0], "Output locked: half recalled");
+}
+
+TEST_F(RecallWindowTest, TheEndOfTheProgramSaysWhatWasDone) {
+  Make(2, 1);
+  Make(2, 2);
+  Make(3, 1);
+  const switcher::Preset preset = Store({2, 3});
+  Make(2, 1, 0);
+  Make(2, 2, 0);
+  Make(3, 1, 0);
+  Show(preset);
+  window_->Go();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Answer(); }));
+  window_->CancelNow();
+  EXPECT_THAT(ended_,
+              ElementsAre("0 of 2 outputs recalled, then cancelled",
+                          "Out 02  OUT 2: Cancelled: half recalled", "Out 03  OUT 3: Not begun"));
+}
+
+TEST_F(RecallWindowTest, WhatIsAskedForIsFrozenUntilItIsBegun) {
+  Make(2, 1);
+  const switcher::Preset preset = Store({2});
+  Make(2, 1, 0);
+  Show(preset);
+  Find<QPushButton>("cmdOkRecall").click();
+  EXPECT_TRUE(window_->IsKeeping());
+  EXPECT_FALSE(Find("lstRecall").isEnabled());
+  EXPECT_EQ(Note(), "Keeping what the map is now…");
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->IsKeeping(); }, 60000));
+  EXPECT_EQ(Note(), "Nothing was sent: what the map is now could not be kept in time.");
+  EXPECT_TRUE(Find("lstRecall").isEnabled());
+  EXPECT_TRUE(MayRecall());
 }
 
 TEST_F(RecallWindowTest, OfAnotherMapDoesTheRestOnlyWhenToldTo) {
@@ -238,7 +302,14 @@ TEST_F(RecallWindowTest, OfAnotherMapDoesTheRestOnlyWhenToldTo) {
   Make(2, 1, 0);
   Show(preset);
   EXPECT_THAT(Rows(), ElementsAre("x|Out 02  OUT 2|Sources|nothing|IN 1",
-                                  "-|Out 08  OUT 8|Other label|IN 1|IN 1"));
+                                  "-|Out 08  VTR 1|Other label|IN 1|IN 1"))
+      << "as the preset calls it";
+  EXPECT_EQ(Tips()[1], "Out 08 was VTR 1");
+  preset.rows[1].output.label = "OUT 8";
+  preset.rows[1].hears[0].label = "CAM 4";
+  Show(preset);
+  EXPECT_EQ(Rows()[1], "-|Out 08  OUT 8|Other label|IN 1|CAM 4");
+  EXPECT_EQ(Tips()[1], "In 01 was CAM 4");
   EXPECT_FALSE(MayRecall());
   EXPECT_TRUE(Find<QLabel>("aidRecallText")
                   .text()
@@ -262,6 +333,9 @@ TEST_F(RecallWindowTest, SaysWhyItCannotBeDoneNow) {
   model_.XmapComplete = true;
   EXPECT_TRUE(QTest::qWaitFor([this] { return MayRecall(); })) << "it looks again";
   EXPECT_EQ(Note(), "");
+  knownMap_.CrosspointRowSpoiled(3);
+  Show(preset);
+  EXPECT_EQ(Note(), "Not with a map from before the link was lost: Refresh Map asks for it.");
   model_.DemoMode = 1;
   Show(preset);
   EXPECT_EQ(Note(), "Not in demo mode: the map may show what no switcher does.");

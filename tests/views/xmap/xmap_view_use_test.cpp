@@ -91,6 +91,11 @@ TEST(XmapView, ClickOnAHeaderMovesRowOrColumn) {
   QTest::mouseClick(table.verticalHeader()->viewport(), Qt::LeftButton, Qt::NoModifier,
                     QPoint(10, 20 * 6 + 5));
   EXPECT_EQ(console.SelectedCell(), QPoint(6, 8));
+  for (const Qt::MouseButton other : {Qt::MiddleButton, Qt::BackButton}) {
+    QTest::mouseClick(table.verticalHeader()->viewport(), other, Qt::NoModifier,
+                      QPoint(10, 20 * 2 + 5));
+    EXPECT_EQ(console.SelectedCell(), QPoint(6, 8));
+  }
   QTest::mouseClick(table.horizontalHeader()->viewport(), Qt::LeftButton, Qt::NoModifier,
                     QPoint(20 * 1 + 5, 60));
   EXPECT_EQ(console.SelectedCell(), QPoint(3, 8));
