@@ -123,6 +123,7 @@ double DragOnTheLine(int drags) {
                                  .stations = plain.stations,
                                  .changes = plain.changes,
                                  .locks = plain.locks,
+                                 .knownMap = plain.knownMap,
                                  .commands = commands,
                                  .tables = plain.tables,
                                  .unsent = plain.unsent,

@@ -14,6 +14,7 @@
 #include "model/status.h"
 #include "model/system_model.h"
 #include "stations/change.h"
+#include "switcher/known_map.h"
 #include "switcher/live_commands.h"
 #include "switcher/poll_switch.h"
 #include "views/table_sender.h"
@@ -27,6 +28,7 @@ struct Services {
   std::function<jet::RecordSet*()> stations;  // the shared record set; null while not open
   stations::Changes& changes;
   model::Locks& locks;
+  const switcher::KnownMap& knownMap;
   switcher::LiveCommands& commands;
   TableSender& tables;
   UnsentTables& unsent;

@@ -35,12 +35,22 @@ void LinkAids::Tick() {
   ShowHints();
 }
 
-QString LinkAids::MapWarning() const {
+QString LinkAids::MapWarning() {
+  if (!IsConnected()) {
+    staleMap_ = mapTime_;
+  } else if (services_.knownMap.IsKnown()) {
+    staleMap_ = {};
+  }
   // In demo mode the map is the operator's own.
-  if (IsConnected() || services_.model.DemoMode == 1) return {};
-  return mapTime_.isValid() ? HintText("Not connected: map of %1")
-                                  .arg(mapTime_.toString(QStringLiteral("HH:mm:ss")))
-                            : HintText("Not connected: no map yet");
+  if (services_.model.DemoMode == 1) return {};
+  const QString time = staleMap_.toString(QStringLiteral("HH:mm:ss"));
+  if (!IsConnected()) {
+    return time.isEmpty() ? HintText("Not connected: no map yet")
+                          : HintText("Not connected: map of %1").arg(time);
+  }
+  return time.isEmpty()
+             ? QString()
+             : HintText("Map of %1, from before the link was lost: Refresh Map").arg(time);
 }
 
 void LinkAids::ShowMapState() {

@@ -10,6 +10,7 @@
 #include "app/shell/hint_strip.h"
 #include "app/shell/status_bar.h"
 #include "model/system_model.h"
+#include "switcher/known_map.h"
 #include "switcher/serial_port.h"
 #include "switcher/switcher_events.h"
 
@@ -22,6 +23,7 @@ class LinkAids : public switcher::SwitcherEvents {
   struct Services {
     const model::SystemModel& model;
     const switcher::SerialPort& port;
+    const switcher::KnownMap& knownMap;
     std::function<QFileInfo()> device;  // that the port is on
     StatusBar& status;
     HintStrip& hints;
@@ -47,12 +49,14 @@ class LinkAids : public switcher::SwitcherEvents {
  private:
   bool IsConnected() const { return services_.model.LinkStatus[0] == 1; }
   void ShowMapState();
-  // What the map is while the switcher does not answer.
-  QString MapWarning() const;
+  // What the map is while the switcher does not answer, and from then on until it was reported
+  // anew.
+  QString MapWarning();
   void ShowHints();
 
   const Services services_;
-  QTime mapTime_;  // invalid before the first report
+  QTime mapTime_;   // invalid before the first report
+  QTime staleMap_;  // of what was reported before the link was lost; invalid when nothing shows it
   int silentTicks_ = 0;
   bool wasConnected_ = false;
 };

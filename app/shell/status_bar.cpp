@@ -13,6 +13,7 @@
 #include "views/widgets/elided_label.h"
 #include "views/widgets/icon.h"
 #include "views/widgets/link_colours.h"
+#include "views/widgets/plain_tip.h"
 #include "views/words.h"
 
 namespace app {
@@ -245,7 +246,7 @@ void StatusBar::resizeEvent(QResizeEvent* event) {
 
 void StatusBar::SetReadout(const QString& text, const QString& detail) {
   readout_->setText(detail.isEmpty() ? text : QStringLiteral("%1. %2").arg(text, detail));
-  readout_->setToolTip(detail.isEmpty() ? text : text + u'\n' + detail);
+  readout_->setToolTip(views::PlainTip(detail.isEmpty() ? text : text + u'\n' + detail));
   ShareRoom();
 }
 
@@ -269,7 +270,7 @@ void StatusBar::SetFolder(const QString& folder) {
 
 void StatusBar::ShowNote(const QString& text) {
   note_->setText(text);
-  note_->setToolTip(text);
+  note_->setToolTip(views::PlainTip(text));
   noteTime_.start();
   Want(note_, true);
 }
@@ -289,14 +290,14 @@ void StatusBar::SetUnsent(const QString& words) {
 void StatusBar::SetPanels(const QStringList& panels) {
   panels_->setText(tr("Panels %1").arg(panels.size()));
   panels_->setToolTip(panels.isEmpty() ? tr("No network panel is connected")
-                                       : panels.join(QLatin1Char('\n')));
+                                       : views::PlainTip(panels.join(QLatin1Char('\n'))));
   Want(panels_, true);
 }
 
 void StatusBar::SetControllers(const QStringList& controllers) {
   controllers_->setText(tr("Controllers %1").arg(controllers.size()));
   controllers_->setToolTip(controllers.isEmpty() ? tr("No controller is on the open gateway")
-                                                 : controllers.join(QLatin1Char('\n')));
+                                                 : views::PlainTip(controllers.join(u'\n')));
   Want(controllers_, true);
 }
 

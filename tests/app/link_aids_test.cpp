@@ -36,8 +36,10 @@ class LinkAidsTest : public testing::Test {
   StatusBar status_;
   HintStrip hints_;
   QString warning_;
+  switcher::KnownMap knownMap_{model_};
   LinkAids aids_{{.model = model_,
                   .port = port_,
+                  .knownMap = knownMap_,
                   .device = [] { return QFileInfo(); },
                   .status = status_,
                   .hints = hints_,
@@ -129,6 +131,31 @@ TEST_F(LinkAidsTest, TheMapSaysWhatItIsWhileNothingAnswers) {
   model_.DemoMode = 1;
   Ticks(1);
   EXPECT_EQ(warning_, QString()) << "the map is the operator's own";
+}
+
+TEST_F(LinkAidsTest, AfterALossTheMapSaysSoUntilItWasReportedAnew) {
+  model_.ChannelCount = 2;
+  model_.LinkStatus[0] = 1;
+  const auto report = [this](int output, QTime time) {
+    knownMap_.CrosspointRowChanged(output, 0);
+    aids_.MapReported(time);
+  };
+  report(1, QTime(5, 55, 36));
+  EXPECT_EQ(warning_, QString()) << "the first map is on its way";
+  report(2, QTime(5, 55, 37));
+  const auto setLink = [this](std::uint8_t state) {
+    model_.LinkStatus[0] = state;
+    knownMap_.LinkChanged();
+    aids_.LinkChanged();
+  };
+  setLink(0);
+  setLink(1);
+  const auto stale = QStringLiteral("Map of 05:55:37, from before the link was lost: Refresh Map");
+  EXPECT_EQ(warning_, stale);
+  report(1, QTime(6, 0, 0));
+  EXPECT_EQ(warning_, stale) << "half of it";
+  report(2, QTime(6, 0, 0));
+  EXPECT_EQ(warning_, QString());
 }
 
 }  // namespace

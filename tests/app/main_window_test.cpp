@@ -346,6 +346,17 @@ TEST_F(StatusBarTest, NothingThatIsGoodToKnowStandsBesideAWarningThatIsCut) {
   }
 }
 
+TEST_F(StatusBarTest, ALabelThatLooksLikeMarkupIsNoneInATip) {
+  StatusBar& bar = window_.Status();
+  bar.SetReadout(QStringLiteral("Out 05  <b>A</b>"), QStringLiteral("<b>A</b> hears none"));
+  EXPECT_EQ(
+      Panel("aidReadout")->toolTip(),
+      QStringLiteral("<pre>Out 05  &lt;b&gt;A&lt;/b&gt;\n&lt;b&gt;A&lt;/b&gt; hears none</pre>"));
+  bar.ShowNote(QStringLiteral("<b>A</b>: Output unlocked"));
+  EXPECT_EQ(Panel("aidNote")->toolTip(),
+            QStringLiteral("<pre>&lt;b&gt;A&lt;/b&gt;: Output unlocked</pre>"));
+}
+
 TEST_F(StatusBarTest, ANoteIsWholeBesideTheFolderAndWhatIsLeftOfTheReadoutGoes) {
   window_.resize(1000, 433);
   window_.show();

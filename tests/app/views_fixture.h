@@ -40,6 +40,7 @@ class ViewsFixture : public testing::Test {
             .stations = [this] { return database_.Files().Stations(); },
             .changes = changes_,
             .locks = locks_,
+            .knownMap = knownMap_,
             .commands = live_,
             .tables = tables_,
             .unsent = unsent_,

@@ -90,6 +90,57 @@ TEST_F(LiveMapTest, ATakeGoesOutComesBackAndShows) {
   EXPECT_THAT(*next, HasSubstr("output 7 source 9 action 3"));
 }
 
+TEST_F(LiveMapTest, ATakeIsTakenBackAfterAQuestion) {
+  EXPECT_THAT(simulator_.Command("make 6 8"), StartsWith("ok"));
+  EXPECT_THAT(simulator_.Command("make 6 10"), StartsWith("ok"));
+  Start();
+  ExpectMark(6, 10, kCrosspoint);
+  console_->Use("ID_Take", 6, 9);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 9 action 3"));
+  ExpectMark(6, 9, kCrosspoint);
+  ExpectMark(6, 8, kNone);
+  console_->Trigger("aidUndoTake", "frmXmap");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console_->IsShown("aidUndoTakeQuestion"); }));
+  EXPECT_EQ(console_->Property("aidUndoTakeQuestion", "text").toString().toStdString(),
+            "Out 06: back to In 08, In 10?");
+  console_->Click("aidTakeBack");
+  // Each when the switcher has reported the one before.
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 2"));
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 10 action 2"));
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 9 action 0"));
+  ExpectMark(6, 8, kCrosspoint);
+  ExpectMark(6, 10, kCrosspoint);
+  ExpectMark(6, 9, kNone);
+  console_->Trigger("aidUndoTake", "frmXmap");
+  EXPECT_FALSE(console_->IsShown("aidUndoTakeQuestion")) << "there is nothing more to undo";
+  EXPECT_TRUE(console_->Boxes().empty());
+}
+
+TEST_F(LiveMapTest, InhibitsOfABlockAreOneStepOfUndo) {
+  Start();
+  console_->Use("ID_RefreshMap", 6, 8);
+  for (int i = 0; i < 2; ++i) {
+    console_->Keys("msfgXmap", "Shift+Right");
+    console_->Keys("msfgXmap", "Shift+Down");
+  }
+  console_->Trigger("ID_ToggleInhibit", "frmXmap");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console_->IsShown("aidInhibitQuestion"); }));
+  EXPECT_EQ(console_->Property("aidInhibitQuestion", "text").toString().toStdString(),
+            "Inhibit 8 crosspoints?")
+      << "one of the nine is a station with itself";
+  console_->Click("aidInhibitAll");
+  for (int output = 6; output <= 8; ++output) {
+    for (int input = 8; input <= 10; ++input) ExpectMark(output, input, kInhibit);
+  }
+  console_->Trigger("aidUndo");
+  for (int output = 6; output <= 8; ++output) {
+    for (int input = 8; input <= 10; ++input) {
+      ExpectMark(output, input, output == input ? kInhibit : kNone);
+    }
+  }
+  EXPECT_TRUE(console_->Boxes().empty());
+}
+
 TEST_F(LiveMapTest, SumsCallsAndListensAreMadeAndBroken) {
   Start();
   console_->Use("ID_Sum", 2, 10);

@@ -19,6 +19,7 @@ views::Services ViewConsole::Services() {
           .stations = [this] { return Stations(); },
           .changes = changes,
           .locks = locks,
+          .knownMap = knownMap,
           .commands = commands,
           .tables = tables,
           .unsent = unsent,

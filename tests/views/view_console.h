@@ -29,6 +29,7 @@ class ViewConsole : public stage::Stage {
   FakeSerialPort port;
   RecordingReporter reporter;
   model::Locks locks;
+  switcher::KnownMap knownMap{model};
   switcher::LiveCommands commands{{.model = model, .port = port, .reporter = reporter}, &locks};
   RecordingTables tables;
   stations::Changes changes{locks};

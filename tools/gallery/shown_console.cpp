@@ -13,6 +13,7 @@ views::Services ShownConsole::Services() {
           .stations = [this] { return Stations(); },
           .changes = changes,
           .locks = locks,
+          .knownMap = knownMap,
           .commands = commands,
           .tables = switcher,
           .unsent = unsent,

@@ -42,6 +42,7 @@ class ShownConsole : public stage::Stage {
   DeadLine port;
   NoSwitcher switcher;
   model::Locks locks;
+  ::switcher::KnownMap knownMap{model};
   stations::Changes changes{locks};
   ::switcher::UnsentMessages unsentMessages{{.model = model,
                                              .database = [this] { return database.get(); },

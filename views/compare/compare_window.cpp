@@ -67,6 +67,8 @@ CompareWindow::CompareWindow(const Services& services, QWidget* parent)
       services_(services),
       sign_(new QLabel(this)),
       summary_(new QLabel(this)),
+      link_(new LinkLine(services.comparison.model, tr("Not connected: no switcher would answer."),
+                         this)),
       line_(new QLabel(this)),
       silence_(new QLabel(this)),
       list_(new DifferenceList({.filter = QStringLiteral("txtFilterCmp"),
@@ -95,6 +97,8 @@ CompareWindow::CompareWindow(const Services& services, QWidget* parent)
 void CompareWindow::LayOut() {
   sign_->setObjectName(QStringLiteral("aidCompareSign"));
   summary_->setObjectName(QStringLiteral("aidCompareSummary"));
+  link_->setObjectName(QStringLiteral("aidCompareLink"));
+  link_->Follow();
   line_->setObjectName(QStringLiteral("aidCompareLine"));
   silence_->setObjectName(QStringLiteral("aidCompareSilence"));
   choice_->setObjectName(QStringLiteral("aidCompareChoice"));
@@ -120,6 +124,7 @@ void CompareWindow::LayOut() {
   for (QPushButton* const button : {store_, send_, close_}) buttons->addWidget(button);
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(result);
+  layout->addWidget(link_);
   layout->addWidget(line_);
   layout->addWidget(silence_);
   layout->addWidget(list_, 1);

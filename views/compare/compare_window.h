@@ -14,6 +14,7 @@
 #include "switcher/comparison/comparison.h"
 #include "switcher/table.h"
 #include "views/differences/difference_list.h"
+#include "views/transfer/link_line.h"
 
 namespace views {
 
@@ -89,6 +90,7 @@ class CompareWindow : public QDialog, public switcher::ComparisonDisplay {
   bool isBegun_ = false;                       // and its end is not announced yet
   QLabel* sign_;
   QLabel* summary_;
+  LinkLine* link_;
   QLabel* line_;
   QLabel* silence_;
   DifferenceList* list_;

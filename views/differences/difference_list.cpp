@@ -86,7 +86,7 @@ void DifferenceList::LayOut(const Names& names) {
   tickAll_->setObjectName(QStringLiteral("aidTickAll"));
   tickAll_->setToolTip(tr("Tick every row that is shown"));
   tickNone_->setObjectName(QStringLiteral("aidTickNone"));
-  tickNone_->setToolTip(tr("Take the tick of every row that is shown away"));
+  tickNone_->setToolTip(tr("Untick every row that is shown"));
   for (QPushButton* const button : {tickAll_, tickNone_}) {
     button->setAutoDefault(false);
     button->setVisible(choice_ == Choice::Ticks);

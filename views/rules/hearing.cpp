@@ -5,9 +5,9 @@
 namespace rules {
 namespace {
 
-void AddChannel(Hearing& hearing, int channel, Mark mark) {
-  if (mark == Mark::Crosspoint) hearing.ordinary.push_back(channel);
-  if (mark == Mark::Priority) hearing.byPriority.push_back(channel);
+void AddChannel(Hearing& hearing, int channel, Standing standing) {
+  if (standing == Standing::Ordinary) hearing.ordinary.push_back(channel);
+  if (standing == Standing::ByPriority) hearing.byPriority.push_back(channel);
 }
 
 }  // namespace
@@ -15,7 +15,7 @@ void AddChannel(Hearing& hearing, int channel, Mark mark) {
 Hearing HeardBy(const XmapGrid& grid, int output) {
   Hearing hearing;
   for (int input = 1; input <= grid.ChannelCount(); ++input) {
-    AddChannel(hearing, input, grid.MarkAt(output + 1, input + 1));
+    AddChannel(hearing, input, grid.StandingOf(output, input));
   }
   return hearing;
 }
@@ -23,7 +23,7 @@ Hearing HeardBy(const XmapGrid& grid, int output) {
 Hearing HearersOf(const XmapGrid& grid, int input) {
   Hearing hearing;
   for (int output = 1; output <= grid.ChannelCount(); ++output) {
-    AddChannel(hearing, output, grid.MarkAt(output + 1, input + 1));
+    AddChannel(hearing, output, grid.StandingOf(output, input));
   }
   return hearing;
 }

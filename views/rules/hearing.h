@@ -9,8 +9,8 @@
 
 namespace rules {
 
-// The channels at the other ends of a channel's crosspoints, from 1 and rising, as the map shows
-// them.
+// The channels at the other ends of a channel's crosspoints, from 1 and rising, as the switcher
+// reported them.
 struct Hearing {
   std::vector<int> ordinary;
   std::vector<int> byPriority;

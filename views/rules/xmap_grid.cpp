@@ -70,6 +70,14 @@ Mark XmapGrid::MarkAt(int row, int column) const {
   return IsCrosspoint(row, column) ? marks_.At(row - 1, column - 1) : Mark::None;
 }
 
+// In demo mode a call is known by its mark alone.
+Standing XmapGrid::StandingOf(int output, int input) const {
+  if (!HasMapOfThisSize() || model_.CrosspointMap.At(output, input) != 1) return Standing::NotMade;
+  const bool isByPriority =
+      model_.ChannelStatus[output] == 1 || marks_.At(output, input) == Mark::Priority;
+  return isByPriority ? Standing::ByPriority : Standing::Ordinary;
+}
+
 bool XmapGrid::SetMark(int output, int input, Mark mark) {
   Mark& shown = marks_.At(output, input);
   if (shown == mark) return false;

@@ -37,6 +37,9 @@ enum class Mark : std::uint8_t {
   Reserved = 4,  // never placed here; like a crosspoint, it keeps an inhibit away
 };
 
+// How a crosspoint stands, whatever its cell shows: an inhibit may hide it.
+enum class Standing : std::uint8_t { NotMade, Ordinary, ByPriority };
+
 // A set of output or input channels; bit n stands for channel n, bit 0 is unused.
 using ChannelSet = std::bitset<model::kMaxChannelCount + 1>;
 
@@ -96,6 +99,9 @@ class XmapGrid {
 
   // The marks of one output; element 0 is input 1.  REQUIRES: 1 <= output <= ChannelCount()
   std::span<const Mark> Marks(int output) const { return marks_.Row(output); }
+
+  // How a crosspoint stands in the model.  REQUIRES: both within 1..ChannelCount()
+  Standing StandingOf(int output, int input) const;
 
   // Puts a mark on a crosspoint.  Returns whether it looks different now.
   // REQUIRES: output and input within 1..ChannelCount()

@@ -26,6 +26,12 @@ void LinkLine::End() {
   hide();
 }
 
+void LinkLine::Follow() {
+  KeepRoom(false);
+  timer_.start();
+  Look();
+}
+
 void LinkLine::Look() {
   const bool was = isConnected_;
   isConnected_ = model_.LinkStatus[0] == 1;

@@ -24,6 +24,9 @@ class LinkLine : public LinkWarning {
 
   // There is nothing to confirm (any more): the line goes, and so does its room.
   void End();
+  // There is something to confirm at any time from now on: the line comes and goes, and so does its
+  // room.
+  void Follow();
 
  Q_SIGNALS:
   void ConnectionChanged();

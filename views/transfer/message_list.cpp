@@ -3,6 +3,7 @@
 #include "views/transfer/message_list.h"
 
 #include <QHeaderView>
+#include <QResizeEvent>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -79,6 +80,13 @@ void MessageList::AddMessage(const QString& description, int byteCount,
   row->setIcon(kStatus, refused ? failed_ : passed_);
   row->setData(kStatus, kRefused, refused);
   addTopLevelItem(row);
+  if (atEnd) scrollToBottom();
+}
+
+// The newest row stays in sight when a line beside the list takes some of its room.
+void MessageList::resizeEvent(QResizeEvent* event) {
+  const bool atEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+  QTreeWidget::resizeEvent(event);
   if (atEnd) scrollToBottom();
 }
 

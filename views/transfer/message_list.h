@@ -24,6 +24,9 @@ class MessageList : public QTreeWidget {
   // stays as it is.
   void ShowFirstRefused();
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
   const QIcon passed_;
   const QIcon failed_;

@@ -147,11 +147,13 @@ void RetrievalWindow::SetWaiting(bool waiting) {
   sign_->setVisible(!waiting);
   summary_->setVisible(!waiting);
   if (waiting) {
+    link_->End();
     secondTimer_.start();
     Q_EMIT Begun();
     return;
   }
   secondTimer_.stop();
+  link_->Follow();
   ShowResult(retrieval_.Result());
   Q_EMIT Ended(retrieval_.Result());
 }

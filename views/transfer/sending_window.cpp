@@ -16,7 +16,7 @@ SendingWindow::SendingWindow(const Services& services, const Names& names, QWidg
     : QDialog(parent),
       unsent_(services.unsent),
       tables_(services.tables),
-      link_(new LinkLine(services.model, tr("Not connected: no switcher would take them."), this)),
+      link_(new LinkLine(services.model, tr("Not connected: nothing would arrive."), this)),
       status_(new QLabel(this)),
       bar_(new QProgressBar(this)),
       ok_(new QPushButton(tr("OK"), this)),

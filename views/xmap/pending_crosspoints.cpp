@@ -2,18 +2,11 @@
 
 #include "views/xmap/pending_crosspoints.h"
 
-#include <chrono>
 #include <set>
 
 #include "model/system_model.h"
 
 namespace views {
-namespace {
-
-constexpr std::chrono::milliseconds kLongest{3000};
-
-}  // namespace
-
 PendingCrosspoints::PendingCrosspoints(QObject* parent) : QObject(parent) {
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
@@ -22,8 +15,8 @@ PendingCrosspoints::PendingCrosspoints(QObject* parent) : QObject(parent) {
 
 void PendingCrosspoints::Sent(const Crosspoint& crosspoint) {
   std::erase_if(pending_, [&](const Pending& old) { return old.crosspoint == crosspoint; });
-  pending_.push_back({crosspoint, QDeadlineTimer(kLongest, Qt::PreciseTimer)});
-  if (!timer_.isActive()) timer_.start(kLongest);
+  pending_.push_back({crosspoint, QDeadlineTimer(kLongestPending, Qt::PreciseTimer)});
+  if (!timer_.isActive()) timer_.start(kLongestPending);
   Q_EMIT Changed(crosspoint, true);
 }
 

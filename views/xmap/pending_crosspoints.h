@@ -6,14 +6,18 @@
 #include <QDeadlineTimer>
 #include <QObject>
 #include <QTimer>
+#include <chrono>
 #include <vector>
 
 #include "views/xmap/xmap_painter.h"
 
 namespace views {
 
+// So long a command may be without a report of its row.
+inline constexpr std::chrono::milliseconds kLongestPending{3000};
+
 // The crosspoints for which a command was sent and which the switcher has not reported yet.
-// Each is given up after three seconds.
+// Each is given up after kLongestPending.
 class PendingCrosspoints : public QObject {
   Q_OBJECT
 

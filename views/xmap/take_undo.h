@@ -4,6 +4,7 @@
 #define VIEWS_XMAP_TAKE_UNDO_H_
 
 #include <QObject>
+#include <QTimer>
 #include <QWidget>
 
 #include "views/rules/last_take.h"
@@ -13,7 +14,9 @@
 namespace views {
 
 // Undo Last Take: asks whether the output of the last take is to hear again what it heard before,
-// and sends what brings that back.  It says why when it cannot.
+// and sends what brings that back, each step when the switcher has reported the one before.  It
+// says why when it cannot, and what is open when it comes to a stop between two steps; the take can
+// then be asked about again.
 class TakeUndo : public QObject {
   Q_OBJECT
 
@@ -21,8 +24,11 @@ class TakeUndo : public QObject {
   // `view` becomes the parent; all else must outlive the object.
   TakeUndo(const Services& services, const rules::XmapGrid& grid, QWidget& view);
 
-  // The take that was made last and may be taken back.
-  rules::LastTake& Last() { return last_; }
+  // A take of a crosspoint, both from 1, goes to the line.
+  void Sent(int output, int input);
+
+  // The grid shows the row of this output, or of all with model::kAll, as it was reported.
+  void Reported(int output);
 
   // The command: asks, or says why not.  Nothing is sent before the answer.
   void AskBack();
@@ -35,12 +41,19 @@ class TakeUndo : public QObject {
  private:
   // Says why nothing can be taken back now; empty when something can.
   QString Refusal(const rules::TakeBack& back) const;
-  void SendBack(int output);
+  void Begin(int output);
+  void SendStep(const rules::TakeBack& back);
+  // No step is sent any more.  `refusal` says why, unless the operator was told.
+  void Stop(const rules::TakeBack& back, const QString& refusal);
+  void Lapse();
 
   const Services services_;
   const rules::XmapGrid& grid_;
   QWidget& view_;
   rules::LastTake last_;
+  QTimer patience_;
+  bool isUnderWay_ = false;
+  bool isPartDone_ = false;
 };
 
 }  // namespace views

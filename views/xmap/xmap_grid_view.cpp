@@ -3,6 +3,7 @@
 #include "views/xmap/xmap_grid_view.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
@@ -72,8 +73,8 @@ XmapGridView::XmapGridView(const rules::XmapGrid& grid, XmapModel& cells, QWidge
   });
   for (const XmapHeader* const header : {rowHeader_, columnHeader_}) {
     connect(header, &XmapHeader::MenuRequested, this,
-            [this, side = header->orientation()](const QPoint& globalPosition) {
-              Q_EMIT HeaderMenuRequested(side, globalPosition);
+            [this, side = header->orientation()](int channel, const QPoint& globalPosition) {
+              Q_EMIT HeaderMenuRequested(side, channel, globalPosition);
             });
   }
   connect(&cells, &QAbstractItemModel::headerDataChanged, this,
@@ -117,6 +118,8 @@ void XmapGridView::Select(const Crosspoint& crosspoint) {
   const auto chosen = [](int wanted, int old) { return wanted >= 1 ? wanted : std::max(1, old); };
   MoveTo(cells_.CellOf(chosen(crosspoint.output, before.output),
                        chosen(crosspoint.input, before.input)));
+  // By itself the view scrolls only to a cell that was not current before.
+  scrollTo(currentIndex());
 }
 
 rules::CellBlock XmapGridView::Block() const {
@@ -150,6 +153,7 @@ void XmapGridView::CornerChanged() {
   if (block == scene_.block) return;
   viewport()->update(scene_.BlockRect(scene_.block) | scene_.BlockRect(block));
   scene_.block = block;
+  PlaceWarning();
 }
 
 QModelIndex XmapGridView::NearestCell(const QPoint& point) const {
@@ -224,11 +228,16 @@ void XmapGridView::PlaceWarning() {
   const QRect body = viewport()->geometry();
   QRect line(body.topLeft(), QSize(body.width(), warning_->sizeHint().height()));
   line.moveBottom(body.bottom());
-  const auto covers = [&](const QModelIndex& cell) {
-    return cell.isValid() && CellRect(cell).translated(body.topLeft()).intersects(line);
+  const auto covered = [&](const QRect& at) {
+    const auto isCovered = [&](const QModelIndex& cell) {
+      return cell.isValid() && CellRect(cell).translated(body.topLeft()).intersects(at);
+    };
+    if (hovered_.isValid()) return isCovered(hovered_) ? 1 : 0;
+    return (isCovered(currentIndex()) ? 2 : 0) + (isCovered(farCorner_) ? 1 : 0);
   };
-  const bool givesWay = hovered_.isValid() ? covers(hovered_) : covers(currentIndex());
-  if (givesWay) line.moveTop(body.top());
+  QRect above = line;
+  above.moveTop(body.top());
+  if (covered(above) < covered(line)) line = above;
   warning_->setGeometry(line);
   warning_->raise();
 }
@@ -322,17 +331,22 @@ void XmapGridView::mousePressEvent(QMouseEvent* event) {
              !scene_.BlockRect(scene_.block).contains(event->position().toPoint())) {
     MoveTo(index);  // a menu for what is chosen leaves it chosen
   }
-  isDragging_ = isLeft;
+  if (isLeft) pressedAt_ = event->position().toPoint();
 }
 
 void XmapGridView::mouseMoveEvent(QMouseEvent* event) {
   const QPoint point = event->position().toPoint();
   SetHovered(indexAt(point));
-  if (isDragging_ && (event->buttons() & Qt::LeftButton) != 0) ExtendTo(NearestCell(point));
+  if (pressedAt_ && (event->buttons() & Qt::LeftButton) != 0) {
+    isDragging_ =
+        isDragging_ || (point - *pressedAt_).manhattanLength() >= QApplication::startDragDistance();
+    if (isDragging_) ExtendTo(NearestCell(point));
+  }
   event->accept();
 }
 
 void XmapGridView::mouseReleaseEvent(QMouseEvent* event) {
+  pressedAt_.reset();
   isDragging_ = false;
   event->accept();
 }

@@ -7,6 +7,8 @@
 #include <QPoint>
 #include <QTableView>
 
+#include <optional>
+
 #include "views/rules/xmap_grid.h"
 #include "views/widgets/link_warning.h"
 #include "views/xmap/xmap_model.h"
@@ -43,8 +45,8 @@ class XmapGridView : public QTableView {
 
   // The current cell by its channels.
   Crosspoint Selected() const { return ToCrosspoint(currentIndex()); }
-  // Makes a crosspoint the current cell.  A channel that is 0 stays as it is, or becomes the
-  // first when no cell is current.  REQUIRES: both within 0..ChannelCount
+  // Makes a crosspoint the current cell, and brings it into sight.  A channel that is 0 stays as it
+  // is, or becomes the first when no cell is current.  REQUIRES: both within 0..ChannelCount
   void Select(const Crosspoint& crosspoint);
 
   // The chosen cells: a rectangle with the current cell at one of its corners, or that alone; empty
@@ -67,7 +69,7 @@ class XmapGridView : public QTableView {
   void ShowInput(int input);
 
   // Hatches the map and writes the warning over it; empty for none.  The line gives way to the
-  // current cell and to the pointer.
+  // pointer, or else to the corners of what is chosen.
   void SetWarning(const QString& warning);
 
   // Outlines a crosspoint by dots: a command was sent and the switcher has not reported yet.
@@ -78,9 +80,8 @@ class XmapGridView : public QTableView {
   void CurrentCellChanged();
   // A printable character was typed.
   void TextTyped(const QString& text);
-  // The menu of a header was asked for, whose channel is the current one; the outputs are the
-  // vertical side.
-  void HeaderMenuRequested(Qt::Orientation side, const QPoint& globalPosition);
+  // The menu of a channel was asked for in a header; the outputs are the vertical side.
+  void HeaderMenuRequested(Qt::Orientation side, int channel, const QPoint& globalPosition);
   // The wheel was turned with Ctrl: +1 or -1.
   void ZoomStepped(int step);
   // The context menu was asked for, by the pointer or the keyboard.
@@ -141,7 +142,8 @@ class XmapGridView : public QTableView {
   int zoom_ = 100;
   QPersistentModelIndex hovered_;
   QPersistentModelIndex farCorner_;  // of the chosen cells; the other one is the current cell
-  bool isDragging_ = false;
+  std::optional<QPoint> pressedAt_;  // where the pointer is held down
+  bool isDragging_ = false;          // it has gone far enough from there
 };
 
 }  // namespace views

@@ -189,13 +189,13 @@ void XmapHeader::changeEvent(QEvent* event) {
 
 void XmapHeader::mousePressEvent(QMouseEvent* event) {
   const int channel = ChannelAt(event->position().toPoint());
-  const bool isOurs = event->button() == Qt::LeftButton || event->button() == Qt::RightButton;
-  if (channel >= 1 && isOurs) Q_EMIT ChannelPressed(channel);
+  if (channel >= 1 && event->button() == Qt::LeftButton) Q_EMIT ChannelPressed(channel);
 }
 
 void XmapHeader::contextMenuEvent(QContextMenuEvent* event) {
   event->accept();
-  if (ChannelAt(event->pos()) >= 1) Q_EMIT MenuRequested(event->globalPos());
+  const int channel = ChannelAt(event->pos());
+  if (channel >= 1) Q_EMIT MenuRequested(channel, event->globalPos());
 }
 
 void XmapHeader::mouseMoveEvent(QMouseEvent* event) {

@@ -38,11 +38,11 @@ class XmapHeader : public QHeaderView {
   QSize sizeHint() const override;
 
  Q_SIGNALS:
-  // The pointer was pressed on a channel's label or number.
+  // A channel's label or number was clicked.
   void ChannelPressed(int channel);
 
-  // The context menu of a channel was asked for; it was pressed before.
-  void MenuRequested(const QPoint& globalPosition);
+  // The context menu of a channel was asked for.
+  void MenuRequested(int channel, const QPoint& globalPosition);
 
   // The pointer moved onto a channel, or away (0).
   void ChannelHovered(int channel);

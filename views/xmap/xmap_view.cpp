@@ -112,8 +112,7 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   connect(&cells_, &QAbstractItemModel::headerDataChanged, this, &XmapView::ReadCurrentCell);
   connect(gridView_, &XmapGridView::TextTyped, this, &XmapView::ShowFind);
   connect(gridView_, &XmapGridView::ZoomStepped, this, &XmapView::StepZoom);
-  connect(gridView_, &XmapGridView::MenuRequested, this,
-          [this](const QPoint& at) { ShowMenu(Qt::Vertical, at); });
+  connect(gridView_, &XmapGridView::MenuRequested, this, &XmapView::ShowMenu);
   connect(find_, &XmapFind::MatchesChanged, gridView_, &XmapGridView::SetMatches);
   connect(find_, &XmapFind::FirstMatch, this, [this](int output, int input) {
     if (output >= 1) gridView_->ShowOutput(output);
@@ -123,7 +122,7 @@ XmapView::XmapView(const Services& services, QWidget* parent)
     gridView_->Select({output, input});
   });
   connect(find_, &XmapFind::Closed, this, [this] { gridView_->setFocus(Qt::OtherFocusReason); });
-  connect(gridView_, &XmapGridView::HeaderMenuRequested, this, &XmapView::ShowMenu);
+  connect(gridView_, &XmapGridView::HeaderMenuRequested, this, &XmapView::ShowHeaderMenu);
   connect(inhibitTool_, &InhibitTool::NoteRequested, this, &XmapView::NoteRequested);
   connect(takeUndo_, &TakeUndo::NoteRequested, this, &XmapView::NoteRequested);
   connect(takeUndo_, &TakeUndo::CommandSent, this, [this](int output, int input, int action) {
@@ -168,44 +167,71 @@ QAction* XmapView::AddAid(const char* name, const QString& caption, const QStrin
 void XmapView::AddAids() {
   undoTake_ = AddAid("aidUndoTake", tr("&Undo Last Take…"), QStringLiteral("undo-take"),
                      Qt::CTRL | Qt::Key_U, [this] { takeUndo_->AskBack(); });
-  programButtons_ = AddAid("aidProgramButtons", tr("Program Its &Buttons"),
-                           QStringLiteral("button-programming"), Qt::CTRL | Qt::Key_B, [this] {
-                             if (const int output = gridView_->Selected().output; output >= 1) {
-                               Q_EMIT ProgramRequested(output);
-                             }
-                           });
-  editLabel_ = AddAid("aidEditLabel", tr("Edit Its &Label"), QStringLiteral("station-labels"),
-                      Qt::Key_F2, [this] {
-                        if (const int output = gridView_->Selected().output; output >= 1) {
-                          Q_EMIT EditLabelRequested(output, /*ofInput=*/false);
-                        }
-                      });
+  const auto program = [this](int station) {
+    if (station >= 1) Q_EMIT ProgramRequested(station);
+  };
+  const auto editLabel = [this](int station, bool ofInput) {
+    if (station >= 1) Q_EMIT EditLabelRequested(station, ofInput);
+  };
+  programButtons_ =
+      AddAid("aidProgramButtons", tr("Program Its &Buttons"), QStringLiteral("button-programming"),
+             Qt::CTRL | Qt::Key_B, [this, program] { program(gridView_->Selected().output); });
+  editLabel_ =
+      AddAid("aidEditLabel", tr("Edit Its &Label"), QStringLiteral("station-labels"), Qt::Key_F2,
+             [this, editLabel] { editLabel(gridView_->Selected().output, false); });
+  programInput_ = AddAid("aidProgramInput", tr("Pro&gram The Input's Buttons"),
+                         QStringLiteral("button-programming"), Qt::CTRL | Qt::SHIFT | Qt::Key_B,
+                         [this, program] { program(gridView_->Selected().input); });
+  editInputLabel_ = AddAid("aidEditInputLabel", tr("&Edit The Input's Label"),
+                           QStringLiteral("station-labels"), Qt::SHIFT | Qt::Key_F2,
+                           [this, editLabel] { editLabel(gridView_->Selected().input, true); });
 }
 
-void XmapView::ShowMenu(Qt::Orientation side, const QPoint& globalPosition) {
+void XmapView::ShowMenu(const QPoint& globalPosition) {
   auto* const menu = new QMenu(this);
   menu->setObjectName(QStringLiteral("aidXmapMenu"));
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->addActions(tools_->actions());
   menu->addSeparator();
-  menu->addAction(undoTake_);
-  if (side == Qt::Vertical) {
-    menu->addActions({programButtons_, editLabel_});
-  } else {
-    AddWaysOfInput(*menu, gridView_->Selected().input);
-  }
+  menu->addActions({undoTake_, programButtons_, editLabel_, programInput_, editInputLabel_});
   menu->addSeparator();
   menu->addActions({lockOutput_, lockForPanels_});
   menu->popup(globalPosition);
 }
 
-// The same commands as those of the current output.
-void XmapView::AddWaysOfInput(QMenu& menu, int input) {
-  const auto add = [&menu](const QAction& like, auto run) {
-    menu.addAction(like.icon(), like.text(), run)->setObjectName(like.objectName());
+void XmapView::ShowHeaderMenu(Qt::Orientation side, int channel, const QPoint& globalPosition) {
+  auto* const menu = new QMenu(this);
+  menu->setObjectName(QStringLiteral("aidHeaderMenu"));
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const bool ofInput = side == Qt::Horizontal;
+  const auto add = [menu](const QAction& like, auto run) {
+    menu->addAction(like.icon(), like.text(), run)->setObjectName(like.objectName());
   };
-  add(*programButtons_, [this, input] { Q_EMIT ProgramRequested(input); });
-  add(*editLabel_, [this, input] { Q_EMIT EditLabelRequested(input, /*ofInput=*/true); });
+  add(*programButtons_, [this, channel] { Q_EMIT ProgramRequested(channel); });
+  add(*editLabel_, [this, channel, ofInput] { Q_EMIT EditLabelRequested(channel, ofInput); });
+  if (!ofInput) AddLocks(*menu, channel);
+  menu->popup(globalPosition);
+}
+
+void XmapView::AddLocks(QMenu& menu, int output) {
+  using model::Locks;
+  const auto add = [&menu](const QAction& like, bool isOn) {
+    QAction* const action = menu.addAction(like.icon(), like.text());
+    action->setObjectName(like.objectName());
+    action->setCheckable(true);
+    action->setChecked(isOn);
+    return action;
+  };
+  menu.addSeparator();
+  const bool isLocked = services_.locks.IsLocked(output);
+  connect(add(*lockOutput_, isLocked), &QAction::triggered, this, [this, output](bool isOn) {
+    SetLock(output, isOn ? std::optional(Locks::Against::Console) : std::nullopt);
+  });
+  QAction* const forPanels = add(*lockForPanels_, services_.locks.IsLockedForPanels(output));
+  forPanels->setEnabled(isLocked);
+  connect(forPanels, &QAction::triggered, this, [this, output](bool isOn) {
+    SetLock(output, isOn ? Locks::Against::ConsoleAndPanels : Locks::Against::Console);
+  });
 }
 
 void XmapView::AddLockCommands() {
@@ -224,10 +250,12 @@ void XmapView::AddLockCommands() {
   lockForPanels_ = add("aidLockForPanels", tr("Also For Pa&nels"),
                        tr("Ignore what network panels take on the locked output"));
   connect(lockOutput_, &QAction::triggered, this, [this](bool isOn) {
-    SetLock(isOn ? std::optional(Locks::Against::Console) : std::nullopt);
+    SetLock(gridView_->Selected().output,
+            isOn ? std::optional(Locks::Against::Console) : std::nullopt);
   });
   connect(lockForPanels_, &QAction::triggered, this, [this](bool isOn) {
-    SetLock(isOn ? Locks::Against::ConsoleAndPanels : Locks::Against::Console);
+    SetLock(gridView_->Selected().output,
+            isOn ? Locks::Against::ConsoleAndPanels : Locks::Against::Console);
   });
   connect(gridView_, &XmapGridView::CurrentCellChanged, this, &XmapView::ShowLock);
 }
@@ -241,8 +269,7 @@ void XmapView::ShowLock() {
   lockForPanels_->setChecked(services_.locks.IsLockedForPanels(output));
 }
 
-void XmapView::SetLock(std::optional<model::Locks::Against> against) {
-  const int output = gridView_->Selected().output;
+void XmapView::SetLock(int output, std::optional<model::Locks::Against> against) {
   if (output < 1 || RefusedByLock(services_)) {
     ShowLock();  // the command has changed by itself
     return;
@@ -408,7 +435,7 @@ model::Status XmapView::DrawInhibits(jet::RecordSet& stations) {
 void XmapView::UpdateXmap(int row, int mode) {
   pending_.Reported(row);
   const rules::MapUpdate update = grid_.UpdateXmap(row, mode);
-  takeUndo_->Last().Reported(row);
+  takeUndo_->Reported(row);
   cells_.OutputsChanged(update.changed);
   for (int i = 0; i < update.conflicts; ++i) {
     services_.reporter.Show(ErrorReporter::Icon::Exclamation, kConflictTitle, kConflictText);
@@ -465,7 +492,7 @@ void XmapView::PerformAction(int action) {
       } else if (sent) {
         pending_.Sent({decision.output, decision.input});
         if (decision.code == switcher::TakeAction::Take) {
-          takeUndo_->Last().Sent(decision.output, decision.input);
+          takeUndo_->Sent(decision.output, decision.input);
         }
       }
       break;

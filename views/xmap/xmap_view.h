@@ -124,22 +124,24 @@ class XmapView : public MainView, private model::LockObserver {
   static const XmapTool kTools[];
 
   void AddTools();
-  // aidUndoTake, aidProgramButtons and aidEditLabel, which stand on no band.
+  // aidUndoTake and the ways to the current channels' other views, which stand on no band.
   void AddAids();
   QAction* AddAid(const char* name, const QString& caption, const QString& icon,
                   const QKeySequence& shortcut, const std::function<void()>& run);
+  // The menu of a channel in its header, the outputs' being the vertical one.  What is chosen stays
+  // chosen, and nothing in it acts on that.
+  void ShowHeaderMenu(Qt::Orientation side, int channel, const QPoint& globalPosition);
+  void AddLocks(QMenu& menu, int output);
   void AddLockCommands();
   // What the commands of the locks say of the current output.
   void ShowLock();
-  // Locks the current output, or unlocks it with nothing.
-  void SetLock(std::optional<model::Locks::Against> against);
+  // Locks an output, or unlocks it with nothing.  Without an output nothing happens.
+  void SetLock(int output, std::optional<model::Locks::Against> against);
   void LocksChanged() override;
   // Gives the grid its size, which goes by the form's, and the tool bar the room above it.
   void LayOut();
-  // The menu of the current cell, or of its channel on that side, of which the outputs are the
-  // vertical one.
-  void ShowMenu(Qt::Orientation side, const QPoint& globalPosition);
-  void AddWaysOfInput(QMenu& menu, int input);
+  // The menu of the current cell.
+  void ShowMenu(const QPoint& globalPosition);
   // What the view itself does on a key, whatever has the focus in it; nothing for other keys.
   std::function<void()> KeyCommand(const QKeyEvent& key);
 
@@ -166,6 +168,8 @@ class XmapView : public MainView, private model::LockObserver {
   QAction* undoTake_ = nullptr;
   QAction* programButtons_ = nullptr;
   QAction* editLabel_ = nullptr;
+  QAction* programInput_ = nullptr;
+  QAction* editInputLabel_ = nullptr;
   QAction* lockOutput_ = nullptr;
   QAction* lockForPanels_ = nullptr;
   XmapGridView* gridView_;

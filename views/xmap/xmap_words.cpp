@@ -79,10 +79,18 @@ QString TakeBackQuestion(const XmapGrid& grid, const TakeBack& back) {
            ChannelList(grid, back.before, InputNumber, XmapWords::tr("no input")));
 }
 
+QString TakeBackRest(const XmapGrid& grid, const TakeBack& back) {
+  return XmapWords::tr("Take undone in part: %1 is to hear %2")
+      .arg(OutputNumber(grid, back.output),
+           ChannelList(grid, back.before, InputNumber, XmapWords::tr("no input")));
+}
+
 QString TakeBackRefusal(const XmapGrid& grid, const TakeBack& back) {
   if (back.kind == TakeBack::Kind::NoTake) return XmapWords::tr("There is no take to undo");
   const QString output = OutputNumber(grid, back.output);
   switch (back.kind) {
+    case TakeBack::Kind::BeforeUnknown:
+      return XmapWords::tr("Take not undone: what %1 heard before is not known").arg(output);
     case TakeBack::Kind::Unreported:
       return XmapWords::tr("Take not undone: %1 was not reported since").arg(output);
     case TakeBack::Kind::Changed:

@@ -27,6 +27,10 @@ QString HeardWords(const rules::XmapGrid& grid, int input);
 // What taking a take back comes to: "Out 06: back to In 08?"  REQUIRES: it is possible
 QString TakeBackQuestion(const rules::XmapGrid& grid, const rules::TakeBack& back);
 
+// What is still to be done when taking it back came to a stop: "Take undone in part: Out 06 is to
+// hear In 01, In 08".
+QString TakeBackRest(const rules::XmapGrid& grid, const rules::TakeBack& back);
+
 // Why it is refused: "Take not undone: Out 06 has changed since".  REQUIRES: it is
 QString TakeBackRefusal(const rules::XmapGrid& grid, const rules::TakeBack& back);
 
@@ -34,7 +38,7 @@ QString TakeBackRefusal(const rules::XmapGrid& grid, const rules::TakeBack& back
 // crosspoint and are left out."
 QString InhibitQuestion(const rules::InhibitPlan& plan, bool inhibit);
 
-// The same when it was stored: "Inhibited: 36 crosspoints".
+// The same when it was stored: "Inhibited crosspoints: 36; left out: 2", "Inhibits removed: 36".
 QString InhibitedWords(const rules::InhibitPlan& plan, bool inhibit);
 
 }  // namespace views

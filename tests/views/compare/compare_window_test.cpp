@@ -101,6 +101,16 @@ TEST_F(CompareWindowTest, AsksAtOnceAndCountsWhatComes) {
   EXPECT_EQ(Said("aidCompareSummary"), QStringLiteral("Comparing: 2 tables, 24 bytes"));
 }
 
+TEST_F(CompareWindowTest, SaysThatTheLinkIsDown) {
+  model_.LinkStatus = {};
+  window_->Begin();
+  const auto& link = Child<QLabel>("aidCompareLink");
+  EXPECT_TRUE(QTest::qWaitFor([&link] { return link.isVisible(); }, 20000));
+  EXPECT_EQ(link.text(), QStringLiteral("Not connected: no switcher would answer."));
+  model_.LinkStatus = {1, 1, 0};
+  EXPECT_TRUE(QTest::qWaitFor([&link] { return !link.isVisible(); }, 20000));
+}
+
 TEST_F(CompareWindowTest, ListsWhatDiffersInWords) {
   Compare();
   EXPECT_FALSE(window_->IsWaiting());

@@ -46,7 +46,7 @@ class LastTakeTest : public testing::Test {
 
 TEST_F(LastTakeTest, OneSourceComesBackByATake) {
   SetRow(6, {8});
-  last_.Sent(6, 3);
+  last_.Sent(6, 3, /*isMapKnown=*/true);
   Report(6, {3});
   const TakeBack back = last_.Decide(grid_);
   EXPECT_EQ(back.kind, Kind::Possible);
@@ -57,15 +57,95 @@ TEST_F(LastTakeTest, OneSourceComesBackByATake) {
 
 TEST_F(LastTakeTest, SeveralSourcesAreConnectedAndThenTheTakenOneBroken) {
   SetRow(6, {2, 3, 8});
-  last_.Sent(6, 5);
-  Report(6, {3, 5});
+  last_.Sent(6, 5, /*isMapKnown=*/true);
+  Report(6, {5});
   EXPECT_THAT(last_.Decide(grid_).steps,
-              ElementsAre(Step{2, TakeAction::MakeSum}, Step{8, TakeAction::MakeSum},
-                          Step{5, TakeAction::BreakSum}));
+              ElementsAre(Step{2, TakeAction::MakeSum}, Step{3, TakeAction::MakeSum},
+                          Step{8, TakeAction::MakeSum}, Step{5, TakeAction::BreakSum}));
+}
+
+TEST_F(LastTakeTest, ARowWithMoreThanTheTakenSourceIsSomebodyElsesToo) {
+  SetRow(6, {3, 8});
+  last_.Sent(6, 5, /*isMapKnown=*/true);
+  Report(6, {3, 5});
+  EXPECT_EQ(Decide(), Kind::Changed) << "a take leaves its own source alone";
+}
+
+TEST_F(LastTakeTest, WhatWasHeardBeforeAnUnknownMapWasReportedCannotComeBack) {
+  SetRow(6, {8});
+  last_.Sent(6, 3, /*isMapKnown=*/false);
+  EXPECT_EQ(Decide(), Kind::BeforeUnknown);
+  Report(6, {3});
+  EXPECT_EQ(Decide(), Kind::BeforeUnknown);
+}
+
+TEST_F(LastTakeTest, ATakeThatWasNotMadeInTimeIsNobodysAnyMore) {
+  SetRow(6, {8});
+  last_.Sent(6, 3, /*isMapKnown=*/true);
+  Report(6, {8});
+  last_.Lapse();
+  EXPECT_EQ(Decide(), Kind::NoTake);
+  Report(6, {3});
+  EXPECT_EQ(Decide(), Kind::NoTake) << "made by another";
+}
+
+TEST_F(LastTakeTest, ATakeThatWasMadeStays) {
+  SetRow(6, {8});
+  last_.Sent(6, 3, /*isMapKnown=*/true);
+  Report(6, {3});
+  last_.Lapse();
+  EXPECT_EQ(Decide(), Kind::Possible);
+}
+
+TEST_F(LastTakeTest, OfTwoQuickTakesTheSecondGoesBackToTheFirst) {
+  SetRow(6, {8});
+  last_.Sent(6, 3, /*isMapKnown=*/true);
+  last_.Sent(6, 4, /*isMapKnown=*/true);
+  Report(6, {3});
+  EXPECT_EQ(Decide(), Kind::Unreported);
+  Report(6, {4});
+  EXPECT_THAT(last_.Decide(grid_).before, ElementsAre(3));
+}
+
+TEST_F(LastTakeTest, ACallThatComesBeforeTheTakeIsMadeIsNotBroughtBack) {
+  SetRow(6, {8});
+  last_.Sent(6, 3, /*isMapKnown=*/true);
+  Report(6, {7}, 1);
+  Report(6, {3});
+  EXPECT_EQ(Decide(), Kind::ByPriority);
+}
+
+TEST_F(LastTakeTest, EachStepIsMadeBeforeTheNext) {
+  SetRow(6, {2, 8});
+  last_.Sent(6, 5, /*isMapKnown=*/true);
+  Report(6, {5});
+  const auto next = [this] { return last_.Decide(grid_).steps; };
+  last_.StepSent(next().front());
+  EXPECT_EQ(Decide(), Kind::Unreported);
+  Report(6, {2, 5});
+  EXPECT_THAT(next(), ElementsAre(Step{8, TakeAction::MakeSum}, Step{5, TakeAction::BreakSum}));
+  last_.StepSent(next().front());
+  last_.Lapse();
+  EXPECT_THAT(next(), ElementsAre(Step{8, TakeAction::MakeSum}, Step{5, TakeAction::BreakSum}))
+      << "it can be sent again";
+  last_.StepSent(next().front());
+  Report(6, {2, 5, 8});
+  last_.StepSent(next().front());
+  Report(6, {2, 8});
+  EXPECT_EQ(Decide(), Kind::NoTake) << "all is as before";
+}
+
+TEST_F(LastTakeTest, ARowThatChangesBetweenTwoStepsIsRefused) {
+  SetRow(6, {2, 8});
+  last_.Sent(6, 5, /*isMapKnown=*/true);
+  Report(6, {5});
+  last_.StepSent(last_.Decide(grid_).steps.front());
+  Report(6, {4});
+  EXPECT_EQ(Decide(), Kind::Changed);
 }
 
 TEST_F(LastTakeTest, OfAnOutputThatHeardNothingTheTakenSourceIsBroken) {
-  last_.Sent(6, 5);
+  last_.Sent(6, 5, /*isMapKnown=*/true);
   Report(6, {5});
   const TakeBack back = last_.Decide(grid_);
   EXPECT_THAT(back.before, IsEmpty());
@@ -76,15 +156,16 @@ TEST_F(LastTakeTest, NothingWasTaken) {
   EXPECT_EQ(Decide(), Kind::NoTake);
   Report(6, {5});
   EXPECT_EQ(Decide(), Kind::NoTake);
-  last_.Sent(6, 4);
+  last_.Sent(6, 4, /*isMapKnown=*/true);
   Report(6, {4});
-  last_.Forget();
+  last_.StepSent(last_.Decide(grid_).steps.front());
+  Report(6, {5});
   EXPECT_EQ(Decide(), Kind::NoTake) << "it was taken back";
 }
 
 TEST_F(LastTakeTest, BeforeTheReportItIsRefused) {
   SetRow(6, {8});
-  last_.Sent(6, 3);
+  last_.Sent(6, 3, /*isMapKnown=*/true);
   EXPECT_EQ(Decide(), Kind::Unreported);
   Report(5, {3});
   EXPECT_EQ(Decide(), Kind::Unreported) << "another row";
@@ -96,7 +177,7 @@ TEST_F(LastTakeTest, BeforeTheReportItIsRefused) {
 
 TEST_F(LastTakeTest, ARowThatHasChangedSinceIsRefused) {
   SetRow(6, {8});
-  last_.Sent(6, 3);
+  last_.Sent(6, 3, /*isMapKnown=*/true);
   Report(6, {3});
   Report(6, {3});
   EXPECT_EQ(Decide(), Kind::Possible) << "reported again as it is";
@@ -108,7 +189,7 @@ TEST_F(LastTakeTest, ARowThatHasChangedSinceIsRefused) {
 
 TEST_F(LastTakeTest, AReportThatWasRefusedChangesTheRowToo) {
   SetRow(6, {8});
-  last_.Sent(6, 3);
+  last_.Sent(6, 3, /*isMapKnown=*/true);
   Report(6, {3});
   SetRow(6, {});
   EXPECT_EQ(Decide(), Kind::Changed);
@@ -116,11 +197,11 @@ TEST_F(LastTakeTest, AReportThatWasRefusedChangesTheRowToo) {
 
 TEST_F(LastTakeTest, ARowOfPriorityIsRefused) {
   SetRow(6, {8}, 1);
-  last_.Sent(6, 3);
+  last_.Sent(6, 3, /*isMapKnown=*/true);
   Report(6, {3});
   EXPECT_EQ(Decide(), Kind::ByPriority) << "no take brings back a call";
   SetRow(7, {8});
-  last_.Sent(7, 3);
+  last_.Sent(7, 3, /*isMapKnown=*/true);
   Report(7, {3});
   EXPECT_EQ(Decide(), Kind::Possible);
   Report(7, {3}, 1);
@@ -129,7 +210,7 @@ TEST_F(LastTakeTest, ARowOfPriorityIsRefused) {
 
 TEST_F(LastTakeTest, WhatIsInhibitedNowIsRefused) {
   SetRow(6, {8});
-  last_.Sent(6, 3);
+  last_.Sent(6, 3, /*isMapKnown=*/true);
   Report(6, {3});
   grid_.SetMark(6, 8, Mark::Inhibit);
   EXPECT_EQ(Decide(), Kind::Inhibited);
@@ -137,9 +218,9 @@ TEST_F(LastTakeTest, WhatIsInhibitedNowIsRefused) {
 
 TEST_F(LastTakeTest, ANewTakeComesInPlaceOfTheOneBefore) {
   SetRow(6, {8});
-  last_.Sent(6, 3);
+  last_.Sent(6, 3, /*isMapKnown=*/true);
   Report(6, {3});
-  last_.Sent(6, 4);
+  last_.Sent(6, 4, /*isMapKnown=*/true);
   EXPECT_EQ(Decide(), Kind::Unreported);
   Report(6, {4});
   EXPECT_THAT(last_.Decide(grid_).before, ElementsAre(3));
@@ -147,14 +228,14 @@ TEST_F(LastTakeTest, ANewTakeComesInPlaceOfTheOneBefore) {
 
 TEST_F(LastTakeTest, TheWholeMapIsAReportToo) {
   SetRow(6, {8});
-  last_.Sent(6, 3);
+  last_.Sent(6, 3, /*isMapKnown=*/true);
   SetRow(6, {3});
   last_.Reported(model::kAll);
   EXPECT_EQ(Decide(), Kind::Possible);
 }
 
 TEST_F(LastTakeTest, AMapOfAnotherSizeHasNothingOfIt) {
-  last_.Sent(6, 3);
+  last_.Sent(6, 3, /*isMapKnown=*/true);
   Report(6, {3});
   model_.ChannelCount = 4;
   model_.AllocateMap();

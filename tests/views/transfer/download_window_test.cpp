@@ -109,7 +109,7 @@ TEST_F(DownloadWindowTest, SaysThatTheLinkIsDownBeforeItBegins) {
   const QSize asked = window_->size();
   model_.LinkStatus = {};
   ASSERT_TRUE(QTest::qWaitFor([link] { return link->isVisible(); }, 10000));
-  EXPECT_EQ(link->text(), QStringLiteral("Not connected: no switcher would take them."));
+  EXPECT_EQ(link->text(), QStringLiteral("Not connected: nothing would arrive."));
   EXPECT_EQ(window_->size(), asked) << "nothing moves for it";
   EXPECT_TRUE(Child<QPushButton>("cmdDownGo")->isEnabled());
   EXPECT_TRUE(Child<QLabel>("lblDownloadText")->isVisible());

@@ -373,11 +373,13 @@ TEST_F(RetrievalSummaryTest, AtTheEndEnterClosesAndAnotherRetrievalMustBeAskedFo
   List().setFocus();
   DeliverLastButtonData("02 FF");
   EXPECT_EQ(Caption("cmdOkSysInf"), "Retrieve Again");
+  EXPECT_TRUE(Child<QLabel>("aidRetrievalLink")->isVisible()) << "before it begins again, too";
   EXPECT_EQ(Caption("cmdCancelSysInf"), "Close");
   EXPECT_EQ(QApplication::focusWidget(), Child<QPushButton>("cmdCancelSysInf"));
 
   Click("cmdOkSysInf");
   EXPECT_TRUE(model_.RetrieveActive);
+  EXPECT_FALSE(Child<QLabel>("aidRetrievalLink")->isVisible());
   EXPECT_EQ(Caption("cmdOkSysInf"), "OK");
   EXPECT_EQ(Caption("cmdCancelSysInf"), "Cancel");
   DeliverLastButtonData("02 FF");

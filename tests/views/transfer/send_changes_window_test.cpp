@@ -283,7 +283,7 @@ TEST_F(SendChangesWindowTest, WithoutASwitcherItSaysSo) {
   Open();
   EXPECT_FALSE(Child<QPushButton>("cmdOkSendChg")->isEnabled());
   EXPECT_TRUE(Child<QLabel>("aidSendChgLink")->isVisible());
-  EXPECT_EQ(Text("aidSendChgLink"), QStringLiteral("Not connected: no switcher would take them."));
+  EXPECT_EQ(Text("aidSendChgLink"), QStringLiteral("Not connected: nothing would arrive."));
   model_.LinkStatus = {1, 1, 0};
   EXPECT_TRUE(
       QTest::qWaitFor([this] { return Child<QPushButton>("cmdOkSendChg")->isEnabled(); }, 10000));

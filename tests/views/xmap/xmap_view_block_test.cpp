@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTest>
 
 #include "tests/views/gui_support.h"
@@ -89,6 +90,21 @@ TEST_F(XmapBlockTest, ShiftAndAClickOrDraggingChooseCells) {
   EXPECT_EQ(Chosen(), QStringLiteral("8 crosspoints chosen"));
   EXPECT_EQ(console_.SelectedCell(), QPoint(3, 3));
   console_.PressKey(Qt::Key_Escape);
+  EXPECT_EQ(Chosen(), QStringLiteral("Sta. 002 hears none; by priority: none"));
+}
+
+// A click of an unsteady hand at the edge of a cell.
+TEST_F(XmapBlockTest, ATremorIsNoDrag) {
+  QWidget& viewport = test::Viewport(console_);
+  const QRect cell =
+      static_cast<QTableView&>(console_.Grid())
+          .visualRect(static_cast<QTableView&>(console_.Grid()).model()->index(1, 1));
+  const QPoint there = cell.bottomRight() + QPoint(2, 0);
+  QTest::mousePress(&viewport, Qt::LeftButton, Qt::NoModifier, cell.bottomRight());
+  QMouseEvent move(QEvent::MouseMove, there, viewport.mapToGlobal(there), Qt::NoButton,
+                   Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&viewport, &move);
+  QTest::mouseRelease(&viewport, Qt::LeftButton, Qt::NoModifier, there);
   EXPECT_EQ(Chosen(), QStringLiteral("Sta. 002 hears none; by priority: none"));
 }
 

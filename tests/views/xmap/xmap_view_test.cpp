@@ -755,21 +755,5 @@ TEST(XmapView, TheHeaderOfALockedOutputHasAPadlock) {
   EXPECT_EQ(picture(), open);
 }
 
-TEST(XmapView, TheMenuOfAHeaderIsThatOfItsOutput) {
-  XmapConsole console(8);
-  XmapView& view = console.Open();
-  console.SelectCell(3, 4);
-  auto& header = *view.findChild<QTableView*>(QStringLiteral("msfgXmap"))->verticalHeader();
-  const QPoint at(5, header.sectionViewportPosition(4) + 5);
-  QTest::mouseClick(header.viewport(), Qt::RightButton, Qt::NoModifier, at);
-  QContextMenuEvent menu(QContextMenuEvent::Mouse, at, header.viewport()->mapToGlobal(at));
-  QCoreApplication::sendEvent(header.viewport(), &menu);
-  EXPECT_EQ(console.SelectedCell(), QPoint(4, 6));
-  auto* const shown = view.findChild<QMenu*>(QStringLiteral("aidXmapMenu"));
-  ASSERT_NE(shown, nullptr);
-  shown->hide();
-  ASSERT_TRUE(shown->actions().contains(view.findChild<QAction*>(QStringLiteral("aidLockOutput"))));
-}
-
 }  // namespace
 }  // namespace views

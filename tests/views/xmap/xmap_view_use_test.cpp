@@ -223,7 +223,8 @@ TEST(XmapView, ContextMenuHoldsTheBand) {
     if (!action->isSeparator()) aids.append(action->objectName());
   }
   EXPECT_EQ(aids, QStringList({QStringLiteral("aidUndoTake"), QStringLiteral("aidProgramButtons"),
-                               QStringLiteral("aidEditLabel"), QStringLiteral("aidLockOutput"),
+                               QStringLiteral("aidEditLabel"), QStringLiteral("aidProgramInput"),
+                               QStringLiteral("aidEditInputLabel"), QStringLiteral("aidLockOutput"),
                                QStringLiteral("aidLockForPanels")}));
   EXPECT_EQ(console.port.TakeWritten(), "");
   menu->close();
@@ -435,6 +436,20 @@ TEST(XmapView, TheWarningGivesWayToTheCurrentCellAndToThePointer) {
   EXPECT_TRUE(covers(bottom)) << "the pointer is at the top";
   QTest::mouseMove(&Viewport(console), bottom);
   EXPECT_TRUE(covers(top));
+}
+
+TEST(XmapView, TheWarningGivesWayToTheFarCornerOfWhatIsChosen) {
+  XmapConsole console(64);
+  XmapView& view = console.Open();
+  console.SelectCell(12, 2);
+  view.SetWarning(QStringLiteral("Not connected: no map yet"));
+  const auto* const line = view.findChild<QLabel*>(QStringLiteral("aidMapLink"));
+  const auto covers = [&](const QPoint& inViewport) {
+    return line->geometry().contains(inViewport + Viewport(console).pos());
+  };
+  EXPECT_TRUE(covers(QPoint(30, Viewport(console).height() - 5)));
+  console.PressKey(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_FALSE(covers(console.CellCentre(65, 65)));
 }
 
 TEST(XmapView, CornerExplainsTheMarks) {

@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
@@ -29,6 +30,7 @@ class XmapTakeUndoTest : public testing::Test {
   void SetUp() override {
     console_.Open();
     console_.model.LinkStatus = {1, 1, 0};
+    ReportMap();
     QObject::connect(console_.view, &XmapView::NoteRequested, console_.view,
                      [this](const QString& note) { note_ = note; });
   }
@@ -39,6 +41,30 @@ class XmapTakeUndoTest : public testing::Test {
     for (const int input : inputs) console_.model.CrosspointMap.At(output, input) = 1;
     console_.model.ChannelStatus[output] = static_cast<std::uint8_t>(mode);
     View().UpdateXmap(output, mode);
+  }
+  // Every row was reported since the link came up.
+  void ReportMap() {
+    for (int output = 1; output <= 8; ++output) console_.knownMap.CrosspointRowChanged(output, 0);
+  }
+  // The link is lost and comes back, and nobody has asked for the map yet.
+  void LoseMap() {
+    console_.model.LinkStatus = {};
+    console_.knownMap.LinkChanged();
+    console_.model.LinkStatus = {1, 1, 0};
+    console_.knownMap.LinkChanged();
+  }
+  // Output 6 hears inputs 1 and 8, takes input 3 in their place, and that is undone.
+  void BeginUndoOfSum() {
+    Report(6, {1, 8});
+    console_.SelectCell(7, 4);
+    console_.ClickTool("ID_Take");
+    (void)console_.port.TakeWritten();
+    Report(6, {3});
+    Choose();
+    ASSERT_NE(Box(), nullptr);
+    EXPECT_EQ(Box()->text(), QStringLiteral("Out 06: back to In 01, In 08?"));
+    Answer();
+    EXPECT_EQ(console_.port.TakeWritten(), "FD 02 00 00 00 05 00 07 FF");
   }
   // Output 6 hears input 8, and takes input 3 in its place.
   void Take() {
@@ -75,21 +101,119 @@ TEST_F(XmapTakeUndoTest, AsksAndBringsBackWhatWasHeard) {
   ASSERT_EQ(sent.size(), 1) << "for the log";
   EXPECT_EQ(sent[0], QVariantList({6, 8, 3}));
   Choose();
+  EXPECT_EQ(note_, QStringLiteral("Take not undone: Out 06 was not reported since"));
+  Report(6, {8});
+  Choose();
   EXPECT_EQ(Box(), nullptr);
+  EXPECT_EQ(note_, QStringLiteral("There is no take to undo"));
+  EXPECT_EQ(console_.port.TakeWritten(), "");
+}
+
+TEST_F(XmapTakeUndoTest, SeveralSourcesComeBackOneByOneAndTheTakenOneGoes) {
+  BeginUndoOfSum();
+  Report(5, {3});
+  Report(6, {3});
+  EXPECT_EQ(console_.port.TakeWritten(), "") << "the first has not been carried out yet";
+  Report(6, {1, 3});
+  EXPECT_EQ(console_.port.TakeWritten(), "FD 02 00 07 00 05 00 0E FF");
+  Report(6, {1, 3, 8});
+  EXPECT_EQ(console_.port.TakeWritten(), "FD 00 00 02 00 05 00 07 FF");
+  Report(6, {1, 8});
+  EXPECT_EQ(console_.port.TakeWritten(), "");
+  EXPECT_EQ(note_, QString());
+  Choose();
   EXPECT_EQ(note_, QStringLiteral("There is no take to undo"));
 }
 
-TEST_F(XmapTakeUndoTest, SeveralSourcesComeBackAndTheTakenOneGoes) {
-  Report(6, {1, 8});
-  console_.SelectCell(7, 4);
-  console_.ClickTool("ID_Take");
-  (void)console_.port.TakeWritten();
+TEST_F(XmapTakeUndoTest, ALinkThatIsLostBetweenTwoStepsIsToldAndTheTakeKept) {
+  BeginUndoOfSum();
+  console_.model.LinkStatus = {};
+  Report(6, {1, 3});
+  EXPECT_EQ(console_.port.TakeWritten(), "");
+  EXPECT_EQ(note_, QStringLiteral("Take undone in part: Out 06 is to hear In 01, In 08"));
+  console_.model.LinkStatus = {1, 1, 0};
+  Report(6, {1, 3});
+  EXPECT_EQ(console_.port.TakeWritten(), "") << "not by itself";
+  Choose();
+  Answer();
+  EXPECT_EQ(console_.port.TakeWritten(), "FD 02 00 07 00 05 00 0E FF") << "what was open";
+}
+
+TEST_F(XmapTakeUndoTest, ALockBetweenTwoStepsEndsIt) {
+  BeginUndoOfSum();
+  console_.locks.LockOutput(6, model::Locks::Against::Console);
+  Report(6, {1, 3});
+  EXPECT_EQ(console_.port.TakeWritten(), "");
+  EXPECT_EQ(console_.reporter.reports.size(), 1U);
+  EXPECT_EQ(note_, QStringLiteral("Take undone in part: Out 06 is to hear In 01, In 08"));
+}
+
+TEST_F(XmapTakeUndoTest, ARowThatChangesBetweenTwoStepsIsLeftAlone) {
+  BeginUndoOfSum();
+  Report(6, {5});
+  EXPECT_EQ(console_.port.TakeWritten(), "");
+  EXPECT_EQ(note_, QStringLiteral("Take not undone: Out 06 has changed since"));
+}
+
+TEST_F(XmapTakeUndoTest, AStepThatCannotBeSentKeepsTheTake) {
+  Take();
   Report(6, {3});
   Choose();
-  EXPECT_EQ(Box()->text(), QStringLiteral("Out 06: back to In 01, In 08?"));
+  console_.port.Close();
   Answer();
-  EXPECT_EQ(console_.port.TakeWritten(),
-            "FD 02 00 00 00 05 00 07 FF FD 02 00 07 00 05 00 0E FF FD 00 00 02 00 05 00 07 FF");
+  (void)console_.port.TakeWritten();
+  ASSERT_TRUE(console_.port.Open(1).ok());
+  Choose();
+  ASSERT_NE(Box(), nullptr) << "it can be asked again";
+  Answer();
+  EXPECT_EQ(console_.port.TakeWritten(), "FD 03 00 07 00 05 00 0F FF");
+}
+
+TEST_F(XmapTakeUndoTest, ALinkThatIsLostWhileTheQuestionStandsSendsNothing) {
+  Take();
+  Report(6, {3});
+  Choose();
+  console_.model.LinkStatus = {};
+  Answer();
+  EXPECT_EQ(console_.port.TakeWritten(), "");
+  EXPECT_EQ(note_, QStringLiteral("Take not undone: not connected"));
+}
+
+TEST_F(XmapTakeUndoTest, ATakeOnAMapThatIsNotKnownIsNotUndone) {
+  LoseMap();
+  Take();
+  ReportMap();
+  Report(6, {3});
+  Choose();
+  EXPECT_EQ(Box(), nullptr);
+  EXPECT_EQ(note_, QStringLiteral("Take not undone: what Out 06 heard before is not known"));
+}
+
+TEST_F(XmapTakeUndoTest, AMapFromBeforeTheLinkWasLostIsAskedForFirst) {
+  Take();
+  Report(6, {3});
+  LoseMap();
+  Choose();
+  EXPECT_EQ(Box(), nullptr);
+  EXPECT_EQ(note_, QStringLiteral("Take not undone: the map is from before the link was lost; "
+                                  "Refresh Map"));
+  ReportMap();
+  Choose();
+  EXPECT_NE(Box(), nullptr);
+}
+
+TEST_F(XmapTakeUndoTest, ATakeThatIsRefusedIsNotClaimedFromAnother) {
+  Take();
+  Report(6, {8});
+  EXPECT_TRUE(QTest::qWaitFor(
+      [this] {
+        Choose();
+        return note_ == QStringLiteral("There is no take to undo");
+      },
+      30000));
+  Report(6, {3});
+  Choose();
+  EXPECT_EQ(Box(), nullptr) << "it was made by another";
 }
 
 TEST_F(XmapTakeUndoTest, OfAnOutputThatHeardNothing) {
@@ -120,6 +244,9 @@ TEST_F(XmapTakeUndoTest, SaysWhyItDoesNot) {
     EXPECT_EQ(Box(), nullptr);
     EXPECT_EQ(note_, why);
   };
+  console_.model.DemoMode = 1;
+  expect(QStringLiteral("Take not undone: this is the demo mode"));
+  console_.model.DemoMode = 0;
   expect(QStringLiteral("There is no take to undo"));
   Take();
   expect(QStringLiteral("Take not undone: Out 06 was not reported since"));
@@ -249,7 +376,7 @@ class XmapWaysTest : public testing::Test {
     QTest::mouseClick(header.viewport(), Qt::RightButton, Qt::NoModifier, point);
     QContextMenuEvent event(QContextMenuEvent::Mouse, point, header.viewport()->mapToGlobal(point));
     QCoreApplication::sendEvent(header.viewport(), &event);
-    return test::Find<QMenu>(View(), "aidXmapMenu");
+    return test::Find<QMenu>(View(), "aidHeaderMenu");
   }
 
   test::XmapConsole console_{8};
@@ -258,9 +385,10 @@ class XmapWaysTest : public testing::Test {
 TEST_F(XmapWaysTest, AHeadersMenuLeadsToItsStation) {
   const QSignalSpy program(&View(), &XmapView::ProgramRequested);
   const QSignalSpy label(&View(), &XmapView::EditLabelRequested);
+  console_.SelectCell(3, 3);
+  console_.PressKey(Qt::Key_Right, Qt::ShiftModifier);
   QMenu& outputs = HeaderMenu(Qt::Vertical, 5);
-  ASSERT_TRUE(outputs.actions().contains(&test::Find<QAction>(View(), "aidProgramButtons")));
-  test::Find<QAction>(View(), "aidProgramButtons").trigger();
+  test::Find<QAction>(outputs, "aidProgramButtons").trigger();
   delete &outputs;
   ASSERT_EQ(program.size(), 1);
   EXPECT_EQ(program[0][0].toInt(), 5);
@@ -268,7 +396,64 @@ TEST_F(XmapWaysTest, AHeadersMenuLeadsToItsStation) {
   test::Find<QAction>(inputs, "aidEditLabel").trigger();
   ASSERT_EQ(label.size(), 1);
   EXPECT_EQ(label[0], QVariantList({7, true}));
-  EXPECT_EQ(console_.SelectedCell(), QPoint(8, 6));
+  EXPECT_EQ(console_.SelectedCell(), QPoint(3, 3)) << "what is chosen stays chosen";
+  EXPECT_EQ(View().Detail(), QStringLiteral("2 crosspoints chosen"));
+}
+
+TEST_F(XmapWaysTest, AHeadersMenuHoldsNothingThatActsOnTheCurrentCell) {
+  const auto names = [](const QMenu& menu) {
+    QStringList found;
+    for (const QAction* const action : menu.actions()) {
+      if (!action->isSeparator()) found.append(action->objectName());
+    }
+    return found.join(u' ');
+  };
+  QMenu& outputs = HeaderMenu(Qt::Vertical, 5);
+  EXPECT_EQ(names(outputs),
+            QStringLiteral("aidProgramButtons aidEditLabel aidLockOutput aidLockForPanels"));
+  delete &outputs;
+  EXPECT_EQ(names(HeaderMenu(Qt::Horizontal, 7)), QStringLiteral("aidProgramButtons aidEditLabel"));
+}
+
+TEST_F(XmapWaysTest, AHeadersMenuLocksItsOwnRow) {
+  console_.SelectCell(3, 3);
+  QMenu& first = HeaderMenu(Qt::Vertical, 5);
+  EXPECT_FALSE(test::Find<QAction>(first, "aidLockForPanels").isEnabled());
+  test::Find<QAction>(first, "aidLockOutput").trigger();
+  delete &first;
+  EXPECT_TRUE(console_.locks.IsLocked(5));
+  EXPECT_FALSE(console_.locks.IsLocked(2));
+  QMenu& second = HeaderMenu(Qt::Vertical, 5);
+  test::Find<QAction>(second, "aidLockForPanels").trigger();
+  delete &second;
+  EXPECT_TRUE(console_.locks.IsLockedForPanels(5));
+  QMenu& third = HeaderMenu(Qt::Vertical, 5);
+  EXPECT_TRUE(test::Find<QAction>(third, "aidLockForPanels").isChecked());
+  test::Find<QAction>(third, "aidLockOutput").trigger();
+  EXPECT_FALSE(console_.locks.IsLocked(5));
+}
+
+TEST_F(XmapWaysTest, TheKeysWithShiftLeadToTheStationOfTheCurrentColumn) {
+  const QSignalSpy program(&View(), &XmapView::ProgramRequested);
+  const QSignalSpy label(&View(), &XmapView::EditLabelRequested);
+  console_.SelectCell(4, 6);
+  console_.PressKey(Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+  ASSERT_EQ(program.size(), 1);
+  EXPECT_EQ(program[0][0].toInt(), 5);
+  console_.PressKey(Qt::Key_F2, Qt::ShiftModifier);
+  ASSERT_EQ(label.size(), 1);
+  EXPECT_EQ(label[0], QVariantList({5, true}));
+}
+
+TEST(XmapWays, TheCellThatIsCurrentAlreadyComesIntoSight) {
+  test::XmapConsole console(256);
+  XmapView& view = console.Open();
+  view.GoTo(200, 200);
+  auto& table = static_cast<QTableView&>(console.Grid());
+  table.verticalScrollBar()->setValue(0);
+  table.horizontalScrollBar()->setValue(0);
+  view.GoToOutput(200);
+  EXPECT_TRUE(test::Viewport(console).rect().contains(console.CellCentre(201, 201)));
 }
 
 TEST_F(XmapWaysTest, TheKeysLeadToTheStationOfTheCurrentRow) {
