@@ -65,7 +65,7 @@ bool ChangeSettings::Apply(const views::WantedSettings& wanted) {
   const QString words = Words(wanted);
   if (words.isEmpty()) return true;
   if (services_.locks.IsConsoleLocked()) {
-    Refuse(QString::fromUtf8(model::kConsoleLockedText));
+    Refuse(QString::fromStdString(model::ConsoleLocked().Description()));
     return false;
   }
   const bool arePanelsChanged =

@@ -130,8 +130,8 @@ void ButtonsView::AddAids() {
       tr("Copy buttons or relays of this station to others"), "copy-to-stations", "Ctrl+Shift+C",
       &ButtonsView::CopyToStations);
   add("aidWhereUsed", tr("Where Used"),
-      tr("List the buttons, optos and inhibits that point at this station"), "where-used", "Ctrl+U",
-      &ButtonsView::ShowWhereUsed);
+      tr("List the buttons, optos and inhibits that point at this station"), "where-used",
+      "Ctrl+Shift+U", &ButtonsView::ShowWhereUsed);
 }
 
 void ButtonsView::Connect() {
