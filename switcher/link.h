@@ -71,8 +71,8 @@ class Link : public SerialPortEvents {
   model::Status OpenPort();
 
   // Leaves the port that is open and opens port `number`, which becomes ComPort.  Of the switcher
-  // there nothing is known: its map and its tally are asked for.  When the port cannot be opened the
-  // poll tries again quietly.
+  // there nothing is known: its map and its tally are asked for.  When the port cannot be opened
+  // the poll tries again quietly.
   model::Status MoveTo(int number);
 
   // Polls the switcher and watches for its answers, if the port is open or KeepOpen() opens it.

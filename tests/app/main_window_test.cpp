@@ -113,12 +113,12 @@ TEST_F(MainWindowTest, HeadingsOpenMenusAndDoNothingElse) {
 }
 
 TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
-  EXPECT_THAT(
-      Names(*Command("ID_File")->menu()),
-      ElementsAre("ID_SendData", "aidSendChanges", "ID_RetreiveData", "aidCompare",
-                  "aidDiscardByte", "-", "aidSaveCopy", "aidRestoreBackup", "aidUnsavedRuns", "-",
-                  "", "aidImportProgramming", "-", "aidSettings", "aidPresets", "aidLockConsole", "-",
-                  "ID_Exit"));  // "": Export
+  EXPECT_THAT(Names(*Command("ID_File")->menu()),
+              ElementsAre("ID_SendData", "aidSendChanges", "ID_RetreiveData", "aidCompare",
+                          "aidDiscardByte", "-", "aidSaveCopy", "aidRestoreBackup",
+                          "aidUnsavedRuns", "-", "", "aidImportProgramming", "-", "aidSettings",
+                          "aidPresets", "aidLockConsole", "-",
+                          "ID_Exit"));  // "": Export
   EXPECT_THAT(Names(*Command("ID_Window")->menu()),
               ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",
                           "ID_ViewSourcelevelControl", "ID_ViewQDVStatus", "-", "ID_Cascade",

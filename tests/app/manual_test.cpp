@@ -224,14 +224,14 @@ TEST_F(CommandsOfTheManualTest, IsToBeHadInTheDialogs) {
     const char* place;
   };
   // The box of the line that is not there comes first.
-  for (const Case& each : {Case{nullptr, "messages.html", "comm"},
-                           Case{"ID_ViewSourcelevelControl", "levels.html", "set"},
-                           Case{"ID_ViewQDVStatus", "levels.html", "tally"},
-                           Case{"ID_SendData", "transfer.html", "send"},
-                           Case{"ID_RetreiveData", "transfer.html", "retrieve"},
-                           Case{"aidRestoreBackup", "backups.html", "restore"},
-                           Case{"aidPresets", "presets.html", "store"},
-                           Case{"ID_About", "commands.html", "help"}}) {
+  for (const Case& each :
+       {Case{nullptr, "messages.html", "comm"},
+        Case{"ID_ViewSourcelevelControl", "levels.html", "set"},
+        Case{"ID_ViewQDVStatus", "levels.html", "tally"},
+        Case{"ID_SendData", "transfer.html", "send"},
+        Case{"ID_RetreiveData", "transfer.html", "retrieve"},
+        Case{"aidRestoreBackup", "backups.html", "restore"},
+        Case{"aidPresets", "presets.html", "store"}, Case{"ID_About", "commands.html", "help"}}) {
     if (each.command != nullptr) {
       test::Find<QAction>(*main_, each.command).trigger();
     }

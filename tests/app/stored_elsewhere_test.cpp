@@ -85,12 +85,9 @@ TEST_F(StoredElsewhereTest, LabelsAreShownInEveryView) {
   const struct {
     Origin origin;
     const char* label;
-  } kAll[] = {{Origin::Undo, "UNDONE"},
-              {Origin::Redo, "REDONE"},
-              {Origin::Restore, "RESTORED"},
-              {Origin::Comparison, "COMPARED"},
-              {Origin::Backup, "COPIED"},
-              {Origin::File, "READ"}};
+  } kAll[] = {{Origin::Undo, "UNDONE"},      {Origin::Redo, "REDONE"},
+              {Origin::Restore, "RESTORED"}, {Origin::Comparison, "COMPARED"},
+              {Origin::Backup, "COPIED"},    {Origin::File, "READ"}};
   for (const auto& [origin, label] : kAll) {
     Store(origin, 3, {{"Label", jet::Value(), label}});
     EXPECT_EQ(LabelCell(2, kLabel), QLatin1String(label));

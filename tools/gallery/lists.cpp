@@ -50,11 +50,12 @@ void DrawChanges() {
   if (!journal.Read().ok()) qFatal("no journal");
   journal.SetBeginning(stations::WriteBeginning("0"));
   for (int minute = 0; const Change& change : kChanges) {
-    const stations::Act act{
-        .title = "An act",
-        .time = QStringLiteral("2026-11-21T18:%1:12Z").arg(minute++, 2, 10, QLatin1Char('0')).toStdString(),
-        .origin = change.origin,
-        .changes = {change}};
+    const stations::Act act{.title = "An act",
+                            .time = QStringLiteral("2026-11-21T18:%1:12Z")
+                                        .arg(minute++, 2, 10, QLatin1Char('0'))
+                                        .toStdString(),
+                            .origin = change.origin,
+                            .changes = {change}};
     if (!journal.AddAct(stations::WriteAct(act)).ok()) qFatal("no act");
   }
   app::ChangesWindow window(path);

@@ -19,7 +19,8 @@ namespace views {
 class LevelScale;
 
 // The input levels "frmInptLevel": a slider for the gain of each of the 64 inputs, in four bands
-// of which two show, and more in a larger window.  Every change by the operator is sent to the switcher at once.
+// of which two show, and more in a larger window.  Every change by the operator is sent to the
+// switcher at once.
 //
 // Keys: Tab walks through the sliders, Ctrl and an arrow goes to the neighbour in that direction;
 // arrows and page keys move the slider; digits and signs, or a double click on the level, open a

@@ -15,8 +15,8 @@ class LevelEntry : public QLineEdit {
  public:
   explicit LevelEntry(QWidget* parent);
 
-  // Opens over `level`, which shows what the field is to set, with `text` to begin with; without one
-  // with the level that is shown, chosen whole.
+  // Opens over `level`, which shows what the field is to set, with `text` to begin with; without
+  // one with the level that is shown, chosen whole.
   void OpenOver(const QWidget& level, int decibels, const QString& text);
 
  Q_SIGNALS:
