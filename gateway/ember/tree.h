@@ -23,6 +23,7 @@
 #include "gateway/ember/channel_texts.h"
 #include "gateway/ember/glow.h"
 #include "model/system_model.h"
+#include "switcher/known_map.h"
 
 namespace ember {
 

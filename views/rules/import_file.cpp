@@ -265,7 +265,7 @@ class Import {
               .text = fault.target});
       return;
     }
-    CompareReadOnly(row, station, *button, stored, *type, targets);
+    CompareReadOnly(row, stored, *type, targets);
     std::string present = stored.targets.value;
     present.resize(targets.size(), '0');
     if (*type == stored.type.value && targets == present) return;
@@ -276,8 +276,7 @@ class Import {
 
   // What stands in the columns that are only there to be read is what is stored, or what the row
   // makes of it.
-  void CompareReadOnly(const CsvRow& row, int station, int button,
-                       const stations::ButtonProgram& stored, int type,
+  void CompareReadOnly(const CsvRow& row, const stations::ButtonProgram& stored, int type,
                        const std::string& targets) {
     if (columns_.contains(kStationLabelCaption)) {
       jet::Value label;
