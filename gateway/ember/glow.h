@@ -28,7 +28,7 @@ enum class Disposition : std::uint8_t { Tally, Modified, Pending, Locked };
 // A target of a matrix and its sources.
 struct Connection {
   int target = 0;
-  std::vector<int> sources;
+  std::vector<int> sources = {};
   Operation operation = Operation::Absolute;
   Disposition disposition = Disposition::Tally;
 
@@ -49,13 +49,13 @@ struct Request {
     Connect
   };
 
-  Kind kind;
+  Kind kind = Kind::GetDirectory;
   ElementKind element = ElementKind::Root;
-  Path path;                            // of the element; empty for the root
-  GlowValue value;                      // SetValue
-  std::vector<Connection> connections;  // Connect
-  std::optional<int> invocation;        // Invoke: its number, if an answer is wanted
-  std::vector<GlowValue> arguments;     // Invoke
+  Path path = {};                            // of the element; empty for the root
+  GlowValue value = {};                      // SetValue
+  std::vector<Connection> connections = {};  // Connect
+  std::optional<int> invocation = {};        // Invoke: its number, if an answer is wanted
+  std::vector<GlowValue> arguments = {};     // Invoke
 };
 
 // Reads a consumer's message; nothing when it is no readable BER.  What the console does not know
@@ -66,29 +66,29 @@ std::optional<std::vector<Request>> ParseGlow(std::span<const std::uint8_t> mess
 // The contents of elements.  What is not set is not sent.
 
 struct NodeContents {
-  std::string identifier;
-  std::string description;
+  std::string identifier = {};
+  std::string description = {};
 };
 
 enum class Access : std::uint8_t { None, Read, Write, ReadWrite };
 
 struct ParameterContents {
-  std::string identifier;
-  std::string description;
-  GlowValue value;  // an integer, a boolean or a text
-  std::optional<int> minimum;
-  std::optional<int> maximum;
+  std::string identifier = {};
+  std::string description = {};
+  GlowValue value = {};  // an integer, a boolean or a text
+  std::optional<int> minimum = {};
+  std::optional<int> maximum = {};
   Access access = Access::Read;
 };
 
 struct MatrixContents {
-  std::string identifier;
-  std::string description;
+  std::string identifier = {};
+  std::string description = {};
   int targetCount = 0;
   int sourceCount = 0;
-  Path parameters;                // where those of its targets and sources stand
-  Path labels;                    // where their labels stand...
-  std::string labelsDescription;  // ...and what these are
+  Path parameters = {};                // where those of its targets and sources stand
+  Path labels = {};                    // where their labels stand...
+  std::string labelsDescription = {};  // ...and what these are
 };
 
 struct TupleItem {
@@ -98,10 +98,10 @@ struct TupleItem {
 };
 
 struct FunctionContents {
-  std::string identifier;
-  std::string description;
-  std::vector<TupleItem> arguments;
-  std::vector<TupleItem> result;
+  std::string identifier = {};
+  std::string description = {};
+  std::vector<TupleItem> arguments = {};
+  std::vector<TupleItem> result = {};
 };
 
 // One element of a message, by its whole path.

@@ -31,9 +31,9 @@ struct Wanted {
   };
 
   Act act = Act::Absolute;
-  int output = 1;           // from 1; in a report, 0 for one that is not there
-  std::vector<int> inputs;  // from 1, in their order, each once
-  bool on = true;           // of the functions, which have one input
+  int output = 1;                // from 1; in a report, 0 for one that is not there
+  std::vector<int> inputs = {};  // from 1, in their order, each once
+  bool on = true;                // of the functions, which have one input
 
   // A function of the tree, and not the matrix.
   bool IsFunction() const { return act == Act::Call || act == Act::PriorityListen; }

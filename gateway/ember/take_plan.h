@@ -19,9 +19,9 @@ namespace ember {
 // What is to be sent for what a consumer wants of a row, as things stand: nothing where the row has
 // it already, or will when what was sent is carried out.
 struct TakePlan {
-  std::optional<Refusal> refusal;
-  std::vector<switcher::Take> commands;  // what makes first, then what breaks; none if refused
-  bool isAwaited = false;                // nothing is to be sent, but a report is to come
+  std::optional<Refusal> refusal = {};
+  std::vector<switcher::Take> commands = {};  // what makes first, then what breaks; none if refused
+  bool isAwaited = false;                     // nothing is to be sent, but a report is to come
 
   bool Stands() const { return !refusal && commands.empty() && !isAwaited; }
 };

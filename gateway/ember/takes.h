@@ -90,7 +90,7 @@ class Takes {
 
   // What came of a wish at once.
   struct Outcome {
-    std::optional<Refusal> refusal;
+    std::optional<Refusal> refusal = {};
     bool stands = false;  // the row has it already
   };
 

@@ -43,10 +43,10 @@ struct ImportFault {
   };
 
   Reason reason = Reason::NotText;
-  int line = 0;         // from 1; 0 for the file as a whole
-  int column = 0;       // the cell in its row, from 1; 0 for the line as a whole
-  std::string caption;  // of the column
-  std::string text;     // what stands there
+  int line = 0;              // from 1; 0 for the file as a whole
+  int column = 0;            // the cell in its row, from 1; 0 for the line as a whole
+  std::string caption = {};  // of the column
+  std::string text = {};     // what stands there
   int number = 0;
   int expected = 0;
   stations::LabelColumn label = stations::LabelColumn::Station;
