@@ -27,7 +27,6 @@ constexpr int kSources = 2;
 constexpr int kCrosspoints = 3;
 
 constexpr int kProduct = 1;
-constexpr int kVersionNumber = 2;
 constexpr int kLinkNumber = 1;
 constexpr int kMapCompleteNumber = 2;
 constexpr int kCallNumber = 1;
