@@ -160,7 +160,7 @@ void DifferenceList::Count() {
   if (isFiltered && shown_.rowCount() == 0) text = RowFilter::NoneText();
   count_->setText(text);
   for (QPushButton* const button : {tickAll_, tickNone_}) {
-    button->setEnabled(shown_.rowCount() > 0);
+    button->setEnabled(shown_.rowCount() > 0 && all_.TickableCount() > 0);
   }
 }
 

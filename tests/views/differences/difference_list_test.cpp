@@ -174,6 +174,12 @@ TEST_F(DifferenceListTest, RowsWithoutABoxAreNotCountedAsTicks) {
   EXPECT_EQ(Count(), QString());
 }
 
+TEST_F(DifferenceListTest, WhereNothingCanBeTickedTheButtonsDoNotOfferIt) {
+  list.SetRows({SomeRows().back()});
+  EXPECT_FALSE(test::Find<QPushButton>(list, "aidTickAll").isEnabled());
+  EXPECT_FALSE(test::Find<QPushButton>(list, "aidTickNone").isEnabled());
+}
+
 TEST_F(DifferenceListTest, AFilterWithoutAHitSaysSoAndLeavesNothingToTick) {
   EXPECT_TRUE(test::Find<QPushButton>(list, "aidTickAll").isEnabled());
   Filter().setText(QStringLiteral("talk nowhere"));
