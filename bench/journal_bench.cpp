@@ -62,7 +62,7 @@ void Open(benchmark::State& state) {
   for (auto _ : state) {
     auto window = std::make_unique<app::ChangesWindow>(folder / "Tesk.journal");
     window->setAttribute(Qt::WA_DeleteOnClose, false);
-    window->ShowAll();
+    window->ShowAll({});
     window->show();
     QCoreApplication::sendPostedEvents();
     state.PauseTiming();

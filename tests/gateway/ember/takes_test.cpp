@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(
                          kConnectOperation,
                          {7},
                          "FD 03 00 04 00 05 00 0C FF FD 02 00 07 00 05 00 0E FF"}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& pair) { return pair.param.name; });
 
 TEST_F(TakesTest, TwoConnectionsOfATargetInOneMessageAreBothSent) {
   const auto peer = Connect();
