@@ -517,7 +517,7 @@ TEST_F(ProviderTest, AWrongByteInAGoodFrameTakesOnlyWhatIsThere) {
     ASSERT_TRUE(reader.Read(test::FromHex(frame), &events));
     ASSERT_EQ(events.size(), 1U);
     for (std::size_t at = 0; at < events[0].message.size(); ++at) {
-      for (const int flip : {0x01, 0x02, 0x08, 0x80, 0xFF}) {
+      for (const int flip : {0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80, 0xFF}) {
         Bytes wrong = events[0].message;
         wrong[at] = static_cast<std::uint8_t>(wrong[at] ^ flip);
         const auto peer = Connect();
@@ -550,7 +550,7 @@ TEST_F(ProviderTest, NoWrongByteOfATakeReachesTheLine) {
                                   test::kDisconnect, test::kGainSet, test::kCallInvoked}) {
     const Bytes bytes = test::FromHex(frame);
     for (std::size_t at = 0; at < bytes.size(); ++at) {
-      for (const int flip : {0x01, 0x80, 0xFF, 0x20}) {
+      for (const int flip : {0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80, 0xFF}) {
         Bytes wrong = bytes;
         wrong[at] = static_cast<std::uint8_t>(wrong[at] ^ flip);
         const auto peer = Connect();
