@@ -9,11 +9,16 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHostAddress>
+#include <algorithm>
 #include <chrono>
 #include <functional>
+#include <memory>
+#include <thread>
+#include <vector>
 
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/hex.h"
+#include "tests/support/raw_panel.h"
 
 namespace gateway {
 namespace {
@@ -64,6 +69,26 @@ TEST_F(ListenerTest, ListensOnOneAddressIfItIsToldTo) {
   // One that this computer does not have.
   listener_.SetAddress(QHostAddress(QStringLiteral("203.0.113.9")));
   EXPECT_FALSE(listener_.Start(port).ok());
+}
+
+// A flood of connections is let in a little at a time, and everything else comes between.
+TEST_F(ListenerTest, ManyAreAcceptedInTurns) {
+  const int port = FreePort();
+  ASSERT_TRUE(listener_.Start(port).ok());
+  std::vector<std::unique_ptr<ClientSocket>> accepted;
+  listener_.SetAcceptHandler([&](std::unique_ptr<ClientSocket> client) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    accepted.push_back(std::move(client));
+  });
+  std::vector<test::RawPanel> crowd;
+  for (int i = 0; i < 100; ++i) crowd.emplace_back(port);
+  std::size_t most = 0;
+  while (accepted.size() < crowd.size()) {
+    const std::size_t before = accepted.size();
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    most = std::max(most, accepted.size() - before);
+  }
+  EXPECT_LE(most, 16U);
 }
 
 TEST_F(ListenerTest, PortsThatDoNotExistAreErrors) {
