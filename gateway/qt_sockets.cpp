@@ -72,6 +72,13 @@ void QtClientSocket::SetEvents(ClientSocketEvents* events, int slot) {
   });
   QObject::connect(socket_.get(), &QTcpSocket::disconnected, socket_.get(),
                    [events, slot] { events->PeerClosed(slot); });
+  // What has come before anybody listened, while it waited to be accepted.
+  const auto tell = [this, events, slot] {
+    const auto available = static_cast<std::size_t>(socket_->bytesAvailable());
+    if (available > 0) events->DataArrived(slot, available);
+    if (!IsConnected()) events->PeerClosed(slot);
+  };
+  QMetaObject::invokeMethod(socket_.get(), tell, Qt::QueuedConnection);
 }
 
 bool QtClientSocket::IsConnected() const {

@@ -13,6 +13,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <set>
 #include <thread>
 #include <vector>
 
@@ -89,6 +90,34 @@ TEST_F(ListenerTest, ManyAreAcceptedInTurns) {
     most = std::max(most, accepted.size() - before);
   }
   EXPECT_LE(most, 16U);
+}
+
+// Who sends and leaves before he is accepted is heard of all the same.
+TEST_F(ListenerTest, WhatComesBeforeAcceptingIsTold) {
+  class Counter : public ClientSocketEvents {
+   public:
+    void DataArrived(int slot, std::size_t /*byteCount*/) override { heard.insert(slot); }
+    void PeerClosed(int slot) override { gone.insert(slot); }
+    std::set<int> heard;
+    std::set<int> gone;
+  };
+  const int port = FreePort();
+  ASSERT_TRUE(listener_.Start(port).ok());
+  Counter counter;
+  std::vector<std::unique_ptr<ClientSocket>> accepted;
+  listener_.SetAcceptHandler([&](std::unique_ptr<ClientSocket> client) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(4));
+    client->SetEvents(&counter, static_cast<int>(accepted.size()));
+    accepted.push_back(std::move(client));
+  });
+  for (int i = 0; i < 40; ++i) test::RawPanel(port).Send("F5");
+  QElapsedTimer patience;
+  patience.start();
+  while (counter.gone.size() < 40 && patience.elapsed() < 60000) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+  }
+  EXPECT_EQ(counter.heard.size(), 40U);
+  EXPECT_EQ(counter.gone.size(), 40U);
 }
 
 TEST_F(ListenerTest, PortsThatDoNotExistAreErrors) {
