@@ -35,6 +35,7 @@
 #include "app/shell/export_menu.h"
 #include "app/shell/help_window.h"
 #include "app/shell/import_command.h"
+#include "app/shell/key_sheets_command.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/main_window.h"
 #include "app/shell/main_window_place.h"
@@ -127,6 +128,7 @@ class Console : public QObject {
   ViewMenu viewMenu_;
   EditMenu editMenu_;
   UndoCommands undo_;
+  KeySheetsCommand keySheets_;
   ExportMenu export_;
   ImportCommand import_;
   SentNote sentNote_;
