@@ -23,9 +23,9 @@ namespace {
 
 constexpr int kCountMargin = 4;
 // Eight captions fit into the first width of the view.
-constexpr double kFontScale = 0.85;  // of the frame's font
-constexpr double kLeastScale = 0.8;  // of that, where there is no more room
-constexpr int kCaptionLetters = 8;   // of a label, and of "Relay 01"
+constexpr double kLeastScale = 0.68;  // of the frame's font
+constexpr int kCaptionLetters = 8;    // of a label, and of "Relay 01"
+constexpr int kBetweenBoxes = 4;
 
 }  // namespace
 
@@ -62,13 +62,13 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
 // those of one page like those of the others.
 void TargetBoxes::FitFont() {
   if (boxes_.empty()) return;
-  const QFont full = FixedFont(Scaled(font(), kFontScale).pointSizeF());
+  const QFont full = FixedFont(Scaled(font(), 1).pointSizeF());
   const QString widest(kCaptionLetters, u'M');
   const int besideCaption =
       style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, boxes_.front()) +
       style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, boxes_.front()) + 1;
   const int besideBoxes = width() - contentsRect().width() + 2 * kPageMargin;
-  const int room = (width() - besideBoxes) / kPageColumns - besideCaption;
+  const int room = (width() - besideBoxes) / kPageColumns - besideCaption - kBetweenBoxes;
   const QFontMetrics least(Scaled(full, kLeastScale));
   setMinimumWidth(kPageColumns * (besideCaption + least.horizontalAdvance(widest)) + besideBoxes);
   const QFont fitting = Fitting(full, widest, room, kLeastScale);

@@ -16,7 +16,7 @@ namespace views {
 // A frame of check boxes in rows of eight, one per target, that says how many are ticked.  The
 // arrow keys go from box to box, Space toggles; Tab comes to the box that was used last, and
 // leaves the frame.  The boxes are in "Courier New" or what comes closest, smaller than the font of
-// the frame, and smaller still where eight letters are too wide for the room.
+// the frame where eight letters are too wide for the room.
 class TargetBoxes : public QGroupBox {
   Q_OBJECT
 

@@ -26,7 +26,7 @@ namespace {
 constexpr int kLargestIpPort = 65535;
 constexpr int kDeviceCharacters = 28;
 constexpr int kStateCharacters = 34;
-constexpr int kFirstCharacters = 100;  // of the window, for what the system says of a device
+constexpr int kFirstCharacters = 112;  // of the window, for what the system says of a device
 
 QLabel* NewLine(const char* name, QWidget* parent) {
   auto* const line = new QLabel(parent);
