@@ -81,6 +81,11 @@ TEST(ConsoleStyle, FieldsListsAndButtonsAreSeenOnADarkWindow) {
       EXPECT_GE(EdgeContrast(Drawn(element, palette, QStyle::State_Enabled), palette), kVisible)
           << element << " on " << palette.color(QPalette::Window).name().toStdString();
     }
+    EXPECT_LT(EdgeContrast(Drawn(QStyle::PE_FrameLineEdit, palette,
+                                 QStyle::State_Enabled | QStyle::State_ReadOnly),
+                           palette),
+              kVisible)
+        << "what can only be read looks like no field";
   }
 }
 

@@ -79,7 +79,10 @@ void DrawFocusLine(const QStyleOption& option, QPainter& painter) {
 bool IsFrameLost(QStyle::PrimitiveElement element, const QStyleOption& option) {
   if (!IsDark(option.palette.color(QPalette::Window))) return false;
   if (element == QStyle::PE_Frame) return true;
-  if (element == QStyle::PE_FrameLineEdit) return !option.state.testFlag(QStyle::State_HasFocus);
+  // What can only be read looks like no field.
+  if (element == QStyle::PE_FrameLineEdit) {
+    return (option.state & (QStyle::State_HasFocus | QStyle::State_ReadOnly)) == 0;
+  }
   if (element != QStyle::PE_PanelButtonCommand) return false;
   // Fusion frames the one that Enter presses by itself.
   const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(&option);
