@@ -119,9 +119,69 @@ TEST_F(CommandsTest, EveryWindowCanBeAskedFor) {
   for (const char* const id :
        {"ID_SourceLevelControl", "ID_ViewSourcelevelControl", "ID_QDVStatus", "ID_ViewQDVStatus",
         "ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming", "ID_SendData",
-        "ID_RetreiveData", "aidImportProgramming", "aidCopyToStations", "aidWhereUsed"}) {
+        "ID_RetreiveData", "aidImportProgramming", "aidCopyToStations", "aidWhereUsed",
+        "aidPresets", "aidLockConsole", "aidLockOutput", "aidCompare", "aidSettings"}) {
     EXPECT_EQ(console.Property(id, "enabled"), QJsonValue(true)) << id;
   }
+}
+
+TEST_F(CommandsTest, TheMapUndoesATake) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  ASSERT_TRUE(simulator_.WaitForLine("rx poll tally"));
+  console.Use("ID_Take", 6, 8);
+  ASSERT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 3"));
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == kCrosspoint; }));
+  console.Trigger("aidUndoTake", "frmXmap");
+  ASSERT_TRUE(WaitForVisible(console, "aidUndoTakeQuestion", true));
+  console.Click("aidTakeBack");
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 0"));
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 0; }));
+  EXPECT_TRUE(console.Boxes().empty());
+}
+
+TEST_F(CommandsTest, TheMapLocksAnOutputUntilItIsUnlocked) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  ASSERT_TRUE(simulator_.WaitForLine("rx poll tally"));
+  const auto isLocked = [&] { return console.Property("aidLockOutput", "checked").toBool(); };
+  console.Choose(6, 8);
+  console.Trigger("aidLockOutput", "frmXmap");
+  ASSERT_TRUE(ConsoleProcess::WaitFor(isLocked));
+  console.Use("ID_Take", 6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_EQ(console.Boxes()[0].text, "Action Not Allowed On Locked Output");
+  console.CloseBox();
+  console.Use("ID_Take", 7, 8);
+  const auto first = simulator_.WaitForLine("rx take");
+  ASSERT_TRUE(first);
+  EXPECT_NE(first->find("output 7 source 8"), std::string::npos) << *first;
+  console.Choose(6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor(isLocked));
+  console.Trigger("aidLockOutput", "frmXmap");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !isLocked(); }));
+  console.Use("ID_Take", 6, 8);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 3"));
+}
+
+TEST_F(CommandsTest, TheMapInhibitsABlockAsOneStep) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  ASSERT_TRUE(simulator_.WaitForLine("rx poll tally"));
+  const auto marks = [&] {
+    return std::vector<int>{console.Mark(6, 8), console.Mark(6, 9), console.Mark(7, 8),
+                            console.Mark(7, 9), console.Mark(8, 8)};
+  };
+  console.Choose(6, 8);
+  console.Keys("msfgXmap", "Shift+Right");
+  console.Keys("msfgXmap", "Shift+Down");
+  console.Trigger("ID_ToggleInhibit", "frmXmap");
+  ASSERT_TRUE(WaitForVisible(console, "aidInhibitQuestion", true));
+  console.Click("aidInhibitAll");
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return marks() == std::vector<int>{2, 2, 2, 2, 0}; }));
+  console.Trigger("aidUndo");
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return marks() == std::vector<int>{0, 0, 0, 0, 0}; }));
+  EXPECT_EQ(console.Property("aidUndo", "enabled"), QJsonValue(false));
 }
 
 TEST_F(CommandsTest, ArrangingReachesTheViews) {

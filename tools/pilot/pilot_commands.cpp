@@ -176,6 +176,14 @@ QJsonObject Close(QObject* object, const QJsonObject& /*request*/) {
   return Answer();
 }
 
+// What somebody at the machine does by looking there: only the active window has the keys.
+QJsonObject Activate(QObject* object, const QJsonObject& /*request*/) {
+  auto* const widget = qobject_cast<QWidget*>(object);
+  if (widget == nullptr) return Error(QStringLiteral("not a window"));
+  widget->activateWindow();
+  return Answer();
+}
+
 QJsonObject SavePicture(QWidget& widget, const QJsonObject& request) {
   const QString file = TextOf(request, "file");
   if (!widget.grab().save(file)) return Error(QStringLiteral("cannot write ") + file);
@@ -275,11 +283,12 @@ using ObjectCommand = QJsonObject (*)(QObject*, const QJsonObject&);
 
 const std::map<QString, ObjectCommand>& ObjectCommands() {
   static const std::map<QString, ObjectCommand> commands{
-      {QStringLiteral("find"), FindCommand}, {QStringLiteral("get"), Get},
-      {QStringLiteral("set"), Set},          {QStringLiteral("invoke"), Invoke},
-      {QStringLiteral("trigger"), Trigger},  {QStringLiteral("click"), Click},
-      {QStringLiteral("close"), Close},      {QStringLiteral("grab"), Grab},
-      {QStringLiteral("names"), Names},      {QStringLiteral("rows"), Rows},
+      {QStringLiteral("find"), FindCommand},  {QStringLiteral("get"), Get},
+      {QStringLiteral("set"), Set},           {QStringLiteral("invoke"), Invoke},
+      {QStringLiteral("trigger"), Trigger},   {QStringLiteral("click"), Click},
+      {QStringLiteral("close"), Close},       {QStringLiteral("grab"), Grab},
+      {QStringLiteral("names"), Names},       {QStringLiteral("rows"), Rows},
+      {QStringLiteral("activate"), Activate},
   };
   return commands;
 }
