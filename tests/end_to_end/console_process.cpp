@@ -203,7 +203,7 @@ std::vector<std::string> ConsoleProcess::Rows(const char* list) {
 
 void ConsoleProcess::CloseWindow(const char* object) { Ask(Request("close", object)); }
 
-void ConsoleProcess::Activate(const char* object) { Ask(Request("activate", object)); }
+void ConsoleProcess::Focus(const char* object) { Ask(Request("focus", object)); }
 
 void ConsoleProcess::LogOut() { Ask({{QStringLiteral("do"), QStringLiteral("logOut")}}); }
 

@@ -89,8 +89,8 @@ class ConsoleProcess {
   // One after the other, with nothing in between.
   void ClickTogether(const std::vector<const char*>& objects);
   void CloseWindow(const char* object);
-  // Gives a window the keys, as who works in it does.
-  void Activate(const char* object);
+  // Gives a widget the focus, in a window that is the active one then.
+  void Focus(const char* object);
   // Asks the console to save what there is, as the desktop does when its user logs out.
   void LogOut();
 

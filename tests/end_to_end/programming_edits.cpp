@@ -124,8 +124,8 @@ class Programming {
  private:
   // Goes to a station by its number.
   bool FindStation(int station) {
-    console_.Activate("frmMain");
-    console_.Trigger("aidFind");
+    console_.Focus("aidStationText");
+    console_.Keys("aidStationText", "Ctrl+A");
     console_.Type("aidStationText", std::to_string(station));
     console_.Keys("aidStationText", "Return");
     return console_.LivesUntil([&] { return Station() == station; });

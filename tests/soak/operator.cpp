@@ -92,13 +92,28 @@ void Operator::AddUndo() {
       {"redo", [this] { console_.Trigger("aidRedo"); }, [canRedo] { return !canRedo(); }});
 }
 
-// Thought better of, and then done: it closes by itself when the switcher has everything.
+// Thought better of, and then done: it closes by itself when the switcher has everything.  Nothing
+// is unsent when a panel's take has held up the operator until the download was through, and a
+// switcher that was busy may have left a poll without its answer: then there is the way out alone.
 void Operator::AddSendChanges() {
   AddTrigger("open what is unsent", "aidSendChanges", "frmSendChanges");
   AddClose("close what is unsent", "frmSendChanges");
   AddTrigger("open what is unsent", "aidSendChanges", "frmSendChanges");
-  tasks_.push_back({"send it", [this] { console_.Click("cmdOkSendChg"); },
-                    [this] { return !console_.IsShown("frmSendChanges"); }});
+  tasks_.push_back({"send it",
+                    [this] {
+                      if (console_.IsShown("cmdOkSendChg")) {
+                        console_.Click("cmdOkSendChg");
+                      } else {
+                        console_.CloseWindow("frmSendChanges");
+                      }
+                    },
+                    [this] {
+                      const QString status = console_.Property("lblSendChg", "text").toString();
+                      if (status.startsWith(QLatin1String("Not confirmed"))) {
+                        console_.CloseWindow("frmSendChanges");
+                      }
+                      return !console_.IsShown("frmSendChanges");
+                    }});
 }
 
 // A crosspoint that is not inhibited, made and undone.

@@ -176,11 +176,12 @@ QJsonObject Close(QObject* object, const QJsonObject& /*request*/) {
   return Answer();
 }
 
-// What somebody at the machine does by looking there: only the active window has the keys.
-QJsonObject Activate(QObject* object, const QJsonObject& /*request*/) {
+// Without a window manager a window that closes leaves none active, and nobody has the focus.
+QJsonObject Focus(QObject* object, const QJsonObject& /*request*/) {
   auto* const widget = qobject_cast<QWidget*>(object);
-  if (widget == nullptr) return Error(QStringLiteral("not a window"));
+  if (widget == nullptr) return Error(QStringLiteral("not a widget"));
   widget->activateWindow();
+  widget->setFocus();
   return Answer();
 }
 
@@ -283,12 +284,12 @@ using ObjectCommand = QJsonObject (*)(QObject*, const QJsonObject&);
 
 const std::map<QString, ObjectCommand>& ObjectCommands() {
   static const std::map<QString, ObjectCommand> commands{
-      {QStringLiteral("find"), FindCommand},  {QStringLiteral("get"), Get},
-      {QStringLiteral("set"), Set},           {QStringLiteral("invoke"), Invoke},
-      {QStringLiteral("trigger"), Trigger},   {QStringLiteral("click"), Click},
-      {QStringLiteral("close"), Close},       {QStringLiteral("grab"), Grab},
-      {QStringLiteral("names"), Names},       {QStringLiteral("rows"), Rows},
-      {QStringLiteral("activate"), Activate},
+      {QStringLiteral("find"), FindCommand}, {QStringLiteral("get"), Get},
+      {QStringLiteral("set"), Set},          {QStringLiteral("invoke"), Invoke},
+      {QStringLiteral("trigger"), Trigger},  {QStringLiteral("click"), Click},
+      {QStringLiteral("close"), Close},      {QStringLiteral("grab"), Grab},
+      {QStringLiteral("names"), Names},      {QStringLiteral("rows"), Rows},
+      {QStringLiteral("focus"), Focus},
   };
   return commands;
 }
