@@ -165,26 +165,6 @@ TEST_F(CommandsTest, TheMapLocksAnOutputUntilItIsUnlocked) {
   EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 3"));
 }
 
-TEST_F(CommandsTest, TheMapInhibitsABlockAsOneStep) {
-  ConsoleProcess console(folder_);
-  ASSERT_TRUE(console.IsUp());
-  ASSERT_TRUE(simulator_.WaitForLine("rx poll tally"));
-  const auto marks = [&] {
-    return std::vector<int>{console.Mark(6, 8), console.Mark(6, 9), console.Mark(7, 8),
-                            console.Mark(7, 9), console.Mark(8, 8)};
-  };
-  console.Choose(6, 8);
-  console.Keys("msfgXmap", "Shift+Right");
-  console.Keys("msfgXmap", "Shift+Down");
-  console.Trigger("ID_ToggleInhibit", "frmXmap");
-  ASSERT_TRUE(WaitForVisible(console, "aidInhibitQuestion", true));
-  console.Click("aidInhibitAll");
-  EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return marks() == std::vector<int>{2, 2, 2, 2, 0}; }));
-  console.Trigger("aidUndo");
-  EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return marks() == std::vector<int>{0, 0, 0, 0, 0}; }));
-  EXPECT_EQ(console.Property("aidUndo", "enabled"), QJsonValue(false));
-}
-
 TEST_F(CommandsTest, ArrangingReachesTheViews) {
   ConsoleProcess console(folder_);
   ASSERT_TRUE(console.IsUp());
