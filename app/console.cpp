@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "app/decode_tick.h"
-#include "app/journal/change_place.h"
 #include "app/shell/about_dialog.h"
 #include "app/shell/mdi_arrangement.h"
 #include "app/start_up.h"
@@ -451,17 +450,23 @@ void Console::ConnectView(views::MainView* view) {
   if (const auto* const xmap = qobject_cast<views::XmapView*>(view)) {
     connect(xmap, &views::XmapView::ReadoutChanged, &status, &StatusBar::SetReadout);
     status.SetReadout(xmap->Readout(), xmap->Detail());
-    connect(xmap, &views::XmapView::ProgramRequested, &views_, &OpenViews::ShowButtonsOf);
-    connect(xmap, &views::XmapView::EditLabelRequested, &views_, &OpenViews::ShowLabelOf);
+    connect(xmap, &views::XmapView::ProgramRequested, this, [this](int station) {
+      views_.GoTo({ViewPlace::Kind::Station, station});
+    });
+    connect(xmap, &views::XmapView::EditLabelRequested, this,
+            [this](int station, bool ofInput) { views_.GoTo(PlaceOfLabel(station, ofInput)); });
   }
   if (const auto* const alphas = qobject_cast<views::AlphasView*>(view)) {
-    connect(alphas, &views::AlphasView::ShowInMapRequested, &views_, &OpenViews::ShowInMap);
+    connect(alphas, &views::AlphasView::ShowInMapRequested, this,
+            [this](int station, bool asInput) {
+              views_.GoTo({asInput ? ViewPlace::Kind::Input : ViewPlace::Kind::Output, station});
+            });
   }
   if (const auto* const buttons = qobject_cast<views::ButtonsView*>(view)) {
     connect(buttons, &views::ButtonsView::SendButtonDataRequested, &transfers_,
             [this] { transfers_.SendData(-1); });
     connect(buttons, &views::ButtonsView::UseRequested, this,
-            [this](const stations::Use& use) { GoTo(views_, PlaceOf(use)); });
+            [this](const stations::Use& use) { views_.GoTo(PlaceOf(use)); });
   }
 }
 

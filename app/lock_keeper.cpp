@@ -5,14 +5,10 @@
 #include <system_error>
 
 #include "config/lock_text.h"
+#include "db/dated_name.h"
 #include "views/widgets/question.h"
 
 namespace app {
-namespace {
-
-constexpr char kDamagedLocks[] = "Locks-damaged.json";
-
-}  // namespace
 
 LockKeeper::LockKeeper(const Services& services)
     : services_(services), file_(services.file, [this] { return Text(); }) {
@@ -51,13 +47,14 @@ void LockKeeper::Begin() {
 
 QString LockKeeper::WhyUnlocked(const model::Status& read) {
   if (!read.ok()) return QString::fromStdString(read.Description());
+  std::filesystem::path kept;
   std::error_code error;
-  std::filesystem::path kept = services_.file;
-  kept.replace_filename(kDamagedLocks);
-  std::filesystem::rename(services_.file, kept, error);
-  return error ? tr("%1 is damaged").arg(QLatin1String(kLocksFile))
-               : tr("%1 is damaged; it is kept as %2")
-                     .arg(QLatin1String(kLocksFile), QLatin1String(kDamagedLocks));
+  if (!db::DatedName(services_.file, "damaged", &kept).ok() ||
+      (std::filesystem::rename(services_.file, kept, error), error)) {
+    return tr("%1 is damaged").arg(QLatin1String(kLocksFile));
+  }
+  return tr("%1 is damaged; it is kept as %2")
+      .arg(QLatin1String(kLocksFile), QString::fromStdString(kept.filename().string()));
 }
 
 void LockKeeper::LocksChanged() {

@@ -37,7 +37,8 @@ class LockKeeper : public QObject, public model::LockObserver {
   explicit LockKeeper(const Services& services);
   ~LockKeeper() override;
 
-  // Locks what was locked when the last run ended.  A damaged file is kept under another name.
+  // Locks what was locked when the last run ended.  A damaged file is kept under a name of
+  // its own.
   void Begin();
 
   void LocksChanged() override;

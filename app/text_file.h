@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -37,20 +38,25 @@ class TextFile : public QObject {
   void Finish(QDeadlineTimer patience = QDeadlineTimer::Forever);
 
  Q_SIGNALS:
-  // The file could not be written, and why.  The next change tries again.
+  // The file could not be written, and why.  It is tried again a second after the next change, and
+  // by itself, ever more rarely but at least once a minute; of its failures nobody is told again.
   void Failed(const QString& why);
-  // It was written.
+  // It was written, or holds again what it is to hold.
   void Written();
 
  private:
   void Begin();
+  void TryAgain();
   void Write();
   void Done(const std::string& text, const model::Status& status);
+  void IsThere();
 
   const std::filesystem::path path_;
   const std::function<std::string()> text_;
-  std::string written_;  // what it holds
-  int writing_ = 0;      // so often it is to be replaced
+  std::string written_;              // what it holds
+  int writing_ = 0;                  // so often it is to be replaced
+  bool hasFailed_ = false;           // the last time
+  std::chrono::milliseconds pause_;  // before it is tried again
   QTimer timer_;
   BackgroundWriter writer_;
 };

@@ -309,7 +309,7 @@ int main(int argc, char** argv) {
     suite.Measure({.what = "map: all inhibits set, asked, stored and painted" + size,
                    .run = InhibitAll,
                    .size = channels,
-                   .limit = 250});
+                   .limit = bench::kViewMilliseconds});
     suite.Compare({.what = "map: painted whole, 1920 × 1000" + size,
                    .run = FullRepaint,
                    .size = channels,

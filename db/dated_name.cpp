@@ -24,14 +24,14 @@ bool IsFree(const fs::path& path) {
 
 }  // namespace
 
-model::Status DatedName(const fs::path& database, std::string_view what, fs::path* name) {
+model::Status DatedName(const fs::path& file, std::string_view what, fs::path* name) {
   constexpr int kMost = 1000;  // a folder that cannot be looked at has no free name
   const std::string begin =
       "-" + std::string(what) + "-" + LocalTimeText(std::time(nullptr), "%Y-%m-%d");
   for (int number = 1; number <= kMost; ++number) {
-    *name = database.parent_path() / database.stem();
+    *name = file.parent_path() / file.stem();
     *name += begin + (number > 1 ? "-" + std::to_string(number) : "");
-    *name += database.extension();
+    *name += file.extension();
     if (IsFree(*name)) return {};
   }
   return StatusOf(files::Failure("make", *name, std::make_error_code(std::errc::file_exists)));

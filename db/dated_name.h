@@ -10,10 +10,10 @@
 
 namespace db {
 
-// A free name beside a database: "Tesk-damaged-2026-04-17.mdb" for Tesk.mdb and "damaged", with
+// A free name beside a file: "Tesk-damaged-2026-04-17.mdb" for Tesk.mdb and "damaged", with
 // "-2" and so on behind the day when that one is taken.  When all are taken, or the folder cannot
 // be looked at, there is none (3204).
-model::Status DatedName(const std::filesystem::path& database, std::string_view what,
+model::Status DatedName(const std::filesystem::path& file, std::string_view what,
                         std::filesystem::path* name);
 
 }  // namespace db

@@ -28,29 +28,28 @@ Reading<std::string> ReadLabel(jet::RecordSet& stations, int number, const char*
 
 }  // namespace
 
-const TargetLabels::Texts& TargetLabels::First(int count, const char* field) const {
-  const auto [entry, isNew] = first_.try_emplace({field, count});
-  Texts& texts = entry->second;
-  if (!isNew) return texts;
-  const db::KeepPosition keep(*stations_);
-  texts.status = ReadAvailableTexts(*stations_, field, count, &texts.value);
-  texts.value.resize(static_cast<std::size_t>(count));
-  return texts;
+const TargetLabels::Texts& TargetLabels::Captions(int code, int count) const {
+  const TargetKind targets = OperationOf(code).targets;
+  const auto [entry, isNew] = captions_.try_emplace({targets, count});
+  if (isNew) entry->second = MakeCaptions(targets, count);
+  return entry->second;
 }
 
-Reading<std::vector<std::string>> TargetLabels::Captions(int code, int count) const {
+TargetLabels::Texts TargetLabels::MakeCaptions(TargetKind targets, int count) const {
   if (stations_ == nullptr) return {.status = db::NotOpen()};
-  Reading<std::vector<std::string>> captions;
-  const TargetKind targets = OperationOf(code).targets;
+  Texts captions;
   if (targets == TargetKind::Channels) {
     for (int target = 1; target <= count; ++target) {
       captions.value.push_back("Chan " + model::Padded(target, 2));
     }
     return captions;
   }
-  const Texts& labels = First(count, FieldOf(targets == TargetKind::Sources));
-  captions.status = labels.status;
-  for (const std::optional<std::string>& label : labels.value) {
+  const db::KeepPosition keep(*stations_);
+  std::vector<std::optional<std::string>> labels;
+  captions.status =
+      ReadAvailableTexts(*stations_, FieldOf(targets == TargetKind::Sources), count, &labels);
+  labels.resize(static_cast<std::size_t>(count));
+  for (const std::optional<std::string>& label : labels) {
     const int target = static_cast<int>(captions.value.size()) + 1;
     captions.value.push_back(label.value_or("Sta. " + model::Padded(target, 3)));
   }

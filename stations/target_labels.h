@@ -12,6 +12,7 @@
 
 #include "db/jet/record_set.h"
 #include "model/status.h"
+#include "stations/operations.h"
 #include "stations/reading.h"
 
 namespace stations {
@@ -30,20 +31,20 @@ class TargetLabels {
   // The captions of targets 1 to `count` for an operation's code, as UTF-8: the labels of the
   // first `count` records, or "Chan 01" and so on.  A null label, or a record that is not there,
   // gives "Sta. 001" and so on.  Without a database there are none.
-  Reading<std::vector<std::string>> Captions(int code, int count) const;
+  const Reading<std::vector<std::string>>& Captions(int code, int count) const;
 
   // The label of a target (from 1) for an operation's code, that of its input if `input`;
   // kNoTarget without a record or a label.
   Reading<std::string> Of(int code, int target, bool input) const;
 
  private:
-  using Texts = Reading<std::vector<std::optional<std::string>>>;
+  using Texts = Reading<std::vector<std::string>>;
 
-  const Texts& First(int count, const char* field) const;
+  Texts MakeCaptions(TargetKind targets, int count) const;
 
   jet::RecordSet* stations_;
-  // What was read, by field and by count or number.
-  mutable std::map<std::pair<std::string_view, int>, Texts> first_;
+  // What was made of what was read, by kind and count, and what was read by field and number.
+  mutable std::map<std::pair<TargetKind, int>, Texts> captions_;
   mutable std::map<std::pair<std::string_view, int>, Reading<std::string>> single_;
 };
 

@@ -13,7 +13,7 @@
 namespace app {
 namespace {
 
-using View = ChangePlace::View;
+using Place = ViewPlace::Kind;
 
 // The first member (from 1) that one of two flag strings has and the other has not; 1 without one.
 int FirstDifference(const jet::Value& before, const jet::Value& after) {
@@ -36,59 +36,21 @@ int InputOf(const stations::Change& change) {
 
 }  // namespace
 
-ChangePlace PlaceOf(const stations::Change& change, std::string_view field) {
+ViewPlace PlaceOf(const stations::Change& change, std::string_view field) {
   const int station = change.station;
-  if (field == db::kInhibitsField) return {View::Map, station, InputOf(change)};
-  if (field == db::kRelaysField) return {View::Relays, station, 0};
-  if (field.starts_with("Opto")) return {View::Opto, station, 0};
+  if (field == db::kInhibitsField) return {Place::Crosspoint, station, InputOf(change)};
+  if (field == db::kRelaysField) return {Place::Relays, station, 0};
+  if (field.starts_with("Opto")) return {Place::Opto, station, 0};
   if (const int button = db::ButtonOfField(field); button != 0) {
-    return {View::Button, station, button};
+    return {Place::Button, station, button};
   }
   const auto column = std::ranges::find(stations::kLabelColumns, field, [](const auto& spec) {
     return std::string_view(spec.field);
   });
-  return {View::Labels, station,
+  return {Place::Label, station,
           column == stations::kLabelColumns.end()
               ? static_cast<int>(stations::LabelColumn::StationLabel)
               : static_cast<int>(column - stations::kLabelColumns.begin())};
-}
-
-ChangePlace PlaceOf(const stations::Use& use) {
-  switch (use.kind) {
-    case stations::Use::Kind::Button:
-      return {View::Button, use.station, use.part};
-    case stations::Use::Kind::Opto:
-    case stations::Use::Kind::OptoChannel:
-      return {View::Opto, use.part, 0};
-    case stations::Use::Kind::Inhibit:
-      break;
-  }
-  return {View::Map, use.station, use.part};
-}
-
-void GoTo(OpenViews& views, const ChangePlace& place) {
-  switch (place.view) {
-    case View::Labels:
-      views.ShowAlphas();
-      views.Alphas()->GoTo(place.station, static_cast<stations::LabelColumn>(place.number));
-      break;
-    case View::Map:
-      views.ShowXmap();
-      views.Xmap()->GoTo(place.station, place.number);
-      break;
-    case View::Button:
-      views.ShowButtons();
-      views.Buttons()->GoToButton(place.station, place.number);
-      break;
-    case View::Relays:
-      views.ShowButtons();
-      views.Buttons()->GoToRelays(place.station);
-      break;
-    case View::Opto:
-      views.ShowButtons();
-      views.Buttons()->GoToOpto(place.station);
-      break;
-  }
 }
 
 }  // namespace app

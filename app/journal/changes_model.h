@@ -48,7 +48,7 @@ class ChangesModel : public QAbstractTableModel {
   bool IsRead() const { return next_ == 0; }
 
   // Where the views show it.
-  const ChangePlace& Place(int row) const { return rows_[static_cast<std::size_t>(row)].place; }
+  const ViewPlace& Place(int row) const { return rows_[static_cast<std::size_t>(row)].place; }
 
   int rowCount(const QModelIndex& parent = QModelIndex()) const override;
   int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -62,7 +62,7 @@ class ChangesModel : public QAbstractTableModel {
  private:
   struct Row {
     std::array<QString, kColumnCount> cells;
-    ChangePlace place;
+    ViewPlace place;
   };
 
   static std::vector<Row> RowsOf(const stations::Act& act);

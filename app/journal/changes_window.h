@@ -56,7 +56,7 @@ class ChangesWindow : public views::TableWindow {
   bool ExportTo(const QString& path);
 
  Q_SIGNALS:
-  void GoToRequested(const app::ChangePlace& place);
+  void GoToRequested(const app::ViewPlace& place);
 
  private:
   // What is in the journal's file, beginning anew with an empty filter; why it cannot be read is

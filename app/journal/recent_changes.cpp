@@ -35,13 +35,13 @@ ChangesWindow& RecentChanges::Window() {
 }
 
 // A dialog of the main window keeps its views closed or out of reach.
-void RecentChanges::Lead(const ChangePlace& place) {
+void RecentChanges::Lead(const ViewPlace& place) {
   if (QApplication::activeModalWidget() != nullptr) {
     window_->Say(tr("Close the open dialog first"));
     return;
   }
   views::BringUp(services_.window);
-  GoTo(services_.views, place);
+  services_.views.GoTo(place);
 }
 
 }  // namespace app

@@ -39,7 +39,7 @@ class RecentChanges : public QObject {
 
  private:
   ChangesWindow& Window();
-  void Lead(const ChangePlace& place);
+  void Lead(const ViewPlace& place);
 
   const Services services_;
   QPointer<ChangesWindow> window_;

@@ -80,23 +80,40 @@ void OpenViews::ShowButtons() {
   Show(kButtons, [this] { return new views::ButtonsView(services_); });
 }
 
-void OpenViews::ShowButtonsOf(int station) {
-  ShowButtons();
-  Buttons()->GoToStation(station);
-}
-
-void OpenViews::ShowLabelOf(int station, bool ofInput) {
-  ShowAlphas();
-  Alphas()->GoTo(station,
-                 ofInput ? stations::LabelColumn::InputLabel : stations::LabelColumn::StationLabel);
-}
-
-void OpenViews::ShowInMap(int station, bool asInput) {
-  ShowXmap();
-  if (asInput) {
-    Xmap()->GoToInput(station);
-  } else {
-    Xmap()->GoToOutput(station);
+void OpenViews::GoTo(const ViewPlace& place) {
+  switch (place.kind) {
+    case ViewPlace::Kind::Label:
+      ShowAlphas();
+      Alphas()->GoTo(place.station, static_cast<stations::LabelColumn>(place.number));
+      break;
+    case ViewPlace::Kind::Crosspoint:
+      ShowXmap();
+      Xmap()->GoTo(place.station, place.number);
+      break;
+    case ViewPlace::Kind::Output:
+      ShowXmap();
+      Xmap()->GoToOutput(place.station);
+      break;
+    case ViewPlace::Kind::Input:
+      ShowXmap();
+      Xmap()->GoToInput(place.station);
+      break;
+    case ViewPlace::Kind::Station:
+      ShowButtons();
+      Buttons()->GoToStation(place.station);
+      break;
+    case ViewPlace::Kind::Button:
+      ShowButtons();
+      Buttons()->GoToButton(place.station, place.number);
+      break;
+    case ViewPlace::Kind::Relays:
+      ShowButtons();
+      Buttons()->GoToRelays(place.station);
+      break;
+    case ViewPlace::Kind::Opto:
+      ShowButtons();
+      Buttons()->GoToOpto(place.station);
+      break;
   }
 }
 

@@ -11,6 +11,7 @@
 #include <QString>
 #include <functional>
 
+#include "app/shell/view_place.h"
 #include "switcher/switcher_events.h"
 #include "views/labels/alphas_view.h"
 #include "views/levels/input_level_dialog.h"
@@ -39,11 +40,9 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void ShowAlphas();
   void ShowButtons();
 
-  // Shows the programming of a station, the label of its output or its input, or its row or column
-  // in the map.  Of a station that is not there only the view is shown.
-  void ShowButtonsOf(int station);
-  void ShowLabelOf(int station, bool ofInput);
-  void ShowInMap(int station, bool asInput);
+  // Shows the view of a place as above, and goes there.  Of a place that is not there only the view
+  // is shown.
+  void GoTo(const ViewPlace& place);
 
   // Shows the three main views, each in the place that the settings say, also where it was open
   // in another.

@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <chrono>
+#include <algorithm>
 
 #include "files/whole_file.h"
 #include "tests/support/temporary_folder.h"
@@ -52,10 +52,20 @@ class LockKeeperTest : public testing::Test {
     LockKeeper keeper;
   };
 
-  std::string Content() {
+  std::string Content() { return Content(path_); }
+  static std::string Content(const std::filesystem::path& path) {
     std::string text;
-    (void)files::ReadWhole(path_, 1000, &text);
+    (void)files::ReadWhole(path, 1000, &text);
     return text;
+  }
+  // What is kept of damaged files, the eldest first.
+  std::vector<std::filesystem::path> Kept() {
+    std::vector<std::filesystem::path> kept;
+    for (const auto& file : std::filesystem::directory_iterator(folder_.Path())) {
+      if (file.path().filename().string().starts_with("Locks-damaged-20")) kept.push_back(file);
+    }
+    std::ranges::sort(kept, {}, [](const auto& path) { return path.stem(); });
+    return kept;
   }
   void Write(const std::string& text) { ASSERT_TRUE(files::Replace(path_, text).ok()); }
   static void End(Run& run) { run.keeper.Finish(QDeadlineTimer(QDeadlineTimer::Forever)); }
@@ -123,9 +133,12 @@ TEST_F(LockKeeperTest, ADamagedFileCostsAHintAndIsKept) {
   Run run(path_);
   EXPECT_FALSE(run.locks.IsConsoleLocked());
   EXPECT_TRUE(run.window.Hints().Has(Hint::LocksLost));
+  const auto kept = Kept();
+  ASSERT_EQ(kept.size(), 1U);
   EXPECT_THAT(run.notes,
               ElementsAre("What was locked is not locked any more: Locks.json is damaged; it is "
-                          "kept as Locks-damaged.json"));
+                          "kept as " +
+                          kept[0].filename().string()));
   End(run);
   EXPECT_FALSE(std::filesystem::exists(path_)) << "nothing is written unasked";
   run.locks.LockOutput(2, Locks::Against::Console);
@@ -133,8 +146,20 @@ TEST_F(LockKeeperTest, ADamagedFileCostsAHintAndIsKept) {
   EXPECT_EQ(Content(),
             "{\n  \"console\": false,\n  \"outputs\": [\n"
             "    {\"output\": 2, \"panels\": false}\n  ]\n}\n");
-  path_ = folder_ / "Locks-damaged.json";
-  EXPECT_EQ(Content(), "{\"console\": true");
+  EXPECT_EQ(Content(kept[0]), "{\"console\": true");
+}
+
+TEST_F(LockKeeperTest, ASecondDamagedFileLeavesTheFirstAsItIs) {
+  for (const char* const text : {"{\"outputs\": [1", "{\"outputs\": [2"}) {
+    Write(text);
+    Run run(path_);
+    EXPECT_TRUE(run.window.Hints().Has(Hint::LocksLost));
+    End(run);
+  }
+  const auto kept = Kept();
+  ASSERT_EQ(kept.size(), 2U);
+  EXPECT_EQ(Content(kept[0]), "{\"outputs\": [1");
+  EXPECT_EQ(Content(kept[1]), "{\"outputs\": [2");
 }
 
 TEST_F(LockKeeperTest, AFailingDiskCostsAHint) {
@@ -148,6 +173,18 @@ TEST_F(LockKeeperTest, AFailingDiskCostsAHint) {
   run.locks.LockOutput(3, Locks::Against::Console);
   End(run);
   EXPECT_FALSE(run.Hints());
+}
+
+TEST_F(LockKeeperTest, AFileThatCannotBeWrittenIsTriedAgainByItself) {
+  Run run(path_);
+  std::filesystem::create_directory(path_);
+  run.locks.LockOutput(2, Locks::Against::Console);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return run.Hints(); }, 30000));
+  std::filesystem::remove(path_);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !run.Hints(); }, 30000));
+  EXPECT_EQ(Content(),
+            "{\n  \"console\": false,\n  \"outputs\": [\n"
+            "    {\"output\": 2, \"panels\": false}\n  ]\n}\n");
 }
 
 }  // namespace

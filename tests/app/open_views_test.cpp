@@ -202,31 +202,6 @@ TEST_F(OpenViewsTest, TheTallyNamesTheStationsOfItsLamps) {
   EXPECT_EQ(tip(9), QStringLiteral("QDV 9 not responding")) << "there is no such station";
 }
 
-TEST_F(OpenViewsTest, LeadsFromTheMapToAStationAndBack) {
-  model_.ChannelCount = 8;
-  model_.StationCount = 8;
-  model_.ButtonCount = 32;
-  model_.AllocateMap();
-  for (int station = 1; station <= 8; ++station) database_.AddStation(station, {{"Hidden", 0}});
-  views_.ShowButtonsOf(5);
-  EXPECT_EQ(views_.Buttons()->CurrentStation(), 5);
-  views_.ShowLabelOf(3, /*ofInput=*/true);
-  EXPECT_EQ(area_.activeSubWindow(), Frame("frmAlphas"));
-  const auto& grid = test::Find<QTableView>(*views_.Alphas(), "jgAlphas");
-  EXPECT_EQ(grid.currentIndex().row(), 2);
-  EXPECT_EQ(grid.currentIndex().column(), 2) << "Input Label";
-  const QSignalSpy toMap(views_.Alphas(), &views::AlphasView::ShowInMapRequested);
-  test::Find<QAction>(*views_.Alphas(), "aidShowInMap").trigger();
-  ASSERT_EQ(toMap.size(), 1);
-  EXPECT_EQ(toMap[0][0].toInt(), 3);
-  EXPECT_TRUE(toMap[0][1].toBool());
-  views_.ShowInMap(3, /*asInput=*/true);
-  views_.ShowInMap(6, /*asInput=*/false);
-  EXPECT_EQ(area_.activeSubWindow(), Frame("frmXmap"));
-  EXPECT_TRUE(views_.Xmap()->Readout().startsWith(QStringLiteral("Out 06")));
-  EXPECT_TRUE(views_.Xmap()->Readout().contains(QStringLiteral("In 03")));
-}
-
 TEST_F(OpenViewsTest, TheTallyIsMarkedOpenExactlyWhileItShows) {
   for (int times = 0; times < 2; ++times) {
     EXPECT_FALSE(model_.TallyViewOpen);

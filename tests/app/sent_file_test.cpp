@@ -74,6 +74,26 @@ TEST_F(SentFileTest, AFileThatCannotBeWrittenIsToldAndTriedAgain) {
   EXPECT_EQ(Content(), kLine);
 }
 
+TEST_F(SentFileTest, WhatFailsAgainIsToldOnce) {
+  std::filesystem::create_directory(path_);
+  QSignalSpy failed(&file_, &SentFile::Failed);
+  QSignalSpy written(&file_, &SentFile::Written);
+  messages_[{Table::Inhibits, 3}] = {HeldMessage::State::Held, 7, {}};
+  for (int times = 0; times < 3; ++times) file_.Finish();
+  EXPECT_EQ(failed.size(), 1);
+  std::filesystem::remove(path_);
+  file_.Finish();
+  EXPECT_EQ(written.size(), 1);
+  std::filesystem::remove(path_);
+  std::filesystem::create_directory(path_);
+  messages_.clear();
+  file_.Finish();
+  EXPECT_EQ(failed.size(), 2) << "a failure of its own";
+  messages_[{Table::Inhibits, 3}] = {HeldMessage::State::Held, 7, {}};
+  file_.Finish();
+  EXPECT_EQ(written.size(), 2) << "nothing is to be written any more";
+}
+
 TEST_F(SentFileTest, ADamagedFileIsReadAsFarAsItGoes) {
   ASSERT_TRUE(files::Replace(path_, std::string("\0\xFF rubbish\n", 11) + kLine).ok());
   switcher::HeldMessages read = file_.Read();

@@ -23,6 +23,7 @@
 
 #include "app/shell/stored_elsewhere.h"
 #include "app/shell/view_menu.h"
+#include "db/keep_position.h"
 #include "stations/open_stations.h"
 #include "stations/record.h"
 #include "tests/app/eight_channels.h"
@@ -320,6 +321,24 @@ TEST_F(UndoCommandsTest, AStepThatTheSwitcherOverwroteIsDroppedWithANote) {
   Redo();
   EXPECT_THAT(Notes(), ElementsAre("Undone: Label of station 3",
                                    "Not redone, was changed since: Label of station 3"));
+}
+
+// By another program, in the same file.
+TEST_F(UndoCommandsTest, AStepOfAStationThatIsGoneIsDroppedWithANote) {
+  views_.ShowAlphas();
+  EditLabel(3, "MIC 3");
+  EditLabel(5, "CAM 5");
+  {
+    const db::KeepPosition keep(*console_.stations);
+    ASSERT_TRUE(console_.stations->Seek(5).ok());
+    ASSERT_TRUE(console_.stations->Delete().ok());
+  }
+  Undo();
+  EXPECT_THAT(Notes(), ElementsAre("Not undone, was changed since: Label of station 5"));
+  EXPECT_THAT(console_.reporter.reports, testing::IsEmpty());
+  EXPECT_EQ(Text("aidUndo"), "Undo Label Of Station 3");
+  Undo();
+  EXPECT_EQ(console_.Text(3, "Label"), "Sta. 003");
 }
 
 TEST_F(UndoCommandsTest, AfterAFailureTheStepStaysAndTheFailureIsReported) {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <functional>
 
 #include "db/database_files.h"
 #include "tests/end_to_end/operator_edits.h"
@@ -197,6 +198,157 @@ TEST_F(ConsoleFaultsTest, AnEditThatCannotBeStoredIsSaidAndNotShown) {
   EXPECT_TRUE(ReadFile(main_) == before);
   ASSERT_TRUE(Edit(*console)) << "the disk works";
   EndAndLook(*console);
+}
+
+// Something that stores many records at once: a block of the map, a button copied, labels of a
+// file.
+class StoredTogetherTest : public ConsoleFaultsTest {
+ protected:
+  void SetUp() override {
+    ConsoleFaultsTest::SetUp();
+    RunOnce();
+    console_ = Start();
+    ASSERT_TRUE(console_->IsUp());
+  }
+
+  static bool WaitFor(const std::function<bool()>& condition) {
+    return ConsoleProcess::WaitFor(condition);
+  }
+  bool WaitForShown(const char* object, bool shown = true) {
+    return WaitFor([&] { return console_->IsShown(object) == shown; });
+  }
+
+  // `ask` makes the console ready for the act, `begin` begins it, `isDone` says whether the screen
+  // shows it as done, and `screen` what else it shows that belongs to it.  Each of some calls fails
+  // once and for good; then it is said, and nothing is done.
+  void FailInTheMiddle(const std::function<void()>& ask, const std::function<void()>& begin,
+                       const std::function<bool()>& isDone,
+                       const std::function<std::vector<std::string>()>& screen,
+                       const std::string& title) {
+    const int calls = CallsOf(ask, begin, isDone);
+    ASSERT_GT(calls, 2) << "there is a middle";
+    int round = 0;
+    for (const int call : {1, calls / 2, calls}) {
+      for (const int last : {0, kForGood}) {
+        const auto& [error, report] = kErrors[round++ % 3];
+        SCOPED_TRACE(testing::Message() << "call " << call << " of " << calls
+                                        << (last == 0 ? "" : " and on") << ", errno " << error);
+        ask();
+        const std::vector<std::string> before = screen();
+        plan_.Restart();
+        plan_.Fail(call, std::max(call, last), error);
+        begin();
+        const Box box = ReadBox(*console_);
+        EXPECT_EQ(box.title, "Control Error");
+        EXPECT_THAT(box.text, StartsWith(title + "\r\rError # " + report));
+        EXPECT_TRUE(console_->Boxes().empty()) << "said once";
+        EXPECT_FALSE(isDone());
+        EXPECT_EQ(screen(), before);
+        EXPECT_FALSE(console_->Property("aidUndo", "enabled").toBool()) << "there is no such act";
+        plan_.Lift();
+        ASSERT_FALSE(HasFailure());
+      }
+    }
+    ask();
+    begin();
+    EXPECT_TRUE(WaitFor(isDone)) << "the disk works";
+    EXPECT_TRUE(console_->Boxes().empty());
+  }
+
+  // How often the act changes a file.  It is taken back.
+  int CallsOf(const std::function<void()>& ask, const std::function<void()>& begin,
+              const std::function<bool()>& isDone) {
+    ask();
+    plan_.Restart();
+    begin();
+    EXPECT_TRUE(WaitFor(isDone));
+    const int calls = plan_.Count();
+    console_->Trigger("aidUndo");
+    EXPECT_TRUE(WaitFor([&] { return !console_->Property("aidUndo", "enabled").toBool(); }));
+    return calls;
+  }
+
+  std::unique_ptr<ConsoleProcess> console_;
+};
+
+TEST_F(StoredTogetherTest, ABlockOfInhibits) {
+  constexpr int kChannels = 64;
+  const auto marks = [&] {  // of the last two inputs
+    std::vector<std::string> rows;
+    for (int output = 1; output <= kChannels; ++output) {
+      rows.push_back(std::to_string(console_->Mark(output, kChannels - 1)) +
+                     std::to_string(console_->Mark(output, kChannels)));
+    }
+    return rows;
+  };
+  FailInTheMiddle(
+      [&] {
+        console_->Choose(1, kChannels - 1);
+        console_->Keys("msfgXmap", "Ctrl+Shift+End");
+        console_->Trigger("ID_ToggleInhibit", "frmXmap");
+        ASSERT_TRUE(WaitForShown("aidInhibitQuestion"));
+      },
+      [&] { console_->Click("aidInhibitAll"); },
+      [&] { return marks() == std::vector<std::string>(kChannels, "22"); }, marks,
+      "Error Storing Crosspoint Inhibit");
+  for (int output = 1; output <= kChannels; ++output) {
+    tables_.at(std::to_string(output) + " Inhibits").replace(kChannels - 2, 2, "11");
+  }
+  EndAndLook(*console_);
+}
+
+TEST_F(StoredTogetherTest, AButtonCopiedToAllStations) {
+  constexpr int kStations = 64;
+  // Nobody else has what the button of station 1 is here.
+  const std::string prog = std::string(63, '0') + '1';
+  ASSERT_EQ(console_->Terminate(), 0);
+  SetField(main_, 1, "B1 Prog", prog);
+  SetField(main_, 1, "B1 First", kStations);
+  SetField(main_, 1, "B1 Type", 1);
+  tables_ = ReadStations(main_);
+  console_ = Start();
+  ASSERT_TRUE(console_->IsUp());
+  FailInTheMiddle(
+      [&] {
+        if (console_->IsShown("frmCopyTo")) return;  // it stays when it has failed
+        console_->Trigger("ID_ButtonProgramming");
+        ASSERT_TRUE(WaitForShown("frmButtons"));
+        console_->Trigger("aidCopyToStations", "frmButtons");
+        ASSERT_TRUE(WaitForShown("frmCopyTo"));
+        console_->Click("optCopyButton");
+        console_->Click("aidTickAll");
+      },
+      [&] { console_->Click("cmdOkCopy"); }, [&] { return !console_->IsShown("frmCopyTo"); },
+      [&] { return console_->Rows("lstStations"); }, "Error Copying To Stations");
+  for (int station = 2; station <= kStations; ++station) {
+    for (const char* const field : {" B1 Prog", " B1 First", " B1 Type"}) {
+      tables_[std::to_string(station) + field] = tables_.at(std::string("1") + field);
+    }
+  }
+  EndAndLook(*console_);
+}
+
+TEST_F(StoredTogetherTest, LabelsOfAFile) {
+  const fs::path file = folder_.Home() / "labels.csv";
+  std::string text = "Station,Station Label\r\n";
+  for (int station = 1; station <= 64; ++station) {
+    const std::string number = std::to_string(station);
+    text += number + ",CAM " + number + "\r\n";
+    tables_.at(number + " Label") = "CAM " + number;
+  }
+  WriteFile(file, text);
+  FailInTheMiddle(
+      [&] {
+        if (console_->IsShown("frmImport")) return;  // it stays when it has failed
+        console_->Trigger("aidImportProgramming");
+        ASSERT_TRUE(WaitForShown("aidImportDialog"));
+        console_->Set("fileNameEdit", "text", QString::fromStdString(file.string()));
+        console_->Keys("fileNameEdit", "Return");
+        ASSERT_TRUE(WaitForShown("frmImport"));
+      },
+      [&] { console_->Click("cmdOkImport"); }, [&] { return !console_->IsShown("frmImport"); },
+      [&] { return console_->Rows("lstImport"); }, "Error Importing A File");
+  EndAndLook(*console_);
 }
 
 // The last write of the run failed, and nothing was written after it.

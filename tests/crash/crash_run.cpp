@@ -61,7 +61,7 @@ constexpr int kChannels = 64;
 constexpr microseconds kSlowDisk{4000};  // more for each call while the console ends
 constexpr milliseconds kLongestEditing{600};
 constexpr int kMostEditingCalls = 60;
-constexpr int kMostOfAnEdit = 3;  // fields, and acts
+constexpr int kMostOfAnEdit = 3;  // acts
 constexpr milliseconds kLongestRestoring{20};
 constexpr std::uintmax_t kLargeJournal = 2 << 20;  // larger ones are made smaller
 
@@ -130,8 +130,8 @@ class CrashRun {
   void Restore(const Outcome& outcome);
   bool IsAnyUnsaved() const;
   std::set<std::string> LastStored() const;
-  bool IsAsSeen(const test::StoredTables& found, const test::StoredTables& restored,
-                const std::set<std::string>& last, bool received) const;
+  bool IsAsSeen(const test::StoredTables& restored, const std::set<std::string>& last,
+                bool received) const;
 
   const unsigned seed_;
   std::mt19937 random_;
@@ -222,19 +222,15 @@ bool CrashRun::Edit(ConsoleProcess& console) {
 // All tables of the switcher.
 bool CrashRun::Receive(ConsoleProcess& console) {
   const auto caption = [&] { return console.Property("frmSysInfo", "windowTitle").toString(); };
-  const auto wait = [&](const std::function<bool()>& condition) {
-    return ConsoleProcess::WaitFor([&] { return !console.Lives() || condition(); },
-                                   std::chrono::seconds(60)) &&
-           console.Lives();
-  };
   console.Trigger("ID_RetreiveData");
-  if (!wait([&] { return console.IsShown("frmSysInfo"); })) return false;
+  if (!console.LivesUntil([&] { return console.IsShown("frmSysInfo"); })) return false;
   console.Click("cmdOkSysInf");
-  if (!wait([&] { return caption().startsWith(QLatin1String("Retrieval Completed (")); })) {
+  if (!console.LivesUntil(
+          [&] { return caption().startsWith(QLatin1String("Retrieval Completed (")); })) {
     return false;
   }
   console.Click("cmdCancelSysInf");
-  if (!wait([&] { return console.IsShown("frmXmap"); })) return false;
+  if (!console.LivesUntil([&] { return console.IsShown("frmXmap"); })) return false;
   TakeOver(&operated_);
   return true;
 }
@@ -588,43 +584,44 @@ void CrashRun::Check(const Outcome& outcome) {
   Restore(outcome);
 }
 
-// What the last acts before the kill have stored, as many as an edit may have: "3 B2 Type=255".
-std::set<std::string> CrashRun::LastStored() const {
-  std::set<std::string> stored;
-  stations::Journal journal(journal_);
-  if (!journal.Read().ok() || journal.Contents().Runs().empty()) return stored;
-  const auto& acts = journal.Contents().Runs().back().acts;
-  for (auto line = acts.rbegin(); line != acts.rend() && line - acts.rbegin() < kMostOfAnEdit;
-       ++line) {
+// What the last acts of a run have stored, as many as an edit may have: "3 B2 Type=255".
+void AddLastStored(const stations::JournalRun& run, std::set<std::string>* stored) {
+  for (auto line = run.acts.rbegin();
+       line != run.acts.rend() && line - run.acts.rbegin() < kMostOfAnEdit; ++line) {
     stations::Act act;
     if (!stations::ReadAct((*line)->content, &act)) continue;
     for (const stations::Change& change : act.changes) {
       for (const stations::FieldChange& field : change.fields) {
         const bool isText = field.after.GetKind() == jet::Value::Kind::Text;
-        stored.insert(std::to_string(change.station) + " " + field.field + "=" +
-                      (isText ? field.after.Text() : std::to_string(field.after.Int())));
+        stored->insert(std::to_string(change.station) + " " + field.field + "=" +
+                       (isText ? field.after.Text() : std::to_string(field.after.Int())));
       }
     }
+  }
+}
+
+// The same of all runs that are to be restored.
+std::set<std::string> CrashRun::LastStored() const {
+  std::set<std::string> stored;
+  stations::Journal journal(journal_);
+  if (!journal.Read().ok()) return stored;
+  for (const stations::JournalRun& run : journal.Contents().Runs()) {
+    if (run.IsUnsaved()) AddLastStored(run, &stored);
   }
   return stored;
 }
 
-// Whether there is what the operator has seen, and besides at most one more edit, of one station,
-// or, of tables that were being received, any part of them.  A field that holds again what was
-// found before restoring is an edit that was seen and is lost, unless it was being put back.
-bool CrashRun::IsAsSeen(const test::StoredTables& found, const test::StoredTables& restored,
-                        const std::set<std::string>& last, bool received) const {
+// Whether there is what the operator has seen, and besides at most what the last acts have stored,
+// or, of tables that were being received, any part of them.
+bool CrashRun::IsAsSeen(const test::StoredTables& restored, const std::set<std::string>& last,
+                        bool received) const {
   test::StoredTables all = operated_;
   if (received) TakeOver(&all);
-  std::set<std::string> stations;
-  int others = 0;
-  for (const auto& [field, value] : restored) {
-    if (value == operated_.at(field) || value == all.at(field)) continue;
-    if (value == found.at(field) && !last.contains(field + "=" + value)) return false;
-    stations.insert(field.substr(0, field.find(' ')));
-    ++others;
-  }
-  return stations.size() <= 1 && others <= kMostOfAnEdit;
+  return std::ranges::all_of(restored, [&](const auto& each) {
+    const auto& [field, value] = each;
+    return value == operated_.at(field) || value == all.at(field) ||
+           last.contains(field + "=" + value);
+  });
 }
 
 bool CrashRun::IsAnyUnsaved() const {
@@ -663,8 +660,8 @@ void CrashRun::Restore(const Outcome& outcome) {
   for (const test::Box& box : console->Boxes())
     Fail("after restoring: " + box.title + ": " + box.text);
   if (console->Terminate() != 0) return Fail("the console that has restored does not end");
-  const test::StoredTables found = std::exchange(stored_, test::ReadStations(main_));
-  if (!IsAsSeen(found, stored_, last, outcome.received)) Fail("something else was restored");
+  stored_ = test::ReadStations(main_);
+  if (!IsAsSeen(stored_, last, outcome.received)) Fail("something else was restored");
   CheckWhole("restored");
   ++restored_;
 }

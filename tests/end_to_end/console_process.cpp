@@ -144,11 +144,15 @@ std::string ConsoleProcess::CellText(int row, int column) {
   return Ask(request).value(QLatin1String("value")).toString().toStdString();
 }
 
-void ConsoleProcess::Use(const char* tool, int output, int input) {
+void ConsoleProcess::Choose(int output, int input) {
   QJsonObject request = Request("invoke", "msfgXmap");
   request.insert(QStringLiteral("method"), QStringLiteral("selectCell"));
   request.insert(QStringLiteral("args"), QJsonArray{output + 1, input + 1});
   Ask(request);
+}
+
+void ConsoleProcess::Use(const char* tool, int output, int input) {
+  Choose(output, input);
   Trigger(tool, "frmXmap");
 }
 
@@ -198,6 +202,8 @@ std::vector<std::string> ConsoleProcess::Rows(const char* list) {
 }
 
 void ConsoleProcess::CloseWindow(const char* object) { Ask(Request("close", object)); }
+
+void ConsoleProcess::Focus(const char* object) { Ask(Request("focus", object)); }
 
 void ConsoleProcess::LogOut() { Ask({{QStringLiteral("do"), QStringLiteral("logOut")}}); }
 

@@ -78,7 +78,9 @@ class ConsoleProcess {
   int Mark(int output, int input);
   std::string CellText(int row, int column);
 
-  // Chooses a crosspoint and triggers a tool of the map.
+  // Chooses a crosspoint of the map.
+  void Choose(int output, int input);
+  // The same, and triggers a tool of the map.
   void Use(const char* tool, int output, int input);
   void Trigger(const char* action, const char* window = "frmMain");
   void Keys(const char* object, const char* sequence);
@@ -87,6 +89,8 @@ class ConsoleProcess {
   // One after the other, with nothing in between.
   void ClickTogether(const std::vector<const char*>& objects);
   void CloseWindow(const char* object);
+  // Gives a widget the focus, in a window that is the active one then.
+  void Focus(const char* object);
   // Asks the console to save what there is, as the desktop does when its user logs out.
   void LogOut();
 
@@ -106,6 +110,11 @@ class ConsoleProcess {
   // Waits until `condition` holds; whether it did in time.
   static bool WaitFor(const std::function<bool()>& condition,
                       std::chrono::milliseconds within = std::chrono::seconds(60));
+
+  // The same, for a console that may be killed meanwhile: false at once when it was.
+  bool LivesUntil(const std::function<bool()>& condition) {
+    return WaitFor([&] { return !Lives() || condition(); }) && Lives();
+  }
 
   // Asks it to end as the system does, and waits.  Its exit code; nothing when it did not end.
   std::optional<int> Terminate();

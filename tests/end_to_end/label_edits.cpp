@@ -3,8 +3,10 @@
 #include "tests/end_to_end/label_edits.h"
 
 #include <algorithm>
-#include <functional>
+#include <filesystem>
 #include <string>
+
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 
@@ -14,11 +16,6 @@ namespace {
 enum Column { kStation, kLabel, kInLabel, kHidden };
 
 constexpr int kFarthestRow = 20;
-
-bool Wait(ConsoleProcess& console, const std::function<bool()>& condition) {
-  return ConsoleProcess::WaitFor([&] { return !console.Lives() || condition(); }) &&
-         console.Lives();
-}
 
 // What a cell shows; "" when there is no such row, or no console any more.
 std::string Cell(ConsoleProcess& console, int row, int column) {
@@ -34,7 +31,7 @@ std::string Cell(ConsoleProcess& console, int row, int column) {
 // not show.
 int GoToRow(ConsoleProcess& console, std::mt19937& random, int column) {
   console.Trigger("ID_StationAlphas");
-  if (!Wait(console, [&] { return console.IsShown("jgAlphas"); })) return -1;
+  if (!console.LivesUntil([&] { return console.IsShown("jgAlphas"); })) return -1;
   const int rows = static_cast<int>(console.Rows("jgAlphas").size());
   if (rows == 0) return -1;
   const bool fromTop = random() % 2 == 0;
@@ -50,7 +47,7 @@ int GoToRow(ConsoleProcess& console, std::mt19937& random, int column) {
 // What was typed is stored with Enter.
 bool Store(ConsoleProcess& console, int row, int column, const std::string& shown) {
   console.Keys("jgAlphas", "Return");
-  return Wait(console, [&] { return Cell(console, row, column) == shown; });
+  return console.LivesUntil([&] { return Cell(console, row, column) == shown; });
 }
 
 bool TypeLabel(ConsoleProcess& console, std::mt19937& random, StoredTables& tables, int column,
@@ -86,6 +83,28 @@ bool ToggleHidden(ConsoleProcess& console, std::mt19937& random, StoredTables& t
   console.Type("jgAlphas", hide ? "Y" : "N");
   if (!Store(console, row, kHidden, hide ? "Yes" : "No")) return false;
   hidden = hide ? "1" : "0";
+  return true;
+}
+
+bool ImportLabels(ConsoleProcess& console, std::mt19937& random, StoredTables& tables) {
+  StoredTables after = tables;
+  std::string text = "Station,Station Label,Input Label\r\n";
+  for (int station = 1 + static_cast<int>(random() % 8); station <= kFarthestRow; station += 5) {
+    const std::string number = std::to_string(station);
+    const std::string label = "I" + std::to_string(random() % 10000000);
+    text += number + "," + label + "," + label + "\r\n";
+    after.at(number + " Label") = after.at(number + " InLabel") = label;
+  }
+  const std::filesystem::path file = console.Socket().parent_path() / "labels.csv";
+  WriteFile(file, text);
+  console.Trigger("aidImportProgramming");
+  if (!console.LivesUntil([&] { return console.IsShown("aidImportDialog"); })) return false;
+  console.Set("fileNameEdit", "text", QString::fromStdString(file.string()));
+  console.Keys("fileNameEdit", "Return");
+  if (!console.LivesUntil([&] { return console.IsShown("frmImport"); })) return false;
+  console.Click("cmdOkImport");
+  if (!console.LivesUntil([&] { return !console.IsShown("frmImport"); })) return false;
+  tables = after;
   return true;
 }
 

@@ -18,6 +18,9 @@ bool TypeInputLabel(ConsoleProcess& console, std::mt19937& random, StoredTables&
 // Hides a station, or shows it again.
 bool ToggleHidden(ConsoleProcess& console, std::mt19937& random, StoredTables& tables);
 
+// Brings labels of some stations in from a file.
+bool ImportLabels(ConsoleProcess& console, std::mt19937& random, StoredTables& tables);
+
 }  // namespace test
 
 #endif  // TESTS_END_TO_END_LABEL_EDITS_H_

@@ -120,9 +120,49 @@ TEST_F(CommandsTest, EveryWindowCanBeAskedFor) {
        {"ID_SourceLevelControl", "ID_ViewSourcelevelControl", "ID_QDVStatus", "ID_ViewQDVStatus",
         "ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming", "ID_SendData",
         "ID_RetreiveData", "aidImportProgramming", "aidKeySheets", "aidCopyToStations",
-        "aidWhereUsed"}) {
+        "aidWhereUsed", "aidPresets", "aidLockConsole", "aidLockOutput", "aidCompare",
+        "aidSettings"}) {
     EXPECT_EQ(console.Property(id, "enabled"), QJsonValue(true)) << id;
   }
+}
+
+TEST_F(CommandsTest, TheMapUndoesATake) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  ASSERT_TRUE(simulator_.WaitForLine("rx poll tally"));
+  console.Use("ID_Take", 6, 8);
+  ASSERT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 3"));
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == kCrosspoint; }));
+  console.Trigger("aidUndoTake", "frmXmap");
+  ASSERT_TRUE(WaitForVisible(console, "aidUndoTakeQuestion", true));
+  console.Click("aidTakeBack");
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 0"));
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] { return console.Mark(6, 8) == 0; }));
+  EXPECT_TRUE(console.Boxes().empty());
+}
+
+TEST_F(CommandsTest, TheMapLocksAnOutputUntilItIsUnlocked) {
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  ASSERT_TRUE(simulator_.WaitForLine("rx poll tally"));
+  const auto isLocked = [&] { return console.Property("aidLockOutput", "checked").toBool(); };
+  console.Choose(6, 8);
+  console.Trigger("aidLockOutput", "frmXmap");
+  ASSERT_TRUE(ConsoleProcess::WaitFor(isLocked));
+  console.Use("ID_Take", 6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console.Boxes().empty(); }));
+  EXPECT_EQ(console.Boxes()[0].text, "Action Not Allowed On Locked Output");
+  console.CloseBox();
+  console.Use("ID_Take", 7, 8);
+  const auto first = simulator_.WaitForLine("rx take");
+  ASSERT_TRUE(first);
+  EXPECT_NE(first->find("output 7 source 8"), std::string::npos) << *first;
+  console.Choose(6, 8);
+  ASSERT_TRUE(ConsoleProcess::WaitFor(isLocked));
+  console.Trigger("aidLockOutput", "frmXmap");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !isLocked(); }));
+  console.Use("ID_Take", 6, 8);
+  EXPECT_TRUE(simulator_.WaitForLine("rx take output 6 source 8 action 3"));
 }
 
 TEST_F(CommandsTest, ArrangingReachesTheViews) {

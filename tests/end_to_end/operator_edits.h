@@ -21,6 +21,8 @@ struct OperatorEdit {
   // tables are changed as the file's are to be when the console has ended.  False, and the tables
   // as they were, when the console did not do it: it was killed meanwhile, or shows a box.
   bool (*make)(ConsoleProcess& console, std::mt19937& random, StoredTables& tables);
+  // Its last act is one of several stations.
+  bool isOfMany = false;
 };
 
 std::span<const OperatorEdit> Edits();

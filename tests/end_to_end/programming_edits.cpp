@@ -2,9 +2,9 @@
 
 #include "tests/end_to_end/programming_edits.h"
 
-#include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "tests/end_to_end/pending_tables.h"
 
@@ -12,6 +12,7 @@ namespace test {
 
 namespace {
 
+constexpr int kStations = 64;
 constexpr int kTargets = 64;
 constexpr int kRelays = 64;
 constexpr int kButtons = 32;
@@ -43,10 +44,15 @@ class Programming {
   // Brings the window up at a station by chance.
   bool Open(Tab tab) {
     console_.Trigger("ID_ButtonProgramming");
-    if (!Wait([this] { return console_.IsShown("frmButtons"); })) return false;
+    if (!console_.LivesUntil([this] { return console_.IsShown("frmButtons"); })) return false;
     for (int steps = 1 + Draw(3); steps > 0; --steps) {
       LeaveButton();
-      console_.Click(kMovements[Draw(std::size(kMovements))]);
+      const auto movement = static_cast<std::size_t>(Draw(std::size(kMovements) + 1));
+      if (movement < std::size(kMovements)) {
+        console_.Click(kMovements[movement]);
+      } else if (!FindStation(1 + Draw(kStations))) {
+        return false;
+      }
     }
     const int shown = console_.Property("SSActiveTabs1", "currentIndex").toInt(-1);
     if (shown != tab) {
@@ -76,6 +82,16 @@ class Programming {
     tables_.Set(station_, field, value);
   }
 
+  // Another station gets the button.  Without targets it is inactive there.
+  void CopyTo(int station) {
+    const std::string prog = Get(ButtonField(button_, "Prog"));
+    const int first = FirstTarget(prog);
+    tables_.Set(station, ButtonField(button_, "Prog"), prog);
+    tables_.Set(station, ButtonField(button_, "First"), std::to_string(first == 0 ? 1 : first));
+    tables_.Set(station, ButtonField(button_, "Type"),
+                first == 0 ? kInactive : Get(ButtonField(button_, "Type")));
+  }
+
   // Clicks a box, which shows what it was, and is the other way then; the flag of it follows.
   bool Toggle(const char* boxes, int member, std::string_view field) {
     const std::string box = std::string(boxes) + "_" + std::to_string(member);
@@ -84,7 +100,7 @@ class Programming {
     const bool before = flag == '1';
     if (IsChecked(box) != before) return false;
     console_.Click(box.c_str());
-    if (!Wait([&] { return IsChecked(box) == !before; })) return false;
+    if (!console_.LivesUntil([&] { return IsChecked(box) == !before; })) return false;
     flag = before ? '0' : '1';
     Set(field, flags);
     return true;
@@ -93,7 +109,7 @@ class Programming {
   bool Choose(const char* options, const char* code, std::string_view field) {
     const std::string option = std::string(options) + "_" + code;
     console_.Click(option.c_str());
-    if (!Wait([&] { return IsChecked(option) == true; })) return false;
+    if (!console_.LivesUntil([&] { return IsChecked(option) == true; })) return false;
     Set(field, code);
     return true;
   }
@@ -105,12 +121,16 @@ class Programming {
     return true;
   }
 
-  bool Wait(const std::function<bool()>& condition) {
-    return ConsoleProcess::WaitFor([&] { return !console_.Lives() || condition(); }) &&
-           console_.Lives();
+ private:
+  // Goes to a station by its number.
+  bool FindStation(int station) {
+    console_.Focus("aidStationText");
+    console_.Keys("aidStationText", "Ctrl+A");
+    console_.Type("aidStationText", std::to_string(station));
+    console_.Keys("aidStationText", "Return");
+    return console_.LivesUntil([&] { return Station() == station; });
   }
 
- private:
   int SelectedButton() { return console_.Property("cmbButton", "currentIndex").toInt(-1) + 1; }
   int Station() { return console_.Property("txtPortNmbr", "text").toString().toInt(); }
 
@@ -173,6 +193,32 @@ bool ChooseOperation(ConsoleProcess& console, std::mt19937& random, StoredTables
          window.Done();
 }
 
+bool CopyButton(ConsoleProcess& console, std::mt19937& random, StoredTables& tables) {
+  Programming window(console, random, tables);
+  if (!window.Open(kEditTab) || !window.SelectButton() ||
+      !ToggleTargetOf(window, window.Draw(kTargets))) {
+    return false;
+  }
+  console.Trigger("aidCopyToStations", "frmButtons");
+  if (!console.LivesUntil([&] { return console.IsShown("frmCopyTo"); })) return false;
+  console.Click("optCopyButton");
+  const std::vector<std::string> stations = console.Rows("lstStations");
+  if (stations.empty()) return false;
+  console.Keys("lstStations", "Home");
+  // One behind the other, from the first on.
+  for (std::size_t row = 0, ticks = 0; row < stations.size() && ticks < 4; ++row) {
+    if (window.Draw(8) == 0) {
+      console.Keys("lstStations", "Space");
+      window.CopyTo(std::stoi(stations[row]));
+      ++ticks;
+    }
+    console.Keys("lstStations", "Down");
+  }
+  const bool isAnyOther = console.Property("cmdOkCopy", "enabled").toBool();
+  console.Click(isAnyOther ? "cmdOkCopy" : "cmdCancelCopy");
+  return console.LivesUntil([&] { return !console.IsShown("frmCopyTo"); }) && window.Done();
+}
+
 bool ToggleRelay(ConsoleProcess& console, std::mt19937& random, StoredTables& tables) {
   Programming window(console, random, tables);
   return window.Open(kRelayTab) && window.Toggle("ckRelaySel", window.Draw(kRelays), "Relays") &&
@@ -199,7 +245,7 @@ bool ChooseOptoOperation(ConsoleProcess& console, std::mt19937& random, StoredTa
   }
   const int channel = window.Draw(kTargets);
   console.Set("cmbOptoChan", "currentIndex", channel);
-  if (!window.Wait(
+  if (!console.LivesUntil(
           [&] { return console.Property("cmbOptoChan", "currentIndex").toInt(-1) == channel; })) {
     return false;
   }

@@ -19,6 +19,8 @@ bool ToggleTarget(ConsoleProcess& console, std::mt19937& random, StoredTables& t
 bool ClearTargets(ConsoleProcess& console, std::mt19937& random, StoredTables& tables);
 // Chooses the operation of a button.
 bool ChooseOperation(ConsoleProcess& console, std::mt19937& random, StoredTables& tables);
+// Selects a target of a button, or takes it away, and copies the button to some other stations.
+bool CopyButton(ConsoleProcess& console, std::mt19937& random, StoredTables& tables);
 // Assigns a relay, or takes it away.
 bool ToggleRelay(ConsoleProcess& console, std::mt19937& random, StoredTables& tables);
 // Selects a target of an opto, or takes it away.

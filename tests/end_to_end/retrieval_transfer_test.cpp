@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <string_view>
 
 #include "tests/end_to_end/console_and_switcher.h"
@@ -337,6 +338,76 @@ TEST_F(RetrievalTest, ABlockedLineLeavesItWaitingAndTheNextOneBringsAll) {
   CloseRetrieval();
   EXPECT_EQ(console_->Terminate(), 0);
   EXPECT_EQ(ReadTables(database_, 16), HeldTables(16));
+}
+
+// The line is held between two tables, so that the act is in the middle whatever the machine does.
+TEST_F(RetrievalTest, WhatIsTakenBackInTheMiddleIsOverwrittenByTheTablesBehindIt) {
+  StartBoth(16, {"--baud", "9600"});
+  const std::vector<std::string> held = HeldTables(16);
+  const int before = console_->Mark(16, 1);
+  ASSERT_TRUE(before == 0 || before == 2);
+  console_->Use("ID_ToggleInhibit", 16, 1);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console_->Mark(16, 1) == 2 - before; }));
+  BeginRetrieval();
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return !ReceivedTables().empty(); }, 60s));
+  ASSERT_EQ(kill(simulator_->Id(), SIGSTOP), 0);
+  console_->Trigger("aidUndo");
+  EXPECT_TRUE(ConsoleProcess::WaitFor(
+      [this] { return console_->Property("aidRedo", "enabled").toBool(); }));
+  EXPECT_THAT(History(), Not(Contains(StartsWith("Output 16 Inhibit Map|"))));
+  ASSERT_EQ(kill(simulator_->Id(), SIGCONT), 0);
+  ASSERT_TRUE(WaitForCompletion());
+  CloseRetrieval();
+  EXPECT_FALSE(IsUnsentShown()) << "the switcher holds all of it";
+  EXPECT_THAT(console_->Boxes(), IsEmpty());
+  console_->Kill();
+
+  // What was edited is in the journal as well as what came in around it.
+  StartConsole();
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("aidRestore"); }));
+  console_->Click("aidRestore");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("aidRestoreAll"); }));
+  console_->Click("aidRestoreAll");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return !console_->IsShown("aidRestore"); }));
+  EXPECT_THAT(console_->Boxes(), IsEmpty());
+  EXPECT_EQ(console_->Terminate(), 0);
+  EXPECT_EQ(ReadTables(database_, 16), held);
+}
+
+// The switcher holds what was edited, so that its table leaves the edit as it is.
+TEST_F(RetrievalTest, WhatIsTakenBackBehindItsTableStaysAndIsUnsent) {
+  StartBoth(64, {"--baud", "19200"});
+  const std::string before = ReadField(database_, 1, "Inhibits");
+  const int mark = console_->Mark(1, 1);
+  ASSERT_TRUE(mark == 0 || mark == 2);
+  console_->Use("ID_ToggleInhibit", 1, 1);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console_->Mark(1, 1) == 2 - mark; }));
+  std::string command = "inhibits 1";
+  if (mark == 0) command += " 1";
+  for (std::size_t input = 2; input <= before.size(); ++input) {
+    if (before[input - 1] == '1') command += " " + std::to_string(input);
+  }
+  ASSERT_THAT(simulator_->Command(command), StartsWith("ok"));
+  BeginRetrieval();
+  ASSERT_TRUE(ConsoleProcess::WaitFor(
+      [this] { return !History().empty() && History().back().starts_with("Output "); }, 60s));
+  ASSERT_EQ(kill(simulator_->Id(), SIGSTOP), 0);
+  console_->Trigger("aidUndo");
+  EXPECT_TRUE(ConsoleProcess::WaitFor(
+      [this] { return console_->Property("aidRedo", "enabled").toBool(); }));
+  ASSERT_EQ(kill(simulator_->Id(), SIGCONT), 0);
+  ASSERT_TRUE(WaitForCompletion());
+  CloseRetrieval();
+  EXPECT_TRUE(ConsoleProcess::WaitFor([this] { return IsUnsentShown(); }));
+  EXPECT_EQ(console_->Mark(1, 1), mark);
+  EXPECT_THAT(console_->Boxes(), IsEmpty());
+  EXPECT_EQ(console_->Terminate(), 0);
+  std::vector<std::string> expected = HeldTables(64);
+  const auto line = std::ranges::find_if(
+      expected, [](const std::string& each) { return each.starts_with("1 Inhibits="); });
+  ASSERT_NE(line, expected.end());
+  *line = "1 Inhibits=" + before;
+  EXPECT_EQ(ReadTables(database_, 64), expected);
 }
 
 TEST_F(RetrievalTest, ClosingTheMainWindowEndsTheProgram) {

@@ -19,7 +19,7 @@ bool Always() { return true; }
 
 Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
     : console_(console), tables_(std::move(tables)) {
-  AddEdits(2);
+  AddEdits();
   tasks_.push_back(
       {"send the inhibits", [this] { console_.Trigger("ID_SendInhibits", "frmXmap"); }, Always});
   AddTrigger("about", "ID_About", "frmTeskAbout");
@@ -40,8 +40,9 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   for (const char* const arrangement : {"ID_Cascade", "ID_TileHorizontal", "ID_TileVertical"}) {
     AddTrigger("arrange the windows", arrangement, "frmXmap");
   }
-  AddEdits(2);
-  AddUndo();
+  AddEdits();
+  AddTake();
+  AddOutputLock();
   for (const auto& [command, window] : {std::pair{"ID_SourceLevelControl", "frmInptLevel"},
                                         std::pair{"ID_QDVStatus", "frmQdvTally"}}) {
     AddTrigger("open the levels or the tally", command, window);
@@ -93,24 +94,67 @@ void Operator::AddUndo() {
       {"redo", [this] { console_.Trigger("aidRedo"); }, [canRedo] { return !canRedo(); }});
 }
 
-// Thought better of, and then done: it closes by itself when the switcher has everything.
+// Thought better of, and then done: it closes by itself when the switcher has everything.  Nothing
+// is unsent when a panel's take has held up the operator until the download was through, and a
+// switcher that was busy may have left a poll without its answer: then there is the way out alone.
 void Operator::AddSendChanges() {
   AddTrigger("open what is unsent", "aidSendChanges", "frmSendChanges");
   AddClose("close what is unsent", "frmSendChanges");
   AddTrigger("open what is unsent", "aidSendChanges", "frmSendChanges");
-  tasks_.push_back({"send it", [this] { console_.Click("cmdOkSendChg"); },
-                    [this] { return !console_.IsShown("frmSendChanges"); }});
+  tasks_.push_back({"send it",
+                    [this] {
+                      if (console_.IsShown("cmdOkSendChg")) {
+                        console_.Click("cmdOkSendChg");
+                      } else {
+                        console_.CloseWindow("frmSendChanges");
+                      }
+                    },
+                    [this] {
+                      const QString status = console_.Property("lblSendChg", "text").toString();
+                      if (status.startsWith(QLatin1String("Not confirmed"))) {
+                        console_.CloseWindow("frmSendChanges");
+                      }
+                      return !console_.IsShown("frmSendChanges");
+                    }});
 }
 
-void Operator::AddEdits(int count) {
-  for (int i = 0; i < count; ++i) {
-    for (const test::OperatorEdit& edit : test::Edits()) {
-      tasks_.push_back({edit.name,
-                        [this, &edit] {
-                          if (!edit.make(console_, random_, tables_)) stuck_ = edit.name;
-                        },
-                        Always});
-    }
+// A crosspoint that is not inhibited, made and undone.
+void Operator::AddTake() {
+  const auto mark = [this] { return console_.Mark(kOutput, input_); };
+  tasks_.push_back({"take",
+                    [this] {
+                      const std::string& inhibits =
+                          tables_.at(std::to_string(kOutput) + " Inhibits");
+                      input_ = 1 + static_cast<int>(inhibits.find('0'));
+                      console_.Use("ID_Take", kOutput, input_);
+                    },
+                    [mark] { return mark() == test::kCrosspoint; }});
+  AddTrigger("ask to undo the take", "aidUndoTake", "aidUndoTakeQuestion", "frmXmap");
+  tasks_.push_back(
+      {"undo the take", [this] { console_.Click("aidTakeBack"); }, [mark] { return mark() == 0; }});
+}
+
+void Operator::AddOutputLock() {
+  for (const bool locks : {true, false}) {
+    tasks_.push_back({locks ? "lock an output" : "unlock an output",
+                      [this] {
+                        console_.Choose(kOutput, 1);
+                        console_.Trigger("aidLockOutput", "frmXmap");
+                      },
+                      [this, locks] {
+                        return console_.Property("aidLockOutput", "checked").toBool() == locks;
+                      }});
+  }
+}
+
+void Operator::AddEdits() {
+  for (const test::OperatorEdit& edit : test::Edits()) {
+    tasks_.push_back({edit.name,
+                      [this, &edit] {
+                        if (!edit.make(console_, random_, tables_)) stuck_ = edit.name;
+                      },
+                      Always});
+    if (edit.isOfMany) AddUndo();
   }
 }
 

@@ -15,11 +15,15 @@
 namespace soak {
 
 // Somebody who works at the console all the time: edits, closes and opens windows, arranges
-// them, reads the about box, takes an edit back and does it again, sends tables and what is unsent,
-// begins a download and a retrieval and thinks better of it.  One thing after the other, round
-// after round; a new window's tasks are added to the list in the constructor.
+// them, reads the about box, takes an edit back and does it again, makes a crosspoint and undoes
+// the take, locks an output, sends tables and what is unsent, begins a download and a retrieval and
+// thinks better of it.  One thing after the other, round after round; a new window's tasks are
+// added to the list in the constructor.
 class Operator {
  public:
+  // The only one that he makes crosspoints of.
+  static constexpr int kOutput = 50;
+
   // `tables` is what the console's database holds.
   Operator(test::ConsoleProcess& console, test::StoredTables tables);
 
@@ -44,8 +48,10 @@ class Operator {
   void AddTrigger(const char* name, const char* action, const char* shows,
                   const char* of = "frmMain");
   void AddClose(const char* name, const char* window);
-  void AddEdits(int count);
+  void AddEdits();
   void AddUndo();
+  void AddTake();
+  void AddOutputLock();
   void AddSendChanges();
 
   test::ConsoleProcess& console_;
@@ -53,6 +59,7 @@ class Operator {
   std::mt19937 random_{6};
   std::vector<Task> tasks_;
   std::size_t task_ = 0;
+  int input_ = 1;  // of his crosspoint
   bool busy_ = false;
   Clock::time_point begun_ = Clock::now();
   int rounds_ = 0;

@@ -176,6 +176,15 @@ QJsonObject Close(QObject* object, const QJsonObject& /*request*/) {
   return Answer();
 }
 
+// Without a window manager a window that closes leaves none active, and nobody has the focus.
+QJsonObject Focus(QObject* object, const QJsonObject& /*request*/) {
+  auto* const widget = qobject_cast<QWidget*>(object);
+  if (widget == nullptr) return Error(QStringLiteral("not a widget"));
+  widget->activateWindow();
+  widget->setFocus();
+  return Answer();
+}
+
 QJsonObject SavePicture(QWidget& widget, const QJsonObject& request) {
   const QString file = TextOf(request, "file");
   if (!widget.grab().save(file)) return Error(QStringLiteral("cannot write ") + file);
@@ -280,6 +289,7 @@ const std::map<QString, ObjectCommand>& ObjectCommands() {
       {QStringLiteral("trigger"), Trigger},  {QStringLiteral("click"), Click},
       {QStringLiteral("close"), Close},      {QStringLiteral("grab"), Grab},
       {QStringLiteral("names"), Names},      {QStringLiteral("rows"), Rows},
+      {QStringLiteral("focus"), Focus},
   };
   return commands;
 }

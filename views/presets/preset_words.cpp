@@ -44,34 +44,65 @@ QString EndWords(RecallObstacle obstacle) {
   return {};
 }
 
-QString OutcomeWords(RecallOutcome outcome, std::optional<RecallObstacle> obstacle) {
+// What is said of a row, in words and in a narrow column.
+struct Said {
+  QString words;
+  QString label;
+
+  static Said Briefly(const QString& text) { return {text, text}; }
+};
+
+Said SaidOf(RecallOutcome outcome, std::optional<RecallObstacle> obstacle) {
   switch (outcome) {
     case RecallOutcome::Done:
       break;
     case RecallOutcome::NotBegun:
-      return Tr("Not begun");
+      return Said::Briefly(Tr("Not begun"));
     case RecallOutcome::Changed:
-      return Tr("Changed by somebody else");
+      return {Tr("Changed by somebody else"), Tr("Changed")};
     case RecallOutcome::Priority:
-      return Tr("Call or priority listen");
+      return {Tr("Call or priority listen"), Tr("Priority")};
     case RecallOutcome::Locked:
-      return Tr("Output locked");
+      return {Tr("Output locked"), Tr("Locked")};
     case RecallOutcome::Inhibited:
-      return Tr("A source is inhibited");
+      return {Tr("A source is inhibited"), Tr("Inhibited")};
     case RecallOutcome::NotKnown:
-      return Tr("The inhibits cannot be read");
+      return {Tr("The inhibits cannot be read"), Tr("Not known")};
     case RecallOutcome::Undone:
-      return Tr("Recalled, then changed by somebody else");
+      return {Tr("Recalled, then changed by somebody else"), Tr("Changed")};
     case RecallOutcome::NoAnswer:
-      return Tr("The switcher did not do it");
+      return {Tr("The switcher did not do it"), Tr("Not done")};
     case RecallOutcome::NotSent:
-      return Tr("Could not be sent");
+      return {Tr("Could not be sent"), Tr("Not sent")};
     case RecallOutcome::NotNow:
-      return obstacle ? EndWords(*obstacle) : QString();
+      return {obstacle ? EndWords(*obstacle) : QString(), Tr("Not now")};
     case RecallOutcome::Cancelled:
-      return Tr("Cancelled");
+      return Said::Briefly(Tr("Cancelled"));
   }
   return {};
+}
+
+Said SaidOf(const switcher::PresetDifference& difference) {
+  const QString label = QString::fromStdString(difference.concerned.label);
+  switch (difference.obstacle) {
+    case PresetObstacle::None:
+      break;
+    case PresetObstacle::NoChannel:
+      return {Tr("%1 (%2) is not there").arg(ConcernedWords(difference), label), Tr("Not there")};
+    case PresetObstacle::OtherLabel:
+      return {Tr("%1 was %2").arg(ConcernedWords(difference), label), Tr("Other label")};
+    case PresetObstacle::StoredPriority:
+      return {Tr("Stored during a call"), Tr("Priority")};
+    case PresetObstacle::Priority:
+      return {Tr("Call or priority listen"), Tr("Priority")};
+    case PresetObstacle::Locked:
+      return {Tr("Output locked"), Tr("Locked")};
+    case PresetObstacle::Inhibited:
+      return {Tr("%1 is inhibited").arg(label), Tr("Inhibited")};
+    case PresetObstacle::NotKnown:
+      return {Tr("The inhibits cannot be read"), Tr("Not known")};
+  }
+  return {.words = {}, .label = Tr("Sources")};
 }
 
 }  // namespace
@@ -98,47 +129,11 @@ QString SourceWords(const std::vector<switcher::NamedChannel>& inputs) {
 }
 
 QString ObstacleWords(const switcher::PresetDifference& difference) {
-  const QString label = QString::fromStdString(difference.concerned.label);
-  switch (difference.obstacle) {
-    case PresetObstacle::None:
-      break;
-    case PresetObstacle::NoChannel:
-      return Tr("%1 (%2) is not there").arg(ConcernedWords(difference), label);
-    case PresetObstacle::OtherLabel:
-      return Tr("%1 was %2").arg(ConcernedWords(difference), label);
-    case PresetObstacle::StoredPriority:
-      return Tr("Stored during a call");
-    case PresetObstacle::Priority:
-      return Tr("Call or priority listen");
-    case PresetObstacle::Locked:
-      return Tr("Output locked");
-    case PresetObstacle::Inhibited:
-      return Tr("%1 is inhibited").arg(label);
-    case PresetObstacle::NotKnown:
-      return Tr("The inhibits cannot be read");
-  }
-  return {};
+  return SaidOf(difference).words;
 }
 
-QString ObstacleLabel(PresetObstacle obstacle) {
-  switch (obstacle) {
-    case PresetObstacle::None:
-      break;
-    case PresetObstacle::NoChannel:
-      return Tr("Not there");
-    case PresetObstacle::OtherLabel:
-      return Tr("Other label");
-    case PresetObstacle::StoredPriority:
-    case PresetObstacle::Priority:
-      return Tr("Priority");
-    case PresetObstacle::Locked:
-      return Tr("Locked");
-    case PresetObstacle::Inhibited:
-      return Tr("Inhibited");
-    case PresetObstacle::NotKnown:
-      return Tr("Not known");
-  }
-  return Tr("Sources");
+QString ObstacleLabel(const switcher::PresetDifference& difference) {
+  return SaidOf(difference).label;
 }
 
 QString RecallObstacleWords(RecallObstacle obstacle) {
@@ -158,39 +153,11 @@ QString RecallObstacleWords(RecallObstacle obstacle) {
 }
 
 QString OutcomeWords(const switcher::RecallRow& row, std::optional<RecallObstacle> obstacle) {
-  const QString words = OutcomeWords(row.outcome, obstacle);
+  const QString words = SaidOf(row.outcome, obstacle).words;
   return row.isPartial ? Tr("%1: half recalled").arg(words) : words;
 }
 
-QString OutcomeLabel(RecallOutcome outcome) {
-  switch (outcome) {
-    case RecallOutcome::Done:
-      break;
-    case RecallOutcome::NotBegun:
-      return Tr("Not begun");
-    case RecallOutcome::Changed:
-      return Tr("Changed");
-    case RecallOutcome::Priority:
-      return Tr("Priority");
-    case RecallOutcome::Locked:
-      return Tr("Locked");
-    case RecallOutcome::Inhibited:
-      return Tr("Inhibited");
-    case RecallOutcome::NotKnown:
-      return Tr("Not known");
-    case RecallOutcome::Undone:
-      return Tr("Changed");
-    case RecallOutcome::NoAnswer:
-      return Tr("Not done");
-    case RecallOutcome::NotSent:
-      return Tr("Not sent");
-    case RecallOutcome::NotNow:
-      return Tr("Not now");
-    case RecallOutcome::Cancelled:
-      return Tr("Cancelled");
-  }
-  return {};
-}
+QString OutcomeLabel(RecallOutcome outcome) { return SaidOf(outcome, std::nullopt).label; }
 
 QString RecallSummary(const std::vector<switcher::RecallRow>& rows, bool isCancelled) {
   const auto done = std::ranges::count(rows, RecallOutcome::Done, &switcher::RecallRow::outcome);

@@ -24,7 +24,7 @@ QString SourceWords(const std::vector<switcher::NamedChannel>& inputs);
 // Why a row cannot be recalled: "Output locked"; empty when it can.  The label is for a narrow
 // column: "Locked", or of a row that can, what the difference is about.
 QString ObstacleWords(const switcher::PresetDifference& difference);
-QString ObstacleLabel(switcher::PresetObstacle obstacle);
+QString ObstacleLabel(const switcher::PresetDifference& difference);
 
 // Why the map cannot be brought to a preset now, in a sentence.
 QString RecallObstacleWords(switcher::RecallObstacle obstacle);

@@ -115,7 +115,7 @@ void RecallWindow::FillList() {
     rows.emplace_back(ChangeRow{.station = difference.Output(),
                                 .fields = {},
                                 .where = OutputWords(difference.stored.output),
-                                .what = ObstacleLabel(difference.obstacle),
+                                .what = ObstacleLabel(difference),
                                 .before = SourceWords(difference.now, services_.facts),
                                 .after = SourceWords(difference.stored.hears)},
                       obstacle);

@@ -17,7 +17,7 @@ constexpr int kTipTargetsPerLine = 8;
 
 std::string ButtonTip(const stations::ButtonProgram& button, const stations::TargetLabels& labels,
                       int targetCount) {
-  const std::vector<std::string> captions = labels.Captions(button.type.value, targetCount).value;
+  const std::vector<std::string>& captions = labels.Captions(button.type.value, targetCount).value;
   std::string tip = stations::OperationOf(button.type.value).label;
   int count = 0;
   for (std::size_t i = 0; i < captions.size(); ++i) {

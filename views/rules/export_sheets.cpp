@@ -116,7 +116,7 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
       if (!program.Outcome().ok()) return program.Outcome();
       const auto caption = stations::ChosenCaption(program, labels);
       if (!caption.status.ok()) return caption.status;
-      const auto targets = labels.Captions(program.type.value, model.ChkBoxCount);
+      const auto& targets = labels.Captions(program.type.value, model.ChkBoxCount);
       if (!targets.status.ok()) return targets.status;
       sheet.keys.push_back({.type = program.type.value,
                             .caption = caption.value,

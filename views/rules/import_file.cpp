@@ -252,7 +252,7 @@ class Import {
     const std::optional<int> type = OperationIn(Trimmed(operation.text), stored.type.value);
     if (!type) return Refuse(Why::UnknownOperation, operation);
     const Cell list = At(row, kTargetsCaption);
-    const auto labels = targets_.Captions(*type, model_.ChkBoxCount);
+    const auto& labels = targets_.Captions(*type, model_.ChkBoxCount);
     if (!labels.status.ok()) return Refuse(Why::Unreadable, list);
     std::string targets;
     const TargetListFault fault = ReadTargetList(list.text, labels.value, &targets);

@@ -134,9 +134,9 @@ TEST_F(ChangesWindowTest, ShowsOneRunAlone) {
 TEST_F(ChangesWindowTest, GoesToWhatIsSelected) {
   RunAndCrash({LabelOf(5, "MIC", "LINE"), {Origin::Operator, 3, {{"Inhibits", "000", "011"}}}});
   Open();
-  std::vector<ChangePlace> places;
+  std::vector<ViewPlace> places;
   QObject::connect(window_.get(), &ChangesWindow::GoToRequested,
-                   [&](const ChangePlace& place) { places.push_back(place); });
+                   [&](const ViewPlace& place) { places.push_back(place); });
   auto& goTo = test::Find<QPushButton>(*window_, "cmdGoToChg");
   EXPECT_FALSE(goTo.isEnabled()) << "nothing is selected";
   auto& list = test::Find<QTableView>(*window_, "lstChanges");
@@ -145,8 +145,8 @@ TEST_F(ChangesWindowTest, GoesToWhatIsSelected) {
   Look("5");
   list.selectRow(0);
   QTest::keyClick(&list, Qt::Key_Return);
-  EXPECT_THAT(places, ElementsAre(ChangePlace{ChangePlace::View::Map, 3, 2},
-                                  ChangePlace{ChangePlace::View::Labels, 5, 1}));
+  EXPECT_THAT(places, ElementsAre(ViewPlace{ViewPlace::Kind::Crosspoint, 3, 2},
+                                  ViewPlace{ViewPlace::Kind::Label, 5, 1}));
 }
 
 TEST_F(ChangesWindowTest, ExportsWhatIsShown) {

@@ -29,15 +29,14 @@ using testing::IsEmpty;
 
 class RecallWindowTest : public testing::Test {
  protected:
-  RecallWindowTest() {
+  void SetUp() override {
+    ASSERT_TRUE(port_.Open(1).ok());
     model_.ChannelCount = 8;
     model_.AllocateMap();
     model_.LinkStatus = {1, 1, 0};
     model_.XmapComplete = true;
     for (int output = 1; output <= 8; ++output) knownMap_.CrosspointRowChanged(output, 0);
   }
-
-  void SetUp() override { ASSERT_TRUE(port_.Open(1).ok()); }
 
   void Make(int output, int input, int made = 1) {
     model_.CrosspointMap.At(output, input) = static_cast<std::uint8_t>(made);
