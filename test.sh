@@ -1,11 +1,20 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 #
-# Builds everything and tests it: the format of the sources, the whole suite under the address and
-# undefined-behaviour sanitizers, and the programs as they are shipped, in use with each other.
-# A release build of everything and `ctest --preset release` test the single units as shipped, too.
+# test.sh [--all]: builds everything and tests it: the format of the sources and the whole suite
+# under the address and undefined-behaviour sanitizers.  With --all, which the build service runs for
+# every commit, also what the compiler of the release makes of it: the programs as they are shipped,
+# in use with each other, and whether it accepts the tests and the benchmarks.  A release build of
+# everything and `ctest --preset release` test the single units as shipped, too.
 set -euo pipefail
 cd "$(dirname "$0")"
+
+all=false
+case "$*" in
+  "") ;;
+  --all) all=true ;;
+  *) echo "usage: ./test.sh [--all]" >&2; exit 2 ;;
+esac
 
 # shellcheck source=tools/setup/packages.sh
 . tools/setup/packages.sh
@@ -18,6 +27,16 @@ jobs=$((4 * $(nproc)))
 # say TEXT: what comes now, and how many seconds it took to get there.
 say() { echo "== $* (after $SECONDS s)"; }
 
+# behind LOG COMMAND...: runs it in the background, where it takes what the tests leave idle, which
+# is much.  `behind_ends` waits for it and shows what it wrote if it failed.
+behind() {
+  log=$1
+  nice -n 19 "${@:2}" >"$log" 2>&1 &
+  running=$!
+}
+behind_ends() { wait "$running" || { cat "$log"; exit 1; }; }
+trap 'kill "${running:-}" 2>/dev/null || true' EXIT
+
 say Format
 find . -path ./build -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 |
   xargs -0 clang-format --dry-run --Werror
@@ -25,17 +44,21 @@ find . -path ./build -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 |
 say Build with sanitizers
 cmake --preset asan -DTESK_WERROR=ON
 cmake --build --preset asan
-cmake --preset release -DTESK_WERROR=ON
 
-# The suite leaves the processors idle much of the time, and the compiler gives way to it.
-say "Suite under the sanitizers; the build for release goes on behind it"
-nice -n 19 cmake --build --preset release --target programs >build/release-build.log 2>&1 &
-release=$!
-trap 'kill "$release" 2>/dev/null || true' EXIT
+say Suite under the sanitizers
+if $all; then
+  cmake --preset release -DTESK_WERROR=ON
+  behind build/release-build.log cmake --build --preset release --target programs
+fi
 ctest --preset asan -j "$jobs" --output-on-failure
+$all || exit 0
 
 say Build for release
-wait "$release" || { cat build/release-build.log; exit 1; }
+behind_ends
 
 say Programs as shipped
+behind build/release-rest.log tests/structure/compile_release.sh
 TESK_PROGRAMS=$PWD/build/release/bin ctest --preset asan -j "$jobs" -L program --output-on-failure
+
+say The rest by the compiler of the release
+behind_ends

@@ -21,169 +21,54 @@
 #include "db/schema.h"
 #include "switcher/decoder.h"
 #include "switcher/load_tables.h"
-#include "switcher/wire/messages/button_data.h"
-#include "switcher/wire/messages/crosspoint_row.h"
-#include "switcher/wire/messages/flag_row.h"
-#include "switcher/wire/messages/gain.h"
-#include "switcher/wire/messages/gain_report.h"
-#include "switcher/wire/messages/label_order.h"
-#include "switcher/wire/messages/label_texts.h"
-#include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/take.h"
-#include "switcher/wire/messages/tally.h"
+#include "tests/support/message_codecs.h"
 
 namespace switcher {
 namespace {
 
 constexpr double kLineBytesPerSecond = 5760;
-constexpr int kButtons = 32;
-constexpr int kOptos = 64;
-constexpr int kRelays = 64;
-
 void Require(bool holds) {
   if (!holds) throw std::logic_error("a message was refused");
 }
 
-// `count` members, every third on.
-std::vector<std::uint8_t> Members(int count) {
-  std::vector<std::uint8_t> members;
-  for (int i = 0; i < count; ++i) members.push_back(i % 3 == 0 ? 1 : 0);
-  return members;
+test::MessageCounts CountsOf(int channels) {
+  return {.channels = channels,
+          .stations = channels,
+          .labels = channels,
+          .buttons = 32,
+          .optos = 64,
+          .relays = 64,
+          .targets = channels};
 }
 
-std::string FlagText(int count) {
-  std::string text;
-  for (const std::uint8_t member : Members(count)) text += member != 0 ? '1' : '0';
-  return text;
+Bytes MessageOf(const MessageKind& kind, int channels) {
+  return test::ExampleMessage(kind.code, CountsOf(channels));
 }
-
-// The values of every message, for a system of so many channels.
-struct Values {
-  explicit Values(int channels)
-      : row{.output = channels, .status = 0, .sources = Members(channels)},
-        steps(static_cast<std::size_t>(channels), 100),
-        flags(FlagText(channels)),
-        relays(FlagText(kRelays)) {
-    for (int label = channels; label >= 1; --label) {
-      order.stations.push_back(label);
-      texts.labels.push_back("Sta. " + std::to_string(1000 + label).substr(1));
-    }
-    buttons.station = channels;
-    for (int button = 1; button <= kButtons; ++button) {
-      buttons.buttons.push_back({.type = 254, .first = button, .targets = Members(channels)});
-    }
-    for (int opto = 1; opto <= kOptos; ++opto) {
-      optos.optos.push_back(
-          {.type = 254, .channel = opto, .first = opto, .stations = Members(kOptos)});
-    }
-  }
-
-  CrosspointRow row;
-  std::vector<std::int16_t> steps;
-  TallyValues tally{};
-  LabelOrder order{.selector = kOutputLabels, .stations = {}};
-  LabelTexts texts{.selector = kOutputLabels, .labels = {}};
-  std::string flags;
-  std::string relays;
-  ButtonData buttons;
-  OptoData optos;
-};
-
-// One kind of message.
-struct Kind {
-  MessageCode code;
-  Bytes (*build)(const Values& values, int channels);
-  void (*parse)(const Bytes& message, int channels);
-
-  const MessageKind& Message() const { return *FindMessage(code); }
-};
-
-template <typename Value, typename Parse>
-void Accept(Parse parse) {
-  Value value{};
-  Require(parse(&value) == DecodeStatus::Ok);
-  benchmark::DoNotOptimize(value);
-}
-
-template <typename Value>
-void AcceptOptional(const std::optional<Value>& value) {
-  Require(value.has_value());
-  benchmark::DoNotOptimize(*value);
-}
-
-const Kind kKinds[] = {
-    {kTakeCode,
-     [](const Values&, int channels) {
-       return EncodeTake({channels, channels, 3});
-     },
-     [](const Bytes& message, int) { AcceptOptional(ParseTake(message)); }},
-    {kGainCode, [](const Values&, int) { return EncodeGain({.input = 5, .step = 100}); },
-     [](const Bytes& message, int) { AcceptOptional(ParseGain(message)); }},
-    {kCrosspointRowCode, [](const Values& values, int) { return EncodeCrosspointRow(values.row); },
-     [](const Bytes& message, int channels) {
-       Accept<CrosspointRow>([&](auto* row) { return ParseCrosspointRow(message, channels, row); });
-     }},
-    {kGainReportCode, [](const Values& values, int) { return EncodeGainReport(values.steps); },
-     [](const Bytes& message, int channels) {
-       Accept<std::vector<std::int16_t>>(
-           [&](auto* steps) { return ParseGainReport(message, channels, steps); });
-     }},
-    {kTallyCode, [](const Values& values, int) { return EncodeTally(values.tally); },
-     [](const Bytes& message, int) {
-       Accept<TallyValues>([&](auto* tally) { return ParseTally(message, tally); });
-     }},
-    {kLabelOrderCode, [](const Values& values, int) { return EncodeLabelOrder(values.order); },
-     [](const Bytes& message, int channels) {
-       AcceptOptional(ParseLabelOrder(message, channels));
-     }},
-    {kAlphaLabelsCode, [](const Values& values, int) { return EncodeLabelTexts(values.texts); },
-     [](const Bytes& message, int channels) {
-       Accept<LabelTexts>([&](auto* texts) { return ParseLabelTexts(message, channels, texts); });
-     }},
-    {kInhibitRowCode,
-     [](const Values& values, int channels) {
-       return EncodeInhibitRow(channels, values.flags, channels);
-     },
-     [](const Bytes& message, int channels) {
-       Accept<FlagRow>([&](auto* row) { return ParseInhibitRow(message, channels, row); });
-     }},
-    {kRelayRowCode,
-     [](const Values& values, int channels) {
-       return EncodeRelayRow(channels, values.relays, kRelays);
-     },
-     [](const Bytes& message, int channels) {
-       Accept<FlagRow>([&](auto* row) { return ParseRelayRow(message, channels, kRelays, row); });
-     }},
-    {kButtonDataCode, [](const Values& values, int) { return EncodeButtonData(values.buttons); },
-     [](const Bytes& message, int channels) {
-       Accept<ButtonData>([&](auto* data) {
-         return ParseButtonData(message, channels, kButtons, channels / 8, data);
-       });
-     }},
-    {kOptoDataCode, [](const Values& values, int) { return EncodeOptoData(values.optos); },
-     [](const Bytes& message, int) {
-       Accept<OptoData>([&](auto* data) { return ParseOptoData(message, kOptos, data); });
-     }},
-};
-
-static_assert(std::size(kKinds) == std::size(kMessages), "a message is not measured");
 
 // Notes the size of the message that each turn handled.
 void Report(benchmark::State& state, std::size_t bytes) {
   state.counters["bytes"] = static_cast<double>(bytes);
 }
 
-void Build(benchmark::State& state, const Kind& kind) {
-  const int channels = static_cast<int>(state.range(0));
-  const Values values(channels);
-  for (auto _ : state) benchmark::DoNotOptimize(kind.build(values, channels));
-  Report(state, kind.build(values, channels).size());
+void Build(benchmark::State& state, const MessageKind& kind) {
+  const test::MessageCounts counts = CountsOf(static_cast<int>(state.range(0)));
+  test::WithCodec(kind.code, [&](auto codec) {
+    const auto value = codec.Example(counts);
+    for (auto _ : state) benchmark::DoNotOptimize(codec.Encode(value, counts));
+    Report(state, codec.Encode(value, counts).size());
+  });
 }
 
-void Parse(benchmark::State& state, const Kind& kind) {
-  const int channels = static_cast<int>(state.range(0));
-  const Bytes message = kind.build(Values(channels), channels);
-  for (auto _ : state) kind.parse(message, channels);
+void Parse(benchmark::State& state, const MessageKind& kind) {
+  const test::MessageCounts counts = CountsOf(static_cast<int>(state.range(0)));
+  const Bytes message = test::ExampleMessage(kind.code, counts);
+  test::WithCodec(kind.code, [&](auto codec) {
+    for (auto _ : state) {
+      typename decltype(codec)::Value value{};
+      Require(codec.Parse(message, counts, &value) == DecodeStatus::Ok);
+      benchmark::DoNotOptimize(value);
+    }
+  });
   Report(state, message.size());
 }
 
@@ -212,11 +97,7 @@ class StoredSystem : public SwitcherEvents, private model::ErrorReporter {
   std::unique_ptr<jet::Database> database;
 
  private:
-  void LabelsChanged(int /*selector*/) override { changed = true; }
-  void InhibitsChanged(int /*output*/) override { changed = true; }
-  void RelaysChanged(int /*output*/) override { changed = true; }
-  void ButtonsChanged(int /*station*/) override { changed = true; }
-  void OptosChanged() override { changed = true; }
+  void TableAccepted(const TablePart& /*part*/) override { changed = true; }
   void Show(Icon /*icon*/, std::string_view /*title*/, std::string_view text) override {
     throw std::logic_error(std::string(text));
   }
@@ -238,33 +119,33 @@ std::vector<Bytes> ReadTable(StoredSystem& system, const Bytes& message) {
   return messages;
 }
 
-void Read(benchmark::State& state, const Kind& kind) {
+void Read(benchmark::State& state, const MessageKind& kind) {
   const int channels = static_cast<int>(state.range(0));
   StoredSystem system(channels);
-  const Bytes message = kind.build(Values(channels), channels);
+  const Bytes message = MessageOf(kind, channels);
   system.Decode(message);
   for (auto _ : state) benchmark::DoNotOptimize(ReadTable(system, message));
   Report(state, ReadTable(system, message).back().size());
 }
 
-void Store(benchmark::State& state, const Kind& kind) {
+void Store(benchmark::State& state, const MessageKind& kind) {
   const int channels = static_cast<int>(state.range(0));
   StoredSystem system(channels);
-  const Bytes message = kind.build(Values(channels), channels);
+  const Bytes message = MessageOf(kind, channels);
   for (auto _ : state) system.Decode(message);
   if (!system.Changed()) state.SkipWithError("nothing was stored");
   Report(state, message.size());
 }
 
 // Whether it is read from the database and stored there.
-bool IsStored(const Kind& kind) {
-  return kind.Message().use == MessageUse::Table && kind.Message().FromSwitcher();
+bool IsStored(const MessageKind& kind) {
+  return kind.use == MessageUse::Table && kind.FromSwitcher();
 }
 
 // What is done with a message: a function of the message's kind.
 struct Work {
   const char* name;
-  void (*run)(benchmark::State& state, const Kind& kind);
+  void (*run)(benchmark::State& state, const MessageKind& kind);
   bool tablesOnly;
 };
 
@@ -275,26 +156,27 @@ constexpr Work kWork[] = {
     {"store in the database", Store, true},
 };
 
-std::string NameOf(const Work& work, const Kind& kind, int channels) {
-  return std::string(work.name) + ": " + std::string(kind.Message().name) + ", " +
-         std::to_string(channels) + " channels";
+std::string NameOf(const Work& work, const MessageKind& kind, int channels) {
+  return std::string(work.name) + ": " + std::string(kind.name) + ", " + std::to_string(channels) +
+         " channels";
 }
 
-bool AppliesTo(const Work& work, const Kind& kind) { return !work.tablesOnly || IsStored(kind); }
+bool AppliesTo(const Work& work, const MessageKind& kind) {
+  return !work.tablesOnly || IsStored(kind);
+}
 
 // The message that takes the greatest part of its time on the line.
 void AddCostliest(bench::Suite& suite, const Work& work, int channels) {
   bench::Figure costliest;
-  for (const Kind& kind : kKinds) {
+  for (const MessageKind& kind : kMessages) {
     if (!AppliesTo(work, kind)) continue;
     const std::optional<double> time = suite.TimeOf(NameOf(work, kind, channels));
     if (!time) continue;
-    const auto bytes = static_cast<double>(kind.build(Values(channels), channels).size());
+    const auto bytes = static_cast<double>(MessageOf(kind, channels).size());
     const double line = bytes / kLineBytesPerSecond * 1e6;
     if (costliest.other && *time / line <= costliest.value / costliest.other->value) continue;
     costliest = {.what = std::string("messages: the costliest to ") + work.name + ", " +
-                         std::to_string(channels) + " channels (" +
-                         std::string(kind.Message().name) + ")",
+                         std::to_string(channels) + " channels (" + std::string(kind.name) + ")",
                  .value = *time,
                  .unit = "µs",
                  .other = bench::Other{.name = "the line", .value = line},
@@ -310,7 +192,7 @@ int main(int argc, char** argv) {
   bench::Suite suite(&argc, argv);
   constexpr int kSizes[] = {64, 256};
   for (const switcher::Work& work : switcher::kWork) {
-    for (const switcher::Kind& kind : switcher::kKinds) {
+    for (const switcher::MessageKind& kind : switcher::kMessages) {
       if (!switcher::AppliesTo(work, kind)) continue;
       for (const int channels : kSizes) {
         suite.MeasureOnly(

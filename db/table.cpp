@@ -2,9 +2,8 @@
 
 #include "db/table.h"
 
+#include <algorithm>
 #include <iterator>
-
-#include "db/station_fields.h"
 
 namespace db {
 namespace {
@@ -17,25 +16,24 @@ constexpr bool StandAtTheirPlaces() {
 }
 static_assert(StandAtTheirPlaces());
 
+// A button's field is found by its end, which is read sooner than its number.
+bool Is(const TableField& known, std::string_view field) {
+  if (known.table != Table::Buttons) return field == known.name;
+  return field.ends_with(known.name) && ButtonOfField(field) != 0;
+}
+
 }  // namespace
 
 bool IsFieldOf(Table table, std::string_view field) {
-  switch (table) {
-    case Table::Optos:
-      return field == kOptoTypeField || field == kOptoChannelField || field == kOptoFirstField ||
-             field == kOptoStationsField;
-    case Table::OutputLabels:
-      return field == kLabelField || field == kHiddenField;
-    case Table::InputLabels:
-      return field == kInLabelField || field == kHiddenField;  // a mark in both
-    case Table::Inhibits:
-      return field == kInhibitsField;
-    case Table::Relays:
-      return field == kRelaysField;
-    case Table::Buttons:
-      return ButtonOfField(field) != 0;
-  }
-  return false;
+  return std::ranges::any_of(kTableFields, [&](const TableField& known) {
+    return known.table == table && Is(known, field);
+  });
+}
+
+Carried HowCarried(std::string_view field) {
+  return std::ranges::find_if(kTableFields,
+                              [&](const TableField& known) { return Is(known, field); })
+      ->carried;
 }
 
 }  // namespace db

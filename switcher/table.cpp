@@ -8,6 +8,20 @@
 namespace switcher {
 namespace {
 
+// These serve two tables; of any other message of a table the name is the table's word.
+constexpr bool IsOfLabels(const MessageKind& kind) {
+  return kind.code == kLabelOrderCode || kind.code == kAlphaLabelsCode;
+}
+
+constexpr bool EveryMessageHasItsTable() {
+  for (const MessageKind& kind : kMessages) {
+    if (kind.use != MessageUse::Table || IsOfLabels(kind)) continue;
+    if (db::FindTable(kind.name) == nullptr) return false;
+  }
+  return true;
+}
+static_assert(EveryMessageHasItsTable());
+
 std::optional<TablePart> LabelsOf(int selector) {
   if (selector == kOutputLabels) return TablePart{.table = Table::OutputLabels};
   if (selector == kInputLabels) return TablePart{.table = Table::InputLabels};
@@ -18,21 +32,12 @@ std::optional<TablePart> LabelsOf(int selector) {
 
 std::optional<TablePart> PartOf(std::span<const std::uint8_t> message) {
   if (message.size() < 2) return std::nullopt;
-  switch (message[0]) {
-    case kLabelOrderCode:
-    case kAlphaLabelsCode:
-      return LabelsOf(message[1]);
-    case kInhibitRowCode:
-      return TablePart{.table = Table::Inhibits, .station = RowNumber(message)};
-    case kRelayRowCode:
-      return TablePart{.table = Table::Relays, .station = RowNumber(message)};
-    case kButtonDataCode:
-      return TablePart{.table = Table::Buttons, .station = RowNumber(message)};
-    case kOptoDataCode:
-      return TablePart{.table = Table::Optos};
-    default:
-      return std::nullopt;
-  }
+  const MessageKind* const kind = FindMessage(message[0]);
+  if (kind == nullptr || kind->use != MessageUse::Table) return std::nullopt;
+  if (IsOfLabels(*kind)) return LabelsOf(message[1]);
+  const db::TableKind& table = *db::FindTable(kind->name);
+  return TablePart{.table = table.table,
+                   .station = table.rows == db::Rows::None ? model::kAll : RowNumber(message)};
 }
 
 TablePart MessageOf(const TablePart& part) {

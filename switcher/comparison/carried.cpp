@@ -6,17 +6,12 @@
 #include <cstdint>
 #include <vector>
 
-#include "db/station_fields.h"
+#include "db/table.h"
 #include "model/flag_string.h"
 #include "switcher/stored_labels.h"
 
 namespace switcher {
 namespace {
-
-bool IsFlagString(std::string_view field) {
-  return field == db::kInhibitsField || field == db::kRelaysField ||
-         field == db::kOptoStationsField || field.ends_with(db::kButtonTargets);
-}
 
 bool AreSameFlags(const jet::Value& one, const jet::Value& other) {
   std::vector<std::uint8_t> flags = model::FlagMembers(one.Text());
@@ -30,12 +25,17 @@ bool AreSameFlags(const jet::Value& one, const jet::Value& other) {
 }  // namespace
 
 bool IsSameInMessage(std::string_view field, const jet::Value& one, const jet::Value& other) {
-  if (field == db::kLabelField || field == db::kInLabelField) {
-    return WireLabel(one.Text(), /*hidden=*/false) == WireLabel(other.Text(), /*hidden=*/false);
+  switch (db::HowCarried(field)) {
+    case db::Carried::Number:
+      return (one.Int() & 0xFF) == (other.Int() & 0xFF);
+    case db::Carried::Mark:
+      return (one.Int() == 1) == (other.Int() == 1);
+    case db::Carried::Label:
+      return WireLabel(one.Text(), /*hidden=*/false) == WireLabel(other.Text(), /*hidden=*/false);
+    case db::Carried::Flags:
+      return AreSameFlags(one, other);
   }
-  if (field == db::kHiddenField) return (one.Int() == 1) == (other.Int() == 1);
-  if (IsFlagString(field)) return AreSameFlags(one, other);
-  return (one.Int() & 0xFF) == (other.Int() & 0xFF);
+  return false;
 }
 
 }  // namespace switcher

@@ -55,8 +55,8 @@ bool ReadNumber(std::string_view word, int base, Number* number) {
 }
 
 bool ReadPart(std::string_view table, std::string_view station, TablePart* part) {
-  const auto* const kind = std::ranges::find(db::kTables, table, &db::TableKind::word);
-  if (kind == std::end(db::kTables)) return false;
+  const db::TableKind* const kind = db::FindTable(table);
+  if (kind == nullptr) return false;
   part->table = kind->table;
   if (kind->rows == db::Rows::None) return station == kNone;
   return ReadNumber(station, 10, &part->station) && part->station >= 1 &&
@@ -105,7 +105,7 @@ std::string WriteHeld(const HeldMessages& messages) {
   std::string text;
   for (const auto& [part, message] : messages) {
     if (message.state == State::Found && !message.since) continue;
-    text += std::ranges::find(db::kTables, part.table, &db::TableKind::table)->word;
+    text += db::KindOf(part.table).word;
     text += ' ';
     text += part.station == model::kAll ? kNone : std::to_string(part.station);
     text += ' ';

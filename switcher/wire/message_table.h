@@ -52,7 +52,10 @@ struct MessageKind {
   constexpr bool FromSwitcher() const { return !title.empty(); }
 };
 
-// Behind each: what its item is.  A group is one of eight sources or relays.
+// Those of tables stand in the order in which the switcher reports them; of messages for each output
+// that follow each other an output's come together.  The message of a table has the word of the table
+// for its name; those of labels, which serve two tables, have not.  Behind each: what its item is.  A
+// group is one of eight sources or relays.
 inline constexpr MessageKind kMessages[] = {
     // code, use, name, title, length, length of an item, bytes of a value
     {kTakeCode, MessageUse::Command, "take", "", 9, 0, 2},
@@ -62,10 +65,10 @@ inline constexpr MessageKind kMessages[] = {
     {kTallyCode, MessageUse::Report, "tally", "QDV Responding Tally", 131, 0, 2},
     {kLabelOrderCode, MessageUse::Table, "label-order", "", 5, 2, 2},                      // label
     {kAlphaLabelsCode, MessageUse::Table, "label-texts", "Alpha Labels", 4, 8, 1},         // label
-    {kButtonDataCode, MessageUse::Table, "buttons", "Station %1 Button Data", 5, 2, 2},    // value
-    {kRelayRowCode, MessageUse::Table, "relays", "Output %1 Relay Assignments", 5, 2, 2},  // group
     {kInhibitRowCode, MessageUse::Table, "inhibits", "Output %1 Inhibit Map", 5, 2, 2},    // group
+    {kRelayRowCode, MessageUse::Table, "relays", "Output %1 Relay Assignments", 5, 2, 2},  // group
     {kOptoDataCode, MessageUse::Table, "optos", "Opto Programming Data", 3, 22, 2},        // opto
+    {kButtonDataCode, MessageUse::Table, "buttons", "Station %1 Button Data", 5, 2, 2},    // value
 };
 
 // The message of this code; null when there is none.

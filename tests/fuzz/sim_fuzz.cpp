@@ -19,13 +19,7 @@
 #include <vector>
 
 #include "switcher/wire/frame.h"
-#include "switcher/wire/messages/button_data.h"
-#include "switcher/wire/messages/crosspoint_row.h"
-#include "switcher/wire/messages/flag_row.h"
-#include "switcher/wire/messages/gain_report.h"
-#include "switcher/wire/messages/label_texts.h"
-#include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/tally.h"
+#include "tests/support/message_codecs.h"
 #include "tools/tesksim/kept_state.h"
 #include "tools/tesksim/simulator.h"
 #include "tools/tesksim/stream_parser.h"
@@ -79,34 +73,18 @@ void CheckParser(std::span<const std::uint8_t> stream, int labels) {
 }
 
 DecodeStatus Judge(const Bytes& message, const SystemSizes& sizes) {
-  switcher::CrosspointRow row;
-  switcher::TallyValues tally{};
-  std::vector<std::int16_t> gains;
-  switcher::LabelTexts texts;
-  switcher::FlagRow inhibits;
-  switcher::FlagRow relays;
-  switcher::OptoData optos;
-  switcher::ButtonData buttons;
-  switch (message.front()) {
-    case switcher::kCrosspointRowCode:
-      return switcher::ParseCrosspointRow(message, sizes.channels, &row);
-    case switcher::kTallyCode:
-      return switcher::ParseTally(message, &tally);
-    case switcher::kGainReportCode:
-      return switcher::ParseGainReport(message, sizes.channels, &gains);
-    case switcher::kAlphaLabelsCode:
-      return switcher::ParseLabelTexts(message, sizes.labels, &texts);
-    case switcher::kInhibitRowCode:
-      return switcher::ParseInhibitRow(message, sizes.channels, &inhibits);
-    case switcher::kRelayRowCode:
-      return switcher::ParseRelayRow(message, sizes.channels, 64, &relays);
-    case switcher::kOptoDataCode:
-      return switcher::ParseOptoData(message, 64, &optos);
-    case switcher::kButtonDataCode:
-      return switcher::ParseButtonData(message, sizes.stations, 32, sizes.stations / 8, &buttons);
-    default:
-      return DecodeStatus::WrongSize;
-  }
+  if (!switcher::IsReceivedCode(message.front())) return DecodeStatus::WrongSize;
+  const test::MessageCounts counts = {.channels = sizes.channels,
+                                      .stations = sizes.stations,
+                                      .labels = sizes.labels,
+                                      .buttons = tesksim::kButtons,
+                                      .optos = tesksim::kOptos,
+                                      .relays = tesksim::kRelays,
+                                      .targets = sizes.stations / 8 * 8};
+  return test::WithCodec(static_cast<switcher::MessageCode>(message.front()), [&](auto codec) {
+    typename decltype(codec)::Value value{};
+    return codec.Parse(message, counts, &value);
+  });
 }
 
 // Takes one message off the front.  Label texts have characters of eight bits and end at their

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Takes arbitrary bytes for what the switcher sends.  The first byte chooses the size of the
-// system, the rest is the stream.  Whatever comes:
+// system, the rest is the stream; without any, every message comes as it should be.  Whatever
+// comes:
 //
 //   - every step shortens the buffer or says why it cannot;
 //   - what a codec accepts is the same after it was encoded and parsed once more;
@@ -15,6 +16,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -24,16 +26,8 @@
 #include "switcher/decoder.h"
 #include "switcher/load_tables.h"
 #include "switcher/wire/frame.h"
-#include "switcher/wire/messages/button_data.h"
-#include "switcher/wire/messages/crosspoint_row.h"
-#include "switcher/wire/messages/flag_row.h"
-#include "switcher/wire/messages/gain.h"
-#include "switcher/wire/messages/gain_report.h"
-#include "switcher/wire/messages/label_order.h"
-#include "switcher/wire/messages/label_texts.h"
-#include "switcher/wire/messages/opto_data.h"
-#include "switcher/wire/messages/take.h"
-#include "switcher/wire/messages/tally.h"
+#include "tests/fuzz/fuzzed_system.h"
+#include "tests/support/message_codecs.h"
 
 namespace switcher {
 namespace {
@@ -65,22 +59,15 @@ std::vector<std::uint8_t> MakeDatabase() {
   return content.Content();
 }
 
-// The flags of a row as the text of a field.
-std::string FlagText(const std::vector<std::uint8_t>& flags) {
-  std::string text;
-  for (const std::uint8_t flag : flags) text += flag != 0 ? '1' : '0';
-  return text;
-}
-
 class Console : public SwitcherEvents, public MessageHistory, public model::ErrorReporter {
  public:
-  explicit Console(int channels) {
-    model_.ChannelCount = static_cast<std::int16_t>(channels);
-    model_.StationCount = model_.ChannelCount;
-    model_.LabelCount = model_.ChannelCount;
-    model_.ButtonCount = 4;
-    model_.OptoCount = 2;
-    model_.RelayCount = 16;
+  explicit Console(const test::MessageCounts& counts) : counts_(counts) {
+    model_.ChannelCount = static_cast<std::int16_t>(counts.channels);
+    model_.StationCount = static_cast<std::int16_t>(counts.stations);
+    model_.LabelCount = static_cast<std::int16_t>(counts.labels);
+    model_.ButtonCount = static_cast<std::int16_t>(counts.buttons);
+    model_.OptoCount = static_cast<std::int16_t>(counts.optos);
+    model_.RelayCount = static_cast<std::int16_t>(counts.relays);
     model_.AllocateMap();
     model_.RetrieveActive = true;
     decoder_.SetHistory(this);
@@ -103,39 +90,7 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
   }
   void TallyChanged() override { Require(model_.TallySeen); }
   void LabelsChanged(int selector) override;
-  void InhibitsChanged(int output) override {
-    FlagRow row;
-    Require(ParseInhibitRow(message_, model_.ChannelCount, &row) == DecodeStatus::Ok);
-    std::optional<Bytes> sent;
-    Require(LoadInhibits(*OpenDatabase(), model_, output, &sent).ok());
-    Require(sent == EncodeInhibitRow(output, FlagText(row.members), model_.ChannelCount));
-  }
-  void RelaysChanged(int output) override {
-    FlagRow row;
-    Require(ParseRelayRow(message_, model_.ChannelCount, model_.RelayCount, &row) ==
-            DecodeStatus::Ok);
-    std::optional<Bytes> sent;
-    Require(LoadRelays(*OpenDatabase(), model_, output, &sent).ok());
-    Require(sent == EncodeRelayRow(output, FlagText(row.members), model_.RelayCount));
-  }
-  void ButtonsChanged(int station) override {
-    ButtonData data;
-    Require(ParseButtons(message_, &data) == DecodeStatus::Ok);
-    std::optional<Bytes> sent;
-    Require(LoadButtons(*OpenDatabase(), model_, station, &sent).ok());
-    // Stored target flags are filled up, and what is stored is sent.
-    for (auto& button : data.buttons) {
-      button.targets.resize(std::max(button.targets.size(), std::size_t{64}));
-    }
-    Require(sent == EncodeButtonData(data));
-  }
-  void OptosChanged() override {
-    OptoData data;
-    Require(ParseOptoData(message_, model_.OptoCount, &data) == DecodeStatus::Ok);
-    Bytes sent;
-    Require(LoadOptos(*OpenDatabase(), model_, &sent).ok());
-    Require(sent == EncodeOptoData(data));
-  }
+  void TableAccepted(const TablePart& part) override;
 
   void MessageRefused(std::string_view description, DecodeStatus status) override {
     Require(!description.empty() && status != DecodeStatus::Ok);
@@ -152,11 +107,6 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
   }
 
  private:
-  DecodeStatus ParseButtons(Message message, ButtonData* data) const {
-    return ParseButtonData(message, model_.StationCount, model_.ButtonCount,
-                           model_.StationCount / 8, data);
-  }
-
   // A fresh database when the first table asks for it: most inputs never do.
   jet::Database* OpenDatabase() {
     static const std::vector<std::uint8_t> content = MakeDatabase();
@@ -168,6 +118,7 @@ class Console : public SwitcherEvents, public MessageHistory, public model::Erro
     return database_.get();
   }
 
+  const test::MessageCounts counts_;
   model::SystemModel model_;
   std::unique_ptr<jet::Database> database_;
   stations::Changes changes_;
@@ -199,81 +150,69 @@ void Console::LabelsChanged(int selector) {
   }
 }
 
-// Parses, and if the message was accepted, encodes and parses once more.
-template <typename Value, typename Parse, typename Encode>
-void RoundTrip(Message message, Parse parse, Encode encode) {
-  Value value{};
-  if (parse(message, &value) != DecodeStatus::Ok) return;
-  const Bytes again = encode(value);
+// The message that the console sends of what a message says.
+template <typename Codec>
+Bytes SentOf(Codec codec, typename Codec::Value value, const test::MessageCounts& counts) {
+  if constexpr (std::is_same_v<typename Codec::Value, ButtonData>) {
+    // Stored target flags are filled up, and what is stored is sent.
+    for (auto& button : value.buttons) {
+      button.targets.resize(std::max(button.targets.size(), std::size_t{64}));
+    }
+  }
+  return codec.Encode(value, counts);
+}
+
+void Console::TableAccepted(const TablePart& part) {
+  if (part.table == Table::OutputLabels || part.table == Table::InputLabels) return;  // see above
+  std::vector<Bytes> sent;
+  Require(LoadMessages(*OpenDatabase(), model_, part, &sent).ok());
+  const Bytes expected =
+      test::WithCodec(static_cast<MessageCode>(message_.front()), [&](auto codec) {
+        typename decltype(codec)::Value value{};
+        Require(codec.Parse(message_, counts_, &value) == DecodeStatus::Ok);
+        return SentOf(codec, std::move(value), counts_);
+      });
+  Require(sent == std::vector<Bytes>{expected});
+}
+
+// What is accepted is the same after it was encoded and parsed once more.
+template <typename Codec>
+void RoundTrip(Codec codec, Message message, const test::MessageCounts& counts) {
+  typename Codec::Value value{};
+  if (codec.Parse(message, counts, &value) != DecodeStatus::Ok || !codec.CanBeSent(value)) return;
+  const Bytes again = codec.Encode(value, counts);
   Require(again.size() == message.size());
-  Value back{};
-  Require(parse(again, &back) == DecodeStatus::Ok);
+  typename Codec::Value back{};
+  Require(codec.Parse(again, counts, &back) == DecodeStatus::Ok);
   Require(back == value);
 }
 
 void Console::RoundTrips(Message message) const {
-  const int channels = model_.ChannelCount;
-  if (const auto take = ParseTake(message)) {
-    Require(take->destination >= 1 && take->source >= 1);
-    if (take->destination <= 256 && take->source <= 256) {
-      Require(ParseTake(EncodeTake(*take)) == take);
-    }
+  for (const MessageKind& kind : kMessages) {
+    // The parsers of what comes from the switcher leave the code to their caller.
+    if (kind.FromSwitcher() && kind.code != message.front()) continue;
+    test::WithCodec(kind.code, [&](auto codec) { RoundTrip(codec, message, counts_); });
   }
-  if (const auto gain = ParseGain(message); gain && gain->input < 64 && gain->step < 128) {
-    Require(ParseGain(EncodeGain(*gain)) == gain);
+}
+
+// What a stream brings the console.
+void Run(Console& console, ReceiveBuffer received) {
+  Bytes message;
+  for (;;) {
+    const std::size_t before = received.bytes.size();
+    const Cut cut = CutMessage(received, &message);
+    if (cut == Cut::Empty || cut == Cut::NeedMore) return;
+    if (cut == Cut::Blocked) return console.RoundTrips(received.bytes);
+    Require(received.bytes.size() < before);
+    if (cut == Cut::Message) console.Decode(message);
   }
-  if (const auto order = ParseLabelOrder(message, model_.LabelCount)) {
-    Require(ParseLabelOrder(EncodeLabelOrder(*order), model_.LabelCount) == order);
-  }
-  // The other parsers leave the code to their caller, and are only asked about their own.
-  switch (static_cast<MessageCode>(message.front())) {
-    case kCrosspointRowCode:
-      RoundTrip<CrosspointRow>(
-          message, [&](Message m, auto* row) { return ParseCrosspointRow(m, channels, row); },
-          EncodeCrosspointRow);
-      break;
-    case kGainReportCode:
-      RoundTrip<std::vector<std::int16_t>>(
-          message, [&](Message m, auto* steps) { return ParseGainReport(m, channels, steps); },
-          EncodeGainReport);
-      break;
-    case kTallyCode:
-      RoundTrip<TallyValues>(message, ParseTally, EncodeTally);
-      break;
-    case kInhibitRowCode:
-      RoundTrip<FlagRow>(
-          message, [&](Message m, auto* row) { return ParseInhibitRow(m, channels, row); },
-          [&](const FlagRow& row) {
-            return EncodeInhibitRow(row.output, FlagText(row.members), channels);
-          });
-      break;
-    case kRelayRowCode:
-      RoundTrip<FlagRow>(
-          message,
-          [&](Message m, auto* row) { return ParseRelayRow(m, channels, model_.RelayCount, row); },
-          [&](const FlagRow& row) {
-            return EncodeRelayRow(row.output, FlagText(row.members), model_.RelayCount);
-          });
-      break;
-    case kAlphaLabelsCode:
-      RoundTrip<LabelTexts>(
-          message,
-          [&](Message m, auto* texts) { return ParseLabelTexts(m, model_.LabelCount, texts); },
-          EncodeLabelTexts);
-      break;
-    case kButtonDataCode:
-      RoundTrip<ButtonData>(
-          message, [&](Message m, auto* data) { return ParseButtons(m, data); }, EncodeButtonData);
-      break;
-    case kOptoDataCode:
-      RoundTrip<OptoData>(
-          message, [&](Message m, auto* data) { return ParseOptoData(m, model_.OptoCount, data); },
-          EncodeOptoData);
-      break;
-    case kTakeCode:
-    case kGainCode:
-    case kLabelOrderCode:
-      break;
+}
+
+void RunEveryMessage() {
+  const test::MessageCounts counts = fuzz::SystemOf(kRecords);
+  for (const MessageKind& kind : kMessages) {
+    Console console(counts);
+    Run(console, {.bytes = test::ExampleMessage(kind.code, counts)});
   }
 }
 
@@ -281,19 +220,11 @@ void Console::RoundTrips(Message message) const {
 }  // namespace switcher
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
-  switcher::Console console(data[0] < 128 ? data[0] : 2 * data[0] - 254);
-  switcher::ReceiveBuffer received{.bytes = {data + 1, data + size}};
-  switcher::Bytes message;
-  for (;;) {
-    const std::size_t before = received.bytes.size();
-    const switcher::Cut cut = switcher::CutMessage(received, &message);
-    if (cut == switcher::Cut::Empty || cut == switcher::Cut::NeedMore) return 0;
-    if (cut == switcher::Cut::Blocked) {
-      console.RoundTrips(received.bytes);
-      return 0;
-    }
-    switcher::Require(received.bytes.size() < before);
-    if (cut == switcher::Cut::Message) console.Decode(message);
+  if (size == 0) {
+    switcher::RunEveryMessage();
+    return 0;
   }
+  switcher::Console console(fuzz::SystemOf(data[0]));
+  switcher::Run(console, {.bytes = {data + 1, data + size}});
+  return 0;
 }

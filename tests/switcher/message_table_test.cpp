@@ -5,13 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
-#include <vector>
 
 #include "switcher/table.h"
+#include "tests/support/message_codecs.h"
 
 namespace switcher {
 namespace {
@@ -52,18 +49,25 @@ TEST(MessageTable, WhatTheSwitcherKeepsIsOfATable) {
   }
 }
 
-// The fuzz target begins with what it finds here: a byte of the system, then messages.
-TEST(MessageTable, EveryMessageHasASeedOfTheFuzzTarget) {
-  std::set<int> codes;
-  for (const auto& entry : std::filesystem::directory_iterator(TESK_CORPUS)) {
-    std::ifstream file(entry.path(), std::ios::binary);
-    const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), {});
-    for (std::size_t i = 1; i < bytes.size(); ++i) {
-      const bool begins = i == 1 || bytes[i - 1] == '\xFF';
-      if (begins) codes.insert(static_cast<unsigned char>(bytes[i]));
-    }
+// The fuzz target makes its streams of these.
+TEST(MessageTable, EveryMessageHasAnExampleThatIsAccepted) {
+  const test::MessageCounts counts = {.channels = 16,
+                                      .stations = 16,
+                                      .labels = 16,
+                                      .buttons = 4,
+                                      .optos = 2,
+                                      .relays = 16,
+                                      .targets = 16};
+  for (const MessageKind& kind : kMessages) {
+    const Bytes example = test::ExampleMessage(kind.code, counts);
+    ASSERT_FALSE(example.empty()) << kind.name;
+    EXPECT_EQ(example.front(), kind.code) << kind.name;
+    test::WithCodec(kind.code, [&](auto codec) {
+      typename decltype(codec)::Value value{};
+      EXPECT_EQ(codec.Parse(example, counts, &value), DecodeStatus::Ok) << kind.name;
+      EXPECT_TRUE(value == codec.Example(counts)) << kind.name;
+    });
   }
-  for (const MessageKind& kind : kMessages) EXPECT_TRUE(codes.contains(kind.code)) << kind.name;
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "switcher/wire/decode_status.h"
+#include "switcher/wire/values.h"
 
 namespace tesksim {
 
@@ -35,6 +36,11 @@ class MessageHandler {
 
   // Checks a message, code to end byte, and does what it says.
   virtual Outcome Accept(std::span<const std::uint8_t> message) = 0;
+
+  // The message that reports what is kept of one output or station (from 1), of the labels of a
+  // selector (20, 10) in the order of the stations, or of all optos; nothing where no such message
+  // comes from the switcher.
+  virtual switcher::Bytes Report(int /*number*/) const { return {}; }
 };
 
 }  // namespace tesksim

@@ -3,36 +3,87 @@
 #include "tools/tesksim/retrieval.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
-#include "tools/tesksim/messages/buttons.h"
-#include "tools/tesksim/messages/inhibits.h"
-#include "tools/tesksim/messages/labels.h"
-#include "tools/tesksim/messages/optos.h"
-#include "tools/tesksim/messages/relays.h"
+#include "db/table.h"
+#include "switcher/wire/message_table.h"
 
 namespace tesksim {
 
 namespace {
 
-constexpr int kLabelMessages = 2;
-constexpr int kMessagesOfOutput = 2;
+using switcher::MessageKind;
+
+bool IsReported(const MessageKind& kind) {
+  return kind.use == switcher::MessageUse::Table && kind.FromSwitcher();
+}
+
+db::Rows RowsOf(std::string_view name) {
+  const db::TableKind* const table = db::FindTable(name);
+  return table == nullptr ? db::Rows::None : table->rows;
+}
+
+int CountOf(db::Rows rows, const SwitcherState& state) {
+  return rows == db::Rows::Stations ? state.Sizes().stations : state.ChannelCount();
+}
+
+// Those of `kinds`, which all have `rows`: the outputs, or the stations, one after the other.
+void AddRows(std::span<const MessageKind> kinds, db::Rows rows, const SwitcherState& state,
+             std::vector<TableMessage>* messages) {
+  if (rows == db::Rows::None) {
+    for (const MessageKind& kind : kinds) {
+      if (kind.code != switcher::kAlphaLabelsCode) {
+        messages->push_back({.code = kind.code});
+        continue;
+      }
+      for (const int selector : {switcher::kOutputLabels, switcher::kInputLabels}) {
+        messages->push_back({.code = kind.code, .number = selector});
+      }
+    }
+    return;
+  }
+  for (int number = 1; number <= CountOf(rows, state); ++number) {
+    for (const MessageKind& kind : kinds) {
+      messages->push_back({.code = kind.code, .number = number});
+    }
+  }
+}
+
+std::vector<TableMessage> AllMessages(const SwitcherState& state) {
+  std::vector<MessageKind> reported;
+  std::ranges::copy_if(switcher::kMessages, std::back_inserter(reported), IsReported);
+  std::vector<TableMessage> messages;
+  for (auto first = reported.begin(); first != reported.end();) {
+    const db::Rows rows = RowsOf(first->name);
+    const auto last = std::find_if(
+        first, reported.end(), [&](const MessageKind& kind) { return RowsOf(kind.name) != rows; });
+    AddRows({first, last}, rows, state, &messages);
+    first = last;
+  }
+  return messages;
+}
 
 }  // namespace
 
-Retrieval::Retrieval(const SwitcherState& state, Log log) : state_(state), log_(std::move(log)) {}
+Retrieval::Retrieval(const SwitcherState& state, MessageHandlers& handlers, Log log)
+    : state_(state), handlers_(handlers), log_(std::move(log)) {}
 
-void Retrieval::Begin() { GoTo(1); }
+void Retrieval::Begin() {
+  messages_ = AllMessages(state_);
+  GoTo(0);
+}
 
 Outgoing Retrieval::Next() {
-  const TableMessage message = MessageAt(next_);
-  Outgoing outgoing{
-      .bytes = Encode(message), .text = "table " + Describe(message), .inOnePiece = true};
+  const TableMessage message = messages_[next_];
+  const auto code = static_cast<switcher::MessageCode>(message.code);
+  Outgoing outgoing{.bytes = handlers_.Of(code)->Report(message.number),
+                    .text = "table " + Describe(message),
+                    .inOnePiece = true};
   const SpoiledMessage* const spoiled = FindSpoiled(message);
   if (spoiled != nullptr) {
-    const bool station = message.code == switcher::kButtonDataCode;
-    tesksim::Spoil(spoiled->harm, station ? state_.Sizes().stations : state_.ChannelCount(),
-                   &outgoing.bytes);
+    const db::Rows rows = RowsOf(switcher::FindMessage(message.code)->name);
+    tesksim::Spoil(spoiled->harm, CountOf(rows, state_), &outgoing.bytes);
     outgoing.text += " (spoiled: " + std::string(HarmName(spoiled->harm)) + ")";
   }
   GoTo(next_ + 1);
@@ -45,39 +96,6 @@ void Retrieval::Spoil(const SpoiledMessage& spoiled) {
   if (HasNext()) GoTo(next_);
 }
 
-int Retrieval::MessageCount() const {
-  return kLabelMessages + kMessagesOfOutput * state_.ChannelCount() + 1 + state_.Sizes().stations;
-}
-
-TableMessage Retrieval::MessageAt(int index) const {
-  if (index == 1) return {switcher::kAlphaLabelsCode, switcher::kOutputLabels};
-  if (index == 2) return {switcher::kAlphaLabelsCode, switcher::kInputLabels};
-  index -= kLabelMessages;
-  const int ofOutputs = kMessagesOfOutput * state_.ChannelCount();
-  if (index <= ofOutputs) {
-    const int output = (index + 1) / kMessagesOfOutput;
-    return {index % 2 == 1 ? switcher::kInhibitRowCode : switcher::kRelayRowCode, output};
-  }
-  index -= ofOutputs;
-  if (index == 1) return {switcher::kOptoDataCode, 0};
-  return {switcher::kButtonDataCode, index - 1};
-}
-
-Bytes Retrieval::Encode(const TableMessage& message) const {
-  switch (message.code) {
-    case switcher::kAlphaLabelsCode:
-      return LabelsMessage(state_, message.number);
-    case switcher::kInhibitRowCode:
-      return InhibitsMessage(state_, message.number);
-    case switcher::kRelayRowCode:
-      return RelaysMessage(state_, message.number);
-    case switcher::kOptoDataCode:
-      return OptosMessage(state_);
-    default:
-      return ButtonsMessage(state_, message.number);
-  }
-}
-
 const SpoiledMessage* Retrieval::FindSpoiled(const TableMessage& message) const {
   const auto found = std::find_if(spoiled_.begin(), spoiled_.end(),
                                   [&](const SpoiledMessage& s) { return s.message == message; });
@@ -85,17 +103,12 @@ const SpoiledMessage* Retrieval::FindSpoiled(const TableMessage& message) const 
 }
 
 // The next message is the first one from `index` on that is not dropped.
-void Retrieval::GoTo(int index) {
-  for (; index <= MessageCount(); ++index) {
-    const TableMessage message = MessageAt(index);
-    const SpoiledMessage* const spoiled = FindSpoiled(message);
-    if (spoiled == nullptr || spoiled->harm != Harm::Drop) {
-      next_ = index;
-      return;
-    }
-    if (log_) log_("tx table " + Describe(message) + " (dropped)");
+void Retrieval::GoTo(std::size_t index) {
+  for (next_ = index; next_ < messages_.size(); ++next_) {
+    const SpoiledMessage* const spoiled = FindSpoiled(messages_[next_]);
+    if (spoiled == nullptr || spoiled->harm != Harm::Drop) return;
+    if (log_) log_("tx table " + Describe(messages_[next_]) + " (dropped)");
   }
-  next_ = 0;
 }
 
 }  // namespace tesksim

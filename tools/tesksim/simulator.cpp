@@ -7,56 +7,9 @@
 #include "switcher/wire/messages/crosspoint_row.h"
 #include "switcher/wire/messages/gain_report.h"
 #include "switcher/wire/messages/tally.h"
-#include "tools/tesksim/messages/buttons.h"
-#include "tools/tesksim/messages/gain.h"
-#include "tools/tesksim/messages/inhibits.h"
-#include "tools/tesksim/messages/labels.h"
-#include "tools/tesksim/messages/optos.h"
-#include "tools/tesksim/messages/relays.h"
-#include "tools/tesksim/messages/take.h"
 #include "tools/tesksim/state_text.h"
 
 namespace tesksim {
-
-// What the switcher understands.
-struct Simulator::Handlers {
-  explicit Handlers(SwitcherState& held) : state(held) {}
-
-  // Who acts on messages of a code; null for those that only the switcher sends.
-  MessageHandler* Of(switcher::MessageCode code) {
-    switch (code) {
-      case switcher::kTakeCode:
-        return &take;
-      case switcher::kGainCode:
-        return &gain;
-      case switcher::kInhibitRowCode:
-        return &inhibits;
-      case switcher::kRelayRowCode:
-        return &relays;
-      case switcher::kLabelOrderCode:
-      case switcher::kAlphaLabelsCode:
-        return &labels;
-      case switcher::kButtonDataCode:
-        return &buttons;
-      case switcher::kOptoDataCode:
-        return &optos;
-      case switcher::kGainReportCode:
-      case switcher::kCrosspointRowCode:
-      case switcher::kTallyCode:
-        break;
-    }
-    return nullptr;
-  }
-
-  SwitcherState& state;
-  TakeHandler take{state};
-  GainHandler gain{state};
-  InhibitsHandler inhibits{state};
-  RelaysHandler relays{state};
-  LabelsHandler labels{state};
-  ButtonsHandler buttons{state};
-  OptosHandler optos{state};
-};
 
 namespace {
 
@@ -68,18 +21,15 @@ std::string Count(std::size_t bytes) {
 
 Simulator::Simulator(SwitcherState state, const Options& options, Time now, Log log)
     : state_(std::move(state)),
-      handlers_(std::make_unique<Handlers>(state_)),
       parser_(state_.Sizes().labels),
       log_(std::move(log)),
       transmitter_(options.baud, options.seed,
                    {.hasNext = [this] { return HasNext(); }, .next = [this] { return Next(); }},
                    [this](const std::string& line) { Note(line); }),
-      retrieval_(state_, [this](const std::string& line) { Note(line); }),
+      retrieval_(state_, handlers_, [this](const std::string& line) { Note(line); }),
       demo_(options.seed) {
   if (options.demo) nextDemoChange_ = now + demo_.Pause();
 }
-
-Simulator::~Simulator() = default;
 
 void Simulator::Receive(std::span<const std::uint8_t> bytes, Time now) {
   stats_.bytesReceived += bytes.size();
@@ -210,7 +160,7 @@ void Simulator::AnswerPoll(std::uint8_t poll) {
 void Simulator::AcceptMessage(std::span<const std::uint8_t> message) {
   const switcher::MessageKind& kind = *switcher::FindMessage(message.front());
   const std::string name(kind.name);
-  const Outcome outcome = handlers_->Of(kind.code)->Accept(message);
+  const Outcome outcome = handlers_.Of(kind.code)->Accept(message);
   switch (outcome.result) {
     case Outcome::Result::Done:
       ++changes_;

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "tools/tesksim/clock.h"
 #include "tools/tesksim/demo.h"
 #include "tools/tesksim/message_handler.h"
+#include "tools/tesksim/message_handlers.h"
 #include "tools/tesksim/retrieval.h"
 #include "tools/tesksim/stream_parser.h"
 #include "tools/tesksim/switcher_state.h"
@@ -53,7 +53,6 @@ class Simulator {
   // Starts with `state` at `now`.  `log` is told of every message, "rx ..." and "tx ...", once
   // SetLogging() has switched it on; it may be empty.
   Simulator(SwitcherState state, const Options& options, Time now, Log log);
-  ~Simulator();
   Simulator(const Simulator&) = delete;
   Simulator& operator=(const Simulator&) = delete;
 
@@ -110,8 +109,6 @@ class Simulator {
     Received received;
   };
 
-  struct Handlers;
-
   bool HasNext() const;
   Outgoing Next();
 
@@ -125,7 +122,7 @@ class Simulator {
   Outgoing GainsMessage() const;
 
   SwitcherState state_;
-  std::unique_ptr<Handlers> handlers_;
+  MessageHandlers handlers_{state_};
   StreamParser parser_;
   std::deque<Request> requests_;
   Log log_;

@@ -43,6 +43,11 @@ class XmapConsole : public ViewConsole {
   QPointer<views::XmapView> view;
 };
 
+// The report of a crosspoint on an inhibited cell.
+inline constexpr char kConflict[] =
+    "exclamation|Synchronization Warning|Crosspoint selection received for Inhibited "
+    "Crosspoint.\n";
+
 // What stands on the tool band, separators included.
 QList<QAction*> BandActions(const views::XmapView& view);
 

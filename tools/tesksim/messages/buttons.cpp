@@ -44,11 +44,11 @@ Outcome ButtonsHandler::Accept(std::span<const std::uint8_t> message) {
   return {.result = Outcome::Result::Done, .text = std::move(text)};
 }
 
-switcher::Bytes ButtonsMessage(const SwitcherState& state, int station) {
-  const auto members = static_cast<std::size_t>(state.Sizes().stations / 8 * 8);
+switcher::Bytes ButtonsHandler::Report(int station) const {
+  const auto members = static_cast<std::size_t>(state_.Sizes().stations / 8 * 8);
   switcher::ButtonData data{.station = station, .buttons = {}};
   for (int button = 1; button <= kButtons; ++button) {
-    const ButtonProgram& program = state.buttons[station][button];
+    const ButtonProgram& program = state_.buttons[station][button];
     switcher::ButtonData::Button sent{.type = program.type, .first = program.first, .targets = {}};
     for (std::size_t member = 0; member < members; ++member) {
       sent.targets.push_back(program.members.test(member) ? 1 : 0);

@@ -15,13 +15,11 @@ class ButtonsHandler : public MessageHandler {
  public:
   explicit ButtonsHandler(SwitcherState& state) : state_(state) {}
   Outcome Accept(std::span<const std::uint8_t> message) override;
+  switcher::Bytes Report(int station) const override;
 
  private:
   SwitcherState& state_;
 };
-
-// The message that reports the buttons of a station.
-switcher::Bytes ButtonsMessage(const SwitcherState& state, int station);
 
 }  // namespace tesksim
 

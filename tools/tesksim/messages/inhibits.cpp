@@ -20,12 +20,12 @@ Outcome InhibitsHandler::Accept(std::span<const std::uint8_t> message) {
   return {.result = Outcome::Result::Done, .text = DescribeInhibits(state_, row.output)};
 }
 
-switcher::Bytes InhibitsMessage(const SwitcherState& state, int output) {
+switcher::Bytes InhibitsHandler::Report(int output) const {
   std::string flags;
-  for (const std::uint8_t inhibited : state.inhibits.Row(output)) {
+  for (const std::uint8_t inhibited : state_.inhibits.Row(output)) {
     flags += inhibited != 0 ? '1' : '0';
   }
-  return switcher::EncodeInhibitRow(output, flags, state.ChannelCount());
+  return switcher::EncodeInhibitRow(output, flags, state_.ChannelCount());
 }
 
 }  // namespace tesksim

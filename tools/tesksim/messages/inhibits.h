@@ -14,13 +14,11 @@ class InhibitsHandler : public MessageHandler {
  public:
   explicit InhibitsHandler(SwitcherState& state) : state_(state) {}
   Outcome Accept(std::span<const std::uint8_t> message) override;
+  switcher::Bytes Report(int output) const override;
 
  private:
   SwitcherState& state_;
 };
-
-// The message that reports the inhibits of an output.
-switcher::Bytes InhibitsMessage(const SwitcherState& state, int output);
 
 }  // namespace tesksim
 

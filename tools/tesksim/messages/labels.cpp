@@ -67,8 +67,8 @@ bool LabelsHandler::IsComplete(const switcher::LabelOrder& order) const {
   return true;
 }
 
-switcher::Bytes LabelsMessage(const SwitcherState& state, int selector) {
-  const auto& labels = selector == switcher::kOutputLabels ? state.outLabels : state.inLabels;
+switcher::Bytes LabelsHandler::Report(int selector) const {
+  const auto& labels = selector == switcher::kOutputLabels ? state_.outLabels : state_.inLabels;
   switcher::LabelTexts texts{.selector = selector, .labels = {}};
   for (int label = 1; label <= labels.Size(); ++label) texts.labels.push_back(labels[label]);
   return switcher::EncodeLabelTexts(texts);

@@ -20,6 +20,7 @@ class LabelsHandler : public MessageHandler {
  public:
   explicit LabelsHandler(SwitcherState& state) : state_(state) {}
   Outcome Accept(std::span<const std::uint8_t> message) override;
+  switcher::Bytes Report(int selector) const override;
 
  private:
   Outcome AcceptOrder(std::span<const std::uint8_t> message);
@@ -29,10 +30,6 @@ class LabelsHandler : public MessageHandler {
   SwitcherState& state_;
   std::optional<switcher::LabelOrder> order_;  // for the texts that come next
 };
-
-// The message that reports all labels of a selector in the order of the stations.
-// REQUIRES: selector is kOutputLabels or kInputLabels
-switcher::Bytes LabelsMessage(const SwitcherState& state, int selector);
 
 }  // namespace tesksim
 

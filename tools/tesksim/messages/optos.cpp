@@ -23,10 +23,10 @@ Outcome OptosHandler::Accept(std::span<const std::uint8_t> message) {
   return {.result = Outcome::Result::Done, .text = "all"};
 }
 
-switcher::Bytes OptosMessage(const SwitcherState& state) {
+switcher::Bytes OptosHandler::Report(int /*number*/) const {
   switcher::OptoData data;
   for (int opto = 1; opto <= kOptos; ++opto) {
-    const OptoProgram& program = state.optos[opto];
+    const OptoProgram& program = state_.optos[opto];
     switcher::OptoData::Opto sent{
         .type = program.type, .channel = program.channel, .first = program.first, .stations = {}};
     for (std::size_t member = 0; member < switcher::kOptoStations; ++member) {

@@ -14,13 +14,11 @@ class OptosHandler : public MessageHandler {
  public:
   explicit OptosHandler(SwitcherState& state) : state_(state) {}
   Outcome Accept(std::span<const std::uint8_t> message) override;
+  switcher::Bytes Report(int /*number*/) const override;
 
  private:
   SwitcherState& state_;
 };
-
-// The message that reports the programming of all opto inputs.
-switcher::Bytes OptosMessage(const SwitcherState& state);
 
 }  // namespace tesksim
 

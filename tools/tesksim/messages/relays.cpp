@@ -20,10 +20,10 @@ Outcome RelaysHandler::Accept(std::span<const std::uint8_t> message) {
   return {.result = Outcome::Result::Done, .text = DescribeRelays(state_, row.output)};
 }
 
-switcher::Bytes RelaysMessage(const SwitcherState& state, int output) {
+switcher::Bytes RelaysHandler::Report(int output) const {
   std::string flags;
   for (std::size_t relay = 0; relay < kRelays; ++relay) {
-    flags += state.relays[output].test(relay) ? '1' : '0';
+    flags += state_.relays[output].test(relay) ? '1' : '0';
   }
   return switcher::EncodeRelayRow(output, flags, kRelays);
 }

@@ -14,13 +14,11 @@ class RelaysHandler : public MessageHandler {
  public:
   explicit RelaysHandler(SwitcherState& state) : state_(state) {}
   Outcome Accept(std::span<const std::uint8_t> message) override;
+  switcher::Bytes Report(int output) const override;
 
  private:
   SwitcherState& state_;
 };
-
-// The message that reports the relays of an output.
-switcher::Bytes RelaysMessage(const SwitcherState& state, int output);
 
 }  // namespace tesksim
 
