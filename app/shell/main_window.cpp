@@ -146,6 +146,7 @@ void MainWindow::BuildMenus() {
   settings_->setToolTip(tr("Show and change the serial port, the panels and demo mode"));
   presets_ = AddAid(*file, "aidPresets", tr("&Presets Of The Map…"));
   presets_->setIcon(views::Icon(QStringLiteral("presets")));
+  presets_->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_P);
   presets_->setToolTip(tr("Keep what the outputs hear under a name, and bring it back"));
   lockConsole_ = AddAid(*file, "aidLockConsole", tr("Loc&k Console"));
   lockConsole_->setIcon(views::Icon(QStringLiteral("lock")));

@@ -22,6 +22,8 @@
 #include <map>
 #include <optional>
 
+#include "tools/pilot/screen_places.h"
+
 namespace pilot {
 
 namespace {
@@ -232,6 +234,17 @@ QJsonObject Keys(const QJsonObject& request) {
   return Answer();
 }
 
+QJsonObject Where(QObject* object, const QJsonObject& request) {
+  const std::optional<QRect> place = PlaceOnScreen(*object, request);
+  return place ? Answer(ToJson(*place)) : Error(QStringLiteral("not in sight"));
+}
+
+QJsonObject Frame(QObject* object, const QJsonObject& /*request*/) {
+  const auto* const widget = qobject_cast<QWidget*>(object);
+  if (widget == nullptr || !widget->isWindow()) return Error(QStringLiteral("not a window"));
+  return Answer(ToJson(FrameOnScreen(*widget)));
+}
+
 // The message boxes that show.
 QList<QMessageBox*> ShownBoxes() {
   QList<QMessageBox*> shown;
@@ -289,7 +302,8 @@ const std::map<QString, ObjectCommand>& ObjectCommands() {
       {QStringLiteral("trigger"), Trigger},  {QStringLiteral("click"), Click},
       {QStringLiteral("close"), Close},      {QStringLiteral("grab"), Grab},
       {QStringLiteral("names"), Names},      {QStringLiteral("rows"), Rows},
-      {QStringLiteral("focus"), Focus},
+      {QStringLiteral("focus"), Focus},      {QStringLiteral("where"), Where},
+      {QStringLiteral("frame"), Frame},
   };
   return commands;
 }
@@ -301,6 +315,7 @@ QJsonObject Done() { return Answer(); }
 QJsonObject Execute(const QJsonObject& request) {
   const QString command = TextOf(request, "do");
   if (command == QLatin1String("keys")) return Keys(request);
+  if (command == QLatin1String("focus")) return Answer(KeyboardFocus());
   if (command == QLatin1String("boxes")) return Boxes();
   if (command == QLatin1String("closeBox")) return CloseBox();
   if (command == QLatin1String("logOut")) return LogOut();

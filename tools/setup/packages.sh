@@ -9,6 +9,7 @@ screen_packages="tigervnc-standalone-server tigervnc-tools"
 test_packages="clang-format mdbtools appstream desktop-file-utils man-db mandoc"
 package_packages="dpkg-dev file"
 fuzz_packages="clang libclang-rt-dev"
+desktop_packages="xvfb openbox xdotool x11-utils imagemagick"
 picture_packages="imagemagick poppler-utils"
 
 # need PACKAGE...: installs those that are not there, as root or with sudo.

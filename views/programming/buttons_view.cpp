@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
@@ -191,6 +192,18 @@ void ButtonsView::FitFont() {
 void ButtonsView::changeEvent(QEvent* event) {
   MainView::changeEvent(event);
   if (event->type() == QEvent::ApplicationFontChange) FitFont();
+}
+
+// A number or a label that is typed where nothing takes it is that of a station.
+void ButtonsView::keyPressEvent(QKeyEvent* event) {
+  const bool isPlain = (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
+  const QString text = event->text();
+  if (!isPlain || text.isEmpty() || !text.at(0).isLetterOrNumber()) {
+    MainView::keyPressEvent(event);
+    return;
+  }
+  form_->finder.Begin();
+  QCoreApplication::sendEvent(&form_->finder, event);
 }
 
 void ButtonsView::resizeEvent(QResizeEvent* event) {

@@ -89,6 +89,7 @@ class ButtonsView : public MainView {
   void UseRequested(const stations::Use& use);
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 

@@ -59,10 +59,13 @@ bool FocusGrid::eventFilter(QObject* watched, QEvent* event) {
   } else if (event->type() == QEvent::KeyPress) {
     const auto& keys = static_cast<const QKeyEvent&>(*event);
     // The keys of a number pad bear a modifier of their own.
-    const bool plain = (keys.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    const int target = plain ? Target(IndexOf(watched), keys.key()) : -1;
+    const Qt::KeyboardModifiers modifiers = keys.modifiers() & ~Qt::KeypadModifier;
+    const bool carries = modifiers == Qt::ShiftModifier && carry_ != nullptr;
+    const int from = IndexOf(watched);
+    const int target = modifiers == Qt::NoModifier || carries ? Target(from, keys.key()) : -1;
     if (target >= 0) {
       members_[static_cast<std::size_t>(target)]->setFocus(Qt::TabFocusReason);
+      if (carries) carry_(from, target);
       return true;
     }
   }

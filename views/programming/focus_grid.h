@@ -4,6 +4,8 @@
 #define VIEWS_PROGRAMMING_FOCUS_GRID_H_
 
 #include <QObject>
+#include <functional>
+#include <utility>
 #include <vector>
 
 class QWidget;
@@ -20,6 +22,10 @@ class FocusGrid : public QObject {
   // Adds a control behind the others.
   void Add(QWidget& member);
 
+  // With Shift an arrow goes to the next control, too, and `carry` takes along what the last one
+  // has: both are told by their places, from 0.
+  void SetCarry(std::function<void(int from, int to)> carry) { carry_ = std::move(carry); }
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -34,6 +40,7 @@ class FocusGrid : public QObject {
   QWidget& block_;
   std::vector<QWidget*> members_;
   int tabStop_ = -1;
+  std::function<void(int from, int to)> carry_;
 };
 
 }  // namespace views

@@ -89,10 +89,14 @@ int OperationOptions::Selected() const {
   return group_->checkedId();
 }
 
-// In a group of options only the selected one is reached with Tab: without it, none would be.
+// Tab reaches the selected option; without one, all of them.  By itself the group learns of a
+// selection only where the operator makes it.
 void OperationOptions::KeepReachable() {
-  if (group_->checkedButton() != nullptr) return;
-  for (QAbstractButton* const option : group_->buttons()) option->setFocusPolicy(Qt::StrongFocus);
+  const QAbstractButton* const selected = group_->checkedButton();
+  for (QAbstractButton* const option : group_->buttons()) {
+    const bool isReached = selected == nullptr || option == selected;
+    option->setFocusPolicy(isReached ? Qt::StrongFocus : Qt::ClickFocus);
+  }
 }
 
 bool OperationOptions::eventFilter(QObject* watched, QEvent* event) {

@@ -6,6 +6,8 @@
 #include <QCompleter>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListView>
+#include <QScreen>
 
 #include <algorithm>
 #include <utility>
@@ -15,6 +17,7 @@ namespace {
 
 constexpr int kFinderCharacters = 12;
 constexpr int kFinderItems = 16;
+constexpr int kBetweenFinderColumns = 2;  // characters
 constexpr int kLabelRole = Qt::UserRole + 1;
 
 QString ItemOf(int number, const QString& label) {
@@ -35,6 +38,11 @@ StationFinder::StationFinder(std::function<std::vector<PickableStation>()> stati
   setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(kFinderCharacters);
   setMaxVisibleItems(kFinderItems);
+  auto* const list = new QListView(this);
+  list->setObjectName(QStringLiteral("aidStationList"));
+  list->setWrapping(true);
+  list->setResizeMode(QListView::Adjust);
+  setView(list);
   completer()->setCompletionMode(QCompleter::PopupCompletion);
   completer()->setFilterMode(Qt::MatchContains);
   completer()->setCaseSensitivity(Qt::CaseInsensitive);
@@ -70,8 +78,23 @@ void StationFinder::Fill() {
   setEditText(text);
 }
 
+// Where the screen is too narrow for all of them the list scrolls.
+void StationFinder::FitColumns() {
+  auto* const list = static_cast<QListView*>(view());
+  const QSize item(
+      list->sizeHintForColumn(0) + kBetweenFinderColumns * fontMetrics().averageCharWidth(),
+      list->sizeHintForRow(0));
+  list->setGridSize(item);
+  const int columns = (count() + kFinderItems - 1) / kFinderItems;
+  const int atMost = screen()->availableSize().width() / std::max(1, item.width()) - 1;
+  const int frame = 2 * list->frameWidth() + 1;  // a column that just fits would be broken
+  list->setMinimumSize(std::clamp(columns, 1, std::max(1, atMost)) * item.width() + frame,
+                       std::min(count(), kFinderItems) * item.height() + frame);
+}
+
 void StationFinder::showPopup() {
   Fill();
+  FitColumns();
   QComboBox::showPopup();
 }
 

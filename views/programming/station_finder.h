@@ -31,6 +31,7 @@ class StationFinder : public QComboBox {
   // Takes the focus, ready for typing.
   void Begin();
 
+  // The list beside itself, in as many columns as bring all stations into sight.
   void showPopup() override;
 
  Q_SIGNALS:
@@ -47,6 +48,7 @@ class StationFinder : public QComboBox {
 
  private:
   void Fill();
+  void FitColumns();
   void GoTo(int index);
   void GoToText();
   void Leave();

@@ -53,6 +53,10 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
     keys->Add(*box);
     boxes_.push_back(box);
   }
+  keys->SetCarry([this](int from, int to) {
+    const bool isTicked = boxes_[static_cast<std::size_t>(from)]->isChecked();
+    boxes_[static_cast<std::size_t>(to)]->setChecked(isTicked);
+  });
   for (int column = 0; column < kPageColumns; ++column) grid->setColumnStretch(column, 1);
   FitFont();
   ShowCount();

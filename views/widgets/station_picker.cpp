@@ -7,12 +7,14 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 #include "views/widgets/plain_tip.h"
 #include "views/widgets/row_height.h"
@@ -45,10 +47,7 @@ StationPicker::StationPicker(const Names& names, const std::vector<PickableStati
   LayOut(names);
   setFocusProxy(find_);
   connect(find_, &QLineEdit::textChanged, this, &StationPicker::ShowOnly);
-  connect(list_, &QTreeWidget::itemChanged, this, [this] {
-    Count();
-    Q_EMIT TicksChanged();
-  });
+  connect(list_, &QTreeWidget::itemChanged, this, &StationPicker::BoxClicked);
   connect(tickAll_, &QPushButton::clicked, this, [this] { Tick(Shown(), true); });
   connect(tickNone_, &QPushButton::clicked, this, [this] { Tick(Shown(), false); });
   connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, find_,
@@ -64,6 +63,7 @@ void StationPicker::MakeList(const Names& names, const std::vector<PickableStati
   list_->setHeaderLabels(headings);
   SetUpTickList(*list_);
   list_->installEventFilter(this);
+  list_->viewport()->installEventFilter(this);
   const int character = fontMetrics().averageCharWidth();
   list_->header()->resizeSection(kPickNumber, kNumberCharacters * character);
   list_->header()->resizeSection(kPickLabel, kLabelCharacters * character);
@@ -180,7 +180,23 @@ void StationPicker::TickSelected() {
   Tick(chosen, !allTicked);
 }
 
+void StationPicker::BoxClicked(QTreeWidgetItem* item) {
+  const int row = list_->indexOfTopLevelItem(item);
+  const int last = std::exchange(lastRow_, row);
+  const int from = std::exchange(withShift_, false) ? last : row;
+  QList<QTreeWidgetItem*> same = Shown();
+  same.removeIf([&](QTreeWidgetItem* each) {
+    const int at = list_->indexOfTopLevelItem(each);
+    return at < std::min(from, row) || at > std::max(from, row);
+  });
+  Tick(same, IsTicked(*item));
+}
+
 bool StationPicker::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == list_->viewport() && event->type() == QEvent::MouseButtonPress) {
+    const auto& mouse = *static_cast<QMouseEvent*>(event);
+    withShift_ = mouse.modifiers().testFlag(Qt::ShiftModifier);
+  }
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   const auto& key = *static_cast<QKeyEvent*>(event);
   if (watched == list_ && key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier) {

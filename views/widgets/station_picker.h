@@ -24,9 +24,9 @@ struct PickableStation {
 
 // A list of stations with a check box each, under a field that shows only some of them: those whose
 // number or label begins with or has what is typed.  Space ticks the selected rows or takes their
-// ticks away, two buttons do so with all that are shown; what is not shown keeps its tick, and the
-// line below says how many have one.  A tick at a station with an obstacle waits for the obstacle
-// to go.
+// ticks away, a click on a box with Shift held ticks all rows from the last one to it; two buttons
+// do so with all that are shown; what is not shown keeps its tick, and the line below says how many
+// have one.  A tick at a station with an obstacle waits for the obstacle to go.
 class StationPicker : public QWidget {
   Q_OBJECT
 
@@ -67,6 +67,9 @@ class StationPicker : public QWidget {
   void ShowOnly(const QString& text);
   void Tick(const QList<QTreeWidgetItem*>& items, bool ticked);
   void TickSelected();
+  // The operator has clicked the box of a row: with Shift, those from the last such row get the
+  // same.
+  void BoxClicked(QTreeWidgetItem* item);
   // How many ticks do not count because of an obstacle.
   int WaitingCount() const;
   QList<QTreeWidgetItem*> Shown() const;
@@ -75,6 +78,8 @@ class StationPicker : public QWidget {
   QLineEdit* find_;
   QTreeWidget* list_;
   QLabel* count_;
+  int lastRow_ = 0;         // whose box was clicked
+  bool withShift_ = false;  // the mouse is pressed so
   QPushButton* tickAll_;
   QPushButton* tickNone_;
 };

@@ -16,7 +16,7 @@ void XmapFind::OpenFind(const QString& text) {
 
 void XmapFind::OpenGoTo() {
   goTo_ = true;
-  Open(QString(), tr("Output and input, for example 5 12"));
+  Open(QString(), tr("Output and input, for example 5 12 or 1-6 9-14"));
 }
 
 bool XmapFind::Matches(const std::string& label, int channel) const {
@@ -63,21 +63,33 @@ QString XmapFind::CountText() const {
   return Text().isEmpty() || ParseNumbers() ? QString() : tr("No crosspoint");
 }
 
-std::optional<XmapFind::Match> XmapFind::ParseNumbers() const {
-  static const QRegularExpression kNumbers(QStringLiteral("^\\s*(\\d{1,3})\\D+(\\d{1,3})\\s*$"));
+std::optional<rules::CellBlock> XmapFind::ParseNumbers() const {
+  static const QRegularExpression kNumbers(
+      QStringLiteral("^\\s*(\\d{1,3})(?:\\s*-\\s*(\\d{1,3}))?"
+                     "\\D+(\\d{1,3})(?:\\s*-\\s*(\\d{1,3}))?\\s*$"));
   const QRegularExpressionMatch match = kNumbers.match(Text());
   if (!match.hasMatch()) return std::nullopt;
-  const Match crosspoint{match.captured(1).toInt(), match.captured(2).toInt()};
-  const bool exists = crosspoint.output >= 1 && crosspoint.output <= grid_.ChannelCount() &&
-                      crosspoint.input >= 1 && crosspoint.input <= grid_.ChannelCount();
-  return exists ? std::optional(crosspoint) : std::nullopt;
+  const auto last = [&match](int behind) {
+    return match.hasCaptured(behind + 1) ? match.captured(behind + 1).toInt()
+                                         : match.captured(behind).toInt();
+  };
+  const rules::CellBlock block{.firstOutput = match.captured(1).toInt(),
+                               .lastOutput = last(1),
+                               .firstInput = match.captured(3).toInt(),
+                               .lastInput = last(3)};
+  const int channels = grid_.ChannelCount();
+  const bool exists = block.firstOutput >= 1 && block.firstOutput <= block.lastOutput &&
+                      block.lastOutput <= channels && block.firstInput >= 1 &&
+                      block.firstInput <= block.lastInput && block.lastInput <= channels;
+  return exists ? std::optional(block) : std::nullopt;
 }
 
 void XmapFind::Enter(bool back) {
   if (!goTo_) {
     FindField::Enter(back);
-  } else if (const std::optional<Match> crosspoint = ParseNumbers()) {
-    Q_EMIT Chosen(crosspoint->output, crosspoint->input);
+  } else if (const std::optional<rules::CellBlock> block = ParseNumbers()) {
+    Q_EMIT Chosen(block->firstOutput, block->firstInput);
+    if (block->Cells() > 1) Q_EMIT BlockChosen(*block);
     Close();
   }
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "views/rules/inhibit_block.h"
 #include "views/rules/xmap_grid.h"
 #include "views/widgets/find_field.h"
 
@@ -25,7 +26,8 @@ class XmapFind : public FindField {
   // Opens for finding, beginning with `text`, and takes the focus.
   void OpenFind(const QString& text);
 
-  // Opens for the numbers of an output and an input, with any separator between them.
+  // Opens for the numbers of an output and an input, with any separator between them; for a block
+  // of cells each may be two, with a hyphen.
   void OpenGoTo();
 
  Q_SIGNALS:
@@ -37,6 +39,8 @@ class XmapFind : public FindField {
 
   // Enter: move the current cell.  A channel that is 0 stays as it is.
   void Chosen(int output, int input);
+  // Behind that, when it is a block of more than one cell: choose all of them.
+  void BlockChosen(const rules::CellBlock& block);
 
  protected:
   int Highlight() override;
@@ -53,7 +57,7 @@ class XmapFind : public FindField {
   };
 
   bool Matches(const std::string& label, int channel) const;
-  std::optional<Match> ParseNumbers() const;
+  std::optional<rules::CellBlock> ParseNumbers() const;
 
   const rules::XmapGrid& grid_;
   bool goTo_ = false;

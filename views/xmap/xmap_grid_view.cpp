@@ -122,6 +122,10 @@ void XmapGridView::Select(const Crosspoint& crosspoint) {
   scrollTo(currentIndex());
 }
 
+void XmapGridView::SelectTo(const Crosspoint& corner) {
+  ExtendTo(cells_.CellOf(corner.output, corner.input));
+}
+
 rules::CellBlock XmapGridView::Block() const {
   const Crosspoint one = Selected();
   const Crosspoint other = ToCrosspoint(farCorner_);

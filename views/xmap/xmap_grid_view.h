@@ -49,6 +49,9 @@ class XmapGridView : public QTableView {
   // is, or becomes the first when no cell is current.  REQUIRES: both within 0..ChannelCount
   void Select(const Crosspoint& crosspoint);
 
+  // Chooses all cells from the current one to this one, and brings that into sight.
+  void SelectTo(const Crosspoint& corner);
+
   // The chosen cells: a rectangle with the current cell at one of its corners, or that alone; empty
   // when there is none.
   rules::CellBlock Block() const;

@@ -121,6 +121,9 @@ XmapView::XmapView(const Services& services, QWidget* parent)
   connect(find_, &XmapFind::Chosen, gridView_, [this](int output, int input) {
     gridView_->Select({output, input});
   });
+  connect(find_, &XmapFind::BlockChosen, gridView_, [this](const rules::CellBlock& block) {
+    gridView_->SelectTo({block.lastOutput, block.lastInput});
+  });
   connect(find_, &XmapFind::Closed, this, [this] { gridView_->setFocus(Qt::OtherFocusReason); });
   connect(gridView_, &XmapGridView::HeaderMenuRequested, this, &XmapView::ShowHeaderMenu);
   connect(inhibitTool_, &InhibitTool::NoteRequested, this, &XmapView::NoteRequested);

@@ -168,6 +168,25 @@ TEST_F(CopyToWindowTest, FoundStationsAreTickedTogetherByKeysAlone) {
   EXPECT_EQ(console_.Text(29, "B2 Prog"), Flags({2}));
 }
 
+// Between them is what the mouse did not touch.
+TEST_F(CopyToWindowTest, AClickOnABoxWithShiftTicksAllRowsUpToIt) {
+  console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
+  Ask();
+  auto& list = Find<QTreeWidget>("lstStations");
+  const auto click = [&](int station, Qt::KeyboardModifiers modifiers) {
+    list.scrollToItem(&Row(station));
+    const QRect row = list.visualItemRect(&Row(station));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers,
+                      QPoint(row.left() + 10, row.center().y()));
+  };
+  click(21, Qt::NoModifier);
+  EXPECT_EQ(Count(), "1 station, 1 change, 0 have it already");
+  click(40, Qt::ShiftModifier);
+  EXPECT_EQ(Count(), "20 stations, 20 change, 0 have it already");
+  click(31, Qt::ShiftModifier);
+  EXPECT_EQ(Row(31).checkState(0), Qt::Unchecked);
+}
+
 TEST_F(CopyToWindowTest, TheButtonsTickWhatIsShownAndTheRestKeepsItsTick) {
   Ask();
   Tick(3);

@@ -109,6 +109,17 @@ TEST_F(Options, KeysChooseAndNoneIsATrap) {
   EXPECT_EQ(QApplication::focusWidget(), &after_);
 }
 
+// What is selected by itself has not been clicked.
+TEST_F(Options, TabReachesTheSelectedOne) {
+  frame_.Select(0);
+  frame_.Select(254);
+  after_.setFocus();
+  QTest::keyClick(&after_, Qt::Key_Backtab);
+  EXPECT_EQ(QApplication::focusWidget(), &Option(254));
+  QTest::keyClick(&Option(254), Qt::Key_Right);
+  EXPECT_THAT(chosen_, ElementsAre(255));
+}
+
 TEST_F(Options, AreReachedByKeyAlsoWhileNoneIsSelected) {
   frame_.Select(0);
   QTest::mouseClick(&Option(1), Qt::LeftButton);

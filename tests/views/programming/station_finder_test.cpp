@@ -95,6 +95,45 @@ TEST_F(StationFinderTest, AnItemOfTheListIsGoneTo) {
   EXPECT_EQ(console_.CurrentStation(), 5);
 }
 
+TEST_F(StationFinderTest, TheListShowsAllStationsAtOnce) {
+  Box().showPopup();
+  auto& list = console_.Find<QAbstractItemView>(QStringLiteral("aidStationList"));
+  for (const int row : {0, 36, 63}) {
+    const QRect item = list.visualRect(list.model()->index(row, 0));
+    EXPECT_TRUE(list.viewport()->rect().contains(item)) << row;
+    EXPECT_GE(item.width(), list.sizeHintForColumn(0)) << row;
+  }
+  QTest::mouseMove(list.viewport(), list.visualRect(list.model()->index(36, 0)).center());
+  QTest::qWait(QApplication::doubleClickInterval());  // the release of the opening click is ignored
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier,
+                    list.visualRect(list.model()->index(36, 0)).center());
+  EXPECT_EQ(console_.CurrentStation(), 37);
+}
+
+TEST_F(StationFinderTest, ANumberTypedAnywhereIsAStations) {
+  for (const char* const from : {"qt_tabwidget_tabbar", "cmdButton_3", "cmdNext"}) {
+    auto& before = console_.Find<QWidget>(QLatin1String(from));
+    before.setFocus();
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("3"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("7"));
+    EXPECT_EQ(Box().lineEdit()->text(), QStringLiteral("37")) << from;
+    EXPECT_EQ(console_.CurrentStation(), 1) << "nothing moves before Enter";
+    Enter();
+    EXPECT_EQ(console_.CurrentStation(), 37) << from;
+    EXPECT_EQ(QApplication::focusWidget(), &before);
+    console_.Press("cmdFirst");
+  }
+}
+
+TEST_F(StationFinderTest, SpaceAndShortcutsAreNoStations) {
+  auto& key = console_.Find<QWidget>(QStringLiteral("cmdNext"));
+  key.setFocus();
+  QTest::keyClick(&key, Qt::Key_3, Qt::AltModifier);
+  QTest::keyClick(&key, Qt::Key_Space);
+  EXPECT_EQ(QApplication::focusWidget(), &key);
+  EXPECT_EQ(console_.CurrentStation(), 2);
+}
+
 TEST_F(StationFinderTest, EscapeAndLeavingGiveBackWhatStoodThere) {
   Type("37");
   QTest::keyClick(&Box(), Qt::Key_Escape);

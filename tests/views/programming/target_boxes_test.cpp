@@ -162,6 +162,25 @@ TEST_F(Boxes, KeysGoFromBoxToBox) {
   EXPECT_EQ(QApplication::focusWidget(), &Box(63)) << "the box used last";
 }
 
+TEST_F(Boxes, WithShiftAnArrowTakesTheTickAlong) {
+  Box(8).setFocus();
+  Press(Qt::Key_Space);
+  for (int i = 0; i < 5; ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right, Qt::ShiftModifier);
+  }
+  EXPECT_THAT(Ticked(), ElementsAre(8, 9, 10, 11, 12, 13));
+  EXPECT_THAT(toggled_, ElementsAre(Pair(8, true), Pair(9, true), Pair(10, true), Pair(11, true),
+                                    Pair(12, true), Pair(13, true)));
+  toggled_.clear();
+  Press(Qt::Key_Right);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::ShiftModifier);
+  EXPECT_THAT(toggled_, ElementsAre(Pair(13, false))) << "or that there is none";
+  toggled_.clear();
+  Press(Qt::Key_Home);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::ShiftModifier);
+  EXPECT_THAT(toggled_, IsEmpty()) << "there is no other box on this side";
+}
+
 TEST_F(Boxes, SayWhichTheyAre) {
   frame_.SetSpokenName(QStringLiteral("Target %1 of button 5"));
   EXPECT_EQ(Box(6).accessibleName(), QLatin1String("Target 7 of button 5: Label 7"));

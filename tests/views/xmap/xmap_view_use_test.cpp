@@ -25,6 +25,7 @@
 #include <QWheelEvent>
 
 #include "tests/views/xmap/xmap_console.h"
+#include "views/xmap/xmap_grid_view.h"
 
 namespace views {
 namespace {
@@ -575,6 +576,34 @@ TEST(XmapView, GoToTakesTwoNumbers) {
   EXPECT_EQ(console.SelectedCell(), QPoint(65, 6));
   EXPECT_FALSE(text->isVisible());
   EXPECT_TRUE(console.Grid().hasFocus());
+}
+
+TEST(XmapView, GoToTakesTheNumbersOfABlock) {
+  XmapConsole console(64);
+  XmapView& view = console.Open();
+  auto* const text = view.findChild<QLineEdit*>(QStringLiteral("aidFindText"));
+  const auto* const count = view.findChild<QLabel*>(QStringLiteral("aidFindCount"));
+  auto& grid = static_cast<XmapGridView&>(console.Grid());
+  const auto go = [&](const char* numbers) {
+    console.PressKey(Qt::Key_G, Qt::ControlModifier);
+    text->setText(QLatin1String(numbers));
+    QTest::keyClick(text, Qt::Key_Return);
+  };
+  using Block = rules::CellBlock;
+  for (const auto& [numbers, block] :
+       std::vector<std::pair<const char*, Block>>{{"1-6 9-14", Block{1, 6, 9, 14}},
+                                                  {"3 9 - 12", Block{3, 3, 9, 12}},
+                                                  {"60-64, 5", Block{60, 64, 5, 5}},
+                                                  {"5-12", Block{5, 5, 12, 12}}}) {
+    go(numbers);
+    EXPECT_EQ(grid.Block(), block) << numbers;
+    EXPECT_FALSE(text->isVisible()) << numbers;
+  }
+  for (const char* const wrong : {"6-1 9-14", "1-65 9", "1-6 14-9", "0-2 1"}) {
+    go(wrong);
+    EXPECT_EQ(count->text(), QStringLiteral("No crosspoint")) << wrong;
+    EXPECT_EQ(grid.Block(), (Block{5, 5, 12, 12})) << wrong;
+  }
 }
 
 TEST(XmapView, ZoomGoesInSteps) {

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+//
+// desktop_run steps FOLDER [TASK]: the everyday tasks, once by mouse and once by keyboard alone, on
+// a real X server with a window manager; counts the steps, looks at what came of each task in the
+// console, the switcher and the saved database, and saves a picture of each in FOLDER; with TASK,
+// the name of a picture, only that.  Ends with 0 when all were done, in no more steps than is aimed
+// at by the better of the two.
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/desktop/scene.h"
+#include "tests/desktop/tasks.h"
+
+namespace {
+
+using desktop::Scene;
+using desktop::Task;
+
+constexpr int kNotDone = -1;
+
+// All of them, or the one whose picture is called so.
+std::vector<Task> TasksCalled(const std::string& name) {
+  std::vector<Task> chosen;
+  for (const auto tasks : {desktop::StationTasks(), desktop::MapTasks(), desktop::ConsoleTasks()}) {
+    for (const Task& task : tasks) {
+      if (name.empty() || name == task.file) chosen.push_back(task);
+    }
+  }
+  return chosen;
+}
+
+// With all windows side by side in a window as large as the screen.
+bool Arrange(Scene& scene) {
+  scene.Operator().Key("alt+space");
+  scene.Operator().Key("x");
+  scene.Console().Trigger("ID_TileVertical");
+  return scene.Operator().Failure().empty();
+}
+
+// The steps of a task, or kNotDone.
+int StepsOf(Scene& scene, const Task& task, void (*way)(desktop::Hand&),
+            const std::filesystem::path& picture) {
+  scene.ChangeOperator();
+  desktop::Hand& hand = scene.Operator();
+  for (const char* const window : {"frmWhereUsed", "frmPresets", "frmCompare"}) {
+    if (scene.Console().IsShown(window)) scene.Console().CloseWindow(window);
+  }
+  hand.See("frmMain");
+  scene.Console().Trigger(task.view);
+  if (task.prepare != nullptr) task.prepare(scene);
+  hand.Begin();
+  way(hand);
+  const int steps = hand.Steps();
+  task.look(scene);
+  scene.Screen().Picture(picture);
+  if (hand.Failure().empty()) return steps;
+  std::printf("%s: %s\n", task.name, hand.Failure().c_str());
+  return kNotDone;
+}
+
+// The steps of all tasks, done in one of the two ways.
+std::vector<int> DoAll(const std::vector<Task>& tasks, bool byMouse,
+                       const std::filesystem::path& folder) {
+  std::vector<int> steps(tasks.size(), kNotDone);
+  Scene scene({});
+  if (!scene.Begin() || !Arrange(scene)) {
+    std::printf("The console does not come up\n");
+    return steps;
+  }
+  for (std::size_t i = 0; i < tasks.size(); ++i) {
+    const Task& task = tasks[i];
+    const std::string picture = std::string(task.file) + (byMouse ? "-mouse" : "-keys") + ".png";
+    steps[i] = StepsOf(scene, task, byMouse ? task.byMouse : task.byKeyboard, folder / picture);
+  }
+  const bool hasEnded = scene.End();
+  if (!hasEnded) std::printf("The console does not end\n");
+  for (std::size_t i = 0; i < tasks.size(); ++i) {
+    if (tasks[i].isStored == nullptr || (hasEnded && tasks[i].isStored(scene))) continue;
+    std::printf("%s: is not in the saved database\n", tasks[i].name);
+    steps[i] = kNotDone;
+  }
+  return steps;
+}
+
+std::string Words(int steps) { return steps == kNotDone ? "not done" : std::to_string(steps); }
+
+// Whether the task was done in both ways, and one of them is as short as is aimed at.
+bool IsWell(const Task& task, int mouse, int keyboard) {
+  if (mouse == kNotDone || keyboard == kNotDone) return false;
+  return task.aim == 0 || std::min(mouse, keyboard) <= task.aim;
+}
+
+int RunSteps(const std::filesystem::path& folder, const std::string& name) {
+  const std::vector<Task> tasks = TasksCalled(name);
+  const std::vector<int> mouse = DoAll(tasks, true, folder);
+  const std::vector<int> keyboard = DoAll(tasks, false, folder);
+  bool isWell = true;
+  std::printf("%-36s %8s %8s %8s\n", "Task", "Aim", "Mouse", "Keyboard");
+  for (std::size_t i = 0; i < tasks.size(); ++i) {
+    const Task& task = tasks[i];
+    std::printf("%-36s %8s %8s %8s\n", task.name,
+                task.aim == 0 ? "" : std::to_string(task.aim).c_str(), Words(mouse[i]).c_str(),
+                Words(keyboard[i]).c_str());
+    isWell &= IsWell(task, mouse[i], keyboard[i]);
+  }
+  return isWell ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments();
+  if (arguments.size() < 3 || arguments.size() > 4 || arguments[1] != QLatin1String("steps")) {
+    std::fprintf(stderr, "Usage: desktop_run steps FOLDER [TASK]\n");
+    return 2;
+  }
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  const std::filesystem::path folder = arguments[2].toStdString();
+  std::filesystem::create_directories(folder);
+  return RunSteps(folder, arguments.value(3).toStdString());
+}

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef TESTS_DESKTOP_SCENE_H_
+#define TESTS_DESKTOP_SCENE_H_
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/desktop/desktop.h"
+#include "tests/desktop/hand.h"
+#include "tests/end_to_end/console_process.h"
+#include "tests/support/simulator_process.h"
+
+namespace desktop {
+
+// How a desktop looks.
+struct Look {
+  QSize screen = {1920, 1080};                // pixels
+  std::vector<std::string> environment = {};  // "NAME=value"
+};
+
+// The console with a switcher of 64 channels, on a desktop.  Twenty panels, 21 to 40, bear "CAM" in
+// their labels; the first button of station 1 is free.
+class Scene {
+ public:
+  explicit Scene(const Look& look);
+
+  // Whether the console is up, its map complete, and its main window has the keyboard.
+  bool Begin();
+  // Somebody else operates it, who has made no step and failed at nothing.
+  void ChangeOperator();
+  // The console ends as it should, and has saved everything; whether it did.
+  bool End();
+
+  std::filesystem::path Database() const { return folder_ / "Tesk.mdb"; }
+  // A field of a station as the saved database has it.
+  std::string Stored(int station, const char* field) const;
+  // What the switcher answers to a command of the simulator.
+  std::string Switcher(const std::string& command) { return simulator_.Command(command); }
+
+  Desktop& Screen() { return desktop_; }
+  test::ConsoleProcess& Console() { return *console_; }
+  Hand& Operator() { return *hand_; }
+  const test::ConsoleFolder& Folder() const { return folder_; }
+
+ private:
+  const Look look_;
+  Desktop desktop_;
+  test::ConsoleFolder folder_;
+  std::string line_ = folder_ / "line";
+  test::SimulatorProcess simulator_;
+  std::unique_ptr<test::ConsoleProcess> console_;
+  std::unique_ptr<Hand> hand_;
+};
+
+}  // namespace desktop
+
+#endif  // TESTS_DESKTOP_SCENE_H_
