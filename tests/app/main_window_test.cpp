@@ -159,7 +159,7 @@ TEST_F(MainWindowTest, NoTwoCommandsShareAShortcut) {
     if (shortcut.isEmpty()) continue;
     EXPECT_TRUE(shortcuts.insert(shortcut).second) << shortcut.toStdString();
   }
-  EXPECT_EQ(shortcuts.size(), 11U);
+  EXPECT_EQ(shortcuts.size(), 12U);
 }
 
 TEST_F(MainWindowTest, CommandsWithoutAnOperationAreGreyAndHeadingsAreNot) {

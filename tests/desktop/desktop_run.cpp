@@ -5,6 +5,10 @@
 // console, the switcher and the saved database, and saves a picture of each in FOLDER; with TASK,
 // the name of a picture, only that.  Ends with 0 when all were done, in no more steps than is aimed
 // at by the better of the two.
+//
+// desktop_run windows FOLDER: opens every window on desktops of several sizes, and on one of twice
+// the pixels, looks whether it is whole, has the keyboard and gives it back, and saves a picture of
+// each.  Ends with 0 when all was well.
 
 #include <QCoreApplication>
 #include <algorithm>
@@ -15,6 +19,7 @@
 
 #include "tests/desktop/scene.h"
 #include "tests/desktop/tasks.h"
+#include "tests/desktop/windows.h"
 
 namespace {
 
@@ -111,17 +116,51 @@ int RunSteps(const std::filesystem::path& folder, const std::string& name) {
   return isWell ? 0 : 1;
 }
 
+struct NamedLook {
+  const char* name = "";
+  desktop::Look look = {};
+};
+
+// As operators have it: small, usual, large, and at twice the pixels.
+const std::vector<NamedLook>& AllLooks() {
+  static const std::vector<NamedLook> looks{
+      {"1280x800", {.screen = {1280, 800}}},
+      {"1920x1080", {.screen = {1920, 1080}}},
+      {"2560x1440", {.screen = {2560, 1440}}},
+      {"twice", {.screen = {2560, 1600}, .environment = {"QT_SCALE_FACTOR=2"}}},
+  };
+  return looks;
+}
+
+int RunWindows(const std::filesystem::path& folder) {
+  bool isWell = true;
+  for (const NamedLook& named : AllLooks()) {
+    const std::filesystem::path pictures = folder / named.name;
+    std::filesystem::create_directories(pictures);
+    const std::vector<std::string> faults = desktop::LookAtWindows(named.look, pictures);
+    std::printf("%s: %zu faults\n", named.name, faults.size());
+    for (const std::string& fault : faults) std::printf("  %s\n", fault.c_str());
+    isWell &= faults.empty();
+  }
+  return isWell ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   const QStringList arguments = QCoreApplication::arguments();
-  if (arguments.size() < 3 || arguments.size() > 4 || arguments[1] != QLatin1String("steps")) {
-    std::fprintf(stderr, "Usage: desktop_run steps FOLDER [TASK]\n");
+  const QString what = arguments.value(1);
+  const bool isSteps = what == QLatin1String("steps");
+  if ((!isSteps && what != QLatin1String("windows")) || arguments.size() < 3 ||
+      arguments.size() > (isSteps ? 4 : 3)) {
+    std::fprintf(stderr,
+                 "Usage: desktop_run steps FOLDER [TASK]\n       desktop_run windows FOLDER\n");
     return 2;
   }
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   const std::filesystem::path folder = arguments[2].toStdString();
   std::filesystem::create_directories(folder);
+  if (!isSteps) return RunWindows(folder);
   return RunSteps(folder, arguments.value(3).toStdString());
 }

@@ -257,6 +257,27 @@ TEST_F(PanelsTest, EveryActionOfATake) {
   }
 }
 
+TEST_F(PanelsTest, AnOutputLockedForPanelsTooIsLeftAsItIs) {
+  Start();
+  console_->Use("aidLockOutput", 6, 8);
+  EXPECT_EQ(Run({"take", "6", "8"}), "output 6 hears input 8\n") << "locked for the console alone";
+  console_->Trigger("aidLockForPanels", "frmXmap");
+  Run({"--timeout", "1", "take", "6", "9"}, kNotConfirmed);
+  Run({"--timeout", "1", "take", "6", "8", "listen-off"}, kNotConfirmed);
+  EXPECT_EQ(Run({"take", "7", "9"}), "output 7 hears input 9\n") << "the others are free";
+  // What was ignored never was on the line.
+  EXPECT_THAT(simulator_.WaitForLine("rx take").value_or(""),
+              HasSubstr("output 6 source 8 action 2"));
+  EXPECT_THAT(simulator_.WaitForLine("rx take").value_or(""),
+              HasSubstr("output 7 source 9 action 2"));
+  ExpectMark(6, 8, kCrosspoint);
+  ExpectMark(6, 9, kNoMark);
+  EXPECT_TRUE(ConsoleProcess::WaitFor([&] {
+    return ReadFile(folder_ / "Teskctl.log").find("ignored, the output is locked") !=
+           std::string::npos;
+  }));
+}
+
 TEST_F(PanelsTest, ManyPanelsTakeAtTheSameTime) {
   Start();
   std::list<PanelProcess> panels;

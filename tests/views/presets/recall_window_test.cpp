@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <memory>
@@ -31,11 +32,15 @@ class RecallWindowTest : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(port_.Open(1).ok());
-    model_.ChannelCount = 8;
-    model_.AllocateMap();
     model_.LinkStatus = {1, 1, 0};
     model_.XmapComplete = true;
-    for (int output = 1; output <= 8; ++output) knownMap_.CrosspointRowChanged(output, 0);
+    SetSize(8);
+  }
+
+  void SetSize(int channels) {
+    model_.ChannelCount = channels;
+    model_.AllocateMap();
+    for (int output = 1; output <= channels; ++output) knownMap_.CrosspointRowChanged(output, 0);
   }
 
   void Make(int output, int input, int made = 1) {
@@ -95,8 +100,11 @@ class RecallWindowTest : public testing::Test {
   bool Answer() {
     const std::string message = port_.TakeWritten();
     if (message.empty()) return false;
-    const int input = std::stoi(message.substr(9, 2), nullptr, 16) + 1;
-    const int output = std::stoi(message.substr(15, 2), nullptr, 16) + 1;
+    const auto byte = [&](std::size_t at) {
+      return std::stoi(message.substr(3 * at), nullptr, 16);
+    };
+    const int input = byte(3) + 128 * byte(4) + 1;
+    const int output = byte(5) + 128 * byte(6) + 1;
     if (!deaf_) Make(output, input, message.substr(3, 2) == "02" ? 1 : 0);
     window_->CrosspointRowChanged(output, 0);
     return true;
@@ -178,6 +186,48 @@ TEST_F(RecallWindowTest, RecallsWhatIsTickedAndCloses) {
   EXPECT_FALSE(window_->isVisible());
   EXPECT_EQ(model_.CrosspointMap.At(2, 1), 0);
   EXPECT_EQ(model_.CrosspointMap.At(3, 1), 1);
+}
+
+class RecallWindowOfSizeTest : public RecallWindowTest, public testing::WithParamInterface<int> {};
+
+INSTANTIATE_TEST_SUITE_P(Sizes, RecallWindowOfSizeTest, testing::Values(64, 256));
+
+TEST_P(RecallWindowOfSizeTest, BringsTheWholeMapBack) {
+  const int channels = GetParam();
+  const auto wanted = [channels](int output) { return channels + 1 - output; };
+  const auto standing = [&](int output) { return wanted(output) % channels + 1; };
+  SetSize(channels);
+  std::vector<int> outputs;
+  for (int output = 1; output <= channels; ++output) {
+    outputs.push_back(output);
+    Make(output, wanted(output));
+  }
+  const switcher::Preset preset = Store(outputs);
+  for (const int output : outputs) {
+    Make(output, wanted(output), 0);
+    Make(output, standing(output));
+  }
+  Show(preset);
+  ASSERT_EQ(Rows().size(), outputs.size());
+  const std::string last = std::to_string(channels);
+  EXPECT_EQ(Rows().back(), "x|Out " + last + "  OUT " + last + "|Sources|IN 2|IN 1");
+  EXPECT_LE(window_->width(), window_->screen()->availableSize().width());
+  EXPECT_LE(window_->height(), window_->screen()->availableSize().height());
+  EXPECT_TRUE(MayRecall());
+  window_->Go();
+  ASSERT_TRUE(QTest::qWaitFor(
+      [this] {
+        while (Answer()) {
+        }
+        return !ended_.empty();
+      },
+      60000));
+  EXPECT_THAT(ended_, ElementsAre(last + " of " + last + " outputs recalled"));
+  for (const int output : outputs) {
+    EXPECT_EQ(model_.CrosspointMap.At(output, wanted(output)), 1) << output;
+    EXPECT_EQ(model_.CrosspointMap.At(output, standing(output)), 0) << output;
+  }
+  EXPECT_FALSE(window_->isVisible());
 }
 
 TEST_F(RecallWindowTest, StaysAndNamesWhatTheSwitcherDidNotDo) {
