@@ -217,25 +217,40 @@ class Side {
   const FieldLookup& lookup_;
 };
 
-ChangeRow RowOf(const Change& change, const Subject& subject,
-                const std::vector<const FieldChange*>& fields, const FieldLookup& lookup) {
+void SayValues(const Change& change, const Subject& subject,
+               const std::vector<const FieldChange*>& fields, const FieldLookup& lookup,
+               ChangeRow* row) {
   const Side before(change, fields, &FieldChange::before, lookup);
   const Side after(change, fields, &FieldChange::after, lookup);
-  ChangeRow row{
-      .station = change.station,
-      .fields = {},
-      .where = (IsOfOutput(subject) ? ChangeText::tr("Output %1") : ChangeText::tr("Station %1"))
-                   .arg(change.station),
-      .what = SubjectWords(subject),
-      .before = before.Words(subject),
-      .after = after.Words(subject)};
-  for (const FieldChange* const field : fields) row.fields.push_back(field->field);
+  row->before = before.Words(subject);
+  row->after = after.Words(subject);
   const bool isProgram = subject.kind == Subject::Button || subject.kind == Subject::Opto;
-  if (isProgram && row.before == row.after) {
-    row.before = before.FirstTarget(subject);
-    row.after = after.FirstTarget(subject);
+  if (isProgram && row->before == row->after) {
+    row->before = before.FirstTarget(subject);
+    row->after = after.FirstTarget(subject);
   }
-  return row;
+}
+
+// The rows of one station, each with what it is about.
+template <typename Take>
+void ForEachRow(const Change& change, Take take) {
+  std::map<Subject, std::vector<const FieldChange*>> subjects;
+  for (const FieldChange& field : change.fields) {
+    subjects[SubjectOf(field.field)].push_back(&field);
+  }
+  const QString station = ChangeText::tr("Station %1").arg(change.station);
+  for (const auto& [subject, fields] : subjects) {
+    ChangeRow row{
+        .station = change.station,
+        .fields = {},
+        .where = IsOfOutput(subject) ? ChangeText::tr("Output %1").arg(change.station) : station,
+        .what = SubjectWords(subject),
+        .before = {},
+        .after = {}};
+    row.fields.reserve(fields.size());
+    for (const FieldChange* const field : fields) row.fields.push_back(field->field);
+    take(subject, fields, std::move(row));
+  }
 }
 
 // What rows of one station, or of several, are about, in a few words.
@@ -288,15 +303,31 @@ QString ChosenTitle(std::span<const Change> changes) {
 std::vector<ChangeRow> ChangeRows(std::span<const Change> changes, const FieldLookup& lookup) {
   std::vector<ChangeRow> rows;
   for (const Change& change : changes) {
-    std::map<Subject, std::vector<const FieldChange*>> subjects;
-    for (const FieldChange& field : change.fields) {
-      subjects[SubjectOf(field.field)].push_back(&field);
-    }
-    for (const auto& [subject, fields] : subjects) {
-      rows.push_back(RowOf(change, subject, fields, lookup));
-    }
+    ForEachRow(change, [&](const Subject& subject, const auto& fields, ChangeRow row) {
+      SayValues(change, subject, fields, lookup, &row);
+      rows.push_back(std::move(row));
+    });
   }
   return rows;
+}
+
+std::vector<ChangeRow> ChangeOutline(std::span<const Change> changes) {
+  std::vector<ChangeRow> rows;
+  for (const Change& change : changes) {
+    ForEachRow(change, [&rows](const Subject&, const auto&, ChangeRow row) {
+      rows.push_back(std::move(row));
+    });
+  }
+  return rows;
+}
+
+void SayValues(std::span<const Change> changes, const FieldLookup& lookup, ChangeRow* row) {
+  const auto change = std::ranges::find(changes, row->station, &Change::station);
+  std::vector<const FieldChange*> fields;
+  for (const FieldChange& field : change->fields) {
+    if (std::ranges::count(row->fields, field.field) > 0) fields.push_back(&field);
+  }
+  SayValues(*change, SubjectOf(row->fields.front()), fields, lookup, row);
 }
 
 std::size_t CountRows(std::span<const Change> changes) {

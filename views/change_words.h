@@ -37,6 +37,14 @@ using FieldLookup = std::function<jet::Value(int station, std::string_view field
 std::vector<ChangeRow> ChangeRows(std::span<const stations::Change> changes,
                                   const FieldLookup& lookup = nullptr);
 
+// The same rows without the texts `before` and `after`, for a list of thousands of which a few are
+// seen: SayValues() makes these.
+std::vector<ChangeRow> ChangeOutline(std::span<const stations::Change> changes);
+
+// Makes the two texts of a row of ChangeOutline().  REQUIRES: it is one of these changes.
+void SayValues(std::span<const stations::Change> changes, const FieldLookup& lookup,
+               ChangeRow* row);
+
 // How many rows these are.
 std::size_t CountRows(std::span<const stations::Change> changes);
 

@@ -60,6 +60,22 @@ TEST(ChangeWords, AButtonIsOneRow) {
             (std::vector<std::string>{"B3 Type", "B3 First", "B3 Prog"}));
 }
 
+TEST(ChangeWords, AnOutlineGetsTheSameTextsLater) {
+  const std::vector<Change> changes{
+      Of(12, {{"Label", "MIC", "VT"}, {"B3 Type", 0, 1}, {"Inhibits", "01", "10"}}),
+      Of(17, {{"B3 First", 5, 7}, {"OptoChannel", 1, 2}, {"B3 Prog", "0001", "1"}})};
+  const auto lookup = [](int, std::string_view) { return jet::Value("00001"); };
+  std::vector<ChangeRow> rows = ChangeOutline(changes);
+  for (const ChangeRow& row : rows) {
+    EXPECT_EQ(row.before, QString());
+    EXPECT_EQ(row.after, QString());
+  }
+  for (ChangeRow& row : rows) SayValues(changes, lookup, &row);
+  EXPECT_EQ(Lines(rows), Lines(ChangeRows(changes, lookup)));
+  EXPECT_EQ(Lines(rows)[0], "Station 12 | Label | MIC | VT");
+  EXPECT_EQ(rows.size(), 5U);
+}
+
 TEST(ChangeWords, WhatWasNotChangedIsLookedUp) {
   const Change change = Of(12, {{"B3 Type", 0, 255}});
   EXPECT_EQ(Lines(change), Texts{"Station 12 | Button 3 | TALK | GROUP"});

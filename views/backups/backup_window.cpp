@@ -63,9 +63,9 @@ FieldLookup LookupIn(jet::Database& database) {
   };
 }
 
-std::vector<Difference> RowsOf(std::span<const stations::Change> changes, jet::Database& database) {
+std::vector<Difference> RowsOf(std::span<const stations::Change> changes) {
   std::vector<Difference> rows;
-  for (ChangeRow& row : ChangeRows(changes, LookupIn(database))) rows.emplace_back(std::move(row));
+  for (ChangeRow& row : ChangeOutline(changes)) rows.emplace_back(std::move(row));
   return rows;
 }
 
@@ -233,8 +233,7 @@ void BackupWindow::Compare() {
 }
 
 void BackupWindow::ShowReading() {
-  changes_.clear();
-  list_->SetRows({});
+  List({}, nullptr);
   ok_->setEnabled(false);
   summary_->setText(tr("The file is being read…"));
 }
@@ -242,11 +241,11 @@ void BackupWindow::ShowReading() {
 // A copy that cannot be had yet may still be written to: it is looked at only when all is well.
 void BackupWindow::ShowCopy(const model::Status& opened,
                             const std::unique_ptr<jet::Database>& copy) {
-  changes_.clear();
   jet::Database* const database = services_.database();
   model::Status status = database == nullptr ? db::NotOpen() : opened;
-  if (status.ok()) status = stations::Difference(*database, *copy, &changes_);
-  list_->SetRows(changes_.empty() ? std::vector<Difference>() : RowsOf(changes_, *database), true);
+  std::vector<stations::Change> changes;
+  if (status.ok()) status = stations::Difference(*database, *copy, &changes);
+  List(std::move(changes), database);
   ok_->setEnabled(list_->TickedCount() > 0);
   if (!status.ok()) {
     summary_->setText(
@@ -258,6 +257,19 @@ void BackupWindow::ShowCopy(const model::Status& opened,
         tr("What is ticked becomes as it is in the copy. Nothing is sent; the "
            "database as it is now is kept as a copy first."));
   }
+}
+
+// A copy may differ in everything: what the rows hold is put into words when they are seen.
+void BackupWindow::List(std::vector<stations::Change> changes, jet::Database* database) {
+  std::vector<Difference> rows = RowsOf(changes);
+  changes_ = std::move(changes);
+  DifferenceModel::SayValues sayValues;
+  if (!rows.empty()) {
+    sayValues = [this, lookup = LookupIn(*database)](ChangeRow* row) {
+      SayValues(changes_, lookup, row);
+    };
+  }
+  list_->SetRows(std::move(rows), true, std::move(sayValues));
 }
 
 void BackupWindow::Restore() {

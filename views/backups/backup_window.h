@@ -60,6 +60,8 @@ class BackupWindow : public QDialog {
   // Lists what the copy holds otherwise; `status` says why there is none.
   void ShowCopy(const model::Status& status, const std::unique_ptr<jet::Database>& copy);
   void ShowReading();
+  // `database` may be null when there are no changes.
+  void List(std::vector<stations::Change> changes, jet::Database* database);
   void Restore();
 
   const Services services_;

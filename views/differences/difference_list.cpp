@@ -98,8 +98,9 @@ void DifferenceList::LayOut(const Names& names) {
   layout->addLayout(below);
 }
 
-void DifferenceList::SetRows(std::vector<Difference> rows, bool ticked) {
-  all_.SetRows(std::move(rows), ticked && choice_ == Choice::Ticks);
+void DifferenceList::SetRows(std::vector<Difference> rows, bool ticked,
+                             DifferenceModel::SayValues sayValues) {
+  all_.SetRows(std::move(rows), ticked && choice_ == Choice::Ticks, std::move(sayValues));
 }
 
 std::vector<ChangeRow> DifferenceList::Ticked() const {

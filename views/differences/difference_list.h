@@ -41,10 +41,13 @@ class DifferenceList : public QWidget {
   };
   explicit DifferenceList(const Names& names, QWidget* parent = nullptr);
 
-  // Replaces what is listed; what can be ticked is, or is not.  The filter stays.
-  void SetRows(std::vector<Difference> rows, bool ticked = false);
+  // Replaces what is listed; what can be ticked is, or is not.  The filter stays.  `sayValues` as
+  // DifferenceModel says.
+  void SetRows(std::vector<Difference> rows, bool ticked = false,
+               DifferenceModel::SayValues sayValues = nullptr);
 
-  // The ticked rows in the order in which they were given, also those that the filter hides.
+  // The ticked rows in the order in which they were given, also those that the filter hides.  Of
+  // those that are made later the texts of the values may be empty.
   std::vector<ChangeRow> Ticked() const;
   int TickedCount() const { return all_.TickedCount(); }
   int RowCount() const { return all_.rowCount(); }

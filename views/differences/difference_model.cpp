@@ -15,15 +15,18 @@ void DifferenceModel::SetHeadings(const QString& before, const QString& after) {
   Q_EMIT headerDataChanged(Qt::Horizontal, kBefore, kAfter);
 }
 
-void DifferenceModel::SetRows(std::vector<Difference> rows, bool ticked) {
+void DifferenceModel::SetRows(std::vector<Difference> rows, bool ticked, SayValues sayValues) {
   beginResetModel();
+  sayValues_ = std::move(sayValues);
   rows_.clear();
   rows_.reserve(rows.size());
   tickableCount_ = 0;
   for (Difference& difference : rows) {
     const bool canBeTicked = difference.obstacle.isEmpty();
     tickableCount_ += canBeTicked ? 1 : 0;
-    rows_.push_back({.difference = std::move(difference), .ticked = ticked && canBeTicked});
+    rows_.push_back({.difference = std::move(difference),
+                     .ticked = ticked && canBeTicked,
+                     .isSaid = sayValues_ == nullptr});
   }
   tickedCount_ = ticked ? tickableCount_ : 0;
   endResetModel();
@@ -59,17 +62,22 @@ Qt::ItemFlags DifferenceModel::flags(const QModelIndex& index) const {
   return flags;
 }
 
+const ChangeRow& DifferenceModel::RowWithTexts(int row) const {
+  ShownRow& shown = rows_[static_cast<std::size_t>(row)];
+  if (!std::exchange(shown.isSaid, true)) sayValues_(&shown.difference.row);
+  return shown.difference.row;
+}
+
 QString DifferenceModel::Text(int row, int column) const {
-  const ChangeRow& change = Row(row);
   switch (column) {
     case kWhere:
-      return change.where;
+      return Row(row).where;
     case kWhat:
-      return change.what;
+      return Row(row).what;
     case kBefore:
-      return change.before;
+      return RowWithTexts(row).before;
     case kAfter:
-      return change.after;
+      return RowWithTexts(row).after;
     default:
       return {};
   }

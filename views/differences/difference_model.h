@@ -6,6 +6,7 @@
 #include <QAbstractTableModel>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 #include "views/differences/difference.h"
@@ -27,10 +28,14 @@ class DifferenceModel : public QAbstractTableModel {
   // How high a row is shown, in pixels, so that the boxes stand apart.
   void SetRowHeight(int height) { rowHeight_ = height; }
 
-  // Replaces all rows; what can be ticked is, or is not.
-  void SetRows(std::vector<Difference> rows, bool ticked);
+  // Makes the texts `before` and `after` of a row.
+  using SayValues = std::function<void(ChangeRow* row)>;
 
-  // REQUIRES: there is such a row
+  // Replaces all rows; what can be ticked is, or is not.  Unless null, `sayValues` makes what the
+  // rows lack when somebody wants to see it.
+  void SetRows(std::vector<Difference> rows, bool ticked, SayValues sayValues = nullptr);
+
+  // REQUIRES: there is such a row.  What is made later it need not have; Text() has it.
   const Difference& At(int row) const { return Shown(row).difference; }
   const ChangeRow& Row(int row) const { return At(row).row; }
   QString Text(int row, int column) const;
@@ -57,14 +62,17 @@ class DifferenceModel : public QAbstractTableModel {
   struct ShownRow {
     Difference difference;
     bool ticked;
+    bool isSaid;  // it has its texts
   };
 
+  const ChangeRow& RowWithTexts(int row) const;
   const ShownRow& Shown(int row) const { return rows_[static_cast<std::size_t>(row)]; }
 
   int rowHeight_ = 0;
   QString before_;
   QString after_;
-  std::vector<ShownRow> rows_;
+  mutable std::vector<ShownRow> rows_;  // the texts are put in when they are read
+  SayValues sayValues_;
   int tickedCount_ = 0;
   int tickableCount_ = 0;
 };

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QDateTime>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -73,6 +74,44 @@ TEST_F(ChangesWindowTest, HasEverythingTheNewestFirst) {
   EXPECT_EQ(rows[1], "Output 12|Relays|none|1|operator");
   EXPECT_THAT(rows[2], HasSubstr("Station 12|Button 3|"));
   EXPECT_EQ(rows[3], "Station 5|Label|MIC|LINE|operator");
+}
+
+// An hour comes twice in autumn, and a clock that was wrong is put right: the numbers of the lines
+// say what came first, the times are what the clock said.
+TEST_F(ChangesWindowTest, AClockThatGoesBackChangesNoOrder) {
+  const char* const kTimes[] = {"2026-10-25T02:50:00+02:00", "2026-10-25T02:10:00+01:00",
+                                "2026-10-25T03:05:00+01:00", "2025-01-01T00:00:07+01:00"};
+  std::string journal = stations::WriteLine({.number = 1,
+                                             .kind = stations::JournalLine::Kind::Run,
+                                             .run = 1,
+                                             .content = "{\"database\":\"9f\"}"});
+  int station = 0;
+  std::vector<std::string> times;
+  for (const char* const time : kTimes) {
+    ++station;
+    const std::string act = stations::WriteAct(
+        {.title = "Label", .time = time, .changes = {LabelOf(station, "a", "b")}});
+    journal += stations::WriteLine({.number = 1 + station,
+                                    .kind = stations::JournalLine::Kind::Act,
+                                    .run = 1,
+                                    .content = act});
+    const QDateTime at = QDateTime::fromString(QString::fromLatin1(time), Qt::ISODate);
+    times.insert(times.begin(),
+                 at.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toStdString());
+  }
+  test::WriteFile(Path(), journal);
+  Open();
+  EXPECT_THAT(Rows(), ElementsAre("Station 4|Label|a|b|operator", "Station 3|Label|a|b|operator",
+                                  "Station 2|Label|a|b|operator", "Station 1|Label|a|b|operator"));
+  const QAbstractItemModel& shown = *test::Find<QTableView>(*window_, "lstChanges").model();
+  for (int row = 0; row < 4; ++row) {
+    EXPECT_EQ(shown.index(row, 0).data().toString().toStdString(),
+              times[static_cast<std::size_t>(row)]);
+  }
+  // What comes now is the newest, whatever the clock says.
+  window_->Add(
+      {.title = "Label", .time = "2024-06-01T12:00:00+02:00", .changes = {LabelOf(9, "a", "b")}});
+  EXPECT_EQ(Rows()[0], "Station 9|Label|a|b|operator");
 }
 
 TEST_F(ChangesWindowTest, FiltersByStationOrWord) {

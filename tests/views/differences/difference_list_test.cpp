@@ -101,6 +101,32 @@ TEST_F(DifferenceListTest, ShowsWhereWhatHereAndThereInTheOrderGiven) {
   EXPECT_EQ(Count(), QStringLiteral("0 of 3 ticked")) << "of those with a box";
 }
 
+// A copy may differ in thousands of rows.
+TEST_F(DifferenceListTest, TextsOfValuesAreMadeForRowsThatAreSeenOrSoughtOnly) {
+  std::vector<Difference> rows;
+  for (int station = 1; station <= 1000; ++station) {
+    rows.emplace_back(Row(station, QStringLiteral("Label"), {}, {}));
+  }
+  int made = 0;
+  list.SetRows(std::move(rows), true, [&made](ChangeRow* row) {
+    ++made;
+    row->before = QStringLiteral("CAM %1").arg(row->station);
+    row->after = QStringLiteral("VT");
+  });
+  (void)list.grab();
+  EXPECT_GT(made, 0);
+  EXPECT_LT(made, 50);
+  EXPECT_EQ(list.TickedCount(), 1000);
+  const QAbstractItemModel& model = *View().model();
+  EXPECT_EQ(model.index(700, 3).data().toString(), QStringLiteral("CAM 701"));
+  const int before = made;
+  EXPECT_EQ(model.index(700, 4).data().toString(), QStringLiteral("VT"));
+  EXPECT_EQ(made, before) << "once";
+  Filter().setText(QStringLiteral("cam 1000"));
+  EXPECT_THAT(Shown(), ElementsAre("Station 1000|Label"));
+  EXPECT_EQ(made, 1000);
+}
+
 TEST_F(DifferenceListTest, AClickOnTheBoxTicksItsRow) {
   QSignalSpy told(&list, &DifferenceList::TicksChanged);
   ClickTick(2);

@@ -228,6 +228,13 @@ TEST_F(SendChangesWindowTest, TheDayIsWhole) {
   EXPECT_GT(list.columnWidth(1), list.fontMetrics().horizontalAdvance(DayWords(test::kToday)));
 }
 
+// The delay is the download's; for one small table it would be a tenth of the time.
+TEST_F(SendChangesWindowTest, BeginsAtOnce) {
+  EditAll();
+  Open();
+  EXPECT_EQ(Child<QTimer>("tmrDelayStart")->interval(), 0);
+}
+
 TEST_F(SendChangesWindowTest, SendsWhatIsTickedAndNothingElse) {
   EditAll();
   Open();
