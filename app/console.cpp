@@ -83,10 +83,15 @@ Console::Console(AppFolder folder)
              .views = views_,
              .data = viewServices_,
              .database = [this] { return files_.Database(); }}),
+      keySheets_({.window = window_,
+                  .data = viewServices_,
+                  .printing = views::PrintersHere(),
+                  .storeEdits = [this] { return views_.StoreEdits(); }}),
       export_({.menu = window_.ExportMenu(),
                .window = window_,
                .data = viewServices_,
-               .storeEdits = [this] { return views_.StoreEdits(); }}),
+               .storeEdits = [this] { return views_.StoreEdits(); },
+               .writeKeySheets = [this](const QString& path) { keySheets_.WriteAll(path); }}),
       import_({.window = window_,
                .data = viewServices_,
                .storeEdits = [this] { return views_.StoreEdits(); }}),
@@ -363,6 +368,9 @@ void Console::ConnectStatusBar() {
   connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
   connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
+  connect(&window_.KeySheetsCommand(), &QAction::triggered, &keySheets_, &KeySheetsCommand::Ask);
+  connect(&keySheets_, &KeySheetsCommand::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&keySheets_, &KeySheetsCommand::NoteRequested, &log_, &LogKeeper::Note);
   connect(&window_.ImportCommand(), &QAction::triggered, &import_, &ImportCommand::Ask);
   connect(&import_, &ImportCommand::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&import_, &ImportCommand::NoteRequested, &log_, &LogKeeper::Note);

@@ -33,6 +33,7 @@
 #include "app/shell/export_menu.h"
 #include "app/shell/help_window.h"
 #include "app/shell/import_command.h"
+#include "app/shell/key_sheets_command.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/main_window.h"
 #include "app/shell/main_window_place.h"
@@ -123,6 +124,7 @@ class Console : public QObject {
   ViewMenu viewMenu_;
   EditMenu editMenu_;
   UndoCommands undo_;
+  KeySheetsCommand keySheets_;
   ExportMenu export_;
   ImportCommand import_;
   SentNote sentNote_;

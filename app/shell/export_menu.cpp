@@ -5,11 +5,10 @@
 #include <QAction>
 #include <QBuffer>
 #include <filesystem>
-#include <string>
-#include <string_view>
 #include <system_error>
 #include <vector>
 
+#include "app/shell/say_written.h"
 #include "files/whole_file.h"
 #include "stations/texts.h"
 #include "views/export/sheet_pdf.h"
@@ -53,10 +52,6 @@ model::Status DrawMap(jet::RecordSet& stations, rules::XmapGrid* grid) {
   return drawn;
 }
 
-std::string_view AsText(const QByteArray& bytes) {
-  return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-}
-
 }  // namespace
 
 ExportMenu::ExportMenu(const Services& services) : services_(services) {
@@ -86,6 +81,10 @@ void ExportMenu::AskWhereTo(Export what, const QString& title, const QString& fi
 }
 
 bool ExportMenu::Write(Export what, const QString& path) {
+  if (what == Export::KeySheetsPdf) {
+    services_.writeKeySheets(path);
+    return true;
+  }
   rules::XmapGrid grid(services_.data.model);
   rules::Sheet labels;
   std::vector<rules::KeySheet> keys;
@@ -127,19 +126,13 @@ bool ExportMenu::Write(Export what, const QString& path) {
       bytes = QByteArray::fromStdString(rules::ToCsv(rules::ProgrammingSheet(keys)));
       break;
     case Export::KeySheetsPdf:
-      drawn = views::WriteKeySheetsPdf(buffer, keys);
-      break;
+      break;  // see above
   }
+  const std::filesystem::path file(path.toStdU16String());
   const files::Outcome written =
-      drawn ? files::Replace(std::filesystem::path(path.toStdU16String()), AsText(bytes))
-            : files::Failure("draw", std::filesystem::path(path.toStdU16String()),
-                             std::make_error_code(std::errc::not_enough_memory));
-  if (!written.ok()) {
-    views::ShowRefusal(services_.data, tr("%1 could not be written: %2")
-                                           .arg(path, QString::fromStdString(written.text))
-                                           .toStdString());
-    return false;
-  }
+      drawn ? files::Replace(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())})
+            : files::Failure("draw", file, std::make_error_code(std::errc::not_enough_memory));
+  if (!SayWritten(services_.data, path, written)) return false;
   Q_EMIT NoteRequested(tr("Written: %1").arg(path));
   return true;
 }

@@ -35,12 +35,16 @@ class ExportMenu : public QObject {
     // Stores what is typed into a view and not stored yet, before anything is exported; false when
     // that failed, and nothing is.
     std::function<bool()> storeEdits;
+    // Writes the key sheets of all stations to a file.  They are many pages, which are drawn while
+    // the console goes on working.
+    std::function<void(const QString& path)> writeKeySheets = {};
   };
 
   // All must outlive the object.
   explicit ExportMenu(const Services& services);
 
-  // Writes a file, replacing it only when all of it could be written.  A failure is reported.
+  // Writes a file, replacing it only when all of it could be written.  A failure is reported.  Of
+  // key sheets this is the beginning.
   bool Write(Export what, const QString& path);
 
  Q_SIGNALS:

@@ -134,6 +134,10 @@ void MainWindow::BuildMenus() {
   file->addSeparator();
   exportMenu_ = file->addMenu(views::Icon(QStringLiteral("export")), tr("&Export"));
   exportMenu_->setObjectName(QStringLiteral("aidExportMenu"));
+  keySheets_ = AddAid(*file, "aidKeySheets", tr("Ke&y Sheets…"));
+  keySheets_->setIcon(views::Icon(QStringLiteral("key-sheets")));
+  keySheets_->setShortcut(Qt::CTRL | Qt::Key_P);
+  keySheets_->setToolTip(tr("Print the keys of stations, or write them to a file"));
   import_ = AddAid(*file, "aidImportProgramming", tr("&Import Labels Or Programming…"));
   import_->setIcon(views::Icon(QStringLiteral("import")));
   file->addSeparator();

@@ -79,6 +79,8 @@ class MainWindow : public QMainWindow,
   // The menu for what can be exported.
   QMenu& ExportMenu() { return *exportMenu_; }
   QAction& ImportCommand() { return *import_; }
+  // aidKeySheets: key sheets to print.
+  QAction& KeySheetsCommand() { return *keySheets_; }
 
   // The menu for the aids of the map.
   QMenu& ViewMenu() { return *viewMenu_; }
@@ -130,6 +132,7 @@ class MainWindow : public QMainWindow,
   QAction* lockConsole_ = nullptr;
   QMenu* exportMenu_ = nullptr;
   QAction* import_ = nullptr;
+  QAction* keySheets_ = nullptr;
   QMenu* viewMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;
   QList<QAction*> windowList_;

@@ -315,6 +315,12 @@ small restore-backup
 mv "$work/raw/light-settings-tried.png" "$work/raw/settings.png"
 small settings
 
+# --- Key sheets, to be chosen.
+
+"$bin/gallery" exports "$work/raw"
+mv "$work/raw/light-key-sheets-chosen.png" "$work/raw/choose-key-sheets.png"
+small choose-key-sheets
+
 # --- A preset, to be recalled.
 
 "$bin/gallery" presets "$work/raw"

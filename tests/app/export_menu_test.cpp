@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QDialog>
 #include <QFile>
+#include <QFileDialog>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <filesystem>
@@ -34,13 +35,16 @@ class ExportMenuTest : public testing::Test {
   QMenu menu_;
   bool isStored_ = true;
   int stored_ = 0;
+  QString keySheets_;  // where those are to be written
   ExportMenu export_{{.menu = menu_,
                       .window = *console_.window,
                       .data = console_.Services(),
-                      .storeEdits = [this] {
-                        ++stored_;
-                        return isStored_;
-                      }}};
+                      .storeEdits =
+                          [this] {
+                            ++stored_;
+                            return isStored_;
+                          },
+                      .writeKeySheets = [this](const QString& path) { keySheets_ = path; }}};
   QTemporaryDir folder_;
 };
 
@@ -130,12 +134,19 @@ TEST_F(ExportMenuTest, EveryKeyHasItsLine) {
 
 TEST_F(ExportMenuTest, DocumentsHaveTheirPages) {
   const auto pages = [](const QByteArray& pdf) { return pdf.count("/Type /Page\n"); };
-  for (const auto& [what, count] : {std::pair(Export::LabelsPdf, 4), std::pair(Export::MapPdf, 1),
-                                    std::pair(Export::KeySheetsPdf, 64)}) {
+  for (const auto& [what, count] :
+       {std::pair(Export::LabelsPdf, 4), std::pair(Export::MapPdf, 1)}) {
     const QByteArray pdf = Written(what, "document.pdf");
     EXPECT_TRUE(pdf.startsWith("%PDF-"));
     EXPECT_EQ(pages(pdf), count) << static_cast<int>(what);
   }
+}
+
+TEST_F(ExportMenuTest, KeySheetsAreWrittenByTheirWindow) {
+  test::Find<QAction>(menu_, "aidExportKeySheetsPdf").trigger();
+  Q_EMIT test::Find<QFileDialog>(*console_.window, "aidExportDialog")
+      .fileSelected(QStringLiteral("/somewhere/key-sheets.pdf"));
+  EXPECT_EQ(keySheets_, QStringLiteral("/somewhere/key-sheets.pdf"));
 }
 
 TEST_F(ExportMenuTest, AFileThatCannotBeWrittenIsReported) {

@@ -116,8 +116,8 @@ TEST_F(MainWindowTest, MenusHoldTheCommandsInTheirOrder) {
   EXPECT_THAT(Names(*Command("ID_File")->menu()),
               ElementsAre("ID_SendData", "aidSendChanges", "ID_RetreiveData", "aidCompare",
                           "aidDiscardByte", "-", "aidSaveCopy", "aidRestoreBackup",
-                          "aidUnsavedRuns", "-", "", "aidImportProgramming", "-", "aidSettings",
-                          "aidPresets", "aidLockConsole", "-",
+                          "aidUnsavedRuns", "-", "", "aidKeySheets", "aidImportProgramming", "-",
+                          "aidSettings", "aidPresets", "aidLockConsole", "-",
                           "ID_Exit"));  // "": Export
   EXPECT_THAT(Names(*Command("ID_Window")->menu()),
               ElementsAre("ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming",
@@ -159,7 +159,7 @@ TEST_F(MainWindowTest, NoTwoCommandsShareAShortcut) {
     if (shortcut.isEmpty()) continue;
     EXPECT_TRUE(shortcuts.insert(shortcut).second) << shortcut.toStdString();
   }
-  EXPECT_EQ(shortcuts.size(), 10U);
+  EXPECT_EQ(shortcuts.size(), 11U);
 }
 
 TEST_F(MainWindowTest, CommandsWithoutAnOperationAreGreyAndHeadingsAreNot) {

@@ -231,7 +231,8 @@ TEST_F(CommandsOfTheManualTest, IsToBeHadInTheDialogs) {
         Case{"ID_SendData", "transfer.html", "send"},
         Case{"ID_RetreiveData", "transfer.html", "retrieve"},
         Case{"aidRestoreBackup", "backups.html", "restore"},
-        Case{"aidPresets", "presets.html", "store"}, Case{"ID_About", "commands.html", "help"}}) {
+        Case{"aidKeySheets", "export.html", "keys"}, Case{"aidPresets", "presets.html", "store"},
+        Case{"ID_About", "commands.html", "help"}}) {
     if (each.command != nullptr) {
       test::Find<QAction>(*main_, each.command).trigger();
     }

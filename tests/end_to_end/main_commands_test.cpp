@@ -119,7 +119,8 @@ TEST_F(CommandsTest, EveryWindowCanBeAskedFor) {
   for (const char* const id :
        {"ID_SourceLevelControl", "ID_ViewSourcelevelControl", "ID_QDVStatus", "ID_ViewQDVStatus",
         "ID_XpointMap", "ID_StationAlphas", "ID_ButtonProgramming", "ID_SendData",
-        "ID_RetreiveData", "aidImportProgramming", "aidCopyToStations", "aidWhereUsed"}) {
+        "ID_RetreiveData", "aidImportProgramming", "aidKeySheets", "aidCopyToStations",
+        "aidWhereUsed"}) {
     EXPECT_EQ(console.Property(id, "enabled"), QJsonValue(true)) << id;
   }
 }

@@ -56,6 +56,8 @@ Operator::Operator(test::ConsoleProcess& console, test::StoredTables tables)
   AddClose("close the retrieval", "frmSysInfo");
   AddTrigger("open the copies", "aidRestoreBackup", "frmBackup");
   AddClose("close the copies", "frmBackup");
+  AddTrigger("open the key sheets", "aidKeySheets", "frmKeySheets");
+  AddClose("close the key sheets", "frmKeySheets");
   AddTrigger("open the settings", "aidSettings", "frmSettings");
   AddClose("close the settings", "frmSettings");
   AddTrigger("open the presets", "aidPresets", "frmPresets");

@@ -63,7 +63,7 @@ for folder in $folders; do
         switcher/comparison | switcher/presets | gateway/ember | views/rules)
         if grep -nE '^#include <(Q|qt)' "$file"; then echo "$file must not know the toolkit"; failed=1; fi ;;
       config | switcher | gateway)
-        if grep -nE '^#include <Q(Widget|Application|MessageBox|Dialog|Painter)' "$file"; then
+        if grep -nE '^#include <Q(Widget|Application|MessageBox|Dialog|Painter|Print)' "$file"; then
           echo "$file must not know windows"; failed=1
         fi ;;
     esac

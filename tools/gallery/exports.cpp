@@ -1,12 +1,20 @@
 // SPDX-License-Identifier: MIT
 
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
+#include <QProgressBar>
 
 #include "app/shell/export_menu.h"
 #include "tools/gallery/drawings.h"
 #include "tools/gallery/pictures.h"
 #include "tools/gallery/shown_console.h"
 #include "views/import_file/import_window.h"
+#include "views/key_sheets/key_sheets_window.h"
 
 namespace gallery {
 
@@ -32,6 +40,61 @@ void DrawImports(ShownConsole& console) {
     window.show();
     Save(window, QLatin1String(name));
   }
+}
+
+// The window in its states, and key sheets as they are hard to draw: of wide labels and many
+// targets, on both papers.
+void DrawKeySheets() {
+  ShownConsole console;
+  const char* const labels[] = {"STUDIO A", "DIRECTOR", "SOUND 1",  "SOUND 2",  "LIGHTING",
+                                "VISION",   "REPLAY 1", "WWWWWWWW", "CAM CREW", "OB NORTH"};
+  for (int i = 0; i < 64; ++i) {
+    console.SetField(i + 1, "Label", labels[i % 10]);
+    console.SetField(i + 1, "InLabel", labels[(i + 3) % 10]);
+  }
+  constexpr int kTypes[] = {0, 1, 2, 3, 254, 255, 77};
+  for (int n = 1; n <= 32; ++n) {
+    const std::string button = "B" + std::to_string(n);
+    console.SetField(12, button + " Type", kTypes[n % 7]);
+    console.SetField(12, button + " Prog",
+                     std::string(static_cast<std::size_t>(2 * n), '1') +
+                         std::string(static_cast<std::size_t>(64 - 2 * n), '0'));
+  }
+  console.GoToStation(12);
+  views::Printing printing{.isThere = [] { return false; }, .ask = {}};
+  const auto save = [](const QString& path, const QByteArray& bytes) {
+    QFile file(FileFor(path));
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+  };
+  views::KeySheetsWindow window(console.Services(), {.printing = printing, .save = save});
+  window.show();
+  const auto click = [&window](const char* name) {
+    window.findChild<QAbstractButton*>(QLatin1String(name))->click();
+  };
+  Save(window, QStringLiteral("key-sheets-this"));
+  click("cmdPrintSheets");
+  Save(window, QStringLiteral("key-sheets-no-printer"));
+  auto& paper = *window.findChild<QComboBox*>();
+  for (const char* const name : {"A4", "Letter"}) {
+    paper.setCurrentText(QLatin1String(name));
+    click("cmdPdfSheets");
+    auto& dialog = *window.findChild<QFileDialog*>();
+    Q_EMIT dialog.fileSelected(QStringLiteral("key-sheet-%1.pdf").arg(QLatin1String(name)));
+    delete &dialog;
+    const auto& bar = *window.findChild<QProgressBar*>();
+    while (bar.isVisible()) QCoreApplication::processEvents();
+  }
+  paper.setCurrentIndex(0);
+  Save(window, QStringLiteral("key-sheets-written"));
+  click("optSheetsChosen");
+  Save(window, QStringLiteral("key-sheets-none"));
+  window.findChild<QLineEdit*>()->setText(QStringLiteral("so"));
+  click("aidTickAll");
+  window.findChild<QLineEdit*>()->setFocus();
+  Save(window, QStringLiteral("key-sheets-chosen"));
+  click("optSheetsAll");
+  window.WriteAll(QStringLiteral("key-sheets-64.pdf"));
+  Save(window, QStringLiteral("key-sheets-drawing"));
 }
 
 }  // namespace
@@ -64,8 +127,8 @@ void DrawExports() {
   write(app::Export::LabelsCsv, "labels.csv");
   write(app::Export::LabelsPdf, "labels.pdf");
   write(app::Export::ProgrammingCsv, "programming.csv");
-  write(app::Export::KeySheetsPdf, "key-sheets.pdf");
   DrawImports(console);
+  DrawKeySheets();
 }
 
 }  // namespace gallery

@@ -15,6 +15,7 @@
 #include <algorithm>
 
 #include "views/widgets/row_height.h"
+#include "views/widgets/tick_list.h"
 
 namespace views {
 
@@ -54,16 +55,10 @@ void DifferenceList::MakeList(const Names& names) {
   list_->setObjectName(names.list);
   list_->setAccessibleName(tr("Differences"));
   list_->setModel(&shown_);
-  list_->setRootIsDecorated(false);
-  list_->setUniformRowHeights(true);
-  list_->setAlternatingRowColors(true);
-  list_->setAllColumnsShowFocus(true);
-  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  list_->setTabKeyNavigation(false);
+  SetUpTickList(*list_);
   list_->installEventFilter(this);
 
   QHeaderView& header = *list_->header();
-  header.setSectionsMovable(false);
   header.setSortIndicatorClearable(true);
   header.setSortIndicator(-1, Qt::AscendingOrder);
   list_->setSortingEnabled(true);

@@ -21,9 +21,6 @@ bool WriteSheetPdf(QIODevice& device, const QString& title, const rules::Sheet& 
 // The map, drawn with the marks of the view, on as many pages as 64 by 64 channels each need.
 bool WriteMapPdf(QIODevice& device, const QString& title, const rules::XmapGrid& grid);
 
-// A page for each station: its keys in four rows of eight, to be cut out and put on the panel.
-bool WriteKeySheetsPdf(QIODevice& device, const std::vector<rules::KeySheet>& sheets);
-
 }  // namespace views
 
 #endif  // VIEWS_EXPORT_SHEET_PDF_H_

@@ -99,10 +99,10 @@ Sheet MapSheet(const XmapGrid& grid) {
 }
 
 model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& model,
-                            std::vector<KeySheet>* sheets) {
+                            std::span<const int> wanted, std::vector<KeySheet>* sheets) {
   sheets->clear();
   const stations::TargetLabels labels(&stations);
-  for (int station = 1; station <= model.StationCount; ++station) {
+  for (const int station : wanted) {
     if (model::Status found = stations::FindStation(stations, station); !found.ok()) return found;
     if (stations.NoMatch()) continue;
     KeySheet sheet{.station = station};
@@ -126,6 +126,13 @@ model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& 
     sheets->push_back(std::move(sheet));
   }
   return {};
+}
+
+model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& model,
+                            std::vector<KeySheet>* sheets) {
+  std::vector<int> all;
+  for (int station = 1; station <= model.StationCount; ++station) all.push_back(station);
+  return ReadKeySheets(stations, model, all, sheets);
 }
 
 std::string TitleOf(const KeySheet& sheet) {

@@ -9,6 +9,7 @@
 #define VIEWS_RULES_EXPORT_SHEETS_H_
 
 #include <array>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -72,7 +73,12 @@ struct KeySheet {
   std::vector<KeyLegend> keys = {};
 };
 
-// The keys of stations 1 to StationCount; a station without a record has no sheet.
+// The keys of the stations with these numbers, in their order; a station without a record has no
+// sheet.
+model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& model,
+                            std::span<const int> wanted, std::vector<KeySheet>* sheets);
+
+// Those of stations 1 to StationCount.
 model::Status ReadKeySheets(jet::RecordSet& stations, const model::SystemModel& model,
                             std::vector<KeySheet>* sheets);
 

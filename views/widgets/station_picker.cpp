@@ -14,7 +14,9 @@
 
 #include <algorithm>
 
+#include "views/widgets/plain_tip.h"
 #include "views/widgets/row_height.h"
+#include "views/widgets/tick_list.h"
 
 namespace views {
 namespace {
@@ -60,15 +62,9 @@ void StationPicker::MakeList(const Names& names, const std::vector<PickableStati
   QStringList headings{tr("Station"), tr("Label")};
   if (!names.remarks.isEmpty()) headings.append(names.remarks);
   list_->setHeaderLabels(headings);
-  list_->setRootIsDecorated(false);
-  list_->setUniformRowHeights(true);
-  list_->setAlternatingRowColors(true);
-  list_->setAllColumnsShowFocus(true);
-  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  list_->setTabKeyNavigation(false);
+  SetUpTickList(*list_);
   list_->installEventFilter(this);
   const int character = fontMetrics().averageCharWidth();
-  list_->header()->setSectionsMovable(false);
   list_->header()->resizeSection(kPickNumber, kNumberCharacters * character);
   list_->header()->resizeSection(kPickLabel, kLabelCharacters * character);
   list_->setMinimumHeight(kPickerRows / 2 * RowHeight(fontMetrics()));
@@ -115,7 +111,7 @@ void StationPicker::SetRemarks(const std::vector<Remark>& remarks) {
     for (std::size_t row = 0; row < remarks.size(); ++row) {
       QTreeWidgetItem* const item = list_->topLevelItem(static_cast<int>(row));
       item->setText(kPickRemark, remarks[row].text);
-      item->setToolTip(kPickRemark, remarks[row].text);
+      item->setToolTip(kPickRemark, PlainTip(remarks[row].text));
       item->setFlags(item->flags().setFlag(Qt::ItemIsEnabled, !remarks[row].isObstacle));
     }
   }

@@ -262,6 +262,14 @@ TEST_F(CopyToWindowTest, ATickWaitsWhileNoButtonCanPointAtTheStation) {
   EXPECT_THAT(picker.Ticked(), IsEmpty());
 }
 
+TEST_F(CopyToWindowTest, ARemarkThatLooksLikeMarkupIsShownAsItIs) {
+  Ask();
+  std::vector<StationPicker::Remark> remarks(63);
+  remarks[0].text = QStringLiteral("TALK <b>A</b>");
+  window_->findChild<StationPicker*>()->SetRemarks(remarks);
+  EXPECT_EQ(Row(2).toolTip(2), QStringLiteral("<pre>TALK &lt;b&gt;A&lt;/b&gt;</pre>"));
+}
+
 TEST_F(CopyToWindowTest, WhatIsSaidAnewIsCountedOnce) {
   Ask();
   auto& picker = *window_->findChild<StationPicker*>();

@@ -87,6 +87,15 @@ TEST_F(ExportSheetsTest, KeysTellWhatTheyDo) {
   EXPECT_EQ(sheets[0].keys[2].targets, "Chan 02");
 }
 
+TEST_F(ExportSheetsTest, KeysOfChosenStations) {
+  std::vector<KeySheet> sheets;
+  constexpr int kWanted[] = {3, 2};
+  ASSERT_TRUE(ReadKeySheets(Stations(), model_, kWanted, &sheets).ok());
+  ASSERT_THAT(sheets, SizeIs(1)) << "station 2 has no record";
+  EXPECT_EQ(sheets[0].station, 3);
+  EXPECT_THAT(sheets[0].keys, SizeIs(32));
+}
+
 TEST(Csv, QuotesWhatWouldEndACell) {
   const Sheet sheet{
       .captions = {"Station", "Notes"},

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/export/key_sheet_pages.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <string>
+
+#include "tests/views/key_sheets/recording_printer.h"
+
+namespace views {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
+
+constexpr int kTalkCode = 0;
+constexpr int kGroupCode = 255;
+
+// A station with one key.
+rules::KeySheet SheetWith(const std::string& caption, const std::string& targets, int type) {
+  return {.station = 3,
+          .label = "SOUND 1",
+          .inputLabel = "",
+          .keys = {{.type = type, .caption = caption, .targets = targets}}};
+}
+
+class KeySheetPagesTest : public testing::Test {
+ protected:
+  // The texts of the page with this sheet.
+  const std::vector<std::string>& Draw(const rules::KeySheet& sheet) {
+    test::RecordingPrinter printer(printed_);
+    KeySheetPages pages(printer);
+    EXPECT_TRUE(pages.Draw(sheet));
+    EXPECT_TRUE(pages.End());
+    return printed_.pages.back();
+  }
+
+  // All texts of the page, one after the other.
+  std::string Text(const rules::KeySheet& sheet) {
+    std::string all;
+    for (const std::string& text : Draw(sheet)) all += text;
+    return all;
+  }
+
+  test::Printed printed_;
+};
+
+TEST_F(KeySheetPagesTest, AKeySaysWhatItDoes) {
+  const std::vector<std::string> texts = Draw(SheetWith("CAM 1", "CAM 1, CAM 2", kTalkCode));
+  EXPECT_THAT(texts, Contains("3  SOUND 1"));
+  EXPECT_THAT(texts, Contains("Btn - 01"));
+  EXPECT_THAT(texts, Contains("CAM 1"));
+  EXPECT_THAT(texts, Contains("TALK"));
+  EXPECT_THAT(texts, Contains("CAM 1, CAM 2"));
+}
+
+TEST_F(KeySheetPagesTest, ALabelOfTheWidestLettersIsWhole) {
+  EXPECT_THAT(Draw(SheetWith("WWWWWWWW", "", kTalkCode)), Contains("WWWWWWWW"));
+}
+
+TEST_F(KeySheetPagesTest, OfTooManyTargetsWholeLabelsStandThere) {
+  std::string targets = "(64) STUDIO01";
+  for (int n = 2; n <= 64; ++n) targets += ", STUDIO" + std::to_string(100 + n).substr(1);
+  const std::string text = Text(SheetWith("STUDIO01", targets, kGroupCode));
+  EXPECT_THAT(text, HasSubstr("(64)\u00A0STUDIO01, STUDIO02,STUDIO03"));  // in two lines
+  EXPECT_THAT(text, HasSubstr(", …"));
+  EXPECT_THAT(text, Not(HasSubstr("STUDIO64")));
+  const std::string before = text.substr(0, text.find(", …"));
+  EXPECT_THAT(before.substr(before.size() - 8), StartsWith("STUDIO")) << "a whole label";
+}
+
+TEST_F(KeySheetPagesTest, ALineEndsBetweenLabels) {
+  std::vector<std::string> texts =
+      Draw(SheetWith("A", "SOUND 1, SOUND 2, SOUND 3, SOUND 4, SOUND 5, SOUND 6", kTalkCode));
+  ASSERT_THAT(texts, Contains(HasSubstr("SOUND\u00A01"))) << "in several lines";
+  for (const std::string& text : texts) EXPECT_THAT(text, Not(testing::EndsWith("SOUND")));
+}
+
+TEST_F(KeySheetPagesTest, TargetsThatHaveRoomAllStandThere) {
+  const std::string text =
+      Text(SheetWith("A", "AAAAAAAA, BBBBBBBB, CCCCCCCC, DDDDDDDD, EEEEEEEE", kTalkCode));
+  EXPECT_THAT(text, HasSubstr("EEEEEEEE"));
+  EXPECT_THAT(text, Not(HasSubstr("…")));
+}
+
+TEST_F(KeySheetPagesTest, APrinterThatFailsIsNoticed) {
+  test::RecordingPrinter printer(printed_, 2);
+  KeySheetPages pages(printer);
+  EXPECT_TRUE(pages.Draw(SheetWith("A", "", kTalkCode)));
+  EXPECT_FALSE(pages.Draw(SheetWith("B", "", kTalkCode)));
+  EXPECT_FALSE(pages.End());
+  EXPECT_THAT(printed_.pages, SizeIs(1));
+}
+
+// The keys of every paper are as large as the page allows, and none is cut off.
+TEST_F(KeySheetPagesTest, FitsTheSmallestPaper) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  const auto writer = NewPdf(buffer, QStringLiteral("Key Sheets"), QPageSize::A5);
+  rules::KeySheet sheet = SheetWith("CAM 1", "CAM 1", kTalkCode);
+  sheet.keys.resize(32, sheet.keys.front());
+  KeySheetPages pages(*writer);
+  EXPECT_TRUE(pages.Draw(sheet));
+  EXPECT_TRUE(pages.End());
+  EXPECT_EQ(bytes.count("/Type /Page\n"), 1);
+}
+
+}  // namespace
+}  // namespace views

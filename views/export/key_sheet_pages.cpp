@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+
+#include "views/export/key_sheet_pages.h"
+
+#include <QColor>
+#include <QPen>
+
+#include <algorithm>
+
+#include "model/padded.h"
+#include "stations/operations.h"
+
+namespace views {
+namespace {
+
+constexpr int kKeysPerRow = 8;
+constexpr int kKeyRows = 4;
+constexpr qreal kKeyHeight = 108;
+constexpr qreal kOperationHeight = 14;
+constexpr int kCaptionSize = kPaperTextSize + 3;
+constexpr int kTargetsSize = 6;
+
+constexpr int kTargetFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
+const QString kBetweenTargets = QStringLiteral(", ");
+
+constexpr QChar kNoBreakSpace(0xA0);
+
+// The targets in lines that end between labels: as many as there is room for; "…" stands for the
+// others.
+QString TargetLines(const QFontMetricsF& metrics, const QRectF& room, const QString& targets) {
+  if (metrics.horizontalAdvance(targets) <= room.width()) return targets;
+  QStringList labels = targets.split(kBetweenTargets);
+  for (QString& label : labels) label.replace(u' ', kNoBreakSpace);
+  const auto fits = [&](const QString& text) {
+    return metrics.boundingRect(room, kTargetFlags, text).height() <= room.height();
+  };
+  const QString all = labels.join(kBetweenTargets);
+  if (fits(all)) return all;
+  const auto first = [&](qsizetype count) {
+    return labels.first(count).join(kBetweenTargets) + kBetweenTargets + u'…';
+  };
+  qsizetype most = 0;
+  for (qsizetype step = labels.size(); step > 0; step /= 2) {
+    while (most + step < labels.size() && fits(first(most + step))) most += step;
+  }
+  return most == 0 ? all : first(most);
+}
+
+}  // namespace
+
+bool KeySheetPages::Draw(const rules::KeySheet& sheet) {
+  if (!document_.IsOpen()) return false;
+  const qreal top = document_.BeginPage(QString::fromStdString(rules::TitleOf(sheet)));
+  if (!document_.IsOpen()) return false;
+  const qreal width = document_.Width() / kKeysPerRow;
+  const qreal height = std::min(kKeyHeight, (document_.Height() - top) / kKeyRows);
+  for (std::size_t i = 0; i < sheet.keys.size(); ++i) {
+    const auto column = static_cast<qreal>(i % kKeysPerRow);
+    const auto row = static_cast<qreal>(i / kKeysPerRow);
+    DrawKey(QRectF(column * width, top + row * height, width, height), static_cast<int>(i) + 1,
+            sheet.keys[i]);
+  }
+  return true;
+}
+
+void KeySheetPages::DrawKey(const QRectF& place, int button, const rules::KeyLegend& key) {
+  QPainter& painter = document_.Painter();
+  const stations::Operation& operation = stations::OperationOf(key.type);
+  painter.setPen(QPen(PaperLine(), kHairline, Qt::DashLine));  // to be cut along
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(place);
+  painter.setPen(Qt::black);
+
+  QRectF line(place.left(), place.top() + 2, place.width(), kPaperLineHeight);
+  document_.SetFont(kPaperTextSize);
+  document_.DrawText(line, Qt::AlignLeft | Qt::AlignVCenter,
+                     QStringLiteral("Btn - ") + QString::fromStdString(model::Padded(button, 2)));
+  line.moveTop(line.bottom() + 2);
+  line.setHeight(kPaperLineHeight + 4);
+  DrawCaption(line, QString::fromStdString(key.caption));
+  line.moveTop(line.bottom() + 2);
+  line.setHeight(kOperationHeight);
+  painter.fillRect(line, QColor::fromRgb(operation.colour));
+  document_.SetFont(kPaperTextSize, true);
+  document_.DrawText(line, Qt::AlignCenter, QString::fromLatin1(operation.label));
+  DrawTargets(QRectF(place.left() + kPaperCellMargin, line.bottom() + 2,
+                     place.width() - 2 * kPaperCellMargin, place.bottom() - line.bottom() - 4),
+              QString::fromStdString(key.targets));
+}
+
+// A wide label is written smaller: what is read at arm's length is not to be cut off.
+void KeySheetPages::DrawCaption(const QRectF& line, const QString& caption) {
+  const qreal room = line.width() - 2 * kPaperCellMargin;
+  for (int size = kCaptionSize; size >= kTargetsSize; --size) {
+    if (document_.SetFont(size, true).horizontalAdvance(caption) <= room) break;
+  }
+  document_.DrawText(line, Qt::AlignCenter, caption);
+}
+
+void KeySheetPages::DrawTargets(const QRectF& room, const QString& targets) {
+  QPainter& painter = document_.Painter();
+  const QFontMetricsF metrics = document_.SetFont(kTargetsSize);
+  painter.save();
+  painter.setClipRect(room);
+  painter.drawText(room, kTargetFlags, TargetLines(metrics, room, targets));
+  painter.restore();
+}
+
+}  // namespace views
