@@ -14,9 +14,7 @@
 #include "app/journal/change_place.h"
 #include "app/shell/about_dialog.h"
 #include "app/shell/mdi_arrangement.h"
-#include "app/start_up.h"
 #include "app/switcher_observers.h"
-#include "app/unusual_files.h"
 #include "config/configuration.h"
 #include "views/xmap/xmap_legend.h"
 
@@ -245,6 +243,24 @@ Console::Console(AppFolder folder)
                    .file = folder_.File(kLocksFile),
                    .window = window_,
                    .storeEdits = [this] { return views_.StoreEdits(); }}),
+      opening_({.folder = folder_,
+                .places = places_,
+                .settings = settingsFile_,
+                .model = model_,
+                .boxes = boxes_,
+                .window = window_,
+                .place = windowPlace_,
+                .views = views_,
+                .files = files_,
+                .listener = listener_,
+                .link = link_,
+                .locks = lockKeeper_,
+                .journal = journal_,
+                .rescue = rescue_,
+                .unsent = unsentMessages_,
+                .sentFile = sentFile_,
+                .damage = damage_,
+                .backups = backups_}),
       shutDown_({.model = model_,
                  .boxes = boxes_,
                  .window = window_,
@@ -266,41 +282,15 @@ Console::Console(AppFolder folder)
   ConnectSentFile();
   ConnectNetwork();
   ConnectShutDown();
+  connect(&opening_, &Opening::Loaded, this, [this] {
+    if (listener_.IsListening()) panelReports_.Begin();
+    openGateway_.Begin();
+    ShowDemoMode();
+  });
   connect(&views_, &OpenViews::Loaded, this, &Console::ConnectView);
 }
 
-void Console::Start() {
-  if (!folder_.lacks.ok()) model::ReportError(boxes_, "Preparing User Folder", folder_.lacks);
-  if (!places_.Problem().ok()) {
-    model::ReportError(boxes_, "Reading Window Settings", places_.Problem());
-  }
-  windowPlace_.Restore();
-  SayWhatIsUnusual(
-      {.folder = folder_, .database = files_, .status = window_.Status(), .reporter = boxes_});
-  config::IniFile settings;
-  if (const auto status = settingsFile_.Read(&settings); !status.ok()) {
-    model::ReportError(boxes_, "Reading Configuration File", status);
-  }
-  lockKeeper_.Begin();  // before a panel is admitted
-  StartUp(
-      {.model = model_, .files = files_, .listener = listener_, .link = link_, .reporter = boxes_})
-      .Run(folder_.path.toStdString(), settings);
-  journal_.Begin();
-  rescue_.Begin();
-  unsentMessages_.Begin(sentFile_.Read());
-  damage_.Tell();
-  backups_.BeginDays();
-  if (listener_.IsListening()) panelReports_.Begin();
-  openGateway_.Begin();
-  ShowDemoMode();
-  window_.PollTimer().start();
-  window_.DecodeTimer().start();
-  views_.ShowButtons();
-  views_.ShowAlphas();
-  views_.ShowXmap();
-  window_.show();
-  boxes_.ShowOver(&window_);
-}
+void Console::Start() { opening_.Run(); }
 
 void Console::ConnectCommands() {
   QMdiArea& area = window_.Area();

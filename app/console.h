@@ -24,6 +24,7 @@
 #include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
 #include "app/open_gateway.h"
+#include "app/opening.h"
 #include "app/presets.h"
 #include "app/sent_file.h"
 #include "app/settings_file.h"
@@ -77,7 +78,7 @@ class Console : public QObject {
   // `folder` is where it keeps its files; nobody else works there.
   explicit Console(AppFolder folder);
 
-  // Starts the program: the main window's place, the start-up loader, the three main views.
+  // Starts the program.
   void Start();
 
  private:
@@ -156,6 +157,7 @@ class Console : public QObject {
   RecentChanges recentChanges_;
   ChangeSettings settings_;
   LockKeeper lockKeeper_;
+  Opening opening_;
   ShutDown shutDown_;
   Termination termination_;
 };
