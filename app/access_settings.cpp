@@ -83,8 +83,13 @@ ReadValue IntoPort(int& port) {
 
 PanelAccess ReadPanelAccess(const config::IniFile& settings) {
   PanelAccess access;
+  const ReadValue listen = Into(access.listen);
   access.problem = ReadSection(settings, kPanelAccess,
-                               {{"listen", Into(access.listen)},
+                               {{"listen",
+                                 [&](const std::string& value) {
+                                   access.hasListen = true;
+                                   return listen(value);
+                                 }},
                                 {"allow", Into(access.allow)},
                                 {"takesfrom", Into(access.takesFrom)}});
   return access;

@@ -21,6 +21,7 @@ struct PanelAccess {
   // Why the section cannot be understood, such as "Allow=10.1"; nobody is let in then.
   QString problem;
   QHostAddress listen{QHostAddress::AnyIPv4};
+  bool hasListen = false;  // the section says so
   gateway::AddressList allow;
   gateway::AddressList takesFrom;
 };

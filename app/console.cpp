@@ -99,7 +99,8 @@ Console::Console(AppFolder folder)
           {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       inhibits_(
           {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
-      panelReports_(labels_, inhibits_),
+      flood_(window_.Hints()),
+      panelReports_(labels_, inhibits_, [this] { return flood_.IsFlooded(); }),
       panelErrors_(boxes_, window_.Hints()),
       panelCommands_({.model = model_, .port = port_, .reporter = panelErrors_}),
       panels_({.model = model_,
@@ -125,6 +126,7 @@ Console::Console(AppFolder folder)
                     .line = share_,
                     .labels = labels_,
                     .hints = window_.Hints(),
+                    .flood = flood_,
                     .reporter = panelErrors_,
                     .gainsChanged = [this] { views_.GainsChanged(); }}),
       aids_({.model = model_,
@@ -283,7 +285,7 @@ Console::Console(AppFolder folder)
   ConnectNetwork();
   ConnectShutDown();
   connect(&opening_, &Opening::Loaded, this, [this] {
-    if (listener_.IsListening()) panelReports_.Begin();
+    ListenForPanels();
     openGateway_.Begin();
     ShowDemoMode();
   });
@@ -389,6 +391,7 @@ void Console::ConnectNetwork() {
   listener_.SetAddress(panels.listen);
   listener_.SetAcceptHandler([this](std::unique_ptr<gateway::ClientSocket> client) {
     const std::string address = client->PeerAddress();
+    flood_.Note(address);
     if (access_.panels.problem.isEmpty() && access_.panels.allow.Contains(address)) {
       panels_.Accept(std::move(client));
     } else {
@@ -405,6 +408,28 @@ void Console::ConnectNetwork() {
   connect(&openGateway_, &OpenGateway::Happened, &log_, &LogKeeper::NoteNetwork);
   connect(&openGateway_, &OpenGateway::HappenedAgain, &log_, &LogKeeper::NoteNetworkAgain);
   connect(&window_, &MainWindow::LinkTextShown, &openGateway_, &OpenGateway::LinkChanged);
+  connect(&views_, &OpenViews::GainSet, &openGateway_, &OpenGateway::GainsChanged);
+  connect(&flood_, &ConnectionFlood::Happened, &log_, &LogKeeper::NoteNetwork);
+  connect(&panelsAgain_, &ListenAgain::Listening, this, [this] {
+    window_.Hints().Withdraw(Hint::PanelsClosed);
+    log_.NoteNetwork(tr("Network panels can connect to port %1 now").arg(model_.IpPort));
+    panelReports_.Begin();
+  });
+}
+
+// Without an address of their own, panels are listened for once, and a failure is reported.
+void Console::ListenForPanels() {
+  panelsAgain_.Stop();
+  if (listener_.IsListening()) return panelReports_.Begin();
+  if (!model_.SoftpanelSupport || !access_.panels.hasListen) return;
+  panelsAgain_.Begin(model_.IpPort);
+  const QString text =
+      tr("No network panel can connect yet: %1 is no address of this computer, or its port %2 is "
+         "taken. It is tried again.")
+          .arg(access_.panels.listen.toString())
+          .arg(model_.IpPort);
+  window_.Hints().Give(Hint::PanelsClosed, text);
+  log_.NoteNetwork(text);
 }
 
 // A main view that was loaded asks for what is not its own.
@@ -474,9 +499,7 @@ void Console::ConnectSettings() {
   connect(&window_.SettingsCommand(), &QAction::triggered, &settings_, &ChangeSettings::Ask);
   connect(&settings_, &ChangeSettings::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
   connect(&settings_, &ChangeSettings::NoteRequested, &log_, &LogKeeper::Note);
-  connect(&settings_, &ChangeSettings::PanelsChanged, &panelReports_, [this] {
-    if (listener_.IsListening()) panelReports_.Begin();
-  });
+  connect(&settings_, &ChangeSettings::PanelsChanged, this, &Console::ListenForPanels);
   connect(&settings_, &ChangeSettings::DemoModeChanged, this, &Console::ShowDemoMode);
 }
 

@@ -11,10 +11,12 @@
 #include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
 #include "app/change_settings.h"
+#include "app/connection_flood.h"
 #include "app/damage_report.h"
 #include "app/journal/journal_keeper.h"
 #include "app/journal/recent_changes.h"
 #include "app/journal/rescue.h"
+#include "app/listen_again.h"
 #include "app/lock_keeper.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
@@ -91,6 +93,7 @@ class Console : public QObject {
   void ConnectSettings();
   void ConnectSentFile();
   void ConnectNetwork();
+  void ListenForPanels();
   void ConnectShutDown();
   void ShowDemoMode();
 
@@ -110,6 +113,7 @@ class Console : public QObject {
   JournalKeeper journal_;
   DamageReport damage_;
   gateway::Listener listener_;
+  ListenAgain panelsAgain_{listener_};
   gateway::QtPauseTimer panelPause_;
   MainWindow window_;
   MainWindowPlace windowPlace_;
@@ -134,6 +138,7 @@ class Console : public QObject {
   LogFile logFile_;
   ChannelLabels labels_;
   InhibitedCells inhibits_;
+  ConnectionFlood flood_;
   PanelReports panelReports_;
   PanelErrors panelErrors_;
   switcher::LiveCommands panelCommands_;

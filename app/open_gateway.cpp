@@ -5,14 +5,10 @@
 #include <chrono>
 #include <utility>
 
+#include "app/shell/version.h"
+
 namespace app {
 namespace {
-
-// As the about box has it.
-constexpr char kVersion[] = "2.12";
-
-// So often it is tried to listen where that failed.
-constexpr std::chrono::seconds kListenAgain{5};
 
 QString PeerWords(const ember::PeerName& peer) {
   return OpenGateway::tr("Controller %1, %2")
@@ -79,6 +75,7 @@ QString ActWords(const ember::Wanted& wanted) {
 OpenGateway::OpenGateway(Services services)
     : services_(std::move(services)),
       crosspoints_(services_.labels),
+      again_(listener_),
       commands_({.model = services_.model, .port = services_.port, .reporter = services_.reporter}),
       provider_({.model = services_.model,
                  .database = services_.database,
@@ -112,8 +109,11 @@ void OpenGateway::Begin() {
     return;
   }
   listener_.SetAddress(access.listen);
-  listenTimer_.setInterval(kListenAgain);
-  connect(&listenTimer_, &QTimer::timeout, this, &OpenGateway::Listen);
+  connect(&again_, &ListenAgain::Listening, this, [this] {
+    services_.hints.Withdraw(Hint::OpenGatewayClosed);
+    Q_EMIT Happened(tr("The open gateway listens on port %1 now").arg(services_.access.port));
+    TellPeers();
+  });
   Listen();
   if (access.TakesFromElsewhere()) {
     services_.hints.Give(
@@ -122,35 +122,27 @@ void OpenGateway::Begin() {
   }
 }
 
-// The interface of the address may come up later than the console.
 void OpenGateway::Listen() {
-  const OpenGatewayAccess& access = services_.access;
-  if (const model::Status status = listener_.Start(access.port); !status.ok()) {
-    if (listenTimer_.isActive()) return;  // it is said already
-    listenTimer_.start();
-    const QString text =
-        tr("The open gateway cannot listen on port %1: %2")
-            .arg(QString::number(access.port), QString::fromStdString(status.Description()));
-    services_.hints.Give(Hint::OpenGatewayClosed, text);
-    Q_EMIT Happened(text);
-    return;
-  }
-  if (listenTimer_.isActive()) {
-    listenTimer_.stop();
-    services_.hints.Withdraw(Hint::OpenGatewayClosed);
-    Q_EMIT Happened(tr("The open gateway listens on port %1 now").arg(access.port));
-  }
-  TellPeers();
+  const int port = services_.access.port;
+  const model::Status status = listener_.Start(port);
+  if (status.ok()) return TellPeers();
+  again_.Begin(port);
+  const QString text =
+      tr("The open gateway cannot listen on port %1: %2")
+          .arg(QString::number(port), QString::fromStdString(status.Description()));
+  services_.hints.Give(Hint::OpenGatewayClosed, text);
+  Q_EMIT Happened(text);
 }
 
 void OpenGateway::Close() {
-  listenTimer_.stop();
+  again_.Stop();
   listener_.Stop();
   provider_.CloseAll();
 }
 
 void OpenGateway::Accept(std::unique_ptr<gateway::ClientSocket> client) {
   const std::string address = client->PeerAddress();
+  services_.flood.Note(address);
   if (services_.access.allow.Contains(address)) {
     provider_.Accept(std::move(client));
   } else {
@@ -164,9 +156,14 @@ void OpenGateway::PeerConnected(const ember::PeerName& peer) {
   Q_EMIT HappenedAgain(tr("%1: connected").arg(PeerWords(peer)));
 }
 
-void OpenGateway::PeerTurnedAway(const std::string& address) {
-  Q_EMIT HappenedAgain(tr("Controller %1 was turned away: all connections are taken")
-                           .arg(QString::fromStdString(address)));
+void OpenGateway::PeerTurnedAway(const std::string& address, ember::TurnedAway why) {
+  const QString text = why == ember::TurnedAway::AddressHasMany
+                           ? tr("Controller %1 was turned away: it has %2 connections already")
+                                 .arg(QString::fromStdString(address))
+                                 .arg(ember::Peers::kMostOfAddress)
+                           : tr("Controller %1 was turned away: all connections are taken")
+                                 .arg(QString::fromStdString(address));
+  Q_EMIT HappenedAgain(text);
 }
 
 void OpenGateway::PeerTook(const ember::PeerName& peer, const switcher::Take& take) {
@@ -232,8 +229,11 @@ void OpenGateway::PeerDropped(const ember::PeerName& peer, ember::PeerDrop why) 
     case ember::PeerDrop::Silent:
       text = tr("%1: dropped, it does not answer");
       break;
+    case ember::PeerDrop::MadeRoom:
+      text = tr("%1: dropped, it said nothing and another one needs its place");
+      break;
   }
-  Q_EMIT Happened(text.arg(PeerWords(peer)));
+  Q_EMIT HappenedAgain(text.arg(PeerWords(peer)));
 }
 
 void OpenGateway::PeerGone(const ember::PeerName& peer) {

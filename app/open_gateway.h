@@ -6,12 +6,13 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 #include <functional>
 #include <map>
 #include <string>
 
 #include "app/access_settings.h"
+#include "app/connection_flood.h"
+#include "app/listen_again.h"
 #include "app/log/event_words.h"
 #include "app/shell/hint_strip.h"
 #include "db/jet/database.h"
@@ -47,6 +48,7 @@ class OpenGateway : public QObject, private ember::PeerEvents {
     const switcher::LineShare& line;
     ChannelLabels& labels;
     HintStrip& hints;
+    ConnectionFlood& flood;
     model::ErrorReporter& reporter;
     std::function<void()> gainsChanged;  // a controller has set a gain
   };
@@ -57,6 +59,9 @@ class OpenGateway : public QObject, private ember::PeerEvents {
 
   // Who observes the switcher.
   switcher::SwitcherEvents& Observer() { return provider_; }
+
+  // The operator has set a gain.
+  void GainsChanged() { provider_.GainsChanged(); }
 
   // The link to the switcher may be in another state.
   void LinkChanged() { provider_.LinkChanged(); }
@@ -79,7 +84,7 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   void Accept(std::unique_ptr<gateway::ClientSocket> client);
 
   void PeerConnected(const ember::PeerName& peer) override;
-  void PeerTurnedAway(const std::string& address) override;
+  void PeerTurnedAway(const std::string& address, ember::TurnedAway why) override;
   void PeerTook(const ember::PeerName& peer, const switcher::Take& take) override;
   void PeerSetGain(const ember::PeerName& peer, int input, int decibels) override;
   void TakeRefused(const ember::PeerName& peer, const ember::Wanted& wanted,
@@ -99,7 +104,7 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   const Services services_;
   const CrosspointWords crosspoints_;
   gateway::Listener listener_;
-  QTimer listenTimer_;
+  ListenAgain again_;
   gateway::QtPauseTimer takeTimer_;
   gateway::QtPauseTimer newsTimer_;
   gateway::QtPauseTimer secondTimer_;

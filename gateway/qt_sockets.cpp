@@ -25,6 +25,14 @@ constexpr int kBufferSize = 32767;
 // After a failed accept, such as for lack of files, the listener rests so long.
 constexpr std::chrono::milliseconds kAcceptRest{500};
 
+// Connections are accepted for so long at once, and the others so much later: everything else comes
+// between, however many there are.
+constexpr std::chrono::milliseconds kAcceptFor{3};
+constexpr std::chrono::milliseconds kAcceptPause{3};
+
+// So many are taken over from the system before they are accepted.
+constexpr int kPending = 8;
+
 // Connections that may wait to be accepted: all panels of a house come back at once when the
 // console starts.
 constexpr int kBacklog = 128;
@@ -64,6 +72,13 @@ void QtClientSocket::SetEvents(ClientSocketEvents* events, int slot) {
   });
   QObject::connect(socket_.get(), &QTcpSocket::disconnected, socket_.get(),
                    [events, slot] { events->PeerClosed(slot); });
+  // What has come before anybody listened, while it waited to be accepted.
+  const auto tell = [this, events, slot] {
+    const auto available = static_cast<std::size_t>(socket_->bytesAvailable());
+    if (available > 0) events->DataArrived(slot, available);
+    if (!IsConnected()) events->PeerClosed(slot);
+  };
+  QMetaObject::invokeMethod(socket_.get(), tell, Qt::QueuedConnection);
 }
 
 bool QtClientSocket::IsConnected() const {
@@ -106,6 +121,13 @@ model::Status QtClientSocket::LastError() const {
 
 Listener::Listener(QObject* parent) : QObject(parent) {
   server_.setListenBacklogSize(kBacklog);
+  server_.setMaxPendingConnections(kPending);
+  rest_.setSingleShot(true);
+  rest_.setInterval(kAcceptPause);
+  connect(&rest_, &QTimer::timeout, this, [this] {
+    turn_ = std::chrono::steady_clock::now();
+    AcceptAll();
+  });
   connect(&server_, &QTcpServer::newConnection, this, &Listener::AcceptAll);
   // The server stops accepting for good when it fails once; files may become free again.
   connect(&server_, &QTcpServer::acceptError, this, [this] {
@@ -131,11 +153,14 @@ void Listener::Stop() {
 }
 
 void Listener::AcceptAll() {
-  while (QTcpSocket* const socket = server_.nextPendingConnection()) {
+  while (!rest_.isActive()) {
+    QTcpSocket* const socket = server_.nextPendingConnection();
+    if (socket == nullptr) return;
     // It belongs to its slot from here on, not to the server.
     socket->setParent(nullptr);
     auto client = std::make_unique<QtClientSocket>(std::unique_ptr<QTcpSocket>(socket));
     if (accept_) accept_(std::move(client));
+    if (std::chrono::steady_clock::now() - turn_ >= kAcceptFor) rest_.start();
   }
 }
 

@@ -77,6 +77,8 @@ class Listener : public QObject {
   void AcceptAll();
 
   QTcpServer server_;
+  QTimer rest_;
+  std::chrono::steady_clock::time_point turn_;  // when accepting began after the last rest
   QHostAddress address_{QHostAddress::AnyIPv4};
   AcceptHandler accept_;
 };

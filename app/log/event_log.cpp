@@ -23,7 +23,11 @@ void EventLog::Add(Kind kind, const QString& text, const QDateTime& time) {
 }
 
 void EventLog::AddRepeated(Kind kind, const QString& text, const QDateTime& time) {
-  const int times = repeated_[kind].Count(text, time);
+  RepeatedLines& lines = repeated_[kind];
+  const int times = lines.Count(text, time);
+  if (const int leftOut = lines.TakeLeftOut(); leftOut > 0) {
+    Add(kind, tr("Not written, because so many lines came: %1").arg(leftOut), time);
+  }
   if (times > 0) Add(kind, TimesWords(text, times), time);
 }
 

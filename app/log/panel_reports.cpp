@@ -18,7 +18,7 @@ QString TypeName(int type) {
 void PanelReports::PanelConnected(const gateway::PanelName& panel) {
   panels_[panel.slot] = QString::fromStdString(panel.address);
   TellPanels();
-  Tell(panel, tr("connected"));
+  TellOfPanel(Line(panel, tr("connected")));
 }
 
 void PanelReports::PanelIdentified(const gateway::PanelName& panel, int type) {
@@ -26,7 +26,7 @@ void PanelReports::PanelIdentified(const gateway::PanelName& panel, int type) {
   const bool served = gateway::IsAcceptedType(type);
   panels_[panel.slot] = served ? QStringLiteral("%1  %2").arg(address, TypeName(type)) : address;
   TellPanels();
-  Tell(panel, served ? TypeName(type) : tr("type %1, which is not served").arg(type));
+  TellOfPanel(Line(panel, served ? TypeName(type) : tr("type %1, which is not served").arg(type)));
 }
 
 void PanelReports::PanelTook(const gateway::PanelName& panel, const gateway::PanelTake& take) {
@@ -68,13 +68,13 @@ void PanelReports::PanelDropped(const gateway::PanelName& panel, gateway::DropRe
   }
   const QString note = text.arg(QString::fromStdString(panel.address));
   Q_EMIT NoteRequested(note);
-  Q_EMIT Happened(note);
+  TellOfPanel(note);
 }
 
 void PanelReports::PanelGone(const gateway::PanelName& panel) {
   panels_.erase(panel.slot);
   TellPanels();
-  Tell(panel, tr("gone"));
+  TellOfPanel(Line(panel, tr("gone")));
 }
 
 void PanelReports::TellPanels() {
@@ -91,6 +91,14 @@ QString PanelReports::Line(const gateway::PanelName& panel, const QString& what)
 
 void PanelReports::Tell(const gateway::PanelName& panel, const QString& what) {
   Q_EMIT Happened(Line(panel, what));
+}
+
+void PanelReports::TellOfPanel(const QString& text) {
+  if (isFlooded_()) {
+    Q_EMIT HappenedAgain(text);
+  } else {
+    Q_EMIT Happened(text);
+  }
 }
 
 }  // namespace app

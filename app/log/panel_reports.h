@@ -6,7 +6,9 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <map>
+#include <utility>
 
 #include "app/log/event_words.h"
 #include "app/log/inhibited_cells.h"
@@ -20,9 +22,12 @@ class PanelReports : public QObject, public gateway::PanelEvents {
   Q_OBJECT
 
  public:
-  // All must outlive the object.
-  PanelReports(ChannelLabels& labels, InhibitedCells& inhibits)
-      : crosspoints_(labels), inhibits_(inhibits) {}
+  // All must outlive the object.  Coming and going is told of each panel, unless connections flood
+  // in: the log would be full of them.
+  PanelReports(
+      ChannelLabels& labels, InhibitedCells& inhibits,
+      std::function<bool()> isFlooded = [] { return false; })
+      : crosspoints_(labels), inhibits_(inhibits), isFlooded_(std::move(isFlooded)) {}
 
   // Panels are served from now on.
   void Begin() { TellPanels(); }
@@ -51,9 +56,11 @@ class PanelReports : public QObject, public gateway::PanelEvents {
   QString TakeWords(const gateway::PanelTake& take) const;
   static QString Line(const gateway::PanelName& panel, const QString& what);
   void Tell(const gateway::PanelName& panel, const QString& what);
+  void TellOfPanel(const QString& text);
 
   CrosspointWords crosspoints_;
   InhibitedCells& inhibits_;
+  const std::function<bool()> isFlooded_;
   std::map<int, QString> panels_;  // those that are connected, by slot: address and kind
 };
 

@@ -2,8 +2,6 @@
 
 #include "app/log/repeated_lines.h"
 
-#include <utility>
-
 namespace app {
 namespace {
 
@@ -13,6 +11,15 @@ constexpr std::size_t kMost = 2000;
 }  // namespace
 
 int RepeatedLines::Count(const QString& line, const QDateTime& now) {
+  if (!minute_.isValid() || minute_.secsTo(now) >= kQuietSeconds) {
+    minute_ = now;
+    new_ = 0;
+    leftOut_ += std::exchange(uncounted_, 0);
+  }
+  if (!entries_.contains(line) && ++new_ > kMostNew) {
+    ++uncounted_;
+    return 0;
+  }
   if (entries_.size() >= kMost) entries_.clear();
   Entry& entry = entries_[line];
   ++entry.unwritten;

@@ -6,19 +6,28 @@
 #include <QDateTime>
 #include <QString>
 #include <map>
+#include <utility>
 
 namespace app {
 
 // Keeps the log readable when the same thing happens many times a second, as on a bad line, in a
 // system of another size, or at the will of a stranger on the network: the same line is written
 // once a minute, with its count.
+//
+// Of different lines so many are written in a minute: the rest is counted, or a stranger who finds
+// ever new words would drive everything else out of the log.
 class RepeatedLines {
  public:
   static constexpr int kQuietSeconds = 60;
+  static constexpr int kMostNew = 300;
 
   // What `line` says happened at `now`.  Returns how many times it did since the line was last to
   // be written, this time included; 0 while it is not to be written again.
   int Count(const QString& line, const QDateTime& now);
+
+  // How many times something happened, in the last minute with such, that stands in no line; since
+  // the last call.  Known when the next minute has begun.
+  int TakeLeftOut() { return std::exchange(leftOut_, 0); }
 
  private:
   struct Entry {
@@ -27,6 +36,10 @@ class RepeatedLines {
   };
 
   std::map<QString, Entry> entries_;
+  QDateTime minute_;   // when it began
+  int new_ = 0;        // lines written in it for the first time
+  int uncounted_ = 0;  // what has happened in it beyond
+  int leftOut_ = 0;    // the same of those that have ended
 };
 
 }  // namespace app

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/shell/version.h"
 #include "views/widgets/icon.h"
 
 namespace app {
@@ -84,7 +85,8 @@ void AboutDialog::Fill() {
   connected_->setText(model_.LinkStatus[0] == 1 ? QStringLiteral("Yes") : QStringLiteral("No"));
   stations_->setText(QStringLiteral("%1 Stations").arg(model_.StationCount));
   channels_->setText(QStringLiteral("%1 Channels").arg(model_.ChannelCount));
-  title_->setText(QStringLiteral("Orvo Intercom/IFB Control\rVersion 2.12 - 04/17/2002"));
+  title_->setText(QStringLiteral("Orvo Intercom/IFB Control\rVersion %1 - 04/17/2002")
+                      .arg(QLatin1String(kVersion)));
 }
 
 bool AboutDialog::event(QEvent* event) {

@@ -28,6 +28,7 @@ enum class Hint : std::uint8_t {
   PortDenied,
   PanelsClosed,
   OpenGatewayClosed,
+  ConnectionFlood,
   JournalFails,
   PanelReport,
   NoBackup,

@@ -115,6 +115,7 @@ void OpenViews::ShowLevels() {
   if (IsShown(levels_)) return;
   levels_ = new views::InputLevelDialog(services_, gainsReportedAt_, area_.window());
   levels_->setAttribute(Qt::WA_DeleteOnClose);
+  connect(levels_, &views::InputLevelDialog::GainSet, this, &OpenViews::GainSet);
   const QSize screen = levels_->screen()->availableSize();
   levels_->FitInto(views::SizeOnScreen(screen, screen).width());
   levels_->open();

@@ -104,6 +104,8 @@ class OpenViews : public QObject, public switcher::SwitcherEvents {
   void Loaded(views::MainView* view);
   // The map was loaded or unloaded.
   void XmapLoaded(bool loaded);
+  // The operator has set a gain.
+  void GainSet();
 
  private:
   QMdiSubWindow* Find(const QString& name) const;

@@ -16,7 +16,8 @@ constexpr unsigned kLongTag = 0x1F;
 
 class BerParser {
  public:
-  explicit BerParser(std::span<const std::uint8_t> bytes) : left_(bytes) {}
+  // `most` is how many values may still be read.
+  BerParser(std::span<const std::uint8_t> bytes, std::size_t& most) : left_(bytes), most_(most) {}
 
   // Reads values up to the end, or, `untilMark`, up to the two zero bytes that end an indefinite
   // length.
@@ -59,7 +60,8 @@ class BerParser {
   }
 
   bool ParseOne(int depth, Tlv* tlv) {
-    if (depth > kDeepestBer) return false;
+    if (depth > kDeepestBer || most_ == 0) return false;
+    --most_;
     tlv->tag = Next();
     if ((tlv->tag & kLongTag) == kLongTag) {
       // None of Glow's: the rest of the tag is passed over.
@@ -80,10 +82,11 @@ class BerParser {
       tlv->value = value;
       return true;
     }
-    return BerParser(value).ParseAll(false, depth + 1, &tlv->children);
+    return BerParser(value, most_).ParseAll(false, depth + 1, &tlv->children);
   }
 
   std::span<const std::uint8_t> left_;
+  std::size_t& most_;
 };
 
 bool IsTyped(const Tlv* tlv, BerTag tag) { return tlv != nullptr && tlv->tag == tag; }
@@ -120,7 +123,8 @@ const Tlv* Tlv::Field(unsigned number) const {
 
 std::optional<std::vector<Tlv>> ParseBer(std::span<const std::uint8_t> bytes) {
   std::vector<Tlv> values;
-  if (!BerParser(bytes).ParseAll(false, 1, &values)) return std::nullopt;
+  std::size_t most = kMostBer;
+  if (!BerParser(bytes, most).ParseAll(false, 1, &values)) return std::nullopt;
   return values;
 }
 

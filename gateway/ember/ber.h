@@ -14,9 +14,9 @@
 #include <string_view>
 #include <vector>
 
-namespace ember {
+#include "gateway/ember/bytes.h"
 
-using Bytes = std::vector<std::uint8_t>;
+namespace ember {
 
 // Where an element stands: the numbers from the root down, or the numbers of a list of sources.
 using Path = std::vector<int>;
@@ -56,8 +56,12 @@ struct Tlv {
 // Deeper nesting than this is refused.
 inline constexpr int kDeepestBer = 32;
 
+// More values than these are refused, in all: eight times what a take of all targets of the largest
+// system has.
+inline constexpr std::size_t kMostBer = 16384;
+
 // Reads values, one behind the other.  Nothing when a value reaches beyond its parent, does not
-// end, has more than four bytes of length, or is nested too deeply.
+// end, has more than four bytes of length, or is nested too deeply, or when there are too many.
 std::optional<std::vector<Tlv>> ParseBer(std::span<const std::uint8_t> bytes);
 
 // What a value says; nothing when it is of another type or cannot be read.

@@ -40,6 +40,9 @@ constexpr int kIntegerParameter = 1;
 constexpr int kStringParameter = 3;
 constexpr int kBooleanParameter = 4;
 
+// No path of ours has more numbers.  A long one would be kept with each request of its element.
+constexpr std::size_t kLongestPath = 8;
+
 constexpr int kManyToMany = 2;
 constexpr int kLinear = 0;
 
@@ -105,7 +108,7 @@ class GlowParser {
     Path path = parent;
     if (element->isQualified) {
       std::optional<Path> whole = ReadOid(tlv.Field(0));
-      if (!whole || !parent.empty()) return;
+      if (!whole || !parent.empty() || whole->size() > kLongestPath) return;
       path = std::move(*whole);
     } else {
       const std::optional<int> number = ReadInt(tlv.Field(0));

@@ -65,6 +65,13 @@ enum class PeerDrop : std::uint8_t {
   TooLong,      // it sends a frame or a message that does not end
   DoesNotRead,  // it does not read what it is sent
   Silent,       // it does not answer
+  MadeRoom,     // it has never said anything, and another one wants its place
+};
+
+// Why the console does not let a consumer in.
+enum class TurnedAway : std::uint8_t {
+  AllTaken,        // so many are connected as can be
+  AddressHasMany,  // so many are from that address
 };
 
 // What happens to consumers.  Who is told overrides what concerns it.
@@ -74,8 +81,8 @@ class PeerEvents {
 
   virtual void PeerConnected(const PeerName& /*peer*/) {}
 
-  // A consumer was not let in, because so many are connected as can be.
-  virtual void PeerTurnedAway(const std::string& /*address*/) {}
+  // A consumer was not let in.
+  virtual void PeerTurnedAway(const std::string& /*address*/, TurnedAway /*why*/) {}
 
   // A command for a consumer has been handed to the line.
   virtual void PeerTook(const PeerName& /*peer*/, const switcher::Take& /*take*/) {}

@@ -12,9 +12,9 @@
 #include <span>
 #include <vector>
 
-namespace ember {
+#include "gateway/ember/bytes.h"
 
-using Bytes = std::vector<std::uint8_t>;
+namespace ember {
 
 // The most of a message that one packet carries, before it is escaped.
 inline constexpr std::size_t kPacketSize = 1024;

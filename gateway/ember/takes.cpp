@@ -219,7 +219,9 @@ void Takes::EndOverdue() {
     return std::find_if(open_.begin(), open_.end(),
                         [&](const OpenTake& take) { return take.deadline <= now && !take.isLate; });
   };
-  for (auto take = overdue(); take != open_.end(); take = overdue()) {
+  // Thousands may be overdue at once: the rest ends in the next turns of the event loop.
+  int left = kMostAtOnce;
+  for (auto take = overdue(); take != open_.end() && left > 0; take = overdue(), --left) {
     if (take->sent > 0 && !take->isSent) {
       take->isLate = true;
       const OpenTake answered = *take;

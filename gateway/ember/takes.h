@@ -71,6 +71,9 @@ class Takes {
   // The most takes of a consumer that are not answered yet.
   static constexpr std::size_t kMostOpen = 256;
 
+  // The most that are ended for want of time in one turn of the event loop.
+  static constexpr int kMostAtOnce = 256;
+
   // All must outlive the object.
   struct Services {
     const model::SystemModel& model;

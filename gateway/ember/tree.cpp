@@ -60,6 +60,7 @@ Path TargetLabelPath(int target) { return {kTop, kLabels, kTargets, target}; }
 Path SourceLabelPath(int source) { return {kTop, kLabels, kSources, source}; }
 Path PriorityPath(int target) { return {kTop, kParameters, kTargets, target, 1}; }
 Path GainPath(int source) { return {kTop, kParameters, kSources, source, 1}; }
+Path InhibitedRowPath(int target) { return {kTop, kParameters, kCrosspoints, target}; }
 Path InhibitedPath(int target, int source) {
   return {kTop, kParameters, kCrosspoints, target, source, 1};
 }

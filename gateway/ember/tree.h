@@ -38,6 +38,7 @@ Path TargetLabelPath(int target);
 Path SourceLabelPath(int source);
 Path PriorityPath(int target);
 Path GainPath(int source);
+Path InhibitedRowPath(int target);
 Path InhibitedPath(int target, int source);
 Path TallyPath(int unit);
 Path LinkPath();

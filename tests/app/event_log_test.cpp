@@ -74,6 +74,17 @@ TEST_F(EventLogTest, KeepsFiveThousandLines) {
   EXPECT_EQ(log_.Line(4999), QStringLiteral("2026-11-21 12:03:04.000\tMap\t4999"));
 }
 
+// A stranger on the network who finds ever new words drives nothing else out of the log.
+TEST_F(EventLogTest, NoiseIsCountedInsteadOfWritten) {
+  for (int i = 0; i < 5000; ++i) log_.AddRepeated(Kind::Panel, QString::number(i), At(4));
+  EXPECT_EQ(log_.rowCount(), 303);
+  EXPECT_EQ(log_.Line(0), QStringLiteral("2026-11-21 12:03:01.000\tLink\tConnected - COM 1"));
+  log_.AddRepeated(Kind::Panel, QStringLiteral("gone"), At(4).addSecs(60));
+  EXPECT_EQ(log_.Line(303), QStringLiteral("2026-11-21 12:04:04.000\tPanel\tNot written, because "
+                                           "so many lines came: 4700"));
+  EXPECT_EQ(log_.Line(304), QStringLiteral("2026-11-21 12:04:04.000\tPanel\tgone"));
+}
+
 TEST_F(EventLogTest, FilterShowsTheLinesWithAWord) {
   Open();
   Filter("id_send");

@@ -56,7 +56,21 @@ TEST(RepeatedLines, NoiseOfAnyKindIsRememberedWithinBounds) {
   for (int i = 0; i < 100'000; ++i) {
     written += lines.Count(QStringLiteral("Output %1").arg(i), now);
   }
-  EXPECT_EQ(written, 100'000);
+  EXPECT_EQ(written, 300);
+  EXPECT_EQ(lines.TakeLeftOut(), 0) << "the minute is not over";
+  EXPECT_EQ(lines.Count(QStringLiteral("Output 99999"), now.addSecs(60)), 1);
+  EXPECT_EQ(lines.TakeLeftOut(), 99'700);
+  EXPECT_EQ(lines.TakeLeftOut(), 0);
+}
+
+// What is known is counted as before, however many strange ones come.
+TEST(RepeatedLines, NoiseDoesNotHideWhatIsKnown) {
+  RepeatedLines lines;
+  const QDateTime now(QDate(2026, 1, 2), QTime(12, 0));
+  const QString known = QStringLiteral("Panel 1, 192.0.2.7: gone");
+  EXPECT_EQ(lines.Count(known, now), 1);
+  for (int i = 0; i < 1000; ++i) (void)lines.Count(QStringLiteral("Output %1").arg(i), now);
+  EXPECT_EQ(lines.Count(known, now.addSecs(60)), 1);
 }
 
 }  // namespace

@@ -73,6 +73,7 @@ class OpenGatewayTest : public testing::Test {
         .line = line_,
         .labels = labels_,
         .hints = window_.Hints(),
+        .flood = flood_,
         .reporter = reporter_,
         .gainsChanged = [] {}});
     const auto note = [this](const QString& text) { lines_.push_back(text.toStdString()); };
@@ -106,6 +107,7 @@ class OpenGatewayTest : public testing::Test {
   ChannelLabels labels_{{.model = model_,
                          .database = [this] { return database_.Files().Database(); },
                          .changes = changes_}};
+  ConnectionFlood flood_{window_.Hints()};
   int number_ = 0;
   std::vector<std::string> lines_;
   std::unique_ptr<OpenGateway> gateway_;
@@ -215,6 +217,53 @@ TEST_F(OpenGatewayTest, APortThatIsTakenIsSaid) {
   EXPECT_TRUE(window_.Hints().Has(Hint::OpenGatewayClosed));
   ASSERT_EQ(lines_.size(), 1U);
   EXPECT_THAT(lines_[0], HasSubstr("The open gateway cannot listen on port "));
+}
+
+TEST_F(OpenGatewayTest, ListensOnAnAddressOfIpv6) {
+  if (!QTcpServer().listen(QHostAddress::LocalHostIPv6)) GTEST_SKIP() << "no IPv6 here";
+  Begin("Port=PORT\nListen=::1\nAllow=::1/128\nTakes=Yes\n");
+  EXPECT_FALSE(window_.Hints().Has(Hint::OpenTakes)) << "it is the loopback address, too";
+  QTcpSocket socket;
+  socket.connectToHost(QHostAddress(QHostAddress::LocalHostIPv6), static_cast<quint16>(number_));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !lines_.empty(); }, kPatience));
+  EXPECT_THAT(lines_, ElementsAre("Controller 1, ::1: connected"));
+}
+
+// Each of sixteen says something, so none of them makes room.
+TEST_F(OpenGatewayTest, OneAddressTakesNotAllConnections) {
+  Begin("Port=PORT\n");
+  std::vector<std::unique_ptr<QTcpSocket>> many;
+  for (int i = 0; i < 16; ++i) {
+    Connect(*many.emplace_back(std::make_unique<QTcpSocket>()));
+    Send(*many.back(), kRootAsked);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return many.back()->bytesAvailable() >= 66; }, kPatience));
+  }
+  QTcpSocket tooMany;
+  Connect(tooMany);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 17; }, kPatience));
+  EXPECT_EQ(lines_.back(), "Controller 127.0.0.1 was turned away: it has 16 connections already");
+}
+
+TEST_F(OpenGatewayTest, OneThatSaysNothingMakesRoom) {
+  Begin("Port=PORT\n");
+  std::vector<std::unique_ptr<QTcpSocket>> mute;
+  for (int i = 0; i < 17; ++i) {
+    Connect(*mute.emplace_back(std::make_unique<QTcpSocket>()));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return static_cast<int>(lines_.size()) > i; }, kPatience));
+  }
+  EXPECT_EQ(lines_[16],
+            "Controller 1, 127.0.0.1: dropped, it said nothing and another one needs its place");
+  EXPECT_EQ(lines_[17], "Controller 1, 127.0.0.1: gone");
+}
+
+TEST_F(OpenGatewayTest, ConnectionsWithoutEndAreHintedAt) {
+  Begin("Port=PORT\nAllow=192.0.2.7\n");
+  for (int i = 0; i < ConnectionFlood::kMost; ++i) flood_.Note("192.0.2.66");
+  EXPECT_FALSE(window_.Hints().Has(Hint::ConnectionFlood));
+  QTcpSocket socket;
+  Connect(socket);
+  ASSERT_TRUE(
+      QTest::qWaitFor([&] { return window_.Hints().Has(Hint::ConnectionFlood); }, kPatience));
 }
 
 TEST_F(OpenGatewayTest, TakesFromOtherComputersAreHintedAt) {

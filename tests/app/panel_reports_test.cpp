@@ -105,6 +105,29 @@ TEST_F(PanelReportsTest, ComingAndGoingIsToldOfEachPanel) {
                                   "Panel 2, 192.0.2.7: type 20, which is not served"));
 }
 
+TEST_F(PanelReportsTest, AFloodOfThemDoesNotFillTheLog) {
+  bool isFlooded = true;
+  PanelReports reports(labels_, inhibits_, [&] { return isFlooded; });
+  std::vector<std::string> once;
+  std::vector<std::string> again;
+  QObject::connect(&reports, &PanelReports::Happened,
+                   [&](const QString& text) { once.push_back(text.toStdString()); });
+  QObject::connect(&reports, &PanelReports::HappenedAgain,
+                   [&](const QString& text) { again.push_back(text.toStdString()); });
+  reports.PanelConnected({1, "192.0.2.6"});
+  reports.PanelIdentified({1, "192.0.2.6"}, 10);
+  reports.PanelDropped({1, "192.0.2.6"}, gateway::DropReason::EndlessFrame);
+  reports.PanelGone({1, "192.0.2.6"});
+  EXPECT_THAT(once, ElementsAre());
+  EXPECT_THAT(again,
+              ElementsAre("Panel 1, 192.0.2.6: connected", "Panel 1, 192.0.2.6: LRM Connection",
+                          "Panel 192.0.2.6 was dropped: it sent a frame that does not end",
+                          "Panel 1, 192.0.2.6: gone"));
+  isFlooded = false;
+  reports.PanelConnected({1, "192.0.2.6"});
+  EXPECT_THAT(once, ElementsAre("Panel 1, 192.0.2.6: connected"));
+}
+
 TEST_F(PanelReportsTest, ATakeIsToldWithItsLabels) {
   database_.AddStation(1, {{"Label", "CAM 4"}, {"InLabel", ""}});
   database_.AddStation(2, {{"Label", " "}, {"InLabel", "MIC ANCH"}});

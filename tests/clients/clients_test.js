@@ -2,8 +2,8 @@
 //
 // usage: node clients_test.js BIN
 //
-// What two published consumers see and do on a console of 64 channels, and what of it comes to the
-// switcher.
+// What two published consumers see and do on a console of 64 channels and of 256, and what of it
+// comes to the switcher.
 'use strict';
 const assert = require('assert');
 const { System, until } = require('./console.js');
@@ -16,37 +16,45 @@ async function sent(system, lines) {
   assert.deepStrictEqual(takes, lines);
 }
 
+// Product, version, matrix, labels, parameters with gains of 64 sources at most, tally, link and
+// functions, with the nodes that they stand in.
+const elements = (channels) => 82 + 4 * channels + 2 * Math.min(channels, 64);
+
 async function play(system, Consumer) {
+  const { channels } = system;
+  const high = channels - 64;  // in front of all numbers but those of gains
   const consumer = await Consumer.connect(system.port);
   const other = await Consumer.connect(system.port);
-  assert.strictEqual(await consumer.walk(), 466, 'the elements of the tree');
-  assert.strictEqual(await consumer.openMatrix(), 64);
-  assert.strictEqual(consumer.targets(), 64, 'every target, empty ones too');
+  assert.strictEqual(await consumer.walk(), elements(channels), 'the elements of the tree');
+  assert.strictEqual(await consumer.openMatrix(), channels);
+  assert.strictEqual(consumer.targets(), channels, 'every target, empty ones too');
   await other.walk();
   await other.openMatrix();
   system.takes();
 
-  await consumer.absolute(5, [7]);
-  assert.deepStrictEqual(consumer.row(5), [7]);
-  await sent(system, ['rx take output 6 source 8 action 3']);
-  await until('the other one is told', () => other.row(5).join() === '7');
+  const t = high + 5;
+  const [a, b, c, d] = [high + 1, high + 3, high + 7, high + 9];
+  await consumer.absolute(t, [c]);
+  assert.deepStrictEqual(consumer.row(t), [c]);
+  await sent(system, [`rx take output ${t + 1} source ${c + 1} action 3`]);
+  await until('the other one is told', () => other.row(t).join() === `${c}`);
 
-  await consumer.connectTo(5, [3]);
-  assert.deepStrictEqual(consumer.row(5), [3, 7]);
-  await sent(system, ['rx take output 6 source 4 action 2']);
-  await consumer.connectTo(5, [3]);  // once more: it stands
+  await consumer.connectTo(t, [b]);
+  assert.deepStrictEqual(consumer.row(t), [b, c]);
+  await sent(system, [`rx take output ${t + 1} source ${b + 1} action 2`]);
+  await consumer.connectTo(t, [b]);  // once more: it stands
   assert.deepStrictEqual(system.takes(), []);
-  await consumer.disconnectFrom(5, [7]);
-  assert.deepStrictEqual(consumer.row(5), [3]);
-  await consumer.absolute(5, [1, 9]);
-  await until('several', () => consumer.row(5).join() === '1,9');
-  await consumer.absolute(5, []);
-  await until('none', () => consumer.row(5).length === 0);
+  await consumer.disconnectFrom(t, [c]);
+  assert.deepStrictEqual(consumer.row(t), [b]);
+  await consumer.absolute(t, [a, d]);
+  await until('several', () => consumer.row(t).join() === `${a},${d}`);
+  await consumer.absolute(t, []);
+  await until('none', () => consumer.row(t).length === 0);
   system.takes();
 
   // An output is inhibited from itself.
-  await consumer.connectTo(4, [4]);
-  assert.deepStrictEqual(consumer.row(4), []);
+  await consumer.connectTo(high + 4, [high + 4]);
+  assert.deepStrictEqual(consumer.row(high + 4), []);
   assert.deepStrictEqual(system.takes(), [], 'nothing for the switcher');
 
   const gain = await consumer.open('1.4.2.3.1');
@@ -56,11 +64,12 @@ async function play(system, Consumer) {
   await sent(system, [`rx gain input 4 step ${wanted + 100}`]);
 
   const call = await consumer.open('1.7.1');
-  assert.strictEqual(await consumer.invoke(call, 6, 8, true), true);
-  await sent(system, ['rx take output 7 source 9 action 134']);
-  assert.deepStrictEqual(consumer.row(6), [8]);
-  assert.strictEqual(await consumer.invoke(call, 6, 8, false), true);
-  assert.strictEqual(await consumer.invoke(call, 64, 8, true), false, 'there is no such target');
+  const u = high + 6;
+  assert.strictEqual(await consumer.invoke(call, u, high + 8, true), true);
+  await sent(system, [`rx take output ${u + 1} source ${high + 9} action 134`]);
+  assert.deepStrictEqual(consumer.row(u), [high + 8]);
+  assert.strictEqual(await consumer.invoke(call, u, high + 8, false), true);
+  assert.strictEqual(await consumer.invoke(call, channels, a, true), false, 'there is no such target');
 
   const label = await consumer.open('1.3.1.0');
   const text = `CAM ${Consumer.title.length}`;
@@ -70,7 +79,7 @@ async function play(system, Consumer) {
   await consumer.close();
   const again = await Consumer.connect(system.port);
   await again.openMatrix();
-  assert.deepStrictEqual(again.row(4), []);
+  assert.deepStrictEqual(again.row(high + 4), []);
   await again.close();
   await other.close();
 }
@@ -86,12 +95,13 @@ async function playReadOnly(system, Consumer) {
 
 async function main() {
   const bin = process.argv[2];
-  for (const [lines, what] of [[['Takes=Yes'], play], [[], playReadOnly]]) {
-    const system = await System.start(bin, lines);
+  const houses = [[['Takes=Yes'], 64, play], [['Takes=Yes'], 256, play], [[], 64, playReadOnly]];
+  for (const [lines, channels, what] of houses) {
+    const system = await System.start(bin, lines, channels);
     try {
       for (const Consumer of consumers) {
         await what(system, Consumer);
-        console.log(`${Consumer.title}, ${what.name}: passed`);
+        console.log(`${Consumer.title}, ${what.name}, ${channels} channels: passed`);
       }
       assert.strictEqual(await system.stop(), 0, 'the console ends as it should');
     } finally {

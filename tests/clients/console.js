@@ -2,7 +2,7 @@
 //
 // The real console on the real simulated switcher, without a display.
 'use strict';
-const { spawn } = require('child_process');
+const { execFileSync, spawn } = require('child_process');
 const fs = require('fs');
 const net = require('net');
 const os = require('os');
@@ -31,16 +31,18 @@ const freePort = () =>
 
 class System {
   // `lines` is what the section OPEN GATEWAY holds besides the port.
-  static async start(bin, lines) {
+  static async start(bin, lines, channels) {
     const system = new System();
+    system.channels = channels;
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'clients-'));
     system.folder = folder;
     system.port = await freePort();
     const line = path.join(folder, 'line');
     fs.copyFileSync(path.join(bin, 'teskctl'), path.join(folder, 'teskctl'));
+    execFileSync(path.join(bin, 'make_system'), [path.join(folder, 'Tesk.mdb'), `${channels}`]);
     system.simulator = spawn(
       path.join(bin, 'tesksim'),
-      ['--baud', '0', '--log', '--link', line],
+      ['--baud', '0', '--log', '--link', line, '--channels', `${channels}`],
       { stdio: ['pipe', 'pipe', 'inherit'] });
     system.heard = '';
     system.simulator.stdout.on('data', (text) => (system.heard += text));

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <memory>
 #include <random>
 #include <string>
@@ -117,6 +118,42 @@ TEST_F(OpenGatewayProcessTest, APanelThatMayNotTakeIsServed) {
   PanelProcess map(panelPort_, {"map"});
   EXPECT_EQ(map.Wait(), 0) << map.Errors();
   EXPECT_THAT(simulator_.Command("row 6"), HasSubstr("sources none"));
+}
+
+TEST_F(OpenGatewayProcessTest, PanelsAndControllersComeByIpv6) {
+  SocketPeer nobody;
+  ASSERT_FALSE(nobody.ConnectByIpv6(panelPort_));
+  if (errno != ECONNREFUSED) GTEST_SKIP() << "no IPv6 here";
+  Start(
+      "\r\n[PANEL ACCESS]\r\nListen=::1\r\nAllow=::1\r\n"
+      "[OPEN GATEWAY]\r\nPort=PORT\r\nListen=::1\r\n");
+  SocketPeer panel;
+  EXPECT_FALSE(panel.Connect(panelPort_));
+  ASSERT_TRUE(panel.ConnectByIpv6(panelPort_));
+  EXPECT_EQ(panel.Receive(4), "81 00 00 FF");
+  SocketPeer consumer;
+  ASSERT_TRUE(consumer.ConnectByIpv6(port_));
+  consumer.Send(kRootAsked);
+  EXPECT_EQ(consumer.Receive(SizeOf(kRootAnswered)), kRootAnswered);
+}
+
+// As when the interface of its address comes up later than the console.
+TEST_F(OpenGatewayProcessTest, PanelsAreListenedForWhenItIsPossible) {
+  FakeConsole other;
+  const int taken = other.Port();
+  folder_.WriteSettings(
+      simulator_.Terminal(),
+      "IP Port=" + std::to_string(taken) +
+          "\r\nSoftpanel Support=Yes\r\n\r\n[PANEL ACCESS]\r\nListen=127.0.0.1\r\n");
+  console_ = std::make_unique<ConsoleProcess>(folder_);
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console_->Boxes().empty(); }));
+  console_->CloseBox();
+  EXPECT_FALSE(console_->IsShown("aidPanels"));
+  other.StopListening();
+  SocketPeer panel;
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return panel.Connect(taken); }));
+  EXPECT_EQ(panel.Receive(4), "81 00 00 FF");
+  EXPECT_EQ(console_->Property("aidPanels", "text").toString().toStdString(), "Panels 1");
 }
 
 TEST_F(OpenGatewayProcessTest, APanelThatIsNotAllowedIsTurnedAway) {

@@ -4,10 +4,11 @@
 // large the system is, whether the link is up and whether they may take; then come steps: a byte
 // that names a consumer and what happens, for data followed by a length and so many bytes, which
 // are sent as they are or, with a good frame around them, as a message.  The upper half of a step's
-// byte says how: which state of the link and the map, with how much room on the line.  Whatever
-// comes, what goes to a consumer is whole frames of readable messages, nothing waits without
-// bounds, and what goes to the switcher is takes of channels that are there and gains, and nothing
-// from who may not take.
+// byte says how: which state of the link and the map, with how much room on the line, with which
+// labels and inhibits.  Whatever comes, what goes to a consumer is whole frames of readable
+// messages, nothing waits without bounds, and what goes to the switcher is takes of channels that
+// are there and gains: nothing that makes an inhibited crosspoint, and nothing from who may not
+// take.
 
 #include <algorithm>
 #include <chrono>
@@ -31,16 +32,19 @@ void Require(bool condition) {
   if (!condition) std::abort();
 }
 
-// The same for all inputs: consumers only read it.
-jet::Database* Database() {
-  static const std::unique_ptr<test::SmallDatabase> database = [] {
+// The records before and after somebody has edited them; the same for all inputs, as consumers only
+// read them.
+jet::Database* Database(bool isEdited) {
+  const auto make = [](const char* label, const std::string& inhibits) {
     auto made = std::make_unique<test::SmallDatabase>();
-    for (int station = 1; station <= 120; ++station) {
-      made->AddStation(station, {{"Label", "Sta"}, {"InLabel", "In"}, {"Inhibits", "0101"}});
+    for (int station = 1; station <= model::kMaxChannelCount; ++station) {
+      made->AddStation(station, {{"Label", label}, {"InLabel", "In"}, {"Inhibits", inhibits}});
     }
     return made;
-  }();
-  return database->Files().Database();
+  };
+  static const auto before = make("Sta", "0101");
+  static const auto after = make("CAM", std::string(200, '1') + "0");
+  return (isEdited ? *after : *before).Files().Database();
 }
 
 class NullReporter : public model::ErrorReporter {
@@ -77,6 +81,7 @@ class EmberFuzz {
   explicit EmberFuzz(std::uint8_t setup) : mayTake_((setup & 0x40) != 0) {
     model_.ChannelCount =
         static_cast<std::int16_t>((setup & 0x0F) * 8 + ((setup & 0x10) != 0 ? 128 : 0));
+    if (model_.ChannelCount == 248) model_.ChannelCount = model::kMaxChannelCount;
     model_.AllocateMap();
     model_.LinkStatus[0] = (setup & 0x80) != 0 ? 1 : 0;
     model_.XmapComplete = true;
@@ -150,10 +155,25 @@ class EmberFuzz {
         return;
       case 9:
         return news_.Elapse();
+      case 10:
+      case 11:
+        return Edit(how == 11);
       default:
         line_.fails = how == 15;
     }
   }
+
+  void Edit(bool isEdited) {
+    isEdited_ = isEdited;
+    for (const char* const field : {"Label", "Inhibits"}) {
+      changes_.Announce({.origin = stations::Origin::Operator,
+                         .station = 1,
+                         .fields = {{.field = field, .before = {}, .after = {}}}});
+    }
+  }
+
+  // From every output.
+  bool IsInhibited(int input) const { return isEdited_ ? input <= 200 : input == 2 || input == 4; }
 
   void Deliver(std::shared_ptr<test::FakePeer>& peer, const Bytes& data) {
     if (peer == nullptr || !peer->connected) {
@@ -188,6 +208,12 @@ class EmberFuzz {
         Require(take && take->destination <= model_.ChannelCount &&
                 take->source <= model_.ChannelCount);
         Require(!locks_.IsLocked(take->destination));
+        using switcher::TakeAction;
+        const auto action = static_cast<TakeAction>(take->action);
+        const bool isMade = action == TakeAction::Take || action == TakeAction::MakeSum ||
+                            action == TakeAction::MakeCall ||
+                            action == TakeAction::MakePriorityListen;
+        Require(!isMade || !IsInhibited(take->source));
       }
       sent = sent.subspan(size);
     }
@@ -195,6 +221,7 @@ class EmberFuzz {
   }
 
   const bool mayTake_;
+  bool isEdited_ = false;
   model::SystemModel model_;
   switcher::KnownMap knownMap_{model_};
   stations::Changes changes_;
@@ -211,7 +238,7 @@ class EmberFuzz {
   switcher::LineShare share_{line_, [] { return std::chrono::milliseconds(500); }};
   std::shared_ptr<test::FakePeer> peers_[2];
   ember::Provider provider_{{.model = model_,
-                             .database = Database,
+                             .database = [this] { return Database(isEdited_); },
                              .changes = changes_,
                              .locks = locks_,
                              .commands = commands_,

@@ -9,11 +9,17 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHostAddress>
+#include <algorithm>
 #include <chrono>
 #include <functional>
+#include <memory>
+#include <set>
+#include <thread>
+#include <vector>
 
 #include "tests/gateway/gateway_fixture.h"
 #include "tests/support/hex.h"
+#include "tests/support/raw_panel.h"
 
 namespace gateway {
 namespace {
@@ -64,6 +70,54 @@ TEST_F(ListenerTest, ListensOnOneAddressIfItIsToldTo) {
   // One that this computer does not have.
   listener_.SetAddress(QHostAddress(QStringLiteral("203.0.113.9")));
   EXPECT_FALSE(listener_.Start(port).ok());
+}
+
+// A flood of connections is let in a little at a time, and everything else comes between.
+TEST_F(ListenerTest, ManyAreAcceptedInTurns) {
+  const int port = FreePort();
+  ASSERT_TRUE(listener_.Start(port).ok());
+  std::vector<std::unique_ptr<ClientSocket>> accepted;
+  listener_.SetAcceptHandler([&](std::unique_ptr<ClientSocket> client) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    accepted.push_back(std::move(client));
+  });
+  std::vector<test::RawPanel> crowd;
+  for (int i = 0; i < 100; ++i) crowd.emplace_back(port);
+  std::size_t most = 0;
+  while (accepted.size() < crowd.size()) {
+    const std::size_t before = accepted.size();
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    most = std::max(most, accepted.size() - before);
+  }
+  EXPECT_LE(most, 16U);
+}
+
+// Who sends and leaves before he is accepted is heard of all the same.
+TEST_F(ListenerTest, WhatComesBeforeAcceptingIsTold) {
+  class Counter : public ClientSocketEvents {
+   public:
+    void DataArrived(int slot, std::size_t /*byteCount*/) override { heard.insert(slot); }
+    void PeerClosed(int slot) override { gone.insert(slot); }
+    std::set<int> heard;
+    std::set<int> gone;
+  };
+  const int port = FreePort();
+  ASSERT_TRUE(listener_.Start(port).ok());
+  Counter counter;
+  std::vector<std::unique_ptr<ClientSocket>> accepted;
+  listener_.SetAcceptHandler([&](std::unique_ptr<ClientSocket> client) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(4));
+    client->SetEvents(&counter, static_cast<int>(accepted.size()));
+    accepted.push_back(std::move(client));
+  });
+  for (int i = 0; i < 40; ++i) test::RawPanel(port).Send("F5");
+  QElapsedTimer patience;
+  patience.start();
+  while (counter.gone.size() < 40 && patience.elapsed() < 60000) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+  }
+  EXPECT_EQ(counter.heard.size(), 40U);
+  EXPECT_EQ(counter.gone.size(), 40U);
 }
 
 TEST_F(ListenerTest, PortsThatDoNotExistAreErrors) {

@@ -17,71 +17,43 @@
 // name of the only one to run.
 
 #include <QCoreApplication>
-#include <QTcpServer>
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <deque>
-#include <functional>
-#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "tests/end_to_end/console_process.h"
+#include "tests/soak/house.h"
 #include "tests/support/raw_panel.h"
-#include "tests/support/simulator_process.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using soak::Attack;
+using soak::Clock;
+using soak::kLost;
+using soak::Since;
 using std::chrono::milliseconds;
 using namespace std::chrono_literals;
 using test::RawPanel;
 
 constexpr char kIdentify[] = "81 35 35 FF";
-constexpr milliseconds kLost{60000};  // so long is waited for what does not come
 
-milliseconds Since(Clock::time_point start) {
-  return std::chrono::duration_cast<milliseconds>(Clock::now() - start);
-}
-
-// The console, its switcher, and what is measured of them.
-class House {
+// One that serves network panels.
+class House : public soak::House {
  public:
-  House(Clock::duration time, int patience) : time_(time), patience_(patience) {
-    QTcpServer server;
-    if (server.listen(QHostAddress::Any, 0)) port_ = server.serverPort();
-    server.close();
-    folder_.WriteSettings(line_,
-                          "Softpanel Support=Yes\r\nIP Port=" + std::to_string(port_) + "\r\n");
-    console_ = std::make_unique<test::ConsoleProcess>(folder_);
-    up_ = console_->IsUp() && simulator_.WaitForLine("rx poll tally").has_value();
-    // Only a switcher that reports its tally is watched.
-    simulator_.Command("send-tally");
-    up_ = up_ && simulator_.WaitForLine("rx poll keep-alive").has_value();
-  }
+  House(Clock::duration time, int patience, int port)
+      : soak::House(time, patience,
+                    "Softpanel Support=Yes\r\nIP Port=" + std::to_string(port) + "\r\n"),
+        port_(port) {}
 
-  bool IsUp() const { return up_; }
   int Port() const { return port_; }
-  Clock::duration Time() const { return time_; }
-  test::ConsoleProcess& Console() { return *console_; }
-  test::SimulatorProcess& Switcher() { return simulator_; }
 
   RawPanel Panel() const {
     RawPanel panel(port_);
     panel.Send(kIdentify);
     return panel;
-  }
-
-  // Whether `measured` is within the limit; says so.
-  bool Check(const char* what, milliseconds measured, milliseconds limit) const {
-    const bool ok = measured <= limit * patience_;
-    std::printf("  %-44s %6lld ms%s\n", what, static_cast<long long>(measured.count()),
-                ok ? "" : "  FAILED");
-    return ok;
   }
 
   // Until a panel has this byte.
@@ -99,7 +71,7 @@ class House {
   milliseconds LongestAnswer() const {
     RawPanel panel = Panel();
     milliseconds longest{0};
-    for (const auto start = Clock::now(); Clock::now() - start < time_;) {
+    for (const auto start = Clock::now(); Clock::now() - start < Time();) {
       panel.Received().clear();
       panel.Send("F5");
       longest = std::max(longest, TimeTo(panel, 0xF4));
@@ -108,63 +80,8 @@ class House {
     return longest;
   }
 
-  // The longest way of the operator's take to the line.
-  milliseconds LongestTake() {
-    milliseconds longest{0};
-    int input = 0;
-    for (const auto start = Clock::now(); Clock::now() - start < time_;) {
-      input = input % 40 + 1;
-      const auto asked = Clock::now();
-      console_->Use("ID_Take", 60, input);
-      const std::string line = "rx take output 60 source " + std::to_string(input);
-      longest = std::max(longest, simulator_.WaitForLine(line, kLost) ? Since(asked) : kLost);
-      std::this_thread::sleep_for(150ms);
-    }
-    return longest;
-  }
-
-  // The longest time between two polls of the switcher.
-  milliseconds LongestSilence() {
-    milliseconds longest{0};
-    for (const auto start = Clock::now(); Clock::now() - start < time_;) {
-      const auto before = Clock::now();
-      longest = std::max(
-          longest, simulator_.WaitForLine("rx poll keep-alive", kLost) ? Since(before) : kLost);
-    }
-    return longest;
-  }
-
  private:
-  const Clock::duration time_;
-  const int patience_;
-  int port_ = 0;
-  test::ConsoleFolder folder_;
-  const std::string line_ = folder_ / "line";
-  test::SimulatorProcess simulator_{{"--log", "--link", line_}};
-  std::unique_ptr<test::ConsoleProcess> console_;
-  bool up_ = false;
-};
-
-// What is done to the console in a thread of its own, again and again, until the object goes.
-class Attack {
- public:
-  Attack(milliseconds pause, std::function<void()> blow)
-      : thread_([this, pause, blow = std::move(blow)] {
-          while (!ending_) {
-            blow();
-            std::this_thread::sleep_for(pause);
-          }
-        }) {}
-  ~Attack() {
-    ending_ = true;
-    thread_.join();
-  }
-  Attack(const Attack&) = delete;
-  Attack& operator=(const Attack&) = delete;
-
- private:
-  std::atomic<bool> ending_ = false;
-  std::thread thread_;
+  const int port_;
 };
 
 bool Flood(House& house) {
@@ -269,21 +186,17 @@ bool FullHouse(House& house) {
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
-  const double seconds = argc > 1 ? std::atof(argv[1]) : 20;
-  const int patience = argc > 2 ? std::max(std::atoi(argv[2]), 1) : 1;
-  const auto time = std::chrono::duration_cast<Clock::duration>(
-      std::chrono::duration<double>(std::max(seconds, 0.1)));
-  const std::string only = argc > 3 ? argv[3] : "";
+  const soak::Options options(argc, argv);
   int failures = 0;
   const std::pair<const char*, bool (*)(House&)> attacks[] = {
       {"flood", Flood},     {"churn", Churn}, {"drip", Drip},
       {"endless", Endless}, {"takes", Takes}, {"full house", FullHouse},
   };
   for (const auto& [name, attack] : attacks) {
-    if (!only.empty() && only != name) continue;
+    if (!options.Wants(name)) continue;
     std::printf("%s\n", name);
     std::fflush(stdout);
-    House house(time, patience);
+    House house(options.time, options.patience, soak::FreePort());
     if (!house.IsUp() || !attack(house) || !house.Console().Lives()) {
       std::printf("FAILED: %s\n", name);
       ++failures;

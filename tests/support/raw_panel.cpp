@@ -18,12 +18,20 @@
 
 namespace test {
 
-RawPanel::RawPanel(int port, int receiveBuffer) : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
+RawPanel::RawPanel(int port, int receiveBuffer, const char* from)
+    : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
   if (receiveBuffer > 0) {
     setsockopt(socket_, SOL_SOCKET, SO_RCVBUF, &receiveBuffer, sizeof receiveBuffer);
   }
   sockaddr_in address{};
   address.sin_family = AF_INET;
+  if (from != nullptr) {
+    address.sin_addr.s_addr = inet_addr(from);
+    if (bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+      Close();
+      return;
+    }
+  }
   address.sin_port = htons(static_cast<std::uint16_t>(port));
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   if (connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {

@@ -19,7 +19,8 @@ class RawPanel {
 
   // Connects to `port` of this machine; IsConnected() tells whether it could.  `receiveBuffer`
   // bounds the system's receive buffer, for panels that do not read; 0 leaves it.
-  explicit RawPanel(int port, int receiveBuffer = 0);
+  // `from` is the address of this machine that it comes from, such as "127.0.0.2"; null leaves it.
+  explicit RawPanel(int port, int receiveBuffer = 0, const char* from = nullptr);
   ~RawPanel();
   RawPanel(RawPanel&& other) noexcept;
   RawPanel& operator=(RawPanel&& other) noexcept;

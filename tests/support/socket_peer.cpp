@@ -37,6 +37,15 @@ bool SocketPeer::Connect(int port) {
   return connect(descriptor_, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
 }
 
+bool SocketPeer::ConnectByIpv6(int port) {
+  sockaddr_in6 address{};
+  address.sin6_family = AF_INET6;
+  address.sin6_port = htons(static_cast<std::uint16_t>(port));
+  address.sin6_addr = in6addr_loopback;
+  Take(socket(AF_INET6, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  return connect(descriptor_, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+}
+
 void SocketPeer::Take(int descriptor) {
   Close();
   descriptor_ = descriptor;

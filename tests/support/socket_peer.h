@@ -22,8 +22,9 @@ class SocketPeer {
   SocketPeer(const SocketPeer&) = delete;
   SocketPeer& operator=(const SocketPeer&) = delete;
 
-  // Connects to a port of the loopback address; false when nobody listens.
+  // Connects to a port of the loopback address, of IPv4 or of IPv6; false when nobody listens.
   bool Connect(int port);
+  bool ConnectByIpv6(int port);
 
   // Takes over a connected socket; it replaces the one before.
   void Take(int descriptor);

@@ -215,6 +215,7 @@ void InputLevelDialog::Moved(int index) {
   ScrollTo(index);
   // A failure has been reported, and the model keeps what the operator wants.
   (void)services_.commands.SendGain(index, gain);
+  Q_EMIT GainSet();
 }
 
 void InputLevelDialog::LetGo(int index) {

@@ -51,6 +51,10 @@ class InputLevelDialog : public QDialog {
   // not be read are empty.
   void UpdateLabels();
 
+ Q_SIGNALS:
+  // The operator has set a gain; the model holds it.
+  void GainSet();
+
  protected:
   void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -117,6 +117,19 @@ TEST(Ber, RefusesWhatDoesNotFit) {
   EXPECT_TRUE(OneValue("31 03 30 80 05").IsRefused());           // the end is its parent's
 }
 
+// Two bytes of a message are a value, and each of them costs more than its bytes.
+TEST(Ber, HasSoManyValues) {
+  const auto values = [](std::size_t count) {
+    Bytes bytes;
+    for (std::size_t i = 0; i < count; ++i) bytes.insert(bytes.end(), {0x05, 0x00});
+    return bytes;
+  };
+  EXPECT_TRUE(ParseBer(values(16384)).has_value());
+  EXPECT_FALSE(ParseBer(values(16385)).has_value());
+  EXPECT_TRUE(ParseBer(BerValue(kSequence, values(16383))).has_value());
+  EXPECT_FALSE(ParseBer(BerValue(kSequence, values(16384))).has_value()) << "its parent is one";
+}
+
 TEST(Ber, NestsThirtyTwoDeep) {
   const auto nested = [](int depth) {
     Bytes value = BerInteger(5);

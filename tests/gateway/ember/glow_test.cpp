@@ -127,6 +127,20 @@ TEST(GlowRequests, ElementsInsideEachOther) {
               ElementsAre("Invoke 1.7.2"));
 }
 
+// A path of a thousand numbers would be kept with each of the commands below it.
+TEST(GlowRequests, APathOfManyNumbersIsNone) {
+  const auto asked = [](std::size_t numbers) {
+    const Bytes command = BerValue(Application(2), BerValue(Context(0), BerInteger(32)));
+    const Bytes children =
+        BerValue(Context(2), BerValue(Application(4), BerValue(Context(0), command)));
+    const std::vector<Bytes> elements{BerValue(
+        Application(10), {BerValue(Context(0), BerOid(std::vector<int>(numbers, 1))), children})};
+    return GlowMessage(elements);
+  };
+  EXPECT_THAT(Parse(asked(8)), ElementsAre("GetDirectory 1.1.1.1.1.1.1.1"));
+  EXPECT_THAT(Parse(asked(9)), IsEmpty());
+}
+
 TEST(GlowRequests, WhatIsUnknownIsPassedOver) {
   // A stream collection, a template, command 40, a qualified element inside another one.
   EXPECT_THAT(Parse(FromHex("60 02 66 00")), IsEmpty());

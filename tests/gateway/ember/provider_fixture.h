@@ -30,8 +30,9 @@ namespace ember {
 class RecordingPeerEvents : public PeerEvents {
  public:
   void PeerConnected(const PeerName& peer) override { Add(peer, "connected"); }
-  void PeerTurnedAway(const std::string& address) override {
-    lines.push_back(address + " turned away");
+  void PeerTurnedAway(const std::string& address, TurnedAway why) override {
+    lines.push_back(address +
+                    (why == TurnedAway::AllTaken ? " turned away" : " turned away, has many"));
   }
   void PeerTook(const PeerName& peer, const switcher::Take& take) override {
     Add(peer, "took " + std::to_string(take.destination) + " " + std::to_string(take.source) + " " +
@@ -108,8 +109,9 @@ class ProviderTest : public testing::Test {
 
   void SetUp() override { ASSERT_TRUE(port_.Open(1).ok()); }
 
-  std::shared_ptr<test::FakePeer> Connect() {
+  std::shared_ptr<test::FakePeer> Connect(const std::string& address = "10.0.0.7") {
     auto peer = std::make_shared<test::FakePeer>();
+    peer->address = address;
     provider_.Accept(std::make_unique<test::FakeClientSocket>(peer));
     return peer;
   }

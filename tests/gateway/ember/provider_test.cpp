@@ -290,7 +290,10 @@ TEST_F(ProviderTest, ManyQuestionsAreServedInTurns) {
   EXPECT_LT(greedy->written.size(), 10 * answer);
   EXPECT_TRUE(workTimer_.IsRunning());
   other->Send(test::kRootAsked);
+  EXPECT_EQ(other->TakeWritten(), "") << "who comes meanwhile makes no turn longer";
+  for (int turn = 0; turn < 3; ++turn) workTimer_.Elapse();
   EXPECT_EQ(other->TakeWritten(), test::kRootAnswered);
+  EXPECT_LT(greedy->written.size(), 30 * answer);
   workTimer_.ElapseAll();
   EXPECT_EQ(greedy->written.size(), 300 * answer);
 }
@@ -315,15 +318,62 @@ TEST_F(ProviderTest, OneThatNeverSpokeMakesRoom) {
   const auto speaking = Connect();
   speaking->Send(test::kRootAsked);
   std::vector<std::shared_ptr<test::FakePeer>> mute;
-  for (int i = 1; i < Provider::kMostPeers; ++i) {
+  for (int i = 1; i < Peers::kMost; ++i) {
     now_ += std::chrono::milliseconds(1);
-    mute.push_back(Connect());
+    mute.push_back(Connect("10.0.1." + std::to_string(i)));
   }
   const auto late = Connect();
   EXPECT_TRUE(late->connected);
   EXPECT_TRUE(speaking->connected);
   EXPECT_FALSE(mute.front()->connected);
   EXPECT_TRUE(mute.back()->connected);
+  EXPECT_THAT(events_.drops, ElementsAre(PeerDrop::MadeRoom));
+}
+
+// What one computer does is at the cost of its own connections.
+TEST_F(ProviderTest, AnAddressHasSoManyConnections) {
+  const auto other = Connect("10.0.0.8");
+  std::vector<std::shared_ptr<test::FakePeer>> many;
+  for (int i = 0; i < Peers::kMostOfAddress; ++i) {
+    now_ += std::chrono::milliseconds(1);
+    many.push_back(Connect());
+    if (i > 0) many.back()->Send(test::kRootAsked);
+  }
+  const auto inItsPlace = Connect();
+  EXPECT_TRUE(inItsPlace->connected);
+  EXPECT_FALSE(many.front()->connected) << "it had said nothing";
+  inItsPlace->Send(test::kRootAsked);
+  const auto tooMany = Connect();
+  EXPECT_TRUE(tooMany->closedByConsole);
+  EXPECT_EQ(events_.lines.back(), "10.0.0.7 turned away, has many");
+  EXPECT_TRUE(other->connected) << "though it has said nothing";
+  EXPECT_TRUE(Connect("10.0.0.9")->connected);
+}
+
+// Those in front ask on and on, and those behind have their turn.
+TEST_F(ProviderTest, NobodyStarves) {
+  std::vector<std::shared_ptr<test::FakePeer>> greedy;
+  for (int i = 0; i < 8; ++i) greedy.push_back(Connect());
+  const auto last = Connect();
+  Bytes questions;
+  const Bytes question = test::FromHex(test::kRootAsked);
+  for (int i = 0; i < 100; ++i) questions.insert(questions.end(), question.begin(), question.end());
+  workTakes_ = std::chrono::milliseconds(2);
+  for (const auto& peer : greedy) peer->Send(questions);
+  last->Send(test::kRootAsked);
+  for (int turn = 0; turn < 40; ++turn) workTimer_.Elapse();
+  EXPECT_EQ(last->TakeWritten(), test::kRootAnswered);
+  EXPECT_TRUE(workTimer_.IsRunning());
+}
+
+// However often it asks in one go.
+TEST_F(ProviderTest, KeepAlivesInOneGoHaveOneAnswer) {
+  const auto peer = Connect();
+  Bytes requests;
+  const Bytes request = test::FromHex("FE 00 0E 01 01 94 E4 FF");
+  for (int i = 0; i < 200; ++i) requests.insert(requests.end(), request.begin(), request.end());
+  peer->Send(requests);
+  EXPECT_EQ(peer->TakeWritten(), "FE 00 0E 02 01 FD DC CE FF");
 }
 
 TEST_F(ProviderTest, WhatCannotBeSetIsAnsweredWithWhatHolds) {
@@ -406,7 +456,7 @@ TEST_F(ProviderTest, OneWithoutAnEndIsDropped) {
 TEST_F(ProviderTest, SoManyAreServedAndPlacesBecomeFree) {
   std::vector<std::shared_ptr<test::FakePeer>> peers;
   for (int i = 0; i < 32; ++i) {
-    peers.push_back(Connect());
+    peers.push_back(Connect("10.0.1." + std::to_string(i)));
     peers.back()->Send(test::kRootAsked);
   }
   const auto tooMany = Connect();
@@ -467,7 +517,7 @@ TEST_F(ProviderTest, AWrongByteInAGoodFrameTakesOnlyWhatIsThere) {
     ASSERT_TRUE(reader.Read(test::FromHex(frame), &events));
     ASSERT_EQ(events.size(), 1U);
     for (std::size_t at = 0; at < events[0].message.size(); ++at) {
-      for (const int flip : {0x01, 0x02, 0x08, 0x80, 0xFF}) {
+      for (const int flip : {0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80, 0xFF}) {
         Bytes wrong = events[0].message;
         wrong[at] = static_cast<std::uint8_t>(wrong[at] ^ flip);
         const auto peer = Connect();
@@ -500,7 +550,7 @@ TEST_F(ProviderTest, NoWrongByteOfATakeReachesTheLine) {
                                   test::kDisconnect, test::kGainSet, test::kCallInvoked}) {
     const Bytes bytes = test::FromHex(frame);
     for (std::size_t at = 0; at < bytes.size(); ++at) {
-      for (const int flip : {0x01, 0x80, 0xFF, 0x20}) {
+      for (const int flip : {0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80, 0xFF}) {
         Bytes wrong = bytes;
         wrong[at] = static_cast<std::uint8_t>(wrong[at] ^ flip);
         const auto peer = Connect();

@@ -546,6 +546,24 @@ TEST_F(TakesTest, SoManyMayWait) {
   EXPECT_EQ(port_.TakeWritten(), "");
 }
 
+// Thousands that are overdue at once do not hold the event loop, and are answered before consumers
+// give up.
+TEST_F(TakesTest, WhatIsOverdueEndsInTurns) {
+  std::vector<std::shared_ptr<test::FakePeer>> peers;
+  port_.sendsAtOnce = false;
+  port_.unsent = 250;
+  for (int i = 0; i < 8; ++i) {
+    peers.push_back(Connect());
+    for (int k = 0; k < 200; ++k) peers.back()->Send(test::kConnect);
+  }
+  Pass(milliseconds(2500));
+  EXPECT_EQ(events_.refusals.size(), 256U);
+  takeTimer_.now = 0;
+  takeTimer_.ElapseAll();
+  EXPECT_EQ(events_.refusals, std::vector(1600, Refusal::LineBusy));
+  EXPECT_LE(takeTimer_.now, 100);
+}
+
 // Row 6 without priority.
 TEST_F(TakesTest, ACallIsDoneWhenTheRowSaysSo) {
   const auto peer = Connect();

@@ -156,6 +156,19 @@ TEST_F(InputLevelDialogTest, AMovedSliderIsSentShownAndKept) {
   EXPECT_EQ(Sent(), "E3 3F 00 3F FF");
 }
 
+// For whoever else shows gains: controllers on the network.
+TEST_F(InputLevelDialogTest, AGainIsAnnouncedWhenTheModelHasIt) {
+  views::InputLevelDialog& dialog = console_.Open();
+  std::vector<int> gains;
+  QObject::connect(&dialog, &views::InputLevelDialog::GainSet,
+                   [&] { gains.push_back(console_.Gain(5)); });
+  console_.Slider(5).setValue(27);
+  EXPECT_THAT(gains, ElementsAre(100));
+  console_.SetGain(5, 64);
+  dialog.Update_GainMap();
+  EXPECT_THAT(gains, ElementsAre(100)) << "a report of the switcher is none of the operator's";
+}
+
 TEST_F(InputLevelDialogTest, KeysMoveTheFocusedSliderUpIsLouder) {
   console_.Open();
   QSlider& slider = console_.Slider(2);
