@@ -23,8 +23,11 @@ inline std::uint32_t GetU32(const std::uint8_t* p) {
          (std::uint32_t{p[3]} << 24);
 }
 
+// In one expression, of which the compiler makes one load.
 inline std::uint64_t GetU64(const std::uint8_t* p) {
-  return GetU32(p) | (std::uint64_t{GetU32(p + 4)} << 32);
+  return p[0] | (std::uint64_t{p[1]} << 8) | (std::uint64_t{p[2]} << 16) |
+         (std::uint64_t{p[3]} << 24) | (std::uint64_t{p[4]} << 32) | (std::uint64_t{p[5]} << 40) |
+         (std::uint64_t{p[6]} << 48) | (std::uint64_t{p[7]} << 56);
 }
 
 inline std::uint32_t GetU24BigEndian(const std::uint8_t* p) {

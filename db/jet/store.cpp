@@ -2,7 +2,7 @@
 
 #include "db/jet/store.h"
 
-#include <ctime>
+#include <chrono>
 
 #include "db/jet/ownership.h"
 
@@ -173,14 +173,21 @@ Status Store::OpenTableAt(std::uint32_t page, std::string name, std::vector<Prop
 
 double Store::Now() const {
   if (fixedNow_ != 0) return fixedNow_;
-  const std::time_t now = std::time(nullptr);
-  // The local clock's reading: the difference between the two calendars is the time zone.
-  std::tm local = *std::localtime(&now);
-  std::tm utc = *std::gmtime(&now);
-  local.tm_isdst = 0;
-  utc.tm_isdst = 0;
-  const double offset = std::difftime(std::mktime(&local), std::mktime(&utc));
-  return kDaysToUnixEpoch + (static_cast<double>(now) + offset) / kSecondsPerDay;
+  return LocalDays(std::time(nullptr));
+}
+
+// Unlike std::localtime() localtime_r() shares nothing with other threads.
+double Store::LocalDays(std::time_t instant) {
+  std::tm local{};
+  if (localtime_r(&instant, &local) == nullptr) {
+    return kDaysToUnixEpoch + static_cast<double>(instant) / kSecondsPerDay;
+  }
+  const std::chrono::sys_days date = std::chrono::year(local.tm_year + 1900) /
+                                     std::chrono::month(static_cast<unsigned>(local.tm_mon) + 1) /
+                                     std::chrono::day(static_cast<unsigned>(local.tm_mday));
+  const int seconds = (local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec;
+  return kDaysToUnixEpoch + static_cast<double>(date.time_since_epoch().count()) +
+         seconds / kSecondsPerDay;
 }
 
 void Store::BeginBatch() {

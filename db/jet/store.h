@@ -6,6 +6,7 @@
 #define DB_JET_STORE_H_
 
 #include <cstdint>
+#include <ctime>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -69,6 +70,8 @@ class Store {
   // Days since 1899-12-30, local time, for the dates of the catalogue; or a fixed date.
   double Now() const;
   void SetNow(double days) { fixedNow_ = days; }
+  // An instant on the local clock, in such days; that of the world where there is no other.
+  static double LocalDays(std::time_t instant);
 
   // Keeps all changes from now on in memory; nothing while a batch is open.
   void BeginBatch();

@@ -26,6 +26,13 @@ Status NotRepairable(const Table& table, const std::string& text, std::uint32_t 
                 "An index of table \"" + table.Name() + "\" is damaged: " + text, page);
 }
 
+// Whether a page holds nothing of anybody, such as one of zeros, so that it may be written over:
+// the definition and the map of the index both say that it is the root.
+bool IsRuin(const std::uint8_t* bytes) {
+  return bytes[0] == 0 ||
+         (bytes[0] > kMapPage && bytes[0] != kFreedOtherPage && bytes[0] != kFreedDataPage);
+}
+
 // Whether the tree may be written again without writing over anything else.
 Status CheckPages(Table& table, const RealIndex& index, const std::vector<std::uint32_t>& treePages,
                   std::unordered_set<std::uint32_t>* claimed) {
@@ -46,10 +53,12 @@ Status CheckPages(Table& table, const RealIndex& index, const std::vector<std::u
   const std::uint8_t* root = nullptr;
   status = pager.Read(index.root, &root);
   if (!status.ok()) return NotRepairable(table, status.Text(), index.root);
-  if ((root[0] != kLeafPage && root[0] != kNodePage) || GetU32(root + 4) != table.Def().page) {
-    return NotRepairable(table, "its root is no page of it", index.root);
+  const bool isIndex = root[0] == kLeafPage || root[0] == kNodePage;
+  if (isIndex && GetU32(root + 4) == table.Def().page) return {};
+  if (IsRuin(root) && std::find(mapped.begin(), mapped.end(), index.root) != mapped.end()) {
+    return {};
   }
-  return {};
+  return NotRepairable(table, "its root is no page of it", index.root);
 }
 
 }  // namespace

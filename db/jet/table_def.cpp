@@ -162,6 +162,7 @@ std::uint32_t Column::FixedSize() const {
 }
 
 bool EqualNoCase(std::string_view a, std::string_view b) {
+  if (a == b) return true;  // as names nearly always are
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [&](char x, char y) { return lower(x) == lower(y); });

@@ -6,10 +6,16 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <memory>
+#include <numeric>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "db/jet/database.h"
+#include "db/jet/store.h"
+#include "db/jet/table.h"
 #include "db/schema.h"
 #include "db/station_list.h"
 #include "tests/support/another_user.h"
@@ -595,6 +601,69 @@ TEST_F(DatabaseFilesTest, AFileThatIsTooDamagedToBeOpenedIsKnownToBeDamaged) {
   EXPECT_EQ(status.Number(), 3049);
   EXPECT_FALSE(files.DamageFound().IsSound());
   EXPECT_FALSE(files.IsOpen());
+}
+
+constexpr std::ptrdiff_t kPageBytes = 4096;
+
+// The page of a database on which the tree of an index of the stations begins.
+std::size_t RootOf(const fs::path& file, std::string_view name) {
+  std::unique_ptr<jet::Database> database;
+  std::shared_ptr<jet::Table> table;
+  EXPECT_TRUE(jet::Database::Open(file, jet::Access::ReadOnly, &database).ok());
+  EXPECT_TRUE(database->GetStore().OpenTable(kStationsTable, &table).ok());
+  return table->Def().realIndexes[table->Def().FindIndex(name)->real].root;
+}
+
+std::vector<int> Numbers(DatabaseFiles& files) {
+  std::vector<int> numbers;
+  jet::RecordSet& stations = *files.Stations();
+  bool ok = stations.MoveFirst().ok();
+  for (; ok && !stations.Eof(); ok = stations.MoveNext().ok()) {
+    jet::Value number;
+    EXPECT_TRUE(stations.Get("StationNum", &number).ok());
+    numbers.push_back(number.Int());
+  }
+  EXPECT_TRUE(ok);
+  return numbers;
+}
+
+// The records have all that the index is made of.
+TEST_F(DatabaseFilesTest, TheStationsAreThereInOrderWithoutTheRootOfTheirIndex) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  const auto root = static_cast<std::ptrdiff_t>(RootOf(main_, kStationNumIndex));
+  const std::string sound = ReadFile(main_);
+  for (const char fill : {'\0', '\xAA'}) {
+    std::string damaged = sound;
+    std::fill_n(damaged.begin() + root * kPageBytes, kPageBytes, fill);
+    WriteFile(main_, damaged);
+    DatabaseFiles files(main_, copy_);
+    const model::Status status = files.Open();
+    ASSERT_TRUE(status.ok()) << status.Description();
+    EXPECT_FALSE(files.DamageFound().IsSound()) << "the operator is told";
+    EXPECT_TRUE(files.DamageFound().missing.empty());
+    std::vector<int> all(128);
+    std::iota(all.begin(), all.end(), 1);
+    EXPECT_EQ(Numbers(files), all);
+    ASSERT_TRUE(files.Stations()->Seek(77).ok());
+    EXPECT_EQ(Label(files), "Ext. 013");
+    ASSERT_TRUE(files.SaveAndClose().ok());
+    EXPECT_TRUE(ReadFile(main_) == damaged) << "nothing was edited";
+  }
+}
+
+// It may be the only copy of what stands there.
+TEST_F(DatabaseFilesTest, WhatStandsWhereAnIndexBeganIsNotWrittenOver) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  const auto root = static_cast<std::ptrdiff_t>(RootOf(main_, kStationNumIndex));
+  std::string damaged = ReadFile(main_);
+  const auto records = static_cast<std::ptrdiff_t>(damaged.find("Sta. 012")) / kPageBytes;
+  std::swap_ranges(damaged.begin() + root * kPageBytes, damaged.begin() + (root + 1) * kPageBytes,
+                   damaged.begin() + records * kPageBytes);
+  WriteFile(main_, damaged);
+  DatabaseFiles files(main_, copy_);
+  EXPECT_EQ(files.Open().Number(), 3049);
+  EXPECT_FALSE(files.DamageFound().IsSound());
+  EXPECT_TRUE(ReadFile(copy_) == damaged);
 }
 
 // Its first page says what it is; without it the stations are there all the same.

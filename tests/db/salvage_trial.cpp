@@ -49,6 +49,7 @@ struct Original {
   std::string name;
   std::vector<std::uint8_t> content;
   std::size_t pageSize = 0;
+  std::size_t countsAt = 0;  // where the counts stand, one after the other
   std::map<int, std::vector<Value>> stations;
   std::map<int, Needles> needles;
 };
@@ -140,6 +141,19 @@ void FindNeedles(jet::Database& database, Original* original) {
   }
 }
 
+// The counts are the numbers of the one record of their table, which begin behind its head.
+std::size_t PlaceOfCounts(jet::Database& database, const std::vector<std::uint8_t>& content) {
+  std::shared_ptr<jet::Table> table;
+  Must(database.GetStore().OpenTable(db::kDbInfoTable, &table));
+  jet::RowPointer row;
+  jet::RowView view;
+  Must(table->FirstRow(&row));
+  Must(table->ReadRow(row, &view));
+  const std::size_t at = AsString(content).find({view.Bytes().begin(), view.Bytes().end()});
+  if (at == std::string::npos) throw std::runtime_error("the counts are not in the file");
+  return at + (database.Version() == 3 ? 1 : 2);
+}
+
 Original MakeOriginal(const std::string& name, std::mt19937& random) {
   Original original;
   original.name = name;
@@ -157,6 +171,7 @@ Original MakeOriginal(const std::string& name, std::mt19937& random) {
   FindNeedles(*database, &original);
   original.pageSize = database->Version() == 3 ? 2048 : 4096;
   original.content = disk.content;
+  original.countsAt = PlaceOfCounts(*database, original.content);
   return original;
 }
 
@@ -165,7 +180,10 @@ using Bytes = std::vector<std::uint8_t>;
 class Damager {
  public:
   Damager(const Original& original, std::mt19937& random)
-      : content_(original.content), pageSize_(original.pageSize), random_(random) {}
+      : content_(original.content),
+        pageSize_(original.pageSize),
+        countsAt_(original.countsAt),
+        random_(random) {}
 
   void ZeroPage() { std::fill_n(Page(AnyPage()), pageSize_, 0); }
   void RandomPage() { Scramble(AnyPage() * pageSize_, pageSize_); }
@@ -202,11 +220,17 @@ class Damager {
       if (*Page(page) == 2) std::fill_n(Page(page), pageSize_, 0);
     }
   }
+  // A few of them, or all.
+  void ScrambleCounts() {
+    const std::size_t first = Below(kCounts);
+    Scramble(countsAt_ + 2 * first, 2 * (1 + Below(kCounts - first)));
+  }
 
   Bytes Result() { return std::move(content_); }
 
  private:
   static constexpr std::size_t kSector = 512;
+  static constexpr std::size_t kCounts = 9;
 
   static std::ptrdiff_t Signed(std::size_t number) { return static_cast<std::ptrdiff_t>(number); }
   std::size_t Below(std::size_t limit) { return random_() % limit; }
@@ -221,6 +245,7 @@ class Damager {
 
   Bytes content_;
   const std::size_t pageSize_;
+  const std::size_t countsAt_;
   std::mt19937& random_;
 };
 
@@ -243,6 +268,9 @@ constexpr std::array kWays = {
     Way{"a bit of a page's head", &Damager::FlipBitOfATableOfRows},
     Way{"no table definition", &Damager::ZeroDefinitions},
 };
+
+// Tried behind the others, as often as each of them.
+constexpr Way kWayOfCounts{"counts by chance", &Damager::ScrambleCounts};
 
 // Which of the needles, all of one length, are somewhere in the content.  It is gone over once,
 // with a sum that is carried on from byte to byte.
@@ -399,23 +427,29 @@ std::vector<TrialFigures> RunSalvageTrial(int files, std::uint32_t seed,
   constexpr std::array kNames = {"product", "jet3", "large"};
   std::mt19937 random(seed);
   std::vector<Original> originals;
-  std::vector<TrialFigures> all(kWays.size());
+  std::vector<TrialFigures> all(kWays.size() + 1);
+  const auto damage = [&](const Original& original, const Way& way, int file,
+                          TrialFigures* figures) {
+    Damager damager(original, random);
+    (damager.*way.damage)();
+    const Bytes damaged = damager.Result();
+    figures->damage = way.name;
+    const std::size_t before = figures->overlooked.size();
+    Case(original, damaged, figures).Run();
+    if (kept.empty() || figures->overlooked.size() == before) return;
+    const std::string name = original.name + "-" + std::to_string(file);
+    WriteFile(kept / (name + ".mdb"), AsString(damaged));
+    WriteFile(kept / (name + ".sound"), AsString(original.content));
+  };
   for (int i = 0; i < files; ++i) {
     const std::size_t way = static_cast<std::size_t>(i) % kWays.size();
     const std::size_t name = static_cast<std::size_t>(i) / kWays.size() % kNames.size();
     if (name == originals.size()) originals.push_back(MakeOriginal(kNames[name], random));
-    const Original& original = originals[name];
-    Damager damager(original, random);
-    (damager.*kWays[way].damage)();
-    const Bytes damaged = damager.Result();
-    all[way].damage = kWays[way].name;
-    const std::size_t before = all[way].overlooked.size();
-    Case(original, damaged, &all[way]).Run();
-    if (!kept.empty() && all[way].overlooked.size() > before) {
-      const std::string file = original.name + "-" + std::to_string(i);
-      WriteFile(kept / (file + ".mdb"), AsString(damaged));
-      WriteFile(kept / (file + ".sound"), AsString(original.content));
-    }
+    damage(originals[name], kWays[way], i, &all[way]);
+  }
+  const std::size_t ofEachWay = (static_cast<std::size_t>(files) + kWays.size() - 1) / kWays.size();
+  for (std::size_t i = 0; i < ofEachWay; ++i) {
+    damage(originals[i % originals.size()], kWayOfCounts, files + static_cast<int>(i), &all.back());
   }
   return all;
 }

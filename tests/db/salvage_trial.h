@@ -40,9 +40,9 @@ struct TrialFigures {
 };
 
 // Damages `files` copies of three databases in every way in turn: as the program makes it, one of
-// Jet 3, and one of 600 stations.  The same seed damages the same bytes.  Those of which something
-// was overlooked are left in the folder `kept`, if one is named.  A failure of the salvage itself
-// throws std::runtime_error.
+// Jet 3, and one of 600 stations; behind these as many as of each way whose counts are damaged.
+// The same seed damages the same bytes.  Those of which something was overlooked are left in the
+// folder `kept`, if one is named.  A failure of the salvage itself throws std::runtime_error.
 std::vector<TrialFigures> RunSalvageTrial(int files, std::uint32_t seed,
                                           const std::filesystem::path& kept = {});
 

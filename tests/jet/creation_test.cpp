@@ -5,11 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "db/jet/store.h"
 #include "tests/jet/record_fixture.h"
 #include "tests/support/temporary_folder.h"
 
@@ -200,6 +203,24 @@ TEST(CreationOnDisk, RefusesWhatIsNoPlaceForAFile) {
   EXPECT_EQ(Database::Open(folder / "none.mdb", jet::Access::ReadOnly, &database).Number(), 3024);
   EXPECT_EQ(Database::Open(folder.Path(), jet::Access::ReadOnly, &database).Number(), 3051);
   EXPECT_EQ(database, nullptr);
+}
+
+// By the clock on the wall, in summer as in winter, and in the hour that comes twice.
+TEST(LocalDays, AreThoseOfTheClockOnTheWall) {
+  const char* const before = std::getenv("TZ");
+  const std::string kept = before == nullptr ? "" : before;
+  setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
+  tzset();
+  EXPECT_DOUBLE_EQ(jet::Store::LocalDays(1768474800), 46037.5);           // 2026-01-15, 12:00
+  EXPECT_DOUBLE_EQ(jet::Store::LocalDays(1784109600), 46218.5);           // 2026-07-15, 12:00
+  EXPECT_DOUBLE_EQ(jet::Store::LocalDays(1792888200), 46320 + 2.5 / 24);  // 2026-10-25, 02:30
+  EXPECT_DOUBLE_EQ(jet::Store::LocalDays(1792891800), 46320 + 2.5 / 24);
+  if (before == nullptr) {
+    unsetenv("TZ");
+  } else {
+    setenv("TZ", kept.c_str(), 1);
+  }
+  tzset();
 }
 
 }  // namespace

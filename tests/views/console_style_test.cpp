@@ -72,6 +72,23 @@ TEST(ConsoleStyle, ABoxThatIsNotTickedIsSeenInEveryTheme) {
   }
 }
 
+TEST(ConsoleStyle, FieldsListsAndButtonsAreSeenOnADarkWindow) {
+  QPalette contrast(Qt::black);
+  contrast.setColor(QPalette::WindowText, Qt::white);
+  for (const QPalette& palette : {Dark(), contrast}) {
+    for (const auto element :
+         {QStyle::PE_FrameLineEdit, QStyle::PE_Frame, QStyle::PE_PanelButtonCommand}) {
+      EXPECT_GE(EdgeContrast(Drawn(element, palette, QStyle::State_Enabled), palette), kVisible)
+          << element << " on " << palette.color(QPalette::Window).name().toStdString();
+    }
+    EXPECT_LT(EdgeContrast(Drawn(QStyle::PE_FrameLineEdit, palette,
+                                 QStyle::State_Enabled | QStyle::State_ReadOnly),
+                           palette),
+              kVisible)
+        << "what can only be read looks like no field";
+  }
+}
+
 TEST(ConsoleStyle, TheFocusIsSeenInEveryThemeOnceKeysAreUsed) {
   const auto state = QStyle::State_Enabled | QStyle::State_HasFocus;
   for (const QPalette& palette : {Light(), Dark()}) {
@@ -80,6 +97,33 @@ TEST(ConsoleStyle, TheFocusIsSeenInEveryThemeOnceKeysAreUsed) {
                            palette),
               kVisible);
     EXPECT_EQ(EdgeContrast(Drawn(QStyle::PE_FrameFocusRect, palette, state), palette), 1);
+  }
+}
+
+TEST(ConsoleStyle, TheTitleOfAChildWindowCanBeReadInEveryTheme) {
+  QPalette contrast(Qt::black);
+  contrast.setColor(QPalette::WindowText, Qt::white);
+  contrast.setColor(QPalette::Highlight, QColor(0x00, 0xFF, 0xFF));
+  for (const QPalette& palette : {Light(), Dark(), contrast}) {
+    for (const bool isActive : {true, false}) {
+      QStyleOptionTitleBar title;
+      title.rect = QRect(0, 0, 240, 24);
+      title.palette = palette;
+      title.text = QStringLiteral("MMMMMMMM");
+      title.titleBarState = static_cast<int>(isActive ? QStyle::State_Active : QStyle::State_None);
+      title.titleBarFlags = Qt::WindowTitleHint;
+      title.subControls = QStyle::SC_TitleBarLabel;
+      QImage image(title.rect.size(), QImage::Format_RGB32);
+      QPainter painter(&image);
+      QApplication::style()->drawComplexControl(QStyle::CC_TitleBar, &title, &painter);
+      painter.end();
+      double largest = 1;
+      for (int x = 60; x < 180; ++x) {
+        largest = std::max(largest, Contrast(image.pixelColor(x, 12), image.pixelColor(20, 12)));
+      }
+      EXPECT_GE(largest, kVisible)
+          << isActive << " on " << palette.color(QPalette::Window).name().toStdString();
+    }
   }
 }
 

@@ -17,6 +17,7 @@ void DrawMap();      // and the pictures of the tools
 void DrawPresets();  // and their recall
 void DrawProgramming();
 void DrawSettings();
+void DrawShell();     // status bar and hints, in many widths
 void DrawTransfer();  // download and retrieval
 
 }  // namespace gallery

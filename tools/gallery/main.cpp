@@ -32,6 +32,7 @@ constexpr Drawing kDrawings[] = {
     {"presets", gallery::DrawPresets},
     {"programming", gallery::DrawProgramming},
     {"settings", gallery::DrawSettings},
+    {"shell", gallery::DrawShell},
     {"transfer", gallery::DrawTransfer},
 };
 

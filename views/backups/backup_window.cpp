@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPointer>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <memory>
 #include <system_error>
@@ -20,6 +21,7 @@
 #include "views/change_words.h"
 #include "views/widgets/icon.h"
 #include "views/widgets/row_height.h"
+#include "views/window_place/on_screen.h"
 
 namespace views {
 namespace {
@@ -84,6 +86,7 @@ BackupWindow::BackupWindow(const Services& services, QWidget* parent)
       cancel_(new QPushButton(tr("Cancel"), this)) {
   setObjectName(QStringLiteral("frmBackup"));
   setWindowTitle(tr("Restore Backup"));
+  setWindowIcon(Icon(QStringLiteral("restore-backup")));
   LayOut();
   ListCopies();
   connect(copies_, &QTreeWidget::currentItemChanged, this, &BackupWindow::Compare);
@@ -135,8 +138,9 @@ void BackupWindow::LayOut() {
   layout->addWidget(list_, kDifferencesShown);
   layout->addLayout(buttons);
   const int rows = kCopiesShown + kDifferencesShown;
-  resize(kWidthCharacters * fontMetrics().averageCharWidth(),
-         sizeHint().height() + rows * fontMetrics().height() / 2);
+  const QSize wanted(kWidthCharacters * fontMetrics().averageCharWidth(),
+                     sizeHint().height() + rows * fontMetrics().height() / 2);
+  resize(SizeOnScreen(wanted, screen()->availableSize()));
   copies_->setFocus();
 }
 

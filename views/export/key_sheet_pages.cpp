@@ -4,8 +4,10 @@
 
 #include <QColor>
 #include <QPen>
+#include <QStringList>
 
 #include <algorithm>
+#include <vector>
 
 #include "model/padded.h"
 #include "stations/operations.h"
@@ -25,25 +27,39 @@ const QString kBetweenTargets = QStringLiteral(", ");
 
 constexpr QChar kNoBreakSpace(0xA0);
 
+constexpr qreal kSlack = 0.5;  // a width is not quite the sum of those of its parts
+
 // The targets in lines that end between labels: as many as there is room for; "…" stands for the
 // others.
 QString TargetLines(const QFontMetricsF& metrics, const QRectF& room, const QString& targets) {
-  if (metrics.horizontalAdvance(targets) <= room.width()) return targets;
-  QStringList labels = targets.split(kBetweenTargets);
-  for (QString& label : labels) label.replace(u' ', kNoBreakSpace);
-  const auto fits = [&](const QString& text) {
-    return metrics.boundingRect(room, kTargetFlags, text).height() <= room.height();
-  };
-  const QString all = labels.join(kBetweenTargets);
-  if (fits(all)) return all;
-  const auto first = [&](qsizetype count) {
-    return labels.first(count).join(kBetweenTargets) + kBetweenTargets + u'…';
-  };
-  qsizetype most = 0;
-  for (qsizetype step = labels.size(); step > 0; step /= 2) {
-    while (most + step < labels.size() && fits(first(most + step))) most += step;
+  const QStringList labels = targets.split(kBetweenTargets);
+  const qreal width = room.width() - kSlack;
+  const int lines = static_cast<int>(room.height() / metrics.lineSpacing());
+  const qreal space = metrics.horizontalAdvance(u' ');
+  QStringList fitting;
+  std::vector<qreal> ends;  // of those in the last line
+  int line = 1;
+  qreal end = 0;
+  for (QString label : labels) {
+    label.replace(u' ', kNoBreakSpace);
+    const qreal wide = metrics.horizontalAdvance(label + u',');
+    if (end > 0 && end + wide > width) {
+      if (++line > lines) break;
+      end = 0;
+      ends.clear();
+    }
+    end += wide + space;
+    ends.push_back(end);
+    fitting.append(label);
   }
-  return most == 0 ? all : first(most);
+  if (line == 1) return targets;
+  if (line <= lines) return fitting.join(kBetweenTargets);
+  const qreal dots = metrics.horizontalAdvance(u'…');
+  while (!ends.empty() && ends.back() + dots > width) {
+    ends.pop_back();
+    fitting.removeLast();
+  }
+  return fitting.join(kBetweenTargets) + kBetweenTargets + u'…';
 }
 
 }  // namespace

@@ -127,11 +127,12 @@ void ImportWindow::ShowDifferences(bool ticked) {
   for (ChangeRow& row : ChangeRows(plan_.changes, lookup)) rows.emplace_back(std::move(row));
   list_->SetRows(std::move(rows), ticked);
   ok_->setEnabled(list_->TickedCount() > 0);
-  QString summary = plan_.changes.empty()
-                        ? tr("The %1 rows of this file say what is stored already.").arg(plan_.rows)
-                        : tr("What is ticked becomes as it is in the file. Nothing is sent. Rows "
-                             "of the file: %1.")
-                              .arg(plan_.rows);
+  QString summary =
+      plan_.changes.empty()
+          ? tr("This file holds what is stored already. Rows of the file: %1.").arg(plan_.rows)
+          : tr("What is ticked becomes as it is in the file. Nothing is sent. Rows "
+               "of the file: %1.")
+                .arg(plan_.rows);
   if (const QString ignored = ReadOnlyWords(plan_); !ignored.isEmpty()) summary += u'\n' + ignored;
   summary_->setText(summary);
 }

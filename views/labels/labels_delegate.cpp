@@ -19,6 +19,12 @@ namespace {
 
 constexpr int kFrameWidth = 2;  // of the match that the search has gone to
 
+// Of a line of text in the middle of a cell: how far its baseline is below the middle.
+int BelowMiddle(const QFont& font) {
+  const QFontMetrics metrics(font);
+  return metrics.ascent() - metrics.height() / 2;
+}
+
 }  // namespace
 
 using stations::LabelColumn;
@@ -51,9 +57,19 @@ void LabelsDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelI
   }
 }
 
+// The labels have a font of their own, whose letters would stand higher or lower than those beside
+// them: such a cell is painted larger at one side, so that its middle moves, and is cut to its
+// size.
 void LabelsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const {
-  QStyledItemDelegate::paint(painter, option, index);
+  const int higher =
+      2 * (BelowMiddle(index.data(Qt::FontRole).value<QFont>()) - BelowMiddle(option.font));
+  QStyleOptionViewItem moved = option;
+  moved.rect.adjust(0, std::min(0, -higher), 0, std::max(0, -higher));
+  painter->save();
+  if (moved.rect != option.rect) painter->setClipRect(option.rect, Qt::IntersectClip);
+  QStyledItemDelegate::paint(painter, moved, index);
+  painter->restore();
   const bool isChosen = (option.state & QStyle::State_Selected) != 0;
   if (isChosen && index.data(LabelsModel::MatchRole).toBool()) {
     painter->save();
@@ -62,7 +78,7 @@ void LabelsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->restore();
   }
   if (!index.data(LabelsModel::DuplicateRole).toBool()) return;
-  QStyleOptionViewItem cell = option;
+  QStyleOptionViewItem cell = moved;
   initStyleOption(&cell, index);
   const QWidget* const widget = cell.widget;
   const QStyle* const style = widget != nullptr ? widget->style() : QApplication::style();

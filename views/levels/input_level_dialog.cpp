@@ -31,7 +31,6 @@ constexpr int kLeastBands = 2;  // that show
 
 constexpr int kBandHeight = ToPixels(2640);
 constexpr int kPanelOffset = ToPixels(40);
-constexpr int kNarrowestStrip = 36;  // "−36 dB"
 
 }  // namespace
 
@@ -98,10 +97,10 @@ void InputLevelDialog::FitSliders() {
   const QMargins margins = layout()->contentsMargins();
   const int beside = scale_->sizeHint().width() + layout()->spacing() +
                      scroll_->sizeHint().width() + margins.left() + margins.right();
-  int width = kNarrowestStrip;
-  for (const LevelStrip* const strip : strips_) width = std::max(width, strip->NeededWidth());
-  width = std::min(width, std::max(kNarrowestStrip, (largestWidth_ - beside) / kPerBand));
-  for (LevelStrip* const strip : strips_) strip->setFixedWidth(width);
+  QStringList labels;
+  for (const LevelStrip* const strip : strips_) labels.append(strip->FullLabel());
+  const StripText text = FitStrips(font(), labels, (largestWidth_ - beside) / kPerBand);
+  for (LevelStrip* const strip : strips_) strip->Fit(text);
   // From the inside out, because the panel stands in no layout that would do it.
   for (int first = 0; first < model::kLevelCount; first += kPerBand) {
     Strip(first).parentWidget()->layout()->activate();

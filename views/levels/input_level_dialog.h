@@ -36,7 +36,8 @@ class InputLevelDialog : public QDialog {
   ~InputLevelDialog() override;
 
   // Makes the dialog no wider than `width`, unless its narrowest sliders need more.  All sliders
-  // are as wide as the widest label; where there is no room for that, labels are cut.
+  // are as wide as the widest label; where there is no room for that, the letters of all become
+  // narrower and smaller, and what has no room even so is cut.
   void FitInto(int width);
 
   // Shows all gains from the model.  Sends nothing.  A slider that the operator holds stays where

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include "views/levels/level_slider.h"
+#include "views/levels/strip_text.h"
 
 namespace views {
 
@@ -22,14 +23,15 @@ class LevelStrip : public QWidget {
   // What shows the level.
   const QWidget& Level() const { return *level_; }
 
-  // Shows the input's label, cut where it does not fit.
-  void SetLabel(const QString& label);
+  // The input's label; it shows with the next Fit().
+  void SetLabel(const QString& label) { fullLabel_ = label; }
+  const QString& FullLabel() const { return fullLabel_; }
+
+  // Shows the texts so; a label that does not fit is cut, and whole in its tip.
+  void Fit(const StripText& text);
 
   // Writes the level that the slider stands at below it and into its tip.
   void ShowLevel();
-
-  // The width that shows its texts whole.  A narrower one cuts them.
-  int NeededWidth() const;
 
  Q_SIGNALS:
   // The level was double-clicked: another one is to be entered.
@@ -37,13 +39,8 @@ class LevelStrip : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void changeEvent(QEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
 
  private:
-  QFont LabelFont() const;
-  void ElideLabel();
-
   LevelSlider* slider_;
   QLabel* level_;
   QLabel* label_;

@@ -5,19 +5,22 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 #include "switcher/presets/preset_text.h"
+#include "views/widgets/icon.h"
 #include "views/widgets/row_height.h"
+#include "views/window_place/on_screen.h"
 
 namespace views {
 namespace {
 
 enum PresetColumn { kName, kStored };
 
-constexpr int kPresetsWidth = 80;  // characters
+constexpr int kPresetsWidth = 94;  // characters
 constexpr int kPresetsShown = 10;
 
 }  // namespace
@@ -35,6 +38,7 @@ PresetsWindow::PresetsWindow(const model::SystemModel& model, QWidget* parent)
       close_(new QPushButton(tr("Close"), this)) {
   setObjectName(QStringLiteral("frmPresets"));
   setWindowTitle(tr("Presets Of The Map"));
+  setWindowIcon(Icon(QStringLiteral("presets")));
   LayOut();
   connect(list_, &QTreeWidget::currentItemChanged, this, &PresetsWindow::ShowChosen);
   connect(list_, &QTreeWidget::itemClicked, this, [this] { name_->setText(Chosen()); });
@@ -107,8 +111,9 @@ void PresetsWindow::LayOut() {
   layout->addWidget(note_);
   layout->addLayout(fields);
   layout->addLayout(buttons);
-  resize(kPresetsWidth * fontMetrics().averageCharWidth(),
-         sizeHint().height() + kPresetsShown * fontMetrics().height() / 2);
+  const QSize wanted(kPresetsWidth * fontMetrics().averageCharWidth(),
+                     sizeHint().height() + kPresetsShown * fontMetrics().height() / 2);
+  resize(SizeOnScreen(wanted, screen()->availableSize()));
   list_->setFocus();
 }
 

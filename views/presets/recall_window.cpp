@@ -3,12 +3,15 @@
 #include "views/presets/recall_window.h"
 
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
 
 #include "views/presets/preset_words.h"
+#include "views/widgets/icon.h"
+#include "views/window_place/on_screen.h"
 
 namespace views {
 namespace {
@@ -45,6 +48,7 @@ RecallWindow::RecallWindow(Services services, const QString& name, const switche
       cancel_(new QPushButton(tr("Cancel"), this)) {
   setObjectName(QStringLiteral("frmRecall"));
   setWindowTitle(tr("Recall: %1").arg(name));
+  setWindowIcon(Icon(QStringLiteral("presets")));
   LayOut();
   FillList();
   text_->setText(Question());
@@ -98,8 +102,9 @@ void RecallWindow::LayOut() {
   layout->addWidget(note_);
   layout->addWidget(bar_);
   layout->addLayout(buttons);
-  resize(kRecallWidth * fontMetrics().averageCharWidth(),
-         sizeHint().height() + kRecallShown * fontMetrics().height() / 2);
+  const QSize wanted(kRecallWidth * fontMetrics().averageCharWidth(),
+                     sizeHint().height() + kRecallShown * fontMetrics().height() / 2);
+  resize(SizeOnScreen(wanted, screen()->availableSize()));
   list_->setFocus();
 }
 

@@ -13,8 +13,6 @@
 #include "views/programming/operation_options.h"
 #include "views/programming/page_metrics.h"
 #include "views/programming/target_boxes.h"
-#include "views/widgets/fixed_font.h"
-#include "views/widgets/scaled_font.h"
 
 namespace views {
 namespace {
@@ -66,7 +64,6 @@ OptoPage::OptoPage(ShownStation& station, QWidget* parent)
   channel_->setMinimumContentsLength(kChannelLetters);
   channel_->hide();
 
-  targets_->SetBoxFamily(FixedFont(Scaled(font(), 1).pointSizeF()));
   targets_->SetCaptions(DesignCaptions());
 
   operation_->AddNote(*inactive_);

@@ -14,6 +14,7 @@
 #include "views/programming/focus_grid.h"
 #include "views/programming/page_metrics.h"
 #include "views/widgets/console_style.h"
+#include "views/widgets/fixed_font.h"
 #include "views/widgets/plain_caption.h"
 #include "views/widgets/scaled_font.h"
 
@@ -22,8 +23,9 @@ namespace {
 
 constexpr int kCountMargin = 4;
 // Eight captions fit into the first width of the view.
-constexpr double kFontScale = 0.83;   // of the frame's font
-constexpr double kLeastScale = 0.85;  // of that, for wide captions
+constexpr double kLeastScale = 0.68;  // of the frame's font
+constexpr int kCaptionLetters = 8;    // of a label, and of "Relay 01"
+constexpr int kBetweenBoxes = 4;
 
 }  // namespace
 
@@ -56,38 +58,17 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
   ShowCount();
 }
 
-void TargetBoxes::SetBoxFamily(const QFont& font) {
-  boxFamily_ = font;
-  FitFont();
-}
-
-QFont TargetBoxes::FullFont() const {
-  QFont full = Scaled(font(), kFontScale);
-  if (boxFamily_) {
-    const double points = full.pointSizeF();
-    full = *boxFamily_;
-    full.setPointSizeF(points);
-  }
-  return full;
-}
-
-QString TargetBoxes::WidestCaption(const QFont& font) const {
-  const QFontMetrics metrics(font);
-  return (*std::ranges::max_element(
-              boxes_, {},
-              [&metrics](const QCheckBox* box) { return metrics.horizontalAdvance(box->text()); }))
-      ->text();
-}
-
+// All letters of the font are equally wide: whatever the captions are, the boxes look the same, and
+// those of one page like those of the others.
 void TargetBoxes::FitFont() {
   if (boxes_.empty()) return;
-  const QFont full = FullFont();
-  const QString widest = WidestCaption(full);
+  const QFont full = FixedFont(Scaled(font(), 1).pointSizeF());
+  const QString widest(kCaptionLetters, u'M');
   const int besideCaption =
       style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, boxes_.front()) +
       style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, boxes_.front()) + 1;
   const int besideBoxes = width() - contentsRect().width() + 2 * kPageMargin;
-  const int room = (width() - besideBoxes) / kPageColumns - besideCaption;
+  const int room = (width() - besideBoxes) / kPageColumns - besideCaption - kBetweenBoxes;
   const QFontMetrics least(Scaled(full, kLeastScale));
   setMinimumWidth(kPageColumns * (besideCaption + least.horizontalAdvance(widest)) + besideBoxes);
   const QFont fitting = Fitting(full, widest, room, kLeastScale);
@@ -103,7 +84,6 @@ void TargetBoxes::SetCaptions(const std::vector<std::string>& captions) {
     boxes_[index]->setText(caption);
     SpeakOf(static_cast<int>(index));
   }
-  FitFont();
 }
 
 void TargetBoxes::SetSpokenName(const QString& pattern) {

@@ -3,9 +3,7 @@
 #ifndef VIEWS_PROGRAMMING_TARGET_BOXES_H_
 #define VIEWS_PROGRAMMING_TARGET_BOXES_H_
 
-#include <QFont>
 #include <QGroupBox>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,8 +15,8 @@ namespace views {
 
 // A frame of check boxes in rows of eight, one per target, that says how many are ticked.  The
 // arrow keys go from box to box, Space toggles; Tab comes to the box that was used last, and
-// leaves the frame.  The boxes are in a font smaller than that of the frame, all in one, and
-// smaller still where captions are too wide for the room.
+// leaves the frame.  The boxes are in "Courier New" or what comes closest, smaller than the font of
+// the frame where eight letters are too wide for the room.
 class TargetBoxes : public QGroupBox {
   Q_OBJECT
 
@@ -28,10 +26,8 @@ class TargetBoxes : public QGroupBox {
 
   int Count() const { return static_cast<int>(boxes_.size()); }
 
-  // The family of the boxes, whatever that of the frame is; their size goes by the frame.
-  void SetBoxFamily(const QFont& font);
-
-  // Captions of all boxes, as UTF-8; a box without one keeps what it had.
+  // Captions of all boxes, as UTF-8, of up to eight characters; a box without one keeps what it
+  // had.
   void SetCaptions(const std::vector<std::string>& captions);
 
   // What a screen reader says before the caption: `pattern` with the number of the box, from 1,
@@ -51,9 +47,6 @@ class TargetBoxes : public QGroupBox {
   void changeEvent(QEvent* event) override;
 
  private:
-  // The font of the boxes as it is where there is room.
-  QFont FullFont() const;
-  QString WidestCaption(const QFont& font) const;
   void FitFont();
   void SpeakOf(int index);
   void ShowCount();
@@ -61,7 +54,6 @@ class TargetBoxes : public QGroupBox {
 
   std::vector<QCheckBox*> boxes_;
   QLabel* count_;
-  std::optional<QFont> boxFamily_;
   QString spokenName_;
 };
 

@@ -12,10 +12,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "views/widgets/elided_label.h"
+#include "views/widgets/icon.h"
 #include "views/widgets/plain_tip.h"
+#include "views/window_place/on_screen.h"
 
 namespace views {
 namespace {
@@ -23,6 +26,7 @@ namespace {
 constexpr int kLargestIpPort = 65535;
 constexpr int kDeviceCharacters = 28;
 constexpr int kStateCharacters = 34;
+constexpr int kFirstCharacters = 112;  // of the window, for what the system says of a device
 
 QLabel* NewLine(const char* name, QWidget* parent) {
   auto* const line = new QLabel(parent);
@@ -58,6 +62,7 @@ SettingsDialog::SettingsDialog(const Services& services, QWidget* parent)
       ok_(new QPushButton(tr("OK"), this)) {
   setObjectName(QStringLiteral("frmSettings"));
   setWindowTitle(tr("Settings"));
+  setWindowIcon(Icon(QStringLiteral("settings")));
   ok_->setObjectName(QStringLiteral("cmdOkSettings"));
   auto* const cancel = new QPushButton(tr("Cancel"), this);
   cancel->setObjectName(QStringLiteral("cmdCancelSettings"));
@@ -77,6 +82,8 @@ SettingsDialog::SettingsDialog(const Services& services, QWidget* parent)
   // What is said beside it moves nothing.
   said_->setMinimumHeight(2 * fontMetrics().lineSpacing());
   said_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  const QSize wanted(kFirstCharacters * fontMetrics().averageCharWidth(), sizeHint().height());
+  resize(SizeOnScreen(wanted, screen()->availableSize()));
 
   connect(try_, &QPushButton::clicked, this, &SettingsDialog::TryDevices);
   connect(edit_, &QPushButton::clicked, this, &SettingsDialog::EditDevices);
@@ -137,7 +144,6 @@ QGroupBox* SettingsDialog::MakeLine() {
     connect(field, &QLineEdit::textChanged, states_[at], &QLabel::clear);
   }
   comPort_->setCurrentIndex(services_.model.ComPort - 1);
-  grid->setColumnStretch(1, 2);
   grid->setColumnStretch(2, 1);
   auto* const below = new QHBoxLayout;
   below->addWidget(try_);

@@ -89,8 +89,9 @@ void RetrievalWindow::LayOut() {
   result->addWidget(sign_);
   result->addWidget(summary_, 1);
 
-  setMinimumWidth(TitleWidth(*this, kRetrievalTitleCharacters));
   auto* const layout = new QVBoxLayout(this);
+  // As wide as the title at least, and never narrower than the lines of the question.
+  layout->addStrut(TitleWidth(*this, kRetrievalTitleCharacters));
   layout->addWidget(text_);
   layout->addWidget(warning_);
   layout->addWidget(link_);

@@ -22,7 +22,7 @@ namespace {
 
 enum UseColumn { kUseWhere, kUseWhat, kUseHow };
 
-constexpr int kUseCharacters = 64;
+constexpr int kUseCharacters = 78;
 constexpr int kUseRows = 16;
 constexpr int kUseWhereCharacters = 22;
 constexpr int kUseWhatCharacters = 14;

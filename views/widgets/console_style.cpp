@@ -25,8 +25,13 @@ constexpr char kCloseCaption[] = "closeCaption";
 constexpr double kBoxLine = 0.55;          // of the ink
 constexpr double kDisabledBoxLine = 0.25;  // of the ink
 constexpr double kFocusRadius = 2;
+constexpr double kDarkFrame = 0.4;  // of the ink
+constexpr double kFrameRadius = 2;
 
 constexpr double kLeastPlaceholderContrast = 3;
+constexpr double kLeastTitleContrast = 3;
+constexpr int kDarkening = 115;                 // per cent
+constexpr double kInactiveTitle = 0.45;         // of the ink
 constexpr QColor kTipGround(0xFF, 0xFF, 0xDC);  // where the desktop's own is dark
 constexpr QColor kTipInk(0x00, 0x00, 0x00);
 
@@ -69,6 +74,36 @@ void DrawFocusLine(const QStyleOption& option, QPainter& painter) {
   painter.restore();
 }
 
+// The frame of a field, a list or a button.  Fusion makes it darker than the window, which on a
+// dark one cannot be seen.
+bool IsFrameLost(QStyle::PrimitiveElement element, const QStyleOption& option) {
+  if (!IsDark(option.palette.color(QPalette::Window))) return false;
+  if (element == QStyle::PE_Frame) return true;
+  // What can only be read looks like no field.
+  if (element == QStyle::PE_FrameLineEdit) {
+    return (option.state & (QStyle::State_HasFocus | QStyle::State_ReadOnly)) == 0;
+  }
+  if (element != QStyle::PE_PanelButtonCommand) return false;
+  // Fusion frames the one that Enter presses by itself.
+  const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+  return button == nullptr || !button->features.testAnyFlags(
+                                  {QStyleOptionButton::DefaultButton, QStyleOptionButton::Flat});
+}
+
+void DrawLostFrame(QStyle::PrimitiveElement element, const QStyleOption& option,
+                   QPainter& painter) {
+  const double radius = element == QStyle::PE_Frame ? 0 : kFrameRadius;
+  const double share = option.state.testFlag(QStyle::State_Enabled) ? kDarkFrame : kDarkFrame / 2;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(Blend(option.palette.color(QPalette::WindowText),
+                            option.palette.color(QPalette::Window), share),
+                      1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(LineOf(option.rect), radius, radius);
+  painter.restore();
+}
+
 void KeepPlaceholderReadable(QPalette::ColorGroup group, QPalette& palette) {
   const QColor ground = palette.color(group, QPalette::Base);
   const QColor placeholder = palette.color(group, QPalette::PlaceholderText);
@@ -85,6 +120,19 @@ void KeepTipsLight(QPalette::ColorGroup group, QPalette& palette) {
   if (!IsDark(palette.color(group, QPalette::ToolTipBase))) return;
   palette.setColor(group, QPalette::ToolTipBase, kTipGround);
   palette.setColor(group, QPalette::ToolTipText, kTipInk);
+}
+
+// Fusion writes the title of the active child window in white on the highlight, and the others' in
+// black on the colour of the window, whatever these are.
+void KeepTitleReadable(bool isActive, QPalette& palette) {
+  if (isActive) {
+    QColor ground = palette.color(QPalette::Highlight);
+    while (Contrast(Qt::white, ground) < kLeastTitleContrast) ground = ground.darker(kDarkening);
+    palette.setColor(QPalette::Highlight, ground);
+  } else if (const QColor ground = palette.color(QPalette::Window); IsDark(ground)) {
+    palette.setColor(QPalette::Window,
+                     Blend(palette.color(QPalette::WindowText), ground, kInactiveTitle));
+  }
 }
 
 }  // namespace
@@ -107,6 +155,7 @@ void ConsoleStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
                                  QPainter* painter, const QWidget* widget) const {
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   if (!IsOverFusion()) return;
+  if (IsFrameLost(element, *option)) DrawLostFrame(element, *option, *painter);
   const bool showsFocus = option->state.testFlag(State_KeyboardFocusChange);
   switch (element) {
     case PE_FrameFocusRect:
@@ -139,6 +188,18 @@ void ConsoleStyle::drawControl(ControlElement element, const QStyleOption* optio
   lit.icon = QIcon(item->icon.pixmap(QSize(size, size), painter->device()->devicePixelRatioF(),
                                      QIcon::Selected));
   QProxyStyle::drawControl(element, &lit, painter, widget);
+}
+
+void ConsoleStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                      QPainter* painter, const QWidget* widget) const {
+  const auto* const title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+  if (control != CC_TitleBar || title == nullptr || !IsOverFusion()) {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    return;
+  }
+  QStyleOptionTitleBar readable = *title;
+  KeepTitleReadable(title->titleBarState & State_Active, readable.palette);
+  QProxyStyle::drawComplexControl(control, &readable, painter, widget);
 }
 
 int ConsoleStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,

@@ -19,8 +19,9 @@ namespace views {
 // pointer: a gain must not leap.
 //
 // Colours: Fusion shows the focus by a tint and a box by a shade, which cannot be seen in dark
-// themes; over Fusion, both get a line.  The picture of the lit menu item has the colour of its
-// text.  A placeholder that would be dark on dark can be read.  Tips have a light ground in dark
+// themes; over Fusion, both get a line.  So do fields, lists and buttons on a dark window.  The
+// picture of the lit menu item has the colour of its text.  A placeholder that would be dark on
+// dark can be read, and so can the titles of child windows.  Tips have a light ground in dark
 // themes, too: every other band of a grid has their colour, and those between are always light.
 class ConsoleStyle : public QProxyStyle {
   Q_OBJECT
@@ -40,6 +41,8 @@ class ConsoleStyle : public QProxyStyle {
                      const QWidget* widget) const override;
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override;
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                          QPainter* painter, const QWidget* widget) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override;
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,

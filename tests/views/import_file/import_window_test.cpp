@@ -112,7 +112,7 @@ TEST_F(ImportWindowTest, OfVeryManyFaultsTheLastAreCounted) {
 
 TEST_F(ImportWindowTest, WhatIsStoredAlreadyIsSaid) {
   Show("Station,Station Label\n3,Sta. 003\n");
-  EXPECT_EQ(Summary(), "The 1 rows of this file say what is stored already.");
+  EXPECT_EQ(Summary(), "This file holds what is stored already. Rows of the file: 1.");
   EXPECT_FALSE(Find("cmdOkImport").isEnabled());
 }
 

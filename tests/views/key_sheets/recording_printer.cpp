@@ -4,6 +4,7 @@
 
 #include <QPaintEngine>
 #include <QPrintEngine>
+#include <algorithm>
 
 namespace test {
 
@@ -27,8 +28,10 @@ class RecordingPrinter::Engine : public QPaintEngine, public QPrintEngine {
   void drawPath(const QPainterPath& /*path*/) override {}
   void drawPolygon(const QPointF* /*points*/, int /*count*/, PolygonDrawMode /*mode*/) override {}
   void drawRects(const QRectF* /*rects*/, int /*count*/) override {}
-  void drawTextItem(const QPointF& /*at*/, const QTextItem& item) override {
-    if (state_ == QPrinter::Active) printed_.pages.back().push_back(item.text().toStdString());
+  void drawTextItem(const QPointF& at, const QTextItem& item) override {
+    if (state_ != QPrinter::Active) return;
+    printed_.pages.back().push_back(item.text().toStdString());
+    printed_.lowest = std::max(printed_.lowest, at.y());
   }
   Type type() const override { return User; }
 
@@ -55,7 +58,7 @@ class RecordingPrinter::Engine : public QPaintEngine, public QPrintEngine {
       case QPaintDevice::PdmWidth:
         return 786;
       case QPaintDevice::PdmHeight:
-        return 539;
+        return printed_.height;
       case QPaintDevice::PdmDevicePixelRatio:
         return 1;
       case QPaintDevice::PdmDevicePixelRatioScaled:

@@ -11,14 +11,16 @@
 
 namespace test {
 
-// What a printer got.
+// What a printer got, and how high its paper is.
 struct Printed {
+  int height = 539;                             // of the printable part, in points: A4 in landscape
   std::vector<std::vector<std::string>> pages;  // the texts of each, in the order they were drawn
+  double lowest = 0;                            // where the lowest text of all stands
   bool isEnded = false;
   bool isAborted = false;
 };
 
-// A printer with A4 in landscape that keeps the texts of its pages.  It fails when it is to begin
+// A printer that keeps the texts of its pages.  It fails when it is to begin
 // page `failsAt`, from 1; 0 for a printer that works.
 class RecordingPrinter : public QPrinter {
  public:

@@ -74,6 +74,41 @@ TEST(AlphasView, ALargeFontCutsNoLabelAndNoCaption) {
   }
 }
 
+// The lowest row with ink in a cell of the grid, from the cell's top.
+int LowestInk(LabelsConsole& console, int column) {
+  QTableView& grid = console.Grid();
+  const QRect cell = grid.visualRect(grid.model()->index(0, column)).adjusted(1, 1, -1, -1);
+  const QImage image = grid.viewport()->grab(cell).toImage();
+  const QColor ground = image.pixelColor(image.width() - 2, 1);
+  int lowest = -1;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (std::abs(image.pixelColor(x, y).lightness() - ground.lightness()) > 120) lowest = y;
+    }
+  }
+  return lowest;
+}
+
+TEST(AlphasView, LabelsStandOnOneLineWithTheOtherColumns) {
+  const QFont usual = QApplication::font();
+  const auto restore = qScopeGuard([usual] { QApplication::setFont(usual); });
+  for (const char* const family : {"DejaVu Sans", "Liberation Mono", "Nimbus Mono PS", "Z003"}) {
+    for (const double points : {9.0, 12.0, 15.0}) {
+      QFont font{QLatin1String(family)};
+      font.setPointSizeF(points);
+      QApplication::setFont(font);
+      LabelsConsole console;
+      console.SetField(1, "Label", "HHH");
+      console.SetField(1, "SysInput", "HHH");
+      console.Open();
+      console.Click(3, kHidden);
+      QCoreApplication::sendPostedEvents();
+      EXPECT_EQ(LowestInk(console, kLabel), LowestInk(console, kSystemInput))
+          << family << " " << points;
+    }
+  }
+}
+
 TEST(AlphasView, TheNotesHaveTheRoomThatIsLeft) {
   LabelsConsole console;
   console.Open();

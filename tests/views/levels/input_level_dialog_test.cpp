@@ -87,10 +87,29 @@ TEST_F(InputLevelDialogTest, TheStripsAreAllAsWideAsTheWidestLabel) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return console_.Slider(0).width() < wide; }));
 }
 
+TEST_F(InputLevelDialogTest, WhereRoomIsShortLabelsAreWholeInSmallerLettersAllInOneFont) {
+  console_.SetField(1, "InLabel", "REPLAYM1");
+  console_.SetField(2, "InLabel", "CAM 2");
+  views::InputLevelDialog& dialog = console_.Open();
+  const QFont usual = console_.Find<QLabel>(QStringLiteral("lblInptName_0")).font();
+  dialog.FitInto(700);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return dialog.width() <= 700; }));
+  const auto& longest = console_.Find<QLabel>(QStringLiteral("lblInptName_0"));
+  EXPECT_EQ(console_.Label("lblInptName", 0), "REPLAYM1");
+  EXPECT_NE(longest.font(), usual);
+  EXPECT_LE(longest.fontMetrics().horizontalAdvance(longest.text()), longest.width());
+  for (const char* const name : {"lblInptName_1", "lblInptName_63", "lblLevel_0", "lblLevel_63"}) {
+    EXPECT_EQ(console_.Find<QLabel>(QLatin1String(name)).font(), longest.font()) << name;
+  }
+}
+
 TEST_F(InputLevelDialogTest, LabelsWithoutRoomDifferInWhatIsLeftOfThem) {
   console_.SetField(1, "InLabel", "REPLAYM1");
   console_.SetField(2, "InLabel", "REPLAYM2");
   views::InputLevelDialog& dialog = console_.Open();
+  QFont large = dialog.font();
+  large.setPointSizeF(large.pointSizeF() * 1.7);
+  dialog.setFont(large);
   dialog.FitInto(700);
   ASSERT_TRUE(QTest::qWaitFor([&] { return dialog.width() <= 700; }));
   const QString first = QString::fromStdString(console_.Label("lblInptName", 0));
@@ -418,6 +437,9 @@ TEST_F(InputLevelDialogTest, LabelsAreReadAndTheCurrentRecordStays) {
   EXPECT_EQ(console_.Label("lblInptNumber", 63), "64");
   // One that is too wide for the screen is cut and stands whole in its tip.
   const auto& wide = console_.Find<QLabel>(QStringLiteral("lblInptName_63"));
+  QFont large = dialog.font();
+  large.setPointSizeF(large.pointSizeF() * 1.7);
+  dialog.setFont(large);
   dialog.FitInto(800);
   EXPECT_TRUE(QTest::qWaitFor([&] { return wide.text().contains(u'\u2026'); }));
   EXPECT_EQ(wide.toolTip(), QStringLiteral("MMMMMMMM"));

@@ -5,9 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QDateTime>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
+#include <QScreen>
 #include <QTest>
 #include <QTreeWidget>
 #include <memory>
@@ -67,6 +71,23 @@ TEST_F(PresetsWindowTest, WithoutPresetsOnlyStoringIsOffered) {
   EXPECT_FALSE(Find<QPushButton>("cmdRecallPreset").isEnabled());
   EXPECT_FALSE(Find<QPushButton>("cmdDeletePreset").isEnabled());
   EXPECT_TRUE(Find<QPushButton>("cmdStorePreset").isEnabled());
+}
+
+TEST_F(PresetsWindowTest, TheNameOfWhatARecallKeepsIsSeenWhole) {
+  const QString name = QStringLiteral("Before recall of Morning show, 2026-11-21 05.58.12");
+  window_->SetPresets({{name, QDateTime(QDate(2026, 11, 21), QTime(5, 58, 12))}});
+  QCoreApplication::sendPostedEvents();
+  const auto& list = Find<QTreeWidget>("lstPresets");
+  EXPECT_GT(list.columnWidth(0), list.fontMetrics().horizontalAdvance(name));
+}
+
+TEST_F(PresetsWindowTest, ComesUpNoLargerThanTheScreen) {
+  QFont large = QApplication::font();
+  const auto restore = qScopeGuard([usual = large] { QApplication::setFont(usual); });
+  large.setPointSizeF(2 * large.pointSizeF());
+  QApplication::setFont(large);
+  const PresetsWindow window(model_);
+  EXPECT_LE(window.width(), window.screen()->availableSize().width());
 }
 
 TEST_F(PresetsWindowTest, TheChosenOneIsRecalledOrDeleted) {

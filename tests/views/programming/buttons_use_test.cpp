@@ -177,6 +177,29 @@ TEST(ButtonsLook, EverythingFitsIntoItsFirstSizeWithRealLabelsInALargeFont) {
   }
 }
 
+TEST(ButtonsLook, BoxesOfTargetsRelaysAndOptosAreInOneFontWhateverTheyAreCalled) {
+  const QFont usual = QApplication::font();
+  const auto restore = qScopeGuard([usual] { QApplication::setFont(usual); });
+  for (const double points : {9.0, 12.0}) {
+    QFont font = usual;
+    font.setPointSizeF(points);
+    QApplication::setFont(font);
+    ButtonsConsole console;
+    for (int n = 1; n <= 64; ++n) console.SetField(n, "Label", "MMMMMMMM");
+    console.SetField(1, "OptoType", 1);
+    console.Open();
+    for (const int tab : {5, 6, 7}) console.GoToTab(tab);
+    QCoreApplication::sendPostedEvents();
+    const QFont first = console.Find<QCheckBox>("ckStationSel", 0).font();
+    for (const char* const boxes : {"ckStationSel", "ckRelaySel", "ckOptoStationSel"}) {
+      for (const int index : {0, 63}) {
+        EXPECT_EQ(console.Find<QCheckBox>(boxes, index).font(), first) << boxes << points;
+      }
+    }
+    EXPECT_EQ(console.Find<QCheckBox>("ckStationSel", 0).text(), QStringLiteral("MMMMMMMM"));
+  }
+}
+
 TEST(ButtonsLook, ALargerViewHasTheDesktopsFont) {
   const QFont usual = QApplication::font();
   const auto restore = qScopeGuard([usual] { QApplication::setFont(usual); });

@@ -106,7 +106,11 @@ TEST(ButtonsView, HasItsControlsWithTheirTexts) {
                                 "RS-485 Serial Control Port Associated With This Station",
                                 "Click To Select A Station Button To Be Programmed"));
   for (const char* const name : {"txtStaLabel", "txtInptLabel", "txtPortNmbr"}) {
-    EXPECT_TRUE(console.Find<QLineEdit>(QString::fromLatin1(name)).isReadOnly()) << name;
+    auto& field = console.Find<QLineEdit>(QString::fromLatin1(name));
+    EXPECT_TRUE(field.isReadOnly()) << name;
+    EXPECT_EQ(field.grab().toImage().pixelColor(field.width() - 5, field.height() / 2),
+              field.palette().color(QPalette::Window))
+        << name;
   }
   for (const char* const name :
        {"cmdFirst", "cmdPrev", "cmdBack10", "cmdFwd10", "cmdNext", "cmdLast"}) {

@@ -52,7 +52,7 @@ TEST_F(OptoPageTest, BoxesAreAsDesignedBeforeARecordIsShown) {
 TEST_F(OptoPageTest, BoxesKeepTheirFamilyAndFollowTheSizeOfTheFrame) {
   console_.Open();
   const double before = console_.Box(63).font().pointSizeF();
-  console_.Frame().setFont(QFont(QStringLiteral("DejaVu Sans"), 8));
+  console_.Frame().setFont(QFont(QStringLiteral("DejaVu Sans"), 6));
   EXPECT_EQ(console_.Box(0).font().families().front(), QLatin1String("Courier New"));
   EXPECT_LT(console_.Box(63).font().pointSizeF(), before);
 }

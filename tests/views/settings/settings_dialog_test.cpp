@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 
 #include "switcher/serial_port.h"
@@ -40,7 +41,7 @@ class SettingsDialogTest : public testing::Test {
             [this](const QString& device) {
               tried_.push_back(device.toStdString());
               return device == QLatin1String("/dev/ttyS3")
-                         ? model::Status(switcher::kPortUnavailable, "Permission denied")
+                         ? model::Status(switcher::kPortUnavailable, refusal_)
                          : model::Status();
             }});
     QObject::connect(dialog_.get(), &SettingsDialog::Wanted,
@@ -60,9 +61,20 @@ class SettingsDialogTest : public testing::Test {
 
   model::SystemModel model_;
   std::unique_ptr<SettingsDialog> dialog_;
+  std::string refusal_ = "Permission denied";
   std::vector<std::string> tried_;
   std::vector<WantedSettings> wanted_;
 };
+
+TEST_F(SettingsDialogTest, WhatTheSystemSaysOfADeviceIsSeenWhole) {
+  refusal_ = "Permission error while locking the device";
+  Part<QPushButton>("aidTryDevices").click();
+  QCoreApplication::sendPostedEvents();
+  const auto& state = Part<QLabel>("aidDeviceState_4");
+  ASSERT_EQ(State(4), "Cannot be opened: Permission error while locking the device");
+  EXPECT_GE(state.contentsRect().width(), state.fontMetrics().horizontalAdvance(state.text()));
+  EXPECT_LE(dialog_->width(), dialog_->screen()->availableSize().width());
+}
 
 TEST_F(SettingsDialogTest, ShowsWhatIsInForce) {
   EXPECT_EQ(Part<QComboBox>("cmbComPort").currentText(), QStringLiteral("COM 2"));

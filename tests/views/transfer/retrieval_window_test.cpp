@@ -154,6 +154,11 @@ TEST_F(RetrievalWindowTest, AsksFirst) {
   EXPECT_FALSE(Child<QTimer>("tmrDelayStart")->isActive());
 }
 
+TEST_F(RetrievalWindowTest, NoLineOfTheQuestionIsCut) {
+  const auto* const text = Child<QLabel>("lblSysInfText");
+  EXPECT_GE(text->width(), text->sizeHint().width());
+}
+
 TEST_F(RetrievalWindowTest, EnterAndEscapeAndCancelCloseIt) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   ASSERT_TRUE(Closed());

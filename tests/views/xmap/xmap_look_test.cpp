@@ -48,8 +48,9 @@ TEST(XmapLook, SizesAreZoomed) {
   EXPECT_EQ(MetricsFor(256, 200).cellWidth, 46);
 }
 
-TEST(XmapLook, HeaderFontIsMonospaced) {
+TEST(XmapLook, HeaderFontIsMonospacedAndOfMediumWeight) {
   EXPECT_TRUE(QFontInfo(MetricsFor(64, 100).font).fixedPitch());
+  EXPECT_EQ(MetricsFor(64, 100).font.weight(), QFont::Medium);
 }
 
 TEST(XmapLook, ElevenLettersFitIntoAColumnLabel) {
