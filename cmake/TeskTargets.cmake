@@ -19,11 +19,13 @@ if(TESK_SANITIZE)
   target_compile_options(tesk_product_options INTERFACE -fsanitize=undefined
                                                         -fno-sanitize-recover=undefined)
   target_link_options(tesk_options INTERFACE -fsanitize=address,undefined)
-  # Large programs: the quick linker, where there is one, saves time.
+endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+  # Many large programs are linked: the quick linker, where there is one, saves a minute.
   include(CheckLinkerFlag)
-  check_linker_flag(CXX -fuse-ld=gold TESK_HAS_GOLD)
-  if(TESK_HAS_GOLD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_link_options(tesk_options INTERFACE -fuse-ld=gold)
+  check_linker_flag(CXX -fuse-ld=lld TESK_HAS_LLD)
+  if(TESK_HAS_LLD)
+    target_link_options(tesk_options INTERFACE -fuse-ld=lld)
   endif()
 endif()
 if(TESK_FUZZ)
@@ -46,19 +48,32 @@ function(tesk_compile_together target)
   endforeach()
 endfunction()
 
-# tesk_library(NAME [MOC] SOURCES a.cpp b.cpp LINKS other...): a static library of one folder.
-# With MOC the toolkit's generators look through it, for signals and for resource files.
+# tesk_library(NAME [MOC] [WINDOWS] [COMPUTES] SOURCES a.cpp b.cpp LINKS other...): a static library
+# of one folder.
+#   MOC       the toolkit's generators look through it, for signals and for resource files
+#   WINDOWS   with TESK_UNITY the toolkit's headers, which take longer to read than most windows,
+#             are read once for all libraries of windows; not by GCC, which needs as long to keep
+#             them as it then saves
+#   COMPUTES  its tests compute for longer than it takes to optimise the sanitizers' checks, which
+#             is not true of the others
 function(tesk_library name)
-  cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "MOC;WINDOWS;COMPUTES" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE tesk_product_options PUBLIC tesk_options ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC} AUTORCC ${ARG_MOC})
-  # Windows spend their time in the toolkit, and the sanitizers' checks take the optimiser longer
-  # than the tests of windows gain by it.
-  if(TESK_SANITIZE AND ARG_MOC)
-    target_compile_options(${name} PRIVATE -O0)
+  if(TESK_SANITIZE AND CMAKE_BUILD_TYPE STREQUAL "Debug" AND ARG_COMPUTES)
+    target_compile_options(${name} PRIVATE -O1)
   endif()
   tesk_compile_together(${name})
+  if(ARG_WINDOWS AND TESK_UNITY AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    get_property(first GLOBAL PROPERTY TESK_FIRST_LIBRARY_OF_WINDOWS)
+    if(first)
+      target_precompile_headers(${name} REUSE_FROM ${first})
+    else()
+      target_precompile_headers(${name} PRIVATE <QtWidgets/QtWidgets>)
+      set_property(GLOBAL PROPERTY TESK_FIRST_LIBRARY_OF_WINDOWS ${name})
+    endif()
+  endif()
 endfunction()
 
 # All programs, without tests and benchmarks.
@@ -87,6 +102,10 @@ endfunction()
 function(tesk_quick_to_compile name)
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(${name} PRIVATE -O0 -fPIC)
+  endif()
+  # A failed assertion says its line itself, and a report of the sanitizers those of the product.
+  if(TESK_SANITIZE)
+    target_compile_options(${name} PRIVATE -g0)
   endif()
   tesk_compile_together(${name})
 endfunction()

@@ -8,7 +8,7 @@ run_packages="fonts-dejavu-core fonts-liberation"
 screen_packages="tigervnc-standalone-server tigervnc-tools"
 test_packages="clang-format mdbtools appstream desktop-file-utils man-db mandoc"
 package_packages="dpkg-dev file"
-fuzz_packages="clang libclang-rt-dev"
+fuzz_packages="clang libclang-rt-dev lld"
 desktop_packages="xvfb openbox xdotool x11-utils imagemagick"
 picture_packages="imagemagick poppler-utils"
 
