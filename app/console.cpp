@@ -522,6 +522,7 @@ void Console::ShowDemoMode() {
 void Console::ConnectShutDown() {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
   connect(&shutDown_, &ShutDown::Ending, &presets_, &Presets::CancelNow);
+  connect(&shutDown_, &ShutDown::Ending, &restoreBackup_, &RestoreBackup::CancelNow);
   connect(&shutDown_, &ShutDown::SavingDatabase, &backups_, &BackupKeeper::NoteMainFile);
   connect(&shutDown_, &ShutDown::DatabaseSaved, &log_, [this] { log_.Note(tr("Database saved")); });
   // Behind the journal, which says first that the run is saved.
