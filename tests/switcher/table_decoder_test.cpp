@@ -371,8 +371,10 @@ TEST_F(FailingStoreTest, RefusedTablesDoNotTouchAClosedDatabase) {
 }
 
 // Keeps what was announced.
-class ChangeList : public stations::ChangeObserver {
+class KeptChanges : public stations::ChangeObserver {
  public:
+  using ChangeObserver::ChangeObserver;
+
   void Changed(std::span<const stations::Change> changes) override {
     seen.insert(seen.end(), changes.begin(), changes.end());
   }
@@ -383,8 +385,7 @@ class ChangeList : public stations::ChangeObserver {
 TEST_F(TableDecoderTest, EveryFieldThatIsStoredIsOneOfTheTable) {
   for (int station = 1; station <= 16; ++station) database_.AddStation(station, {});
   model_.LabelCount = 16;
-  ChangeList changes;
-  changes_.Add(changes);
+  KeptChanges changes(changes_);
   for (const MessageKind& kind : kMessages) {
     if (kind.use != MessageUse::Table || !kind.FromSwitcher()) continue;
     const Bytes message = test::ExampleMessage(kind.code, {.channels = 16,
@@ -404,7 +405,6 @@ TEST_F(TableDecoderTest, EveryFieldThatIsStoredIsOneOfTheTable) {
       }
     }
   }
-  changes_.Remove(changes);
 }
 
 }  // namespace
