@@ -30,13 +30,14 @@ allowed() {
     views) echo "views/rules views/widgets views/window_place switcher/comparison switcher/presets switcher/unsent switcher switcher/wire stations db db/jet config model" ;;
     app/shell) echo "$below_app" ;;
     app/log | app/undo | app/backups) echo "app/shell $below_app" ;;
+    app/network) echo "app/log app/shell $below_app" ;;
     app/journal) echo "app/shell stations/journal $below_app" ;;
-    app) echo "app/backups app/journal app/log app/undo app/shell $below_app" ;;
+    app) echo "app/backups app/journal app/log app/network app/undo app/shell $below_app" ;;
   esac
 }
 
 # A folder that is inside another one stands before it.
-folders="model files db/jet config db stations/journal stations switcher/wire switcher/unsent switcher/comparison switcher/presets switcher gateway/ember gateway views/rules views/widgets views/window_place views app/shell app/log app/undo app/journal app/backups app"
+folders="model files db/jet config db stations/journal stations switcher/wire switcher/unsent switcher/comparison switcher/presets switcher gateway/ember gateway views/rules views/widgets views/window_place views app/shell app/log app/network app/undo app/journal app/backups app"
 
 # folder_of PATH: the innermost folder of the list that the path is in.
 folder_of() {
