@@ -7,6 +7,7 @@ set -u
 cd "$1" || exit 2
 
 below_app="views views/rules views/widgets views/window_place gateway/ember gateway switcher/comparison switcher/presets switcher/unsent switcher switcher/wire stations db db/jet config files model"
+rooms_of_app="app/shell app/kept app/paper app/transfer app/undo app/log app/network app/backups app/presets app/journal app/run"
 
 allowed() {
   case "$1" in
@@ -29,15 +30,18 @@ allowed() {
     views/window_place) echo "config" ;;
     views) echo "views/rules views/widgets views/window_place switcher/comparison switcher/presets switcher/unsent switcher switcher/wire stations db db/jet config model" ;;
     app/shell) echo "$below_app" ;;
-    app/log | app/undo | app/backups) echo "app/shell $below_app" ;;
+    app/kept | app/paper | app/transfer | app/undo) echo "app/shell $below_app" ;;
+    app/log) echo "app/transfer app/shell $below_app" ;;
     app/network) echo "app/log app/shell $below_app" ;;
+    app/backups | app/presets) echo "app/kept app/shell $below_app" ;;
     app/journal) echo "app/shell stations/journal $below_app" ;;
-    app) echo "app/backups app/journal app/log app/network app/undo app/shell $below_app" ;;
+    app/run) echo "app/backups app/journal app/kept app/log app/transfer app/shell $below_app" ;;
+    app) echo "$rooms_of_app $below_app" ;;
   esac
 }
 
 # A folder that is inside another one stands before it.
-folders="model files db/jet config db stations/journal stations switcher/wire switcher/unsent switcher/comparison switcher/presets switcher gateway/ember gateway views/rules views/widgets views/window_place views app/shell app/log app/network app/undo app/journal app/backups app"
+folders="model files db/jet config db stations/journal stations switcher/wire switcher/unsent switcher/comparison switcher/presets switcher gateway/ember gateway views/rules views/widgets views/window_place views $rooms_of_app app"
 
 # folder_of PATH: the innermost folder of the list that the path is in.
 folder_of() {
