@@ -60,11 +60,12 @@ class Network : public QObject {
   // Says which sections of the settings are in force.
   void TellAccess();
 
-  // The panels' listener was started or not: says what came of it, and listens for controllers if
-  // they are wanted.
+  // The start-up has tried to listen for panels: says what came of it, and listens for controllers
+  // where they are wanted.
   void Begin();
 
-  // The same for the panels alone, whose listener the operator's settings have started or stopped.
+  // The operator wants panels on another port, or none, and their listener was started or stopped:
+  // says what came of it.
   void PanelSettingsChanged() { admission_.Update(); }
 
   // The operator has set a gain.

@@ -36,13 +36,13 @@ class PanelAdmission : public QObject {
   // shut-down start and stop it.
   gateway::Listener& Listener() { return listener_; }
 
-  // The listener was to be started, or stopped, by what the model says now: says what came of it.
-  // With an address of their own, panels that cannot be listened for are from now on as soon as it
-  // is possible; without one it was tried once, and the failure is reported by whoever tried.
+  // Somebody has started the listener, or stopped it, as the model wants it now: says what came of
+  // it.  When it failed at an address of the settings, it is tried again until it succeeds; without
+  // such an address whoever tried reports the failure.
   void Update();
 
  Q_SIGNALS:
-  // Panels are listened for.
+  // Panels are listened for; from now on, or anew.
   void Listening();
   // "Network panels can connect to port 1250 now"
   void Happened(const QString& text);
