@@ -99,7 +99,7 @@ Console::Console(AppFolder folder)
       inhibits_(
           {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       flood_(window_.Hints()),
-      panelReports_(labels_, inhibits_, [this] { return flood_.IsFlooded(); }),
+      panelReports_(labels_, inhibits_),
       panelErrors_(boxes_, window_.Hints()),
       panelCommands_({.model = model_, .port = port_, .reporter = panelErrors_}),
       panels_({.model = model_,

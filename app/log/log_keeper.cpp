@@ -20,8 +20,7 @@ LogKeeper::LogKeeper(const Services& services)
   connect(&services_.window, &MainWindow::BlockedCodeShown, this, &LogKeeper::NoteBlockedCode);
   connect(&services_.panels, &PanelReports::Happened, this,
           [this](const QString& text) { Add(Kind::Panel, text); });
-  connect(&services_.panels, &PanelReports::HappenedAgain, this,
-          [this](const QString& text) { services_.log.AddRepeated(Kind::Panel, text); });
+  connect(&services_.panels, &PanelReports::HappenedAgain, this, &LogKeeper::NoteNetworkAgain);
   connect(&services_.views, &OpenViews::Loaded, this, &LogKeeper::FollowView);
   FollowTables();
   FollowTransfers();
@@ -104,6 +103,7 @@ LogKeeper::~LogKeeper() {
   // Closed, so that it keeps its place.
   if (window_ != nullptr) window_->close();
   delete window_;
+  services_.log.End();
 }
 
 void LogKeeper::Show() {
