@@ -144,7 +144,7 @@ void Hand::Type(std::string_view word) {
 }
 
 std::string Hand::Focused(const char* what) {
-  return console_.Ask({{QStringLiteral("do"), QStringLiteral("focus")}})
+  return console_.Ask({{QStringLiteral("do"), QStringLiteral("keyboard")}})
       .value(QLatin1String("value"))
       .toObject()
       .value(QLatin1String(what))
