@@ -18,9 +18,6 @@ LogKeeper::LogKeeper(const Services& services)
   connect(&services_.window, &MainWindow::LinkTextShown, this,
           [this](const QString& text) { Add(Kind::Link, text); });
   connect(&services_.window, &MainWindow::BlockedCodeShown, this, &LogKeeper::NoteBlockedCode);
-  connect(&services_.panels, &PanelReports::Happened, this,
-          [this](const QString& text) { Add(Kind::Panel, text); });
-  connect(&services_.panels, &PanelReports::HappenedAgain, this, &LogKeeper::NoteNetworkAgain);
   connect(&services_.views, &OpenViews::Loaded, this, &LogKeeper::FollowView);
   FollowTables();
   FollowTransfers();
@@ -30,10 +27,6 @@ LogKeeper::LogKeeper(const Services& services)
           });
   connect(&services_.commands, &CommandTable::Runs, this,
           [this](const QString& id) { Add(Kind::Command, CommandWords(id)); });
-}
-
-void LogKeeper::PanelNotAdmitted(const std::string& address) {
-  NoteNetworkAgain(tr("Panel %1 was not admitted").arg(QString::fromStdString(address)));
 }
 
 void LogKeeper::FollowView(views::MainView* view) {

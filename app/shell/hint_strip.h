@@ -27,6 +27,7 @@ enum class Hint : std::uint8_t {
   Blocked,
   PortDenied,
   PanelsClosed,
+  PanelsNotYet,
   OpenGatewayClosed,
   JournalFails,
   PanelReport,

@@ -2,7 +2,7 @@
 //
 // The open gateway with real sockets of this computer.
 
-#include "app/open_gateway.h"
+#include "app/network/open_gateway.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/log/panel_reports.h"
+#include "app/network/panel_reports.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/open_gateway.h"
+#include "app/network/open_gateway.h"
 
 #include <chrono>
 #include <utility>
@@ -157,12 +157,12 @@ void OpenGateway::PeerConnected(const ember::PeerName& peer) {
 }
 
 void OpenGateway::PeerTurnedAway(const std::string& address, ember::TurnedAway why) {
-  const QString text = why == ember::TurnedAway::AddressHasMany
-                           ? tr("Controller %1 was turned away: it has %2 connections already")
-                                 .arg(QString::fromStdString(address))
-                                 .arg(ember::Peers::kMostOfAddress)
-                           : tr("Controller %1 was turned away: all connections are taken")
-                                 .arg(QString::fromStdString(address));
+  const QString text =
+      why == ember::TurnedAway::AddressHasMany
+          ? tr("Controller %1 was turned away: it has %2 connections already")
+                .arg(QString::fromStdString(address), QString::number(ember::Peers::kMostOfAddress))
+          : tr("Controller %1 was turned away: all connections are taken")
+                .arg(QString::fromStdString(address));
   Q_EMIT HappenedAgain(text);
 }
 

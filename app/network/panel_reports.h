@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_LOG_PANEL_REPORTS_H_
-#define APP_LOG_PANEL_REPORTS_H_
+#ifndef APP_NETWORK_PANEL_REPORTS_H_
+#define APP_NETWORK_PANEL_REPORTS_H_
 
 #include <QObject>
 #include <QString>
@@ -61,4 +61,4 @@ class PanelReports : public QObject, public gateway::PanelEvents {
 
 }  // namespace app
 
-#endif  // APP_LOG_PANEL_REPORTS_H_
+#endif  // APP_NETWORK_PANEL_REPORTS_H_
