@@ -107,13 +107,15 @@ TEST_F(EventLogTest, WhoDoesMuchCostsNobodyElseALine) {
 
 // Or somebody with many addresses would fill the log.
 TEST_F(EventLogTest, OriginsHaveLinesOfTheirOwnWithinBounds) {
+  int written = 0;
+  QObject::connect(&log_, &QAbstractItemModel::rowsInserted, [&] { ++written; });
   for (int origin = 0; origin < 100; ++origin) {
     for (int i = 0; i < 400; ++i) {
       log_.AddRepeated(Kind::Panel, QStringLiteral("%1 of %2").arg(i).arg(origin),
                        QString::number(origin), At(4));
     }
   }
-  EXPECT_EQ(log_.rowCount(), 3 + 17 * 300);
+  EXPECT_EQ(written, 17 * 300);
   // The next minute they are others.
   log_.AddRepeated(Kind::Panel, QStringLiteral("gain"), QStringLiteral("99"), At(4).addSecs(180));
   EXPECT_EQ(log_.Line(log_.rowCount() - 1), QStringLiteral("2026-11-21 12:06:04.000\tPanel\tgain"));

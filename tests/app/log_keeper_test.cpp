@@ -148,8 +148,8 @@ TEST_F(LogKeeperTest, TheLinkTheNetworkAndNotesHaveTheirLines) {
   window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
   EXPECT_THAT(Lines(EventLog::Kind::Link),
               ElementsAre("Not Connected - COM 1", "Connected - COM 1  (57600, 8, N, 1)"));
-  keeper_.NoteNetwork("Panel 2, 192.0.2.7: connected");
-  keeper_.NoteNetworkAgain("Panel 192.0.2.99 was not admitted");
+  keeper_.NoteNetwork(QStringLiteral("Panel 2, 192.0.2.7: connected"));
+  keeper_.NoteNetworkAgain(QStringLiteral("Panel 192.0.2.99 was not admitted"));
   EXPECT_THAT(Lines(EventLog::Kind::Panel),
               ElementsAre("Panel 2, 192.0.2.7: connected", "Panel 192.0.2.99 was not admitted"));
   using enum switcher::Table;
