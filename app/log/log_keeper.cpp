@@ -96,6 +96,7 @@ LogKeeper::~LogKeeper() {
   // Closed, so that it keeps its place.
   if (window_ != nullptr) window_->close();
   delete window_;
+  services_.log.End();
 }
 
 void LogKeeper::Show() {

@@ -47,10 +47,11 @@ class LogKeeper : public QObject {
   // Notes what belongs to none of the parts.
   void Note(const QString& text) { Add(EventLog::Kind::Note, text); }
 
-  // What happens on the network; the second for what may come many times a second.
+  // What happens on the network; the second for what may come many times a
+  // second, with the address that it comes from; none for what any stranger may make come.
   void NoteNetwork(const QString& text) { Add(EventLog::Kind::Panel, text); }
-  void NoteNetworkAgain(const QString& text) {
-    services_.log.AddRepeated(EventLog::Kind::Panel, text);
+  void NoteNetworkAgain(const QString& text, const QString& address = {}) {
+    services_.log.AddRepeated(EventLog::Kind::Panel, text, address);
   }
 
   // A command for a crosspoint (from 1) with this action byte was sent for the operator.

@@ -11,7 +11,7 @@ namespace app {
 Network::Network(Services services)
     : services_(std::move(services)),
       flood_(services_.hints),
-      reports_(services_.labels, services_.inhibits, [this] { return flood_.IsFlooded(); }),
+      reports_(services_.labels, services_.inhibits),
       errors_(services_.boxes, services_.hints),
       commands_({.model = services_.model, .port = services_.port, .reporter = errors_}),
       panels_({.model = services_.model,
@@ -55,7 +55,8 @@ Network::Network(Services services)
   connect(&reports_, &PanelReports::HappenedAgain, this, &Network::HappenedAgain);
   connect(&admission_, &PanelAdmission::Listening, this, [this] { reports_.Begin(); });
   connect(&admission_, &PanelAdmission::Happened, this, &Network::Happened);
-  connect(&admission_, &PanelAdmission::HappenedAgain, this, &Network::HappenedAgain);
+  connect(&admission_, &PanelAdmission::HappenedAgain, this,
+          [this](const QString& text) { Q_EMIT HappenedAgain(text); });
   connect(&openGateway_, &OpenGateway::PeersChanged, this, &Network::ControllersChanged);
   connect(&openGateway_, &OpenGateway::Happened, this, &Network::Happened);
   connect(&openGateway_, &OpenGateway::HappenedAgain, this, &Network::HappenedAgain);

@@ -94,8 +94,9 @@ class Network : public QObject {
   void NoteRequested(const QString& note);
   // "Panel 2, 192.0.2.7: connected"
   void Happened(const QString& text);
-  // The same for what may happen many times a second.
-  void HappenedAgain(const QString& text);
+  // The same for what may happen many times a second, with the address that makes it happen; none
+  // for what any stranger may.
+  void HappenedAgain(const QString& text, const QString& address = {});
 
  private:
   const Services services_;

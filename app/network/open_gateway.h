@@ -76,8 +76,9 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   void PeersChanged(const QStringList& peers);
   // "Controller 2, 192.0.2.7: connected"
   void Happened(const QString& text);
-  // The same for what may happen many times a second.
-  void HappenedAgain(const QString& text);
+  // The same for what may happen many times a second: what the controller at an address does, or,
+  // with no address, what is within the power of any stranger.
+  void HappenedAgain(const QString& text, const QString& address = {});
 
  private:
   void Listen();
