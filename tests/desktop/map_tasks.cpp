@@ -105,8 +105,9 @@ void LookForYesterday(Scene& scene) {
   SeeMark(scene, 10, 20, kCrosspoint);
   SeeMark(scene, 11, 21, kCrosspoint);
   SeeMark(scene, 11, 22, 0);
-  scene.Operator().Until("the switcher has the crosspoint",
-                         [&] { return scene.Switcher("row 10").find("20") != std::string::npos; });
+  scene.Operator().Until("the switcher has the crosspoint, and no other", [&] {
+    return scene.Switcher("row 10").find(" sources 20 ") != std::string::npos;
+  });
 }
 
 void TakeByMistake(Scene& scene) {

@@ -85,7 +85,9 @@ bool IsGroupStored(const Scene& scene) {
     if (scene.Stored(panel, "B1 Type") != "255") return false;
     if (!scene.Stored(panel, "B1 Prog").starts_with(kTargets)) return false;
   }
-  return scene.Stored(kLastPanel + 1, "B1 Type") != "255";
+  // Those beside them are none of them.
+  return scene.Stored(kFirstPanel - 1, "B1 Type") != "255" &&
+         scene.Stored(kLastPanel + 1, "B1 Type") != "255";
 }
 
 void UseByMouse(Hand& hand) { hand.Click({.object = "btnWhereUsed"}); }
