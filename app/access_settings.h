@@ -7,7 +7,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "app/app_folder.h"
+#include "app/run/app_folder.h"
 #include "config/ini_file.h"
 #include "gateway/address_list.h"
 

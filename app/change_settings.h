@@ -9,7 +9,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "app/settings_file.h"
+#include "app/run/settings_file.h"
 #include "gateway/qt_sockets.h"
 #include "model/error_reporter.h"
 #include "model/locks.h"

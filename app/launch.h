@@ -9,9 +9,9 @@
 #include <memory>
 #include <string>
 
-#include "app/app_folder.h"
+#include "app/run/app_folder.h"
 #include "app/console.h"
-#include "app/instance_lock.h"
+#include "app/run/instance_lock.h"
 #include "app/shell/message_boxes.h"
 
 namespace app {

@@ -11,7 +11,7 @@
 #include <functional>
 #include <string>
 
-#include "app/shell/background_writer.h"
+#include "app/kept/background_writer.h"
 #include "db/backups.h"
 #include "db/database_files.h"
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "app/backups/backup_keeper.h"
-#include "app/shell/background_writer.h"
+#include "app/kept/background_writer.h"
 #include "db/database_files.h"
 #include "model/error_reporter.h"
 #include "stations/change.h"

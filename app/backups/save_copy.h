@@ -8,7 +8,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "app/shell/background_writer.h"
+#include "app/kept/background_writer.h"
 #include "db/database_files.h"
 #include "model/error_reporter.h"
 

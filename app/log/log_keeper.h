@@ -18,7 +18,7 @@
 #include "app/shell/main_window.h"
 #include "app/shell/message_boxes.h"
 #include "app/shell/open_views.h"
-#include "app/shell/transfers.h"
+#include "app/transfer/transfers.h"
 #include "views/unsent_tables.h"
 
 namespace app {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/app_folder.h"
+#include "app/run/app_folder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/shell/background_writer.h"
+#include "app/kept/background_writer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

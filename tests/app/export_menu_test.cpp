@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/shell/export_menu.h"
+#include "app/paper/export_menu.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

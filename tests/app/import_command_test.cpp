@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/shell/import_command.h"
+#include "app/paper/import_command.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 #include <QDialog>
 #include <QSignalSpy>
 
-#include "app/shell/export_menu.h"
+#include "app/paper/export_menu.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"

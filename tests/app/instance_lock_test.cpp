@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/instance_lock.h"
+#include "app/run/instance_lock.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

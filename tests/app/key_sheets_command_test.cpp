@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/shell/key_sheets_command.h"
+#include "app/paper/key_sheets_command.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/lock_keeper.h"
+#include "app/kept/lock_keeper.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

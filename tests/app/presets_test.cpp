@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/presets.h"
+#include "app/presets/presets.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

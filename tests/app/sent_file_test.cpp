@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/sent_file.h"
+#include "app/kept/sent_file.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 //
 // What the status bar says when a tool of a view has sent its tables.
 
-#include "app/shell/sent_note.h"
+#include "app/transfer/sent_note.h"
 
 #include <gtest/gtest.h>
 

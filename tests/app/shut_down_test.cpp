@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/shut_down.h"
+#include "app/run/shut_down.h"
 
 #include <gmock/gmock.h>
 

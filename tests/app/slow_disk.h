@@ -6,7 +6,7 @@
 #include <QSemaphore>
 #include <memory>
 
-#include "app/shell/background_writer.h"
+#include "app/kept/background_writer.h"
 
 namespace app {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/start_up.h"
+#include "app/run/start_up.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

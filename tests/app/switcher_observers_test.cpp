@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "app/log/switcher_reports.h"
-#include "app/presets.h"
+#include "app/presets/presets.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/open_views.h"
 #include "gateway/ember/provider.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/table_tools.h"
+#include "app/transfer/table_tools.h"
 
 #include <gtest/gtest.h>
 

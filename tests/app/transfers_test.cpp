@@ -2,7 +2,7 @@
 //
 // What is typed into the label grid when a download or a retrieval is asked for.
 
-#include "app/shell/transfers.h"
+#include "app/transfer/transfers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

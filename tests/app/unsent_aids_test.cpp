@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/shell/unsent_aids.h"
+#include "app/transfer/unsent_aids.h"
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,7 @@
 #include "app/log/switcher_reports.h"
 #include "app/shell/main_window.h"
 #include "app/shell/open_views.h"
-#include "app/shell/transfers.h"
+#include "app/transfer/transfers.h"
 #include "app/switcher_observers.h"
 #include "switcher/decoder.h"
 #include "switcher/known_map.h"

@@ -178,7 +178,7 @@ QRect Hand::Frame(const char* window) {
 }
 
 std::string Hand::Focused(const char* what) {
-  return console_.Ask({{QStringLiteral("do"), QStringLiteral("focus")}})
+  return console_.Ask({{QStringLiteral("do"), QStringLiteral("keyboard")}})
       .value(QLatin1String("value"))
       .toObject()
       .value(QLatin1String(what))

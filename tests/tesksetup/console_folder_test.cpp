@@ -7,7 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "app/instance_lock.h"
+#include "app/run/instance_lock.h"
 #include "tests/support/temporary_folder.h"
 
 namespace tesksetup {

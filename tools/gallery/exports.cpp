@@ -9,7 +9,7 @@
 #include <QMenu>
 #include <QProgressBar>
 
-#include "app/shell/export_menu.h"
+#include "app/paper/export_menu.h"
 #include "tools/gallery/drawings.h"
 #include "tools/gallery/pictures.h"
 #include "tools/gallery/shown_console.h"

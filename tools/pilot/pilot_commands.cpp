@@ -315,7 +315,7 @@ QJsonObject Done() { return Answer(); }
 QJsonObject Execute(const QJsonObject& request) {
   const QString command = TextOf(request, "do");
   if (command == QLatin1String("keys")) return Keys(request);
-  if (command == QLatin1String("focus")) return Answer(KeyboardFocus());
+  if (command == QLatin1String("keyboard")) return Answer(KeyboardFocus());
   if (command == QLatin1String("boxes")) return Boxes();
   if (command == QLatin1String("closeBox")) return CloseBox();
   if (command == QLatin1String("logOut")) return LogOut();

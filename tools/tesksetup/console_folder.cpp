@@ -10,7 +10,7 @@
 #include <string>
 #include <system_error>
 
-#include "app/instance_lock.h"
+#include "app/run/instance_lock.h"
 #include "config/configuration.h"
 #include "config/ini_file.h"
 #include "config/serial_devices.h"

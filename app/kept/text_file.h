@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+
+#ifndef APP_KEPT_TEXT_FILE_H_
+#define APP_KEPT_TEXT_FILE_H_
+
+#include <QDeadlineTimer>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "app/kept/background_writer.h"
+#include "model/status.h"
+
+namespace app {
+
+// A file that keeps from run to run what changes now and then.  It is replaced as a whole, at most
+// once a second, by another thread: bringing it to the disk may take its time.
+class TextFile : public QObject {
+  Q_OBJECT
+
+ public:
+  // `text` makes what the file is to hold now.
+  TextFile(std::filesystem::path path, std::function<std::string()> text);
+
+  // What the file holds; empty when it is not there.  One of more than `most` bytes is a failure,
+  // like one that cannot be read; nothing is known of its text then.
+  model::Status Read(std::uint64_t most, std::string* text);
+
+  // What the file is to hold has changed: it is to be there within a second.
+  void Update();
+
+  // Returns when it is there, or cannot be in that time.
+  void Finish(QDeadlineTimer patience = QDeadlineTimer::Forever);
+
+ Q_SIGNALS:
+  // The file could not be written, and why.  It is tried again a second after the next change, and
+  // by itself, ever more rarely but at least once a minute; of its failures nobody is told again.
+  void Failed(const QString& why);
+  // It was written, or holds again what it is to hold.
+  void Written();
+
+ private:
+  void Begin();
+  void TryAgain();
+  void Write();
+  void Done(const std::string& text, const model::Status& status);
+  void IsThere();
+
+  const std::filesystem::path path_;
+  const std::function<std::string()> text_;
+  std::string written_;              // what it holds
+  int writing_ = 0;                  // so often it is to be replaced
+  bool hasFailed_ = false;           // the last time
+  std::chrono::milliseconds pause_;  // before it is tried again
+  QTimer timer_;
+  BackgroundWriter writer_;
+};
+
+}  // namespace app
+
+#endif  // APP_KEPT_TEXT_FILE_H_
