@@ -120,8 +120,8 @@ std::vector<std::string> LookAtWindows(const Look& look, const std::filesystem::
   std::vector<std::string> faults;
   Scene scene(look);
   if (!scene.Begin()) return {"The console does not come up"};
-  // The console counts what the window manager puts around a window in pixels of its own.
-  const int slack = look.scale - 1;
+  // The console rounds what the window manager puts around a window to pixels of its own.
+  const int slack = look.scale == 1 ? 0 : look.scale;
   const QRect screen = QRect(QPoint(), look.screen).adjusted(-slack, -slack, slack, slack);
   const auto check = [&](const char* window) {
     const QRect frame = scene.Operator().Frame(window);

@@ -346,7 +346,7 @@ TEST_F(KeySheetsWindowTest, AllIntoAFileCloses) {
 
 TEST_F(KeySheetsWindowTest, TabGoesFromTheChoiceToTheListAndOnToThePaper) {
   Press("optSheetsChosen");
-  Find<QWidget>("optSheetsChosen").setFocus();
+  Find("optSheetsAll").setFocus();
   for (const char* const next : {"txtFindSheets", "lstSheetStations", "aidTickAll", "aidTickNone",
                                  "cmbSheetPaper", "cmdPdfSheets"}) {
     QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
