@@ -28,14 +28,22 @@ jobs=$((4 * $(nproc)))
 say() { echo "== $* (after $SECONDS s)"; }
 
 # behind LOG COMMAND...: runs it in the background, where it takes what the tests leave idle, which
-# is much.  `behind_ends` waits for it and shows what it wrote if it failed.
+# is much.  `behind_ends` waits for it and shows what it wrote if it failed.  It leads a process group
+# of its own, so that all of it, compilers too, ends with this script.
+running=
 behind() {
   log=$1
-  nice -n 19 "${@:2}" >"$log" 2>&1 &
+  setsid nice -n 19 "${@:2}" >"$log" 2>&1 </dev/null &
   running=$!
 }
-behind_ends() { wait "$running" || { cat "$log"; exit 1; }; }
-trap 'kill "${running:-}" 2>/dev/null || true' EXIT
+behind_ends() {
+  local code=0
+  wait "$running" || code=$?
+  # Its number may be given to somebody else from now on.
+  running=
+  [ "$code" = 0 ] || { cat "$log"; exit 1; }
+}
+trap '[ -z "$running" ] || kill -- "-$running" 2>/dev/null || true' EXIT
 
 say Format
 find . -path ./build -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 |
