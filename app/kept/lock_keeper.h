@@ -10,8 +10,8 @@
 #include <functional>
 #include <string>
 
-#include "app/shell/main_window.h"
 #include "app/kept/text_file.h"
+#include "app/shell/main_window.h"
 #include "model/locks.h"
 #include "model/status.h"
 
