@@ -167,6 +167,13 @@ function(tesk_program_test name)
   set_tests_properties(${name} PROPERTIES TIMEOUT 900 LABELS program COST 100)
 endfunction()
 
+# tesk_long_run_test(NAME COMMAND...): the same for the quick form of a long run, which takes about as
+# long as a quarter of all others: `./test.sh` leaves it to `./test.sh --all`.
+function(tesk_long_run_test name)
+  tesk_program_test(${name} ${ARGN})
+  set_property(TEST ${name} APPEND PROPERTY LABELS long_run)
+endfunction()
+
 # tesk_fuzz(frame_fuzz tesk_switcher): builds frame_fuzz.cpp of the current folder.  With
 # TESK_FUZZ it is a libFuzzer program; otherwise, and in the test suite, it replays the files
 # of corpus/<name>/ once each, so that the harness and what it found before cannot rot.

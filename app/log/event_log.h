@@ -28,7 +28,7 @@ class EventLog : public QAbstractTableModel {
   static constexpr int kLimit = 5000;
 
   // So many origins have lines of their own in a minute; the others share what there is for all.
-  static constexpr int kMostOrigins = 16;
+  static constexpr int kMostOrigins = 8;
 
   explicit EventLog(QObject* parent = nullptr);
 
