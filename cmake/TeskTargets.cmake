@@ -54,8 +54,8 @@ endfunction()
 #   WINDOWS   with TESK_UNITY the toolkit's headers, which take longer to read than most windows,
 #             are read once for all libraries of windows; not by GCC, which needs as long to keep
 #             them as it then saves
-#   COMPUTES  its tests compute for longer than it takes to optimise the sanitizers' checks, which
-#             is not true of the others
+#   COMPUTES  its tests compute so much that optimising the sanitizers' checks saves more time than
+#             it takes; of other libraries it would not
 function(tesk_library name)
   cmake_parse_arguments(ARG "MOC;WINDOWS;COMPUTES" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})

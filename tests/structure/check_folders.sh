@@ -7,7 +7,7 @@ set -u
 cd "$1" || exit 2
 
 below_app="views views/rules views/widgets views/window_place gateway/ember gateway switcher/comparison switcher/presets switcher/unsent switcher switcher/wire stations db db/jet config files model"
-rooms_of_app="app/shell app/kept app/paper app/transfer app/undo app/log app/backups app/presets app/journal app/run"
+rooms_of_app="app/shell app/kept app/paper app/transfer app/undo app/log app/network app/backups app/presets app/journal app/run"
 
 allowed() {
   case "$1" in
@@ -32,6 +32,7 @@ allowed() {
     app/shell) echo "$below_app" ;;
     app/kept | app/paper | app/transfer | app/undo) echo "app/shell $below_app" ;;
     app/log) echo "app/transfer app/shell $below_app" ;;
+    app/network) echo "app/log app/shell $below_app" ;;
     app/backups | app/presets) echo "app/kept app/shell $below_app" ;;
     app/journal) echo "app/shell stations/journal $below_app" ;;
     app/run) echo "app/backups app/journal app/kept app/log app/transfer app/shell $below_app" ;;
