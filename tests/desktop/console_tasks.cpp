@@ -123,7 +123,7 @@ void SheetsByKeyboard(Hand& hand) {
   hand.Key("ctrl+p");
   hand.See("frmKeySheets");
   hand.Key("alt+c");
-  hand.Key("Tab");
+  hand.Key("ctrl+f");
   hand.SeeFocus("txtFindSheets");
   hand.Type("CAM");
   hand.Key("alt+l");

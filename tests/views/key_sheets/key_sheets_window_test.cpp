@@ -344,16 +344,6 @@ TEST_F(KeySheetsWindowTest, AllIntoAFileCloses) {
   EXPECT_THAT(*notes_, SizeIs(1));
 }
 
-TEST_F(KeySheetsWindowTest, TabGoesFromTheChoiceToTheListAndOnToThePaper) {
-  Press("optSheetsChosen");
-  Find("optSheetsAll").setFocus();
-  for (const char* const next : {"txtFindSheets", "lstSheetStations", "aidTickAll", "aidTickNone",
-                                 "cmbSheetPaper", "cmdPdfSheets"}) {
-    QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(window_->focusWidget()->objectName(), QLatin1String(next)) << next;
-  }
-}
-
 // Enter in the list, and in the field above it, writes nothing.
 TEST_F(KeySheetsWindowTest, EnterInTheFieldGoesToTheList) {
   Press("optSheetsChosen");
