@@ -27,12 +27,14 @@ void KeySheetsCommand::Ask() {
 void KeySheetsCommand::AskWhereToWriteAll() {
   // What is typed belongs to what is exported.
   if (!services_.storeEdits()) return;
-  views::AskWhereToSave(services_.window, *this,
-                        {.name = QStringLiteral("aidExportDialog"),
-                         .title = tr("Key Sheets As PDF"),
-                         .filters = tr("PDF files (*.pdf);;All files (*)"),
-                         .fileName = QStringLiteral("key-sheets.pdf")},
-                        [this](const QString& path) { WriteAll(path); });
+  views::AskWhereToSave(
+      services_.window, *this,
+      {.name = QStringLiteral("aidExportDialog"),
+       .title = tr("Key Sheets As PDF"),
+       .filters =
+           tr("%1 files (*.%2);;All files (*)").arg(QStringLiteral("PDF"), QStringLiteral("pdf")),
+       .fileName = QStringLiteral("key-sheets.pdf")},
+      [this](const QString& path) { WriteAll(path); });
 }
 
 void KeySheetsCommand::WriteAll(const QString& path) {

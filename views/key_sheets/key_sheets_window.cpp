@@ -29,6 +29,7 @@ namespace {
 
 constexpr int kSheetsCharacters = 62;
 constexpr int kSheetsRows = 8;
+constexpr int kPrinterCharacters = 30;  // of a long name the beginning
 
 int CurrentStation(const Services& services) {
   jet::RecordSet* const stations = services.stations();
@@ -131,6 +132,7 @@ void KeySheetsWindow::AddChoices() {
   printer_->setObjectName(QStringLiteral("cmbSheetPrinter"));
   printer_->setPlaceholderText(tr("Looking…"));
   printer_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  printer_->setMaximumWidth(kPrinterCharacters * fontMetrics().averageCharWidth());
   printer_->setEnabled(false);
   printerCaption_->setBuddy(printer_);
 }
@@ -228,7 +230,7 @@ void KeySheetsWindow::ShowPrinters(const rules::PrinterList& printers, const QSt
       printer_->count() == 0
           ? -1
           : std::max(0, printer_->findText(QString::fromStdString(printers.usual))));
-  printer_->setEnabled(printer_->count() > 0);
+  printer_->setEnabled(printer_->count() > 0 && !IsBusy());
   whyNoPrinter_ = why;
 }
 
@@ -265,11 +267,16 @@ void KeySheetsWindow::WriteAll(const QString& path) {
 }
 
 void KeySheetsWindow::Print() {
+  if (printing_.IsReading()) {
+    state_->setText(tr("The printers are still being looked for. Save a PDF, or try again."));
+    return;
+  }
   if (printer_->currentIndex() < 0) {
-    const QString why =
-        whyNoPrinter_.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(whyNoPrinter_);
     state_->setText(
-        tr("There is no printer%1. Save a PDF, and print it where there is one.").arg(why));
+        whyNoPrinter_.isEmpty()
+            ? tr("There is no printer. Save a PDF, and print it where there is one.")
+            : tr("There is no printer (%1). Save a PDF, and print it where there is one.")
+                  .arg(whyNoPrinter_));
     printing_.ReadPrinters();  // one may be set up meanwhile
     pdf_->setFocus();
     return;
@@ -361,7 +368,7 @@ void KeySheetsWindow::Tell(const QString& note) {
 }
 
 void KeySheetsWindow::reject() {
-  if (run_ != nullptr || printing_.IsPrinting()) {
+  if (IsBusy()) {
     Cancel();
   } else {
     QDialog::reject();

@@ -60,6 +60,8 @@ class KeySheetsWindow : public QDialog {
   rules::SheetChoice Choice() const;
   std::vector<int> Stations() const;
   QPageSize::PageSizeId Paper() const;
+  // Whether sheets are drawn or given to a printer.
+  bool IsBusy() const { return run_ != nullptr || printing_.IsPrinting(); }
   void ShowCount();
   void ChoiceChanged();
   void ShowPrinters(const rules::PrinterList& printers, const QString& why);

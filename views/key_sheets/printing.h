@@ -34,6 +34,7 @@ class Printing : public QObject {
 
   // Asks which printers there are: PrintersRead() follows, unless it is asked already.
   void ReadPrinters();
+  bool IsReading() const { return list_ != nullptr; }
 
   // Gives a document to a printer, without scaling it, on one side of the paper: Given() or
   // Failed() follows.  One at a time.

@@ -318,6 +318,31 @@ TEST_F(KeySheetsWindowTest, WithoutAPrinterItSaysSoAndLooksAgain) {
   EXPECT_EQ(LastNote(), "Given to the printer: 1 key sheet (Office)");
 }
 
+TEST_F(KeySheetsWindowTest, APrintingSystemThatDoesNotSayItsPrintersHoldsNothingUp) {
+  printers_.LetLpstat("exec sleep 1000");
+  Open();
+  Press("cmdPrintSheets");
+  EXPECT_EQ(Text("aidSheetsState"),
+            "The printers are still being looked for. Save a PDF, or try again.");
+  SaveTo("/one.pdf");
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(PdfPages(), 1);
+  QTest::keyClick(window_.get(), Qt::Key_Escape);
+  EXPECT_FALSE(window_->isVisible());
+}
+
+TEST_F(KeySheetsWindowTest, PrintersThatAreFoundWhileItDrawsAreForLater) {
+  printers_.LetLpstat("while [ ! -e \"$here/found\" ]; do sleep 0.01; done; echo Office");
+  Open();
+  Press("optSheetsAll");
+  SaveTo("/all.pdf");
+  test::WriteFile(printers_.Arguments().parent_path() / "found", "");
+  ASSERT_TRUE(WaitForPrinters("Office"));
+  EXPECT_EQ(Find("cmbSheetPrinter").isEnabled(), !IsRunning());
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_TRUE(Find("cmbSheetPrinter").isEnabled());
+}
+
 TEST_F(KeySheetsWindowTest, WithoutAPrintingSystemItSaysWhatIsMissing) {
   printers_.Uninstall();
   Open();
