@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 #
-# test.sh [--all]: builds everything and tests it: the format of the sources and the whole suite
-# under the address and undefined-behaviour sanitizers.  With --all, which the build service runs for
-# every commit, also what the compiler of the release makes of it: the programs as they are shipped,
-# in use with each other, and whether it accepts the tests and the benchmarks.  A release build of
-# everything and `ctest --preset release` test the single units as shipped, too.
+# test.sh [--all]: builds everything and tests it: the format of the sources and the suite under the
+# address and undefined-behaviour sanitizers.  With --all, which the build service runs for every
+# commit, also the quick forms of the long runs (crashes, attacks, hours of use), and what the compiler
+# of the release makes of it: the programs as they are shipped, in use with each other, and whether it
+# accepts the tests and the benchmarks.  A release build of everything and `ctest --preset release`
+# test the single units as shipped, too.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -28,14 +29,22 @@ jobs=$((4 * $(nproc)))
 say() { echo "== $* (after $SECONDS s)"; }
 
 # behind LOG COMMAND...: runs it in the background, where it takes what the tests leave idle, which
-# is much.  `behind_ends` waits for it and shows what it wrote if it failed.
+# is much.  `behind_ends` waits for it and shows what it wrote if it failed.  It leads a process group
+# of its own, so that all of it, compilers too, ends with this script.
+running=
 behind() {
   log=$1
-  nice -n 19 "${@:2}" >"$log" 2>&1 &
+  setsid nice -n 19 "${@:2}" >"$log" 2>&1 </dev/null &
   running=$!
 }
-behind_ends() { wait "$running" || { cat "$log"; exit 1; }; }
-trap 'kill "${running:-}" 2>/dev/null || true' EXIT
+behind_ends() {
+  local code=0
+  wait "$running" || code=$?
+  # Its number may be given to somebody else from now on.
+  running=
+  [ "$code" = 0 ] || { cat "$log"; exit 1; }
+}
+trap '[ -z "$running" ] || kill -- "-$running" 2>/dev/null || true' EXIT
 
 say Format
 find . -path ./build -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 |
@@ -46,12 +55,12 @@ cmake --preset asan -DTESK_WERROR=ON
 cmake --build --preset asan
 
 say Suite under the sanitizers
-if $all; then
-  cmake --preset release -DTESK_WERROR=ON
-  behind build/release-build.log cmake --build --preset release --target programs
+if ! $all; then
+  exec ctest --preset asan -j "$jobs" -LE long_run --output-on-failure
 fi
+cmake --preset release -DTESK_WERROR=ON
+behind build/release-build.log cmake --build --preset release --target programs
 ctest --preset asan -j "$jobs" --output-on-failure
-$all || exit 0
 
 say Build for release
 behind_ends

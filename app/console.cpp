@@ -34,7 +34,6 @@ switcher::Day Today() {
 Console::Console(AppFolder folder)
     : folder_(std::move(folder)),
       settingsFile_(folder_),
-      access_(ReadAccessSettings(folder_)),
       places_(config::PlacesSection(settingsFile_.Read())),
       files_(folder_.File(db::kMainFile), folder_.File(db::kWorkingCopy),
              folder_.lacks.ok() ? db::WhenMissing::Create : db::WhenMissing::Fail),
@@ -97,36 +96,21 @@ Console::Console(AppFolder folder)
           {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
       inhibits_(
           {.model = model_, .database = [this] { return files_.Database(); }, .changes = changes_}),
-      flood_(window_.Hints()),
-      panelReports_(labels_, inhibits_, [this] { return flood_.IsFlooded(); }),
-      panelErrors_(boxes_, window_.Hints()),
-      panelCommands_({.model = model_, .port = port_, .reporter = panelErrors_}),
-      panels_({.model = model_,
-               .locks = locks_,
-               .files = files_,
-               .commands = panelCommands_,
-               .line = share_,
-               .timer = panelPause_,
-               .decodeTimer = window_,
-               .events = panelReports_,
-               .reporter = panelErrors_,
-               .mayTake =
-                   [this](const std::string& address) {
-                     return access_.panels.takesFrom.Contains(address);
-                   }}),
-      openGateway_({.access = access_.openGateway,
-                    .model = model_,
-                    .database = [this] { return files_.Database(); },
-                    .changes = changes_,
-                    .locks = locks_,
-                    .port = port_,
-                    .knownMap = knownMap_,
-                    .line = share_,
-                    .labels = labels_,
-                    .hints = window_.Hints(),
-                    .flood = flood_,
-                    .reporter = panelErrors_,
-                    .gainsChanged = [this] { views_.GainsChanged(); }}),
+      network_({.access = ReadAccessSettings(folder_.ProgramFile(config::kConfigurationFile),
+                                             folder_.File(config::kConfigurationFile)),
+                .model = model_,
+                .files = files_,
+                .changes = changes_,
+                .locks = locks_,
+                .port = port_,
+                .knownMap = knownMap_,
+                .line = share_,
+                .decodeTimer = window_,
+                .labels = labels_,
+                .inhibits = inhibits_,
+                .boxes = boxes_,
+                .hints = window_.Hints(),
+                .gainsChanged = [this] { views_.GainsChanged(); }}),
       aids_({.model = model_,
              .port = port_,
              .knownMap = knownMap_,
@@ -166,8 +150,8 @@ Console::Console(AppFolder folder)
                                       .aids = aids_,
                                       .views = views_,
                                       .presets = presets_,
-                                      .panels = panels_,
-                                      .openGateway = openGateway_.Observer()})}),
+                                      .panels = network_.Panels(),
+                                      .openGateway = network_.ControllerObserver()})}),
       link_({.model = model_,
              .port = port_,
              .decoder = decoder_,
@@ -201,7 +185,6 @@ Console::Console(AppFolder folder)
             .window = window_,
             .views = views_,
             .unsent = unsent_,
-            .panels = panelReports_,
             .transfers = transfers_,
             .boxes = boxes_,
             .commands = commands_}),
@@ -235,7 +218,7 @@ Console::Console(AppFolder folder)
                  .file = settingsFile_,
                  .link = link_,
                  .port = port_,
-                 .listener = listener_,
+                 .listener = network_.PanelListener(),
                  .reporter = boxes_,
                  .locks = locks_,
                  .isComparing = [this] { return transfers_.IsComparing(); }}),
@@ -252,7 +235,7 @@ Console::Console(AppFolder folder)
                 .place = windowPlace_,
                 .views = views_,
                 .files = files_,
-                .listener = listener_,
+                .listener = network_.PanelListener(),
                 .link = link_,
                 .locks = lockKeeper_,
                 .journal = journal_,
@@ -271,8 +254,8 @@ Console::Console(AppFolder folder)
                  .workingCopy = folder_.File(db::kWorkingCopy),
                  .port = port_,
                  .settings = settingsFile_,
-                 .listener = listener_,
-                 .panels = panels_}) {
+                 .listener = network_.PanelListener(),
+                 .panels = network_.Panels()}) {
   ConnectCommands();
   ConnectTimers();
   ConnectStatusBar();
@@ -283,8 +266,7 @@ Console::Console(AppFolder folder)
   ConnectNetwork();
   ConnectShutDown();
   connect(&opening_, &Opening::Loaded, this, [this] {
-    ListenForPanels();
-    openGateway_.Begin();
+    network_.Begin();
     ShowDemoMode();
   });
   connect(&views_, &OpenViews::Loaded, this, &Console::ConnectView);
@@ -333,7 +315,7 @@ void Console::ConnectTimers() {
     aids_.Tick();
   });
   connect(&window_.DecodeTimer(), &QTimer::timeout, this, [this] {
-    if (!DecodeTick(link_, panels_)) window_.DecodeTimer().stop();
+    if (!DecodeTick(link_, network_.Panels())) window_.DecodeTimer().stop();
   });
 }
 
@@ -350,8 +332,6 @@ void Console::ConnectStatusBar() {
   });
   connect(&views_, &OpenViews::ActiveViewChanged, &status,
           [this, &status] { status.WantLegend(views_.IsMapCurrent()); });
-  connect(&panelReports_, &PanelReports::PanelsChanged, &status, &StatusBar::SetPanels);
-  connect(&panelReports_, &PanelReports::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&undo_, &UndoCommands::NoteRequested, &status, &StatusBar::ShowNote);
@@ -382,52 +362,17 @@ void Console::ConnectSentFile() {
           [this] { window_.Hints().Withdraw(Hint::SentFails); });
 }
 
-// Who is let in on the network, and what is said of those who are.
 void Console::ConnectNetwork() {
-  const PanelAccess& panels = access_.panels;
-  for (const QString& section : access_.inForce) log_.NoteNetwork(tr("In force: %1").arg(section));
-  listener_.SetAddress(panels.listen);
-  listener_.SetAcceptHandler([this](std::unique_ptr<gateway::ClientSocket> client) {
-    const std::string address = client->PeerAddress();
-    flood_.Note(address);
-    if (access_.panels.problem.isEmpty() && access_.panels.allow.Contains(address)) {
-      panels_.Accept(std::move(client));
-    } else {
-      log_.PanelNotAdmitted(address);
-    }
-  });
-  if (!panels.problem.isEmpty()) {
-    window_.Hints().Give(
-        Hint::PanelsClosed,
-        tr("No network panel is admitted: PANEL ACCESS in Orvotesk.ini is not understood (%1).")
-            .arg(panels.problem));
-  }
-  connect(&openGateway_, &OpenGateway::PeersChanged, &window_.Status(), &StatusBar::SetControllers);
-  connect(&openGateway_, &OpenGateway::Happened, &log_, &LogKeeper::NoteNetwork);
-  connect(&openGateway_, &OpenGateway::HappenedAgain, &log_, &LogKeeper::NoteNetworkAgain);
-  connect(&window_, &MainWindow::LinkTextShown, &openGateway_, &OpenGateway::LinkChanged);
-  connect(&views_, &OpenViews::GainSet, &openGateway_, &OpenGateway::GainsChanged);
-  connect(&flood_, &ConnectionFlood::Happened, &log_, &LogKeeper::NoteNetwork);
-  connect(&panelsAgain_, &ListenAgain::Listening, this, [this] {
-    window_.Hints().Withdraw(Hint::PanelsClosed);
-    log_.NoteNetwork(tr("Network panels can connect to port %1 now").arg(model_.IpPort));
-    panelReports_.Begin();
-  });
-}
-
-// Without an address of their own, panels are listened for once, and a failure is reported.
-void Console::ListenForPanels() {
-  panelsAgain_.Stop();
-  if (listener_.IsListening()) return panelReports_.Begin();
-  if (!model_.SoftpanelSupport || !access_.panels.hasListen) return;
-  panelsAgain_.Begin(model_.IpPort);
-  const QString text =
-      tr("No network panel can connect yet: %1 is no address of this computer, or its port %2 is "
-         "taken. It is tried again.")
-          .arg(access_.panels.listen.toString())
-          .arg(model_.IpPort);
-  window_.Hints().Give(Hint::PanelsClosed, text);
-  log_.NoteNetwork(text);
+  StatusBar& status = window_.Status();
+  connect(&network_, &Network::PanelsChanged, &status, &StatusBar::SetPanels);
+  connect(&network_, &Network::ControllersChanged, &status, &StatusBar::SetControllers);
+  connect(&network_, &Network::NoteRequested, &status, &StatusBar::ShowNote);
+  connect(&network_, &Network::Happened, &log_, &LogKeeper::NoteNetwork);
+  connect(&network_, &Network::HappenedAgain, &log_, &LogKeeper::NoteNetworkAgain);
+  connect(&window_, &MainWindow::LinkTextShown, &network_, &Network::LinkChanged);
+  connect(&views_, &OpenViews::GainSet, &network_, &Network::GainsChanged);
+  connect(&settings_, &ChangeSettings::PanelsChanged, &network_, &Network::PanelSettingsChanged);
+  network_.TellAccess();
 }
 
 // A main view that was loaded asks for what is not its own.
@@ -503,7 +448,6 @@ void Console::ConnectSettings() {
   connect(&window_.SettingsCommand(), &QAction::triggered, &settings_, &ChangeSettings::Ask);
   connect(&settings_, &ChangeSettings::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
   connect(&settings_, &ChangeSettings::NoteRequested, &log_, &LogKeeper::Note);
-  connect(&settings_, &ChangeSettings::PanelsChanged, this, &Console::ListenForPanels);
   connect(&settings_, &ChangeSettings::DemoModeChanged, this, &Console::ShowDemoMode);
 }
 
@@ -521,6 +465,7 @@ void Console::ShowDemoMode() {
 void Console::ConnectShutDown() {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
   connect(&shutDown_, &ShutDown::Ending, &presets_, &Presets::CancelNow);
+  connect(&shutDown_, &ShutDown::Ending, &restoreBackup_, &RestoreBackup::CancelNow);
   connect(&shutDown_, &ShutDown::SavingDatabase, &backups_, &BackupKeeper::NoteMainFile);
   connect(&shutDown_, &ShutDown::DatabaseSaved, &log_, [this] { log_.Note(tr("Database saved")); });
   // Behind the journal, which says first that the run is saved.
@@ -528,7 +473,7 @@ void Console::ConnectShutDown() {
     if (replaced) backups_.KeepMainFile();
   });
   connect(&shutDown_, &ShutDown::AllClosed, this, [this] {
-    openGateway_.Close();
+    network_.CloseOpenGateway();
     const QDeadlineTimer patience(kPatience);
     sentFile_.Finish(patience);
     lockKeeper_.Finish(patience);

@@ -5,57 +5,50 @@
 
 #include <QObject>
 
-#include "app/access_settings.h"
-#include "app/run/app_folder.h"
 #include "app/backups/backup_keeper.h"
 #include "app/backups/restore_backup.h"
 #include "app/backups/save_copy.h"
 #include "app/change_settings.h"
-#include "app/connection_flood.h"
-#include "app/run/damage_report.h"
 #include "app/journal/journal_keeper.h"
 #include "app/journal/recent_changes.h"
 #include "app/journal/rescue.h"
-#include "app/listen_again.h"
+#include "app/kept/background_writer.h"
 #include "app/kept/lock_keeper.h"
+#include "app/kept/sent_file.h"
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/inhibited_cells.h"
 #include "app/log/log_file.h"
 #include "app/log/log_keeper.h"
-#include "app/log/panel_reports.h"
 #include "app/log/switcher_reports.h"
-#include "app/open_gateway.h"
-#include "app/run/opening.h"
-#include "app/presets/presets.h"
-#include "app/kept/sent_file.h"
-#include "app/run/settings_file.h"
-#include "app/kept/background_writer.h"
-#include "app/shell/command_table.h"
-#include "app/shell/edit_menu.h"
+#include "app/network/network.h"
 #include "app/paper/export_menu.h"
-#include "app/shell/help_window.h"
 #include "app/paper/import_command.h"
 #include "app/paper/key_sheets_command.h"
+#include "app/presets/presets.h"
+#include "app/run/app_folder.h"
+#include "app/run/damage_report.h"
+#include "app/run/opening.h"
+#include "app/run/settings_file.h"
+#include "app/run/shut_down.h"
+#include "app/run/termination.h"
+#include "app/shell/command_table.h"
+#include "app/shell/edit_menu.h"
+#include "app/shell/help_window.h"
 #include "app/shell/link_aids.h"
 #include "app/shell/main_window.h"
 #include "app/shell/main_window_place.h"
 #include "app/shell/message_boxes.h"
 #include "app/shell/open_views.h"
-#include "app/shell/panel_errors.h"
-#include "app/transfer/sent_note.h"
 #include "app/shell/stored_elsewhere.h"
+#include "app/shell/view_menu.h"
+#include "app/transfer/sent_note.h"
+#include "app/transfer/table_tools.h"
 #include "app/transfer/transfers.h"
 #include "app/transfer/unsent_aids.h"
-#include "app/shell/view_menu.h"
-#include "app/run/shut_down.h"
-#include "app/transfer/table_tools.h"
-#include "app/run/termination.h"
 #include "app/undo/undo_commands.h"
 #include "config/window_settings.h"
 #include "db/database_files.h"
-#include "gateway/panel_gateway.h"
-#include "gateway/qt_sockets.h"
 #include "model/locks.h"
 #include "model/system_model.h"
 #include "stations/change.h"
@@ -93,13 +86,11 @@ class Console : public QObject {
   void ConnectSettings();
   void ConnectSentFile();
   void ConnectNetwork();
-  void ListenForPanels();
   void ConnectShutDown();
   void ShowDemoMode();
 
   const AppFolder folder_;
   const SettingsFile settingsFile_;
-  const AccessSettings access_;
   model::SystemModel model_;
   MessageBoxes boxes_;
   config::WindowSettings places_;
@@ -112,9 +103,6 @@ class Console : public QObject {
   SentFile sentFile_;
   JournalKeeper journal_;
   DamageReport damage_;
-  gateway::Listener listener_;
-  ListenAgain panelsAgain_{listener_};
-  gateway::QtPauseTimer panelPause_;
   MainWindow window_;
   MainWindowPlace windowPlace_;
   switcher::QtSerialPort port_;
@@ -138,12 +126,7 @@ class Console : public QObject {
   LogFile logFile_;
   ChannelLabels labels_;
   InhibitedCells inhibits_;
-  ConnectionFlood flood_;
-  PanelReports panelReports_;
-  PanelErrors panelErrors_;
-  switcher::LiveCommands panelCommands_;
-  gateway::PanelGateway panels_;
-  OpenGateway openGateway_;
+  Network network_;
   LinkAids aids_;
   UnsentAids unsentAids_;
   SwitcherReports switcherReports_;

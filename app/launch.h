@@ -9,8 +9,8 @@
 #include <memory>
 #include <string>
 
-#include "app/run/app_folder.h"
 #include "app/console.h"
+#include "app/run/app_folder.h"
 #include "app/run/instance_lock.h"
 #include "app/shell/message_boxes.h"
 

@@ -5,9 +5,14 @@
 //   Read      what holds the event loop when a copy is kept; it is written beside it
 //   Choose    a copy chosen in the window: opened, looked at, compared with the database, listed
 //             and painted; one that holds nearly the same, and one in which every field is another
+//   Filter    the first word typed over that list, which must be sought in the values
+//   Sort      that list sorted by a value
 
 #include <QCoreApplication>
+#include <QLineEdit>
+#include <QTreeView>
 #include <QTreeWidget>
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -58,24 +63,75 @@ void Read(benchmark::State& state) {
   }
 }
 
-// Of the copies, in the order of the list.
-void Choose(benchmark::State& state, int row, int differences) {
-  KeptSystem system(state);
-  views::BackupWindow window({.copies = system.Copies(),
-                              .database = [&system] { return system.Files().Database(); },
-                              .elsewhere = nullptr});
-  window.show();
-  auto& copies = test::Find<QTreeWidget>(window, "lstBackups");
-  auto& list = test::Find<QAbstractItemView>(window, "lstBackupDiff");
-  for (auto _ : state) {
-    state.PauseTiming();
-    copies.setCurrentItem(copies.topLevelItem(0));
-    QCoreApplication::sendPostedEvents();
-    state.ResumeTiming();
+// The window over the copies of a system.
+class OpenWindow {
+ public:
+  explicit OpenWindow(const benchmark::State& state) : system_(state) { window_.show(); }
+
+  // Of the copies, in the order of the list.
+  void Choose(int row) {
+    auto& copies = test::Find<QTreeWidget>(window_, "lstBackups");
     copies.setCurrentItem(copies.topLevelItem(row));
     QCoreApplication::sendPostedEvents();
   }
-  if (list.model()->rowCount() < differences) state.SkipWithError("not compared");
+  void Filter(const char* words) {
+    test::Find<QLineEdit>(window_, "aidFilterBackup").setText(QLatin1String(words));
+    QCoreApplication::sendPostedEvents();
+  }
+  void Sort(int column) {
+    List().sortByColumn(column, Qt::AscendingOrder);
+    QCoreApplication::sendPostedEvents();
+  }
+  int Rows() { return List().model()->rowCount(); }
+
+ private:
+  QTreeView& List() { return test::Find<QTreeView>(window_, "lstBackupDiff"); }
+
+  KeptSystem system_;
+  stations::Changes changes_;
+  views::BackupWindow window_{{.copies = system_.Copies(),
+                               .database = [this] { return system_.Files().Database(); },
+                               .changes = changes_,
+                               .elsewhere = nullptr}};
+};
+
+constexpr int kNewest = 0;  // which copy is which
+constexpr int kAlmostTheSame = 1;
+constexpr int kAllElse = 2;
+
+void Choose(benchmark::State& state, int row, int differences) {
+  OpenWindow window(state);
+  for (auto _ : state) {
+    state.PauseTiming();
+    window.Choose(kNewest);
+    state.ResumeTiming();
+    window.Choose(row);
+  }
+  if (window.Rows() < differences) state.SkipWithError("not compared");
+}
+
+// `act` on the list of all that is other, of which no value has been seen but the first ones.
+void ActOnAll(benchmark::State& state, const std::function<void(OpenWindow& window)>& act) {
+  OpenWindow window(state);
+  for (auto _ : state) {
+    state.PauseTiming();
+    window.Filter("");
+    window.Sort(-1);
+    window.Choose(kNewest);
+    window.Choose(kAllElse);
+    if (window.Rows() < 64) state.SkipWithError("not compared");
+    state.ResumeTiming();
+    act(window);
+  }
+}
+
+void Filter(benchmark::State& state) {
+  ActOnAll(state, [](OpenWindow& window) { window.Filter("x"); });
+}
+
+void Sort(benchmark::State& state) {
+  constexpr int kBefore = 3;
+  ActOnAll(state, [](OpenWindow& window) { window.Sort(kBefore); });
 }
 
 }  // namespace
@@ -93,11 +149,19 @@ int main(int argc, char** argv) {
                    .size = channels,
                    .limit = kHeldMilliseconds});
     suite.Measure({.what = "backups: a copy with another label chosen" + size,
-                   .run = [](benchmark::State& state) { Choose(state, 1, 1); },
+                   .run = [](benchmark::State& state) { Choose(state, kAlmostTheSame, 1); },
                    .size = channels,
                    .limit = kWaitMilliseconds});
     suite.Measure({.what = "backups: a copy with all else chosen" + size,
-                   .run = [](benchmark::State& state) { Choose(state, 2, 64); },
+                   .run = [](benchmark::State& state) { Choose(state, kAllElse, 64); },
+                   .size = channels,
+                   .limit = kWaitMilliseconds});
+    suite.Measure({.what = "backups: all that is else sought through" + size,
+                   .run = Filter,
+                   .size = channels,
+                   .limit = kWaitMilliseconds});
+    suite.Measure({.what = "backups: all that is else sorted by value" + size,
+                   .run = Sort,
                    .size = channels,
                    .limit = kWaitMilliseconds});
   }

@@ -5,7 +5,7 @@
 //   row to 1, 20    a row reported, to the last consumer's `modified` in its socket
 //   whole map       GetDirectory of the matrix of 256 channels with three sources a row, to its
 //                   last byte in the socket
-//   longest message of the smallest values, to the answer of what comes behind it
+//   longest message the longest of the smallest values, to the answer of what comes behind it
 
 #include <memory>
 #include <string>

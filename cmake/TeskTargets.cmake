@@ -54,8 +54,8 @@ endfunction()
 #   WINDOWS   with TESK_UNITY the toolkit's headers, which take longer to read than most windows,
 #             are read once for all libraries of windows; not by GCC, which needs as long to keep
 #             them as it then saves
-#   COMPUTES  its tests compute for longer than it takes to optimise the sanitizers' checks, which
-#             is not true of the others
+#   COMPUTES  its tests compute so much that optimising the sanitizers' checks saves more time than
+#             it takes; of other libraries it would not
 function(tesk_library name)
   cmake_parse_arguments(ARG "MOC;WINDOWS;COMPUTES" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
@@ -165,6 +165,13 @@ endfunction()
 function(tesk_program_test name)
   add_test(NAME ${name} COMMAND ${ARGN})
   set_tests_properties(${name} PROPERTIES TIMEOUT 900 LABELS program COST 100)
+endfunction()
+
+# tesk_long_run_test(NAME COMMAND...): the same for the quick form of a long run, which takes about as
+# long as a quarter of all others: `./test.sh` leaves it to `./test.sh --all`.
+function(tesk_long_run_test name)
+  tesk_program_test(${name} ${ARGN})
+  set_property(TEST ${name} APPEND PROPERTY LABELS long_run)
 endfunction()
 
 # tesk_fuzz(frame_fuzz tesk_switcher): builds frame_fuzz.cpp of the current folder.  With

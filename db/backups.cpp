@@ -10,7 +10,7 @@
 #include <system_error>
 
 #include "db/file_status.h"
-#include "db/local_time.h"
+#include "files/local_time.h"
 #include "files/whole_file.h"
 
 namespace db {
@@ -41,7 +41,7 @@ std::string TimeText(const std::tm& time) {
 
 std::string NameOf(Cause cause, std::time_t now) {
   const auto* const word = std::ranges::find(kCauses, cause, &decltype(kCauses)::value_type::first);
-  return std::string(kBegin) + LocalTimeText(now, kTime) + '-' + std::string(word->second) +
+  return std::string(kBegin) + files::LocalTimeText(now, kTime) + '-' + std::string(word->second) +
          std::string(kEnd);
 }
 

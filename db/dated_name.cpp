@@ -7,8 +7,8 @@
 #include <system_error>
 
 #include "db/file_status.h"
-#include "db/local_time.h"
 #include "files/file.h"
+#include "files/local_time.h"
 #include "files/whole_file.h"
 
 namespace db {
@@ -27,7 +27,7 @@ bool IsFree(const fs::path& path) {
 model::Status DatedName(const fs::path& file, std::string_view what, fs::path* name) {
   constexpr int kMost = 1000;  // a folder that cannot be looked at has no free name
   const std::string begin =
-      "-" + std::string(what) + "-" + LocalTimeText(std::time(nullptr), "%Y-%m-%d");
+      "-" + std::string(what) + "-" + files::LocalTimeText(std::time(nullptr), "%Y-%m-%d");
   for (int number = 1; number <= kMost; ++number) {
     *name = file.parent_path() / file.stem();
     *name += begin + (number > 1 ? "-" + std::to_string(number) : "");

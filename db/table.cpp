@@ -30,10 +30,10 @@ bool IsFieldOf(Table table, std::string_view field) {
   });
 }
 
-Carried HowCarried(std::string_view field) {
-  return std::ranges::find_if(kTableFields,
-                              [&](const TableField& known) { return Is(known, field); })
-      ->carried;
+const TableField* FindTableField(std::string_view field) {
+  const auto* const found =
+      std::ranges::find_if(kTableFields, [&](const TableField& known) { return Is(known, field); });
+  return found == std::end(kTableFields) ? nullptr : found;
 }
 
 }  // namespace db

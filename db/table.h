@@ -26,7 +26,7 @@ enum class Rows : std::uint8_t {
 
 struct TableKind {
   Table table;
-  std::string_view word;  // by which files have it, and its message where that is its alone
+  std::string_view word;  // by which files have it
   Rows rows;
 };
 
@@ -51,41 +51,27 @@ constexpr const TableKind* FindTable(std::string_view word) {
   return nullptr;
 }
 
-// What of a field a message carries.
-enum class Carried : std::uint8_t {
-  Number,  // its low eight bits
-  Mark,    // whether it is 1
-  Label,   // eight characters
-  Flags,   // each "0" or "1", a missing one "0"
-};
-
 struct TableField {
   Table table;
   std::string_view name;  // of a button's fields what their names end in
-  Carried carried;
 };
 
 inline constexpr TableField kTableFields[] = {
-    {Table::Optos, kOptoTypeField, Carried::Number},
-    {Table::Optos, kOptoChannelField, Carried::Number},
-    {Table::Optos, kOptoFirstField, Carried::Number},
-    {Table::Optos, kOptoStationsField, Carried::Flags},
-    {Table::OutputLabels, kLabelField, Carried::Label},
-    {Table::OutputLabels, kHiddenField, Carried::Mark},
-    {Table::InputLabels, kInLabelField, Carried::Label},
-    {Table::InputLabels, kHiddenField, Carried::Mark},
-    {Table::Inhibits, kInhibitsField, Carried::Flags},
-    {Table::Relays, kRelaysField, Carried::Flags},
-    {Table::Buttons, kButtonType, Carried::Number},
-    {Table::Buttons, kButtonFirst, Carried::Number},
-    {Table::Buttons, kButtonTargets, Carried::Flags},
+    {Table::Optos, kOptoTypeField},      {Table::Optos, kOptoChannelField},
+    {Table::Optos, kOptoFirstField},     {Table::Optos, kOptoStationsField},
+    {Table::OutputLabels, kLabelField},  {Table::OutputLabels, kHiddenField},
+    {Table::InputLabels, kInLabelField}, {Table::InputLabels, kHiddenField},
+    {Table::Inhibits, kInhibitsField},   {Table::Relays, kRelaysField},
+    {Table::Buttons, kButtonType},       {Table::Buttons, kButtonFirst},
+    {Table::Buttons, kButtonTargets},
 };
 
 // Whether a field of a station is in a table.
 bool IsFieldOf(Table table, std::string_view field);
 
-// What a message carries of a field of a station.  REQUIRES: it is in a table.
-Carried HowCarried(std::string_view field);
+// The entry above of a field of a station, the first where it is in two tables; null for a field
+// that never travels.
+const TableField* FindTableField(std::string_view field);
 
 }  // namespace db
 

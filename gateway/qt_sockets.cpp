@@ -153,6 +153,9 @@ void Listener::Stop() {
 }
 
 void Listener::AcceptAll() {
+  const auto now = std::chrono::steady_clock::now();
+  // Everything else has come between by itself.
+  if (now - last_ >= kAcceptPause) turn_ = now;
   while (!rest_.isActive()) {
     QTcpSocket* const socket = server_.nextPendingConnection();
     if (socket == nullptr) return;
@@ -160,7 +163,8 @@ void Listener::AcceptAll() {
     socket->setParent(nullptr);
     auto client = std::make_unique<QtClientSocket>(std::unique_ptr<QTcpSocket>(socket));
     if (accept_) accept_(std::move(client));
-    if (std::chrono::steady_clock::now() - turn_ >= kAcceptFor) rest_.start();
+    last_ = std::chrono::steady_clock::now();
+    if (last_ - turn_ >= kAcceptFor) rest_.start();
   }
 }
 

@@ -79,6 +79,7 @@ class Listener : public QObject {
   QTcpServer server_;
   QTimer rest_;
   std::chrono::steady_clock::time_point turn_;  // when accepting began after the last rest
+  std::chrono::steady_clock::time_point last_;  // when one was accepted
   QHostAddress address_{QHostAddress::AnyIPv4};
   AcceptHandler accept_;
 };

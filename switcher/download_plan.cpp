@@ -2,6 +2,7 @@
 
 #include "switcher/download_plan.h"
 
+#include <iterator>
 #include <utility>
 
 namespace switcher {
@@ -9,6 +10,9 @@ namespace switcher {
 namespace {
 
 constexpr int kPauses = 4;
+
+// They are sent behind the pauses, and named together.
+static_assert(std::rbegin(db::kTables)->table == Table::Buttons);
 
 void AddPauses(std::vector<DownloadStage>* stages) {
   for (int i = 0; i < kPauses; ++i) stages->push_back({.name = "Pause", .pauses = true});

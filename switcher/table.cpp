@@ -2,25 +2,53 @@
 
 #include "switcher/table.h"
 
-#include "switcher/wire/message_table.h"
+#include <algorithm>
+
+#include "db/station_fields.h"
 #include "switcher/wire/messages/row_number.h"
 
 namespace switcher {
 namespace {
 
-// These serve two tables; of any other message of a table the name is the table's word.
-constexpr bool IsOfLabels(const MessageKind& kind) {
-  return kind.code == kLabelOrderCode || kind.code == kAlphaLabelsCode;
+constexpr bool IsOfLabels(MessageCode code) {
+  return code == kLabelOrderCode || code == kAlphaLabelsCode;
 }
 
-constexpr bool EveryMessageHasItsTable() {
-  for (const MessageKind& kind : kMessages) {
-    if (kind.use != MessageUse::Table || IsOfLabels(kind)) continue;
-    if (db::FindTable(kind.name) == nullptr) return false;
-  }
-  return true;
+constexpr bool EveryTableMessageHasItsTable() {
+  return std::ranges::all_of(kMessages, [](const MessageKind& kind) {
+    const bool isOfOneTable = kind.use == MessageUse::Table && !IsOfLabels(kind.code);
+    return TableOf(kind.code).has_value() == isOfOneTable;
+  });
 }
-static_assert(EveryMessageHasItsTable());
+static_assert(EveryTableMessageHasItsTable());
+
+struct CarriedField {
+  std::string_view name;  // as in db::kTableFields
+  Carried carried;
+};
+
+constexpr CarriedField kCarriedFields[] = {
+    {db::kOptoTypeField, Carried::Number},  {db::kOptoChannelField, Carried::Number},
+    {db::kOptoFirstField, Carried::Number}, {db::kOptoStationsField, Carried::Flags},
+    {db::kLabelField, Carried::Label},      {db::kInLabelField, Carried::Label},
+    {db::kHiddenField, Carried::Mark},      {db::kInhibitsField, Carried::Flags},
+    {db::kRelaysField, Carried::Flags},     {db::kButtonType, Carried::Number},
+    {db::kButtonFirst, Carried::Number},    {db::kButtonTargets, Carried::Flags},
+};
+
+constexpr std::optional<Carried> FindCarried(std::string_view name) {
+  for (const CarriedField& field : kCarriedFields) {
+    if (field.name == name) return field.carried;
+  }
+  return std::nullopt;
+}
+
+constexpr bool EveryFieldIsCarried() {
+  return std::ranges::all_of(db::kTableFields, [](const db::TableField& field) {
+    return FindCarried(field.name).has_value();
+  });
+}
+static_assert(EveryFieldIsCarried());
 
 std::optional<TablePart> LabelsOf(int selector) {
   if (selector == kOutputLabels) return TablePart{.table = Table::OutputLabels};
@@ -30,14 +58,20 @@ std::optional<TablePart> LabelsOf(int selector) {
 
 }  // namespace
 
+std::optional<Carried> HowCarried(std::string_view field) {
+  const db::TableField* const known = db::FindTableField(field);
+  return known == nullptr ? std::nullopt : FindCarried(known->name);
+}
+
 std::optional<TablePart> PartOf(std::span<const std::uint8_t> message) {
   if (message.size() < 2) return std::nullopt;
   const MessageKind* const kind = FindMessage(message[0]);
-  if (kind == nullptr || kind->use != MessageUse::Table) return std::nullopt;
-  if (IsOfLabels(*kind)) return LabelsOf(message[1]);
-  const db::TableKind& table = *db::FindTable(kind->name);
-  return TablePart{.table = table.table,
-                   .station = table.rows == db::Rows::None ? model::kAll : RowNumber(message)};
+  if (kind == nullptr) return std::nullopt;
+  if (IsOfLabels(kind->code)) return LabelsOf(message[1]);
+  const std::optional<Table> table = TableOf(kind->code);
+  if (!table) return std::nullopt;
+  const bool hasRows = db::RowsOf(*table) != db::Rows::None;
+  return TablePart{.table = *table, .station = hasRows ? RowNumber(message) : model::kAll};
 }
 
 TablePart MessageOf(const TablePart& part) {

@@ -7,10 +7,12 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "db/table.h"
 #include "model/system_model.h"
+#include "switcher/wire/message_table.h"
 
 namespace switcher {
 
@@ -24,6 +26,41 @@ struct TablePart {
   // In the order of a download.
   auto operator<=>(const TablePart&) const = default;
 };
+
+// The table whose messages have this code.  Nothing for the two messages of labels, which serve two
+// tables and say in their selector which, and for what is of no table.
+constexpr std::optional<Table> TableOf(MessageCode code) {
+  switch (code) {
+    case kInhibitRowCode:
+      return Table::Inhibits;
+    case kRelayRowCode:
+      return Table::Relays;
+    case kOptoDataCode:
+      return Table::Optos;
+    case kButtonDataCode:
+      return Table::Buttons;
+    case kTakeCode:
+    case kGainCode:
+    case kGainReportCode:
+    case kCrosspointRowCode:
+    case kTallyCode:
+    case kLabelOrderCode:
+    case kAlphaLabelsCode:
+      break;
+  }
+  return std::nullopt;
+}
+
+// What of a field a message carries.
+enum class Carried : std::uint8_t {
+  Number,  // its low eight bits
+  Mark,    // whether it is 1
+  Label,   // eight characters
+  Flags,   // each "0" or "1", a missing one "0"
+};
+
+// What a message carries of a field of a station; nothing of one that is in no table.
+std::optional<Carried> HowCarried(std::string_view field);
 
 // What a message of a table holds, from or to the switcher; nothing for another message, and for
 // labels that are neither the stations' nor the inputs'.

@@ -217,9 +217,9 @@ class Side {
   const FieldLookup& lookup_;
 };
 
-void SayValues(const Change& change, const Subject& subject,
-               const std::vector<const FieldChange*>& fields, const FieldLookup& lookup,
-               ChangeRow* row) {
+void SayBothSides(const Change& change, const Subject& subject,
+                  const std::vector<const FieldChange*>& fields, const FieldLookup& lookup,
+                  ChangeRow* row) {
   const Side before(change, fields, &FieldChange::before, lookup);
   const Side after(change, fields, &FieldChange::after, lookup);
   row->before = before.Words(subject);
@@ -231,9 +231,10 @@ void SayValues(const Change& change, const Subject& subject,
   }
 }
 
-// The rows of one station, each with what it is about.
+// The rows of one change, each with what it is about.
 template <typename Take>
-void ForEachRow(const Change& change, Take take) {
+void ForEachRow(std::span<const Change> changes, std::size_t number, Take take) {
+  const Change& change = changes[number];
   std::map<Subject, std::vector<const FieldChange*>> subjects;
   for (const FieldChange& field : change.fields) {
     subjects[SubjectOf(field.field)].push_back(&field);
@@ -246,7 +247,10 @@ void ForEachRow(const Change& change, Take take) {
         .where = IsOfOutput(subject) ? ChangeText::tr("Output %1").arg(change.station) : station,
         .what = SubjectWords(subject),
         .before = {},
-        .after = {}};
+        .after = {},
+        .change = number,
+        .firstField = static_cast<std::size_t>(fields.front() - change.fields.data()),
+        .endField = static_cast<std::size_t>(fields.back() - change.fields.data()) + 1};
     row.fields.reserve(fields.size());
     for (const FieldChange* const field : fields) row.fields.push_back(field->field);
     take(subject, fields, std::move(row));
@@ -302,9 +306,9 @@ QString ChosenTitle(std::span<const Change> changes) {
 
 std::vector<ChangeRow> ChangeRows(std::span<const Change> changes, const FieldLookup& lookup) {
   std::vector<ChangeRow> rows;
-  for (const Change& change : changes) {
-    ForEachRow(change, [&](const Subject& subject, const auto& fields, ChangeRow row) {
-      SayValues(change, subject, fields, lookup, &row);
+  for (std::size_t number = 0; number < changes.size(); ++number) {
+    ForEachRow(changes, number, [&](const Subject& subject, const auto& fields, ChangeRow row) {
+      SayBothSides(changes[number], subject, fields, lookup, &row);
       rows.push_back(std::move(row));
     });
   }
@@ -313,8 +317,8 @@ std::vector<ChangeRow> ChangeRows(std::span<const Change> changes, const FieldLo
 
 std::vector<ChangeRow> ChangeOutline(std::span<const Change> changes) {
   std::vector<ChangeRow> rows;
-  for (const Change& change : changes) {
-    ForEachRow(change, [&rows](const Subject&, const auto&, ChangeRow row) {
+  for (std::size_t number = 0; number < changes.size(); ++number) {
+    ForEachRow(changes, number, [&rows](const Subject&, const auto&, ChangeRow row) {
       rows.push_back(std::move(row));
     });
   }
@@ -322,12 +326,13 @@ std::vector<ChangeRow> ChangeOutline(std::span<const Change> changes) {
 }
 
 void SayValues(std::span<const Change> changes, const FieldLookup& lookup, ChangeRow* row) {
-  const auto change = std::ranges::find(changes, row->station, &Change::station);
+  const Change& change = changes[row->change];
   std::vector<const FieldChange*> fields;
-  for (const FieldChange& field : change->fields) {
+  for (std::size_t i = row->firstField; i < row->endField; ++i) {
+    const FieldChange& field = change.fields[i];
     if (std::ranges::count(row->fields, field.field) > 0) fields.push_back(&field);
   }
-  SayValues(*change, SubjectOf(row->fields.front()), fields, lookup, row);
+  SayBothSides(change, SubjectOf(row->fields.front()), fields, lookup, row);
 }
 
 std::size_t CountRows(std::span<const Change> changes) {

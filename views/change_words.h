@@ -27,6 +27,11 @@ struct ChangeRow {
   QString what;                     // "Button 3", "Label", "Inhibits"
   QString before;                   // "TALK 5"
   QString after;
+  // Where it was found, all from 0: the number of its change, and of the first of its fields there
+  // and of the one behind the last.
+  std::size_t change = 0;
+  std::size_t firstField = 0;
+  std::size_t endField = 0;
 };
 
 // What a field holds that was not changed itself: the targets of a button whose operation was.

@@ -26,6 +26,7 @@ void RestoreBackup::Ask() {
   if (views::IsShown(backup_) || IsRefused() || !services_.storeEdits()) return;
   backup_ = new views::BackupWindow({.copies = services_.backups.Copies(),
                                      .database = [this] { return services_.files.Database(); },
+                                     .changes = services_.changes,
                                      .elsewhere =
                                          [this](auto work, auto done) {
                                            services_.reader.Begin(std::move(work), std::move(done));
@@ -34,6 +35,10 @@ void RestoreBackup::Ask() {
   backup_->setAttribute(Qt::WA_DeleteOnClose);
   connect(backup_, &views::BackupWindow::RestoreRequested, this, &RestoreBackup::Restore);
   backup_->open();
+}
+
+void RestoreBackup::CancelNow() {
+  if (views::IsShown(backup_)) backup_->reject();
 }
 
 void RestoreBackup::Restore(const std::vector<stations::Change>& changes, const QString& name) {

@@ -44,6 +44,9 @@ class RestoreBackup : public QObject {
   // is reported, stores nothing, and leaves the window open.
   void Ask();
 
+  // The program ends: closes the window.
+  void CancelNow();
+
  Q_SIGNALS:
   // It was stored.
   void NoteRequested(const QString& note);

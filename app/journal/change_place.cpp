@@ -40,7 +40,7 @@ ViewPlace PlaceOf(const stations::Change& change, std::string_view field) {
   const int station = change.station;
   if (field == db::kInhibitsField) return {Place::Crosspoint, station, InputOf(change)};
   if (field == db::kRelaysField) return {Place::Relays, station, 0};
-  if (field.starts_with("Opto")) return {Place::Opto, station, 0};
+  if (field.starts_with("Opto")) return PlaceOfOpto(station);
   if (const int button = db::ButtonOfField(field); button != 0) {
     return {Place::Button, station, button};
   }

@@ -2,10 +2,9 @@
 
 #include "app/kept/lock_keeper.h"
 
-#include <system_error>
+#include <filesystem>
 
 #include "config/lock_text.h"
-#include "db/dated_name.h"
 #include "views/widgets/question.h"
 
 namespace app {
@@ -35,6 +34,7 @@ void LockKeeper::Begin() {
   const model::Status status = file_.Read(config::kMostLockText, &asRead_);
   config::LockState state;
   if (!status.ok() || (!asRead_.empty() && !config::ReadLocks(asRead_, &state))) {
+    asRead_.clear();
     const QString text = tr("What was locked is not locked any more: %1").arg(WhyUnlocked(status));
     services_.window.Hints().Give(Hint::LocksLost, text);
     Q_EMIT NoteRequested(text);
@@ -46,15 +46,15 @@ void LockKeeper::Begin() {
 }
 
 QString LockKeeper::WhyUnlocked(const model::Status& read) {
-  if (!read.ok()) return QString::fromStdString(read.Description());
   std::filesystem::path kept;
-  std::error_code error;
-  if (!db::DatedName(services_.file, "damaged", &kept).ok() ||
-      (std::filesystem::rename(services_.file, kept, error), error)) {
-    return tr("%1 is damaged").arg(QLatin1String(kLocksFile));
+  const bool isKept = file_.PutAside("damaged", &kept).ok();
+  const QString name = QString::fromStdString(kept.filename().string());
+  if (!read.ok()) {
+    const QString why = QString::fromStdString(read.Description());
+    return isKept ? tr("%1; the file is kept as %2").arg(why, name) : why;
   }
-  return tr("%1 is damaged; it is kept as %2")
-      .arg(QLatin1String(kLocksFile), QString::fromStdString(kept.filename().string()));
+  return isKept ? tr("%1 is damaged; it is kept as %2").arg(QLatin1String(kLocksFile), name)
+                : tr("%1 is damaged").arg(QLatin1String(kLocksFile));
 }
 
 void LockKeeper::LocksChanged() {

@@ -10,8 +10,8 @@
 #include <functional>
 #include <string>
 
-#include "app/shell/main_window.h"
 #include "app/kept/text_file.h"
+#include "app/shell/main_window.h"
 #include "model/locks.h"
 #include "model/status.h"
 
@@ -37,8 +37,8 @@ class LockKeeper : public QObject, public model::LockObserver {
   explicit LockKeeper(const Services& services);
   ~LockKeeper() override;
 
-  // Locks what was locked when the last run ended.  A damaged file is kept under a name of
-  // its own.
+  // Locks what was locked when the last run ended.  A file that is damaged or cannot be read is
+  // kept under a name of its own, and never written over.
   void Begin();
 
   void LocksChanged() override;

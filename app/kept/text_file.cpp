@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <system_error>
 #include <utility>
 
+#include "db/dated_name.h"
 #include "db/file_status.h"
 #include "files/whole_file.h"
 
@@ -29,6 +31,25 @@ model::Status TextFile::Read(std::uint64_t most, std::string* text) {
   written_ = read.ok() ? *text : std::string();
   if (read.error == std::errc::no_such_file_or_directory) return {};
   return db::StatusOf(read);
+}
+
+model::Status TextFile::PutAside(std::string what, std::filesystem::path* kept) {
+  written_.clear();
+  aside_ = std::move(what);
+  return MoveAside(kept);
+}
+
+model::Status TextFile::MoveAside(std::filesystem::path* kept) {
+  if (aside_.empty()) return {};
+  if (const model::Status status = db::DatedName(path_, aside_, kept); !status.ok()) return status;
+  std::error_code error;
+  std::filesystem::rename(path_, *kept, error);
+  // What somebody else has taken away needs no other name.
+  if (error && error != std::errc::no_such_file_or_directory) {
+    return db::StatusOf(files::Failure("rename", path_, error));
+  }
+  aside_.clear();
+  return {};
 }
 
 // A change does not wait as long as a failed write.
@@ -55,6 +76,8 @@ void TextFile::Write() {
     if (hasFailed_) IsThere();  // what could not be written is not wanted any more
     return;
   }
+  std::filesystem::path kept;
+  if (const model::Status status = MoveAside(&kept); !status.ok()) return Fail(status);
   ++writing_;
   writer_.Begin([path = path_, text] { return db::StatusOf(files::Replace(path, text)); },
                 [this, text](const model::Status& status) { Done(text, status); });
@@ -62,13 +85,15 @@ void TextFile::Write() {
 
 void TextFile::Done(const std::string& text, const model::Status& status) {
   --writing_;
-  if (!status.ok()) {
-    if (!hasFailed_) Q_EMIT Failed(QString::fromStdString(status.Description()));
-    hasFailed_ = true;
-    return TryAgain();
-  }
+  if (!status.ok()) return Fail(status);
   written_ = text;
   IsThere();
+}
+
+void TextFile::Fail(const model::Status& status) {
+  if (!hasFailed_) Q_EMIT Failed(QString::fromStdString(status.Description()));
+  hasFailed_ = true;
+  TryAgain();
 }
 
 void TextFile::IsThere() {

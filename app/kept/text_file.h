@@ -31,6 +31,11 @@ class TextFile : public QObject {
   // like one that cannot be read; nothing is known of its text then.
   model::Status Read(std::uint64_t most, std::string* text);
 
+  // What the file holds cannot be used, and is kept under a name of its own, *kept:
+  // "Locks-damaged-2026-04-17.json" for Locks.json and `what` being "damaged".  When that fails,
+  // nothing is written before it has succeeded; it is tried again when something is to be written.
+  model::Status PutAside(std::string what, std::filesystem::path* kept);
+
   // What the file is to hold has changed: it is to be there within a second.
   void Update();
 
@@ -38,8 +43,9 @@ class TextFile : public QObject {
   void Finish(QDeadlineTimer patience = QDeadlineTimer::Forever);
 
  Q_SIGNALS:
-  // The file could not be written, and why.  It is tried again a second after the next change, and
-  // by itself, ever more rarely but at least once a minute; of its failures nobody is told again.
+  // The file could not be written, or what is there not be kept, and why.  It is tried again a
+  // second after the next change, and by itself, ever more rarely but at least once a minute; of
+  // its failures nobody is told again.
   void Failed(const QString& why);
   // It was written, or holds again what it is to hold.
   void Written();
@@ -47,13 +53,16 @@ class TextFile : public QObject {
  private:
   void Begin();
   void TryAgain();
+  model::Status MoveAside(std::filesystem::path* kept);
   void Write();
   void Done(const std::string& text, const model::Status& status);
+  void Fail(const model::Status& status);
   void IsThere();
 
   const std::filesystem::path path_;
   const std::function<std::string()> text_;
   std::string written_;              // what it holds
+  std::string aside_;                // as what is to be kept first what is there; empty for nothing
   int writing_ = 0;                  // so often it is to be replaced
   bool hasFailed_ = false;           // the last time
   std::chrono::milliseconds pause_;  // before it is tried again

@@ -3,12 +3,26 @@
 #include "app/log/event_log.h"
 
 #include <QRegularExpression>
+#include <algorithm>
+#include <chrono>
 
 #include "app/log/event_words.h"
 
 namespace app {
 
+EventLog::EventLog(QObject* parent) : QAbstractTableModel(parent) {
+  // Behind the end of the minute; where the clock was changed meanwhile, it is asked again.
+  minute_.setInterval(std::chrono::seconds(RepeatedLines::kQuietSeconds + 1));
+  minute_.setSingleShot(true);
+  connect(&minute_, &QTimer::timeout, this, [this] { SayLeftOut(QDateTime::currentDateTime()); });
+}
+
 void EventLog::Add(Kind kind, const QString& text, const QDateTime& time) {
+  SayLeftOut(time);
+  Append(kind, text, time);
+}
+
+void EventLog::Append(Kind kind, const QString& text, const QDateTime& time) {
   static const QRegularExpression lineBreaks(QStringLiteral("[\\r\\n]+"));
   if (entries_.size() == kLimit) {
     beginRemoveRows({}, 0, 0);
@@ -22,13 +36,48 @@ void EventLog::Add(Kind kind, const QString& text, const QDateTime& time) {
   endInsertRows();
 }
 
-void EventLog::AddRepeated(Kind kind, const QString& text, const QDateTime& time) {
-  RepeatedLines& lines = repeated_[kind];
-  const int times = lines.Count(text, time);
-  if (const int leftOut = lines.TakeLeftOut(); leftOut > 0) {
-    Add(kind, tr("Not written, because so many lines came: %1").arg(leftOut), time);
+void EventLog::AddRepeated(Kind kind, const QString& text, const QString& origin,
+                           const QDateTime& time) {
+  const int times = repeated_[SourceOf(kind, origin, time)].Count(text, time);
+  SayLeftOut(time);
+  if (times > 0) Append(kind, TimesWords(text, times), time);
+}
+
+// Whose lines are counted together.
+EventLog::Source EventLog::SourceOf(Kind kind, const QString& origin, const QDateTime& time) {
+  const Source own{kind, origin};
+  if (origin.isEmpty() || repeated_.contains(own)) return own;
+  std::erase_if(repeated_, [&](const auto& source) { return source.second.IsForgotten(time); });
+  const auto origins = std::ranges::count_if(repeated_, [&](const auto& source) {
+    return source.first.first == kind && !source.first.second.isEmpty();
+  });
+  return origins < kMostOrigins ? own : Source{kind, {}};
+}
+
+void EventLog::SayLeftOut(const QDateTime& time) {
+  if (repeated_.empty()) return;
+  bool isMore = false;
+  for (auto& [source, lines] : repeated_) {
+    if (!lines.HasLeftOut()) continue;
+    SayLeftOut(source, lines.TakeLeftOut(time), time);
+    isMore = isMore || lines.HasLeftOut();
   }
-  if (times > 0) Add(kind, TimesWords(text, times), time);
+  if (isMore && !minute_.isActive()) minute_.start();
+}
+
+void EventLog::SayLeftOut(const Source& source, int times, const QDateTime& time) {
+  if (times == 0) return;
+  const auto& [kind, origin] = source;
+  const QString text = origin.isEmpty()
+                           ? tr("Not written, because so many lines came: %1").arg(times)
+                           : tr("Not written, because so many lines came from %1: %2")
+                                 .arg(origin, QString::number(times));
+  Append(kind, text, time);
+}
+
+void EventLog::End() {
+  const QDateTime now = QDateTime::currentDateTime();
+  for (auto& [source, lines] : repeated_) SayLeftOut(source, lines.TakeAllLeftOut(), now);
 }
 
 QString EventLog::Line(int row) const {

@@ -6,9 +6,11 @@
 #include <QAbstractTableModel>
 #include <QDateTime>
 #include <QString>
+#include <QTimer>
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <utility>
 
 #include "app/log/repeated_lines.h"
 
@@ -25,14 +27,22 @@ class EventLog : public QAbstractTableModel {
 
   static constexpr int kLimit = 5000;
 
-  using QAbstractTableModel::QAbstractTableModel;
+  // So many origins have lines of their own in a minute; the others share what there is for all.
+  static constexpr int kMostOrigins = 8;
+
+  explicit EventLog(QObject* parent = nullptr);
 
   // Adds a line.  Line breaks in `text` become spaces.
   void Add(Kind kind, const QString& text, const QDateTime& time = QDateTime::currentDateTime());
 
-  // The same for what may come many times a second.
-  void AddRepeated(Kind kind, const QString& text,
+  // The same for what may come many times a second.  `origin` is who makes it come, such as the
+  // address of a panel: however much one does, what the others do is written.  What has none, or
+  // comes from anybody who likes, has an empty one.
+  void AddRepeated(Kind kind, const QString& text, const QString& origin = {},
                    const QDateTime& time = QDateTime::currentDateTime());
+
+  // The run ends: says how much stands in no line.
+  void End();
 
   // A line as it is copied and saved: date and time, kind and text, separated by tabs.
   QString Line(int row) const;
@@ -46,14 +56,22 @@ class EventLog : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
+  using Source = std::pair<Kind, QString>;  // the kind and the origin, which may be empty
+
   struct Entry {
     QDateTime time;
     Kind kind;
     QString text;
   };
 
+  void Append(Kind kind, const QString& text, const QDateTime& time);
+  Source SourceOf(Kind kind, const QString& origin, const QDateTime& time);
+  void SayLeftOut(const QDateTime& time);
+  void SayLeftOut(const Source& source, int times, const QDateTime& time);
+
   std::deque<Entry> entries_;
-  std::map<Kind, RepeatedLines> repeated_;
+  std::map<Source, RepeatedLines> repeated_;
+  QTimer minute_{this};  // runs while something stands in no line
 };
 
 }  // namespace app

@@ -18,10 +18,6 @@ LogKeeper::LogKeeper(const Services& services)
   connect(&services_.window, &MainWindow::LinkTextShown, this,
           [this](const QString& text) { Add(Kind::Link, text); });
   connect(&services_.window, &MainWindow::BlockedCodeShown, this, &LogKeeper::NoteBlockedCode);
-  connect(&services_.panels, &PanelReports::Happened, this,
-          [this](const QString& text) { Add(Kind::Panel, text); });
-  connect(&services_.panels, &PanelReports::HappenedAgain, this,
-          [this](const QString& text) { services_.log.AddRepeated(Kind::Panel, text); });
   connect(&services_.views, &OpenViews::Loaded, this, &LogKeeper::FollowView);
   FollowTables();
   FollowTransfers();
@@ -31,10 +27,6 @@ LogKeeper::LogKeeper(const Services& services)
           });
   connect(&services_.commands, &CommandTable::Runs, this,
           [this](const QString& id) { Add(Kind::Command, CommandWords(id)); });
-}
-
-void LogKeeper::PanelNotAdmitted(const std::string& address) {
-  NoteNetworkAgain(tr("Panel %1 was not admitted").arg(QString::fromStdString(address)));
 }
 
 void LogKeeper::FollowView(views::MainView* view) {
@@ -104,6 +96,7 @@ LogKeeper::~LogKeeper() {
   // Closed, so that it keeps its place.
   if (window_ != nullptr) window_->close();
   delete window_;
+  services_.log.End();
 }
 
 void LogKeeper::Show() {

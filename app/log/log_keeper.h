@@ -7,13 +7,11 @@
 #include <QPointer>
 #include <cstdint>
 #include <optional>
-#include <string>
 
 #include "app/log/channel_labels.h"
 #include "app/log/event_log.h"
 #include "app/log/event_log_window.h"
 #include "app/log/event_words.h"
-#include "app/log/panel_reports.h"
 #include "app/shell/command_table.h"
 #include "app/shell/main_window.h"
 #include "app/shell/message_boxes.h"
@@ -35,7 +33,6 @@ class LogKeeper : public QObject {
     MainWindow& window;
     OpenViews& views;
     views::UnsentTables& unsent;
-    PanelReports& panels;
     Transfers& transfers;
     MessageBoxes& boxes;
     CommandTable& commands;
@@ -50,18 +47,15 @@ class LogKeeper : public QObject {
   // Notes what belongs to none of the parts.
   void Note(const QString& text) { Add(EventLog::Kind::Note, text); }
 
-  // What happens on the network besides what panels do; the second for what may come many times a
-  // second.
+  // What happens on the network; the second for what may come many times a
+  // second, with the address that it comes from; none for what any stranger may make come.
   void NoteNetwork(const QString& text) { Add(EventLog::Kind::Panel, text); }
-  void NoteNetworkAgain(const QString& text) {
-    services_.log.AddRepeated(EventLog::Kind::Panel, text);
+  void NoteNetworkAgain(const QString& text, const QString& address = {}) {
+    services_.log.AddRepeated(EventLog::Kind::Panel, text, address);
   }
 
   // A command for a crosspoint (from 1) with this action byte was sent for the operator.
   void NoteTake(int output, int input, int action);
-
-  // A panel from that address was not let in.
-  void PanelNotAdmitted(const std::string& address);
 
   // The operator has discarded a byte that blocked all receiving.
   void ByteDiscarded(std::uint8_t byte);

@@ -25,15 +25,27 @@ class RepeatedLines {
   // be written, this time included; 0 while it is not to be written again.
   int Count(const QString& line, const QDateTime& now);
 
-  // How many times something happened, in the last minute with such, that stands in no line; since
-  // the last call.  Known when the next minute has begun.
-  int TakeLeftOut() { return std::exchange(leftOut_, 0); }
+  // How many times something happened that stands in no line, in the minutes that are over at
+  // `now`; since the last call.
+  int TakeLeftOut(const QDateTime& now);
+
+  // The same with the minute that is not over yet, for the end of the run.
+  int TakeAllLeftOut();
+
+  // Whether anything is to be taken, now or when the minute is over.
+  bool HasLeftOut() const { return leftOut_ > 0 || uncounted_ > 0; }
+
+  // Whether a new object would write the same from `now` on.
+  bool IsForgotten(const QDateTime& now) const;
 
  private:
   struct Entry {
     QDateTime writtenAt;
     int unwritten = 0;
   };
+
+  void BeginMinute(const QDateTime& now);
+  void ForgetOld(const QDateTime& now);
 
   std::map<QString, Entry> entries_;
   QDateTime minute_;   // when it began

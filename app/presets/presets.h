@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "app/presets/preset_folder.h"
 #include "app/kept/background_writer.h"
+#include "app/presets/preset_folder.h"
 #include "model/error_reporter.h"
 #include "switcher/presets/recall.h"
 #include "switcher/switcher_events.h"

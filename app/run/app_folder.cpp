@@ -49,6 +49,8 @@ QString WithDate(const std::filesystem::path& path) {
 
 std::filesystem::path AppFolder::File(const char* name) const { return Path(path, name); }
 
+std::filesystem::path AppFolder::ProgramFile(const char* name) const { return Path(program, name); }
+
 model::Status ChooseAppFolder(const QString& programFolder, const QString& userFolder,
                               AppFolder* folder) {
   const std::error_code error = files::CheckFolder(Path(programFolder));
@@ -74,7 +76,7 @@ void PrepareAppFolder(AppFolder* folder) {
 QString OtherDatabase(const AppFolder& folder) {
   if (!folder.IsTheUsers()) return {};
   const std::filesystem::path used = folder.File(db::kMainFile);
-  const std::filesystem::path other = Path(folder.program, db::kMainFile);
+  const std::filesystem::path other = folder.ProgramFile(db::kMainFile);
   if (!IsThere(used) || !IsThere(other)) return {};
   bool same = false;
   const files::Outcome compared = files::Compare(used, other, &same);

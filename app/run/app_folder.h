@@ -19,8 +19,9 @@ struct AppFolder {
   // factory defaults must not take the place of the house's tables.
   model::Status lacks;
 
-  // The path of a file in it.
+  // The path of a file in it, and of one in the folder of the program.
   std::filesystem::path File(const char* name) const;
+  std::filesystem::path ProgramFile(const char* name) const;
 
   // The program's own folder cannot be written: it was installed for all users, or somebody has
   // locked it.

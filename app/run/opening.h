@@ -5,13 +5,13 @@
 
 #include <QObject>
 
-#include "app/run/app_folder.h"
 #include "app/backups/backup_keeper.h"
-#include "app/run/damage_report.h"
 #include "app/journal/journal_keeper.h"
 #include "app/journal/rescue.h"
 #include "app/kept/lock_keeper.h"
 #include "app/kept/sent_file.h"
+#include "app/run/app_folder.h"
+#include "app/run/damage_report.h"
 #include "app/run/settings_file.h"
 #include "app/shell/main_window.h"
 #include "app/shell/main_window_place.h"

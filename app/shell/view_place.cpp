@@ -12,13 +12,15 @@ ViewPlace PlaceOfLabel(int station, bool ofInput) {
   return {ViewPlace::Kind::Label, station, static_cast<int>(column)};
 }
 
+ViewPlace PlaceOfOpto(int opto) { return {ViewPlace::Kind::Opto, opto, 0}; }
+
 ViewPlace PlaceOf(const stations::Use& use) {
   switch (use.kind) {
     case stations::Use::Kind::Button:
       return {ViewPlace::Kind::Button, use.station, use.part};
     case stations::Use::Kind::Opto:
     case stations::Use::Kind::OptoChannel:
-      return {ViewPlace::Kind::Opto, use.part, 0};
+      return PlaceOfOpto(use.part);
     case stations::Use::Kind::Inhibit:
       break;
   }

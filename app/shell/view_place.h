@@ -18,12 +18,12 @@ struct ViewPlace {
     Input,       // a column of it
     Station,     // the programming of a station, at the page that shows
     Button,      // of it the button `number`
-    Relays,
-    Opto,
+    Relays,      // of it the relays
+    Opto,        // the programming of the opto `station`
   };
 
   Kind kind = Kind::Label;
-  int station = 0;  // counted from 1; of the map the output, or the input
+  int station = 0;  // from 1; of the map the output or the input, of an opto the opto
   int number = 0;   // 0 where there is none
 
   bool operator==(const ViewPlace&) const = default;
@@ -31,6 +31,9 @@ struct ViewPlace {
 
 // The place of the label of a station's output, or of its input.
 ViewPlace PlaceOfLabel(int station, bool ofInput);
+
+// The place of an opto (from 1), which is not the station in whose record it is kept.
+ViewPlace PlaceOfOpto(int opto);
 
 // The place of what points at a station.
 ViewPlace PlaceOf(const stations::Use& use);

@@ -3,8 +3,10 @@
 #include "db/jet/store.h"
 
 #include <chrono>
+#include <optional>
 
 #include "db/jet/ownership.h"
+#include "files/local_time.h"
 
 namespace jet {
 namespace {
@@ -176,16 +178,15 @@ double Store::Now() const {
   return LocalDays(std::time(nullptr));
 }
 
-// Unlike std::localtime() localtime_r() shares nothing with other threads.
 double Store::LocalDays(std::time_t instant) {
-  std::tm local{};
-  if (localtime_r(&instant, &local) == nullptr) {
+  const std::optional<std::tm> local = files::LocalTime(instant);
+  if (!local) {
     return kDaysToUnixEpoch + static_cast<double>(instant) / kSecondsPerDay;
   }
-  const std::chrono::sys_days date = std::chrono::year(local.tm_year + 1900) /
-                                     std::chrono::month(static_cast<unsigned>(local.tm_mon) + 1) /
-                                     std::chrono::day(static_cast<unsigned>(local.tm_mday));
-  const int seconds = (local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec;
+  const std::chrono::sys_days date = std::chrono::year(local->tm_year + 1900) /
+                                     std::chrono::month(static_cast<unsigned>(local->tm_mon) + 1) /
+                                     std::chrono::day(static_cast<unsigned>(local->tm_mday));
+  const int seconds = (local->tm_hour * 60 + local->tm_min) * 60 + local->tm_sec;
   return kDaysToUnixEpoch + static_cast<double>(date.time_since_epoch().count()) +
          seconds / kSecondsPerDay;
 }

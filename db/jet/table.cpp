@@ -90,7 +90,8 @@ void Table::UseDefinition(TableDef def) {
 
 std::size_t Table::NameHash::operator()(std::string_view name) const {
   std::uint32_t hash = 2166136261;
-  // With the bit set that parts the cases, in which a few signs are alike, too.
+  // Capitals hash as small letters do: the bit is set in which they differ.  A few signs that
+  // differ in nothing else share a hash by that.
   for (const char c : name) hash = (hash ^ (static_cast<std::uint8_t>(c) | 0x20U)) * 16777619;
   return hash;
 }

@@ -3,6 +3,7 @@
 // Making sure, before the first use of a table's indexes, that they are right.
 
 #include <algorithm>
+#include <span>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -26,11 +27,13 @@ Status NotRepairable(const Table& table, const std::string& text, std::uint32_t 
                 "An index of table \"" + table.Name() + "\" is damaged: " + text, page);
 }
 
-// Whether a page holds nothing of anybody, such as one of zeros, so that it may be written over:
-// the definition and the map of the index both say that it is the root.
-bool IsRuin(const std::uint8_t* bytes) {
-  return bytes[0] == 0 ||
-         (bytes[0] > kMapPage && bytes[0] != kFreedOtherPage && bytes[0] != kFreedDataPage);
+// Whether a page holds nothing of anybody, so that it may be written over: one byte all over, such
+// as zeros.  A page of which only the beginning is no page's may still hold the rows of a table.
+bool IsRuin(std::span<const std::uint8_t> page) {
+  const bool isOfAKind = (page[0] >= kDataPage && page[0] <= kMapPage) ||
+                         page[0] == kFreedOtherPage || page[0] == kFreedDataPage;
+  return !isOfAKind &&
+         std::ranges::all_of(page, [&](std::uint8_t byte) { return byte == page[0]; });
 }
 
 // Whether the tree may be written again without writing over anything else.
@@ -55,7 +58,9 @@ Status CheckPages(Table& table, const RealIndex& index, const std::vector<std::u
   if (!status.ok()) return NotRepairable(table, status.Text(), index.root);
   const bool isIndex = root[0] == kLeafPage || root[0] == kNodePage;
   if (isIndex && GetU32(root + 4) == table.Def().page) return {};
-  if (IsRuin(root) && std::find(mapped.begin(), mapped.end(), index.root) != mapped.end()) {
+  // The definition and the map of the index both have to say that it is the root.
+  if (index.root != 0 && IsRuin({root, pager.GetFormat().pageSize}) &&
+      std::find(mapped.begin(), mapped.end(), index.root) != mapped.end()) {
     return {};
   }
   return NotRepairable(table, "its root is no page of it", index.root);

@@ -31,7 +31,8 @@ void News::Unsubscribe(int peer, const Path& path) {
 
 void News::Forget(int peer) { subscriptions_[static_cast<std::size_t>(peer - 1)].clear(); }
 
-// Rows that are told count as told only where they were reported so.
+// The answer shows rows as they are now.  A row counts as told only if the switcher has reported it
+// so: else its next report is news.
 void News::RowsTold() {
   for (int output = 1; output <= services_.model.ChannelCount; ++output) {
     KnownRow& row = RowOf(output);
@@ -96,41 +97,98 @@ void News::RecordsChanged(std::span<const stations::Change> changes) {
   }
   if (!isTouched || services_.peers.Count() == 0) return;
   // What changes on and on does not put off what is known by now.
-  if (std::exchange(areTextsDue_, true)) return;
+  if (std::exchange(areTextsDue_, true) || isTelling_) return;
+  GatherLater();
+}
+
+void News::GatherLater() {
   services_.timer.Start(kGather, [this] {
     areTextsDue_ = false;
+    GatherTexts();
     TellTexts();
   });
 }
 
-void News::TellTexts() {
+void News::GatherTexts() {
   using Kind = ChannelTexts::Kind;
+  changed_ = {};
   for (const auto& label : services_.texts.TakeDifferences(Kind::Label)) {
-    TellValue(TargetLabelPath(label.channel - 1));
+    changed_.labels.push_back(TargetLabelPath(label.channel - 1));
   }
   for (const auto& label : services_.texts.TakeDifferences(Kind::InLabel)) {
-    TellValue(SourceLabelPath(label.channel - 1));
+    changed_.labels.push_back(SourceLabelPath(label.channel - 1));
   }
-  for (const auto& row : services_.texts.TakeDifferences(Kind::Inhibits)) TellInhibits(row);
+  for (auto& row : services_.texts.TakeDifferences(Kind::Inhibits)) {
+    const int target = row.channel - 1;
+    changed_.inhibits.emplace(target, std::move(row));
+  }
+  progress_ = {};
 }
 
-// Few of a row are asked for, and many may have changed.
-void News::TellInhibits(const ChannelTexts::Difference& row) {
-  const int target = row.channel - 1;
-  std::set<int> sources;
-  for (const std::set<Path>& subscriptions : subscriptions_) {
-    for (auto at = subscriptions.lower_bound(InhibitedRowPath(target)); at != subscriptions.end();
-         ++at) {
-      const auto crosspoint = CrosspointOfInhibited(*at);
-      if (crosspoint && crosspoint->first != target) break;
-      if (crosspoint) sources.insert(crosspoint->second);
+// In turns of the event loop: thousands may have changed, and twenty want to know.
+void News::TellTexts() {
+  const Peers::Time end = services_.now() + Peers::kTurn;
+  isTelling_ = true;
+  while (progress_.peer <= services_.peers.Highest()) {
+    if (services_.now() >= end) {
+      services_.timer.Start(Peers::kRest, [this] { TellTexts(); });
+      return;
     }
+    if (!TellSome()) progress_ = {.peer = progress_.peer + 1};
   }
-  for (const int source : sources) {
-    if (model::FlagIsSet(row.before, source + 1) != model::FlagIsSet(row.after, source + 1)) {
-      TellValue(InhibitedPath(target, source));
+  isTelling_ = false;
+  changed_ = {};
+  if (areTextsDue_) GatherLater();
+}
+
+// One message with a few of the values that a consumer wants to know.  False when it knows all.
+bool News::TellSome() {
+  const int peer = progress_.peer;
+  if (!services_.peers.IsThere(peer)) return false;
+  std::vector<Bytes> elements;
+  const bool isMore = AddLabels(peer, &elements) || AddInhibits(peer, &elements);
+  if (!elements.empty()) services_.peers.Send(peer, GlowMessage(elements));
+  return isMore;
+}
+
+// True when there are more of them to look at.
+bool News::AddLabels(int peer, std::vector<Bytes>* elements) {
+  for (int looks = 0; progress_.label < changed_.labels.size(); ++looks) {
+    if (looks == kMostLooks || elements->size() == kMostTogether) return true;
+    const Path& path = changed_.labels[progress_.label++];
+    if (IsSubscribed(peer, path)) AddValue(path, elements);
+  }
+  return false;
+}
+
+// The same.  Few inhibits of a row are asked for, and many may have changed: so it looks at what is
+// asked for.
+bool News::AddInhibits(int peer, std::vector<Bytes>* elements) {
+  if (changed_.inhibits.empty()) return false;
+  const std::set<Path>& subscriptions = subscriptions_[static_cast<std::size_t>(peer - 1)];
+  auto at = progress_.inhibit.empty() ? subscriptions.lower_bound(InhibitedRowPath(0))
+                                      : subscriptions.upper_bound(progress_.inhibit);
+  for (int looks = 0; at != subscriptions.end(); ++at, ++looks) {
+    if (looks == kMostLooks || elements->size() == kMostTogether) return true;
+    progress_.inhibit = *at;
+    const auto crosspoint = CrosspointOfInhibited(*at);
+    // Who asked for the node and for the parameter, which is the next one, is told once.
+    if (!crosspoint || crosspoint == progress_.crosspoint) continue;
+    progress_.crosspoint = crosspoint;
+    const auto& [target, source] = *crosspoint;
+    const auto row = changed_.inhibits.find(target);
+    if (row == changed_.inhibits.end() || model::FlagIsSet(row->second.before, source + 1) ==
+                                              model::FlagIsSet(row->second.after, source + 1)) {
+      continue;
     }
+    AddValue(InhibitedPath(target, source), elements);
   }
+  return false;
+}
+
+void News::AddValue(const Path& path, std::vector<Bytes>* elements) {
+  if (services_.tree.KindAt(path) != ElementKind::Parameter) return;
+  elements->push_back(ParameterValue(path, services_.tree.ValueAt(path)));
 }
 
 // Tells all who want news of the parameter, and consumer `always` in any case.

@@ -7,8 +7,12 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
 #include <set>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "gateway/ember/channel_texts.h"
@@ -31,6 +35,9 @@ class News {
   // News of the records are gathered so long: a table of the switcher changes many.
   static constexpr std::chrono::milliseconds kGather{50};
 
+  // So many values are told in one message at most.
+  static constexpr std::size_t kMostTogether = 32;
+
   // All must outlive the object.
   struct Services {
     const model::SystemModel& model;
@@ -39,8 +46,9 @@ class News {
     Tree& tree;
     Peers& peers;
     gateway::PauseTimer& timer;
+    std::function<Peers::Time()> now;
   };
-  explicit News(const Services& services) : services_(services) {}
+  explicit News(Services services) : services_(std::move(services)) {}
   News(const News&) = delete;
   News& operator=(const News&) = delete;
 
@@ -87,10 +95,31 @@ class News {
     std::uint8_t status = 0;
   };
 
+  // What is told of the records, and how far that is: which consumer's turn it is, and what it was
+  // told, or did not want to know, last.
+  struct Changed {
+    std::vector<Path> labels;
+    std::map<int, ChannelTexts::Difference> inhibits;  // by target
+  };
+  struct Progress {
+    int peer = 1;
+    std::size_t label = 0;
+    Path inhibit = {};
+    std::optional<std::pair<int, int>> crosspoint = {};
+  };
+
+  // So many are looked at between two looks at the clock.
+  static constexpr int kMostLooks = 256;
+
   KnownRow& RowOf(int output) { return rows_[static_cast<std::size_t>(output - 1)]; }
   bool NoteRow(int output);
+  void GatherLater();
+  void GatherTexts();
   void TellTexts();
-  void TellInhibits(const ChannelTexts::Difference& row);
+  bool TellSome();
+  bool AddLabels(int peer, std::vector<Bytes>* elements);
+  bool AddInhibits(int peer, std::vector<Bytes>* elements);
+  void AddValue(const Path& path, std::vector<Bytes>* elements);
   void TellValue(const Path& path, int always = 0);
   bool IsSubscribed(int peer, const Path& parameter) const;
 
@@ -98,7 +127,10 @@ class News {
   std::array<std::set<Path>, Peers::kMost> subscriptions_;  // by consumer - 1
   Levels told_;
   std::vector<KnownRow> rows_;  // by output - 1; none while nobody is connected
-  bool areTextsDue_ = false;    // the timer runs
+  bool areTextsDue_ = false;    // others have changed than are being told
+  bool isTelling_ = false;      // in turns, of which one is to come
+  Changed changed_;
+  Progress progress_;
 };
 
 }  // namespace ember

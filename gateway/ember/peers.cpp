@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "gateway/ember/peer_network.h"
+
 namespace ember {
 
 namespace {
@@ -25,6 +27,7 @@ bool Peers::Accept(std::unique_ptr<gateway::ClientSocket> socket) {
   peer = {};
   peer.socket = std::move(socket);
   peer.address = address;
+  peer.network = NetworkOf(address);
   peer.isThere = true;
   peer.lastHeard = services_.now();
   peer.socket->SetEvents(this, number);
@@ -33,19 +36,16 @@ bool Peers::Accept(std::unique_ptr<gateway::ClientSocket> socket) {
 }
 
 bool Peers::MakeRoom(const std::string& address) {
-  const auto isOfAddress = [&](const Peer& peer) { return peer.address == address; };
-  const auto ofAddress = std::count_if(peers_.begin(), peers_.end(), [&](const Peer& peer) {
-    return peer.isThere && isOfAddress(peer);
-  });
+  const std::string network = NetworkOf(address);
   TurnedAway why = TurnedAway::AllTaken;
   int mute = 0;
-  if (ofAddress >= kMostOfAddress) {
+  if (!IsLoopback(address) && CountOf(network) >= kMostOfAddress) {
     why = TurnedAway::AddressHasMany;
-    mute = NumberOfMute(isOfAddress);
+    mute = NumberOfMute([&](const Peer& peer) { return peer.network == network ? 1 : 0; });
   } else if (Count() < kMost) {
     return true;
   } else {
-    mute = NumberOfMute([](const Peer&) { return true; });
+    mute = NumberOfMute([this](const Peer& peer) { return CountOf(peer.network); });
   }
   if (mute == 0) {
     services_.events.PeerTurnedAway(address, why);
@@ -53,6 +53,12 @@ bool Peers::MakeRoom(const std::string& address) {
   }
   Drop(mute, PeerDrop::MadeRoom);
   return true;
+}
+
+int Peers::CountOf(const std::string& network) const {
+  return static_cast<int>(std::count_if(peers_.begin(), peers_.end(), [&](const Peer& peer) {
+    return peer.isThere && peer.network == network;
+  }));
 }
 
 // A socket that has ended is deleted when another one takes its place, never in its own event.
@@ -64,13 +70,19 @@ int Peers::FreeNumber() {
   return Highest();
 }
 
-// One of these that has never sent a frame, quiet for the longest; 0 for none.
-int Peers::NumberOfMute(const std::function<bool(const Peer&)>& which) const {
+// One that has never sent a frame: of those that come first, above 0, the one that has been quiet
+// for the longest; 0 for none.
+int Peers::NumberOfMute(const std::function<int(const Peer&)>& precedence) const {
   int mute = 0;
+  int first = 0;
   for (int number = 1; number <= Highest(); ++number) {
     const Peer& peer = At(number);
-    if (!peer.isThere || peer.hasSpoken || !which(peer)) continue;
-    if (mute == 0 || peer.lastHeard < At(mute).lastHeard) mute = number;
+    if (!peer.isThere || peer.hasSpoken) continue;
+    const int its = precedence(peer);
+    if (its == 0 || its < first) continue;
+    if (its == first && peer.lastHeard >= At(mute).lastHeard) continue;
+    mute = number;
+    first = its;
   }
   return mute;
 }

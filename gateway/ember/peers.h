@@ -34,7 +34,8 @@ class Peers : public gateway::ClientSocketEvents {
 
   static constexpr int kMost = 32;
 
-  // The most from one address, so that one computer out of its mind leaves room for the others.
+  // The most from one address, so that one computer out of its mind leaves room for the others.  Of
+  // IPv6 the first half of an address counts; the console's own computer may have all.
   static constexpr int kMostOfAddress = 16;
 
   // The most that waits in a socket for a consumer that does not read.
@@ -63,7 +64,8 @@ class Peers : public gateway::ClientSocketEvents {
   Peers& operator=(const Peers&) = delete;
 
   // Lets a new connection in; false when it was closed.  When so many are there as can be, in all
-  // or from its address, one of them that has never sent a frame makes room for it.
+  // or from its address, one of them that has never sent a frame makes room for it: of the address
+  // that has most, so that who comes in numbers drives out nobody who has just come.
   bool Accept(std::unique_ptr<gateway::ClientSocket> socket);
 
   void CloseAll();
@@ -90,6 +92,7 @@ class Peers : public gateway::ClientSocketEvents {
   struct Peer {
     std::unique_ptr<gateway::ClientSocket> socket;
     std::string address;
+    std::string network;  // the part of the address that counts
     bool isThere = false;
     FrameReader reader;
     bool isUnread = false;         // something may be in the socket
@@ -103,7 +106,8 @@ class Peers : public gateway::ClientSocketEvents {
   const Peer& At(int number) const { return peers_[static_cast<std::size_t>(number - 1)]; }
   bool MakeRoom(const std::string& address);
   int FreeNumber();
-  int NumberOfMute(const std::function<bool(const Peer&)>& which) const;
+  int CountOf(const std::string& network) const;
+  int NumberOfMute(const std::function<int(const Peer&)>& precedence) const;
   void Serve();
   bool ServeOne(int number);
   bool Read(int number);

@@ -68,7 +68,8 @@ Provider::Provider(Services services)
              .texts = texts_,
              .tree = tree_,
              .peers = peers_,
-             .timer = services_.newsTimer}) {}
+             .timer = services_.newsTimer,
+             .now = services_.now}) {}
 
 void Provider::Accept(std::unique_ptr<gateway::ClientSocket> socket) {
   if (!peers_.Accept(std::move(socket)) || PeerCount() > 1) return;

@@ -4,11 +4,12 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
-#include "db/table.h"
 #include "model/flag_string.h"
 #include "switcher/stored_labels.h"
+#include "switcher/table.h"
 
 namespace switcher {
 namespace {
@@ -25,14 +26,16 @@ bool AreSameFlags(const jet::Value& one, const jet::Value& other) {
 }  // namespace
 
 bool IsSameInMessage(std::string_view field, const jet::Value& one, const jet::Value& other) {
-  switch (db::HowCarried(field)) {
-    case db::Carried::Number:
+  const std::optional<Carried> carried = HowCarried(field);
+  if (!carried) return true;
+  switch (*carried) {
+    case Carried::Number:
       return (one.Int() & 0xFF) == (other.Int() & 0xFF);
-    case db::Carried::Mark:
+    case Carried::Mark:
       return (one.Int() == 1) == (other.Int() == 1);
-    case db::Carried::Label:
+    case Carried::Label:
       return WireLabel(one.Text(), /*hidden=*/false) == WireLabel(other.Text(), /*hidden=*/false);
-    case db::Carried::Flags:
+    case Carried::Flags:
       return AreSameFlags(one, other);
   }
   return false;

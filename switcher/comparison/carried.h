@@ -9,9 +9,10 @@
 
 namespace switcher {
 
-// Whether a message says the same for both values of a field of a station, which is in a table:
-// labels without the spaces behind them and what does not fit into eight characters, flags with "0"
-// for those that are missing, the low eight bits of a number, null like 0 or an empty text.
+// Whether a message says the same for both values of a field of a station: labels without the
+// spaces behind them and what does not fit into eight characters, flags with "0" for those that are
+// missing, the low eight bits of a number, null like 0 or an empty text.  Of a field that never
+// travels, for any two values.
 bool IsSameInMessage(std::string_view field, const jet::Value& one, const jet::Value& other);
 
 }  // namespace switcher

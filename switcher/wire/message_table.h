@@ -52,10 +52,7 @@ struct MessageKind {
   constexpr bool FromSwitcher() const { return !title.empty(); }
 };
 
-// Those of tables stand in the order in which the switcher reports them; of messages for each
-// output that follow each other an output's come together.  The message of a table has the word of
-// the table for its name; those of labels, which serve two tables, have not.  Behind each: what its
-// item is.  A group is one of eight sources or relays.
+// Behind each: what its item is.  A group is one of eight sources or relays.
 inline constexpr MessageKind kMessages[] = {
     // code, use, name, title, length, length of an item, bytes of a value
     {kTakeCode, MessageUse::Command, "take", "", 9, 0, 2},

@@ -40,9 +40,8 @@ void WireWriter::PutByte(int value) {
 }
 
 void WireWriter::PutPair(int value) {
-  const std::uint8_t pair[] = {static_cast<std::uint8_t>(value & 0x7F),
-                               static_cast<std::uint8_t>((value >> 7) & 1)};
-  for (const std::uint8_t& byte : pair) message_.push_back(byte);
+  message_.push_back(static_cast<std::uint8_t>(value & 0x7F));
+  message_.push_back(static_cast<std::uint8_t>((value >> 7) & 1));
   checksum_ = (checksum_ + value) & 0x7F;
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/access_settings.h"
+#include "app/network/access_settings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -96,26 +96,26 @@ TEST(AccessSettings, TheFileBesideTheProgramComesFirst) {
   const test::TemporaryFolder root;
   std::filesystem::create_directories(root / "program");
   std::filesystem::create_directories(root / "user");
-  const AppFolder folder{.path = QString::fromStdString((root / "user").string()),
-                         .program = QString::fromStdString((root / "program").string()),
-                         .lacks = {}};
+  const auto read = [&root] {
+    return ReadAccessSettings(root / "program" / "Orvotesk.ini", root / "user" / "Orvotesk.ini");
+  };
   test::WriteFile(root / "user" / "Orvotesk.ini", "[OPEN GATEWAY]\nPort=9001\n");
-  EXPECT_EQ(ReadAccessSettings(folder).openGateway.port, 9001);
+  EXPECT_EQ(read().openGateway.port, 9001);
   test::WriteFile(root / "program" / "Orvotesk.ini", "[OPEN GATEWAY]\nPort=9002\n");
-  EXPECT_EQ(ReadAccessSettings(folder).openGateway.port, 9002);
+  EXPECT_EQ(read().openGateway.port, 9002);
   test::WriteFile(root / "program" / "Orvotesk.ini", "");
-  EXPECT_FALSE(ReadAccessSettings(folder).openGateway.isWanted);
+  EXPECT_FALSE(read().openGateway.isWanted);
   // One that cannot be read might say anything.
   std::filesystem::remove(root / "program" / "Orvotesk.ini");
   std::filesystem::create_directories(root / "program" / "Orvotesk.ini");
-  EXPECT_FALSE(ReadAccessSettings(folder).panels.problem.isEmpty());
-  EXPECT_FALSE(ReadAccessSettings(folder).openGateway.problem.isEmpty());
-  EXPECT_TRUE(ReadAccessSettings(folder).openGateway.isWanted) << "the operator is told";
+  EXPECT_FALSE(read().panels.problem.isEmpty());
+  EXPECT_FALSE(read().openGateway.problem.isEmpty());
+  EXPECT_TRUE(read().openGateway.isWanted) << "the operator is told";
   // Nor is one that leads nowhere none: the user's own file must not stand in for it.
   std::filesystem::remove(root / "program" / "Orvotesk.ini");
   std::filesystem::create_symlink(root / "nowhere", root / "program" / "Orvotesk.ini");
-  EXPECT_FALSE(ReadAccessSettings(folder).panels.problem.isEmpty());
-  EXPECT_FALSE(ReadAccessSettings(folder).openGateway.problem.isEmpty());
+  EXPECT_FALSE(read().panels.problem.isEmpty());
+  EXPECT_FALSE(read().openGateway.problem.isEmpty());
 }
 
 // A slip in the head of a section must not let in whom it would keep out.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/connection_flood.h"
+#include "app/network/connection_flood.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

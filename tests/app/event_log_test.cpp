@@ -16,6 +16,7 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include "app/log/event_log_window.h"
 #include "tests/views/gui_support.h"
@@ -76,13 +77,70 @@ TEST_F(EventLogTest, KeepsFiveThousandLines) {
 
 // A stranger on the network who finds ever new words drives nothing else out of the log.
 TEST_F(EventLogTest, NoiseIsCountedInsteadOfWritten) {
-  for (int i = 0; i < 5000; ++i) log_.AddRepeated(Kind::Panel, QString::number(i), At(4));
+  for (int i = 0; i < 5000; ++i) log_.AddRepeated(Kind::Panel, QString::number(i), {}, At(4));
   EXPECT_EQ(log_.rowCount(), 303);
   EXPECT_EQ(log_.Line(0), QStringLiteral("2026-11-21 12:03:01.000\tLink\tConnected - COM 1"));
-  log_.AddRepeated(Kind::Panel, QStringLiteral("gone"), At(4).addSecs(60));
+  log_.AddRepeated(Kind::Panel, QStringLiteral("gone"), {}, At(4).addSecs(60));
   EXPECT_EQ(log_.Line(303), QStringLiteral("2026-11-21 12:04:04.000\tPanel\tNot written, because "
                                            "so many lines came: 4700"));
   EXPECT_EQ(log_.Line(304), QStringLiteral("2026-11-21 12:04:04.000\tPanel\tgone"));
+}
+
+TEST_F(EventLogTest, WhoDoesMuchCostsNobodyElseALine) {
+  const QString busy = QStringLiteral("192.0.2.66");
+  for (int i = 0; i < 400; ++i) {
+    log_.AddRepeated(Kind::Panel, QString::number(i), busy, At(4));
+    log_.AddRepeated(Kind::Panel, QStringLiteral("stranger %1").arg(i), {}, At(4));
+  }
+  EXPECT_EQ(log_.rowCount(), 603);
+  log_.AddRepeated(Kind::Panel, QStringLiteral("refused"), QStringLiteral("192.0.2.7"), At(5));
+  ASSERT_EQ(log_.rowCount(), 604);
+  EXPECT_EQ(log_.Line(603), QStringLiteral("2026-11-21 12:03:05.000\tPanel\trefused"));
+  // Any other line brings up what was left out.
+  log_.Add(Kind::Note, QStringLiteral("Saved"), At(4).addSecs(60));
+  EXPECT_EQ(log_.Line(604), QStringLiteral("2026-11-21 12:04:04.000\tPanel\tNot written, because "
+                                           "so many lines came: 100"));
+  EXPECT_EQ(log_.Line(605), QStringLiteral("2026-11-21 12:04:04.000\tPanel\tNot written, because "
+                                           "so many lines came from 192.0.2.66: 100"));
+  EXPECT_EQ(log_.Line(606), QStringLiteral("2026-11-21 12:04:04.000\tNote\tSaved"));
+}
+
+// Or somebody with many addresses would fill the log.
+TEST_F(EventLogTest, OriginsHaveLinesOfTheirOwnWithinBounds) {
+  int written = 0;
+  QObject::connect(&log_, &QAbstractItemModel::rowsInserted, [&] { ++written; });
+  for (int origin = 0; origin < 100; ++origin) {
+    for (int i = 0; i < 400; ++i) {
+      log_.AddRepeated(Kind::Panel, QStringLiteral("%1 of %2").arg(i).arg(origin),
+                       QString::number(origin), At(4));
+    }
+  }
+  EXPECT_EQ(written, 17 * 300);
+  // The next minute they are others.
+  log_.AddRepeated(Kind::Panel, QStringLiteral("gain"), QStringLiteral("99"), At(4).addSecs(180));
+  EXPECT_EQ(log_.Line(log_.rowCount() - 1), QStringLiteral("2026-11-21 12:06:04.000\tPanel\tgain"));
+}
+
+TEST_F(EventLogTest, WhatIsLeftOutIsSaidWhenNothingElseComes) {
+  const QDateTime start = QDateTime::currentDateTime().addSecs(-100);
+  for (int i = 0; i < 310; ++i) log_.AddRepeated(Kind::Panel, QString::number(i), {}, start);
+  ASSERT_EQ(log_.rowCount(), 303);
+  auto* const minute = log_.findChild<QTimer*>();
+  ASSERT_NE(minute, nullptr);
+  ASSERT_TRUE(minute->isActive());
+  minute->start(0);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return log_.rowCount() == 304; }, 10'000));
+  EXPECT_TRUE(log_.Line(303).endsWith(
+      QStringLiteral("\tPanel\tNot written, because so many lines came: 10")));
+  EXPECT_FALSE(minute->isActive());
+}
+
+TEST_F(EventLogTest, WhatIsLeftOutIsSaidWhenTheRunEnds) {
+  for (int i = 0; i < 310; ++i) log_.AddRepeated(Kind::Panel, QString::number(i), {}, At(4));
+  log_.End();
+  ASSERT_EQ(log_.rowCount(), 304);
+  EXPECT_TRUE(log_.Line(303).endsWith(
+      QStringLiteral("\tPanel\tNot written, because so many lines came: 10")));
 }
 
 TEST_F(EventLogTest, FilterShowsTheLinesWithAWord) {

@@ -57,10 +57,10 @@ TEST(RepeatedLines, NoiseOfAnyKindIsRememberedWithinBounds) {
     written += lines.Count(QStringLiteral("Output %1").arg(i), now);
   }
   EXPECT_EQ(written, 300);
-  EXPECT_EQ(lines.TakeLeftOut(), 0) << "the minute is not over";
+  EXPECT_EQ(lines.TakeLeftOut(now), 0) << "the minute is not over";
   EXPECT_EQ(lines.Count(QStringLiteral("Output 99999"), now.addSecs(60)), 1);
-  EXPECT_EQ(lines.TakeLeftOut(), 99'700);
-  EXPECT_EQ(lines.TakeLeftOut(), 0);
+  EXPECT_EQ(lines.TakeLeftOut(now.addSecs(60)), 99'700);
+  EXPECT_EQ(lines.TakeLeftOut(now.addSecs(60)), 0);
 }
 
 // What is known is counted as before, however many strange ones come.
@@ -71,6 +71,38 @@ TEST(RepeatedLines, NoiseDoesNotHideWhatIsKnown) {
   EXPECT_EQ(lines.Count(known, now), 1);
   for (int i = 0; i < 1000; ++i) (void)lines.Count(QStringLiteral("Output %1").arg(i), now);
   EXPECT_EQ(lines.Count(known, now.addSecs(60)), 1);
+}
+
+TEST(RepeatedLines, WhatIsKnownStaysKnownForAsLongAsNoiseComes) {
+  RepeatedLines lines;
+  const QDateTime start(QDate(2026, 1, 2), QTime(12, 0));
+  const QString known = QStringLiteral("Panel 1, 192.0.2.7: gone");
+  int written = 0;
+  int happened = 0;
+  for (int second = 0; second < 600; ++second) {
+    const QDateTime now = start.addSecs(second);
+    const int times = lines.Count(known, now);
+    if (times > 0) ++written;
+    happened += times;
+    for (int i = 0; i < 100; ++i) {
+      (void)lines.Count(QStringLiteral("Output %1, %2").arg(second).arg(i), now);
+    }
+  }
+  EXPECT_EQ(written, 10);
+  EXPECT_EQ(happened, 541);  // up to the last minute's line
+}
+
+TEST(RepeatedLines, AClockThatIsPutBackSilencesNothing) {
+  RepeatedLines lines;
+  const QDateTime now(QDate(2026, 1, 2), QTime(12, 0));
+  const QString known = QStringLiteral("Panel 1, 192.0.2.7: gone");
+  EXPECT_EQ(lines.Count(known, now), 1);
+  EXPECT_EQ(lines.Count(known, now), 0);
+  for (int i = 0; i < 1000; ++i) (void)lines.Count(QStringLiteral("Output %1").arg(i), now);
+  const QDateTime before = now.addDays(-1);
+  EXPECT_EQ(lines.Count(known, before), 2);
+  EXPECT_EQ(lines.Count(QStringLiteral("Panel 2, 192.0.2.8: gone"), before), 1);
+  EXPECT_EQ(lines.TakeLeftOut(before), 701);
 }
 
 }  // namespace

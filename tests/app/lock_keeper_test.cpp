@@ -11,8 +11,11 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <algorithm>
+#include <optional>
 
+#include "config/lock_text.h"
 #include "files/whole_file.h"
+#include "tests/support/another_user.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/views/gui_support.h"
 
@@ -20,7 +23,30 @@ namespace app {
 namespace {
 
 using model::Locks;
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+// While the object lives nothing in the folder can be made, renamed or removed.
+class ReadOnlyFolder {
+ public:
+  explicit ReadOnlyFolder(const std::filesystem::path& folder) : folder_(folder) {
+    std::filesystem::permissions(folder_, std::filesystem::perms(0555));
+    user_.emplace();
+  }
+  ~ReadOnlyFolder() {
+    user_.reset();
+    std::filesystem::permissions(folder_, std::filesystem::perms::owner_all);
+  }
+  ReadOnlyFolder(const ReadOnlyFolder&) = delete;
+  ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
+
+ private:
+  const std::filesystem::path folder_;
+  std::optional<test::AnotherUser> user_;
+};
 
 class LockKeeperTest : public testing::Test {
  protected:
@@ -160,6 +186,45 @@ TEST_F(LockKeeperTest, ASecondDamagedFileLeavesTheFirstAsItIs) {
   ASSERT_EQ(kept.size(), 2U);
   EXPECT_EQ(Content(kept[0]), "{\"outputs\": [1");
   EXPECT_EQ(Content(kept[1]), "{\"outputs\": [2");
+}
+
+TEST_F(LockKeeperTest, AFileThatCannotBeReadIsKept) {
+  const std::string tooLong(config::kMostLockText + 1, ' ');
+  Write(tooLong);
+  Run run(path_);
+  EXPECT_TRUE(run.window.Hints().Has(Hint::LocksLost));
+  const auto kept = Kept();
+  ASSERT_EQ(kept.size(), 1U);
+  EXPECT_EQ(std::filesystem::file_size(kept[0]), tooLong.size());
+  EXPECT_THAT(run.notes,
+              ElementsAre(AllOf(StartsWith("What was locked is not locked any more: "),
+                                EndsWith("; the file is kept as " + kept[0].filename().string()))));
+  run.locks.LockOutput(2, Locks::Against::Console);
+  End(run);
+  EXPECT_THAT(Content(), HasSubstr("\"output\": 2"));
+  EXPECT_EQ(std::filesystem::file_size(kept[0]), tooLong.size());
+}
+
+TEST_F(LockKeeperTest, WhatCouldNotBeKeptIsNotWrittenOver) {
+  Write("{\"console\": true");
+  std::optional<Run> run;
+  {
+    const ReadOnlyFolder readOnly(folder_.Path());
+    run.emplace(path_);
+    EXPECT_THAT(run->notes,
+                ElementsAre("What was locked is not locked any more: Locks.json is damaged"));
+    run->locks.LockOutput(2, Locks::Against::Console);
+    End(*run);
+    EXPECT_TRUE(run->Hints());
+  }
+  EXPECT_EQ(Content(), "{\"console\": true");
+  run->locks.LockOutput(3, Locks::Against::Console);
+  End(*run);
+  EXPECT_FALSE(run->Hints());
+  EXPECT_THAT(Content(), HasSubstr("\"output\": 3"));
+  const auto kept = Kept();
+  ASSERT_EQ(kept.size(), 1U);
+  EXPECT_EQ(Content(kept[0]), "{\"console\": true");
 }
 
 TEST_F(LockKeeperTest, AFailingDiskCostsAHint) {

@@ -63,13 +63,11 @@ class LogKeeperTest : public TransfersFixture {
   std::vector<std::string> Tables() { return Lines(EventLog::Kind::Table); }
 
   MessageBoxes boxes_;
-  PanelReports panels_{labels_, inhibits_};
   LogKeeper keeper_{{.log = log_,
                      .labels = labels_,
                      .window = window_,
                      .views = views_,
                      .unsent = unsent_,
-                     .panels = panels_,
                      .transfers = transfers_,
                      .boxes = boxes_,
                      .commands = commands_}};
@@ -145,18 +143,15 @@ TEST_F(LogKeeperTest, AComparisonIsFollowedToWhatIsStoredOfIt) {
   EXPECT_EQ(Tables().back(), "From the switcher: Inhibits of output 1");
 }
 
-TEST_F(LogKeeperTest, TheLinkThePanelsAndNotesHaveTheirLines) {
+TEST_F(LogKeeperTest, TheLinkTheNetworkAndNotesHaveTheirLines) {
   window_.ShowLinkText("Not Connected - COM 1");
   window_.ShowLinkText("Connected - COM 1  (57600, 8, N, 1)");
   EXPECT_THAT(Lines(EventLog::Kind::Link),
               ElementsAre("Not Connected - COM 1", "Connected - COM 1  (57600, 8, N, 1)"));
-  panels_.PanelConnected({2, "192.0.2.7"});
-  panels_.PanelTook({2, "192.0.2.7"}, {.destination = 3, .source = 4, .action = 0x02});
-  panels_.PanelGone({2, "192.0.2.7"});
-  EXPECT_THAT(
-      Lines(EventLog::Kind::Panel),
-      ElementsAre("Panel 2, 192.0.2.7: connected", "Panel 2, 192.0.2.7: take Out 3 < In 4 (Sum)",
-                  "Panel 2, 192.0.2.7: gone"));
+  keeper_.NoteNetwork(QStringLiteral("Panel 2, 192.0.2.7: connected"));
+  keeper_.NoteNetworkAgain(QStringLiteral("Panel 192.0.2.99 was not admitted"));
+  EXPECT_THAT(Lines(EventLog::Kind::Panel),
+              ElementsAre("Panel 2, 192.0.2.7: connected", "Panel 192.0.2.99 was not admitted"));
   using enum switcher::Table;
   Q_EMIT unsent_.Edited({Inhibits, 3});
   unsent_.NoteSent({Inhibits}, 64, views::UnsentTables::Sender::Tool);

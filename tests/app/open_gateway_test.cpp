@@ -2,7 +2,7 @@
 //
 // The open gateway with real sockets of this computer.
 
-#include "app/open_gateway.h"
+#include "app/network/open_gateway.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -229,31 +229,31 @@ TEST_F(OpenGatewayTest, ListensOnAnAddressOfIpv6) {
   EXPECT_THAT(lines_, ElementsAre("Controller 1, ::1: connected"));
 }
 
-// Each of sixteen says something, so none of them makes room.
-TEST_F(OpenGatewayTest, OneAddressTakesNotAllConnections) {
+// Each of them says something, so none of them makes room.
+TEST_F(OpenGatewayTest, SoManyAreServed) {
   Begin("Port=PORT\n");
   std::vector<std::unique_ptr<QTcpSocket>> many;
-  for (int i = 0; i < 16; ++i) {
+  for (int i = 0; i < 32; ++i) {
     Connect(*many.emplace_back(std::make_unique<QTcpSocket>()));
     Send(*many.back(), kRootAsked);
     ASSERT_TRUE(QTest::qWaitFor([&] { return many.back()->bytesAvailable() >= 66; }, kPatience));
   }
   QTcpSocket tooMany;
   Connect(tooMany);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 17; }, kPatience));
-  EXPECT_EQ(lines_.back(), "Controller 127.0.0.1 was turned away: it has 16 connections already");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 33; }, kPatience));
+  EXPECT_EQ(lines_.back(), "Controller 127.0.0.1 was turned away: all connections are taken");
 }
 
 TEST_F(OpenGatewayTest, OneThatSaysNothingMakesRoom) {
   Begin("Port=PORT\n");
   std::vector<std::unique_ptr<QTcpSocket>> mute;
-  for (int i = 0; i < 17; ++i) {
+  for (int i = 0; i < 33; ++i) {
     Connect(*mute.emplace_back(std::make_unique<QTcpSocket>()));
     ASSERT_TRUE(QTest::qWaitFor([&] { return static_cast<int>(lines_.size()) > i; }, kPatience));
   }
-  EXPECT_EQ(lines_[16],
+  EXPECT_EQ(lines_[32],
             "Controller 1, 127.0.0.1: dropped, it said nothing and another one needs its place");
-  EXPECT_EQ(lines_[17], "Controller 1, 127.0.0.1: gone");
+  EXPECT_EQ(lines_[33], "Controller 1, 127.0.0.1: gone");
 }
 
 TEST_F(OpenGatewayTest, ConnectionsWithoutEndAreHintedAt) {

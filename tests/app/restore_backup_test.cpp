@@ -152,6 +152,28 @@ TEST_F(RestoreBackupTest, WhatThereWasIsKeptAsACopyFirst) {
   EXPECT_EQ(label.Text(), "CAM 17");
 }
 
+// How often this process has the file open, deleted or not.
+int TimesOpen(const std::filesystem::path& file) {
+  int times = 0;
+  for (const auto& handle : std::filesystem::directory_iterator("/proc/self/fd")) {
+    std::error_code closed;
+    const std::string target = std::filesystem::read_symlink(handle.path(), closed).string();
+    if (target.starts_with(file.string())) ++times;
+  }
+  return times;
+}
+
+TEST_F(RestoreBackupTest, AtTheEndOfTheProgramTheWindowLetsGoOfTheDatabase) {
+  restore_.Ask();
+  auto& list = test::Find<QTreeWidget>(window_, "lstBackups");
+  list.setCurrentItem(list.topLevelItem(0));
+  ASSERT_EQ(TimesOpen(folder_ / db::kWorkingCopy), 1);
+  restore_.CancelNow();
+  EXPECT_THAT(Windows(), IsEmpty());
+  ASSERT_TRUE(files_.SaveAndClose().ok());
+  EXPECT_EQ(TimesOpen(folder_ / db::kWorkingCopy), 0);
+}
+
 TEST_F(RestoreBackupTest, ALockedConsoleAsksAndKeepsNothing) {
   locks_.LockConsole(true);
   restore_.Ask();

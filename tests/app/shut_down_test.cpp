@@ -10,7 +10,7 @@
 #include <QTableView>
 #include <filesystem>
 
-#include "app/log/panel_reports.h"
+#include "app/network/panel_reports.h"
 #include "config/configuration.h"
 #include "switcher/line_share.h"
 #include "tests/app/views_fixture.h"

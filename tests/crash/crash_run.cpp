@@ -14,7 +14,7 @@
 //   - Orvotesk.ini is the old or the new one,
 //   - the console starts again, without a word, and its map shows what Tesk.mdb holds,
 //   - it offers to restore what was edited and not saved; restored and saved, everything is there
-//     that the operator has seen, and besides at most what he was about to do,
+//     that the operator has seen, and besides at most what he was about to see, each act whole,
 //   - what was saved is not offered, also when the one that died could not say any more that it is.
 // In the end each of the phases must have been hit.  SEED repeats a run's choices.
 

@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "db/database_files.h"
-#include "stations/journal/act.h"
 #include "stations/journal/journal.h"
+#include "tests/crash/last_acts.h"
 #include "tests/support/database_check.h"
 #include "tests/support/run_program.h"
 
@@ -19,24 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 using test::ConsoleProcess;
 using test::ReadFile;
-
-constexpr int kMostOfAnEdit = 3;  // acts
-
-// What the last acts of a run have stored, as many as an edit may have: "3 B2 Type=255".
-void AddLastStored(const stations::JournalRun& run, std::set<std::string>* stored) {
-  for (auto line = run.acts.rbegin();
-       line != run.acts.rend() && line - run.acts.rbegin() < kMostOfAnEdit; ++line) {
-    stations::Act act;
-    if (!stations::ReadAct((*line)->content, &act)) continue;
-    for (const stations::Change& change : act.changes) {
-      for (const stations::FieldChange& field : change.fields) {
-        const bool isText = field.after.GetKind() == jet::Value::Kind::Text;
-        stored->insert(std::to_string(change.station) + " " + field.field + "=" +
-                       (isText ? field.after.Text() : std::to_string(field.after.Int())));
-      }
-    }
-  }
-}
 
 }  // namespace
 
@@ -99,28 +81,21 @@ void Judge::Check(const Outcome& outcome) {
   Restore(outcome);
 }
 
-// The same of all runs that are to be restored.
-std::set<std::string> Judge::LastStored() const {
-  std::set<std::string> stored;
+// What nobody may have seen of what is to be restored.
+std::vector<stations::Act> Judge::LastOfTheJournal() const {
   stations::Journal journal(stage_.journal);
-  if (!journal.Read().ok()) return stored;
-  for (const stations::JournalRun& run : journal.Contents().Runs()) {
-    if (run.IsUnsaved()) AddLastStored(run, &stored);
-  }
-  return stored;
+  return journal.Read().ok() ? LastActs(journal.Contents()) : std::vector<stations::Act>();
 }
 
-// Whether there is what the operator has seen, and besides at most what the last acts have stored,
-// or, of tables that were being received, any part of them.
-bool Judge::IsAsSeen(const test::StoredTables& restored, const std::set<std::string>& last,
-                     bool received) const {
-  test::StoredTables all = stage_.operated;
-  if (received) stage_.TakeOver(&all);
-  return std::ranges::all_of(restored, [&](const auto& each) {
-    const auto& [field, value] = each;
-    return value == stage_.operated.at(field) || value == all.at(field) ||
-           last.contains(field + "=" + value);
-  });
+// Whether there is what the operator has seen, and besides at most whole acts that he was about to
+// see, or, of tables that were being received, any part of them.
+bool Judge::IsAsSeen(const std::vector<stations::Act>& last, bool received) const {
+  test::StoredTables arriving;
+  if (received) {
+    arriving = stage_.operated;
+    stage_.TakeOver(&arriving);
+  }
+  return IsSeenAndWholeActs(stage_.stored, stage_.operated, last, arriving);
 }
 
 bool Judge::IsAnyUnsaved() const {
@@ -133,7 +108,7 @@ bool Judge::IsAnyUnsaved() const {
 void Judge::Restore(const Outcome& outcome) {
   stage_.plan.Restart();
   const bool isMissing = stage_.operated != stage_.stored;
-  const std::set<std::string> last = LastStored();
+  const std::vector<stations::Act> last = LastOfTheJournal();
   auto console = stage_.Start();
   const auto isOffered = [&] { return console->IsShown("aidRestore"); };
   if (isMissing && !ConsoleProcess::WaitFor(isOffered)) return stage_.Fail("nothing is offered");
@@ -160,7 +135,7 @@ void Judge::Restore(const Outcome& outcome) {
     stage_.Fail("after restoring: " + box.title + ": " + box.text);
   if (console->Terminate() != 0) return stage_.Fail("the console that has restored does not end");
   stage_.stored = test::ReadStations(stage_.main);
-  if (!IsAsSeen(stage_.stored, last, outcome.received)) stage_.Fail("something else was restored");
+  if (!IsAsSeen(last, outcome.received)) stage_.Fail("something else was restored");
   CheckWhole("restored");
   ++restored_;
 }

@@ -4,9 +4,10 @@
 #define TESTS_CRASH_JUDGE_H_
 
 #include <map>
-#include <set>
 #include <string>
+#include <vector>
 
+#include "stations/journal/act.h"
 #include "tests/crash/crash_phase.h"
 #include "tests/crash/kills.h"
 #include "tests/crash/rehearsal.h"
@@ -33,9 +34,8 @@ class Judge {
   void CheckWhole(const std::string& when);
   void Restore(const Outcome& outcome);
   bool IsAnyUnsaved() const;
-  std::set<std::string> LastStored() const;
-  bool IsAsSeen(const test::StoredTables& restored, const std::set<std::string>& last,
-                bool received) const;
+  std::vector<stations::Act> LastOfTheJournal() const;
+  bool IsAsSeen(const std::vector<stations::Act>& last, bool received) const;
 
   Stage& stage_;
   const Rehearsal& rehearsal_;

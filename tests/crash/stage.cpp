@@ -92,8 +92,10 @@ std::unique_ptr<ConsoleProcess> Stage::StartAndLook() {
 
 bool Stage::Edit(ConsoleProcess& console) {
   const auto edits = test::Edits();
-  return edits[static_cast<std::size_t>(Draw(static_cast<int>(edits.size())))].make(console, random,
-                                                                                    operated);
+  const auto& edit = edits[static_cast<std::size_t>(Draw(static_cast<int>(edits.size())))];
+  const bool isDone = edit.make(console, random, operated);
+  if (!isDone && console.Lives()) std::printf("not done: %s\n", edit.name);
+  return isDone;
 }
 
 // All tables of the switcher.

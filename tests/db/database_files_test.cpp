@@ -666,6 +666,25 @@ TEST_F(DatabaseFilesTest, WhatStandsWhereAnIndexBeganIsNotWrittenOver) {
   EXPECT_TRUE(ReadFile(copy_) == damaged);
 }
 
+// Nor is one whose beginning alone was lost, as when the power fails while it is written.
+TEST_F(DatabaseFilesTest, ATornPageWhereAnIndexBeganIsNotWrittenOver) {
+  ASSERT_TRUE(CreateDatabase(main_).ok());
+  const auto root = static_cast<std::ptrdiff_t>(RootOf(main_, kStationNumIndex));
+  const std::string sound = ReadFile(main_);
+  for (const char fill : {'\0', '\xAA'}) {
+    std::string damaged = sound;
+    const auto records = static_cast<std::ptrdiff_t>(damaged.find("Sta. 012")) / kPageBytes;
+    std::swap_ranges(damaged.begin() + root * kPageBytes, damaged.begin() + (root + 1) * kPageBytes,
+                     damaged.begin() + records * kPageBytes);
+    std::fill_n(damaged.begin() + root * kPageBytes, 512, fill);
+    WriteFile(main_, damaged);
+    DatabaseFiles files(main_, copy_);
+    EXPECT_EQ(files.Open().Number(), 3049);
+    EXPECT_FALSE(files.DamageFound().IsSound());
+    EXPECT_TRUE(ReadFile(copy_) == damaged);
+  }
+}
+
 // Its first page says what it is; without it the stations are there all the same.
 TEST_F(DatabaseFilesTest, AHeaderThatIsLostIsDamageWhenThereAreStations) {
   ASSERT_TRUE(CreateDatabase(main_).ok());

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 
+#include <QByteArray>
+#include <filesystem>
 #include <string>
 
 #include "tests/desktop/tasks.h"
@@ -96,6 +98,54 @@ bool AreLabelsStored(const Scene& scene) {
   return scene.Stored(5, "Label") == "GALLERY" && scene.Stored(6, "Label") == "SOUND";
 }
 
+constexpr char kSheets[] = "key-sheets.pdf";
+constexpr int kFirstCamera = 21;
+constexpr int kLastCamera = 40;
+
+void SheetsByMouse(Hand& hand) {
+  hand.Click({.object = "ID_File"});
+  hand.Click({.object = "aidKeySheets"});
+  hand.See("frmKeySheets");
+  hand.Click({.object = "optSheetsChosen"});
+  const Target first{.object = "lstSheetStations", .row = kFirstCamera - 1, .check = true};
+  const Target last{.object = "lstSheetStations", .row = kLastCamera - 1, .check = true};
+  hand.Turn({.object = "lstSheetStations"}, first);
+  hand.Click(first);
+  hand.Turn({.object = "lstSheetStations"}, last);
+  hand.ShiftClick(last);
+  hand.Click({.object = "cmdPdfSheets"});
+  hand.See("aidSheetsDialog");
+  hand.Click({.object = "sidebar", .window = "aidSheetsDialog", .row = 1});
+  hand.Click({.object = "buttonBox", .window = "aidSheetsDialog", .accept = true});
+}
+
+void SheetsByKeyboard(Hand& hand) {
+  hand.Key("ctrl+p");
+  hand.See("frmKeySheets");
+  hand.Key("alt+c");
+  hand.Key("Tab");
+  hand.SeeFocus("txtFindSheets");
+  hand.Type("CAM");
+  hand.Key("alt+l");
+  hand.Key("alt+p");
+  hand.See("aidSheetsDialog");
+  hand.Type(std::string("~/") + kSheets);
+  hand.Key("Return");
+}
+
+void LookForSheets(Scene& scene) {
+  const std::filesystem::path file = scene.Folder().Home() / kSheets;
+  scene.Operator().Until("the sheets are written", [&] {
+    return scene.Console().Property("aidSheetsState", "text").toString() ==
+           QString::fromStdString("Written: " + file.string());
+  });
+  scene.Operator().Until("there is a page for each", [&] {
+    const auto pages = QByteArray::fromStdString(test::ReadFile(file)).count("/Type /Page\n");
+    return pages == kLastCamera - kFirstCamera + 1;
+  });
+  scene.Operator().See("frmKeySheets");
+}
+
 void LockByMouse(Hand& hand) {
   hand.Click({.object = "ID_File"});
   hand.Click({.object = "aidLockConsole"});
@@ -133,12 +183,17 @@ constexpr Task kTasks[] = {
     {.name = "What is unsent sent to the switcher",
      .file = "send-changes",
      .view = kMap,
+     .after = {"talk-group", "inhibits"},
+     .mostByMouse = 3,
+     .mostByKeyboard = 3,
      .byMouse = SendByMouse,
      .byKeyboard = SendByKeyboard,
      .look = LookForNothingUnsent},
     {.name = "Compared with the switcher",
      .file = "compare",
      .view = kMap,
+     .mostByMouse = 2,
+     .mostByKeyboard = 2,
      .prepare = ChangeTheSwitcher,
      .byMouse = CompareByMouse,
      .byKeyboard = CompareByKeyboard,
@@ -146,20 +201,35 @@ constexpr Task kTasks[] = {
     {.name = "Labels imported from a file",
      .file = "import",
      .view = kMap,
+     .mostByMouse = 5,
+     .mostByKeyboard = 5,
      .prepare = WriteLabels,
      .byMouse = ImportByMouse,
      .byKeyboard = ImportByKeyboard,
      .look = LookForImport,
      .isStored = AreLabelsStored},
+    {.name = "Key sheets of 20 panels in a file",
+     .file = "key-sheets",
+     .view = kMap,
+     .mostByMouse = 10,
+     .mostByKeyboard = 8,
+     .byMouse = SheetsByMouse,
+     .byKeyboard = SheetsByKeyboard,
+     .look = LookForSheets},
     {.name = "The console locked",
      .file = "lock",
      .view = kMap,
+     .mostByMouse = 2,
+     .mostByKeyboard = 2,
      .byMouse = LockByMouse,
      .byKeyboard = LockByKeyboard,
      .look = LookForLock},
     {.name = "The console unlocked",
      .file = "unlock",
      .view = kMap,
+     .after = {"lock"},
+     .mostByMouse = 3,
+     .mostByKeyboard = 3,
      .byMouse = UnlockByMouse,
      .byKeyboard = UnlockByKeyboard,
      .look = LookForNoLock},

@@ -22,7 +22,7 @@ class Desktop {
 
   // Whether both run.
   bool IsUp() const { return isUp_; }
-  QSize Screen() const { return screen_; }
+  QSize Pixels() const { return screen_; }
 
   // The command that starts a program here, with `settings` as "NAME=value" in its environment.
   std::vector<std::string> Prefix(const std::vector<std::string>& settings = {}) const;

@@ -30,6 +30,7 @@ QJsonObject Request(const char* what, const Target& target) {
     request.insert(QStringLiteral("check"), target.check);
   }
   if (target.tab >= 0) request.insert(QStringLiteral("tab"), target.tab);
+  if (target.accept) request.insert(QStringLiteral("accept"), true);
   return request;
 }
 
@@ -50,7 +51,10 @@ void Hand::Fail(const std::string& why) {
 }
 
 void Hand::Do(const QStringList& arguments) {
-  if (!failure_.empty()) return;
+  if (failure_.empty()) LetGo(arguments);
+}
+
+void Hand::LetGo(const QStringList& arguments) {
   if (!desktop_.Do(arguments)) Fail("xdotool " + arguments.join(u' ').toStdString());
   QThread::msleep(kPause);
 }
@@ -98,16 +102,25 @@ void Hand::RightClick(const Target& target) { Press(target, "3"); }
 void Hand::ShiftClick(const Target& target) {
   Do({QStringLiteral("keydown"), QStringLiteral("shift")});
   Click(target);
-  Do({QStringLiteral("keyup"), QStringLiteral("shift")});
+  LetGo({QStringLiteral("keyup"), QStringLiteral("shift")});
+}
+
+void Hand::ClickTwice(const QPoint& at) {
+  Move(at);
+  Do({QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
+      QStringLiteral("--delay"), QStringLiteral("60"), QStringLiteral("1")});
 }
 
 void Hand::DoubleClick(const Target& target) {
   ++steps_;
-  const auto at = Find(target);
-  if (!at) return;
-  Move(*at);
-  Do({QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
-      QStringLiteral("--delay"), QStringLiteral("60"), QStringLiteral("1")});
+  if (const auto at = Find(target)) ClickTwice(*at);
+}
+
+void Hand::DoubleClickTitle(const char* window) {
+  constexpr int kInTitle = 8;  // pixels
+  ++steps_;
+  const QRect frame = Frame(window);
+  ClickTwice({frame.center().x(), frame.top() + kInTitle});
 }
 
 void Hand::Drag(const Target& from, const Target& to) {
@@ -119,7 +132,7 @@ void Hand::Drag(const Target& from, const Target& to) {
   Move(*begin);
   Do({QStringLiteral("mousedown"), QStringLiteral("1")});
   for (int move = 1; move <= kMoves; ++move) Move(*begin + (*end - *begin) * move / kMoves);
-  Do({QStringLiteral("mouseup"), QStringLiteral("1")});
+  LetGo({QStringLiteral("mouseup"), QStringLiteral("1")});
 }
 
 void Hand::Turn(const Target& over, const Target& wanted) {
@@ -129,6 +142,7 @@ void Hand::Turn(const Target& over, const Target& wanted) {
   Move(*at);
   for (int notch = 0; notch < kMostNotches && !Look(wanted); ++notch) {
     Do({QStringLiteral("click"), QStringLiteral("5")});
+    ++notches_;
   }
 }
 
@@ -141,6 +155,26 @@ void Hand::Type(std::string_view word) {
   ++steps_;
   Do({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"),
       QString::fromUtf8(word.data(), static_cast<qsizetype>(word.size()))});
+}
+
+// As it is when it stands still: a window that opens is still being placed.
+QRect Hand::Frame(const char* window) {
+  QRect frame;
+  ConsoleProcess::WaitFor(
+      [&] {
+        const QJsonArray rect = console_
+                                    .Ask({{QStringLiteral("do"), QStringLiteral("frame")},
+                                          {QStringLiteral("object"), QLatin1String(window)}})
+                                    .value(QLatin1String("value"))
+                                    .toArray();
+        const QRect now(rect[0].toInt(), rect[1].toInt(), rect[2].toInt(), rect[3].toInt());
+        const QRect before = std::exchange(frame, now);
+        if (!now.isEmpty() && now == before) return true;
+        QThread::msleep(kPause);
+        return false;
+      },
+      kPatience);
+  return frame;
 }
 
 std::string Hand::Focused(const char* what) {

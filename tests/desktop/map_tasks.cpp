@@ -105,8 +105,8 @@ void LookForYesterday(Scene& scene) {
   SeeMark(scene, 10, 20, kCrosspoint);
   SeeMark(scene, 11, 21, kCrosspoint);
   SeeMark(scene, 11, 22, 0);
-  scene.Operator().Until("the switcher has the crosspoint",
-                         [&] { return scene.Switcher("row 10").find("20") != std::string::npos; });
+  scene.Operator().Until("the switcher has the crosspoint, and no other",
+                         [&] { return scene.Switcher("row 10").ends_with(" sources 20"); });
 }
 
 void TakeByMistake(Scene& scene) {
@@ -139,6 +139,8 @@ constexpr Task kTasks[] = {
      .file = "inhibits",
      .view = kMap,
      .aim = 3,
+     .mostByMouse = 3,
+     .mostByKeyboard = 5,
      .prepare = SelectFirstCell,
      .byMouse = InhibitByMouse,
      .byKeyboard = InhibitByKeyboard,
@@ -148,6 +150,8 @@ constexpr Task kTasks[] = {
      .file = "recall",
      .view = kMap,
      .aim = 4,
+     .mostByMouse = 4,
+     .mostByKeyboard = 4,
      .prepare = StoreYesterday,
      .byMouse = RecallByMouse,
      .byKeyboard = RecallByKeyboard,
@@ -155,6 +159,8 @@ constexpr Task kTasks[] = {
     {.name = "The last take undone",
      .file = "undo-take",
      .view = kMap,
+     .mostByMouse = 3,
+     .mostByKeyboard = 2,
      .prepare = TakeByMistake,
      .byMouse = UndoTakeByMouse,
      .byKeyboard = UndoTakeByKeyboard,

@@ -4,6 +4,7 @@
 
 #include "db/schema.h"
 #include "tests/end_to_end/system_database.h"
+#include "tests/support/temporary_folder.h"
 
 namespace desktop {
 namespace {
@@ -24,16 +25,60 @@ std::vector<std::string> SwitcherOf(const std::filesystem::path& database,
   return {"--database", database.string(), "--log", "--link", line};
 }
 
+// The colours of a desktop at night, where the toolkit looks for them.
+constexpr char kDarkColours[] = R"([Colors:Window]
+BackgroundNormal=42,46,50
+ForegroundNormal=252,252,252
+ForegroundInactive=161,169,177
+[Colors:View]
+BackgroundNormal=27,30,32
+BackgroundAlternate=35,38,41
+ForegroundNormal=252,252,252
+ForegroundLink=29,153,243
+ForegroundVisited=155,89,182
+[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+[Colors:Selection]
+BackgroundNormal=61,174,233
+ForegroundNormal=252,252,252
+[Colors:Tooltip]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+)";
+
+// So that it looks there.
+std::vector<std::string> EnvironmentOf(const Look& look) {
+  std::vector<std::string> environment{"QT_SCALE_FACTOR=" + std::to_string(look.scale)};
+  if (look.isDark) {
+    environment.insert(environment.end(), {"QT_QPA_PLATFORMTHEME=kde", "XDG_CURRENT_DESKTOP=KDE",
+                                           "KDE_SESSION_VERSION=5"});
+  }
+  return environment;
+}
+
 }  // namespace
+
+const std::vector<Look>& AllLooks() {
+  static const std::vector<Look> looks{
+      {.name = "1280x800", .screen = {1280, 800}},
+      {.name = "1920x1080", .screen = {1920, 1080}},
+      {.name = "2560x1440", .screen = {2560, 1440}},
+      {.name = "twice", .screen = {2560, 1600}, .scale = 2},
+      {.name = "dark", .screen = {1920, 1080}, .isDark = true},
+  };
+  return looks;
+}
 
 Scene::Scene(const Look& look)
     : look_(look), desktop_(look.screen), simulator_(SwitcherOf(Database(), line_)) {
   folder_.WriteSettings(line_);
+  if (look.isDark) test::WriteFile(folder_.Home() / "kdeglobals", kDarkColours);
 }
 
 bool Scene::Begin() {
   if (!desktop_.IsUp()) return false;
-  console_ = std::make_unique<test::ConsoleProcess>(folder_, desktop_.Prefix(look_.environment));
+  console_ = std::make_unique<test::ConsoleProcess>(folder_, desktop_.Prefix(EnvironmentOf(look_)));
   if (!console_->IsUp() || !simulator_.WaitForLine("rx poll keep-alive")) return false;
   ChangeOperator();
   hand_->See("frmMain");

@@ -17,9 +17,14 @@ namespace desktop {
 
 // How a desktop looks.
 struct Look {
-  QSize screen = {1920, 1080};                // pixels
-  std::vector<std::string> environment = {};  // "NAME=value"
+  const char* name = "1920x1080";
+  QSize screen = {1920, 1080};  // pixels
+  int scale = 1;                // pixels of the screen for one of the console
+  bool isDark = false;          // the desktop's colours
 };
+
+// As operators have it: small, usual, large, at twice the pixels, and dark.
+const std::vector<Look>& AllLooks();
 
 // The console with a switcher of 64 channels, on a desktop.  Twenty panels, 21 to 40, bear "CAM" in
 // their labels; the first button of station 1 is free.

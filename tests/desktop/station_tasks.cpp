@@ -85,7 +85,9 @@ bool IsGroupStored(const Scene& scene) {
     if (scene.Stored(panel, "B1 Type") != "255") return false;
     if (!scene.Stored(panel, "B1 Prog").starts_with(kTargets)) return false;
   }
-  return scene.Stored(kLastPanel + 1, "B1 Type") != "255";
+  // Those beside them are none of them.
+  return scene.Stored(kFirstPanel - 1, "B1 Type") != "255" &&
+         scene.Stored(kLastPanel + 1, "B1 Type") != "255";
 }
 
 void UseByMouse(Hand& hand) { hand.Click({.object = "btnWhereUsed"}); }
@@ -109,6 +111,8 @@ constexpr Task kTasks[] = {
      .file = "station-37",
      .view = kButtons,
      .aim = 2,
+     .mostByMouse = 2,
+     .mostByKeyboard = 2,
      .prepare = GoToStation1,
      .byMouse = GoByMouse,
      .byKeyboard = GoByKeyboard,
@@ -117,6 +121,8 @@ constexpr Task kTasks[] = {
      .file = "talk-group",
      .view = kButtons,
      .aim = 14,
+     .mostByMouse = 14,
+     .mostByKeyboard = 16,
      .prepare = GoToStation1,
      .byMouse = GroupByMouse,
      .byKeyboard = GroupByKeyboard,
@@ -125,6 +131,9 @@ constexpr Task kTasks[] = {
     {.name = "Where is station 9 used?",
      .file = "where-used",
      .view = kButtons,
+     .after = {"talk-group"},
+     .mostByMouse = 1,
+     .mostByKeyboard = 1,
      .prepare = GoToStation9,
      .byMouse = UseByMouse,
      .byKeyboard = UseByKeyboard,

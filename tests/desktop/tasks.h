@@ -14,7 +14,12 @@ struct Task {
   const char* name = "";
   const char* file = "";  // of its picture
   const char* view = "";  // the command of the window
-  int aim = 0;            // steps; 0 for none
+  // The tasks that it builds on, by their files: what it finds was done in them.
+  const char* after[2] = {};
+  int aim = 0;  // steps, for the shorter of the two ways; 0 for none
+  // No more steps than these, which are promised, by mouse and by keyboard.
+  int mostByMouse = 0;
+  int mostByKeyboard = 0;
   // What it needs; no hand does it, and no step is counted.
   void (*prepare)(Scene&) = nullptr;
   void (*byMouse)(Hand&) = nullptr;

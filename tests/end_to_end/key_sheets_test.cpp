@@ -6,8 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <QByteArray>
+#include <algorithm>
+#include <string>
+#include <vector>
 
 #include "tests/end_to_end/console_process.h"
+#include "tests/end_to_end/system_database.h"
 #include "tests/support/simulator_process.h"
 #include "tools/stage/fake_printers.h"
 
@@ -25,6 +29,16 @@ class KeySheetsTest : public testing::Test {
   // The pages of a PDF file that is whole.
   static int PagesOf(const fs::path& file) {
     return static_cast<int>(QByteArray::fromStdString(ReadFile(file)).count("/Type /Page\n"));
+  }
+
+  // Their names.
+  static std::vector<std::string> FilesIn(const fs::path& folder) {
+    std::vector<std::string> names;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+      names.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(names);
+    return names;
   }
 
   int argc_ = 0;
@@ -103,17 +117,26 @@ TEST_F(KeySheetsTest, OfAllStationsByTheExport) {
   EXPECT_EQ(console.Terminate(), 0);
 }
 
-// The system may end the console at any time: what was begun is left, and no half of it stays.
+// The system may end the console at any time: what was begun is left, and no half of it stays.  A
+// large system, so that there is the time to see that it draws.
 TEST_F(KeySheetsTest, TheConsoleMayEndWhileTheyAreDrawn) {
+  CreateSystem(folder_ / "Tesk.mdb", 256, 1);
   ConsoleProcess console(folder_);
   ASSERT_TRUE(console.IsUp());
   console.Trigger("aidExportKeySheetsPdf");
   ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.IsShown("aidExportDialog"); }));
-  const fs::path file = folder_.Home() / "all.pdf";
+  const fs::path sheets = folder_.Home() / "sheets";
+  fs::create_directory(sheets);
+  WriteFile(sheets / "old.pdf", "what was there");
+  const std::vector<std::string> before = FilesIn(sheets);
+  const fs::path file = sheets / "all.pdf";
   console.Set("fileNameEdit", "text", QString::fromStdString(file.string()));
   console.Keys("fileNameEdit", "Return");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] {
+    return console.Property("aidSheetsState", "text").toString().startsWith(u"Drawing: ");
+  }));
   EXPECT_EQ(console.Terminate(), 0);
-  if (fs::exists(file)) EXPECT_EQ(PagesOf(file), 64);
+  EXPECT_EQ(FilesIn(sheets), before);
 }
 
 }  // namespace

@@ -149,11 +149,19 @@ TEST_F(OpenGatewayProcessTest, PanelsAreListenedForWhenItIsPossible) {
   ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return !console_->Boxes().empty(); }));
   console_->CloseBox();
   EXPECT_FALSE(console_->IsShown("aidPanels"));
+  const auto isSaid = [this] {
+    return console_->IsShown("aidHintStrip") &&
+           console_->Property("aidHintText", "toolTip")
+               .toString()
+               .startsWith(u"No network panel can connect yet");
+  };
+  EXPECT_TRUE(ConsoleProcess::WaitFor(isSaid));
   other.StopListening();
   SocketPeer panel;
   ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return panel.Connect(taken); }));
   EXPECT_EQ(panel.Receive(4), "81 00 00 FF");
   EXPECT_EQ(console_->Property("aidPanels", "text").toString().toStdString(), "Panels 1");
+  EXPECT_FALSE(isSaid());
 }
 
 TEST_F(OpenGatewayProcessTest, APanelThatIsNotAllowedIsTurnedAway) {

@@ -154,6 +154,9 @@ class Soak {
       std::printf("the operator: %s\n", operator_->Stuck().c_str());
       fail("the operator could not go on");
     }
+    if (2 * operator_->ConfirmedSends() <= operator_->Sends()) {
+      fail("most of what the operator sent was not confirmed, or he sent nothing");
+    }
     if (!HandlesComeBack()) fail("the console's open files grow");
     const auto boxes = console_->Boxes();
     for (const test::Box& box : boxes) {
@@ -172,6 +175,8 @@ class Soak {
     }
     std::printf("%d rounds of the operator, %d handles before and after, %+.1f MB\n",
                 operator_->Rounds(), handles_, growth_);
+    std::printf("%d of %d sends of what was unsent confirmed\n", operator_->ConfirmedSends(),
+                operator_->Sends());
     std::printf("%d takes, polls answered within %lld ms, console within %lld ms, %.1f MB\n",
                 takes_, static_cast<long long>(longest.count()),
                 static_cast<long long>(held_.count()), resident_);

@@ -103,7 +103,9 @@ void Operator::AddSendChanges() {
   AddTrigger("open what is unsent", "aidSendChanges", "frmSendChanges");
   tasks_.push_back({"send it",
                     [this] {
-                      if (console_.IsShown("cmdOkSendChg")) {
+                      isConfirmed_ = console_.IsShown("cmdOkSendChg");
+                      if (isConfirmed_) {
+                        ++sends_;
                         console_.Click("cmdOkSendChg");
                       } else {
                         console_.CloseWindow("frmSendChanges");
@@ -112,9 +114,12 @@ void Operator::AddSendChanges() {
                     [this] {
                       const QString status = console_.Property("lblSendChg", "text").toString();
                       if (status.startsWith(QLatin1String("Not confirmed"))) {
+                        isConfirmed_ = false;
                         console_.CloseWindow("frmSendChanges");
                       }
-                      return !console_.IsShown("frmSendChanges");
+                      if (console_.IsShown("frmSendChanges")) return false;
+                      if (isConfirmed_) ++confirmedSends_;
+                      return true;
                     }});
 }
 

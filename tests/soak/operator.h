@@ -31,6 +31,9 @@ class Operator {
   void Step();
 
   int Rounds() const { return rounds_; }
+  // How often he sent what was unsent, and how often the switcher was seen to have it.
+  int Sends() const { return sends_; }
+  int ConfirmedSends() const { return confirmedSends_; }
   // What took longer than a minute, "" when nothing did.
   const std::string& Stuck() const { return stuck_; }
   // What the database is to hold when the console has ended.
@@ -63,6 +66,9 @@ class Operator {
   bool busy_ = false;
   Clock::time_point begun_ = Clock::now();
   int rounds_ = 0;
+  int sends_ = 0;
+  int confirmedSends_ = 0;
+  bool isConfirmed_ = false;  // the send of the moment, as far as can be seen
   std::string stuck_;
 };
 

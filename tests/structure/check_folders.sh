@@ -7,7 +7,7 @@ set -u
 cd "$1" || exit 2
 
 below_app="views views/rules views/widgets views/window_place gateway/ember gateway switcher/comparison switcher/presets switcher/unsent switcher switcher/wire stations db db/jet config files model"
-rooms_of_app="app/shell app/kept app/paper app/transfer app/undo app/log app/backups app/presets app/journal app/run"
+rooms_of_app="app/shell app/kept app/paper app/transfer app/undo app/log app/network app/backups app/presets app/journal app/run"
 
 allowed() {
   case "$1" in
@@ -32,6 +32,7 @@ allowed() {
     app/shell) echo "$below_app" ;;
     app/kept | app/paper | app/transfer | app/undo) echo "app/shell $below_app" ;;
     app/log) echo "app/transfer app/shell $below_app" ;;
+    app/network) echo "app/log app/shell $below_app" ;;
     app/backups | app/presets) echo "app/kept app/shell $below_app" ;;
     app/journal) echo "app/shell stations/journal $below_app" ;;
     app/run) echo "app/backups app/journal app/kept app/log app/transfer app/shell $below_app" ;;
@@ -42,37 +43,47 @@ allowed() {
 # A folder that is inside another one stands before it.
 folders="model files db/jet config db stations/journal stations switcher/wire switcher/unsent switcher/comparison switcher/presets switcher gateway/ember gateway views/rules views/widgets views/window_place views $rooms_of_app app"
 
-# folder_of PATH: the innermost folder of the list that the path is in.
-folder_of() {
-  for folder in $folders; do
-    case "$1" in "$folder"/*) echo "$folder"; return ;; esac
-  done
-}
-
 failed=0
-for folder in $folders; do
-  files=$(find "$folder" -name '*.h' -o -name '*.cpp')
-  for file in $files; do
-    [ "$(folder_of "$file")" = "$folder" ] || continue
-    while read -r include; do
-      target=$(folder_of "$include")
-      [ -n "$target" ] || { echo "$file includes $include, which is in no folder of the program"; failed=1; continue; }
-      case " $folder $(allowed "$folder") " in
-        *" $target "*) ;;
-        *) echo "$file must not include $include"; failed=1 ;;
-      esac
-    done < <(sed -n 's/^#include "\(.*\/.*\)"$/\1/p' "$file")
-    case "$folder" in
-      model | files | db/jet | db | stations | stations/journal | switcher/wire | switcher/unsent | \
-        switcher/comparison | switcher/presets | gateway/ember | views/rules)
-        if grep -nE '^#include <(Q|qt)' "$file"; then echo "$file must not know the toolkit"; failed=1; fi ;;
-      config | switcher | gateway)
-        if grep -nE '^#include <Q(Widget|Application|MessageBox|Dialog|Painter|Print)' "$file"; then
-          echo "$file must not know windows"; failed=1
-        fi ;;
-    esac
-  done
-done
+{
+  for folder in $folders; do echo "$folder $folder $(allowed "$folder")"; done
+  echo
+  for folder in $folders; do
+    find "$folder" -name '*.h' -o -name '*.cpp'
+  done | sort -u
+} | awk '
+  # The innermost folder of the list that a path is in.
+  function folder_of(path,  i) {
+    for (i = 1; i <= count; i++) if (index(path, folders[i] "/") == 1) return folders[i]
+    return ""
+  }
+  function complain(text) { print text; failed = 1 }
+
+  !listed && NF == 0 { listed = 1; next }
+  !listed {
+    folders[++count] = $1
+    for (i = 2; i <= NF; i++) may[$1, $i] = 1
+    next
+  }
+  {
+    file = $0
+    folder = folder_of(file)
+    knows_no_toolkit = folder ~ /^(model|files|db\/jet|db|stations|stations\/journal|switcher\/(wire|unsent|comparison|presets)|gateway\/ember|views\/rules)$/
+    knows_no_windows = folder ~ /^(config|switcher|gateway)$/
+    while ((getline line < file) > 0) {
+      if (line ~ /^#include "[^"]*\/[^"]*"$/) {
+        split(line, parts, "\"")
+        target = folder_of(parts[2])
+        if (target == "") complain(file " includes " parts[2] ", which is in no folder of the program")
+        else if (!((folder, target) in may)) complain(file " must not include " parts[2])
+      }
+      if (knows_no_toolkit && line ~ /^#include <(Q|qt)/) complain(file " must not know the toolkit")
+      if (knows_no_windows && line ~ /^#include <Q(Widget|Application|MessageBox|Dialog|Painter|Print)/)
+        complain(file " must not know windows")
+    }
+    close(file)
+  }
+  END { exit failed }
+' || failed=1
 
 # Every test that is written is run.
 for test in $(find tests -name '*_test.cpp'); do

@@ -175,7 +175,11 @@ struct Codec<switcher::kGainReportCode> {
     return text;
   }
   static Value Example(const MessageCounts& counts) {
-    return Value(static_cast<std::size_t>(counts.channels), 100);
+    Value steps;  // of each channel another one, from 0 to 127 and around
+    for (int channel = 0; channel < counts.channels; ++channel) {
+      steps.push_back(static_cast<std::int16_t>(channel % 128));
+    }
+    return steps;
   }
 };
 
@@ -213,7 +217,11 @@ struct Codec<switcher::kTallyCode> {
   static std::string Describe(const Value& values) {
     return "tally: " + WordsOfMembers("points", values);
   }
-  static Value Example(const MessageCounts& /*counts*/) { return {}; }
+  static Value Example(const MessageCounts& /*counts*/) {
+    Value lamps{};
+    for (std::size_t i = 0; i < lamps.size(); i += 3) lamps[i] = 1;
+    return lamps;
+  }
 };
 
 template <>

@@ -43,5 +43,11 @@ TEST(Carried, NumbersHaveEightBits) {
   }
 }
 
+TEST(Carried, NothingOfWhatNeverTravels) {
+  for (const char* const field : {"Notes", "SysOutput", "StationNum", "B0 Type", "Unheard Of"}) {
+    EXPECT_TRUE(IsSameInMessage(field, "one", "other")) << field;
+  }
+}
+
 }  // namespace
 }  // namespace switcher

@@ -5,11 +5,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <span>
 #include <string>
 #include <vector>
 
+#include "stations/change.h"
 #include "switcher/decoder.h"
+#include "switcher/table.h"
+#include "switcher/wire/message_table.h"
 #include "tests/support/hex.h"
+#include "tests/support/message_codecs.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/recording_switcher_events.h"
 #include "tests/support/small_database.h"
@@ -363,6 +368,43 @@ TEST_F(FailingStoreTest, RefusedTablesDoNotTouchAClosedDatabase) {
   EXPECT_THAT(Decode("F5 00 00 01 00 00 00 02 FF"),
               ElementsAre("Output 1 Inhibit Map|9|Failed Csum"));
   EXPECT_THAT(reporter_.reports, IsEmpty());
+}
+
+// Keeps what was announced.
+class KeptChanges : public stations::ChangeObserver {
+ public:
+  using ChangeObserver::ChangeObserver;
+
+  void Changed(std::span<const stations::Change> changes) override {
+    seen.insert(seen.end(), changes.begin(), changes.end());
+  }
+
+  std::vector<stations::Change> seen;
+};
+
+TEST_F(TableDecoderTest, EveryFieldThatIsStoredIsOneOfTheTable) {
+  for (int station = 1; station <= 16; ++station) database_.AddStation(station, {});
+  model_.LabelCount = 16;
+  KeptChanges changes(changes_);
+  for (const MessageKind& kind : kMessages) {
+    if (kind.use != MessageUse::Table || !kind.FromSwitcher()) continue;
+    const Bytes message = test::ExampleMessage(kind.code, {.channels = 16,
+                                                           .stations = 16,
+                                                           .labels = 16,
+                                                           .buttons = model_.ButtonCount,
+                                                           .optos = model_.OptoCount,
+                                                           .relays = model_.RelayCount,
+                                                           .targets = 16});
+    changes.seen.clear();
+    decoder_.Decode(message);
+    ASSERT_FALSE(changes.seen.empty()) << kind.name;
+    for (const stations::Change& change : changes.seen) {
+      for (const stations::FieldChange& field : change.fields) {
+        EXPECT_TRUE(db::IsFieldOf(PartOf(message)->table, field.field)) << field.field;
+        EXPECT_TRUE(HowCarried(field.field).has_value()) << field.field;
+      }
+    }
+  }
 }
 
 }  // namespace

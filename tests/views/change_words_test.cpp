@@ -76,6 +76,15 @@ TEST(ChangeWords, AnOutlineGetsTheSameTextsLater) {
   EXPECT_EQ(rows.size(), 5U);
 }
 
+// A station may have changed more than once.
+TEST(ChangeWords, AnOutlineKnowsWhichChangeARowIsOf) {
+  const std::vector<Change> changes{Of(12, {{"Label", "MIC", "VT"}}),
+                                    Of(12, {{"Label", "VT", "CAM"}})};
+  std::vector<ChangeRow> rows = ChangeOutline(changes);
+  for (ChangeRow& row : rows) SayValues(changes, nullptr, &row);
+  EXPECT_EQ(Lines(rows), Texts({"Station 12 | Label | MIC | VT", "Station 12 | Label | VT | CAM"}));
+}
+
 TEST(ChangeWords, WhatWasNotChangedIsLookedUp) {
   const Change change = Of(12, {{"B3 Type", 0, 255}});
   EXPECT_EQ(Lines(change), Texts{"Station 12 | Button 3 | TALK | GROUP"});

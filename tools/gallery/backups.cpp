@@ -42,6 +42,7 @@ class KeptDatabase {
     views::BackupWindow window(
         {.copies = backups_,
          .database = [this] { return files_.Database(); },
+         .changes = changes_,
          .elsewhere = [](const auto& work, const auto& done) { done(work()); }});
     window.show();
     Save(window, QStringLiteral("backups"));
@@ -56,8 +57,10 @@ class KeptDatabase {
 
   void DrawEmpty() {
     const db::Backups none(folder_.filePath(QStringLiteral("none")).toStdString());
-    views::BackupWindow window(
-        {.copies = none, .database = [this] { return files_.Database(); }, .elsewhere = nullptr});
+    views::BackupWindow window({.copies = none,
+                                .database = [this] { return files_.Database(); },
+                                .changes = changes_,
+                                .elsewhere = nullptr});
     window.show();
     Save(window, QStringLiteral("backups-none"));
   }
@@ -84,6 +87,7 @@ class KeptDatabase {
   QTemporaryDir folder_;
   db::DatabaseFiles files_{PathOf("Tesk.mdb"), PathOf("WorkingDb.md$")};
   db::Backups backups_{PathOf("Backups")};
+  stations::Changes changes_;
 };
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <QMdiArea>
 #include <QVBoxLayout>
 
-#include "app/open_gateway.h"
+#include "app/network/open_gateway.h"
 #include "app/shell/hint_strip.h"
 #include "app/shell/status_bar.h"
 #include "tools/gallery/drawings.h"

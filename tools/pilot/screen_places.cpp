@@ -2,9 +2,11 @@
 
 #include "tools/pilot/screen_places.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStyle>
@@ -64,6 +66,15 @@ std::optional<Part> PartOf(QObject& object, const QJsonObject& request) {
   if (auto* const tabs = qobject_cast<QTabBar*>(widget);
       tabs != nullptr && request.contains(QLatin1String("tab"))) {
     return Part{tabs, tabs->tabRect(request.value(QLatin1String("tab")).toInt())};
+  }
+  if (auto* const box = qobject_cast<QDialogButtonBox*>(widget);
+      box != nullptr && request.value(QLatin1String("accept")).toBool()) {
+    for (QAbstractButton* const button : box->buttons()) {
+      if (box->buttonRole(button) == QDialogButtonBox::AcceptRole) {
+        return Part{button, button->rect()};
+      }
+    }
+    return std::nullopt;
   }
   return Part{widget, widget->rect()};
 }

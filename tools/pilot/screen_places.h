@@ -13,8 +13,9 @@
 namespace pilot {
 
 // Where something stands that can be clicked: a widget, a command (its tool button, or its entry in
-// the menu that is open), the cell "row", "column" of a list (with "check" its box), the tab "tab".
-// In pixels of the screen; nothing when it is not in sight, or something else is over its middle.
+// the menu that is open), the cell "row", "column" of a list (with "check" its box), the tab "tab",
+// with "accept" the button of a row of buttons that does what the window is for. In pixels of the
+// screen; nothing when it is not in sight, or something else is over its middle.
 std::optional<QRect> PlaceOnScreen(QObject& object, const QJsonObject& request);
 
 // A top-level window with what the window manager put around it, in pixels of the screen.

@@ -4,60 +4,68 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
-#include "db/table.h"
+#include "switcher/table.h"
 #include "switcher/wire/message_table.h"
 
 namespace tesksim {
 
 namespace {
 
-using switcher::MessageKind;
+using switcher::MessageCode;
 
-bool IsReported(const MessageKind& kind) {
-  return kind.use == switcher::MessageUse::Table && kind.FromSwitcher();
+// What the switcher sends, in this order.  Messages for each output that follow each other here
+// take turns: both of output 1, both of output 2.
+constexpr MessageCode kReported[] = {
+    switcher::kAlphaLabelsCode, switcher::kInhibitRowCode, switcher::kRelayRowCode,
+    switcher::kOptoDataCode,    switcher::kButtonDataCode,
+};
+
+constexpr bool EveryTableIsReported() {
+  return std::ranges::all_of(switcher::kMessages, [](const switcher::MessageKind& kind) {
+    const bool isReported = kind.use == switcher::MessageUse::Table && kind.FromSwitcher();
+    return std::ranges::count(kReported, kind.code) == (isReported ? 1 : 0);
+  });
 }
+static_assert(EveryTableIsReported());
 
-db::Rows RowsOf(std::string_view name) {
-  const db::TableKind* const table = db::FindTable(name);
-  return table == nullptr ? db::Rows::None : table->rows;
+db::Rows RowsOf(MessageCode code) {
+  const std::optional<switcher::Table> table = switcher::TableOf(code);
+  return table ? db::RowsOf(*table) : db::Rows::None;
 }
 
 int CountOf(db::Rows rows, const SwitcherState& state) {
   return rows == db::Rows::Stations ? state.Sizes().stations : state.ChannelCount();
 }
 
-// Those of `kinds`, which all have `rows`: the outputs, or the stations, one after the other.
-void AddRows(std::span<const MessageKind> kinds, db::Rows rows, const SwitcherState& state,
+// Those of `codes`, which all have `rows`: the outputs, or the stations, one after the other.
+void AddRows(std::span<const MessageCode> codes, db::Rows rows, const SwitcherState& state,
              std::vector<TableMessage>* messages) {
   if (rows == db::Rows::None) {
-    for (const MessageKind& kind : kinds) {
-      if (kind.code != switcher::kAlphaLabelsCode) {
-        messages->push_back({.code = kind.code});
+    for (const MessageCode code : codes) {
+      if (code != switcher::kAlphaLabelsCode) {
+        messages->push_back({.code = code});
         continue;
       }
       for (const int selector : {switcher::kOutputLabels, switcher::kInputLabels}) {
-        messages->push_back({.code = kind.code, .number = selector});
+        messages->push_back({.code = code, .number = selector});
       }
     }
     return;
   }
   for (int number = 1; number <= CountOf(rows, state); ++number) {
-    for (const MessageKind& kind : kinds) {
-      messages->push_back({.code = kind.code, .number = number});
-    }
+    for (const MessageCode code : codes) messages->push_back({.code = code, .number = number});
   }
 }
 
 std::vector<TableMessage> AllMessages(const SwitcherState& state) {
-  std::vector<MessageKind> reported;
-  std::ranges::copy_if(switcher::kMessages, std::back_inserter(reported), IsReported);
   std::vector<TableMessage> messages;
-  for (auto first = reported.begin(); first != reported.end();) {
-    const db::Rows rows = RowsOf(first->name);
-    const auto last = std::find_if(
-        first, reported.end(), [&](const MessageKind& kind) { return RowsOf(kind.name) != rows; });
+  for (const MessageCode* first = std::begin(kReported); first != std::end(kReported);) {
+    const db::Rows rows = RowsOf(*first);
+    const MessageCode* const last = std::find_if(
+        first, std::end(kReported), [&](MessageCode code) { return RowsOf(code) != rows; });
     AddRows({first, last}, rows, state, &messages);
     first = last;
   }
@@ -76,13 +84,13 @@ void Retrieval::Begin() {
 
 Outgoing Retrieval::Next() {
   const TableMessage message = messages_[next_];
-  const auto code = static_cast<switcher::MessageCode>(message.code);
+  const auto code = static_cast<MessageCode>(message.code);
   Outgoing outgoing{.bytes = handlers_.Of(code)->Report(message.number),
                     .text = "table " + Describe(message),
                     .inOnePiece = true};
   const SpoiledMessage* const spoiled = FindSpoiled(message);
   if (spoiled != nullptr) {
-    const db::Rows rows = RowsOf(switcher::FindMessage(message.code)->name);
+    const db::Rows rows = RowsOf(code);
     tesksim::Spoil(spoiled->harm, CountOf(rows, state_), &outgoing.bytes);
     outgoing.text += " (spoiled: " + std::string(HarmName(spoiled->harm)) + ")";
   }

@@ -10,6 +10,8 @@
 #include <QPointer>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <chrono>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -33,6 +35,8 @@ constexpr int kOtherFileRole = Qt::UserRole + 1;
 constexpr int kWidthCharacters = 100;
 constexpr int kCopiesShown = 6;
 constexpr int kDifferencesShown = 12;
+// What comes from the switcher comes in numbers.
+constexpr std::chrono::milliseconds kUntilComparedAnew{200};
 
 QString TimeWords(const QDateTime& time) {
   return time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
@@ -73,6 +77,7 @@ std::vector<Difference> RowsOf(std::span<const stations::Change> changes) {
 
 BackupWindow::BackupWindow(const Services& services, QWidget* parent)
     : QDialog(parent),
+      ChangeObserver(services.changes),
       services_(services),
       copies_(new QTreeWidget(this)),
       otherFile_(new QPushButton(tr("Other &File…"), this)),
@@ -95,8 +100,14 @@ BackupWindow::BackupWindow(const Services& services, QWidget* parent)
           [this] { ok_->setEnabled(list_->TickedCount() > 0); });
   connect(ok_, &QPushButton::clicked, this, &BackupWindow::Restore);
   connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
+  compareAnew_.setSingleShot(true);
+  compareAnew_.setInterval(kUntilComparedAnew);
+  connect(&compareAnew_, &QTimer::timeout, this, &BackupWindow::CompareAnew);
   copies_->setCurrentItem(copies_->topLevelItem(0));
 }
+
+// While it is hidden at its end the list asks for texts once more.
+BackupWindow::~BackupWindow() { List({}, nullptr); }
 
 void BackupWindow::LayOut() {
   copies_->setObjectName(QStringLiteral("lstBackups"));
@@ -218,7 +229,30 @@ void BackupWindow::Choose(const QString& path) {
   copies_->setCurrentItem(item);
 }
 
+void BackupWindow::done(int result) {
+  compareAnew_.stop();
+  ++comparisons_;  // nothing that is still read is listed
+  List({}, nullptr);
+  QDialog::done(result);
+}
+
+void BackupWindow::Changed(std::span<const stations::Change> /*changes*/) {
+  if (isVisible() && !compareAnew_.isActive()) compareAnew_.start();
+}
+
 void BackupWindow::Compare() {
+  unticked_.clear();
+  ReadCopy();
+}
+
+void BackupWindow::CompareAnew() {
+  // While another file is read again its rows are not listed; what they had is known already.
+  if (list_->RowCount() > 0) unticked_ = list_->Unticked();
+  ReadCopy();
+}
+
+void BackupWindow::ReadCopy() {
+  compareAnew_.stop();
   const QTreeWidgetItem* const item = copies_->currentItem();
   if (item == nullptr) return;
   ++comparisons_;
@@ -270,6 +304,7 @@ void BackupWindow::List(std::vector<stations::Change> changes, jet::Database* da
     };
   }
   list_->SetRows(std::move(rows), true, std::move(sayValues));
+  list_->Untick(unticked_);
 }
 
 void BackupWindow::Restore() {

@@ -13,6 +13,8 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "views/widgets/row_height.h"
 #include "views/widgets/tick_list.h"
@@ -109,6 +111,24 @@ std::vector<ChangeRow> DifferenceList::Ticked() const {
     if (all_.IsTicked(row)) ticked.push_back(all_.Row(row));
   }
   return ticked;
+}
+
+std::vector<ChangeRow> DifferenceList::Unticked() const {
+  std::vector<ChangeRow> unticked;
+  for (int row = 0; row < all_.rowCount(); ++row) {
+    if (all_.CanBeTicked(row) && !all_.IsTicked(row)) unticked.push_back(all_.Row(row));
+  }
+  return unticked;
+}
+
+void DifferenceList::Untick(const std::vector<ChangeRow>& rows) {
+  std::set<std::pair<QString, QString>> same;
+  for (const ChangeRow& row : rows) same.emplace(row.where, row.what);
+  std::vector<int> found;
+  for (int row = 0; row < all_.rowCount() && !same.empty(); ++row) {
+    if (same.contains({all_.Row(row).where, all_.Row(row).what})) found.push_back(row);
+  }
+  all_.SetTicked(found, false);
 }
 
 void DifferenceList::Filter(const QString& text) {

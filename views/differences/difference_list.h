@@ -46,9 +46,13 @@ class DifferenceList : public QWidget {
   void SetRows(std::vector<Difference> rows, bool ticked = false,
                DifferenceModel::SayValues sayValues = nullptr);
 
-  // The ticked rows in the order in which they were given, also those that the filter hides.  Of
-  // those that are made later the texts of the values may be empty.
+  // The ticked rows, those that the filter hides among them, in the order in which they were given.
+  // With `sayValues` given, `before` and `after` may still be empty.
   std::vector<ChangeRow> Ticked() const;
+  // Those that could be ticked and are not.
+  std::vector<ChangeRow> Unticked() const;
+  // Takes the ticks away of the rows that are about the same as one of these.
+  void Untick(const std::vector<ChangeRow>& rows);
   int TickedCount() const { return all_.TickedCount(); }
   int RowCount() const { return all_.rowCount(); }
 

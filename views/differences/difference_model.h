@@ -31,11 +31,12 @@ class DifferenceModel : public QAbstractTableModel {
   // Makes the texts `before` and `after` of a row.
   using SayValues = std::function<void(ChangeRow* row)>;
 
-  // Replaces all rows; what can be ticked is, or is not.  Unless null, `sayValues` makes what the
-  // rows lack when somebody wants to see it.
+  // Replaces all rows and ticks all of them that can be ticked, or none.  Rows may come without
+  // `before` and `after` when there is a `sayValues`: it is called the first time that these texts
+  // of a row are asked for.
   void SetRows(std::vector<Difference> rows, bool ticked, SayValues sayValues = nullptr);
 
-  // REQUIRES: there is such a row.  What is made later it need not have; Text() has it.
+  // REQUIRES: there is such a row.  `before` and `after` may still be empty: Text() has them.
   const Difference& At(int row) const { return Shown(row).difference; }
   const ChangeRow& Row(int row) const { return At(row).row; }
   QString Text(int row, int column) const;

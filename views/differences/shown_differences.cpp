@@ -4,6 +4,8 @@
 
 #include <QLocale>
 
+#include <utility>
+
 #include "views/differences/difference_model.h"
 
 namespace views {
@@ -12,6 +14,7 @@ ShownDifferences::ShownDifferences(DifferenceModel& all)
     : all_(all), order_(QLocale(QLocale::English)) {
   order_.setNumericMode(true);
   order_.setCaseSensitivity(Qt::CaseInsensitive);
+  connect(&all, &DifferenceModel::modelAboutToBeReset, this, [this] { keyColumn_ = -1; });
   setSourceModel(&all);
 }
 
@@ -39,8 +42,17 @@ bool ShownDifferences::lessThan(const QModelIndex& left, const QModelIndex& righ
     case DifferenceModel::kWhere:
       return all_.Row(left.row()).station < all_.Row(right.row()).station;
     default:
-      return order_.compare(left.data().toString(), right.data().toString()) < 0;
+      return KeyOf(left).compare(KeyOf(right)) < 0;
   }
+}
+
+const QCollatorSortKey& ShownDifferences::KeyOf(const QModelIndex& index) const {
+  if (std::exchange(keyColumn_, index.column()) != index.column()) {
+    keys_.assign(static_cast<std::size_t>(all_.rowCount()), std::nullopt);
+  }
+  std::optional<QCollatorSortKey>& key = keys_[static_cast<std::size_t>(index.row())];
+  if (!key) key = order_.sortKey(all_.Text(index.row(), index.column()));
+  return *key;
 }
 
 }  // namespace views

@@ -182,6 +182,8 @@ void KeySheetsWindow::LayOut() {
   const QSize wanted(kSheetsCharacters * fontMetrics().averageCharWidth(),
                      sizeHint().height() + kSheetsRows * fontMetrics().height() / 2);
   resize(SizeOnScreen(wanted.expandedTo(minimumSizeHint()), screen()->availableSize()));
+  // From left to right and down: the list was made last.
+  setTabOrder(all_, picker_);
   pdf_->setFocus();
 }
 

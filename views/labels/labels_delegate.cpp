@@ -25,6 +25,21 @@ int BelowMiddle(const QFont& font) {
   return metrics.ascent() - metrics.height() / 2;
 }
 
+const QStyle& StyleOf(const QStyleOptionViewItem& cell) {
+  return cell.widget != nullptr ? *cell.widget->style() : *QApplication::style();
+}
+
+// As the style itself does behind the text of a cell.
+void DrawFocus(const QStyleOptionViewItem& cell, QPainter& painter) {
+  const bool isSelected = cell.state.testFlag(QStyle::State_Selected);
+  QStyleOptionFocusRect focus;
+  focus.QStyleOption::operator=(cell);
+  focus.rect = StyleOf(cell).subElementRect(QStyle::SE_ItemViewItemFocusRect, &cell, cell.widget);
+  focus.state |= QStyle::State_KeyboardFocusChange | QStyle::State_Item;
+  focus.backgroundColor = cell.palette.color(isSelected ? QPalette::Highlight : QPalette::Window);
+  StyleOf(cell).drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, cell.widget);
+}
+
 }  // namespace
 
 using stations::LabelColumn;
@@ -59,17 +74,23 @@ void LabelsDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelI
 
 // The labels have a font of their own, whose letters would stand higher or lower than those beside
 // them: such a cell is painted larger at one side, so that its middle moves, and is cut to its
-// size.
+// size.  The line of the focus stays where the cell is.
 void LabelsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const {
   const int higher =
       2 * (BelowMiddle(index.data(Qt::FontRole).value<QFont>()) - BelowMiddle(option.font));
   QStyleOptionViewItem moved = option;
   moved.rect.adjust(0, std::min(0, -higher), 0, std::max(0, -higher));
+  moved.state &= ~QStyle::State_HasFocus;
   painter->save();
   if (moved.rect != option.rect) painter->setClipRect(option.rect, Qt::IntersectClip);
   QStyledItemDelegate::paint(painter, moved, index);
   painter->restore();
+  if (option.state.testFlag(QStyle::State_HasFocus)) {
+    QStyleOptionViewItem focused = option;
+    initStyleOption(&focused, index);
+    DrawFocus(focused, *painter);
+  }
   const bool isChosen = (option.state & QStyle::State_Selected) != 0;
   if (isChosen && index.data(LabelsModel::MatchRole).toBool()) {
     painter->save();
@@ -80,10 +101,9 @@ void LabelsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
   if (!index.data(LabelsModel::DuplicateRole).toBool()) return;
   QStyleOptionViewItem cell = moved;
   initStyleOption(&cell, index);
-  const QWidget* const widget = cell.widget;
-  const QStyle* const style = widget != nullptr ? widget->style() : QApplication::style();
-  const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
-  const QRect text = style->subElementRect(QStyle::SE_ItemViewItemText, &cell, widget)
+  const QStyle& style = StyleOf(cell);
+  const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, cell.widget) + 1;
+  const QRect text = style.subElementRect(QStyle::SE_ItemViewItemText, &cell, cell.widget)
                          .adjusted(margin, 0, -margin, 0);
   const int width = std::min(text.width(), cell.fontMetrics.horizontalAdvance(cell.text));
   const int baseline =

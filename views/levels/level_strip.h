@@ -23,11 +23,11 @@ class LevelStrip : public QWidget {
   // What shows the level.
   const QWidget& Level() const { return *level_; }
 
-  // The input's label; it shows with the next Fit().
+  // Sets the input's label; the next Fit() shows it.
   void SetLabel(const QString& label) { fullLabel_ = label; }
   const QString& FullLabel() const { return fullLabel_; }
 
-  // Shows the texts so; a label that does not fit is cut, and whole in its tip.
+  // Draws the texts as `text` says.  A label that does not fit is cut; its tip has all of it.
   void Fit(const StripText& text);
 
   // Writes the level that the slider stands at below it and into its tip.

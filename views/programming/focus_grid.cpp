@@ -53,16 +53,22 @@ int FocusGrid::Target(int index, int key) const {
   }
 }
 
+bool FocusGrid::Carries(const QKeyEvent& keys) const {
+  // The keys of a number pad bear a modifier of their own.
+  const Qt::KeyboardModifiers modifiers = keys.modifiers() & ~Qt::KeypadModifier;
+  return modifiers == Qt::ShiftModifier && carry_ != nullptr && keys.key() != Qt::Key_Home &&
+         keys.key() != Qt::Key_End;
+}
+
 bool FocusGrid::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusIn) {
     MakeTabStop(IndexOf(watched));
   } else if (event->type() == QEvent::KeyPress) {
     const auto& keys = static_cast<const QKeyEvent&>(*event);
-    // The keys of a number pad bear a modifier of their own.
-    const Qt::KeyboardModifiers modifiers = keys.modifiers() & ~Qt::KeypadModifier;
-    const bool carries = modifiers == Qt::ShiftModifier && carry_ != nullptr;
+    const bool isPlain = (keys.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const bool carries = Carries(keys);
     const int from = IndexOf(watched);
-    const int target = modifiers == Qt::NoModifier || carries ? Target(from, keys.key()) : -1;
+    const int target = isPlain || carries ? Target(from, keys.key()) : -1;
     if (target >= 0) {
       members_[static_cast<std::size_t>(target)]->setFocus(Qt::TabFocusReason);
       if (carries) carry_(from, target);

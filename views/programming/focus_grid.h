@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+class QKeyEvent;
 class QWidget;
 
 namespace views {
@@ -22,8 +23,8 @@ class FocusGrid : public QObject {
   // Adds a control behind the others.
   void Add(QWidget& member);
 
-  // With Shift an arrow goes to the next control, too, and `carry` takes along what the last one
-  // has: both are told by their places, from 0.
+  // Shift and an arrow key go to the next control as well; then `carry` gives it what the one
+  // before has.  Both are counted from 0.
   void SetCarry(std::function<void(int from, int to)> carry) { carry_ = std::move(carry); }
 
  protected:
@@ -34,6 +35,7 @@ class FocusGrid : public QObject {
   int IndexOf(const QObject* member) const;
   // Where a key leads from a member, which may be there already; -1 for other keys.
   int Target(int index, int key) const;
+  bool Carries(const QKeyEvent& keys) const;
   void MakeTabStop(int index);
 
   const int columns_;

@@ -62,32 +62,49 @@ TargetBoxes::TargetBoxes(const QString& name, const QString& boxName, int count,
   ShowCount();
 }
 
-// All letters of the font are equally wide: whatever the captions are, the boxes look the same, and
-// those of one page like those of the others.
+// All letters of the font are equally wide, so that boxes look the same whatever their captions
+// are.  Characters that the font lacks come from another one, and may be wider.
+QString TargetBoxes::WidestCaption(const QFont& font) const {
+  const QFontMetrics metrics(font);
+  QString widest(kCaptionLetters, u'M');
+  int most = metrics.horizontalAdvance(widest);
+  for (const QCheckBox* const box : boxes_) {
+    const QString caption = SpokenCaption(box->text());
+    const int width = metrics.horizontalAdvance(caption);
+    if (width <= most) continue;
+    most = width;
+    widest = caption;
+  }
+  return widest;
+}
+
 void TargetBoxes::FitFont() {
   if (boxes_.empty()) return;
   const QFont full = FixedFont(Scaled(font(), 1).pointSizeF());
-  const QString widest(kCaptionLetters, u'M');
+  const QString letters(kCaptionLetters, u'M');
   const int besideCaption =
       style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, boxes_.front()) +
       style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, boxes_.front()) + 1;
   const int besideBoxes = width() - contentsRect().width() + 2 * kPageMargin;
   const int room = (width() - besideBoxes) / kPageColumns - besideCaption - kBetweenBoxes;
   const QFontMetrics least(Scaled(full, kLeastScale));
-  setMinimumWidth(kPageColumns * (besideCaption + least.horizontalAdvance(widest)) + besideBoxes);
-  const QFont fitting = Fitting(full, widest, room, kLeastScale);
+  setMinimumWidth(kPageColumns * (besideCaption + least.horizontalAdvance(letters)) + besideBoxes);
+  const QFont fitting = Fitting(full, WidestCaption(full), room, kLeastScale);
   if (boxes_.front()->font() == fitting) return;
   for (QCheckBox* const box : boxes_) box->setFont(fitting);
 }
 
 void TargetBoxes::SetCaptions(const std::vector<std::string>& captions) {
   const std::size_t count = std::min(captions.size(), boxes_.size());
+  bool isNew = false;
   for (std::size_t index = 0; index < count; ++index) {
     const QString caption = PlainCaption(QString::fromStdString(captions[index]));
     if (boxes_[index]->text() == caption) continue;
     boxes_[index]->setText(caption);
     SpeakOf(static_cast<int>(index));
+    isNew = true;
   }
+  if (isNew) FitFont();
 }
 
 void TargetBoxes::SetSpokenName(const QString& pattern) {

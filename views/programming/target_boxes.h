@@ -27,7 +27,7 @@ class TargetBoxes : public QGroupBox {
   int Count() const { return static_cast<int>(boxes_.size()); }
 
   // Captions of all boxes, as UTF-8, of up to eight characters; a box without one keeps what it
-  // had.
+  // had.  Where characters are wider than letters the font of all boxes becomes smaller.
   void SetCaptions(const std::vector<std::string>& captions);
 
   // What a screen reader says before the caption: `pattern` with the number of the box, from 1,
@@ -48,6 +48,7 @@ class TargetBoxes : public QGroupBox {
 
  private:
   void FitFont();
+  QString WidestCaption(const QFont& font) const;
   void SpeakOf(int index);
   void ShowCount();
   void PlaceCount();

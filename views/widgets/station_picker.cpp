@@ -10,10 +10,12 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QShortcut>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include "views/widgets/plain_tip.h"
@@ -33,6 +35,28 @@ bool IsTicked(const QTreeWidgetItem& item) { return item.checkState(kPickNumber)
 
 bool CanBeTicked(const QTreeWidgetItem& item) { return item.flags().testFlag(Qt::ItemIsEnabled); }
 
+// Tells of each box that was clicked, and whether Shift was held then.
+class ClickedBoxes : public QStyledItemDelegate {
+ public:
+  using Tell = std::function<void(int row, bool withShift)>;
+
+  ClickedBoxes(Tell tell, QObject* parent) : QStyledItemDelegate(parent), tell_(std::move(tell)) {}
+
+ protected:
+  bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override {
+    const bool isTaken = QStyledItemDelegate::editorEvent(event, model, option, index);
+    if (isTaken && event->type() == QEvent::MouseButtonRelease) {
+      const auto& mouse = static_cast<const QMouseEvent&>(*event);
+      tell_(index.row(), mouse.modifiers().testFlag(Qt::ShiftModifier));
+    }
+    return isTaken;
+  }
+
+ private:
+  const Tell tell_;
+};
+
 }  // namespace
 
 StationPicker::StationPicker(const Names& names, const std::vector<PickableStation>& stations,
@@ -47,9 +71,15 @@ StationPicker::StationPicker(const Names& names, const std::vector<PickableStati
   LayOut(names);
   setFocusProxy(find_);
   connect(find_, &QLineEdit::textChanged, this, &StationPicker::ShowOnly);
-  connect(list_, &QTreeWidget::itemChanged, this, &StationPicker::BoxClicked);
+  connect(list_, &QTreeWidget::itemChanged, this, [this] {
+    Count();
+    Q_EMIT TicksChanged();
+  });
   connect(tickAll_, &QPushButton::clicked, this, [this] { Tick(Shown(), true); });
-  connect(tickNone_, &QPushButton::clicked, this, [this] { Tick(Shown(), false); });
+  connect(tickNone_, &QPushButton::clicked, this, [this] {
+    lastRow_ = -1;
+    Tick(Shown(), false);
+  });
   connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, find_,
           qOverload<>(&QWidget::setFocus));
   Count();
@@ -63,7 +93,8 @@ void StationPicker::MakeList(const Names& names, const std::vector<PickableStati
   list_->setHeaderLabels(headings);
   SetUpTickList(*list_);
   list_->installEventFilter(this);
-  list_->viewport()->installEventFilter(this);
+  list_->setItemDelegate(
+      new ClickedBoxes([this](int row, bool withShift) { BoxClicked(row, withShift); }, list_));
   const int character = fontMetrics().averageCharWidth();
   list_->header()->resizeSection(kPickNumber, kNumberCharacters * character);
   list_->header()->resizeSection(kPickLabel, kLabelCharacters * character);
@@ -180,23 +211,18 @@ void StationPicker::TickSelected() {
   Tick(chosen, !allTicked);
 }
 
-void StationPicker::BoxClicked(QTreeWidgetItem* item) {
-  const int row = list_->indexOfTopLevelItem(item);
-  const int last = std::exchange(lastRow_, row);
-  const int from = std::exchange(withShift_, false) ? last : row;
+void StationPicker::BoxClicked(int row, bool withShift) {
+  const int from = std::exchange(lastRow_, row);
+  if (!withShift || from < 0) return;
   QList<QTreeWidgetItem*> same = Shown();
   same.removeIf([&](QTreeWidgetItem* each) {
     const int at = list_->indexOfTopLevelItem(each);
     return at < std::min(from, row) || at > std::max(from, row);
   });
-  Tick(same, IsTicked(*item));
+  Tick(same, IsTicked(*list_->topLevelItem(row)));
 }
 
 bool StationPicker::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == list_->viewport() && event->type() == QEvent::MouseButtonPress) {
-    const auto& mouse = *static_cast<QMouseEvent*>(event);
-    withShift_ = mouse.modifiers().testFlag(Qt::ShiftModifier);
-  }
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   const auto& key = *static_cast<QKeyEvent*>(event);
   if (watched == list_ && key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier) {

@@ -67,9 +67,9 @@ class StationPicker : public QWidget {
   void ShowOnly(const QString& text);
   void Tick(const QList<QTreeWidgetItem*>& items, bool ticked);
   void TickSelected();
-  // The operator has clicked the box of a row: with Shift, those from the last such row get the
-  // same.
-  void BoxClicked(QTreeWidgetItem* item);
+  // The operator has clicked the box of a row: with Shift, the rows from the last such row to this
+  // one get the same.
+  void BoxClicked(int row, bool withShift);
   // How many ticks do not count because of an obstacle.
   int WaitingCount() const;
   QList<QTreeWidgetItem*> Shown() const;
@@ -78,8 +78,7 @@ class StationPicker : public QWidget {
   QLineEdit* find_;
   QTreeWidget* list_;
   QLabel* count_;
-  int lastRow_ = 0;         // whose box was clicked
-  bool withShift_ = false;  // the mouse is pressed so
+  int lastRow_ = -1;  // whose box was clicked; -1 when there is none to go on from
   QPushButton* tickAll_;
   QPushButton* tickNone_;
 };

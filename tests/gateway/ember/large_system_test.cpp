@@ -126,5 +126,50 @@ TEST_F(LargeSystemTest, AnInhibitIsToldToWhoAskedForIt) {
   EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 4, 3, 4, 200, 1}, true));
 }
 
+// Who asked for the node and for the parameter is told once.
+TEST_F(LargeSystemTest, AnInhibitIsToldOnce) {
+  const auto peer = Connect();
+  peer->Send(Asked({1, 4, 3, 4, 200}));
+  peer->Send(Asked({1, 4, 3, 4, 200, 1}));
+  peer->written.clear();
+  Edit(5, "Inhibits", std::string(201, '1'));
+  newsTimer_.ElapseAll();
+  EXPECT_EQ(peer->TakeWritten(), ValueFrame({1, 4, 3, 4, 200, 1}, true));
+}
+
+// Thousands that change for many are told in turns, several in a message, and what changes
+// meanwhile comes behind them.
+TEST_F(LargeSystemTest, ManyInhibitsAreToldInTurns) {
+  std::vector<std::shared_ptr<test::FakePeer>> peers;
+  for (int i = 0; i < 4; ++i) {
+    peers.push_back(Connect("10.0.2." + std::to_string(i)));
+    for (int source = 0; source < 256; ++source) peers.back()->Send(Asked({1, 4, 3, 6, source}));
+    peers.back()->written.clear();
+  }
+  Edit(7, "Inhibits", std::string(256, '1'));
+  workTakes_ = std::chrono::milliseconds(2);
+  newsTimer_.Elapse();
+  EXPECT_FALSE(peers[0]->written.empty());
+  EXPECT_TRUE(peers[3]->written.empty());
+  EXPECT_TRUE(newsTimer_.IsRunning());
+  Edit(7, "Inhibits", "0" + std::string(255, '1'));
+  newsTimer_.ElapseAll();
+  std::vector<Bytes> elements;
+  Bytes expected;
+  for (int source = 0; source < 256; ++source) {
+    const bool isFirst = source == 0;  // of the second edit, which is known when it is the turn
+    elements.push_back(ParameterValue({1, 4, 3, 6, source, 1}, !isFirst));
+    if (elements.size() < News::kMostTogether) continue;
+    const Bytes frames = Packets(GlowMessage(elements));
+    expected.insert(expected.end(), frames.begin(), frames.end());
+    elements.clear();
+  }
+  const std::string last = ValueFrame({1, 4, 3, 6, 0, 1}, false);
+  EXPECT_EQ(peers[3]->TakeWritten(), test::Hex(expected) + " " + last);
+  const std::string first = peers[0]->TakeWritten();
+  EXPECT_NE(first, test::Hex(expected) + " " + last);
+  EXPECT_TRUE(first.ends_with(last));
+}
+
 }  // namespace
 }  // namespace ember

@@ -350,6 +350,37 @@ TEST_F(ProviderTest, AnAddressHasSoManyConnections) {
   EXPECT_TRUE(Connect("10.0.0.9")->connected);
 }
 
+// An address of IPv6 is as good as its first half.
+TEST_F(ProviderTest, ANetworkOfIpv6HasSoManyConnections) {
+  for (int i = 0; i < Peers::kMostOfAddress; ++i) {
+    Connect("2001:db8::" + std::to_string(i + 1))->Send(test::kRootAsked);
+  }
+  EXPECT_TRUE(Connect("2001:db8:0:0:1:2:3:4")->closedByConsole);
+  EXPECT_TRUE(Connect("2001:db8::9%eth0")->closedByConsole);
+  EXPECT_TRUE(Connect("2001:db8:0:1::1")->connected);
+}
+
+TEST_F(ProviderTest, TheConsolesOwnComputerMayHaveAllConnections) {
+  for (int i = 0; i < Peers::kMost; ++i) {
+    const auto peer = Connect(i % 2 == 0 ? "127.0.0.1" : "::1");
+    peer->Send(test::kRootAsked);
+    EXPECT_TRUE(peer->connected) << i;
+  }
+}
+
+// Who has just come from an address of its own is not the one that makes room for a crowd.
+TEST_F(ProviderTest, ACrowdMakesRoomForItself) {
+  const auto other = Connect("10.0.0.8");
+  std::vector<std::shared_ptr<test::FakePeer>> crowd;
+  for (int i = 0; i < 60; ++i) {
+    now_ += std::chrono::milliseconds(1);
+    crowd.push_back(Connect("10.0.1." + std::to_string(i % 3)));
+  }
+  EXPECT_TRUE(other->connected);
+  EXPECT_TRUE(crowd.back()->connected);
+  EXPECT_EQ(provider_.PeerCount(), Peers::kMost);
+}
+
 // Those in front ask on and on, and those behind have their turn.
 TEST_F(ProviderTest, NobodyStarves) {
   std::vector<std::shared_ptr<test::FakePeer>> greedy;

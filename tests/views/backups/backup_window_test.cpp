@@ -29,6 +29,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
 
+constexpr int kPatience = 30'000;  // milliseconds
+
 class BackupWindowTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -57,6 +59,7 @@ class BackupWindowTest : public testing::Test {
     window_ = std::make_unique<BackupWindow>(
         BackupWindow::Services{.copies = backups_,
                                .database = [this] { return isOpen_ ? files_.Database() : nullptr; },
+                               .changes = changes_,
                                .elsewhere =
                                    [this](std::function<model::Status()> work,
                                           std::function<void(const model::Status&)> done) {
@@ -108,6 +111,7 @@ class BackupWindowTest : public testing::Test {
   test::TemporaryFolder folder_;
   db::DatabaseFiles files_{folder_ / db::kMainFile, folder_ / db::kWorkingCopy};
   db::Backups backups_{folder_ / "Backups"};
+  stations::Changes changes_;
   bool isOpen_ = true;
   bool isSlow_ = false;
   std::vector<std::function<void()>> reading_;
@@ -187,6 +191,45 @@ TEST_F(BackupWindowTest, NobodyWaitsForASlowDisk) {
   Read();
   EXPECT_EQ(Differences().size(), 2u);
   EXPECT_TRUE(CanRestore());
+}
+
+// From the switcher, while the window is open.
+TEST_F(BackupWindowTest, WhatIsStoredMeanwhileIsComparedAnewAndKeepsItsTicks) {
+  Show();
+  ChooseRow(1);
+  auto& list = Find<QAbstractItemView>("lstBackupDiff");
+  list.setCurrentIndex(list.model()->index(0, 0));
+  QTest::keyClick(&list, Qt::Key_Space);
+  Set(12, "B3 Prog", std::string(4, '0') + '1');
+  Set(17, "Label", "Sta. 017");
+  Set(20, "Label", "VT");
+  changes_.Announce({.origin = stations::Origin::Switcher,
+                     .station = 12,
+                     .fields = {{.field = "Label", .before = "CAM 4", .after = "VT"}}});
+  EXPECT_TRUE(QTest::qWaitFor(
+      [this] {
+        return Differences() == std::vector<std::string>{"Station 12|Button 3|LISTEN 5|TALK 3",
+                                                         "Station 20|Label|VT|Sta. 020"};
+      },
+      kPatience));
+  EXPECT_EQ(Find<QLabel>("aidDifferenceCount").text(), QStringLiteral("1 of 2 ticked"));
+  ChooseRow(0);
+  ChooseRow(1);
+  EXPECT_EQ(Find<QLabel>("aidDifferenceCount").text(), QStringLiteral("2 of 2 ticked"));
+}
+
+TEST_F(BackupWindowTest, AClosedWindowReadsTheDatabaseNoMore) {
+  Show();
+  ChooseRow(1);
+  ASSERT_FALSE(Differences().empty());
+  window_->reject();
+  EXPECT_TRUE(Differences().empty());
+  isSlow_ = true;
+  Show();
+  window_->Choose(MainFile());
+  window_->reject();
+  Read();
+  EXPECT_TRUE(Differences().empty());
 }
 
 // Another copy was chosen, or the window closed, before the file was there.

@@ -58,6 +58,13 @@ class CopyToWindowTest : public testing::Test {
                 .findItems(QString::number(station), Qt::MatchExactly)
                 .front();
   }
+  void ClickBox(int station, Qt::KeyboardModifiers modifiers) {
+    auto& list = Find<QTreeWidget>("lstStations");
+    list.scrollToItem(&Row(station));
+    const QRect row = list.visualItemRect(&Row(station));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers,
+                      QPoint(row.left() + 10, row.center().y()));
+  }
   void Tick(int station) { Row(station).setCheckState(0, Qt::Checked); }
   std::string Remark(int station) const { return Row(station).text(2).toStdString(); }
   std::string Count() const { return Find<QLabel>("aidCopyCount").text().toStdString(); }
@@ -172,19 +179,35 @@ TEST_F(CopyToWindowTest, FoundStationsAreTickedTogetherByKeysAlone) {
 TEST_F(CopyToWindowTest, AClickOnABoxWithShiftTicksAllRowsUpToIt) {
   console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
   Ask();
-  auto& list = Find<QTreeWidget>("lstStations");
-  const auto click = [&](int station, Qt::KeyboardModifiers modifiers) {
-    list.scrollToItem(&Row(station));
-    const QRect row = list.visualItemRect(&Row(station));
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers,
-                      QPoint(row.left() + 10, row.center().y()));
-  };
-  click(21, Qt::NoModifier);
+  ClickBox(21, Qt::NoModifier);
   EXPECT_EQ(Count(), "1 station, 1 change, 0 have it already");
-  click(40, Qt::ShiftModifier);
+  ClickBox(40, Qt::ShiftModifier);
   EXPECT_EQ(Count(), "20 stations, 20 change, 0 have it already");
-  click(31, Qt::ShiftModifier);
+  ClickBox(31, Qt::ShiftModifier);
   EXPECT_EQ(Row(31).checkState(0), Qt::Unchecked);
+  Press("aidTickNone");
+  ClickBox(50, Qt::ShiftModifier);
+  EXPECT_EQ(Count(), "1 station, 1 change, 0 have it already") << "no longer from station 31";
+}
+
+TEST_F(CopyToWindowTest, WithShiftTheFirstBoxIsTickedAlone) {
+  console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
+  Ask();
+  ClickBox(21, Qt::ShiftModifier);
+  EXPECT_EQ(Count(), "1 station, 1 change, 0 have it already");
+}
+
+// A row was selected with Shift; then a screen reader ticks a box.
+TEST_F(CopyToWindowTest, ShiftCountsForTheClickThatItWasHeldAtAlone) {
+  console_.Find<QWidget>(QStringLiteral("cmdButton_1")).setFocus();
+  Ask();
+  ClickBox(21, Qt::NoModifier);
+  auto& list = Find<QTreeWidget>("lstStations");
+  const QRect row = list.visualItemRect(&Row(21));
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ShiftModifier,
+                    QPoint(row.right() - 5, row.center().y()));
+  Row(40).setCheckState(0, Qt::Checked);
+  EXPECT_EQ(Count(), "2 stations, 2 change, 0 have it already");
 }
 
 TEST_F(CopyToWindowTest, TheButtonsTickWhatIsShownAndTheRestKeepsItsTick) {

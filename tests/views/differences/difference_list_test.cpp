@@ -242,6 +242,34 @@ TEST_F(DifferenceListTest, AClickOnAHeadingSortsStationsAndNumbersAsNumbers) {
   EXPECT_THAT(Ticked(), ElementsAre("Button 3"));
 }
 
+TEST_F(DifferenceListTest, NewRowsAndOtherColumnsAreSortedByWhatTheyHold) {
+  View().sortByColumn(3, Qt::AscendingOrder);
+  EXPECT_THAT(Shown(), ElementsAre("Station 100|Relays", "Station 2|Label", "Station 12|Button 3",
+                                   "Station 12|Button 12"));
+  View().sortByColumn(4, Qt::AscendingOrder);
+  EXPECT_THAT(Shown(), ElementsAre("Station 2|Label", "Station 12|Button 12", "Station 100|Relays",
+                                   "Station 12|Button 3"));
+  list.SetRows({Row(1, QStringLiteral("Label"), {}, QStringLiteral("CAM 12")),
+                Row(2, QStringLiteral("Label"), {}, QStringLiteral("VT")),
+                Row(3, QStringLiteral("Label"), {}, QStringLiteral("cam 2"))});
+  EXPECT_THAT(Shown(), ElementsAre("Station 3|Label", "Station 1|Label", "Station 2|Label"));
+}
+
+TEST_F(DifferenceListTest, RowsAreUntickedByWhatTheyAreAbout) {
+  list.SetRows(SomeRows(), /*ticked=*/true);
+  ClickTick(1);
+  const std::vector<ChangeRow> unticked = list.Unticked();
+  ASSERT_EQ(unticked.size(), 1U) << "of those with a box";
+  EXPECT_EQ(unticked[0].what, QStringLiteral("Button 3"));
+  std::vector<Difference> rows = SomeRows();
+  rows.erase(rows.begin());
+  rows.emplace_back(Row(13, QStringLiteral("Button 3"), {}, {}));
+  list.SetRows(std::move(rows), /*ticked=*/true);
+  list.Untick(unticked);
+  EXPECT_THAT(Ticked(), ElementsAre("Label", "Button 3"));
+  EXPECT_EQ(list.Ticked().back().station, 13);
+}
+
 TEST_F(DifferenceListTest, NewRowsAreTickedAsWanted) {
   list.SetRows(SomeRows(), /*ticked=*/true);
   EXPECT_THAT(Ticked(), ElementsAre("Button 12", "Button 3", "Label"));

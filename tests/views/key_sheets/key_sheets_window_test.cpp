@@ -414,6 +414,17 @@ TEST_F(KeySheetsWindowTest, ACancelledExportIsNoted) {
   EXPECT_EQ(path_, QString());
 }
 
+TEST_F(KeySheetsWindowTest, TabGoesFromTheChoiceToTheListAndOnToThePaper) {
+  ASSERT_TRUE(WaitForPrinters("Office"));
+  Press("optSheetsChosen");
+  Find("optSheetsAll").setFocus();
+  for (const char* const next : {"txtFindSheets", "lstSheetStations", "aidTickAll", "aidTickNone",
+                                 "cmbSheetPaper", "cmbSheetPrinter", "cmdPdfSheets"}) {
+    QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window_->focusWidget()->objectName(), QLatin1String(next)) << next;
+  }
+}
+
 // Enter in the list, and in the field above it, writes nothing.
 TEST_F(KeySheetsWindowTest, EnterInTheFieldGoesToTheList) {
   Press("optSheetsChosen");

@@ -9,8 +9,10 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QMenu>
+#include <QPainter>
 #include <QScopeGuard>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <QTest>
 #include <QToolBar>
 #include <QToolButton>
@@ -105,6 +107,68 @@ TEST(AlphasView, LabelsStandOnOneLineWithTheOtherColumns) {
       QCoreApplication::sendPostedEvents();
       EXPECT_EQ(LowestInk(console, kLabel), LowestInk(console, kSystemInput))
           << family << " " << points;
+    }
+  }
+}
+
+// A cell of the grid, with the focus or without.
+QImage DrawnCell(LabelsConsole& console, int column, bool hasFocus) {
+  QTableView& grid = console.Grid();
+  const QModelIndex index = grid.model()->index(0, column);
+  QStyleOptionViewItem option;
+  option.initFrom(grid.viewport());
+  option.font = grid.font();
+  option.widget = &grid;
+  option.showDecorationSelected = true;  // as a table does
+  option.rect = QRect(QPoint(), grid.visualRect(index).size());
+  option.state = QStyle::State_Enabled | QStyle::State_Active;
+  option.state.setFlag(QStyle::State_HasFocus, hasFocus);
+  QImage image(option.rect.size(), QImage::Format_ARGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  grid.itemDelegate()->paint(&painter, option, index);
+  return image;
+}
+
+// How many points the focus changes of the line beside a side of a cell, which is `step` from it
+// and from there to the middle.
+int LineBeside(const QImage& with, const QImage& without, const QRect& side, QPoint step) {
+  constexpr int kFarthest = 3;
+  int most = 0;
+  for (int away = 0; away < kFarthest; ++away) {
+    const QRect line = side.translated(away * step);
+    int changed = 0;
+    for (int y = line.top(); y <= line.bottom(); ++y) {
+      for (int x = line.left(); x <= line.right(); ++x) {
+        if (with.pixel(x, y) != without.pixel(x, y)) ++changed;
+      }
+    }
+    most = std::max(most, changed);
+  }
+  return most;
+}
+
+TEST(AlphasView, TheFocusIsALineAroundTheWholeCell) {
+  const QFont usual = QApplication::font();
+  const auto restore = qScopeGuard([usual] { QApplication::setFont(usual); });
+  for (const char* const family : {"DejaVu Sans", "Z003"}) {
+    QApplication::setFont(QFont(QLatin1String(family), 12));
+    LabelsConsole console;
+    console.Open();
+    for (const int column : {kLabel, kSystemInput}) {
+      const QImage with = DrawnCell(console, column, true);
+      const QImage without = DrawnCell(console, column, false);
+      const int width = with.width();
+      const int height = with.height();
+      const std::pair<QRect, QPoint> sides[] = {{QRect(0, 0, width, 1), {0, 1}},
+                                                {QRect(0, height - 1, width, 1), {0, -1}},
+                                                {QRect(0, 0, 1, height), {1, 0}},
+                                                {QRect(width - 1, 0, 1, height), {-1, 0}}};
+      for (const auto& [side, step] : sides) {
+        const int length = std::max(side.width(), side.height());
+        EXPECT_GE(LineBeside(with, without, side, step), length * 3 / 4)
+            << family << " " << column << " " << side.x() << "," << side.y();
+      }
     }
   }
 }

@@ -102,6 +102,28 @@ TEST_F(Boxes, CaptionsAreShownAsTheyAre) {
   EXPECT_EQ(Box(63).text(), QLatin1String("X"));
 }
 
+TEST_F(Boxes, WideCharactersFit) {
+  frame_.resize(700, frame_.height());
+  const auto widths = [this](int index) {
+    const int caption = Box(index).fontMetrics().horizontalAdvance(Box(index).text());
+    const int indicator = Box(index).style()->pixelMetric(QStyle::PM_IndicatorWidth);
+    return std::pair(caption + indicator, Box(index).width());
+  };
+  const auto [letters, roomBefore] = widths(6);
+  ASSERT_LT(letters, roomBefore);
+  const QFont font = Box(0).font();
+  const QString signs(8, QChar(0x4DC0));  // of six lines
+  const QFontMetrics metrics(font);
+  ASSERT_GT(metrics.horizontalAdvance(signs), roomBefore);
+  frame_.SetCaptions({signs.toStdString()});
+  const auto [wide, room] = widths(0);
+  EXPECT_LE(wide, room);
+  EXPECT_LT(Box(0).font().pointSizeF(), font.pointSizeF());
+  EXPECT_EQ(Box(6).font(), Box(0).font()) << "all look the same";
+  frame_.SetCaptions({"Label 1"});
+  EXPECT_EQ(Box(0).font(), font);
+}
+
 TEST_F(Boxes, FlagsTickWithoutAWord) {
   frame_.SetFlags("101" + std::string(60, '0') + "1" + "1111");
   EXPECT_THAT(Ticked(), ElementsAre(0, 2, 63));
@@ -179,6 +201,19 @@ TEST_F(Boxes, WithShiftAnArrowTakesTheTickAlong) {
   Press(Qt::Key_Home);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::ShiftModifier);
   EXPECT_THAT(toggled_, IsEmpty()) << "there is no other box on this side";
+}
+
+// They would skip what lies between.
+TEST_F(Boxes, WithShiftTheKeysToTheEndsTakeNothingAlong) {
+  Box(10).setFocus();
+  Press(Qt::Key_Space);
+  toggled_.clear();
+  for (const Qt::Key key : {Qt::Key_Home, Qt::Key_End}) {
+    QTest::keyClick(QApplication::focusWidget(), key, Qt::ShiftModifier);
+    EXPECT_TRUE(Box(10).hasFocus()) << key;
+    EXPECT_THAT(toggled_, IsEmpty()) << key;
+  }
+  EXPECT_THAT(Ticked(), ElementsAre(10));
 }
 
 TEST_F(Boxes, SayWhichTheyAre) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/shell/panel_errors.h"
+#include "app/network/panel_errors.h"
 
 namespace app {
 

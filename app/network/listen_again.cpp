@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/listen_again.h"
+#include "app/network/listen_again.h"
 
 #include <chrono>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_SHELL_PANEL_ERRORS_H_
-#define APP_SHELL_PANEL_ERRORS_H_
+#ifndef APP_NETWORK_PANEL_ERRORS_H_
+#define APP_NETWORK_PANEL_ERRORS_H_
 
 #include <QObject>
 #include <QString>
@@ -53,4 +53,4 @@ class PanelErrors : public QObject, public model::ErrorReporter {
 
 }  // namespace app
 
-#endif  // APP_SHELL_PANEL_ERRORS_H_
+#endif  // APP_NETWORK_PANEL_ERRORS_H_

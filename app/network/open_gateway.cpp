@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/open_gateway.h"
+#include "app/network/open_gateway.h"
 
 #include <chrono>
 #include <utility>
@@ -157,12 +157,12 @@ void OpenGateway::PeerConnected(const ember::PeerName& peer) {
 }
 
 void OpenGateway::PeerTurnedAway(const std::string& address, ember::TurnedAway why) {
-  const QString text = why == ember::TurnedAway::AddressHasMany
-                           ? tr("Controller %1 was turned away: it has %2 connections already")
-                                 .arg(QString::fromStdString(address))
-                                 .arg(ember::Peers::kMostOfAddress)
-                           : tr("Controller %1 was turned away: all connections are taken")
-                                 .arg(QString::fromStdString(address));
+  const QString text =
+      why == ember::TurnedAway::AddressHasMany
+          ? tr("Controller %1 was turned away: it has %2 connections already")
+                .arg(QString::fromStdString(address), QString::number(ember::Peers::kMostOfAddress))
+          : tr("Controller %1 was turned away: all connections are taken")
+                .arg(QString::fromStdString(address));
   Q_EMIT HappenedAgain(text);
 }
 
@@ -176,13 +176,15 @@ void OpenGateway::PeerSetGain(const ember::PeerName& peer, int input, int decibe
   // All at once: a label may look like a place of the text.
   Q_EMIT HappenedAgain(
       tr("%1: gain of %2 set to %3 dB")
-          .arg(PeerWords(peer), services_.labels.Input(input), QString::number(decibels)));
+          .arg(PeerWords(peer), services_.labels.Input(input), QString::number(decibels)),
+      QString::fromStdString(peer.address));
 }
 
 void OpenGateway::TakeRefused(const ember::PeerName& peer, const ember::Wanted& wanted,
                               ember::Refusal why) {
   Q_EMIT HappenedAgain(
-      tr("%1: %2 refused, %3").arg(PeerWords(peer), WantedWords(wanted), RefusalWords(why)));
+      tr("%1: %2 refused, %3").arg(PeerWords(peer), WantedWords(wanted), RefusalWords(why)),
+      QString::fromStdString(peer.address));
 }
 
 void OpenGateway::TakeStopped(const ember::PeerName& peer, const ember::Wanted& wanted,
@@ -205,16 +207,17 @@ void OpenGateway::NumbersRefused(const ember::PeerName& peer, ember::Wanted::Act
   Q_EMIT HappenedAgain(
       tr("%1: %2 of target %3 and sources %4, counted from 0, refused, there is no such channel")
           .arg(PeerWords(peer), ActWords({.act = act}), QString::number(target),
-               numbers.join(QStringLiteral(", "))));
+               numbers.join(QStringLiteral(", "))),
+      QString::fromStdString(peer.address));
 }
 
 void OpenGateway::ValueRefused(const ember::PeerName& peer, const ember::Path& path,
                                ember::Refusal why) {
   QStringList numbers;
   for (const int number : path) numbers.append(QString::number(number));
-  Q_EMIT HappenedAgain(
-      tr("%1: setting %2 refused, %3")
-          .arg(PeerWords(peer), numbers.join(QLatin1Char('.')), RefusalWords(why)));
+  Q_EMIT HappenedAgain(tr("%1: setting %2 refused, %3")
+                           .arg(PeerWords(peer), numbers.join(QLatin1Char('.')), RefusalWords(why)),
+                       QString::fromStdString(peer.address));
 }
 
 void OpenGateway::PeerDropped(const ember::PeerName& peer, ember::PeerDrop why) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/log/panel_reports.h"
+#include "app/network/panel_reports.h"
 
 #include <string>
 
@@ -18,7 +18,7 @@ QString TypeName(int type) {
 void PanelReports::PanelConnected(const gateway::PanelName& panel) {
   panels_[panel.slot] = QString::fromStdString(panel.address);
   TellPanels();
-  TellOfPanel(Line(panel, tr("connected")));
+  Q_EMIT HappenedAgain(Line(panel, tr("connected")));
 }
 
 void PanelReports::PanelIdentified(const gateway::PanelName& panel, int type) {
@@ -26,7 +26,8 @@ void PanelReports::PanelIdentified(const gateway::PanelName& panel, int type) {
   const bool served = gateway::IsAcceptedType(type);
   panels_[panel.slot] = served ? QStringLiteral("%1  %2").arg(address, TypeName(type)) : address;
   TellPanels();
-  TellOfPanel(Line(panel, served ? TypeName(type) : tr("type %1, which is not served").arg(type)));
+  Q_EMIT HappenedAgain(
+      Line(panel, served ? TypeName(type) : tr("type %1, which is not served").arg(type)));
 }
 
 void PanelReports::PanelTook(const gateway::PanelName& panel, const gateway::PanelTake& take) {
@@ -37,7 +38,7 @@ void PanelReports::PanelTook(const gateway::PanelName& panel, const gateway::Pan
 
 void PanelReports::PanelTakeIgnored(const gateway::PanelName& panel,
                                     const gateway::PanelTake& take) {
-  Q_EMIT HappenedAgain(Line(panel, tr("%1 ignored, the output is locked").arg(TakeWords(take))));
+  TellAgain(panel, tr("%1 ignored, the output is locked").arg(TakeWords(take)));
 }
 
 QString PanelReports::TakeWords(const gateway::PanelTake& take) const {
@@ -47,7 +48,7 @@ QString PanelReports::TakeWords(const gateway::PanelTake& take) const {
 
 void PanelReports::PanelMayNotTake(const gateway::PanelName& panel,
                                    const gateway::PanelTake& take) {
-  Q_EMIT HappenedAgain(Line(panel, tr("%1 ignored, it may not take").arg(TakeWords(take))));
+  TellAgain(panel, tr("%1 ignored, it may not take").arg(TakeWords(take)));
 }
 
 void PanelReports::PanelDropped(const gateway::PanelName& panel, gateway::DropReason reason) {
@@ -68,13 +69,13 @@ void PanelReports::PanelDropped(const gateway::PanelName& panel, gateway::DropRe
   }
   const QString note = text.arg(QString::fromStdString(panel.address));
   Q_EMIT NoteRequested(note);
-  TellOfPanel(note);
+  Q_EMIT HappenedAgain(note);
 }
 
 void PanelReports::PanelGone(const gateway::PanelName& panel) {
   panels_.erase(panel.slot);
   TellPanels();
-  TellOfPanel(Line(panel, tr("gone")));
+  Q_EMIT HappenedAgain(Line(panel, tr("gone")));
 }
 
 void PanelReports::TellPanels() {
@@ -93,12 +94,8 @@ void PanelReports::Tell(const gateway::PanelName& panel, const QString& what) {
   Q_EMIT Happened(Line(panel, what));
 }
 
-void PanelReports::TellOfPanel(const QString& text) {
-  if (isFlooded_()) {
-    Q_EMIT HappenedAgain(text);
-  } else {
-    Q_EMIT Happened(text);
-  }
+void PanelReports::TellAgain(const gateway::PanelName& panel, const QString& what) {
+  Q_EMIT HappenedAgain(Line(panel, what), QString::fromStdString(panel.address));
 }
 
 }  // namespace app

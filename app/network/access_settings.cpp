@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
 
-#include "app/access_settings.h"
+#include "app/network/access_settings.h"
 
-#include <QDir>
 #include <charconv>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 
-#include "config/configuration.h"
 #include "model/status.h"
 
 namespace app {
@@ -181,15 +178,13 @@ AccessSettings ReadAccessSettings(const config::IniFile& settings) {
   return access;
 }
 
-AccessSettings ReadAccessSettings(const AppFolder& folder) {
+AccessSettings ReadAccessSettings(const std::filesystem::path& installed,
+                                  const std::filesystem::path& own) {
   namespace fs = std::filesystem;
-  const fs::path installed =
-      QDir(folder.program).filePath(QLatin1String(config::kConfigurationFile)).toStdU16String();
   std::error_code unseen;
   const bool isInstalled = fs::symlink_status(installed, unseen).type() != fs::file_type::not_found;
-  const fs::path path = isInstalled ? installed : folder.File(config::kConfigurationFile);
   config::IniFile settings;
-  const model::Status status = config::IniFile::Load(path, &settings);
+  const model::Status status = config::IniFile::Load(isInstalled ? installed : own, &settings);
   AccessSettings access = ReadAccessSettings(settings);
   if (!status.ok()) {
     Close(access, QString::fromStdString(status.Description()));

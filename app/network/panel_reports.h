@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_LOG_PANEL_REPORTS_H_
-#define APP_LOG_PANEL_REPORTS_H_
+#ifndef APP_NETWORK_PANEL_REPORTS_H_
+#define APP_NETWORK_PANEL_REPORTS_H_
 
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <functional>
 #include <map>
-#include <utility>
 
 #include "app/log/event_words.h"
 #include "app/log/inhibited_cells.h"
@@ -22,12 +20,9 @@ class PanelReports : public QObject, public gateway::PanelEvents {
   Q_OBJECT
 
  public:
-  // All must outlive the object.  Coming and going is told of each panel, unless connections flood
-  // in: the log would be full of them.
-  PanelReports(
-      ChannelLabels& labels, InhibitedCells& inhibits,
-      std::function<bool()> isFlooded = [] { return false; })
-      : crosspoints_(labels), inhibits_(inhibits), isFlooded_(std::move(isFlooded)) {}
+  // All must outlive the object.
+  PanelReports(ChannelLabels& labels, InhibitedCells& inhibits)
+      : crosspoints_(labels), inhibits_(inhibits) {}
 
   // Panels are served from now on.
   void Begin() { TellPanels(); }
@@ -45,10 +40,11 @@ class PanelReports : public QObject, public gateway::PanelEvents {
   void PanelsChanged(const QStringList& panels);
   // Something to say in passing.
   void NoteRequested(const QString& note);
-  // "Panel 2, 192.0.2.7: connected"
+  // "Panel 2, 192.0.2.7: take CAM 4 < MIC ANCH (Take)"
   void Happened(const QString& text);
-  // The same for what a panel may do many times a second.
-  void HappenedAgain(const QString& text);
+  // The same for what may happen many times a second: what the panel at an address does, or, with
+  // no address, the coming and going, which is within the power of any stranger.
+  void HappenedAgain(const QString& text, const QString& address = {});
 
  private:
   void TellPanels();
@@ -56,14 +52,13 @@ class PanelReports : public QObject, public gateway::PanelEvents {
   QString TakeWords(const gateway::PanelTake& take) const;
   static QString Line(const gateway::PanelName& panel, const QString& what);
   void Tell(const gateway::PanelName& panel, const QString& what);
-  void TellOfPanel(const QString& text);
+  void TellAgain(const gateway::PanelName& panel, const QString& what);
 
   CrosspointWords crosspoints_;
   InhibitedCells& inhibits_;
-  const std::function<bool()> isFlooded_;
   std::map<int, QString> panels_;  // those that are connected, by slot: address and kind
 };
 
 }  // namespace app
 
-#endif  // APP_LOG_PANEL_REPORTS_H_
+#endif  // APP_NETWORK_PANEL_REPORTS_H_

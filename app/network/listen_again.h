@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_LISTEN_AGAIN_H_
-#define APP_LISTEN_AGAIN_H_
+#ifndef APP_NETWORK_LISTEN_AGAIN_H_
+#define APP_NETWORK_LISTEN_AGAIN_H_
 
 #include <QObject>
 #include <QTimer>
@@ -37,4 +37,4 @@ class ListenAgain : public QObject {
 
 }  // namespace app
 
-#endif  // APP_LISTEN_AGAIN_H_
+#endif  // APP_NETWORK_LISTEN_AGAIN_H_

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_ACCESS_SETTINGS_H_
-#define APP_ACCESS_SETTINGS_H_
+#ifndef APP_NETWORK_ACCESS_SETTINGS_H_
+#define APP_NETWORK_ACCESS_SETTINGS_H_
 
 #include <QHostAddress>
 #include <QString>
 #include <QStringList>
+#include <filesystem>
 
-#include "app/run/app_folder.h"
 #include "config/ini_file.h"
 #include "gateway/address_list.h"
 
@@ -51,11 +51,12 @@ struct AccessSettings {
 };
 AccessSettings ReadAccessSettings(const config::IniFile& settings);
 
-// Both of the file in the program's folder, where only the installer may write, if there is one,
-// else of that in the console's folder.  A file that cannot be read cannot be understood, nor one
-// that cannot be seen to be none.
-AccessSettings ReadAccessSettings(const AppFolder& folder);
+// Both of the file `installed` in the program's folder, where only the installer may write, if
+// there is one, else of the console's `own`.  A file that cannot be read cannot be understood, nor
+// one that cannot be seen to be none.
+AccessSettings ReadAccessSettings(const std::filesystem::path& installed,
+                                  const std::filesystem::path& own);
 
 }  // namespace app
 
-#endif  // APP_ACCESS_SETTINGS_H_
+#endif  // APP_NETWORK_ACCESS_SETTINGS_H_

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_OPEN_GATEWAY_H_
-#define APP_OPEN_GATEWAY_H_
+#ifndef APP_NETWORK_OPEN_GATEWAY_H_
+#define APP_NETWORK_OPEN_GATEWAY_H_
 
 #include <QObject>
 #include <QString>
@@ -10,10 +10,10 @@
 #include <map>
 #include <string>
 
-#include "app/access_settings.h"
-#include "app/connection_flood.h"
-#include "app/listen_again.h"
 #include "app/log/event_words.h"
+#include "app/network/access_settings.h"
+#include "app/network/connection_flood.h"
+#include "app/network/listen_again.h"
 #include "app/shell/hint_strip.h"
 #include "db/jet/database.h"
 #include "gateway/ember/peer_events.h"
@@ -76,8 +76,9 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   void PeersChanged(const QStringList& peers);
   // "Controller 2, 192.0.2.7: connected"
   void Happened(const QString& text);
-  // The same for what may happen many times a second.
-  void HappenedAgain(const QString& text);
+  // The same for what may happen many times a second: what the controller at an address does, or,
+  // with no address, what is within the power of any stranger.
+  void HappenedAgain(const QString& text, const QString& address = {});
 
  private:
   void Listen();
@@ -116,4 +117,4 @@ class OpenGateway : public QObject, private ember::PeerEvents {
 
 }  // namespace app
 
-#endif  // APP_OPEN_GATEWAY_H_
+#endif  // APP_NETWORK_OPEN_GATEWAY_H_

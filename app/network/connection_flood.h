@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef APP_CONNECTION_FLOOD_H_
-#define APP_CONNECTION_FLOOD_H_
+#ifndef APP_NETWORK_CONNECTION_FLOOD_H_
+#define APP_NETWORK_CONNECTION_FLOOD_H_
 
 #include <QObject>
 #include <QString>
@@ -51,4 +51,4 @@ class ConnectionFlood : public QObject {
 
 }  // namespace app
 
-#endif  // APP_CONNECTION_FLOOD_H_
+#endif  // APP_NETWORK_CONNECTION_FLOOD_H_
