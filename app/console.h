@@ -117,8 +117,8 @@ class Console : public QObject {
   ViewMenu viewMenu_;
   EditMenu editMenu_;
   UndoCommands undo_;
-  KeySheetsCommand keySheets_;
   ExportMenu export_;
+  KeySheetsCommand keySheets_;
   ImportCommand import_;
   SentNote sentNote_;
   Manual manual_;

@@ -55,15 +55,15 @@ void Page(benchmark::State& state) {
   views::SheetRun* run = nullptr;
   int drawn = 0;
   for (auto _ : state) {
-    if (run == nullptr || run->DrawnCount() == run->Count()) {
+    if (run == nullptr || run->DoneCount() == run->Count()) {
       state.PauseTiming();
       delete run;
       run = new views::SheetRun(console.Services(), stations,
                                 views::NewPdf(buffer, QStringLiteral("Key Sheets"), QPageSize::A4));
       state.ResumeTiming();
     }
-    drawn = run->DrawnCount();
-    while (run->DrawnCount() == drawn) QCoreApplication::processEvents();
+    drawn = run->DoneCount();
+    while (run->DoneCount() == drawn) QCoreApplication::processEvents();
   }
   delete run;
   if (!console.reporter.reports.empty()) state.SkipWithError("not drawn");

@@ -8,20 +8,19 @@
 
 namespace views {
 
-std::vector<PickableStation> ReadPickableStations(const Services& services) {
-  std::vector<PickableStation> pickable;
-  // What is wrong with the database is told by whoever works with it.
-  (void)WithStations(services, [&](jet::RecordSet& stations) {
+model::Status ReadPickableStations(const Services& services,
+                                   std::vector<PickableStation>* pickable) {
+  pickable->clear();
+  return WithStations(services, [&](jet::RecordSet& stations) {
     for (int number = 1; number <= services.model.StationCount; ++number) {
       if (model::Status found = stations::FindStation(stations, number); !found.ok()) return found;
       if (stations.NoMatch()) continue;
-      pickable.push_back(
+      pickable->push_back(
           {.number = number,
            .label = QString::fromStdString(stations::Record(stations).Text(db::kLabelField))});
     }
     return model::Status();
   });
-  return pickable;
 }
 
 }  // namespace views

@@ -5,14 +5,17 @@
 
 #include <vector>
 
+#include "model/status.h"
 #include "views/services.h"
 #include "views/widgets/station_picker.h"
 
 namespace views {
 
-// Stations 1 to StationCount that have a record, with their output labels.  Without a database
-// there are none; a label that cannot be read is empty.
-std::vector<PickableStation> ReadPickableStations(const Services& services);
+// Stations 1 to StationCount that have a record, with their output labels; a label that cannot be
+// read is empty.  A failure when the database is not open or a station cannot be looked for: those
+// that were found by then are not all.
+model::Status ReadPickableStations(const Services& services,
+                                   std::vector<PickableStation>* pickable);
 
 }  // namespace views
 

@@ -37,8 +37,6 @@ constexpr Item kItems[] = {
      QT_TRANSLATE_NOOP("app::ExportMenu", "&Station Labels As PDF…"), "labels.pdf"},
     {Export::ProgrammingCsv, "aidExportProgrammingCsv",
      QT_TRANSLATE_NOOP("app::ExportMenu", "&Button Programming As CSV…"), "programming.csv"},
-    {Export::KeySheetsPdf, "aidExportKeySheetsPdf",
-     QT_TRANSLATE_NOOP("app::ExportMenu", "&Key Sheets As PDF…"), "key-sheets.pdf"},
 };
 
 // The map as it is in the model and the database, whether its view is open or not.
@@ -81,10 +79,6 @@ void ExportMenu::AskWhereTo(Export what, const QString& title, const QString& fi
 }
 
 bool ExportMenu::Write(Export what, const QString& path) {
-  if (what == Export::KeySheetsPdf) {
-    services_.writeKeySheets(path);
-    return true;
-  }
   rules::XmapGrid grid(services_.data.model);
   rules::Sheet labels;
   std::vector<rules::KeySheet> keys;
@@ -125,8 +119,6 @@ bool ExportMenu::Write(Export what, const QString& path) {
     case Export::ProgrammingCsv:
       bytes = QByteArray::fromStdString(rules::ToCsv(rules::ProgrammingSheet(keys)));
       break;
-    case Export::KeySheetsPdf:
-      break;  // see above
   }
   const std::filesystem::path file(path.toStdU16String());
   const files::Outcome written =

@@ -14,16 +14,10 @@
 namespace app {
 
 // What can be exported, and as what.
-enum class Export : std::uint8_t {
-  MapCsv,
-  MapPdf,
-  LabelsCsv,
-  LabelsPdf,
-  ProgrammingCsv,
-  KeySheetsPdf
-};
+enum class Export : std::uint8_t { MapCsv, MapPdf, LabelsCsv, LabelsPdf, ProgrammingCsv };
 
-// Writes what the console holds into files for people and spreadsheets.  It changes nothing.
+// Writes what the console holds into files for people and spreadsheets: all but key sheets, which
+// take their time (key_sheets_command.h).  It changes nothing.
 class ExportMenu : public QObject {
   Q_OBJECT
 
@@ -35,16 +29,12 @@ class ExportMenu : public QObject {
     // Stores what is typed into a view and not stored yet, before anything is exported; false when
     // that failed, and nothing is.
     std::function<bool()> storeEdits;
-    // Writes the key sheets of all stations to a file.  They are many pages, which are drawn while
-    // the console goes on working.
-    std::function<void(const QString& path)> writeKeySheets = {};
   };
 
   // All must outlive the object.
   explicit ExportMenu(const Services& services);
 
-  // Writes a file, replacing it only when all of it could be written.  A failure is reported.  Of
-  // key sheets this is the beginning.
+  // Writes a file, replacing it only when all of it could be written.  A failure is reported.
   bool Write(Export what, const QString& path);
 
  Q_SIGNALS:

@@ -3,6 +3,7 @@
 #ifndef APP_PAPER_KEY_SHEETS_COMMAND_H_
 #define APP_PAPER_KEY_SHEETS_COMMAND_H_
 
+#include <QMenu>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -21,28 +22,29 @@ class KeySheetsCommand : public QObject {
  public:
   struct Services {
     QWidget& window;  // the main window
+    QMenu& exports;   // gets the item that writes those of all stations
     views::Services data;
-    views::Printing printing;
     // Stores what is typed into a view and not stored yet; false when that failed, which was
     // reported, and nothing is asked for.
     std::function<bool()> storeEdits;
   };
 
   // All must outlive the object.
-  explicit KeySheetsCommand(const Services& services) : services_(services) {}
+  explicit KeySheetsCommand(const Services& services);
 
   // Opens frmKeySheets; one that is open already stays as it is.
   void Ask();
 
   // Writes those of all stations to a file, which frmKeySheets shows the progress of.  A failure is
-  // reported.
+  // reported, and so is that it is open already.
   void WriteAll(const QString& path);
 
  Q_SIGNALS:
-  // Sheets were written or printed.
+  // What became of sheets.
   void NoteRequested(const QString& note);
 
  private:
+  void AskWhereToWriteAll();
   views::KeySheetsWindow& Open();
 
   const Services services_;

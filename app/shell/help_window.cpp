@@ -67,7 +67,6 @@ constexpr Explained kExplained[] = {
     {"frmBackup", "backups.html#restore"},
     {"frmKeySheets", "export.html#keys"},
     {"aidSheetsDialog", "export.html#keys"},
-    {"aidPrintDialog", "export.html#keys"},
     {"aidOtherFileDialog", "backups.html#restore"},
     {"frmSettings", "set-up.html#dialog"},
     {"aidExportChanges", "recent.html#go"},

@@ -9,7 +9,6 @@
 #include <QAction>
 #include <QDialog>
 #include <QFile>
-#include <QFileDialog>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <filesystem>
@@ -35,21 +34,18 @@ class ExportMenuTest : public testing::Test {
   QMenu menu_;
   bool isStored_ = true;
   int stored_ = 0;
-  QString keySheets_;  // where those are to be written
   ExportMenu export_{{.menu = menu_,
                       .window = *console_.window,
                       .data = console_.Services(),
-                      .storeEdits =
-                          [this] {
-                            ++stored_;
-                            return isStored_;
-                          },
-                      .writeKeySheets = [this](const QString& path) { keySheets_ = path; }}};
+                      .storeEdits = [this] {
+                        ++stored_;
+                        return isStored_;
+                      }}};
   QTemporaryDir folder_;
 };
 
 TEST_F(ExportMenuTest, EveryItemHasAMnemonicOfItsOwn) {
-  EXPECT_EQ(menu_.actions().size(), 6);
+  EXPECT_EQ(menu_.actions().size(), 5);
   test::ExpectMnemonics(menu_);
 }
 
@@ -140,13 +136,6 @@ TEST_F(ExportMenuTest, DocumentsHaveTheirPages) {
     EXPECT_TRUE(pdf.startsWith("%PDF-"));
     EXPECT_EQ(pages(pdf), count) << static_cast<int>(what);
   }
-}
-
-TEST_F(ExportMenuTest, KeySheetsAreWrittenByTheirWindow) {
-  test::Find<QAction>(menu_, "aidExportKeySheetsPdf").trigger();
-  Q_EMIT test::Find<QFileDialog>(*console_.window, "aidExportDialog")
-      .fileSelected(QStringLiteral("/somewhere/key-sheets.pdf"));
-  EXPECT_EQ(keySheets_, QStringLiteral("/somewhere/key-sheets.pdf"));
 }
 
 TEST_F(ExportMenuTest, AFileThatCannotBeWrittenIsReported) {

@@ -98,6 +98,8 @@ constexpr const char* kNotShown[] = {
     // What controllers show of the open gateway's tree.
     "Calls: target and source count from 0",
     "Parameters of targets and sources",
+    // What the printing system says, which is read.
+    "system default destination: ",
     // Why the port of the panels cannot be opened: its box says so with words of its own.
     "There is no IP port ",
 };

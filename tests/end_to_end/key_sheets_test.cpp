@@ -13,6 +13,7 @@
 #include "tests/end_to_end/console_process.h"
 #include "tests/end_to_end/system_database.h"
 #include "tests/support/simulator_process.h"
+#include "tools/stage/fake_printers.h"
 
 namespace test {
 namespace {
@@ -62,7 +63,7 @@ TEST_F(KeySheetsTest, OfTheStationsThatAreFoundAndTickedWithALabelThatIsBeingTyp
   console.Set("txtFindSheets", "text", QStringLiteral("Sta. 01"));
   console.Click("aidTickAll");
   EXPECT_EQ(console.Property("aidSheetsCount", "text"),
-            QJsonValue(QStringLiteral("10 stations, 10 pages")));
+            QJsonValue(QStringLiteral("10 key sheets")));
 
   console.Click("cmdPdfSheets");
   ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.IsShown("aidSheetsDialog"); }));
@@ -81,6 +82,24 @@ TEST_F(KeySheetsTest, OfTheStationsThatAreFoundAndTickedWithALabelThatIsBeingTyp
   console.Trigger("aidEventLog");
   ASSERT_TRUE(ConsoleProcess::WaitFor([&] { return console.IsShown("aidLogLines"); }));
   EXPECT_THAT(console.Rows("aidLogLines"), Contains(EndsWith("|Written: " + file.string())));
+  EXPECT_EQ(console.Terminate(), 0);
+}
+
+TEST_F(KeySheetsTest, AreGivenToThePrinter) {
+  const stage::FakePrinters printers;
+  ConsoleProcess console(folder_);
+  ASSERT_TRUE(console.IsUp());
+  console.Trigger("aidKeySheets");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] {
+    return console.Property("cmbSheetPrinter", "currentText") ==
+           QJsonValue(QStringLiteral("Studio"));
+  }));
+  console.Click("cmdPrintSheets");
+  ASSERT_TRUE(ConsoleProcess::WaitFor([&] {
+    return console.Property("aidSheetsState", "text") ==
+           QJsonValue(QStringLiteral("Given to the printer: 1 key sheet (Studio)"));
+  }));
+  EXPECT_EQ(PagesOf(printers.Document()), 1);
   EXPECT_EQ(console.Terminate(), 0);
 }
 

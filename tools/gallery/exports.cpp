@@ -13,6 +13,7 @@
 #include "tools/gallery/drawings.h"
 #include "tools/gallery/pictures.h"
 #include "tools/gallery/shown_console.h"
+#include "tools/stage/fake_printers.h"
 #include "views/import_file/import_window.h"
 #include "views/key_sheets/key_sheets_window.h"
 
@@ -42,6 +43,13 @@ void DrawImports(ShownConsole& console) {
   }
 }
 
+// Until the printers are known, or that there are none.
+void WaitForPrinters(const views::KeySheetsWindow& window) {
+  const auto& printers = *window.findChild<QComboBox*>(QStringLiteral("cmbSheetPrinter"));
+  const QString looking = printers.placeholderText();
+  while (printers.placeholderText() == looking) QCoreApplication::processEvents();
+}
+
 // The window in its states, and key sheets as they are hard to draw: of wide labels and many
 // targets, on both papers.
 void DrawKeySheets() {
@@ -61,20 +69,29 @@ void DrawKeySheets() {
                          std::string(static_cast<std::size_t>(64 - 2 * n), '0'));
   }
   console.GoToStation(12);
-  views::Printing printing{.isThere = [] { return false; }, .ask = {}};
+  stage::FakePrinters printers;
   const auto save = [](const QString& path, const QByteArray& bytes) {
     QFile file(FileFor(path));
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
   };
-  views::KeySheetsWindow window(console.Services(), {.printing = printing, .save = save});
+  {
+    stage::FakePrinters none;
+    none.Uninstall();
+    views::KeySheetsWindow window(console.Services(), save);
+    window.show();
+    WaitForPrinters(window);
+    window.findChild<QAbstractButton*>(QStringLiteral("cmdPrintSheets"))->click();
+    Save(window, QStringLiteral("key-sheets-no-printer"));
+  }
+  views::KeySheetsWindow window(console.Services(), save);
   window.show();
   const auto click = [&window](const char* name) {
     window.findChild<QAbstractButton*>(QLatin1String(name))->click();
   };
+  Save(window, QStringLiteral("key-sheets-looking"));
+  WaitForPrinters(window);
   Save(window, QStringLiteral("key-sheets-this"));
-  click("cmdPrintSheets");
-  Save(window, QStringLiteral("key-sheets-no-printer"));
-  auto& paper = *window.findChild<QComboBox*>();
+  auto& paper = *window.findChild<QComboBox*>(QStringLiteral("cmbSheetPaper"));
   for (const char* const name : {"A4", "Letter"}) {
     paper.setCurrentText(QLatin1String(name));
     click("cmdPdfSheets");

@@ -87,7 +87,7 @@ CopyToWindow::CopyToWindow(const Services& services, const CopySource& source, Q
 }
 
 void CopyToWindow::ReadStations() {
-  stations_ = ReadPickableStations(services_);
+  read_ = ReadPickableStations(services_, &stations_);
   const auto own = std::ranges::find(stations_, source_.station, &PickableStation::number);
   if (own == stations_.end()) return;
   label_ = own->label;
@@ -192,9 +192,10 @@ QString CopyToWindow::What() const {
 void CopyToWindow::Plan() {
   std::vector<int> to;
   for (const PickableStation& station : stations_) to.push_back(station.number);
-  const model::Status planned = WithStations(services_, [&](jet::RecordSet& stations) {
-    return stations::PlanCopy(stations, Order(), to, &plan_);
-  });
+  const model::Status planned =
+      !read_.ok() ? read_ : WithStations(services_, [&](jet::RecordSet& stations) {
+        return stations::PlanCopy(stations, Order(), to, &plan_);
+      });
   isPlanned_ = planned.ok();
   if (isPlanned_) return;
   plan_ = {};

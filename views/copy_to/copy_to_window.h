@@ -12,6 +12,7 @@
 
 #include <vector>
 
+#include "model/status.h"
 #include "stations/copy_programming.h"
 #include "views/services.h"
 #include "views/widgets/station_picker.h"
@@ -63,6 +64,7 @@ class CopyToWindow : public QDialog {
 
   const Services services_;
   const CopySource source_;
+  model::Status read_;                     // how reading the stations went
   std::vector<PickableStation> stations_;  // all but the copied one
   QString label_;                          // of the copied one
   stations::CopyPlan plan_;

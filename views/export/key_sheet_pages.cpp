@@ -7,7 +7,7 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <vector>
+#include <cmath>
 
 #include "model/padded.h"
 #include "stations/operations.h"
@@ -22,44 +22,38 @@ constexpr qreal kOperationHeight = 14;
 constexpr int kCaptionSize = kPaperTextSize + 3;
 constexpr int kTargetsSize = 6;
 
-constexpr int kTargetFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
 const QString kBetweenTargets = QStringLiteral(", ");
-
-constexpr QChar kNoBreakSpace(0xA0);
+const QString kOthers = QStringLiteral(" …");
 
 constexpr qreal kSlack = 0.5;  // a width is not quite the sum of those of its parts
 
-// The targets in lines that end between labels: as many as there is room for; "…" stands for the
-// others.
-QString TargetLines(const QFontMetricsF& metrics, const QRectF& room, const QString& targets) {
-  const QStringList labels = targets.split(kBetweenTargets);
+// The targets in lines that end between labels, wherever a label could be broken: as many as there
+// is room for; "…" stands for the others.
+QStringList TargetLines(const QFontMetricsF& metrics, const QRectF& room, const QString& targets) {
   const qreal width = room.width() - kSlack;
-  const int lines = static_cast<int>(room.height() / metrics.lineSpacing());
-  const qreal space = metrics.horizontalAdvance(u' ');
-  QStringList fitting;
-  std::vector<qreal> ends;  // of those in the last line
-  int line = 1;
-  qreal end = 0;
-  for (QString label : labels) {
-    label.replace(u' ', kNoBreakSpace);
-    const qreal wide = metrics.horizontalAdvance(label + u',');
-    if (end > 0 && end + wide > width) {
-      if (++line > lines) break;
-      end = 0;
-      ends.clear();
+  const qreal fitting = std::floor(room.height() / metrics.lineSpacing());
+  const auto count = static_cast<qsizetype>(std::max(1.0, fitting));
+  const auto wide = [&metrics](const QString& text) { return metrics.horizontalAdvance(text); };
+  QStringList lines(QString{});
+  for (const QString& label : targets.split(kBetweenTargets)) {
+    QString& line = lines.back();
+    const QString longer = line.isEmpty() ? label : line + kBetweenTargets + label;
+    if (line.isEmpty() || wide(longer + u',') <= width) {
+      line = longer;
+    } else {
+      line += u',';
+      lines.append(label);
     }
-    end += wide + space;
-    ends.push_back(end);
-    fitting.append(label);
+    if (lines.size() > count) break;
   }
-  if (line == 1) return targets;
-  if (line <= lines) return fitting.join(kBetweenTargets);
-  const qreal dots = metrics.horizontalAdvance(u'…');
-  while (!ends.empty() && ends.back() + dots > width) {
-    ends.pop_back();
-    fitting.removeLast();
+  if (lines.size() <= count) return lines;
+  lines.removeLast();
+  QString& last = lines.back();
+  while (wide(last + kOthers) > width && last.contains(kBetweenTargets)) {
+    last.truncate(last.lastIndexOf(kBetweenTargets) + 1);
   }
-  return fitting.join(kBetweenTargets) + kBetweenTargets + u'…';
+  last += kOthers;
+  return lines;
 }
 
 }  // namespace
@@ -118,7 +112,11 @@ void KeySheetPages::DrawTargets(const QRectF& room, const QString& targets) {
   const QFontMetricsF metrics = document_.SetFont(kTargetsSize);
   painter.save();
   painter.setClipRect(room);
-  painter.drawText(room, kTargetFlags, TargetLines(metrics, room, targets));
+  QPointF at(room.left(), room.top() + metrics.ascent());
+  for (const QString& line : TargetLines(metrics, room, targets)) {
+    painter.drawText(at, line);
+    at.ry() += metrics.lineSpacing();
+  }
   painter.restore();
 }
 

@@ -8,9 +8,9 @@
 
 namespace views {
 
-// Key sheets on pages of a PDF document or of a printer: for each station one with its keys in four
-// rows of eight, to be cut out and put on the panel.  Keys are as high as on every other paper, if
-// that is large enough, and an eighth of the page wide.
+// Key sheets on pages of a document: for each station one with its keys in four rows of eight, to
+// be cut out and put on the panel.  A key is an eighth of the page wide; it is equally high on all
+// papers that are high enough for four.
 class KeySheetPages {
  public:
   // The device has its page layout and must outlive the object.

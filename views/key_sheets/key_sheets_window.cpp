@@ -3,11 +3,15 @@
 #include "views/key_sheets/key_sheets_window.h"
 
 #include <QHBoxLayout>
+#include <QPdfWriter>
 #include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <initializer_list>
+#include <memory>
+#include <numeric>
+#include <string>
 #include <utility>
 
 #include "db/station_fields.h"
@@ -25,17 +29,12 @@ namespace {
 
 constexpr int kSheetsCharacters = 62;
 constexpr int kSheetsRows = 8;
+constexpr int kPrinterCharacters = 30;  // of a long name the beginning
 
 int CurrentStation(const Services& services) {
   jet::RecordSet* const stations = services.stations();
   if (stations == nullptr || !stations->HasRecord()) return 0;
   return stations::Record(*stations).Number(db::kStationNumField);
-}
-
-// "12 stations, 12 pages": each has one.
-QString CountWords(int count) {
-  return count == 1 ? KeySheetsWindow::tr("1 station, 1 page")
-                    : KeySheetsWindow::tr("%1 stations, %1 pages").arg(count);
 }
 
 QString SheetWords(int count) {
@@ -56,26 +55,31 @@ struct KeySheetsWindow::Pdf {
   std::unique_ptr<QPdfWriter> writer;
 };
 
-KeySheetsWindow::KeySheetsWindow(const Services& services, Outlets outlets, QWidget* parent)
+KeySheetsWindow::KeySheetsWindow(const Services& services, Save save, QWidget* parent)
     : QDialog(parent),
       services_(services),
-      outlets_(std::move(outlets)),
+      save_(std::move(save)),
       whose_(new QGroupBox(tr("Key Sheets Of"), this)),
       this_(new QRadioButton(this)),
       chosen_(new QRadioButton(tr("&Chosen stations"), this)),
       all_(new QRadioButton(this)),
       paperCaption_(new QLabel(tr("Pap&er"), this)),
       paper_(new QComboBox(this)),
+      printerCaption_(new QLabel(tr("Prin&ter"), this)),
+      printer_(new QComboBox(this)),
       count_(new QLabel(this)),
       state_(new QLabel(this)),
       bar_(new QProgressBar(this)),
       pdf_(new QPushButton(tr("Save As &PDF…"), this)),
-      print_(new QPushButton(tr("P&rint…"), this)),
-      close_(new QPushButton(tr("Close"), this)) {
+      print_(new QPushButton(tr("P&rint"), this)),
+      close_(new QPushButton(tr("Close"), this)),
+      asked_(pdf_) {
   setObjectName(QStringLiteral("frmKeySheets"));
   setWindowTitle(tr("Key Sheets"));
   setWindowIcon(Icon(QStringLiteral("key-sheets")));
-  const std::vector<PickableStation> pickable = ReadPickableStations(services_);
+  std::vector<PickableStation> pickable;
+  read_ = ReadPickableStations(services_, &pickable);
+  if (!read_.ok()) pickable.clear();  // they are not all
   stations_.current = CurrentStation(services_);
   for (const PickableStation& station : pickable) stations_.all.push_back(station.number);
   picker_ = new StationPicker(
@@ -89,11 +93,23 @@ KeySheetsWindow::KeySheetsWindow(const Services& services, Outlets outlets, QWid
   all_->setText(tr("&All %1 stations").arg(pickable.size()));
   AddChoices();
   LayOut();
-  connect(picker_, &StationPicker::TicksChanged, this, &KeySheetsWindow::ShowCount);
+  connect(picker_, &StationPicker::TicksChanged, this, &KeySheetsWindow::ChoiceChanged);
   connect(pdf_, &QPushButton::clicked, this, &KeySheetsWindow::AskWhereTo);
-  connect(print_, &QPushButton::clicked, this, &KeySheetsWindow::AskForPrinter);
+  connect(print_, &QPushButton::clicked, this, &KeySheetsWindow::Print);
+  connect(&printing_, &Printing::PrintersRead, this, &KeySheetsWindow::ShowPrinters);
+  connect(&printing_, &Printing::Given, this, [this] {
+    End();
+    Tell(tr("Given to the printer: %1 (%2)").arg(SheetWords(givenPages_), printer_->currentText()));
+  });
+  connect(&printing_, &Printing::Failed, this, [this](const QString& why) {
+    End();
+    ShowRefusal(services_, tr("%1 could not be given to the printer %2: %3")
+                               .arg(SheetWords(givenPages_), printer_->currentText(), why)
+                               .toStdString());
+  });
   connect(close_, &QPushButton::clicked, this, &KeySheetsWindow::reject);
   ShowCount();
+  printing_.ReadPrinters();
 }
 
 void KeySheetsWindow::AddChoices() {
@@ -104,13 +120,21 @@ void KeySheetsWindow::AddChoices() {
   const bool proposesThis = rules::ProposedChoice(stations_) == rules::SheetChoice::This;
   (proposesThis ? this_ : all_)->setChecked(true);
   for (QRadioButton* const choice : {this_, chosen_, all_}) {
-    connect(choice, &QRadioButton::toggled, this, &KeySheetsWindow::ShowCount);
+    connect(choice, &QRadioButton::toggled, this, [this](bool isChosen) {
+      if (isChosen) ChoiceChanged();
+    });
   }
   paper_->setObjectName(QStringLiteral("cmbSheetPaper"));
   paper_->addItem(QStringLiteral("A4"), QPageSize::A4);
   paper_->addItem(QStringLiteral("Letter"), QPageSize::Letter);
   paper_->setCurrentIndex(paper_->findData(UsualPaper(PaperLocale())));
   paperCaption_->setBuddy(paper_);
+  printer_->setObjectName(QStringLiteral("cmbSheetPrinter"));
+  printer_->setPlaceholderText(tr("Looking…"));
+  printer_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  printer_->setMaximumWidth(kPrinterCharacters * fontMetrics().averageCharWidth());
+  printer_->setEnabled(false);
+  printerCaption_->setBuddy(printer_);
 }
 
 void KeySheetsWindow::LayOut() {
@@ -131,7 +155,7 @@ void KeySheetsWindow::LayOut() {
   pdf_->setToolTip(tr("Write these sheets to a file"));
   pdf_->setDefault(true);
   print_->setObjectName(QStringLiteral("cmdPrintSheets"));
-  print_->setToolTip(tr("Choose a printer for these sheets"));
+  print_->setToolTip(tr("Give these sheets to the printer"));
   close_->setObjectName(QStringLiteral("cmdCloseSheets"));
   close_->setAutoDefault(false);
 
@@ -145,6 +169,8 @@ void KeySheetsWindow::LayOut() {
   what->addWidget(count_, 1);
   what->addWidget(paperCaption_);
   what->addWidget(paper_);
+  what->addWidget(printerCaption_);
+  what->addWidget(printer_);
   auto* const buttons = new QHBoxLayout;
   buttons->addWidget(bar_, 1);
   for (QPushButton* const button : {pdf_, print_, close_}) buttons->addWidget(button);
@@ -170,19 +196,42 @@ std::vector<int> KeySheetsWindow::Stations() const {
   return rules::StationsOf(Choice(), stations);
 }
 
+QPageSize::PageSizeId KeySheetsWindow::Paper() const {
+  return static_cast<QPageSize::PageSizeId>(paper_->currentData().toInt());
+}
+
 void KeySheetsWindow::ShowCount() {
   const auto count = static_cast<int>(Stations().size());
   picker_->setEnabled(chosen_->isChecked());
-  state_->clear();
   pdf_->setEnabled(count > 0);
   print_->setEnabled(count > 0);
   if (count > 0) {
-    count_->setText(CountWords(count));
+    count_->setText(SheetWords(count));
+  } else if (!read_.ok()) {
+    count_->setText(
+        tr("The stations cannot be read: %1").arg(QString::fromStdString(read_.Description())));
   } else if (stations_.all.empty()) {
     count_->setText(tr("There are no stations"));
   } else {
     count_->setText(tr("Tick the stations whose sheets you want"));
   }
+}
+
+void KeySheetsWindow::ChoiceChanged() {
+  state_->clear();
+  ShowCount();
+}
+
+void KeySheetsWindow::ShowPrinters(const rules::PrinterList& printers, const QString& why) {
+  printer_->clear();
+  for (const std::string& name : printers.names) printer_->addItem(QString::fromStdString(name));
+  printer_->setPlaceholderText(tr("None"));
+  printer_->setCurrentIndex(
+      printer_->count() == 0
+          ? -1
+          : std::max(0, printer_->findText(QString::fromStdString(printers.usual))));
+  printer_->setEnabled(printer_->count() > 0 && !IsBusy());
+  whyNoPrinter_ = why;
 }
 
 void KeySheetsWindow::AskWhereTo() {
@@ -195,76 +244,74 @@ void KeySheetsWindow::AskWhereTo() {
            tr("%1 files (*.%2);;All files (*)").arg(QStringLiteral("PDF"), QStringLiteral("pdf")),
        .fileName = stations.size() == 1 ? QStringLiteral("key-sheet-%1.pdf").arg(stations.front())
                                         : QStringLiteral("key-sheets.pdf")},
-      [this](const QString& path) { WritePdf(path); });
+      [this, stations](const QString& path) { WritePdf(path, stations); });
 }
 
-void KeySheetsWindow::WritePdf(const QString& path) {
-  const auto pdf =
-      std::make_shared<Pdf>(static_cast<QPageSize::PageSizeId>(paper_->currentData().toInt()));
-  const auto save = [this, pdf, path] {
-    if (!outlets_.save(path, pdf->bytes)) return;
-    const QString note = tr("Written: %1").arg(path);
-    state_->setText(note);
-    Q_EMIT NoteRequested(note);
-  };
-  // Memory takes every page.
-  printer_ = nullptr;
-  Begin(std::shared_ptr<QPagedPaintDevice>(pdf, pdf->writer.get()), save);
+void KeySheetsWindow::WritePdf(const QString& path, const std::vector<int>& stations) {
+  asked_ = pdf_;
+  Draw(stations, [this, path](const QByteArray& pdf, int /*pages*/) {
+    End();
+    if (save_(path, pdf)) Tell(tr("Written: %1").arg(path));
+  });
 }
 
+// Whatever could be read when the window was opened: what cannot be read is to be told, not left
+// out.
 void KeySheetsWindow::WriteAll(const QString& path) {
   all_->setChecked(true);
   paper_->setCurrentIndex(paper_->findData(QPageSize::A4));
   closesAtEnd_ = true;
-  WritePdf(path);
+  std::vector<int> stations(static_cast<std::size_t>(services_.model.StationCount));
+  std::iota(stations.begin(), stations.end(), 1);
+  WritePdf(path, stations);
 }
 
-void KeySheetsWindow::AskForPrinter() {
-  if (!outlets_.printing.isThere()) {
+void KeySheetsWindow::Print() {
+  if (printing_.IsReading()) {
+    state_->setText(tr("The printers are still being looked for. Save a PDF, or try again."));
+    return;
+  }
+  if (printer_->currentIndex() < 0) {
     state_->setText(
-        tr("This computer has no printer. Save a PDF, and print it where there is one."));
+        whyNoPrinter_.isEmpty()
+            ? tr("There is no printer. Save a PDF, and print it where there is one.")
+            : tr("There is no printer (%1). Save a PDF, and print it where there is one.")
+                  .arg(whyNoPrinter_));
+    printing_.ReadPrinters();  // one may be set up meanwhile
     pdf_->setFocus();
     return;
   }
-  state_->clear();
-  outlets_.printing.ask(
-      *this, tr("Key Sheets"),
-      LandscapeOn(static_cast<QPageSize::PageSizeId>(paper_->currentData().toInt())),
-      [this](const std::shared_ptr<QPrinter>& printer) { Print(printer); });
+  asked_ = print_;
+  Draw(Stations(), [this](const QByteArray& pdf, int pages) { GiveToPrinter(pdf, pages); });
 }
 
-void KeySheetsWindow::Print(const std::shared_ptr<QPrinter>& printer) {
-  printer_ = printer;
-  const auto count = static_cast<int>(Stations().size());
-  Begin(printer, [this, printer, count] {
-    const QPrinter::PrinterState state = printer->printerState();
-    if (state == QPrinter::Error || state == QPrinter::Aborted) {
-      ShowPrinterFailed(count);
-      return;
-    }
-    const QString note = tr("Printed: %1 (%2)").arg(SheetWords(count), printer->printerName());
-    state_->setText(note);
-    Q_EMIT NoteRequested(note);
-  });
+void KeySheetsWindow::GiveToPrinter(const QByteArray& pdf, int pages) {
+  givenPages_ = pages;
+  state_->setText(tr("Giving them to the printer"));
+  printing_.Print({.printer = printer_->currentText(),
+                   .title = tr("Key Sheets"),
+                   .paper = Paper(),
+                   .pdf = pdf});
 }
 
-void KeySheetsWindow::Begin(std::shared_ptr<QPagedPaintDevice> device,
-                            const std::function<void()>& finish) {
-  run_ = new SheetRun(services_, Stations(), std::move(device), this);
+void KeySheetsWindow::Draw(const std::vector<int>& stations, const Then& then) {
+  const auto pdf = std::make_shared<Pdf>(Paper());
+  run_ = new SheetRun(services_, stations,
+                      std::shared_ptr<QPagedPaintDevice>(pdf, pdf->writer.get()), this);
   connect(run_, &SheetRun::Progressed, this, &KeySheetsWindow::ShowProgress);
-  connect(run_, &SheetRun::Done, this, [this, finish] {
+  connect(run_, &SheetRun::Done, this, [this, pdf, then] { Drawn(pdf->bytes, then); });
+  connect(run_, &SheetRun::DeviceFailed, this, [this] {
     End();
-    finish();
-  });
-  connect(run_, &SheetRun::DeviceFailed, this, [this, count = run_->Count()] {
-    End();
-    ShowPrinterFailed(count);
+    ShowRefusal(
+        services_,
+        tr("The key sheets could not be drawn. Nothing was written or printed.").toStdString());
   });
   connect(run_, &SheetRun::ReadFailed, this, [this](const model::Status& status) {
     End();
     ShowFailure(services_, "Error Reading What Is To Be Exported", status);
   });
-  for (QWidget* const part : std::initializer_list<QWidget*>{whose_, paper_, pdf_, print_}) {
+  for (QWidget* const part :
+       std::initializer_list<QWidget*>{whose_, paper_, printer_, pdf_, print_}) {
     part->setEnabled(false);
   }
   close_->setText(tr("Cancel"));
@@ -274,43 +321,54 @@ void KeySheetsWindow::Begin(std::shared_ptr<QPagedPaintDevice> device,
   ShowProgress();
 }
 
+void KeySheetsWindow::Drawn(const QByteArray& pdf, const Then& then) {
+  const int pages = run_->PageCount();
+  run_->deleteLater();
+  run_ = nullptr;
+  if (pages > 0) return then(pdf, pages);
+  End();
+  ShowRefusal(services_, tr("None of these stations has a key sheet. Nothing was written or "
+                            "printed.")
+                             .toStdString());
+}
+
 void KeySheetsWindow::ShowProgress() {
-  bar_->setValue(run_->DrawnCount());
-  state_->setText(tr("Drawing: %1 of %2 pages").arg(run_->DrawnCount()).arg(run_->Count()));
+  bar_->setValue(run_->DoneCount());
+  state_->setText(tr("Drawing: %1 of %2 stations").arg(run_->DoneCount()).arg(run_->Count()));
 }
 
 void KeySheetsWindow::End() {
-  run_->deleteLater();
+  if (run_ != nullptr) run_->deleteLater();
   run_ = nullptr;
   bar_->hide();
+  state_->clear();
   close_->setText(tr("Close"));
   whose_->setEnabled(true);
   paper_->setEnabled(true);
+  printer_->setEnabled(printer_->count() > 0);
   ShowCount();
-  (printer_ == nullptr ? pdf_ : print_)->setFocus();
+  asked_->setFocus();
   if (closesAtEnd_) accept();
 }
 
 // A printing system that cannot take back what it has prints it.
 void KeySheetsWindow::Cancel() {
-  const QString drawn =
-      tr("Cancelled: %1 of %2 pages may be printed").arg(run_->DrawnCount()).arg(run_->Count());
-  run_->Stop();
-  if (printer_ != nullptr) printer_->abort();
+  const bool isGiven = printing_.IsPrinting();
+  if (run_ != nullptr) run_->Stop();
+  printing_.Cancel();
   End();
-  state_->setText(printer_ == nullptr ? tr("Cancelled: nothing was written") : drawn);
-  if (printer_ != nullptr) Q_EMIT NoteRequested(drawn);
+  Tell(isGiven            ? tr("Cancelled: what the printer has may be printed")
+       : asked_ == print_ ? tr("Cancelled: nothing was printed")
+                          : tr("Cancelled: nothing was written"));
 }
 
-void KeySheetsWindow::ShowPrinterFailed(int count) {
-  ShowRefusal(services_, tr("Printing %1 has failed: not everything is on paper. Print again, or "
-                            "save a PDF.")
-                             .arg(SheetWords(count))
-                             .toStdString());
+void KeySheetsWindow::Tell(const QString& note) {
+  state_->setText(note);
+  Q_EMIT NoteRequested(note);
 }
 
 void KeySheetsWindow::reject() {
-  if (run_ != nullptr) {
+  if (IsBusy()) {
     Cancel();
   } else {
     QDialog::reject();

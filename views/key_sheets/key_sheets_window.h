@@ -9,16 +9,16 @@
 #include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPdfWriter>
+#include <QPageSize>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QString>
 
 #include <functional>
-#include <memory>
 #include <vector>
 
+#include "model/status.h"
 #include "views/key_sheets/printing.h"
 #include "views/key_sheets/sheet_run.h"
 #include "views/rules/sheet_choice.h"
@@ -27,20 +27,17 @@
 
 namespace views {
 
-// frmKeySheets: key sheets of one station, of some or of all, as a PDF file or on a printer.  They
-// show what is stored at the time; nothing is changed.
+// frmKeySheets: key sheets of one station, of some or of all, as a PDF file or on a printer, which
+// gets the same document.  They show what is stored at the time; nothing is changed.
 class KeySheetsWindow : public QDialog {
   Q_OBJECT
 
  public:
-  struct Outlets {
-    Printing printing;
-    // Replaces a file by these bytes.  False when that failed, which it has reported.
-    std::function<bool(const QString& path, const QByteArray& bytes)> save;
-  };
+  // Replaces a file by these bytes.  False when that failed, which it has reported.
+  using Save = std::function<bool(const QString& path, const QByteArray& bytes)>;
 
   // What `services` refers to must outlive the window.
-  KeySheetsWindow(const Services& services, Outlets outlets, QWidget* parent = nullptr);
+  KeySheetsWindow(const Services& services, Save save, QWidget* parent = nullptr);
 
   // Writes the sheets of all stations to a file, on A4, and closes.
   void WriteAll(const QString& path);
@@ -49,31 +46,42 @@ class KeySheetsWindow : public QDialog {
   void reject() override;
 
  Q_SIGNALS:
-  // Sheets were written or printed, in words.
+  // What became of the sheets, in words.
   void NoteRequested(const QString& note);
 
  private:
-  // A PDF document on its way to a file.
+  // A document that is drawn.
   struct Pdf;
+  // Is run with a document that is drawn, of so many pages.
+  using Then = std::function<void(const QByteArray& pdf, int pages)>;
 
   void AddChoices();
   void LayOut();
   rules::SheetChoice Choice() const;
   std::vector<int> Stations() const;
+  QPageSize::PageSizeId Paper() const;
+  // Whether sheets are drawn or given to a printer.
+  bool IsBusy() const { return run_ != nullptr || printing_.IsPrinting(); }
   void ShowCount();
+  void ChoiceChanged();
+  void ShowPrinters(const rules::PrinterList& printers, const QString& why);
   void AskWhereTo();
-  void WritePdf(const QString& path);
-  void AskForPrinter();
-  void Print(const std::shared_ptr<QPrinter>& printer);
-  // Draws the sheets that are chosen; `finish` is run when the device has all of them.
-  void Begin(std::shared_ptr<QPagedPaintDevice> device, const std::function<void()>& finish);
+  void WritePdf(const QString& path, const std::vector<int>& stations);
+  void Print();
+  void GiveToPrinter(const QByteArray& pdf, int pages);
+  void Draw(const std::vector<int>& stations, const Then& then);
+  void Drawn(const QByteArray& pdf, const Then& then);
   void ShowProgress();
+  // The window is as it was before it drew.
   void End();
   void Cancel();
-  void ShowPrinterFailed(int count);
+  // Shows what became of the sheets, and has it noted.
+  void Tell(const QString& note);
 
   const Services services_;
-  const Outlets outlets_;
+  const Save save_;
+  Printing printing_;
+  model::Status read_;             // how reading the stations went
   rules::SheetStations stations_;  // but for the ticks
   QGroupBox* whose_;
   QRadioButton* this_;
@@ -82,14 +90,18 @@ class KeySheetsWindow : public QDialog {
   StationPicker* picker_;
   QLabel* paperCaption_;
   QComboBox* paper_;
+  QLabel* printerCaption_;
+  QComboBox* printer_;
+  QString whyNoPrinter_;
   QLabel* count_;
   QLabel* state_;
   QProgressBar* bar_;
   QPushButton* pdf_;
   QPushButton* print_;
   QPushButton* close_;
-  SheetRun* run_ = nullptr;            // null while nothing is drawn
-  std::shared_ptr<QPrinter> printer_;  // of the latest run; null when that was to a file
+  SheetRun* run_ = nullptr;  // null while nothing is drawn
+  QPushButton* asked_;       // what was pressed last, of the file's button and the printer's
+  int givenPages_ = 0;       // of what is printed
   bool closesAtEnd_ = false;
 };
 

@@ -2,39 +2,103 @@
 
 #include "views/key_sheets/printing.h"
 
-#include <QPrintDialog>
-#include <QPrinterInfo>
-#include <QWidget>
+#include <QProcessEnvironment>
 
-#include "views/export/paged_document.h"
+#include <utility>
 
 namespace views {
 namespace {
 
-void AskForPrinter(QWidget& window, const QString& document, const QPageLayout& pages,
-                   const std::function<void(std::shared_ptr<QPrinter>)>& print) {
-  auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-  printer->setCreator(QStringLiteral("Orvo Intercom Control"));
-  printer->setDocName(document);
-  printer->setPageLayout(pages);
-  printer->setResolution(kDotsPerInch);
-  printer->setDuplex(QPrinter::DuplexNone);  // what is on the back would be cut apart
-  auto* const dialog = new QPrintDialog(printer.get(), &window);
-  dialog->setObjectName(QStringLiteral("aidPrintDialog"));
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  // A file has a button of its own, which replaces it as a whole.
-  dialog->setOption(QAbstractPrintDialog::PrintToFile, false);
-  dialog->setOption(QAbstractPrintDialog::PrintPageRange, false);
-  QObject::connect(dialog, qOverload<QPrinter*>(&QPrintDialog::accepted), &window,
-                   [printer, print] { print(printer); });
-  dialog->open();
+// Its sentences are read here.
+QProcessEnvironment InEnglish() {
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+  return environment;
+}
+
+// Why a program that has ended was no success; empty for one that was.
+QString WhyFailed(QProcess& process) {
+  if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) return {};
+  const QString said = QString::fromUtf8(process.readAllStandardError()).simplified();
+  return said.isEmpty() ? Printing::tr("%1 has failed").arg(process.program()) : said;
+}
+
+// Ends a process and waits for nothing.
+void Abandon(QProcess* process) {
+  process->setParent(nullptr);
+  QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+  process->kill();
 }
 
 }  // namespace
 
-Printing PrintersHere() {
-  return {.isThere = [] { return !QPrinterInfo::availablePrinterNames().isEmpty(); },
-          .ask = AskForPrinter};
+Printing::~Printing() {
+  for (QProcess* const process : {list_, job_}) {
+    if (process == nullptr) continue;
+    process->disconnect(this);
+    Abandon(process);
+  }
+}
+
+QProcess* Printing::Run(
+    const QString& program, const QStringList& arguments,
+    const std::function<void(const QString& why, const QByteArray& said)>& then) {
+  auto* const process = new QProcess(this);
+  process->setProcessEnvironment(InEnglish());
+  connect(process, &QProcess::finished, this, [process, then] {
+    process->deleteLater();
+    const QString why = WhyFailed(*process);
+    then(why, process->readAllStandardOutput());
+  });
+  // Queued: who asks is to know first that it runs.
+  connect(
+      process, &QProcess::errorOccurred, this,
+      [this, process, then](QProcess::ProcessError error) {
+        const bool isWanted = process == list_ || process == job_;
+        if (error != QProcess::FailedToStart || !isWanted) return;
+        process->deleteLater();
+        then(tr("%1 is not installed").arg(process->program()), {});
+      },
+      Qt::QueuedConnection);
+  process->start(program, arguments);
+  return process;
+}
+
+void Printing::ReadPrinters() {
+  if (list_ != nullptr) return;
+  list_ = Run(QStringLiteral("lpstat"), {QStringLiteral("-e"), QStringLiteral("-d")},
+              [this](const QString& why, const QByteArray& said) {
+                list_ = nullptr;
+                Q_EMIT PrintersRead(rules::ReadPrinterList(said.toStdString()), why);
+              });
+  list_->closeWriteChannel();
+}
+
+void Printing::Print(const Job& job) {
+  const QString paper =
+      job.paper == QPageSize::Letter ? QStringLiteral("Letter") : QStringLiteral("A4");
+  const QStringList arguments{QStringLiteral("-d"), job.printer, QStringLiteral("-t"), job.title,
+                              QStringLiteral("-o"), QStringLiteral("media=") + paper,
+                              QStringLiteral("-o"), QStringLiteral("print-scaling=none"),
+                              // What is on the back would be cut apart.
+                              QStringLiteral("-o"), QStringLiteral("sides=one-sided")};
+  job_ = Run(QStringLiteral("lp"), arguments, [this](const QString& why, const QByteArray&) {
+    job_ = nullptr;
+    if (why.isEmpty()) {
+      Q_EMIT Given();
+    } else {
+      Q_EMIT Failed(why);
+    }
+  });
+  job_->write(job.pdf);
+  job_->closeWriteChannel();
+}
+
+void Printing::Cancel() {
+  if (job_ == nullptr) return;
+  QProcess* const job = std::exchange(job_, nullptr);
+  job->disconnect(this);
+  Abandon(job);
 }
 
 }  // namespace views

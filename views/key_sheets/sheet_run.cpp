@@ -21,10 +21,10 @@ SheetRun::SheetRun(const Services& services, std::vector<int> stations,
 }
 
 void SheetRun::DrawNext() {
-  if (drawn_ == stations_.size()) return Finish();
+  if (done_ == stations_.size()) return Finish();
   std::vector<rules::KeySheet> sheets;
   const model::Status read = WithStations(services_, [&](jet::RecordSet& stations) {
-    return rules::ReadKeySheets(stations, services_.model, std::span(stations_).subspan(drawn_, 1),
+    return rules::ReadKeySheets(stations, services_.model, std::span(stations_).subspan(done_, 1),
                                 &sheets);
   });
   if (!read.ok()) {
@@ -38,8 +38,9 @@ void SheetRun::DrawNext() {
       Q_EMIT DeviceFailed();
       return;
     }
+    ++pageCount_;
   }
-  ++drawn_;
+  ++done_;
   Q_EMIT Progressed();
 }
 

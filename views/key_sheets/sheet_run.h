@@ -27,18 +27,21 @@ class SheetRun : public QObject {
   SheetRun(const Services& services, std::vector<int> stations,
            std::shared_ptr<QPagedPaintDevice> device, QObject* parent = nullptr);
 
-  // How many sheets are drawn, of how many.
-  int DrawnCount() const { return static_cast<int>(drawn_); }
+  // How many stations are done, of how many, and how many pages they made: a station without a
+  // record makes none.
+  int DoneCount() const { return static_cast<int>(done_); }
   int Count() const { return static_cast<int>(stations_.size()); }
+  int PageCount() const { return pageCount_; }
 
   // Draws no more.
   void Stop() { turn_.stop(); }
 
  Q_SIGNALS:
-  // DrawnCount() has changed.
+  // DoneCount() has changed.
   void Progressed();
 
-  // All sheets are drawn, and the device has all of them or has failed.
+  // All sheets are drawn, and the device has all of them or has failed.  Of no sheet at all it has
+  // an empty page.
   void Done();
   void DeviceFailed();
   // A station could not be read.
@@ -52,7 +55,8 @@ class SheetRun : public QObject {
   const std::vector<int> stations_;
   const std::shared_ptr<QPagedPaintDevice> device_;
   KeySheetPages pages_;
-  std::size_t drawn_ = 0;
+  std::size_t done_ = 0;
+  int pageCount_ = 0;
   QTimer turn_;
 };
 

@@ -40,6 +40,13 @@ QWidget* PageWith(std::initializer_list<QWidget*> parts) {
   return page;
 }
 
+// What is wrong with the database is told by whoever works with it.
+std::vector<PickableStation> StationsToFind(const Services& services) {
+  std::vector<PickableStation> stations;
+  (void)ReadPickableStations(services, &stations);
+  return stations;
+}
+
 std::vector<std::string> RelayCaptions(int count) {
   std::vector<std::string> captions;
   for (int relay = 1; relay <= count; ++relay) {
@@ -56,8 +63,8 @@ ButtonsForm::ButtonsForm(ShownStation& station, QWidget* parent)
       optos(*new OptoPage(station, this)),
       navigator(*new StationNavigator(station.services.model.ButtonCount, *optos.ChannelSelector(),
                                       this)),
-      finder(*new StationFinder(
-          [&services = station.services] { return ReadPickableStations(services); })),
+      finder(
+          *new StationFinder([&services = station.services] { return StationsToFind(services); })),
       heading(*new StationHeading(this)),
       tabs(*new QTabWidget(this)),
       options(*new OperationOptions(QStringLiteral("fmButType"), QStringLiteral("optButType"))),

@@ -9,7 +9,6 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPrinter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -23,19 +22,19 @@
 
 #include "tests/support/temporary_folder.h"
 #include "tests/views/gui_support.h"
-#include "tests/views/key_sheets/recording_printer.h"
 #include "tests/views/view_console.h"
+#include "tools/stage/fake_printers.h"
 
 namespace views {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-// The window at station 12 of 64, with a printer that keeps what it gets.
+// The window at station 12 of 64, with two printers.
 class KeySheetsWindowTest : public testing::Test {
  protected:
   KeySheetsWindowTest() {
@@ -47,33 +46,26 @@ class KeySheetsWindowTest : public testing::Test {
   }
 
   void Open() {
-    window_ = std::make_unique<KeySheetsWindow>(
-        console_.Services(),
-        KeySheetsWindow::Outlets{
-            .printing = {.isThere = [this] { return hasPrinter_; },
-                         .ask =
-                             [this](QWidget& /*window*/, const QString& document,
-                                    const QPageLayout& pages, const auto& print) {
-                               document_ = document;
-                               pages_ = pages;
-                               print(Printer());
-                             }},
-            .save = [this](const QString& path, const QByteArray& bytes) {
-              if (!canSave_) return false;
-              path_ = path;
-              pdf_ = bytes;
-              return true;
-            }});
+    window_ = std::make_unique<KeySheetsWindow>(console_.Services(),
+                                                [this](const QString& path, const QByteArray& pdf) {
+                                                  if (!canSave_) return false;
+                                                  path_ = path;
+                                                  pdf_ = pdf;
+                                                  return true;
+                                                });
     notes_ = std::make_unique<QSignalSpy>(window_.get(), &KeySheetsWindow::NoteRequested);
     window_->open();
   }
 
-  std::shared_ptr<QPrinter> Printer() {
-    if (file_.isEmpty()) return std::make_shared<test::RecordingPrinter>(printed_, failsAt_);
-    auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-    printer->setOutputFileName(file_);
-    printer->setPageLayout(pages_);
-    return printer;
+  // Waits until the printers are known, or that there are none.
+  bool WaitForPrinters(const char* first) {
+    const auto& printers = Find<QComboBox>("cmbSheetPrinter");
+    return QTest::qWaitFor(
+        [&] {
+          return (printers.count() == 0 ? printers.placeholderText() : printers.itemText(0)) ==
+                 QLatin1String(first);
+        },
+        60'000);
   }
 
   template <typename Part = QWidget>
@@ -97,21 +89,17 @@ class KeySheetsWindowTest : public testing::Test {
     Q_EMIT Find<QFileDialog>("aidSheetsDialog").fileSelected(QLatin1String(path));
   }
   int PdfPages() const { return static_cast<int>(pdf_.count("/Type /Page\n")); }
-  // What stands at the heads of the printed pages.
-  std::vector<std::string> Heads() const {
-    std::vector<std::string> heads;
-    for (const auto& page : printed_.pages) heads.push_back(page.empty() ? "" : page.front());
-    return heads;
+  int PrintedPages() const {
+    return static_cast<int>(
+        QByteArray::fromStdString(test::ReadFile(printers_.Document())).count("/Type /Page\n"));
+  }
+  std::string LastNote() const {
+    return notes_->isEmpty() ? "" : notes_->back().front().toString().toStdString();
   }
 
+  stage::FakePrinters printers_;
   test::ViewConsole console_{64};
-  test::Printed printed_;
-  bool hasPrinter_ = true;
-  int failsAt_ = 0;
-  QString file_;  // what is printed goes there
   bool canSave_ = true;
-  QString document_;
-  QPageLayout pages_;
   QString path_;
   QByteArray pdf_;
   std::unique_ptr<KeySheetsWindow> window_;
@@ -124,7 +112,7 @@ TEST_F(KeySheetsWindowTest, ProposesTheStationThatIsWorkedAt) {
   EXPECT_EQ(Find<QRadioButton>("optSheetsThis").text(),
             QStringLiteral("This &station: 12 CAM && 1"));
   EXPECT_EQ(Find<QRadioButton>("optSheetsAll").text(), QStringLiteral("&All 64 stations"));
-  EXPECT_EQ(Text("aidSheetsCount"), "1 station, 1 page");
+  EXPECT_EQ(Text("aidSheetsCount"), "1 key sheet");
   EXPECT_FALSE(Find("lstSheetStations").isEnabled());
   EXPECT_EQ(console_.CurrentStation(), 12);
 }
@@ -135,11 +123,19 @@ TEST_F(KeySheetsWindowTest, ARecordWithoutAPanelHasNoSheet) {
   EXPECT_FALSE(Find("optSheetsThis").isEnabled());
   EXPECT_EQ(Find<QRadioButton>("optSheetsThis").text(), QStringLiteral("This &station: none"));
   EXPECT_TRUE(Find<QRadioButton>("optSheetsAll").isChecked());
-  EXPECT_EQ(Text("aidSheetsCount"), "64 stations, 64 pages");
+  EXPECT_EQ(Text("aidSheetsCount"), "64 key sheets");
 }
 
-TEST_F(KeySheetsWindowTest, WithoutADatabaseThereIsNothing) {
+TEST_F(KeySheetsWindowTest, StationsThatCannotBeReadAreNotTakenForNone) {
   console_.databaseIsOpen = false;
+  Open();
+  EXPECT_THAT(Text("aidSheetsCount"), StartsWith("The stations cannot be read: "));
+  EXPECT_FALSE(Find("cmdPdfSheets").isEnabled());
+  EXPECT_FALSE(Find("cmdPrintSheets").isEnabled());
+}
+
+TEST_F(KeySheetsWindowTest, WithoutStationsThereIsNothing) {
+  console_.model.StationCount = 0;
   Open();
   EXPECT_EQ(Text("aidSheetsCount"), "There are no stations");
   EXPECT_FALSE(Find("cmdPdfSheets").isEnabled());
@@ -154,29 +150,37 @@ TEST_F(KeySheetsWindowTest, CountsWhatIsChosen) {
   EXPECT_FALSE(Find("cmdPrintSheets").isEnabled());
   Find<QLineEdit>("txtFindSheets").setText(QStringLiteral("panel"));
   Press("aidTickAll");
-  EXPECT_EQ(Text("aidSheetsCount"), "2 stations, 2 pages");
+  EXPECT_EQ(Text("aidSheetsCount"), "2 key sheets");
   EXPECT_TRUE(Find("cmdPdfSheets").isEnabled());
   Press("optSheetsAll");
-  EXPECT_EQ(Text("aidSheetsCount"), "64 stations, 64 pages");
+  EXPECT_EQ(Text("aidSheetsCount"), "64 key sheets");
 }
 
-TEST_F(KeySheetsWindowTest, ChosenOnesArePrinted) {
-  console_.SetField(30, "InLabel", "");
-  console_.SetField(31, "InLabel", "");
+TEST_F(KeySheetsWindowTest, ChosenOnesAreGivenToTheUsualPrinter) {
+  ASSERT_TRUE(WaitForPrinters("Office"));
+  EXPECT_EQ(Find<QComboBox>("cmbSheetPrinter").currentText(), QStringLiteral("Studio"));
+  Find<QComboBox>("cmbSheetPaper").setCurrentText(QStringLiteral("Letter"));
   Press("optSheetsChosen");
   Tick(31);
   Tick(30);
   Press("cmdPrintSheets");
   ASSERT_TRUE(WaitForEnd());
-  EXPECT_THAT(Heads(), ElementsAre("30  PANEL A", "31  PANEL B"));
-  EXPECT_TRUE(printed_.isEnded);
-  EXPECT_EQ(document_, QStringLiteral("Key Sheets"));
-  EXPECT_EQ(pages_.orientation(), QPageLayout::Landscape);
-  EXPECT_EQ(Text("aidSheetsState"), "Printed: 2 key sheets (Office)");
-  ASSERT_THAT(*notes_, SizeIs(1));
-  EXPECT_EQ((*notes_)[0][0].toString(), QStringLiteral("Printed: 2 key sheets (Office)"));
+  EXPECT_THAT(test::ReadFile(printers_.Arguments()), StartsWith("-d\nStudio\n-t\nKey Sheets\n"));
+  EXPECT_THAT(test::ReadFile(printers_.Arguments()), HasSubstr("\nmedia=Letter\n"));
+  EXPECT_EQ(PrintedPages(), 2);
+  EXPECT_EQ(Text("aidSheetsState"), "Given to the printer: 2 key sheets (Studio)");
+  EXPECT_EQ(LastNote(), "Given to the printer: 2 key sheets (Studio)");
   EXPECT_EQ(console_.CurrentStation(), 12);
   EXPECT_TRUE(window_->isVisible());
+  EXPECT_EQ(window_->focusWidget(), &Find("cmdPrintSheets"));
+}
+
+TEST_F(KeySheetsWindowTest, APrinterIsChosen) {
+  ASSERT_TRUE(WaitForPrinters("Office"));
+  Find<QComboBox>("cmbSheetPrinter").setCurrentText(QStringLiteral("Office"));
+  Press("cmdPrintSheets");
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(LastNote(), "Given to the printer: 1 key sheet (Office)");
 }
 
 TEST_F(KeySheetsWindowTest, ThisOneIsWrittenToAFile) {
@@ -218,7 +222,7 @@ TEST_F(KeySheetsWindowTest, AllAreDrawnWhileTheConsoleGoesOnWorking) {
   Press("optSheetsAll");
   SaveTo("/all.pdf");
   EXPECT_TRUE(IsRunning());
-  EXPECT_EQ(Text("aidSheetsState"), "Drawing: 0 of 64 pages");
+  EXPECT_EQ(Text("aidSheetsState"), "Drawing: 0 of 64 stations");
   EXPECT_FALSE(Find("cmdPdfSheets").isEnabled());
   EXPECT_FALSE(Find("cmdPrintSheets").isEnabled());
   EXPECT_FALSE(Find("aidSheetsOf").isEnabled());
@@ -242,76 +246,111 @@ TEST_F(KeySheetsWindowTest, EscapeCancelsAndNothingIsWritten) {
   EXPECT_EQ(Text("aidSheetsState"), "Cancelled: nothing was written");
   QTest::qWait(0);
   EXPECT_TRUE(pdf_.isEmpty());
-  EXPECT_THAT(*notes_, IsEmpty());
+  EXPECT_EQ(LastNote(), "Cancelled: nothing was written");
   QTest::keyClick(window_.get(), Qt::Key_Escape);
   EXPECT_FALSE(window_->isVisible());
 }
 
-TEST_F(KeySheetsWindowTest, ACancelledPrinterGetsNoMore) {
+TEST_F(KeySheetsWindowTest, WhatIsCancelledWhileItIsDrawnIsNotPrinted) {
+  ASSERT_TRUE(WaitForPrinters("Office"));
   Press("optSheetsAll");
   Press("cmdPrintSheets");
   ASSERT_TRUE(
       QTest::qWaitFor([this] { return Find<QProgressBar>("aidSheetsBar").value() >= 3; }, 60'000));
-  const auto drawn = printed_.pages.size();
   Press("cmdCloseSheets");
-  EXPECT_TRUE(printed_.isAborted);
-  const std::string said = "Cancelled: " + std::to_string(drawn) + " of 64 pages may be printed";
-  EXPECT_EQ(Text("aidSheetsState"), said);
-  ASSERT_THAT(*notes_, SizeIs(1));
-  EXPECT_EQ((*notes_)[0][0].toString().toStdString(), said);
+  EXPECT_EQ(Text("aidSheetsState"), "Cancelled: nothing was printed");
+  EXPECT_EQ(LastNote(), "Cancelled: nothing was printed");
   QTest::qWait(0);
-  EXPECT_THAT(printed_.pages, SizeIs(drawn));
+  EXPECT_EQ(test::ReadFile(printers_.Document()), "(none)");
 }
 
-TEST_F(KeySheetsWindowTest, APrinterThatFailsMidwayIsReported) {
-  failsAt_ = 3;
+TEST_F(KeySheetsWindowTest, APrintingSystemThatDoesNotAnswerIsGivenUp) {
+  printers_.LetLp("exec sleep 1000");
+  ASSERT_TRUE(WaitForPrinters("Office"));
+  Press("cmdPrintSheets");
+  ASSERT_TRUE(QTest::qWaitFor(
+      [this] { return Text("aidSheetsState") == "Giving them to the printer"; }, 60'000));
+  EXPECT_FALSE(Find("cmdPdfSheets").isEnabled());
+  EXPECT_FALSE(Find("cmdPrintSheets").isEnabled());
+  QTest::keyClick(window_.get(), Qt::Key_Escape);
+  EXPECT_TRUE(window_->isVisible());
+  EXPECT_FALSE(IsRunning());
+  EXPECT_EQ(LastNote(), "Cancelled: what the printer has may be printed");
+  EXPECT_TRUE(Find("cmdPrintSheets").isEnabled());
+  EXPECT_TRUE(Find("cmbSheetPrinter").isEnabled());
+}
+
+TEST_F(KeySheetsWindowTest, WhatThePrinterDoesNotTakeIsReported) {
+  printers_.LetLp("cat > /dev/null; echo 'lp: The printer is gone.' >&2; exit 1");
+  ASSERT_TRUE(WaitForPrinters("Office"));
   Press("optSheetsAll");
   Press("cmdPrintSheets");
   ASSERT_TRUE(WaitForEnd());
-  EXPECT_THAT(printed_.pages, SizeIs(2));
   EXPECT_THAT(console_.reporter.reports,
-              ElementsAre("exclamation|Control Error|Printing 64 key sheets has failed: not "
-                          "everything is on paper. Print again, or save a PDF."));
+              ElementsAre("exclamation|Control Error|64 key sheets could not be given to the "
+                          "printer Studio: lp: The printer is gone."));
   EXPECT_THAT(*notes_, IsEmpty());
+  EXPECT_EQ(Text("aidSheetsState"), "");
   EXPECT_TRUE(Find<QRadioButton>("optSheetsAll").isChecked()) << "as it was, to be tried again";
   SaveTo("/all.pdf");
   ASSERT_TRUE(WaitForEnd());
   EXPECT_EQ(PdfPages(), 64);
 }
 
-TEST_F(KeySheetsWindowTest, APrinterThatFailsWithTheLastPageIsReported) {
-  failsAt_ = 1;  // of one
-  Press("cmdPrintSheets");
-  ASSERT_TRUE(WaitForEnd());
-  EXPECT_THAT(console_.reporter.reports,
-              ElementsAre("exclamation|Control Error|Printing 1 key sheet has failed: not "
-                          "everything is on paper. Print again, or save a PDF."));
-}
-
-TEST_F(KeySheetsWindowTest, WithoutAPrinterItSaysSo) {
-  hasPrinter_ = false;
+TEST_F(KeySheetsWindowTest, WithoutAPrinterItSaysSoAndLooksAgain) {
+  printers_.LetLpstat("echo 'lpstat: No destinations added.' >&2");
+  Open();
+  EXPECT_EQ(Find<QComboBox>("cmbSheetPrinter").placeholderText(), QStringLiteral("Looking…"));
+  ASSERT_TRUE(WaitForPrinters("None"));
+  EXPECT_FALSE(Find("cmbSheetPrinter").isEnabled());
+  printers_.LetLpstat("echo Office");
   Press("cmdPrintSheets");
   EXPECT_EQ(Text("aidSheetsState"),
-            "This computer has no printer. Save a PDF, and print it where there is one.");
+            "There is no printer. Save a PDF, and print it where there is one.");
   EXPECT_EQ(window_->focusWidget(), &Find("cmdPdfSheets"));
   SaveTo("/one.pdf");
   ASSERT_TRUE(WaitForEnd());
   EXPECT_EQ(PdfPages(), 1);
-}
-
-TEST_F(KeySheetsWindowTest, ThePrinterOfTheSystemGetsThePagesOfTheFile) {
-  const test::TemporaryFolder folder;
-  file_ = QString::fromStdString((folder / "printed.pdf").string());
-  Press("optSheetsChosen");
-  Tick(1);
-  Tick(2);
-  Tick(3);
+  ASSERT_TRUE(WaitForPrinters("Office"));
+  EXPECT_EQ(Find<QComboBox>("cmbSheetPrinter").currentText(), QStringLiteral("Office"));
   Press("cmdPrintSheets");
   ASSERT_TRUE(WaitForEnd());
-  QFile file(file_);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll().count("/Type /Page\n"), 3);
-  EXPECT_THAT(Text("aidSheetsState"), StartsWith("Printed: 3 key sheets"));
+  EXPECT_EQ(LastNote(), "Given to the printer: 1 key sheet (Office)");
+}
+
+TEST_F(KeySheetsWindowTest, APrintingSystemThatDoesNotSayItsPrintersHoldsNothingUp) {
+  printers_.LetLpstat("exec sleep 1000");
+  Open();
+  Press("cmdPrintSheets");
+  EXPECT_EQ(Text("aidSheetsState"),
+            "The printers are still being looked for. Save a PDF, or try again.");
+  SaveTo("/one.pdf");
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(PdfPages(), 1);
+  QTest::keyClick(window_.get(), Qt::Key_Escape);
+  EXPECT_FALSE(window_->isVisible());
+}
+
+TEST_F(KeySheetsWindowTest, PrintersThatAreFoundWhileItDrawsAreForLater) {
+  printers_.LetLpstat("while [ ! -e \"$here/found\" ]; do sleep 0.01; done; echo Office");
+  Open();
+  Press("optSheetsAll");
+  SaveTo("/all.pdf");
+  test::WriteFile(printers_.Arguments().parent_path() / "found", "");
+  ASSERT_TRUE(WaitForPrinters("Office"));
+  EXPECT_EQ(Find("cmbSheetPrinter").isEnabled(), !IsRunning());
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_TRUE(Find("cmbSheetPrinter").isEnabled());
+}
+
+TEST_F(KeySheetsWindowTest, WithoutAPrintingSystemItSaysWhatIsMissing) {
+  printers_.Uninstall();
+  Open();
+  ASSERT_TRUE(WaitForPrinters("None"));
+  Press("cmdPrintSheets");
+  EXPECT_EQ(Text("aidSheetsState"),
+            "There is no printer (lpstat is not installed). Save a PDF, and print it where there "
+            "is one.");
 }
 
 TEST_F(KeySheetsWindowTest, AStationThatCannotBeReadEndsIt) {
@@ -342,6 +381,48 @@ TEST_F(KeySheetsWindowTest, AllIntoAFileCloses) {
   EXPECT_EQ(PdfPages(), 64);
   EXPECT_TRUE(pdf_.contains("/MediaBox [0 0 842.000000 595.000000]")) << "A4";
   EXPECT_THAT(*notes_, SizeIs(1));
+}
+
+TEST_F(KeySheetsWindowTest, AllIntoAFileSaysWhatCannotBeRead) {
+  console_.databaseIsOpen = false;
+  Open();
+  window_->WriteAll(QStringLiteral("/all.pdf"));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }, 60'000));
+  EXPECT_THAT(
+      console_.reporter.reports,
+      ElementsAre(StartsWith("critical|Control Error|Error Reading What Is To Be Exported")));
+  EXPECT_EQ(path_, QString()) << "nothing reaches the file";
+  EXPECT_THAT(*notes_, IsEmpty());
+}
+
+TEST_F(KeySheetsWindowTest, NoSheetAtAllIsNotWritten) {
+  console_.model.StationCount = 0;
+  Open();
+  window_->WriteAll(QStringLiteral("/all.pdf"));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }, 60'000));
+  EXPECT_THAT(console_.reporter.reports,
+              ElementsAre("exclamation|Control Error|None of these stations has a key sheet. "
+                          "Nothing was written or printed."));
+  EXPECT_EQ(path_, QString());
+}
+
+TEST_F(KeySheetsWindowTest, ACancelledExportIsNoted) {
+  window_->WriteAll(QStringLiteral("/all.pdf"));
+  QTest::keyClick(window_.get(), Qt::Key_Escape);
+  EXPECT_FALSE(window_->isVisible());
+  EXPECT_EQ(LastNote(), "Cancelled: nothing was written");
+  EXPECT_EQ(path_, QString());
+}
+
+TEST_F(KeySheetsWindowTest, TabGoesFromTheChoiceToTheListAndOnToThePaper) {
+  ASSERT_TRUE(WaitForPrinters("Office"));
+  Press("optSheetsChosen");
+  Find("optSheetsAll").setFocus();
+  for (const char* const next : {"txtFindSheets", "lstSheetStations", "aidTickAll", "aidTickNone",
+                                 "cmbSheetPaper", "cmbSheetPrinter", "cmdPdfSheets"}) {
+    QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window_->focusWidget()->objectName(), QLatin1String(next)) << next;
+  }
 }
 
 // Enter in the list, and in the field above it, writes nothing.
