@@ -182,6 +182,13 @@ void KeySheetsWindow::LayOut() {
   const QSize wanted(kSheetsCharacters * fontMetrics().averageCharWidth(),
                      sizeHint().height() + kSheetsRows * fontMetrics().height() / 2);
   resize(SizeOnScreen(wanted.expandedTo(minimumSizeHint()), screen()->availableSize()));
+  // From left to right and down: the list was made last.
+  QWidget* last = picker_->findChild<QPushButton*>(QStringLiteral("aidTickNone"));
+  for (QWidget* const next :
+       std::initializer_list<QWidget*>{paper_, printer_, pdf_, print_, close_}) {
+    setTabOrder(last, next);
+    last = next;
+  }
   pdf_->setFocus();
 }
 

@@ -417,9 +417,11 @@ TEST_F(KeySheetsWindowTest, ACancelledExportIsNoted) {
 TEST_F(KeySheetsWindowTest, TabGoesFromTheChoiceToTheListAndOnToThePaper) {
   ASSERT_TRUE(WaitForPrinters("Office"));
   Press("optSheetsChosen");
+  Tick(3);
   Find("optSheetsAll").setFocus();
-  for (const char* const next : {"txtFindSheets", "lstSheetStations", "aidTickAll", "aidTickNone",
-                                 "cmbSheetPaper", "cmbSheetPrinter", "cmdPdfSheets"}) {
+  for (const char* const next :
+       {"txtFindSheets", "lstSheetStations", "aidTickAll", "aidTickNone", "cmbSheetPaper",
+        "cmbSheetPrinter", "cmdPdfSheets", "cmdPrintSheets", "cmdCloseSheets"}) {
     QTest::keyClick(window_->focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(window_->focusWidget()->objectName(), QLatin1String(next)) << next;
   }
