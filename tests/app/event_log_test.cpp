@@ -115,7 +115,7 @@ TEST_F(EventLogTest, OriginsHaveLinesOfTheirOwnWithinBounds) {
                        QString::number(origin), At(4));
     }
   }
-  EXPECT_EQ(written, 17 * 300);
+  EXPECT_EQ(written, 9 * 300);
   // The next minute they are others.
   log_.AddRepeated(Kind::Panel, QStringLiteral("gain"), QStringLiteral("99"), At(4).addSecs(180));
   EXPECT_EQ(log_.Line(log_.rowCount() - 1), QStringLiteral("2026-11-21 12:06:04.000\tPanel\tgain"));

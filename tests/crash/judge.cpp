@@ -95,7 +95,14 @@ bool Judge::IsAsSeen(const std::vector<stations::Act>& last, bool received) cons
     arriving = stage_.operated;
     stage_.TakeOver(&arriving);
   }
-  return IsSeenAndWholeActs(stage_.stored, stage_.operated, last, arriving);
+  if (IsSeenAndWholeActs(stage_.stored, stage_.operated, last, arriving)) return true;
+  for (const auto& [field, value] : stage_.stored) {
+    const auto seen = stage_.operated.find(field);
+    if (seen != stage_.operated.end() && seen->second == value) continue;
+    std::printf("      station and field %s: %s, and was seen as %s\n", field.c_str(),
+                value.c_str(), seen == stage_.operated.end() ? "nothing" : seen->second.c_str());
+  }
+  return false;
 }
 
 bool Judge::IsAnyUnsaved() const {

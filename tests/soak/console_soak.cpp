@@ -19,6 +19,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <limits>
 #include <memory>
 #include <random>
 #include <string>
@@ -191,17 +192,17 @@ class Soak {
     return text;
   }
 
-  // The connections of peers that have gone are closed from the event loop; a window of the
-  // operator may just be opening.
+  // The connections of peers that have gone are closed from the event loop, and what the operator
+  // has open has handles, too: the fewest are those of some moment of his round.
   bool HandlesComeBack() {
-    const auto start = Clock::now();
-    int now = 0;
-    while (Clock::now() - start < std::chrono::seconds(30)) {
+    const int round = operator_->Rounds();
+    int fewest = std::numeric_limits<int>::max();
+    while (operator_->Rounds() < round + 2 && operator_->Stuck().empty()) {
       Step();
-      now = OpenHandles(console_->Id());
-      if (now <= handles_) return true;
+      fewest = std::min(fewest, OpenHandles(console_->Id()));
+      if (fewest <= handles_) return true;
     }
-    std::printf("%d handles before, %d after\n", handles_, now);
+    std::printf("%d handles before, %d after\n", handles_, fewest);
     return false;
   }
 

@@ -2,6 +2,7 @@
 
 #include "views/key_sheets/printing.h"
 
+#include <QCoreApplication>
 #include <QProcessEnvironment>
 
 #include <utility>
@@ -23,9 +24,9 @@ QString WhyFailed(QProcess& process) {
   return said.isEmpty() ? Printing::tr("%1 has failed").arg(process.program()) : said;
 }
 
-// Ends a process and waits for nothing.
+// Ends a process and waits for nothing; the program's end finds those that have not gone yet.
 void Abandon(QProcess* process) {
-  process->setParent(nullptr);
+  process->setParent(QCoreApplication::instance());
   QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
   process->kill();
 }
