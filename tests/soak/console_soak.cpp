@@ -202,7 +202,12 @@ class Soak {
       fewest = std::min(fewest, OpenHandles(console_->Id()));
       if (fewest <= handles_) return true;
     }
-    std::printf("%d handles before, %d after\n", handles_, fewest);
+    std::printf("%d handles before, %d after:\n", handles_, fewest);
+    std::error_code error;
+    for (const auto& handle : std::filesystem::directory_iterator(
+             "/proc/" + std::to_string(console_->Id()) + "/fd", error)) {
+      std::printf("  %s\n", std::filesystem::read_symlink(handle.path(), error).c_str());
+    }
     return false;
   }
 

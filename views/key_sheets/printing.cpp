@@ -24,11 +24,18 @@ QString WhyFailed(QProcess& process) {
   return said.isEmpty() ? Printing::tr("%1 has failed").arg(process.program()) : said;
 }
 
-// Ends a process and waits for nothing; the program's end finds those that have not gone yet.
+constexpr int kEndMilliseconds = 200;
+
+// Ends a process, which takes no time unless the system hangs: then it is left to itself.
 void Abandon(QProcess* process) {
+  process->kill();
+  process->waitForFinished(kEndMilliseconds);
+  if (process->state() == QProcess::NotRunning) {
+    process->deleteLater();
+    return;
+  }
   process->setParent(QCoreApplication::instance());
   QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
-  process->kill();
 }
 
 }  // namespace
@@ -37,6 +44,7 @@ Printing::~Printing() {
   for (QProcess* const process : {list_, job_}) {
     if (process == nullptr) continue;
     process->disconnect(this);
+    process->setParent(nullptr);  // it may be about to be deleted with this
     Abandon(process);
   }
 }

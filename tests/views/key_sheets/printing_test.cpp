@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -86,6 +88,17 @@ TEST_F(PrintingTest, SaysThatItIsNotInstalled) {
   ASSERT_TRUE(WaitForEnd());
   EXPECT_EQ(Why(), "lp is not installed");
   EXPECT_FALSE(printing_.IsPrinting());
+}
+
+// The window is closed before it is known that the program is not there.
+TEST_F(PrintingTest, NothingStaysOfWhatCannotBeStarted) {
+  printers_.Uninstall();
+  {
+    Printing closed;
+    closed.ReadPrinters();
+  }
+  EXPECT_TRUE(QTest::qWaitFor(
+      [] { return QCoreApplication::instance()->findChildren<QProcess*>().isEmpty(); }, kPatience));
 }
 
 TEST_F(PrintingTest, GivesThePrinterTheWholeDocument) {
