@@ -3,7 +3,10 @@
 #include "views/key_sheets/printing.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QProcessEnvironment>
+#include <QStandardPaths>
+#include <QTimer>
 
 #include <utility>
 
@@ -59,14 +62,22 @@ QProcess* Printing::Run(
     const QString why = WhyFailed(*process);
     then(why, process->readAllStandardOutput());
   });
-  // Queued: who asks is to know first that it runs.
+  // Queued, both: who asks is to know first that it runs.
+  const auto isNotThere = [this, process = QPointer(process), then] {
+    if (process == nullptr || (process != list_ && process != job_)) return;
+    process->deleteLater();
+    then(tr("%1 is not installed").arg(process->program()), {});
+  };
+  process->setProgram(program);
+  // The toolkit keeps a handle of each that it tried in vain.
+  if (QStandardPaths::findExecutable(program).isEmpty()) {
+    QTimer::singleShot(0, this, isNotThere);
+    return process;
+  }
   connect(
       process, &QProcess::errorOccurred, this,
-      [this, process, then](QProcess::ProcessError error) {
-        const bool isWanted = process == list_ || process == job_;
-        if (error != QProcess::FailedToStart || !isWanted) return;
-        process->deleteLater();
-        then(tr("%1 is not installed").arg(process->program()), {});
+      [isNotThere](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) isNotThere();
       },
       Qt::QueuedConnection);
   process->start(program, arguments);
@@ -80,7 +91,7 @@ void Printing::ReadPrinters() {
                 list_ = nullptr;
                 Q_EMIT PrintersRead(rules::ReadPrinterList(said.toStdString()), why);
               });
-  list_->closeWriteChannel();
+  if (list_->isOpen()) list_->closeWriteChannel();
 }
 
 void Printing::Print(const Job& job) {
@@ -99,6 +110,7 @@ void Printing::Print(const Job& job) {
       Q_EMIT Failed(why);
     }
   });
+  if (!job_->isOpen()) return;
   job_->write(job.pdf);
   job_->closeWriteChannel();
 }
