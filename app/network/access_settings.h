@@ -19,11 +19,11 @@ namespace app {
 // Section "PANEL ACCESS".  Without it everyone is let in on every interface and may take.
 struct PanelAccess {
   // Why the section cannot be understood, such as "Allow=10.1"; nobody is let in then.
-  QString problem;
+  QString problem = {};
   QHostAddress listen{QHostAddress::AnyIPv4};
   bool hasListen = false;  // the section says so
-  gateway::AddressList allow;
-  gateway::AddressList takesFrom;
+  gateway::AddressList allow = {};
+  gateway::AddressList takesFrom = {};
 };
 
 // Section "OPEN GATEWAY".  Without a port there is no open gateway.

@@ -159,6 +159,9 @@ class Soak {
       fail("most of what the operator sent was not confirmed, or he sent nothing");
     }
     if (!HandlesComeBack()) fail("the console's open files grow");
+    // What he is about to undo is in no table of his.
+    const int round = operator_->Rounds();
+    while (operator_->Rounds() == round && operator_->Stuck().empty()) Step();
     const auto boxes = console_->Boxes();
     for (const test::Box& box : boxes) {
       std::printf("box: %s | %s | %s\n", box.title.c_str(), box.text.c_str(), box.more.c_str());

@@ -58,11 +58,11 @@ std::string OperationCell(int code);
 
 // What a button does, in words.
 struct KeyLegend {
-  int type = 0;         // the operation's code
-  std::string caption;  // the label of its first target, as ReadChosenCaption() has it
+  int type = 0;              // the operation's code
+  std::string caption = {};  // the label of its first target, as ReadChosenCaption() has it
   // The labels of all targets, separated by ", "; from ten targets on, "(10) " stands before them.
-  std::string targets;
-  std::string list;  // the targets as WriteTargetList() has them
+  std::string targets = {};
+  std::string list = {};  // the targets as WriteTargetList() has them
 };
 
 // The keys of a station's panel; element k is button k + 1.
