@@ -2,7 +2,6 @@
 
 #include "views/differences/difference_list.h"
 
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -10,7 +9,6 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QTreeView>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <set>
@@ -77,27 +75,15 @@ void DifferenceList::LayOut(const Names& names) {
   filter_->setObjectName(names.filter);
   filter_->setPlaceholderText(RowFilter::HintText());
   filter_->setAccessibleName(tr("Filter"));
-  filter_->setClearButtonEnabled(true);
   count_->setObjectName(QStringLiteral("aidDifferenceCount"));
-  count_->setTextFormat(Qt::PlainText);
-  tickAll_->setObjectName(QStringLiteral("aidTickAll"));
   tickAll_->setToolTip(tr("Tick every row that is shown"));
-  tickNone_->setObjectName(QStringLiteral("aidTickNone"));
   tickNone_->setToolTip(tr("Untick every row that is shown"));
+  LayOutTickList(
+      *this, *list_,
+      {.find = *filter_, .count = *count_, .tickAll = *tickAll_, .tickNone = *tickNone_});
   for (QPushButton* const button : {tickAll_, tickNone_}) {
-    button->setAutoDefault(false);
     button->setVisible(choice_ == Choice::Ticks);
   }
-
-  auto* const below = new QHBoxLayout;
-  below->addWidget(count_, 1);
-  below->addWidget(tickAll_);
-  below->addWidget(tickNone_);
-  auto* const layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(filter_);
-  layout->addWidget(list_, 1);
-  layout->addLayout(below);
 }
 
 void DifferenceList::SetRows(std::vector<Difference> rows, bool ticked,

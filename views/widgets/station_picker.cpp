@@ -2,7 +2,6 @@
 
 #include "views/widgets/station_picker.h"
 
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -12,7 +11,6 @@
 #include <QShortcut>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <functional>
@@ -115,25 +113,12 @@ void StationPicker::LayOut(const Names& names) {
   find_->setObjectName(names.find);
   find_->setPlaceholderText(tr("Show only stations with…"));
   find_->setAccessibleName(tr("Find a station"));
-  find_->setClearButtonEnabled(true);
   find_->installEventFilter(this);
   count_->setObjectName(QStringLiteral("aidPickedCount"));
-  count_->setTextFormat(Qt::PlainText);
-  tickAll_->setObjectName(QStringLiteral("aidTickAll"));
   tickAll_->setToolTip(tr("Tick every station that is shown"));
-  tickNone_->setObjectName(QStringLiteral("aidTickNone"));
   tickNone_->setToolTip(tr("Take the tick of every station that is shown away"));
-  for (QPushButton* const button : {tickAll_, tickNone_}) button->setAutoDefault(false);
-
-  auto* const below = new QHBoxLayout;
-  below->addWidget(count_, 1);
-  below->addWidget(tickAll_);
-  below->addWidget(tickNone_);
-  auto* const layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(find_);
-  layout->addWidget(list_, 1);
-  layout->addLayout(below);
+  LayOutTickList(*this, *list_,
+                 {.find = *find_, .count = *count_, .tickAll = *tickAll_, .tickNone = *tickNone_});
 }
 
 void StationPicker::SetRemarks(const std::vector<Remark>& remarks) {
