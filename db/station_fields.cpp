@@ -7,8 +7,8 @@
 
 namespace db {
 
-std::string ButtonField(int button, const char* suffix) {
-  return "B" + std::to_string(button) + " " + suffix;
+std::string ButtonField(int button, std::string_view suffix) {
+  return "B" + std::to_string(button) + " " + std::string(suffix);
 }
 
 int ButtonOfField(std::string_view field) {

@@ -30,7 +30,7 @@ inline constexpr char kButtonFirst[] = "First";
 inline constexpr char kButtonTargets[] = "Prog";
 
 // The name of a button's field, for example "B1 Type" for (1, kButtonType).  Buttons count from 1.
-std::string ButtonField(int button, const char* suffix);
+std::string ButtonField(int button, std::string_view suffix);
 
 // The button (from 1) that a field is of; 0 for one that is no button's.
 int ButtonOfField(std::string_view field);

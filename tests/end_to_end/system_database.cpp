@@ -9,6 +9,7 @@
 #include "db/jet/database.h"
 #include "db/schema.h"
 #include "db/station_fields.h"
+#include "db/table.h"
 
 namespace test {
 
@@ -82,6 +83,12 @@ void FillStation(OpenTables& tables, int stationNum, int channels, int pattern) 
   OpenTables::Check(stations.Update());
 }
 
+// The stations of which a table travels.
+int StationsIn(db::Table table, int channels) {
+  if (table == db::Table::Optos) return kOptos;
+  return db::RowsOf(table) == db::Rows::None ? LabelsOf(channels) : channels;
+}
+
 }  // namespace
 
 void CreateSystem(const fs::path& file, int channels, int pattern) {
@@ -126,17 +133,14 @@ std::vector<std::string> ReadTables(const fs::path& file, int channels) {
   };
   for (int stationNum = 1; stationNum <= LabelsOf(channels); ++stationNum) {
     tables.Seek(stationNum);
-    if (stationNum <= kOptos) {
-      for (const char* const field : {"OptoType", "OptoChannel", "OptoFirst", "OptoStations"}) {
-        add(stationNum, field);
+    for (const auto& [table, name] : db::kTableFields) {
+      if (stationNum > StationsIn(table, channels)) continue;
+      if (table != db::Table::Buttons) {
+        add(stationNum, std::string(name));
+        continue;
       }
-    }
-    for (const char* const field : {"Hidden", "Label", "InLabel"}) add(stationNum, field);
-    if (stationNum > channels) continue;
-    for (const char* const field : {"Inhibits", "Relays"}) add(stationNum, field);
-    for (int button = 1; button <= db::kButtons; ++button) {
-      for (const char* const suffix : {"Type", "First", "Prog"}) {
-        add(stationNum, db::ButtonField(button, suffix));
+      for (int button = 1; button <= db::kButtons; ++button) {
+        add(stationNum, db::ButtonField(button, name));
       }
     }
   }

@@ -5,7 +5,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "switcher/wire/message_table.h"
 #include "tests/support/fake_serial_port.h"
+#include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
 
 namespace switcher {
@@ -48,6 +52,17 @@ TEST_F(LiveCommandsTest, FailedTakeIsReportedAndBusyUntilTheLineHasDrained) {
   EXPECT_THAT(reporter_.reports,
               ElementsAre("critical|Serial Communications Error|Error Sending Take Command"
                           "\r\rError # 8020 - The line takes no bytes"));
+}
+
+TEST_F(LiveCommandsTest, EveryCommandOfTheLineHasAnOperation) {
+  std::set<std::uint8_t> codes;
+  EXPECT_TRUE(commands_.SendTake(1, 1, 0x02));
+  codes.insert(test::FromHex(port_.TakeWritten()).front());
+  EXPECT_TRUE(commands_.SendGain(0, 1));
+  codes.insert(test::FromHex(port_.TakeWritten()).front());
+  for (const MessageKind& kind : kMessages) {
+    EXPECT_EQ(codes.contains(kind.code), kind.use == MessageUse::Command) << kind.name;
+  }
 }
 
 // There is no send event to come; what opens the port again ends the sending.

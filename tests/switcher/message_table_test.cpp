@@ -8,6 +8,7 @@
 #include <set>
 
 #include "switcher/table.h"
+#include "tests/support/hex.h"
 #include "tests/support/message_codecs.h"
 
 namespace switcher {
@@ -49,23 +50,45 @@ TEST(MessageTable, WhatTheSwitcherKeepsIsOfATable) {
   }
 }
 
-// The fuzz target makes its streams of these.
-TEST(MessageTable, EveryMessageHasAnExampleThatIsAccepted) {
-  const test::MessageCounts counts = {.channels = 16,
+constexpr test::MessageCounts kCounts{.channels = 16,
                                       .stations = 16,
                                       .labels = 16,
                                       .buttons = 4,
                                       .optos = 2,
                                       .relays = 16,
                                       .targets = 16};
+
+// The fuzz target makes its streams of these.
+TEST(MessageTable, EveryMessageHasAnExampleThatIsAccepted) {
   for (const MessageKind& kind : kMessages) {
-    const Bytes example = test::ExampleMessage(kind.code, counts);
+    const Bytes example = test::ExampleMessage(kind.code, kCounts);
     ASSERT_FALSE(example.empty()) << kind.name;
     EXPECT_EQ(example.front(), kind.code) << kind.name;
     test::WithCodec(kind.code, [&](auto codec) {
       typename decltype(codec)::Value value{};
-      EXPECT_EQ(codec.Parse(example, counts, &value), DecodeStatus::Ok) << kind.name;
-      EXPECT_TRUE(value == codec.Example(counts)) << kind.name;
+      EXPECT_EQ(codec.Parse(example, kCounts, &value), DecodeStatus::Ok) << kind.name;
+      EXPECT_TRUE(value == codec.Example(kCounts)) << kind.name;
+    });
+  }
+}
+
+TEST(MessageTable, AMessageThatTheLineHasSpoiledIsRefused) {
+  for (const MessageKind& kind : kMessages) {
+    const Bytes example = test::ExampleMessage(kind.code, kCounts);
+    Bytes cutShort = example;
+    cutShort.erase(cutShort.end() - 2);
+    Bytes doubled = example;
+    doubled.insert(doubled.end() - 2, doubled[doubled.size() - 2]);
+    Bytes wrongSum = example;
+    wrongSum[wrongSum.size() - 2] ^= 0x01;
+    Bytes withoutEnd = example;
+    withoutEnd.back() = 0x7F;
+    test::WithCodec(kind.code, [&](auto codec) {
+      for (const Bytes& spoiled : {cutShort, doubled, wrongSum, withoutEnd}) {
+        typename decltype(codec)::Value value{};
+        EXPECT_NE(codec.Parse(spoiled, kCounts, &value), DecodeStatus::Ok)
+            << kind.name << ": " << test::Hex(spoiled);
+      }
     });
   }
 }

@@ -70,6 +70,19 @@ TEST_F(RetrievalTest, BringsEveryTableThatTheSwitcherSends) {
   }
 }
 
+// The rows of the map, the gains, the tally and the tables.
+TEST_F(RetrievalTest, AllThatIsAskedForBringsEveryMessageOfTheSwitcher) {
+  std::set<int> codes;
+  for (const char* const question : {"E5", "E4", "E7"}) {
+    for (const Bytes& message : Cut(test::FromHex(line_.Ask(question)))) {
+      codes.insert(message.front());
+    }
+  }
+  for (const switcher::MessageKind& kind : switcher::kMessages) {
+    EXPECT_EQ(codes.contains(kind.code), kind.FromSwitcher()) << kind.name;
+  }
+}
+
 TEST_F(RetrievalTest, EveryTableByteByByte) {
   State().outLabels[1] = "CAM 1   ";
   State().outLabels[2] = "{IC     ";
