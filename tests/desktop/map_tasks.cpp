@@ -98,6 +98,7 @@ void RecallByKeyboard(Hand& hand) {
   hand.Type("Yest");
   hand.Key("Return");
   hand.See("frmRecall");
+  hand.SeeReady("cmdOkRecall");
   hand.Key("alt+r");
 }
 
