@@ -6,10 +6,13 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPainter>
+#include <QProxyStyle>
+#include <QPushButton>
 #include <QStyleOption>
 #include <QToolBar>
 #include <algorithm>
@@ -297,6 +300,25 @@ TEST(ConsoleStyle, AClickBesideTheHandleOfASliderIsAPage) {
   const QStyle* const style = QApplication::style();
   EXPECT_EQ(style->styleHint(QStyle::SH_Slider_PageSetButtons), Qt::LeftButton);
   EXPECT_EQ(style->styleHint(QStyle::SH_Slider_AbsoluteSetButtons), Qt::NoButton);
+}
+
+// A desktop that wants pictures on the buttons of dialogs.
+class PicturesOnButtons : public QProxyStyle {
+ public:
+  PicturesOnButtons() : QProxyStyle(QStringLiteral("Fusion")) {}
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 1;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+  }
+};
+
+TEST(ConsoleStyle, ButtonsOfDialogsAreAlikeOnEveryDesktop) {
+  ConsoleStyle style;
+  style.setBaseStyle(new PicturesOnButtons);
+  QDialogButtonBox box;
+  box.setStyle(&style);
+  EXPECT_TRUE(box.addButton(QDialogButtonBox::Ok)->icon().isNull());
 }
 
 }  // namespace

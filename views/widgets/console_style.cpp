@@ -263,6 +263,7 @@ int ConsoleStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
                             QStyleHintReturn* returned) const {
   if (hint == SH_Slider_AbsoluteSetButtons) return Qt::NoButton;
   if (hint == SH_Slider_PageSetButtons) return Qt::LeftButton;
+  if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
   if (hint == SH_Table_GridLineColor && option != nullptr && IsOverFusion() &&
       IsDark(option->palette.color(QPalette::Base))) {
     return static_cast<int>(Blend(option->palette.color(QPalette::Text),

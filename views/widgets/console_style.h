@@ -18,6 +18,9 @@ namespace views {
 // Sliders: a click beside the handle moves it by a page, and no button makes it jump to the
 // pointer: a gain must not leap.
 //
+// Buttons of dialogs bear words alone, also those whose words are the toolkit's own: a desktop that
+// gives these pictures would set them apart from the console's.
+//
 // Colours: Fusion shows the focus by a tint and a box by a shade, which cannot be seen in dark
 // themes; over Fusion, both get a line.  On a dark window so do fields, lists, buttons, the handles
 // of scroll bars and the selected tab, and the lines of a grid are lighter than its ground.  The
