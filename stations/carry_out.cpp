@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "db/keep_position.h"
 #include "stations/batch.h"
 #include "stations/navigation.h"
 #include "stations/open_stations.h"
@@ -61,14 +62,17 @@ model::Status CarryOut(jet::Database& database, std::span<const Change> changes,
 model::Status CarryOut(jet::RecordSet& stations, std::span<const Change> changes,
                        Direction direction, const Author& author) {
   Batch batch(stations, author.changes);
-  for (const Change& change : changes) {
-    if (model::Status status = FindStation(stations, change.station); !status.ok()) return status;
-    if (stations.NoMatch()) continue;
-    Record record(stations);
-    for (const FieldChange& field : change.fields) {
-      record.Set(field.field, WayOf(field, direction).to);
+  {
+    const db::KeepPosition keep(stations);  // who hears of the changes may draw the current record
+    for (const Change& change : changes) {
+      if (model::Status status = FindStation(stations, change.station); !status.ok()) return status;
+      if (stations.NoMatch()) continue;
+      Record record(stations);
+      for (const FieldChange& field : change.fields) {
+        record.Set(field.field, WayOf(field, direction).to);
+      }
+      if (model::Status status = record.Commit(author); !status.ok()) return status;
     }
-    if (model::Status status = record.Commit(author); !status.ok()) return status;
   }
   return batch.Commit();
 }

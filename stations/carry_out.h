@@ -43,7 +43,7 @@ model::Status FindConflicts(jet::Database& database, std::span<const Change> cha
 model::Status CarryOut(jet::Database& database, std::span<const Change> changes,
                        Direction direction, const Author& author);
 
-// The same by moving in `stations`: the caller holds a db::KeepPosition.
+// The same in `stations`, which stands where it stood when the observers of the changes are told.
 model::Status CarryOut(jet::RecordSet& stations, std::span<const Change> changes,
                        Direction direction, const Author& author);
 

@@ -13,6 +13,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "app/shell/command_letters.h"
 #include "app/shell/focus_in_sight.h"
 #include "app/shell/in_sight.h"
 #include "views/widgets/icon.h"
@@ -49,6 +50,7 @@ MainWindow::MainWindow(const CommandTable& commands)
   setCentralWidget(centre);
   setStatusBar(statusBar_);
   new FocusInSight(*area_, this);
+  new CommandLetters(this);
 
   pollTimer_.setParent(this);
   pollTimer_.setObjectName(QStringLiteral("tmrPoll"));

@@ -7,9 +7,12 @@
 
 #include <QAbstractButton>
 #include <QDialog>
+#include <QLineEdit>
 #include <QSignalSpy>
 
 #include "app/paper/export_menu.h"
+#include "app/shell/open_views.h"
+#include "app/shell/stored_elsewhere.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
@@ -51,6 +54,22 @@ TEST_F(ImportCommandTest, WhatWasExportedAndChangedComesBack) {
   ASSERT_THAT(notes_, SizeIs(1));
   EXPECT_EQ(notes_[0][0].toString(),
             QStringLiteral("From a file: Label of station 3 (labels.csv)"));
+}
+
+// Else what is edited next would be stored for another station than the one that is shown.
+TEST_F(ImportCommandTest, TheStationThatIsProgrammedStaysShown) {
+  OpenViews views(*console_.area, console_.Services());
+  const StoredElsewhere storedElsewhere(console_.changes, views);
+  console_.GoToStation(9);
+  views.ShowButtons();
+  const auto& port = test::Find<QLineEdit>(*views.Buttons(), "txtPortNmbr");
+  ASSERT_EQ(port.text(), QStringLiteral("9"));
+  test::WriteFile(folder_ / "labels.csv", "Station,Station Label\r\n5,GALLERY\r\n6,SOUND\r\n");
+  import_.Open(Path("labels.csv"));
+  test::Find<QAbstractButton>(*console_.window, "cmdOkImport").click();
+  ASSERT_EQ(console_.Text(6, "Label"), "SOUND");
+  EXPECT_EQ(port.text(), QStringLiteral("9"));
+  EXPECT_EQ(console_.CurrentStation(), 9);
 }
 
 TEST_F(ImportCommandTest, AFileThatCannotBeReadIsReported) {

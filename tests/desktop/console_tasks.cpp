@@ -85,6 +85,7 @@ void ImportByKeyboard(Hand& hand) {
   hand.Type(std::string("~/") + kLabelFile);
   hand.Key("Return");
   hand.See("frmImport");
+  hand.SeeReady("cmdOkImport");
   hand.Key("alt+i");
 }
 
@@ -127,6 +128,7 @@ void SheetsByKeyboard(Hand& hand) {
   hand.SeeFocus("txtFindSheets");
   hand.Type("CAM");
   hand.Key("alt+l");
+  hand.SeeReady("cmdPdfSheets");
   hand.Key("alt+p");
   hand.See("aidSheetsDialog");
   hand.Type(std::string("~/") + kSheets);

@@ -32,13 +32,16 @@ Desktop::~Desktop() {
   End(server_);
 }
 
-// It chooses a number that nobody uses, and says which.
+// It chooses a number that nobody uses, and says which.  It begins anew whenever nobody uses it any
+// more, which would be so between two looks whether the window manager is there, and would shut
+// that out: it is told not to.
 bool Desktop::StartServer() {
   DieWithParent(server_);
-  server_.start(QStringLiteral("Xvfb"),
-                {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-nolisten"),
-                 QStringLiteral("tcp"), QStringLiteral("-screen"), QStringLiteral("0"),
-                 QStringLiteral("%1x%2x24").arg(screen_.width()).arg(screen_.height())});
+  server_.start(
+      QStringLiteral("Xvfb"),
+      {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-noreset"),
+       QStringLiteral("-nolisten"), QStringLiteral("tcp"), QStringLiteral("-screen"),
+       QStringLiteral("0"), QStringLiteral("%1x%2x24").arg(screen_.width()).arg(screen_.height())});
   if (!server_.waitForStarted(kPatience)) return false;
   QByteArray number;
   while (!number.endsWith('\n') && server_.waitForReadyRead(kPatience)) {

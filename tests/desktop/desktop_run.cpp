@@ -54,14 +54,14 @@ std::vector<Task> TasksCalled(const std::string& name) {
   return tasks;
 }
 
-// With all windows side by side in a window as large as the screen.
-bool Arrange(Scene& scene) {
+// With all windows side by side in a window as large as the screen.  What is amiss.
+std::string Arrange(Scene& scene) {
   desktop::Hand& hand = scene.Operator();
   hand.DoubleClickTitle("frmMain");
   hand.Until("it is as wide as the screen",
              [&] { return hand.Frame("frmMain").width() >= scene.Screen().Pixels().width(); });
   scene.Console().Trigger("ID_TileVertical");
-  return hand.Failure().empty();
+  return hand.Failure();
 }
 
 // What a task took.
@@ -95,8 +95,10 @@ std::vector<Taken> DoAll(const std::vector<Task>& tasks, bool byMouse, const des
                          const std::filesystem::path& folder) {
   std::vector<Taken> steps(tasks.size());
   Scene scene(look);
-  if (!scene.Begin() || !Arrange(scene)) {
-    std::printf("The console does not come up\n");
+  std::string amiss = scene.Begin();
+  if (amiss.empty()) amiss = Arrange(scene);
+  if (!amiss.empty()) {
+    std::printf("%s\n", amiss.c_str());
     return steps;
   }
   for (std::size_t i = 0; i < tasks.size(); ++i) {

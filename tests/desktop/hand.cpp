@@ -203,4 +203,16 @@ void Hand::SeeFocus(const char* widget) {
   Fail(std::string("the keyboard is not with ") + widget + ", but with " + Focused("widget"));
 }
 
+void Hand::SeeReady(const char* button) {
+  Until(std::string(button) + " can be pressed", [&] {
+    return console_
+        .Ask({{QStringLiteral("do"), QStringLiteral("find")},
+              {QStringLiteral("object"), QLatin1String(button)}})
+        .value(QLatin1String("value"))
+        .toObject()
+        .value(QLatin1String("enabled"))
+        .toBool();
+  });
+}
+
 }  // namespace desktop

@@ -65,6 +65,8 @@ class Hand {
   // Waits until a window has the keyboard, or the widget.
   void See(const char* window);
   void SeeFocus(const char* widget);
+  // Waits until a button is no longer grey.
+  void SeeReady(const char* button);
   // Waits until something holds, and says what was waited for when it does not.
   void Until(const std::string& what, const std::function<bool()>& holds);
 

@@ -70,12 +70,15 @@ void StoreYesterday(Scene& scene) {
   test::ConsoleProcess& console = scene.Console();
   console.Trigger("aidPresets");
   scene.Operator().See("frmPresets");
+  std::size_t kept = 0;
   for (const char* const name : {"Yesterday", "Evening"}) {
     console.Set("txtPresetName", "text", QLatin1String(name));
     console.Click("cmdStorePreset");
+    ++kept;
+    // Written behind the window, which then shows the name of what is kept.
+    scene.Operator().Until(std::string(name) + " is kept",
+                           [&] { return console.Rows("lstPresets").size() == kept; });
   }
-  scene.Operator().Until("two presets are kept",
-                         [&] { return console.Rows("lstPresets").size() == 2; });
   console.Click("aidClosePresets");
   Change(scene, "break 10 20", 10);
   Change(scene, "make 11 22", 11);
@@ -98,6 +101,7 @@ void RecallByKeyboard(Hand& hand) {
   hand.Type("Yest");
   hand.Key("Return");
   hand.See("frmRecall");
+  hand.SeeReady("cmdOkRecall");
   hand.Key("alt+r");
 }
 

@@ -32,8 +32,9 @@ class Scene {
  public:
   explicit Scene(const Look& look);
 
-  // Whether the console is up, its map complete, and its main window has the keyboard.
-  bool Begin();
+  // Waits until the console is up, its map complete, and its main window has the keyboard; says
+  // what is amiss, and nothing when all is well.
+  std::string Begin();
   // Somebody else operates it, who has made no step and failed at nothing.
   void ChangeOperator();
   // The console ends as it should, and has saved everything; whether it did.
@@ -51,6 +52,8 @@ class Scene {
   const test::ConsoleFolder& Folder() const { return folder_; }
 
  private:
+  std::filesystem::path ForeignLeaks() const { return folder_ / "foreign-leaks"; }
+
   const Look look_;
   Desktop desktop_;
   test::ConsoleFolder folder_;

@@ -71,6 +71,7 @@ void GroupByKeyboard(Hand& hand) {
   hand.See("frmCopyTo");
   hand.Type("CAM");
   hand.Key("alt+l");
+  hand.SeeReady("cmdOkCopy");
   hand.Key("alt+y");
 }
 

@@ -119,7 +119,7 @@ std::string Words(const QRect& rect) {
 std::vector<std::string> LookAtWindows(const Look& look, const std::filesystem::path& folder) {
   std::vector<std::string> faults;
   Scene scene(look);
-  if (!scene.Begin()) return {"The console does not come up"};
+  if (const std::string amiss = scene.Begin(); !amiss.empty()) return {amiss};
   // The console rounds what the window manager puts around a window to pixels of its own.
   const int slack = look.scale == 1 ? 0 : look.scale;
   const QRect screen = QRect(QPoint(), look.screen).adjusted(-slack, -slack, slack, slack);

@@ -118,6 +118,31 @@ TEST_F(CarryOutTest, TheSharedRecordSetStaysWhereItIs) {
   EXPECT_EQ(database_.CurrentStation(), 7);
 }
 
+// Whoever hears of it and draws the current record draws that of the operator.
+TEST_F(CarryOutTest, WhatItMovesInStandsWhereItStoodWhenItIsToldOf) {
+  class Where : public ChangeObserver {
+   public:
+    Where(Changes& changes, test::SmallDatabase& database)
+        : ChangeObserver(changes), database_(database) {}
+    void Changed(std::span<const Change> /*changes*/) override {
+      station_ = database_.CurrentStation();
+    }
+    int Station() const { return station_; }
+
+   private:
+    test::SmallDatabase& database_;
+    int station_ = 0;
+  };
+  const Where where(changes_, database_);
+  database_.GoTo(7);
+  ASSERT_TRUE(stations::CarryOut(*database_.Files().Stations(), {{LabelOf(5, "MIC", "LINE")}},
+                                 Direction::Again, {changes_, Origin::File})
+                  .ok());
+  EXPECT_EQ(database_.Field(5, "Label"), "LINE");
+  EXPECT_EQ(where.Station(), 7);
+  EXPECT_EQ(database_.CurrentStation(), 7);
+}
+
 TEST(FoldTest, OfAStationChangedTwiceAtOnceTheFirstAndTheLastCount) {
   const std::vector<Change> changes = {{Origin::Operator, 2, {{"Label", "A", "B"}}},
                                        {Origin::Operator, 2, {{"Label", "B", "C"}}}};

@@ -6,10 +6,13 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPainter>
+#include <QProxyStyle>
+#include <QPushButton>
 #include <QStyleOption>
 #include <QToolBar>
 #include <algorithm>
@@ -86,6 +89,78 @@ TEST(ConsoleStyle, FieldsListsAndButtonsAreSeenOnADarkWindow) {
                            palette),
               kVisible)
         << "what can only be read looks like no field";
+  }
+}
+
+TEST(ConsoleStyle, TheHandleOfAScrollBarIsSeenOnADarkWindow) {
+  QPalette contrast(Qt::black);
+  contrast.setColor(QPalette::WindowText, Qt::white);
+  for (const QPalette& palette : {Dark(), contrast}) {
+    QStyleOptionSlider bar;
+    bar.rect = QRect(0, 0, 16, 200);
+    bar.palette = palette;
+    bar.state = QStyle::State_Enabled;
+    bar.orientation = Qt::Vertical;
+    bar.maximum = 100;
+    bar.pageStep = 100;
+    bar.subControls = QStyle::SC_All;
+    QImage image(bar.rect.size(), QImage::Format_RGB32);
+    image.fill(palette.color(QPalette::Window));
+    QPainter painter(&image);
+    QApplication::style()->drawComplexControl(QStyle::CC_ScrollBar, &bar, &painter);
+    painter.end();
+    // At its top it fills the upper half of the way between the arrows.
+    for (const int edge : {40, 90}) {
+      double largest = 1;
+      for (int y = edge; y < edge + 20; ++y) {
+        largest =
+            std::max(largest, Contrast(image.pixelColor(8, y), palette.color(QPalette::Window)));
+      }
+      EXPECT_EQ(largest >= kVisible, edge == 90)
+          << largest << " on " << palette.color(QPalette::Window).name().toStdString();
+    }
+  }
+}
+
+TEST(ConsoleStyle, TheLinesOfAGridAreSeenOnADarkGround) {
+  constexpr double kFaint = 1.5;  // a line that everybody sees would hide what stands between
+  QPalette contrast(Qt::black);
+  contrast.setColor(QPalette::Text, Qt::white);
+  contrast.setColor(QPalette::Base, Qt::black);
+  for (const QPalette& palette : {Dark(), contrast}) {
+    QStyleOptionViewItem option;
+    option.palette = palette;
+    const int line = QApplication::style()->styleHint(QStyle::SH_Table_GridLineColor, &option);
+    EXPECT_GE(Contrast(QColor::fromRgb(static_cast<QRgb>(line)), palette.color(QPalette::Base)),
+              kFaint)
+        << palette.color(QPalette::Base).name().toStdString();
+  }
+}
+
+TEST(ConsoleStyle, TheSelectedTabIsToldFromTheOthersOnADarkWindow) {
+  QPalette contrast(Qt::black);
+  contrast.setColor(QPalette::WindowText, Qt::white);
+  contrast.setColor(QPalette::Highlight, QColor(0x00, 0xFF, 0xFF));
+  for (const QPalette& palette : {Dark(), contrast}) {
+    for (const bool isSelected : {false, true}) {
+      QStyleOptionTab tab;
+      tab.rect = QRect(0, 0, 100, 28);
+      tab.palette = palette;
+      tab.state = QStyle::State_Enabled;
+      if (isSelected) tab.state |= QStyle::State_Selected;
+      QImage image(tab.rect.size(), QImage::Format_RGB32);
+      image.fill(palette.color(QPalette::Window));
+      QPainter painter(&image);
+      QApplication::style()->drawControl(QStyle::CE_TabBarTabShape, &tab, &painter);
+      painter.end();
+      double largest = 1;
+      for (int y = 0; y < tab.rect.height(); ++y) {
+        largest =
+            std::max(largest, Contrast(image.pixelColor(50, y), palette.color(QPalette::Window)));
+      }
+      EXPECT_EQ(largest >= kVisible, isSelected)
+          << largest << " on " << palette.color(QPalette::Window).name().toStdString();
+    }
   }
 }
 
@@ -225,6 +300,25 @@ TEST(ConsoleStyle, AClickBesideTheHandleOfASliderIsAPage) {
   const QStyle* const style = QApplication::style();
   EXPECT_EQ(style->styleHint(QStyle::SH_Slider_PageSetButtons), Qt::LeftButton);
   EXPECT_EQ(style->styleHint(QStyle::SH_Slider_AbsoluteSetButtons), Qt::NoButton);
+}
+
+// A desktop that wants pictures on the buttons of dialogs.
+class PicturesOnButtons : public QProxyStyle {
+ public:
+  PicturesOnButtons() : QProxyStyle(QStringLiteral("Fusion")) {}
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 1;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+  }
+};
+
+TEST(ConsoleStyle, ButtonsOfDialogsAreAlikeOnEveryDesktop) {
+  ConsoleStyle style;
+  style.setBaseStyle(new PicturesOnButtons);
+  QDialogButtonBox box;
+  box.setStyle(&style);
+  EXPECT_TRUE(box.addButton(QDialogButtonBox::Ok)->icon().isNull());
 }
 
 }  // namespace

@@ -90,6 +90,8 @@ void DrawProgramming() {
     Save(*dialog, QLatin1String(action).mid(3));
     dialog->close();
   }
+  console.Find<QComboBox>(QStringLiteral("aidStation")).showPopup();
+  SaveWithPopup(*console.window, QStringLiteral("buttons-stations"));
   GoToTab(console, kThirdPage);
   Save(*console.subWindow, QStringLiteral("buttons-page3"));
   GoToTab(console, kFirstPage);

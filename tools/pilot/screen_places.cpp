@@ -14,6 +14,7 @@
 #include <QTabBar>
 #include <QToolButton>
 #include <QWidget>
+#include <QWindow>
 
 namespace pilot {
 namespace {
@@ -98,8 +99,11 @@ std::optional<QRect> PlaceOnScreen(QObject& object, const QJsonObject& request) 
   return InPixels(place, part->widget->devicePixelRatio());
 }
 
+// A widget keeps the frame that it asked for when it was shown, and a window manager may not have
+// made it by then: the window itself asks again.
 QRect FrameOnScreen(const QWidget& window) {
-  return InPixels(window.frameGeometry(), window.devicePixelRatio());
+  const QWindow* const handle = window.windowHandle();
+  return handle == nullptr ? QRect() : InPixels(handle->frameGeometry(), window.devicePixelRatio());
 }
 
 QJsonObject KeyboardFocus() {

@@ -8,9 +8,12 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QScreen>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <utility>
+
+#include "views/programming/page_metrics.h"
 
 namespace views {
 namespace {
@@ -19,6 +22,15 @@ constexpr int kFinderCharacters = 12;
 constexpr int kFinderItems = 16;
 constexpr int kBetweenFinderColumns = 2;  // characters
 constexpr int kLabelRole = Qt::UserRole + 1;
+
+// Items as high as what is clicked elsewhere.
+class FinderItems : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return QStyledItemDelegate::sizeHint(option, index).expandedTo(QSize(0, kSmallestTarget));
+  }
+};
 
 QString ItemOf(int number, const QString& label) {
   return QStringLiteral("%1  %2").arg(number).arg(label).trimmed();
@@ -43,6 +55,7 @@ StationFinder::StationFinder(std::function<std::vector<PickableStation>()> stati
   list->setWrapping(true);
   list->setResizeMode(QListView::Adjust);
   setView(list);
+  setItemDelegate(new FinderItems(this));
   completer()->setCompletionMode(QCompleter::PopupCompletion);
   completer()->setFilterMode(Qt::MatchContains);
   completer()->setCaseSensitivity(Qt::CaseInsensitive);

@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QPainter>
 #include <QStyleOption>
+#include <QTabBar>
 #include <QToolBar>
 
 #include <algorithm>
@@ -27,6 +28,8 @@ constexpr double kDisabledBoxLine = 0.25;  // of the ink
 constexpr double kFocusRadius = 2;
 constexpr double kDarkFrame = 0.4;  // of the ink
 constexpr double kFrameRadius = 2;
+constexpr int kSelectedTabLine = 2;
+constexpr double kDarkGridLine = 0.25;  // of the ink
 
 constexpr double kLeastPlaceholderContrast = 3;
 constexpr double kLeastTitleContrast = 3;
@@ -74,7 +77,8 @@ void DrawFocusLine(const QStyleOption& option, QPainter& painter) {
   painter.restore();
 }
 
-// The frame of a field, a list or a button.  Fusion makes it darker than the window, which on a
+// The frame of a field, a list or a button.  Fusion makes it, as that of the handle of a scroll
+// bar, darker than the window, which on a
 // dark one cannot be seen.
 bool IsFrameLost(QStyle::PrimitiveElement element, const QStyleOption& option) {
   if (!IsDark(option.palette.color(QPalette::Window))) return false;
@@ -90,9 +94,8 @@ bool IsFrameLost(QStyle::PrimitiveElement element, const QStyleOption& option) {
                                   {QStyleOptionButton::DefaultButton, QStyleOptionButton::Flat});
 }
 
-void DrawLostFrame(QStyle::PrimitiveElement element, const QStyleOption& option,
+void DrawLostFrame(const QRect& rect, double radius, const QStyleOption& option,
                    QPainter& painter) {
-  const double radius = element == QStyle::PE_Frame ? 0 : kFrameRadius;
   const double share = option.state.testFlag(QStyle::State_Enabled) ? kDarkFrame : kDarkFrame / 2;
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
@@ -100,8 +103,22 @@ void DrawLostFrame(QStyle::PrimitiveElement element, const QStyleOption& option,
                             option.palette.color(QPalette::Window), share),
                       1));
   painter.setBrush(Qt::NoBrush);
-  painter.drawRoundedRect(LineOf(option.rect), radius, radius);
+  painter.drawRoundedRect(LineOf(rect), radius, radius);
   painter.restore();
+}
+
+// Fusion makes the selected tab lighter than the others; what is black stays black.
+bool IsSelectedTabLost(const QStyleOption& option) {
+  const auto* const tab = qstyleoption_cast<const QStyleOptionTab*>(&option);
+  return tab != nullptr && tab->shape == QTabBar::RoundedNorth &&
+         tab->state.testFlag(QStyle::State_Selected) &&
+         IsDark(option.palette.color(QPalette::Window));
+}
+
+void DrawSelectedTab(const QStyleOption& option, QPainter& painter) {
+  QRect line = option.rect.adjusted(1, 0, -1, 0);
+  line.setHeight(kSelectedTabLine);
+  painter.fillRect(line, option.palette.color(QPalette::Highlight));
 }
 
 void KeepPlaceholderReadable(QPalette::ColorGroup group, QPalette& palette) {
@@ -155,7 +172,9 @@ void ConsoleStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
                                  QPainter* painter, const QWidget* widget) const {
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   if (!IsOverFusion()) return;
-  if (IsFrameLost(element, *option)) DrawLostFrame(element, *option, *painter);
+  if (IsFrameLost(element, *option)) {
+    DrawLostFrame(option->rect, element == PE_Frame ? 0 : kFrameRadius, *option, *painter);
+  }
   const bool showsFocus = option->state.testFlag(State_KeyboardFocusChange);
   switch (element) {
     case PE_FrameFocusRect:
@@ -181,6 +200,9 @@ void ConsoleStyle::drawControl(ControlElement element, const QStyleOption* optio
   if (element != CE_MenuItem || item == nullptr || item->icon.isNull() ||
       !item->state.testFlag(State_Selected) || !item->state.testFlag(State_Enabled)) {
     QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_TabBarTabShape && IsOverFusion() && IsSelectedTabLost(*option)) {
+      DrawSelectedTab(*option, *painter);
+    }
     return;
   }
   const int size = proxy()->pixelMetric(PM_SmallIconSize, option, widget);
@@ -195,6 +217,11 @@ void ConsoleStyle::drawComplexControl(ComplexControl control, const QStyleOption
   const auto* const title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
   if (control != CC_TitleBar || title == nullptr || !IsOverFusion()) {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_ScrollBar && IsOverFusion() &&
+        IsDark(option->palette.color(QPalette::Window))) {
+      const QRect handle = subControlRect(control, option, SC_ScrollBarSlider, widget);
+      DrawLostFrame(handle, 0, *option, *painter);
+    }
     return;
   }
   QStyleOptionTitleBar readable = *title;
@@ -236,6 +263,13 @@ int ConsoleStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
                             QStyleHintReturn* returned) const {
   if (hint == SH_Slider_AbsoluteSetButtons) return Qt::NoButton;
   if (hint == SH_Slider_PageSetButtons) return Qt::LeftButton;
+  if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+  if (hint == SH_Table_GridLineColor && option != nullptr && IsOverFusion() &&
+      IsDark(option->palette.color(QPalette::Base))) {
+    return static_cast<int>(Blend(option->palette.color(QPalette::Text),
+                                  option->palette.color(QPalette::Base), kDarkGridLine)
+                                .rgb());
+  }
   return QProxyStyle::styleHint(hint, option, widget, returned);
 }
 

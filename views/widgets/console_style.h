@@ -18,8 +18,12 @@ namespace views {
 // Sliders: a click beside the handle moves it by a page, and no button makes it jump to the
 // pointer: a gain must not leap.
 //
+// Buttons of dialogs bear words alone, also those whose words are the toolkit's own: a desktop that
+// gives these pictures would set them apart from the console's.
+//
 // Colours: Fusion shows the focus by a tint and a box by a shade, which cannot be seen in dark
-// themes; over Fusion, both get a line.  So do fields, lists and buttons on a dark window.  The
+// themes; over Fusion, both get a line.  On a dark window so do fields, lists, buttons, the handles
+// of scroll bars and the selected tab, and the lines of a grid are lighter than its ground.  The
 // picture of the lit menu item has the colour of its text.  A placeholder that would be dark on
 // dark can be read, and so can the titles of child windows.  Tips have a light ground in dark
 // themes, too: every other band of a grid has their colour, and those between are always light.

@@ -102,6 +102,7 @@ TEST_F(StationFinderTest, TheListShowsAllStationsAtOnce) {
     const QRect item = list.visualRect(list.model()->index(row, 0));
     EXPECT_TRUE(list.viewport()->rect().contains(item)) << row;
     EXPECT_GE(item.width(), list.sizeHintForColumn(0)) << row;
+    EXPECT_GE(item.height(), 20) << "it is clicked";
   }
   QTest::mouseMove(list.viewport(), list.visualRect(list.model()->index(36, 0)).center());
   QTest::qWait(QApplication::doubleClickInterval());  // the release of the opening click is ignored
