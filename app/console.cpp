@@ -263,6 +263,7 @@ Console::Console(AppFolder folder)
   ConnectJournal();
   ConnectSettings();
   ConnectSentFile();
+  ConnectPlaces();
   ConnectNetwork();
   ConnectShutDown();
   connect(&opening_, &Opening::Loaded, this, [this] {
@@ -360,6 +361,16 @@ void Console::ConnectSentFile() {
   });
   connect(&sentFile_, &SentFile::Written, this,
           [this] { window_.Hints().Withdraw(Hint::SentFails); });
+}
+
+void Console::ConnectPlaces() {
+  connect(&places_, &config::WindowSettings::Failed, this, [this](const QString& why) {
+    const QString text = tr("Where the windows stand cannot be kept: %1").arg(why);
+    window_.Hints().Give(Hint::PlacesFail, text);
+    log_.Note(text);  // at the end of the run nobody sees a hint
+  });
+  connect(&places_, &config::WindowSettings::Written, this,
+          [this] { window_.Hints().Withdraw(Hint::PlacesFail); });
 }
 
 void Console::ConnectNetwork() {
@@ -466,6 +477,7 @@ void Console::ConnectShutDown() {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
   connect(&shutDown_, &ShutDown::Ending, &presets_, &Presets::CancelNow);
   connect(&shutDown_, &ShutDown::Ending, &restoreBackup_, &RestoreBackup::CancelNow);
+  connect(&shutDown_, &ShutDown::SavingDatabase, &journal_, &JournalKeeper::WriteBeforeSaving);
   connect(&shutDown_, &ShutDown::SavingDatabase, &backups_, &BackupKeeper::NoteMainFile);
   connect(&shutDown_, &ShutDown::DatabaseSaved, &log_, [this] { log_.Note(tr("Database saved")); });
   // Behind the journal, which says first that the run is saved.
@@ -474,6 +486,7 @@ void Console::ConnectShutDown() {
   });
   connect(&shutDown_, &ShutDown::AllClosed, this, [this] {
     network_.CloseOpenGateway();
+    places_.Write();
     const QDeadlineTimer patience(kPatience);
     sentFile_.Finish(patience);
     lockKeeper_.Finish(patience);

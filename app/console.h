@@ -85,6 +85,7 @@ class Console : public QObject {
   void ConnectJournal();
   void ConnectSettings();
   void ConnectSentFile();
+  void ConnectPlaces();
   void ConnectNetwork();
   void ConnectShutDown();
   void ShowDemoMode();

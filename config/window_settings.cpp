@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include "config/profile_number.h"
 #include "files/whole_file.h"
@@ -64,7 +65,7 @@ QString StoreFile() {
 }
 
 // The toolkit would wait for a pipe, read a device for ever and put a file in its place.
-model::Status OpenStore(std::optional<QSettings>& store) {
+model::Status OpenStore(std::unique_ptr<QSettings>& store) {
   const QString name = StoreFile();
   std::string present;
   const files::Outcome read =
@@ -72,15 +73,15 @@ model::Status OpenStore(std::optional<QSettings>& store) {
   if (!read.ok() && read.error != std::errc::no_such_file_or_directory) {
     return {model::kFileAccess, read.text};
   }
-  store.emplace(name, QSettings::NativeFormat);
+  store = std::make_unique<QSettings>(name, QSettings::NativeFormat);
   return {};
 }
 
 #else
 
-model::Status OpenStore(std::optional<QSettings>& store) {
-  store.emplace(QSettings::NativeFormat, QSettings::UserScope, QLatin1String(kOrganization),
-                QLatin1String(kApplication));
+model::Status OpenStore(std::unique_ptr<QSettings>& store) {
+  store = std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope,
+                                      QLatin1String(kOrganization), QLatin1String(kApplication));
   return {};
 }
 
@@ -109,7 +110,26 @@ int WindowSettings::Twips(const QString& key) const {
 }
 
 void WindowSettings::SetText(const QString& key, const QString& text) {
-  if (store_) store_->setValue(KeyInStore(key), text);
+  if (!store_) return;
+  store_->setValue(KeyInStore(key), text);
+  if (std::exchange(isDue_, true)) return;
+  QMetaObject::invokeMethod(this, &WindowSettings::Write, Qt::QueuedConnection);
+}
+
+void WindowSettings::Write() {
+  isDue_ = false;
+  if (!store_) return;
+  // One that has failed says so for good.  Another one of the same file has what it could not
+  // write.
+  if (hasFailed_) store_ = std::make_unique<QSettings>(store_->fileName(), store_->format());
+  store_->sync();
+  const bool fails = store_->status() == QSettings::AccessError;
+  if (std::exchange(hasFailed_, fails) == fails) return;
+  if (fails) {
+    Q_EMIT Failed(QStringLiteral("Cannot write ") + QFileInfo(store_->fileName()).fileName());
+  } else {
+    Q_EMIT Written();
+  }
 }
 
 }  // namespace config

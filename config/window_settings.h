@@ -3,9 +3,10 @@
 #ifndef CONFIG_WINDOW_SETTINGS_H_
 #define CONFIG_WINDOW_SETTINGS_H_
 
+#include <QObject>
 #include <QSettings>
 #include <QString>
-#include <optional>
+#include <memory>
 
 #include "config/ini_file.h"
 #include "model/status.h"
@@ -26,7 +27,9 @@ void SetPlacesSection(const QString& section, IniFile& file);
 //
 // Keys are a prefix ("Main", "Butns", "Alphas", "Xmap") and "Left", "Top",
 // "Width" or "Height"; values are decimal texts in twips (15 to a pixel).
-class WindowSettings {
+class WindowSettings : public QObject {
+  Q_OBJECT
+
  public:
   // Those of the section; of "Settings" when it is empty.
   explicit WindowSettings(const QString& section);
@@ -39,18 +42,31 @@ class WindowSettings {
   // far beyond any screen.
   int Twips(const QString& key) const;
 
+  // The store has it when the event loop has had its turn, or with Write().
   void SetText(const QString& key, const QString& text);
+
+  // Brings what was stored to the disk.
+  void Write();
 
   // Why the store cannot be used: something other than a file of at most 1 MiB has its name.  Then
   // every key has its default and nothing is stored.
   const model::Status& Problem() const { return problem_; }
 
+ Q_SIGNALS:
+  // What was stored could not be written, and why.  It is tried again with the next that is; of its
+  // failures nobody is told again.
+  void Failed(const QString& why);
+  // It could be written again.
+  void Written();
+
  private:
   QString KeyInStore(const QString& key) const { return section_ + u'/' + key; }
 
-  std::optional<QSettings> store_;
+  std::unique_ptr<QSettings> store_;
   const model::Status problem_;
   const QString section_;
+  bool isDue_ = false;      // it is about to be written
+  bool hasFailed_ = false;  // the last time
 };
 
 }  // namespace config

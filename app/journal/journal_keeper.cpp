@@ -118,6 +118,12 @@ bool JournalKeeper::EndRun(std::int64_t run, Kind kind) {
   return ended.ok();
 }
 
+void JournalKeeper::WriteBeforeSaving() {
+  if (waiting_.IsEmpty()) return;
+  digest_.waitForFinished();
+  WriteWaiting();
+}
+
 void JournalKeeper::RunSaved() {
   waiting_.Clear();
   const std::int64_t run = journal_.ThisRun();

@@ -76,6 +76,10 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   // written.
   bool EndRun(std::int64_t run, stations::JournalLine::Kind kind);
 
+  // The file of the database is about to be replaced, which takes a slow disk its time: what waits
+  // for the digest is written first.
+  void WriteBeforeSaving();
+
   // What this run has changed is in the file of the database.
   void RunSaved();
 

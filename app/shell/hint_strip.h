@@ -39,6 +39,7 @@ enum class Hint : std::uint8_t {
   ConnectionFlood,
   WindowRescued,
   LogFile,
+  PlacesFail,
   OpenTakes,
   Demo
 };

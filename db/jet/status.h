@@ -4,6 +4,7 @@
 #define DB_JET_STATUS_H_
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -42,35 +43,44 @@ enum class ErrorNumber : int {
 inline constexpr std::uint32_t kNoPage = 0xFFFFFFFF;
 
 // The outcome of an operation of this library.  It must be looked at.
+//
+// Success is a null pointer: nearly every call returns it, and what went wrong is only looked at.
 class [[nodiscard]] Status {
  public:
   // Success.
   Status() = default;
 
-  // A failure.  `text` is one sentence without its full stop, in UTF-8; `page` is the page of
-  // the file where it went wrong, when it has one.
+  // A failure: `number` is not None.  `text` is one sentence without its full stop, in UTF-8;
+  // `page` is the page of the file where it went wrong, when it has one.
   Status(ErrorNumber number, std::string text, std::uint32_t page = kNoPage)
-      : number_(number), text_(std::move(text)), page_(page) {}
+      : failure_(std::make_shared<const Failure>(number, std::move(text), page)) {}
 
-  bool ok() const { return number_ == ErrorNumber::None; }
-  ErrorNumber Error() const { return number_; }
+  bool ok() const { return failure_ == nullptr; }
+  ErrorNumber Error() const { return ok() ? ErrorNumber::None : failure_->number; }
 
   // 0 on success.
-  int Number() const { return static_cast<int>(number_); }
+  int Number() const { return static_cast<int>(Error()); }
 
   // The sentence alone, and the page or kNoPage.
-  const std::string& Text() const { return text_; }
-  std::uint32_t Page() const { return page_; }
+  std::string Text() const { return ok() ? std::string() : failure_->text; }
+  std::uint32_t Page() const { return ok() ? kNoPage : failure_->page; }
 
   // The sentence and, where it has one, " (page 17)".
   std::string Description() const {
-    return page_ == kNoPage ? text_ : text_ + " (page " + std::to_string(page_) + ")";
+    return Page() == kNoPage ? Text() : Text() + " (page " + std::to_string(Page()) + ")";
   }
 
  private:
-  ErrorNumber number_ = ErrorNumber::None;
-  std::string text_;
-  std::uint32_t page_ = kNoPage;
+  struct Failure {
+    Failure(ErrorNumber theNumber, std::string theText, std::uint32_t thePage)
+        : number(theNumber), text(std::move(theText)), page(thePage) {}
+
+    ErrorNumber number;
+    std::string text;
+    std::uint32_t page;
+  };
+
+  std::shared_ptr<const Failure> failure_;
 };
 
 }  // namespace jet

@@ -2,6 +2,7 @@
 
 #include "config/window_settings.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -10,6 +11,9 @@
 #include <QTemporaryDir>
 #include <filesystem>
 #include <string>
+#include <vector>
+
+#include "tests/support/full_disk.h"
 
 namespace config {
 namespace {
@@ -171,6 +175,31 @@ TEST_F(WindowSettingsTest, WhatIsNoFileIsSaidAndLeftAlone) {
   std::filesystem::resize_file(path, std::uintmax_t{3} << 30);
   expectUnused("It is too large");
   EXPECT_EQ(std::filesystem::file_size(path), std::uintmax_t{3} << 30);
+}
+
+TEST_F(WindowSettingsTest, AFullDiskIsSaidOnceAndNothingIsLostWhenThereIsRoom) {
+  WindowSettings settings{QString()};
+  std::vector<std::string> told;
+  QObject::connect(&settings, &WindowSettings::Failed,
+                   [&](const QString& why) { told.push_back(why.toStdString()); });
+  QObject::connect(&settings, &WindowSettings::Written, [&] { told.emplace_back("written"); });
+  settings.SetText(QStringLiteral("MainLeft"), QStringLiteral("1500"));
+  settings.Write();
+  EXPECT_THAT(told, testing::IsEmpty());
+  {
+    const test::FullDisk full(0);
+    settings.SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
+    settings.Write();
+    settings.SetText(QStringLiteral("MainTop"), QStringLiteral("1700"));
+    settings.Write();
+  }
+  EXPECT_THAT(told, testing::ElementsAre("Cannot write Orvo Intercom Control.conf"));
+  EXPECT_EQ(settings.Text(QStringLiteral("MainLeft")), QStringLiteral("1600"));
+  settings.Write();
+  EXPECT_THAT(told, testing::ElementsAre("Cannot write Orvo Intercom Control.conf", "written"));
+  QFile file(folder_.filePath(QStringLiteral("Orvo/Orvo Intercom Control.conf")));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll().toStdString(), "[Settings]\nMainLeft=1600\nMainTop=1700\n");
 }
 
 TEST_F(WindowSettingsTest, AHealthyStoreHasNoProblem) {

@@ -123,7 +123,10 @@ void Judge::Restore(const Outcome& outcome) {
       !ConsoleProcess::WaitFor([this] { return !IsAnyUnsaved(); })) {
     return stage_.Fail("what is saved is not said to be");
   }
-  // What the operator has not seen done may be offered, too.
+  // What the operator has not seen done may be offered, too, when the console has read a long run.
+  if (!ConsoleProcess::WaitFor([&] { return isOffered() || !IsAnyUnsaved(); })) {
+    return stage_.Fail("what is not saved is neither offered nor said to be saved");
+  }
   if (!isOffered()) {
     console->Terminate();
     return;

@@ -31,6 +31,8 @@ Outcome Kills::WhileStarting(Phase phase) {
   stage_.plan.Restart();
   if (first) {
     fs::remove(stage_.main);
+    // What was never there was created in the rehearsal, too, and the calls are counted.
+    fs::remove(stage_.folder / "WorkingDb.lock");
     stage_.before = "(none)";
     stage_.operated = rehearsal_.newTables;
   }

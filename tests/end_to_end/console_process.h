@@ -111,9 +111,11 @@ class ConsoleProcess {
   static bool WaitFor(const std::function<bool()>& condition,
                       std::chrono::milliseconds within = std::chrono::seconds(60));
 
-  // The same, for a console that may be killed meanwhile: false at once when it was.
+  // The same, for a console that may be killed meanwhile: false at once when it was.  Who dies is
+  // there for another moment, but shows nothing any more: a condition that finds something not
+  // shown may then hold for want of an answer, and does not count.
   bool LivesUntil(const std::function<bool()>& condition) {
-    return WaitFor([&] { return !Lives() || condition(); }) && Lives();
+    return WaitFor([&] { return !Answers() || condition(); }) && Answers();
   }
 
   // Asks it to end as the system does, and waits.  Its exit code; nothing when it did not end.
@@ -130,6 +132,7 @@ class ConsoleProcess {
 
  private:
   bool Connect(const QString& socket);
+  bool Answers() { return Lives() && pilot_.IsOpen(); }
 
   std::filesystem::path socket_;
   QProcess process_;

@@ -31,5 +31,18 @@ TEST(PilotTest, LeavesAndNobodyDrivesTheConsoleAnyMore) {
   EXPECT_TRUE(console.Lives());
 }
 
+// As of one that is being killed: its windows were not closed.
+TEST(PilotTest, WhatAConsoleDoesNotShowIsUnknownWhenItDoesNotAnswer) {
+  const ConsoleFolder folder;
+  folder.WriteSettings("/dev/null/none");
+  ConsoleProcess console(folder);
+  ASSERT_TRUE(console.IsUp());
+  const auto isClosed = [&] { return !console.IsShown("frmXmap"); };
+  EXPECT_TRUE(console.LivesUntil([&] { return !isClosed(); }));
+  console.Ask({{QStringLiteral("do"), QStringLiteral("leave")}});
+  EXPECT_FALSE(console.LivesUntil(isClosed));
+  EXPECT_TRUE(console.Lives());
+}
+
 }  // namespace
 }  // namespace test

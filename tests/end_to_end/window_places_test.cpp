@@ -7,6 +7,7 @@
 
 #include "tests/end_to_end/console_process.h"
 #include "tests/support/pty.h"
+#include "tests/support/simulator_process.h"
 
 namespace test {
 namespace {
@@ -56,6 +57,36 @@ TEST_F(WindowPlacesTest, AConsoleWhoseSettingsNameASectionKeepsToIt) {
   EXPECT_THAT(ReadFile(places_), HasSubstr("\n\n[Settings]\nMainLeft=1500\nMainTop=1500\n"));
   EXPECT_THAT(ReadFile(places_), HasSubstr("MainWidth=9000\n"));
   EXPECT_THAT(ReadFile(folder_ / "Orvotesk.ini"), HasSubstr("Section=Console Studio A\r\n"));
+}
+
+// A folder that cannot be written, also by the superuser: something else has its name.
+TEST_F(WindowPlacesTest, APlaceThatCannotBeKeptIsHintedAtUntilItCan) {
+  constexpr char kHint[] =
+      "Where the windows stand cannot be kept: Cannot write Orvo Intercom Control.conf";
+  const std::string line = folder_.Home() / "line";
+  const SimulatorProcess simulator({"--link", line});
+  folder_.WriteSettings(line);
+  ConsoleProcess console(folder_);
+  // A new database is not what the switcher has: that is more urgent.
+  ASSERT_TRUE(console.LivesUntil([&] { return console.IsShown("aidHintStrip"); }));
+  console.Click("aidHintClose");
+  const auto isHinted = [&] {
+    return console.IsShown("aidHintStrip") &&
+           console.Property("aidHintText", "text").toString() == QLatin1String(kHint);
+  };
+  fs::remove_all(places_.parent_path());
+  WriteFile(places_.parent_path(), "");
+  console.CloseWindow("frmXmap");
+  EXPECT_TRUE(console.LivesUntil(isHinted));
+  fs::remove(places_.parent_path());
+  console.CloseWindow("frmAlphas");
+  EXPECT_TRUE(console.LivesUntil([&] { return !isHinted(); }));
+  EXPECT_THAT(ReadFile(places_), HasSubstr("XmapLeft="));
+  fs::remove_all(places_.parent_path());
+  WriteFile(places_.parent_path(), "");
+  EXPECT_EQ(console.Terminate(), 0);
+  const std::string log = ReadFile(folder_ / "Teskctl.log");
+  EXPECT_NE(log.find(kHint), log.rfind(kHint)) << "at the end there is nobody to see a hint";
 }
 
 TEST_F(WindowPlacesTest, AMainWindowThatSticksOutOfTheScreenComesBackWhereItWas) {

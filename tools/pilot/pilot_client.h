@@ -25,6 +25,9 @@ class Client {
   // waits for their answers.
   std::vector<QJsonObject> AskTogether(const std::vector<QJsonObject>& requests);
 
+  // Whether it is connected, and every request so far was answered.
+  bool IsOpen() const { return socket_.state() == QLocalSocket::ConnectedState; }
+
  private:
   QJsonObject WaitForAnswer();
 

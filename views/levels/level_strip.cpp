@@ -50,6 +50,8 @@ LevelStrip::LevelStrip(int index, QWidget* parent)
 void LevelStrip::Fit(const StripText& text) {
   setFixedWidth(text.width);
   level_->setFont(text.font);
+  // Of one size, whatever it says: a step of the slider would lay out all strips anew.
+  level_->setFixedSize(text.width, level_->sizeHint().height());
   label_->setFont(text.font);
   // Cut in its middle: labels that differ in their last letter must not look alike.
   const QString shown =

@@ -92,6 +92,16 @@ TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenThen) {
   EXPECT_THAT(Runs(), ElementsAre("1 Label of station 17 Label of station 5"));
 }
 
+// Whoever edits at once and closes the console: the saving may be what does not survive.
+TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenBeforeItIsReplaced) {
+  std::filesystem::resize_file(DatabasePath(), 1 << 28);
+  keeper_.Begin();
+  changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
+  keeper_.WriteBeforeSaving();
+  EXPECT_TRUE(keeper_.IsComplete());
+  EXPECT_THAT(Runs(), ElementsAre("1 Label of station 17"));
+}
+
 TEST_F(JournalKeeperTest, WhatIsSavedIsSaidToBe) {
   Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));

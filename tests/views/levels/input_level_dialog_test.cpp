@@ -188,6 +188,33 @@ TEST_F(InputLevelDialogTest, AGainIsAnnouncedWhenTheModelHasIt) {
   EXPECT_THAT(gains, ElementsAre(100)) << "a report of the switcher is none of the operator's";
 }
 
+// What asks for a layout of its children, of all windows.
+class LayoutRequests : public QObject {
+ public:
+  LayoutRequests() { qApp->installEventFilter(this); }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::LayoutRequest)
+      asking.push_back(watched->metaObject()->className());
+    return false;
+  }
+  std::vector<std::string> asking;
+};
+
+TEST_F(InputLevelDialogTest, AStepOfASliderLaysNothingOutAnew) {
+  console_.SetGain(0, 127);
+  console_.Open();
+  // What opening asks for, and what that does.
+  QCoreApplication::sendPostedEvents();
+  QCoreApplication::sendPostedEvents();
+  LayoutRequests requests;
+  for (const int value : {1, 27, 28, 127}) {
+    console_.Slider(0).setValue(value);
+    QCoreApplication::sendPostedEvents();
+  }
+  EXPECT_EQ(console_.Label("lblLevel", 0), "−100 dB");
+  EXPECT_THAT(requests.asking, IsEmpty());
+}
+
 TEST_F(InputLevelDialogTest, KeysMoveTheFocusedSliderUpIsLouder) {
   console_.Open();
   QSlider& slider = console_.Slider(2);
