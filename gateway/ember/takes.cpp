@@ -113,8 +113,11 @@ std::size_t Takes::Open(int peer) const {
       [&](const OpenTake& take) { return take.peer.number == peer && !take.isGone; }));
 }
 
+// In turns: thousands that have waited may be as the row is by now.
 void Takes::SendOn() {
+  const Time end = services_.now() + kTurn;
   while (services_.line.HasRoom() && (SendOneGain() || SendOneTake())) {
+    if (services_.now() >= end) return;
   }
 }
 

@@ -74,6 +74,9 @@ class Takes {
   // The most that are ended for want of time in one turn of the event loop.
   static constexpr int kMostAtOnce = 256;
 
+  // So long takes are sent in one turn of the event loop, or found to stand or to be refused.
+  static constexpr std::chrono::milliseconds kTurn{3};
+
   // All must outlive the object.
   struct Services {
     const model::SystemModel& model;

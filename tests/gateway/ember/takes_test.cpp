@@ -564,6 +564,32 @@ TEST_F(TakesTest, WhatIsOverdueEndsInTurns) {
   EXPECT_LE(takeTimer_.now, 100);
 }
 
+// Takes that wait for the line until the row has what they want do not hold the event loop, however
+// many there are.
+TEST_F(TakesTest, WhatStandsByThenIsAnsweredInTurns) {
+  std::vector<std::shared_ptr<test::FakePeer>> peers;
+  MakeRoom(0);
+  for (int i = 0; i < 8; ++i) {
+    peers.push_back(Connect());
+    for (int k = 0; k < 20; ++k) peers.back()->Send(test::kConnect);
+  }
+  const auto answers = [&] {
+    std::size_t bytes = 0;
+    for (const auto& peer : peers) bytes += peer->written.size();
+    return bytes / test::FromHex(test::kConnectReported).size();
+  };
+  port_.unsent = 0;
+  workTakes_ = milliseconds(1);
+  Report(6, {4, 8});
+  EXPECT_GT(answers(), 0U);
+  EXPECT_LT(answers(), 10U);
+  takeTimer_.ElapseAll();
+  EXPECT_EQ(answers(), 160U);
+  EXPECT_TRUE(peers[7]->TakeWritten().starts_with(test::kConnectReported));
+  EXPECT_EQ(port_.TakeWritten(), "");
+  EXPECT_THAT(events_.refusals, IsEmpty());
+}
+
 // Row 6 without priority.
 TEST_F(TakesTest, ACallIsDoneWhenTheRowSaysSo) {
   const auto peer = Connect();
