@@ -217,7 +217,7 @@ class ProviderTest : public testing::Test {
   test::FakePauseTimer secondTimer_;
   test::FakePauseTimer workTimer_;
   Provider::Time now_{};
-  std::chrono::milliseconds workTakes_{0};  // from one look at the clock to the next
+  std::chrono::microseconds workTakes_{0};  // from one look at the clock to the next
   int gainsShown_ = 0;
   bool hasDatabase_ = true;
   RecordingPeerEvents events_;
