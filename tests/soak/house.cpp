@@ -20,6 +20,20 @@ using std::chrono::milliseconds;
 using std::chrono::nanoseconds;
 using namespace std::chrono_literals;
 
+namespace {
+
+// What the system says that a thread was ready to go on and others had the processor; nothing where
+// it does not say.
+nanoseconds WaitedForProcessor(const std::string& thread) {
+  std::ifstream times("/proc/" + thread + "/schedstat");
+  std::int64_t worked = 0;
+  std::int64_t waited = 0;
+  times >> worked >> waited;
+  return nanoseconds(waited);
+}
+
+}  // namespace
+
 milliseconds Since(Clock::time_point start) {
   return std::chrono::duration_cast<milliseconds>(Clock::now() - start);
 }
@@ -62,13 +76,16 @@ bool House::CheckCount(const char* what, int counted, int least, int most) {
   return ok;
 }
 
-// Not counted is what the console was ready to go on and others had the processor: of a look that
-// is the greater part on a busy machine.
+// Not counted is what the two that talk to each other wait for a processor: on a busy machine that
+// is the greater part.
 milliseconds House::Look() {
-  const nanoseconds waited = WaitedForProcessor();
+  const auto waited = [this] {
+    return WaitedForProcessor(std::to_string(console_->Id())) + WaitedForProcessor("thread-self");
+  };
+  const nanoseconds before = waited();
   const auto start = Clock::now();
   if (console_->LinkText().empty()) return kLost;
-  const auto look = Clock::now() - start - (WaitedForProcessor() - waited);
+  const auto look = Clock::now() - start - (waited() - before);
   return std::max(std::chrono::duration_cast<milliseconds>(look), 0ms);
 }
 
@@ -118,15 +135,6 @@ Service House::Work() {
     }
   }
   return service;
-}
-
-// What the system says of the console's main thread; nothing where it does not.
-nanoseconds House::WaitedForProcessor() const {
-  std::ifstream times("/proc/" + std::to_string(console_->Id()) + "/schedstat");
-  std::int64_t worked = 0;
-  std::int64_t waited = 0;
-  times >> worked >> waited;
-  return nanoseconds(waited);
 }
 
 double House::Megabytes() const {

@@ -33,8 +33,9 @@ int FreePort();
 struct Service {
   std::chrono::milliseconds longestTake{0};     // of the operator, to the line
   std::chrono::milliseconds longestSilence{0};  // between two polls of the switcher
-  std::chrono::milliseconds longestLook{0};     // until who looks at the console sees something
-  int takesOfOthers = 0;                        // on the line
+  // Until who looks at the console sees something, less what both wait for a processor.
+  std::chrono::milliseconds longestLook{0};
+  int takesOfOthers = 0;  // on the line
 };
 
 // A console on a simulated switcher of 57600 baud under attack, and what is measured of it.
@@ -67,7 +68,6 @@ class House {
 
  private:
   std::chrono::milliseconds Look();
-  std::chrono::nanoseconds WaitedForProcessor() const;
   double Megabytes() const;
 
   const Clock::duration time_;
