@@ -13,13 +13,13 @@
 #include <set>
 #include <vector>
 
-#include "gateway/ember/channel_texts.h"
 #include "gateway/ember/expected_rows.h"
 #include "gateway/ember/peer_events.h"
 #include "gateway/ember/take_plan.h"
 #include "gateway/pause_timer.h"
 #include "model/locks.h"
 #include "model/system_model.h"
+#include "stations/channel_texts.h"
 #include "switcher/known_map.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
@@ -81,7 +81,7 @@ class Takes {
   struct Services {
     const model::SystemModel& model;
     const model::Locks& locks;
-    ChannelTexts& texts;
+    stations::ChannelTexts& texts;
     switcher::LiveCommands& commands;
     const switcher::KnownMap& knownMap;
     const switcher::LineShare& line;
