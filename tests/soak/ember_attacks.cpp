@@ -14,11 +14,11 @@
 //                of takes, which are accepted, and of too many values, which are not
 //   takes        25 consumers take as fast as they can
 //
-// In all of them a poll goes out at least every 1.5 s and the operator's take within 100 ms, a
-// consumer that is there has its keep-alive answered within 500 ms, one that comes has its first
-// answer within 1 s, who looks at the console sees something within 25 ms, less what the two wait
-// for a processor, and its memory grows by 64 MB at most.  Where nobody takes, nothing but the
-// operator's takes is on the line.
+// In all of them a poll goes out every second and is late by 0.5 s at most, the operator's take
+// goes out within 100 ms, a consumer that is there has its keep-alive answered within 500 ms, one
+// that comes has its first answer within 1 s, who looks at the console sees something within 25 ms,
+// less what the two wait for a processor, and its memory grows by 64 MB at most.  Where nobody
+// takes, nothing but the operator's takes is on the line.
 //
 // All limits of time are multiplied by PATIENCE, and the connections divided, for machines with
 // something else to do.  ATTACK is the name of the only one to run.
@@ -89,6 +89,15 @@ class House : public soak::House {
     return Consumer(port_, receiveBuffer, from.c_str());
   }
 
+  // Until a consumer that comes, and comes again where it is turned away, has an answer.
+  milliseconds TimeToGetIn() const {
+    for (const auto start = Clock::now(); Since(start) < kLost; std::this_thread::sleep_for(10ms)) {
+      Consumer newcomer(port_);
+      if (TimeToAnswer(newcomer, test::kRootAsked) < kLost) return Since(start);
+    }
+    return kLost;
+  }
+
   // What everybody else has of the console while it is attacked.
   bool ServesTheOthers(Takes takes) {
     milliseconds answer{0};
@@ -99,16 +108,15 @@ class House : public soak::House {
       answer = TimeToAnswer(other, test::kRootAsked);  // or it would have to make room
       const Attack asks(250ms, [&] {
         answer = std::max(answer, TimeToAnswer(other, kKeepAliveAsked));
-        const auto start = Clock::now();
-        Consumer newcomer(port_);
-        const bool isIn = TimeToAnswer(newcomer, test::kRootAsked) < kLost;
-        entry = std::max(entry, isIn ? Since(start) : kLost);
+        entry = std::max(entry, TimeToGetIn());
       });
       service = Work();
     }
     bool ok = Check("who looks at the console waits, longest", service.longestLook, 25ms);
     ok = Check("the operator's take, longest", service.longestTake, 100ms) && ok;
-    ok = Check("between two polls of the switcher, longest", service.longestSilence, 1500ms) && ok;
+    // It goes by the second, however busy the machine is.
+    const milliseconds late = std::max(service.longestSilence - 1000ms, 0ms);
+    ok = Check("a poll of the switcher is late by, longest", late, 500ms) && ok;
     ok = Check("a keep-alive's answer, longest", answer, 500ms) && ok;
     ok = Check("one who comes has an answer, longest", entry, 1000ms) && ok;
     ok = (takes == Takes::None
