@@ -333,6 +333,7 @@ void Console::ConnectStatusBar() {
   });
   connect(&views_, &OpenViews::ActiveViewChanged, &status,
           [this, &status] { status.WantLegend(views_.IsMapCurrent()); });
+  connect(&window_, &MainWindow::LinkTextShown, &transfers_, &Transfers::LinkChanged);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&undo_, &UndoCommands::NoteRequested, &status, &StatusBar::ShowNote);

@@ -3,51 +3,26 @@
 #include "app/log/channel_labels.h"
 
 #include <QCoreApplication>
-#include <memory>
-
-#include "db/station_fields.h"
-#include "stations/open_stations.h"
-#include "stations/texts.h"
+#include <string>
 
 namespace app {
+namespace {
+
+// Without the blanks that fill it up; where nothing is left, the number in words.
+QString LabelOr(const std::string& label, const char* number, int channel) {
+  const QString text = QString::fromStdString(label).trimmed();
+  if (!text.isEmpty()) return text;
+  return QCoreApplication::translate("ChannelLabels", number).arg(channel);
+}
+
+}  // namespace
 
 QString ChannelLabels::Output(int output) {
-  Read();
-  const QString label = Label(outputs_, output);
-  if (!label.isEmpty()) return label;
-  return QCoreApplication::translate("ChannelLabels", "Out %1").arg(output);
+  return LabelOr(texts_.Label(output), QT_TRANSLATE_NOOP("ChannelLabels", "Out %1"), output);
 }
 
 QString ChannelLabels::Input(int input) {
-  Read();
-  const QString label = Label(inputs_, input);
-  if (!label.isEmpty()) return label;
-  return QCoreApplication::translate("ChannelLabels", "In %1").arg(input);
-}
-
-void ChannelLabels::Changed(std::span<const stations::Change> changes) {
-  if (Touches(changes, db::kLabelField) || Touches(changes, db::kInLabelField)) read_ = false;
-}
-
-// Words are not worth a report: what cannot be read has its number.
-void ChannelLabels::Read() {
-  if (read_) return;
-  outputs_.clear();
-  inputs_.clear();
-  jet::Database* const database = services_.database();
-  if (database == nullptr) return;
-  read_ = true;
-  std::unique_ptr<jet::RecordSet> stations;
-  if (!stations::OpenStations(*database, &stations).ok()) return;
-  const int count = services_.model.ChannelCount;
-  (void)stations::ReadAvailableTexts(*stations, db::kLabelField, count, &outputs_);
-  (void)stations::ReadAvailableTexts(*stations, db::kInLabelField, count, &inputs_);
-}
-
-QString ChannelLabels::Label(const Labels& labels, int channel) {
-  if (channel < 1 || static_cast<std::size_t>(channel) > labels.size()) return {};
-  const std::optional<std::string>& label = labels[static_cast<std::size_t>(channel - 1)];
-  return label ? QString::fromStdString(*label).trimmed() : QString();
+  return LabelOr(texts_.InLabel(input), QT_TRANSLATE_NOOP("ChannelLabels", "In %1"), input);
 }
 
 }  // namespace app

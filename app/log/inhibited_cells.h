@@ -5,19 +5,16 @@
 
 #include <functional>
 #include <optional>
-#include <string>
-#include <utility>
-#include <vector>
+#include <span>
 
 #include "db/jet/database.h"
-#include "db/station_fields.h"
 #include "model/system_model.h"
 #include "stations/change.h"
+#include "stations/channel_texts.h"
 
 namespace app {
 
-// Which crosspoints the database inhibits.  The inhibits are read when one is
-// asked for, and kept until some change.
+// Which crosspoints the database inhibits.
 class InhibitedCells : public stations::ChangeObserver {
  public:
   // What is referred to must outlive the object.
@@ -26,27 +23,21 @@ class InhibitedCells : public stations::ChangeObserver {
     std::function<jet::Database*()> database;  // the open one; null when there is none
     stations::Changes& changes;
   };
-  explicit InhibitedCells(Services services)
-      : ChangeObserver(services.changes), services_(std::move(services)) {}
+  explicit InhibitedCells(const Services& services)
+      : ChangeObserver(services.changes),
+        texts_({.model = services.model, .database = services.database}) {}
 
   // Whether a crosspoint (both channels from 1) is inhibited.  One that the database does not have,
   // or that cannot be read, is not.
-  bool Contain(int output, int input);
+  bool Contain(int output, int input) { return Find(output, input).value_or(false); }
 
   // The same for who acts on it: nothing when it cannot be read.
-  std::optional<bool> Find(int output, int input);
+  std::optional<bool> Find(int output, int input) { return texts_.IsInhibited(output, input); }
 
-  void Changed(std::span<const stations::Change> changes) override {
-    if (Touches(changes, db::kInhibitsField)) read_ = false;
-  }
+  void Changed(std::span<const stations::Change> changes) override { texts_.Forget(changes); }
 
  private:
-  void Read();
-
-  const Services services_;
-  bool read_ = false;
-  bool isKnown_ = false;                           // what was read is all that there is
-  std::vector<std::optional<std::string>> flags_;  // of each output
+  stations::ChannelTexts texts_;
 };
 
 }  // namespace app

@@ -31,9 +31,6 @@ class ConnectionFlood : public QObject {
   // A connection has come from that address, whether it was let in or not.
   void Note(const std::string& address);
 
-  // Whether it floods now; until a whole minute was calm.
-  bool IsFlooded() const { return isFlooded_; }
-
  Q_SIGNALS:
   // It begins, or is over.
   void Happened(const QString& text);
@@ -46,7 +43,7 @@ class ConnectionFlood : public QObject {
   QTimer minute_;
   int count_ = 0;                     // within this minute
   std::map<std::string, int> byWho_;  // the same by address, of the first few
-  bool isFlooded_ = false;
+  bool isFlooded_ = false;            // until a whole minute was calm
 };
 
 }  // namespace app

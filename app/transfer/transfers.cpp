@@ -127,6 +127,13 @@ void Transfers::CompareWithSwitcher() {
   compare_->Begin();
 }
 
+void Transfers::LinkChanged() {
+  if (download_ != nullptr) download_->LinkChanged();
+  if (changes_ != nullptr) changes_->LinkChanged();
+  if (retrieval_ != nullptr) retrieval_->LinkChanged();
+  if (compare_ != nullptr) compare_->LinkChanged();
+}
+
 void Transfers::CancelNow() {
   if (IsShown(download_)) download_->CancelNow();
   if (IsShown(changes_)) changes_->CancelNow();

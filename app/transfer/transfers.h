@@ -58,6 +58,9 @@ class Transfers : public QObject {
   // Whether tables come for the comparison, or may still come.
   bool IsComparing() const { return compare_ != nullptr && compare_->IsListening(); }
 
+  // The link is up or down: what is open says so.
+  void LinkChanged();
+
   // Cancels and closes what is open, for a program that ends.
   void CancelNow();
 

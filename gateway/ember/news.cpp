@@ -89,13 +89,7 @@ void News::GainSet(int input, int peer) {
 }
 
 void News::RecordsChanged(std::span<const stations::Change> changes) {
-  bool isTouched = false;
-  for (const ChannelTexts::Kind kind : ChannelTexts::kKinds) {
-    if (!stations::Touches(changes, ChannelTexts::FieldOf(kind))) continue;
-    services_.texts.Forget(kind);
-    isTouched = true;
-  }
-  if (!isTouched || services_.peers.Count() == 0) return;
+  if (!services_.texts.Forget(changes) || services_.peers.Count() == 0) return;
   // What changes on and on does not put off what is known by now.
   if (std::exchange(areTextsDue_, true) || isTelling_) return;
   GatherLater();
@@ -110,7 +104,7 @@ void News::GatherLater() {
 }
 
 void News::GatherTexts() {
-  using Kind = ChannelTexts::Kind;
+  using Kind = stations::ChannelTexts::Kind;
   changed_ = {};
   for (const auto& label : services_.texts.TakeDifferences(Kind::Label)) {
     changed_.labels.push_back(TargetLabelPath(label.channel - 1));

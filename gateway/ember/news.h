@@ -15,13 +15,13 @@
 #include <utility>
 #include <vector>
 
-#include "gateway/ember/channel_texts.h"
 #include "gateway/ember/glow.h"
 #include "gateway/ember/peers.h"
 #include "gateway/ember/tree.h"
 #include "gateway/pause_timer.h"
 #include "model/system_model.h"
 #include "stations/change.h"
+#include "stations/channel_texts.h"
 #include "switcher/known_map.h"
 
 namespace ember {
@@ -42,7 +42,7 @@ class News {
   struct Services {
     const model::SystemModel& model;
     const switcher::KnownMap& knownMap;
-    ChannelTexts& texts;
+    stations::ChannelTexts& texts;
     Tree& tree;
     Peers& peers;
     gateway::PauseTimer& timer;
@@ -99,7 +99,7 @@ class News {
   // told, or did not want to know, last.
   struct Changed {
     std::vector<Path> labels;
-    std::map<int, ChannelTexts::Difference> inhibits;  // by target
+    std::map<int, stations::ChannelTexts::Difference> inhibits;  // by target
   };
   struct Progress {
     int peer = 1;

@@ -96,24 +96,36 @@ void Peers::CloseAll() {
   for (int number = 1; number <= Highest(); ++number) End(number);
 }
 
-// At once, unless there is so much to do that the others have to wait, too.
+// At once, unless there is so much to do that the others have to wait, too.  What many have sent
+// comes as an event of each, one behind the other: so what they have taken of the event loop counts
+// until the others had as much.
 void Peers::DataArrived(int slot, std::size_t /*byteCount*/) {
   At(slot).isUnread = true;
-  if (!isTurnDue_) Serve();
+  if (isTurnDue_) return;
+  taken_ -= std::min(taken_, services_.now() - left_);
+  Serve();
 }
 
 void Peers::Serve() {
-  isTurnDue_ = false;
-  const Time end = services_.now() + kTurn;
+  const Time begin = services_.now();
+  isTurnDue_ = !ServeUntil(begin + kTurn - taken_);
+  left_ = services_.now();
+  taken_ += left_ - begin;
+  if (!isTurnDue_) return;
+  services_.timer.Start(kRest, [this] {
+    taken_ = {};
+    Serve();
+  });
+}
+
+// False when there is more to do.
+bool Peers::ServeUntil(Time end) {
   for (int idle = 0; idle < Highest();) {
-    if (services_.now() >= end) {
-      isTurnDue_ = true;
-      services_.timer.Start(kRest, [this] { Serve(); });
-      return;
-    }
+    if (services_.now() >= end) return false;
     turn_ = turn_ % Highest() + 1;
     idle = ServeOne(turn_) ? 0 : idle + 1;
   }
+  return true;
 }
 
 // Answers one request, or reads on.  False when there is nothing to do.

@@ -46,8 +46,8 @@ class Peers : public gateway::ClientSocketEvents {
   static constexpr std::chrono::seconds kAskAfter{10};
   static constexpr std::chrono::seconds kDropAfter{30};
 
-  // So long consumers are served in one turn of the event loop, and so long they wait for the next
-  // when that was not enough.
+  // So long consumers are served in one turn of the event loop, however many of them have asked,
+  // and so long they wait for the next when that was not enough.
   static constexpr std::chrono::milliseconds kTurn{5};
   static constexpr std::chrono::milliseconds kRest{5};
 
@@ -109,6 +109,7 @@ class Peers : public gateway::ClientSocketEvents {
   int CountOf(const std::string& network) const;
   int NumberOfMute(const std::function<int(const Peer&)>& precedence) const;
   void Serve();
+  bool ServeUntil(Time end);
   bool ServeOne(int number);
   bool Read(int number);
   void Queue(int number, std::span<const std::uint8_t> message);
@@ -119,6 +120,8 @@ class Peers : public gateway::ClientSocketEvents {
   std::vector<Peer> peers_;
   int turn_ = 0;            // whose it was last
   bool isTurnDue_ = false;  // the timer runs
+  Time left_;               // when they were last served, ...
+  Time::duration taken_{};  // ...and what they have had of the event loop before the others
 };
 
 }  // namespace ember

@@ -18,7 +18,6 @@
 
 #include "db/jet/database.h"
 #include "gateway/client_socket.h"
-#include "gateway/ember/channel_texts.h"
 #include "gateway/ember/glow.h"
 #include "gateway/ember/news.h"
 #include "gateway/ember/peer_events.h"
@@ -29,6 +28,7 @@
 #include "model/locks.h"
 #include "model/system_model.h"
 #include "stations/change.h"
+#include "stations/channel_texts.h"
 #include "switcher/known_map.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
@@ -113,7 +113,7 @@ class Provider : public switcher::SwitcherEvents,
   void GainRefused(const PeerName& peer, int input, Refusal why) override;
 
   const Services services_;
-  ChannelTexts texts_;
+  stations::ChannelTexts texts_;
   Tree tree_;
   Takes takes_;
   Peers peers_;

@@ -6,11 +6,11 @@
 #include <optional>
 #include <vector>
 
-#include "gateway/ember/channel_texts.h"
 #include "gateway/ember/expected_rows.h"
 #include "gateway/ember/peer_events.h"
 #include "model/locks.h"
 #include "model/system_model.h"
+#include "stations/channel_texts.h"
 #include "switcher/known_map.h"
 #include "switcher/wire/messages/take.h"
 
@@ -35,7 +35,7 @@ struct PlanServices {
   const model::SystemModel& model;
   const switcher::KnownMap& knownMap;
   const model::Locks& locks;
-  ChannelTexts& texts;
+  stations::ChannelTexts& texts;
 };
 TakePlan PlanTake(const PlanServices& services, const ExpectedRow& row, const Wanted& wanted);
 

@@ -113,8 +113,11 @@ std::size_t Takes::Open(int peer) const {
       [&](const OpenTake& take) { return take.peer.number == peer && !take.isGone; }));
 }
 
+// In turns: thousands that have waited may be as the row is by now.
 void Takes::SendOn() {
+  const Time end = services_.now() + kTurn;
   while (services_.line.HasRoom() && (SendOneGain() || SendOneTake())) {
+    if (services_.now() >= end) return;
   }
 }
 
@@ -213,15 +216,19 @@ void Takes::Stop(Queue::iterator take, Refusal why) {
   services_.answers.AnswerRefusal(over.peer.number, over.wanted, over.invocation);
 }
 
+// All have the same patience, so the first that is not answered is the next.
+Takes::Queue::iterator Takes::NextOverdue(Time now) {
+  const auto next =
+      std::find_if(open_.begin(), open_.end(), [](const OpenTake& take) { return !take.isLate; });
+  return next != open_.end() && next->deadline <= now ? next : open_.end();
+}
+
+// In turns: thousands may be overdue at once.
 void Takes::EndOverdue() {
   const Time now = services_.now();
-  const auto overdue = [&] {
-    return std::find_if(open_.begin(), open_.end(),
-                        [&](const OpenTake& take) { return take.deadline <= now && !take.isLate; });
-  };
-  // Thousands may be overdue at once: the rest ends in the next turns of the event loop.
-  int left = kMostAtOnce;
-  for (auto take = overdue(); take != open_.end() && left > 0; take = overdue(), --left) {
+  const Time end = now + kTurn;
+  for (auto take = NextOverdue(now); take != open_.end() && services_.now() < end;
+       take = NextOverdue(now)) {
     if (take->sent > 0 && !take->isSent) {
       take->isLate = true;
       const OpenTake answered = *take;
@@ -255,25 +262,39 @@ void Takes::RefuseGains(Refusal why, const std::function<bool(const Gain&)>& whi
   for (const auto& [input, gain] : refused) services_.answers.GainRefused(gain.peer, input, why);
 }
 
+// What happens meanwhile makes it earlier, and never later: reports come one behind the other.
 void Takes::Wait() {
-  if (open_.empty() && gains_.empty()) return services_.timer.Stop();
-  std::chrono::milliseconds pause = kLook;
-  if (gains_.empty() && NextUnsent() == open_.end()) {
-    // All have the same patience, so the first is the next; and so it is of what was sent.
-    Time next = open_.front().deadline;
-    if (const std::optional<Time> expiry = rows_.NextExpiry()) next = std::min(next, *expiry);
-    pause = std::max(std::chrono::ceil<std::chrono::milliseconds>(next - services_.now()),
-                     std::chrono::milliseconds(1));
+  if (open_.empty() && gains_.empty()) {
+    wakesUp_.reset();
+    return services_.timer.Stop();
   }
-  services_.timer.Start(pause, [this] {
-    const Time now = services_.now();
-    EndOverdue();
-    if (const std::optional<Time> expiry = rows_.NextExpiry(); expiry && *expiry <= now) {
-      rows_.Expire(now);
-      for (OpenTake& take : open_) take.isWaiting = false;
-    }
-    GoOn();
-  });
+  const std::chrono::milliseconds pause = UntilNext();
+  const Time next = services_.now() + pause;
+  if (wakesUp_ && *wakesUp_ <= next) return;
+  wakesUp_ = next;
+  services_.timer.Start(pause, [this] { WakeUp(); });
+}
+
+// REQUIRES: something waits
+std::chrono::milliseconds Takes::UntilNext() {
+  const Time now = services_.now();
+  if (NextOverdue(now) != open_.end()) return kRest;
+  if (!gains_.empty() || NextUnsent() != open_.end()) return kLook;
+  Time next = open_.front().deadline;
+  if (const std::optional<Time> expiry = rows_.NextExpiry()) next = std::min(next, *expiry);
+  return std::max(std::chrono::ceil<std::chrono::milliseconds>(next - now),
+                  std::chrono::milliseconds(1));
+}
+
+void Takes::WakeUp() {
+  wakesUp_.reset();
+  const Time now = services_.now();
+  EndOverdue();
+  if (const std::optional<Time> expiry = rows_.NextExpiry(); expiry && *expiry <= now) {
+    rows_.Expire(now);
+    for (OpenTake& take : open_) take.isWaiting = false;
+  }
+  GoOn();
 }
 
 }  // namespace ember

@@ -13,13 +13,13 @@
 #include <set>
 #include <vector>
 
-#include "gateway/ember/channel_texts.h"
 #include "gateway/ember/expected_rows.h"
 #include "gateway/ember/peer_events.h"
 #include "gateway/ember/take_plan.h"
 #include "gateway/pause_timer.h"
 #include "model/locks.h"
 #include "model/system_model.h"
+#include "stations/channel_texts.h"
 #include "switcher/known_map.h"
 #include "switcher/line_share.h"
 #include "switcher/live_commands.h"
@@ -71,14 +71,17 @@ class Takes {
   // The most takes of a consumer that are not answered yet.
   static constexpr std::size_t kMostOpen = 256;
 
-  // The most that are ended for want of time in one turn of the event loop.
-  static constexpr int kMostAtOnce = 256;
+  // So long takes are sent in one turn of the event loop, or found to stand or to be refused, and
+  // so long they are ended for want of time.  So soon comes the next turn when more of them are to
+  // be ended: that is not to take until their consumers have given up.
+  static constexpr std::chrono::milliseconds kTurn{3};
+  static constexpr std::chrono::milliseconds kRest{2};
 
   // All must outlive the object.
   struct Services {
     const model::SystemModel& model;
     const model::Locks& locks;
-    ChannelTexts& texts;
+    stations::ChannelTexts& texts;
     switcher::LiveCommands& commands;
     const switcher::KnownMap& knownMap;
     const switcher::LineShare& line;
@@ -158,10 +161,13 @@ class Takes {
   // `take` is taken out first: who is answered may turn out to have gone.
   OpenTake TakeOut(Queue::iterator take);
   void Stop(Queue::iterator take, Refusal why);
+  Queue::iterator NextOverdue(Time now);
   void EndOverdue();
   void End(const OpenTake& take);
   void RefuseGains(Refusal why, const std::function<bool(const Gain&)>& which);
   void Wait();
+  std::chrono::milliseconds UntilNext();
+  void WakeUp();
 
   const Services services_;
   ExpectedRows rows_;
@@ -169,6 +175,7 @@ class Takes {
   std::map<int, Gain> gains_;  // that wait for the line, by input
   int turn_ = 0;               // the consumer that was served last
   std::uint64_t lastId_ = 0;
+  std::optional<Time> wakesUp_;  // while the timer runs
 };
 
 }  // namespace ember

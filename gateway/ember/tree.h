@@ -20,9 +20,9 @@
 #include <utility>
 #include <vector>
 
-#include "gateway/ember/channel_texts.h"
 #include "gateway/ember/glow.h"
 #include "model/system_model.h"
+#include "stations/channel_texts.h"
 #include "switcher/known_map.h"
 
 namespace ember {
@@ -58,7 +58,7 @@ class Tree {
   struct Services {
     const model::SystemModel& model;
     const switcher::KnownMap& knownMap;
-    ChannelTexts& texts;
+    stations::ChannelTexts& texts;
     std::string version;    // of the program
     bool mayWrite = false;  // gains may be set
   };

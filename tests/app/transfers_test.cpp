@@ -69,6 +69,26 @@ TEST_F(TransfersTest, NoneBeginsWhileTheConsoleIsLocked) {
   EXPECT_THAT(reporter_.reports, SizeIs(4));
 }
 
+TEST_F(TransfersTest, WhatIsOpenSaysThatTheLinkIsDown) {
+  const auto says = [this](const char* window, const char* line) {
+    auto& link = test::Find<QLabel>(*test::ShownDialogs(window_, window).front(), line);
+    model_.LinkStatus = {1, 1, 0};
+    transfers_.LinkChanged();
+    const bool isQuiet = !link.isVisible();
+    model_.LinkStatus = {};
+    transfers_.LinkChanged();
+    return isQuiet && link.isVisible();
+  };
+  transfers_.SendData(0);
+  EXPECT_TRUE(says("frmDownProg", "aidDownloadLink"));
+  transfers_.CancelNow();
+  transfers_.RetrieveData();
+  EXPECT_TRUE(says("frmSysInfo", "aidRetrievalLink"));
+  transfers_.CancelNow();
+  transfers_.CompareWithSwitcher();
+  EXPECT_TRUE(says("frmCompare", "aidCompareLink"));
+}
+
 TEST_F(TransfersTest, ARetrievalComesAfterWhatIsTyped) {
   TypeLabel(2, "Studio");
   transfers_.RetrieveData();

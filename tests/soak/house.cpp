@@ -4,9 +4,11 @@
 
 #include <QTcpServer>
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -15,7 +17,22 @@
 namespace soak {
 
 using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
 using namespace std::chrono_literals;
+
+namespace {
+
+// What the system says that a thread was ready to go on and others had the processor; nothing where
+// it does not say.
+nanoseconds WaitedForProcessor(const std::string& thread) {
+  std::ifstream times("/proc/" + thread + "/schedstat");
+  std::int64_t worked = 0;
+  std::int64_t waited = 0;
+  times >> worked >> waited;
+  return nanoseconds(waited);
+}
+
+}  // namespace
 
 milliseconds Since(Clock::time_point start) {
   return std::chrono::duration_cast<milliseconds>(Clock::now() - start);
@@ -43,6 +60,7 @@ House::House(Clock::duration time, int patience, const std::string& settings, in
   // Only a switcher that reports its tally is watched.
   simulator_->Command("send-tally");
   up_ = up_ && simulator_->WaitForLine("rx poll keep-alive").has_value();
+  atFirst_ = Megabytes();
 }
 
 bool House::Check(const char* what, milliseconds measured, milliseconds limit) const {
@@ -52,42 +70,74 @@ bool House::Check(const char* what, milliseconds measured, milliseconds limit) c
   return ok;
 }
 
-milliseconds House::LongestTake() {
-  milliseconds longest{0};
+bool House::CheckCount(const char* what, int counted, int least, int most) {
+  const bool ok = counted >= least && counted <= most;
+  std::printf("  %-44s %6d%s\n", what, counted, ok ? "" : "  FAILED");
+  return ok;
+}
+
+// Not counted is what the two that talk to each other wait for a processor: on a busy machine that
+// is the greater part.
+milliseconds House::Look() {
+  const auto waited = [this] {
+    return WaitedForProcessor(std::to_string(console_->Id())) + WaitedForProcessor("thread-self");
+  };
+  const nanoseconds before = waited();
+  const auto start = Clock::now();
+  if (console_->LinkText().empty()) return kLost;
+  const auto look = Clock::now() - start - (waited() - before);
+  return std::max(std::chrono::duration_cast<milliseconds>(look), 0ms);
+}
+
+// In one go, so that all of it is of the same time.  It ends with the first poll after the time,
+// and no take is left on its way.
+Service House::Work() {
+  Service service;
+  while (simulator_->WaitForLine("rx ", 0ms)) {
+    // What came before is over.
+  }
+  const auto start = Clock::now();
+  auto polled = start;
+  auto taken = start;  // the operator's last one: asked for, then on the line
   int input = 0;
-  for (const auto start = Clock::now(); Clock::now() - start < time_;) {
-    input = input % 40 + 1;
-    const auto asked = Clock::now();
-    console_->Use("ID_Take", 60, input);
-    const std::string line = "rx take output 60 source " + std::to_string(input);
-    longest = std::max(longest, simulator_->WaitForLine(line, kLost) ? Since(asked) : kLost);
-    std::this_thread::sleep_for(150ms);
+  std::optional<std::string> awaited;
+  bool isPolled = false;
+  const auto note = [&](const std::string& line) {
+    if (line.starts_with("rx poll keep-alive")) {
+      service.longestSilence = std::max(service.longestSilence, Since(polled));
+      polled = Clock::now();
+      isPolled = polled - start >= time_;
+    } else if (awaited && line.starts_with(*awaited)) {
+      service.longestTake = std::max(service.longestTake, Since(taken));
+      taken = Clock::now();
+      awaited.reset();
+    } else if (line.starts_with("rx take ")) {
+      ++service.takesOfOthers;
+    }
+  };
+  while (!isPolled || awaited) {
+    if (!awaited && Clock::now() - start < time_ && Since(taken) >= 150ms) {
+      input = input % 40 + 1;
+      awaited = "rx take output 60 source " + std::to_string(input) + " ";
+      taken = Clock::now();
+      console_->Use("ID_Take", 60, input);
+    }
+    service.longestLook = std::max(service.longestLook, Look());
+    for (auto line = simulator_->WaitForLine("rx ", 5ms); line;
+         line = simulator_->WaitForLine("rx ", 0ms)) {
+      note(*line);
+    }
+    if (awaited && Since(taken) >= kLost) service.longestTake = kLost;
+    if (Since(polled) >= kLost) service.longestSilence = kLost;
+    if (service.longestTake >= kLost || service.longestSilence >= kLost ||
+        service.longestLook >= kLost) {
+      break;
+    }
   }
-  return longest;
+  return service;
 }
 
-milliseconds House::LongestSilence() {
-  milliseconds longest{0};
-  for (const auto start = Clock::now(); Clock::now() - start < time_;) {
-    const auto before = Clock::now();
-    longest = std::max(
-        longest, simulator_->WaitForLine("rx poll keep-alive", kLost) ? Since(before) : kLost);
-  }
-  return longest;
-}
-
-milliseconds House::LongestLook() {
-  milliseconds longest{0};
-  for (const auto start = Clock::now(); Clock::now() - start < time_;) {
-    const auto before = Clock::now();
-    if (console_->LinkText().empty()) return kLost;
-    longest = std::max(longest, Since(before));
-    std::this_thread::sleep_for(5ms);
-  }
-  return longest;
-}
-
-double House::Megabytes() {
+double House::Megabytes() const {
   std::ifstream status("/proc/" + std::to_string(console_->Id()) + "/status");
   for (std::string line; std::getline(status, line);) {
     if (line.starts_with("VmRSS:")) return std::stod(line.substr(6)) / 1024;

@@ -5,10 +5,14 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdio>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "tests/end_to_end/console_process.h"
 #include "tests/support/simulator_process.h"
@@ -24,6 +28,16 @@ std::chrono::milliseconds Since(Clock::time_point start);
 // A port that nobody listens on.
 int FreePort();
 
+// What an operator who works during an attack finds out about the console, and what the switcher
+// is sent meanwhile.
+struct Service {
+  std::chrono::milliseconds longestTake{0};     // of the operator, to the line
+  std::chrono::milliseconds longestSilence{0};  // between two polls of the switcher
+  // Until who looks at the console sees something, less what both wait for a processor.
+  std::chrono::milliseconds longestLook{0};
+  int takesOfOthers = 0;  // on the line
+};
+
 // A console on a simulated switcher of 57600 baud under attack, and what is measured of it.
 class House {
  public:
@@ -34,6 +48,7 @@ class House {
   // Whether the console has the whole map.
   bool IsUp() const { return up_; }
   Clock::duration Time() const { return time_; }
+  int Patience() const { return patience_; }
   test::ConsoleProcess& Console() { return *console_; }
   test::SimulatorProcess& Switcher() { return *simulator_; }
 
@@ -41,17 +56,20 @@ class House {
   bool Check(const char* what, std::chrono::milliseconds measured,
              std::chrono::milliseconds limit) const;
 
-  // For the time of an attack: the longest way of the operator's take to the line, the longest time
-  // between two polls of the switcher, and the longest that the console needs to say something to
-  // who looks at it.
-  std::chrono::milliseconds LongestTake();
-  std::chrono::milliseconds LongestSilence();
-  std::chrono::milliseconds LongestLook();
+  // Whether there are as many as there must be at least, and no more than there may be; says so.
+  static bool CheckCount(const char* what, int counted, int least,
+                         int most = std::numeric_limits<int>::max());
 
-  // The memory that the console has, in megabytes.
-  double Megabytes();
+  // Takes on output 60 and looks, again and again for the time of an attack.
+  Service Work();
+
+  // The memory that the console has taken since it was up, in megabytes.
+  double Growth() const { return Megabytes() - atFirst_; }
 
  private:
+  std::chrono::milliseconds Look();
+  double Megabytes() const;
+
   const Clock::duration time_;
   const int patience_;
   test::ConsoleFolder folder_;
@@ -59,6 +77,7 @@ class House {
   std::unique_ptr<test::SimulatorProcess> simulator_;
   std::unique_ptr<test::ConsoleProcess> console_;
   bool up_ = false;
+  double atFirst_ = 0;
 };
 
 // What is done to the console in a thread of its own, again and again, until the object goes.
@@ -84,6 +103,31 @@ struct Options {
   int patience = 1;
   std::string only;  // the name of the only one to run; empty for all
 };
+
+// Runs the attacks that the options ask for one after the other, on one house as long as it stands:
+// after a failure the next one begins on a new one.  Returns the exit status of the program: 0 when
+// all held, 2 when there is no attack of that name.  `SomeHouse` is made of time and patience.
+template <typename SomeHouse>
+int RunAttacks(const Options& options,
+               const std::vector<std::pair<std::string, bool (*)(SomeHouse&)>>& attacks) {
+  std::unique_ptr<SomeHouse> house;
+  int run = 0;
+  int failures = 0;
+  for (const auto& [name, attack] : attacks) {
+    if (!options.Wants(name)) continue;
+    ++run;
+    std::printf("%s\n", name.c_str());
+    std::fflush(stdout);
+    if (house == nullptr) house = std::make_unique<SomeHouse>(options.time, options.patience);
+    if (house->IsUp() && attack(*house) && house->Console().Lives()) continue;
+    std::printf("FAILED: %s\n", name.c_str());
+    ++failures;
+    house.reset();
+  }
+  if (run == 0) std::printf("There is no attack \"%s\"\n", options.only.c_str());
+  if (run == 0) return 2;
+  return failures == 0 ? 0 : 1;
+}
 
 }  // namespace soak
 

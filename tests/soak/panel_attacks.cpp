@@ -43,10 +43,7 @@ constexpr char kIdentify[] = "81 35 35 FF";
 // One that serves network panels.
 class House : public soak::House {
  public:
-  House(Clock::duration time, int patience, int port)
-      : soak::House(time, patience,
-                    "Softpanel Support=Yes\r\nIP Port=" + std::to_string(port) + "\r\n"),
-        port_(port) {}
+  House(Clock::duration time, int patience) : House(time, patience, soak::FreePort()) {}
 
   int Port() const { return port_; }
 
@@ -81,6 +78,11 @@ class House : public soak::House {
   }
 
  private:
+  House(Clock::duration time, int patience, int port)
+      : soak::House(time, patience,
+                    "Softpanel Support=Yes\r\nIP Port=" + std::to_string(port) + "\r\n"),
+        port_(port) {}
+
   const int port_;
 };
 
@@ -134,9 +136,7 @@ bool Drip(House& house) {
     }
   }
   const int most = 1 + static_cast<int>(Since(start) / 10s);
-  std::printf("  %-44s %6d\n", "boxes that the operator closed", boxes);
-  std::printf("  %-44s %6d%s\n", "of at most", most, boxes <= most ? "" : "  FAILED");
-  return boxes > 0 && boxes <= most;
+  return House::CheckCount("boxes that the operator closed", boxes, 1, most);
 }
 
 bool Endless(House& house) {
@@ -150,7 +150,7 @@ bool Endless(House& house) {
   const Attack drip(100ms, [&crowd] {
     for (RawPanel& one : crowd) one.Send("11");
   });
-  const bool take = house.Check("the operator's take, longest", house.LongestTake(), 100ms);
+  const bool take = house.Check("the operator's take, longest", house.Work().longestTake, 100ms);
   return house.Check("a poll's answer, longest", house.LongestAnswer(), 1000ms) && take;
 }
 
@@ -164,14 +164,20 @@ bool Takes(House& house) {
       one.Received().clear();
     }
   });
+  const soak::Service service = house.Work();
   bool ok =
-      house.Check("between two polls of the switcher, longest", house.LongestSilence(), 3000ms);
-  ok = house.Check("the operator's take, longest", house.LongestTake(), 100ms) && ok;
+      house.Check("between two polls of the switcher, longest", service.longestSilence, 3000ms);
+  ok = house.Check("the operator's take, longest", service.longestTake, 100ms) && ok;
+  ok = House::CheckCount("takes of panels on the line", service.takesOfOthers, 1) && ok;
   house.Switcher().Command("silence on");
   const auto start = Clock::now();
-  const bool noticed = test::ConsoleProcess::WaitFor(
-      [&house] { return house.Console().LinkText() == "Not Connected - COM 1"; });
-  return house.Check("a dead switcher is noticed", noticed ? Since(start) : kLost, 6000ms) && ok;
+  const auto says = [&house](const char* text) {
+    return test::ConsoleProcess::WaitFor([&] { return house.Console().LinkText() == text; });
+  };
+  const bool noticed = says("Not Connected - COM 1");
+  ok = house.Check("a dead switcher is noticed", noticed ? Since(start) : kLost, 6000ms) && ok;
+  house.Switcher().Command("silence off");
+  return says(test::kConnected) && ok;
 }
 
 bool FullHouse(House& house) {
@@ -186,21 +192,10 @@ bool FullHouse(House& house) {
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
-  const soak::Options options(argc, argv);
-  int failures = 0;
-  const std::pair<const char*, bool (*)(House&)> attacks[] = {
-      {"flood", Flood},     {"churn", Churn}, {"drip", Drip},
-      {"endless", Endless}, {"takes", Takes}, {"full house", FullHouse},
-  };
-  for (const auto& [name, attack] : attacks) {
-    if (!options.Wants(name)) continue;
-    std::printf("%s\n", name);
-    std::fflush(stdout);
-    House house(options.time, options.patience, soak::FreePort());
-    if (!house.IsUp() || !attack(house) || !house.Console().Lives()) {
-      std::printf("FAILED: %s\n", name);
-      ++failures;
-    }
-  }
-  return failures == 0 ? 0 : 1;
+  return soak::RunAttacks<House>({argc, argv}, {{"flood", Flood},
+                                                {"churn", Churn},
+                                                {"drip", Drip},
+                                                {"endless", Endless},
+                                                {"takes", Takes},
+                                                {"full house", FullHouse}});
 }

@@ -27,6 +27,12 @@ class FakePauseTimer : public gateway::PauseTimer {
     std::exchange(handler_, nullptr)();
   }
 
+  // Lets so much time pass, and the pause that is running if it is over by then.
+  void Pass(std::chrono::milliseconds time) {
+    pause_ -= time;
+    if (pause_.count() <= 0) Elapse();
+  }
+
   // Lets pauses pass until none is running.
   void ElapseAll() {
     while (IsRunning()) Elapse();

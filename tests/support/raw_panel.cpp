@@ -56,8 +56,12 @@ RawPanel& RawPanel::operator=(RawPanel&& other) noexcept {
 
 void RawPanel::Send(std::string_view hex) { Send(FromHex(hex)); }
 
-void RawPanel::Send(const std::vector<std::uint8_t>& bytes) {
-  if (IsConnected()) (void)send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+void RawPanel::Send(const std::vector<std::uint8_t>& bytes) { (void)SendSome(bytes); }
+
+std::size_t RawPanel::SendSome(std::span<const std::uint8_t> bytes) {
+  if (!IsConnected()) return 0;
+  const ssize_t sent = send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+  return static_cast<std::size_t>(std::max<ssize_t>(sent, 0));
 }
 
 bool RawPanel::Poll() {

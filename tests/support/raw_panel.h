@@ -4,7 +4,9 @@
 #define TESTS_SUPPORT_RAW_PANEL_H_
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +34,8 @@ class RawPanel {
   // lost, as is everything once the console has closed the connection.
   void Send(std::string_view hex);
   void Send(const std::vector<std::uint8_t>& bytes);
+  // Sends as many of the bytes as the network takes at once, and returns how many.
+  std::size_t SendSome(std::span<const std::uint8_t> bytes);
 
   // Appends what has arrived to Received().  False once the connection has ended.
   bool Poll();

@@ -40,6 +40,9 @@ class CompareWindow : public QDialog, public switcher::ComparisonDisplay {
   // Ends the wait, if there is one, and closes.
   void CancelNow();
 
+  // The link is up or down.
+  void LinkChanged() { link_->LinkChanged(); }
+
   // These were sent, and the switcher has confirmed them: rows of them cannot be chosen any more.
   void NoteSent(const std::vector<switcher::TablePart>& parts);
 

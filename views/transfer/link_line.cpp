@@ -3,36 +3,29 @@
 #include "views/transfer/link_line.h"
 
 namespace views {
-namespace {
-
-constexpr int kLookMilliseconds = 500;
-
-}  // namespace
 
 LinkLine::LinkLine(const model::SystemModel& model, const QString& text, QWidget* parent)
     : LinkWarning(parent), model_(model) {
   setText(text);
   setWordWrap(true);
   KeepRoom(true);
-  timer_.setInterval(kLookMilliseconds);
-  connect(&timer_, &QTimer::timeout, this, &LinkLine::Look);
-  timer_.start();
-  Look();
+  LinkChanged();
 }
 
 void LinkLine::End() {
-  timer_.stop();
+  isOver_ = true;
   KeepRoom(false);
   hide();
 }
 
 void LinkLine::Follow() {
+  isOver_ = false;
   KeepRoom(false);
-  timer_.start();
-  Look();
+  LinkChanged();
 }
 
-void LinkLine::Look() {
+void LinkLine::LinkChanged() {
+  if (isOver_) return;
   const bool was = isConnected_;
   isConnected_ = model_.LinkStatus[0] == 1;
   setHidden(isConnected_);

@@ -3,15 +3,13 @@
 #ifndef VIEWS_TRANSFER_LINK_LINE_H_
 #define VIEWS_TRANSFER_LINK_LINE_H_
 
-#include <QTimer>
-
 #include "model/system_model.h"
 #include "views/widgets/link_warning.h"
 
 namespace views {
 
 // What a window says, before the operator confirms a transfer, of a link that is down.  The line
-// comes and goes with the link, and nothing else moves for it.
+// comes and goes with the link, of which it is told, and nothing else moves for it.
 class LinkLine : public LinkWarning {
   Q_OBJECT
 
@@ -21,6 +19,9 @@ class LinkLine : public LinkWarning {
 
   // Whether the switcher answers, as the line has it.
   bool IsConnected() const { return isConnected_; }
+
+  // The link is up or down.
+  void LinkChanged();
 
   // There is nothing to confirm (any more): the line goes, and so does its room.
   void End();
@@ -32,12 +33,11 @@ class LinkLine : public LinkWarning {
   void ConnectionChanged();
 
  private:
-  void Look();
   void KeepRoom(bool keep);
 
   const model::SystemModel& model_;
   bool isConnected_ = false;
-  QTimer timer_;
+  bool isOver_ = false;  // there is nothing to confirm
 };
 
 }  // namespace views

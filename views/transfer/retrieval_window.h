@@ -29,6 +29,9 @@ class RetrievalWindow : public QDialog, public switcher::RetrievalDisplay {
   // Says under the question what would be lost; empty for nothing.
   void SetWarning(const QString& warning);
 
+  // The link is up or down.
+  void LinkChanged() { link_->LinkChanged(); }
+
   // Ends the wait, if there is one, and closes.
   void CancelNow();
 

@@ -37,6 +37,9 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
   // its end before this returns.
   virtual void CancelNow() { download_.CancelNow(); }
 
+  // The link is up or down.
+  void LinkChanged() { link_->LinkChanged(); }
+
   void reject() override { download_.Cancel(); }
 
   // What the download shows.

@@ -16,6 +16,7 @@
 
 #include "gateway/ember/provider.h"
 #include "stations/record.h"
+#include "tests/gateway/ember/commands.h"
 #include "tests/gateway/ember/conversation.h"
 #include "tests/support/fake_client_socket.h"
 #include "tests/support/fake_pause_timer.h"
@@ -25,6 +26,8 @@
 #include "tests/support/small_database.h"
 
 namespace ember {
+
+using test::Asked;
 
 // Keeps what happens to consumers, a line each: "1 10.0.0.7 took 6 8 3".
 class RecordingPeerEvents : public PeerEvents {
@@ -124,16 +127,6 @@ class ProviderTest : public testing::Test {
     return peer;
   }
 
-  // A consumer asks for an element by its path.
-  static Bytes Asked(const Path& path) {
-    const Bytes command = BerValue(Application(2), BerValue(Context(0), BerInteger(32)));
-    const Bytes children =
-        BerValue(Context(2), BerValue(Application(4), BerValue(Context(0), command)));
-    const std::vector<Bytes> elements{
-        BerValue(Application(10), {BerValue(Context(0), BerOid(path)), children})};
-    return Packets(GlowMessage(elements));
-  }
-
   static Bytes Setting(const Path& path, const GlowValue& value) {
     const std::vector<Bytes> elements{ParameterValue(path, value)};
     return Packets(GlowMessage(elements));
@@ -224,7 +217,7 @@ class ProviderTest : public testing::Test {
   test::FakePauseTimer secondTimer_;
   test::FakePauseTimer workTimer_;
   Provider::Time now_{};
-  std::chrono::milliseconds workTakes_{0};  // from one look at the clock to the next
+  std::chrono::microseconds workTakes_{0};  // from one look at the clock to the next
   int gainsShown_ = 0;
   bool hasDatabase_ = true;
   RecordingPeerEvents events_;

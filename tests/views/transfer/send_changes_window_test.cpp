@@ -207,7 +207,8 @@ TEST_F(SendChangesWindowTest, NothingMovesForTheLineAboutTheLink) {
   const QRect sum = Child<QLabel>("aidSendChgSum")->geometry();
   ASSERT_FALSE(Child<QLabel>("aidSendChgLink")->isVisible());
   model_.LinkStatus = {};
-  EXPECT_TRUE(QTest::qWaitFor([this] { return Child<QLabel>("aidSendChgLink")->isVisible(); }));
+  window_->LinkChanged();
+  EXPECT_TRUE(Child<QLabel>("aidSendChgLink")->isVisible());
   QCoreApplication::processEvents();
   ExpectEverythingInSight(*window_);
   EXPECT_EQ(Child<QLabel>("aidSendChgSum")->geometry(), sum);
@@ -292,8 +293,8 @@ TEST_F(SendChangesWindowTest, WithoutASwitcherItSaysSo) {
   EXPECT_TRUE(Child<QLabel>("aidSendChgLink")->isVisible());
   EXPECT_EQ(Text("aidSendChgLink"), QStringLiteral("Not connected: nothing would arrive."));
   model_.LinkStatus = {1, 1, 0};
-  EXPECT_TRUE(
-      QTest::qWaitFor([this] { return Child<QPushButton>("cmdOkSendChg")->isEnabled(); }, 10000));
+  window_->LinkChanged();
+  EXPECT_TRUE(Child<QPushButton>("cmdOkSendChg")->isEnabled());
   EXPECT_FALSE(Child<QLabel>("aidSendChgLink")->isVisible());
 }
 

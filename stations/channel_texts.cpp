@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "gateway/ember/channel_texts.h"
+#include "stations/channel_texts.h"
 
 #include <memory>
 
@@ -9,7 +9,7 @@
 #include "stations/open_stations.h"
 #include "stations/texts.h"
 
-namespace ember {
+namespace stations {
 
 namespace {
 
@@ -40,11 +40,10 @@ const ChannelTexts::Texts& ChannelTexts::Read(Kind kind) {
   texts.ofChannels.clear();
   jet::Database* const database = services_.database();
   if (database == nullptr) return texts;
-  std::unique_ptr<jet::RecordSet> stations;
-  if (!stations::OpenStations(*database, &stations).ok()) return texts;
+  std::unique_ptr<jet::RecordSet> records;
+  if (!OpenStations(*database, &records).ok()) return texts;
   List read;
-  if (!stations::ReadAvailableTexts(*stations, FieldOf(kind), services_.model.ChannelCount, &read)
-           .ok()) {
+  if (!ReadAvailableTexts(*records, FieldOf(kind), services_.model.ChannelCount, &read).ok()) {
     return texts;
   }
   texts.isRead = true;
@@ -68,11 +67,21 @@ std::optional<bool> ChannelTexts::IsInhibited(int output, int input) {
   return model::FlagIsSet(Text(Kind::Inhibits, output), input);
 }
 
+bool ChannelTexts::Forget(std::span<const Change> changes) {
+  bool isTouched = false;
+  for (const Kind kind : kKinds) {
+    if (!Touches(changes, FieldOf(kind))) continue;
+    Forget(kind);
+    isTouched = true;
+  }
+  return isTouched;
+}
+
 void ChannelTexts::Forget(Kind kind) {
   Texts& texts = Of(kind);
   if (!texts.isRead) return;
   texts.isRead = false;
-  if (!texts.before) texts.before = texts.ofChannels;
+  if (!texts.before) texts.before = std::move(texts.ofChannels);
 }
 
 std::vector<ChannelTexts::Difference> ChannelTexts::TakeDifferences(Kind kind) {
@@ -87,4 +96,4 @@ std::vector<ChannelTexts::Difference> ChannelTexts::TakeDifferences(Kind kind) {
   return differences;
 }
 
-}  // namespace ember
+}  // namespace stations

@@ -1,21 +1,23 @@
 // SPDX-License-Identifier: MIT
 
-#ifndef GATEWAY_EMBER_CHANNEL_TEXTS_H_
-#define GATEWAY_EMBER_CHANNEL_TEXTS_H_
+#ifndef STATIONS_CHANNEL_TEXTS_H_
+#define STATIONS_CHANNEL_TEXTS_H_
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "db/jet/database.h"
 #include "model/system_model.h"
+#include "stations/change.h"
 
-namespace ember {
+namespace stations {
 
 // The labels and the inhibits of the channels, as the database has them.  Those of a kind are read
 // when one is asked for, and kept until they may have changed; what could not be read is tried
@@ -23,7 +25,6 @@ namespace ember {
 class ChannelTexts {
  public:
   enum class Kind : std::uint8_t { Label, InLabel, Inhibits };
-  static constexpr std::array<Kind, 3> kKinds{Kind::Label, Kind::InLabel, Kind::Inhibits};
 
   // What is referred to must outlive the object.
   struct Services {
@@ -32,9 +33,6 @@ class ChannelTexts {
   };
   explicit ChannelTexts(Services services) : services_(std::move(services)) {}
 
-  // The field of a kind.
-  static const char* FieldOf(Kind kind);
-
   // The label of an output or an input (both from 1); empty for one that cannot be read.
   const std::string& Label(int output) { return Text(Kind::Label, output); }
   const std::string& InLabel(int input) { return Text(Kind::InLabel, input); }
@@ -42,8 +40,9 @@ class ChannelTexts {
   // Whether a crosspoint (both from 1) is inhibited; nothing where that cannot be read.
   std::optional<bool> IsInhibited(int output, int input);
 
-  // Texts of a kind may have changed: they are read again when they are asked for.
-  void Forget(Kind kind);
+  // The texts that these changes touch are read again when they are asked for.  Whether there are
+  // any.
+  bool Forget(std::span<const Change> changes);
 
   // A text that is another one than before.
   struct Difference {
@@ -65,6 +64,10 @@ class ChannelTexts {
     std::optional<List> before;  // those that were forgotten first
   };
 
+  static constexpr std::array<Kind, 3> kKinds{Kind::Label, Kind::InLabel, Kind::Inhibits};
+
+  static const char* FieldOf(Kind kind);
+  void Forget(Kind kind);
   Texts& Of(Kind kind) { return texts_[static_cast<std::size_t>(kind)]; }
   const Texts& Read(Kind kind);
   const std::string& Text(Kind kind, int channel);
@@ -73,6 +76,6 @@ class ChannelTexts {
   std::array<Texts, kKinds.size()> texts_;
 };
 
-}  // namespace ember
+}  // namespace stations
 
-#endif  // GATEWAY_EMBER_CHANNEL_TEXTS_H_
+#endif  // STATIONS_CHANNEL_TEXTS_H_

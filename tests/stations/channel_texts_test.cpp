@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+
+#include "stations/channel_texts.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "stations/record.h"
+#include "tests/support/small_database.h"
+
+namespace stations {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// Has texts forget what changes touch, and keeps whether it was any.
+class Forgetting : public ChangeObserver {
+ public:
+  Forgetting(Changes& changes, ChannelTexts& texts) : ChangeObserver(changes), texts_(texts) {}
+
+  void Changed(std::span<const Change> changes) override {
+    touched.push_back(texts_.Forget(changes));
+  }
+
+  std::vector<bool> touched;
+
+ private:
+  ChannelTexts& texts_;
+};
+
+class ChannelTextsTest : public testing::Test {
+ protected:
+  using Kind = ChannelTexts::Kind;
+
+  ChannelTextsTest() {
+    model_.ChannelCount = 3;
+    database_.AddStation(1, {{"Label", "CAM 1"}, {"InLabel", "MIC 1"}, {"Inhibits", "100"}});
+    database_.AddStation(2, {{"Label", "CAM 2"}, {"InLabel", "MIC 2"}, {"Inhibits", "010"}});
+  }
+
+  void Edit(int station, const char* field, const jet::Value& value) {
+    database_.GoTo(station);
+    Record record(*database_.Files().Stations());
+    record.Set(field, value);
+    ASSERT_TRUE(record.Commit({changes_, Origin::Operator}).ok());
+  }
+
+  // What has become of the texts of a kind: "2: MIC -> VISION".
+  std::vector<std::string> Differences(Kind kind) {
+    std::vector<std::string> lines;
+    for (const ChannelTexts::Difference& one : texts_.TakeDifferences(kind)) {
+      lines.push_back(std::to_string(one.channel) + ": " + one.before + " -> " + one.after);
+    }
+    return lines;
+  }
+
+  model::SystemModel model_;
+  test::SmallDatabase database_;
+  bool hasDatabase_ = true;
+  Changes changes_;
+  ChannelTexts texts_{{.model = model_, .database = [this] {
+                         return hasDatabase_ ? database_.Files().Database() : nullptr;
+                       }}};
+  Forgetting forgetting_{changes_, texts_};
+};
+
+TEST_F(ChannelTextsTest, AreThoseOfTheRecords) {
+  EXPECT_EQ(texts_.Label(2), "CAM 2");
+  EXPECT_EQ(texts_.InLabel(1), "MIC 1");
+  EXPECT_EQ(texts_.Label(3), "") << "a small table";
+  EXPECT_EQ(texts_.Label(0), "");
+  EXPECT_EQ(texts_.IsInhibited(1, 1), true);
+  EXPECT_EQ(texts_.IsInhibited(1, 2), false);
+  EXPECT_EQ(texts_.IsInhibited(4, 1), std::nullopt);
+}
+
+TEST_F(ChannelTextsTest, AChangeIsReadAndTold) {
+  EXPECT_EQ(texts_.Label(2), "CAM 2");
+  Edit(2, "Label", "VISION");
+  EXPECT_EQ(texts_.Label(2), "VISION");
+  Edit(2, "Label", "SOUND");
+  EXPECT_THAT(Differences(Kind::Label), ElementsAre("2: CAM 2 -> SOUND"));
+  EXPECT_THAT(Differences(Kind::Label), IsEmpty()) << "told once";
+  EXPECT_THAT(Differences(Kind::InLabel), IsEmpty());
+}
+
+TEST_F(ChannelTextsTest, WhatNobodyAskedForHasNoDifferences) {
+  Edit(2, "Label", "VISION");
+  EXPECT_THAT(Differences(Kind::Label), IsEmpty());
+}
+
+TEST_F(ChannelTextsTest, OtherFieldsTouchNothing) {
+  Edit(1, "Inhibits", "110");
+  Edit(1, "Hidden", 1);
+  EXPECT_THAT(forgetting_.touched, ElementsAre(true, false));
+}
+
+// What cannot be read now is tried again, and what has become of it meanwhile is told then.
+TEST_F(ChannelTextsTest, WithoutADatabaseNothingIsKnown) {
+  EXPECT_EQ(texts_.IsInhibited(1, 1), true);
+  Edit(1, "Inhibits", "000");
+  hasDatabase_ = false;
+  EXPECT_EQ(texts_.IsInhibited(1, 1), std::nullopt);
+  EXPECT_THAT(Differences(Kind::Inhibits), IsEmpty());
+  hasDatabase_ = true;
+  EXPECT_EQ(texts_.IsInhibited(1, 1), false);
+  EXPECT_THAT(Differences(Kind::Inhibits), ElementsAre("1: 100 -> 000"));
+}
+
+}  // namespace
+}  // namespace stations
