@@ -78,8 +78,7 @@ void DrawFocusLine(const QStyleOption& option, QPainter& painter) {
 }
 
 // The frame of a field, a list or a button.  Fusion makes it, as that of the handle of a scroll
-// bar, darker than the window, which on a
-// dark one cannot be seen.
+// bar, darker than the window, which on a dark one cannot be seen.
 bool IsFrameLost(QStyle::PrimitiveElement element, const QStyleOption& option) {
   if (!IsDark(option.palette.color(QPalette::Window))) return false;
   if (element == QStyle::PE_Frame) return true;

@@ -23,6 +23,7 @@ namespace {
 
 using stations::Origin;
 using testing::AllOf;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -334,7 +335,9 @@ TEST_F(RescueTest, ACrashInARestoreLosesNothingAndRestoringTwiceIsHarmless) {
   plan.Lift();
   TeskWatch(nullptr);
   EXPECT_EQ(database_.Field(5, "Label"), "LINE");
-  EXPECT_THAT(Runs(), ElementsAre("1 Label of station 5 Label of station 7"))
+  // Whether this run's beginning is there depends on when the digest of the database was.
+  EXPECT_THAT(Runs(), AnyOf(ElementsAre("1 Label of station 5 Label of station 7"),
+                            ElementsAre("1 Label of station 5 Label of station 7", "4")))
       << "a restore that is in no journal is not said to be one";
   database_.Set(5, "Label", "MIC");
   database_.Set(7, "Label", "CAM");
