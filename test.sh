@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 #
-# test.sh [--all]: builds everything and tests it: the format of the sources and the suite under the
-# address and undefined-behaviour sanitizers.  With --all, which the build service runs for every
-# commit, also the quick forms of the long runs (crashes, attacks, hours of use), and what the compiler
-# of the release makes of it: the programs as they are shipped, in use with each other, and whether it
-# accepts the tests and the benchmarks.  A release build of everything and `ctest --preset release`
-# test the single units as shipped, too.
+# test.sh [--all]: builds everything and tests it: the format of the sources and the suite, in what
+# time one has between two changes.  With --all, which the build service runs for every commit, the
+# suite runs under the address and undefined-behaviour sanitizers, and with it the quick forms of the
+# long runs (crashes, attacks, hours of use); and what the compiler of the release makes of it: the
+# programs as they are shipped, in use with each other, and whether it accepts the tests and the
+# benchmarks.  A release build of everything and `ctest --preset release` test the single units as
+# shipped, too.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -50,14 +51,19 @@ say Format
 find . -path ./build -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 |
   xargs -0 clang-format --dry-run --Werror
 
+if ! $all; then
+  say Build
+  cmake --preset quick -DTESK_WERROR=ON
+  cmake --build --preset quick
+  say Suite
+  exec ctest --preset quick -j "$jobs" -LE long_run --output-on-failure
+fi
+
 say Build with sanitizers
 cmake --preset asan -DTESK_WERROR=ON
 cmake --build --preset asan
 
 say Suite under the sanitizers
-if ! $all; then
-  exec ctest --preset asan -j "$jobs" -LE long_run --output-on-failure
-fi
 cmake --preset release -DTESK_WERROR=ON
 behind build/release-build.log cmake --build --preset release --target programs
 ctest --preset asan -j "$jobs" --output-on-failure
