@@ -54,14 +54,14 @@ endfunction()
 #   WINDOWS   with TESK_UNITY the toolkit's headers, which take longer to read than most windows,
 #             are read once for all libraries of windows; not by GCC, which needs as long to keep
 #             them as it then saves
-#   COMPUTES  its tests compute so much that optimising the sanitizers' checks saves more time than
-#             it takes; of other libraries it would not
+#   COMPUTES  its tests compute so much that optimising it, where all is built for the tests alone,
+#             saves more time than it takes; of other libraries it would not
 function(tesk_library name)
   cmake_parse_arguments(ARG "MOC;WINDOWS;COMPUTES" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE tesk_product_options PUBLIC tesk_options ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC} AUTORCC ${ARG_MOC})
-  if(TESK_SANITIZE AND CMAKE_BUILD_TYPE STREQUAL "Debug" AND ARG_COMPUTES)
+  if(TESK_UNITY AND CMAKE_BUILD_TYPE STREQUAL "Debug" AND ARG_COMPUTES)
     target_compile_options(${name} PRIVATE -O1)
   endif()
   tesk_compile_together(${name})
