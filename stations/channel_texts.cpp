@@ -40,14 +40,12 @@ const ChannelTexts::Texts& ChannelTexts::Read(Kind kind) {
   texts.ofChannels.clear();
   jet::Database* const database = services_.database();
   if (database == nullptr) return texts;
+  texts.isRead = true;
   std::unique_ptr<jet::RecordSet> records;
   if (!OpenStations(*database, &records).ok()) return texts;
-  List read;
-  if (!ReadAvailableTexts(*records, FieldOf(kind), services_.model.ChannelCount, &read).ok()) {
-    return texts;
-  }
-  texts.isRead = true;
-  texts.ofChannels = std::move(read);
+  texts.isWhole =
+      ReadAvailableTexts(*records, FieldOf(kind), services_.model.ChannelCount, &texts.ofChannels)
+          .ok();
   if (kind != Kind::Inhibits) return texts;
   for (std::optional<std::string>& flags : texts.ofChannels) {
     if (flags.has_value()) flags = model::PlainFlags(*flags);
@@ -60,11 +58,19 @@ const std::string& ChannelTexts::Text(Kind kind, int channel) {
   return TextAt(Read(kind).ofChannels, static_cast<std::size_t>(channel - 1));
 }
 
+bool ChannelTexts::ShowsInhibit(int output, int input) {
+  return model::FlagIsSet(Text(Kind::Inhibits, output), input);
+}
+
 std::optional<bool> ChannelTexts::IsInhibited(int output, int input) {
-  if (output < 1 || static_cast<std::size_t>(output) > Read(Kind::Inhibits).ofChannels.size()) {
+  Texts& inhibits = Of(Kind::Inhibits);
+  if (!inhibits.isWhole) inhibits.isRead = false;
+  Read(Kind::Inhibits);
+  if (!inhibits.isWhole || output < 1 ||
+      static_cast<std::size_t>(output) > inhibits.ofChannels.size()) {
     return std::nullopt;
   }
-  return model::FlagIsSet(Text(Kind::Inhibits, output), input);
+  return ShowsInhibit(output, input);
 }
 
 bool ChannelTexts::Forget(std::span<const Change> changes) {
@@ -81,11 +87,12 @@ void ChannelTexts::Forget(Kind kind) {
   Texts& texts = Of(kind);
   if (!texts.isRead) return;
   texts.isRead = false;
+  texts.isWhole = false;
   if (!texts.before) texts.before = std::move(texts.ofChannels);
 }
 
 std::vector<ChannelTexts::Difference> ChannelTexts::TakeDifferences(Kind kind) {
-  if (!Of(kind).before || !Read(kind).isRead) return {};
+  if (!Of(kind).before || !Read(kind).isWhole) return {};
   const std::optional<List> before = std::exchange(Of(kind).before, std::nullopt);
   const List& now = Of(kind).ofChannels;
   std::vector<Difference> differences;

@@ -20,8 +20,7 @@
 namespace stations {
 
 // The labels and the inhibits of the channels, as the database has them.  Those of a kind are read
-// when one is asked for, and kept until they may have changed; what could not be read is tried
-// again each time.
+// when one is asked for, and kept until they may have changed.  What cannot be read is empty.
 class ChannelTexts {
  public:
   enum class Kind : std::uint8_t { Label, InLabel, Inhibits };
@@ -37,7 +36,12 @@ class ChannelTexts {
   const std::string& Label(int output) { return Text(Kind::Label, output); }
   const std::string& InLabel(int input) { return Text(Kind::InLabel, input); }
 
-  // Whether a crosspoint (both from 1) is inhibited; nothing where that cannot be read.
+  // Whether a crosspoint (both from 1) is inhibited, for words about it: where that cannot be read
+  // it is not.
+  bool ShowsInhibit(int output, int input);
+
+  // The same for who acts on it: nothing while not all inhibits can be read.  These are tried again
+  // each time.
   std::optional<bool> IsInhibited(int output, int input);
 
   // The texts that these changes touch are read again when they are asked for.  Whether there are
@@ -59,7 +63,8 @@ class ChannelTexts {
   using List = std::vector<std::optional<std::string>>;
 
   struct Texts {
-    bool isRead = false;
+    bool isRead = false;   // as far as it went
+    bool isWhole = false;  // to the last channel
     List ofChannels;
     std::optional<List> before;  // those that were forgotten first
   };

@@ -29,9 +29,9 @@ class InhibitedCells : public stations::ChangeObserver {
 
   // Whether a crosspoint (both channels from 1) is inhibited.  One that the database does not have,
   // or that cannot be read, is not.
-  bool Contain(int output, int input) { return Find(output, input).value_or(false); }
+  bool Contain(int output, int input) { return texts_.ShowsInhibit(output, input); }
 
-  // The same for who acts on it: nothing when it cannot be read.
+  // The same for who acts on it: nothing while not all can be read.
   std::optional<bool> Find(int output, int input) { return texts_.IsInhibited(output, input); }
 
   void Changed(std::span<const stations::Change> changes) override { texts_.Forget(changes); }

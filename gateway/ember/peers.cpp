@@ -113,6 +113,7 @@ void Peers::Serve() {
   taken_ += left_ - begin;
   if (!isTurnDue_) return;
   services_.timer.Start(kRest, [this] {
+    isTurnDue_ = false;
     taken_ = {};
     Serve();
   });

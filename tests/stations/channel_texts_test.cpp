@@ -5,13 +5,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "db/schema.h"
 #include "stations/record.h"
+#include "tests/support/damaged_file.h"
 #include "tests/support/small_database.h"
+#include "tests/support/temporary_folder.h"
 
 namespace stations {
 namespace {
@@ -99,6 +103,33 @@ TEST_F(ChannelTextsTest, OtherFieldsTouchNothing) {
   Edit(1, "Inhibits", "110");
   Edit(1, "Hidden", 1);
   EXPECT_THAT(forgetting_.touched, ElementsAre(true, false));
+}
+
+// The records behind a damage cannot be read: those before it can, and nobody tries again for
+// words.
+TEST(DamagedChannelTexts, AreThoseBeforeTheDamage) {
+  const test::TemporaryFolder folder;
+  const auto file = folder / "Tesk.mdb";
+  ASSERT_TRUE(db::CreateDatabase(file).ok());
+  std::unique_ptr<jet::Database> database;
+  ASSERT_TRUE(jet::Database::Open(file, jet::Access::ReadOnly, &database).ok());
+  test::ZeroPageOf(file, "Sta. 060");
+  model::SystemModel model;
+  model.ChannelCount = 64;
+  int asked = 0;
+  ChannelTexts texts({.model = model, .database = [&] {
+                        ++asked;
+                        return database.get();
+                      }});
+  EXPECT_EQ(texts.Label(1), "");
+  EXPECT_EQ(texts.Label(64), "");
+  EXPECT_EQ(asked, 1);
+  EXPECT_FALSE(texts.ShowsInhibit(1, 1));
+  EXPECT_FALSE(texts.ShowsInhibit(64, 1));
+  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(texts.IsInhibited(1, 1), std::nullopt) << "who acts needs them all";
+  EXPECT_EQ(texts.IsInhibited(1, 1), std::nullopt);
+  EXPECT_EQ(asked, 4) << "they may be readable by now";
 }
 
 // What cannot be read now is tried again, and what has become of it meanwhile is told then.
