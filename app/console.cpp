@@ -478,7 +478,8 @@ void Console::ConnectShutDown() {
   window_.SetCloseHandler([this] { return shutDown_.Run(); });
   connect(&shutDown_, &ShutDown::Ending, &presets_, &Presets::CancelNow);
   connect(&shutDown_, &ShutDown::Ending, &restoreBackup_, &RestoreBackup::CancelNow);
-  connect(&shutDown_, &ShutDown::SavingDatabase, &journal_, &JournalKeeper::WriteBeforeSaving);
+  connect(&shutDown_, &ShutDown::SavingDatabase, &journal_,
+          [this] { journal_.WriteBeforeSaving(QDeadlineTimer(kPatience)); });
   connect(&shutDown_, &ShutDown::SavingDatabase, &backups_, &BackupKeeper::NoteMainFile);
   connect(&shutDown_, &ShutDown::DatabaseSaved, &log_, [this] { log_.Note(tr("Database saved")); });
   // Behind the journal, which says first that the run is saved.

@@ -119,9 +119,10 @@ void WindowSettings::SetText(const QString& key, const QString& text) {
 void WindowSettings::Write() {
   isDue_ = false;
   if (!store_) return;
-  // One that has failed says so for good.  Another one of the same file has what it could not
-  // write.
-  if (hasFailed_) store_ = std::make_unique<QSettings>(store_->fileName(), store_->format());
+  // One that has failed says its first failure for good, and a garbled line is one that would hide
+  // any other.  Another one of the same file has what it could not write.
+  if (store_->status() != QSettings::NoError)
+    store_ = std::make_unique<QSettings>(store_->fileName(), store_->format());
   store_->sync();
   const bool fails = store_->status() == QSettings::AccessError;
   if (std::exchange(hasFailed_, fails) == fails) return;

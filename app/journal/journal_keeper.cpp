@@ -118,10 +118,15 @@ bool JournalKeeper::EndRun(std::int64_t run, Kind kind) {
   return ended.ok();
 }
 
-void JournalKeeper::WriteBeforeSaving() {
-  if (waiting_.IsEmpty()) return;
-  digest_.waitForFinished();
+void JournalKeeper::WriteBeforeSaving(QDeadlineTimer patience) {
+  if (waiting_.IsEmpty() && !syncTimer_.isActive() && !syncing_.isRunning()) return;
+  const auto waitForDisk = [&] { pool_.waitForDone(static_cast<int>(patience.remainingTime())); };
+  waitForDisk();
   WriteWaiting();
+  if (!syncTimer_.isActive()) return;
+  syncTimer_.stop();
+  Sync();
+  waitForDisk();
 }
 
 void JournalKeeper::RunSaved() {

@@ -3,6 +3,7 @@
 #ifndef APP_JOURNAL_JOURNAL_KEEPER_H_
 #define APP_JOURNAL_JOURNAL_KEEPER_H_
 
+#include <QDeadlineTimer>
 #include <QFuture>
 #include <QObject>
 #include <QString>
@@ -77,8 +78,9 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   bool EndRun(std::int64_t run, stations::JournalLine::Kind kind);
 
   // The file of the database is about to be replaced, which takes a slow disk its time: what waits
-  // for the digest is written first.
-  void WriteBeforeSaving();
+  // for the digest is written first, and the disk has it all.  A disk that does not answer in
+  // `patience` is not waited for any longer.
+  void WriteBeforeSaving(QDeadlineTimer patience);
 
   // What this run has changed is in the file of the database.
   void RunSaved();

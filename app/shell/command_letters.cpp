@@ -18,7 +18,9 @@ bool IsCommandLetter(const QKeyEvent& key) {
 }  // namespace
 
 CommandLetters::CommandLetters(QObject* parent) : QObject(parent) {
+#ifndef Q_OS_MACOS
   qApp->installEventFilter(this);
+#endif
 }
 
 // Shortcuts were asked before: nobody has taken this one.

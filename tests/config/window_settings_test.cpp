@@ -202,6 +202,25 @@ TEST_F(WindowSettingsTest, AFullDiskIsSaidOnceAndNothingIsLostWhenThereIsRoom) {
   EXPECT_EQ(file.readAll().toStdString(), "[Settings]\nMainLeft=1600\nMainTop=1700\n");
 }
 
+TEST_F(SettingsFileTest, AGarbledLineHidesNoFullDisk) {
+  Write("[Settings]\nMainTop=1700\ngarbled\n");
+  WindowSettings settings{QString()};
+  EXPECT_EQ(settings.Text(QStringLiteral("MainTop")), QStringLiteral("1700"));
+  std::vector<std::string> told;
+  QObject::connect(&settings, &WindowSettings::Failed,
+                   [&](const QString& why) { told.push_back(why.toStdString()); });
+  QObject::connect(&settings, &WindowSettings::Written, [&] { told.emplace_back("written"); });
+  {
+    const test::FullDisk full(0);
+    settings.SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));
+    settings.Write();
+  }
+  EXPECT_THAT(told, testing::ElementsAre("Cannot write Orvo Intercom Control.conf"));
+  settings.Write();
+  EXPECT_THAT(told, testing::ElementsAre("Cannot write Orvo Intercom Control.conf", "written"));
+  EXPECT_EQ(Bytes(), "[Settings]\nMainLeft=1600\nMainTop=1700\n");
+}
+
 TEST_F(WindowSettingsTest, AHealthyStoreHasNoProblem) {
   EXPECT_TRUE(WindowSettings{QString()}.Problem().ok());
   WindowSettings{QString()}.SetText(QStringLiteral("MainLeft"), QStringLiteral("1600"));

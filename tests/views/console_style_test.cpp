@@ -13,9 +13,11 @@
 #include <QPainter>
 #include <QProxyStyle>
 #include <QPushButton>
+#include <QStyleFactory>
 #include <QStyleOption>
 #include <QToolBar>
 #include <algorithm>
+#include <memory>
 
 #include "views/widgets/contrast.h"
 
@@ -120,6 +122,28 @@ TEST(ConsoleStyle, TheHandleOfAScrollBarIsSeenOnADarkWindow) {
           << largest << " on " << palette.color(QPalette::Window).name().toStdString();
     }
   }
+}
+
+TEST(ConsoleStyle, ABarThatCannotScrollHasNoFrame) {
+  QStyleOptionSlider bar;
+  bar.rect = QRect(0, 0, 16, 200);
+  bar.palette = Dark();
+  bar.state = QStyle::State_Enabled;
+  bar.orientation = Qt::Vertical;
+  bar.pageStep = 100;
+  bar.subControls = QStyle::SC_All;
+  const auto drawn = [&](const QStyle& style) {
+    QImage image(bar.rect.size(), QImage::Format_RGB32);
+    image.fill(bar.palette.color(QPalette::Window));
+    QPainter painter(&image);
+    style.drawComplexControl(QStyle::CC_ScrollBar, &bar, &painter);
+    painter.end();
+    return image;
+  };
+  const std::unique_ptr<const QStyle> plain(QStyleFactory::create(QStringLiteral("fusion")));
+  EXPECT_EQ(drawn(*QApplication::style()), drawn(*plain));
+  bar.maximum = 100;
+  EXPECT_NE(drawn(*QApplication::style()), drawn(*plain)) << "one that can has it";
 }
 
 TEST(ConsoleStyle, TheLinesOfAGridAreSeenOnADarkGround) {

@@ -216,9 +216,10 @@ void ConsoleStyle::drawComplexControl(ComplexControl control, const QStyleOption
   const auto* const title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
   if (control != CC_TitleBar || title == nullptr || !IsOverFusion()) {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control == CC_ScrollBar && IsOverFusion() &&
-        IsDark(option->palette.color(QPalette::Window))) {
-      const QRect handle = subControlRect(control, option, SC_ScrollBarSlider, widget);
+    const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control == CC_ScrollBar && bar != nullptr && bar->maximum > bar->minimum &&
+        IsOverFusion() && IsDark(option->palette.color(QPalette::Window))) {
+      const QRect handle = proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget);
       DrawLostFrame(handle, 0, *option, *painter);
     }
     return;

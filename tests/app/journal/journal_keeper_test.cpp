@@ -97,9 +97,27 @@ TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenBeforeItI
   std::filesystem::resize_file(DatabasePath(), 1 << 28);
   keeper_.Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
-  keeper_.WriteBeforeSaving();
+  keeper_.WriteBeforeSaving(QDeadlineTimer::Forever);
   EXPECT_TRUE(keeper_.IsComplete());
   EXPECT_THAT(Runs(), ElementsAre("1 Label of station 17"));
+}
+
+// A share that has gone does not keep the console from closing.
+TEST_F(JournalKeeperTest, ADatabaseThatIsNotReadInTimeIsNotWaitedForBeforeItIsReplaced) {
+  std::filesystem::resize_file(DatabasePath(), 1 << 30);
+  keeper_.Begin();
+  changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
+  keeper_.WriteBeforeSaving(QDeadlineTimer(0));
+  EXPECT_FALSE(keeper_.IsComplete());
+  EXPECT_EQ(Text(), "(none)");
+}
+
+TEST_F(JournalKeeperTest, TheDiskHasItBeforeTheDatabaseIsReplaced) {
+  Begin();
+  changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
+  EXPECT_THAT(plan_.Calls(), testing::Not(testing::Contains("sync Tesk.journal")));
+  keeper_.WriteBeforeSaving(QDeadlineTimer::Forever);
+  EXPECT_THAT(plan_.Calls(), testing::Contains("sync Tesk.journal").Times(1));
 }
 
 TEST_F(JournalKeeperTest, WhatIsSavedIsSaidToBe) {
