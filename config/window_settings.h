@@ -53,10 +53,10 @@ class WindowSettings : public QObject {
   const model::Status& Problem() const { return problem_; }
 
  Q_SIGNALS:
-  // What was stored could not be written, and why.  It is tried again with the next that is; of its
-  // failures nobody is told again.
+  // What was stored could not be written, and why.  The next Write() tries again; when that fails,
+  // too, this is not emitted again.
   void Failed(const QString& why);
-  // It could be written again.
+  // What Failed() told of is written now.
   void Written();
 
  private:

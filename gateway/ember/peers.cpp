@@ -96,9 +96,9 @@ void Peers::CloseAll() {
   for (int number = 1; number <= Highest(); ++number) End(number);
 }
 
-// At once, unless there is so much to do that the others have to wait, too.  What many have sent
-// comes as an event of each, one behind the other: so what they have taken of the event loop counts
-// until the others had as much.
+// Served at once, unless a turn is due anyway.  The bytes of many come as events one behind the
+// other, each within its time and all together not: so the time that serving took is counted over
+// these events, less the time that was left to the others in between.
 void Peers::DataArrived(int slot, std::size_t /*byteCount*/) {
   At(slot).isUnread = true;
   if (isTurnDue_) return;

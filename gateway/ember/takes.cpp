@@ -262,7 +262,8 @@ void Takes::RefuseGains(Refusal why, const std::function<bool(const Gain&)>& whi
   for (const auto& [input, gain] : refused) services_.answers.GainRefused(gain.peer, input, why);
 }
 
-// What happens meanwhile makes it earlier, and never later: reports come one behind the other.
+// Starts the timer for what is due next.  One that runs is never put off: of reports that come one
+// behind the other, each would put it off again.
 void Takes::Wait() {
   if (open_.empty() && gains_.empty()) {
     wakesUp_.reset();

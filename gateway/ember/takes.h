@@ -71,9 +71,8 @@ class Takes {
   // The most takes of a consumer that are not answered yet.
   static constexpr std::size_t kMostOpen = 256;
 
-  // So long takes are sent in one turn of the event loop, or found to stand or to be refused, and
-  // so long they are ended for want of time.  So soon comes the next turn when more of them are to
-  // be ended: that is not to take until their consumers have given up.
+  // One turn of the event loop works on takes for kTurn at most, and ends overdue ones for as long.
+  // The rest follows after kRest where some are overdue, else after kLook.
   static constexpr std::chrono::milliseconds kTurn{3};
   static constexpr std::chrono::milliseconds kRest{2};
 

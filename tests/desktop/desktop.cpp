@@ -32,9 +32,9 @@ Desktop::~Desktop() {
   End(server_);
 }
 
-// It chooses a number that nobody uses, and says which.  It begins anew whenever nobody uses it any
-// more, which would be so between two looks whether the window manager is there, and would shut
-// that out: it is told not to.
+// It chooses a number that nobody uses, and says which.  An X server begins anew when its last
+// client leaves, and shuts out who comes meanwhile.  Each look whether the window manager is there
+// is such a client, and the manager may come just then: -noreset keeps the server from it.
 bool Desktop::StartServer() {
   DieWithParent(server_);
   server_.start(

@@ -46,6 +46,8 @@ class SendChangesTest : public testing::Test, protected ConsoleAndSwitcher {
     ASSERT_TRUE(ConsoleProcess::WaitFor([this] { return console_->IsShown("frmSendChanges"); }));
   }
 
+  bool CanBeSent() { return console_->Property("cmdOkSendChg", "enabled").toBool(); }
+
   // What reaches the switcher from now on, up to the next poll.
   std::vector<std::string> Received() {
     std::vector<std::string> received;
@@ -78,6 +80,22 @@ TEST_F(SendChangesTest, TheSwitcherHasTheEditAndNothingElseTravels) {
   EXPECT_NE(simulator_->Command("inhibits 10"), before);
   SimulatorProcess wanted({"--database", (folder_ / "WorkingDb.md$").string()});
   EXPECT_EQ(simulator_->Command("inhibits 10"), wanted.Command("inhibits 10"));
+  EXPECT_THAT(console_->Boxes(), IsEmpty());
+}
+
+TEST_F(SendChangesTest, TheQuestionFollowsTheLinkWhileItIsOpen) {
+  console_->Use("ID_ToggleInhibit", 10, 3);
+  ASSERT_TRUE(WaitForUnsent(": inhibits of output 10"));
+  OpenSendChanges();
+  EXPECT_TRUE(CanBeSent());
+  EXPECT_FALSE(console_->IsShown("aidSendChgLink"));
+  simulator_->Command("unplug");
+  EXPECT_TRUE(ConsoleProcess::WaitFor(
+      [this] { return console_->IsShown("aidSendChgLink") && !CanBeSent(); }));
+  EXPECT_EQ(Text("aidSendChgLink"), "Not connected: nothing would arrive.");
+  simulator_->Command("replug");
+  EXPECT_TRUE(ConsoleProcess::WaitFor(
+      [this] { return !console_->IsShown("aidSendChgLink") && CanBeSent(); }));
   EXPECT_THAT(console_->Boxes(), IsEmpty());
 }
 

@@ -87,16 +87,19 @@ bool House::CheckCount(const char* what, int counted, int least, int most) {
   return ok;
 }
 
-// Not counted is what the two that talk to each other wait for a processor: on a busy machine that
-// is the greater part.
+// On a busy machine the greater part is what the two that talk to each other wait for a processor.
+// They may do so at the same time, so only the longer of the two waits is taken off: so long nobody
+// got on for certain.
 milliseconds House::Look() {
-  const auto waited = [this] {
-    return WaitedForProcessor(std::to_string(console_->Id())) + WaitedForProcessor("thread-self");
-  };
-  const nanoseconds before = waited();
+  const auto console = std::to_string(console_->Id());
+  const nanoseconds consoleBefore = WaitedForProcessor(console);
+  const nanoseconds ownBefore = WaitedForProcessor("thread-self");
   const auto start = Clock::now();
   if (console_->LinkText().empty()) return kLost;
-  const auto look = Clock::now() - start - (waited() - before);
+  const auto end = Clock::now();
+  const auto look = end - start -
+                    std::max(WaitedForProcessor(console) - consoleBefore,
+                             WaitedForProcessor("thread-self") - ownBefore);
   return std::max(std::chrono::duration_cast<milliseconds>(look), 0ms);
 }
 

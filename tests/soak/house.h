@@ -33,7 +33,8 @@ int FreePort();
 struct Service {
   std::chrono::milliseconds longestTake{0};     // of the operator, to the line
   std::chrono::milliseconds longestSilence{0};  // between two polls of the switcher
-  // Until who looks at the console sees something, less what both wait for a processor.
+  // Until who looks at the console sees something, less the longer of the waits of the two for a
+  // processor.
   std::chrono::milliseconds longestLook{0};
   int takesOfOthers = 0;  // on the line
 };
@@ -63,7 +64,10 @@ class House {
   static bool CheckCount(const char* what, int counted, int least,
                          int most = std::numeric_limits<int>::max());
 
-  // Takes on output 60 and looks, again and again for the time of an attack.
+  // Takes on output 60 and looks, again and again for the time of an attack.  No take begins in the
+  // last 0.2 s before a poll, and so none is measured there: the switcher's link prescribes that a
+  // poll that falls due in the middle of a command waits for the next second, and the operator
+  // would make polls late, of which only those are to count that the attack makes late.
   Service Work();
 
   // The memory that the console has taken since it was up, in megabytes.
