@@ -88,6 +88,11 @@ class ActingReporter : public test::RecordingReporter {
   std::function<void()> atReport;
 };
 
+// What a connection in a message asks for.
+inline constexpr int kAbsoluteOperation = 0;
+inline constexpr int kConnectOperation = 1;
+inline constexpr int kDisconnectOperation = 2;
+
 // The open gateway of a system of eight channels between fake consumers and a fake line, with the
 // link up and the map of the recorded conversation: output 1 has input 3, output 6 inputs 2 and 8;
 // output 5 is inhibited from input 5.
