@@ -115,15 +115,13 @@ Service House::Work() {
   auto taken = start;  // the operator's last one: asked for, then on the line
   std::optional<std::string> awaited;
   bool isPolled = false;
-  // A poll that falls due while a command leaves waits for the next second, so the operator takes
-  // when none is near.
-  const auto isTimeToTake = [&] {
-    return !awaited && Clock::now() - start < time_ && Since(taken) >= 150ms &&
-           Since(polled) < 800ms;
-  };
+  // A poll that falls due while a command leaves waits for the next second.
+  bool mayBePutOff = false;
   const auto note = [&](const std::string& line) {
     if (line.starts_with("rx poll keep-alive")) {
-      service.longestSilence = std::max(service.longestSilence, Since(polled));
+      const milliseconds silence = Since(polled) - (mayBePutOff ? 1000ms : 0ms);
+      service.longestSilence = std::max(service.longestSilence, silence);
+      mayBePutOff = false;
       polled = Clock::now();
       isPolled = polled - start >= time_;
     } else if (awaited && line.starts_with(*awaited)) {
@@ -135,12 +133,13 @@ Service House::Work() {
     }
   };
   while (!isPolled || awaited) {
-    if (isTimeToTake()) {
+    if (!awaited && Clock::now() - start < time_ && Since(taken) >= 150ms) {
       // Through all of them: when the reports of rows are late the map still has one as made that
       // was taken not long ago, and what is made is not sent.
       input_ = input_ % channels_ + 1;
       awaited = "rx take output 60 source " + std::to_string(input_) + " ";
       taken = Clock::now();
+      mayBePutOff = mayBePutOff || Since(polled) >= 800ms;
       console_->Use("ID_Take", 60, input_);
     }
     service.longestLook = std::max(service.longestLook, Look());

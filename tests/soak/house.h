@@ -64,10 +64,9 @@ class House {
   static bool CheckCount(const char* what, int counted, int least,
                          int most = std::numeric_limits<int>::max());
 
-  // Takes on output 60 and looks, again and again for the time of an attack.  No take begins in the
-  // last 0.2 s before a poll, and so none is measured there: the switcher's link prescribes that a
-  // poll that falls due in the middle of a command waits for the next second, and the operator
-  // would make polls late, of which only those are to count that the attack makes late.
+  // Takes on output 60 and looks, again and again for the time of an attack.  The switcher's link
+  // prescribes that a poll that falls due in the middle of a command waits for the next second: a
+  // second is not counted of a silence in which the operator took near its poll.
   Service Work();
 
   // The memory that the console has taken since it was up, in megabytes.
