@@ -3,6 +3,10 @@
 
 set(environment QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8)
 set(properties TIMEOUT 300)
+if(windows)
+  # They take longer than most and are listed last: the last of them would run alone.
+  set(properties TIMEOUT 300 COST 10)
+endif()
 if(whole_programs)
   # Consoles start and end again and again, tables of large systems go at the pace of the line, and
   # a machine may be busy.  They begin first, because the longest are among them.

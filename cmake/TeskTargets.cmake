@@ -48,12 +48,26 @@ function(tesk_compile_together target)
   endforeach()
 endfunction()
 
+# tesk_read_toolkit_once(TARGET): with TESK_UNITY the toolkit's headers, which take longer to read than
+# most windows, are read once for all targets of windows; not by GCC, which needs as long to keep them
+# as it then saves.
+function(tesk_read_toolkit_once target)
+  if(NOT TESK_UNITY OR NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    return()
+  endif()
+  get_property(first GLOBAL PROPERTY TESK_FIRST_TARGET_OF_WINDOWS)
+  if(first)
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  else()
+    target_precompile_headers(${target} PRIVATE <QtWidgets/QtWidgets>)
+    set_property(GLOBAL PROPERTY TESK_FIRST_TARGET_OF_WINDOWS ${target})
+  endif()
+endfunction()
+
 # tesk_library(NAME [MOC] [WINDOWS] [COMPUTES] SOURCES a.cpp b.cpp LINKS other...): a static library
 # of one folder.
 #   MOC       the toolkit's generators look through it, for signals and for resource files
-#   WINDOWS   with TESK_UNITY the toolkit's headers, which take longer to read than most windows,
-#             are read once for all libraries of windows; not by GCC, which needs as long to keep
-#             them as it then saves
+#   WINDOWS   it shares the toolkit's headers: tesk_read_toolkit_once()
 #   COMPUTES  its tests compute so much that optimising it, where all is built for the tests alone,
 #             saves more time than it takes; of other libraries it would not
 function(tesk_library name)
@@ -65,34 +79,35 @@ function(tesk_library name)
     target_compile_options(${name} PRIVATE -O1)
   endif()
   tesk_compile_together(${name})
-  if(ARG_WINDOWS AND TESK_UNITY AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-    get_property(first GLOBAL PROPERTY TESK_FIRST_LIBRARY_OF_WINDOWS)
-    if(first)
-      target_precompile_headers(${name} REUSE_FROM ${first})
-    else()
-      target_precompile_headers(${name} PRIVATE <QtWidgets/QtWidgets>)
-      set_property(GLOBAL PROPERTY TESK_FIRST_LIBRARY_OF_WINDOWS ${name})
-    endif()
+  if(ARG_WINDOWS)
+    tesk_read_toolkit_once(${name})
   endif()
 endfunction()
 
 # All programs, without tests and benchmarks.
 add_custom_target(programs)
 
-# tesk_program(NAME [MOC] SOURCES main.cpp LINKS tesk_x...): a program in bin/.
+# tesk_program(NAME [MOC] [WINDOWS] SOURCES main.cpp LINKS tesk_x...): a program in bin/, with the
+# words of tesk_library().
 function(tesk_program name)
-  cmake_parse_arguments(ARG "MOC" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "MOC;WINDOWS" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE tesk_product_options ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
+  if(ARG_WINDOWS)
+    tesk_read_toolkit_once(${name})
+  endif()
   add_dependencies(programs ${name})
 endfunction()
 
 # tesk_tool(NAME SOURCES main.cpp LINKS tesk_x...): a program in bin/ for those who work on this
-# one: a long run, a benchmark, the gallery.
+# one: a long run, a benchmark, the gallery.  Without TESK_TOOLS it is built when it is named.
 function(tesk_tool name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
+  if(NOT TESK_TOOLS)
+    set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL TRUE)
+  endif()
   target_link_libraries(${name} PRIVATE tesk_options ${ARG_LINKS})
 endfunction()
 
@@ -155,6 +170,7 @@ set(cmake [==[${CMAKE_COMMAND}]==])
 set(name ${name})
 set(program [==[$<TARGET_FILE:${program}>]==])
 set(whole_programs ${ARG_PROGRAMS})
+set(windows ${ARG_WINDOWS})
 set(twice_the_pixels ${ARG_TWICE_THE_PIXELS})
 include([==[${CMAKE_SOURCE_DIR}/cmake/ListCases.cmake]==])
 ")
@@ -167,11 +183,13 @@ function(tesk_program_test name)
   set_tests_properties(${name} PROPERTIES TIMEOUT 900 LABELS program COST 100)
 endfunction()
 
-# tesk_long_run_test(NAME COMMAND...): the same for the quick form of a long run, which takes about as
-# long as a quarter of all others: `./test.sh` leaves it to `./test.sh --all`.
+# tesk_long_run_test(NAME COMMAND...): the same for the quick form of a long run, which is a tool.
+# Together they take as long as a quarter of all other tests: `./test.sh` leaves them to
+# `./test.sh --all`.
 function(tesk_long_run_test name)
-  tesk_program_test(${name} ${ARGN})
-  set_property(TEST ${name} APPEND PROPERTY LABELS long_run)
+  if(TESK_TOOLS)
+    tesk_program_test(${name} ${ARGN})
+  endif()
 endfunction()
 
 # tesk_fuzz(frame_fuzz tesk_switcher): builds frame_fuzz.cpp of the current folder.  With
