@@ -21,6 +21,7 @@ namespace {
 using Kind = stations::JournalLine::Kind;
 
 constexpr int kSyncMilliseconds = 1000;
+constexpr int kDigestMilliseconds = 250;
 constexpr std::uint64_t kPieceBytes = 1 << 18;
 constexpr char kNothing[] = "{}";
 
@@ -68,6 +69,7 @@ JournalKeeper::JournalKeeper(stations::Changes& changes, const std::filesystem::
 }
 
 void JournalKeeper::Begin() {
+  digestPatience_ = kDigestMilliseconds;
   digest_ = Elsewhere<std::string>(pool_, [database = database_] { return DigestOf(database); });
   digest_.then(this, [this](const std::string& digest) {
     known_ = digest;
@@ -97,7 +99,8 @@ void JournalKeeper::Changed(std::span<const stations::Change> changes) {
 void JournalKeeper::WriteWaiting() {
   if (!isUsable_ || waiting_.IsEmpty()) return;
   if (!hasBeginning_) {
-    // Nobody waits for a slow disk here.
+    // A disk that takes longer is not waited for, and not again for the next act.
+    if (!digest_.isFinished()) pool_.waitForDone(std::exchange(digestPatience_, 0));
     if (!digest_.isFinished()) return;
     journal_.SetBeginning(stations::WriteBeginning(digest_.result()));
     hasBeginning_ = true;

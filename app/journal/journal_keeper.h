@@ -28,8 +28,9 @@ inline constexpr char kJournalFile[] = "Tesk.journal";
 // loses nothing of it: what is stored at once is one act.
 //
 // A line is in the system's hands before the edit that it tells of is over; the disk has it a
-// second later, without anybody waiting for that.  Only what is edited before it is known which
-// database this is, in the first moment of a run, is written then.  A journal that cannot be
+// second later, without anybody waiting for that.  The first edit waits until it is known which
+// database this is, which it is some milliseconds after the start; where that takes longer than
+// 250 ms, what is edited until then is written then.  A journal that cannot be
 // written keeps no edit from being made: its lines are kept, and tried again with the next one, or
 // shown when it cannot be read and is left alone.
 class JournalKeeper : public QObject, public stations::ChangeObserver {
@@ -113,6 +114,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   const std::filesystem::path database_;
   stations::Journal journal_;
   QFuture<std::string> digest_;
+  int digestPatience_ = 0;  // in milliseconds, what is left of it
   std::optional<std::string> known_;  // the digest, when it was told
   bool isUsable_ = false;
   bool hasBeginning_ = false;

@@ -26,6 +26,9 @@ using testing::StartsWith;
 
 class JournalKeeperTest : public JournalFixture {
  protected:
+  // Bytes of a database whose first edit does not wait for it.
+  static constexpr std::uintmax_t kLongInBeingRead = 1 << 28;
+
   void SetUp() override { TeskWatch(plan_.Shared()); }
   void TearDown() override { TeskWatch(nullptr); }
 
@@ -78,9 +81,16 @@ TEST_F(JournalKeeperTest, TheRunSaysWhichDatabaseItBeganWith) {
   EXPECT_THAT(Text(), HasSubstr(" run 1 {\"database\":\"" + std::string(kDigest) + "\"}\n"));
 }
 
-// One that is long in being read; nobody waits for it.
+// A kill in the first moment of a run loses nothing that was edited in it.
+TEST_F(JournalKeeperTest, TheFirstEditWaitsUntilTheDatabaseIsKnown) {
+  std::filesystem::resize_file(DatabasePath(), 1 << 16);
+  keeper_.Begin();
+  changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
+  EXPECT_THAT(Runs(), ElementsAre("1 Label of station 17"));
+}
+
 TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenThen) {
-  std::filesystem::resize_file(DatabasePath(), 1 << 30);
+  std::filesystem::resize_file(DatabasePath(), kLongInBeingRead);
   QSignalSpy known(&keeper_, &JournalKeeper::DigestKnown);
   keeper_.Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
@@ -94,7 +104,7 @@ TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenThen) {
 
 // Whoever edits at once and closes the console: the saving may be what does not survive.
 TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenBeforeItIsReplaced) {
-  std::filesystem::resize_file(DatabasePath(), 1 << 28);
+  std::filesystem::resize_file(DatabasePath(), kLongInBeingRead);
   keeper_.Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
   keeper_.WriteBeforeSaving(QDeadlineTimer::Forever);
@@ -104,7 +114,7 @@ TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenBeforeItI
 
 // A share that has gone does not keep the console from closing.
 TEST_F(JournalKeeperTest, ADatabaseThatIsNotReadInTimeIsNotWaitedForBeforeItIsReplaced) {
-  std::filesystem::resize_file(DatabasePath(), 1 << 30);
+  std::filesystem::resize_file(DatabasePath(), kLongInBeingRead);
   keeper_.Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
   keeper_.WriteBeforeSaving(QDeadlineTimer(0));
