@@ -4,10 +4,10 @@
 # test.sh [--all]: builds the product and its tests and runs them: the format of the sources and the
 # suite, in what time one has between two changes.  With --all, which the build service runs for every
 # commit, the suite runs under the address and undefined-behaviour sanitizers, and with it the quick
-# forms of the long runs (crashes, attacks, hours of use), which are not even built without; and what the compiler of the release makes of it: the
-# programs as they are shipped, in use with each other, and whether it accepts the tests and the
-# benchmarks.  A release build of everything and `ctest --preset release` test the single units as
-# shipped, too.
+# forms of the long runs (crashes, attacks, hours of use), which are not even built without; and what
+# the compiler of the release makes of it: the programs as they are shipped, in use with each other,
+# and whether it accepts the tests and the benchmarks.  A release build of everything and
+# `ctest --preset release` test the single units as shipped, too.
 set -euo pipefail
 cd "$(dirname "$0")"
 
