@@ -8,7 +8,10 @@
 // Systems of 64 and of 256 channels.
 
 #include <QCoreApplication>
+#include <algorithm>
+#include <array>
 #include <chrono>
+#include <optional>
 #include <string>
 
 #include "bench/figures.h"
@@ -90,7 +93,13 @@ void DigestsOfOneEdit(benchmark::State& state) {
   if (unsent.Made() != made + edits) state.SkipWithError("more than its own message was made");
 }
 
-bool SendOneEdit(int channels, bench::Figures& figures) {
+// What one edited button took, and the line for its bytes, in seconds.
+struct SentEdit {
+  double seconds = 0;
+  double onTheLine = 0;
+};
+
+std::optional<SentEdit> SendOneEdit(int channels) {
   const test::ConsoleFolder folder;
   const std::string line = folder / "line";
   folder.WriteSettings(line);
@@ -98,29 +107,42 @@ bool SendOneEdit(int channels, bench::Figures& figures) {
   test::SimulatorProcess simulator(
       {"--database", (folder / "Tesk.mdb").string(), "--log", "--link", line});
   test::ConsoleProcess console(folder);
-  if (!console.IsUp() || !simulator.WaitForLine("rx poll keep-alive", 120s)) return false;
+  if (!console.IsUp() || !simulator.WaitForLine("rx poll keep-alive", 120s)) return std::nullopt;
   console.Set("SSActiveTabs1", "currentIndex", kEditTab);
   console.Click("ckStationSel_5");
   // In words, or where the bar has no room for them as a sign.
   const auto isUnsent = [&] {
     return console.IsShown("aidUnsent") || console.IsShown("aidUnsentSign");
   };
-  if (!test::ConsoleProcess::WaitFor(isUnsent)) return false;
+  if (!test::ConsoleProcess::WaitFor(isUnsent)) return std::nullopt;
   console.Trigger("aidSendChanges");
   if (!test::ConsoleProcess::WaitFor([&] { return console.IsShown("frmSendChanges"); })) {
-    return false;
+    return std::nullopt;
   }
   const double before = Stat(simulator, "rx-bytes");
   const auto start = Clock::now();
   console.Click("cmdOkSendChg");
-  if (!simulator.WaitForLine("rx buttons station 1", 60s)) return false;
+  if (!simulator.WaitForLine("rx buttons station 1", 60s)) return std::nullopt;
   const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
   const double bytes = Stat(simulator, "rx-bytes") - before;
+  return SentEdit{.seconds = seconds, .onTheLine = bytes / kBytesPerSecond};
+}
+
+// The median of three consoles: a machine that looks elsewhere for a moment would spoil a single
+// one.
+bool AddSentEdit(int channels, bench::Figures& figures) {
+  std::array<SentEdit, 3> sent;
+  for (SentEdit& edit : sent) {
+    const std::optional<SentEdit> measured = SendOneEdit(channels);
+    if (!measured) return false;
+    edit = *measured;
+  }
+  std::ranges::sort(sent, {}, &SentEdit::seconds);
   figures.Add({.what = "unsent: one edited button of " + std::to_string(channels) +
                        " channels, to its last byte at the switcher (wall)",
-               .value = seconds,
+               .value = sent[1].seconds,
                .unit = "s",
-               .other = bench::Other{.name = "the line", .value = bytes / kBytesPerSecond},
+               .other = bench::Other{.name = "the line", .value = sent[1].onTheLine},
                .ratioLimit = 1.05});
   return true;
 }
@@ -144,7 +166,7 @@ int main(int argc, char** argv) {
   suite.Run();
   for (const int channels : {64, 256}) {
     if (channels > 64 && suite.Quick()) continue;
-    if (!SendOneEdit(channels, suite.AllFigures())) {
+    if (!AddSentEdit(channels, suite.AllFigures())) {
       suite.AllFigures().AddMissing("unsent: " + std::to_string(channels) + " channels",
                                     "it did not end");
     }

@@ -53,7 +53,6 @@ SendChangesWindow::SendChangesWindow(const Services& services, const UnsentTable
       text_(new QLabel(this)),
       list_(new QTreeWidget(this)),
       sum_(new QLabel(this)) {
-  BeginAtOnce();  // most often there is one small table
   setObjectName(QStringLiteral("frmSendChanges"));
   setWindowTitle(tr("Send Changes"));
   setWindowIcon(Icon(QStringLiteral("send-changes")));

@@ -84,6 +84,8 @@ void SendingWindow::ShowProgressBar(int maximum) {
   bar_->setValue(0);
   status_->show();
   bar_->show();
+  // The status line is painted at once: where it will stand, so that nothing is painted twice.
+  layout()->activate();
 }
 
 void SendingWindow::FreeSize() {

@@ -62,9 +62,6 @@ class SendingWindow : public QDialog, public switcher::DownloadDisplay {
   void Ended(const switcher::DownloadResult& result);
 
  protected:
-  // What was confirmed begins without the delay of a download.
-  void BeginAtOnce() { delayTimer_.setInterval(0); }
-
   // So wide is what asks the operator, at least.
   static constexpr int kTextCharacters = 60;
 
