@@ -127,17 +127,19 @@ Console::Console(AppFolder folder)
       presets_(
           {.window = window_,
            .folder = folder_.File(kPresetsFolder),
-           .recall =
-               {.model = model_,
-                .locks = locks_,
-                .knownMap = knownMap_,
-                .commands = liveCommands_,
-                .facts = {
-                    .outputLabel =
-                        [this](int output) { return labels_.Output(output).toStdString(); },
-                    .inputLabel = [this](int input) { return labels_.Input(input).toStdString(); },
-                    .isInhibited = [this](int output,
-                                          int input) { return inhibits_.Find(output, input); }}},
+           .recall = {.model = model_,
+                      .locks = locks_,
+                      .knownMap = knownMap_,
+                      .commands = liveCommands_,
+                      .facts = {
+                          .outputLabel =
+                              [this](int output) { return labels_.Output(output).toStdString(); },
+                          .inputLabel =
+                              [this](int input) { return labels_.Input(input).toStdString(); },
+                          .isInhibited =
+                              [this](int output, int input) {
+                                return inhibits_.IsInhibited(output, input);
+                              }}},
            .writer = presetWriter_,
            .reporter = boxes_}),
       decoder_({.model = model_,
@@ -320,6 +322,12 @@ void Console::ConnectTimers() {
   });
 }
 
+template <typename Part>
+void Console::ShowAndLogNotesOf(Part& part) {
+  connect(&part, &Part::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
+  connect(&part, &Part::NoteRequested, &log_, &LogKeeper::Note);
+}
+
 void Console::ConnectStatusBar() {
   StatusBar& status = window_.Status();
   status.SetLegend(new views::XmapLegend(&status));
@@ -336,22 +344,16 @@ void Console::ConnectStatusBar() {
   connect(&window_, &MainWindow::LinkTextShown, &transfers_, &Transfers::LinkChanged);
   connect(&transfers_, &Transfers::NoteRequested, &status, &StatusBar::ShowNote);
   connect(&sentNote_, &SentNote::NoteRequested, &status, &StatusBar::ShowNote);
-  connect(&undo_, &UndoCommands::NoteRequested, &status, &StatusBar::ShowNote);
-  connect(&undo_, &UndoCommands::NoteRequested, &log_, &LogKeeper::Note);
-  connect(&export_, &ExportMenu::NoteRequested, &status, &StatusBar::ShowNote);
-  connect(&export_, &ExportMenu::NoteRequested, &log_, &LogKeeper::Note);
+  ShowAndLogNotesOf(undo_);
+  ShowAndLogNotesOf(export_);
   connect(&window_.KeySheetsCommand(), &QAction::triggered, &keySheets_, &KeySheetsCommand::Ask);
-  connect(&keySheets_, &KeySheetsCommand::NoteRequested, &status, &StatusBar::ShowNote);
-  connect(&keySheets_, &KeySheetsCommand::NoteRequested, &log_, &LogKeeper::Note);
+  ShowAndLogNotesOf(keySheets_);
   connect(&window_.ImportCommand(), &QAction::triggered, &import_, &ImportCommand::Ask);
-  connect(&import_, &ImportCommand::NoteRequested, &status, &StatusBar::ShowNote);
-  connect(&import_, &ImportCommand::NoteRequested, &log_, &LogKeeper::Note);
-  connect(&presets_, &Presets::NoteRequested, &status, &StatusBar::ShowNote);
-  connect(&presets_, &Presets::NoteRequested, &log_, &LogKeeper::Note);
+  ShowAndLogNotesOf(import_);
+  ShowAndLogNotesOf(presets_);
   connect(&presets_, &Presets::LineRequested, &log_, &LogKeeper::Note);
   connect(&presets_, &Presets::TakeSent, &log_, &LogKeeper::NoteTake);
-  connect(&lockKeeper_, &LockKeeper::NoteRequested, &status, &StatusBar::ShowNote);
-  connect(&lockKeeper_, &LockKeeper::NoteRequested, &log_, &LogKeeper::Note);
+  ShowAndLogNotesOf(lockKeeper_);
 }
 
 void Console::ConnectSentFile() {
@@ -418,12 +420,10 @@ void Console::ConnectView(views::MainView* view) {
 
 void Console::ConnectBackups() {
   connect(&window_.SaveCopyCommand(), &QAction::triggered, &saveCopy_, &SaveCopy::Ask);
-  connect(&saveCopy_, &SaveCopy::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
-  connect(&saveCopy_, &SaveCopy::NoteRequested, &log_, &LogKeeper::Note);
+  ShowAndLogNotesOf(saveCopy_);
   connect(&window_.RestoreBackupCommand(), &QAction::triggered, &restoreBackup_,
           &RestoreBackup::Ask);
-  connect(&restoreBackup_, &RestoreBackup::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
-  connect(&restoreBackup_, &RestoreBackup::NoteRequested, &log_, &LogKeeper::Note);
+  ShowAndLogNotesOf(restoreBackup_);
   connect(&transfers_, &Transfers::RetrievalBegun, &backups_,
           [this] { backups_.Keep(db::Backups::Cause::BeforeRetrieval); });
   connect(&backups_, &BackupKeeper::Kept, this, [this](const QString& name) {
@@ -451,15 +451,13 @@ void Console::ConnectJournal() {
   connect(&transfers_, &Transfers::RetrievalEnded, &journal_, &JournalKeeper::EndGroup);
   connect(&shutDown_, &ShutDown::AllSaved, &journal_, &JournalKeeper::RunSaved);
   connect(&rescue_, &Rescue::ShowRequested, &recentChanges_, &RecentChanges::ShowRun);
-  connect(&rescue_, &Rescue::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
-  connect(&rescue_, &Rescue::NoteRequested, &log_, &LogKeeper::Note);
+  ShowAndLogNotesOf(rescue_);
   connect(&viewMenu_, &ViewMenu::RecentChangesRequested, &recentChanges_, &RecentChanges::Show);
 }
 
 void Console::ConnectSettings() {
   connect(&window_.SettingsCommand(), &QAction::triggered, &settings_, &ChangeSettings::Ask);
-  connect(&settings_, &ChangeSettings::NoteRequested, &window_.Status(), &StatusBar::ShowNote);
-  connect(&settings_, &ChangeSettings::NoteRequested, &log_, &LogKeeper::Note);
+  ShowAndLogNotesOf(settings_);
   connect(&settings_, &ChangeSettings::DemoModeChanged, this, &Console::ShowDemoMode);
 }
 

@@ -80,6 +80,9 @@ class Console : public QObject {
   void ConnectCommands();
   void ConnectTimers();
   void ConnectStatusBar();
+  // What such a part notes is shown in the status bar, and stands in the log afterwards.
+  template <typename Part>
+  void ShowAndLogNotesOf(Part& part);
   void ConnectView(views::MainView* view);
   void ConnectBackups();
   void ConnectJournal();

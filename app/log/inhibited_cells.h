@@ -27,12 +27,14 @@ class InhibitedCells : public stations::ChangeObserver {
       : ChangeObserver(services.changes),
         texts_({.model = services.model, .database = services.database}) {}
 
-  // Whether a crosspoint (both channels from 1) is inhibited.  One that the database does not have,
-  // or that cannot be read, is not.
-  bool Contain(int output, int input) { return texts_.ShowsInhibit(output, input); }
+  // Whether a crosspoint (both channels from 1) is inhibited, for words about it: one that the
+  // database does not have, or that cannot be read, is not.
+  bool ShowsInhibit(int output, int input) { return texts_.ShowsInhibit(output, input); }
 
   // The same for who acts on it: nothing while not all can be read.
-  std::optional<bool> Find(int output, int input) { return texts_.IsInhibited(output, input); }
+  std::optional<bool> IsInhibited(int output, int input) {
+    return texts_.IsInhibited(output, input);
+  }
 
   void Changed(std::span<const stations::Change> changes) override { texts_.Forget(changes); }
 

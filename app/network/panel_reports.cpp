@@ -32,7 +32,7 @@ void PanelReports::PanelIdentified(const gateway::PanelName& panel, int type) {
 
 void PanelReports::PanelTook(const gateway::PanelName& panel, const gateway::PanelTake& take) {
   const QString what = TakeWords(take);
-  const bool inhibited = inhibits_.Contain(take.destination, take.source);
+  const bool inhibited = inhibits_.ShowsInhibit(take.destination, take.source);
   Tell(panel, inhibited ? tr("%1, inhibited here").arg(what) : what);
 }
 

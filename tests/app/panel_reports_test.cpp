@@ -67,11 +67,11 @@ TEST_F(PanelReportsTest, WhoActsOnAnInhibitIsToldWhenItIsNotKnown) {
   InhibitedCells inhibits({.model = model_,
                            .database = [&] { return database->Files().Database(); },
                            .changes = changes_});
-  EXPECT_EQ(inhibits.Find(1, 2), std::nullopt);
-  EXPECT_FALSE(inhibits.Contain(1, 2)) << "for words";
+  EXPECT_EQ(inhibits.IsInhibited(1, 2), std::nullopt);
+  EXPECT_FALSE(inhibits.ShowsInhibit(1, 2)) << "for words";
   database = &database_;
-  EXPECT_EQ(inhibits.Find(1, 2), true) << "it is read again";
-  EXPECT_EQ(inhibits.Find(1, 1), false);
+  EXPECT_EQ(inhibits.IsInhibited(1, 2), true) << "it is read again";
+  EXPECT_EQ(inhibits.IsInhibited(1, 1), false);
 }
 
 TEST_F(PanelReportsTest, WithoutAGatewayThereIsNoCount) {
