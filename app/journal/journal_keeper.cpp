@@ -21,7 +21,6 @@ namespace {
 using Kind = stations::JournalLine::Kind;
 
 constexpr int kSyncMilliseconds = 1000;
-constexpr int kDigestMilliseconds = 250;
 constexpr std::uint64_t kPieceBytes = 1 << 18;
 constexpr char kNothing[] = "{}";
 
@@ -61,15 +60,18 @@ std::string TimeNow() {
 }  // namespace
 
 JournalKeeper::JournalKeeper(stations::Changes& changes, const std::filesystem::path& journal,
-                             std::filesystem::path database)
-    : ChangeObserver(changes), path_(journal), database_(std::move(database)), journal_(journal) {
+                             std::filesystem::path database, int digestMilliseconds)
+    : ChangeObserver(changes),
+      path_(journal),
+      database_(std::move(database)),
+      journal_(journal),
+      digestMilliseconds_(digestMilliseconds) {
   syncTimer_.setSingleShot(true);
   syncTimer_.setInterval(kSyncMilliseconds);
   connect(&syncTimer_, &QTimer::timeout, this, &JournalKeeper::Sync);
 }
 
 void JournalKeeper::Begin() {
-  digestPatience_ = kDigestMilliseconds;
   digest_ = Elsewhere<std::string>(pool_, [database = database_] { return DigestOf(database); });
   digest_.then(this, [this](const std::string& digest) {
     known_ = digest;
@@ -100,7 +102,7 @@ void JournalKeeper::WriteWaiting() {
   if (!isUsable_ || waiting_.IsEmpty()) return;
   if (!hasBeginning_) {
     // A disk that takes longer is not waited for, and not again for the next act.
-    if (!digest_.isFinished()) pool_.waitForDone(std::exchange(digestPatience_, 0));
+    if (!digest_.isFinished()) pool_.waitForDone(std::exchange(digestMilliseconds_, 0));
     if (!digest_.isFinished()) return;
     journal_.SetBeginning(stations::WriteBeginning(digest_.result()));
     hasBeginning_ = true;

@@ -42,9 +42,12 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   static constexpr std::uint64_t kLargeBytes = 2 << 20;
   static constexpr std::uint64_t kKeptBytes = 3 << 19;
 
+  // So long the first edit of a run waits at most until the digest of the database is known.
+  static constexpr int kDigestMilliseconds = 250;
+
   // `changes` must outlive the object.  Nothing is read or written before Begin().
   JournalKeeper(stations::Changes& changes, const std::filesystem::path& journal,
-                std::filesystem::path database);
+                std::filesystem::path database, int digestMilliseconds = kDigestMilliseconds);
 
   // What is done elsewhere tells an object that is there.
   ~JournalKeeper() override { Finish(); }
@@ -114,7 +117,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   const std::filesystem::path database_;
   stations::Journal journal_;
   QFuture<std::string> digest_;
-  int digestPatience_ = 0;  // in milliseconds, what is left of it
+  int digestMilliseconds_;            // that are left to wait
   std::optional<std::string> known_;  // the digest, when it was told
   bool isUsable_ = false;
   bool hasBeginning_ = false;

@@ -26,9 +26,6 @@ using testing::StartsWith;
 
 class JournalKeeperTest : public JournalFixture {
  protected:
-  // Bytes of a database whose first edit does not wait for it.
-  static constexpr std::uintmax_t kLongInBeingRead = 1 << 28;
-
   void SetUp() override { TeskWatch(plan_.Shared()); }
   void TearDown() override { TeskWatch(nullptr); }
 
@@ -89,8 +86,16 @@ TEST_F(JournalKeeperTest, TheFirstEditWaitsUntilTheDatabaseIsKnown) {
   EXPECT_THAT(Runs(), ElementsAre("1 Label of station 17"));
 }
 
-TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenThen) {
-  std::filesystem::resize_file(DatabasePath(), kLongInBeingRead);
+// A database that is long in being read, and that the first edit does not wait for.
+class UnknownDatabaseTest : public JournalFixture {
+ protected:
+  UnknownDatabaseTest() { std::filesystem::resize_file(DatabasePath(), 1 << 26); }
+
+  stations::Changes changes_;
+  JournalKeeper keeper_{changes_, Path(), DatabasePath(), 0};
+};
+
+TEST_F(UnknownDatabaseTest, WhatIsEditedIsWrittenWhenItIsKnown) {
   QSignalSpy known(&keeper_, &JournalKeeper::DigestKnown);
   keeper_.Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
@@ -103,8 +108,7 @@ TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenThen) {
 }
 
 // Whoever edits at once and closes the console: the saving may be what does not survive.
-TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenBeforeItIsReplaced) {
-  std::filesystem::resize_file(DatabasePath(), kLongInBeingRead);
+TEST_F(UnknownDatabaseTest, WhatIsEditedIsWrittenBeforeItIsReplaced) {
   keeper_.Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
   keeper_.WriteBeforeSaving(QDeadlineTimer::Forever);
@@ -113,8 +117,7 @@ TEST_F(JournalKeeperTest, WhatIsEditedBeforeTheDatabaseIsKnownIsWrittenBeforeItI
 }
 
 // A share that has gone does not keep the console from closing.
-TEST_F(JournalKeeperTest, ADatabaseThatIsNotReadInTimeIsNotWaitedForBeforeItIsReplaced) {
-  std::filesystem::resize_file(DatabasePath(), kLongInBeingRead);
+TEST_F(UnknownDatabaseTest, ItIsNotWaitedForWithoutEndBeforeItIsReplaced) {
   keeper_.Begin();
   changes_.Announce(LabelOf(17, "Sta. 017", "CAM 4"));
   keeper_.WriteBeforeSaving(QDeadlineTimer(0));
