@@ -39,14 +39,6 @@ struct Sample {
   double residentMegabytes = 0;
 };
 
-double ResidentMegabytes(qint64 process) {
-  std::ifstream status("/proc/" + std::to_string(process) + "/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with("VmRSS:")) return std::stod(line.substr(6)) / 1024;
-  }
-  return 0;
-}
-
 // CPU time of a process so far, in milliseconds.
 double CpuMilliseconds(qint64 process) {
   double sum = 0;
@@ -67,7 +59,7 @@ Sample StartOnce(const test::ConsoleFolder& folder) {
   sample.startMilliseconds =
       std::chrono::duration<double, std::milli>(Clock::now() - start).count();
   QThread::msleep(300);
-  sample.residentMegabytes = ResidentMegabytes(console.Id());
+  sample.residentMegabytes = console.ResidentMegabytes();
   console.Terminate();
   return sample;
 }

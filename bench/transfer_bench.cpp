@@ -34,13 +34,6 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// A number out of the simulator's "stats".
-double Stat(test::SimulatorProcess& simulator, const std::string& name) {
-  const std::string stats = simulator.Command("stats");
-  const std::size_t at = stats.find(" " + name + " ");
-  return at == std::string::npos ? 0 : std::stod(stats.substr(at + name.size() + 2));
-}
-
 void AddTransfer(bench::Figures& figures, const std::string& what, int channels, double bytes,
                  double seconds, double waits, double limit) {
   char kilobytes[32];
@@ -67,18 +60,18 @@ bool Run(int channels, bench::Figures& figures) {
 
   console.Trigger("ID_SendData");
   if (!test::ConsoleProcess::WaitFor([&] { return console.IsShown("cmdDownGo"); })) return false;
-  double before = Stat(simulator, "rx-bytes");
+  double before = simulator.Stat("rx-bytes");
   auto start = Clock::now();
   console.Click("cmdDownGo");
   if (!simulator.WaitForLine("rx buttons station " + count, 600s)) return false;
   const double download = SecondsSince(start);
-  double bytes = Stat(simulator, "rx-bytes") - before;
+  double bytes = simulator.Stat("rx-bytes") - before;
   AddTransfer(figures, "download", channels, bytes, download, 0, kTransferLimit);
   test::ConsoleProcess::WaitFor([&] { return !console.IsShown("frmDownProg"); });
 
   console.Trigger("ID_RetreiveData");
   if (!test::ConsoleProcess::WaitFor([&] { return console.IsShown("cmdOkSysInf"); })) return false;
-  before = Stat(simulator, "tx-bytes");
+  before = simulator.Stat("tx-bytes");
   start = Clock::now();
   console.Click("cmdOkSysInf");
   const bool completed = test::ConsoleProcess::WaitFor(
@@ -90,11 +83,11 @@ bool Run(int channels, bench::Figures& figures) {
       600s);
   if (!completed) return false;
   const double retrieval = SecondsSince(start);
-  bytes = Stat(simulator, "tx-bytes") - before;
+  bytes = simulator.Stat("tx-bytes") - before;
   AddTransfer(figures, "retrieval", channels, bytes, retrieval, kDelaySeconds, kTransferLimit);
   console.CloseWindow("frmSysInfo");
 
-  before = Stat(simulator, "tx-bytes");
+  before = simulator.Stat("tx-bytes");
   start = Clock::now();
   console.Trigger("aidCompare");
   const bool compared = test::ConsoleProcess::WaitFor(
@@ -106,7 +99,7 @@ bool Run(int channels, bench::Figures& figures) {
       600s);
   if (!compared) return false;
   const double comparison = SecondsSince(start);
-  bytes = Stat(simulator, "tx-bytes") - before;
+  bytes = simulator.Stat("tx-bytes") - before;
   AddTransfer(figures, "comparison", channels, bytes, comparison, kDelaySeconds, kComparisonLimit);
   return true;
 }

@@ -33,13 +33,6 @@ constexpr double kBytesPerSecond = 5760;
 constexpr int kEditTab = 4;
 constexpr double kDigestMilliseconds = 10;
 
-// A number out of the simulator's "stats".
-double Stat(test::SimulatorProcess& simulator, const std::string& name) {
-  const std::string stats = simulator.Command("stats");
-  const std::size_t at = stats.find(" " + name + " ");
-  return at == std::string::npos ? 0 : std::stod(stats.substr(at + name.size() + 2));
-}
-
 // A database of so many channels and what compares it.
 class Compared {
  public:
@@ -119,12 +112,12 @@ std::optional<SentEdit> SendOneEdit(int channels) {
   if (!test::ConsoleProcess::WaitFor([&] { return console.IsShown("frmSendChanges"); })) {
     return std::nullopt;
   }
-  const double before = Stat(simulator, "rx-bytes");
+  const double before = simulator.Stat("rx-bytes");
   const auto start = Clock::now();
   console.Click("cmdOkSendChg");
   if (!simulator.WaitForLine("rx buttons station 1", 60s)) return std::nullopt;
   const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-  const double bytes = Stat(simulator, "rx-bytes") - before;
+  const double bytes = simulator.Stat("rx-bytes") - before;
   return SentEdit{.seconds = seconds, .onTheLine = bytes / kBytesPerSecond};
 }
 

@@ -18,6 +18,7 @@
 #include "stations/record.h"
 #include "tests/app/patience.h"
 #include "tests/support/fake_serial_port.h"
+#include "tests/support/free_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/recording_reporter.h"
 #include "tests/support/small_database.h"
@@ -34,12 +35,6 @@ constexpr char kRootAsked[] =
 constexpr char kConnect[] =
     "FE 00 0E 00 01 C0 01 02 1F 02 60 23 6B 21 A0 1F 71 1D A0 04 0D 02 01 02 A5 15 30 13 A0 11 70 "
     "0F A0 03 02 01 05 A1 03 0D 01 03 A2 03 02 01 01 8E 96 FF";
-
-int FreePort() {
-  QTcpServer server;
-  EXPECT_TRUE(server.listen(QHostAddress::Any, 0));
-  return server.serverPort();
-}
 
 class OpenGatewayTest : public testing::Test {
  protected:
@@ -59,7 +54,7 @@ class OpenGatewayTest : public testing::Test {
 
   // What the installer has written, with this port in place of PORT.
   void Begin(std::string lines) {
-    number_ = FreePort();
+    number_ = test::FreePort();
     const std::size_t at = lines.find("PORT");
     if (at != std::string::npos) lines.replace(at, 4, std::to_string(number_));
     gateway_ = std::make_unique<OpenGateway>(OpenGateway::Services{

@@ -18,6 +18,7 @@
 #include "gateway/ember/provider.h"
 #include "gateway/panel_gateway.h"
 #include "switcher/known_map.h"
+#include "switcher/unsent/unsent_messages.h"
 #include "switcher/wire/message_table.h"
 
 namespace app {
@@ -71,6 +72,7 @@ template <typename HasOwn>
 std::vector<std::string> HearersOf(HasOwn hasOwn) {
   std::vector<std::string> hearers;
   if (hasOwn.template operator()<switcher::KnownMap>()) hearers.emplace_back("known");
+  if (hasOwn.template operator()<switcher::UnsentMessages>()) hearers.emplace_back("unsent");
   if (hasOwn.template operator()<SwitcherReports>()) hearers.emplace_back("log");
   if (hasOwn.template operator()<LinkAids>()) hearers.emplace_back("aids");
   if (hasOwn.template operator()<OpenViews>()) hearers.emplace_back("views");

@@ -14,6 +14,7 @@
 #include <sys/wait.h>
 
 #include <csignal>
+#include <fstream>
 #include <string_view>
 
 #include "tests/support/programs.h"
@@ -109,6 +110,14 @@ bool ConsoleProcess::Lives() {
   siginfo_t ended{};
   return waitid(P_PID, static_cast<id_t>(Id()), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
          ended.si_pid == 0;
+}
+
+double ConsoleProcess::ResidentMegabytes() const {
+  std::ifstream status("/proc/" + std::to_string(Id()) + "/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("VmRSS:")) return std::stod(line.substr(6)) / 1024;
+  }
+  return 0;
 }
 
 QJsonObject ConsoleProcess::Ask(const QJsonObject& request) { return pilot_.Ask(request); }

@@ -127,6 +127,9 @@ class ConsoleProcess {
   void Kill();
   qint64 Id() const { return process_.processId(); }
 
+  // What it has in memory now; 0 where the system does not tell, and when it has ended.
+  double ResidentMegabytes() const;
+
   // Where its pilot listens.
   std::filesystem::path Socket() const { return socket_; }
 

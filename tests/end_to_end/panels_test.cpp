@@ -13,7 +13,7 @@
 #include <sstream>
 
 #include "tests/end_to_end/console_process.h"
-#include "tests/support/fake_console.h"
+#include "tests/support/free_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/panel_process.h"
 #include "tests/support/simulator_process.h"
@@ -37,9 +37,6 @@ constexpr int kNotConfirmed = 6;
 constexpr int kChannels = 64;
 
 constexpr int kNoMark = 0;
-
-// A port that was free a moment ago.
-int FreePort() { return FakeConsole().Port(); }
 
 // The map as a panel prints it for scripts, of what the simulator says of each of its outputs:
 // "ok output 6 status 0 sources 8 9", "... sources 8 9 priority 9" or "... sources none".

@@ -20,18 +20,14 @@
 #include <vector>
 
 #include "tests/gateway/gateway_fixture.h"
+#include "tests/support/free_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/raw_panel.h"
 
 namespace gateway {
 namespace {
 
-// A port that was free a moment ago.
-int FreePort() {
-  QTcpServer server;
-  EXPECT_TRUE(server.listen(QHostAddress::Any, 0));
-  return server.serverPort();
-}
+using test::FreePort;
 
 class ListenerTest : public testing::Test {
  protected:

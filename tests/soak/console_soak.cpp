@@ -14,7 +14,6 @@
 //   - at most two message boxes show, and the console ends as it should.
 
 #include <QCoreApplication>
-#include <QTcpServer>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -28,6 +27,7 @@
 #include "tests/soak/good_panel.h"
 #include "tests/soak/hostile_peers.h"
 #include "tests/soak/operator.h"
+#include "tests/support/free_port.h"
 #include "tests/support/programs.h"
 #include "tests/support/simulator_process.h"
 
@@ -52,14 +52,6 @@ milliseconds MostWait() { return test::ProgramsAreSanitized() ? 120s : 20s; }
 // holds back of what was freed comes on top.
 double MostGrowth() { return test::ProgramsAreSanitized() ? 16 : 8; }
 
-double ResidentMegabytes(qint64 process) {
-  std::ifstream status("/proc/" + std::to_string(process) + "/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with("VmRSS:")) return std::stod(line.substr(6)) / 1024;
-  }
-  return 0;
-}
-
 // Files, sockets and all else that takes a handle.
 int OpenHandles(qint64 process) {
   const std::filesystem::directory_iterator handles("/proc/" + std::to_string(process) + "/fd");
@@ -69,10 +61,8 @@ int OpenHandles(qint64 process) {
 class Soak {
  public:
   bool Start() {
-    QTcpServer server;
-    if (!server.listen(QHostAddress::Any, 0)) return false;
-    port_ = server.serverPort();
-    server.close();
+    port_ = test::FreePort();
+    if (port_ == 0) return false;
     folder_.WriteSettings(line_,
                           "Softpanel Support=Yes\r\nIP Port=" + std::to_string(port_) + "\r\n");
     console_ = std::make_unique<test::ConsoleProcess>(folder_);
@@ -109,7 +99,7 @@ class Soak {
       }
       if (now < nextLook) continue;
       nextLook = now + std::chrono::seconds(10);
-      resident_ = ResidentMegabytes(console_->Id());
+      resident_ = console_->ResidentMegabytes();
       if (now - start < time / 3 || early == 0) early = resident_;
       growth_ = resident_ - early;
       std::printf(

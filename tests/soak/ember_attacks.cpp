@@ -45,6 +45,7 @@
 #include "tests/gateway/ember/conversation.h"
 #include "tests/gateway/ember/long_messages.h"
 #include "tests/soak/house.h"
+#include "tests/support/free_port.h"
 #include "tests/support/hex.h"
 #include "tests/support/programs.h"
 #include "tests/support/raw_panel.h"
@@ -85,7 +86,7 @@ enum class Takes { None, OfTheCrowd };
 
 class House : public soak::House {
  public:
-  House(Clock::duration time, int patience) : House(time, patience, soak::FreePort()) {}
+  House(Clock::duration time, int patience) : House(time, patience, test::FreePort()) {}
 
   // From one of eight addresses, so that none has too many.
   Consumer Come(int number, int receiveBuffer = 0) const {

@@ -2,7 +2,6 @@
 
 #include "tests/soak/house.h"
 
-#include <QTcpServer>
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -38,11 +37,6 @@ milliseconds Since(Clock::time_point start) {
   return std::chrono::duration_cast<milliseconds>(Clock::now() - start);
 }
 
-int FreePort() {
-  QTcpServer server;
-  return server.listen(QHostAddress::Any, 0) ? server.serverPort() : 0;
-}
-
 House::House(Clock::duration time, int patience, const std::string& settings, int channels)
     : time_(time), patience_(patience), channels_(channels) {
   std::vector<std::string> arguments{"--log", "--link", line_};
@@ -60,7 +54,7 @@ House::House(Clock::duration time, int patience, const std::string& settings, in
   // Only a switcher that reports its tally is watched.
   simulator_->Command("send-tally");
   up_ = up_ && simulator_->WaitForLine("rx poll keep-alive").has_value();
-  atFirst_ = Megabytes();
+  atFirst_ = console_->ResidentMegabytes();
 }
 
 bool House::IsLeftAlone() {
@@ -155,14 +149,6 @@ Service House::Work() {
     }
   }
   return service;
-}
-
-double House::Megabytes() const {
-  std::ifstream status("/proc/" + std::to_string(console_->Id()) + "/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with("VmRSS:")) return std::stod(line.substr(6)) / 1024;
-  }
-  return 0;
 }
 
 Attack::Attack(milliseconds pause, std::function<void()> blow)

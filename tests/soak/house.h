@@ -25,9 +25,6 @@ inline constexpr std::chrono::milliseconds kLost{60000};  // so long is waited f
 
 std::chrono::milliseconds Since(Clock::time_point start);
 
-// A port that nobody listens on.
-int FreePort();
-
 // What an operator who works during an attack finds out about the console, and what the switcher
 // is sent meanwhile.
 struct Service {
@@ -70,11 +67,10 @@ class House {
   Service Work();
 
   // The memory that the console has taken since it was up, in megabytes.
-  double Growth() const { return Megabytes() - atFirst_; }
+  double Growth() const { return console_->ResidentMegabytes() - atFirst_; }
 
  private:
   std::chrono::milliseconds Look();
-  double Megabytes() const;
 
   const Clock::duration time_;
   const int patience_;

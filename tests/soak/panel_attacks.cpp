@@ -26,6 +26,7 @@
 #include <vector>
 
 #include "tests/soak/house.h"
+#include "tests/support/free_port.h"
 #include "tests/support/raw_panel.h"
 
 namespace {
@@ -43,7 +44,7 @@ constexpr char kIdentify[] = "81 35 35 FF";
 // One that serves network panels.
 class House : public soak::House {
  public:
-  House(Clock::duration time, int patience) : House(time, patience, soak::FreePort()) {}
+  House(Clock::duration time, int patience) : House(time, patience, test::FreePort()) {}
 
   int Port() const { return port_; }
 

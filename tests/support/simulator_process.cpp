@@ -126,6 +126,12 @@ std::string SimulatorProcess::Command(std::string_view command) {
   return answer;
 }
 
+double SimulatorProcess::Stat(const std::string& name) {
+  const std::string stats = Command("stats");
+  const std::size_t at = stats.find(" " + name + " ");
+  return at == std::string::npos ? 0 : std::stod(stats.substr(at + name.size() + 2));
+}
+
 std::optional<std::string> SimulatorProcess::WaitForLine(std::string_view text,
                                                          std::chrono::milliseconds within) {
   const auto deadline = std::chrono::steady_clock::now() + within;

@@ -39,6 +39,9 @@ class SimulatorProcess {
   // Carries out one command and returns its answer: "ok ...", "error ...", or "" when none came.
   std::string Command(std::string_view command);
 
+  // A number out of its "stats"; 0 when there is none of that name.
+  double Stat(const std::string& name);
+
   // Waits for a line other than an answer that contains `text`, such as "rx poll map", and
   // returns it.  Looks at each line once: the search goes on behind the line found last.
   // Nothing when none comes in time.
