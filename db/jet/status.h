@@ -3,6 +3,7 @@
 #ifndef DB_JET_STATUS_H_
 #define DB_JET_STATUS_H_
 
+#include <cassert>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -53,7 +54,9 @@ class [[nodiscard]] Status {
   // A failure: `number` is not None.  `text` is one sentence without its full stop, in UTF-8;
   // `page` is the page of the file where it went wrong, when it has one.
   Status(ErrorNumber number, std::string text, std::uint32_t page = kNoPage)
-      : failure_(std::make_shared<const Failure>(number, std::move(text), page)) {}
+      : failure_(std::make_shared<const Failure>(number, std::move(text), page)) {
+    assert(number != ErrorNumber::None);
+  }
 
   bool ok() const { return failure_ == nullptr; }
   ErrorNumber Error() const { return ok() ? ErrorNumber::None : failure_->number; }
