@@ -3,11 +3,12 @@
 #include "stations/channel_texts.h"
 
 #include <memory>
+#include <string_view>
 
 #include "db/station_fields.h"
 #include "model/flag_string.h"
 #include "stations/open_stations.h"
-#include "stations/texts.h"
+#include "stations/record.h"
 
 namespace stations {
 
@@ -17,6 +18,24 @@ const std::string kNoText;
 
 const std::string& TextAt(const std::vector<std::optional<std::string>>& texts, std::size_t index) {
   return index < texts.size() && texts[index].has_value() ? *texts[index] : kNoText;
+}
+
+// The field of the stations 1 to `count`, each by its number, however many there are before it; a
+// station without a record has none.
+model::Status ReadByNumber(jet::RecordSet& stations, std::string_view field, int count,
+                           std::vector<std::optional<std::string>>* texts) {
+  texts->resize(static_cast<std::size_t>(count));
+  model::Status status;
+  while (status.ok() && stations.HasRecord()) {
+    Record record(stations);
+    const int number = record.Number(db::kStationNumField);
+    if (number >= 1 && number <= count) {
+      (*texts)[static_cast<std::size_t>(number - 1)] = record.Text(field);
+    }
+    status = record.Outcome();
+    if (status.ok()) status = stations.MoveNext();
+  }
+  return status;
 }
 
 }  // namespace
@@ -44,8 +63,7 @@ const ChannelTexts::Texts& ChannelTexts::Read(Kind kind) {
   std::unique_ptr<jet::RecordSet> records;
   if (!OpenStations(*database, &records).ok()) return texts;
   texts.isWhole =
-      ReadAvailableTexts(*records, FieldOf(kind), services_.model.ChannelCount, &texts.ofChannels)
-          .ok();
+      ReadByNumber(*records, FieldOf(kind), services_.model.ChannelCount, &texts.ofChannels).ok();
   if (kind != Kind::Inhibits) return texts;
   for (std::optional<std::string>& flags : texts.ofChannels) {
     if (flags.has_value()) flags = model::PlainFlags(*flags);
@@ -67,7 +85,8 @@ std::optional<bool> ChannelTexts::IsInhibited(int output, int input) {
   if (!inhibits.isWhole) inhibits.isRead = false;
   Read(Kind::Inhibits);
   if (!inhibits.isWhole || output < 1 ||
-      static_cast<std::size_t>(output) > inhibits.ofChannels.size()) {
+      static_cast<std::size_t>(output) > inhibits.ofChannels.size() ||
+      !inhibits.ofChannels[static_cast<std::size_t>(output - 1)]) {
     return std::nullopt;
   }
   return ShowsInhibit(output, input);

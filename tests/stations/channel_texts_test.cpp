@@ -84,6 +84,20 @@ TEST_F(ChannelTextsTest, AreThoseOfTheRecords) {
   EXPECT_EQ(texts_.IsInhibited(4, 1), std::nullopt);
 }
 
+// Of a database that was salvaged, or that other software deleted a station from.
+TEST_F(ChannelTextsTest, AMissingRecordMovesNobodyElses) {
+  database_.AddStation(4, {{"Label", "CAM 4"}, {"InLabel", "MIC 4"}, {"Inhibits", "001"}});
+  model_.ChannelCount = 4;
+  EXPECT_EQ(texts_.Label(3), "");
+  EXPECT_EQ(texts_.Label(4), "CAM 4");
+  EXPECT_EQ(texts_.InLabel(4), "MIC 4");
+  EXPECT_FALSE(texts_.ShowsInhibit(3, 3));
+  EXPECT_TRUE(texts_.ShowsInhibit(4, 3));
+  EXPECT_EQ(texts_.IsInhibited(3, 3), std::nullopt) << "nobody knows";
+  EXPECT_EQ(texts_.IsInhibited(4, 3), true);
+  EXPECT_EQ(texts_.IsInhibited(4, 1), false);
+}
+
 TEST_F(ChannelTextsTest, AChangeIsReadAndTold) {
   EXPECT_EQ(texts_.Label(2), "CAM 2");
   Edit(2, "Label", "VISION");
