@@ -2,6 +2,7 @@
 
 #include "stations/channel_texts.h"
 
+#include <algorithm>
 #include <memory>
 #include <string_view>
 
@@ -20,21 +21,25 @@ const std::string& TextAt(const std::vector<std::optional<std::string>>& texts, 
   return index < texts.size() && texts[index].has_value() ? *texts[index] : kNoText;
 }
 
-// The field of the stations 1 to `count`, each by its number, however many there are before it; a
-// station without a record has none.
+// The field of the stations 1 to `count`, each by its number, however many there are before it.  A
+// station that is missing among the records has none; behind the last one they are empty: a small
+// system is no damaged one.
 model::Status ReadByNumber(jet::RecordSet& stations, std::string_view field, int count,
                            std::vector<std::optional<std::string>>* texts) {
   texts->resize(static_cast<std::size_t>(count));
+  int last = 0;
   model::Status status;
   while (status.ok() && stations.HasRecord()) {
     Record record(stations);
     const int number = record.Number(db::kStationNumField);
     if (number >= 1 && number <= count) {
       (*texts)[static_cast<std::size_t>(number - 1)] = record.Text(field);
+      last = number;
     }
     status = record.Outcome();
     if (status.ok()) status = stations.MoveNext();
   }
+  if (status.ok()) std::fill(texts->begin() + last, texts->end(), std::string());
   return status;
 }
 

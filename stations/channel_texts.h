@@ -19,9 +19,9 @@
 
 namespace stations {
 
-// The labels and the inhibits of the channels, as the database has them: those of channel n stand in
-// the record of station n.  Those of a kind are read when one is asked for, and kept until they may
-// have changed.  What cannot be read, or has no record, is empty.
+// The labels and the inhibits of the channels, as the database has them: those of channel n stand
+// in the record of station n.  Those of a kind are read when one is asked for, and kept until they
+// may have changed.  What cannot be read, or has no record, is empty.
 class ChannelTexts {
  public:
   enum class Kind : std::uint8_t { Label, InLabel, Inhibits };
@@ -41,8 +41,8 @@ class ChannelTexts {
   // it is not.
   bool ShowsInhibit(int output, int input);
 
-  // The same for who acts on it: nothing for an output without a record, and for all while not all
-  // inhibits can be read.  These are tried again each time.
+  // The same for who acts on it: nothing for an output whose record is missing among the others,
+  // and for all while not all inhibits can be read.  These are tried again each time.
   std::optional<bool> IsInhibited(int output, int input);
 
   // The texts that these changes touch are read again when they are asked for.  Whether there are

@@ -87,7 +87,7 @@ TEST_F(ChannelTextsTest, AreThoseOfTheRecords) {
 // Of a database that was salvaged, or that other software deleted a station from.
 TEST_F(ChannelTextsTest, AMissingRecordMovesNobodyElses) {
   database_.AddStation(4, {{"Label", "CAM 4"}, {"InLabel", "MIC 4"}, {"Inhibits", "001"}});
-  model_.ChannelCount = 4;
+  model_.ChannelCount = 5;
   EXPECT_EQ(texts_.Label(3), "");
   EXPECT_EQ(texts_.Label(4), "CAM 4");
   EXPECT_EQ(texts_.InLabel(4), "MIC 4");
@@ -96,6 +96,7 @@ TEST_F(ChannelTextsTest, AMissingRecordMovesNobodyElses) {
   EXPECT_EQ(texts_.IsInhibited(3, 3), std::nullopt) << "nobody knows";
   EXPECT_EQ(texts_.IsInhibited(4, 3), true);
   EXPECT_EQ(texts_.IsInhibited(4, 1), false);
+  EXPECT_EQ(texts_.IsInhibited(5, 1), false) << "a small table";
 }
 
 TEST_F(ChannelTextsTest, AChangeIsReadAndTold) {
