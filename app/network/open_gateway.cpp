@@ -97,6 +97,17 @@ OpenGateway::OpenGateway(Services services)
       [this](std::unique_ptr<gateway::ClientSocket> client) { Accept(std::move(client)); });
 }
 
+void OpenGateway::LinkChanged() {
+  model::SystemModel& model = services_.model;
+  const bool answers = model.LinkStatus[0] == 1;
+  if (IsListening() && services_.access.mayTake && answers && model.XmapComplete &&
+      !services_.knownMap.IsKnown()) {
+    model.XmapComplete = false;
+    Q_EMIT Happened(tr("The map is asked for, so that controllers may take again"));
+  }
+  provider_.LinkChanged();
+}
+
 void OpenGateway::Begin() {
   const OpenGatewayAccess& access = services_.access;
   if (!access.isWanted) return;

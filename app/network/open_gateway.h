@@ -63,8 +63,12 @@ class OpenGateway : public QObject, private ember::PeerEvents {
   // The operator has set a gain.
   void GainsChanged() { provider_.GainsChanged(); }
 
-  // The link to the switcher may be in another state.
-  void LinkChanged() { provider_.LinkChanged(); }
+  // The link to the switcher may be in another state.  REQUIRES: the known map was told of it.
+  //
+  // When the switcher answers again behind a silence its map is not known, and the poll does not
+  // ask for it.  Where controllers may take it is asked for here: there may be nobody who presses
+  // Refresh Map.
+  void LinkChanged();
 
   bool IsListening() const { return listener_.IsListening(); }
 

@@ -187,12 +187,7 @@ void Takes::SendCommand(std::uint64_t id, const switcher::Take& command, bool is
   }
   const auto take = Find(id);
   if (take == open_.end()) return;
-  if (!isSent) {
-    // The line has failed, which was reported; the consumer is answered in time.
-    if (take->sent > 0) return Stop(take, Refusal::LineFailed);
-    take->isSent = true;
-    return;
-  }
+  if (!isSent) return Stop(take, Refusal::LineFailed);
   ++take->sent;
   take->isSent = isLast;
   if (take->isSent && (take->isLate || take->isGone)) TakeOut(take);

@@ -115,6 +115,34 @@ TEST_F(OpenGatewayTest, IsOffUnlessItIsWanted) {
   EXPECT_THAT(lines_, IsEmpty());
 }
 
+// The switcher fell silent while the port was open: the poll would go on as if nothing had been.
+TEST_F(OpenGatewayTest, BehindASilenceTheMapIsAskedForWhereControllersMayTake) {
+  const auto silence = [this] {
+    for (const std::uint8_t connected : {0, 1}) {
+      model_.LinkStatus[0] = connected;
+      knownMap_.LinkChanged();
+      gateway_->LinkChanged();
+    }
+  };
+  Begin("Port=PORT\n");
+  silence();
+  EXPECT_TRUE(model_.XmapComplete);
+  EXPECT_THAT(lines_, IsEmpty());
+  Begin("Port=PORT\nTakes=Yes\n");
+  model_.LinkStatus[0] = 0;
+  gateway_->LinkChanged();
+  EXPECT_TRUE(model_.XmapComplete);
+  silence();
+  EXPECT_FALSE(model_.XmapComplete);
+  EXPECT_THAT(lines_, ElementsAre("The map is asked for, so that controllers may take again"));
+  // Whose rows were reported since is not asked for again.
+  model_.XmapComplete = true;
+  for (int output = 1; output <= 8; ++output) knownMap_.CrosspointRowChanged(output, 0);
+  gateway_->LinkChanged();
+  EXPECT_TRUE(model_.XmapComplete);
+  EXPECT_EQ(lines_.size(), 1u);
+}
+
 TEST_F(OpenGatewayTest, AnswersAndNamesWhoIsConnected) {
   Begin("Port=PORT\n");
   EXPECT_TRUE(Aid()->isVisible());

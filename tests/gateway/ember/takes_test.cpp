@@ -545,14 +545,15 @@ TEST_F(TakesTest, AConsumerMayGoWhileItsTakeFails) {
   EXPECT_EQ(port_.TakeWritten(), "");
 }
 
-TEST_F(TakesTest, ALineThatFailsIsAnsweredInTime) {
+TEST_F(TakesTest, ATakeThatCannotBeWrittenIsRefusedAtOnce) {
   const auto peer = Connect();
   port_.writesUntilFailure = 0;
   peer->Send(test::kConnect);
-  EXPECT_EQ(peer->TakeWritten(), "");
-  Pass(milliseconds(2500));
-  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Modified, 5, {1, 7}));
+  EXPECT_EQ(peer->TakeWritten(), RowFrame(Disposition::Locked, 5, {1, 7}));
+  EXPECT_THAT(events_.refusals, ElementsAre(Refusal::LineFailed));
   EXPECT_THAT(reporter_.reports, SizeIs(1));
+  Pass(milliseconds(2500));
+  EXPECT_EQ(peer->TakeWritten(), "");
 }
 
 }  // namespace
