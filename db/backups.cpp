@@ -66,6 +66,12 @@ bool ReadName(const fs::path& path, Backups::Copy* copy) {
   return true;
 }
 
+// "2026-11-21".  REQUIRES: a name of ours
+std::string DateIn(const fs::path& path) {
+  constexpr std::size_t kDateLength = 10;
+  return path.filename().string().substr(kBegin.size(), kDateLength);
+}
+
 bool Holds(const fs::path& copy, std::string_view bytes) {
   std::string held;
   return files::ReadWhole(copy, bytes.size(), &held).ok() && held == bytes;
@@ -96,6 +102,11 @@ model::Status Backups::Keep(const fs::path& path, std::string_view bytes, fs::pa
   DeleteUnfinished();
   std::vector<Copy> copies;
   if (model::Status status = List(&copies); !status.ok()) return status;
+  // A copy of a later day was named by a clock that went ahead.  It counts as old, or each new copy
+  // would be deleted by the next one until that day.
+  std::stable_partition(copies.begin(), copies.end(), [date = DateIn(path)](const Copy& copy) {
+    return DateIn(copy.path) <= date;
+  });
   if (!copies.empty() && Holds(copies.front().path, bytes)) {
     if (holder != nullptr) *holder = copies.front().path;
     return {};

@@ -27,6 +27,12 @@ std::string OrderOf(const std::string& name) {
   return std::regex_match(name, found, kForm) ? found[1].str() : std::string();
 }
 
+// "2026-11-22" of such a name.
+std::string DateOf(const std::string& name) {
+  constexpr std::size_t kDateLength = 10;
+  return OrderOf(name).substr(0, kDateLength);
+}
+
 std::string ToText(const fs::path& path) {
   const std::u8string text = path.u8string();
   return {text.begin(), text.end()};
@@ -103,6 +109,10 @@ model::Status PresetFolder::Keep(const std::string& name, const std::string& tex
   if (!status.ok() || !ListAll(&presets).ok()) return status;
   std::erase_if(presets, [](const Entry& preset) { return OrderOf(preset.name).empty(); });
   std::ranges::sort(presets, {}, [](const Entry& preset) { return OrderOf(preset.name); });
+  // What is of a later day was named by a clock that went ahead, and counts as old.
+  std::stable_partition(presets.begin(), presets.end(), [date = DateOf(name)](const Entry& preset) {
+    return DateOf(preset.name) > date;
+  });
   // One that stays is deleted the next time.
   for (std::size_t at = 0; at + kMostKept < presets.size(); ++at) (void)Delete(presets[at].name);
   return status;

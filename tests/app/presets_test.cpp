@@ -247,6 +247,23 @@ TEST_F(PresetsTest, OnlyTheLastStatesAreKept) {
   EXPECT_THAT(Listed(), testing::Contains("Morning"));
 }
 
+TEST_F(PresetsTest, StatesOfALaterDayGoFirst) {
+  Make(6, 8);
+  Store("Morning");
+  for (int day = 10; day <= 29; ++day) {
+    std::filesystem::copy_file(folder_ / "Presets/Morning.json",
+                               folder_ / ("Presets/Before recall of X, 2099-01-" +
+                                          std::to_string(day) + " 10.00.00.json"));
+  }
+  Make(6, 8, 0);
+  Choose("Morning");
+  Recall();
+  const std::vector<std::string> kept = Kept();
+  EXPECT_THAT(kept, SizeIs(20));
+  EXPECT_THAT(kept, testing::Contains(testing::StartsWith("Before recall of Morning, ")));
+  EXPECT_THAT(kept, testing::Not(testing::Contains("Before recall of X, 2099-01-10 10.00.00")));
+}
+
 TEST_F(PresetsTest, ADiskThatTakesItsTimeStartsNoTakesLater) {
   Make(6, 8);
   Store("Morning");

@@ -112,6 +112,24 @@ TEST_F(BackupsTest, TheNewOneStaysThoughTheClockWasSetBack) {
   EXPECT_EQ(copies.back().path.filename(), "Tesk-2026-11-21-180512-daily.mdb");
 }
 
+// A clock that was ahead has named as many as are kept: they go first, not each new copy with the
+// next one.
+TEST_F(BackupsTest, CopiesOfALaterDayAreTheOldest) {
+  constexpr int kMonth = 31 * 24 * 60 * 60;
+  for (int second = 0; second < 20; ++second) {
+    ASSERT_TRUE(Keep(Cause::Daily, At(kMonth + second)).ok());
+  }
+  ASSERT_TRUE(Keep(Cause::BeforeRetrieval, At(0)).ok());
+  ASSERT_TRUE(Keep(Cause::BeforeSaving, At(1), "one").ok());
+  ASSERT_TRUE(Keep(Cause::Daily, At(2), "one").ok());
+  EXPECT_EQ(holder_.filename(), "Tesk-2026-11-21-180513-before-saving.mdb");
+  const std::vector<std::string> names = Names();
+  ASSERT_EQ(names.size(), 20u);
+  EXPECT_EQ(names[0], "Tesk-2026-11-21-180512-before-retrieval.mdb");
+  EXPECT_EQ(names[1], "Tesk-2026-11-21-180513-before-saving.mdb");
+  EXPECT_EQ(names[2], "Tesk-2026-12-22-180514-daily.mdb") << "the two oldest of them have gone";
+}
+
 TEST_F(BackupsTest, WhatTheNewestHoldsIsNotWrittenAgain) {
   ASSERT_TRUE(Keep(Cause::BeforeRetrieval, At(0), "one").ok());
   EXPECT_EQ(holder_.filename(), "Tesk-2026-11-21-180512-before-retrieval.mdb");
