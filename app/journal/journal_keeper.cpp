@@ -20,7 +20,8 @@ namespace {
 
 using Kind = stations::JournalLine::Kind;
 
-constexpr int kSyncMilliseconds = 1000;
+constexpr std::chrono::milliseconds kSoon = std::chrono::seconds(1);
+constexpr std::chrono::milliseconds kRarest = std::chrono::minutes(1);
 constexpr std::uint64_t kPieceBytes = 1 << 18;
 constexpr char kNothing[] = "{}";
 
@@ -65,10 +66,13 @@ JournalKeeper::JournalKeeper(stations::Changes& changes, const std::filesystem::
       path_(journal),
       database_(std::move(database)),
       journal_(journal),
-      digestMilliseconds_(digestMilliseconds) {
+      digestMilliseconds_(digestMilliseconds),
+      pause_(kSoon) {
   syncTimer_.setSingleShot(true);
-  syncTimer_.setInterval(kSyncMilliseconds);
-  connect(&syncTimer_, &QTimer::timeout, this, &JournalKeeper::Sync);
+  connect(&syncTimer_, &QTimer::timeout, this, [this] {
+    WriteWaiting();
+    Sync();
+  });
 }
 
 void JournalKeeper::Begin() {
@@ -94,15 +98,21 @@ void JournalKeeper::Changed(std::span<const stations::Change> changes) {
                           .group = origin == stations::Origin::Switcher ? group_ : 0,
                           .changes = {changes.begin(), changes.end()}};
   waiting_.Add(stations::WriteAct(act));
+  // Tables of the switcher come again; the decoder waits for nothing.
+  if (origin != stations::Origin::Switcher) WaitForDigest();
   WriteWaiting();
   Q_EMIT ActAdded(act);
+}
+
+// A disk that takes longer is not waited for, and not again for the next act.
+void JournalKeeper::WaitForDigest() {
+  if (!isUsable_ || digest_.isFinished()) return;
+  pool_.waitForDone(std::exchange(digestMilliseconds_, 0));
 }
 
 void JournalKeeper::WriteWaiting() {
   if (!isUsable_ || waiting_.IsEmpty()) return;
   if (!hasBeginning_) {
-    // A disk that takes longer is not waited for, and not again for the next act.
-    if (!digest_.isFinished()) pool_.waitForDone(std::exchange(digestMilliseconds_, 0));
     if (!digest_.isFinished()) return;
     journal_.SetBeginning(stations::WriteBeginning(digest_.result()));
     hasBeginning_ = true;
@@ -110,9 +120,10 @@ void JournalKeeper::WriteWaiting() {
   while (!waiting_.IsEmpty()) {
     const files::Outcome added = journal_.AddAct(waiting_.First());
     NoteWriting(added);
-    if (!added.ok()) return;
+    if (!added.ok()) return TryAgain();
     waiting_.RemoveFirst();
   }
+  pause_ = kSoon;
   SyncSoon();
 }
 
@@ -173,8 +184,15 @@ void JournalKeeper::Note(const files::Outcome& outcome, bool* fails, bool otherF
   }
 }
 
+// What is new does not wait as long as what has failed.
 void JournalKeeper::SyncSoon() {
-  if (!syncTimer_.isActive()) syncTimer_.start();
+  if (!syncTimer_.isActive() || syncTimer_.intervalAsDuration() > kSoon) syncTimer_.start(kSoon);
+}
+
+// A disk that works again has what was edited before, though nobody edits any more.
+void JournalKeeper::TryAgain() {
+  if (!syncTimer_.isActive()) syncTimer_.start(pause_);
+  pause_ = std::min(2 * pause_, kRarest);
 }
 
 void JournalKeeper::Sync() {
@@ -185,7 +203,10 @@ void JournalKeeper::Sync() {
     files::SyncFolder(path.parent_path());
     return files::Outcome();
   });
-  syncing_.then(this, [this](const files::Outcome& outcome) { NoteSyncing(outcome); });
+  syncing_.then(this, [this](const files::Outcome& outcome) {
+    NoteSyncing(outcome);
+    if (!outcome.ok()) TryAgain();
+  });
 }
 
 }  // namespace app

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QThreadPool>
 #include <QTimer>
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <filesystem>
@@ -28,11 +29,14 @@ inline constexpr char kJournalFile[] = "Tesk.journal";
 // loses nothing of it: what is stored at once is one act.
 //
 // A line is in the system's hands before the edit that it tells of is over; the disk has it a
-// second later, without anybody waiting for that.  The first edit waits until it is known which
-// database this is, which it is some milliseconds after the start; where that takes longer than
-// 250 ms, what is edited until then is written then.  A journal that cannot be
-// written keeps no edit from being made: its lines are kept, and tried again with the next one, or
-// shown when it cannot be read and is left alone.
+// second later, without anybody waiting for that.
+//
+// Which database this is, is known some milliseconds after the start.  The first edit of the
+// operator waits for that, for 250 ms at most; what is edited before it is known then is written
+// when it is.
+//
+// A journal that cannot be written keeps no edit from being made: its lines are kept, and tried
+// again with the next one and from time to time, or shown when it cannot be read and is left alone.
 class JournalKeeper : public QObject, public stations::ChangeObserver {
   Q_OBJECT
 
@@ -103,6 +107,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   void Recovered();
 
  private:
+  void WaitForDigest();
   void WriteWaiting();
   std::uint64_t Bytes() const;
   bool IsLarge() const { return Bytes() > kLargeBytes; }
@@ -111,6 +116,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   void NoteSyncing(const files::Outcome& outcome);
   void Note(const files::Outcome& outcome, bool* fails, bool otherFails);
   void SyncSoon();
+  void TryAgain();
   void Sync();
 
   const std::filesystem::path path_;
@@ -127,6 +133,7 @@ class JournalKeeper : public QObject, public stations::ChangeObserver {
   std::int64_t group_ = 0;  // 0: no group
   std::int64_t groups_ = 0;
   QTimer syncTimer_;
+  std::chrono::milliseconds pause_;  // until what has failed is tried again
   QFuture<files::Outcome> syncing_;
   QThreadPool pool_;
 };
