@@ -27,8 +27,6 @@ files::Outcome Journal::Replace(std::string_view text) {
 
 files::Outcome Journal::AddAct(std::string_view object) {
   if (files::Outcome opened = Open(); !opened.ok()) return opened;
-  // The file with the beginning was deleted: what is in this one must be readable by itself.
-  if (file_.Size() == 0) run_ = 0;
   const std::int64_t run = run_ != 0 ? run_ : next_;
   std::int64_t number = next_;
   std::string lines;
@@ -55,9 +53,14 @@ files::Outcome Journal::EndRun(std::int64_t run, JournalLine::Kind kind, std::st
 }
 
 files::Outcome Journal::Open() {
-  if (wasRead_) return file_.Open();
-  return files::Failure("write", file_.Path(),
-                        std::make_error_code(std::errc::operation_not_permitted));
+  if (!wasRead_) {
+    return files::Failure("write", file_.Path(),
+                          std::make_error_code(std::errc::operation_not_permitted));
+  }
+  files::Outcome outcome = file_.Open();
+  // The file with the beginning was deleted: what is in this one must be readable by itself.
+  if (outcome.ok() && file_.Size() == 0) run_ = 0;
+  return outcome;
 }
 
 files::Outcome Journal::Append(const std::string& lines) {

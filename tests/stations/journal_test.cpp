@@ -229,6 +229,19 @@ TEST_F(JournalTest, AFileThatIsGoneMeanwhileIsMadeAnewAndBeginsWithItsRun) {
   EXPECT_EQ(journal.ThisRun(), 3);
 }
 
+// The first line of the new file is another run's: that it was discarded.
+TEST_F(JournalTest, AnEndInAFileMadeAnewDoesNotTakeTheRunItsBeginning) {
+  Journal journal(Path());
+  ASSERT_TRUE(journal.Read().ok());
+  journal.SetBeginning("{\"run\":1}");
+  ASSERT_TRUE(journal.AddAct("{\"a\":1}").ok());
+  std::filesystem::remove(Path());
+  ASSERT_TRUE(journal.EndRun(77, Kind::Discarded, "{}").ok());
+  ASSERT_TRUE(journal.AddAct("{\"a\":2}").ok());
+  EXPECT_EQ(Text(), Line(3, Kind::Discarded, 77, "{}") + Line(4, Kind::Run, 4, "{\"run\":1}") +
+                        Line(5, Kind::Act, 4, "{\"a\":2}"));
+}
+
 TEST_F(JournalTest, APipeIsNoJournal) {
   ASSERT_EQ(mkfifo(Path().c_str(), 0600), 0);
   Journal journal(Path());
