@@ -2,66 +2,102 @@
 
 #include "files/background_lines.h"
 
+#include <condition_variable>
+#include <deque>
+#include <mutex>
 #include <utility>
 
 namespace files {
+namespace {
 
-BackgroundLines::BackgroundLines(Write write, Gap gap, Listener listener)
-    : write_(std::move(write)),
-      gap_(std::move(gap)),
-      listener_(std::move(listener)),
-      thread_([this] { Run(); }) {}
+struct Line {
+  std::string text;
+  std::size_t lost;  // before it
+};
+
+}  // namespace
+
+// What the object and its thread share.  The thread keeps it when it is given up.
+struct BackgroundLines::Work {
+  const Write write;
+  const Gap gap;
+  const Listener listener;
+  std::size_t missing = 0;  // in the file; of the thread
+
+  std::mutex mutex;  // of all that follows
+  std::condition_variable changed;
+  std::deque<Line> waiting;
+  std::size_t lost = 0;  // since the last that waits
+  bool isEnding = false;
+  bool isGivenUp = false;
+  bool hasEnded = false;
+
+  Outcome WriteBehindGap(const Line& line);
+};
+
+Outcome BackgroundLines::Work::WriteBehindGap(const Line& line) {
+  missing += line.lost;
+  if (missing > 0) {
+    if (Outcome outcome = write(gap(missing)); !outcome.ok()) {
+      ++missing;
+      return outcome;
+    }
+    missing = 0;
+  }
+  Outcome outcome = write(line.text);
+  if (!outcome.ok()) ++missing;
+  return outcome;
+}
+
+BackgroundLines::BackgroundLines(Write write, Gap gap, Listener listener,
+                                 std::chrono::milliseconds patience)
+    : patience_(patience),
+      work_(new Work{
+          .write = std::move(write), .gap = std::move(gap), .listener = std::move(listener)}),
+      thread_(&BackgroundLines::Run, work_) {}
 
 BackgroundLines::~BackgroundLines() {
-  {
-    const std::lock_guard lock(mutex_);
-    isEnding_ = true;
+  std::unique_lock lock(work_->mutex);
+  work_->isEnding = true;
+  work_->changed.notify_all();
+  work_->isGivenUp = !work_->changed.wait_for(lock, patience_, [this] { return work_->hasEnded; });
+  lock.unlock();
+  if (work_->isGivenUp) {
+    thread_.detach();
+  } else {
+    thread_.join();
   }
-  changed_.notify_one();
-  thread_.join();
 }
 
 bool BackgroundLines::Add(std::string line) {
   {
-    const std::lock_guard lock(mutex_);
-    if (waiting_.size() >= kWaiting) {
-      ++lost_;
+    const std::lock_guard lock(work_->mutex);
+    if (work_->waiting.size() >= kWaiting) {
+      ++work_->lost;
       return false;
     }
-    waiting_.push_back({.text = std::move(line), .lost = std::exchange(lost_, 0)});
+    work_->waiting.push_back({.text = std::move(line), .lost = std::exchange(work_->lost, 0)});
   }
-  changed_.notify_one();
+  work_->changed.notify_all();
   return true;
 }
 
-Outcome BackgroundLines::WriteBehindGap(const Line& line) {
-  missing_ += line.lost;
-  if (missing_ > 0) {
-    if (Outcome outcome = write_(gap_(missing_)); !outcome.ok()) {
-      ++missing_;
-      return outcome;
-    }
-    missing_ = 0;
-  }
-  Outcome outcome = write_(line.text);
-  if (!outcome.ok()) ++missing_;
-  return outcome;
-}
-
-void BackgroundLines::Run() {
+void BackgroundLines::Run(const std::shared_ptr<Work>& work) {
   bool wasOk = true;
-  std::unique_lock lock(mutex_);
-  while (true) {
-    changed_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
-    if (waiting_.empty()) return;
-    const Line line = std::move(waiting_.front());
-    waiting_.pop_front();
+  std::unique_lock lock(work->mutex);
+  while (!work->isGivenUp) {
+    work->changed.wait(lock, [&work] { return work->isEnding || !work->waiting.empty(); });
+    if (work->waiting.empty()) break;
+    const Line line = std::move(work->waiting.front());
+    work->waiting.pop_front();
     lock.unlock();
-    const Outcome outcome = WriteBehindGap(line);
-    if (outcome.ok() != wasOk) listener_(outcome);
-    wasOk = outcome.ok();
+    const Outcome outcome = work->WriteBehindGap(line);
     lock.lock();
+    if (outcome.ok() != wasOk && !work->isGivenUp) work->listener(outcome);
+    wasOk = outcome.ok();
   }
+  work->hasEnded = true;
+  work->changed.notify_all();
 }
 
 }  // namespace files

@@ -3,11 +3,10 @@
 #ifndef FILES_BACKGROUND_LINES_H_
 #define FILES_BACKGROUND_LINES_H_
 
-#include <condition_variable>
+#include <chrono>
 #include <cstddef>
-#include <deque>
 #include <functional>
-#include <mutex>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -23,7 +22,7 @@ class BackgroundLines {
   // Writes one line.  Called on the thread of the object.
   using Write = std::function<Outcome(std::string_view line)>;
   // Hears of the first failure, of the first success after one, and so on.  Called on the thread of
-  // the object.
+  // the object, while it can take no line and does not end.
   using Listener = std::function<void(const Outcome& outcome)>;
 
   // What stands in the place of so many lines that are missing.
@@ -32,9 +31,15 @@ class BackgroundLines {
   // So many lines wait for a disk that is slow.
   static constexpr std::size_t kWaiting = 2000;
 
-  // Whatever these refer to must outlive the object.
-  BackgroundLines(Write write, Gap gap, Listener listener);
-  // Writes what still waits.
+  // So long the end waits for a disk that does not answer.
+  static constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(5);
+
+  // Whatever the listener refers to must outlive the object.  `write` and `gap` may be called once
+  // more when it has gone, by a thread that was given up: they refer to nothing but what they hold.
+  BackgroundLines(Write write, Gap gap, Listener listener,
+                  std::chrono::milliseconds patience = kPatience);
+  // Writes what still waits.  What is not written after the patience is given up: nobody hears of
+  // it, though the disk may have it later.
   ~BackgroundLines();
   BackgroundLines(const BackgroundLines&) = delete;
   BackgroundLines& operator=(const BackgroundLines&) = delete;
@@ -44,24 +49,13 @@ class BackgroundLines {
   bool Add(std::string line);
 
  private:
-  struct Line {
-    std::string text;
-    std::size_t lost;  // before it
-  };
+  struct Work;
 
-  void Run();
-  Outcome WriteBehindGap(const Line& line);
+  static void Run(const std::shared_ptr<Work>& work);
 
-  const Write write_;
-  const Gap gap_;
-  const Listener listener_;
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  std::deque<Line> waiting_;
-  std::size_t lost_ = 0;     // since the last that waits
-  std::size_t missing_ = 0;  // in the file; of the thread
-  bool isEnding_ = false;
-  std::thread thread_;  // last: it uses the others
+  const std::chrono::milliseconds patience_;
+  const std::shared_ptr<Work> work_;
+  std::thread thread_;
 };
 
 }  // namespace files

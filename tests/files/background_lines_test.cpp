@@ -5,7 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <future>
+#include <memory>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -81,6 +84,39 @@ TEST(BackgroundLines, ADiskThatDoesNotAnswerHoldsUpNobodyAndCostsLinesOnly) {
   }
   ASSERT_THAT(written, SizeIs(BackgroundLines::kWaiting + 1));
   EXPECT_EQ(written.back(), "waits");
+}
+
+// A share that has gone: whoever ends the program does not wait for it, and a line that it takes
+// after all is the last.
+TEST(BackgroundLines, ADiskThatNeverAnswersIsGivenUpAtTheEnd) {
+  struct Disk {
+    std::promise<void> begun;
+    std::promise<void> answer;
+    std::promise<void> left;
+    std::atomic<int> written = 0;
+  };
+  const auto disk = std::make_shared<Disk>();
+  bool isTold = false;
+  {
+    BackgroundLines lines(
+        [disk](std::string_view) {
+          disk->begun.set_value();
+          disk->answer.get_future().wait();
+          ++disk->written;
+          return Failed();
+        },
+        [left = std::shared_ptr<void>(nullptr, [disk](void*) { disk->left.set_value(); })](
+            std::size_t) { return std::string(); },
+        [&](const Outcome&) { isTold = true; }, std::chrono::milliseconds(50));
+    ASSERT_TRUE(lines.Add("first"));
+    ASSERT_TRUE(lines.Add("second"));
+    disk->begun.get_future().wait();
+  }
+  EXPECT_EQ(disk->written, 0);
+  disk->answer.set_value();
+  disk->left.get_future().wait();  // the thread has gone, with what it held
+  EXPECT_EQ(disk->written, 1);
+  EXPECT_FALSE(isTold);
 }
 
 TEST(BackgroundLines, TheFirstOfSeveralFailuresIsToldAndThatItIsOver) {
