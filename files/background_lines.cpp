@@ -8,17 +8,17 @@
 #include <utility>
 
 namespace files {
-namespace {
-
-struct Line {
-  std::string text;
-  std::size_t lost;  // before it
-};
-
-}  // namespace
 
 // What the object and its thread share.  The thread keeps it when it is given up.
 struct BackgroundLines::Work {
+  struct Line {
+    std::string text;
+    std::size_t lost;  // before it
+  };
+
+  Work(Write writeLine, Gap sayGap, Listener tell)
+      : write(std::move(writeLine)), gap(std::move(sayGap)), listener(std::move(tell)) {}
+
   const Write write;
   const Gap gap;
   const Listener listener;
@@ -52,8 +52,7 @@ Outcome BackgroundLines::Work::WriteBehindGap(const Line& line) {
 BackgroundLines::BackgroundLines(Write write, Gap gap, Listener listener,
                                  std::chrono::milliseconds patience)
     : patience_(patience),
-      work_(new Work{
-          .write = std::move(write), .gap = std::move(gap), .listener = std::move(listener)}),
+      work_(std::make_shared<Work>(std::move(write), std::move(gap), std::move(listener))),
       thread_(&BackgroundLines::Run, work_) {}
 
 BackgroundLines::~BackgroundLines() {
@@ -88,7 +87,7 @@ void BackgroundLines::Run(const std::shared_ptr<Work>& work) {
   while (!work->isGivenUp) {
     work->changed.wait(lock, [&work] { return work->isEnding || !work->waiting.empty(); });
     if (work->waiting.empty()) break;
-    const Line line = std::move(work->waiting.front());
+    const Work::Line line = std::move(work->waiting.front());
     work->waiting.pop_front();
     lock.unlock();
     const Outcome outcome = work->WriteBehindGap(line);
