@@ -39,7 +39,7 @@ ChangesWindow::ChangesWindow(std::filesystem::path journal, QWidget* parent)
                    .icon = QStringLiteral("recent-changes"),
                    .hint = views::RowFilter::HintText(),
                    .lines = tr("Changes"),
-                   .columns = {26, 21, 16, 26, 26, 16}},
+                   .columns = {24, 20, 14, 22, 22, 16}},
                   parent),
       journal_(std::move(journal)),
       goTo_(AddButton(QStringLiteral("cmdGoToChg"), tr("&Go To"),
