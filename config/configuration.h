@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The installation's settings: section "CONFIGURATION" of Orvotesk.ini in the program's folder.
+// The installation's settings: section "CONFIGURATION" of Orvotesk.ini in the console's folder.
 
 #ifndef CONFIG_CONFIGURATION_H_
 #define CONFIG_CONFIGURATION_H_

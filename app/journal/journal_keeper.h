@@ -35,8 +35,9 @@ inline constexpr char kJournalFile[] = "Tesk.journal";
 // operator waits for that, for 250 ms at most; what is edited before it is known then is written
 // when it is.
 //
-// A journal that cannot be written keeps no edit from being made: its lines are kept, and tried
-// again with the next one and from time to time, or shown when it cannot be read and is left alone.
+// An edit whose line cannot be written is made all the same: the line waits, and is tried again
+// with the next one and from time to time.  A journal that cannot be read is left alone, and all
+// lines wait.
 class JournalKeeper : public QObject, public stations::ChangeObserver {
   Q_OBJECT
 

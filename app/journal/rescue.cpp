@@ -71,8 +71,7 @@ Rescue::Rescue(const Services& services)
           AddAction("aidShowChanges", tr("Show"), tr("List what that run changed"), &Rescue::Show)),
       discard_(AddAction("aidDiscard", tr("Discard"), tr("Offer it no more"), &Rescue::Discard)) {
   connect(&services_.command, &QAction::triggered, this, &Rescue::ShowNext);
-  services_.command.setToolTip(
-      tr("Offer what a run of the console changed that ended without saving"));
+  services_.command.setToolTip(tr("Offer the changes of a run that ended without saving"));
   services_.command.setEnabled(false);
 }
 

@@ -61,9 +61,11 @@ class TextFile : public QObject {
 
   const std::filesystem::path path_;
   const std::function<std::string()> text_;
-  std::string written_;              // what it holds
-  std::string aside_;                // as what is to be kept first what is there; empty for nothing
-  int writing_ = 0;                  // so often it is to be replaced
+  std::string written_;  // what it holds
+  // The word in the name under which the present file is kept before it is replaced; empty where it
+  // is not kept.
+  std::string aside_;
+  int writing_ = 0;                  // how many writings have begun and not ended
   bool hasFailed_ = false;           // the last time
   std::chrono::milliseconds pause_;  // before it is tried again
   QTimer timer_;

@@ -47,8 +47,8 @@ class LogKeeper : public QObject {
   // Notes what belongs to none of the parts.
   void Note(const QString& text) { Add(EventLog::Kind::Note, text); }
 
-  // What happens on the network; the second for what may come many times a
-  // second, with the address that it comes from; none for what any stranger may make come.
+  // What happens on the network.  NoteNetworkAgain() is for what may come many times a second from
+  // `address`, which is empty where any stranger can be the cause.
   void NoteNetwork(const QString& text) { Add(EventLog::Kind::Panel, text); }
   void NoteNetworkAgain(const QString& text, const QString& address = {}) {
     services_.log.AddRepeated(EventLog::Kind::Panel, text, address);

@@ -49,9 +49,9 @@ class RepeatedLines {
 
   std::map<QString, Entry> entries_;
   QDateTime minute_;   // when it began
-  int new_ = 0;        // lines written in it for the first time
-  int uncounted_ = 0;  // what has happened in it beyond
-  int leftOut_ = 0;    // the same of those that have ended
+  int new_ = 0;        // how many times a line came in it that is not among the entries
+  int uncounted_ = 0;  // how many of these were left out
+  int leftOut_ = 0;    // how many lines were left out in earlier minutes and not taken yet
 };
 
 }  // namespace app

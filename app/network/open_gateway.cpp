@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/shell/version.h"
+#include "views/rules/levels.h"
 
 namespace app {
 namespace {
@@ -19,7 +20,7 @@ QString RefusalWords(ember::Refusal why) {
   using ember::Refusal;
   switch (why) {
     case Refusal::ReadOnly:
-      return OpenGateway::tr("this is for reading only");
+      return OpenGateway::tr("only reading is allowed");
     case Refusal::LinkDown:
       return OpenGateway::tr("the switcher does not answer");
     case Refusal::MapNotComplete:
@@ -139,7 +140,7 @@ void OpenGateway::Listen() {
   if (status.ok()) return TellPeers();
   again_.Begin(port);
   const QString text =
-      tr("The open gateway cannot listen on port %1: %2")
+      tr("The open gateway cannot listen on port %1: %2. It is tried again.")
           .arg(QString::number(port), QString::fromStdString(status.Description()));
   services_.hints.Give(Hint::OpenGatewayClosed, text);
   Q_EMIT Happened(text);
@@ -186,8 +187,9 @@ void OpenGateway::PeerTook(const ember::PeerName& peer, const switcher::Take& ta
 void OpenGateway::PeerSetGain(const ember::PeerName& peer, int input, int decibels) {
   // All at once: a label may look like a place of the text.
   Q_EMIT HappenedAgain(
-      tr("%1: gain of %2 set to %3 dB")
-          .arg(PeerWords(peer), services_.labels.Input(input), QString::number(decibels)),
+      tr("%1: gain of %2 set to %3")
+          .arg(PeerWords(peer), services_.labels.Input(input),
+               QString::fromStdString(rules::LevelText(rules::SliderValueOfLevel(decibels)))),
       QString::fromStdString(peer.address));
 }
 

@@ -91,10 +91,11 @@ class StatusBar : public QStatusBar {
 
   // `widget` is one of the panels.
   void Want(const QWidget* widget, bool wanted);
-  // All widths are with the distance from the next panel: that of a panel of so many characters...
+  // The next three include the distance to the next panel.  The width of so many characters.
   int WidthOf(int characters) const;
-  // ...that which the panel would take if there were room for it, and the least that it takes.
+  // The width of a panel for which there is room.
   int FullWidth(const Panel& panel) const;
+  // The width below which it is not shown.
   int LeastWidth(const Panel& panel) const;
   // What the link text leaves of the bar.
   int RoomForPanels() const;

@@ -12,18 +12,18 @@ namespace app {
 // A place in one of the main views that another window can lead to.
 struct ViewPlace {
   enum class Kind : std::uint8_t {
-    Label,       // of a station, in the column `number` (a stations::LabelColumn)
-    Crosspoint,  // of the output `station` and the input `number`
-    Output,      // a row of the map
-    Input,       // a column of it
-    Station,     // the programming of a station, at the page that shows
-    Button,      // of it the button `number`
-    Relays,      // of it the relays
-    Opto,        // the programming of the opto `station`
+    Label,       // the label of the station in column `number` (a stations::LabelColumn)
+    Crosspoint,  // the cell of output `station` and input `number` in the map
+    Output,      // row `station` of the map
+    Input,       // column `station` of the map
+    Station,     // the programming of the station, at the page that shows
+    Button,      // button `number` of the station
+    Relays,      // the relays of the station
+    Opto,        // the programming of opto `station`
   };
 
   Kind kind = Kind::Label;
-  int station = 0;  // from 1; of the map the output or the input, of an opto the opto
+  int station = 0;  // from 1
   int number = 0;   // 0 where there is none
 
   bool operator==(const ViewPlace&) const = default;

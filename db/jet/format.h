@@ -11,7 +11,6 @@ namespace jet {
 
 // Byte 0 of a page.
 enum PageType : std::uint8_t {
-  kHeaderPage = 0,
   kDataPage = 1,
   kDefinitionPage = 2,
   kNodePage = 3,

@@ -29,7 +29,7 @@ namespace ember {
 // Tells consumers what changes of that which they have asked for, and nothing else.
 class News {
  public:
-  // What a consumer has news of; beyond it is answered and has no news.
+  // A consumer has news of so many elements at most; subscribing to a further one changes nothing.
   static constexpr std::size_t kMostSubscriptions = 8192;
 
   // News of the records are gathered so long: a table of the switcher changes many.

@@ -158,11 +158,10 @@ TEST_F(OpenGatewayTest, AnswersAndNamesWhoIsConnected) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 2; }, kPatience));
   socket.abort();
   ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 3; }, kPatience));
-  EXPECT_THAT(lines_,
-              ElementsAre("Controller 1, 127.0.0.1: connected",
-                          "Controller 1, 127.0.0.1: connect CAM 6 < MIC 4 refused, this is for "
-                          "reading only",
-                          "Controller 1, 127.0.0.1: gone"));
+  EXPECT_THAT(lines_, ElementsAre("Controller 1, 127.0.0.1: connected",
+                                  "Controller 1, 127.0.0.1: connect CAM 6 < MIC 4 refused, only "
+                                  "reading is allowed",
+                                  "Controller 1, 127.0.0.1: gone"));
   EXPECT_EQ(port_.TakeWritten(), "");
   EXPECT_EQ(Aid()->text(), QStringLiteral("Controllers 0"));
 }
@@ -199,7 +198,7 @@ TEST_F(OpenGatewayTest, WhatIsNotUnderstoodAdmitsNobody) {
                                   "not understood (Allow=10.1)."));
 }
 
-// The gain of input 4, whose label looks like a place of the text, to -12 dB.
+// The gain of input 4, whose label looks like a place of the text, to −12 dB.
 TEST_F(OpenGatewayTest, ALabelStandsInTheLogAsItIs) {
   database_.GoTo(4);
   stations::Record record(*database_.Files().Stations());
@@ -212,7 +211,7 @@ TEST_F(OpenGatewayTest, ALabelStandsInTheLogAsItIs) {
        "FE 00 0E 00 01 C0 01 02 1F 02 60 1D 6B 1B A0 19 69 17 A0 07 0D 05 01 04 02 03 01 A1 0C 31 "
        "0A A2 03 02 01 F4 AD 03 02 01 01 0E E3 FF");
   ASSERT_TRUE(QTest::qWaitFor([&] { return lines_.size() == 2; }, kPatience));
-  EXPECT_EQ(lines_[1], "Controller 1, 127.0.0.1: gain of MIC%3 set to -12 dB");
+  EXPECT_EQ(lines_[1], "Controller 1, 127.0.0.1: gain of MIC%3 set to −12 dB");
 }
 
 // It is tried again until the port is free.
@@ -239,7 +238,9 @@ TEST_F(OpenGatewayTest, APortThatIsTakenIsSaid) {
   Begin("Port=" + std::to_string(other.serverPort()) + "\n");
   EXPECT_TRUE(window_.Hints().Has(Hint::OpenGatewayClosed));
   ASSERT_EQ(lines_.size(), 1U);
-  EXPECT_THAT(lines_[0], HasSubstr("The open gateway cannot listen on port "));
+  EXPECT_EQ(lines_[0], "The open gateway cannot listen on port " +
+                           std::to_string(other.serverPort()) +
+                           ": The bound address is already in use. It is tried again.");
 }
 
 // A computer without IPv6 does not have the address: that is said, as of any port that cannot be

@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: MIT
 #
 # check_installation.sh CMAKE BUILD SOURCE: installs into a folder of its own and fails when a file
-# is missing or there is one too many, when the desktop would refuse an entry, or when a manual page
-# and the program's own help do not name the same options, commands and exit codes.
+# is missing or there is one too many, when a page names another one that is not installed, when the
+# desktop would refuse an entry, or when a manual page and the program's own help do not name the same
+# options, commands and exit codes.
 set -uo pipefail
 cmake=$1 build=$2 source=$3
 
@@ -37,12 +38,23 @@ share/applications/tesksetup.desktop
 share/metainfo/invalid.orvo.teskctl.metainfo.xml
 share/doc/teskctl/copyright
 share/doc/teskctl/changelog.gz
+share/doc/teskctl/ember.md
 share/doc/teskctl/install.md
 share/doc/teskctl/panel-format.md
 share/doc/teskctl/wire-format.md
 EOF
 )
 same "Installed files" "$(tr ' ' '\n' <<<"$expected")" "$(cd "$root/usr" && find . -type f -printf '%P\n')"
+
+while read -r page named; do
+  [ -f "$share/doc/teskctl/$named" ] || fail "$page names $named, which is not installed"
+done < <(
+  cd "$share" || exit
+  for page in doc/teskctl/*.md doc/teskctl/help/*.html man/man1/*.gz; do
+    # Tesk.mdb and WorkingDb.md$ are no pages.
+    gzip -dcf "$page" | grep -oP '[\w-]+\.md(?![\w$])' | sort -u | sed "s|^|$page |"
+  done
+)
 
 for picture in "$share"/icons/hicolor/*x*/apps/teskctl.png; do
   size=$(sed 's|.*/\([0-9]*\)x.*|\1|' <<<"$picture")

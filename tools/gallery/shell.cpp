@@ -73,7 +73,7 @@ class Shell {
              .arg(QStringLiteral("Allow=192.0.2")),
          "hint-gateway-closed");
     draw(Hint::OpenGatewayClosed,
-         OpenGateway::tr("The open gateway cannot listen on port %1: %2")
+         OpenGateway::tr("The open gateway cannot listen on port %1: %2. It is tried again.")
              .arg(QStringLiteral("9000"), QStringLiteral("The bound address is already in use")),
          "hint-gateway-port");
     QAction restore(QStringLiteral("Restore"));

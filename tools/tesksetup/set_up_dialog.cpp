@@ -85,7 +85,7 @@ void SetUpDialog::BuildForm(const QStringList& devices) {
   folder_ = new QLineEdit(this);
   folder_->setObjectName(QStringLiteral("txtFolder"));
   folder_->setMinimumWidth(360);
-  auto* const choose = new QPushButton(tr("&Browse..."), this);
+  auto* const choose = new QPushButton(tr("&Browse…"), this);
   choose->setObjectName(QStringLiteral("cmdBrowse"));
   choose->setAutoDefault(false);
   auto* const folderLine = new QHBoxLayout;

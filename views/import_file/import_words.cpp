@@ -35,7 +35,7 @@ QString WhyWords(const rules::ImportFault& fault) {
       return ImportText::tr("It has more than %1 cells: this is no file of labels or programming.")
           .arg(fault.expected);
     case Reason::TooManyRows:
-      return ImportText::tr("The file has more than %1 rows: this is none of this system.")
+      return ImportText::tr("The file has more than %1 rows; this system has no more.")
           .arg(fault.expected);
     case Reason::UnknownCaption:
       return ImportText::tr("“%1” is no column of such a file.").arg(text);

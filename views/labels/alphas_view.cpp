@@ -279,7 +279,7 @@ void AlphasView::ShowMenu(const QPoint& globalPosition) {
           &AlphasView::ShowFind);
   if (const int column = grid_->currentIndex().column(); column >= 0) {
     QAction* const sort = menu->addAction(
-        tr("&Sort by “%1”").arg(rows_.headerData(column, Qt::Horizontal).toString()));
+        tr("&Sort By “%1”").arg(rows_.headerData(column, Qt::Horizontal).toString()));
     sort->setObjectName(QStringLiteral("aidSort"));
     connect(sort, &QAction::triggered, this, [this, column] { SortBy(column); });
   }

@@ -59,11 +59,11 @@ QString PasteRefusalText(const QString& station, const PasteRefusal& refusal) {
       reason = Tr("There is no text to paste.");
       break;
     case PasteRefusal::Reason::TooManyRows:
-      reason = Tr("The block has more rows than the %1 from here down.").arg(refusal.row);
+      reason = Tr("The block reaches beyond the last row: there is room for %1 from here.")
+                   .arg(refusal.row);
       break;
     case PasteRefusal::Reason::TooManyColumns:
-      reason =
-          Tr("Station %1: The block has more columns than there are from here on.").arg(station);
+      reason = Tr("Station %1: The block reaches beyond the last column.").arg(station);
       break;
     case PasteRefusal::Reason::StationNumber:
       reason = cell(Tr("The number of a station cannot be changed."));

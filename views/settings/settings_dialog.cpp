@@ -175,7 +175,7 @@ QGroupBox* SettingsDialog::MakeRest() {
   auto* const group = new QGroupBox(tr("Others"), this);
   demo_->setObjectName(QStringLiteral("ckDemoMode"));
   demo_->setChecked(services_.model.DemoMode == 1);
-  demo_->setToolTip(tr("Takes effect at once. Never with a switcher."));
+  demo_->setToolTip(tr("Takes effect at once. Do not use it with a switcher."));
   auto* const form = new QFormLayout(group);
   form->addRow(demo_);
   const auto add = [&](const char* name, const QString& caption, const QString& text) {
@@ -188,7 +188,7 @@ QGroupBox* SettingsDialog::MakeRest() {
     return field;
   };
   shown_ = {add("txtDownloadInterval", tr("Download Interval:"),
-                QString::number(services_.model.DownloadInterval)),
+                tr("%1 ms").arg(services_.model.DownloadInterval)),
             add("txtAppPath", tr("App Path:"), QString::fromStdString(services_.model.AppPath))};
   return group;
 }

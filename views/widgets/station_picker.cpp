@@ -116,7 +116,7 @@ void StationPicker::LayOut(const Names& names) {
   find_->installEventFilter(this);
   count_->setObjectName(QStringLiteral("aidPickedCount"));
   tickAll_->setToolTip(tr("Tick every station that is shown"));
-  tickNone_->setToolTip(tr("Take the tick of every station that is shown away"));
+  tickNone_->setToolTip(tr("Untick every station that is shown"));
   LayOutTickList(*this, *list_,
                  {.find = *find_, .count = *count_, .tickAll = *tickAll_, .tickNone = *tickNone_});
 }

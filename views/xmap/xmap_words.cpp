@@ -96,7 +96,7 @@ QString TakeBackRefusal(const XmapGrid& grid, const TakeBack& back) {
     case TakeBack::Kind::Changed:
       return XmapWords::tr("Take not undone: %1 has changed since").arg(output);
     case TakeBack::Kind::ByPriority:
-      return XmapWords::tr("Take not undone: %1 is of priority").arg(output);
+      return XmapWords::tr("Take not undone: %1 has or had a call or priority listen").arg(output);
     case TakeBack::Kind::Inhibited:
       return XmapWords::tr("Take not undone: what %1 heard is inhibited").arg(output);
     case TakeBack::Kind::NoTake:

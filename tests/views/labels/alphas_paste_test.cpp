@@ -102,8 +102,9 @@ TEST(AlphasPaste, IsRefusedAsAWholeWithTheCellNamed) {
       {0, kInput, "a\tMaybe", "Station 1, Hidden: Only No, Yes, 0 and 1 can stand here."},
       {0, kStation, "1\tMIC\n3\tMIC",
        "Station 2, Station: The number of a station cannot be changed."},
-      {126, kLabel, "a\nb\nc", "The block has more rows than the 2 from here down."},
-      {5, kNotes, "a\tb", "Station 6: The block has more columns than there are from here on."},
+      {126, kLabel, "a\nb\nc",
+       "The block reaches beyond the last row: there is room for 2 from here."},
+      {5, kNotes, "a\tb", "Station 6: The block reaches beyond the last column."},
       {5, kNotes, "", "There is no text to paste."},
   };
   LabelsConsole console;

@@ -82,7 +82,7 @@ TEST_F(SettingsDialogTest, ShowsWhatIsInForce) {
   EXPECT_EQ(Part<QCheckBox>("ckSoftpanel").isChecked(), model_.SoftpanelSupport);
   EXPECT_FALSE(Part<QCheckBox>("ckDemoMode").isChecked());
   EXPECT_EQ(Part<QLineEdit>("txtDevice_4").text(), QStringLiteral("/dev/ttyS3"));
-  EXPECT_EQ(Part<QLineEdit>("txtDownloadInterval").text(), QStringLiteral("50"));
+  EXPECT_EQ(Part<QLineEdit>("txtDownloadInterval").text(), QStringLiteral("50 ms"));
   EXPECT_EQ(Part<QLineEdit>("txtAppPath").text(), QStringLiteral("/srv/intercom\\"));
   for (const char* const name : {"txtDownloadInterval", "txtAppPath", "txtDevice_1"}) {
     EXPECT_TRUE(Part<QLineEdit>(name).isReadOnly()) << name;

@@ -261,7 +261,7 @@ TEST_F(XmapTakeUndoTest, SaysWhyItDoesNot) {
   View().UpdateXmapInhibits();
   expect(QStringLiteral("Take not undone: what Out 06 heard is inhibited"));
   Report(6, {3}, 1);
-  expect(QStringLiteral("Take not undone: Out 06 is of priority"));
+  expect(QStringLiteral("Take not undone: Out 06 has or had a call or priority listen"));
   Report(6, {3, 4});
   expect(QStringLiteral("Take not undone: Out 06 has changed since"));
   EXPECT_EQ(console_.port.TakeWritten(), "");
