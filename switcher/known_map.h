@@ -15,8 +15,8 @@ namespace switcher {
 // up.  XmapComplete alone does not say so: it stays set when the switcher falls silent while the
 // port is open, and what was taken during the silence is not in the map.
 //
-// After such a silence nothing asks for the map but the operator's Refresh Map: the poll goes on as
-// long as the map is complete.
+// After such a silence the poll does not ask for the map, which is complete: the operator's Refresh
+// Map does, and the open gateway where controllers may take.
 class KnownMap : public SwitcherEvents {
  public:
   // `model` must outlive the object.

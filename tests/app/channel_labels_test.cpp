@@ -22,12 +22,13 @@ class ChannelLabelsTest : public testing::Test {
                          .changes = changes_}};
 };
 
-TEST_F(ChannelLabelsTest, AreThoseOfTheRecordsInTheirOrder) {
-  database_.AddStation(7, {{"Label", "second"}, {"InLabel", "in 2"}});
-  database_.AddStation(3, {{"Label", "first "}, {"InLabel", "in 1"}});
-  EXPECT_EQ(labels_.Output(1), QStringLiteral("first"));
-  EXPECT_EQ(labels_.Output(2), QStringLiteral("second"));
-  EXPECT_EQ(labels_.Input(2), QStringLiteral("in 2"));
+TEST_F(ChannelLabelsTest, AreThoseOfTheStationsWithTheirNumbers) {
+  database_.AddStation(7, {{"Label", "seventh"}, {"InLabel", "in 7"}});
+  database_.AddStation(3, {{"Label", "third "}, {"InLabel", "in 3"}});
+  EXPECT_EQ(labels_.Output(3), QStringLiteral("third"));
+  EXPECT_EQ(labels_.Output(7), QStringLiteral("seventh"));
+  EXPECT_EQ(labels_.Input(7), QStringLiteral("in 7"));
+  EXPECT_EQ(labels_.Output(1), QStringLiteral("Out 1"));
 }
 
 TEST_F(ChannelLabelsTest, WithoutALabelThereIsTheNumber) {

@@ -135,22 +135,21 @@ TEST_F(PanelReportsTest, ATakeIsToldWithItsLabels) {
 }
 
 TEST_F(PanelReportsTest, ATakeOnAnInhibitedCrosspointIsNamedAsSuch) {
-  // The records' order is that of their numbers.
-  database_.AddStation(5, {{"Label", "CAM 5"}, {"InLabel", "in"}, {"Inhibits", "0"}});
-  database_.AddStation(3, {{"Label", "CAM 4"}, {"InLabel", "in 1"}, {"Inhibits", "01000000"}});
+  database_.AddStation(5, {{"Label", "CAM 5"}, {"InLabel", "in 5"}, {"Inhibits", "0"}});
+  database_.AddStation(3, {{"Label", "CAM 4"}, {"InLabel", "in 3"}, {"Inhibits", "01000000"}});
   const auto take = [this](int output, int input) {
     lines_.clear();
     reports_.PanelTook({1, "192.0.2.7"}, {.destination = output, .source = input, .action = 0x8A});
     return lines_.front();
   };
-  EXPECT_EQ(take(1, 2), "Panel 1, 192.0.2.7: take CAM 4 < in (Priority listen), inhibited here");
-  EXPECT_EQ(take(1, 1), "Panel 1, 192.0.2.7: take CAM 4 < in 1 (Priority listen)");
-  EXPECT_EQ(take(2, 2), "Panel 1, 192.0.2.7: take CAM 5 < in (Priority listen)");
+  EXPECT_EQ(take(3, 2), "Panel 1, 192.0.2.7: take CAM 4 < In 2 (Priority listen), inhibited here");
+  EXPECT_EQ(take(3, 3), "Panel 1, 192.0.2.7: take CAM 4 < in 3 (Priority listen)");
+  EXPECT_EQ(take(5, 2), "Panel 1, 192.0.2.7: take CAM 5 < In 2 (Priority listen)");
   database_.GoTo(3);
   ASSERT_TRUE(stations::StoreInhibits(*database_.Files().Stations(), "00000000",
                                       {changes_, stations::Origin::Operator})
                   .ok());
-  EXPECT_EQ(take(1, 2), "Panel 1, 192.0.2.7: take CAM 4 < in (Priority listen)");
+  EXPECT_EQ(take(3, 2), "Panel 1, 192.0.2.7: take CAM 4 < In 2 (Priority listen)");
 }
 
 TEST_F(PanelReportsTest, WithoutADatabaseATakeHasItsNumbers) {

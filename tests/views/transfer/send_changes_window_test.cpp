@@ -233,7 +233,10 @@ TEST_F(SendChangesWindowTest, TheDayIsWhole) {
 TEST_F(SendChangesWindowTest, BeginsAtOnce) {
   EditAll();
   Open();
-  EXPECT_EQ(Child<QTimer>("tmrDelayStart")->interval(), 0);
+  Click("cmdOkSendChg");
+  EXPECT_FALSE(Child<QTimer>("tmrDelayStart")->isActive());
+  EXPECT_EQ(Child<QTimer>("tmrNextMessage")->remainingTime(), 0);
+  EXPECT_THAT(polling_, ElementsAre(false));
 }
 
 TEST_F(SendChangesWindowTest, SendsWhatIsTickedAndNothingElse) {
