@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <map>
 #include <set>
+#include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -14,7 +16,24 @@
 namespace stations {
 namespace {
 
-using Kept = std::map<std::int64_t, std::string>;  // lines by their numbers
+// Lines in the order of their numbers.  One may stand twice: a disk that reports a failure may have
+// taken the line all the same, and the next one has its number.
+class Kept {
+ public:
+  void Add(const JournalLine& line) { Add(line, WriteLine(line)); }
+  void Add(const JournalLine& line, std::string text) {
+    lines_.emplace(std::tuple(line.number, line.kind, line.run), std::move(text));
+  }
+
+  std::string All() const {
+    std::string all;
+    for (const auto& [key, text] : lines_) all += text;
+    return all;
+  }
+
+ private:
+  std::multimap<std::tuple<std::int64_t, JournalLine::Kind, std::int64_t>, std::string> lines_;
+};
 
 // Of a run that broke off what its acts come to, in the places of the last ones; those that cannot
 // be read as they are.
@@ -27,11 +46,11 @@ void KeepFolded(const JournalRun& run, Kept* kept) {
       lines.push_back(line);
       acts.push_back(std::move(act));
     } else {
-      (*kept)[line->number] = WriteLine(*line);
+      kept->Add(*line);
     }
   }
   if (lines.size() < 2) {
-    for (const JournalLine* const line : lines) (*kept)[line->number] = WriteLine(*line);
+    for (const JournalLine* const line : lines) kept->Add(*line);
     return;
   }
   const std::vector<Act> folded = FoldActs(std::move(acts));
@@ -40,7 +59,7 @@ void KeepFolded(const JournalRun& run, Kept* kept) {
     const std::string content = WriteAct(act);
     JournalLine line = **place++;
     line.content = content;
-    (*kept)[line.number] = WriteLine(line);
+    kept->Add(line);
   }
 }
 
@@ -57,17 +76,15 @@ std::string Compact(const JournalContents& contents, std::uint64_t history) {
   std::uint64_t bytes = 0;
   for (auto line = contents.Lines().rbegin(); line != contents.Lines().rend(); ++line) {
     if (brokenOff.contains(line->run)) {
-      if (line->kind != JournalLine::Kind::Act) kept[line->number] = WriteLine(*line);
+      if (line->kind != JournalLine::Kind::Act) kept.Add(*line);
       continue;
     }
     if (bytes > history) continue;
     std::string text = WriteLine(*line);
     bytes += text.size();
-    if (bytes <= history) kept[line->number] = std::move(text);
+    if (bytes <= history) kept.Add(*line, std::move(text));
   }
-  std::string all;
-  for (const auto& [number, text] : kept) all += text;
-  return all;
+  return kept.All();
 }
 
 }  // namespace stations

@@ -220,6 +220,20 @@ TEST(JournalCompaction, OfARunThatBrokeOffNothingIsLost) {
 }
 
 // Edits and reports by turns, as in a day's work: two acts, and each field ends where it did.
+// A disk that reports a failure may have taken the line all the same: the next one has its number.
+TEST(JournalCompaction, LinesOfOneNumberAllStay) {
+  const auto line = [](std::int64_t number, JournalLine::Kind kind, std::int64_t run,
+                       std::string_view content) {
+    return WriteLine({.number = number, .kind = kind, .run = run, .content = content});
+  };
+  using Kind = JournalLine::Kind;
+  const std::string text = line(1, Kind::Run, 1, "{}") + line(2, Kind::Act, 1, "unreadable") +
+                           line(2, Kind::Act, 1, "unreadable, too") +
+                           line(2, Kind::Saved, 7, "{}") + line(3, Kind::Saved, 8, "{}") +
+                           line(3, Kind::Saved, 9, "{}");
+  EXPECT_EQ(Compact(JournalContents(text), 10000), text);
+}
+
 TEST(JournalCompaction, WhatWasReceivedAndEditedByTurnsIsTwoActs) {
   std::string text = Line(1, JournalLine::Kind::Run, 1);
   for (int turn = 0; turn < 1000; ++turn) {
