@@ -3,9 +3,24 @@
 #include "switcher/wire/messages/flag_groups.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
 namespace switcher {
+
+namespace {
+
+constexpr std::size_t kMembers = 8;  // of a group
+
+// Written out: of a loop the compiler makes twice the instructions.
+std::uint8_t GroupOf(std::span<const std::uint8_t, kMembers> flags) {
+  const auto bit = [&](std::size_t i) { return (flags[i] != 0 ? 1 : 0) << i; };
+  return static_cast<std::uint8_t>(bit(0) | bit(1) | bit(2) | bit(3) | bit(4) | bit(5) | bit(6) |
+                                   bit(7));
+}
+
+}  // namespace
+
 bool GetFlagGroups(WireReader& reader, std::span<std::uint8_t> flags) {
   for (std::size_t first = 0; first < flags.size(); first += 8) {
     int value = 0;
@@ -18,13 +33,17 @@ bool GetFlagGroups(WireReader& reader, std::span<std::uint8_t> flags) {
 }
 
 void PutFlagGroups(WireWriter& writer, std::span<const std::uint8_t> flags) {
-  while (!flags.empty()) {
-    const std::size_t count = std::min<std::size_t>(flags.size(), 8);
-    int group = 0;
-    for (std::size_t i = 0; i < count; ++i) group |= (flags[i] != 0 ? 1 : 0) << i;
-    writer.PutPair(group);
-    flags = flags.subspan(count);
+  Bytes groups;
+  groups.reserve(flags.size() / kMembers + 1);
+  for (; flags.size() >= kMembers; flags = flags.subspan(kMembers)) {
+    groups.push_back(GroupOf(flags.first<kMembers>()));
   }
+  if (!flags.empty()) {
+    std::array<std::uint8_t, kMembers> last{};
+    std::ranges::copy(flags, last.begin());
+    groups.push_back(GroupOf(last));
+  }
+  writer.PutPairs(groups);
 }
 
 }  // namespace switcher
