@@ -189,21 +189,23 @@ EncodeResult EncodeWestern(std::string_view text, Bytes* stored, std::size_t* ch
   return EncodeResult::Ok;
 }
 
+// So many characters of ASCII as units; a block as in TakeAsciiBlock().
+void PutAsciiBlock(const char* text, std::uint8_t* stored) {
+  char characters[kBlock];
+  for (std::size_t i = 0; i < kBlock; ++i) characters[i] = text[i];
+  for (std::size_t i = 0; i < kBlock; ++i) {
+    stored[2 * i] = static_cast<std::uint8_t>(characters[i]);
+    stored[2 * i + 1] = 0;
+  }
+}
+
 void AppendPlainAscii(std::string_view text, Bytes* stored) {
   const std::size_t before = stored->size();
   stored->resize(before + 2 * text.size());
-  std::uint8_t* out = stored->data() + before;
+  std::uint8_t* const out = stored->data() + before;
   std::size_t i = 0;
-  for (; i + 4 <= text.size(); i += 4, out += 8) {  // four at a time, spread by halves
-    std::uint64_t wide = GetU32(reinterpret_cast<const std::uint8_t*>(text.data() + i));
-    wide = (wide | wide << 16) & 0x0000FFFF0000FFFF;
-    wide = (wide | wide << 8) & 0x00FF00FF00FF00FF;
-    PutU64(out, wide);
-  }
-  for (; i < text.size(); ++i) {
-    *out++ = static_cast<std::uint8_t>(text[i]);
-    *out++ = 0;
-  }
+  for (; i + kBlock <= text.size(); i += kBlock) PutAsciiBlock(text.data() + i, out + 2 * i);
+  for (; i < text.size(); ++i) out[2 * i] = static_cast<std::uint8_t>(text[i]);  // the rest is 0
 }
 
 void AppendMark(Bytes* stored) {
