@@ -2,8 +2,6 @@
 
 #include "switcher/wire/messages/flag_groups.h"
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 
 namespace switcher {
@@ -33,15 +31,15 @@ bool GetFlagGroups(WireReader& reader, std::span<std::uint8_t> flags) {
 }
 
 void PutFlagGroups(WireWriter& writer, std::span<const std::uint8_t> flags) {
-  Bytes groups;
-  groups.reserve(flags.size() / kMembers + 1);
-  for (; flags.size() >= kMembers; flags = flags.subspan(kMembers)) {
-    groups.push_back(GroupOf(flags.first<kMembers>()));
+  const std::size_t full = flags.size() / kMembers;
+  Bytes groups((flags.size() + kMembers - 1) / kMembers);
+  auto group = groups.begin();
+  for (auto members = flags.first(full * kMembers); !members.empty();
+       members = members.subspan(kMembers)) {
+    *group++ = GroupOf(members.first<kMembers>());
   }
-  if (!flags.empty()) {
-    std::array<std::uint8_t, kMembers> last{};
-    std::ranges::copy(flags, last.begin());
-    groups.push_back(GroupOf(last));
+  for (std::size_t i = full * kMembers; i < flags.size(); ++i) {
+    if (flags[i] != 0) *group |= static_cast<std::uint8_t>(1U << (i % kMembers));
   }
   writer.PutPairs(groups);
 }
