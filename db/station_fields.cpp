@@ -16,11 +16,13 @@ int ButtonOfField(std::string_view field) {
   int button = 0;
   const char* const end = field.data() + field.size();
   const auto number = std::from_chars(field.data() + 1, end, button);
-  if (number.ec != std::errc() || button < 1) return 0;
-  for (const char* const suffix : {kButtonType, kButtonFirst, kButtonTargets}) {
-    if (field == ButtonField(button, suffix)) return button;
-  }
-  return 0;
+  if (number.ec != std::errc() || button < 1 || field[1] == '0') return 0;
+  std::string_view suffix(number.ptr, end);
+  if (!suffix.starts_with(' ')) return 0;
+  suffix.remove_prefix(1);
+  const bool isButtons =
+      suffix == kButtonType || suffix == kButtonFirst || suffix == kButtonTargets;
+  return isButtons ? button : 0;
 }
 
 }  // namespace db

@@ -49,8 +49,10 @@ std::vector<std::uint8_t> FlagMembers(std::string_view text) {
 }
 
 std::string PlainFlags(std::string_view text) {
-  std::string flags;
-  for (const std::uint8_t member : FlagMembers(text)) flags += static_cast<char>('0' + member);
+  const std::vector<std::uint8_t> members = FlagMembers(text);
+  std::string flags(members.size(), '0');
+  std::ranges::transform(members, flags.begin(),
+                         [](std::uint8_t member) { return static_cast<char>('0' + member); });
   return flags;
 }
 

@@ -12,9 +12,10 @@ namespace stations {
 
 bool Record::Read(std::string_view field, jet::Value* value) {
   const jet::Status read = records_.Get(field, value);
-  if (!read.ok()) value->SetNull();
+  if (read.ok()) return true;
+  value->SetNull();
   if (outcome_.ok()) outcome_ = read;
-  return read.ok();
+  return false;
 }
 
 jet::Value Record::Get(std::string_view field) {

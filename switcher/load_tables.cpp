@@ -60,6 +60,7 @@ MakeRow MakeButtons(const SystemModel& model) {
   }
   return [fields = std::move(fields)](Record& record, int station) {
     ButtonData data{.station = station, .buttons = {}};
+    data.buttons.reserve(fields.size());
     for (const ButtonFields& button : fields) {
       ButtonData::Button& read = data.buttons.emplace_back();
       read.type = record.Number(button.type);

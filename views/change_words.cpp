@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 #include <algorithm>
+#include <array>
+#include <limits>
 #include <map>
 #include <optional>
 #include <set>
@@ -102,8 +104,13 @@ QString SubjectWords(const Subject& subject) {
 }
 
 void AppendNumber(std::size_t number, std::u16string* text) {
-  if (number >= 10) AppendNumber(number / 10, text);
-  text->push_back(static_cast<char16_t>(u'0' + number % 10));
+  std::array<char16_t, std::numeric_limits<std::size_t>::digits10 + 1> digits;
+  auto first = digits.end();
+  do {
+    *--first = static_cast<char16_t>(u'0' + number % 10);
+    number /= 10;
+  } while (number != 0);
+  text->append(first, digits.end());
 }
 
 // The members of a flag string: "3, 7–12".  A list of thousands of rows has two of them in each.
@@ -384,12 +391,11 @@ QString OriginWords(stations::Origin origin) {
 
 QString ActTitle(std::span<const Change> changes) {
   using stations::Origin;
-  const QString title = Title(changes);
   switch (changes.front().origin) {
     case Origin::Undo:
-      return ChangeText::tr("Undo: %1").arg(title);
+      return ChangeText::tr("Undo: %1").arg(Title(changes));
     case Origin::Redo:
-      return ChangeText::tr("Redo: %1").arg(title);
+      return ChangeText::tr("Redo: %1").arg(Title(changes));
     case Origin::Restore:
       return ChangeText::tr("Restored: %1").arg(ChosenTitle(changes));
     case Origin::Comparison:
@@ -403,7 +409,7 @@ QString ActTitle(std::span<const Change> changes) {
     case Origin::Switcher:
       break;
   }
-  return title;
+  return Title(changes);
 }
 
 }  // namespace views

@@ -27,8 +27,9 @@ using stations::Share;
 // So many of the fields that were edited since are named.
 constexpr std::size_t kMostNamed = 5;
 
-// So much of the journal is read before the operator has his turn again: a few milliseconds.
-constexpr std::size_t kBytesAtOnce = 64 << 10;
+// So much of the journal is read before the operator has his turn again: half a millisecond.
+// What he does takes several turns, and so does the start.
+constexpr std::size_t kBytesAtOnce = 16 << 10;
 
 QString DayAndTime(const std::string& time) {
   const QDateTime at = QDateTime::fromString(QString::fromStdString(time), Qt::ISODate);

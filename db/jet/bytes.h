@@ -67,8 +67,9 @@ inline void AppendU16(Bytes* bytes, std::uint32_t value) {
 }
 
 inline void AppendU32(Bytes* bytes, std::uint32_t value) {
-  AppendU16(bytes, value);
-  AppendU16(bytes, value >> 16);
+  std::uint8_t four[4];
+  PutU32(four, value);
+  bytes->insert(bytes->end(), four, four + 4);
 }
 
 inline void Append(Bytes* bytes, ByteView more) {

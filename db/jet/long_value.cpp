@@ -16,9 +16,10 @@ constexpr std::uint32_t kLengthMask = 0x3FFFFFFF;
 constexpr std::uint32_t kNextBytes = 4;  // row pointer at the head of each part of a chain
 
 void AppendHead(std::uint32_t length, std::uint8_t kind, RowPointer row, Bytes* field) {
-  AppendU32(field, length | (std::uint32_t{kind} << 30));
-  AppendU32(field, row.Packed());
-  AppendU32(field, 0);
+  std::uint8_t head[kLongValueHead] = {};
+  PutU32(head, length | (std::uint32_t{kind} << 30));
+  PutU32(head + 4, row.Packed());
+  Append(field, head);
 }
 
 Status Damaged(RowPointer row, const std::string& text) {

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace jet {
 namespace {
@@ -80,9 +81,9 @@ bool Value::Bool() const {
   }
 }
 
-const std::string& Value::Text() const {
-  return kind_ == Kind::Text || kind_ == Kind::Decimal ? bytes_ : kNoText;
-}
+const std::string& Value::Text() const& { return HoldsText() ? bytes_ : kNoText; }
+
+std::string Value::Text() && { return HoldsText() ? std::move(bytes_) : kNoText; }
 
 std::span<const std::uint8_t> Value::Bytes() const {
   if (kind_ != Kind::Binary && kind_ != Kind::Guid) return {};

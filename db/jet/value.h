@@ -62,8 +62,9 @@ class Value {
   // Ten-thousandths of a Currency value; 0 for other kinds.
   std::int64_t Currency() const { return kind_ == Kind::Currency ? number_ : 0; }
   // The text of a Text or Decimal value; "" for null and other kinds.  The reference stays
-  // valid until the value is changed.
-  const std::string& Text() const;
+  // valid until the value is changed; of a value that is given away its text is, too.
+  const std::string& Text() const&;
+  std::string Text() &&;
   // The bytes of a Binary or Guid value; empty for other kinds.  Valid as Text() is.
   std::span<const std::uint8_t> Bytes() const;
 
@@ -89,6 +90,8 @@ class Value {
   friend bool operator==(const Value& a, const Value& b);
 
  private:
+  bool HoldsText() const { return kind_ == Kind::Text || kind_ == Kind::Decimal; }
+
   Kind kind_ = Kind::Null;
   union {
     std::int64_t number_ = 0;

@@ -3,6 +3,7 @@
 #include "stations/journal/contents.h"
 
 #include <algorithm>
+#include <functional>
 #include <tuple>
 #include <utility>
 
@@ -22,9 +23,13 @@ JournalContents::JournalContents(std::string text) : text_(std::move(text)) {
   const auto key = [](const JournalLine& line) {
     return std::tuple(line.number, line.kind, line.run, line.content);
   };
-  std::ranges::sort(lines_, {}, key);
+  const auto isBefore = [&](const JournalLine& a, const JournalLine& b) { return key(a) < key(b); };
   const auto isSame = [&](const JournalLine& a, const JournalLine& b) { return key(a) == key(b); };
-  lines_.erase(std::unique(lines_.begin(), lines_.end(), isSame), lines_.end());
+  // As a rule each is before the next one, as it was written.
+  if (std::ranges::adjacent_find(lines_, std::not_fn(isBefore)) != lines_.end()) {
+    std::ranges::sort(lines_, isBefore);
+    lines_.erase(std::unique(lines_.begin(), lines_.end(), isSame), lines_.end());
+  }
 
   for (const JournalLine& line : lines_) {
     nextNumber_ = std::max(nextNumber_, std::max(line.number, line.run) + 1);

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstdio>
 #include <utility>
 
 namespace stations {
@@ -29,9 +28,10 @@ std::string ChecksumOf(std::string_view number, std::string_view rest) {
   for (const std::string_view part : {number, rest}) {
     sum = crc32(sum, reinterpret_cast<const Bytef*>(part.data()), static_cast<uInt>(part.size()));
   }
-  std::array<char, 9> text{};
-  std::snprintf(text.data(), text.size(), "%08lx", sum);
-  return text.data();
+  // By hand: a start reads thousands of lines, and printf() would take as long as all the rest.
+  std::string text(8, '0');
+  for (auto digit = text.rbegin(); sum != 0; sum >>= 4) *digit++ = "0123456789abcdef"[sum & 0xF];
+  return text;
 }
 
 // Cuts the text up to the next blank off the front of `rest`.

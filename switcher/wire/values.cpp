@@ -2,6 +2,7 @@
 
 #include "switcher/wire/values.h"
 
+#include <cstddef>
 #include <utility>
 
 namespace switcher {
@@ -43,6 +44,19 @@ void WireWriter::PutPair(int value) {
   message_.push_back(static_cast<std::uint8_t>(value & 0x7F));
   message_.push_back(static_cast<std::uint8_t>((value >> 7) & 1));
   checksum_ = (checksum_ + value) & 0x7F;
+}
+
+void WireWriter::PutPairs(std::span<const std::uint8_t> values) {
+  const std::size_t before = message_.size();
+  message_.resize(before + 2 * values.size());
+  auto next = message_.begin() + static_cast<std::ptrdiff_t>(before);
+  int sum = checksum_;
+  for (const std::uint8_t value : values) {
+    *next++ = value & 0x7F;
+    *next++ = value >> 7;
+    sum += value;
+  }
+  checksum_ = sum & 0x7F;
 }
 
 Bytes WireWriter::Finish() {

@@ -65,6 +65,9 @@ class WireWriter {
   // goes as its low eight bits in two's complement.
   void PutPair(int value);
 
+  // Appends values of eight bits, each as a pair.
+  void PutPairs(std::span<const std::uint8_t> values);
+
   // The message with its checksum and end byte.  The writer is spent afterwards.
   Bytes Finish();
 

@@ -160,6 +160,18 @@ TEST_F(EditTest, CountsCharactersNotBytes) {
   EXPECT_EQ(Text(*records_, "Free"), "😀😀😀😀");
 }
 
+TEST_F(EditTest, ReadsACharacterThatIsNotAsciiWhereverItStands) {
+  Add(1, "one");
+  for (std::size_t at = 0; at <= 40; ++at) {
+    // Its lower byte alone would be a "1"; its neighbours are of ASCII.
+    const std::string text = std::string(at, '0') + "\u0131" + std::string(40 - at, '1');
+    ASSERT_THAT(records_->Edit(), IsOk());
+    ASSERT_THAT(records_->Set("Note", text), IsOk());
+    ASSERT_THAT(records_->Update(), IsOk());
+    EXPECT_EQ(Text(*records_, "Note"), text) << at;
+  }
+}
+
 TEST_F(EditTest, RefusesADuplicateKey) {
   Add(1, "one");
   Add(2, "two");

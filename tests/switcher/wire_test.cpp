@@ -22,6 +22,16 @@ TEST(WireWriter, PairIsLowSevenBitsThenBitSeven) {
   EXPECT_EQ(Hex(writer.Finish()), "F5 00 00 7F 00 00 01 7F 01 7E FF");
 }
 
+TEST(WireWriter, PairsFollowWhatIsThereAndAddToItsChecksum) {
+  WireWriter writer(0xF5);
+  writer.PutPair(5);
+  writer.PutPairs(FromHex("7F 80 FF"));
+  writer.PutPairs({});
+  writer.PutPair(1);
+  // 5 + 127 + 128 + 255 + 1 = 516, and 516 mod 128 = 4.
+  EXPECT_EQ(Hex(writer.Finish()), "F5 05 00 7F 00 00 01 7F 01 01 00 04 FF");
+}
+
 TEST(WireWriter, CodeIsNotInTheChecksum) {
   WireWriter writer(0xFE);
   EXPECT_EQ(Hex(writer.Finish()), "FE 00 FF");

@@ -4,8 +4,6 @@
 
 #include <QLocale>
 
-#include <utility>
-
 #include "views/differences/difference_model.h"
 
 namespace views {
@@ -14,7 +12,6 @@ ShownDifferences::ShownDifferences(DifferenceModel& all)
     : all_(all), order_(QLocale(QLocale::English)) {
   order_.setNumericMode(true);
   order_.setCaseSensitivity(Qt::CaseInsensitive);
-  connect(&all, &DifferenceModel::modelAboutToBeReset, this, [this] { keyColumn_ = -1; });
   setSourceModel(&all);
 }
 
@@ -42,17 +39,10 @@ bool ShownDifferences::lessThan(const QModelIndex& left, const QModelIndex& righ
     case DifferenceModel::kWhere:
       return all_.Row(left.row()).station < all_.Row(right.row()).station;
     default:
-      return KeyOf(left).compare(KeyOf(right)) < 0;
+      // Without keys: long texts differ at their beginning, a key is made of all of one.
+      return order_.compare(all_.Text(left.row(), left.column()),
+                            all_.Text(right.row(), right.column())) < 0;
   }
-}
-
-const QCollatorSortKey& ShownDifferences::KeyOf(const QModelIndex& index) const {
-  if (std::exchange(keyColumn_, index.column()) != index.column()) {
-    keys_.assign(static_cast<std::size_t>(all_.rowCount()), std::nullopt);
-  }
-  std::optional<QCollatorSortKey>& key = keys_[static_cast<std::size_t>(index.row())];
-  if (!key) key = order_.sortKey(all_.Text(index.row(), index.column()));
-  return *key;
 }
 
 }  // namespace views

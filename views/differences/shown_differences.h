@@ -6,7 +6,6 @@
 #include <QCollator>
 #include <QSortFilterProxyModel>
 
-#include <optional>
 #include <vector>
 
 #include "views/differences/row_filter.h"
@@ -36,14 +35,9 @@ class ShownDifferences : public QSortFilterProxyModel {
   bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
 
  private:
-  const QCollatorSortKey& KeyOf(const QModelIndex& index) const;
-
   DifferenceModel& all_;
   RowFilter filter_;
   QCollator order_;
-  // What a text is sorted by is made once, for the column that was sorted by last.
-  mutable int keyColumn_ = -1;
-  mutable std::vector<std::optional<QCollatorSortKey>> keys_;
 };
 
 }  // namespace views
