@@ -358,6 +358,7 @@ void Console::ConnectStatusBar() {
 
 void Console::ConnectSentFile() {
   connect(&unsent_, &views::UnsentTables::Changed, &sentFile_, &SentFile::Update);
+  connect(&unsent_, &views::UnsentTables::HeldChanged, &sentFile_, &SentFile::Update);
   connect(&sentFile_, &SentFile::Failed, this, [this](const QString& why) {
     window_.Hints().Give(Hint::SentFails,
                          tr("What the switcher holds cannot be kept: %1").arg(why));

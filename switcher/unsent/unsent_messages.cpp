@@ -127,14 +127,21 @@ void UnsentMessages::TableMessageSent(std::span<const std::uint8_t> message) {
   }
 }
 
-// What the switcher holds is either of the two until it has confirmed the new one.
 void UnsentMessages::Sent(const TablePart& part, Digest digest) {
   confirmation_.Sent(part, digest);
+  Doubt(part, digest);
+}
+
+// What the switcher holds is either of the two until it has confirmed the new one.
+void UnsentMessages::Doubt(const TablePart& part, Digest digest) {
   const auto entry = held_.find(part);
   if (entry == held_.end() || entry->second.digest == digest) return;
   entry->second.state = State::Open;
   entry->second.digest = digest;
+  const bool wasUnsent = unsent_.contains(part);
   Compare(part);
+  if (!wasUnsent) return TellChange();
+  if (listener_ != nullptr) listener_->OnlyHeldChanged();
 }
 
 void UnsentMessages::Polled() { GiveUp(confirmation_.Polled()); }

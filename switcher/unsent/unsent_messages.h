@@ -34,8 +34,12 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
    public:
     virtual ~Listener() = default;
 
-    // Unsent() or IsWaiting() may have changed.
+    // Unsent(), IsWaiting() or Held() may have changed.
     virtual void UnsentChanged() = 0;
+
+    // Held() has changed, and nothing else: told of each message that goes out and is not what the
+    // switcher holds, of a long table hundreds of times.
+    virtual void OnlyHeldChanged() = 0;
 
     // Somebody who works here stored an edit of this part, with its station also where a table has
     // one message for all.  It counts already.
@@ -98,6 +102,7 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
  private:
   bool IsConnected() const { return services_.model.LinkStatus[0] == 1; }
   void Sent(const TablePart& part, Digest digest);
+  void Doubt(const TablePart& part, Digest digest);
   void MakeAnew(const TablePart& part);
   void MakeAllAnew();
   void Compare(const TablePart& part);

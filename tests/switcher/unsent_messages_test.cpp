@@ -25,7 +25,9 @@ namespace {
 
 using stations::Origin;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 constexpr TablePart kOptoTable{.table = Table::Optos};
 constexpr TablePart kStationLabels{.table = Table::OutputLabels};
@@ -109,6 +111,7 @@ class UnsentMessagesTest : public testing::Test, protected UnsentMessages::Liste
   }
 
   void UnsentChanged() override { ++changed_; }
+  void OnlyHeldChanged() override { kept_ = WriteHeld(unsent_.Held()); }
   void PartEdited(const TablePart& part) override { edited_.push_back(part); }
   void PartsNotConfirmed(const std::vector<TablePart>& parts) override {
     notConfirmed_ = parts;
@@ -145,6 +148,7 @@ class UnsentMessagesTest : public testing::Test, protected UnsentMessages::Liste
               .decoder = decoder_,
               .display = display_,
               .account = &unsent_}};
+  std::string kept_;  // when it was last told that nothing but that has changed
   int changed_ = 0;
   int changedBeforeGivenUp_ = 0;
   std::vector<TablePart> edited_;
@@ -463,6 +467,35 @@ TEST_F(UnsentMessagesTest, IsKeptFromRunToRunWithItsDay) {
   Edit(1, "Inhibits", Inhibited(3));
   Edit(2, "B3 Type", jet::Value());
   EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+// The next run is to know what was sent by then; but nothing else is unsent than was before.
+TEST_F(UnsentMessagesTest, ARunThatEndsInTheMiddleOfATableHasKeptWhatWasSentOfIt) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  Edit(2, "Inhibits", Inhibited(3));
+  const int changed = changed_;
+  Transmission table = senders_.Make({Table::Inhibits});
+  ASSERT_TRUE(table.Step());
+  EXPECT_EQ(port_.TakeWritten(), "F5 00 00 04 00 04 FF");
+  EXPECT_THAT(kept_, StartsWith("inhibits 1 open "));
+  EXPECT_THAT(kept_, HasSubstr("\ninhibits 2 found "));
+  EXPECT_EQ(changed_, changed);
+  Edit(1, "Inhibits", test::kNoFlags);
+  Edit(2, "Inhibits", test::kNoFlags);
+  unsent_.Begin(ReadHeld(kept_));
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+}
+
+TEST_F(UnsentMessagesTest, WhatTheSwitcherHoldsIsSentOnceMoreWithoutAWord) {
+  ConnectSwitcher();
+  Send({Table::Inhibits, 1});
+  Poll("EB");
+  const int changed = changed_;
+  Send({Table::Inhibits, 1});
+  EXPECT_EQ(port_.TakeWritten(), "F5 00 00 00 00 00 FF ED F5 00 00 00 00 00 FF");
+  EXPECT_EQ(kept_, "");
+  EXPECT_EQ(changed_, changed);
 }
 
 TEST_F(UnsentMessagesTest, AMessageWithoutARecordCannotBeSent) {
