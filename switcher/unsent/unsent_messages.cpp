@@ -120,6 +120,7 @@ void UnsentMessages::TableMessageSent(std::span<const std::uint8_t> message) {
   if (message[0] == kLabelOrderCode) {
     begunLabels_ = part;
     orderDigest_ = DigestOf(message);
+    SentInPart(*part, orderDigest_);
   } else if (message[0] != kAlphaLabelsCode) {
     Sent(*part, DigestOf(message));
   } else if (labels == part) {
@@ -130,6 +131,20 @@ void UnsentMessages::TableMessageSent(std::span<const std::uint8_t> message) {
 void UnsentMessages::Sent(const TablePart& part, Digest digest) {
   confirmation_.Sent(part, digest);
   Doubt(part, digest);
+}
+
+void UnsentMessages::TableMessageCut(std::span<const std::uint8_t> message) {
+  begunLabels_.reset();
+  const std::optional<TablePart> part = PartOf(message);
+  if (part && hasBegun_ && IsConnected()) SentInPart(*part, DigestOf(message));
+}
+
+// More may never come.  What is not unsent only repeats what the switcher holds.
+void UnsentMessages::SentInPart(const TablePart& part, Digest digest) {
+  if (!unsent_.contains(part)) return;
+  confirmation_.Forget(part);
+  Doubt(part, digest);
+  TellChange();
 }
 
 // What the switcher holds is either of the two until it has confirmed the new one.

@@ -93,6 +93,7 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   void Changed(std::span<const stations::Change> changes) override;
 
   void TableMessageSent(std::span<const std::uint8_t> message) override;
+  void TableMessageCut(std::span<const std::uint8_t> message) override;
   void Polled() override;
   void Answered(int polls) override;
   void LineLost() override;
@@ -102,6 +103,7 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
  private:
   bool IsConnected() const { return services_.model.LinkStatus[0] == 1; }
   void Sent(const TablePart& part, Digest digest);
+  void SentInPart(const TablePart& part, Digest digest);
   void Doubt(const TablePart& part, Digest digest);
   void MakeAnew(const TablePart& part);
   void MakeAllAnew();

@@ -367,6 +367,57 @@ TEST_F(UnsentMessagesTest, UnpluggedInTheMiddleOfAMessageItStaysUnsent) {
   EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
 }
 
+// Only its end is missing: whether the switcher took it nobody knows.
+TEST_F(UnsentMessagesTest, WhatWasCutShortStaysUnsentWhateverIsEdited) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  port_.writesUntilFailure = 6;
+  Send({Table::Inhibits, 1});
+  port_.writesUntilFailure = -1;
+  EXPECT_EQ(port_.TakeWritten(), "F5 00 00 04 00 04");
+  EXPECT_FALSE(unsent_.IsWaiting());
+  Edit(1, "Inhibits", test::kNoFlags);
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+  Send({Table::Inhibits, 1});
+  Poll("EB");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+TEST_F(UnsentMessagesTest, AnEarlierMessageIsNotConfirmedBehindOneThatWasCutShort) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  Send({Table::Inhibits, 1});
+  Edit(1, "Inhibits", Inhibited(4));
+  port_.writesUntilFailure = 6;
+  Send({Table::Inhibits, 1});
+  port_.writesUntilFailure = -1;
+  Poll("EB");
+  Edit(1, "Inhibits", Inhibited(3));
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+}
+
+TEST_F(UnsentMessagesTest, OfWhichNotAByteWentOutIsAsItWas) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  port_.writesUntilFailure = 0;
+  Send({Table::Inhibits, 1});
+  port_.writesUntilFailure = -1;
+  EXPECT_EQ(port_.TakeWritten(), "");
+  Edit(1, "Inhibits", test::kNoFlags);
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+// It repeats what is there.
+TEST_F(UnsentMessagesTest, WhatTheSwitcherHoldsAndIsCutShortIsHeldAsBefore) {
+  ConnectSwitcher();
+  for (const TablePart& part : {TablePart{Table::Inhibits, 1}, kStationLabels}) {
+    port_.writesUntilFailure = 6;
+    Send(part);
+    port_.writesUntilFailure = -1;
+  }
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
 TEST_F(UnsentMessagesTest, AfterAGapInTheAnswersNothingIsConfirmed) {
   ConnectSwitcher();
   Edit(1, "Inhibits", Inhibited(3));
@@ -412,6 +463,24 @@ TEST_F(UnsentMessagesTest, LabelsAreSentWhenBothMessagesAre) {
   Send(kStationLabels);
   port_.writesUntilFailure = -1;
   Poll("EB");
+  EXPECT_THAT(Unsent(), ElementsAre(kStationLabels));
+  Send(kStationLabels);
+  Poll("EB");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+// With another order the texts that the switcher has are those of other stations.
+TEST_F(UnsentMessagesTest, LabelsOfWhichTheOrderWentOutAloneStayUnsentWhateverIsEdited) {
+  ConnectSwitcher();
+  Edit(1, "Label", "TALK");
+  Transmission labels = senders_.Make(kStationLabels);
+  ASSERT_TRUE(labels.Step());
+  EXPECT_EQ(port_.TakeWritten(), "F7 14 00 01 00 00 00 15 FF");
+  EXPECT_THAT(kept_, StartsWith("station-labels - open "));
+  port_.writesUntilFailure = 0;
+  EXPECT_FALSE(labels.Step());
+  port_.writesUntilFailure = -1;
+  Edit(1, "Label", "Sta. 1");
   EXPECT_THAT(Unsent(), ElementsAre(kStationLabels));
   Send(kStationLabels);
   Poll("EB");
