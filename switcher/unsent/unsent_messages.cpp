@@ -163,6 +163,7 @@ void UnsentMessages::Polled() { GiveUp(confirmation_.Polled()); }
 
 void UnsentMessages::LineLost() {
   begunLabels_.reset();
+  inputLabelsReported_ = false;  // the next one may be another switcher
   GiveUp(confirmation_.Lost());
 }
 
@@ -203,6 +204,10 @@ void UnsentMessages::TableAccepted(const TablePart& part) {
   if (part.table == Table::OutputLabels && inputLabelsReported_) {
     TableAccepted({.table = Table::InputLabels});
   }
+}
+
+void UnsentMessages::TableRefused(const TablePart& part) {
+  if (part.table == Table::InputLabels) inputLabelsReported_ = false;
 }
 
 void UnsentMessages::TellChange() {

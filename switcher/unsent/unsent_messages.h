@@ -99,6 +99,7 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   void LineLost() override;
 
   void TableAccepted(const TablePart& part) override;
+  void TableRefused(const TablePart& part) override;
 
  private:
   bool IsConnected() const { return services_.model.LinkStatus[0] == 1; }
@@ -121,7 +122,7 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   HeldMessages held_;
   std::map<TablePart, Day> unsent_;
   Confirmation confirmation_;
-  bool inputLabelsReported_ = false;      // by the switcher, and not edited since
+  bool inputLabelsReported_ = false;      // by this switcher, and not edited or refused since
   std::optional<TablePart> begunLabels_;  // whose order was sent, and no message since
   Digest orderDigest_ = 0;
 };

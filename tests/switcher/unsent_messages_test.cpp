@@ -503,6 +503,34 @@ TEST_F(UnsentMessagesTest, ARefusedTableIsNot) {
   EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
 }
 
+// "Inpt 1  ", "Inpt 2  "
+constexpr char kInputsReported[] = "F9 0A 49 6E 70 74 20 31 20 20 49 6E 70 74 20 32 20 20 63 FF";
+constexpr char kInputsSpoiled[] = "F9 0A 49 6E 70 74 20 31 20 20 49 6E 70 74 20 32 20 20 64 FF";
+// "{ta. 1  ", "Sta. 2  ": who is hidden is marked in the input labels, too.
+constexpr char kHiddenReported[] = "F9 14 7B 74 61 2E 20 31 20 20 53 74 61 2E 20 32 20 20 0B FF";
+
+TEST_F(UnsentMessagesTest, WhoIsHiddenIsHeldInTheInputLabelsThatTheSwitcherSent) {
+  port_.Deliver(kInputsReported);
+  port_.Deliver(kHiddenReported);
+  EXPECT_EQ(database_.Field(1, "Hidden"), "1");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+TEST_F(UnsentMessagesTest, InputLabelsOfTheSwitcherBeforeAreNot) {
+  port_.Deliver(kInputsReported);
+  port_.Vanish();
+  Poll();  // opens the port again
+  port_.Deliver(kHiddenReported);
+  EXPECT_THAT(Unsent(), ElementsAre(kInputLabels));
+}
+
+TEST_F(UnsentMessagesTest, InputLabelsThatWereSentAgainAndRefusedAreNot) {
+  port_.Deliver(kInputsReported);
+  port_.Deliver(kInputsSpoiled);
+  port_.Deliver(kHiddenReported);
+  EXPECT_THAT(Unsent(), ElementsAre(kInputLabels));
+}
+
 // The message is of three labels, and there is no station 3.
 TEST_F(UnsentMessagesTest, LabelsThatWereStoredInPartAreNot) {
   model_.LabelCount = 3;
