@@ -26,7 +26,12 @@ UnsentMessages::UnsentMessages(Services services)
 void UnsentMessages::Begin(HeldMessages known) {
   hasBegun_ = true;
   held_ = std::move(known);
-  MakeAllAnew();
+  LoadPresent();
+  for (const auto& [part, print] : present_) {
+    held_.try_emplace(part,
+                      HeldMessage{.state = State::Found, .digest = print.digest, .since = {}});
+  }
+  CompareAll();
   TellChange();
 }
 
@@ -54,7 +59,10 @@ void UnsentMessages::Changed(std::span<const stations::Change> changes) {
       }
     }
   }
-  if (hasBegun_ && all) MakeAllAnew();
+  if (hasBegun_ && all) {
+    LoadPresent();
+    CompareAll();
+  }
   if (hasBegun_ && !all) {
     for (const TablePart& part : parts) MakeAnew(part);
   }
@@ -83,27 +91,26 @@ void UnsentMessages::MakeAnew(const TablePart& part) {
   Compare(part);
 }
 
-void UnsentMessages::MakeAllAnew() {
+void UnsentMessages::LoadPresent() {
   jet::Database* const database = services_.database();
   present_.clear();
   if (database != nullptr) present_ = LoadPrints(*database, services_.model);
   made_ += static_cast<int>(present_.size());
-  for (const auto& [part, print] : present_) {
-    held_.try_emplace(part,
-                      HeldMessage{.state = State::Found, .digest = print.digest, .since = {}});
-  }
-  for (const auto& [part, held] : held_) Compare(part);
+}
+
+void UnsentMessages::CompareAll() {
+  unsent_.clear();
+  for (const auto& [part, print] : present_) Compare(part);
 }
 
 // Without a message, be it that its station is gone or that the database cannot be read, nothing
-// can be sent.
+// can be sent.  In place of one that begins to exist nothing was found.
 void UnsentMessages::Compare(const TablePart& part) {
-  const auto present = present_.find(part);
-  const auto entry = held_.find(part);
   unsent_.erase(part);
-  if (entry == held_.end()) return;
-  HeldMessage& held = entry->second;
+  const auto present = present_.find(part);
   if (present == present_.end()) return;
+  const HeldMessage nothing{.state = State::Found, .digest = kDigestOfNothing, .since = {}};
+  HeldMessage& held = held_.try_emplace(part, nothing).first->second;
   if (held.state != State::Open && held.digest == present->second.digest) {
     held.since.reset();
     return;

@@ -107,8 +107,9 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   void SentInPart(const TablePart& part, Digest digest);
   void Doubt(const TablePart& part, Digest digest);
   void MakeAnew(const TablePart& part);
-  void MakeAllAnew();
+  void LoadPresent();
   void Compare(const TablePart& part);
+  void CompareAll();
   void Hold(const TablePart& part, Digest digest);
   void GiveUp(const std::vector<TablePart>& parts);
   void TellChange();

@@ -595,6 +595,30 @@ TEST_F(UnsentMessagesTest, WhatTheSwitcherHoldsIsSentOnceMoreWithoutAWord) {
   EXPECT_EQ(changed_, changed);
 }
 
+TEST_F(UnsentMessagesTest, AMessageThatWasNotThereAtFirstIsUnsentUntilItIsSent) {
+  ConnectSwitcher();
+  database_.AddStation(3,
+                       {{"Label", "Sta. 3"}, {"InLabel", "Inpt 3"}, {"Inhibits", test::kNoFlags}});
+  EXPECT_THAT(Unsent(), IsEmpty()) << "nobody has told of it";
+  Edit(3, "Inhibits", Inhibited(2));
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 3}));
+  const std::string kept = WriteHeld(unsent_.Held());
+  unsent_.Begin(ReadHeld(kept));
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 3})) << "in the next run, too";
+  Send({Table::Inhibits, 3});
+  EXPECT_EQ(port_.TakeWritten(), "F5 02 00 02 00 04 FF");
+  Poll("EB");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+// A change of a station whose number cannot be read may be one of any.
+TEST_F(UnsentMessagesTest, SoIsOneThatAChangeOfAnUnknownStationBringsToLight) {
+  database_.AddStation(3,
+                       {{"Label", "Sta. 3"}, {"InLabel", "Inpt 3"}, {"Inhibits", test::kNoFlags}});
+  changes_.Announce({Origin::Backup, 0, {{"Inhibits", jet::Value(), jet::Value()}}});
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 3}, TablePart{Table::Relays, 3}));
+}
+
 TEST_F(UnsentMessagesTest, AMessageWithoutARecordCannotBeSent) {
   Edit(2, "Inhibits", Inhibited(3));
   database_.Delete(2);
