@@ -181,7 +181,8 @@ Console::Console(AppFolder folder)
                                [this](const switcher::TablePart& part, switcher::Digest digest) {
                                  unsentMessages_.NoteHeld(part, digest);
                                }},
-                       .changes = changes_}}),
+                       .changes = changes_,
+                       .storeEdits = [this] { return views_.StoreEdits(); }}}),
       log_({.log = eventLog_,
             .labels = labels_,
             .window = window_,

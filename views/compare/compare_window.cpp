@@ -262,6 +262,7 @@ void CompareWindow::Store() {
     model::ShowConsoleLocked(services_.comparison.reporter);
     return;
   }
+  if (!services_.storeEdits()) return;
   jet::Database* const database = services_.comparison.database();
   if (database == nullptr) return;
   std::vector<ChangeRow> rows = list_->Ticked();
