@@ -60,6 +60,25 @@ std::vector<stations::Change> InTheWay(const std::vector<stations::Conflict>& co
   return stations::Fold(changes);
 }
 
+// What stands in the way and did not, or held something else, when the operator was asked.
+std::vector<stations::Conflict> Unseen(std::vector<stations::Conflict> conflicts,
+                                       const std::vector<stations::Conflict>& seen) {
+  std::erase_if(conflicts, [&seen](const stations::Conflict& conflict) {
+    return conflict.field.empty() || std::ranges::find(seen, conflict) != seen.end();
+  });
+  return conflicts;
+}
+
+// Takes out of *changes the rows that are in conflict, and returns them.
+std::vector<views::ChangeRow> LeaveOut(const std::vector<stations::Conflict>& conflicts,
+                                       std::vector<stations::Change>* changes) {
+  if (conflicts.empty()) return {};
+  std::vector<views::ChangeRow> rows = views::ChangeOutline(*changes);
+  std::vector<views::ChangeRow> leftOut = views::TakeOut(conflicts, &rows);
+  *changes = views::Chosen(*changes, rows);
+  return leftOut;
+}
+
 }  // namespace
 
 Rescue::Rescue(const Services& services)
@@ -218,7 +237,7 @@ void Rescue::AskAboutEdited(std::int64_t run, Share share) {
   std::vector<stations::Conflict> conflicts;
   if (offer == nullptr || !FindConflicts(ChangesOf(offer->run, share), &conflicts)) return;
   const std::vector<views::ChangeRow> rows = views::ChangeRows(InTheWay(conflicts));
-  if (rows.empty()) return Store(run, share, Edited::Restore);
+  if (rows.empty()) return Store(run, share, Edited::Restore, conflicts);
   QStringList named;
   for (const views::ChangeRow& row : std::span(rows).first(std::min(rows.size(), kMostNamed))) {
     named.append(tr("%1, %2: %3 now, %4 then").arg(row.where, row.what, row.before, row.after));
@@ -231,10 +250,13 @@ void Rescue::AskAboutEdited(std::int64_t run, Share share) {
                QStringLiteral("\r\r") + named.join(u'\r'),
        .answers = {{.name = QStringLiteral("aidRestoreEdited"),
                     .caption = tr("Restore Them, Too"),
-                    .run = [this, run, share] { Store(run, share, Edited::Restore); }},
+                    .run = [this, run, share,
+                            conflicts] { Store(run, share, Edited::Restore, conflicts); }},
                    {.name = QStringLiteral("aidKeepEdited"),
                     .caption = tr("Keep What They Hold"),
-                    .run = [this, run, share] { Store(run, share, Edited::Keep); }}}});
+                    .run = [this, run, share, conflicts] {
+                      Store(run, share, Edited::Keep, conflicts);
+                    }}}});
 }
 
 bool Rescue::FindConflicts(const std::vector<stations::Change>& changes,
@@ -245,13 +267,15 @@ bool Rescue::FindConflicts(const std::vector<stations::Change>& changes,
                       : stations::FindConflicts(*database, changes, Direction::Again, conflicts));
 }
 
-void Rescue::Store(std::int64_t run, Share share, Edited edited) {
+void Rescue::Store(std::int64_t run, Share share, Edited edited,
+                   const std::vector<stations::Conflict>& seen) {
   const Offer* const offer = OfferOf(run);
   if (offer == nullptr || IsRefused()) return;
   std::vector<stations::Change> changes = ChangesOf(offer->run, share);
   std::vector<stations::Conflict> conflicts;
   if (!FindConflicts(changes, &conflicts)) return;
-  if (edited == Edited::Keep) changes = stations::Without(changes, conflicts);
+  if (edited == Edited::Keep) changes = stations::Without(changes, seen);
+  const std::vector<views::ChangeRow> leftOut = LeaveOut(Unseen(conflicts, seen), &changes);
   Stored stored(services_.changes);
   jet::Database* const database = services_.database();
   if (!Succeeds(database == nullptr
@@ -265,6 +289,11 @@ void Rescue::Store(std::int64_t run, Share share, Edited edited) {
       conflicts, [](const stations::Conflict& conflict) { return conflict.field.empty(); });
   if (gone == 1) note += tr(", 1 station has no record");
   if (gone > 1) note += tr(", %1 stations have no record").arg(gone);
+  if (!leftOut.empty()) {
+    Q_EMIT NoteRequested(tr("%1. Left out, because they were edited here since: %2")
+                             .arg(note, views::RowNames(leftOut)));
+    return;
+  }
   // A restore that is in no journal is lost with this run: then the next one offers it again.
   if (services_.journal.IsComplete()) services_.journal.EndRun(run, Kind::Restored);
   Forget(run, note);

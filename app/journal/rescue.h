@@ -96,7 +96,10 @@ class Rescue : public QObject {
   void AskAboutEdited(std::int64_t run, stations::Share share);
   bool FindConflicts(const std::vector<stations::Change>& changes,
                      std::vector<stations::Conflict>* conflicts);
-  void Store(std::int64_t run, stations::Share share, Edited edited);
+  // `seen` is what the operator has decided about.  What has been edited since is left out and
+  // named, and the run goes on being offered for it.
+  void Store(std::int64_t run, stations::Share share, Edited edited,
+             const std::vector<stations::Conflict>& seen);
   void Show();
   void Discard();
   void DiscardRun(std::int64_t run);

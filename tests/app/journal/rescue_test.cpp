@@ -234,6 +234,68 @@ TEST_F(RescueTest, WhatWasEditedSinceCanBeRestoredToo) {
   EXPECT_EQ(database_.Field(5, "Label"), "LINE");
 }
 
+// The operator has seen and decided about what was there when the question was asked.
+TEST_F(RescueTest, WhatIsEditedWhileTheQuestionStandsIsLeftOutAndOfferedAgain) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", "VT")});
+  Start();
+  database_.Set(5, "Label", "NEW");
+  Click("aidRestore");
+  database_.Set(7, "Label", "SAT");
+  Answer("aidAskEdited", "aidRestoreEdited");
+  EXPECT_EQ(database_.Field(5, "Label"), "LINE");
+  EXPECT_EQ(database_.Field(7, "Label"), "SAT");
+  EXPECT_THAT(notes_,
+              ElementsAre(AllOf(
+                  StartsWith("Restored: 1 change of "),
+                  EndsWith(". Left out, because they were edited here since: Station 7 Label"))));
+  EXPECT_EQ(Hint(), "The console ended without saving on DATE: 2 changes");
+  Click("aidRestore");
+  Answer("aidAskEdited", "aidRestoreEdited");
+  EXPECT_EQ(database_.Field(7, "Label"), "VT");
+  EXPECT_EQ(Hint(), "");
+}
+
+TEST_F(RescueTest, WhatIsEditedOnceMoreWhileTheQuestionStandsIsLeftOut) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE")});
+  Start();
+  database_.Set(5, "Label", "NEW");
+  Click("aidRestore");
+  database_.Set(5, "Label", "NEWER");
+  Answer("aidAskEdited", "aidRestoreEdited");
+  EXPECT_EQ(database_.Field(5, "Label"), "NEWER");
+  EXPECT_THAT(notes_, ElementsAre(StartsWith("Restored: no changes of ")));
+}
+
+// Half of a button would be none.
+TEST_F(RescueTest, AButtonThatIsEditedWhileTheQuestionStandsIsLeftOutWhole) {
+  database_.Set(5, "B1 Type", 255);
+  database_.Set(5, "B1 First", 1);
+  RunAndCrash({LabelOf(7, "CAM", "VT"),
+               {Origin::Operator,
+                5,
+                {{"B1 Type", jet::Value(255), jet::Value(0)},
+                 {"B1 First", jet::Value(1), jet::Value(4)}}}});
+  Start();
+  database_.Set(7, "Label", "NEW");
+  Click("aidRestore");
+  database_.Set(5, "B1 First", 9);
+  Answer("aidAskEdited", "aidRestoreEdited");
+  EXPECT_EQ(database_.Field(5, "B1 Type"), "255");
+  EXPECT_EQ(database_.Field(5, "B1 First"), "9");
+  EXPECT_EQ(database_.Field(7, "Label"), "VT");
+}
+
+TEST_F(RescueTest, WhatIsKeptIsKeptWhateverItHoldsByThen) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", "VT")});
+  Start();
+  database_.Set(5, "Label", "NEW");
+  Click("aidRestore");
+  database_.Set(5, "Label", "MIC");
+  Answer("aidAskEdited", "aidKeepEdited");
+  EXPECT_EQ(database_.Field(5, "Label"), "MIC");
+  EXPECT_EQ(database_.Field(7, "Label"), "VT");
+}
+
 TEST_F(RescueTest, WhatCameFromTheSwitcherIsAChoiceOfItsOwn) {
   RunAndCrash({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", "VT", Origin::Switcher)});
   Start();
