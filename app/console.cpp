@@ -258,7 +258,8 @@ Console::Console(AppFolder folder)
                  .port = port_,
                  .settings = settingsFile_,
                  .listener = network_.PanelListener(),
-                 .panels = network_.Panels()}) {
+                 .panels = network_.Panels(),
+                 .mayClose = [this] { return rescue_.MayClose(); }}) {
   ConnectCommands();
   ConnectTimers();
   ConnectStatusBar();

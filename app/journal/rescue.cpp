@@ -192,7 +192,7 @@ void Rescue::ShowOffer() {
   if (!offer->isOfThisDatabase) text += tr(", made in another Tesk.mdb");
   if (offers_.size() > 1) text += tr(" (run %1 of %2)").arg(at_ + 1).arg(offers_.size());
   QList<QAction*> commands{show_, discard_};
-  if (offer->isOfThisDatabase && offer->changes > 0) commands.prepend(restore_);
+  if (offer->CanBeRestored()) commands.prepend(restore_);
   services_.hints.Give(Hint::UnsavedRun, text, commands);
 }
 
@@ -202,6 +202,25 @@ void Rescue::ShowNext() {
   if (isSeen) at_ = (at_ + 1) % offers_.size();
   ShowOffer();
   services_.hints.TakeFocus();
+}
+
+bool Rescue::MayClose() {
+  const auto offer = std::ranges::find_if(offers_, &Offer::CanBeRestored);
+  if (offer == offers_.end() || std::exchange(hasAskedAtClose_, true)) return true;
+  at_ = static_cast<std::size_t>(offer - offers_.begin());
+  ShowOffer();
+  views::Ask(services_.window, *this,
+             {.name = QStringLiteral("aidAskClose"),
+              .text = tr("Close Without Restoring?\r\rThe console ended without saving on %1: %2. "
+                         "Once Tesk.mdb has been saved, that can only be shown.")
+                          .arg(DayAndTime(offer->run.Time()), CountOf(offer->changes)),
+              .answers = {{.name = QStringLiteral("aidRestoreFirst"),
+                           .caption = tr("Restore"),
+                           .run = [this] { Restore(); }},
+                          {.name = QStringLiteral("aidCloseAllTheSame"),
+                           .caption = tr("Close All The Same"),
+                           .run = [this] { services_.window.close(); }}}});
+  return false;
 }
 
 bool Rescue::IsRefused() {
