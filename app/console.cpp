@@ -181,7 +181,8 @@ Console::Console(AppFolder folder)
                                [this](const switcher::TablePart& part, switcher::Digest digest) {
                                  unsentMessages_.NoteHeld(part, digest);
                                }},
-                       .changes = changes_}}),
+                       .changes = changes_,
+                       .storeEdits = [this] { return views_.StoreEdits(); }}}),
       log_({.log = eventLog_,
             .labels = labels_,
             .window = window_,
@@ -257,7 +258,8 @@ Console::Console(AppFolder folder)
                  .port = port_,
                  .settings = settingsFile_,
                  .listener = network_.PanelListener(),
-                 .panels = network_.Panels()}) {
+                 .panels = network_.Panels(),
+                 .mayClose = [this] { return rescue_.MayClose(); }}) {
   ConnectCommands();
   ConnectTimers();
   ConnectStatusBar();
@@ -358,6 +360,7 @@ void Console::ConnectStatusBar() {
 
 void Console::ConnectSentFile() {
   connect(&unsent_, &views::UnsentTables::Changed, &sentFile_, &SentFile::Update);
+  connect(&unsent_, &views::UnsentTables::HeldChanged, &sentFile_, &SentFile::Update);
   connect(&sentFile_, &SentFile::Failed, this, [this](const QString& why) {
     window_.Hints().Give(Hint::SentFails,
                          tr("What the switcher holds cannot be kept: %1").arg(why));

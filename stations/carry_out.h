@@ -29,6 +29,8 @@ struct Conflict {
   std::string field;   // empty: the station has no record any more
   jet::Value present;  // null as well where it cannot be read
   jet::Value wanted;
+
+  bool operator==(const Conflict&) const = default;
 };
 
 // Looks what stands in the way of these changes, each field of which stands in one of them only

@@ -181,10 +181,8 @@ void Decoder::Tell(Message message, DecodeStatus status) {
     services_.observers.Tell(&SwitcherEvents::MessageRefused, description, status);
 }
 
-void Decoder::TellAccepted(Message message) {
-  if (const std::optional<TablePart> part = PartOf(message)) {
-    services_.observers.Tell(&SwitcherEvents::TableAccepted, *part);
-  }
+void Decoder::TellEnd(Message message, TableEvent event) {
+  if (const std::optional<TablePart> part = PartOf(message)) services_.observers.Tell(event, *part);
 }
 
 }  // namespace switcher

@@ -89,9 +89,11 @@ class Decoder {
   void Tell(Message message, const Outcome& outcome, Event event, Values... values) {
     Tell(message, outcome.status);
     if (outcome.stored != Stored::Nothing) services_.observers.Tell(event, values...);
-    if (outcome.stored == Stored::All) TellAccepted(message);
+    TellEnd(message, outcome.stored == Stored::All ? &SwitcherEvents::TableAccepted
+                                                   : &SwitcherEvents::TableRefused);
   }
-  void TellAccepted(Message message);
+  using TableEvent = void (SwitcherEvents::*)(const TablePart& part);
+  void TellEnd(Message message, TableEvent event);
 
   const Services services_;
   MessageHistory* history_ = nullptr;

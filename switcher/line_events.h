@@ -17,6 +17,9 @@ class LineEvents {
   // A message of a table was handed to the port whole, from its code to its end byte.
   virtual void TableMessageSent(std::span<const std::uint8_t> message) = 0;
 
+  // Only the beginning of such a message was: the port failed.
+  virtual void TableMessageCut(std::span<const std::uint8_t> message) = 0;
+
   // The switcher was sent a keep-alive poll; everything that was sent before stands before it on
   // the line.
   virtual void Polled() = 0;

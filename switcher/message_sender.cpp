@@ -27,17 +27,27 @@ model::Status MessageSender::Write(std::span<const std::uint8_t> bytes) const {
 
 model::Status MessageSender::WriteTable(std::span<const std::uint8_t> message,
                                         const SendProgress& progress) const {
+  if (model::Status status = Write(message.first(1)); !status.ok()) return status;
+  model::Status status = WriteBehindCode(message, progress);
+  if (services_.account == nullptr) return status;
+  if (status.ok()) {
+    services_.account->TableMessageSent(message);
+  } else {
+    services_.account->TableMessageCut(message);
+  }
+  return status;
+}
+
+model::Status MessageSender::WriteBehindCode(std::span<const std::uint8_t> message,
+                                             const SendProgress& progress) const {
   constexpr std::size_t kBehindValues = 2;  // checksum and end byte
   const std::size_t width = FindMessage(message.front())->valueBytes;
   const std::size_t end = message.size() - kBehindValues;
-  if (model::Status status = Write(message.first(1)); !status.ok()) return status;
   for (std::size_t value = 1; value < end; value += width) {
     if (model::Status status = Write(message.subspan(value, width)); !status.ok()) return status;
     if (progress) progress();
   }
-  model::Status status = Write(message.subspan(end));
-  if (status.ok() && services_.account != nullptr) services_.account->TableMessageSent(message);
-  return status;
+  return Write(message.subspan(end));
 }
 
 bool MessageSender::End(const model::Status& status, std::string_view failureLine) const {

@@ -61,6 +61,8 @@ class MessageSender {
  private:
   // One write per byte.
   model::Status Write(std::span<const std::uint8_t> bytes) const;
+  model::Status WriteBehindCode(std::span<const std::uint8_t> message,
+                                const SendProgress& progress) const;
 
   const Services services_;
 };

@@ -47,6 +47,10 @@ class SwitcherEvents {
   // The database holds all of an accepted table; told behind the operation above that is about it.
   virtual void TableAccepted(const TablePart& /*part*/) {}
 
+  // What came of this table was not accepted, or not all of it was stored; told behind the
+  // operations that are about it.
+  virtual void TableRefused(const TablePart& /*part*/) {}
+
   // A message was not accepted, or could not be stored; `status` is never Ok.  `description` names
   // it as MessageHistory does.
   virtual void MessageRefused(std::string_view /*description*/, DecodeStatus /*status*/) {}

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <optional>
@@ -309,6 +310,12 @@ QString ChosenTitle(std::span<const Change> changes) {
                                          : ChangeText::tr("%1 changes").arg(CountRows(changes));
 }
 
+bool IsAbout(const ChangeRow& row, const stations::Conflict& conflict) {
+  if (row.station != conflict.station) return false;
+  return conflict.field.empty() ||
+         std::ranges::find(row.fields, conflict.field) != row.fields.end();
+}
+
 }  // namespace
 
 std::vector<ChangeRow> ChangeRows(std::span<const Change> changes, const FieldLookup& lookup) {
@@ -362,6 +369,30 @@ std::vector<Change> Chosen(std::span<const Change> changes, std::span<const Chan
     if (!part.fields.empty()) chosen.push_back(std::move(part));
   }
   return chosen;
+}
+
+std::vector<ChangeRow> TakeOut(std::span<const stations::Conflict> conflicts,
+                               std::vector<ChangeRow>* rows) {
+  const auto first = std::stable_partition(rows->begin(), rows->end(), [&](const ChangeRow& row) {
+    return std::ranges::none_of(conflicts,
+                                [&](const stations::Conflict& each) { return IsAbout(row, each); });
+  });
+  std::vector<ChangeRow> taken(std::make_move_iterator(first),
+                               std::make_move_iterator(rows->end()));
+  rows->erase(first, rows->end());
+  return taken;
+}
+
+QString RowNames(std::span<const ChangeRow> rows) {
+  constexpr std::size_t kMost = 6;
+  QStringList names;
+  for (const ChangeRow& row : rows.first(std::min(rows.size(), kMost))) {
+    names.append(row.where + u' ' + row.what);
+  }
+  const QString named = names.join(QStringLiteral(", "));
+  return rows.size() <= kMost
+             ? named
+             : ChangeText::tr("%1 and %2 more").arg(named).arg(rows.size() - kMost);
 }
 
 QString OriginWords(stations::Origin origin) {

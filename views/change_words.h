@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "db/jet/value.h"
+#include "stations/carry_out.h"
 #include "stations/change.h"
 
 namespace views {
@@ -56,6 +57,15 @@ std::size_t CountRows(std::span<const stations::Change> changes);
 // Of the changes only what one of the rows is about.
 std::vector<stations::Change> Chosen(std::span<const stations::Change> changes,
                                      std::span<const ChangeRow> rows);
+
+// Takes those rows out of *rows, whole, any field of which is in conflict, and returns them: half a
+// button is none.
+std::vector<ChangeRow> TakeOut(std::span<const stations::Conflict> conflicts,
+                               std::vector<ChangeRow>* rows);
+
+// The first of the rows by name, for there can be hundreds: "Station 5 Label, Output 3 Inhibits",
+// "… and 12 more".
+QString RowNames(std::span<const ChangeRow> rows);
 
 // Who made a change: "operator", "switcher", "undo".
 QString OriginWords(stations::Origin origin);

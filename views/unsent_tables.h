@@ -67,11 +67,15 @@ class UnsentTables : public QObject, private switcher::UnsentMessages::Listener 
   void Failed(const switcher::TablePart& part);
   // Something was sent, and the switcher did not confirm it: it stays unsent.
   void NotConfirmed(const UnsentTables::Parts& parts);
-  // All() may have changed, or what of it can still be confirmed.
+  // All() may have changed, what of it can still be confirmed, or what is known of the switcher.
   void Changed();
+  // Only what is known of the switcher has changed.  It is told of every message of a long table,
+  // and is not for what draws.
+  void HeldChanged();
 
  private:
   void UnsentChanged() override { Q_EMIT Changed(); }
+  void OnlyHeldChanged() override { Q_EMIT HeldChanged(); }
   void PartEdited(const switcher::TablePart& part) override { Q_EMIT Edited(part); }
   void PartsNotConfirmed(const Parts& parts) override { Q_EMIT NotConfirmed(parts); }
 

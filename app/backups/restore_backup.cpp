@@ -2,7 +2,8 @@
 
 #include "app/backups/restore_backup.h"
 
-#include <utility>
+#include <QTimer>
+#include <chrono>
 
 #include "model/locks.h"
 #include "stations/carry_out.h"
@@ -13,6 +14,13 @@
 namespace app {
 
 using Icon = model::ErrorReporter::Icon;
+
+namespace {
+
+// So long a copy is waited for.
+constexpr std::chrono::seconds kKeepPatience(5);
+
+}  // namespace
 
 // Before anything is asked or kept.
 bool RestoreBackup::IsRefused() {
@@ -42,17 +50,22 @@ void RestoreBackup::CancelNow() {
 }
 
 void RestoreBackup::Restore(const std::vector<stations::Change>& changes, const QString& name) {
-  if (IsRefused() || std::exchange(isKeeping_, true)) return;
-  services_.backups.Keep(db::Backups::Cause::BeforeRestoring,
-                         [this, window = backup_, changes, name](const model::Status& status) {
-                           isKeeping_ = false;
-                           if (!views::IsShown(window)) return;  // it was cancelled meanwhile
-                           if (status.ok()) {
-                             Store(changes, name);
-                           } else {
-                             AskAllTheSame(status, changes, name);
-                           }
-                         });
+  if (IsRefused()) return;
+  backup_->SetKeeping(true);
+  const auto go = [this, window = backup_, keep = ++keeps_, changes,
+                   name](const model::Status& status) {
+    // It was cancelled meanwhile, or has waited for too long.
+    if (!views::IsShown(window) || keep != keeps_) return;
+    ++keeps_;
+    window->SetKeeping(false);
+    if (status.ok()) {
+      Store(changes, name);
+    } else {
+      AskAllTheSame(status, changes, name);
+    }
+  };
+  QTimer::singleShot(kKeepPatience, this, [go] { go(DiskDoesNotAnswer()); });
+  services_.backups.Keep(db::Backups::Cause::BeforeRestoring, go);
 }
 
 void RestoreBackup::AskAllTheSame(const model::Status& status,

@@ -40,8 +40,8 @@ class RestoreBackup : public QObject {
   explicit RestoreBackup(const Services& services) : services_(services) {}
 
   // Opens frmBackup, modal over the main window.  What it asks for is stored as one act when a copy
-  // of what there was is on the disk; when none can be kept the operator is asked first.  A failure
-  // is reported, stores nothing, and leaves the window open.
+  // of what there was is on the disk; when none can be kept, or none is there in five seconds, the
+  // operator is asked first.  A failure is reported, stores nothing, and leaves the window open.
   void Ask();
 
   // The program ends: closes the window.
@@ -60,7 +60,7 @@ class RestoreBackup : public QObject {
 
   const Services services_;
   QPointer<views::BackupWindow> backup_;
-  bool isKeeping_ = false;  // the copy of what there is
+  int keeps_ = 0;  // so often a copy of what there is was waited for, or no more
 };
 
 }  // namespace app

@@ -61,6 +61,25 @@ std::vector<stations::Change> InTheWay(const std::vector<stations::Conflict>& co
   return stations::Fold(changes);
 }
 
+// What stands in the way and did not, or held something else, when the operator was asked.
+std::vector<stations::Conflict> Unseen(std::vector<stations::Conflict> conflicts,
+                                       const std::vector<stations::Conflict>& seen) {
+  std::erase_if(conflicts, [&seen](const stations::Conflict& conflict) {
+    return conflict.field.empty() || std::ranges::find(seen, conflict) != seen.end();
+  });
+  return conflicts;
+}
+
+// Takes out of *changes the rows that are in conflict, and returns them.
+std::vector<views::ChangeRow> LeaveOut(const std::vector<stations::Conflict>& conflicts,
+                                       std::vector<stations::Change>* changes) {
+  if (conflicts.empty()) return {};
+  std::vector<views::ChangeRow> rows = views::ChangeOutline(*changes);
+  std::vector<views::ChangeRow> leftOut = views::TakeOut(conflicts, &rows);
+  *changes = views::Chosen(*changes, rows);
+  return leftOut;
+}
+
 }  // namespace
 
 Rescue::Rescue(const Services& services)
@@ -173,7 +192,7 @@ void Rescue::ShowOffer() {
   if (!offer->isOfThisDatabase) text += tr(", made in another Tesk.mdb");
   if (offers_.size() > 1) text += tr(" (run %1 of %2)").arg(at_ + 1).arg(offers_.size());
   QList<QAction*> commands{show_, discard_};
-  if (offer->isOfThisDatabase && offer->changes > 0) commands.prepend(restore_);
+  if (offer->CanBeRestored()) commands.prepend(restore_);
   services_.hints.Give(Hint::UnsavedRun, text, commands);
 }
 
@@ -183,6 +202,25 @@ void Rescue::ShowNext() {
   if (isSeen) at_ = (at_ + 1) % offers_.size();
   ShowOffer();
   services_.hints.TakeFocus();
+}
+
+bool Rescue::MayClose() {
+  const auto offer = std::ranges::find_if(offers_, &Offer::CanBeRestored);
+  if (offer == offers_.end() || std::exchange(hasAskedAtClose_, true)) return true;
+  at_ = static_cast<std::size_t>(offer - offers_.begin());
+  ShowOffer();
+  views::Ask(services_.window, *this,
+             {.name = QStringLiteral("aidAskClose"),
+              .text = tr("Close Without Restoring?\r\rThe console ended without saving on %1: %2. "
+                         "Once Tesk.mdb has been saved, that can only be shown.")
+                          .arg(DayAndTime(offer->run.Time()), CountOf(offer->changes)),
+              .answers = {{.name = QStringLiteral("aidRestoreFirst"),
+                           .caption = tr("Restore"),
+                           .run = [this] { Restore(); }},
+                          {.name = QStringLiteral("aidCloseAllTheSame"),
+                           .caption = tr("Close All The Same"),
+                           .run = [this] { services_.window.close(); }}}});
+  return false;
 }
 
 bool Rescue::IsRefused() {
@@ -218,7 +256,7 @@ void Rescue::AskAboutEdited(std::int64_t run, Share share) {
   std::vector<stations::Conflict> conflicts;
   if (offer == nullptr || !FindConflicts(ChangesOf(offer->run, share), &conflicts)) return;
   const std::vector<views::ChangeRow> rows = views::ChangeRows(InTheWay(conflicts));
-  if (rows.empty()) return Store(run, share, Edited::Restore);
+  if (rows.empty()) return Store(run, share, Edited::Restore, conflicts);
   QStringList named;
   for (const views::ChangeRow& row : std::span(rows).first(std::min(rows.size(), kMostNamed))) {
     named.append(tr("%1, %2: %3 now, %4 then").arg(row.where, row.what, row.before, row.after));
@@ -231,10 +269,13 @@ void Rescue::AskAboutEdited(std::int64_t run, Share share) {
                QStringLiteral("\r\r") + named.join(u'\r'),
        .answers = {{.name = QStringLiteral("aidRestoreEdited"),
                     .caption = tr("Restore Them, Too"),
-                    .run = [this, run, share] { Store(run, share, Edited::Restore); }},
+                    .run = [this, run, share,
+                            conflicts] { Store(run, share, Edited::Restore, conflicts); }},
                    {.name = QStringLiteral("aidKeepEdited"),
                     .caption = tr("Keep What They Hold"),
-                    .run = [this, run, share] { Store(run, share, Edited::Keep); }}}});
+                    .run = [this, run, share, conflicts] {
+                      Store(run, share, Edited::Keep, conflicts);
+                    }}}});
 }
 
 bool Rescue::FindConflicts(const std::vector<stations::Change>& changes,
@@ -245,13 +286,15 @@ bool Rescue::FindConflicts(const std::vector<stations::Change>& changes,
                       : stations::FindConflicts(*database, changes, Direction::Again, conflicts));
 }
 
-void Rescue::Store(std::int64_t run, Share share, Edited edited) {
+void Rescue::Store(std::int64_t run, Share share, Edited edited,
+                   const std::vector<stations::Conflict>& seen) {
   const Offer* const offer = OfferOf(run);
   if (offer == nullptr || IsRefused()) return;
   std::vector<stations::Change> changes = ChangesOf(offer->run, share);
   std::vector<stations::Conflict> conflicts;
   if (!FindConflicts(changes, &conflicts)) return;
-  if (edited == Edited::Keep) changes = stations::Without(changes, conflicts);
+  if (edited == Edited::Keep) changes = stations::Without(changes, seen);
+  const std::vector<views::ChangeRow> leftOut = LeaveOut(Unseen(conflicts, seen), &changes);
   Stored stored(services_.changes);
   jet::Database* const database = services_.database();
   if (!Succeeds(database == nullptr
@@ -265,6 +308,11 @@ void Rescue::Store(std::int64_t run, Share share, Edited edited) {
       conflicts, [](const stations::Conflict& conflict) { return conflict.field.empty(); });
   if (gone == 1) note += tr(", 1 station has no record");
   if (gone > 1) note += tr(", %1 stations have no record").arg(gone);
+  if (!leftOut.empty()) {
+    Q_EMIT NoteRequested(tr("%1. Left out, because they were edited here since: %2")
+                             .arg(note, views::RowNames(leftOut)));
+    return;
+  }
   // A restore that is in no journal is lost with this run: then the next one offers it again.
   if (services_.journal.IsComplete()) services_.journal.EndRun(run, Kind::Restored);
   Forget(run, note);

@@ -57,6 +57,11 @@ class Rescue : public QObject {
   // before it could say so.  A long run is read bit by bit: the operator does not wait for it.
   void Begin();
 
+  // The console is to close, which may save Tesk.mdb: then what can be restored now can only be
+  // shown.  False once for that: the operator is asked, and closes the main window all the same, or
+  // restores it.
+  bool MayClose();
+
  Q_SIGNALS:
   // The operator wants to see what this run has changed.
   void ShowRequested(qint64 run, const QString& title);
@@ -68,6 +73,8 @@ class Rescue : public QObject {
     stations::UnsavedRun run;
     std::size_t changes = 0;  // as many as are listed
     bool isOfThisDatabase = false;
+
+    bool CanBeRestored() const { return isOfThisDatabase && changes > 0; }
   };
 
   // A run that is being read.
@@ -96,7 +103,10 @@ class Rescue : public QObject {
   void AskAboutEdited(std::int64_t run, stations::Share share);
   bool FindConflicts(const std::vector<stations::Change>& changes,
                      std::vector<stations::Conflict>* conflicts);
-  void Store(std::int64_t run, stations::Share share, Edited edited);
+  // `seen` is what the operator has decided about.  What has been edited since is left out and
+  // named, and the run goes on being offered for it.
+  void Store(std::int64_t run, stations::Share share, Edited edited,
+             const std::vector<stations::Conflict>& seen);
   void Show();
   void Discard();
   void DiscardRun(std::int64_t run);
@@ -112,6 +122,7 @@ class Rescue : public QObject {
   std::deque<Reading> readings_;  // in the order in which they began
   std::vector<Offer> offers_;     // in the order in which they began
   std::size_t at_ = 0;
+  bool hasAskedAtClose_ = false;
   QAction* restore_;
   QAction* show_;
   QAction* discard_;

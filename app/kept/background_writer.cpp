@@ -72,8 +72,7 @@ void BackgroundWriter::Finish(QDeadlineTimer patience) {
   thread_.detach();
   work_ = std::make_shared<Work>();
   work_->owner = this;
-  const model::Status status(model::kFileAccess, "The disk does not answer");
-  for (const Done& done : std::exchange(done_, {})) done(status);
+  for (const Done& done : std::exchange(done_, {})) done(DiskDoesNotAnswer());
 }
 
 void BackgroundWriter::TellDone() {

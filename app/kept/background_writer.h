@@ -14,6 +14,11 @@
 
 namespace app {
 
+// What has failed because nobody waits for its disk any longer (75).
+inline model::Status DiskDoesNotAnswer() {
+  return {model::kFileAccess, "The disk does not answer"};
+}
+
 // Writes whole files one after the other in a thread of its own: a disk that takes its time to have
 // them for good holds up nobody.
 class BackgroundWriter : public QObject {

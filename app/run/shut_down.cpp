@@ -9,6 +9,7 @@ namespace app {
 
 bool ShutDown::Run() {
   if (ended_) return true;
+  if (!terminating_ && !services_.mayClose()) return false;
   services_.transfers.CancelNow();
   Q_EMIT Ending();
   // What is typed and cannot be stored has been reported; the window stays, so that it can be

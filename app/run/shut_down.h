@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <filesystem>
+#include <functional>
 
 #include "app/run/settings_file.h"
 #include "app/shell/main_window.h"
@@ -24,7 +25,9 @@ namespace app {
 // timers, the settings, the panels, the child windows, what is being written in the background, in
 // this order. The program ends behind it.
 //
-// A database that cannot be saved keeps the program running, and closing tries again.
+// What is left to be decided is asked about before anything of that, and keeps the program running,
+// unless the system wants it gone.  A database that cannot be saved keeps the program running, and
+// closing tries again.
 class ShutDown : public QObject {
   Q_OBJECT
 
@@ -42,6 +45,8 @@ class ShutDown : public QObject {
     const SettingsFile& settings;
     gateway::Listener& listener;
     gateway::PanelGateway& panels;
+    // Whether nothing is left to be decided first; false when the operator was asked.
+    std::function<bool()> mayClose;
   };
 
   // All must outlive the object.

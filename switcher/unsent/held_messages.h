@@ -25,7 +25,7 @@ struct HeldMessage {
   enum class State : std::uint8_t {
     Held,   // the switcher has it: it acknowledged it, or sent it itself
     Found,  // so it was found in the database; whether the switcher has it nobody knows
-    Open,   // it was sent, and what the switcher made of it is not known
+    Open,   // it was sent, or only its beginning; what the switcher made of it is not known
   };
 
   State state = State::Found;

@@ -26,7 +26,12 @@ UnsentMessages::UnsentMessages(Services services)
 void UnsentMessages::Begin(HeldMessages known) {
   hasBegun_ = true;
   held_ = std::move(known);
-  MakeAllAnew();
+  LoadPresent();
+  for (const auto& [part, print] : present_) {
+    held_.try_emplace(part,
+                      HeldMessage{.state = State::Found, .digest = print.digest, .since = {}});
+  }
+  CompareAll();
   TellChange();
 }
 
@@ -54,7 +59,10 @@ void UnsentMessages::Changed(std::span<const stations::Change> changes) {
       }
     }
   }
-  if (hasBegun_ && all) MakeAllAnew();
+  if (hasBegun_ && all) {
+    LoadPresent();
+    CompareAll();
+  }
   if (hasBegun_ && !all) {
     for (const TablePart& part : parts) MakeAnew(part);
   }
@@ -83,27 +91,26 @@ void UnsentMessages::MakeAnew(const TablePart& part) {
   Compare(part);
 }
 
-void UnsentMessages::MakeAllAnew() {
+void UnsentMessages::LoadPresent() {
   jet::Database* const database = services_.database();
   present_.clear();
   if (database != nullptr) present_ = LoadPrints(*database, services_.model);
   made_ += static_cast<int>(present_.size());
-  for (const auto& [part, print] : present_) {
-    held_.try_emplace(part,
-                      HeldMessage{.state = State::Found, .digest = print.digest, .since = {}});
-  }
-  for (const auto& [part, held] : held_) Compare(part);
+}
+
+void UnsentMessages::CompareAll() {
+  unsent_.clear();
+  for (const auto& [part, print] : present_) Compare(part);
 }
 
 // Without a message, be it that its station is gone or that the database cannot be read, nothing
-// can be sent.
+// can be sent.  In place of one that begins to exist nothing was found.
 void UnsentMessages::Compare(const TablePart& part) {
-  const auto present = present_.find(part);
-  const auto entry = held_.find(part);
   unsent_.erase(part);
-  if (entry == held_.end()) return;
-  HeldMessage& held = entry->second;
+  const auto present = present_.find(part);
   if (present == present_.end()) return;
+  const HeldMessage nothing{.state = State::Found, .digest = kDigestOfNothing, .since = {}};
+  HeldMessage& held = held_.try_emplace(part, nothing).first->second;
   if (held.state != State::Open && held.digest == present->second.digest) {
     held.since.reset();
     return;
@@ -120,6 +127,7 @@ void UnsentMessages::TableMessageSent(std::span<const std::uint8_t> message) {
   if (message[0] == kLabelOrderCode) {
     begunLabels_ = part;
     orderDigest_ = DigestOf(message);
+    SentInPart(*part, orderDigest_);
   } else if (message[0] != kAlphaLabelsCode) {
     Sent(*part, DigestOf(message));
   } else if (labels == part) {
@@ -127,20 +135,42 @@ void UnsentMessages::TableMessageSent(std::span<const std::uint8_t> message) {
   }
 }
 
-// What the switcher holds is either of the two until it has confirmed the new one.
 void UnsentMessages::Sent(const TablePart& part, Digest digest) {
   confirmation_.Sent(part, digest);
+  Doubt(part, digest);
+}
+
+void UnsentMessages::TableMessageCut(std::span<const std::uint8_t> message) {
+  begunLabels_.reset();
+  const std::optional<TablePart> part = PartOf(message);
+  if (part && hasBegun_ && IsConnected()) SentInPart(*part, DigestOf(message));
+}
+
+// More may never come.  What is not unsent only repeats what the switcher holds.
+void UnsentMessages::SentInPart(const TablePart& part, Digest digest) {
+  if (!unsent_.contains(part)) return;
+  confirmation_.Forget(part);
+  Doubt(part, digest);
+  TellChange();
+}
+
+// What the switcher holds is either of the two until it has confirmed the new one.
+void UnsentMessages::Doubt(const TablePart& part, Digest digest) {
   const auto entry = held_.find(part);
   if (entry == held_.end() || entry->second.digest == digest) return;
   entry->second.state = State::Open;
   entry->second.digest = digest;
+  const bool wasUnsent = unsent_.contains(part);
   Compare(part);
+  if (!wasUnsent) return TellChange();
+  if (listener_ != nullptr) listener_->OnlyHeldChanged();
 }
 
 void UnsentMessages::Polled() { GiveUp(confirmation_.Polled()); }
 
 void UnsentMessages::LineLost() {
   begunLabels_.reset();
+  inputLabelsReported_ = false;  // the next one may be another switcher
   GiveUp(confirmation_.Lost());
 }
 
@@ -181,6 +211,10 @@ void UnsentMessages::TableAccepted(const TablePart& part) {
   if (part.table == Table::OutputLabels && inputLabelsReported_) {
     TableAccepted({.table = Table::InputLabels});
   }
+}
+
+void UnsentMessages::TableRefused(const TablePart& part) {
+  if (part.table == Table::InputLabels) inputLabelsReported_ = false;
 }
 
 void UnsentMessages::TellChange() {

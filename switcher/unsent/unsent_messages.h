@@ -34,8 +34,12 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
    public:
     virtual ~Listener() = default;
 
-    // Unsent() or IsWaiting() may have changed.
+    // Unsent(), IsWaiting() or Held() may have changed.
     virtual void UnsentChanged() = 0;
+
+    // Held() has changed, and nothing else: told of each message that goes out and is not what the
+    // switcher holds, of a long table hundreds of times.
+    virtual void OnlyHeldChanged() = 0;
 
     // Somebody who works here stored an edit of this part, with its station also where a table has
     // one message for all.  It counts already.
@@ -89,18 +93,23 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   void Changed(std::span<const stations::Change> changes) override;
 
   void TableMessageSent(std::span<const std::uint8_t> message) override;
+  void TableMessageCut(std::span<const std::uint8_t> message) override;
   void Polled() override;
   void Answered(int polls) override;
   void LineLost() override;
 
   void TableAccepted(const TablePart& part) override;
+  void TableRefused(const TablePart& part) override;
 
  private:
   bool IsConnected() const { return services_.model.LinkStatus[0] == 1; }
   void Sent(const TablePart& part, Digest digest);
+  void SentInPart(const TablePart& part, Digest digest);
+  void Doubt(const TablePart& part, Digest digest);
   void MakeAnew(const TablePart& part);
-  void MakeAllAnew();
+  void LoadPresent();
   void Compare(const TablePart& part);
+  void CompareAll();
   void Hold(const TablePart& part, Digest digest);
   void GiveUp(const std::vector<TablePart>& parts);
   void TellChange();
@@ -114,7 +123,7 @@ class UnsentMessages : public stations::ChangeObserver, public SwitcherEvents, p
   HeldMessages held_;
   std::map<TablePart, Day> unsent_;
   Confirmation confirmation_;
-  bool inputLabelsReported_ = false;      // by the switcher, and not edited since
+  bool inputLabelsReported_ = false;      // by this switcher, and not edited or refused since
   std::optional<TablePart> begunLabels_;  // whose order was sent, and no message since
   Digest orderDigest_ = 0;
 };

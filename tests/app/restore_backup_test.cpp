@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -204,6 +205,65 @@ TEST_F(RestoreBackupTest, NothingIsRestoredBeforeTheCopyIsOnTheDisk) {
   writer_.Finish();
   EXPECT_EQ(Label(17), "Sta. 017");
   EXPECT_EQ(heard_.times, 1) << "once";
+}
+
+TEST_F(RestoreBackupTest, WhileTheCopyIsKeptTheWindowSaysSoAndNothingCanBeChosen) {
+  SlowDisk disk(writer_);
+  restore_.Ask();
+  auto& list = test::Find<QTreeWidget>(window_, "lstBackups");
+  list.setCurrentItem(list.topLevelItem(0));
+  auto& ok = test::Find<QPushButton>(window_, "cmdOkBackup");
+  auto& summary = test::Find<QLabel>(window_, "aidBackupSummary");
+  QTest::mouseClick(&ok, Qt::LeftButton);
+  EXPECT_EQ(summary.text(), QStringLiteral("Keeping a copy first…"));
+  for (const char* const name : {"cmdOkBackup", "lstBackups", "lstBackupDiff", "aidOtherFile"}) {
+    EXPECT_FALSE(test::Find<QWidget>(window_, name).isEnabled()) << name;
+  }
+  EXPECT_EQ(Windows()[0]->focusWidget(), &test::Find<QWidget>(window_, "cmdCancelBackup"));
+  // What the copy holds otherwise is compared anew, but not yet.
+  changes_.Announce({stations::Origin::Switcher, 4, {{"Label", jet::Value(), jet::Value()}}});
+  QTest::qWait(400);
+  EXPECT_FALSE(ok.isEnabled());
+  EXPECT_EQ(summary.text(), QStringLiteral("Keeping a copy first…"));
+}
+
+TEST_F(RestoreBackupTest, WhenTheDiskDoesNotAnswerTheOperatorIsAskedAllTheSame) {
+  SlowDisk disk(writer_);
+  restore_.Ask();
+  auto& list = test::Find<QTreeWidget>(window_, "lstBackups");
+  list.setCurrentItem(list.topLevelItem(0));
+  auto& ok = test::Find<QPushButton>(window_, "cmdOkBackup");
+  QTest::mouseClick(&ok, Qt::LeftButton);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Questions().size() == 1; }, kPatience));
+  EXPECT_EQ(test::Find<QMessageBox>(window_, "aidAskUnkept").text(),
+            QStringLiteral("Restore Without A Copy?\r\rThe database as it is now cannot be kept as "
+                           "a copy first: The disk does not answer"));
+  EXPECT_TRUE(ok.isEnabled());
+  EXPECT_TRUE(test::Find<QWidget>(window_, "lstBackupDiff").isEnabled());
+  EXPECT_EQ(heard_.times, 0);
+  QTest::mouseClick(&test::Find<QPushButton>(*Questions()[0], "aidRestoreUnkept"), Qt::LeftButton);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return heard_.times == 1; }, kPatience));
+  EXPECT_EQ(Label(17), "Sta. 017");
+  EXPECT_THAT(Windows(), IsEmpty());
+  disk.Answer();
+  writer_.Finish();
+  EXPECT_EQ(heard_.times, 1) << "not once more when it answers";
+}
+
+TEST_F(RestoreBackupTest, ADiskThatAnswersTooLateRestoresNothing) {
+  SlowDisk disk(writer_);
+  restore_.Ask();
+  auto& list = test::Find<QTreeWidget>(window_, "lstBackups");
+  list.setCurrentItem(list.topLevelItem(0));
+  QTest::mouseClick(&test::Find<QPushButton>(window_, "cmdOkBackup"), Qt::LeftButton);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Questions().size() == 1; }, kPatience));
+  Questions()[0]->reject();
+  disk.Answer();
+  writer_.Finish();
+  EXPECT_EQ(heard_.times, 0);
+  ASSERT_EQ(Windows().size(), 1) << "it can be tried again";
+  PressRestore();
+  EXPECT_EQ(Label(17), "Sta. 017");
 }
 
 TEST_F(RestoreBackupTest, WhoCancelsBeforeTheCopyIsOnTheDiskRestoresNothing) {

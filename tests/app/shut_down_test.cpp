@@ -83,6 +83,7 @@ class ShutDownTest : public TransfersFixture {
     database_.Delete(1);
   }
 
+  bool mayClose_ = true;
   std::string atPortClose_ = "(the port was not closed)";
   std::string atPanelClose_ = "(no panel was closed)";
   test::TemporaryFolder folder_;
@@ -115,7 +116,8 @@ class ShutDownTest : public TransfersFixture {
                       .port = line_,
                       .settings = settingsFile_,
                       .listener = listener_,
-                      .panels = gateway_}};
+                      .panels = gateway_,
+                      .mayClose = [this] { return mayClose_; }}};
 };
 
 TEST_F(ShutDownTest, EverythingEndsInItsOrder) {
@@ -171,6 +173,24 @@ TEST_F(ShutDownTest, ASystemThatEndsTheProgramIsNotHeldUpByIt) {
   shutDown_.Terminate();
   EXPECT_EQ(Ended(), "place database port timers settings ") << "all but the view itself";
   EXPECT_FALSE(window_.isVisible());
+}
+
+TEST_F(ShutDownTest, WhatIsLeftToBeDecidedComesBeforeAnythingEnds) {
+  const QSignalSpy ending(&shutDown_, &ShutDown::Ending);
+  mayClose_ = false;
+  EXPECT_FALSE(shutDown_.Run());
+  EXPECT_EQ(Ended(), "");
+  EXPECT_EQ(ending.size(), 0);
+  mayClose_ = true;
+  EXPECT_TRUE(shutDown_.Run());
+  EXPECT_EQ(Ended(), "place database port timers settings views");
+}
+
+TEST_F(ShutDownTest, ASystemThatEndsTheProgramDoesNotWaitForDecisions) {
+  window_.SetCloseHandler([this] { return shutDown_.Run(); });
+  mayClose_ = false;
+  shutDown_.Terminate();
+  EXPECT_EQ(Ended(), "place database port timers settings views");
 }
 
 TEST_F(ShutDownTest, AMinimisedWindowKeepsItsPlace) {

@@ -117,7 +117,8 @@ class TransfersFixture : public ViewsFixture {
                                   .link = link_,
                                   .poll = tables_,
                                   .reporter = reporter_},
-                   .changes = changes_}}};
+                   .changes = changes_,
+                   .storeEdits = [this] { return views_.StoreEdits(); }}}};
 };
 
 }  // namespace app

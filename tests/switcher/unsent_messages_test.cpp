@@ -25,7 +25,9 @@ namespace {
 
 using stations::Origin;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 constexpr TablePart kOptoTable{.table = Table::Optos};
 constexpr TablePart kStationLabels{.table = Table::OutputLabels};
@@ -109,6 +111,7 @@ class UnsentMessagesTest : public testing::Test, protected UnsentMessages::Liste
   }
 
   void UnsentChanged() override { ++changed_; }
+  void OnlyHeldChanged() override { kept_ = WriteHeld(unsent_.Held()); }
   void PartEdited(const TablePart& part) override { edited_.push_back(part); }
   void PartsNotConfirmed(const std::vector<TablePart>& parts) override {
     notConfirmed_ = parts;
@@ -145,6 +148,7 @@ class UnsentMessagesTest : public testing::Test, protected UnsentMessages::Liste
               .decoder = decoder_,
               .display = display_,
               .account = &unsent_}};
+  std::string kept_;  // when it was last told that nothing but that has changed
   int changed_ = 0;
   int changedBeforeGivenUp_ = 0;
   std::vector<TablePart> edited_;
@@ -363,6 +367,57 @@ TEST_F(UnsentMessagesTest, UnpluggedInTheMiddleOfAMessageItStaysUnsent) {
   EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
 }
 
+// Only its end is missing: whether the switcher took it nobody knows.
+TEST_F(UnsentMessagesTest, WhatWasCutShortStaysUnsentWhateverIsEdited) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  port_.writesUntilFailure = 6;
+  Send({Table::Inhibits, 1});
+  port_.writesUntilFailure = -1;
+  EXPECT_EQ(port_.TakeWritten(), "F5 00 00 04 00 04");
+  EXPECT_FALSE(unsent_.IsWaiting());
+  Edit(1, "Inhibits", test::kNoFlags);
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+  Send({Table::Inhibits, 1});
+  Poll("EB");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+TEST_F(UnsentMessagesTest, AnEarlierMessageIsNotConfirmedBehindOneThatWasCutShort) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  Send({Table::Inhibits, 1});
+  Edit(1, "Inhibits", Inhibited(4));
+  port_.writesUntilFailure = 6;
+  Send({Table::Inhibits, 1});
+  port_.writesUntilFailure = -1;
+  Poll("EB");
+  Edit(1, "Inhibits", Inhibited(3));
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+}
+
+TEST_F(UnsentMessagesTest, OfWhichNotAByteWentOutIsAsItWas) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  port_.writesUntilFailure = 0;
+  Send({Table::Inhibits, 1});
+  port_.writesUntilFailure = -1;
+  EXPECT_EQ(port_.TakeWritten(), "");
+  Edit(1, "Inhibits", test::kNoFlags);
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+// It repeats what is there.
+TEST_F(UnsentMessagesTest, WhatTheSwitcherHoldsAndIsCutShortIsHeldAsBefore) {
+  ConnectSwitcher();
+  for (const TablePart& part : {TablePart{Table::Inhibits, 1}, kStationLabels}) {
+    port_.writesUntilFailure = 6;
+    Send(part);
+    port_.writesUntilFailure = -1;
+  }
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
 TEST_F(UnsentMessagesTest, AfterAGapInTheAnswersNothingIsConfirmed) {
   ConnectSwitcher();
   Edit(1, "Inhibits", Inhibited(3));
@@ -414,6 +469,24 @@ TEST_F(UnsentMessagesTest, LabelsAreSentWhenBothMessagesAre) {
   EXPECT_THAT(Unsent(), IsEmpty());
 }
 
+// With another order the texts that the switcher has are those of other stations.
+TEST_F(UnsentMessagesTest, LabelsOfWhichTheOrderWentOutAloneStayUnsentWhateverIsEdited) {
+  ConnectSwitcher();
+  Edit(1, "Label", "TALK");
+  Transmission labels = senders_.Make(kStationLabels);
+  ASSERT_TRUE(labels.Step());
+  EXPECT_EQ(port_.TakeWritten(), "F7 14 00 01 00 00 00 15 FF");
+  EXPECT_THAT(kept_, StartsWith("station-labels - open "));
+  port_.writesUntilFailure = 0;
+  EXPECT_FALSE(labels.Step());
+  port_.writesUntilFailure = -1;
+  Edit(1, "Label", "Sta. 1");
+  EXPECT_THAT(Unsent(), ElementsAre(kStationLabels));
+  Send(kStationLabels);
+  Poll("EB");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
 TEST_F(UnsentMessagesTest, ATableOfTheSwitcherIsHeld) {
   Edit(1, "Inhibits", Inhibited(3));
   port_.Deliver("F5 00 00 08 00 08 FF");
@@ -428,6 +501,34 @@ TEST_F(UnsentMessagesTest, ARefusedTableIsNot) {
   Edit(1, "Inhibits", Inhibited(3));
   port_.Deliver("F5 00 00 08 00 09 FF");
   EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+}
+
+// "Inpt 1  ", "Inpt 2  "
+constexpr char kInputsReported[] = "F9 0A 49 6E 70 74 20 31 20 20 49 6E 70 74 20 32 20 20 63 FF";
+constexpr char kInputsSpoiled[] = "F9 0A 49 6E 70 74 20 31 20 20 49 6E 70 74 20 32 20 20 64 FF";
+// "{ta. 1  ", "Sta. 2  ": who is hidden is marked in the input labels, too.
+constexpr char kHiddenReported[] = "F9 14 7B 74 61 2E 20 31 20 20 53 74 61 2E 20 32 20 20 0B FF";
+
+TEST_F(UnsentMessagesTest, WhoIsHiddenIsHeldInTheInputLabelsThatTheSwitcherSent) {
+  port_.Deliver(kInputsReported);
+  port_.Deliver(kHiddenReported);
+  EXPECT_EQ(database_.Field(1, "Hidden"), "1");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+TEST_F(UnsentMessagesTest, InputLabelsOfTheSwitcherBeforeAreNot) {
+  port_.Deliver(kInputsReported);
+  port_.Vanish();
+  Poll();  // opens the port again
+  port_.Deliver(kHiddenReported);
+  EXPECT_THAT(Unsent(), ElementsAre(kInputLabels));
+}
+
+TEST_F(UnsentMessagesTest, InputLabelsThatWereSentAgainAndRefusedAreNot) {
+  port_.Deliver(kInputsReported);
+  port_.Deliver(kInputsSpoiled);
+  port_.Deliver(kHiddenReported);
+  EXPECT_THAT(Unsent(), ElementsAre(kInputLabels));
 }
 
 // The message is of three labels, and there is no station 3.
@@ -463,6 +564,59 @@ TEST_F(UnsentMessagesTest, IsKeptFromRunToRunWithItsDay) {
   Edit(1, "Inhibits", Inhibited(3));
   Edit(2, "B3 Type", jet::Value());
   EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+// The next run is to know what was sent by then; but nothing else is unsent than was before.
+TEST_F(UnsentMessagesTest, ARunThatEndsInTheMiddleOfATableHasKeptWhatWasSentOfIt) {
+  ConnectSwitcher();
+  Edit(1, "Inhibits", Inhibited(3));
+  Edit(2, "Inhibits", Inhibited(3));
+  const int changed = changed_;
+  Transmission table = senders_.Make({Table::Inhibits});
+  ASSERT_TRUE(table.Step());
+  EXPECT_EQ(port_.TakeWritten(), "F5 00 00 04 00 04 FF");
+  EXPECT_THAT(kept_, StartsWith("inhibits 1 open "));
+  EXPECT_THAT(kept_, HasSubstr("\ninhibits 2 found "));
+  EXPECT_EQ(changed_, changed);
+  Edit(1, "Inhibits", test::kNoFlags);
+  Edit(2, "Inhibits", test::kNoFlags);
+  unsent_.Begin(ReadHeld(kept_));
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 1}));
+}
+
+TEST_F(UnsentMessagesTest, WhatTheSwitcherHoldsIsSentOnceMoreWithoutAWord) {
+  ConnectSwitcher();
+  Send({Table::Inhibits, 1});
+  Poll("EB");
+  const int changed = changed_;
+  Send({Table::Inhibits, 1});
+  EXPECT_EQ(port_.TakeWritten(), "F5 00 00 00 00 00 FF ED F5 00 00 00 00 00 FF");
+  EXPECT_EQ(kept_, "");
+  EXPECT_EQ(changed_, changed);
+}
+
+TEST_F(UnsentMessagesTest, AMessageThatWasNotThereAtFirstIsUnsentUntilItIsSent) {
+  ConnectSwitcher();
+  database_.AddStation(3,
+                       {{"Label", "Sta. 3"}, {"InLabel", "Inpt 3"}, {"Inhibits", test::kNoFlags}});
+  EXPECT_THAT(Unsent(), IsEmpty()) << "nobody has told of it";
+  Edit(3, "Inhibits", Inhibited(2));
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 3}));
+  const std::string kept = WriteHeld(unsent_.Held());
+  unsent_.Begin(ReadHeld(kept));
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 3})) << "in the next run, too";
+  Send({Table::Inhibits, 3});
+  EXPECT_EQ(port_.TakeWritten(), "F5 02 00 02 00 04 FF");
+  Poll("EB");
+  EXPECT_THAT(Unsent(), IsEmpty());
+}
+
+// A change of a station whose number cannot be read may be one of any.
+TEST_F(UnsentMessagesTest, SoIsOneThatAChangeOfAnUnknownStationBringsToLight) {
+  database_.AddStation(3,
+                       {{"Label", "Sta. 3"}, {"InLabel", "Inpt 3"}, {"Inhibits", test::kNoFlags}});
+  changes_.Announce({Origin::Backup, 0, {{"Inhibits", jet::Value(), jet::Value()}}});
+  EXPECT_THAT(Unsent(), ElementsAre(TablePart{Table::Inhibits, 3}, TablePart{Table::Relays, 3}));
 }
 
 TEST_F(UnsentMessagesTest, AMessageWithoutARecordCannotBeSent) {

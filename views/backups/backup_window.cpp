@@ -229,6 +229,19 @@ void BackupWindow::Choose(const QString& path) {
   copies_->setCurrentItem(item);
 }
 
+void BackupWindow::SetKeeping(bool keeping) {
+  if (keeping == isKeeping_) return;
+  isKeeping_ = keeping;
+  if (keeping) question_ = summary_->text();
+  summary_->setText(keeping ? tr("Keeping a copy first…") : question_);
+  for (QWidget* const choice : {static_cast<QWidget*>(copies_), static_cast<QWidget*>(otherFile_),
+                                static_cast<QWidget*>(list_)}) {
+    choice->setEnabled(!keeping);
+  }
+  ok_->setEnabled(!keeping && list_->TickedCount() > 0);
+  (keeping ? cancel_ : ok_)->setFocus();
+}
+
 void BackupWindow::done(int result) {
   compareAnew_.stop();
   ++comparisons_;  // nothing that is still read is listed
@@ -246,6 +259,7 @@ void BackupWindow::Compare() {
 }
 
 void BackupWindow::CompareAnew() {
+  if (isKeeping_) return compareAnew_.start();
   // While another file is read again its rows are not listed; what they had is known already.
   if (list_->RowCount() > 0) unticked_ = list_->Unticked();
   ReadCopy();

@@ -49,6 +49,10 @@ class BackupWindow : public QDialog, private stations::ChangeObserver {
   // Makes another file the chosen one, and lists it unless it is listed already.
   void Choose(const QString& path);
 
+  // What was asked for waits until a copy of the database is kept, or no more: says so, and nothing
+  // can be chosen or asked for meanwhile.
+  void SetKeeping(bool keeping);
+
   void done(int result) override;
 
  Q_SIGNALS:
@@ -87,7 +91,9 @@ class BackupWindow : public QDialog, private stations::ChangeObserver {
   std::vector<stations::Change> changes_;  // from the database to the chosen copy
   std::vector<ChangeRow> unticked_;        // of these, once they are compared anew
   QTimer compareAnew_;                     // runs after a station was changed
-  int comparisons_ = 0;                    // the last one is the one that counts
+  bool isKeeping_ = false;
+  QString question_;     // that the summary asks when nothing is kept
+  int comparisons_ = 0;  // the last one is the one that counts
 };
 
 }  // namespace views

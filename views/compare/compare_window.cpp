@@ -4,7 +4,6 @@
 
 #include <QHBoxLayout>
 #include <QScreen>
-#include <QStringList>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -26,21 +25,6 @@ namespace {
 constexpr int kCompareCharacters = 100;
 constexpr int kComparedRows = 14;
 constexpr int kCompareSecond = 1000;
-
-// The first of them by name: there can be hundreds.
-QString FewNames(const QStringList& names) {
-  constexpr qsizetype kMost = 6;
-  const QString named = QStringList(names.mid(0, kMost)).join(QStringLiteral(", "));
-  return names.size() <= kMost
-             ? named
-             : CompareWindow::tr("%1 and %2 more").arg(named).arg(names.size() - kMost);
-}
-
-bool IsAbout(const ChangeRow& row, const stations::Conflict& conflict) {
-  if (row.station != conflict.station) return false;
-  return conflict.field.empty() ||
-         std::ranges::find(row.fields, conflict.field) != row.fields.end();
-}
 
 bool Has(const std::vector<ChangeRow>& rows, const ChangeRow& wanted) {
   return std::ranges::any_of(rows, [&](const ChangeRow& row) {
@@ -262,6 +246,7 @@ void CompareWindow::Store() {
     model::ShowConsoleLocked(services_.comparison.reporter);
     return;
   }
+  if (!services_.storeEdits()) return;
   jet::Database* const database = services_.comparison.database();
   if (database == nullptr) return;
   std::vector<ChangeRow> rows = list_->Ticked();
@@ -270,12 +255,7 @@ void CompareWindow::Store() {
                                                  stations::Direction::Again, &conflicts);
   constexpr std::string_view kStoring = "Storing What The Switcher Holds";
   if (!status.ok()) return model::ReportError(services_.comparison.reporter, kStoring, status);
-  const auto firstSkipped = std::stable_partition(rows.begin(), rows.end(), [&](const auto& row) {
-    return std::ranges::none_of(conflicts,
-                                [&](const stations::Conflict& each) { return IsAbout(row, each); });
-  });
-  const std::vector<ChangeRow> skipped(firstSkipped, rows.end());
-  rows.erase(firstSkipped, rows.end());
+  const std::vector<ChangeRow> skipped = TakeOut(conflicts, &rows);
   std::vector<stations::Change> wanted = Chosen(differences_, rows);
   for (stations::Change& change : wanted) change.origin = stations::Origin::Comparison;
   status = stations::CarryOut(*database, wanted, stations::Direction::Again,
@@ -295,10 +275,8 @@ void CompareWindow::ShowStored(const std::vector<ChangeRow>& stored,
   QString summary =
       stored.size() == 1 ? tr("1 row stored") : tr("%1 rows stored").arg(stored.size());
   if (!skipped.empty()) {
-    QStringList names;
-    for (const ChangeRow& row : skipped) names.append(row.where + u' ' + row.what);
     summary =
-        tr("%1. Left out, because they were edited here since: %2").arg(summary, FewNames(names));
+        tr("%1. Left out, because they were edited here since: %2").arg(summary, RowNames(skipped));
   }
   summary_->setText(summary);
   ShowSign(skipped.empty() ? QStringLiteral("msg-ok") : QStringLiteral("msg-fail"));

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <functional>
 #include <vector>
 
 #include "stations/change.h"
@@ -30,6 +31,8 @@ class CompareWindow : public QDialog, public switcher::ComparisonDisplay {
   struct Services {
     switcher::Comparison::Services comparison;
     stations::Changes& changes;  // what is stored is announced there
+    // Stores what is typed into a view; false when that failed, which was reported.
+    std::function<bool()> storeEdits;
   };
   // All must outlive the window.
   explicit CompareWindow(const Services& services, QWidget* parent = nullptr);

@@ -156,10 +156,58 @@ TEST_F(RescueTest, ALockedConsoleNeitherRestoresNorDiscards) {
   EXPECT_EQ(database_.Field(5, "Label"), "MIC");
 }
 
+TEST_F(RescueTest, TheFirstCloseAsksAboutWhatCouldOnlyBeShownBehindIt) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", "VT")});
+  Start();
+  EXPECT_FALSE(rescue_->MayClose());
+  QString text = test::Find<QMessageBox>(window_, "aidAskClose").text();
+  EXPECT_EQ(text.replace(QRegularExpression(QStringLiteral("\\d+ \\w+ \\d\\d:\\d\\d")),
+                         QStringLiteral("DATE")),
+            QStringLiteral("Close Without Restoring?\r\rThe console ended without saving on DATE: "
+                           "2 changes. Once Tesk.mdb has been saved, that can only be shown."));
+  Cancel("aidAskClose");
+  EXPECT_TRUE(window_.isVisible());
+  EXPECT_THAT(Offered(), ElementsAre("aidRestore", "aidShowChanges", "aidDiscard"));
+  EXPECT_TRUE(rescue_->MayClose()) << "it is said once";
+}
+
+TEST_F(RescueTest, WhoClosesAllTheSameClosesTheWindow) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE")});
+  Start();
+  EXPECT_FALSE(rescue_->MayClose());
+  Answer("aidAskClose", "aidCloseAllTheSame");
+  EXPECT_FALSE(window_.isVisible());
+  EXPECT_TRUE(rescue_->MayClose());
+  EXPECT_EQ(database_.Field(5, "Label"), "MIC");
+}
+
+// The oldest run first, whichever was looked at.
+TEST_F(RescueTest, TheFirstCloseCanRestoreInstead) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE")});
+  RunAndCrash({LabelOf(5, "MIC", "A"), LabelOf(7, "CAM", "VT")});
+  Start();
+  command_.trigger();
+  command_.trigger();
+  EXPECT_EQ(Hint(), "The console ended without saving on DATE: 2 changes (run 2 of 2)");
+  EXPECT_FALSE(rescue_->MayClose());
+  Answer("aidAskClose", "aidRestoreFirst");
+  EXPECT_EQ(database_.Field(5, "Label"), "LINE");
+  EXPECT_TRUE(window_.isVisible());
+  EXPECT_EQ(Hint(), "The console ended without saving on DATE: 2 changes");
+}
+
+TEST_F(RescueTest, WhatWasDecidedAboutHoldsNobodyUp) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE")});
+  Start();
+  Click("aidRestore");
+  EXPECT_TRUE(rescue_->MayClose());
+}
+
 TEST_F(RescueTest, OnAnotherDatabaseItCanOnlyBeShown) {
   RunAndCrash({LabelOf(5, "MIC", "LINE")});
   test::WriteFile(DatabasePath(), "another");
   Start();
+  EXPECT_TRUE(rescue_->MayClose()) << "closing loses nothing of it";
   EXPECT_EQ(Hint(), "The console ended without saving on DATE: 1 change, made in another Tesk.mdb");
   EXPECT_THAT(Offered(), ElementsAre("aidShowChanges", "aidDiscard"));
 }
@@ -232,6 +280,68 @@ TEST_F(RescueTest, WhatWasEditedSinceCanBeRestoredToo) {
   Click("aidRestore");
   Answer("aidAskEdited", "aidRestoreEdited");
   EXPECT_EQ(database_.Field(5, "Label"), "LINE");
+}
+
+// The operator has seen and decided about what was there when the question was asked.
+TEST_F(RescueTest, WhatIsEditedWhileTheQuestionStandsIsLeftOutAndOfferedAgain) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", "VT")});
+  Start();
+  database_.Set(5, "Label", "NEW");
+  Click("aidRestore");
+  database_.Set(7, "Label", "SAT");
+  Answer("aidAskEdited", "aidRestoreEdited");
+  EXPECT_EQ(database_.Field(5, "Label"), "LINE");
+  EXPECT_EQ(database_.Field(7, "Label"), "SAT");
+  EXPECT_THAT(notes_,
+              ElementsAre(AllOf(
+                  StartsWith("Restored: 1 change of "),
+                  EndsWith(". Left out, because they were edited here since: Station 7 Label"))));
+  EXPECT_EQ(Hint(), "The console ended without saving on DATE: 2 changes");
+  Click("aidRestore");
+  Answer("aidAskEdited", "aidRestoreEdited");
+  EXPECT_EQ(database_.Field(7, "Label"), "VT");
+  EXPECT_EQ(Hint(), "");
+}
+
+TEST_F(RescueTest, WhatIsEditedOnceMoreWhileTheQuestionStandsIsLeftOut) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE")});
+  Start();
+  database_.Set(5, "Label", "NEW");
+  Click("aidRestore");
+  database_.Set(5, "Label", "NEWER");
+  Answer("aidAskEdited", "aidRestoreEdited");
+  EXPECT_EQ(database_.Field(5, "Label"), "NEWER");
+  EXPECT_THAT(notes_, ElementsAre(StartsWith("Restored: no changes of ")));
+}
+
+// Half of a button would be none.
+TEST_F(RescueTest, AButtonThatIsEditedWhileTheQuestionStandsIsLeftOutWhole) {
+  database_.Set(5, "B1 Type", 255);
+  database_.Set(5, "B1 First", 1);
+  RunAndCrash({LabelOf(7, "CAM", "VT"),
+               {Origin::Operator,
+                5,
+                {{"B1 Type", jet::Value(255), jet::Value(0)},
+                 {"B1 First", jet::Value(1), jet::Value(4)}}}});
+  Start();
+  database_.Set(7, "Label", "NEW");
+  Click("aidRestore");
+  database_.Set(5, "B1 First", 9);
+  Answer("aidAskEdited", "aidRestoreEdited");
+  EXPECT_EQ(database_.Field(5, "B1 Type"), "255");
+  EXPECT_EQ(database_.Field(5, "B1 First"), "9");
+  EXPECT_EQ(database_.Field(7, "Label"), "VT");
+}
+
+TEST_F(RescueTest, WhatIsKeptIsKeptWhateverItHoldsByThen) {
+  RunAndCrash({LabelOf(5, "MIC", "LINE"), LabelOf(7, "CAM", "VT")});
+  Start();
+  database_.Set(5, "Label", "NEW");
+  Click("aidRestore");
+  database_.Set(5, "Label", "MIC");
+  Answer("aidAskEdited", "aidKeepEdited");
+  EXPECT_EQ(database_.Field(5, "Label"), "MIC");
+  EXPECT_EQ(database_.Field(7, "Label"), "VT");
 }
 
 TEST_F(RescueTest, WhatCameFromTheSwitcherIsAChoiceOfItsOwn) {

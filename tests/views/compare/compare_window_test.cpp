@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeView>
+#include <functional>
 #include <memory>
 #include <set>
 
@@ -31,8 +32,7 @@ class CompareWindowTest : public test::ComparisonSystem {
  protected:
   void SetUp() override {
     ComparisonSystem::SetUp();
-    window_ = std::make_unique<CompareWindow>(
-        CompareWindow::Services{.comparison = ComparisonServices(), .changes = stream_});
+    window_ = std::make_unique<CompareWindow>(Services());
     QObject::connect(
         window_.get(), &CompareWindow::Ended,
         [this](const switcher::ComparisonResult& result) { ended_.push_back(result); });
@@ -42,6 +42,12 @@ class CompareWindowTest : public test::ComparisonSystem {
                      [this](const std::vector<stations::Change>& changes) {
                        storedStations_.push_back(static_cast<int>(changes.size()));
                      });
+  }
+
+  CompareWindow::Services Services() {
+    return {.comparison = ComparisonServices(), .changes = stream_, .storeEdits = [this] {
+              return storeEdits_();
+            }};
   }
 
   template <typename Part = QWidget>
@@ -79,6 +85,7 @@ class CompareWindowTest : public test::ComparisonSystem {
     ASSERT_TRUE(model.setData(model.index(row, 0), Qt::Checked, Qt::CheckStateRole));
   }
 
+  std::function<bool()> storeEdits_ = [] { return true; };
   std::unique_ptr<CompareWindow> window_;
   std::vector<switcher::ComparisonResult> ended_;
   std::vector<std::vector<TablePart>> sent_;
@@ -187,8 +194,7 @@ TEST_F(CompareWindowTest, ALargerFontMakesALargerWindow) {
   const QFont usual = font;
   font.setPointSizeF(font.pointSizeF() * 1.25);
   QApplication::setFont(font);
-  const CompareWindow larger(
-      CompareWindow::Services{.comparison = ComparisonServices(), .changes = stream_});
+  const CompareWindow larger(Services());
   QApplication::setFont(usual);
   EXPECT_GT(larger.width(), before.width());
 }
@@ -239,6 +245,32 @@ TEST_F(CompareWindowTest, ARowThatWasEditedMeanwhileIsLeftOutWholeAndNamed) {
   EXPECT_FALSE(model.index(0, 0).data(Qt::CheckStateRole).isValid());
   EXPECT_EQ(model.index(0, 0).data(Qt::ToolTipRole).toString(),
             QStringLiteral("Edited here since. Compare again."));
+}
+
+// What is typed into a row of the labels and not stored yet would overwrite it later.
+TEST_F(CompareWindowTest, WhatIsTypedMeanwhileIsStoredFirst) {
+  Compare();
+  storeEdits_ = [this] {
+    database_.Set(1, "Label", "TYPED");
+    return true;
+  };
+  TickRow(0);
+  TickRow(2);
+  Button("cmdStoreCmp").click();
+  EXPECT_EQ(database_.Field(1, "Label"), "TYPED");
+  EXPECT_EQ(Said("aidCompareSummary"),
+            QStringLiteral("1 row stored. Left out, because they were edited here since: "
+                           "Station 1 Label"));
+}
+
+TEST_F(CompareWindowTest, StoresNothingWhileWhatIsTypedCannotBeStored) {
+  Compare();
+  storeEdits_ = [] { return false; };
+  TickRow(0);
+  Button("cmdStoreCmp").click();
+  EXPECT_EQ(database_.Field(1, "Label"), "Sta. 001");
+  EXPECT_THAT(Rows(), SizeIs(3));
+  EXPECT_EQ(Said("aidCompareSummary"), QStringLiteral("3 differences in 27 tables"));
 }
 
 TEST_F(CompareWindowTest, SaysWhichTablesGoAndAsksForThem) {
