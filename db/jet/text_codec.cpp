@@ -113,11 +113,12 @@ void Decompress(ByteView stored, Put put) {
   }
 }
 
-// Moves so many units to their places in a text of ASCII; false when one of them is none.  In a
-// block of a size that is known when this is compiled, which the compiler makes a few instructions
-// of, and by way of a copy, which it knows to be apart from both.
+// Texts of ASCII, as most are, are moved in blocks of a size that is known when this is compiled,
+// and by way of a copy that is known to be apart from both sides: the compiler makes a few
+// instructions of one.
 constexpr std::size_t kBlock = 16;
 
+// Moves so many units to their places in a text; false when one of them is no ASCII.
 bool TakeAsciiBlock(const std::uint8_t* stored, char* text) {
   std::uint16_t units[kBlock];
   std::uint16_t bits = 0;
@@ -128,7 +129,7 @@ bool TakeAsciiBlock(const std::uint8_t* stored, char* text) {
 }
 
 void DecodePlain(ByteView stored, std::string* text) {
-  // Most texts are ASCII: as long as that holds every other byte is a character.
+  // As long as it is ASCII every other byte is a character.
   const std::size_t before = text->size();
   const std::size_t units = stored.size() / 2;
   text->resize(before + units);
@@ -189,7 +190,7 @@ EncodeResult EncodeWestern(std::string_view text, Bytes* stored, std::size_t* ch
   return EncodeResult::Ok;
 }
 
-// So many characters of ASCII as units; a block as in TakeAsciiBlock().
+// The same back: so many characters of ASCII as units.
 void PutAsciiBlock(const char* text, std::uint8_t* stored) {
   char characters[kBlock];
   for (std::size_t i = 0; i < kBlock; ++i) characters[i] = text[i];
