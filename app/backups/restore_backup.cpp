@@ -4,6 +4,7 @@
 
 #include <QTimer>
 #include <chrono>
+#include <utility>
 
 #include "model/locks.h"
 #include "stations/carry_out.h"

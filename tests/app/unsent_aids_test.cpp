@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QSignalSpy>
 
 #include "stations/record.h"
+#include "tests/support/hex.h"
 #include "tests/views/gui_support.h"
 #include "tests/views/view_console.h"
 #include "views/words.h"
@@ -88,6 +90,19 @@ TEST_F(UnsentAidsTest, TheCommandHasABadgeWhileSomethingIsUnsent) {
   EXPECT_NE(send_.icon().pixmap(32).toImage(), before);
   Edit("Inhibits", "00000000");
   EXPECT_EQ(send_.icon().pixmap(32).toImage(), before);
+}
+
+// The file is told of every message of a long table; to draw it all anew each time would take long.
+TEST_F(UnsentAidsTest, WhatIsSentOfATableIsToldToTheFileAndDrawsNothing) {
+  console_.unsentMessages.Begin({});
+  console_.model.LinkStatus = {1, 1, 0};
+  Edit("Inhibits", "10000000");
+  const QSignalSpy held(&console_.unsent, &views::UnsentTables::HeldChanged);
+  const QSignalSpy changed(&console_.unsent, &views::UnsentTables::Changed);
+  console_.unsentMessages.TableMessageSent(test::FromHex("F5 02 00 01 00 03 FF"));
+  EXPECT_EQ(held.size(), 1);
+  EXPECT_EQ(changed.size(), 0);
+  EXPECT_FALSE(Badge().isHidden());
 }
 
 }  // namespace

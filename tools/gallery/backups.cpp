@@ -51,6 +51,9 @@ class KeptDatabase {
       list->setCurrentItem(list->topLevelItem(copy));
       Save(window, QStringLiteral("backups-%1").arg(copy));
     }
+    window.SetKeeping(true);
+    Save(window, QStringLiteral("backups-keeping"));
+    window.SetKeeping(false);
     window.Choose(folder_.filePath(QStringLiteral("Orvotesk.ini")));
     Save(window, QStringLiteral("backups-refused"));
   }
