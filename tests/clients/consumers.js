@@ -23,7 +23,7 @@ class ConsumerA {
     this.matrix = await this.client.getElementByPathAsync('1.2');
     return this.matrix.contents.targetCount;
   }
-  targets() { return Object.keys(this.matrix.connections).length; }
+  targets() { return Object.keys(this.matrix.connections || {}).length; }
   row(target) { return [...(this.matrix.connections[target].sources || [])].sort((a, b) => a - b); }
   absolute(target, sources) { return this.client.matrixSetConnection(this.matrix, target, sources); }
   connectTo(target, sources) { return this.client.matrixConnectAsync(this.matrix, target, sources); }
@@ -63,7 +63,7 @@ class ConsumerB {
     await this.client.subscribe(this.matrix, () => {});
     return this.matrix.contents.targetCount;
   }
-  targets() { return Object.keys(this.matrix.contents.connections).length; }
+  targets() { return Object.keys(this.matrix.contents.connections || {}).length; }
   row(target) { return [...(this.matrix.contents.connections[target].sources || [])].sort((a, b) => a - b); }
   async absolute(target, sources) { await (await this.client.matrixSetConnection(this.matrix, target, sources)).response; }
   async connectTo(target, sources) { await (await this.client.matrixConnect(this.matrix, target, sources)).response; }
