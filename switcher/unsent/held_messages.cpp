@@ -69,27 +69,28 @@ bool ReadDigest(std::string_view word, Digest* digest) {
 }
 
 // "2026-11-21"
-bool ReadDay(std::string_view word, std::optional<Day>* day) {
-  if (word == kNone) return true;
-  unsigned year = 0;
-  unsigned month = 0;
-  unsigned number = 0;
-  constexpr std::size_t kLength = 10;
-  if (word.size() != kLength || !ReadNumber(Next(&word, '-'), 10, &year) ||
-      !ReadNumber(Next(&word, '-'), 10, &month) || !ReadNumber(word, 10, &number)) {
-    return false;
-  }
-  *day = Day(std::chrono::year(static_cast<int>(year)), std::chrono::month(month),
-             std::chrono::day(number));
-  return (*day)->ok();
-}
-
 std::string DayText(const std::optional<Day>& day) {
   if (!day) return std::string(kNone);
   std::array<char, 32> text{};
   std::snprintf(text.data(), text.size(), "%04d-%02u-%02u", static_cast<int>(day->year()),
                 static_cast<unsigned>(day->month()), static_cast<unsigned>(day->day()));
   return text.data();
+}
+
+bool ReadDay(std::string_view word, std::optional<Day>* day) {
+  if (word == kNone) return true;
+  unsigned year = 0;
+  unsigned month = 0;
+  unsigned number = 0;
+  std::string_view rest = word;
+  if (!ReadNumber(Next(&rest, '-'), 10, &year) || !ReadNumber(Next(&rest, '-'), 10, &month) ||
+      !ReadNumber(rest, 10, &number)) {
+    return false;
+  }
+  *day = Day(std::chrono::year(static_cast<int>(year)), std::chrono::month(month),
+             std::chrono::day(number));
+  // Reading takes what is never written, such as a month of one digit.
+  return (*day)->ok() && DayText(*day) == word;
 }
 
 bool ReadLine(std::string_view line, TablePart* part, HeldMessage* message) {

@@ -49,15 +49,26 @@ TEST(HeldMessages, OfWhatIsAsItWasFoundHaveNone) {
 }
 
 TEST(HeldMessages, LinesThatCannotBeUnderstoodArePassedOver) {
-  for (const char* const line :
-       {"", " ", "inhibits", "inhibits 3 held ffffffffffffffff", "inhibits 3 held fff 2026-11-21",
-        "inhibits 3 held ffffffffffffffff 2026-13-21", "inhibits 3 held ffffffffffffffff 2026-11-2",
-        "inhibits 3 held ffffffffffffffff 2026-11-21 ", "inhibits 0 held ffffffffffffffff -",
-        "inhibits -3 held ffffffffffffffff -", "inhibits 99999 held ffffffffffffffff -",
-        "inhibits 9999999999999 held ffffffffffffffff -", "inhibits - held ffffffffffffffff -",
-        "optos 1 held ffffffffffffffff -", "map 1 held ffffffffffffffff -",
-        "inhibits 3 kept ffffffffffffffff -", "inhibits 3 held gfffffffffffffff -",
-        "inhibits 3 held +fffffffffffffff -", "INHIBITS 3 held ffffffffffffffff -"}) {
+  for (const char* const line : {"",
+                                 " ",
+                                 "inhibits",
+                                 "inhibits 3 held ffffffffffffffff",
+                                 "inhibits 3 held fff 2026-11-21",
+                                 "inhibits 3 held ffffffffffffffff 2026-13-21",
+                                 "inhibits 3 held ffffffffffffffff 20216-1-21",
+                                 "inhibits 3 held ffffffffffffffff 2026-11-2",
+                                 "inhibits 3 held ffffffffffffffff 2026-11-21 ",
+                                 "inhibits 0 held ffffffffffffffff -",
+                                 "inhibits -3 held ffffffffffffffff -",
+                                 "inhibits 99999 held ffffffffffffffff -",
+                                 "inhibits 9999999999999 held ffffffffffffffff -",
+                                 "inhibits - held ffffffffffffffff -",
+                                 "optos 1 held ffffffffffffffff -",
+                                 "map 1 held ffffffffffffffff -",
+                                 "inhibits 3 kept ffffffffffffffff -",
+                                 "inhibits 3 held gfffffffffffffff -",
+                                 "inhibits 3 held +fffffffffffffff -",
+                                 "INHIBITS 3 held ffffffffffffffff -"}) {
     EXPECT_EQ(ReadHeld(line), HeldMessages()) << line;
     EXPECT_EQ(ReadHeld(line + std::string("\n") + kText), kHeldMessages) << line;
   }
