@@ -2,6 +2,8 @@
 
 #include "tests/end_to_end/programming_edits.h"
 
+#include <cstdio>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,7 +46,7 @@ class Programming {
   // Brings the window up at a station by chance.
   bool Open(Tab tab) {
     console_.Trigger("ID_ButtonProgramming");
-    if (!console_.LivesUntil([this] { return console_.IsShown("frmButtons"); })) return false;
+    if (!Comes("the window", [this] { return console_.IsShown("frmButtons"); })) return false;
     for (int steps = 1 + Draw(3); steps > 0; --steps) {
       LeaveButton();
       const auto movement = static_cast<std::size_t>(Draw(std::size(kMovements) + 1));
@@ -100,7 +102,7 @@ class Programming {
     const bool before = flag == '1';
     if (IsChecked(box) != before) return false;
     console_.Click(box.c_str());
-    if (!console_.LivesUntil([&] { return IsChecked(box) == !before; })) return false;
+    if (!Comes("the other state", [&] { return IsChecked(box) == !before; })) return false;
     flag = before ? '0' : '1';
     Set(field, flags);
     return true;
@@ -109,7 +111,7 @@ class Programming {
   bool Choose(const char* options, const char* code, std::string_view field) {
     const std::string option = std::string(options) + "_" + code;
     console_.Click(option.c_str());
-    if (!console_.LivesUntil([&] { return IsChecked(option) == true; })) return false;
+    if (!Comes("the operation", [&] { return IsChecked(option) == true; })) return false;
     Set(field, code);
     return true;
   }
@@ -122,13 +124,23 @@ class Programming {
   }
 
  private:
+  // Says what it waits for in vain: a long run has nobody who looks.
+  bool Comes(const char* what, const std::function<bool()>& hasCome) {
+    if (console_.LivesUntil(hasCome)) return true;
+    std::printf("programming: %s does not come; station %d, typed \"%s\", button %d\n", what,
+                Station(),
+                console_.Property("aidStationText", "text").toString().toStdString().c_str(),
+                SelectedButton());
+    return false;
+  }
+
   // Goes to a station by its number.
   bool FindStation(int station) {
     console_.Focus("aidStationText");
     console_.Keys("aidStationText", "Ctrl+A");
     console_.Type("aidStationText", std::to_string(station));
     console_.Keys("aidStationText", "Return");
-    return console_.LivesUntil([&] { return Station() == station; });
+    return Comes("the station", [&] { return Station() == station; });
   }
 
   int SelectedButton() { return console_.Property("cmbButton", "currentIndex").toInt(-1) + 1; }
