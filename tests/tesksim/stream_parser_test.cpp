@@ -115,6 +115,14 @@ TEST_F(StreamParserTest, AMessageThatStallsIsGivenUpWhenTheNextByteComes) {
   EXPECT_THAT(Feed("ED", milliseconds(1999)), ElementsAre("broken F9 14 20 20 20", "poll ED"));
 }
 
+// A machine that gave nobody a processor for a while: the rest was on its way.
+TEST_F(StreamParserTest, AGapBeginsAnewForWhoWasHeldUp) {
+  EXPECT_THAT(Feed("FD 01", milliseconds(1000)), IsEmpty());
+  parser_.HeldUp(Time{} + milliseconds(1700));
+  EXPECT_EQ(parser_.Deadline(), Time{} + milliseconds(2200));
+  EXPECT_THAT(Feed("7F 00 FF", milliseconds(1800)), ElementsAre("message FD 01 7F 00 FF"));
+}
+
 TEST_F(StreamParserTest, SaysUntilWhenItWaits) {
   EXPECT_EQ(parser_.Deadline(), std::nullopt);
   EXPECT_THAT(parser_.GiveUp(), IsEmpty());

@@ -19,6 +19,9 @@ namespace {
 // How soon a console that opens the terminal is noticed.
 constexpr std::chrono::milliseconds kLookInterval{20};
 
+// Whoever wakes so much too late had no processor, and the console may have had none either.
+constexpr std::chrono::milliseconds kHeldUp{50};
+
 // The most that is read at a time; the pace of the line usually allows less.
 constexpr std::size_t kLargestRead = 4096;
 
@@ -214,9 +217,13 @@ void Loop::Wait(const sigset_t& mask) {
     timeout.tv_sec = static_cast<time_t>(span / std::chrono::seconds(1));
     timeout.tv_nsec = static_cast<long>((span % std::chrono::seconds(1)).count());
   }
-  if (ppoll(watched.data(), watched.size(), next.has_value() ? &timeout : nullptr, &mask) <= 0) {
-    return;  // it is time, or a signal came
+  const int ready =
+      ppoll(watched.data(), watched.size(), next.has_value() ? &timeout : nullptr, &mask);
+  if (next.has_value()) {
+    const Time woken = Clock::now();
+    if (woken - std::max(*next, now) > kHeldUp) simulator_.HeldUp(woken);
   }
+  if (ready <= 0) return;  // it is time, or a signal came
   if ((line.revents & ~POLLOUT) != 0) inputPacer_.Begin(Clock::now());
   if (input.revents != 0) ReadInput();
 }

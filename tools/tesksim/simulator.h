@@ -59,6 +59,9 @@ class Simulator {
   // Bytes from the console.
   void Receive(std::span<const std::uint8_t> bytes, Time now);
 
+  // The program had no processor until `now`: what came meanwhile did not come late.
+  void HeldUp(Time now) { parser_.HeldUp(now); }
+
   // The bytes that have reached the console's end of the line since the last call.
   Bytes TakeOutput(Time now);
 

@@ -74,6 +74,9 @@ class StreamParser {
   // When a waiting message is to be given up; nothing when none waits.
   std::optional<Time> Deadline() const;
 
+  // Whoever feeds it could not look until `now` whether bytes have come: a gap begins anew.
+  void HeldUp(Time now) { lastByte_ = now; }
+
  private:
   void Add(std::uint8_t byte, std::vector<Received>* found);
   void AddToLabelTexts(std::uint8_t byte, std::vector<Received>* found);
