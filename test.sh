@@ -54,9 +54,13 @@ find . -path ./build -prune -o \( -name '*.h' -o -name '*.cpp' \) -print0 |
 if ! $all; then
   say Build
   cmake --preset quick -DTESK_WERROR=ON
-  cmake --build --preset quick
-  say Suite
-  exec ctest --preset quick -j "$jobs" --output-on-failure
+  cmake --build --preset quick --target whole_program_tests
+  say Suite of whole programs, and build of the others behind it
+  behind build/quick-rest.log cmake --build --preset quick
+  ctest --preset quick -j "$jobs" -L program --output-on-failure
+  behind_ends
+  say Suite of the others
+  exec ctest --preset quick -j "$jobs" -LE program --output-on-failure
 fi
 
 say Build with sanitizers

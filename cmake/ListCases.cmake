@@ -19,12 +19,13 @@ macro(add_case test filter)
   set_tests_properties("${test}" PROPERTIES ENVIRONMENT "${ARGN}" ${properties})
 endmacro()
 
-set(result 1)
-if(EXISTS "${program}")
-  execute_process(
-    COMMAND "${cmake}" -E env ${environment} "${program}" --gtest_list_tests
-    OUTPUT_VARIABLE listing ERROR_VARIABLE errors RESULT_VARIABLE result)
+if(NOT EXISTS "${program}")
+  add_test("${name}_tests_are_not_built" "${cmake}" -E false)
+  return()
 endif()
+execute_process(
+  COMMAND "${cmake}" -E env ${environment} "${program}" --gtest_list_tests
+  OUTPUT_VARIABLE listing ERROR_VARIABLE errors RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
   message("${program} does not list its cases: ${errors}")
   add_test("${name}_tests_do_not_start" "${cmake}" -E false)

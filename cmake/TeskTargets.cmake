@@ -87,6 +87,10 @@ endfunction()
 # All programs, without tests and benchmarks.
 add_custom_target(programs)
 
+# What the tests need that run whole programs: they wait most of their time, in which the others can be
+# built.
+add_custom_target(whole_program_tests DEPENDS programs)
+
 # tesk_program(NAME [MOC] [WINDOWS] SOURCES main.cpp LINKS tesk_x...): a program in bin/, with the
 # words of tesk_library().
 function(tesk_program name)
@@ -162,6 +166,10 @@ function(tesk_tests name)
   target_precompile_headers(${program} REUSE_FROM ${headers})
   target_link_libraries(${program} PRIVATE tesk_options ${ARG_LINKS} tesk_test_support GTest::gmock)
   target_compile_definitions(${program} PRIVATE TESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+
+  if(ARG_PROGRAMS)
+    add_dependencies(whole_program_tests ${program})
+  endif()
 
   # Which suites there are only the program knows, once it is built: ctest asks it.
   set(list ${CMAKE_CURRENT_BINARY_DIR}/${name}_cases.cmake)
