@@ -71,7 +71,8 @@ class Transfers {
                                                 .link = link_,
                                                 .poll = noSwitcher_,
                                                 .reporter = noSwitcher_},
-                                 .changes = changes_});
+                                 .changes = changes_,
+                                 .storeEdits = [] { return true; }});
     port_.wasWritten = false;
     window.Begin();
     if (!QTest::qWaitFor([this] { return port_.wasWritten; })) qFatal("not asked");
